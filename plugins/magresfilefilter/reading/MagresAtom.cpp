@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "reading/MagresAtom.h"
 
-#include "reading/MapConversion.h"
+#include "parameters/MapConversion.h"
 
 #include <cmath>
 

@@ -1,0 +1,322 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "reading/MagresParser.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+#include <algorithm>
+#include <charconv>
+#include <cstring>
+
+namespace {
+
+constexpr QByteArrayView magic("#$magres-abinitio");
+
+bool isAscii(QByteArrayView text)
+{
+    return std::all_of(text.begin(), text.end(), [](char c) { return uchar(c) < 0x80; });
+}
+
+bool isSpace(char c)
+{
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+QByteArray toLatin1(QByteArrayView token)
+{
+    return isAscii(token) ? token.toByteArray() : QString::fromUtf8(token).toLatin1();
+}
+
+/// Locale-free; the whole token must be a number. The quick conversion takes plain numbers; the rest (signs in front,
+/// "inf" and "nan", numbers beyond the range of a double) is left to Qt's own rules.
+bool toDouble(QByteArrayView token, double &value)
+{
+    const char *first = token.begin();
+    const char *digits = first != token.end() && *first == '-' ? first + 1 : first;
+    if (digits != token.end() && (isDigit(*digits) || *digits == '.')) {
+        const auto [end, error] = std::from_chars(first, token.end(), value);
+        if (error == std::errc() && end == token.end())
+            return true;
+    }
+    bool ok = false;
+    value = QString::fromUtf8(token).toDouble(&ok);
+    return ok;
+}
+
+/// An optional sign and decimal digits.
+bool toInt(QByteArrayView token, qint32 &value)
+{
+    const char *first = token.begin();
+    if (token.size() > 1 && *first == '+' && isDigit(first[1]))
+        ++first;
+    const auto [end, error] = std::from_chars(first, token.end(), value);
+    return error == std::errc() && end == token.end();
+}
+
+/// The tokens of a line, up to one more than any record may have: that is enough to see that there are too many.
+class TokenList
+{
+public:
+    explicit TokenList(QByteArrayView line)
+    {
+        const char *p = line.begin();
+        while (m_size < capacity) {
+            p = std::find_if_not(p, line.end(), isSpace);
+            if (p == line.end())
+                break;
+            const char *last = std::find_if(p, line.end(), isSpace);
+            m_tokens[m_size++] = QByteArrayView(p, last);
+            p = last;
+        }
+    }
+
+    int size() const { return m_size; }
+    bool isEmpty() const { return m_size == 0; }
+    QByteArrayView operator[](int i) const { return m_tokens[i]; }
+
+private:
+    static constexpr int capacity = 13;
+    QByteArrayView m_tokens[capacity];
+    int m_size = 0;
+};
+
+class MagresParser
+{
+    Q_DECLARE_TR_FUNCTIONS(MagresParser)
+
+public:
+    MagresParser(QByteArrayView text, MagresData &data, const Magres::AtomsBlockHandler &atomsBlockRead)
+        : m_rest(text),
+          m_data(data),
+          m_atomsBlockRead(atomsBlockRead)
+    {
+    }
+
+    void parse()
+    {
+        while (!m_rest.isEmpty()) {
+            const QByteArrayView line = nextLine();
+            if (isMark(line, "atoms", "")) {
+                parseAtomsBlock();
+                if (m_atomsBlockRead)
+                    m_atomsBlockRead(m_data);
+            } else if (isMark(line, "magres", "")) {
+                parseMagresBlock();
+            }
+        }
+    }
+
+private:
+    /// What holds within one block.
+    struct BlockUnits {
+        bool seen = false;
+        double scale = 1.0;
+    };
+
+    /// Whether the line starts with "[name]" or "<name>", or with the closing mark when `slash` is "/".
+    static bool isMark(QByteArrayView line, QByteArrayView name, QByteArrayView slash)
+    {
+        if (line.isEmpty() || (line[0] != '[' && line[0] != '<'))
+            return false;
+        const char closer = line[0] == '[' ? ']' : '>';
+        const QByteArrayView inner = line.sliced(1);
+        if (!inner.startsWith(slash) || !inner.sliced(slash.size()).startsWith(name))
+            return false;
+        const QByteArrayView tail = inner.sliced(slash.size() + name.size());
+        return !tail.isEmpty() && tail[0] == closer;
+    }
+
+    /// Trimmed and without its comment, which starts at the last "#".
+    QByteArrayView nextLine()
+    {
+        const void *end = std::memchr(m_rest.data(), '\n', size_t(m_rest.size()));
+        const qsizetype length = end ? static_cast<const char *>(end) - m_rest.data() : m_rest.size();
+        QByteArrayView line = m_rest.first(length);
+        m_rest = m_rest.sliced(std::min(length + 1, m_rest.size()));
+
+        while (!line.isEmpty() && isSpace(line.front()))
+            line = line.sliced(1);
+        while (!line.isEmpty() && isSpace(line.back()))
+            line.chop(1);
+        if (!line.isEmpty() && (uchar(line.front()) >= 0x80 || uchar(line.back()) >= 0x80))
+            line = trimmedUnicode(line);
+        const qsizetype comment = line.lastIndexOf('#');
+        return comment < 0 ? line : line.first(comment);
+    }
+
+    /// White space beyond ASCII at the ends of a line is trimmed too.
+    QByteArrayView trimmedUnicode(QByteArrayView line)
+    {
+        m_converted = QString::fromUtf8(line).trimmed().toUtf8();
+        return m_converted;
+    }
+
+    static QString text(QByteArrayView line) { return QString::fromUtf8(line); }
+
+    /// Looks at the units records of a block until one for atoms or shieldings has been accepted; later ones, and those
+    /// of other quantities, are not looked at. Every accepted unit has the scale 1.
+    static void checkUnits(QByteArrayView line, BlockUnits &units)
+    {
+        units = {};
+        if (!line.startsWith("units"))
+            return;
+        const TokenList tokens(line);
+        if (tokens.size() != 3)
+            throw MagresParseError(tr("Units record in line %1 cannot be parsed").arg(text(line)));
+        if (tokens[1] == "atom") {
+            if (tokens[2] != "Angstrom")
+                throw MagresParseError(tr("Only Angstroms are supported as atom units but %1 is found").arg(text(line)));
+            units.seen = true;
+        } else if (tokens[1] == "ms") {
+            if (tokens[2] != "ppm")
+                throw MagresParseError(tr("Only ppm are supported for shielding but %1 is found").arg(text(line)));
+            units.seen = true;
+        }
+    }
+
+    void parseAtomsBlock()
+    {
+        m_data.numberToLabel = true;
+        BlockUnits units;
+        while (!m_rest.isEmpty()) {
+            const QByteArrayView line = nextLine();
+            if (isMark(line, "atoms", "/"))
+                break;
+            if (!units.seen)
+                checkUnits(line, units);
+            const TokenList tokens(line);
+            if (tokens.isEmpty())
+                continue;
+            if (tokens[0] == "lattice")
+                parseLattice(line, tokens, units.scale);
+            else if (tokens[0] == "atom")
+                parseAtom(line, tokens, units.scale);
+        }
+        if (m_data.numberToLabel)
+            appendNumbersToLabels();
+    }
+
+    void parseLattice(QByteArrayView line, const TokenList &tokens, double scale)
+    {
+        if (tokens.size() != 10)
+            throw MagresParseError(tr("Lattice record in line %1 cannot be parsed").arg(text(line)));
+        m_data.lattice.clear();
+        for (int i = 1; i <= 9; ++i) {
+            double value = 0.0;
+            if (!toDouble(tokens[i], value)) {
+                // The number of the value takes the place of the line, which finds none left: "… in line 3 …".
+                throw MagresParseError(
+                    tr("Lattice coordinate #1 in line %2 cannot be parsed").arg(i).arg(text(line)));
+            }
+            m_data.lattice.append(value * scale);
+        }
+    }
+
+    void parseAtom(QByteArrayView line, const TokenList &tokens, double scale)
+    {
+        if (tokens.size() != 7)
+            throw MagresParseError(tr("Atom record in line %1 cannot be parsed").arg(text(line)));
+        MagresAtom &atom = m_data.atoms.emplaceBack();
+        atom.recordNo = qint32(m_data.atoms.size() - 1);
+        atom.type = m_data.atoms.size() > 1 && m_data.atoms[m_data.atoms.size() - 2].type == tokens[1]
+            ? m_data.atoms[m_data.atoms.size() - 2].type
+            : toLatin1(tokens[1]);
+        const QByteArray label = tokens[2] == tokens[1] ? atom.type : toLatin1(tokens[2]);
+        atom.labels = {label};
+        if (label != atom.type)
+            m_data.numberToLabel = false;
+        if (!toInt(tokens[3], atom.No))
+            throw MagresParseError(tr("Atom number in line %1 cannot be parsed").arg(text(line)));
+        if (!toDouble(tokens[4], atom.pos[0]))
+            throw MagresParseError(tr("Atom x-coordinate in line %1 cannot be parsed").arg(text(line)));
+        if (!toDouble(tokens[5], atom.pos[1]))
+            throw MagresParseError(tr("Atom y-coordinate in line %1 cannot be parsed").arg(text(line)));
+        if (!toDouble(tokens[6], atom.pos[2]))
+            throw MagresParseError(tr("Atom z-coordinate in line %1 cannot be parsed").arg(text(line)));
+        for (double &coordinate : atom.pos)
+            coordinate *= scale;
+    }
+
+    void appendNumbersToLabels()
+    {
+        for (MagresAtom &atom : m_data.atoms)
+            for (QByteArray &label : atom.labels)
+                label += QByteArray::number(atom.No);
+    }
+
+    void parseMagresBlock()
+    {
+        BlockUnits units;
+        while (!m_rest.isEmpty()) {
+            const QByteArrayView line = nextLine();
+            if (isMark(line, "magres", "/"))
+                break;
+            if (!units.seen)
+                checkUnits(line, units);
+            const TokenList tokens(line);
+            if (tokens.isEmpty())
+                continue;
+            if (tokens[0] == "ms") {
+                if (tokens.size() != 12)
+                    throw MagresParseError(tr("Ms record in line %1 cannot be parsed").arg(text(line)));
+                m_data.shieldings.append(parseTensor(line, tokens, units.scale));
+            } else if (tokens[0] == "efg") {
+                if (tokens.size() != 12)
+                    throw MagresParseError(tr("EFG record in line %1 cannot be parsed").arg(text(line)));
+                m_data.EFG.append(parseTensor(line, tokens, units.scale));
+            }
+        }
+    }
+
+    MagresTensor parseTensor(QByteArrayView line, const TokenList &tokens, double scale) const
+    {
+        QByteArray label = toLatin1(tokens[1]);
+        if (m_data.numberToLabel)
+            label += toLatin1(tokens[2]);
+        qint32 number = 0;
+        if (!toInt(tokens[2], number))
+            throw MagresParseError(tr("Number in line %1 cannot be parsed").arg(text(line)));
+        Magres::Tensor tensor;
+        for (int i = 0; i < 9; ++i) {
+            if (!toDouble(tokens[3 + i], tensor[size_t(i)]))
+                throw MagresParseError(tr("Tensor element in line %1 cannot be parsed").arg(text(line)));
+            tensor[size_t(i)] *= scale;
+        }
+        return MagresTensor({label}, number, tensor);
+    }
+
+    QByteArrayView m_rest;
+    QByteArray m_converted;
+    MagresData &m_data;
+    const Magres::AtomsBlockHandler &m_atomsBlockRead;
+};
+
+} // namespace
+
+namespace Magres {
+
+bool isMagresFile(const QString &fileName)
+{
+    QFile file(fileName);
+    return file.open(QIODevice::ReadOnly) && file.read(19).startsWith(magic);
+}
+
+void parseMagres(QByteArrayView text, MagresData &data, const AtomsBlockHandler &atomsBlockRead)
+{
+    MagresParser(text, data, atomsBlockRead).parse();
+}
+
+void readMagresFile(const QString &fileName, MagresData &data, const AtomsBlockHandler &atomsBlockRead)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly))
+        throw MagresParseError(QCoreApplication::translate("MagresParser", "File %1 cannot be opened").arg(fileName));
+    parseMagres(file.readAll(), data, atomsBlockRead);
+}
+
+} // namespace Magres
