@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "TMagresFileFilterPlugin.h"
+
+#include "operations/FitOperations.h"
+#include "operations/IsotopeOperation.h"
+#include "operations/ReadOperation.h"
+#include "operations/SpectrumOperations.h"
+#include "reading/MagresParser.h"
+#include "support/MetaTypes.h"
+#include "synthesis/SpectrumRecord.h"
+#include "ui/WMagresTable.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QIcon>
+#include <QMenu>
+
+TMagresFileFilterPlugin::TMagresFileFilterPlugin()
+    : TPlugin(0),
+      m_host(*this),
+      m_fileFilters(qApp->property("fileFilters").value<QObject *>())
+{
+    registerSharedMetaTypes();
+    m_fileFilters.addPluginFilter(this);
+    addContextMenu();
+}
+
+void TMagresFileFilterPlugin::addContextMenu()
+{
+    // The host's menu goes on offering these as long as the application runs: nobody deletes them before.
+    auto *edit = new QAction(QStringLiteral("Edit Spectrum..."));
+    auto *reference = new QAction(QStringLiteral("Auto reference"));
+    auto *rmsd = new QAction(QStringLiteral("RMSD"));
+    auto *menu = new QMenu(tr("MAGRES"));
+    menu->setIcon(QIcon(QStringLiteral(":/magres_images/magres.svg")));
+
+    auto *hostMenu = qobject_cast<QMenu *>(mainWindow().property("nmrContextMenu").value<QObject *>());
+    if (!hostMenu)
+        return;
+    menu->addAction(edit);
+    connect(edit, &QAction::triggered, this, &TMagresFileFilterPlugin::updateSpectrum);
+    menu->addAction(reference);
+    connect(reference, &QAction::triggered, this, &TMagresFileFilterPlugin::autoRef);
+    menu->addAction(rmsd);
+    connect(rmsd, &QAction::triggered, this, &TMagresFileFilterPlugin::calcRmsd);
+    hostMenu->addMenu(menu);
+}
+
+bool TMagresFileFilterPlugin::canCreateItem(int itemType) const
+{
+    return itemType == WMagresTable::itemType;
+}
+
+QObject *TMagresFileFilterPlugin::createItem(int itemType)
+{
+    return canCreateItem(itemType) ? new WMagresTable(*this) : nullptr;
+}
+
+void TMagresFileFilterPlugin::updateSpectrum()
+{
+    Magres::updateSpectrum(m_host);
+}
+
+void TMagresFileFilterPlugin::autoRef()
+{
+    Magres::autoReference(m_host);
+}
+
+void TMagresFileFilterPlugin::calcRmsd()
+{
+    Magres::showRmsd(m_host);
+}
+
+QString TMagresFileFilterPlugin::fileFilter_adapterClass() const
+{
+    return QStringLiteral("TPluginFileFilterAdapter");
+}
+
+int TMagresFileFilterPlugin::fileFilter_customFormat() const
+{
+    return Magres::customFileFormat;
+}
+
+bool TMagresFileFilterPlugin::fileFilter_canRead() const
+{
+    return true;
+}
+
+bool TMagresFileFilterPlugin::fileFilter_canWrite() const
+{
+    return false;
+}
+
+QString TMagresFileFilterPlugin::fileFilter_name() const
+{
+    return QStringLiteral("MAGRES files");
+}
+
+QString TMagresFileFilterPlugin::fileFilter_extensions() const
+{
+    return QStringLiteral("*.magres");
+}
+
+bool TMagresFileFilterPlugin::fileFilter_matching(const QString &aFileName) const
+{
+    return Magres::isMagresFile(aFileName);
+}
+
+int TMagresFileFilterPlugin::fileFilter_dataType() const
+{
+    return 4; // the host's code of a molecule with data
+}
+
+QList<QGraphicsWidget *> TMagresFileFilterPlugin::fileFilter_read(const QString &aFilename, const QRectF &aRect)
+{
+    return Magres::readIntoDocument(m_host, *this, aFilename, aRect);
+}
+
+int TMagresFileFilterPlugin::fileFilter_storageType() const
+{
+    return 1; // the host's code of a plain file
+}
+
+const NuclearProperties &TMagresFileFilterPlugin::nuclearProperties() const
+{
+    return m_host.nuclearProperties();
+}
+
+QVariantMap TMagresFileFilterPlugin::dataMap(const QUuid &dataId) const
+{
+    return m_host.dataMap(dataId);
+}
+
+void TMagresFileFilterPlugin::createSpectrum(const QUuid &dataId)
+{
+    Magres::createSpectrum(m_host, dataId);
+}
+
+bool TMagresFileFilterPlugin::chooseQuadrupolarIsotope(const QUuid &dataId)
+{
+    return Magres::chooseQuadrupolarIsotope(m_host, dataId);
+}

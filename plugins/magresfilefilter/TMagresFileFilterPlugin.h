@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "operations/HostContext.h"
+#include "support/TPlugin.h"
+#include "support/WrFileFilters.h"
+#include "ui/MagresCommands.h"
+
+#include <QGraphicsWidget>
+#include <QList>
+#include <QRectF>
+
+/// The plug-in object: what the host calls by name. The work is done by the operations.
+class TMagresFileFilterPlugin : public TPlugin, private MagresCommands
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID "org.toran.IPlugin/1.0" FILE "magresfilefilter.json")
+
+public:
+    TMagresFileFilterPlugin();
+
+    bool canCreateItem(int itemType) const override;
+    QObject *createItem(int itemType) override;
+
+    // The order of these methods fixes their indices: hosts may call them by number.
+
+    Q_INVOKABLE void updateSpectrum();
+    Q_INVOKABLE void autoRef();
+    Q_INVOKABLE void calcRmsd();
+
+    Q_INVOKABLE QString fileFilter_adapterClass() const;
+    Q_INVOKABLE int fileFilter_customFormat() const;
+    Q_INVOKABLE bool fileFilter_canRead() const;
+    Q_INVOKABLE bool fileFilter_canWrite() const;
+    Q_INVOKABLE QString fileFilter_name() const;
+    Q_INVOKABLE QString fileFilter_extensions() const;
+    /// Whether the file begins as MAGRES files do.
+    Q_INVOKABLE bool fileFilter_matching(const QString &aFileName) const;
+    Q_INVOKABLE int fileFilter_dataType() const;
+    /// The molecule item and the table item. Throws MagresParseError with the document unchanged.
+    Q_INVOKABLE QList<QGraphicsWidget *> fileFilter_read(const QString &aFilename, const QRectF &aRect);
+    Q_INVOKABLE int fileFilter_storageType() const;
+
+private:
+    const NuclearProperties &nuclearProperties() const override;
+    QVariantMap dataMap(const QUuid &dataId) const override;
+    void createSpectrum(const QUuid &dataId) override;
+    bool chooseQuadrupolarIsotope(const QUuid &dataId) override;
+
+    void addContextMenu();
+
+    HostContext m_host;
+    WrFileFilters m_fileFilters;
+};

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "operations/HostContext.h"
+
+#include "support/TPluginError.h"
+#include "support/WrBaseGraphicsItem.h"
+
+#include <QApplication>
+#include <QMessageBox>
+
+Q_LOGGING_CATEGORY(magresLog, "magres")
+
+namespace {
+
+WrNMRDataTables hostTables()
+{
+    return WrNMRDataTables(qApp->property("nmrDataTables").value<QObject *>());
+}
+
+} // namespace
+
+QString HostNuclearProperties::spin(const QByteArray &nucleus) const
+{
+    return hostTables().spin(QString::fromLatin1(nucleus));
+}
+
+double HostNuclearProperties::quadrupoleMoment(const QByteArray &nucleus) const
+{
+    return hostTables().quadrupoleMoment(QString::fromLatin1(nucleus));
+}
+
+double HostNuclearProperties::naturalAbundance(const QByteArray &nucleus) const
+{
+    return hostTables().naturalAbundance(QString::fromLatin1(nucleus));
+}
+
+QVariantMap HostContext::dataMap(const QUuid &dataId) const
+{
+    return WrDataEngine(m_plugin.mainWindow().dataEngine()).getDataMap(dataId);
+}
+
+QVariantMap HostContext::requiredDataMap(const QUuid &dataId) const
+{
+    const QVariantMap map = dataMap(dataId);
+    if (map.isEmpty())
+        throw TPluginError(QCoreApplication::translate("MagresOperations", "The document has no MAGRES data"));
+    return map;
+}
+
+WrNMRData HostContext::activeSpectra() const
+{
+    if (QGraphicsWidget *item = m_plugin.activeItem())
+        if (QObject *spectra = WrBaseGraphicsItem(item).getNMRData())
+            return WrNMRData(spectra);
+    return currentSpectra();
+}
+
+void HostContext::showInformation(const QString &title, const QString &text) const
+{
+    if (isHeadless())
+        qCInfo(magresLog).noquote().nospace() << title << ": " << text;
+    else
+        QMessageBox::information(window(), title, text, QMessageBox::Ok);
+}
+
+void HostContext::showFailure(const QString &title, const QString &text) const
+{
+    if (isHeadless())
+        qCCritical(magresLog).noquote().nospace() << title << ": " << text;
+    else
+        QMessageBox::critical(window(), title, text, QMessageBox::Ok);
+}
