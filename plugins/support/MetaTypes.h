@@ -29,7 +29,7 @@ QDataStream &operator<<(QDataStream &out, const vector<Number> &values)
 {
     out << qint64(values.size());
     for (Number v : values)
-        out << (sizeof(Number) == 1 ? Number(v) : v);
+        out << v;
     return out;
 }
 
