@@ -2,6 +2,7 @@
 #include "TestNuclei.h"
 #include "parameters/DipolarCoupling.h"
 #include "parameters/MapConversion.h"
+#include "parameters/Nuclei.h"
 #include "reading/Bonds.h"
 #include "reading/MagresParser.h"
 #include "support/TPluginError.h"
@@ -208,7 +209,6 @@ void tst_Synthesis::methylAveraging_data()
     QTest::addColumn<int>("mode");
     QTest::addColumn<QStringList>("labels");
     QTest::addColumn<QList<double>>("heights");
-    using S = QStringList;
     QTest::newRow("none") << 0 << QStringLiteral("H1 H2 H3 H4 H5 H6 H7").split(u' ') << QList<double>(7, 1.0);
     QTest::newRow("CH3") << 1 << QStringLiteral("H4 H5 H6 H7 H1,H2,H3").split(u' ') << QList<double>{1, 1, 1, 1, 4};
     QTest::newRow("XH3") << 2 << QStringLiteral("H7 H1,H2,H3 H4,H5,H6").split(u' ') << QList<double>{1, 4, 4};
@@ -258,8 +258,8 @@ void tst_Synthesis::correlations_data()
     QTest::addColumn<QByteArray>("nucF2");
     QTest::addColumn<QByteArray>("nucF1");
     QTest::addColumn<QStringList>("pairs");
-    QTest::newRow("strongest C-H") << 0 << QByteArray("13C") << QByteArray("1H") << QStringList{QStringLiteral("C1 H1")};
-    QTest::newRow("RSS C-H") << 1 << QByteArray("13C") << QByteArray("1H") << QStringList{QStringLiteral("C1 H1")};
+    QTest::newRow("strongest C-H: first of equals") << 0 << QByteArray("13C") << QByteArray("1H") << QStringList{QStringLiteral("C1 H2")};
+    QTest::newRow("RSS C-H") << 1 << QByteArray("13C") << QByteArray("1H") << QStringList{QStringLiteral("C1 H2")};
     QTest::newRow("strongest H-C: H7 is too far") << 0 << QByteArray("1H") << QByteArray("13C")
                                                   << QStringLiteral("H1 C1,H2 C1,H3 C1,H4 C1,H5 C1,H6 C1").split(u',');
     QTest::newRow("RSS H-C: no bound") << 1 << QByteArray("1H") << QByteArray("13C")
@@ -517,7 +517,7 @@ void tst_Synthesis::impossibleSizes()
     p.ptsF1 = ptsF1;
     p.freq = frequency;
     p.RangeF2[0] = from;
-    QVERIFY_EXCEPTION_THROWN(Magres::generateSpectrum(methylamine(), p, TestNuclei()), TPluginError);
+    QVERIFY_THROWS_EXCEPTION(TPluginError, Magres::generateSpectrum(methylamine(), p, TestNuclei()));
 }
 
 QTEST_GUILESS_MAIN(tst_Synthesis)

@@ -6,9 +6,9 @@
 namespace Magres {
 
 /// Rejoins molecules that the faces of the unit cell cut apart: tries the 26 neighbouring lattice translations on every
-/// molecule and keeps one when the molecule at its new place at least doubles by the bonds it finds there. Takes the atoms
-/// in file order with their bonds detected, and leaves the bonds of the result in them. `lattice`: the vectors a, b, c,
-/// Angstrom; other than nine values leaves the atoms alone.
+/// molecule and keeps one when the molecule at its new place at least doubles by the bonds it finds there. Takes the
+/// atoms in file order with their bonds detected, and leaves the bonds of the result in them. `lattice`: the vectors a,
+/// b, c, Angstrom; other than nine values leaves the atoms alone.
 ///
 /// Positions and bonds are bit for bit those of trying every move on a copy of all atoms and detecting all bonds anew.
 void completeMolecules(QList<MagresAtom> &atoms, const QList<double> &lattice);

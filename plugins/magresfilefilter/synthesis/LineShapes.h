@@ -22,8 +22,8 @@ struct LinePeak {
 
 namespace Magres {
 
-/// Adds to every point x_i of `data` the Lorentzians height / (1 + (2 (x_i - positionF2) / width)^2), peak by peak in the
-/// given order. `width`: full width at half height, ppm.
+/// Adds to every point x_i of `data` the Lorentzians height / (1 + (2 (x_i - positionF2) / width)^2), peak by peak in
+/// the given order. `width`: full width at half height, ppm.
 ///
 /// Same bits on every processor, and as the plain double loop.
 void addLorentzians(std::span<const LinePeak> peaks, double width, const SpectrumAxis &axis, std::span<double> data);

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "Bench.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace {
+
+/// Prints as the console reporter does, and keeps the shortest time of every benchmark, in seconds.
+class Times : public benchmark::ConsoleReporter {
+public:
+    using ConsoleReporter::ConsoleReporter;
+
+    void ReportRuns(const std::vector<Run> &runs) override
+    {
+        for (const Run &run : runs) {
+            if (run.run_type != Run::RT_Iteration || run.error_occurred)
+                continue;
+            const double seconds = run.GetAdjustedRealTime() / benchmark::GetTimeUnitMultiplier(run.time_unit);
+            const auto [entry, isNew] = m_seconds.try_emplace(run.run_name.function_name, seconds);
+            if (!isNew)
+                entry->second = std::min(entry->second, seconds);
+        }
+        ConsoleReporter::ReportRuns(runs);
+    }
+
+    std::optional<double> operator[](const std::string &name) const
+    {
+        const auto found = m_seconds.find(name);
+        return found == m_seconds.end() ? std::nullopt : std::optional(found->second);
+    }
+
+private:
+    std::map<std::string, double> m_seconds;
+};
+
+double quotient(double first, double second)
+{
+    return first / second;
+}
+
+// Sizes that grow by a factor of five give the exponent of the growth.
+double growthExponent(double large, double small)
+{
+    return std::log(large / small) / std::log(5.0);
+}
+
+/// One line of the table at the end: a number made from the times of two benchmarks of the run.
+struct Ratio {
+    enum Goal { AtLeast, AtMost };
+    const char *meaning;
+    const char *first;
+    const char *second;
+    Goal goal;
+    double target;
+    double scale = 1.0;
+    double (*combine)(double, double) = quotient;
+};
+
+const Ratio ratios[] = {
+    {"complete/1000: times faster than literal", "complete/1000/literal", "complete/1000", Ratio::AtLeast, 1000},
+    {"complete/5000: in bond detections of 5000", "complete/5000", "bonds/5000", Ratio::AtMost, 12},
+    {"complete, 1000 to 5000: exponent of growth", "complete/5000", "complete/1000", Ratio::AtMost, 1.7, 1.0,
+     growthExponent},
+    {"lorentz1d/100/8192: times faster than literal", "lorentz1d/100/8192/literal", "lorentz1d/100/8192",
+     Ratio::AtLeast, 4.5},
+    {"lorentz1d/400/65536: times faster than literal", "lorentz1d/400/65536/literal", "lorentz1d/400/65536",
+     Ratio::AtLeast, 4.5},
+    {"lorentz1d/100/8192: in divisions", "lorentz1d/100/8192", "limit/division", Ratio::AtMost, 1.3},
+    // The limit is measured for the smaller number of terms.
+    {"lorentz1d/400/65536: in divisions", "lorentz1d/400/65536", "limit/division", Ratio::AtMost, 1.3,
+     (100.0 * 8192) / (400.0 * 65536)},
+    {"gauss2d, 30 and 1 Hz: times faster than literal", "gauss2d/100/1024/512/literal", "gauss2d/100/1024/512",
+     Ratio::AtLeast, 1000},
+    {"gauss2d, 300 and 100 Hz: times faster than literal", "gauss2d/100/1024/512/wide/literal",
+     "gauss2d/100/1024/512/wide", Ratio::AtLeast, 80},
+};
+
+void printRatios(const Times &times)
+{
+    std::printf("\n%-52s %10s   %s\n", "ratio within this run", "measured", "target");
+    for (const Ratio &ratio : ratios) {
+        const auto first = times[ratio.first];
+        const auto second = times[ratio.second];
+        if (!first || !second)
+            continue;
+        const double value = ratio.scale * ratio.combine(*first, *second);
+        const bool reached = ratio.goal == Ratio::AtLeast ? value >= ratio.target : value <= ratio.target;
+        std::printf("%-52s %10.4g   %s %g%s\n", ratio.meaning, value,
+                    ratio.goal == Ratio::AtLeast ? ">=" : "<=", ratio.target, reached ? "" : "   MISSED");
+    }
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    Bench::registerBonds();
+    Bench::registerLineShapes();
+    Times times(benchmark::ConsoleReporter::OO_Tabular);
+    benchmark::RunSpecifiedBenchmarks(&times);
+    printRatios(times);
+    benchmark::Shutdown();
+    return 0;
+}

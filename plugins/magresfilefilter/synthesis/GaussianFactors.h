@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "synthesis/LineShapes.h"
+
+#include <vector>
+
+namespace Magres {
+
+/// Whether a Gaussian's values along the axis are numbers and fall off from the peak, as they do for finite numbers and
+/// a positive width.
+bool isGaussianRegular(double position, double width, const SpectrumAxis &axis);
+
+/// exp(-ln 2 (2 (x - position) / width)^2) at the points of an axis, either at all of them or only at those of the
+/// window outside which it is exactly zero. The window is that of the computed values; only regular Gaussians are cut
+/// to it.
+class GaussianFactors {
+public:
+    GaussianFactors(double position, double width, const SpectrumAxis &axis, std::size_t points, bool cutToWindow);
+
+    bool isCutToWindow() const { return m_cut; }
+    std::size_t begin() const { return m_begin; }
+    std::size_t end() const { return m_begin + m_values.size(); }
+    std::size_t size() const { return m_values.size(); }
+    bool contains(std::size_t i) const { return i - m_begin < m_values.size(); }
+    /// The point of the largest value; begin() when there are no values.
+    std::size_t peakIndex() const { return m_peak; }
+
+    double at(std::size_t i) const { return m_values[i - m_begin]; }
+    const double *from(std::size_t i) const { return m_values.data() + (i - m_begin); }
+
+private:
+    bool m_cut;
+    std::size_t m_begin = 0;
+    std::size_t m_peak = 0;
+    std::vector<double> m_values;
+};
+
+} // namespace Magres

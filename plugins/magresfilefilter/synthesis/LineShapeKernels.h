@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "numerics/InstructionSet.h"
+#include "synthesis/LineShapes.h"
+
+// What stands behind LineShapes.h, for tests that compare the instruction sets. A set that is given must be supported.
+
+namespace Magres {
+
+void addLorentzians(InstructionSet set, std::span<const LinePeak> peaks, double width, const SpectrumAxis &axis,
+                    std::span<double> data);
+
+void addGaussians(InstructionSet set, std::span<const LinePeak> peaks, double widthF2, double widthF1,
+                  const SpectrumAxis &axisF2, const SpectrumAxis &axisF1, std::size_t pointsF2, std::span<double> data);
+
+/// The innermost loops, one variant per instruction set.
+struct LineShapeKernels {
+    /// Adds the Lorentzian of one peak at the points x, dividing twice per point.
+    void (*addLorentzian)(const LinePeak &peak, double width, const double *x, double *data, std::size_t count);
+    /// The same bits with one division per point, in the range that Reciprocal allows; null without fused multiply-add.
+    void (*addLorentzianByReciprocal)(const LinePeak &peak, double width, const double *x, double *data,
+                                      std::size_t count);
+    /// data[i] += factor * values[i].
+    void (*addScaled)(double factor, const double *values, double *data, std::size_t count);
+};
+
+const LineShapeKernels &lineShapeKernels(InstructionSet set);
+
+} // namespace Magres

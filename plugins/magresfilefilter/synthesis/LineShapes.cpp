@@ -1,0 +1,138 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "synthesis/LineShapes.h"
+
+#include "synthesis/GaussianFactors.h"
+#include "synthesis/LineShapeKernels.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <vector>
+
+namespace Magres {
+namespace {
+
+/// Magnitudes between which quotients, their remainders and all numbers on the way are normal and exact as far as the
+/// division by a reciprocal needs it. Distances of such coordinates are zero or above 2^-853.
+bool isTame(double coordinate)
+{
+    const double magnitude = std::abs(coordinate);
+    return coordinate == 0.0 || (magnitude >= 0x1p-800 && magnitude <= 0x1p800);
+}
+
+bool isTameWidth(double width)
+{
+    return width >= 0x1p-100 && width <= 0x1p100;
+}
+
+} // namespace
+
+void addLorentzians(InstructionSet set, std::span<const LinePeak> peaks, double width, const SpectrumAxis &axis,
+                    std::span<double> data)
+{
+    // Points and data of a block stay in the first-level cache while all peaks pass over them.
+    constexpr std::size_t blockSize = 1024;
+    const LineShapeKernels &kernels = lineShapeKernels(set);
+    std::array<double, blockSize> x;
+    for (std::size_t begin = 0; begin < data.size(); begin += blockSize) {
+        const std::size_t count = std::min(blockSize, data.size() - begin);
+        for (std::size_t i = 0; i < count; ++i)
+            x[i] = axis.at(std::ptrdiff_t(begin + i));
+        const bool tame = kernels.addLorentzianByReciprocal && isTameWidth(width)
+            && std::all_of(x.begin(), x.begin() + std::ptrdiff_t(count), isTame);
+        for (const LinePeak &peak : peaks) {
+            const auto add =
+                tame && isTame(peak.positionF2) ? kernels.addLorentzianByReciprocal : kernels.addLorentzian;
+            add(peak, width, x.data(), data.data() + begin, count);
+        }
+    }
+}
+
+void addLorentzians(std::span<const LinePeak> peaks, double width, const SpectrumAxis &axis, std::span<double> data)
+{
+    addLorentzians(fastestInstructionSet(), peaks, width, axis, data);
+}
+
+namespace {
+
+/// One peak of a batch: a factor per axis, and the columns whose product with the row's factor may differ from zero.
+struct GaussianPeak {
+    GaussianFactors columns;
+    GaussianFactors rows;
+    double height;
+    std::size_t begin; // of the columns that matter, as of the row visited last
+    std::size_t end;
+};
+
+/// Fits the columns to a row's factor. Rows follow each other, so the ends move little.
+void fitColumns(GaussianPeak &peak, double rowFactor)
+{
+    // Half of what makes the product round to zero, so that it does so also where a factor is off in its last place.
+    const double least = 0.25 * (0x1p-1074 / std::abs(rowFactor));
+    const GaussianFactors &columns = peak.columns;
+    const auto matters = [&](std::size_t i) { return columns.at(i) >= least; };
+    const std::size_t middle = columns.peakIndex();
+    peak.begin = std::min(peak.begin, middle);
+    while (peak.begin < middle && !matters(peak.begin))
+        ++peak.begin;
+    while (peak.begin > columns.begin() && matters(peak.begin - 1))
+        --peak.begin;
+    peak.end = std::max(peak.end, middle);
+    while (peak.end > middle && !matters(peak.end - 1))
+        --peak.end;
+    while (peak.end < columns.end() && matters(peak.end))
+        ++peak.end;
+}
+
+void addGaussianRow(const LineShapeKernels &kernels, std::span<GaussianPeak> peaks, std::size_t row, double *data)
+{
+    for (GaussianPeak &peak : peaks) {
+        if (!peak.rows.contains(row))
+            continue;
+        const double factor = peak.rows.at(row) * peak.height;
+        if (peak.columns.isCutToWindow()) {
+            if (factor == 0.0)
+                continue;
+            fitColumns(peak, factor);
+        }
+        kernels.addScaled(factor, peak.columns.from(peak.begin), data + peak.begin, peak.end - peak.begin);
+    }
+}
+
+} // namespace
+
+void addGaussians(InstructionSet set, std::span<const LinePeak> peaks, double widthF2, double widthF1,
+                  const SpectrumAxis &axisF2, const SpectrumAxis &axisF1, std::size_t pointsF2, std::span<double> data)
+{
+    if (pointsF2 == 0)
+        return;
+    constexpr std::size_t batchSize = std::size_t(1)
+        << 17; // factors, 1 MiB: they should stay in the second-level cache
+    const LineShapeKernels &kernels = lineShapeKernels(set);
+    const std::size_t rows = data.size() / pointsF2;
+    std::vector<GaussianPeak> batch;
+    for (auto next = peaks.begin(); next != peaks.end();) {
+        batch.clear();
+        for (std::size_t factors = 0; next != peaks.end() && factors < batchSize; ++next) {
+            // Zero and skipped is the same only if nothing in the product can be NaN.
+            const bool cut = std::isfinite(next->height) && isGaussianRegular(next->positionF2, widthF2, axisF2)
+                && isGaussianRegular(next->positionF1, widthF1, axisF1);
+            GaussianFactors columns(next->positionF2, widthF2, axisF2, pointsF2, cut);
+            GaussianFactors lines(next->positionF1, widthF1, axisF1, rows, cut);
+            factors += columns.size() + lines.size();
+            const std::size_t begin = columns.begin();
+            const std::size_t end = columns.end();
+            batch.push_back({std::move(columns), std::move(lines), next->height, begin, end});
+        }
+        for (std::size_t row = 0; row < rows; ++row)
+            addGaussianRow(kernels, batch, row, data.data() + row * pointsF2);
+    }
+}
+
+void addGaussians(std::span<const LinePeak> peaks, double widthF2, double widthF1, const SpectrumAxis &axisF2,
+                  const SpectrumAxis &axisF1, std::size_t pointsF2, std::span<double> data)
+{
+    addGaussians(fastestInstructionSet(), peaks, widthF2, widthF1, axisF2, axisF1, pointsF2, data);
+}
+
+} // namespace Magres
