@@ -24,8 +24,9 @@ inline bool sameBits(std::span<const double> a, std::span<const double> b)
     return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size_bytes()) == 0;
 }
 
-// One per topic, called by main: read/N, table/N and the like would each get theirs.
+// One per topic, called by main.
 void registerBonds();
+void registerData();
 void registerLineShapes();
 
 } // namespace Bench

@@ -79,6 +79,14 @@ const Ratio ratios[] = {
      Ratio::AtLeast, 1000},
     {"gauss2d, 300 and 100 Hz: times faster than literal", "gauss2d/100/1024/512/wide/literal",
      "gauss2d/100/1024/512/wide", Ratio::AtLeast, 80},
+    {"read/1000: in conversions of its numbers", "read/1000", "limit/numbers/1000", Ratio::AtMost, 3},
+    {"read/5000: in conversions of its numbers", "read/5000", "limit/numbers/5000", Ratio::AtMost, 3},
+    {"read, 1000 to 5000: exponent of growth", "read/5000", "read/1000", Ratio::AtMost, 1.15, 1.0, growthExponent},
+    {"table, 1000 to 5000: exponent of growth", "table/5000", "table/1000", Ratio::AtMost, 1.2, 1.0, growthExponent},
+    {"range, 1000 to 5000: exponent of growth", "range/5000", "range/1000", Ratio::AtMost, 1.15, 1.0, growthExponent},
+    {"correlate, 400 to 2000: exponent of growth", "correlate/2000", "correlate/400", Ratio::AtMost, 2.05, 1.0,
+     growthExponent},
+    {"update: in bare syntheses and conversions", "update/200/8192", "update/200/8192/bare", Ratio::AtMost, 3},
 };
 
 void printRatios(const Times &times)
@@ -105,6 +113,7 @@ int main(int argc, char **argv)
         return 1;
     Bench::registerBonds();
     Bench::registerLineShapes();
+    Bench::registerData();
     Times times(benchmark::ConsoleReporter::OO_Tabular);
     benchmark::RunSpecifiedBenchmarks(&times);
     printRatios(times);

@@ -36,3 +36,5 @@ struct MagresTensor {
     QVariantMap toMap() const;
     void fromMap(const QVariantMap &map);
 };
+
+Q_DECLARE_TYPEINFO(MagresTensor, Q_RELOCATABLE_TYPE);

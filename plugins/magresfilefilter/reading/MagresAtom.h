@@ -23,6 +23,8 @@ struct MagresAtom {
     void fromMap(const QVariantMap &map);
 };
 
+Q_DECLARE_TYPEINFO(MagresAtom, Q_RELOCATABLE_TYPE);
+
 namespace Magres {
 
 /// Angstrom; no periodic images.

@@ -12,40 +12,28 @@ namespace {
 
 constexpr QByteArrayView magic("#$magres-abinitio");
 
-bool isAscii(QByteArrayView text)
-{
-    return std::all_of(text.begin(), text.end(), [](char c) { return uchar(c) < 0x80; });
-}
-
-bool isSpace(char c)
+constexpr bool isSpace(char c)
 {
     return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
-bool isDigit(char c)
+constexpr bool isDigit(char c)
 {
     return c >= '0' && c <= '9';
 }
 
 QByteArray toLatin1(QByteArrayView token)
 {
-    return isAscii(token) ? token.toByteArray() : QString::fromUtf8(token).toLatin1();
+    const bool isAscii = std::all_of(token.begin(), token.end(), [](char c) { return uchar(c) < 0x80; });
+    return isAscii ? token.toByteArray() : QString::fromUtf8(token).toLatin1();
 }
 
-/// Locale-free; the whole token must be a number. The quick conversion takes plain numbers; the rest (signs in front,
-/// "inf" and "nan", numbers beyond the range of a double) is left to Qt's own rules.
-bool toDouble(QByteArrayView token, double &value)
+/// In one allocation: files have many labels.
+QByteArray joined(QByteArrayView label, QByteArrayView number)
 {
-    const char *first = token.begin();
-    const char *digits = first != token.end() && *first == '-' ? first + 1 : first;
-    if (digits != token.end() && (isDigit(*digits) || *digits == '.')) {
-        const auto [end, error] = std::from_chars(first, token.end(), value);
-        if (error == std::errc() && end == token.end())
-            return true;
-    }
-    bool ok = false;
-    value = QString::fromUtf8(token).toDouble(&ok);
-    return ok;
+    QByteArray result(label.size() + number.size(), Qt::Uninitialized);
+    std::copy(number.begin(), number.end(), std::copy(label.begin(), label.end(), result.begin()));
+    return result;
 }
 
 /// An optional sign and decimal digits.
@@ -58,7 +46,8 @@ bool toInt(QByteArrayView token, qint32 &value)
     return error == std::errc() && end == token.end();
 }
 
-/// The tokens of a line, up to one more than any record may have: that is enough to see that there are too many.
+/// The tokens of a line, up to one more than any record may have: that is enough to see that there are too many. Plain
+/// numbers are converted on the way, so that their digits are looked at once.
 class TokenList
 {
 public:
@@ -66,22 +55,55 @@ public:
     {
         const char *p = line.begin();
         while (m_size < capacity) {
-            p = std::find_if_not(p, line.end(), isSpace);
+            while (p != line.end() && isSpace(*p))
+                ++p;
             if (p == line.end())
                 break;
-            const char *last = std::find_if(p, line.end(), isSpace);
-            m_tokens[m_size++] = QByteArrayView(p, last);
-            p = last;
+            Token &token = m_tokens[m_size++];
+            const char *first = p;
+            p = convert(p, line.end(), token);
+            while (p != line.end() && !isSpace(*p)) {
+                token.isNumber = false;
+                ++p;
+            }
+            token.text = QByteArrayView(first, p);
         }
     }
 
     int size() const { return m_size; }
     bool isEmpty() const { return m_size == 0; }
-    QByteArrayView operator[](int i) const { return m_tokens[i]; }
+    QByteArrayView operator[](int i) const { return m_tokens[i].text; }
+
+    /// Locale-free; the whole token must be a number. What is not a plain number (signs in front, "inf" and "nan", numbers
+    /// beyond the range of a double) is left to Qt's own rules.
+    bool toDouble(int i, double &value) const
+    {
+        const Token &token = m_tokens[i];
+        bool ok = token.isNumber;
+        value = ok ? token.value : QString::fromUtf8(token.text).toDouble(&ok);
+        return ok;
+    }
 
 private:
+    struct Token {
+        QByteArrayView text;
+        double value;
+        bool isNumber = false;
+    };
+
+    /// Returns the end of the number at p; p itself if there is none.
+    static const char *convert(const char *p, const char *end, Token &token)
+    {
+        const char *digits = *p == '-' ? p + 1 : p;
+        if (digits == end || (!isDigit(*digits) && *digits != '.'))
+            return p;
+        const auto [last, error] = std::from_chars(p, end, token.value);
+        token.isNumber = error == std::errc();
+        return token.isNumber ? last : p;
+    }
+
     static constexpr int capacity = 13;
-    QByteArrayView m_tokens[capacity];
+    Token m_tokens[capacity];
     int m_size = 0;
 };
 
@@ -145,8 +167,8 @@ private:
             line.chop(1);
         if (!line.isEmpty() && (uchar(line.front()) >= 0x80 || uchar(line.back()) >= 0x80))
             line = trimmedUnicode(line);
-        const qsizetype comment = line.lastIndexOf('#');
-        return comment < 0 ? line : line.first(comment);
+        // Most lines have no comment, which is quicker to see from the front.
+        return std::memchr(line.data(), '#', size_t(line.size())) ? line.first(line.lastIndexOf('#')) : line;
     }
 
     /// White space beyond ASCII at the ends of a line is trimmed too.
@@ -208,7 +230,7 @@ private:
         m_data.lattice.clear();
         for (int i = 1; i <= 9; ++i) {
             double value = 0.0;
-            if (!toDouble(tokens[i], value)) {
+            if (!tokens.toDouble(i, value)) {
                 // The number of the value takes the place of the line, which finds none left: "… in line 3 …".
                 throw MagresParseError(
                     tr("Lattice coordinate #1 in line %2 cannot be parsed").arg(i).arg(text(line)));
@@ -232,11 +254,11 @@ private:
             m_data.numberToLabel = false;
         if (!toInt(tokens[3], atom.No))
             throw MagresParseError(tr("Atom number in line %1 cannot be parsed").arg(text(line)));
-        if (!toDouble(tokens[4], atom.pos[0]))
+        if (!tokens.toDouble(4, atom.pos[0]))
             throw MagresParseError(tr("Atom x-coordinate in line %1 cannot be parsed").arg(text(line)));
-        if (!toDouble(tokens[5], atom.pos[1]))
+        if (!tokens.toDouble(5, atom.pos[1]))
             throw MagresParseError(tr("Atom y-coordinate in line %1 cannot be parsed").arg(text(line)));
-        if (!toDouble(tokens[6], atom.pos[2]))
+        if (!tokens.toDouble(6, atom.pos[2]))
             throw MagresParseError(tr("Atom z-coordinate in line %1 cannot be parsed").arg(text(line)));
         for (double &coordinate : atom.pos)
             coordinate *= scale;
@@ -246,7 +268,7 @@ private:
     {
         for (MagresAtom &atom : m_data.atoms)
             for (QByteArray &label : atom.labels)
-                label += QByteArray::number(atom.No);
+                label = joined(label, QByteArray::number(atom.No));
     }
 
     void parseMagresBlock()
@@ -275,15 +297,13 @@ private:
 
     MagresTensor parseTensor(QByteArrayView line, const TokenList &tokens, double scale) const
     {
-        QByteArray label = toLatin1(tokens[1]);
-        if (m_data.numberToLabel)
-            label += toLatin1(tokens[2]);
+        const QByteArray label = m_data.numberToLabel ? toLatin1(joined(tokens[1], tokens[2])) : toLatin1(tokens[1]);
         qint32 number = 0;
         if (!toInt(tokens[2], number))
             throw MagresParseError(tr("Number in line %1 cannot be parsed").arg(text(line)));
         Magres::Tensor tensor;
         for (int i = 0; i < 9; ++i) {
-            if (!toDouble(tokens[3 + i], tensor[size_t(i)]))
+            if (!tokens.toDouble(3 + i, tensor[size_t(i)]))
                 throw MagresParseError(tr("Tensor element in line %1 cannot be parsed").arg(text(line)));
             tensor[size_t(i)] *= scale;
         }

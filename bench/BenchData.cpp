@@ -1,0 +1,240 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "Bench.h"
+#include "Crystals.h"
+
+#include "parameters/Nuclei.h"
+#include "reading/Bonds.h"
+#include "reading/MagresParser.h"
+#include "reading/ParameterTable.h"
+#include "synthesis/ParameterStep.h"
+#include "synthesis/PeakList.h"
+#include "synthesis/SpectrumRecord.h"
+
+#include <charconv>
+#include <cmath>
+#include <string>
+
+namespace {
+
+class OxygenAndDeuterium : public NuclearProperties {
+public:
+    QString spin(const QByteArray &nucleus) const override
+    {
+        return nucleus == "17O" ? QStringLiteral("5/2") : nucleus == "2H" ? QStringLiteral("1") : QStringLiteral("1/2");
+    }
+    double quadrupoleMoment(const QByteArray &nucleus) const override
+    {
+        return nucleus == "17O" ? -2.558 : nucleus == "2H" ? 0.286 : 0.0;
+    }
+    double naturalAbundance(const QByteArray &) const override { return 1.0; }
+};
+
+const OxygenAndDeuterium nuclei;
+
+/// A crystal with a shielding and an EFG tensor on every atom.
+MagresData crystalData(int atoms)
+{
+    const Crystals::Crystal crystal = Crystals::molecular(atoms);
+    Crystals::Random random(7);
+    MagresData data;
+    data.lattice = crystal.lattice;
+    data.atoms = crystal.atoms;
+    for (MagresAtom &atom : data.atoms) {
+        Magres::Tensor shielding;
+        for (double &element : shielding)
+            element = random.uniform(-150.0, 150.0);
+        const double xx = random.uniform(-1.0, 1.0), yy = random.uniform(-1.0, 1.0), xy = random.uniform(-1.0, 1.0);
+        atom.labels = {atom.type + QByteArray::number(atom.recordNo + 1)};
+        data.shieldings.append(MagresTensor(atom.labels, atom.No, shielding));
+        data.EFG.append(MagresTensor(atom.labels, atom.No, {xx, xy, 0.1, xy, yy, 0.2, 0.1, 0.2, -xx - yy}));
+    }
+    return data;
+}
+
+/// The data as programs write it, with 17 significant digits.
+QByteArray magresText(const MagresData &data)
+{
+    QByteArray text = "#$magres-abinitio-v1.0\n[atoms]\nunits lattice Angstrom\nlattice";
+    const auto number = [](double value) { return " " + QByteArray::number(value, 'E', 16).rightJustified(24); };
+    for (double value : data.lattice)
+        text += number(value);
+    text += "\nunits atom Angstrom\n";
+    for (const MagresAtom &atom : data.atoms) {
+        text += "atom " + atom.type + ' ' + atom.labels[0] + ' ' + QByteArray::number(atom.No);
+        for (double coordinate : atom.pos)
+            text += number(coordinate);
+        text += '\n';
+    }
+    text += "[/atoms]\n[magres]\nunits ms ppm\n";
+    const auto tensors = [&](const char *keyword, const QList<MagresTensor> &list) {
+        for (const MagresTensor &tensor : list) {
+            text += keyword + tensor.labels[0] + ' ' + QByteArray::number(tensor.No);
+            for (double element : tensor.tensor)
+                text += number(element);
+            text += '\n';
+        }
+    };
+    tensors("ms ", data.shieldings);
+    tensors("efg ", data.EFG);
+    return text + "[/magres]\n";
+}
+
+void readText(benchmark::State &state, int atoms)
+{
+    const MagresData original = crystalData(atoms);
+    const QByteArray text = magresText(original);
+    for (auto _ : state) {
+        MagresData data;
+        Magres::parseMagres(text, data);
+        benchmark::DoNotOptimize(data.EFG.data());
+        state.PauseTiming();
+        Bench::require(data.atoms.size() == original.atoms.size() && data.EFG.size() == original.EFG.size()
+                           && data.atoms.last().pos == original.atoms.last().pos
+                           && data.shieldings.last().tensor == original.shieldings.last().tensor
+                           && data.EFG.last().principalValues == original.EFG.last().principalValues,
+                       "read");
+        data = {};
+        state.ResumeTiming();
+    }
+    state.SetBytesProcessed(int64_t(state.iterations()) * text.size());
+}
+
+/// All numbers of the same text, converted and added up: what no reader can go below.
+void numbers(benchmark::State &state, int atoms)
+{
+    const QByteArray text = magresText(crystalData(atoms));
+    std::vector<std::pair<const char *, const char *>> tokens;
+    for (const char *p = text.begin(); p != text.end();) {
+        const char *last = std::find_if(p, text.end(), [](char c) { return c == ' ' || c == '\n'; });
+        if (last - p > 20 && *p != '#') // numbers with 17 digits
+            tokens.push_back({p, last});
+        p = last == text.end() ? last : last + 1;
+    }
+    Bench::require(tokens.size() == size_t(9 + atoms * (3 + 9 + 9)), "limit/numbers");
+    for (auto _ : state) {
+        double sum = 0.0;
+        for (const auto &[first, last] : tokens) {
+            double value = 0.0;
+            std::from_chars(first, last, value);
+            sum += value;
+        }
+        benchmark::DoNotOptimize(sum);
+    }
+}
+
+void table(benchmark::State &state, int atoms)
+{
+    MagresData data = crystalData(atoms);
+    const Magres::ParameterTable expected = Magres::parameterTable(data, nuclei);
+    const QVariantMap last = expected.rows.last().toMap();
+    Bench::require(expected.rows.size() == atoms
+                       && last[QStringLiteral("iso")].toDouble() == data.shieldings.last().iso()
+                       && last[QStringLiteral("eq")].toDouble() == data.EFG.last().eq(),
+                   "table");
+    for (auto _ : state)
+        benchmark::DoNotOptimize(Magres::parameterTable(data, nuclei).rows.data());
+}
+
+MagresSpecParams parameters(CorrelationMode mode)
+{
+    MagresSpecParams p;
+    p.specType = qint32(SpectrumKind::TwoD);
+    p.nucF2 = QStringLiteral("13C");
+    p.nucF1 = QStringLiteral("1H");
+    p.corr = qint32(mode);
+    return p;
+}
+
+void correlate(benchmark::State &state, int atoms, CorrelationMode mode)
+{
+    const MagresData data = crystalData(atoms);
+    const MagresSpecParams p = parameters(mode);
+    const QList<SpectrumPeak> peaks = Magres::makePeaks(data, p, nuclei);
+    const auto carbons = std::count_if(data.atoms.begin(), data.atoms.end(), [](const auto &a) { return a.type == "C"; });
+    Bench::require(mode == CorrelationMode::StrongestDipolar || peaks.size() == carbons, "correlate");
+    for (auto _ : state)
+        benchmark::DoNotOptimize(Magres::makePeaks(data, p, nuclei).data());
+}
+
+void range(benchmark::State &state, int atoms)
+{
+    const MagresData data = crystalData(atoms);
+    const Magres::ShiftRangeInData inData(data, "1H", nuclei);
+    double lowest = 1e9;
+    for (qsizetype i = 0; i < data.atoms.size(); ++i)
+        if (data.atoms[i].type == "H")
+            lowest = std::min(lowest, data.shieldings[i].iso() * -1.0 + 30.0);
+    Bench::require(inData.range(30.0, -1.0, false, 600.0).lo == lowest, "range");
+    for (auto _ : state)
+        benchmark::DoNotOptimize(inData.range(30.0, -1.0, false, 600.0));
+}
+
+/// 200 peaks on 8192 points, as in the editing of a spectrum.
+struct Update {
+    MagresData data = crystalData(600);
+    MagresSpecParams record;
+
+    Update()
+    {
+        record.nucF2 = QStringLiteral("1H");
+        record.pts = 8192;
+        // Ethanol: six of nine atoms are hydrogen. Two hundred of them keep their name.
+        int kept = 0;
+        for (MagresAtom &atom : data.atoms)
+            if (atom.type == "H" && ++kept > 200)
+                atom.type = "C";
+        Magres::completeParameters(data, record, nuclei);
+        Bench::require(Magres::makePeaks(data, record, nuclei).size() == 200, "update");
+    }
+};
+
+void updateWhole(benchmark::State &state)
+{
+    Update update;
+    const QVariantMap map = update.data.toMap();
+    const QVariantHash hash = update.record.toMap();
+    for (auto _ : state) {
+        MagresSpecParams record;
+        record.fromMap(hash);
+        MagresData data;
+        data.fromMap(map);
+        Magres::completeParameters(data, record, nuclei);
+        benchmark::DoNotOptimize(Magres::generateSpectrum(data, record, nuclei).data);
+    }
+}
+
+void updateBare(benchmark::State &state)
+{
+    Update update;
+    const QVariantMap map = update.data.toMap();
+    update.record.peaks = Magres::makePeaks(update.data, update.record, nuclei);
+    const QList<Magres::SpectrumDimension> dimensions = Magres::dimensions(update.record);
+    for (auto _ : state) {
+        MagresData data;
+        data.fromMap(map);
+        benchmark::DoNotOptimize(data.atoms.data());
+        benchmark::DoNotOptimize(Magres::synthesize(update.record, dimensions).data());
+    }
+}
+
+} // namespace
+
+void Bench::registerData()
+{
+    const auto add = [](const std::string &name, auto benchmarked, auto... arguments) {
+        benchmark::RegisterBenchmark(name.c_str(), benchmarked, arguments...)->Unit(benchmark::kMicrosecond);
+    };
+    for (int count : {1000, 5000}) {
+        const std::string n = std::to_string(count);
+        add("read/" + n, readText, count);
+        add("limit/numbers/" + n, numbers, count);
+        add("table/" + n, table, count);
+        add("range/" + n, range, count);
+    }
+    for (int count : {400, 2000}) {
+        add("correlate/" + std::to_string(count), correlate, count, CorrelationMode::RssDipolar);
+        add("correlate/strongest/" + std::to_string(count), correlate, count, CorrelationMode::StrongestDipolar);
+    }
+    add("update/200/8192", updateWhole);
+    add("update/200/8192/bare", updateBare);
+}
