@@ -163,7 +163,7 @@ void completeParameters(const MagresData &data, MagresSpecParams &parameters, co
         storeDimension(f2, 0, parameters);
         return;
     }
-    // Both dimensions are looked at before either is stored, and F1 is stored last: it wins where both have one nucleus.
+    // Both dimensions are looked at before either is stored. F1 comes last: it wins where both have one nucleus.
     const DimensionParameters f1 = completeDimension(data, parameters, 1, nuclei, properties);
     storeDimension(f2, 0, parameters);
     storeDimension(f1, 1, parameters);

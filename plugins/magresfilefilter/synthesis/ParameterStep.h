@@ -76,10 +76,10 @@ private:
     QList<Tensors> m_sites;
 };
 
-/// The range to show for a range in data: widened by a tenth at the low end and by a tenth of the then wider range at the
-/// high end. Bounds less than 0.01 ppm apart count as equal and are moved apart by 10 ppm each first. From, to, neither
-/// farther from 0 than maximumDisplayShift.
 inline constexpr double maximumDisplayShift = 100000.0; // ppm
+/// The range to show for a range in data: widened by a tenth at the low end and by a tenth of the then wider range at
+/// the high end. Bounds less than 0.01 ppm apart count as equal and are moved apart by 10 ppm each first. From, to,
+/// neither farther from 0 than maximumDisplayShift.
 std::array<double, 2> displayRange(const ShiftRange &inData);
 
 /// Fills in what the record leaves open, as a user would who opens the parameter dialog and accepts it at once: nuclei

@@ -19,8 +19,8 @@ std::unique_ptr<Ui::WMagresDialog> makeForm(QDialog *dialog)
     return form;
 }
 
-/// The backgrounds of the group boxes are light under every palette, so the texts on them have to be dark. Widgets below
-/// a style sheet do not inherit palettes, so each gets its own.
+/// The backgrounds of the group boxes are light under every palette, so the texts on them have to be dark. Widgets
+/// below a style sheet do not inherit palettes, so each gets its own.
 void setDarkText(QGroupBox *box)
 {
     QPalette palette;

@@ -12,7 +12,8 @@ namespace Ui {
 class WMagresQuadIsoDialog;
 }
 
-/// Asks for the isotope of an element to which quadrupolar couplings refer. Changes nothing: the caller stores the choice.
+/// Asks for the isotope of an element to which quadrupolar couplings refer. Changes nothing: the caller stores what was
+/// chosen.
 ///
 /// Refers to data and nuclear properties, which must outlive the dialog.
 class WMagresQuadIsoDialog : public QDialog
