@@ -9,8 +9,10 @@
 #include "synthesis/ParameterStep.h"
 #include "synthesis/SpectrumRecord.h"
 #include "ui/SettingsScope.h"
+#include "ui/WMagresDialog.h"
 
 #include <QCoreApplication>
+#include <QPointer>
 
 namespace Magres {
 namespace {
@@ -20,10 +22,22 @@ struct Texts {
 };
 
 /// Lets the user set the parameters; without a user, as if the dialog had been accepted at once. Throws TPluginError when
-/// it was cancelled.
+/// it was cancelled, or when the data set was deleted meanwhile.
 void askForParameters(const HostContext &host, const MagresData &data, MagresSpecParams &parameters)
 {
-    completeParameters(data, parameters, host.nuclearProperties());
+    if (host.isHeadless()) {
+        completeParameters(data, parameters, host.nuclearProperties());
+        return;
+    }
+    // The window may go, and take its dialogs along, while the user looks at this one.
+    QPointer<WMagresDialog> dialog = new WMagresDialog(data, parameters, host.nuclearProperties(), host.window());
+    const bool accepted = dialog->exec() == QDialog::Accepted && dialog;
+    if (accepted)
+        dialog->copyToRecord();
+    delete dialog;
+    if (!accepted)
+        throw TPluginError(Texts::tr("Canceled"));
+    host.requiredDataMap(data.ID);
 }
 
 } // namespace
@@ -56,7 +70,10 @@ void updateSpectrum(const HostContext &host)
         parameters.fromMap(stored);
         SettingsScope<MagresData> data;
         data.fromMap(host.requiredDataMap(parameters.magresDataId));
+        const QPointer<QObject> stillThere = spectra.object();
         askForParameters(host, data, parameters);
+        if (!stillThere)
+            throw TPluginError(Texts::tr("The active NMR spectrum is not a MAGRES spectrum"));
 
         const WaitCursor cursor;
         replaceSpectrum(host, spectra, entry, data, parameters);

@@ -11,45 +11,34 @@
 namespace Magres {
 namespace {
 
-/// The nucleus of a record, the fall-back for an empty one, or else the first on offer.
-QString offeredNucleus(const QString &nucleus, const QString &fallBack, const QStringList &offered)
+double finiteOr(double value, double fallBack)
 {
-    const QString wanted = nucleus.isEmpty() ? fallBack : nucleus;
-    return offered.contains(wanted) ? wanted : offered.value(0);
+    return std::isfinite(value) ? value : fallBack;
 }
 
-qint32 offeredPoints(qint32 points, qint32 fallBack)
+/// A text or another thing in place of the number counts as 0, as everywhere in the map form.
+double numberOf(const QVariantMap &perNucleus, const QString &nucleus, double fallBack)
 {
-    return offeredPointCounts().contains(points) ? points : fallBack;
+    return finiteOr(perNucleus.value(nucleus, fallBack).toDouble(), fallBack);
 }
 
-/// The boxes of one dimension.
-struct DimensionValues {
-    QString nucleus;
-    double reference;
-    double slope;
-    double lineWidth;
-};
-
-DimensionValues valuesOf(const MagresSpecParams &parameters, const QString &nucleus, double lineWidthFallBack)
+DimensionParameters completeDimension(const MagresData &data, const MagresSpecParams &parameters, int dimension,
+                                      const QStringList &nuclei, const NuclearProperties &properties)
 {
-    return {nucleus, parameters.ref.value(nucleus, defaultReference).toDouble(),
-            parameters.slope.value(nucleus, defaultSlope).toDouble(),
-            parameters.lw.value(nucleus, lineWidthFallBack).toDouble()};
-}
-
-void store(const DimensionValues &values, MagresSpecParams &parameters)
-{
-    parameters.ref.insert(values.nucleus, values.reference);
-    parameters.slope.insert(values.nucleus, values.slope);
-    parameters.lw.insert(values.nucleus, values.lineWidth);
-}
-
-std::array<double, 2> rangeOf(const MagresData &data, const DimensionValues &values, bool withQuadShift,
-                              double protonFrequencyMHz, const NuclearProperties &properties)
-{
-    const ShiftRangeInData inData(data, values.nucleus.toLatin1(), properties);
-    return displayRange(inData.range(values.reference, values.slope, withQuadShift, protonFrequencyMHz));
+    DimensionParameters complete;
+    complete.nucleus = offeredNucleus(parameters, dimension, nuclei);
+    complete.values = nucleusParameters(parameters, complete.nucleus, dimension);
+    complete.quadShift = parameters.quadShift(dimension);
+    const qint32 pointsF2 = parameters.isTwoD() ? parameters.ptsF2 : parameters.pts;
+    complete.points = offeredPointCount(dimension == 0 ? pointsF2 : parameters.ptsF1, dimension);
+    if (hasUserRange(parameters, dimension)) {
+        complete.range = dimension == 0 ? parameters.RangeF2 : parameters.RangeF1;
+    } else {
+        const ShiftRangeInData inData(data, complete.nucleus.toLatin1(), properties);
+        complete.range = displayRange(inData.range(complete.values.reference, complete.values.slope,
+                                                   complete.quadShift, parameters.freq));
+    }
+    return complete;
 }
 
 } // namespace
@@ -69,6 +58,53 @@ QList<qint32> offeredPointCounts()
     for (int exponent = 7; exponent <= 26; ++exponent)
         counts.append(1 << exponent);
     return counts;
+}
+
+QString offeredNucleus(const MagresSpecParams &parameters, int dimension, const QStringList &offered)
+{
+    const QString fallBack = dimension == 0 ? QStringLiteral("13C") : QStringLiteral("1H");
+    const QString &nucleus = dimension == 0 ? parameters.nucF2 : parameters.nucF1;
+    const QString &wanted = nucleus.isEmpty() ? fallBack : nucleus;
+    return offered.contains(wanted) ? wanted : offered.value(0);
+}
+
+qint32 offeredPointCount(qint32 points, int dimension)
+{
+    return offeredPointCounts().contains(points) ? points : dimension == 0 ? defaultPoints : defaultPointsF1;
+}
+
+NucleusParameters nucleusParameters(const MagresSpecParams &parameters, const QString &nucleus, int dimension)
+{
+    return {numberOf(parameters.ref, nucleus, defaultReference), numberOf(parameters.slope, nucleus, defaultSlope),
+            numberOf(parameters.lw, nucleus, dimension == 0 ? defaultLineWidthF2 : defaultLineWidthF1)};
+}
+
+double protonFrequency(const MagresSpecParams &parameters)
+{
+    return finiteOr(parameters.freq, MagresSpecParams{}.freq);
+}
+
+bool hasUserRange(const MagresSpecParams &parameters, int dimension)
+{
+    const auto [from, to] = dimension == 0 ? parameters.RangeF2 : parameters.RangeF1;
+    const bool marked = dimension == 0 ? parameters.RangeF2User : parameters.RangeF1User;
+    return marked && std::isfinite(from) && std::isfinite(to);
+}
+
+void storeDimension(const DimensionParameters &chosen, int dimension, MagresSpecParams &parameters)
+{
+    const bool direct = dimension == 0;
+    (direct ? parameters.nucF2 : parameters.nucF1) = chosen.nucleus;
+    parameters.qShift = {direct ? chosen.quadShift : parameters.quadShift(0),
+                         direct ? parameters.quadShift(1) : chosen.quadShift};
+    if (!chosen.nucleus.isEmpty()) {
+        parameters.ref.insert(chosen.nucleus, chosen.values.reference);
+        parameters.slope.insert(chosen.nucleus, chosen.values.slope);
+        parameters.lw.insert(chosen.nucleus, chosen.values.lineWidth);
+    }
+    qint32 &pointsF2 = parameters.isTwoD() ? parameters.ptsF2 : parameters.pts;
+    (direct ? pointsF2 : parameters.ptsF1) = chosen.points;
+    (direct ? parameters.RangeF2 : parameters.RangeF1) = chosen.range;
 }
 
 ShiftRangeInData::ShiftRangeInData(const MagresData &data, const QByteArray &nucleus,
@@ -106,42 +142,33 @@ std::array<double, 2> displayRange(const ShiftRange &inData)
         hi += 10.0;
     }
     const double from = lo - 0.1 * (hi - lo);
-    return {from, hi + 0.1 * (hi - from)};
+    const double to = hi + 0.1 * (hi - from);
+    return {std::clamp(from, -maximumDisplayShift, maximumDisplayShift),
+            std::clamp(to, -maximumDisplayShift, maximumDisplayShift)};
 }
 
 void completeParameters(const MagresData &data, MagresSpecParams &parameters, const NuclearProperties &properties)
 {
     const bool twoD = parameters.isTwoD();
     parameters.specType = qint32(twoD ? SpectrumKind::TwoD : SpectrumKind::OneD);
+    parameters.freq = protonFrequency(parameters);
     if (parameters.avIdx < qint32(AveragingMode::None) || parameters.avIdx > qint32(AveragingMode::AllXh3))
         parameters.avIdx = qint32(AveragingMode::None);
-    if (parameters.corr != qint32(CorrelationMode::RssDipolar))
-        parameters.corr = qint32(CorrelationMode::StrongestDipolar);
+    parameters.RangeF2User = hasUserRange(parameters, 0);
+    parameters.RangeF1User = hasUserRange(parameters, 1);
 
     const QStringList nuclei = observableNuclei(data);
-    const DimensionValues f2 = valuesOf(
-        parameters, offeredNucleus(parameters.nucF2, QStringLiteral("13C"), nuclei), defaultLineWidthF2);
-    const DimensionValues f1 = valuesOf(
-        parameters, offeredNucleus(parameters.nucF1, QStringLiteral("1H"), nuclei), defaultLineWidthF1);
-    // Both dimensions are looked at before either is stored, and F1 is stored last: it wins where both have one nucleus.
-    const bool quadF2 = parameters.quadShift(0);
-    const bool quadF1 = parameters.quadShift(1);
-
-    parameters.nucF2 = f2.nucleus;
-    store(f2, parameters);
-    qint32 &points = twoD ? parameters.ptsF2 : parameters.pts;
-    points = offeredPoints(points, defaultPoints);
-    if (!parameters.RangeF2User)
-        parameters.RangeF2 = rangeOf(data, f2, quadF2, parameters.freq, properties);
-    parameters.qShift = {quadF2, quadF1};
-    if (!twoD)
+    const DimensionParameters f2 = completeDimension(data, parameters, 0, nuclei, properties);
+    if (!twoD) {
+        storeDimension(f2, 0, parameters);
         return;
-
-    parameters.nucF1 = f1.nucleus;
-    store(f1, parameters);
-    parameters.ptsF1 = offeredPoints(parameters.ptsF1, defaultPointsF1);
-    if (!parameters.RangeF1User)
-        parameters.RangeF1 = rangeOf(data, f1, quadF1, parameters.freq, properties);
+    }
+    // Both dimensions are looked at before either is stored. F1 comes last: it wins where both have one nucleus.
+    const DimensionParameters f1 = completeDimension(data, parameters, 1, nuclei, properties);
+    storeDimension(f2, 0, parameters);
+    storeDimension(f1, 1, parameters);
+    if (parameters.corr != qint32(CorrelationMode::RssDipolar))
+        parameters.corr = qint32(CorrelationMode::StrongestDipolar);
 }
 
 } // namespace Magres

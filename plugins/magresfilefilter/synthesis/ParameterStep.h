@@ -17,6 +17,38 @@ QList<qint32> offeredPointCounts();
 inline constexpr qint32 defaultPoints = 8192;
 inline constexpr qint32 defaultPointsF1 = 1024;
 
+/// The record's nucleus of dimension 0 (F2) or 1 (F1), or the fall-back of the dimension for an empty one, if it is on
+/// offer; else the first on offer.
+QString offeredNucleus(const MagresSpecParams &parameters, int dimension, const QStringList &offered);
+/// The number of points, if it is on offer; else the fall-back of the dimension.
+qint32 offeredPointCount(qint32 points, int dimension);
+
+/// What the record holds of a nucleus that is observed in a dimension. A missing number and one that is not finite get
+/// the fall-back.
+struct NucleusParameters {
+    double reference = defaultReference; // ppm
+    double slope = defaultSlope;
+    double lineWidth = defaultLineWidthF2; // Hz
+};
+NucleusParameters nucleusParameters(const MagresSpecParams &parameters, const QString &nucleus, int dimension);
+
+/// MHz, of 1H; that of a new record for a number that is not finite.
+double protonFrequency(const MagresSpecParams &parameters);
+/// Whether the range of the dimension is marked as the user's and can be shown.
+bool hasUserRange(const MagresSpecParams &parameters, int dimension);
+
+/// What the user or the fall-backs decide for one dimension.
+struct DimensionParameters {
+    QString nucleus;
+    NucleusParameters values;
+    bool quadShift = false;
+    qint32 points = defaultPoints;
+    std::array<double, 2> range{}; // from, to, ppm
+};
+/// The record's kind of spectrum says which of its point counts is meant. Without a nucleus the maps of the record stay
+/// as they are.
+void storeDimension(const DimensionParameters &chosen, int dimension, MagresSpecParams &parameters);
+
 /// Lowest and highest shift, ppm.
 struct ShiftRange {
     double lo = 0.0;
@@ -44,8 +76,10 @@ private:
     QList<Tensors> m_sites;
 };
 
-/// The range to show for a range in data: widened by a tenth at the low end and by a tenth of the then wider range at the
-/// high end. Bounds less than 0.01 ppm apart count as equal and are moved apart by 10 ppm each first. From, to.
+inline constexpr double maximumDisplayShift = 100000.0; // ppm
+/// The range to show for a range in data: widened by a tenth at the low end and by a tenth of the then wider range at
+/// the high end. Bounds less than 0.01 ppm apart count as equal and are moved apart by 10 ppm each first. From, to,
+/// neither farther from 0 than maximumDisplayShift.
 std::array<double, 2> displayRange(const ShiftRange &inData);
 
 /// Fills in what the record leaves open, as a user would who opens the parameter dialog and accepts it at once: nuclei

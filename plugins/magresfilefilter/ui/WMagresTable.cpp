@@ -172,7 +172,8 @@ void WMagresTable::createSpectrum()
 
 void WMagresTable::setQuadIsotope()
 {
-    if (m_commands.chooseQuadrupolarIsotope(m_dataId))
+    const QPointer<WMagresTable> stillThere(this); // the table may be deleted while the dialog is open
+    if (m_commands.chooseQuadrupolarIsotope(m_dataId) && stillThere)
         reload();
 }
 

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "ui/SpinBoxNumber.h"
+
+#include <QDoubleSpinBox>
+#include <QSignalBlocker>
+
+SpinBoxNumber::SpinBoxNumber(QDoubleSpinBox *box)
+    : QObject(box),
+      m_box(box),
+      m_value(box->value()),
+      m_shown(box->value())
+{
+    connect(box, &QDoubleSpinBox::valueChanged, this, &SpinBoxNumber::onBoxChanged);
+}
+
+void SpinBoxNumber::setValue(double value)
+{
+    const QSignalBlocker blocker(m_box);
+    m_box->setValue(value);
+    m_shown = m_box->value();
+    m_value = value;
+}
+
+void SpinBoxNumber::onBoxChanged(double shown)
+{
+    if (shown == m_shown)
+        return;
+    m_shown = shown;
+    m_value = shown;
+    Q_EMIT edited();
+}
