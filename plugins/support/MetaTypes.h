@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QDataStream>
+#include <QList>
 #include <QMetaType>
 
 #include <array>

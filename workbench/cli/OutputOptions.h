@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QStringList>
+
+class HostApplication;
+class Simulation;
+
+/// The `-o` options of a command.
+class OutputOptions {
+public:
+    /// What is written: the spectrum in its formats, or pictures of the whole page.
+    enum Kind { Spectrum, Page };
+
+    /// Throws UsageError for suffixes that stand for no format and for files that are named twice.
+    OutputOptions(const QStringList &fileNames, Kind kind);
+
+    bool isEmpty() const { return m_fileNames.isEmpty(); }
+
+    /// All files or none.
+    void write(HostApplication &host, const Simulation &simulation) const;
+
+private:
+    QStringList m_fileNames;
+    Kind m_kind;
+};

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/PrivateSettings.h"
+
+#include "cli/CliErrors.h"
+
+#include <QDir>
+#include <QSettings>
+
+#include <csignal>
+#include <filesystem>
+#include <thread>
+
+namespace {
+
+/// Waits for an interruption in a thread of its own, where the directory can be removed by ordinary means, and then
+/// lets the signal do what it does.
+void removeWhenInterrupted(const std::filesystem::path &directory)
+{
+    sigset_t signals;
+    sigemptyset(&signals);
+    for (int signal : {SIGINT, SIGTERM, SIGHUP})
+        sigaddset(&signals, signal);
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    std::thread([signals, directory] {
+        int signal = 0;
+        sigwait(&signals, &signal);
+        std::error_code ignored;
+        std::filesystem::remove_all(directory, ignored);
+        pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
+        std::raise(signal);
+    }).detach();
+}
+
+} // namespace
+
+PrivateSettings::PrivateSettings() : m_directory(QDir::tempPath() + QStringLiteral("/magres-workbench-XXXXXX"))
+{
+    if (!m_directory.isValid()) {
+        throw CommandError(QStringLiteral("a temporary directory cannot be made in %1: %2")
+                               .arg(QDir::tempPath(), m_directory.errorString()));
+    }
+    removeWhenInterrupted(m_directory.path().toStdString());
+    // Qt would make a directory of its own for this, complain, and leave it behind.
+    if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
+        qputenv("XDG_RUNTIME_DIR", QFile::encodeName(m_directory.path()));
+    QSettings::setDefaultFormat(QSettings::IniFormat);
+    for (QSettings::Scope scope : {QSettings::UserScope, QSettings::SystemScope})
+        QSettings::setPath(QSettings::IniFormat, scope, m_directory.path());
+}

@@ -1,0 +1,264 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/Simulation.h"
+
+#include "cli/CliErrors.h"
+#include "cli/MessageLog.h"
+#include "host/Elision.h"
+#include "host/HostApplication.h"
+#include "host/MainScene.h"
+#include "host/NucleusTables.h"
+#include "host/WMainWindow.h"
+#include "io/TableExport.h"
+#include "items/NmrData.h"
+#include "items/NmrItem.h"
+#include "items/TableItem.h"
+#include "support/MetaTypes.h"
+
+#include <QMetaMethod>
+#include <QSettings>
+
+namespace {
+
+/// The fewest points that the plug-in offers, for spectra that are only made to see their axes.
+constexpr int draftPoints = 128;
+
+/// What the plug-in takes when there is nothing else, F2 and F1.
+constexpr double defaultLineWidth[2] = {30, 1};
+constexpr int defaultPoints2D[2] = {1024, 256};
+constexpr int defaultPoints1D = 8192;
+
+const QString magresFormat = QStringLiteral("magres");
+
+QString key(const char *name)
+{
+    return QLatin1String(name);
+}
+
+/// The values that the user gives for a nucleus, by nucleus: both dimensions share them.
+template <typename Member> QVariantMap givenByNucleus(const SimulateOptions &options, Member member)
+{
+    QVariantMap map;
+    for (int d = 0; d < (options.twoDimensional ? 2 : 1); ++d) {
+        const DimensionOptions &dimension = options.dimension[d];
+        if (dimension.*member)
+            map.insert(dimension.nucleus, *(dimension.*member));
+    }
+    return map;
+}
+
+/// What the plug-in's next spectrum starts from, with as few points as it can have.
+void writeSettings(const SimulateOptions &options)
+{
+    QSettings settings;
+    settings.beginGroup(QStringLiteral("magresPlugin"));
+    settings.setValue(key("nucF2"), options.dimension[0].nucleus);
+    settings.setValue(key("nucF1"), options.dimension[1].nucleus);
+    settings.setValue(key("freq"), options.frequency);
+    settings.setValue(key("specType"), options.twoDimensional ? 1 : 0);
+    settings.setValue(key("avIdx"), options.averaging);
+    settings.setValue(key("correlation"), options.correlation);
+    for (const char *points : {"pts", "ptsF2", "ptsF1"})
+        settings.setValue(key(points), draftPoints);
+    settings.setValue(key("ref"), givenByNucleus(options, &DimensionOptions::reference));
+    settings.setValue(key("slope"), givenByNucleus(options, &DimensionOptions::slope));
+    settings.setValue(key("lw"), givenByNucleus(options, &DimensionOptions::lineWidth));
+}
+
+/// Adds to the parameters of a spectrum what no settings hold: ranges and quadrupolar shifts.
+void setRangesAndShifts(QVariantHash &parameters, const SimulateOptions &options)
+{
+    const char *ranges[] = {"RangeF2", "RangeF1"};
+    QList<int> shifts;
+    for (int d = 0; d < 2; ++d) {
+        const DimensionOptions &dimension = options.dimension[d];
+        shifts.append(dimension.quadrupolarShift ? 1 : 0);
+        if (dimension.range) {
+            const DoubleVector range{dimension.range->first, dimension.range->second};
+            parameters.insert(key(ranges[d]), QVariant::fromValue(range));
+            parameters.insert(key(ranges[d]) + QStringLiteral("User"), true);
+        }
+    }
+    parameters.insert(key("qShift"), QVariant::fromValue(shifts));
+}
+
+int pointsOf(const SimulateOptions &options, int dimension)
+{
+    return options.dimension[dimension].points.value_or(options.twoDimensional ? defaultPoints2D[dimension]
+                                                                               : defaultPoints1D);
+}
+
+/// All counts, so that none of the draft's is left in the parameters.
+void setPoints(QVariantHash &parameters, const SimulateOptions &options)
+{
+    parameters.insert(key("pts"), options.twoDimensional ? defaultPoints1D : pointsOf(options, 0));
+    parameters.insert(key("ptsF2"), options.twoDimensional ? pointsOf(options, 0) : defaultPoints2D[0]);
+    parameters.insert(key("ptsF1"), options.twoDimensional ? pointsOf(options, 1) : defaultPoints2D[1]);
+}
+
+} // namespace
+
+Simulation::Simulation(HostApplication &host, MessageLog &log) : m_host(host), m_log(log)
+{
+}
+
+void Simulation::readFile(const QString &fileName, const QMap<QString, QString> &isotopes)
+{
+    QVariantMap chosen;
+    for (auto it = isotopes.cbegin(); it != isotopes.cend(); ++it)
+        chosen.insert(it.key(), it.value());
+    if (!chosen.isEmpty())
+        QSettings().setValue(QStringLiteral("magresPlugin/QIso"), chosen);
+    m_fileName = fileName;
+    const WMainWindow::ReadResult result = m_host.window().readFile(fileName);
+    m_plugin = result.filter;
+    for (QGraphicsWidget *item : result.items) {
+        if (auto *table = qobject_cast<TableItem *>(item))
+            m_table = table;
+    }
+    if (!m_table || !m_table->table())
+        throw CommandError(QStringLiteral("%1 was read, but gave no table").arg(fileName));
+}
+
+QStringList Simulation::nuclei() const
+{
+    QStringList elements;
+    for (const QVariant &row : TableExport::rows(*m_table)) {
+        const QString element = row.toMap().value(key("type")).toString();
+        if (!elements.contains(element))
+            elements.append(element);
+    }
+    QStringList found;
+    for (const QString &element : elements)
+        found.append(m_host.nucleusTables().isotopes(element));
+    return found;
+}
+
+void Simulation::checkSites(const SimulateOptions &options) const
+{
+    const QStringList offered = nuclei();
+    for (int d = 0; d < (options.twoDimensional ? 2 : 1); ++d) {
+        const QString &nucleus = options.dimension[d].nucleus;
+        if (!offered.contains(nucleus)) {
+            throw CommandError(QStringLiteral("%1 has no site of %2; it has sites of %3")
+                                   .arg(m_fileName, nucleus,
+                                        offered.isEmpty() ? QStringLiteral("no nucleus known here")
+                                                          : offered.join(QLatin1String(", "))));
+        }
+    }
+}
+
+void Simulation::callSlot(QObject *object, const char *slot)
+{
+    const int index = object ? object->metaObject()->indexOfMethod(slot) : -1;
+    if (index < 0)
+        throw CommandError(QStringLiteral("the plug-in that read %1 has no method %2").arg(m_fileName, key(slot)));
+    object->metaObject()->method(index).invoke(object, Qt::DirectConnection);
+    const QStringList errors = m_log.takeErrors();
+    if (!errors.isEmpty())
+        throw CommandError(elided(errors.join(u'\n')));
+}
+
+void Simulation::run(const SimulateOptions &options)
+{
+    checkSites(options);
+    m_twoDimensional = options.twoDimensional;
+    writeSettings(options);
+    NmrItem *before = m_host.scene().currentNmrItem();
+    callSlot(m_table->table(), "createSpectrum()");
+    m_item = m_host.scene().currentNmrItem();
+    if (!m_item || m_item == before)
+        throw CommandError(QStringLiteral("the plug-in made no spectrum of %1").arg(m_fileName));
+    m_entry = data().activeEntryId();
+
+    QVariantHash wanted = parameters();
+    setRangesAndShifts(wanted, options);
+    if (options.twoDimensional) {
+        update(wanted);
+        wanted.insert(key("lw"), missingLineWidths(options, wanted));
+    }
+    setPoints(wanted, options);
+    update(wanted);
+    m_log.takeInformation();
+}
+
+QVariantMap Simulation::missingLineWidths(const SimulateOptions &options, const QVariantHash &wanted) const
+{
+    const auto widths = data().entry(m_entry).value(key("SpecInfo")).toMap().value(key("SW")).value<DoubleVector>();
+    const QVariantMap given = givenByNucleus(options, &DimensionOptions::lineWidth);
+    QVariantMap needed;
+    for (int d = 0; d < 2; ++d) {
+        const QString &nucleus = options.dimension[d].nucleus;
+        const double axis = d < int(widths.size()) ? widths[d] : 0;
+        const double twoPoints = 2 * axis / pointsOf(options, d);
+        // A nucleus seen in both dimensions has one width, which must do for both.
+        needed.insert(nucleus, std::max({needed.value(nucleus).toDouble(), defaultLineWidth[d], twoPoints}));
+    }
+    QVariantMap all = wanted.value(key("lw")).toMap();
+    all.insert(needed);
+    all.insert(given);
+    return all;
+}
+
+void Simulation::update(const QVariantHash &wanted)
+{
+    data().setEntryOrigParams(m_entry, magresFormat, wanted);
+    callSlot(m_plugin, "updateSpectrum()");
+}
+
+TableItem &Simulation::table() const
+{
+    return *m_table;
+}
+
+NmrItem &Simulation::item() const
+{
+    return *m_item;
+}
+
+NmrData &Simulation::data() const
+{
+    return *m_item->nmrData();
+}
+
+QVariantHash Simulation::parameters() const
+{
+    return data().entryOrigParams(m_entry, magresFormat);
+}
+
+QVariantList Simulation::peaks() const
+{
+    return data().entryPeakList(m_entry).value(key("PeakList")).toList();
+}
+
+QString Simulation::lineWidths() const
+{
+    const QVariantHash used = parameters();
+    const QVariantMap widths = used.value(key("lw")).toMap();
+    QStringList texts;
+    for (const char *nucleusKey : {"nucF2", "nucF1"}) {
+        const QString nucleus = used.value(key(nucleusKey)).toString();
+        const QString text = QStringLiteral("%1 Hz (%2)").arg(widths.value(nucleus).toDouble()).arg(nucleus);
+        if (!texts.contains(text))
+            texts.append(text);
+        if (!m_twoDimensional)
+            break;
+    }
+    return texts.join(QLatin1String(", "));
+}
+
+void Simulation::addExperiment(const std::vector<PeakListFile::Peak> &peaks, const QString &name)
+{
+    data().addEntry({{key("Peaks"), PeakListFile::toPeakMap(peaks)}}, name);
+    // The commands of the plug-in work on the simulated entry.
+    data().setActiveEntryId(m_entry);
+}
+
+QString Simulation::report(const char *slot)
+{
+    m_log.takeInformation();
+    callSlot(m_plugin, slot);
+    const QStringList texts = m_log.takeInformation();
+    if (texts.isEmpty())
+        throw CommandError(QStringLiteral("the plug-in gave no report"));
+    return texts.join(u'\n');
+}

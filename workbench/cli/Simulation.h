@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "cli/SimulateOptions.h"
+#include "io/PeakListFile.h"
+
+#include <QPointer>
+#include <QUuid>
+#include <QVariantHash>
+
+class HostApplication;
+class MessageLog;
+class NmrData;
+class NmrItem;
+class TableItem;
+
+/// One file taken through the plug-in: read, simulated, compared with an experiment. Everything goes by the contract:
+/// settings, methods called by name, parameters stored with the spectrum. Failures are CommandError.
+class Simulation {
+public:
+    Simulation(HostApplication &host, MessageLog &log);
+
+    void readFile(const QString &fileName, const QMap<QString, QString> &isotopes);
+    TableItem &table() const;
+
+    /// The NMR nuclei of the file's elements, in the order of the table's rows.
+    QStringList nuclei() const;
+
+    /// Makes the spectrum. A 2D dimension for which the user gives no line width gets at least two points of its axis:
+    /// narrower peaks would fall between the points.
+    void run(const SimulateOptions &options);
+
+    NmrItem &item() const;
+    NmrData &data() const;
+    const QUuid &entry() const { return m_entry; }
+    /// The parameters that the plug-in stored with the spectrum.
+    QVariantHash parameters() const;
+    QVariantList peaks() const;
+    /// "30 Hz (13C)", per dimension.
+    QString lineWidths() const;
+
+    void addExperiment(const std::vector<PeakListFile::Peak> &peaks, const QString &name);
+    /// The plug-in's reports.
+    QString autoReference() { return report("autoRef()"); }
+    QString rmsd() { return report("calcRmsd()"); }
+
+private:
+    void checkSites(const SimulateOptions &options) const;
+    void callSlot(QObject *object, const char *slot);
+    QString report(const char *slot);
+    void update(const QVariantHash &parameters);
+    QVariantMap missingLineWidths(const SimulateOptions &options, const QVariantHash &parameters) const;
+
+    HostApplication &m_host;
+    MessageLog &m_log;
+    QString m_fileName;
+    QPointer<QObject> m_plugin;
+    QPointer<TableItem> m_table;
+    QPointer<NmrItem> m_item;
+    QUuid m_entry;
+    bool m_twoDimensional = false;
+};

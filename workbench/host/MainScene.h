@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QGraphicsScene>
+#include <QGraphicsWidget>
+#include <QPointer>
+#include <QUuid>
+#include <QVariantMap>
+
+class DataEngine;
+class DocumentItem;
+class NmrItem;
+class QUndoStack;
+
+/// The document: a stack of A4 pages with molecule, table and NMR items, and the custom data of plug-ins behind them.
+/// One item is active (the one last made or clicked); the NMR item that was active last is the current one.
+class MainScene : public QGraphicsScene {
+    Q_OBJECT
+public:
+    explicit MainScene(DataEngine *data, QObject *parent = nullptr);
+    ~MainScene() override;
+
+    // What plug-ins call by name.
+    Q_INVOKABLE QGraphicsWidget *createMolItem(const QRectF &rect, const QVariantMap &description, const bool activate);
+    /// One spectrum entry from the data map.
+    Q_INVOKABLE QGraphicsWidget *createNMRItem(const QRectF &rect, const QVariantMap &data, const bool activate);
+    /// Beside the molecule made last when that place is free, else below everything. The item owns the table object.
+    Q_INVOKABLE QGraphicsWidget *addCustomTableItem(QObject *table, bool activate);
+    /// Kept with the document under the map's "ID", and with no item in particular.
+    Q_INVOKABLE void setCustomData(QVariantMap map, QGraphicsWidget *item);
+    Q_INVOKABLE void delCustomData(QUuid id, QGraphicsWidget *item);
+    /// The next free place for a spectrum, below everything.
+    Q_INVOKABLE QRectF getEmptyRect() const;
+
+    /// Where a file that is read now puts its molecule.
+    QRectF emptyStructureRect() const;
+
+    QList<DocumentItem *> documentItems() const;
+    /// The document item that holds this graphics item; null when none does.
+    static DocumentItem *documentItemOf(QGraphicsItem *item);
+    QRectF usedRect() const;
+    int pageCount() const;
+
+    QGraphicsWidget *activeItem() const { return m_active; }
+    void setActiveItem(QGraphicsWidget *item);
+    /// Null when there is none.
+    NmrItem *currentNmrItem() const;
+
+    QUndoStack *undoStack() const { return m_undoStack; }
+    /// Takes the item off the page; undoable.
+    void removeWithUndo(DocumentItem *item);
+    /// Puts the item on the page, or takes it off and leaves it to the caller.
+    void attach(DocumentItem *item);
+    void detach(DocumentItem *item);
+    /// To be called when an item has got another place.
+    void updatePages();
+
+Q_SIGNALS:
+    void activeItemChanged(QGraphicsWidget *item);
+    void itemAdded(DocumentItem *item);
+
+protected:
+    void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
+    void contextMenuEvent(QGraphicsSceneContextMenuEvent *event) override;
+
+private:
+    QGraphicsWidget *place(DocumentItem *item, const QRectF &rect, bool activate);
+    bool isFree(const QRectF &rect) const;
+
+    DataEngine *m_data;
+    QUndoStack *m_undoStack;
+    QPointer<QGraphicsWidget> m_active;
+    QPointer<NmrItem> m_currentNmr;
+    QRectF m_lastStructureRow;
+};

@@ -1,0 +1,225 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "host/WMainWindow.h"
+
+#include "host/DataEngine.h"
+#include "host/FileFilterRegistry.h"
+#include "host/MainScene.h"
+#include "host/MainView.h"
+#include "host/PluginManager.h"
+#include "io/OutputFiles.h"
+#include "io/PageExport.h"
+#include "items/DocumentItem.h"
+#include "items/NmrData.h"
+#include "items/NmrItem.h"
+#include "items/NmrPlot.h"
+#include "host/Elision.h"
+
+#include <QApplication>
+#include <QDragEnterEvent>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLocale>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QStatusBar>
+#include <QUndoStack>
+
+WMainWindow::WMainWindow(FileFilterRegistry *filters)
+    : m_filters(filters), m_data(new DataEngine(this)), m_scene(new MainScene(m_data, this)),
+      m_view(new MainView(m_scene, this)), m_nmrContextMenu(new QMenu(this)), m_itemMenu(new QMenu(this))
+{
+    setObjectName(QStringLiteral("mainWindow"));
+    setWindowTitle(tr("Magres Workbench"));
+    setAcceptDrops(true);
+    m_data->setObjectName(QStringLiteral("dataEngine"));
+    setCentralWidget(m_view);
+    connect(m_scene, &MainScene::itemAdded, this, &WMainWindow::addHostMenu);
+    createMenus();
+    resize(1100, 900);
+}
+
+WMainWindow::~WMainWindow()
+{
+    // Items call back while they go; they must find the scene and the data engine alive.
+    m_scene->disconnect(this);
+    delete m_scene;
+}
+
+QObject *WMainWindow::dataEngine() const
+{
+    return m_data;
+}
+
+QObject *WMainWindow::getNMRData() const
+{
+    NmrItem *item = m_scene->currentNmrItem();
+    return item ? item->getNMRData() : nullptr;
+}
+
+QObject *WMainWindow::nmrPlot() const
+{
+    NmrItem *item = m_scene->currentNmrItem();
+    return item ? item->plot() : nullptr;
+}
+
+bool WMainWindow::checkProductLicense(QString) const
+{
+    return true;
+}
+
+QString WMainWindow::language() const
+{
+    return QLocale().name().section(u'_', 0, 0);
+}
+
+WMainWindow::ReadResult WMainWindow::readFile(const QString &fileName)
+{
+    QObject *filter = m_filters->matching(fileName);
+    if (!filter) {
+        const QStringList known = m_filters->nameFilters();
+        const QString offered = known.isEmpty() ? tr("no plug-in with a file filter is loaded")
+                                                : tr("files that can be read: %1").arg(known.join(QLatin1String(", ")));
+        throw std::runtime_error(
+            tr("File %1 is not of a kind that is known here; %2").arg(fileName, offered).toStdString());
+    }
+    const QList<DocumentItem *> before = m_scene->documentItems();
+    try {
+        return {filter, m_filters->read(filter, fileName, m_scene->emptyStructureRect())};
+    } catch (...) {
+        // A filter that fails half-way leaves nothing on the page.
+        for (DocumentItem *item : m_scene->documentItems()) {
+            if (!before.contains(item)) {
+                m_scene->detach(item);
+                delete item;
+            }
+        }
+        throw;
+    }
+}
+
+void WMainWindow::openFiles(const QStringList &fileNames)
+{
+    for (const QString &fileName : fileNames) {
+        try {
+            const QList<QGraphicsWidget *> items = readFile(fileName).items;
+            if (!items.isEmpty())
+                m_view->ensureVisible(items.constFirst());
+            statusBar()->showMessage(tr("%1 is open").arg(QFileInfo(fileName).fileName()), 5000);
+        } catch (const std::exception &error) {
+            QMessageBox::critical(this, tr("%1 cannot be opened").arg(QFileInfo(fileName).fileName()),
+                                  tr("%1\n\n%2").arg(fileName, elided(QString::fromUtf8(error.what()))));
+        }
+    }
+}
+
+void WMainWindow::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (event->mimeData()->hasUrls())
+        event->acceptProposedAction();
+}
+
+void WMainWindow::dropEvent(QDropEvent *event)
+{
+    QStringList files;
+    for (const QUrl &url : event->mimeData()->urls()) {
+        if (url.isLocalFile())
+            files.append(url.toLocalFile());
+    }
+    event->acceptProposedAction();
+    // After the drop has ended: a message box inside would block the program that the file comes from.
+    QMetaObject::invokeMethod(
+        this, [this, files] { openFiles(files); }, Qt::QueuedConnection);
+}
+
+void WMainWindow::createMenus()
+{
+    QMenu *file = menuBar()->addMenu(tr("&File"));
+    file->addAction(tr("&Open..."), QKeySequence::Open, this, &WMainWindow::chooseFiles);
+    file->addAction(tr("&Export Page..."), QKeySequence(tr("Ctrl+E")), this, &WMainWindow::exportPage);
+    file->addSeparator();
+    file->addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);
+
+    QMenu *edit = menuBar()->addMenu(tr("&Edit"));
+    QAction *undo = m_scene->undoStack()->createUndoAction(this);
+    undo->setShortcut(QKeySequence::Undo);
+    QAction *redo = m_scene->undoStack()->createRedoAction(this);
+    redo->setShortcut(QKeySequence::Redo);
+    edit->addActions({undo, redo});
+    edit->addSeparator();
+    QAction *remove = edit->addAction(tr("&Delete Item"), QKeySequence::Delete, this, &WMainWindow::deleteActiveItem);
+    m_itemMenu->addAction(remove);
+    const auto enable = [this, remove] { remove->setEnabled(m_scene->activeItem() != nullptr); };
+    connect(m_scene, &MainScene::activeItemChanged, this, enable);
+    enable();
+
+    QMenu *viewMenu = menuBar()->addMenu(tr("&View"));
+    viewMenu->addAction(tr("Zoom &In"), QKeySequence::ZoomIn, this, [this] { m_view->zoom(1.25); });
+    viewMenu->addAction(tr("Zoom &Out"), QKeySequence::ZoomOut, this, [this] { m_view->zoom(0.8); });
+    viewMenu->addAction(tr("&Page Width"), QKeySequence(tr("Ctrl+0")), m_view, &MainView::fitPageWidth);
+
+    QMenu *help = menuBar()->addMenu(tr("&Help"));
+    help->addAction(tr("&About and Plug-ins..."), this, &WMainWindow::showAbout);
+}
+
+void WMainWindow::addHostMenu(DocumentItem *item)
+{
+    if (qobject_cast<NmrItem *>(item))
+        item->addContextMenu(m_nmrContextMenu);
+    item->addContextMenu(m_itemMenu);
+}
+
+void WMainWindow::chooseFiles()
+{
+    QStringList filters = m_filters->nameFilters();
+    filters.append(tr("All files (*)"));
+    const QStringList files =
+        QFileDialog::getOpenFileNames(this, tr("Open"), m_lastDirectory, filters.join(QLatin1String(";;")));
+    if (files.isEmpty())
+        return;
+    m_lastDirectory = QFileInfo(files.constFirst()).path();
+    openFiles(files);
+}
+
+void WMainWindow::exportPage()
+{
+    const QString fileName = QFileDialog::getSaveFileName(
+        this, tr("Export Page"), m_lastDirectory, tr("PDF document (*.pdf);;SVG image (*.svg);;PNG image (*.png)"));
+    if (fileName.isEmpty())
+        return;
+    try {
+        OutputFiles output;
+        PageExport::writePage(*m_scene, output.open(fileName), PageExport::formatOf(fileName));
+        output.commit();
+        statusBar()->showMessage(tr("%1 is written").arg(fileName), 5000);
+    } catch (const std::exception &error) {
+        QMessageBox::critical(this, tr("The page cannot be exported"), QString::fromUtf8(error.what()));
+    }
+}
+
+void WMainWindow::deleteActiveItem()
+{
+    if (auto *item = qobject_cast<DocumentItem *>(m_scene->activeItem()))
+        m_scene->removeWithUndo(item);
+}
+
+void WMainWindow::showAbout()
+{
+    QString text = tr("<h3>Magres Workbench %1</h3><p>NMR parameters of crystals: molecules, tables and simulated "
+                      "spectra from calculated shieldings.</p><h4>Plug-ins</h4>")
+                       .arg(QCoreApplication::applicationVersion());
+    if (!m_plugins || (m_plugins->plugins().isEmpty() && m_plugins->failures().isEmpty()))
+        text += tr("<p>None found.</p>");
+    if (m_plugins) {
+        for (const PluginManager::Plugin &plugin : m_plugins->plugins()) {
+            text +=
+                tr("<p><b>%1</b> %2<br>%3<br><small>%4</small></p>")
+                    .arg(plugin.name.toHtmlEscaped(), plugin.version, plugin.description, plugin.file.toHtmlEscaped());
+        }
+        for (const PluginManager::Failure &failure : m_plugins->failures()) {
+            text += tr("<p><b>Not loaded:</b> %1<br>%2</p>")
+                        .arg(failure.file.toHtmlEscaped(), failure.reason.toHtmlEscaped());
+        }
+    }
+    QMessageBox::about(this, tr("About"), text);
+}

@@ -1,0 +1,272 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "items/ContourMap.h"
+
+#include "items/ContourLines.h"
+#include "items/Contours.h"
+#include "items/CrossPeakLabels.h"
+#include "items/SpectrumLine.h"
+
+#include <cmath>
+
+namespace {
+
+constexpr double lowestLevel = 0.05; // of the largest magnitude
+constexpr double levelFactor = 1.45;
+constexpr int mostLevels = 12;
+constexpr int projectionSize = 70; // pixels
+
+/// White where nothing is; pale enough for lines and letters on top. Negative values redden.
+QCPColorGradient mapGradient(bool negative)
+{
+    QCPColorGradient gradient;
+    gradient.clearColorStops();
+    if (negative) {
+        gradient.setColorStopAt(0.0, QColor(0xe8, 0x90, 0x80));
+        gradient.setColorStopAt(0.35, QColor(0xf8, 0xe0, 0xda));
+        gradient.setColorStopAt(0.5, Qt::white);
+        gradient.setColorStopAt(0.65, QColor(0xdc, 0xe8, 0xf6));
+    } else {
+        gradient.setColorStopAt(0.0, Qt::white);
+        gradient.setColorStopAt(0.3, QColor(0xdc, 0xe8, 0xf6));
+    }
+    gradient.setColorStopAt(1.0, QColor(0x86, 0xb2, 0xe0));
+    gradient.setLevelCount(200);
+    return gradient;
+}
+
+/// The points of an axis that a range shows, and one more on either side.
+Decimation::PointRange visiblePoints(const SpectrumAxis &axis, const QCPRange &range)
+{
+    const auto point = [&](double ppm) { return std::clamp((ppm - axis.first) / axis.step, -1.0, double(axis.size)); };
+    return {std::clamp(int(std::floor(point(range.upper))) - 1, 0, axis.size - 1),
+            std::clamp(int(std::ceil(point(range.lower))) + 1, 0, axis.size - 1)};
+}
+
+} // namespace
+
+ContourMap::ContourMap(QCustomPlot *plot, const QList<PlotEntry> &entries)
+    : m_main(new QCPAxisRect(plot, true)), m_top(new QCPAxisRect(plot, true)), m_left(new QCPAxisRect(plot, true)),
+      m_f2(m_main->axis(QCPAxis::atBottom)), m_f1(m_main->axis(QCPAxis::atRight)),
+      m_margins(std::make_unique<QCPMarginGroup>(plot))
+{
+    layOut(plot);
+    const auto active = std::find_if(entries.cbegin(), entries.cend(), [](const PlotEntry &e) { return e.active; });
+    const PlotEntry &shown = active == entries.cend() ? entries.first() : *active;
+    PlotStyle::setUpAxis(m_f2, shown.spectrum.axes[0].label());
+    PlotStyle::setUpAxis(m_f1, shown.spectrum.axes[1].label());
+    m_f2->setRangeReversed(true);
+    m_f1->setRangeReversed(true);
+
+    m_map = new QCPColorMap(m_f2, m_f1);
+    m_map->setTightBoundary(true);
+    m_map->setLayer(QStringLiteral("background"));
+    addDiagonal(plot, shown.spectrum);
+    QList<QCPAbstractPlottable *> named;
+    for (const PlotEntry &entry : entries) {
+        addProjections(entry);
+        addLayer(entry);
+        named.append(m_layers.last().contours);
+    }
+    auto *labels = new CrossPeakLabels(plot, m_f2, m_f1);
+    labels->setLayer(QStringLiteral("overlay"));
+    labels->setPeaks(shown.spectrum.peaks);
+    if (entries.size() > 1)
+        PlotStyle::makeLegend(plot, named);
+    // The active one's colours lie beneath the contours of all.
+    std::stable_partition(m_layers.begin(), m_layers.end(), [](const Layer &layer) { return layer.entry.active; });
+    resetRanges();
+}
+
+ContourMap::~ContourMap() = default;
+
+void ContourMap::layOut(QCustomPlot *plot)
+{
+    QCPLayoutGrid *layout = plot->plotLayout();
+    layout->setRowSpacing(3);
+    layout->setColumnSpacing(3);
+    layout->addElement(0, 1, m_top);
+    layout->addElement(1, 0, m_left);
+    layout->addElement(1, 1, m_main);
+    layout->setRowStretchFactor(0, 0.001);
+    layout->setColumnStretchFactor(0, 0.001);
+    m_top->setMarginGroup(QCP::msLeft | QCP::msRight, m_margins.get());
+    m_left->setMarginGroup(QCP::msTop | QCP::msBottom, m_margins.get());
+    m_main->setMarginGroup(QCP::msLeft | QCP::msRight | QCP::msTop | QCP::msBottom, m_margins.get());
+    for (QCPAxisRect *rect : {m_top, m_left, m_main})
+        rect->setMinimumMargins(QMargins(2, 2, 4, 2));
+    m_main->setMinimumMargins(QMargins(0, 0, 4, 4));
+    m_top->setMinimumSize(0, projectionSize);
+    m_top->setMaximumSize(QWIDGETSIZE_MAX, projectionSize);
+    m_left->setMinimumSize(projectionSize, 0);
+    m_left->setMaximumSize(projectionSize, QWIDGETSIZE_MAX);
+
+    for (QCPAxis *axis : m_main->axes())
+        PlotStyle::setUpPlainAxis(axis);
+    for (QCPAxisRect *rect : {m_top, m_left}) {
+        for (QCPAxis *axis : rect->axes())
+            axis->setVisible(false);
+    }
+    m_main->setRangeDragAxes(m_f2, m_f1);
+    m_main->setRangeZoomAxes(m_f2, m_f1);
+    m_top->setRangeDrag({});
+    m_top->setRangeZoom({});
+    m_left->setRangeDrag({});
+    m_left->setRangeZoom({});
+    plot->xAxis = m_f2;
+    plot->yAxis = m_f1;
+
+    QCPAxis *topPpm = m_top->axis(QCPAxis::atBottom);
+    QCPAxis *leftPpm = m_left->axis(QCPAxis::atRight);
+    topPpm->setRangeReversed(true);
+    leftPpm->setRangeReversed(true);
+    // Intensity grows away from the map.
+    m_left->axis(QCPAxis::atBottom)->setRangeReversed(true);
+    const auto follow = [](QCPAxis *follower) {
+        return [follower](const QCPRange &range) { follower->setRange(range); };
+    };
+    QObject::connect(m_f2, static_cast<void (QCPAxis::*)(const QCPRange &)>(&QCPAxis::rangeChanged), topPpm,
+                     follow(topPpm));
+    QObject::connect(m_f1, static_cast<void (QCPAxis::*)(const QCPRange &)>(&QCPAxis::rangeChanged), leftPpm,
+                     follow(leftPpm));
+}
+
+void ContourMap::addProjections(const PlotEntry &entry)
+{
+    const auto &axes = entry.spectrum.axes;
+    auto projections = Decimation::projections(entry.spectrum.real(), axes[0].size);
+    const auto add = [&](QCPAxis *ppm, QCPAxis *intensity, const SpectrumAxis &axis, std::vector<double> &&values) {
+        auto *line = new SpectrumLine(ppm, intensity);
+        line->setTrace(axis, {std::move(values)});
+        const double height = line->valueBounds().size();
+        line->setPlacement(height > 0 ? 1 / height : 1, 0);
+        line->setPen(QPen(entry.color, 1));
+        return line;
+    };
+    m_topLines.append(
+        add(m_top->axis(QCPAxis::atBottom), m_top->axis(QCPAxis::atLeft), axes[0], std::move(projections.columns)));
+    m_leftLines.append(
+        add(m_left->axis(QCPAxis::atRight), m_left->axis(QCPAxis::atBottom), axes[1], std::move(projections.rows)));
+}
+
+void ContourMap::addLayer(const PlotEntry &entry)
+{
+    auto *contours = new ContourLines(m_f2, m_f1);
+    contours->setName(entry.name);
+    contours->setPen(QPen(entry.color, 0.8));
+    contours->setNegativePen(QPen(entry.color.lighter(170), 0.8, Qt::DashLine));
+    // The heights belong to the whole spectrum: they must not move while one zooms.
+    m_layers.append({entry, contours, Contours::levels(entry.spectrum.real(), lowestLevel, levelFactor, mostLevels)});
+}
+
+void ContourMap::addDiagonal(QCustomPlot *plot, const Spectrum &spectrum)
+{
+    const auto &axes = spectrum.axes;
+    if (axes[0].element.isEmpty() || axes[0].nucleus() != axes[1].nucleus())
+        return;
+    auto *diagonal = new QCPItemStraightLine(plot);
+    diagonal->setClipAxisRect(m_main);
+    for (QCPItemPosition *position : {diagonal->point1, diagonal->point2})
+        position->setAxes(m_f2, m_f1);
+    diagonal->point1->setCoords(0, 0);
+    diagonal->point2->setCoords(1, 1);
+    diagonal->setPen(QPen(QColor(0xa0, 0xa6, 0xae), 0.8, Qt::DashLine));
+}
+
+void ContourMap::resetRanges()
+{
+    const auto full = [](const SpectrumAxis &axis) { return QCPRange(axis.last(), axis.first); };
+    QCPRange f2 = full(m_layers.first().entry.spectrum.axes[0]);
+    QCPRange f1 = full(m_layers.first().entry.spectrum.axes[1]);
+    for (const Layer &layer : std::as_const(m_layers)) {
+        f2.expand(full(layer.entry.spectrum.axes[0]));
+        f1.expand(full(layer.entry.spectrum.axes[1]));
+    }
+    setRanges({f2, f1});
+    for (QCPAxis *axis : {m_top->axis(QCPAxis::atLeft), m_left->axis(QCPAxis::atBottom)}) {
+        QCPRange values(0, 0);
+        bool found = false;
+        for (const SpectrumLine *line : axis == m_top->axis(QCPAxis::atLeft) ? m_topLines : m_leftLines)
+            values.expand(line->getValueRange(found));
+        axis->setRange(values.size() > 0 ? QCPRange(values.lower - 0.04, values.upper + 0.04) : QCPRange(-0.1, 1));
+    }
+}
+
+QList<QCPRange> ContourMap::ranges() const
+{
+    return {m_f2->range(), m_f1->range()};
+}
+
+void ContourMap::setRanges(const QList<QCPRange> &ranges)
+{
+    if (ranges.size() != 2)
+        return;
+    m_f2->setRange(ranges[0]);
+    m_f1->setRange(ranges[1]);
+}
+
+Decimation::Grid ContourMap::visibleGrid(const Spectrum &spectrum) const
+{
+    return Decimation::blockMaxima(spectrum.real(), spectrum.axes[0].size,
+                                   visiblePoints(spectrum.axes[0], m_f2->range()),
+                                   visiblePoints(spectrum.axes[1], m_f1->range()), m_main->width(), m_main->height());
+}
+
+void ContourMap::prepare()
+{
+    const QSize size = m_main->rect().size();
+    if (size.isEmpty() || (size == m_preparedSize && m_f2->range() == m_preparedF2 && m_f1->range() == m_preparedF1))
+        return;
+    m_preparedSize = size;
+    m_preparedF2 = m_f2->range();
+    m_preparedF1 = m_f1->range();
+    for (Layer &layer : m_layers) {
+        const Decimation::Grid grid = visibleGrid(layer.entry.spectrum);
+        if (&layer == &m_layers.first())
+            updateMap(layer.entry.spectrum, grid);
+        updateContours(layer, grid);
+    }
+}
+
+void ContourMap::updateContours(Layer &layer, const Decimation::Grid &grid)
+{
+    const auto &axes = layer.entry.spectrum.axes;
+    QList<ContourLines::Level> levels;
+    for (double level : layer.levels) {
+        ContourLines::Level drawn{level < 0, {}};
+        for (QPolygonF &line : Contours::lines(grid.cells, grid.columns, grid.rows, level)) {
+            for (QPointF &p : line) {
+                p = QPointF(axes[0].ppm(grid.firstColumn + p.x() * grid.columnStep),
+                            axes[1].ppm(grid.firstRow + p.y() * grid.rowStep));
+            }
+            drawn.lines.append(std::move(line));
+        }
+        levels.append(std::move(drawn));
+    }
+    layer.contours->setLevels(levels);
+}
+
+void ContourMap::updateMap(const Spectrum &spectrum, const Decimation::Grid &grid)
+{
+    m_map->setVisible(grid.columns > 1 && grid.rows > 1);
+    if (!m_map->visible())
+        return;
+    const auto range = [](const SpectrumAxis &axis, double first, double step, int cells) {
+        return QCPRange(axis.ppm(first + (cells - 1) * step), axis.ppm(first));
+    };
+    // The library counts cells from low to high ppm, spectra the other way.
+    QCPColorMapData *data = m_map->data();
+    data->setSize(grid.columns, grid.rows);
+    data->setRange(range(spectrum.axes[0], grid.firstColumn, grid.columnStep, grid.columns),
+                   range(spectrum.axes[1], grid.firstRow, grid.rowStep, grid.rows));
+    for (int row = 0; row < grid.rows; ++row) {
+        for (int column = 0; column < grid.columns; ++column)
+            data->setCell(grid.columns - 1 - column, grid.rows - 1 - row, grid.cell(column, row));
+    }
+    const auto &levels = m_layers.first().levels;
+    const bool negative = std::any_of(levels.begin(), levels.end(), [](double level) { return level < 0; });
+    double largest = 0;
+    for (double level : levels)
+        largest = std::max(largest, std::abs(level));
+    m_map->setGradient(mapGradient(negative));
+    m_map->setDataRange(largest > 0 ? QCPRange(negative ? -largest : 0, largest) : QCPRange(0, 1));
+}

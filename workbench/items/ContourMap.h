@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "items/Decimation.h"
+#include "items/PlotContent.h"
+
+#include <memory>
+
+class ContourLines;
+class SpectrumLine;
+
+/// Two-dimensional spectra: contours over a colour map of the active one, its projections at top and left. F2 runs to
+/// the left, F1 downwards.
+class ContourMap : public PlotContent {
+public:
+    /// `entries` holds at least one spectrum; all have two dimensions.
+    ContourMap(QCustomPlot *plot, const QList<PlotEntry> &entries);
+    ~ContourMap() override;
+
+    void resetRanges() override;
+    QList<QCPRange> ranges() const override;
+    void setRanges(const QList<QCPRange> &ranges) override;
+    /// Computes colours and contours for what shows, in the resolution in which it shows.
+    void prepare() override;
+
+private:
+    struct Layer {
+        PlotEntry entry;
+        ContourLines *contours;
+        std::vector<double> levels;
+    };
+
+    void layOut(QCustomPlot *plot);
+    void addProjections(const PlotEntry &entry);
+    void addLayer(const PlotEntry &entry);
+    void addDiagonal(QCustomPlot *plot, const Spectrum &spectrum);
+    Decimation::Grid visibleGrid(const Spectrum &spectrum) const;
+    void updateContours(Layer &layer, const Decimation::Grid &grid);
+    void updateMap(const Spectrum &spectrum, const Decimation::Grid &grid);
+
+    QCPAxisRect *m_main;
+    QCPAxisRect *m_top;
+    QCPAxisRect *m_left;
+    QCPAxis *m_f2;
+    QCPAxis *m_f1;
+    std::unique_ptr<QCPMarginGroup> m_margins;
+    QCPColorMap *m_map = nullptr;
+    QList<SpectrumLine *> m_topLines;
+    QList<SpectrumLine *> m_leftLines;
+    QList<Layer> m_layers;
+
+    // What the grids were made for.
+    QSize m_preparedSize;
+    QCPRange m_preparedF2;
+    QCPRange m_preparedF1;
+};

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "items/CrossPeakLabels.h"
+
+#include "items/LabelPlacement.h"
+#include "items/PlotContent.h"
+
+#include <cmath>
+
+namespace {
+
+constexpr double crossSize = 3; // pixels from the middle
+constexpr double labelDistance = 4;
+constexpr int longestLabel = 24;
+
+} // namespace
+
+CrossPeakLabels::CrossPeakLabels(QCustomPlot *plot, QCPAxis *f2, QCPAxis *f1)
+    : QCPAbstractItem(plot), m_f2(f2), m_f1(f1)
+{
+    setSelectable(false);
+    setClipAxisRect(f2->axisRect());
+    setClipToAxisRect(true);
+}
+
+void CrossPeakLabels::setPeaks(const QList<SpectrumPeak> &peaks)
+{
+    m_peaks = peaks;
+    std::stable_sort(m_peaks.begin(), m_peaks.end(), [](const SpectrumPeak &a, const SpectrumPeak &b) {
+        return std::abs(a.height) > std::abs(b.height);
+    });
+}
+
+double CrossPeakLabels::selectTest(const QPointF &, bool, QVariant *) const
+{
+    return -1;
+}
+
+void CrossPeakLabels::draw(QCPPainter *painter)
+{
+    if (!m_f2 || !m_f1)
+        return;
+    const QRectF area(m_f2->axisRect()->rect());
+    std::vector<QRectF> taken;
+    QList<QPair<QPointF, QString>> visible;
+    for (const SpectrumPeak &peak : std::as_const(m_peaks)) {
+        const QPointF at(m_f2->coordToPixel(peak.f2), m_f1->coordToPixel(peak.f1));
+        if (!area.contains(at))
+            continue;
+        visible.append({at, peak.label});
+        taken.emplace_back(at.x() - crossSize, at.y() - crossSize, 2 * crossSize, 2 * crossSize);
+    }
+    painter->setAntialiasing(true);
+    painter->setPen(QPen(QColor(0x30, 0x30, 0x30), 0.8));
+    for (const auto &[at, label] : std::as_const(visible)) {
+        painter->drawLine(QLineF(at.x() - crossSize, at.y(), at.x() + crossSize, at.y()));
+        painter->drawLine(QLineF(at.x(), at.y() - crossSize, at.x(), at.y() + crossSize));
+    }
+    const QFont font = PlotStyle::font(10);
+    const QFontMetricsF metrics(font);
+    painter->setFont(font);
+    for (const auto &[at, label] : std::as_const(visible)) {
+        const QString text = label.size() > longestLabel ? label.left(longestLabel - 1) + QChar(0x2026) : label;
+        if (text.isEmpty())
+            continue;
+        const QSizeF size(metrics.horizontalAdvance(text) + 2, metrics.height());
+        if (const auto place = LabelPlacement::beside(at, size, labelDistance, area, taken)) {
+            taken.push_back(*place);
+            painter->setPen(Qt::black);
+            painter->drawText(*place, Qt::AlignCenter, text);
+        }
+    }
+}

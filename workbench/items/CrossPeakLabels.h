@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "items/Spectrum.h"
+
+#include "items/CustomPlot.h"
+
+/// Crosses and labels at the peaks of a 2D spectrum. A label that would cover another is left out, the highest peaks
+/// choosing first; the crosses all stay.
+class CrossPeakLabels : public QCPAbstractItem {
+    Q_OBJECT
+
+public:
+    CrossPeakLabels(QCustomPlot *plot, QCPAxis *f2, QCPAxis *f1);
+
+    void setPeaks(const QList<SpectrumPeak> &peaks);
+
+    double selectTest(const QPointF &pos, bool onlySelectable, QVariant *details = nullptr) const override;
+
+protected:
+    void draw(QCPPainter *painter) override;
+
+private:
+    QPointer<QCPAxis> m_f2;
+    QPointer<QCPAxis> m_f1;
+    QList<SpectrumPeak> m_peaks; ///< the highest first
+};

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QGraphicsWidget>
+#include <QPointer>
+#include <QUuid>
+#include <QVariantMap>
+
+#include <memory>
+
+class QMenu;
+
+/// Base of everything that lies on the document page: an identity, a frame with a title, links to other items and the
+/// messages that pass over them, and a context menu to which plug-ins may add theirs. Scene units are pixels at 96 dpi.
+class DocumentItem : public QGraphicsWidget {
+    Q_OBJECT
+    Q_PROPERTY(QUuid id READ id)
+
+public:
+    /// A null id becomes a new one.
+    explicit DocumentItem(const QUuid &id, QGraphicsItem *parent = nullptr);
+    ~DocumentItem() override;
+
+    QUuid id() const { return m_id; }
+    QString title() const { return m_title; }
+    void setTitle(const QString &title);
+    /// What the frame and the title bar leave to the content.
+    QRectF contentRect() const;
+    QList<DocumentItem *> linkedItems() const;
+
+    /// Links this item and the other, both ways. Objects that are no document items are ignored.
+    Q_INVOKABLE void linkObject(QObject *other);
+    /// Hands a message map to every linked item. What they send back meanwhile does not reach this item, so that an
+    /// answer to a selection never overwrites the selection.
+    Q_INVOKABLE void sendMessage(QVariant message);
+    virtual void receiveMessage(const QVariantMap &message);
+
+    /// The item's menu, made up afresh at each call and owned by the item.
+    virtual QMenu *contextMenu();
+    /// Adds a menu's actions to the context menu for as long as that menu exists.
+    void addContextMenu(QMenu *menu);
+
+    void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) final;
+
+    /// True when painting goes to paper or a picture file rather than to a window.
+    static bool isPageOutput(const QPainter *painter, const QWidget *widget);
+
+Q_SIGNALS:
+    /// The user has moved or resized the item by hand.
+    void geometryEdited(const QRectF &before, const QRectF &after);
+    void titleChanged(const QString &title);
+
+protected:
+    virtual void paintContent(QPainter *painter, const QRectF &content, bool pageOutput);
+    virtual void layoutContent(const QRectF &content);
+    virtual void fillContextMenu(QMenu *menu);
+
+    void resizeEvent(QGraphicsSceneResizeEvent *event) override;
+    void contextMenuEvent(QGraphicsSceneContextMenuEvent *event) override;
+    void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
+    void mouseMoveEvent(QGraphicsSceneMouseEvent *event) override;
+    void mouseReleaseEvent(QGraphicsSceneMouseEvent *event) override;
+
+    /// True for the title bar and the resize corner, which belong to the frame.
+    bool isFrameArea(const QPointF &pos) const;
+
+private:
+    enum class Drag { None, Move, Resize };
+
+    QRectF resizeCorner() const;
+
+    QUuid m_id;
+    QString m_title;
+    QList<QPointer<DocumentItem>> m_linked;
+    QList<QPointer<QMenu>> m_pluginMenus;
+    std::unique_ptr<QMenu> m_menu;
+    bool m_sending = false;
+    Drag m_drag = Drag::None;
+    QRectF m_geometryAtPress;
+};

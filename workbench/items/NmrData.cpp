@@ -1,0 +1,184 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "items/NmrData.h"
+
+#include <algorithm>
+
+namespace {
+
+using ParametersByFormat = QMap<QString, QVariantHash>;
+
+const QString specInfoKey = QStringLiteral("SpecInfo");
+const QString originalKey = QStringLiteral("OriginalParameters");
+const QString rawDataKey = QStringLiteral("RawData");
+
+/// Documents read back from a stream may hold a plain map instead.
+ParametersByFormat parametersOf(const QVariant &original)
+{
+    if (original.metaType() == QMetaType::fromType<ParametersByFormat>())
+        return original.value<ParametersByFormat>();
+    ParametersByFormat parameters;
+    const QVariantMap map = original.toMap();
+    for (auto it = map.cbegin(); it != map.cend(); ++it)
+        parameters.insert(it.key(), it->toHash());
+    return parameters;
+}
+
+QVariant originalOf(const QVariantMap &data)
+{
+    return data.value(specInfoKey).toMap().value(originalKey);
+}
+
+} // namespace
+
+NmrData::NmrData(QObject *parent) : QObject(parent)
+{
+    // Unless the types are known by name, the property and the arguments cannot be reached by name either.
+    qRegisterMetaType<QList<QUuid>>();
+    registerSharedMetaTypes();
+}
+
+const NmrData::Entry *NmrData::find(const QUuid &id) const
+{
+    const auto it = std::find_if(m_entries.cbegin(), m_entries.cend(), [&](const Entry &e) { return e.id == id; });
+    return it == m_entries.cend() ? nullptr : &*it;
+}
+
+NmrData::Entry *NmrData::find(const QUuid &id)
+{
+    return const_cast<Entry *>(std::as_const(*this).find(id));
+}
+
+QList<QUuid> NmrData::entryIds() const
+{
+    QList<QUuid> ids;
+    for (const Entry &entry : m_entries)
+        ids.append(entry.id);
+    return ids;
+}
+
+void NmrData::setActiveEntryId(const QUuid &entry)
+{
+    if (m_activeId == entry || !find(entry))
+        return;
+    m_activeId = entry;
+    Q_EMIT activeEntryChanged(entry);
+}
+
+void NmrData::append(const QUuid &id, const QVariantMap &data, const QString &name)
+{
+    m_entries.append({id, name, data, Spectrum::fromMap(data)});
+    if (m_activeId.isNull())
+        setActiveEntryId(id);
+    Q_EMIT entriesChanged();
+}
+
+QUuid NmrData::addEntry(const QVariantMap &data, const QString &name)
+{
+    const QUuid id = QUuid::createUuid();
+    append(id, data, name);
+    return id;
+}
+
+void NmrData::removeEntry(const QUuid &entry)
+{
+    const auto it = std::find_if(m_entries.cbegin(), m_entries.cend(), [&](const Entry &e) { return e.id == entry; });
+    if (it == m_entries.cend())
+        return;
+    const qsizetype place = it - m_entries.cbegin();
+    m_entries.removeAt(place);
+    if (m_activeId == entry) {
+        m_activeId = m_entries.isEmpty() ? QUuid() : m_entries.at(std::min(place, m_entries.size() - 1)).id;
+        Q_EMIT activeEntryChanged(m_activeId);
+    }
+    Q_EMIT entriesChanged();
+}
+
+QVariantMap NmrData::entry(const QUuid &entry) const
+{
+    const Entry *found = find(entry);
+    return found ? found->data : QVariantMap();
+}
+
+QString NmrData::entryName(const QUuid &entry) const
+{
+    const Entry *found = find(entry);
+    return found ? found->name : QString();
+}
+
+void NmrData::setEntryName(const QUuid &entry, const QString &name)
+{
+    if (Entry *found = find(entry)) {
+        found->name = name;
+        Q_EMIT entriesChanged();
+    }
+}
+
+const Spectrum &NmrData::spectrum(const QUuid &entry) const
+{
+    static const Spectrum none;
+    const Entry *found = find(entry);
+    return found ? found->spectrum : none;
+}
+
+void NmrData::insertSpectrum(QUuid entry, QVariantMap data)
+{
+    Entry *found = find(entry);
+    if (!found) {
+        append(entry.isNull() ? QUuid::createUuid() : entry, data, QString());
+        return;
+    }
+    found->data = data;
+    found->spectrum = Spectrum::fromMap(data);
+    Q_EMIT entryChanged(entry);
+}
+
+QVariantHash NmrData::entryOrigParams(QUuid entry, QString format)
+{
+    const Entry *found = find(entry);
+    if (!found)
+        return {};
+    const QVariantHash updated = parametersOf(originalOf(found->data.value(rawDataKey).toMap())).value(format);
+    return updated.isEmpty() ? parametersOf(originalOf(found->data)).value(format) : updated;
+}
+
+void NmrData::setEntryOrigParams(const QUuid &entry, const QString &format, const QVariantHash &parameters)
+{
+    Entry *found = find(entry);
+    if (!found)
+        return;
+    const auto store = [&](QVariantMap &map) {
+        QVariantMap specInfo = map.value(specInfoKey).toMap();
+        ParametersByFormat all = parametersOf(specInfo.value(originalKey));
+        all.insert(format, parameters);
+        specInfo.insert(originalKey, QVariant::fromValue(all));
+        map.insert(specInfoKey, specInfo);
+    };
+    if (found->data.contains(rawDataKey)) {
+        QVariantMap raw = found->data.value(rawDataKey).toMap();
+        store(raw);
+        found->data.insert(rawDataKey, raw);
+    } else {
+        store(found->data);
+    }
+}
+
+QVariantMap NmrData::entryPeakList(QUuid entry)
+{
+    const Entry *found = find(entry);
+    if (!found)
+        return {};
+    const QVariantMap peaks = found->data.value(QStringLiteral("Peaks")).toMap();
+    if (!peaks.isEmpty())
+        return peaks;
+    return found->data.value(rawDataKey).toMap().value(QStringLiteral("Peaks")).toMap();
+}
+
+QString NmrData::xUnitsString()
+{
+    return QStringLiteral("ppm");
+}
+
+QString NmrData::yUnitsString()
+{
+    return QStringLiteral("ppm");
+}

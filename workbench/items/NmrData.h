@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "items/Spectrum.h"
+
+#include <QObject>
+#include <QVariantHash>
+
+/// The spectra stacked in one NMR item, each with its data map as plug-ins and readers hand it over.
+class NmrData : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QList<QUuid> entryIds READ entryIds NOTIFY entriesChanged)
+    Q_PROPERTY(QUuid activeEntryId READ activeEntryId WRITE setActiveEntryId NOTIFY activeEntryChanged)
+
+public:
+    explicit NmrData(QObject *parent = nullptr);
+
+    /// In the order of the stack.
+    QList<QUuid> entryIds() const;
+    /// Null when there is no entry.
+    QUuid activeEntryId() const { return m_activeId; }
+    /// An unknown id changes nothing.
+    void setActiveEntryId(const QUuid &entry);
+
+    /// The first entry becomes the active one.
+    QUuid addEntry(const QVariantMap &data, const QString &name);
+    /// The next entry becomes active if the active one goes.
+    void removeEntry(const QUuid &entry);
+    QVariantMap entry(const QUuid &entry) const;
+    QString entryName(const QUuid &entry) const;
+    void setEntryName(const QUuid &entry, const QString &name);
+    /// Valid until the entry changes; an empty spectrum for an unknown id.
+    const Spectrum &spectrum(const QUuid &entry) const;
+    /// Puts a parameter hash where entryOrigParams() finds it.
+    void setEntryOrigParams(const QUuid &entry, const QString &format, const QVariantHash &parameters);
+
+    /// Replaces the entry's data; an unknown id becomes a new entry.
+    Q_INVOKABLE void insertSpectrum(QUuid entry, QVariantMap data);
+    /// The parameters from which the format's plug-in made the entry, empty for entries that it did not make.
+    Q_INVOKABLE QVariantHash entryOrigParams(QUuid entry, QString format);
+    /// The entry's "Peaks" map.
+    Q_INVOKABLE QVariantMap entryPeakList(QUuid entry);
+    Q_INVOKABLE QString xUnitsString();
+    Q_INVOKABLE QString yUnitsString();
+
+Q_SIGNALS:
+    /// Entries were added, removed or renamed.
+    void entriesChanged();
+    void entryChanged(const QUuid &entry);
+    void activeEntryChanged(const QUuid &entry);
+
+private:
+    struct Entry {
+        QUuid id;
+        QString name;
+        QVariantMap data;
+        Spectrum spectrum;
+    };
+
+    const Entry *find(const QUuid &id) const;
+    Entry *find(const QUuid &id);
+    void append(const QUuid &id, const QVariantMap &data, const QString &name);
+
+    QList<Entry> m_entries;
+    QUuid m_activeId;
+};

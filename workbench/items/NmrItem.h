@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "items/DocumentItem.h"
+
+class NmrData;
+class NmrPlot;
+
+/// A plot of NMR spectra on the page, with the spectra in it.
+class NmrItem : public DocumentItem {
+    Q_OBJECT
+
+public:
+    explicit NmrItem(QGraphicsItem *parent = nullptr);
+    ~NmrItem() override;
+
+    NmrData *nmrData() const { return m_data; }
+    NmrPlot *plot() const { return m_plot; }
+
+    Q_INVOKABLE QObject *getNMRData();
+
+protected:
+    void layoutContent(const QRectF &content) override;
+    void fillContextMenu(QMenu *menu) override;
+
+private:
+    void updateTitle();
+
+    NmrData *m_data;
+    NmrPlot *m_plot;
+    QGraphicsWidget *m_proxy;
+};

@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "items/NmrPlot.h"
+
+#include "items/ContourMap.h"
+#include "items/StackedTraces.h"
+
+#include <QPicture>
+
+NmrPlot::NmrPlot(NmrData *nmrData, QWidget *parent) : QCustomPlot(parent), m_data(nmrData)
+{
+    setBackground(QBrush(Qt::white));
+    setMinimumSize(80, 60);
+    setInteractions(QCP::iRangeDrag | QCP::iRangeZoom);
+    clear();
+    connect(this, &QCustomPlot::afterLayout, this, [this] {
+        if (m_content)
+            m_content->prepare();
+    });
+    connect(nmrData, &NmrData::entriesChanged, this, [this] { invalidate(false); });
+    connect(nmrData, &NmrData::entryChanged, this, [this] { invalidate(true); });
+    connect(nmrData, &NmrData::activeEntryChanged, this, [this] { invalidate(true); });
+}
+
+NmrPlot::~NmrPlot()
+{
+    clear();
+}
+
+void NmrPlot::fullReset()
+{
+    invalidate(false);
+}
+
+PlotContent *NmrPlot::content()
+{
+    rebuild();
+    return m_content.get();
+}
+
+void NmrPlot::invalidate(bool keepRanges)
+{
+    m_keepRanges = keepRanges && (!m_dirty || m_keepRanges);
+    m_dirty = true;
+    update();
+}
+
+void NmrPlot::clear()
+{
+    clearPlottables();
+    clearItems();
+    plotLayout()->clear();
+    plotLayout()->simplify();
+    m_content.reset();
+}
+
+QList<PlotEntry> NmrPlot::shownEntries(QString &note) const
+{
+    QList<PlotEntry> entries;
+    if (!m_data || m_data->entryIds().isEmpty()) {
+        note = tr("No spectrum");
+        return entries;
+    }
+    const Spectrum &active = m_data->spectrum(m_data->activeEntryId());
+    if (active.isEmpty()) {
+        note = active.note;
+        return entries;
+    }
+    int number = 0;
+    for (const QUuid &id : m_data->entryIds()) {
+        const Spectrum &spectrum = m_data->spectrum(id);
+        const QColor color = PlotStyle::entryColor(number++);
+        QString name = m_data->entryName(id);
+        if (name.isEmpty())
+            name = tr("Spectrum %1").arg(number);
+        if (spectrum.dimensions() == active.dimensions())
+            entries.append({name, spectrum, color, id == m_data->activeEntryId()});
+    }
+    return entries;
+}
+
+void NmrPlot::rebuild()
+{
+    if (!m_dirty)
+        return;
+    m_dirty = false;
+    const QList<QCPRange> ranges = m_content && m_keepRanges ? m_content->ranges() : QList<QCPRange>();
+    clear();
+    QString note;
+    const QList<PlotEntry> entries = shownEntries(note);
+    if (entries.isEmpty())
+        showNote(note);
+    else if (entries.first().spectrum.dimensions() == 1)
+        m_content = std::make_unique<StackedTraces>(this, entries);
+    else
+        m_content = std::make_unique<ContourMap>(this, entries);
+    if (m_content)
+        m_content->setRanges(ranges);
+}
+
+void NmrPlot::showNote(const QString &text)
+{
+    auto *element = new QCPTextElement(this, text, PlotStyle::font(12));
+    element->setTextColor(QColor(0x50, 0x56, 0x5e));
+    element->setTextFlags(Qt::AlignCenter | Qt::TextWordWrap);
+    plotLayout()->addElement(0, 0, element);
+}
+
+void NmrPlot::paintTo(QPainter *painter, const QRectF &target)
+{
+    rebuild();
+    // The library draws through a painter class of its own, so it draws into a picture, which is then played.
+    QPicture picture;
+    {
+        QCPPainter recorder;
+        recorder.begin(&picture);
+        recorder.setMode(QCPPainter::pmVectorized);
+        recorder.setMode(QCPPainter::pmNoCaching);
+        recorder.setMode(QCPPainter::pmNonCosmetic);
+        toPainter(&recorder, qRound(target.width()), qRound(target.height()));
+    }
+    painter->save();
+    painter->setClipRect(target, Qt::IntersectClip);
+    painter->drawPicture(target.topLeft(), picture);
+    painter->restore();
+}
+
+void NmrPlot::paintEvent(QPaintEvent *)
+{
+    if (m_dirty) {
+        rebuild();
+        replot(rpQueuedRefresh);
+    }
+    // As the base class does, save that the buffers' resolution is the proxy's to choose, not the screen's.
+    QCPPainter painter(this);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    drawBackground(&painter);
+    for (const auto &buffer : std::as_const(mPaintBuffers))
+        buffer->draw(&painter);
+}
+
+void NmrPlot::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    QCustomPlot::mouseDoubleClickEvent(event);
+    if (m_content && event->button() == Qt::LeftButton) {
+        m_content->resetRanges();
+        replot(rpQueuedReplot);
+    }
+}

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "items/PlotContent.h"
+
+namespace PlotStyle {
+
+QFont font(int pixelSize, bool bold)
+{
+    QFont font;
+    font.setPixelSize(pixelSize);
+    font.setBold(bold);
+    return font;
+}
+
+QColor entryColor(int n)
+{
+    // Dark enough for thin lines on white, apart from one another in brightness too.
+    static const QColor colors[] = {QColor(0x1b, 0x4f, 0x9c), QColor(0xc6, 0x28, 0x28), QColor(0x2e, 0x7d, 0x32),
+                                    QColor(0xd8, 0x6c, 0x00), QColor(0x6a, 0x1b, 0x9a), QColor(0x00, 0x7c, 0x8a)};
+    return colors[size_t(n) % std::size(colors)];
+}
+
+void setUpAxis(QCPAxis *axis, const QString &label)
+{
+    axis->setVisible(true);
+    axis->setLabel(label);
+    axis->setLabelFont(font(12));
+    axis->setTickLabelFont(font(11));
+    axis->setLabelColor(Qt::black);
+    axis->setTickLabelColor(Qt::black);
+    axis->setBasePen(QPen(Qt::black, 1));
+    axis->setTickPen(QPen(Qt::black, 1));
+    axis->setSubTickPen(QPen(Qt::black, 0.6));
+    axis->setTickLengthIn(0);
+    axis->setSubTickLengthIn(0);
+    axis->setTickLengthOut(5);
+    axis->setSubTickLengthOut(3);
+    axis->setLabelPadding(3);
+    axis->grid()->setVisible(false);
+}
+
+void setUpPlainAxis(QCPAxis *axis)
+{
+    setUpAxis(axis, QString());
+    axis->setTicks(false);
+    axis->setTickLabels(false);
+}
+
+QCPLegend *makeLegend(QCustomPlot *plot, const QList<QCPAbstractPlottable *> &plottables)
+{
+    auto *legend = new QCPLegend;
+    legend->setFillOrder(QCPLayoutGrid::foColumnsFirst);
+    plot->plotLayout()->insertRow(0);
+    plot->plotLayout()->addElement(0, plot->plotLayout()->columnCount() - 1, legend);
+    legend->setLayer(QStringLiteral("legend"));
+    legend->setBorderPen(Qt::NoPen);
+    legend->setBrush(Qt::white);
+    legend->setTextColor(Qt::black);
+    legend->setFont(font(11));
+    legend->setIconSize(22, 10);
+    for (QCPAbstractPlottable *plottable : plottables)
+        plottable->addToLegend(legend);
+    plot->plotLayout()->setRowStretchFactor(0, 0.001);
+    return legend;
+}
+
+} // namespace PlotStyle

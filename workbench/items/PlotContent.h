@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "items/Spectrum.h"
+
+#include "items/CustomPlot.h"
+
+/// One spectrum of a stack, as a plot shows it.
+struct PlotEntry {
+    QString name;
+    Spectrum spectrum;
+    QColor color;
+    bool active = false;
+};
+
+/// What fills an NMR plot: it builds its axes and curves in the plot's empty layout. The plot is cleared before the
+/// content goes.
+class PlotContent {
+public:
+    virtual ~PlotContent() = default;
+
+    /// All axes to the full range of the data.
+    virtual void resetRanges() { }
+    /// The ranges that a user can change, to keep them while the content is built anew.
+    virtual QList<QCPRange> ranges() const { return {}; }
+    virtual void setRanges(const QList<QCPRange> &) { }
+    /// Called before each drawing, when the sizes are known.
+    virtual void prepare() { }
+};
+
+/// Black on white in sizes of the page, whatever the desktop's palette and fonts.
+namespace PlotStyle {
+
+/// Sizes in pixels: points would follow the resolution of the paint device.
+QFont font(int pixelSize, bool bold = false);
+/// The colour of the n-th spectrum of a stack.
+QColor entryColor(int n);
+void setUpAxis(QCPAxis *axis, const QString &label);
+/// A line only: no ticks, numbers and label.
+void setUpPlainAxis(QCPAxis *axis);
+/// The names of the plottables in a row.
+QCPLegend *makeLegend(QCustomPlot *plot, const QList<QCPAbstractPlottable *> &plottables);
+
+} // namespace PlotStyle

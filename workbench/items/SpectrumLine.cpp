@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "items/SpectrumLine.h"
+
+#include "items/Decimation.h"
+
+#include <cmath>
+
+SpectrumLine::SpectrumLine(QCPAxis *ppmAxis, QCPAxis *intensityAxis)
+    : QCPAbstractPlottable(ppmAxis, intensityAxis), m_bounds(0, 0)
+{
+    setSelectable(QCP::stNone);
+}
+
+std::span<const double> SpectrumLine::values() const
+{
+    return m_data.isEmpty() ? std::span<const double>() : std::span<const double>(m_data.first());
+}
+
+void SpectrumLine::setTrace(const SpectrumAxis &axis, const QList<DoubleVector> &data)
+{
+    m_axis = axis;
+    m_data = data;
+    m_bounds = QCPRange(0, 0);
+    for (double value : values()) {
+        if (std::isfinite(value))
+            m_bounds.expand(value);
+    }
+}
+
+void SpectrumLine::setPlacement(double scale, double offset)
+{
+    m_scale = scale;
+    m_offset = offset;
+}
+
+double SpectrumLine::heightAt(double ppm) const
+{
+    const double point = (ppm - m_axis.first) / m_axis.step;
+    const qint64 last = qint64(values().size()) - 1;
+    if (last < 0 || !std::isfinite(point))
+        return m_offset;
+    const auto at = [&](double p) { return values()[qint64(std::clamp(p, 0.0, double(last)))]; };
+    const double height = std::max(at(std::floor(point)), at(std::ceil(point)));
+    return m_offset + m_scale * (std::isfinite(height) ? height : 0.0);
+}
+
+double SpectrumLine::selectTest(const QPointF &, bool, QVariant *) const
+{
+    return -1;
+}
+
+QCPRange SpectrumLine::getKeyRange(bool &found, QCP::SignDomain) const
+{
+    found = !values().empty();
+    return found ? QCPRange(m_axis.last(), m_axis.first) : QCPRange();
+}
+
+QCPRange SpectrumLine::getValueRange(bool &found, QCP::SignDomain, const QCPRange &) const
+{
+    found = !values().empty();
+    return QCPRange(m_offset + m_scale * m_bounds.lower, m_offset + m_scale * m_bounds.upper);
+}
+
+void SpectrumLine::draw(QCPPainter *painter)
+{
+    if (!keyAxis() || !valueAxis() || values().empty())
+        return;
+    const QCPRange visible = keyAxis()->range();
+    // Clamped as doubles: a range far away must not overflow the integers.
+    const auto point = [&](double ppm) {
+        return std::clamp((ppm - m_axis.first) / m_axis.step, -1.0, double(values().size()));
+    };
+    const QRect area = keyAxis()->axisRect()->rect();
+    const int pixels = keyAxis()->orientation() == Qt::Horizontal ? area.width() : area.height();
+    const bool vectors = painter->modes().testFlag(QCPPainter::pmVectorized);
+    const auto points = Decimation::envelope(values(), qint64(std::floor(point(visible.upper))),
+                                             qint64(std::ceil(point(visible.lower))), vectors ? 4 * pixels : pixels);
+    QPolygonF line;
+    line.reserve(qsizetype(points.size()));
+    for (const QPointF &p : points)
+        line.append(coordsToPixels(m_axis.ppm(p.x()), m_offset + m_scale * p.y()));
+    applyDefaultAntialiasingHint(painter);
+    painter->setPen(mPen);
+    painter->setBrush(Qt::NoBrush);
+    painter->drawPolyline(line);
+}
+
+void SpectrumLine::drawLegendIcon(QCPPainter *painter, const QRectF &rect) const
+{
+    applyDefaultAntialiasingHint(painter);
+    painter->setPen(mPen);
+    painter->drawLine(QLineF(rect.left(), rect.center().y(), rect.right(), rect.center().y()));
+}

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/CliErrors.h"
+#include "cli/Commands.h"
+#include "host/HostApplication.h"
+#include "host/PluginManager.h"
+#include "host/WMainWindow.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QTimer>
+
+namespace {
+
+constexpr const char *version = WORKBENCH_VERSION;
+
+const std::vector<OptionSpec> &programOptions()
+{
+    static const std::vector<OptionSpec> list{
+        {"plugin-path", "DIR", "Directory of the plug-ins. Default: beside the program."},
+        {"version", nullptr, "Show the version."},
+        {"help", nullptr, "Show this help."},
+    };
+    return list;
+}
+
+QString commandList()
+{
+    QString text = QStringLiteral("Commands (magres-workbench COMMAND --help tells more):\n");
+    for (const Command &command : commands()) {
+        text += QStringLiteral("  magres-workbench %1 %2\n      %3\n")
+                    .arg(QLatin1String(command.name), QLatin1String(command.usage), QLatin1String(command.summary));
+    }
+    return text;
+}
+
+QString programHelp()
+{
+    return QStringLiteral("Usage: magres-workbench [FILE]...\n       magres-workbench COMMAND FILE [options]\n\n"
+                          "Opens files in a window, or runs a command without one.\n\n%1\nOptions:\n%2")
+        .arg(commandList(), CommandLine::help(programOptions()));
+}
+
+bool hasDisplay()
+{
+    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+        if (!qEnvironmentVariableIsEmpty(name))
+            return true;
+    }
+    return false;
+}
+
+int runWindow(const QStringList &files, int argc, char **argv, const QString &pluginDirectory)
+{
+    if (!hasDisplay()) {
+        printError(QStringLiteral("magres-workbench: there is no display to open a window on.\n") + commandList());
+        return ExitFailed;
+    }
+    QApplication application(argc, argv);
+    HostApplication host(false);
+    host.loadPlugins(pluginDirectory);
+    host.window().show();
+    if (!files.isEmpty())
+        QTimer::singleShot(0, &host.window(), [&] { host.window().openFiles(files); });
+    return application.exec();
+}
+
+/// The index of the command's name, passing over the program's own options; -1 when there is no command.
+qsizetype commandIndex(const QStringList &arguments)
+{
+    for (qsizetype i = 0; i < arguments.size(); ++i) {
+        if (arguments[i] == u"--plugin-path")
+            ++i;
+        else if (!arguments[i].startsWith(u'-'))
+            return findCommand(arguments[i]) ? i : -1;
+    }
+    return -1;
+}
+
+int run(const QStringList &arguments, int argc, char **argv)
+{
+    const qsizetype index = commandIndex(arguments);
+    const CommandLine line(programOptions(), index < 0 ? arguments : arguments.first(index));
+    if (line.has("help") || line.has("version")) {
+        printOut(line.has("help") ? programHelp()
+                                  : QStringLiteral("magres-workbench %1\n").arg(QLatin1String(version)));
+        return ExitDone;
+    }
+    const QString pluginDirectory = line.value("plugin-path");
+    if (index < 0)
+        return runWindow(line.positional(), argc, argv, pluginDirectory);
+    return runCommand(*findCommand(arguments[index]), arguments.mid(index + 1), argc, argv, pluginDirectory);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication::setOrganizationName(QStringLiteral("magres-workbench"));
+    QCoreApplication::setApplicationName(QStringLiteral("magres-workbench"));
+    QCoreApplication::setApplicationVersion(QLatin1String(version));
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.append(QFile::decodeName(argv[i]));
+    try {
+        return run(arguments, argc, argv);
+    } catch (const UsageError &error) {
+        printError(QStringLiteral("magres-workbench: %1\n%2").arg(QString::fromUtf8(error.what()), programHelp()));
+        return ExitWrongUsage;
+    } catch (const std::exception &error) {
+        printError(QStringLiteral("magres-workbench: %1\n").arg(QString::fromUtf8(error.what())));
+        return ExitFailed;
+    }
+}
