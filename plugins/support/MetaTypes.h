@@ -3,6 +3,7 @@
 
 #include <QDataStream>
 #include <QList>
+#include <QList>
 #include <QMetaType>
 
 #include <array>
