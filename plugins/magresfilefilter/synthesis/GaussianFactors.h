@@ -16,24 +16,29 @@ bool isGaussianRegular(double position, double width, const SpectrumAxis &axis);
 /// to it.
 class GaussianFactors {
 public:
-    GaussianFactors(double position, double width, const SpectrumAxis &axis, std::size_t points, bool cutToWindow);
+    /// `like`: the factors lie in memory as doubles that start there would, relative to the vectors of every
+    /// instruction set, so that kernels find both aligned at once.
+    GaussianFactors(double position, double width, const SpectrumAxis &axis, std::size_t points, bool cutToWindow,
+                    const double *like = nullptr);
 
     bool isCutToWindow() const { return m_cut; }
     std::size_t begin() const { return m_begin; }
-    std::size_t end() const { return m_begin + m_values.size(); }
-    std::size_t size() const { return m_values.size(); }
-    bool contains(std::size_t i) const { return i - m_begin < m_values.size(); }
+    std::size_t end() const { return m_begin + m_size; }
+    std::size_t size() const { return m_size; }
+    bool contains(std::size_t i) const { return i - m_begin < m_size; }
     /// The point of the largest value; begin() when there are no values.
     std::size_t peakIndex() const { return m_peak; }
 
-    double at(std::size_t i) const { return m_values[i - m_begin]; }
-    const double *from(std::size_t i) const { return m_values.data() + (i - m_begin); }
+    double at(std::size_t i) const { return *from(i); }
+    const double *from(std::size_t i) const { return m_storage.data() + m_offset + (i - m_begin); }
 
 private:
     bool m_cut;
     std::size_t m_begin = 0;
     std::size_t m_peak = 0;
-    std::vector<double> m_values;
+    std::size_t m_size = 0;
+    std::size_t m_offset = 0; // of the value at m_begin in the storage
+    std::vector<double> m_storage;
 };
 
 } // namespace Magres

@@ -14,6 +14,11 @@ void addLorentzians(InstructionSet set, std::span<const LinePeak> peaks, double 
 void addGaussians(InstructionSet set, std::span<const LinePeak> peaks, double widthF2, double widthF1,
                   const SpectrumAxis &axisF2, const SpectrumAxis &axisF1, std::size_t pointsF2, std::span<double> data);
 
+struct ScaledValues {
+    double factor;
+    const double *values;
+};
+
 /// The innermost loops, one variant per instruction set.
 struct LineShapeKernels {
     /// Adds the Lorentzian of one peak at the points x, dividing twice per point.
@@ -23,6 +28,8 @@ struct LineShapeKernels {
                                       std::size_t count);
     /// data[i] += factor * values[i].
     void (*addScaled)(double factor, const double *values, double *data, std::size_t count);
+    /// As addScaled for four terms, one after the other.
+    void (*addScaledFour)(const ScaledValues *terms, double *data, std::size_t count);
 };
 
 const LineShapeKernels &lineShapeKernels(InstructionSet set);

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <vector>
 
 namespace Magres {
@@ -84,19 +85,82 @@ void fitColumns(GaussianPeak &peak, double rowFactor)
         ++peak.end;
 }
 
-void addGaussianRow(const LineShapeKernels &kernels, std::span<GaussianPeak> peaks, std::size_t row, double *data)
+/// What a peak adds to a row: factor times its factors of the columns [begin, end).
+struct RowTerm {
+    double factor;
+    const GaussianPeak *peak;
+    std::size_t begin;
+    std::size_t end;
+};
+
+/// Adds up to four terms; those of them that all have a column go over the row together. Per point the order is theirs.
+void addTerms(const LineShapeKernels &kernels, std::span<const RowTerm> terms, double *row)
 {
-    for (GaussianPeak &peak : peaks) {
-        if (!peak.rows.contains(row))
+    const auto addAlone = [&](const RowTerm &term, std::size_t begin, std::size_t end) {
+        if (begin < end)
+            kernels.addScaled(term.factor, term.peak->columns.from(begin), row + begin, end - begin);
+    };
+    std::array<ScaledValues, 4> together;
+    std::size_t begin = 0;
+    std::size_t end = std::numeric_limits<std::size_t>::max();
+    for (const RowTerm &term : terms) {
+        begin = std::max(begin, term.begin);
+        end = std::min(end, term.end);
+    }
+    if (terms.size() < together.size() || begin >= end) {
+        for (const RowTerm &term : terms)
+            addAlone(term, term.begin, term.end);
+        return;
+    }
+    for (std::size_t i = 0; i < terms.size(); ++i) {
+        addAlone(terms[i], terms[i].begin, begin);
+        addAlone(terms[i], end, terms[i].end);
+        together[i] = {terms[i].factor, terms[i].peak->columns.from(begin)};
+    }
+    kernels.addScaledFour(together.data(), row + begin, end - begin);
+}
+
+/// `peaks`: at most four.
+void addGaussianRow(const LineShapeKernels &kernels, std::span<GaussianPeak *> peaks, std::size_t row, double *data)
+{
+    std::array<RowTerm, 4> terms;
+    std::size_t count = 0;
+    for (GaussianPeak *peak : peaks) {
+        if (!peak->rows.contains(row))
             continue;
-        const double factor = peak.rows.at(row) * peak.height;
-        if (peak.columns.isCutToWindow()) {
+        const double factor = peak->rows.at(row) * peak->height;
+        if (peak->columns.isCutToWindow()) {
             if (factor == 0.0)
                 continue;
-            fitColumns(peak, factor);
+            fitColumns(*peak, factor);
         }
-        kernels.addScaled(factor, peak.columns.from(peak.begin), data + peak.begin, peak.end - peak.begin);
+        if (peak->begin < peak->end)
+            terms[count++] = {factor, peak, peak->begin, peak->end};
     }
+    addTerms(kernels, std::span(terms).first(count), data);
+}
+
+/// Adds the peaks to rows from `firstRow` on. Four peaks at a time pass over all rows, so that their factors stay in
+/// the first-level cache and the rows in the second-level one.
+void addGaussianRows(const LineShapeKernels &kernels, std::span<GaussianPeak> peaks, std::size_t firstRow,
+                     std::size_t pointsF2, std::span<double> rows)
+{
+    const std::size_t rowCount = rows.size() / pointsF2;
+    std::array<GaussianPeak *, 4> group;
+    std::size_t count = 0;
+    const auto addGroup = [&] {
+        for (std::size_t row = 0; row < rowCount; ++row)
+            addGaussianRow(kernels, std::span(group).first(count), firstRow + row, rows.data() + row * pointsF2);
+        count = 0;
+    };
+    for (GaussianPeak &peak : peaks) {
+        if (peak.rows.end() <= firstRow || peak.rows.begin() >= firstRow + rowCount)
+            continue;
+        group[count++] = &peak;
+        if (count == group.size())
+            addGroup();
+    }
+    addGroup();
 }
 
 } // namespace
@@ -106,8 +170,8 @@ void addGaussians(InstructionSet set, std::span<const LinePeak> peaks, double wi
 {
     if (pointsF2 == 0)
         return;
-    constexpr std::size_t batchSize = std::size_t(1)
-        << 17; // factors, 1 MiB: they should stay in the second-level cache
+    constexpr std::size_t batchSize = std::size_t(1) << 17; // factors, 1 MiB
+    constexpr std::size_t rowsAtOnce = 8;
     const LineShapeKernels &kernels = lineShapeKernels(set);
     const std::size_t rows = data.size() / pointsF2;
     std::vector<GaussianPeak> batch;
@@ -117,15 +181,17 @@ void addGaussians(InstructionSet set, std::span<const LinePeak> peaks, double wi
             // Zero and skipped is the same only if nothing in the product can be NaN.
             const bool cut = std::isfinite(next->height) && isGaussianRegular(next->positionF2, widthF2, axisF2)
                 && isGaussianRegular(next->positionF1, widthF1, axisF1);
-            GaussianFactors columns(next->positionF2, widthF2, axisF2, pointsF2, cut);
+            GaussianFactors columns(next->positionF2, widthF2, axisF2, pointsF2, cut, data.data());
             GaussianFactors lines(next->positionF1, widthF1, axisF1, rows, cut);
             factors += columns.size() + lines.size();
             const std::size_t begin = columns.begin();
             const std::size_t end = columns.end();
             batch.push_back({std::move(columns), std::move(lines), next->height, begin, end});
         }
-        for (std::size_t row = 0; row < rows; ++row)
-            addGaussianRow(kernels, batch, row, data.data() + row * pointsF2);
+        for (std::size_t row = 0; row < rows; row += rowsAtOnce) {
+            const std::size_t count = std::min(rowsAtOnce, rows - row);
+            addGaussianRows(kernels, batch, row, pointsF2, data.subspan(row * pointsF2, count * pointsF2));
+        }
     }
 }
 
