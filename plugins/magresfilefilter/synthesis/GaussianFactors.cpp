@@ -3,21 +3,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 
 namespace Magres {
 namespace {
 
 /// Where exp(-ln 2 t^2) is below half the smallest double by far: exp(-750) is about 2^-1082.
 constexpr double certainlyZero = 32.9;
-
-constexpr std::size_t vectorSize = 8; // doubles, of the widest instruction set
-
-/// Where in such a vector the address lies, in doubles.
-std::size_t place(const double *address)
-{
-    return reinterpret_cast<std::uintptr_t>(address) / sizeof(double) % vectorSize;
-}
 
 double distanceInHalfWidths(double x, double position, double width)
 {
@@ -69,8 +60,8 @@ GaussianFactors::GaussianFactors(double position, double width, const SpectrumAx
     }
     end = std::max(end, m_begin);
     m_size = end - m_begin;
-    m_storage.resize(m_size + vectorSize);
-    m_offset = (place(like) + m_begin + vectorSize - place(m_storage.data())) % vectorSize;
+    m_storage.resize(m_size + 3 * vectorSize);
+    m_offset = vectorSize + (placeInVector(like) + m_begin + vectorSize - placeInVector(m_storage.data())) % vectorSize;
     for (std::size_t i = m_begin; i < end; ++i)
         m_storage[m_offset + (i - m_begin)] = factor(axis.at(std::ptrdiff_t(i)), position, width);
     if (m_cut) {

@@ -3,6 +3,7 @@
 
 #include "synthesis/LineShapes.h"
 
+#include <cstdint>
 #include <vector>
 
 namespace Magres {
@@ -16,8 +17,14 @@ bool isGaussianRegular(double position, double width, const SpectrumAxis &axis);
 /// to it.
 class GaussianFactors {
 public:
-    /// `like`: the factors lie in memory as doubles that start there would, relative to the vectors of every
-    /// instruction set, so that kernels find both aligned at once.
+    static constexpr std::size_t vectorSize = 8; ///< doubles, of the widest instruction set
+    /// Where in such a vector the address lies, in doubles.
+    static std::size_t placeInVector(const double *address)
+    {
+        return reinterpret_cast<std::uintptr_t>(address) / sizeof(double) % vectorSize;
+    }
+
+    /// `like`: the factors lie in vectors as doubles that start at this address do, so that kernels find both aligned.
     GaussianFactors(double position, double width, const SpectrumAxis &axis, std::size_t points, bool cutToWindow,
                     const double *like = nullptr);
 
@@ -29,8 +36,9 @@ public:
     /// The point of the largest value; begin() when there are no values.
     std::size_t peakIndex() const { return m_peak; }
 
+    // Up to a vector less one before the window and after it there are zeros to be read.
     double at(std::size_t i) const { return *from(i); }
-    const double *from(std::size_t i) const { return m_storage.data() + m_offset + (i - m_begin); }
+    const double *from(std::size_t i) const { return m_storage.data() + (m_offset + i - m_begin); }
 
 private:
     bool m_cut;

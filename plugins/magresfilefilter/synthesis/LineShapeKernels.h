@@ -26,10 +26,8 @@ struct LineShapeKernels {
     /// The same bits with one division per point, in the range that Reciprocal allows; null without fused multiply-add.
     void (*addLorentzianByReciprocal)(const LinePeak &peak, double width, const double *x, double *data,
                                       std::size_t count);
-    /// data[i] += factor * values[i].
-    void (*addScaled)(double factor, const double *values, double *data, std::size_t count);
-    /// As addScaled for four terms, one after the other.
-    void (*addScaledFour)(const ScaledValues *terms, double *data, std::size_t count);
+    /// data[i] += factor * values[i] for one, two, three or four terms, one after the other.
+    void (*addScaled[4])(const ScaledValues *terms, double *data, std::size_t count);
 };
 
 const LineShapeKernels &lineShapeKernels(InstructionSet set);

@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <limits>
 #include <vector>
 
 namespace Magres {
@@ -93,51 +92,59 @@ struct RowTerm {
     std::size_t end;
 };
 
-/// Adds up to four terms; those of them that all have a column go over the row together. Per point the order is theirs.
+/// Adds up to four terms, from one end of any to the next with those that have these columns, in their order.
 void addTerms(const LineShapeKernels &kernels, std::span<const RowTerm> terms, double *row)
 {
-    const auto addAlone = [&](const RowTerm &term, std::size_t begin, std::size_t end) {
-        if (begin < end)
-            kernels.addScaled(term.factor, term.peak->columns.from(begin), row + begin, end - begin);
-    };
-    std::array<ScaledValues, 4> together;
-    std::size_t begin = 0;
-    std::size_t end = std::numeric_limits<std::size_t>::max();
-    for (const RowTerm &term : terms) {
-        begin = std::max(begin, term.begin);
-        end = std::min(end, term.end);
-    }
-    if (terms.size() < together.size() || begin >= end) {
-        for (const RowTerm &term : terms)
-            addAlone(term, term.begin, term.end);
-        return;
-    }
+    std::array<std::size_t, 8> ends{};
     for (std::size_t i = 0; i < terms.size(); ++i) {
-        addAlone(terms[i], terms[i].begin, begin);
-        addAlone(terms[i], end, terms[i].end);
-        together[i] = {terms[i].factor, terms[i].peak->columns.from(begin)};
+        ends[2 * i] = terms[i].begin;
+        ends[2 * i + 1] = terms[i].end;
     }
-    kernels.addScaledFour(together.data(), row + begin, end - begin);
+    std::sort(ends.begin(), ends.end());
+    for (std::size_t i = 0; i + 1 < ends.size(); ++i) {
+        const std::size_t begin = ends[i];
+        const std::size_t end = ends[i + 1];
+        std::array<ScaledValues, 4> present;
+        std::size_t count = 0;
+        for (const RowTerm &term : terms) {
+            if (term.begin <= begin && term.end >= end)
+                present[count++] = {term.factor, term.peak->columns.from(begin)};
+        }
+        if (begin < end && count > 0)
+            kernels.addScaled[count - 1](present.data(), row + begin, end - begin);
+    }
+}
+
+/// The term over whole vectors of the row, as far as the row reaches: the zeros that come in cost less than odd ends
+/// do.
+RowTerm widened(RowTerm term, std::span<const double> row)
+{
+    constexpr std::size_t size = GaussianFactors::vectorSize;
+    const std::size_t place = GaussianFactors::placeInVector(row.data());
+    term.begin -= std::min(term.begin, (place + term.begin) % size);
+    term.end = std::min(row.size(), term.end + (size - (place + term.end) % size) % size);
+    return term;
 }
 
 /// `peaks`: at most four.
-void addGaussianRow(const LineShapeKernels &kernels, std::span<GaussianPeak *> peaks, std::size_t row, double *data)
+void addGaussianRow(const LineShapeKernels &kernels, std::span<GaussianPeak *> peaks, std::size_t index,
+                    std::span<double> row)
 {
     std::array<RowTerm, 4> terms;
     std::size_t count = 0;
     for (GaussianPeak *peak : peaks) {
-        if (!peak->rows.contains(row))
+        if (!peak->rows.contains(index))
             continue;
-        const double factor = peak->rows.at(row) * peak->height;
+        const double factor = peak->rows.at(index) * peak->height;
         if (peak->columns.isCutToWindow()) {
             if (factor == 0.0)
                 continue;
             fitColumns(*peak, factor);
         }
         if (peak->begin < peak->end)
-            terms[count++] = {factor, peak, peak->begin, peak->end};
+            terms[count++] = widened({factor, peak, peak->begin, peak->end}, row);
     }
-    addTerms(kernels, std::span(terms).first(count), data);
+    addTerms(kernels, std::span(terms).first(count), row.data());
 }
 
 /// Adds the peaks to rows from `firstRow` on. Four peaks at a time pass over all rows, so that their factors stay in
@@ -150,7 +157,8 @@ void addGaussianRows(const LineShapeKernels &kernels, std::span<GaussianPeak> pe
     std::size_t count = 0;
     const auto addGroup = [&] {
         for (std::size_t row = 0; row < rowCount; ++row)
-            addGaussianRow(kernels, std::span(group).first(count), firstRow + row, rows.data() + row * pointsF2);
+            addGaussianRow(kernels, std::span(group).first(count), firstRow + row,
+                           rows.subspan(row * pointsF2, pointsF2));
         count = 0;
     };
     for (GaussianPeak &peak : peaks) {
