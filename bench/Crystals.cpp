@@ -113,7 +113,7 @@ Crystal finished(QList<MagresAtom> atoms, const Cell &cell)
 
 Crystal molecular(int atoms, std::uint64_t seed)
 {
-    // No two atoms of neighbouring grid points come closer than 2 Angstrom: molecules reach 2.3 from their centroid.
+    // Wide enough that molecules, however turned, share no bond with their neighbours.
     constexpr double spacing = 6.7;
     Random random(seed);
     const auto shape = ethanol();

@@ -11,7 +11,8 @@
 
 namespace {
 
-/// Prints as the console reporter does, and keeps the shortest time of every benchmark, in seconds.
+/// Prints as the console reporter does, and keeps the shortest time of every benchmark, in seconds. Processor time:
+/// everything runs on one thread, and other programs' load then matters less.
 class Times : public benchmark::ConsoleReporter {
 public:
     using ConsoleReporter::ConsoleReporter;
@@ -21,7 +22,7 @@ public:
         for (const Run &run : runs) {
             if (run.run_type != Run::RT_Iteration || run.error_occurred)
                 continue;
-            const double seconds = run.GetAdjustedRealTime() / benchmark::GetTimeUnitMultiplier(run.time_unit);
+            const double seconds = run.GetAdjustedCPUTime() / benchmark::GetTimeUnitMultiplier(run.time_unit);
             const auto [entry, isNew] = m_seconds.try_emplace(run.run_name.function_name, seconds);
             if (!isNew)
                 entry->second = std::min(entry->second, seconds);

@@ -45,7 +45,7 @@ bool isGaussianRegular(double position, double width, const SpectrumAxis &axis)
 }
 
 GaussianFactors::GaussianFactors(double position, double width, const SpectrumAxis &axis, std::size_t points,
-                                 bool cutToWindow)
+                                 bool cutToWindow, const double *like)
     : m_cut(cutToWindow)
 {
     std::size_t end = points;
@@ -58,17 +58,21 @@ GaussianFactors::GaussianFactors(double position, double width, const SpectrumAx
         m_begin = firstIndex(points, [&](std::size_t i) { return rising(i) > -certainlyZero; });
         end = firstIndex(points, [&](std::size_t i) { return rising(i) >= certainlyZero; });
     }
-    m_values.reserve(end - m_begin);
+    end = std::max(end, m_begin);
+    m_size = end - m_begin;
+    m_storage.resize(m_size + 3 * vectorSize);
+    m_offset = vectorSize + (placeInVector(like) + m_begin + vectorSize - placeInVector(m_storage.data())) % vectorSize;
     for (std::size_t i = m_begin; i < end; ++i)
-        m_values.push_back(factor(axis.at(std::ptrdiff_t(i)), position, width));
+        m_storage[m_offset + (i - m_begin)] = factor(axis.at(std::ptrdiff_t(i)), position, width);
     if (m_cut) {
-        while (!m_values.empty() && m_values.back() == 0.0)
-            m_values.pop_back();
-        const auto first = std::find_if(m_values.begin(), m_values.end(), [](double value) { return value != 0.0; });
-        m_begin += std::size_t(first - m_values.begin());
-        m_values.erase(m_values.begin(), first);
+        for (; m_size != 0 && m_storage[m_offset + m_size - 1] == 0.0; --m_size) { }
+        for (; m_size != 0 && m_storage[m_offset] == 0.0; --m_size) {
+            ++m_begin;
+            ++m_offset;
+        }
     }
-    m_peak = m_begin + std::size_t(std::max_element(m_values.begin(), m_values.end()) - m_values.begin());
+    const double *first = from(m_begin);
+    m_peak = m_begin + std::size_t(std::max_element(first, first + m_size) - first);
 }
 
 } // namespace Magres

@@ -3,6 +3,7 @@
 
 #include "synthesis/LineShapes.h"
 
+#include <cstdint>
 #include <vector>
 
 namespace Magres {
@@ -16,24 +17,36 @@ bool isGaussianRegular(double position, double width, const SpectrumAxis &axis);
 /// to it.
 class GaussianFactors {
 public:
-    GaussianFactors(double position, double width, const SpectrumAxis &axis, std::size_t points, bool cutToWindow);
+    static constexpr std::size_t vectorSize = 8; ///< doubles, of the widest instruction set
+    /// Where in such a vector the address lies, in doubles.
+    static std::size_t placeInVector(const double *address)
+    {
+        return reinterpret_cast<std::uintptr_t>(address) / sizeof(double) % vectorSize;
+    }
+
+    /// `like`: the factors lie in vectors as doubles that start at this address do, so that kernels find both aligned.
+    GaussianFactors(double position, double width, const SpectrumAxis &axis, std::size_t points, bool cutToWindow,
+                    const double *like = nullptr);
 
     bool isCutToWindow() const { return m_cut; }
     std::size_t begin() const { return m_begin; }
-    std::size_t end() const { return m_begin + m_values.size(); }
-    std::size_t size() const { return m_values.size(); }
-    bool contains(std::size_t i) const { return i - m_begin < m_values.size(); }
+    std::size_t end() const { return m_begin + m_size; }
+    std::size_t size() const { return m_size; }
+    bool contains(std::size_t i) const { return i - m_begin < m_size; }
     /// The point of the largest value; begin() when there are no values.
     std::size_t peakIndex() const { return m_peak; }
 
-    double at(std::size_t i) const { return m_values[i - m_begin]; }
-    const double *from(std::size_t i) const { return m_values.data() + (i - m_begin); }
+    // Up to a vector less one before the window and after it there are zeros to be read.
+    double at(std::size_t i) const { return *from(i); }
+    const double *from(std::size_t i) const { return m_storage.data() + (m_offset + i - m_begin); }
 
 private:
     bool m_cut;
     std::size_t m_begin = 0;
     std::size_t m_peak = 0;
-    std::vector<double> m_values;
+    std::size_t m_size = 0;
+    std::size_t m_offset = 0; // of the value at m_begin in the storage
+    std::vector<double> m_storage;
 };
 
 } // namespace Magres

@@ -3,6 +3,9 @@
 
 #include "numerics/Lanes.h"
 
+#include <algorithm>
+#include <cstdint>
+
 namespace Magres {
 namespace {
 

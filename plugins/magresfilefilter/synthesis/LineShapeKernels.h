@@ -14,6 +14,11 @@ void addLorentzians(InstructionSet set, std::span<const LinePeak> peaks, double 
 void addGaussians(InstructionSet set, std::span<const LinePeak> peaks, double widthF2, double widthF1,
                   const SpectrumAxis &axisF2, const SpectrumAxis &axisF1, std::size_t pointsF2, std::span<double> data);
 
+struct ScaledValues {
+    double factor;
+    const double *values;
+};
+
 /// The innermost loops, one variant per instruction set.
 struct LineShapeKernels {
     /// Adds the Lorentzian of one peak at the points x, dividing twice per point.
@@ -21,8 +26,8 @@ struct LineShapeKernels {
     /// The same bits with one division per point, in the range that Reciprocal allows; null without fused multiply-add.
     void (*addLorentzianByReciprocal)(const LinePeak &peak, double width, const double *x, double *data,
                                       std::size_t count);
-    /// data[i] += factor * values[i].
-    void (*addScaled)(double factor, const double *values, double *data, std::size_t count);
+    /// data[i] += factor * values[i] for one, two, three or four terms, one after the other.
+    void (*addScaled[4])(const ScaledValues *terms, double *data, std::size_t count);
 };
 
 const LineShapeKernels &lineShapeKernels(InstructionSet set);

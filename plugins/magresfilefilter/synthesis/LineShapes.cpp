@@ -84,19 +84,91 @@ void fitColumns(GaussianPeak &peak, double rowFactor)
         ++peak.end;
 }
 
-void addGaussianRow(const LineShapeKernels &kernels, std::span<GaussianPeak> peaks, std::size_t row, double *data)
+/// What a peak adds to a row: factor times its factors of the columns [begin, end).
+struct RowTerm {
+    double factor;
+    const GaussianPeak *peak;
+    std::size_t begin;
+    std::size_t end;
+};
+
+/// Adds up to four terms, from one end of any to the next with those that have these columns, in their order.
+void addTerms(const LineShapeKernels &kernels, std::span<const RowTerm> terms, double *row)
 {
-    for (GaussianPeak &peak : peaks) {
-        if (!peak.rows.contains(row))
+    std::array<std::size_t, 8> ends{};
+    for (std::size_t i = 0; i < terms.size(); ++i) {
+        ends[2 * i] = terms[i].begin;
+        ends[2 * i + 1] = terms[i].end;
+    }
+    std::sort(ends.begin(), ends.end());
+    for (std::size_t i = 0; i + 1 < ends.size(); ++i) {
+        const std::size_t begin = ends[i];
+        const std::size_t end = ends[i + 1];
+        std::array<ScaledValues, 4> present;
+        std::size_t count = 0;
+        for (const RowTerm &term : terms) {
+            if (term.begin <= begin && term.end >= end)
+                present[count++] = {term.factor, term.peak->columns.from(begin)};
+        }
+        if (begin < end && count > 0)
+            kernels.addScaled[count - 1](present.data(), row + begin, end - begin);
+    }
+}
+
+/// The term over whole vectors of the row, as far as the row reaches: the zeros that come in cost less than odd ends
+/// do.
+RowTerm widened(RowTerm term, std::span<const double> row)
+{
+    constexpr std::size_t size = GaussianFactors::vectorSize;
+    const std::size_t place = GaussianFactors::placeInVector(row.data());
+    term.begin -= std::min(term.begin, (place + term.begin) % size);
+    term.end = std::min(row.size(), term.end + (size - (place + term.end) % size) % size);
+    return term;
+}
+
+/// `peaks`: at most four.
+void addGaussianRow(const LineShapeKernels &kernels, std::span<GaussianPeak *> peaks, std::size_t index,
+                    std::span<double> row)
+{
+    std::array<RowTerm, 4> terms;
+    std::size_t count = 0;
+    for (GaussianPeak *peak : peaks) {
+        if (!peak->rows.contains(index))
             continue;
-        const double factor = peak.rows.at(row) * peak.height;
-        if (peak.columns.isCutToWindow()) {
+        const double factor = peak->rows.at(index) * peak->height;
+        if (peak->columns.isCutToWindow()) {
             if (factor == 0.0)
                 continue;
-            fitColumns(peak, factor);
+            fitColumns(*peak, factor);
         }
-        kernels.addScaled(factor, peak.columns.from(peak.begin), data + peak.begin, peak.end - peak.begin);
+        if (peak->begin < peak->end)
+            terms[count++] = widened({factor, peak, peak->begin, peak->end}, row);
     }
+    addTerms(kernels, std::span(terms).first(count), row.data());
+}
+
+/// Adds the peaks to rows from `firstRow` on. Four peaks at a time pass over all rows, so that their factors stay in
+/// the first-level cache and the rows in the second-level one.
+void addGaussianRows(const LineShapeKernels &kernels, std::span<GaussianPeak> peaks, std::size_t firstRow,
+                     std::size_t pointsF2, std::span<double> rows)
+{
+    const std::size_t rowCount = rows.size() / pointsF2;
+    std::array<GaussianPeak *, 4> group;
+    std::size_t count = 0;
+    const auto addGroup = [&] {
+        for (std::size_t row = 0; row < rowCount; ++row)
+            addGaussianRow(kernels, std::span(group).first(count), firstRow + row,
+                           rows.subspan(row * pointsF2, pointsF2));
+        count = 0;
+    };
+    for (GaussianPeak &peak : peaks) {
+        if (peak.rows.end() <= firstRow || peak.rows.begin() >= firstRow + rowCount)
+            continue;
+        group[count++] = &peak;
+        if (count == group.size())
+            addGroup();
+    }
+    addGroup();
 }
 
 } // namespace
@@ -106,8 +178,8 @@ void addGaussians(InstructionSet set, std::span<const LinePeak> peaks, double wi
 {
     if (pointsF2 == 0)
         return;
-    constexpr std::size_t batchSize = std::size_t(1)
-        << 17; // factors, 1 MiB: they should stay in the second-level cache
+    constexpr std::size_t batchSize = std::size_t(1) << 17; // factors, 1 MiB
+    constexpr std::size_t rowsAtOnce = 8;
     const LineShapeKernels &kernels = lineShapeKernels(set);
     const std::size_t rows = data.size() / pointsF2;
     std::vector<GaussianPeak> batch;
@@ -117,15 +189,17 @@ void addGaussians(InstructionSet set, std::span<const LinePeak> peaks, double wi
             // Zero and skipped is the same only if nothing in the product can be NaN.
             const bool cut = std::isfinite(next->height) && isGaussianRegular(next->positionF2, widthF2, axisF2)
                 && isGaussianRegular(next->positionF1, widthF1, axisF1);
-            GaussianFactors columns(next->positionF2, widthF2, axisF2, pointsF2, cut);
+            GaussianFactors columns(next->positionF2, widthF2, axisF2, pointsF2, cut, data.data());
             GaussianFactors lines(next->positionF1, widthF1, axisF1, rows, cut);
             factors += columns.size() + lines.size();
             const std::size_t begin = columns.begin();
             const std::size_t end = columns.end();
             batch.push_back({std::move(columns), std::move(lines), next->height, begin, end});
         }
-        for (std::size_t row = 0; row < rows; ++row)
-            addGaussianRow(kernels, batch, row, data.data() + row * pointsF2);
+        for (std::size_t row = 0; row < rows; row += rowsAtOnce) {
+            const std::size_t count = std::min(rowsAtOnce, rows - row);
+            addGaussianRows(kernels, batch, row, pointsF2, data.subspan(row * pointsF2, count * pointsF2));
+        }
     }
 }
 

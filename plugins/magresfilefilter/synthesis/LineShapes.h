@@ -32,7 +32,8 @@ void addLorentzians(std::span<const LinePeak> peaks, double width, const Spectru
 /// height, peak by peak in the given order. `data` holds data.size() / pointsF2 rows of pointsF2 points each, F1 index
 /// major. Widths: full widths at half height, ppm.
 ///
-/// Same bits as the plain double loop with one exponential per term.
+/// Same bits as the plain double loop with one exponential per term, except that a negative zero in `data` that nothing
+/// but zeros would be added to stays one.
 void addGaussians(std::span<const LinePeak> peaks, double widthF2, double widthF1, const SpectrumAxis &axisF2,
                   const SpectrumAxis &axisF1, std::size_t pointsF2, std::span<double> data);
 
