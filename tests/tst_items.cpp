@@ -707,6 +707,16 @@ private Q_SLOTS:
         QVERIFY(item.plot()->xAxis->coordToPixel(9) < item.plot()->xAxis->coordToPixel(1));
         QVERIFY(item.plot()->yAxis->coordToPixel(9) > item.plot()->yAxis->coordToPixel(1));
 
+        // The colours lie where the peak lies: bluest there, white in the mirrored places.
+        const auto blueness = [&](double f2, double f1) {
+            const QPoint at(qRound(item.plot()->xAxis->coordToPixel(f2)), qRound(item.plot()->yAxis->coordToPixel(f1)));
+            return 255 - qRed(image.pixel(at + QPoint(-6, -3)));
+        };
+        QVERIFY(blueness(2.5, 7.5) > 50);
+        QCOMPARE(blueness(7.5, 7.5), 0);
+        QCOMPARE(blueness(2.5, 2.5), 0);
+        QCOMPARE(blueness(7.5, 2.5), 0);
+
         ContourLines *contours = nullptr;
         for (int i = 0; i < item.plot()->plottableCount(); ++i) {
             if (auto *found = qobject_cast<ContourLines *>(item.plot()->plottable(i)))

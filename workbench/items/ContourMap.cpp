@@ -4,6 +4,7 @@
 #include "items/ContourLines.h"
 #include "items/Contours.h"
 #include "items/CrossPeakLabels.h"
+#include "items/IntensityMap.h"
 #include "items/SpectrumLine.h"
 
 #include <cmath>
@@ -59,8 +60,7 @@ ContourMap::ContourMap(QCustomPlot *plot, const QList<PlotEntry> &entries)
     m_f2->setRangeReversed(true);
     m_f1->setRangeReversed(true);
 
-    m_map = new QCPColorMap(m_f2, m_f1);
-    m_map->setTightBoundary(true);
+    m_map = new IntensityMap(m_f2, m_f1);
     m_map->setLayer(QStringLiteral("background"));
     addDiagonal(plot, shown.spectrum);
     QList<QCPAbstractPlottable *> named;

@@ -7,6 +7,7 @@
 #include <memory>
 
 class ContourLines;
+class IntensityMap;
 class SpectrumLine;
 
 /// Two-dimensional spectra: contours over a colour map of the active one, its projections at top and left. F2 runs to
@@ -45,7 +46,7 @@ private:
     QCPAxis *m_f2;
     QCPAxis *m_f1;
     std::unique_ptr<QCPMarginGroup> m_margins;
-    QCPColorMap *m_map = nullptr;
+    IntensityMap *m_map = nullptr;
     QList<SpectrumLine *> m_topLines;
     QList<SpectrumLine *> m_leftLines;
     QList<Layer> m_layers;

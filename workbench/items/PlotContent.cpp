@@ -67,7 +67,8 @@ QCPLegend *makeLegend(QCustomPlot *plot, const QList<QCPAbstractPlottable *> &pl
     legend->setBrush(Qt::white);
     legend->setTextColor(Qt::black);
     legend->setFont(font(11));
-    legend->setIconSize(22, 10);
+    // As high as a line of text: the legend does not count descenders that reach below its icons.
+    legend->setIconSize(22, 16);
     for (QCPAbstractPlottable *plottable : plottables)
         plottable->addToLegend(legend);
     plot->plotLayout()->setRowStretchFactor(0, 0.001);

@@ -40,6 +40,7 @@ StackedTraces::StackedTraces(QCustomPlot *plot, const QList<PlotEntry> &entries)
         PlotStyle::setUpAxis(m_intensity, tr("Intensity / arb. units"));
     } else {
         PlotStyle::setUpPlainAxis(m_intensity);
+        m_intensity->setPadding(4);
         m_intensity->setLabel(tr("Intensity, each scaled to its maximum"));
     }
     addTraces(entries);
@@ -55,7 +56,7 @@ void StackedTraces::addTraces(const QList<PlotEntry> &entries)
     for (const PlotEntry &entry : entries) {
         auto *line = new SpectrumLine(m_ppm, m_intensity);
         line->setTrace(entry.spectrum.axes.first(), entry.spectrum.data);
-        line->setPen(QPen(entry.color, 1.2));
+        line->setPen(QPen(entry.color, 1));
         line->setName(entry.name);
         if (entries.size() > 1) {
             const double height = line->valueBounds().size();

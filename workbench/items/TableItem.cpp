@@ -4,8 +4,6 @@
 #include "items/PluginCall.h"
 #include "items/TableModel.h"
 
-#include <QApplication>
-#include <QClipboard>
 #include <QGraphicsProxyWidget>
 #include <QHeaderView>
 #include <QMenu>
