@@ -51,5 +51,5 @@ void ContourLines::drawLegendIcon(QCPPainter *painter, const QRectF &rect) const
     applyDefaultAntialiasingHint(painter);
     painter->setPen(mPen);
     painter->setBrush(Qt::NoBrush);
-    painter->drawEllipse(rect.adjusted(4, 1, -4, -1));
+    painter->drawEllipse(rect.adjusted(4, 4, -4, -4));
 }

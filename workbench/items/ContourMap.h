@@ -7,6 +7,7 @@
 #include <memory>
 
 class ContourLines;
+class IntensityMap;
 class SpectrumLine;
 
 /// Two-dimensional spectra: contours over a colour map of the active one, its projections at top and left. F2 runs to
@@ -20,6 +21,7 @@ public:
     void resetRanges() override;
     QList<QCPRange> ranges() const override;
     void setRanges(const QList<QCPRange> &ranges) override;
+    bool fitLayout() override;
     /// Computes colours and contours for what shows, in the resolution in which it shows.
     void prepare() override;
 
@@ -44,7 +46,7 @@ private:
     QCPAxis *m_f2;
     QCPAxis *m_f1;
     std::unique_ptr<QCPMarginGroup> m_margins;
-    QCPColorMap *m_map = nullptr;
+    IntensityMap *m_map = nullptr;
     QList<SpectrumLine *> m_topLines;
     QList<SpectrumLine *> m_leftLines;
     QList<Layer> m_layers;

@@ -5,7 +5,6 @@
 
 #include <QFont>
 #include <QFontMetricsF>
-#include <QMatrix3x3>
 #include <QPainter>
 #include <QPainterPath>
 #include <QRadialGradient>

@@ -5,6 +5,13 @@
 
 #include <cmath>
 
+namespace {
+
+// Points drawn at a stroke: the rasteriser's time grows with the square of a dense stroke's length.
+constexpr qsizetype strokeLength = 48;
+
+} // namespace
+
 SpectrumLine::SpectrumLine(QCPAxis *ppmAxis, QCPAxis *intensityAxis)
     : QCPAbstractPlottable(ppmAxis, intensityAxis), m_bounds(0, 0)
 {
@@ -80,9 +87,13 @@ void SpectrumLine::draw(QCPPainter *painter)
     for (const QPointF &p : points)
         line.append(coordsToPixels(m_axis.ppm(p.x()), m_offset + m_scale * p.y()));
     applyDefaultAntialiasingHint(painter);
-    painter->setPen(mPen);
+    QPen pen = mPen;
+    pen.setCapStyle(Qt::RoundCap);
+    pen.setJoinStyle(Qt::RoundJoin);
+    painter->setPen(pen);
     painter->setBrush(Qt::NoBrush);
-    painter->drawPolyline(line);
+    for (qsizetype i = 0; i + 1 < line.size(); i += strokeLength)
+        painter->drawPolyline(line.constData() + i, int(std::min(strokeLength + 1, line.size() - i)));
 }
 
 void SpectrumLine::drawLegendIcon(QCPPainter *painter, const QRectF &rect) const

@@ -38,9 +38,9 @@ StackedTraces::StackedTraces(QCustomPlot *plot, const QList<PlotEntry> &entries)
     m_ppm->setRangeReversed(true);
     if (entries.size() == 1) {
         PlotStyle::setUpAxis(m_intensity, tr("Intensity / arb. units"));
-        m_intensity->ticker()->setTickCount(4);
     } else {
         PlotStyle::setUpPlainAxis(m_intensity);
+        m_intensity->setPadding(4);
         m_intensity->setLabel(tr("Intensity, each scaled to its maximum"));
     }
     addTraces(entries);
@@ -56,7 +56,7 @@ void StackedTraces::addTraces(const QList<PlotEntry> &entries)
     for (const PlotEntry &entry : entries) {
         auto *line = new SpectrumLine(m_ppm, m_intensity);
         line->setTrace(entry.spectrum.axes.first(), entry.spectrum.data);
-        line->setPen(QPen(entry.color, 1.2));
+        line->setPen(QPen(entry.color, 1));
         line->setName(entry.name);
         if (entries.size() > 1) {
             const double height = line->valueBounds().size();
@@ -97,7 +97,12 @@ void StackedTraces::setRanges(const QList<QCPRange> &ranges)
         m_ppm->setRange(ranges.first());
 }
 
-void StackedTraces::prepare()
+bool StackedTraces::fitLayout()
 {
+    PlotStyle::fitTicks(m_ppm);
+    if (m_intensity->ticks())
+        PlotStyle::fitTicks(m_intensity);
+    const int before = m_band->minimumSize().height();
     m_band->fitHeight();
+    return m_band->minimumSize().height() != before;
 }
