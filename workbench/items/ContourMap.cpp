@@ -11,9 +11,11 @@
 namespace {
 
 constexpr double lowestLevel = 0.05; // of the largest magnitude
-constexpr double levelFactor = 1.45;
+constexpr double levelFactor = 1.6;
 constexpr int mostLevels = 12;
-constexpr int projectionSize = 70; // pixels
+constexpr double projectionShare = 0.16; // of the plot's height
+constexpr int smallestProjection = 24; // pixels
+constexpr int largestProjection = 80;
 
 /// White where nothing is; pale enough for lines and letters on top. Negative values redden.
 QCPColorGradient mapGradient(bool negative)
@@ -82,8 +84,8 @@ ContourMap::~ContourMap() = default;
 void ContourMap::layOut(QCustomPlot *plot)
 {
     QCPLayoutGrid *layout = plot->plotLayout();
-    layout->setRowSpacing(3);
-    layout->setColumnSpacing(3);
+    layout->setRowSpacing(2);
+    layout->setColumnSpacing(2);
     layout->addElement(0, 1, m_top);
     layout->addElement(1, 0, m_left);
     layout->addElement(1, 1, m_main);
@@ -93,12 +95,9 @@ void ContourMap::layOut(QCustomPlot *plot)
     m_left->setMarginGroup(QCP::msTop | QCP::msBottom, m_margins.get());
     m_main->setMarginGroup(QCP::msLeft | QCP::msRight | QCP::msTop | QCP::msBottom, m_margins.get());
     for (QCPAxisRect *rect : {m_top, m_left, m_main})
-        rect->setMinimumMargins(QMargins(2, 2, 4, 2));
-    m_main->setMinimumMargins(QMargins(0, 0, 4, 4));
-    m_top->setMinimumSize(0, projectionSize);
-    m_top->setMaximumSize(QWIDGETSIZE_MAX, projectionSize);
-    m_left->setMinimumSize(projectionSize, 0);
-    m_left->setMaximumSize(projectionSize, QWIDGETSIZE_MAX);
+        rect->setMinimumMargins(QMargins(0, 0, 0, 0));
+    m_top->setMinimumMargins(QMargins(0, 6, 0, 0));
+    m_left->setMinimumMargins(QMargins(6, 0, 0, 0));
 
     for (QCPAxis *axis : m_main->axes())
         PlotStyle::setUpPlainAxis(axis);
@@ -209,6 +208,21 @@ Decimation::Grid ContourMap::visibleGrid(const Spectrum &spectrum) const
     return Decimation::blockMaxima(spectrum.real(), spectrum.axes[0].size,
                                    visiblePoints(spectrum.axes[0], m_f2->range()),
                                    visiblePoints(spectrum.axes[1], m_f1->range()), m_main->width(), m_main->height());
+}
+
+bool ContourMap::fitLayout()
+{
+    PlotStyle::fitTicks(m_f2);
+    PlotStyle::fitTicks(m_f1);
+    const int height = m_main->parentPlot()->viewport().height();
+    const int size = std::clamp(int(projectionShare * height), smallestProjection, largestProjection);
+    if (m_top->minimumSize().height() == size)
+        return false;
+    m_top->setMinimumSize(0, size);
+    m_top->setMaximumSize(QWIDGETSIZE_MAX, size);
+    m_left->setMinimumSize(size, 0);
+    m_left->setMaximumSize(size, QWIDGETSIZE_MAX);
+    return true;
 }
 
 void ContourMap::prepare()

@@ -20,6 +20,7 @@ public:
     void resetRanges() override;
     QList<QCPRange> ranges() const override;
     void setRanges(const QList<QCPRange> &ranges) override;
+    bool fitLayout() override;
     /// Computes colours and contours for what shows, in the resolution in which it shows.
     void prepare() override;
 

@@ -9,7 +9,8 @@
 namespace {
 
 constexpr double crossSize = 3; // pixels from the middle
-constexpr double labelDistance = 4;
+constexpr double largestPeak = 20; // pixels from the middle that are kept clear of labels
+constexpr double labelDistance = 2;
 constexpr int longestLabel = 24;
 
 } // namespace
@@ -35,35 +36,46 @@ double CrossPeakLabels::selectTest(const QPointF &, bool, QVariant *) const
     return -1;
 }
 
+QRectF CrossPeakLabels::peakArea(const SpectrumPeak &peak, const QPointF &at) const
+{
+    const auto halfSize = [](QCPAxis *axis, double ppm, double width) {
+        const double pixels = std::abs(axis->coordToPixel(ppm + width) - axis->coordToPixel(ppm));
+        return std::isfinite(pixels) ? std::clamp(pixels, crossSize, largestPeak) : crossSize;
+    };
+    const QPointF half(halfSize(m_f2, peak.f2, peak.widthF2), halfSize(m_f1, peak.f1, peak.widthF1));
+    return QRectF(at - half, at + half);
+}
+
 void CrossPeakLabels::draw(QCPPainter *painter)
 {
     if (!m_f2 || !m_f1)
         return;
     const QRectF area(m_f2->axisRect()->rect());
     std::vector<QRectF> taken;
-    QList<QPair<QPointF, QString>> visible;
+    QList<std::pair<QRectF, QString>> visible;
     for (const SpectrumPeak &peak : std::as_const(m_peaks)) {
         const QPointF at(m_f2->coordToPixel(peak.f2), m_f1->coordToPixel(peak.f1));
         if (!area.contains(at))
             continue;
-        visible.append({at, peak.label});
-        taken.emplace_back(at.x() - crossSize, at.y() - crossSize, 2 * crossSize, 2 * crossSize);
+        taken.push_back(peakArea(peak, at));
+        visible.append({taken.back(), peak.label});
     }
     painter->setAntialiasing(true);
     painter->setPen(QPen(QColor(0x30, 0x30, 0x30), 0.8));
-    for (const auto &[at, label] : std::as_const(visible)) {
+    for (const auto &[peak, label] : std::as_const(visible)) {
+        const QPointF at = peak.center();
         painter->drawLine(QLineF(at.x() - crossSize, at.y(), at.x() + crossSize, at.y()));
         painter->drawLine(QLineF(at.x(), at.y() - crossSize, at.x(), at.y() + crossSize));
     }
     const QFont font = PlotStyle::font(10);
     const QFontMetricsF metrics(font);
     painter->setFont(font);
-    for (const auto &[at, label] : std::as_const(visible)) {
+    for (const auto &[peak, label] : std::as_const(visible)) {
         const QString text = label.size() > longestLabel ? label.left(longestLabel - 1) + QChar(0x2026) : label;
         if (text.isEmpty())
             continue;
         const QSizeF size(metrics.horizontalAdvance(text) + 2, metrics.height());
-        if (const auto place = LabelPlacement::beside(at, size, labelDistance, area, taken)) {
+        if (const auto place = LabelPlacement::beside(peak, size, labelDistance, area, taken)) {
             taken.push_back(*place);
             painter->setPen(Qt::black);
             painter->drawText(*place, Qt::AlignCenter, text);

@@ -21,6 +21,8 @@ protected:
     void draw(QCPPainter *painter) override;
 
 private:
+    QRectF peakArea(const SpectrumPeak &peak, const QPointF &at) const;
+
     QPointer<QCPAxis> m_f2;
     QPointer<QCPAxis> m_f1;
     QList<SpectrumPeak> m_peaks; ///< the highest first

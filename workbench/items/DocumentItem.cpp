@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/DocumentItem.h"
 
+#include <QCursor>
 #include <QGraphicsSceneContextMenuEvent>
 #include <QGraphicsSceneMouseEvent>
 #include <QGraphicsSceneResizeEvent>
@@ -12,7 +13,7 @@
 namespace {
 
 constexpr qreal titleHeight = 22;
-constexpr qreal cornerSize = 12;
+constexpr qreal gripSize = 13;
 const QSizeF smallestSize(120, 80);
 
 // The page is white whatever the desktop's palette.
@@ -21,11 +22,59 @@ const QColor selectedFrameColor(0x1f, 0x6f, 0xb5);
 const QColor titleBarColor(0xf1, 0xf3, 0xf6);
 const QColor titleColor(0x24, 0x2c, 0x36);
 
+/// The lower right corner of a selected item, above its content, by which it is resized.
+class ResizeGrip : public QGraphicsItem {
+public:
+    explicit ResizeGrip(DocumentItem *item) : QGraphicsItem(item), m_item(item)
+    {
+        setZValue(1);
+        setCursor(Qt::SizeFDiagCursor);
+        setVisible(false);
+    }
+
+    QRectF boundingRect() const override { return QRectF(-gripSize, -gripSize, gripSize, gripSize); }
+
+    void paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *widget) override
+    {
+        if (DocumentItem::isPageOutput(painter, widget))
+            return;
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(Qt::NoPen);
+        painter->setBrush(selectedFrameColor);
+        painter->drawPolygon(QPolygonF{{0, 0}, {-gripSize, 0}, {0, -gripSize}});
+    }
+
+protected:
+    void mousePressEvent(QGraphicsSceneMouseEvent *event) override
+    {
+        event->setAccepted(event->button() == Qt::LeftButton);
+        m_geometryAtPress = m_item->geometry();
+    }
+
+    void mouseMoveEvent(QGraphicsSceneMouseEvent *event) override
+    {
+        const QPointF moved = event->scenePos() - event->buttonDownScenePos(Qt::LeftButton);
+        const QSizeF size = m_geometryAtPress.size() + QSizeF(moved.x(), moved.y());
+        m_item->resize(size.expandedTo(smallestSize));
+    }
+
+    void mouseReleaseEvent(QGraphicsSceneMouseEvent *) override
+    {
+        if (m_item->geometry() != m_geometryAtPress)
+            Q_EMIT m_item->geometryEdited(m_geometryAtPress, m_item->geometry());
+    }
+
+private:
+    DocumentItem *m_item;
+    QRectF m_geometryAtPress;
+};
+
 } // namespace
 
 DocumentItem::DocumentItem(const QUuid &id, QGraphicsItem *parent)
     : QGraphicsWidget(parent), m_id(id.isNull() ? QUuid::createUuid() : id)
 {
+    m_grip = new ResizeGrip(this);
     setFlag(ItemIsSelectable);
     setFlag(ItemClipsChildrenToShape);
     setFocusPolicy(Qt::ClickFocus);
@@ -136,12 +185,6 @@ void DocumentItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QW
     const QString text = QFontMetricsF(titleFont).elidedText(m_title, Qt::ElideMiddle, textArea.width());
     painter->drawText(textArea, Qt::AlignVCenter | Qt::AlignLeft, text);
 
-    if (!pageOutput && isSelected()) {
-        painter->setPen(QPen(selectedFrameColor, 1));
-        const QPointF corner = rect().bottomRight();
-        for (qreal d : {4.0, 8.0})
-            painter->drawLine(corner - QPointF(d, 1), corner - QPointF(1, d));
-    }
     painter->restore();
 }
 
@@ -160,6 +203,7 @@ void DocumentItem::fillContextMenu(QMenu *)
 void DocumentItem::resizeEvent(QGraphicsSceneResizeEvent *event)
 {
     QGraphicsWidget::resizeEvent(event);
+    m_grip->setPos(rect().bottomRight());
     layoutContent(contentRect());
 }
 
@@ -175,44 +219,36 @@ void DocumentItem::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
     event->accept();
 }
 
-QRectF DocumentItem::resizeCorner() const
+bool DocumentItem::isTitleBar(const QPointF &pos) const
 {
-    return QRectF(rect().bottomRight() - QPointF(cornerSize, cornerSize), QSizeF(cornerSize, cornerSize));
+    return pos.y() < titleHeight;
 }
 
-bool DocumentItem::isFrameArea(const QPointF &pos) const
+QVariant DocumentItem::itemChange(GraphicsItemChange change, const QVariant &value)
 {
-    return pos.y() < titleHeight || resizeCorner().contains(pos);
+    if (change == ItemSelectedHasChanged)
+        m_grip->setVisible(value.toBool());
+    return QGraphicsWidget::itemChange(change, value);
 }
 
 void DocumentItem::mousePressEvent(QGraphicsSceneMouseEvent *event)
 {
     QGraphicsWidget::mousePressEvent(event);
-    if (event->button() != Qt::LeftButton)
-        return;
+    m_moving = event->button() == Qt::LeftButton && isTitleBar(event->pos());
     m_geometryAtPress = geometry();
-    if (resizeCorner().contains(event->pos()))
-        m_drag = Drag::Resize;
-    else if (isFrameArea(event->pos()))
-        m_drag = Drag::Move;
-    event->accept();
+    event->setAccepted(event->button() == Qt::LeftButton);
 }
 
 void DocumentItem::mouseMoveEvent(QGraphicsSceneMouseEvent *event)
 {
-    const QPointF moved = event->scenePos() - event->buttonDownScenePos(Qt::LeftButton);
-    if (m_drag == Drag::Move) {
-        setPos(m_geometryAtPress.topLeft() + moved);
-    } else if (m_drag == Drag::Resize) {
-        const QSizeF size = m_geometryAtPress.size() + QSizeF(moved.x(), moved.y());
-        resize(size.expandedTo(smallestSize));
-    }
+    if (m_moving)
+        setPos(m_geometryAtPress.topLeft() + event->scenePos() - event->buttonDownScenePos(Qt::LeftButton));
 }
 
 void DocumentItem::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
 {
     QGraphicsWidget::mouseReleaseEvent(event);
-    if (m_drag != Drag::None && geometry() != m_geometryAtPress)
+    if (m_moving && geometry() != m_geometryAtPress)
         Q_EMIT geometryEdited(m_geometryAtPress, geometry());
-    m_drag = Drag::None;
+    m_moving = false;
 }

@@ -55,26 +55,24 @@ protected:
     virtual void layoutContent(const QRectF &content);
     virtual void fillContextMenu(QMenu *menu);
 
+    QVariant itemChange(GraphicsItemChange change, const QVariant &value) override;
     void resizeEvent(QGraphicsSceneResizeEvent *event) override;
     void contextMenuEvent(QGraphicsSceneContextMenuEvent *event) override;
     void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
     void mouseMoveEvent(QGraphicsSceneMouseEvent *event) override;
     void mouseReleaseEvent(QGraphicsSceneMouseEvent *event) override;
 
-    /// True for the title bar and the resize corner, which belong to the frame.
-    bool isFrameArea(const QPointF &pos) const;
+    /// True for the title bar, by which the item is moved.
+    bool isTitleBar(const QPointF &pos) const;
 
 private:
-    enum class Drag { None, Move, Resize };
-
-    QRectF resizeCorner() const;
-
     QUuid m_id;
     QString m_title;
     QList<QPointer<DocumentItem>> m_linked;
     QList<QPointer<QMenu>> m_pluginMenus;
     std::unique_ptr<QMenu> m_menu;
     bool m_sending = false;
-    Drag m_drag = Drag::None;
+    QGraphicsItem *m_grip;
+    bool m_moving = false;
     QRectF m_geometryAtPress;
 };

@@ -34,18 +34,26 @@ std::vector<double> spread(const std::vector<double> &wanted, double spacing, do
     return placed;
 }
 
-std::optional<QRectF> beside(const QPointF &point, const QSizeF &size, double distance, const QRectF &area,
+std::optional<QRectF> beside(const QRectF &what, const QSizeF &size, double distance, const QRectF &area,
                              const std::vector<QRectF> &taken)
 {
-    const double w = size.width();
-    const double h = size.height();
-    const double d = distance;
+    const QRectF around = what.adjusted(-distance, -distance, distance, distance);
+    const double left = around.left() - size.width();
+    const double above = around.top() - size.height();
+    const double centreX = around.center().x() - size.width() / 2;
+    const double centreY = around.center().y() - size.height() / 2;
     const QPointF corners[] = {
-        {d, -h - d}, {d, -h / 2},      {d, d},           {-w / 2, -h - d},
-        {-w / 2, d}, {-w - d, -h - d}, {-w - d, -h / 2}, {-w - d, d},
+        {around.right(), centreY},
+        {centreX, above},
+        {centreX, around.bottom()},
+        {left, centreY},
+        {around.right(), above},
+        {around.right(), around.bottom()},
+        {left, above},
+        {left, around.bottom()},
     };
     for (const QPointF &corner : corners) {
-        const QRectF place(point + corner, size);
+        const QRectF place(corner, size);
         const auto overlaps = [&](const QRectF &other) { return other.intersects(place); };
         if (area.contains(place) && std::none_of(taken.begin(), taken.end(), overlaps))
             return place;

@@ -15,9 +15,9 @@ namespace LabelPlacement {
 /// `wanted` ascends; there must be room for all.
 std::vector<double> spread(const std::vector<double> &wanted, double spacing, double low, double high);
 
-/// A place for a label beside a point, inside `area` and clear of everything in `taken`; none if there is no such
+/// A place for a label beside a rectangle, inside `area` and clear of everything in `taken`; none if there is no such
 /// place.
-std::optional<QRectF> beside(const QPointF &point, const QSizeF &size, double distance, const QRectF &area,
+std::optional<QRectF> beside(const QRectF &what, const QSizeF &size, double distance, const QRectF &area,
                              const std::vector<QRectF> &taken);
 
 } // namespace LabelPlacement

@@ -59,7 +59,9 @@ std::vector<std::pair<int, int>> bondsOf(const QVariantList &atomMaps, const std
 
 Molecule Molecule::fromDescription(const QVariantMap &description)
 {
-    const QVariantList atomMaps = description.value(QStringLiteral("Atoms")).toList();
+    const QVariant atomList = description.value(QStringLiteral("Atoms"));
+    // Qt would take a text for a list of letters.
+    const QVariantList atomMaps = atomList.typeId() == QMetaType::QVariantList ? atomList.toList() : QVariantList();
     std::vector<Point> points;
     points.reserve(atomMaps.size());
     for (const QVariant &value : atomMaps) {

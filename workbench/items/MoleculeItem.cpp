@@ -132,7 +132,7 @@ void MoleculeItem::selectByClick(int atom, bool toggle)
 void MoleculeItem::mousePressEvent(QGraphicsSceneMouseEvent *event)
 {
     DocumentItem::mousePressEvent(event);
-    m_pressedInside = event->button() == Qt::LeftButton && !isFrameArea(event->pos());
+    m_pressedInside = event->button() == Qt::LeftButton && !isTitleBar(event->pos());
     m_rotating = false;
 }
 

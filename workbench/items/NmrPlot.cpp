@@ -10,12 +10,10 @@ NmrPlot::NmrPlot(NmrData *nmrData, QWidget *parent) : QCustomPlot(parent), m_dat
 {
     setBackground(QBrush(Qt::white));
     setMinimumSize(80, 60);
+    // Cached numbers would be scaled pixels where the page is zoomed.
+    setPlottingHint(QCP::phCacheLabels, false);
     setInteractions(QCP::iRangeDrag | QCP::iRangeZoom);
     clear();
-    connect(this, &QCustomPlot::afterLayout, this, [this] {
-        if (m_content)
-            m_content->prepare();
-    });
     connect(nmrData, &NmrData::entriesChanged, this, [this] { invalidate(false); });
     connect(nmrData, &NmrData::entryChanged, this, [this] { invalidate(true); });
     connect(nmrData, &NmrData::activeEntryChanged, this, [this] { invalidate(true); });
@@ -97,6 +95,15 @@ void NmrPlot::rebuild()
         m_content->setRanges(ranges);
 }
 
+void NmrPlot::updateLayout()
+{
+    QCustomPlot::updateLayout();
+    if (m_content && m_content->fitLayout())
+        QCustomPlot::updateLayout();
+    if (m_content)
+        m_content->prepare();
+}
+
 void NmrPlot::showNote(const QString &text)
 {
     auto *element = new QCPTextElement(this, text, PlotStyle::font(12));
@@ -120,7 +127,11 @@ void NmrPlot::paintTo(QPainter *painter, const QRectF &target)
     }
     painter->save();
     painter->setClipRect(target, Qt::IntersectClip);
-    painter->drawPicture(target.topLeft(), picture);
+    painter->translate(target.topLeft());
+    // A picture is played at the device's resolution, on top of the painter's scale; ours is in scene units.
+    painter->scale(qreal(picture.logicalDpiX()) / painter->device()->logicalDpiX(),
+                   qreal(picture.logicalDpiY()) / painter->device()->logicalDpiY());
+    painter->drawPicture(0, 0, picture);
     painter->restore();
 }
 

@@ -28,11 +28,9 @@ public:
     /// What is shown at present, brought up to date; null for a mere note.
     PlotContent *content();
 
-Q_SIGNALS:
-    void contextMenuRequested(const QPoint &globalPos);
-
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void updateLayout() override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
 
 private:

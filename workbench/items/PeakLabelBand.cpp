@@ -13,6 +13,7 @@ constexpr double lineSpacing = 12; // pixels between neighbouring texts
 constexpr double treeHeight = 16; // the bent part of the lines
 constexpr double mergeDistance = 1.0; // pixels: nearer peaks share a label
 constexpr int mostNames = 3;
+constexpr int mostLeaders = 30; // more lines down to the peaks would hide the curve
 
 } // namespace
 
@@ -125,14 +126,17 @@ void PeakLabelBand::draw(QCPPainter *painter)
     const double head = foot - treeHeight;
     painter->setFont(PlotStyle::font(fontSize));
     const QFontMetricsF metrics(painter->font());
-    for (const Label &label : labels()) {
+    const QList<Label> shown = labels();
+    for (const Label &label : shown) {
         const QColor lineColor(0x90, 0x96, 0x9e);
         painter->setPen(QPen(lineColor, 0.7));
         painter->drawLine(QPointF(label.placed, head), QPointF(label.placed, head + 4));
         painter->drawLine(QPointF(label.placed, head + 4), QPointF(label.x, foot - 3));
-        painter->setPen(QPen(lineColor, 0.7, Qt::DotLine));
-        const double apex = std::clamp(m_intensityAxis->coordToPixel(label.top) - 2, foot, double(area.bottom()));
-        painter->drawLine(QPointF(label.x, foot - 3), QPointF(label.x, apex));
+        if (shown.size() <= mostLeaders) {
+            painter->setPen(QPen(lineColor, 0.7, Qt::DotLine));
+            const double apex = std::clamp(m_intensityAxis->coordToPixel(label.top) - 2, foot, double(area.bottom()));
+            painter->drawLine(QPointF(label.x, foot - 3), QPointF(label.x, apex));
+        }
 
         painter->setPen(label.color);
         painter->save();

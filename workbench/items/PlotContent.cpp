@@ -22,6 +22,8 @@ QColor entryColor(int n)
 void setUpAxis(QCPAxis *axis, const QString &label)
 {
     axis->setVisible(true);
+    axis->setTicks(true);
+    axis->setTickLabels(true);
     axis->setLabel(label);
     axis->setLabelFont(font(12));
     axis->setTickLabelFont(font(11));
@@ -34,8 +36,16 @@ void setUpAxis(QCPAxis *axis, const QString &label)
     axis->setSubTickLengthIn(0);
     axis->setTickLengthOut(5);
     axis->setSubTickLengthOut(3);
+    axis->setPadding(3);
     axis->setLabelPadding(3);
     axis->grid()->setVisible(false);
+}
+
+void fitTicks(QCPAxis *axis)
+{
+    const QRect area = axis->axisRect()->rect();
+    const int count = axis->orientation() == Qt::Horizontal ? area.width() / 75 : area.height() / 35;
+    axis->ticker()->setTickCount(std::clamp(count, 2, 15));
 }
 
 void setUpPlainAxis(QCPAxis *axis)
@@ -43,6 +53,7 @@ void setUpPlainAxis(QCPAxis *axis)
     setUpAxis(axis, QString());
     axis->setTicks(false);
     axis->setTickLabels(false);
+    axis->setPadding(0);
 }
 
 QCPLegend *makeLegend(QCustomPlot *plot, const QList<QCPAbstractPlottable *> &plottables)

@@ -24,7 +24,9 @@ public:
     /// The ranges that a user can change, to keep them while the content is built anew.
     virtual QList<QCPRange> ranges() const { return {}; }
     virtual void setRanges(const QList<QCPRange> &) { }
-    /// Called before each drawing, when the sizes are known.
+    /// Adjusts to the sizes that the layout gave; true when it has to be made again.
+    virtual bool fitLayout() { return false; }
+    /// Called before each drawing, when the sizes are final.
     virtual void prepare() { }
 };
 
@@ -36,6 +38,8 @@ QFont font(int pixelSize, bool bold = false);
 /// The colour of the n-th spectrum of a stack.
 QColor entryColor(int n);
 void setUpAxis(QCPAxis *axis, const QString &label);
+/// As many numbers as the axis has room for.
+void fitTicks(QCPAxis *axis);
 /// A line only: no ticks, numbers and label.
 void setUpPlainAxis(QCPAxis *axis);
 /// The names of the plottables in a row.

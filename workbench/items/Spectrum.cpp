@@ -70,9 +70,16 @@ QList<SpectrumPeak> readPeaks(const QVariantMap &entry)
         const auto position = map.value(QStringLiteral("Pos")).value<DoubleVector>();
         if (position.empty())
             continue;
-        const SpectrumPeak peak{
-            map.value(QStringLiteral("ID")).toUuid(), map.value(QStringLiteral("PeakLabel")).toString(), position[0],
-            position.size() > 1 ? position[1] : 0.0, map.value(QStringLiteral("Height")).toDouble()};
+        const auto width = map.value(QStringLiteral("Width")).value<DoubleVector>();
+        const auto at = [](const DoubleVector &values, size_t i) { return i < values.size() ? values[i] : 0.0; };
+        SpectrumPeak peak;
+        peak.id = map.value(QStringLiteral("ID")).toUuid();
+        peak.label = map.value(QStringLiteral("PeakLabel")).toString();
+        peak.f2 = at(position, 0);
+        peak.f1 = at(position, 1);
+        peak.height = map.value(QStringLiteral("Height")).toDouble();
+        peak.widthF2 = at(width, 0);
+        peak.widthF1 = at(width, 1);
         if (std::isfinite(peak.f2) && std::isfinite(peak.f1) && std::isfinite(peak.height))
             peaks.append(peak);
     }
@@ -120,11 +127,11 @@ Spectrum Spectrum::fromMap(const QVariantMap &entry)
 
     const int n2 = length.value(0, 0);
     const int n1 = length.value(1, 1);
-    if (spectrum.data.isEmpty() || spectrum.data.first().empty()) {
+    if (spectrum.data.isEmpty() || spectrum.data.constFirst().empty()) {
         spectrum.note = tr("The spectrum has no data points");
-    } else if (n2 < 2 || n1 < 1 || qint64(n2) * n1 != qint64(spectrum.data.first().size())) {
+    } else if (n2 < 2 || n1 < 1 || qint64(n2) * n1 != qint64(spectrum.data.constFirst().size())) {
         spectrum.note = tr("The spectrum has %1 points where its dimensions, %2 by %3, say otherwise")
-                            .arg(spectrum.data.first().size())
+                            .arg(spectrum.data.constFirst().size())
                             .arg(n2)
                             .arg(n1);
     } else {

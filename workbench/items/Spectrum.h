@@ -32,6 +32,8 @@ struct SpectrumPeak {
     double f2 = 0.0; ///< ppm
     double f1 = 0.0; ///< ppm, 0 in one dimension
     double height = 0.0;
+    double widthF2 = 0.0; ///< ppm, full width at half height; 0 unknown
+    double widthF1 = 0.0;
 };
 
 /// Typed read access to a spectrum entry's data map. The points are shared with the map, never copied.

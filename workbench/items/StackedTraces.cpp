@@ -38,7 +38,6 @@ StackedTraces::StackedTraces(QCustomPlot *plot, const QList<PlotEntry> &entries)
     m_ppm->setRangeReversed(true);
     if (entries.size() == 1) {
         PlotStyle::setUpAxis(m_intensity, tr("Intensity / arb. units"));
-        m_intensity->ticker()->setTickCount(4);
     } else {
         PlotStyle::setUpPlainAxis(m_intensity);
         m_intensity->setLabel(tr("Intensity, each scaled to its maximum"));
@@ -97,7 +96,12 @@ void StackedTraces::setRanges(const QList<QCPRange> &ranges)
         m_ppm->setRange(ranges.first());
 }
 
-void StackedTraces::prepare()
+bool StackedTraces::fitLayout()
 {
+    PlotStyle::fitTicks(m_ppm);
+    if (m_intensity->ticks())
+        PlotStyle::fitTicks(m_intensity);
+    const int before = m_band->minimumSize().height();
     m_band->fitHeight();
+    return m_band->minimumSize().height() != before;
 }

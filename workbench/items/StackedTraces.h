@@ -15,7 +15,7 @@ public:
     void resetRanges() override;
     QList<QCPRange> ranges() const override;
     void setRanges(const QList<QCPRange> &ranges) override;
-    void prepare() override;
+    bool fitLayout() override;
 
     PeakLabelBand *labelBand() const { return m_band; }
 

@@ -17,6 +17,8 @@ namespace {
 constexpr int rowHeight = 21;
 constexpr int fontSize = 12;
 constexpr int cellPadding = 6;
+constexpr int widestColumn = 260;
+constexpr int mostMeasuredRows = 1000;
 
 /// Shows the view in windows, and lets the item draw the table itself on paper, where a widget would turn to pixels.
 class TableProxy : public QGraphicsProxyWidget {
@@ -56,6 +58,13 @@ QFont tableFont()
     return font;
 }
 
+QFont headerFont()
+{
+    QFont font = tableFont();
+    font.setBold(true);
+    return font;
+}
+
 QTableView *makeView(TableModel *model)
 {
     auto *view = new QTableView;
@@ -77,6 +86,7 @@ QTableView *makeView(TableModel *model)
     view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     view->verticalHeader()->setMinimumSectionSize(rowHeight);
     view->verticalHeader()->setDefaultSectionSize(rowHeight);
+    view->horizontalHeader()->setFixedHeight(rowHeight);
     view->horizontalHeader()->setHighlightSections(false);
     view->setModel(model);
     return view;
@@ -114,9 +124,7 @@ TableItem::~TableItem()
 QSizeF TableItem::fullSize() const
 {
     const QSizeF frame = size() - contentRect().size();
-    return QSizeF(m_view->horizontalHeader()->length() + 2,
-                  m_view->horizontalHeader()->sizeHint().height() + m_model->rowCount() * rowHeight + 2)
-        + frame;
+    return QSizeF(m_view->horizontalHeader()->length() + 2, (m_model->rowCount() + 1) * rowHeight + 2) + frame;
 }
 
 int TableItem::colId(qint8 section)
@@ -151,7 +159,18 @@ void TableItem::fillContextMenu(QMenu *menu)
 
 void TableItem::fitColumns()
 {
+    // Wide enough for the view and for paper, where the header is bold.
     m_view->resizeColumnsToContents();
+    const QFontMetricsF headerMetrics(headerFont());
+    const QFontMetricsF metrics(tableFont());
+    const int rows = std::min(m_model->rowCount(), mostMeasuredRows);
+    for (int column = 0; column < m_model->columnCount(); ++column) {
+        double width = headerMetrics.horizontalAdvance(m_model->headerData(column, Qt::Horizontal).toString());
+        for (int row = 0; row < rows; ++row)
+            width = std::max(width, metrics.horizontalAdvance(m_model->index(row, column).data().toString()));
+        m_view->setColumnWidth(
+            column, std::min(std::max(m_view->columnWidth(column), qCeil(width) + 2 * cellPadding), widestColumn));
+    }
     update();
 }
 
@@ -160,15 +179,15 @@ void TableItem::paintTable(QPainter *painter, const QRectF &area) const
     painter->save();
     painter->setClipRect(area, Qt::IntersectClip);
     painter->fillRect(area, Qt::white);
-    QFont headerFont = tableFont();
-    headerFont.setBold(true);
     const int first = std::max(0, m_view->rowAt(0));
-    const int rows = std::min(m_model->rowCount() - first, int((area.height() - rowHeight) / rowHeight));
+    const int all = m_model->rowCount() - first;
+    const int room = int(area.height() / rowHeight) - 1;
+    const int rows = std::max(0, all <= room ? all : room - 1);
     const qreal width = std::min<qreal>(area.width(), m_view->horizontalHeader()->length());
 
     for (int row = -1; row < rows; ++row) {
         const qreal y = area.top() + (row + 1) * rowHeight;
-        painter->setFont(row < 0 ? headerFont : tableFont());
+        painter->setFont(row < 0 ? headerFont() : tableFont());
         painter->setPen(Qt::black);
         for (int column = 0; column < m_model->columnCount(); ++column) {
             const QRectF cell(area.left() + m_view->columnViewportPosition(column), y, m_view->columnWidth(column),
@@ -176,10 +195,20 @@ void TableItem::paintTable(QPainter *painter, const QRectF &area) const
             const QModelIndex index = m_model->index(first + row, column);
             const QVariant text = row < 0 ? m_model->headerData(column, Qt::Horizontal) : m_model->data(index);
             const QVariant alignment = m_model->headerData(column, Qt::Horizontal, Qt::TextAlignmentRole);
-            painter->drawText(cell.adjusted(cellPadding, 0, -cellPadding, 0), alignment.toInt(), text.toString());
+            const QRectF inside = cell.adjusted(cellPadding, 0, -cellPadding, 0);
+            painter->drawText(
+                inside, alignment.toInt(),
+                QFontMetricsF(painter->font()).elidedText(text.toString(), Qt::ElideRight, inside.width() + 1));
         }
         painter->setPen(row < 0 ? QPen(Qt::black, 1) : QPen(QColor(0xdd, 0xe1, 0xe6), 0.5));
         painter->drawLine(QLineF(area.left(), y + rowHeight, area.left() + width, y + rowHeight));
+    }
+    if (rows < all) {
+        painter->setPen(QColor(0x50, 0x56, 0x5e));
+        painter->setFont(tableFont());
+        painter->drawText(
+            QRectF(area.left() + cellPadding, area.top() + (rows + 1) * rowHeight, area.width(), rowHeight),
+            Qt::AlignVCenter | Qt::AlignLeft, tr("and %n more row(s)", nullptr, all - rows));
     }
     painter->restore();
 }

@@ -35,7 +35,7 @@ int TableModel::columnCount(const QModelIndex &parent) const
 
 QVariant TableModel::data(const QModelIndex &index, int role) const
 {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
+    if (!hasIndex(index.row(), index.column(), index.parent()))
         return {};
     if (role == Qt::TextAlignmentRole)
         return int(Qt::AlignVCenter | (columnDigits(index.column()) >= 0 ? Qt::AlignRight : Qt::AlignLeft));
