@@ -154,6 +154,12 @@ CommandRun prepareRender(const CommandLine &line)
 {
     required(line, "o");
     const bool withSpectrum = line.has("nucleus");
+    for (const OptionSpec &option : SimulateOptions::specs()) {
+        if (!withSpectrum && line.has(option.name) && option.name != std::string_view(isotopeSpec().name)) {
+            throw UsageError(QStringLiteral("option %1 needs --nucleus: without it no spectrum is drawn")
+                                 .arg(CommandLine::shown(option.name)));
+        }
+    }
     const SimulateOptions options = SimulateOptions::parse(line, NucleusTables());
     const OutputOptions outputs(line.values("o"), OutputOptions::Page);
     const QString file = line.positional().constFirst();

@@ -23,10 +23,13 @@ void checkReadable(const QString &fileName)
         fail(FileFilterRegistry::tr("File %1 does not exist").arg(fileName));
     if (info.isDir())
         fail(FileFilterRegistry::tr("%1 is a directory, a file was expected").arg(fileName));
+    // Opening a pipe would wait for somebody to write to it.
+    if (!info.isFile())
+        fail(FileFilterRegistry::tr("%1 is a device or a pipe, a file was expected").arg(fileName));
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly))
         fail(FileFilterRegistry::tr("File %1 cannot be opened: %2").arg(fileName, file.errorString()));
-    if (!file.isSequential() && file.size() == 0)
+    if (file.size() == 0)
         fail(FileFilterRegistry::tr("File %1 is empty").arg(fileName));
 }
 

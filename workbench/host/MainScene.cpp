@@ -95,7 +95,8 @@ QGraphicsWidget *MainScene::createMolItem(const QRectF &rect, const QVariantMap 
 {
     const QRectF place_ = rect.isValid() ? rect : emptyStructureRect();
     m_lastStructureRow = QRectF(PageLayout::margin, place_.top(), PageLayout::contentWidth, place_.height());
-    return place(new MoleculeItem(description), place_, activate);
+    m_lastMolecule = new MoleculeItem(description);
+    return place(m_lastMolecule, place_, activate);
 }
 
 QGraphicsWidget *MainScene::createNMRItem(const QRectF &rect, const QVariantMap &data, const bool activate)
@@ -113,10 +114,18 @@ QGraphicsWidget *MainScene::addCustomTableItem(QObject *table, bool activate)
 {
     if (!table)
         return nullptr;
-    QRectF place_ = PageLayout::tablePart(m_lastStructureRow);
-    if (m_lastStructureRow.isEmpty() || !isFree(place_))
-        place_ = PageLayout::rowBelow(usedRect(), PageLayout::structureHeight);
-    return place(new TableItem(table), place_, activate);
+    auto *item = new TableItem(table);
+    const QRectF beside = PageLayout::tablePart(m_lastStructureRow);
+    if (m_lastStructureRow.isEmpty() || !isFree(beside))
+        return place(item, PageLayout::rowBelow(usedRect(), PageLayout::structureHeight), activate);
+    place(item, beside, activate);
+    // A molecule fits into any width, columns do not.
+    const double share = PageLayout::moleculeShareBeside(item->fullSize().width());
+    if (m_lastMolecule && m_lastMolecule->geometry() == PageLayout::moleculePart(m_lastStructureRow)) {
+        m_lastMolecule->setGeometry(PageLayout::moleculePart(m_lastStructureRow, share));
+        item->setGeometry(PageLayout::tablePart(m_lastStructureRow, share));
+    }
+    return item;
 }
 
 void MainScene::setCustomData(QVariantMap map, QGraphicsWidget *)
@@ -255,8 +264,12 @@ void MainScene::mousePressEvent(QGraphicsSceneMouseEvent *event)
 
 void MainScene::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
 {
-    // Plug-ins' menu commands work on the active item, so it must be that before the item shows its menu.
-    if (DocumentItem *item = documentItemOf(itemAt(event->scenePos(), QTransform())))
-        setActiveItem(item);
-    QGraphicsScene::contextMenuEvent(event);
+    DocumentItem *item = documentItemOf(itemAt(event->scenePos(), QTransform()));
+    if (!item)
+        return QGraphicsScene::contextMenuEvent(event);
+    // Plug-ins' menu commands work on the active item, so it must be that before it shows its menu. The menu is the
+    // item's wherever the mouse is; widgets inside it would swallow the event.
+    setActiveItem(item);
+    event->accept();
+    sendEvent(item, event);
 }

@@ -71,5 +71,6 @@ private:
     QUndoStack *m_undoStack;
     QPointer<QGraphicsWidget> m_active;
     QPointer<NmrItem> m_currentNmr;
+    QPointer<DocumentItem> m_lastMolecule;
     QRectF m_lastStructureRow;
 };

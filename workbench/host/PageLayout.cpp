@@ -27,14 +27,19 @@ QRectF rowBelow(const QRectF &used, double height)
     return QRectF(margin, top, contentWidth, height);
 }
 
-QRectF moleculePart(const QRectF &row)
+QRectF moleculePart(const QRectF &row, double share)
 {
-    return QRectF(row.left(), row.top(), row.width() * moleculeShare, row.height());
+    return QRectF(row.left(), row.top(), row.width() * share, row.height());
 }
 
-QRectF tablePart(const QRectF &row)
+double moleculeShareBeside(double tableWidth)
 {
-    return row.adjusted(row.width() * moleculeShare + gap, 0, 0, 0);
+    return std::clamp(1 - (tableWidth + gap) / contentWidth, leastMoleculeShare, moleculeShare);
+}
+
+QRectF tablePart(const QRectF &row, double share)
+{
+    return row.adjusted(row.width() * share + gap, 0, 0, 0);
 }
 
 int pageCount(const QRectF &used)

@@ -17,8 +17,9 @@ inline constexpr double structureHeight = 340;
 inline constexpr double spectrumHeight = 360;
 inline constexpr double spectrum2DHeight = 560;
 
-/// The part of a structure row that the molecule takes; the table has the rest.
+/// The part of a structure row that the molecule takes, and takes at least; the table has the rest.
 inline constexpr double moleculeShare = 0.40;
+inline constexpr double leastMoleculeShare = 0.28;
 
 int pageOf(double y);
 QRectF page(int index);
@@ -28,8 +29,10 @@ QRectF page(int index);
 QRectF rowBelow(const QRectF &used, double height);
 
 /// The left part of a row, for the molecule, and the right part, for its table.
-QRectF moleculePart(const QRectF &row);
-QRectF tablePart(const QRectF &row);
+QRectF moleculePart(const QRectF &row, double share = moleculeShare);
+QRectF tablePart(const QRectF &row, double share = moleculeShare);
+/// The molecule's share when its table would like to have this width.
+double moleculeShareBeside(double tableWidth);
 
 /// The pages that the used rectangle touches, at least one.
 int pageCount(const QRectF &used);

@@ -7,13 +7,15 @@
 #include <QJsonObject>
 #include <QUuid>
 
+#include <cmath>
+
 namespace {
 
 template <typename Container> QJsonArray arrayOf(const Container &values)
 {
     QJsonArray array;
     for (const auto &value : values)
-        array.append(QJsonValue(value));
+        array.append(toJson(value));
     return array;
 }
 
@@ -48,5 +50,7 @@ QJsonValue toJson(const QVariant &value)
         return arrayOf(value.value<DoubleVector>());
     if (type == QMetaType::fromType<QUuid>())
         return value.toUuid().toString();
+    if (type == QMetaType::fromType<double>() && !std::isfinite(value.toDouble()))
+        return {};
     return QJsonValue::fromVariant(value);
 }

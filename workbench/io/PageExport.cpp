@@ -41,12 +41,13 @@ void writePng(QGraphicsScene &scene, const QRectF &source, QIODevice &device, do
     if (image.isNull())
         fail("the picture is too large for an image");
     image.fill(Qt::white);
-    image.setDotsPerMeterX(qRound(sceneResolution * scale / 0.0254));
-    image.setDotsPerMeterY(image.dotsPerMeterX());
     QPainter painter;
     begin(painter, &image);
     scene.render(&painter, QRectF(image.rect()), source);
     painter.end();
+    // Only now: while it is painted on, an image's resolution would scale recorded pictures once more.
+    image.setDotsPerMeterX(qRound(sceneResolution * scale / 0.0254));
+    image.setDotsPerMeterY(image.dotsPerMeterX());
     if (!image.save(&device, "PNG"))
         fail("the image cannot be written");
 }
