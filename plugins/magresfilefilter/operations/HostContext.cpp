@@ -57,7 +57,7 @@ WrNMRData HostContext::activeSpectra() const
 void HostContext::showInformation(const QString &title, const QString &text) const
 {
     if (isHeadless())
-        qCInfo(magresLog).noquote().nospace() << title << ": " << text;
+        qCInfo(magresLog).noquote().nospace() << title << '\n' << text;
     else
         QMessageBox::information(window(), title, text, QMessageBox::Ok);
 }
@@ -65,7 +65,7 @@ void HostContext::showInformation(const QString &title, const QString &text) con
 void HostContext::showFailure(const QString &title, const QString &text) const
 {
     if (isHeadless())
-        qCCritical(magresLog).noquote().nospace() << title << ": " << text;
+        qCCritical(magresLog).noquote().nospace() << title << '\n' << text;
     else
         QMessageBox::critical(window(), title, text, QMessageBox::Ok);
 }

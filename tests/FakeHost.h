@@ -1,0 +1,276 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QGraphicsScene>
+#include <QGraphicsView>
+#include <QGraphicsWidget>
+#include <QMainWindow>
+#include <QMenu>
+#include <QTableView>
+#include <QUuid>
+#include <QVariantMap>
+
+#include <memory>
+#include <vector>
+
+/// A meta-object in which one method cannot be found by its name, as in a host that lacks it.
+class MetaObjectWithout
+{
+public:
+    MetaObjectWithout(const QMetaObject &complete, const QByteArray &method)
+        : m_metaObject(complete)
+    {
+        // The strings lie behind a table of offset and length, whose own size is the first offset.
+        const uint *table = complete.d.stringdata;
+        const size_t strings = table[0] / (2 * sizeof(uint));
+        const size_t bytes = table[2 * strings - 2] + table[2 * strings - 1] + 1;
+        m_strings.assign(table, table + (bytes + sizeof(uint) - 1) / sizeof(uint));
+        char *text = reinterpret_cast<char *>(m_strings.data());
+        for (size_t i = 0; i < strings; ++i)
+            if (QByteArrayView(text + table[2 * i], qsizetype(table[2 * i + 1])) == method)
+                text[table[2 * i]] = '#';
+        m_metaObject.d.stringdata = m_strings.data();
+    }
+
+    const QMetaObject *get() const { return &m_metaObject; }
+
+private:
+    QMetaObject m_metaObject;
+    std::vector<uint> m_strings;
+};
+
+/// A class of host objects without the method that the test leaves out.
+template <typename Base>
+class Crippled : public Base
+{
+public:
+    template <typename... Arguments>
+    explicit Crippled(const QByteArray &method, Arguments &&...arguments)
+        : Base(std::forward<Arguments>(arguments)...),
+          m_metaObject(Base::staticMetaObject, method)
+    {
+    }
+    const QMetaObject *metaObject() const override { return m_metaObject.get(); }
+
+private:
+    MetaObjectWithout m_metaObject;
+};
+
+/// The services of a host that are not widgets or items, in one object: data engine, nucleus tables, file filters, the
+/// spectra of the only NMR item, and its plot.
+class FakeServices : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QList<QUuid> entryIds MEMBER entryIds)
+    Q_PROPERTY(QUuid activeEntryId MEMBER activeEntryId)
+
+public:
+    QList<QUuid> entryIds;
+    QUuid activeEntryId;
+    QMap<QUuid, QVariantMap> entries;
+    QMap<QUuid, QVariantMap> data;
+    QObject *filter = nullptr;
+    int insertions = 0;
+    int resets = 0;
+
+    Q_INVOKABLE QVariantMap getDataMap(QUuid id) { return data.value(id); }
+    Q_INVOKABLE QString spin(QString nucleus)
+    {
+        return nucleus == QLatin1String("17O") ? QStringLiteral("5/2")
+            : nucleus == QLatin1String("2H") || nucleus == QLatin1String("14N") ? QStringLiteral("1")
+                                                                               : QStringLiteral("1/2");
+    }
+    Q_INVOKABLE double quadrupoleMoment(QString nucleus) { return nucleus == QLatin1String("17O") ? -2.558 : 0.286; }
+    Q_INVOKABLE double naturalAbundance(QString) { return 1.0; }
+    Q_INVOKABLE void addPluginFilter(QObject *object) { filter = object; }
+    Q_INVOKABLE void insertSpectrum(QUuid id, QVariantMap map)
+    {
+        entries[id] = map;
+        ++insertions;
+    }
+    Q_INVOKABLE QVariantHash entryOrigParams(QUuid id, QString format)
+    {
+        QVariantMap map = entries.value(id);
+        if (map.contains(QStringLiteral("RawData")))
+            map = map.value(QStringLiteral("RawData")).toMap();
+        const QVariant parameters = map.value(QStringLiteral("SpecInfo")).toMap().value(QStringLiteral("OriginalParameters"));
+        return parameters.value<QMap<QString, QVariantHash>>().value(format);
+    }
+    Q_INVOKABLE QVariantMap entryPeakList(QUuid id) { return entries.value(id).value(QStringLiteral("Peaks")).toMap(); }
+    Q_INVOKABLE QString xUnitsString() { return QStringLiteral("ppm"); }
+    Q_INVOKABLE QString yUnitsString() { return QStringLiteral("ppm"); }
+    Q_INVOKABLE void fullReset() { ++resets; }
+
+    QUuid addEntry(const QVariantMap &map)
+    {
+        const QUuid id = QUuid::createUuid();
+        entryIds.append(id);
+        entries.insert(id, map);
+        if (activeEntryId.isNull())
+            activeEntryId = id;
+        return id;
+    }
+};
+
+/// A molecule, NMR or table item.
+class FakeItem : public QGraphicsWidget
+{
+    Q_OBJECT
+    Q_PROPERTY(QUuid id MEMBER id)
+
+public:
+    QUuid id = QUuid::createUuid();
+    QVariantMap molecule;
+    QObject *spectra = nullptr;
+    QPointer<QObject> linked;
+    QVariantList messages;
+    QMenu *menu = nullptr;
+
+    Q_INVOKABLE QVariantMap molMap() { return molecule; }
+    Q_INVOKABLE void setMolMap(QVariantMap map) { molecule = map; }
+    Q_INVOKABLE QObject *getNMRData() { return spectra; }
+    Q_INVOKABLE void linkObject(QObject *other) { linked = other; }
+    Q_INVOKABLE void sendMessage(QVariant message) { messages.append(message); }
+    Q_INVOKABLE int colId(qint8 section) { return section; }
+    Q_INVOKABLE int colDigits(qint8) { return 2; }
+    Q_INVOKABLE void typeCntxtMenu(QMenu *given) { menu = given; }
+};
+
+/// A host's model over the plug-in's table, whose size does not matter here.
+class FakeModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    QObject *table = nullptr;
+    int resets = 0;
+
+    int rowCount(const QModelIndex & = {}) const override { return size("tableModel_rowCount"); }
+    int columnCount(const QModelIndex & = {}) const override { return size("tableModel_columnCount"); }
+    QVariant data(const QModelIndex &index, int role) const override
+    {
+        QVariant value;
+        QMetaObject::invokeMethod(table, "tableModel_data", Q_RETURN_ARG(QVariant, value), Q_ARG(QModelIndex, index),
+                                  Q_ARG(int, role));
+        return value;
+    }
+    Q_INVOKABLE void beginResetModel() { QAbstractTableModel::beginResetModel(); }
+    Q_INVOKABLE void endResetModel()
+    {
+        QAbstractTableModel::endResetModel();
+        ++resets;
+    }
+
+private:
+    int size(const char *method) const
+    {
+        int count = 0;
+        QMetaObject::invokeMethod(table, method, Q_RETURN_ARG(int, count));
+        return count;
+    }
+};
+
+class FakeScene : public QGraphicsScene
+{
+    Q_OBJECT
+
+public:
+    explicit FakeScene(const QByteArray &withoutMethod, FakeServices *fakeServices, QObject *parent)
+        : QGraphicsScene(parent),
+          without(withoutMethod),
+          services(fakeServices)
+    {
+        setObjectName(QStringLiteral("mainScene"));
+    }
+    ~FakeScene() override { delete table; }
+
+    QByteArray without;
+    FakeServices *services;
+    FakeItem *molecule = nullptr;
+    FakeItem *nmr = nullptr;
+    FakeItem *tableItem = nullptr;
+    QPointer<QObject> table;
+    FakeModel *model = nullptr;
+    std::unique_ptr<QTableView> view;
+
+    Q_INVOKABLE QGraphicsWidget *createMolItem(const QRectF &, const QVariantMap &description, const bool)
+    {
+        molecule = newItem();
+        molecule->molecule = description;
+        return molecule;
+    }
+    Q_INVOKABLE QGraphicsWidget *createNMRItem(const QRectF &, const QVariantMap &spectrum, const bool)
+    {
+        nmr = newItem();
+        nmr->spectra = services;
+        services->addEntry(spectrum);
+        return nmr;
+    }
+    Q_INVOKABLE QGraphicsWidget *addCustomTableItem(QObject *object, bool)
+    {
+        tableItem = newItem();
+        table = object;
+        model = new Crippled<FakeModel>(without);
+        model->table = object;
+        view = std::make_unique<QTableView>();
+        view->setModel(model);
+        model->setParent(view.get());
+        QMetaObject::invokeMethod(object, "tableItem_init", Q_ARG(QGraphicsWidget *, tableItem),
+                                  Q_ARG(QAbstractItemView *, view.get()), Q_ARG(QAbstractItemModel *, model));
+        return tableItem;
+    }
+    Q_INVOKABLE void setCustomData(QVariantMap map, QGraphicsWidget *)
+    {
+        services->data.insert(map.value(QStringLiteral("ID")).toUuid(), map);
+    }
+    Q_INVOKABLE void delCustomData(QUuid id, QGraphicsWidget *) { services->data.remove(id); }
+    Q_INVOKABLE QRectF getEmptyRect() { return {0, 0, 100, 100}; }
+
+Q_SIGNALS:
+    void activeItemChanged(QGraphicsWidget *item);
+
+private:
+    FakeItem *newItem()
+    {
+        auto *item = new Crippled<FakeItem>(without);
+        addItem(item);
+        return item;
+    }
+};
+
+class FakeWindow : public QMainWindow
+{
+    Q_OBJECT
+    Q_PROPERTY(QString language MEMBER language)
+    Q_PROPERTY(QMenu *nmrContextMenu READ nmrContextMenu)
+
+public:
+    FakeWindow(FakeServices *fakeServices)
+        : services(fakeServices)
+    {
+        setObjectName(QStringLiteral("mainWindow"));
+    }
+
+    FakeServices *services;
+    QString language;
+    QMenu menu;
+
+    QMenu *nmrContextMenu() { return &menu; }
+    Q_INVOKABLE QObject *dataEngine() { return services; }
+    Q_INVOKABLE QObject *getNMRData() { return services; }
+    Q_INVOKABLE QObject *nmrPlot() { return services; }
+    Q_INVOKABLE bool checkProductLicense(QString product) { return product == QLatin1String("licensed"); }
+};
+
+/// A whole host around the plug-in, without the method that the test leaves out.
+class FakeHost
+{
+public:
+    explicit FakeHost(const QByteArray &without = "-");
+    ~FakeHost();
+
+    std::unique_ptr<FakeServices> services;
+    std::unique_ptr<FakeWindow> window;
+    FakeScene *scene;
+};
