@@ -50,9 +50,9 @@ std::optional<CubicRoots> solveCubic(const std::array<double, 4> &coefficients)
                       {}};
 }
 
-PrincipalValues principalValues(const Tensor &m)
+PrincipalValues principalValues(const Tensor &tensor)
 {
-    const auto &[m00, m01, m02, m10, m11, m12, m20, m21, m22] = m;
+    const auto &[m00, m01, m02, m10, m11, m12, m20, m21, m22] = tensor;
     // det(M - x 1), the characteristic polynomial.
     const std::optional<CubicRoots> roots = solveCubic(
         {-1.0, m11 + m00 + m22, m10 * m01 - m00 * m11 + m02 * m20 + m21 * m12 - m22 * m00 - m22 * m11,

@@ -201,24 +201,32 @@ private:
         }
     }
 
-    void parseAtomsBlock()
+    /// Hands every record of a block to `use`, as line, tokens and scale.
+    template <typename Use>
+    void readRecords(QByteArrayView blockName, Use use)
     {
-        m_data.numberToLabel = true;
         BlockUnits units;
         while (!m_rest.isEmpty()) {
             const QByteArrayView line = nextLine();
-            if (isMark(line, "atoms", "/"))
-                break;
+            if (isMark(line, blockName, "/"))
+                return;
             if (!units.seen)
                 checkUnits(line, units);
             const TokenList tokens(line);
-            if (tokens.isEmpty())
-                continue;
-            if (tokens[0] == "lattice")
-                parseLattice(line, tokens, units.scale);
-            else if (tokens[0] == "atom")
-                parseAtom(line, tokens, units.scale);
+            if (!tokens.isEmpty())
+                use(line, tokens, units.scale);
         }
+    }
+
+    void parseAtomsBlock()
+    {
+        m_data.numberToLabel = true;
+        readRecords("atoms", [this](QByteArrayView line, const TokenList &tokens, double scale) {
+            if (tokens[0] == "lattice")
+                parseLattice(line, tokens, scale);
+            else if (tokens[0] == "atom")
+                parseAtom(line, tokens, scale);
+        });
         if (m_data.numberToLabel)
             appendNumbersToLabels();
     }
@@ -273,26 +281,17 @@ private:
 
     void parseMagresBlock()
     {
-        BlockUnits units;
-        while (!m_rest.isEmpty()) {
-            const QByteArrayView line = nextLine();
-            if (isMark(line, "magres", "/"))
-                break;
-            if (!units.seen)
-                checkUnits(line, units);
-            const TokenList tokens(line);
-            if (tokens.isEmpty())
-                continue;
+        readRecords("magres", [this](QByteArrayView line, const TokenList &tokens, double scale) {
             if (tokens[0] == "ms") {
                 if (tokens.size() != 12)
                     throw MagresParseError(tr("Ms record in line %1 cannot be parsed").arg(text(line)));
-                m_data.shieldings.append(parseTensor(line, tokens, units.scale));
+                m_data.shieldings.append(parseTensor(line, tokens, scale));
             } else if (tokens[0] == "efg") {
                 if (tokens.size() != 12)
                     throw MagresParseError(tr("EFG record in line %1 cannot be parsed").arg(text(line)));
-                m_data.EFG.append(parseTensor(line, tokens, units.scale));
+                m_data.EFG.append(parseTensor(line, tokens, scale));
             }
-        }
+        });
     }
 
     MagresTensor parseTensor(QByteArrayView line, const TokenList &tokens, double scale) const
