@@ -147,6 +147,17 @@ void Simulation::checkSites(const SimulateOptions &options) const
     }
 }
 
+/// The plug-in takes another nucleus of the file for one that it has no frequency of.
+void Simulation::checkNuclei(const SimulateOptions &options, const QVariantHash &made) const
+{
+    const char *keys[] = {"nucF2", "nucF1"};
+    for (int d = 0; d < (options.twoDimensional ? 2 : 1); ++d) {
+        if (made.value(key(keys[d])).toString() != options.dimension[d].nucleus)
+            throw CommandError(
+                QStringLiteral("the plug-in cannot simulate %1").arg(options.dimension[d].nucleus));
+    }
+}
+
 void Simulation::callSlot(QObject *object, const char *slot)
 {
     const int index = object ? object->metaObject()->indexOfMethod(slot) : -1;
@@ -171,6 +182,7 @@ void Simulation::run(const SimulateOptions &options)
     m_entry = data().activeEntryId();
 
     QVariantHash wanted = parameters();
+    checkNuclei(options, wanted);
     setRangesAndShifts(wanted, options);
     if (options.twoDimensional) {
         update(wanted);

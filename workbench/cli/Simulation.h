@@ -46,6 +46,7 @@ public:
 
 private:
     void checkSites(const SimulateOptions &options) const;
+    void checkNuclei(const SimulateOptions &options, const QVariantHash &made) const;
     void callSlot(QObject *object, const char *slot);
     QString report(const char *slot);
     void update(const QVariantHash &parameters);
