@@ -47,8 +47,6 @@ private Q_SLOTS:
     void readingMakesMoleculeDataAndTable();
     void unreadableFileLeavesNothing();
     void spectrumThroughToFit();
-    void validation_data();
-    void validation();
     void eachHostMethodMayBeMissing_data();
     void eachHostMethodMayBeMissing();
     void hostObjectsMayBeMissing();
@@ -371,47 +369,6 @@ void tst_Plugin::spectrumThroughToFit()
     QCOMPARE(report("calcRmsd"), QStringLiteral("RMSD\nRMSD: 0.25 ppm"));
     const QVariantHash fitted = host.services->entryOrigParams(entry, QStringLiteral("magres"));
     QCOMPARE(fitted.value(QStringLiteral("ref")).toMap().value(QStringLiteral("1H")).toDouble(), 31.5);
-}
-
-void tst_Plugin::validation_data()
-{
-    QTest::addColumn<QString>("entries"); // m: MAGRES, e: experimental with two peaks, x: with three, d: data set deleted
-    QTest::addColumn<QString>("message");
-    QTest::newRow("none") << "" << "There are 0 spectra in this plot. Two is expected";
-    QTest::newRow("one") << "m" << "There is 1 spectrum in this plot. Two is expected";
-    QTest::newRow("three") << "mee" << "There are 3 spectra in this plot. Two is expected";
-    QTest::newRow("two experimental") << "ex" << "Neither of the spectra is generated from MAGRES";
-    QTest::newRow("two simulated") << "mm" << "Both spectra are generated from MAGRES. One should be experimental";
-    QTest::newRow("peak counts") << "xm"
-                                 << "The MAGRES spectrum has 2 compound peaks and the experimental spectrum has 3";
-    QTest::newRow("no data") << "mxd" << "The document has no MAGRES data";
-}
-
-void tst_Plugin::validation()
-{
-    QFETCH(QString, entries);
-    QFETCH(QString, message);
-    FakeHost host;
-    newPlugin();
-    read(m_file);
-    QSettings().setValue(QStringLiteral("magresPlugin/nucF2"), QStringLiteral("1H"));
-    for (QChar kind : entries) {
-        if (kind == QLatin1Char('m'))
-            makeSpectrum(host);
-        else if (kind == QLatin1Char('d'))
-            host.services->data.clear();
-        else
-            host.services->addEntry(experimental(kind == QLatin1Char('e') ? QList<double>{1, 2} : QList<double>{1, 2, 3}));
-    }
-    const auto before = host.services->entries;
-    QCOMPARE(report("autoRef"),
-             QStringLiteral("Error\nThis function requires experimental and MAGRES spectra in the same stack. Both spectra "
-                            "should have the same number of the compound peaks.\n\n%1").arg(message));
-    QVERIFY(host.services->entries == before && host.services->insertions == 0);
-    if (!entries.contains(QLatin1Char('d')))
-        QVERIFY(report("calcRmsd").endsWith(message));
-    else
-        QVERIFY(report("calcRmsd").endsWith(QStringLiteral("has 2 compound peaks and the experimental spectrum has 3")));
 }
 
 void tst_Plugin::eachHostMethodMayBeMissing_data()

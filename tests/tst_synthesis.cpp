@@ -24,7 +24,6 @@ class tst_Synthesis : public QObject
 private Q_SLOTS:
     void hashFormKeepsTheRecord();
     void hashDefaults();
-    void rangesComeInPairs_data();
     void rangesComeInPairs();
     void settings();
     void peaksOfSites();
@@ -34,14 +33,11 @@ private Q_SLOTS:
     void correlations_data();
     void correlations();
     void averagingOfCrossPeaks();
-    void missingShieldingEndsIt_data();
     void missingShieldingEndsIt();
-    void shiftRanges_data();
     void shiftRanges();
     void openParametersAreFilledIn();
     void axes();
     void hostRecord();
-    void impossibleSizes_data();
     void impossibleSizes();
 };
 
@@ -134,30 +130,21 @@ void tst_Synthesis::hashDefaults()
     QCOMPARE((QList<int>{p.pts, p.ptsF2, p.ptsF1, p.specType}), (QList<int>{8192, 1024, 512, 0}));
 }
 
-void tst_Synthesis::rangesComeInPairs_data()
-{
-    QTest::addColumn<int>("lengthF2");
-    QTest::addColumn<int>("kind");
-    QTest::addColumn<bool>("takesF2");
-    QTest::addColumn<bool>("takesF1");
-    QTest::newRow("2D") << 2 << 1 << true << true;
-    QTest::newRow("1D") << 2 << 0 << true << false;
-    QTest::newRow("wrong length") << 3 << 1 << false << false;
-    QTest::newRow("none") << 0 << 1 << false << false;
-}
-
 void tst_Synthesis::rangesComeInPairs()
 {
-    QFETCH(int, lengthF2);
-    QFETCH(int, kind);
-    QFETCH(bool, takesF2);
-    QFETCH(bool, takesF1);
-    MagresSpecParams p;
-    p.fromMap({{QStringLiteral("RangeF2"), QVariant::fromValue(DoubleVector(size_t(lengthF2), 7.0))},
-               {QStringLiteral("RangeF1"), QVariant::fromValue(DoubleVector{5.0, 6.0})},
-               {QStringLiteral("specType"), kind}});
-    QCOMPARE(p.RangeF2[0], takesF2 ? 7.0 : 0.0);
-    QCOMPARE(p.RangeF1[0], takesF1 ? 5.0 : 0.0);
+    struct Case {
+        size_t lengthF2;
+        int kind;
+        double from2, from1;
+    };
+    for (const Case &c : {Case{2, 1, 7, 5}, Case{2, 0, 7, 0}, Case{3, 1, 0, 0}, Case{0, 1, 0, 0}}) {
+        MagresSpecParams p;
+        p.fromMap({{QStringLiteral("RangeF2"), QVariant::fromValue(DoubleVector(c.lengthF2, 7.0))},
+                   {QStringLiteral("RangeF1"), QVariant::fromValue(DoubleVector{5.0, 6.0})},
+                   {QStringLiteral("specType"), c.kind}});
+        QCOMPARE(p.RangeF2[0], c.from2);
+        QCOMPARE(p.RangeF1[0], c.from1);
+    }
 }
 
 void tst_Synthesis::settings()
@@ -337,49 +324,29 @@ void tst_Synthesis::averagingOfCrossPeaks()
     QVERIFY(near(std::remainder(heights - singleHeights, 1.0), 0.0));
 }
 
-void tst_Synthesis::missingShieldingEndsIt_data()
-{
-    QTest::addColumn<QByteArray>("without");
-    QTest::addColumn<QString>("message");
-    QTest::newRow("F2") << QByteArray("C 1") << QStringLiteral("Atom C1 has no chem. shift");
-    QTest::newRow("F1") << QByteArray("H 3") << QStringLiteral("Atom H3 has no chem. shift");
-    QTest::newRow("neither") << QByteArray("N 1") << QString();
-}
-
 void tst_Synthesis::missingShieldingEndsIt()
 {
-    QFETCH(QByteArray, without);
-    QFETCH(QString, message);
-    QString found;
-    try {
-        Magres::makePeaks(methylamine(without), parametersFor("13C", "1H"), TestNuclei());
-    } catch (const TPluginError &error) {
-        found = error.message();
+    for (const auto &[without, message] : {std::pair("C 1", "Atom C1 has no chem. shift"),
+                                           std::pair("H 3", "Atom H3 has no chem. shift"), std::pair("N 1", "")}) {
+        QString found;
+        try {
+            Magres::makePeaks(methylamine(without), parametersFor("13C", "1H"), TestNuclei());
+        } catch (const TPluginError &error) {
+            found = error.message();
+        }
+        QCOMPARE(found, QLatin1String(message));
     }
-    QCOMPARE(found, message);
-}
-
-void tst_Synthesis::shiftRanges_data()
-{
-    QTest::addColumn<double>("lo");
-    QTest::addColumn<double>("hi");
-    QTest::addColumn<double>("from");
-    QTest::addColumn<double>("to");
-    QTest::newRow("plain") << 0.0 << 100.0 << -10.0 << 111.0;
-    QTest::newRow("single value") << 50.0 << 50.0 << 38.0 << 62.2;
-    QTest::newRow("equal for the boxes") << 50.0 << 50.004 << 38.0 - 4e-4 << 50.004 + 10 + 0.1 * (22.0044);
-    QTest::newRow("barely two values") << 50.0 << 50.02 << 49.998 << 50.0222;
 }
 
 void tst_Synthesis::shiftRanges()
 {
-    QFETCH(double, lo);
-    QFETCH(double, hi);
-    QFETCH(double, from);
-    QFETCH(double, to);
-    const auto range = Magres::displayRange({lo, hi});
-    QVERIFY2(near(range[0], from), qPrintable(QString::number(range[0], 'g', 12)));
-    QVERIFY2(near(range[1], to), qPrintable(QString::number(range[1], 'g', 12)));
+    // lo, hi, from, to: plain, a single value, two that the boxes cannot tell apart, two that they can
+    for (const auto &[lo, hi, from, to] :
+         {std::array{0.0, 100.0, -10.0, 111.0}, std::array{50.0, 50.0, 38.0, 62.2},
+          std::array{50.0, 50.004, 38.0 - 4e-4, 50.004 + 10 + 0.1 * 22.0044}, std::array{50.0, 50.02, 49.998, 50.0222}}) {
+        const auto range = Magres::displayRange({lo, hi});
+        QVERIFY2(near(range[0], from) && near(range[1], to), qPrintable(QString::number(range[0], 'g', 12)));
+    }
 }
 
 void tst_Synthesis::openParametersAreFilledIn()
@@ -491,33 +458,22 @@ void tst_Synthesis::hostRecord()
     QVERIFY(near(sum / (volume * 3.14159265358979 / (4 * std::log(2.0))), 1.0, 1e-3));
 }
 
-void tst_Synthesis::impossibleSizes_data()
-{
-    QTest::addColumn<int>("ptsF2");
-    QTest::addColumn<int>("ptsF1");
-    QTest::addColumn<double>("frequency");
-    QTest::addColumn<double>("from");
-    QTest::newRow("product too large") << (1 << 26) << 1024 << 600.0 << 0.0;
-    QTest::newRow("product beyond 32 bits") << 65536 << 65536 << 600.0 << 0.0;
-    QTest::newRow("none") << 0 << 128 << 600.0 << 0.0;
-    QTest::newRow("negative") << 128 << -128 << 600.0 << 0.0;
-    QTest::newRow("no frequency") << 128 << 128 << 0.0 << 0.0;
-    QTest::newRow("frequency not a number") << 128 << 128 << std::nan("") << 0.0;
-    QTest::newRow("range not finite") << 128 << 128 << 600.0 << std::numeric_limits<double>::infinity();
-}
-
 void tst_Synthesis::impossibleSizes()
 {
-    QFETCH(int, ptsF2);
-    QFETCH(int, ptsF1);
-    QFETCH(double, frequency);
-    QFETCH(double, from);
-    MagresSpecParams p = parametersFor("1H", "13C");
-    p.ptsF2 = ptsF2;
-    p.ptsF1 = ptsF1;
-    p.freq = frequency;
-    p.RangeF2[0] = from;
-    QVERIFY_THROWS_EXCEPTION(TPluginError, Magres::generateSpectrum(methylamine(), p, TestNuclei()));
+    struct Case {
+        int ptsF2, ptsF1;
+        double frequency = 600.0, from = 0.0;
+    };
+    const double infinite = std::numeric_limits<double>::infinity();
+    for (const Case &c : {Case{1 << 26, 1024}, Case{65536, 65536}, Case{0, 128}, Case{128, -128}, Case{128, 128, 0.0},
+                          Case{128, 128, std::nan("")}, Case{128, 128, 600.0, infinite}}) {
+        MagresSpecParams p = parametersFor("1H", "13C");
+        p.ptsF2 = c.ptsF2;
+        p.ptsF1 = c.ptsF1;
+        p.freq = c.frequency;
+        p.RangeF2[0] = c.from;
+        QVERIFY_THROWS_EXCEPTION(TPluginError, Magres::generateSpectrum(methylamine(), p, TestNuclei()));
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_Synthesis)
