@@ -7,6 +7,7 @@
 #include <QGraphicsWidget>
 #include <QMainWindow>
 #include <QMenu>
+#include <QPointer>
 #include <QTableView>
 #include <QUuid>
 #include <QVariantMap>
