@@ -6,8 +6,8 @@
 #include <QObject>
 #include <QVariant>
 
-#include <memory>
 #include <tuple>
+#include <utility>
 
 /// Base of the host proxies: one plain pointer to a host object, not owned and not tested for null, whose methods are
 /// called by name. A call that cannot be made is silent and yields the default value of its result, which callers take
@@ -34,59 +34,56 @@ protected:
     Result call(const HostMethod &method, const Arguments &...arguments) const
     {
         Result result{};
-        invoke(method, returnSlot(method.result, &result), arguments...);
+        invoke(method, std::tuple(Slot::returnArgument(method.result, result)), arguments...);
         return result;
     }
 
+    /// For methods without a result.
     template <typename... Arguments>
     void send(const HostMethod &method, const Arguments &...arguments) const
     {
-        invoke(method, emptyReturnSlot(), arguments...);
+        invoke(method, std::tuple(), arguments...);
     }
 
 private:
-    // Qt 6.5 took metatype descriptors into the calling mechanism; before, pointers and type names were all of it.
+    /// What invokeMethod() takes per value: pointer and type name, and since Qt 6.5 the metatype descriptor.
+    struct Slot {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
-    using ReturnSlot = QMetaMethodReturnArgument;
-    using ArgumentSlot = QMetaMethodArgument;
-    template <typename T>
-    static ReturnSlot returnSlot(const char *typeName, T *value)
-    {
-        return {QtPrivate::qMetaTypeInterfaceForType<T>(), typeName, value};
-    }
-    static ReturnSlot emptyReturnSlot() { return {}; }
-    template <typename T>
-    static ArgumentSlot argumentSlot(const char *typeName, const T &value)
-    {
-        return {QtPrivate::qMetaTypeInterfaceForType<T>(), typeName, std::addressof(value)};
-    }
+        template <typename T>
+        static auto returnArgument(const char *typeName, T &value)
+        {
+            return QtPrivate::Invoke::returnArgument(typeName, value);
+        }
+        template <typename T>
+        static auto argument(const char *typeName, const T &value)
+        {
+            return QtPrivate::Invoke::argument(typeName, value);
+        }
 #else
-    using ReturnSlot = QGenericReturnArgument;
-    using ArgumentSlot = QGenericArgument;
-    template <typename T>
-    static ReturnSlot returnSlot(const char *typeName, T *value)
-    {
-        return {typeName, value};
-    }
-    static ReturnSlot emptyReturnSlot() { return {}; }
-    template <typename T>
-    static ArgumentSlot argumentSlot(const char *typeName, const T &value)
-    {
-        return {typeName, std::addressof(value)};
-    }
+        template <typename T>
+        static QGenericReturnArgument returnArgument(const char *typeName, T &value)
+        {
+            return {typeName, &value};
+        }
+        template <typename T>
+        static QGenericArgument argument(const char *typeName, const T &value)
+        {
+            return {typeName, &value};
+        }
 #endif
+    };
 
-    template <typename... Arguments>
-    void invoke(const HostMethod &method, ReturnSlot result, const Arguments &...arguments) const
+    template <typename ReturnSlot, typename... Arguments>
+    void invoke(const HostMethod &method, const ReturnSlot &result, const Arguments &...arguments) const
     {
         Q_ASSERT(method.argumentCount() == sizeof...(Arguments));
-        [[maybe_unused]] std::size_t i = 0;
-        const std::array<ArgumentSlot, sizeof...(Arguments)> slots_{argumentSlot(method.arguments[i++], arguments)...};
-        std::apply(
-            [&](const auto &...slot) {
-                QMetaObject::invokeMethod(m_object, method.name, Qt::AutoConnection, result, slot...);
-            },
-            slots_);
+        [&]<std::size_t... I>(std::index_sequence<I...>) {
+            std::apply(
+                [&](const auto &...slot) {
+                    QMetaObject::invokeMethod(m_object, method.name, Qt::AutoConnection, slot...);
+                },
+                std::tuple_cat(result, std::tuple(Slot::argument(method.arguments[I], arguments)...)));
+        }(std::index_sequence_for<Arguments...>());
     }
 
     Object *m_object;
