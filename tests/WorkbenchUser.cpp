@@ -10,10 +10,20 @@
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QPushButton>
+#include <QStyleOptionComboBox>
 #include <QTest>
 #include <QWindow>
 
 namespace {
+
+/// The text that the combo box shows is not cut off.
+bool isReadable(const QComboBox *combo)
+{
+    QStyleOptionComboBox option;
+    option.initFrom(combo);
+    const QRect field = combo->style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, combo);
+    return combo->fontMetrics().horizontalAdvance(combo->currentText()) <= field.width();
+}
 
 void chooseByKeys(QComboBox *combo, const QString &text)
 {
@@ -22,6 +32,8 @@ void chooseByKeys(QComboBox *combo, const QString &text)
         QTest::keyClick(combo, Qt::Key_Down);
     if (combo->currentText() != text)
         userFailed(QStringLiteral("%1 does not offer \"%2\"").arg(combo->objectName(), text));
+    if (!isReadable(combo))
+        userFailed(QStringLiteral("%1 has no room for \"%2\"").arg(combo->objectName(), text));
 }
 
 void typeNumber(QDoubleSpinBox *box, double number)

@@ -44,6 +44,8 @@ private:
     NmrItem *spectrum() const { return m_host->scene().currentNmrItem(); }
     void makeSpectrum(const Inputs &inputs, const QString &pictureName = {});
     void take(QWidget *widget, const QString &name);
+    /// The window with the current spectrum in its middle.
+    void takeSpectrum(int windowHeight, const QString &name);
 
     QDir m_directory;
     QTemporaryDir m_settings;
@@ -74,6 +76,15 @@ void Screenshots::take(QWidget *widget, const QString &name)
     QCoreApplication::processEvents();
     const QString file = m_directory.filePath(name);
     QVERIFY2(widget->screen()->grabWindow(widget->winId()).save(file), qPrintable(file));
+}
+
+void Screenshots::takeSpectrum(int windowHeight, const QString &name)
+{
+    window().resize(1000, windowHeight);
+    QCoreApplication::processEvents();
+    window().view()->fitPageWidth();
+    window().view()->centerOn(spectrum());
+    take(&window(), name);
 }
 
 void Screenshots::makeSpectrum(const Inputs &inputs, const QString &pictureName)
@@ -115,15 +126,13 @@ void Screenshots::stack()
 {
     const auto peaks = PeakListFile::read(QStringLiteral(SAMPLE_DIRECTORY "/paracetamol-13C.csv"), 1);
     spectrum()->nmrData()->addEntry({{u"Peaks"_s, PeakListFile::toPeakMap(peaks)}}, u"paracetamol-13C"_s);
-    window().view()->fitPageWidth();
-    window().view()->centerOn(spectrum());
-    take(&window(), u"stack-before.png"_s);
+    takeSpectrum(490, u"stack-before.png"_s);
     m_dialogs.expect(u"New reference"_s, [this](QDialog *box) {
         take(box, u"auto-reference.png"_s);
         box->accept();
     });
     choose(window(), spectrum(), {u"MAGRES"_s, u"Auto reference"_s});
-    take(&window(), u"stack-after.png"_s);
+    takeSpectrum(490, u"stack-after.png"_s);
 }
 
 void Screenshots::mapOfTwoDimensions()
@@ -131,11 +140,7 @@ void Screenshots::mapOfTwoDimensions()
     makeSpectrum({{"fCbDims", u"2D Spectrum"_s}, {"fCbNucF2", u"1H"_s}, {"fSpCSRefF2", 30.5}, {"fSpLwF2", 100.0},
                   {"fCbNucF1", u"13C"_s}, {"fSpCSRefF1", 172.4}, {"fSpLwF1", 150.0}},
                  u"dialog-2d.png"_s);
-    window().resize(1000, 800);
-    QCoreApplication::processEvents();
-    window().view()->fitPageWidth();
-    window().view()->centerOn(spectrum());
-    take(&window(), u"spectrum-2d.png"_s);
+    takeSpectrum(740, u"spectrum-2d.png"_s);
 }
 
 int main(int argc, char **argv)
