@@ -120,7 +120,7 @@ QGraphicsWidget *MainScene::addCustomTableItem(QObject *table, bool activate)
         return place(item, PageLayout::rowBelow(usedRect(), PageLayout::structureHeight), activate);
     place(item, beside, activate);
     // A molecule fits into any width, columns do not.
-    const double share = PageLayout::moleculeShareBeside(item->fullSize().width());
+    const double share = PageLayout::moleculeShareBeside(item->fullWidth(beside.height()));
     if (m_lastMolecule && m_lastMolecule->geometry() == PageLayout::moleculePart(m_lastStructureRow)) {
         m_lastMolecule->setGeometry(PageLayout::moleculePart(m_lastStructureRow, share));
         item->setGeometry(PageLayout::tablePart(m_lastStructureRow, share));

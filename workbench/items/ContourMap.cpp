@@ -5,6 +5,7 @@
 #include "items/Contours.h"
 #include "items/CrossPeakLabels.h"
 #include "items/IntensityMap.h"
+#include "items/PeakSticks.h"
 #include "items/SpectrumLine.h"
 
 #include <cmath>
@@ -45,6 +46,16 @@ Decimation::PointRange visiblePoints(const SpectrumAxis &axis, const QCPRange &r
             std::clamp(int(std::ceil(point(range.lower))) + 1, 0, axis.size - 1)};
 }
 
+/// The active spectrum; when that is a mere peak list, the first one with points.
+const PlotEntry &mappedEntry(const QList<PlotEntry> &entries)
+{
+    const auto active = std::find_if(entries.cbegin(), entries.cend(),
+                                     [](const PlotEntry &e) { return e.active && !e.isPeakList(); });
+    if (active != entries.cend())
+        return *active;
+    return *std::find_if(entries.cbegin(), entries.cend(), [](const PlotEntry &e) { return !e.isPeakList(); });
+}
+
 } // namespace
 
 ContourMap::ContourMap(QCustomPlot *plot, const QList<PlotEntry> &entries)
@@ -53,8 +64,7 @@ ContourMap::ContourMap(QCustomPlot *plot, const QList<PlotEntry> &entries)
       m_margins(std::make_unique<QCPMarginGroup>(plot))
 {
     layOut(plot);
-    const auto active = std::find_if(entries.cbegin(), entries.cend(), [](const PlotEntry &e) { return e.active; });
-    const PlotEntry &shown = active == entries.cend() ? entries.first() : *active;
+    const PlotEntry &shown = mappedEntry(entries);
     PlotStyle::setUpAxis(m_f2, shown.spectrum.axes[0].label());
     PlotStyle::setUpAxis(m_f1, shown.spectrum.axes[1].label());
     m_f2->setRangeReversed(true);
@@ -63,19 +73,17 @@ ContourMap::ContourMap(QCustomPlot *plot, const QList<PlotEntry> &entries)
     m_map = new IntensityMap(m_f2, m_f1);
     m_map->setLayer(QStringLiteral("background"));
     addDiagonal(plot, shown.spectrum);
-    QList<QCPAbstractPlottable *> named;
-    for (const PlotEntry &entry : entries) {
-        addProjections(entry);
-        addLayer(entry);
-        named.append(m_layers.last().contours);
-    }
     auto *labels = new CrossPeakLabels(plot, m_f2, m_f1);
     labels->setLayer(QStringLiteral("overlay"));
-    labels->setPeaks(shown.spectrum.peaks);
+    QList<QCPAbstractPlottable *> named;
+    const QCPAbstractPlottable *active = nullptr;
+    for (const PlotEntry &entry : entries) {
+        named.append(addEntry(entry, &entry == &shown, labels));
+        if (entry.active)
+            active = named.last();
+    }
     if (entries.size() > 1)
-        PlotStyle::makeLegend(plot, named);
-    // The active one's colours lie beneath the contours of all.
-    std::stable_partition(m_layers.begin(), m_layers.end(), [](const Layer &layer) { return layer.entry.active; });
+        PlotStyle::makeLegend(plot, named, active);
     resetRanges();
 }
 
@@ -129,6 +137,42 @@ void ContourMap::layOut(QCustomPlot *plot)
                      follow(leftPpm));
 }
 
+QCPAbstractPlottable *ContourMap::addEntry(const PlotEntry &entry, bool mapped, CrossPeakLabels *labels)
+{
+    if (entry.isPeakList()) {
+        addSticks(entry);
+        labels->addPeaks(entry.spectrum.peaks, entry.color);
+        return m_topTraces.last();
+    }
+    addProjections(entry);
+    addLayer(entry);
+    QCPAbstractPlottable *contours = m_layers.last().contours;
+    if (mapped) {
+        labels->addPeaks(entry.spectrum.peaks, QColor(0x30, 0x30, 0x30));
+        // The map's spectrum comes first: its colours lie beneath the contours of all.
+        m_layers.move(m_layers.size() - 1, 0);
+    }
+    return contours;
+}
+
+void ContourMap::addSticks(const PlotEntry &entry)
+{
+    const auto add = [&](QCPAxis *ppm, QCPAxis *intensity, const QList<SpectrumPeak> &peaks) {
+        auto *sticks = new PeakSticks(ppm, intensity);
+        sticks->setPeaks(peaks);
+        const double height = sticks->valueBounds().size();
+        sticks->setPlacement(height > 0 ? 1 / height : 1, 0);
+        sticks->setPen(QPen(entry.color, 1));
+        sticks->setName(entry.name);
+        return sticks;
+    };
+    QList<SpectrumPeak> turned = entry.spectrum.peaks;
+    for (SpectrumPeak &peak : turned)
+        std::swap(peak.f2, peak.f1);
+    m_topTraces.append(add(m_top->axis(QCPAxis::atBottom), m_top->axis(QCPAxis::atLeft), entry.spectrum.peaks));
+    m_leftTraces.append(add(m_left->axis(QCPAxis::atRight), m_left->axis(QCPAxis::atBottom), turned));
+}
+
 void ContourMap::addProjections(const PlotEntry &entry)
 {
     const auto &axes = entry.spectrum.axes;
@@ -141,9 +185,9 @@ void ContourMap::addProjections(const PlotEntry &entry)
         line->setPen(QPen(entry.color, 1));
         return line;
     };
-    m_topLines.append(
+    m_topTraces.append(
         add(m_top->axis(QCPAxis::atBottom), m_top->axis(QCPAxis::atLeft), axes[0], std::move(projections.columns)));
-    m_leftLines.append(
+    m_leftTraces.append(
         add(m_left->axis(QCPAxis::atRight), m_left->axis(QCPAxis::atBottom), axes[1], std::move(projections.rows)));
 }
 
@@ -173,19 +217,20 @@ void ContourMap::addDiagonal(QCustomPlot *plot, const Spectrum &spectrum)
 
 void ContourMap::resetRanges()
 {
-    const auto full = [](const SpectrumAxis &axis) { return QCPRange(axis.last(), axis.first); };
-    QCPRange f2 = full(m_layers.first().entry.spectrum.axes[0]);
-    QCPRange f1 = full(m_layers.first().entry.spectrum.axes[1]);
-    for (const Layer &layer : std::as_const(m_layers)) {
-        f2.expand(full(layer.entry.spectrum.axes[0]));
-        f1.expand(full(layer.entry.spectrum.axes[1]));
-    }
-    setRanges({f2, f1});
+    const auto full = [](const QList<PlacedTrace *> &traces) {
+        bool found = false;
+        QCPRange range = traces.first()->getKeyRange(found);
+        for (const PlacedTrace *trace : traces)
+            range.expand(trace->getKeyRange(found));
+        return range;
+    };
+    setRanges({full(m_topTraces), full(m_leftTraces)});
+    noteFullRanges();
     for (QCPAxis *axis : {m_top->axis(QCPAxis::atLeft), m_left->axis(QCPAxis::atBottom)}) {
         QCPRange values(0, 0);
         bool found = false;
-        for (const SpectrumLine *line : axis == m_top->axis(QCPAxis::atLeft) ? m_topLines : m_leftLines)
-            values.expand(line->getValueRange(found));
+        for (const PlacedTrace *trace : axis == m_top->axis(QCPAxis::atLeft) ? m_topTraces : m_leftTraces)
+            values.expand(trace->getValueRange(found));
         axis->setRange(values.size() > 0 ? QCPRange(values.lower - 0.04, values.upper + 0.04) : QCPRange(-0.1, 1));
     }
 }

@@ -7,14 +7,16 @@
 #include <memory>
 
 class ContourLines;
+class CrossPeakLabels;
 class IntensityMap;
-class SpectrumLine;
+class PlacedTrace;
 
 /// Two-dimensional spectra: contours over a colour map of the active one, its projections at top and left. F2 runs to
-/// the left, F1 downwards.
+/// the left, F1 downwards. Peak lists without points are crosses, and sticks in the projections.
 class ContourMap : public PlotContent {
 public:
-    /// `entries` holds at least one spectrum; all have two dimensions.
+    /// `entries` holds at least one spectrum; all have two dimensions or are peak lists,
+    /// and one at least has points.
     ContourMap(QCustomPlot *plot, const QList<PlotEntry> &entries);
     ~ContourMap() override;
 
@@ -34,7 +36,10 @@ private:
 
     void layOut(QCustomPlot *plot);
     void addProjections(const PlotEntry &entry);
+    void addSticks(const PlotEntry &entry);
     void addLayer(const PlotEntry &entry);
+    /// Contours, or crosses; gives what stands for the entry in the legend.
+    QCPAbstractPlottable *addEntry(const PlotEntry &entry, bool mapped, CrossPeakLabels *labels);
     void addDiagonal(QCustomPlot *plot, const Spectrum &spectrum);
     Decimation::Grid visibleGrid(const Spectrum &spectrum) const;
     void updateContours(Layer &layer, const Decimation::Grid &grid);
@@ -47,8 +52,8 @@ private:
     QCPAxis *m_f1;
     std::unique_ptr<QCPMarginGroup> m_margins;
     IntensityMap *m_map = nullptr;
-    QList<SpectrumLine *> m_topLines;
-    QList<SpectrumLine *> m_leftLines;
+    QList<PlacedTrace *> m_topTraces; ///< one per entry
+    QList<PlacedTrace *> m_leftTraces;
     QList<Layer> m_layers;
 
     // What the grids were made for.

@@ -23,11 +23,12 @@ CrossPeakLabels::CrossPeakLabels(QCustomPlot *plot, QCPAxis *f2, QCPAxis *f1)
     setClipToAxisRect(true);
 }
 
-void CrossPeakLabels::setPeaks(const QList<SpectrumPeak> &peaks)
+void CrossPeakLabels::addPeaks(const QList<SpectrumPeak> &peaks, const QColor &crossColor)
 {
-    m_peaks = peaks;
-    std::stable_sort(m_peaks.begin(), m_peaks.end(), [](const SpectrumPeak &a, const SpectrumPeak &b) {
-        return std::abs(a.height) > std::abs(b.height);
+    for (const SpectrumPeak &peak : peaks)
+        m_marks.append({peak, crossColor});
+    std::stable_sort(m_marks.begin(), m_marks.end(), [](const Mark &a, const Mark &b) {
+        return std::abs(a.peak.height) > std::abs(b.peak.height);
     });
 }
 
@@ -52,28 +53,24 @@ void CrossPeakLabels::draw(QCPPainter *painter)
         return;
     const QRectF area(m_f2->axisRect()->rect());
     std::vector<QRectF> taken;
-    QList<std::pair<QRectF, QString>> visible;
-    for (const SpectrumPeak &peak : std::as_const(m_peaks)) {
+    QList<std::pair<QRectF, QString>> labels;
+    painter->setAntialiasing(true);
+    for (const auto &[peak, color] : std::as_const(m_marks)) {
         const QPointF at(m_f2->coordToPixel(peak.f2), m_f1->coordToPixel(peak.f1));
         if (!area.contains(at))
             continue;
         taken.push_back(peakArea(peak, at));
-        visible.append({taken.back(), peak.label});
-    }
-    painter->setAntialiasing(true);
-    painter->setPen(QPen(QColor(0x30, 0x30, 0x30), 0.8));
-    for (const auto &[peak, label] : std::as_const(visible)) {
-        const QPointF at = peak.center();
+        if (!peak.label.isEmpty())
+            labels.append({taken.back(), peak.label});
+        painter->setPen(QPen(color, 0.8));
         painter->drawLine(QLineF(at.x() - crossSize, at.y(), at.x() + crossSize, at.y()));
         painter->drawLine(QLineF(at.x(), at.y() - crossSize, at.x(), at.y() + crossSize));
     }
     const QFont font = PlotStyle::font(10);
     const QFontMetricsF metrics(font);
     painter->setFont(font);
-    for (const auto &[peak, label] : std::as_const(visible)) {
+    for (const auto &[peak, label] : std::as_const(labels)) {
         const QString text = label.size() > longestLabel ? label.left(longestLabel - 1) + QChar(0x2026) : label;
-        if (text.isEmpty())
-            continue;
         const QSizeF size(metrics.horizontalAdvance(text) + 2, metrics.height());
         if (const auto place = LabelPlacement::beside(peak, size, labelDistance, area, taken)) {
             taken.push_back(*place);

@@ -13,7 +13,8 @@ class CrossPeakLabels : public QCPAbstractItem {
 public:
     CrossPeakLabels(QCustomPlot *plot, QCPAxis *f2, QCPAxis *f1);
 
-    void setPeaks(const QList<SpectrumPeak> &peaks);
+    /// Peaks without a label get their cross alone.
+    void addPeaks(const QList<SpectrumPeak> &peaks, const QColor &crossColor);
 
     double selectTest(const QPointF &pos, bool onlySelectable, QVariant *details = nullptr) const override;
 
@@ -25,5 +26,9 @@ private:
 
     QPointer<QCPAxis> m_f2;
     QPointer<QCPAxis> m_f1;
-    QList<SpectrumPeak> m_peaks; ///< the highest first
+    struct Mark {
+        SpectrumPeak peak;
+        QColor color;
+    };
+    QList<Mark> m_marks; ///< the highest first
 };

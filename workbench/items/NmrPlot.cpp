@@ -58,11 +58,7 @@ QList<PlotEntry> NmrPlot::shownEntries(QString &note) const
         note = tr("No spectrum");
         return entries;
     }
-    const Spectrum &active = m_data->spectrum(m_data->activeEntryId());
-    if (active.isEmpty()) {
-        note = active.note;
-        return entries;
-    }
+    const int dimensions = shownDimensions();
     int number = 0;
     for (const QUuid &id : m_data->entryIds()) {
         const Spectrum &spectrum = m_data->spectrum(id);
@@ -70,10 +66,25 @@ QList<PlotEntry> NmrPlot::shownEntries(QString &note) const
         QString name = m_data->entryName(id);
         if (name.isEmpty())
             name = tr("Spectrum %1").arg(number);
-        if (spectrum.dimensions() == active.dimensions())
+        const bool peakList = spectrum.isEmpty() && !spectrum.peaks.isEmpty();
+        if (peakList || (!spectrum.isEmpty() && spectrum.dimensions() == dimensions))
             entries.append({name, spectrum, color, id == m_data->activeEntryId()});
     }
+    if (entries.isEmpty())
+        note = m_data->spectrum(m_data->activeEntryId()).note;
     return entries;
+}
+
+int NmrPlot::shownDimensions() const
+{
+    const int active = m_data->spectrum(m_data->activeEntryId()).dimensions();
+    if (active > 0)
+        return active;
+    for (const QUuid &id : m_data->entryIds()) {
+        if (const int dimensions = m_data->spectrum(id).dimensions(); dimensions > 0)
+            return dimensions;
+    }
+    return 1;
 }
 
 void NmrPlot::rebuild()
@@ -81,13 +92,15 @@ void NmrPlot::rebuild()
     if (!m_dirty)
         return;
     m_dirty = false;
-    const QList<QCPRange> ranges = m_content && m_keepRanges ? m_content->ranges() : QList<QCPRange>();
+    // Who has not zoomed sees all of what comes.
+    const bool keep = m_content && m_keepRanges && m_content->isZoomed();
+    const QList<QCPRange> ranges = keep ? m_content->ranges() : QList<QCPRange>();
     clear();
     QString note;
     const QList<PlotEntry> entries = shownEntries(note);
     if (entries.isEmpty())
         showNote(note);
-    else if (entries.first().spectrum.dimensions() == 1)
+    else if (shownDimensions() == 1)
         m_content = std::make_unique<StackedTraces>(this, entries);
     else
         m_content = std::make_unique<ContourMap>(this, entries);

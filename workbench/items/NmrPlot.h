@@ -39,6 +39,8 @@ private:
     void clear();
     void showNote(const QString &text);
     QList<PlotEntry> shownEntries(QString &note) const;
+    /// Those of the active spectrum; when it is a mere peak list, those of what it lies beside.
+    int shownDimensions() const;
 
     QPointer<NmrData> m_data;
     std::unique_ptr<PlotContent> m_content;

@@ -56,7 +56,8 @@ void setUpPlainAxis(QCPAxis *axis)
     axis->setPadding(0);
 }
 
-QCPLegend *makeLegend(QCustomPlot *plot, const QList<QCPAbstractPlottable *> &plottables)
+QCPLegend *makeLegend(QCustomPlot *plot, const QList<QCPAbstractPlottable *> &plottables,
+                      const QCPAbstractPlottable *emphasised)
 {
     auto *legend = new QCPLegend;
     legend->setFillOrder(QCPLayoutGrid::foColumnsFirst);
@@ -69,8 +70,11 @@ QCPLegend *makeLegend(QCustomPlot *plot, const QList<QCPAbstractPlottable *> &pl
     legend->setFont(font(11));
     // As high as a line of text: the legend does not count descenders that reach below its icons.
     legend->setIconSize(22, 16);
-    for (QCPAbstractPlottable *plottable : plottables)
+    for (QCPAbstractPlottable *plottable : plottables) {
         plottable->addToLegend(legend);
+        if (plottable == emphasised)
+            legend->itemWithPlottable(plottable)->setFont(font(11, true));
+    }
     plot->plotLayout()->setRowStretchFactor(0, 0.001);
     return legend;
 }

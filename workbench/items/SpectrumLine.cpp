@@ -12,12 +12,6 @@ constexpr qsizetype strokeLength = 48;
 
 } // namespace
 
-SpectrumLine::SpectrumLine(QCPAxis *ppmAxis, QCPAxis *intensityAxis)
-    : QCPAbstractPlottable(ppmAxis, intensityAxis), m_bounds(0, 0)
-{
-    setSelectable(QCP::stNone);
-}
-
 std::span<const double> SpectrumLine::values() const
 {
     return m_data.isEmpty() ? std::span<const double>() : std::span<const double>(m_data.first());
@@ -27,17 +21,7 @@ void SpectrumLine::setTrace(const SpectrumAxis &axis, const QList<DoubleVector> 
 {
     m_axis = axis;
     m_data = data;
-    m_bounds = QCPRange(0, 0);
-    for (double value : values()) {
-        if (std::isfinite(value))
-            m_bounds.expand(value);
-    }
-}
-
-void SpectrumLine::setPlacement(double scale, double offset)
-{
-    m_scale = scale;
-    m_offset = offset;
+    setValueBounds(values());
 }
 
 double SpectrumLine::heightAt(double ppm) const
@@ -45,27 +29,16 @@ double SpectrumLine::heightAt(double ppm) const
     const double point = (ppm - m_axis.first) / m_axis.step;
     const qint64 last = qint64(values().size()) - 1;
     if (last < 0 || !std::isfinite(point))
-        return m_offset;
+        return placed(0);
     const auto at = [&](double p) { return values()[qint64(std::clamp(p, 0.0, double(last)))]; };
     const double height = std::max(at(std::floor(point)), at(std::ceil(point)));
-    return m_offset + m_scale * (std::isfinite(height) ? height : 0.0);
-}
-
-double SpectrumLine::selectTest(const QPointF &, bool, QVariant *) const
-{
-    return -1;
+    return placed(std::isfinite(height) ? height : 0.0);
 }
 
 QCPRange SpectrumLine::getKeyRange(bool &found, QCP::SignDomain) const
 {
     found = !values().empty();
     return found ? QCPRange(m_axis.last(), m_axis.first) : QCPRange();
-}
-
-QCPRange SpectrumLine::getValueRange(bool &found, QCP::SignDomain, const QCPRange &) const
-{
-    found = !values().empty();
-    return QCPRange(m_offset + m_scale * m_bounds.lower, m_offset + m_scale * m_bounds.upper);
 }
 
 void SpectrumLine::draw(QCPPainter *painter)
@@ -85,7 +58,7 @@ void SpectrumLine::draw(QCPPainter *painter)
     QPolygonF line;
     line.reserve(qsizetype(points.size()));
     for (const QPointF &p : points)
-        line.append(coordsToPixels(m_axis.ppm(p.x()), m_offset + m_scale * p.y()));
+        line.append(coordsToPixels(m_axis.ppm(p.x()), placed(p.y())));
     applyDefaultAntialiasingHint(painter);
     QPen pen = mPen;
     pen.setCapStyle(Qt::RoundCap);

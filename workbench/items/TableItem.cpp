@@ -8,6 +8,7 @@
 #include <QHeaderView>
 #include <QMenu>
 #include <QPainter>
+#include <QScrollBar>
 #include <QTableView>
 
 namespace {
@@ -123,6 +124,12 @@ QSizeF TableItem::fullSize() const
 {
     const QSizeF frame = size() - contentRect().size();
     return QSizeF(m_view->horizontalHeader()->length() + 2, (m_model->rowCount() + 1) * rowHeight + 2) + frame;
+}
+
+double TableItem::fullWidth(double height) const
+{
+    const QSizeF full = fullSize();
+    return full.width() + (full.height() > height ? m_view->verticalScrollBar()->sizeHint().width() : 0);
 }
 
 int TableItem::colId(qint8 section)

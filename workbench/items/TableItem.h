@@ -20,6 +20,8 @@ public:
 
     /// The size at which every row and column shows.
     QSizeF fullSize() const;
+    /// The width at which every column shows in an item of this height, beside the scroll bar if that takes one.
+    double fullWidth(double height) const;
 
     /// Code and decimal places of the column in a section of the header, -1 for none.
     Q_INVOKABLE int colId(qint8 section);

@@ -9,7 +9,7 @@
 
 namespace Magres {
 
-bool chooseQuadrupolarIsotope(const HostContext &host, const QUuid &dataId)
+bool chooseQuadrupolarIsotope(const HostContext &host, QUuid dataId)
 {
     if (host.isHeadless())
         return false;

@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "WorkbenchUser.h"
+
+#include "host/MainView.h"
+#include "host/WMainWindow.h"
+#include "items/DocumentItem.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QPushButton>
+#include <QStyleOptionComboBox>
+#include <QTest>
+#include <QWindow>
+
+namespace {
+
+/// The text that the combo box shows is not cut off.
+bool isReadable(const QComboBox *combo)
+{
+    QStyleOptionComboBox option;
+    option.initFrom(combo);
+    const QRect field = combo->style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, combo);
+    return combo->fontMetrics().horizontalAdvance(combo->currentText()) <= field.width();
+}
+
+void chooseByKeys(QComboBox *combo, const QString &text)
+{
+    QTest::keyClick(combo, Qt::Key_Home);
+    for (int i = 1; i < combo->count() && combo->currentText() != text; ++i)
+        QTest::keyClick(combo, Qt::Key_Down);
+    if (combo->currentText() != text)
+        userFailed(QStringLiteral("%1 does not offer \"%2\"").arg(combo->objectName(), text));
+    if (!isReadable(combo))
+        userFailed(QStringLiteral("%1 has no room for \"%2\"").arg(combo->objectName(), text));
+}
+
+void typeNumber(QDoubleSpinBox *box, double number)
+{
+    QTest::keyClick(box, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(box, box->locale().toString(number, 'f', box->decimals()));
+    if (box->value() != number)
+        userFailed(QStringLiteral("%1 does not take %2").arg(box->objectName()).arg(number));
+}
+
+QVariant valueOf(const QWidget *input)
+{
+    if (const auto *combo = qobject_cast<const QComboBox *>(input))
+        return combo->currentText();
+    if (const auto *number = qobject_cast<const QDoubleSpinBox *>(input))
+        return number->value();
+    if (const auto *box = qobject_cast<const QCheckBox *>(input))
+        return box->isChecked();
+    return {};
+}
+
+} // namespace
+
+void userFailed(const QString &message)
+{
+    QTest::qFail(qPrintable(message), __FILE__, __LINE__);
+}
+
+void fill(QWidget *dialog, const Inputs &values)
+{
+    for (const auto &[name, value] : values) {
+        auto *input = part<QWidget>(dialog, name);
+        if (!input->isVisible() || !input->isEnabled())
+            userFailed(QStringLiteral("%1 cannot be reached").arg(QLatin1String(name)));
+        else if (auto *combo = qobject_cast<QComboBox *>(input))
+            chooseByKeys(combo, value.toString());
+        else if (auto *number = qobject_cast<QDoubleSpinBox *>(input))
+            typeNumber(number, value.toDouble());
+        else if (auto *box = qobject_cast<QCheckBox *>(input); box && box->isChecked() != value.toBool())
+            QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
+    }
+}
+
+Inputs shown(const QWidget *dialog, const Inputs &inputs)
+{
+    Inputs values;
+    for (const auto &[name, ignored] : inputs)
+        values.append({name, valueOf(part<QWidget>(dialog, name))});
+    return values;
+}
+
+void press(QWidget *dialog, QDialogButtonBox::StandardButton button)
+{
+    QTest::mouseClick(part<QDialogButtonBox>(dialog, "buttonBox")->button(button), Qt::LeftButton);
+}
+
+QMenu *openContextMenu(WMainWindow &window, DocumentItem *item)
+{
+    const QPointF center = item->mapToScene(item->contentRect().center());
+    QGraphicsView *view = window.view();
+    view->centerOn(center);
+    // To the window, as the system does it: the request for a menu comes from there.
+    const QPoint place = view->viewport()->mapTo(&window, view->mapFromScene(center));
+    QTest::mouseClick(window.windowHandle(), Qt::RightButton, {}, place);
+    auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+    if (!menu)
+        userFailed(QStringLiteral("\"%1\" shows no context menu").arg(item->title()));
+    return menu;
+}
+
+QMenu *clickEntry(QMenu *menu, const QString &text)
+{
+    QAction *entry = nullptr;
+    for (QAction *action : menu->actions())
+        if (action->text() == text)
+            entry = action;
+    if (!entry || !entry->isEnabled()) {
+        userFailed(QStringLiteral("The menu does not offer \"%1\"").arg(text));
+        menu->close();
+        return nullptr;
+    }
+    QMenu *submenu = entry->menu();
+    QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(entry).center());
+    if (submenu && !QTest::qWaitFor([submenu] { return submenu->isVisible(); }))
+        userFailed(QStringLiteral("The submenu \"%1\" does not open").arg(text));
+    return submenu;
+}
+
+void choose(WMainWindow &window, DocumentItem *item, const QStringList &path)
+{
+    QMenu *menu = openContextMenu(window, item);
+    for (const QString &text : path)
+        if (menu)
+            menu = clickEntry(menu, text);
+}

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include <QDialogButtonBox>
+#include <QMenu>
+#include <QPointF>
+#include <QVariant>
+
+#include <utility>
+
+class DocumentItem;
+class WMainWindow;
+
+// What a user does at the workbench with mouse and keyboard. What cannot be done fails the running test.
+
+/// Marks the running test as failed.
+void userFailed(const QString &message);
+
+/// A widget of a dialog by its object name.
+template <typename Widget>
+Widget *part(const QWidget *dialog, const char *name)
+{
+    auto *widget = dialog->findChild<Widget *>(QString::fromLatin1(name));
+    if (!widget)
+        qFatal("The dialog has no %s", name);
+    return widget;
+}
+
+/// Values of a dialog's inputs by their object names: the text of a combo box, the number in a spin box, the state of a
+/// check box.
+using Inputs = QList<std::pair<const char *, QVariant>>;
+
+/// Enters them: by keys, and check boxes by the mouse.
+void fill(QWidget *dialog, const Inputs &values);
+/// What the dialog shows in these inputs.
+Inputs shown(const QWidget *dialog, const Inputs &inputs);
+
+/// Clicks a button of the dialog's "buttonBox".
+void press(QWidget *dialog, QDialogButtonBox::StandardButton button);
+
+/// The item's context menu, opened by the right mouse button in the middle of the item; null if none opens.
+QMenu *openContextMenu(WMainWindow &window, DocumentItem *item);
+/// Clicks the entry of this text. For a submenu: opens it, and returns it.
+QMenu *clickEntry(QMenu *menu, const QString &text);
+/// Opens the item's context menu and clicks through it.
+void choose(WMainWindow &window, DocumentItem *item, const QStringList &path);

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "io/readers/SpectrumReader.h"
+
+#include "io/readers/BrukerReader.h"
+#include "io/readers/CsvSpectrumReader.h"
+#include "io/readers/JcampReader.h"
+#include "io/readers/ReaderText.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+/// Enough to tell one format from another; empty when the file cannot be read.
+QByteArray startOf(const QString &path)
+{
+    constexpr qint64 length = 1 << 16;
+    QFile file(path);
+    return QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly) ? file.read(length) : QByteArray();
+}
+
+} // namespace
+
+ExperimentalSpectrum openExperimentalSpectrum(const QString &path)
+{
+    if (BrukerReader::recognises(path))
+        return BrukerReader::read(path);
+    const QByteArray start = startOf(path);
+    if (JcampReader::recognises(start))
+        return JcampReader::read(path);
+    if (start.contains('\0')) {
+        ReaderText::fail(path,
+                         ReaderText::tr("this is no spectrum that can be read: expected a Bruker folder or its file "
+                                        "1r or 2rr, a JCAMP-DX file or comma-separated text"));
+    }
+    return CsvSpectrumReader::read(path);
+}
