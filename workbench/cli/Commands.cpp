@@ -114,10 +114,9 @@ CommandRun prepareSimulate(const CommandLine &line)
 void stackWithExperiment(Simulation &simulation, const QString &file, const SimulateOptions &options,
                          const QString &experiment)
 {
-    const auto peaks = PeakListFile::read(experiment, options.twoDimensional ? 2 : 1);
     simulation.readFile(file, options.isotopes);
     simulation.run(options);
-    simulation.addExperiment(peaks, QFileInfo(experiment).fileName());
+    simulation.addExperiment(experiment);
 }
 
 CommandRun prepareFit(const CommandLine &line)

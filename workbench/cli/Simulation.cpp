@@ -8,12 +8,14 @@
 #include "host/MainScene.h"
 #include "host/NucleusTables.h"
 #include "host/WMainWindow.h"
+#include "io/ExperimentFile.h"
 #include "io/TableExport.h"
 #include "items/NmrData.h"
 #include "items/NmrItem.h"
 #include "items/TableItem.h"
 #include "support/MetaTypes.h"
 
+#include <QFileInfo>
 #include <QMetaMethod>
 #include <QSettings>
 
@@ -21,6 +23,7 @@ namespace {
 
 /// The fewest points that the plug-in offers, for spectra that are only made to see their axes.
 constexpr int draftPoints = 128;
+constexpr const char *pointKeys[] = {"pts", "ptsF2", "ptsF1"};
 
 /// What the plug-in takes when there is nothing else, F2 and F1.
 constexpr double defaultLineWidth[2] = {30, 1};
@@ -57,7 +60,7 @@ void writeSettings(const SimulateOptions &options)
     settings.setValue(key("specType"), options.twoDimensional ? 1 : 0);
     settings.setValue(key("avIdx"), options.averaging);
     settings.setValue(key("correlation"), options.correlation);
-    for (const char *points : {"pts", "ptsF2", "ptsF1"})
+    for (const char *points : pointKeys)
         settings.setValue(key(points), draftPoints);
     settings.setValue(key("ref"), givenByNucleus(options, &DimensionOptions::reference));
     settings.setValue(key("slope"), givenByNucleus(options, &DimensionOptions::slope));
@@ -79,6 +82,12 @@ void setRangesAndShifts(QVariantHash &parameters, const SimulateOptions &options
         }
     }
     parameters.insert(key("qShift"), QVariant::fromValue(shifts));
+}
+
+void setDraftPoints(QVariantHash &parameters)
+{
+    for (const char *points : pointKeys)
+        parameters.insert(key(points), draftPoints);
 }
 
 int pointsOf(const SimulateOptions &options, int dimension)
@@ -161,7 +170,7 @@ void Simulation::callSlot(QObject *object, const char *slot)
 void Simulation::run(const SimulateOptions &options)
 {
     checkSites(options);
-    m_twoDimensional = options.twoDimensional;
+    m_options = options;
     writeSettings(options);
     NmrItem *before = m_host.scene().currentNmrItem();
     callSlot(m_table->table(), "createSpectrum()");
@@ -172,17 +181,25 @@ void Simulation::run(const SimulateOptions &options)
 
     QVariantHash wanted = parameters();
     setRangesAndShifts(wanted, options);
-    if (options.twoDimensional) {
-        update(wanted);
-        wanted.insert(key("lw"), missingLineWidths(options, wanted));
-    }
-    setPoints(wanted, options);
-    update(wanted);
+    generate(wanted);
     m_log.takeInformation();
 }
 
-QVariantMap Simulation::missingLineWidths(const SimulateOptions &options, const QVariantHash &wanted) const
+void Simulation::generate(QVariantHash wanted)
 {
+    if (m_options.twoDimensional) {
+        // How wide the axes are shows once there is a spectrum.
+        setDraftPoints(wanted);
+        update(wanted);
+        wanted.insert(key("lw"), missingLineWidths(wanted));
+    }
+    setPoints(wanted, m_options);
+    update(wanted);
+}
+
+QVariantMap Simulation::missingLineWidths(const QVariantHash &wanted) const
+{
+    const SimulateOptions &options = m_options;
     const auto widths = data().entry(m_entry).value(key("SpecInfo")).toMap().value(key("SW")).value<DoubleVector>();
     const QVariantMap given = givenByNucleus(options, &DimensionOptions::lineWidth);
     QVariantMap needed;
@@ -240,17 +257,25 @@ QString Simulation::lineWidths() const
         const QString text = QStringLiteral("%1 Hz (%2)").arg(widths.value(nucleus).toDouble()).arg(nucleus);
         if (!texts.contains(text))
             texts.append(text);
-        if (!m_twoDimensional)
+        if (!m_options.twoDimensional)
             break;
     }
     return texts.join(QLatin1String(", "));
 }
 
-void Simulation::addExperiment(const std::vector<PeakListFile::Peak> &peaks, const QString &name)
+void Simulation::addExperiment(const QString &fileName)
 {
-    data().addEntry({{key("Peaks"), PeakListFile::toPeakMap(peaks)}}, name);
+    data().addEntry(ExperimentFile::read(fileName, data().spectrum(m_entry)), QFileInfo(fileName).fileName());
     // The commands of the plug-in work on the simulated entry.
     data().setActiveEntryId(m_entry);
+}
+
+QString Simulation::autoReference()
+{
+    const QString text = report("autoRef()");
+    generate(parameters());
+    m_log.takeInformation();
+    return text;
 }
 
 QString Simulation::report(const char *slot)

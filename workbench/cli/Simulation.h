@@ -2,7 +2,6 @@
 #pragma once
 
 #include "cli/SimulateOptions.h"
-#include "io/PeakListFile.h"
 
 #include <QPointer>
 #include <QUuid>
@@ -39,17 +38,21 @@ public:
     /// "30 Hz (13C)", per dimension.
     QString lineWidths() const;
 
-    void addExperiment(const std::vector<PeakListFile::Peak> &peaks, const QString &name);
-    /// The plug-in's reports.
-    QString autoReference() { return report("autoRef()"); }
+    /// A peak list, or a spectrum of which the peaks are picked.
+    void addExperiment(const QString &fileName);
+    /// The plug-in's report. The spectrum is then made anew with the fitted reference: ranges that the user has not
+    /// given follow it.
+    QString autoReference();
     QString rmsd() { return report("calcRmsd()"); }
 
 private:
     void checkSites(const SimulateOptions &options) const;
     void callSlot(QObject *object, const char *slot);
     QString report(const char *slot);
+    /// Makes the spectrum from the parameters, with the points of the options and the line widths that they need.
+    void generate(QVariantHash parameters);
     void update(const QVariantHash &parameters);
-    QVariantMap missingLineWidths(const SimulateOptions &options, const QVariantHash &parameters) const;
+    QVariantMap missingLineWidths(const QVariantHash &parameters) const;
 
     HostApplication &m_host;
     MessageLog &m_log;
@@ -58,5 +61,5 @@ private:
     QPointer<TableItem> m_table;
     QPointer<NmrItem> m_item;
     QUuid m_entry;
-    bool m_twoDimensional = false;
+    SimulateOptions m_options;
 };

@@ -5,6 +5,7 @@
 #include "host/MainScene.h"
 #include "host/NucleusTables.h"
 #include "host/PluginManager.h"
+#include "host/UndoRecorder.h"
 #include "host/WMainWindow.h"
 #include "support/MetaTypes.h"
 
@@ -20,6 +21,8 @@ HostApplication::HostApplication(bool headless)
     qApp->setProperty("fileFilters", QVariant::fromValue<QObject *>(m_filters.get()));
     qApp->setProperty("nmrDataTables", QVariant::fromValue<QObject *>(m_tables.get()));
     m_window->setPluginManager(m_plugins.get());
+    if (!headless)
+        new UndoRecorder(m_window->scene());
 }
 
 HostApplication::~HostApplication()

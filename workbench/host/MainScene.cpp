@@ -3,69 +3,24 @@
 
 #include "host/DataEngine.h"
 #include "host/PageLayout.h"
+#include "host/UndoCommands.h"
 #include "items/MoleculeItem.h"
 #include "items/NmrData.h"
 #include "items/NmrItem.h"
 #include "items/TableItem.h"
 
+#include <QApplication>
 #include <QGraphicsSceneContextMenuEvent>
 #include <QGraphicsSceneMouseEvent>
-#include <QUndoCommand>
+#include <QGraphicsView>
+#include <QKeyEvent>
+#include <QMenu>
 #include <QUndoStack>
 
 namespace {
 
-/// While the item is off the page it belongs to the command.
-class RemoveItemCommand : public QUndoCommand {
-public:
-    RemoveItemCommand(MainScene *scene, DocumentItem *item)
-        : QUndoCommand(MainScene::tr("Delete %1").arg(item->title())), m_scene(scene), m_item(item)
-    {
-    }
-    ~RemoveItemCommand() override
-    {
-        if (m_item && !m_item->scene())
-            delete m_item;
-    }
-    void redo() override
-    {
-        if (m_item)
-            m_scene->detach(m_item);
-    }
-    void undo() override
-    {
-        if (m_item)
-            m_scene->attach(m_item);
-    }
-
-private:
-    MainScene *m_scene;
-    QPointer<DocumentItem> m_item;
-};
-
-class MoveItemCommand : public QUndoCommand {
-public:
-    MoveItemCommand(MainScene *scene, DocumentItem *item, const QRectF &before, const QRectF &after)
-        : QUndoCommand(MainScene::tr("Move %1").arg(item->title())), m_scene(scene), m_item(item), m_before(before),
-          m_after(after)
-    {
-    }
-    void redo() override { move(m_after); }
-    void undo() override { move(m_before); }
-
-private:
-    void move(const QRectF &geometry)
-    {
-        if (m_item)
-            m_item->setGeometry(geometry);
-        m_scene->updatePages();
-    }
-
-    MainScene *m_scene;
-    QPointer<DocumentItem> m_item;
-    QRectF m_before;
-    QRectF m_after;
-};
+/// Each may hold a spectrum of before.
+constexpr int mostUndoSteps = 100;
 
 bool isTwoDimensional(const QVariantMap &spectrum)
 {
@@ -80,9 +35,15 @@ MainScene::MainScene(DataEngine *data, QObject *parent)
 {
     setObjectName(QStringLiteral("mainScene"));
     m_undoStack->setObjectName(QStringLiteral("sceneUndoStack"));
+    m_undoStack->setUndoLimit(mostUndoSteps);
     // Few and large items that move seldom: an index would only cost.
     setItemIndexMethod(NoIndex);
     updatePages();
+    connect(this, &QGraphicsScene::focusItemChanged, this, [this](QGraphicsItem *focused) {
+        // Without focus, as under an open menu, the active item stays what it is.
+        if (DocumentItem *item = documentItemOf(focused))
+            setActiveItem(item);
+    });
 }
 
 MainScene::~MainScene()
@@ -185,10 +146,17 @@ void MainScene::setActiveItem(QGraphicsWidget *item)
 {
     if (auto *nmr = qobject_cast<NmrItem *>(item))
         m_currentNmr = nmr;
+    if (auto *table = qobject_cast<TableItem *>(item))
+        m_currentTable = table;
     if (m_active == item)
         return;
+    if (auto *before = qobject_cast<DocumentItem *>(m_active))
+        before->setCurrent(false);
     m_active = item;
-    update();
+    if (auto *document = qobject_cast<DocumentItem *>(item))
+        document->setCurrent(true);
+    if (item && documentItemOf(focusItem()) != item)
+        item->setFocus();
     Q_EMIT activeItemChanged(item);
 }
 
@@ -197,9 +165,14 @@ NmrItem *MainScene::currentNmrItem() const
     return m_currentNmr;
 }
 
+TableItem *MainScene::currentTableItem() const
+{
+    return m_currentTable;
+}
+
 void MainScene::removeWithUndo(DocumentItem *item)
 {
-    m_undoStack->push(new RemoveItemCommand(this, item));
+    m_undoStack->push(new ItemPresenceCommand(this, item, ItemPresenceCommand::Removed));
 }
 
 void MainScene::attach(DocumentItem *item)
@@ -212,30 +185,35 @@ void MainScene::attach(DocumentItem *item)
 void MainScene::detach(DocumentItem *item)
 {
     removeItem(item);
-    if (m_currentNmr == item) {
-        m_currentNmr = nullptr;
-        for (DocumentItem *other : documentItems()) {
-            if (auto *nmr = qobject_cast<NmrItem *>(other))
-                m_currentNmr = nmr;
-        }
-    }
+    replaceCurrent(m_currentNmr, item);
+    replaceCurrent(m_currentTable, item);
     if (m_active == item)
         setActiveItem(nullptr);
     updatePages();
+}
+
+template <typename Item> void MainScene::replaceCurrent(QPointer<Item> &current, const DocumentItem *going) const
+{
+    if (current != going)
+        return;
+    current = nullptr;
+    for (DocumentItem *other : documentItems()) {
+        if (auto *same = qobject_cast<Item *>(other))
+            current = same;
+    }
 }
 
 QGraphicsWidget *MainScene::place(DocumentItem *item, const QRectF &rect, bool activate)
 {
     addItem(item);
     item->setGeometry(rect);
-    connect(item, &DocumentItem::geometryEdited, this, [this, item](const QRectF &before, const QRectF &after) {
-        m_undoStack->push(new MoveItemCommand(this, item, before, after));
-    });
     updatePages();
     Q_EMIT itemAdded(item);
-    // The current NMR item is the one made last, whatever is active.
+    // The current NMR item and table are the ones made last, whatever is active.
     if (auto *nmr = qobject_cast<NmrItem *>(item))
         m_currentNmr = nmr;
+    if (auto *table = qobject_cast<TableItem *>(item))
+        m_currentTable = table;
     if (activate)
         setActiveItem(item);
     return item;
@@ -262,11 +240,79 @@ void MainScene::mousePressEvent(QGraphicsSceneMouseEvent *event)
     QGraphicsScene::mousePressEvent(event);
 }
 
+bool MainScene::focusNextPrevChild(bool next)
+{
+    QList<DocumentItem *> order = documentItems();
+    if (order.isEmpty())
+        return QGraphicsScene::focusNextPrevChild(next);
+    std::stable_sort(order.begin(), order.end(), [](const DocumentItem *a, const DocumentItem *b) {
+        return std::make_pair(a->y(), a->x()) < std::make_pair(b->y(), b->x());
+    });
+    const qsizetype now = order.indexOf(qobject_cast<DocumentItem *>(m_active));
+    const qsizetype from = now < 0 && !next ? 0 : now;
+    DocumentItem *item = order.at((from + (next ? 1 : -1) + order.size()) % order.size());
+    setActiveItem(item);
+    showInViews(item);
+    return true;
+}
+
+void MainScene::showInViews(const DocumentItem *item) const
+{
+    for (QGraphicsView *view : views())
+        view->ensureVisible(item, 0, 0);
+}
+
+void MainScene::openMenu(DocumentItem *item)
+{
+    setActiveItem(item);
+    QMenu *menu = item->contextMenu();
+    if (menu->isEmpty() || views().isEmpty())
+        return;
+    showInViews(item);
+    const QGraphicsView *view = views().constFirst();
+    const QRect shown = view->viewport()->rect() & view->mapFromScene(item->mapToScene(item->contentRect())).boundingRect();
+    menu->popup(view->viewport()->mapToGlobal(shown.topLeft()));
+    const QList<QAction *> actions = menu->actions();
+    const auto first = std::find_if(actions.cbegin(), actions.cend(), [](const QAction *action) {
+        return action->isEnabled() && action->isVisible() && !action->isSeparator();
+    });
+    if (first != actions.cend())
+        menu->setActiveAction(*first);
+}
+
+void MainScene::keyPressEvent(QKeyEvent *event)
+{
+    const bool plain = !(event->modifiers() & ~Qt::KeypadModifier);
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const bool isMenu = event->key() == Qt::Key_Menu
+        || (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier);
+    auto *item = qobject_cast<DocumentItem *>(m_active);
+    if (item && (isMenu || (isEnter && plain))) {
+        event->accept();
+        return openMenu(item);
+    }
+    // Widgets inside of items, too, leave the Tab key to the page.
+    if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab) {
+        event->setAccepted(focusNextPrevChild(event->key() == Qt::Key_Tab));
+        return;
+    }
+    QGraphicsScene::keyPressEvent(event);
+}
+
 void MainScene::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
 {
-    DocumentItem *item = documentItemOf(itemAt(event->scenePos(), QTransform()));
+    const bool byKey = event->reason() == QGraphicsSceneContextMenuEvent::Keyboard;
+    DocumentItem *item = byKey ? qobject_cast<DocumentItem *>(m_active)
+                               : documentItemOf(itemAt(event->scenePos(), QTransform()));
     if (!item)
         return QGraphicsScene::contextMenuEvent(event);
+    if (byKey) {
+        event->accept();
+        // Some platforms send the key as well, which has opened the menu already.
+        if (!QApplication::activePopupWidget())
+            openMenu(item);
+        return;
+    }
     // Plug-ins' menu commands work on the active item, so it must be that before it shows its menu. The menu is the
     // item's wherever the mouse is; widgets inside it would swallow the event.
     setActiveItem(item);

@@ -11,9 +11,11 @@ class DataEngine;
 class DocumentItem;
 class NmrItem;
 class QUndoStack;
+class TableItem;
 
 /// The document: a stack of A4 pages with molecule, table and NMR items, and the custom data of plug-ins behind them.
-/// One item is active (the one last made or clicked); the NMR item that was active last is the current one.
+/// One item is active: the one last made or clicked, or reached with the Tab key. It has the keyboard. The NMR item that
+/// was active last is the current one, and so is the table. Enter, the menu key and Shift+F10 open the active item's menu.
 class MainScene : public QGraphicsScene {
     Q_OBJECT
 public:
@@ -45,6 +47,10 @@ public:
     void setActiveItem(QGraphicsWidget *item);
     /// Null when there is none.
     NmrItem *currentNmrItem() const;
+    TableItem *currentTableItem() const;
+
+    /// Opens the item's context menu as the keyboard does: at the item, on its first entry.
+    void openMenu(DocumentItem *item);
 
     QUndoStack *undoStack() const { return m_undoStack; }
     /// Takes the item off the page; undoable.
@@ -60,17 +66,23 @@ Q_SIGNALS:
     void itemAdded(DocumentItem *item);
 
 protected:
+    bool focusNextPrevChild(bool next) override;
+    void keyPressEvent(QKeyEvent *event) override;
     void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
     void contextMenuEvent(QGraphicsSceneContextMenuEvent *event) override;
 
 private:
     QGraphicsWidget *place(DocumentItem *item, const QRectF &rect, bool activate);
     bool isFree(const QRectF &rect) const;
+    /// Another one of the same kind takes the place of the current one that goes.
+    template <typename Item> void replaceCurrent(QPointer<Item> &current, const DocumentItem *going) const;
+    void showInViews(const DocumentItem *item) const;
 
     DataEngine *m_data;
     QUndoStack *m_undoStack;
     QPointer<QGraphicsWidget> m_active;
     QPointer<NmrItem> m_currentNmr;
+    QPointer<TableItem> m_currentTable;
     QPointer<DocumentItem> m_lastMolecule;
     QRectF m_lastStructureRow;
 };

@@ -6,12 +6,15 @@
 #include "host/MainScene.h"
 #include "host/MainView.h"
 #include "host/PluginManager.h"
+#include "host/StackMenu.h"
+#include "io/ExperimentFile.h"
 #include "io/OutputFiles.h"
 #include "io/PageExport.h"
 #include "items/DocumentItem.h"
 #include "items/NmrData.h"
 #include "items/NmrItem.h"
 #include "items/NmrPlot.h"
+#include "items/TableItem.h"
 #include "host/Elision.h"
 
 #include <QApplication>
@@ -27,7 +30,8 @@
 
 WMainWindow::WMainWindow(FileFilterRegistry *filters)
     : m_filters(filters), m_data(new DataEngine(this)), m_scene(new MainScene(m_data, this)),
-      m_view(new MainView(m_scene, this)), m_nmrContextMenu(new QMenu(this)), m_itemMenu(new QMenu(this))
+      m_view(new MainView(m_scene, this)), m_nmrContextMenu(new QMenu(this)), m_itemMenu(new QMenu(this)),
+      m_stackMenu(new StackMenu(m_scene, this))
 {
     setObjectName(QStringLiteral("mainWindow"));
     setWindowTitle(tr("Magres Workbench"));
@@ -35,8 +39,10 @@ WMainWindow::WMainWindow(FileFilterRegistry *filters)
     m_data->setObjectName(QStringLiteral("dataEngine"));
     setCentralWidget(m_view);
     connect(m_scene, &MainScene::itemAdded, this, &WMainWindow::addHostMenu);
+    connect(m_stackMenu, &StackMenu::reported, this, [this](const QString &text) { statusBar()->showMessage(text); });
     createMenus();
     resize(1100, 900);
+    m_view->setFocus();
 }
 
 WMainWindow::~WMainWindow()
@@ -100,16 +106,23 @@ WMainWindow::ReadResult WMainWindow::readFile(const QString &fileName)
 
 void WMainWindow::openFiles(const QStringList &fileNames)
 {
-    for (const QString &fileName : fileNames) {
-        try {
-            const QList<QGraphicsWidget *> items = readFile(fileName).items;
-            if (!items.isEmpty())
-                m_view->ensureVisible(items.constFirst());
-            statusBar()->showMessage(tr("%1 is open").arg(QFileInfo(fileName).fileName()), 5000);
-        } catch (const std::exception &error) {
-            QMessageBox::critical(this, tr("%1 cannot be opened").arg(QFileInfo(fileName).fileName()),
-                                  tr("%1\n\n%2").arg(fileName, elided(QString::fromUtf8(error.what()))));
-        }
+    for (const QString &fileName : fileNames)
+        openPath(fileName, nullptr);
+}
+
+void WMainWindow::openPath(const QString &path, NmrItem *onto)
+{
+    try {
+        const bool forPlugin = QFileInfo(path).isFile() && m_filters->matching(path);
+        if (!forPlugin && ExperimentFile::isExperiment(path))
+            return m_stackMenu->addExperiment(path, onto);
+        const QList<QGraphicsWidget *> items = readFile(path).items;
+        if (!items.isEmpty())
+            m_view->ensureVisible(items.constFirst());
+        statusBar()->showMessage(tr("%1 is open").arg(QFileInfo(path).fileName()), 5000);
+    } catch (const std::exception &error) {
+        QMessageBox::critical(this, tr("%1 cannot be opened").arg(QFileInfo(path).fileName()),
+                              tr("%1\n\n%2").arg(path, elided(QString::fromUtf8(error.what()))));
     }
 }
 
@@ -127,9 +140,17 @@ void WMainWindow::dropEvent(QDropEvent *event)
             files.append(url.toLocalFile());
     }
     event->acceptProposedAction();
+    const QPointF scenePos = m_view->mapToScene(m_view->mapFrom(this, event->position().toPoint()));
+    auto *under = MainScene::documentItemOf(m_scene->itemAt(scenePos, QTransform()));
+    const QPointer<NmrItem> onto = qobject_cast<NmrItem *>(under);
     // After the drop has ended: a message box inside would block the program that the file comes from.
     QMetaObject::invokeMethod(
-        this, [this, files] { openFiles(files); }, Qt::QueuedConnection);
+        this,
+        [this, files, onto] {
+            for (const QString &file : files)
+                openPath(file, onto);
+        },
+        Qt::QueuedConnection);
 }
 
 void WMainWindow::createMenus()
@@ -140,6 +161,21 @@ void WMainWindow::createMenus()
     file->addSeparator();
     file->addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);
 
+    createEditMenu();
+    createItemMenu(tr("&Spectrum"), [this] { return m_scene->currentNmrItem(); }, tr("No spectrum on the page"));
+    createItemMenu(tr("&Table"), [this] { return m_scene->currentTableItem(); }, tr("No table on the page"));
+
+    QMenu *viewMenu = menuBar()->addMenu(tr("&View"));
+    viewMenu->addAction(tr("Zoom &In"), QKeySequence::ZoomIn, this, [this] { m_view->zoom(1.25); });
+    viewMenu->addAction(tr("Zoom &Out"), QKeySequence::ZoomOut, this, [this] { m_view->zoom(0.8); });
+    viewMenu->addAction(tr("&Page Width"), QKeySequence(tr("Ctrl+0")), m_view, &MainView::fitPageWidth);
+
+    QMenu *help = menuBar()->addMenu(tr("&Help"));
+    help->addAction(tr("&About and Plug-ins..."), this, &WMainWindow::showAbout);
+}
+
+void WMainWindow::createEditMenu()
+{
     QMenu *edit = menuBar()->addMenu(tr("&Edit"));
     QAction *undo = m_scene->undoStack()->createUndoAction(this);
     undo->setShortcut(QKeySequence::Undo);
@@ -152,20 +188,33 @@ void WMainWindow::createMenus()
     const auto enable = [this, remove] { remove->setEnabled(m_scene->activeItem() != nullptr); };
     connect(m_scene, &MainScene::activeItemChanged, this, enable);
     enable();
+}
 
-    QMenu *viewMenu = menuBar()->addMenu(tr("&View"));
-    viewMenu->addAction(tr("Zoom &In"), QKeySequence::ZoomIn, this, [this] { m_view->zoom(1.25); });
-    viewMenu->addAction(tr("Zoom &Out"), QKeySequence::ZoomOut, this, [this] { m_view->zoom(0.8); });
-    viewMenu->addAction(tr("&Page Width"), QKeySequence(tr("Ctrl+0")), m_view, &MainView::fitPageWidth);
-
-    QMenu *help = menuBar()->addMenu(tr("&Help"));
-    help->addAction(tr("&About and Plug-ins..."), this, &WMainWindow::showAbout);
+void WMainWindow::createItemMenu(const QString &title, const std::function<DocumentItem *()> &current,
+                                 const QString &ifNone)
+{
+    QMenu *menu = menuBar()->addMenu(title);
+    // A menu bar passes over menus that are empty.
+    menu->addAction(ifNone)->setEnabled(false);
+    connect(menu, &QMenu::aboutToShow, this, [this, menu, current, ifNone] {
+        menu->clear();
+        DocumentItem *item = current();
+        if (!item) {
+            menu->addAction(ifNone)->setEnabled(false);
+            return;
+        }
+        // Plug-ins' commands work on the active item.
+        m_scene->setActiveItem(item);
+        menu->addActions(item->contextMenu()->actions());
+    });
 }
 
 void WMainWindow::addHostMenu(DocumentItem *item)
 {
-    if (qobject_cast<NmrItem *>(item))
+    if (qobject_cast<NmrItem *>(item)) {
         item->addContextMenu(m_nmrContextMenu);
+        item->addContextMenu(m_stackMenu);
+    }
     item->addContextMenu(m_itemMenu);
 }
 

@@ -5,12 +5,16 @@
 #include <QMainWindow>
 #include <QMenu>
 
+#include <functional>
+
 class DataEngine;
 class DocumentItem;
 class FileFilterRegistry;
 class MainScene;
 class MainView;
+class NmrItem;
 class PluginManager;
+class StackMenu;
 
 /// The window, and the object through which plug-ins find the rest of the host. Headless hosts have it too and never
 /// show it.
@@ -61,6 +65,11 @@ protected:
 
 private:
     void createMenus();
+    void createEditMenu();
+    /// A menu of the menu bar with whatever the current item of a kind offers in its context menu.
+    void createItemMenu(const QString &title, const std::function<DocumentItem *()> &current, const QString &ifNone);
+    /// A measured spectrum goes onto the item, or the current one when that is null.
+    void openPath(const QString &path, NmrItem *onto);
     void chooseFiles();
     void exportPage();
     void deleteActiveItem();
@@ -74,5 +83,6 @@ private:
     MainView *m_view;
     QMenu *m_nmrContextMenu;
     QMenu *m_itemMenu;
+    StackMenu *m_stackMenu;
     QString m_lastDirectory;
 };

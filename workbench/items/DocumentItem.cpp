@@ -14,15 +14,16 @@ namespace {
 
 constexpr qreal titleHeight = 22;
 constexpr qreal gripSize = 13;
+constexpr qreal frameWidth = 2; // room for the frame of the current item
 const QSizeF smallestSize(120, 80);
 
 // The page is white whatever the desktop's palette.
 const QColor frameColor(0xb8, 0xbe, 0xc6);
-const QColor selectedFrameColor(0x1f, 0x6f, 0xb5);
+const QColor currentFrameColor(0x1f, 0x6f, 0xb5);
 const QColor titleBarColor(0xf1, 0xf3, 0xf6);
 const QColor titleColor(0x24, 0x2c, 0x36);
 
-/// The lower right corner of a selected item, above its content, by which it is resized.
+/// The lower right corner of the current item, above its content, by which it is resized.
 class ResizeGrip : public QGraphicsItem {
 public:
     explicit ResizeGrip(DocumentItem *item) : QGraphicsItem(item), m_item(item)
@@ -40,7 +41,7 @@ public:
             return;
         painter->setRenderHint(QPainter::Antialiasing);
         painter->setPen(Qt::NoPen);
-        painter->setBrush(selectedFrameColor);
+        painter->setBrush(currentFrameColor);
         painter->drawPolygon(QPolygonF{{0, 0}, {-gripSize, 0}, {0, -gripSize}});
     }
 
@@ -75,9 +76,8 @@ DocumentItem::DocumentItem(const QUuid &id, QGraphicsItem *parent)
     : QGraphicsWidget(parent), m_id(id.isNull() ? QUuid::createUuid() : id)
 {
     m_grip = new ResizeGrip(this);
-    setFlag(ItemIsSelectable);
     setFlag(ItemClipsChildrenToShape);
-    setFocusPolicy(Qt::ClickFocus);
+    setFocusPolicy(Qt::StrongFocus);
     setMinimumSize(smallestSize);
 }
 
@@ -92,9 +92,16 @@ void DocumentItem::setTitle(const QString &title)
     Q_EMIT titleChanged(title);
 }
 
+void DocumentItem::setCurrent(bool current)
+{
+    m_current = current;
+    m_grip->setVisible(current);
+    update();
+}
+
 QRectF DocumentItem::contentRect() const
 {
-    return rect().adjusted(1, titleHeight + 1, -1, -1);
+    return rect().adjusted(frameWidth, titleHeight + 1, -frameWidth, -frameWidth);
 }
 
 QList<DocumentItem *> DocumentItem::linkedItems() const
@@ -171,9 +178,14 @@ void DocumentItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QW
     const QRectF bar(rect().topLeft(), QSizeF(rect().width(), titleHeight));
     if (!pageOutput)
         painter->fillRect(bar, titleBarColor);
-    painter->setPen(QPen(isSelected() && !pageOutput ? selectedFrameColor : frameColor, 1));
+    painter->setPen(QPen(frameColor, 1));
     painter->drawLine(bar.bottomLeft(), bar.bottomRight());
-    painter->drawRect(rect().adjusted(0.5, 0.5, -0.5, -0.5));
+    const bool marked = m_current && !pageOutput;
+    const qreal width = marked ? frameWidth : 1;
+    QPen framePen(marked ? currentFrameColor : frameColor, width);
+    framePen.setJoinStyle(Qt::MiterJoin);
+    painter->setPen(framePen);
+    painter->drawRect(rect().adjusted(width / 2, width / 2, -width / 2, -width / 2));
 
     // Sizes in pixels: points would follow the resolution of the paint device and not the page's scale.
     QFont titleFont = font();
@@ -222,13 +234,6 @@ void DocumentItem::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
 bool DocumentItem::isTitleBar(const QPointF &pos) const
 {
     return pos.y() < titleHeight;
-}
-
-QVariant DocumentItem::itemChange(GraphicsItemChange change, const QVariant &value)
-{
-    if (change == ItemSelectedHasChanged)
-        m_grip->setVisible(value.toBool());
-    return QGraphicsWidget::itemChange(change, value);
 }
 
 void DocumentItem::mousePressEvent(QGraphicsSceneMouseEvent *event)

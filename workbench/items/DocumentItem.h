@@ -28,6 +28,10 @@ public:
     QRectF contentRect() const;
     QList<DocumentItem *> linkedItems() const;
 
+    /// The current item of a document has a strong frame and can be resized.
+    bool isCurrent() const { return m_current; }
+    void setCurrent(bool current);
+
     /// Links this item and the other, both ways. Objects that are no document items are ignored.
     Q_INVOKABLE void linkObject(QObject *other);
     /// Hands a message map to every linked item. What they send back meanwhile does not reach this item, so that an
@@ -55,7 +59,6 @@ protected:
     virtual void layoutContent(const QRectF &content);
     virtual void fillContextMenu(QMenu *menu);
 
-    QVariant itemChange(GraphicsItemChange change, const QVariant &value) override;
     void resizeEvent(QGraphicsSceneResizeEvent *event) override;
     void contextMenuEvent(QGraphicsSceneContextMenuEvent *event) override;
     void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
@@ -72,6 +75,7 @@ private:
     QList<QPointer<QMenu>> m_pluginMenus;
     std::unique_ptr<QMenu> m_menu;
     bool m_sending = false;
+    bool m_current = false;
     QGraphicsItem *m_grip;
     bool m_moving = false;
     QRectF m_geometryAtPress;

@@ -39,37 +39,40 @@ NmrData::NmrData(QObject *parent) : QObject(parent)
 
 const NmrData::Entry *NmrData::find(const QUuid &id) const
 {
-    const auto it = std::find_if(m_entries.cbegin(), m_entries.cend(), [&](const Entry &e) { return e.id == id; });
-    return it == m_entries.cend() ? nullptr : &*it;
+    const auto it = std::find_if(m_stack.entries.cbegin(), m_stack.entries.cend(), [&](const Entry &e) { return e.id == id; });
+    return it == m_stack.entries.cend() ? nullptr : &*it;
 }
 
 NmrData::Entry *NmrData::find(const QUuid &id)
 {
-    return const_cast<Entry *>(std::as_const(*this).find(id));
+    const auto it = std::find_if(m_stack.entries.begin(), m_stack.entries.end(), [&](const Entry &e) { return e.id == id; });
+    return it == m_stack.entries.end() ? nullptr : &*it;
 }
 
 QList<QUuid> NmrData::entryIds() const
 {
     QList<QUuid> ids;
-    for (const Entry &entry : m_entries)
+    for (const Entry &entry : m_stack.entries)
         ids.append(entry.id);
     return ids;
 }
 
 void NmrData::setActiveEntryId(const QUuid &entry)
 {
-    if (m_activeId == entry || !find(entry))
+    if (m_stack.activeId == entry || !find(entry))
         return;
-    m_activeId = entry;
+    m_stack.activeId = entry;
     Q_EMIT activeEntryChanged(entry);
 }
 
 void NmrData::append(const QUuid &id, const QVariantMap &data, const QString &name)
 {
-    m_entries.append({id, name, data, Spectrum::fromMap(data)});
-    if (m_activeId.isNull())
+    const NmrStack before = m_stack;
+    m_stack.entries.append({id, name, data, Spectrum::fromMap(data)});
+    if (m_stack.activeId.isNull())
         setActiveEntryId(id);
     Q_EMIT entriesChanged();
+    Q_EMIT edited(tr("Add Spectrum"), before);
 }
 
 QUuid NmrData::addEntry(const QVariantMap &data, const QString &name)
@@ -81,16 +84,18 @@ QUuid NmrData::addEntry(const QVariantMap &data, const QString &name)
 
 void NmrData::removeEntry(const QUuid &entry)
 {
-    const auto it = std::find_if(m_entries.cbegin(), m_entries.cend(), [&](const Entry &e) { return e.id == entry; });
-    if (it == m_entries.cend())
+    const auto it = std::find_if(m_stack.entries.cbegin(), m_stack.entries.cend(), [&](const Entry &e) { return e.id == entry; });
+    if (it == m_stack.entries.cend())
         return;
-    const qsizetype place = it - m_entries.cbegin();
-    m_entries.removeAt(place);
-    if (m_activeId == entry) {
-        m_activeId = m_entries.isEmpty() ? QUuid() : m_entries.at(std::min(place, m_entries.size() - 1)).id;
-        Q_EMIT activeEntryChanged(m_activeId);
+    const NmrStack before = m_stack;
+    const qsizetype place = it - m_stack.entries.cbegin();
+    m_stack.entries.removeAt(place);
+    if (m_stack.activeId == entry) {
+        m_stack.activeId = m_stack.entries.isEmpty() ? QUuid() : m_stack.entries.at(std::min(place, m_stack.entries.size() - 1)).id;
+        Q_EMIT activeEntryChanged(m_stack.activeId);
     }
     Q_EMIT entriesChanged();
+    Q_EMIT edited(tr("Remove Spectrum"), before);
 }
 
 QVariantMap NmrData::entry(const QUuid &entry) const
@@ -120,16 +125,42 @@ const Spectrum &NmrData::spectrum(const QUuid &entry) const
     return found ? found->spectrum : none;
 }
 
+const Spectrum &NmrData::shownSpectrum() const
+{
+    const Spectrum &active = spectrum(activeEntryId());
+    if (!active.isEmpty())
+        return active;
+    const auto it = std::find_if(m_stack.entries.cbegin(), m_stack.entries.cend(),
+                                 [](const Entry &entry) { return !entry.spectrum.isEmpty(); });
+    return it == m_stack.entries.cend() ? active : it->spectrum;
+}
+
 void NmrData::insertSpectrum(QUuid entry, QVariantMap data)
 {
-    Entry *found = find(entry);
-    if (!found) {
+    if (!find(entry)) {
         append(entry.isNull() ? QUuid::createUuid() : entry, data, QString());
         return;
     }
+    const NmrStack before = m_stack;
+    Entry *found = find(entry);
     found->data = data;
     found->spectrum = Spectrum::fromMap(data);
     Q_EMIT entryChanged(entry);
+    Q_EMIT edited(tr("Change Spectrum"), before);
+}
+
+void NmrData::setStack(const NmrStack &stack)
+{
+    const QList<QUuid> idsBefore = entryIds();
+    const QUuid activeBefore = activeEntryId();
+    m_stack = stack;
+    if (entryIds() != idsBefore)
+        Q_EMIT entriesChanged();
+    else
+        for (const QUuid &id : idsBefore)
+            Q_EMIT entryChanged(id);
+    if (activeEntryId() != activeBefore)
+        Q_EMIT activeEntryChanged(activeEntryId());
 }
 
 QVariantHash NmrData::entryOrigParams(QUuid entry, QString format)

@@ -6,6 +6,18 @@
 #include <QObject>
 #include <QVariantHash>
 
+/// A state of a stack. Copies share the spectra, so that keeping one costs next to nothing.
+struct NmrStack {
+    struct Entry {
+        QUuid id;
+        QString name;
+        QVariantMap data;
+        Spectrum spectrum;
+    };
+    QList<Entry> entries;
+    QUuid activeId;
+};
+
 /// The spectra stacked in one NMR item, each with its data map as plug-ins and readers hand it over.
 class NmrData : public QObject {
     Q_OBJECT
@@ -18,7 +30,7 @@ public:
     /// In the order of the stack.
     QList<QUuid> entryIds() const;
     /// Null when there is no entry.
-    QUuid activeEntryId() const { return m_activeId; }
+    QUuid activeEntryId() const { return m_stack.activeId; }
     /// An unknown id changes nothing.
     void setActiveEntryId(const QUuid &entry);
 
@@ -31,8 +43,14 @@ public:
     void setEntryName(const QUuid &entry, const QString &name);
     /// Valid until the entry changes; an empty spectrum for an unknown id.
     const Spectrum &spectrum(const QUuid &entry) const;
+    /// The active spectrum; when that is a mere peak list, the first one with points.
+    const Spectrum &shownSpectrum() const;
     /// Puts a parameter hash where entryOrigParams() finds it.
     void setEntryOrigParams(const QUuid &entry, const QString &format, const QVariantHash &parameters);
+
+    const NmrStack &stack() const { return m_stack; }
+    /// Puts an earlier state back; no edit of its own.
+    void setStack(const NmrStack &stack);
 
     /// Replaces the entry's data; an unknown id becomes a new entry.
     Q_INVOKABLE void insertSpectrum(QUuid entry, QVariantMap data);
@@ -48,19 +66,15 @@ Q_SIGNALS:
     void entriesChanged();
     void entryChanged(const QUuid &entry);
     void activeEntryChanged(const QUuid &entry);
+    /// Entries were added or removed, or the data of one replaced; `what` names the edit for an undo menu.
+    void edited(const QString &what, const NmrStack &before);
 
 private:
-    struct Entry {
-        QUuid id;
-        QString name;
-        QVariantMap data;
-        Spectrum spectrum;
-    };
+    using Entry = NmrStack::Entry;
 
     const Entry *find(const QUuid &id) const;
     Entry *find(const QUuid &id);
     void append(const QUuid &id, const QVariantMap &data, const QString &name);
 
-    QList<Entry> m_entries;
-    QUuid m_activeId;
+    NmrStack m_stack;
 };

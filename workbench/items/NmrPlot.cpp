@@ -77,14 +77,7 @@ QList<PlotEntry> NmrPlot::shownEntries(QString &note) const
 
 int NmrPlot::shownDimensions() const
 {
-    const int active = m_data->spectrum(m_data->activeEntryId()).dimensions();
-    if (active > 0)
-        return active;
-    for (const QUuid &id : m_data->entryIds()) {
-        if (const int dimensions = m_data->spectrum(id).dimensions(); dimensions > 0)
-            return dimensions;
-    }
-    return 1;
+    return std::max(1, m_data->shownSpectrum().dimensions());
 }
 
 void NmrPlot::rebuild()

@@ -39,7 +39,6 @@ private:
     void clear();
     void showNote(const QString &text);
     QList<PlotEntry> shownEntries(QString &note) const;
-    /// Those of the active spectrum; when it is a mere peak list, those of what it lies beside.
     int shownDimensions() const;
 
     QPointer<NmrData> m_data;

@@ -52,7 +52,7 @@ StackedTraces::StackedTraces(QCustomPlot *plot, const QList<PlotEntry> &entries)
     } else {
         PlotStyle::setUpPlainAxis(m_intensity);
         m_intensity->setPadding(4);
-        m_intensity->setLabel(tr("Scaled intensity"));
+        m_intensity->setLabel(tr("Relative intensity"));
     }
     addTraces(entries);
     if (entries.size() > 1) {

@@ -80,6 +80,8 @@ QTableView *makeView(TableModel *model)
     view->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     view->setCornerButtonEnabled(false);
     view->setWordWrap(false);
+    // Tab leads on to the next item of the page.
+    view->setTabKeyNavigation(false);
     view->setGridStyle(Qt::SolidLine);
     view->verticalHeader()->hide();
     view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
@@ -102,6 +104,7 @@ TableItem::TableItem(QObject *table, QGraphicsItem *parent)
     auto *proxy = new TableProxy(this);
     proxy->setWidget(m_view);
     m_proxy = proxy;
+    setFocusProxy(proxy);
 
     connect(m_model, &QAbstractItemModel::modelReset, this, &TableItem::fitColumns);
     callPlugin(table, "tableItem_init(QGraphicsWidget*,QAbstractItemView*,QAbstractItemModel*)",

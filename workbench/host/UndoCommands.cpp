@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "host/UndoCommands.h"
+
+#include "host/MainScene.h"
+#include "items/DocumentItem.h"
+
+ItemPresenceCommand::ItemPresenceCommand(MainScene *scene, DocumentItem *item, Change change)
+    : QUndoCommand((change == Added ? MainScene::tr("Add %1") : MainScene::tr("Delete %1")).arg(item->title())),
+      m_scene(scene), m_item(item), m_change(change)
+{
+}
+
+ItemPresenceCommand::~ItemPresenceCommand()
+{
+    if (m_item && !m_item->scene())
+        delete m_item;
+}
+
+void ItemPresenceCommand::redo()
+{
+    setPresent(m_change == Added);
+}
+
+void ItemPresenceCommand::undo()
+{
+    setPresent(m_change == Removed);
+}
+
+void ItemPresenceCommand::setPresent(bool present)
+{
+    if (!m_item) {
+        setObsolete(true);
+        return;
+    }
+    if (present == (m_item->scene() != nullptr))
+        return;
+    if (present)
+        m_scene->attach(m_item);
+    else
+        m_scene->detach(m_item);
+}
+
+ItemGeometryCommand::ItemGeometryCommand(MainScene *scene, DocumentItem *item, const QRectF &before,
+                                         const QRectF &after)
+    : QUndoCommand(MainScene::tr("Move %1").arg(item->title())), m_scene(scene), m_item(item), m_before(before),
+      m_after(after)
+{
+}
+
+void ItemGeometryCommand::setGeometry(const QRectF &geometry)
+{
+    if (m_item)
+        m_item->setGeometry(geometry);
+    else
+        setObsolete(true);
+    m_scene->updatePages();
+}
+
+StackCommand::StackCommand(NmrData *data, const QString &what, const NmrStack &before)
+    : QUndoCommand(what), m_data(data), m_before(before), m_after(data->stack())
+{
+}
+
+void StackCommand::redo()
+{
+    if (!m_data)
+        setObsolete(true);
+    else if (!m_done)
+        m_data->setStack(m_after);
+    m_done = true;
+}
+
+void StackCommand::undo()
+{
+    m_done = false;
+    if (m_data)
+        m_data->setStack(m_before);
+    else
+        setObsolete(true);
+}

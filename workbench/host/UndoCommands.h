@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "items/NmrData.h"
+
+#include <QPointer>
+#include <QRectF>
+#include <QUndoCommand>
+
+class DocumentItem;
+class MainScene;
+
+/// An item that comes onto the page or goes from it. While it is off the page it belongs to the command.
+class ItemPresenceCommand : public QUndoCommand {
+public:
+    enum Change { Added, Removed };
+
+    /// An added item is on the page already.
+    ItemPresenceCommand(MainScene *scene, DocumentItem *item, Change change);
+    ~ItemPresenceCommand() override;
+
+    void redo() override;
+    void undo() override;
+
+private:
+    void setPresent(bool present);
+
+    MainScene *m_scene;
+    QPointer<DocumentItem> m_item;
+    Change m_change;
+};
+
+/// An item that the user has moved or resized.
+class ItemGeometryCommand : public QUndoCommand {
+public:
+    ItemGeometryCommand(MainScene *scene, DocumentItem *item, const QRectF &before, const QRectF &after);
+
+    void redo() override { setGeometry(m_after); }
+    void undo() override { setGeometry(m_before); }
+
+private:
+    void setGeometry(const QRectF &geometry);
+
+    MainScene *m_scene;
+    QPointer<DocumentItem> m_item;
+    QRectF m_before;
+    QRectF m_after;
+};
+
+/// A stack of spectra that was changed already when the command is made.
+class StackCommand : public QUndoCommand {
+public:
+    StackCommand(NmrData *data, const QString &what, const NmrStack &before);
+
+    void redo() override;
+    void undo() override;
+
+private:
+    QPointer<NmrData> m_data;
+    NmrStack m_before;
+    NmrStack m_after;
+    bool m_done = true;
+};

@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "io/ExperimentFile.h"
+
+#include "io/NumberText.h"
+#include "io/PeakListFile.h"
+#include "io/PeakPicking.h"
+#include "io/readers/BrukerReader.h"
+#include "io/readers/CsvSpectrumReader.h"
+#include "io/readers/ReaderText.h"
+#include "io/readers/SpectrumReader.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+#include <cmath>
+#include <stdexcept>
+
+namespace ExperimentFile {
+
+namespace {
+
+constexpr qsizetype fewestPoints = 32; // of a spectrum without a header
+constexpr qint64 largestTextFile = qint64(512) << 20;
+const QStringList textSuffixes{QStringLiteral("csv"), QStringLiteral("txt")};
+const QStringList spectrumSuffixes{QStringLiteral("jdx"), QStringLiteral("dx"), QStringLiteral("jcamp")};
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("ExperimentFile", text);
+}
+
+[[noreturn]] void fail(const QString &text)
+{
+    throw std::runtime_error(text.toStdString());
+}
+
+/// The lines that hold something, their fields apart.
+QList<QList<QByteArray>> filledLines(const QByteArray &text)
+{
+    QList<QList<QByteArray>> filled;
+    for (ReaderText::Lines lines(ReaderText::view(text)); lines.next();) {
+        const std::string_view line = ReaderText::trimmed(lines.line().substr(0, lines.line().find('#')));
+        if (line.empty())
+            continue;
+        QList<QByteArray> fields = QByteArray(line.data(), qsizetype(line.size())).split(',');
+        for (QByteArray &field : fields)
+            field = field.trimmed();
+        filled.append(fields);
+    }
+    return filled;
+}
+
+std::optional<double> number(const QByteArray &field)
+{
+    return NumberText::parse<double>({field.constData(), size_t(field.size())});
+}
+
+bool isEvenlySpaced(const std::vector<double> &positions)
+{
+    const double step = (positions.back() - positions.front()) / double(positions.size() - 1);
+    for (size_t i = 0; i < positions.size(); ++i) {
+        if (std::abs(positions[i] - positions.front() - step * double(i)) > 0.25 * std::abs(step))
+            return false;
+    }
+    return step != 0;
+}
+
+/// Whole lines from the start of the text, enough to tell what it is.
+QByteArray startOf(const QByteArray &text)
+{
+    constexpr qsizetype enough = 1 << 20;
+    if (text.size() <= enough)
+        return text;
+    const QByteArray start = text.left(enough);
+    return start.left(std::max(start.lastIndexOf('\n'), start.lastIndexOf('\r')));
+}
+
+QString massAndSymbol(const SpectrumAxis &axis)
+{
+    return axis.element.isEmpty() ? QString() : QString::number(axis.massNumber) + axis.element;
+}
+
+void checkDimensions(qsizetype found, const Spectrum &beside, const QString &path)
+{
+    if (found != beside.dimensions()) {
+        fail(tr("%1 has %2 dimension(s), the spectrum in the plot has %3")
+                 .arg(QFileInfo(path).fileName())
+                 .arg(found)
+                 .arg(beside.dimensions()));
+    }
+}
+
+void matchNuclei(ExperimentalSpectrum &measured, const Spectrum &beside, const QString &path)
+{
+    for (size_t d = 0; d < measured.dimensions.size(); ++d) {
+        const QString there = massAndSymbol(beside.axes[qsizetype(d)]);
+        QString &nucleus = measured.dimensions[d].nucleus;
+        if (nucleus.isEmpty())
+            nucleus = there;
+        if (!there.isEmpty() && nucleus != there) {
+            fail(tr("%1 is a spectrum of %2, the plot shows one of %3")
+                     .arg(QFileInfo(path).fileName(), nucleus, there));
+        }
+    }
+}
+
+std::vector<PeakListFile::Peak> pickedPeaks(const ExperimentalSpectrum &measured)
+{
+    std::vector<PeakListFile::Peak> peaks;
+    const auto &axes = measured.dimensions;
+    if (axes.size() == 2) {
+        for (const PeakPicking::Peak2D &peak : PeakPicking::pick2D(measured.data, axes[0].points))
+            peaks.push_back({axes[0].ppm(peak.column), axes[1].ppm(peak.row), peak.height});
+    } else {
+        for (const PeakPicking::Peak &peak : PeakPicking::pick(measured.data))
+            peaks.push_back({axes[0].ppm(peak.point), 0.0, peak.height});
+    }
+    return peaks;
+}
+
+QVariantMap peakEntry(const std::vector<PeakListFile::Peak> &peaks)
+{
+    return {{QStringLiteral("Peaks"), PeakListFile::toPeakMap(peaks)}};
+}
+
+QVariantMap spectrumEntry(ExperimentalSpectrum measured, const Spectrum &beside, const QString &path)
+{
+    checkDimensions(qsizetype(measured.dimensions.size()), beside, path);
+    matchNuclei(measured, beside, path);
+    const QVariantMap peaks = peakEntry(pickedPeaks(measured));
+    QVariantMap entry = toEntryMap(std::move(measured));
+    entry.insert(peaks);
+    return entry;
+}
+
+bool isText(const QString &path)
+{
+    return QFileInfo(path).isFile() && textSuffixes.contains(QFileInfo(path).suffix().toLower());
+}
+
+} // namespace
+
+QStringList nameFilters()
+{
+    return {tr("Spectra and peak lists (*.csv *.txt *.jdx *.dx *.jcamp 1r 2rr)")};
+}
+
+bool isExperiment(const QString &path)
+{
+    const QString suffix = QFileInfo(path).suffix().toLower();
+    return textSuffixes.contains(suffix) || spectrumSuffixes.contains(suffix) || BrukerReader::recognises(path);
+}
+
+bool isPeakList(const QByteArray &text, int dimensions)
+{
+    const QList<QList<QByteArray>> lines = filledLines(text);
+    if (lines.isEmpty())
+        return true;
+    const bool hasHeader = !number(lines.constFirst().constFirst());
+    if (hasHeader)
+        return !lines.constFirst().constLast().toLower().contains("intensity");
+    std::vector<double> positions;
+    for (const QList<QByteArray> &fields : lines) {
+        const auto position = number(fields.constFirst());
+        if (fields.size() != dimensions + 1 || !position)
+            return true;
+        // Two dimensions come row by row: the first one tells.
+        if (dimensions == 2 && positions.size() > 1 && *position == positions.front())
+            break;
+        positions.push_back(*position);
+    }
+    return qsizetype(positions.size()) < fewestPoints || !isEvenlySpaced(positions);
+}
+
+QVariantMap read(const QString &path, const Spectrum &beside)
+{
+    if (beside.isEmpty())
+        fail(tr("there is no spectrum to put %1 beside").arg(QFileInfo(path).fileName()));
+    if (isText(path)) {
+        const QByteArray text = ReaderText::readFile(path, largestTextFile);
+        if (isPeakList(startOf(text), beside.dimensions()))
+            return peakEntry(PeakListFile::parse(text, path, beside.dimensions()));
+        return spectrumEntry(CsvSpectrumReader::parse(text, path), beside, path);
+    }
+    return spectrumEntry(openExperimentalSpectrum(path), beside, path);
+}
+
+} // namespace ExperimentFile
