@@ -7,7 +7,6 @@
 #include "host/MainView.h"
 #include "host/PluginManager.h"
 #include "host/WMainWindow.h"
-#include "io/PeakListFile.h"
 #include "items/NmrData.h"
 #include "items/NmrItem.h"
 #include "items/TableItem.h"
@@ -124,8 +123,8 @@ void Screenshots::dialogs()
 
 void Screenshots::stack()
 {
-    const auto peaks = PeakListFile::read(QStringLiteral(SAMPLE_DIRECTORY "/paracetamol-13C.csv"), 1);
-    spectrum()->nmrData()->addEntry({{u"Peaks"_s, PeakListFile::toPeakMap(peaks)}}, u"paracetamol-13C"_s);
+    window().openFiles({QStringLiteral(SAMPLE_DIRECTORY "/paracetamol-13C.csv")});
+    QCOMPARE(spectrum()->nmrData()->entryIds().size(), 2);
     takeSpectrum(490, u"stack-before.png"_s);
     m_dialogs.expect(u"New reference"_s, [this](QDialog *box) {
         take(box, u"auto-reference.png"_s);

@@ -25,14 +25,23 @@ TMagresFileFilterPlugin::TMagresFileFilterPlugin()
     addContextMenu();
 }
 
+TMagresFileFilterPlugin::~TMagresFileFilterPlugin()
+{
+    // A host that does not delete the plug-in offers the menu to the end; widgets cannot be deleted any more then.
+    if (QCoreApplication::closingDown())
+        return;
+    for (const QPointer<QObject> &part : m_contextMenu)
+        delete part;
+}
+
 void TMagresFileFilterPlugin::addContextMenu()
 {
-    // The host's menu goes on offering these as long as the application runs: nobody deletes them before.
     auto *edit = new QAction(QStringLiteral("Edit Spectrum..."));
     auto *reference = new QAction(QStringLiteral("Auto reference"));
     auto *rmsd = new QAction(QStringLiteral("RMSD"));
     auto *menu = new QMenu(tr("MAGRES"));
     menu->setIcon(QIcon(QStringLiteral(":/magres_images/magres.svg")));
+    m_contextMenu = {menu, edit, reference, rmsd};
 
     auto *hostMenu = qobject_cast<QMenu *>(mainWindow().property("nmrContextMenu").value<QObject *>());
     if (!hostMenu)

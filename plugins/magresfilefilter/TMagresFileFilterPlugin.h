@@ -8,6 +8,7 @@
 
 #include <QGraphicsWidget>
 #include <QList>
+#include <QPointer>
 #include <QRectF>
 
 /// The plug-in object: what the host calls by name. The work is done by the operations.
@@ -18,6 +19,7 @@ class TMagresFileFilterPlugin : public TPlugin, private MagresCommands
 
 public:
     TMagresFileFilterPlugin();
+    ~TMagresFileFilterPlugin() override;
 
     bool canCreateItem(int itemType) const override;
     QObject *createItem(int itemType) override;
@@ -51,4 +53,5 @@ private:
 
     HostContext m_host;
     WrFileFilters m_fileFilters;
+    QList<QPointer<QObject>> m_contextMenu; ///< the menu and its actions, which nobody else owns
 };

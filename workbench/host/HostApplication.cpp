@@ -27,8 +27,11 @@ HostApplication::HostApplication(bool headless)
 
 HostApplication::~HostApplication()
 {
-    // The plug-ins live on until the application ends, and must not find what is gone.
+    // The plug-ins' items go with the window, then the plug-ins themselves, while their menus can still be deleted. One
+    // that was refused and lives on must not find what is gone.
     m_window.reset();
+    for (const PluginManager::Plugin &plugin : m_plugins->plugins())
+        delete plugin.object;
     for (const char *name : {"fileFilters", "nmrDataTables"})
         qApp->setProperty(name, QVariant());
 }
