@@ -65,7 +65,7 @@ void MoleculeItem::setMolMap(QVariantMap description)
     m_view.setMolecule(Molecule::fromDescription(m_description));
     setSelectedAtoms(selectedAtoms());
     const QString text = formula(m_view.molecule());
-    setTitle(text.isEmpty() ? tr("Molecule without atoms") : tr("Unit cell content: %1").arg(text));
+    setTitle(text.isEmpty() ? tr("Molecule without atoms") : tr("Unit cell: %1").arg(text));
     if (!m_view.molecule().cell && !text.isEmpty())
         setTitle(tr("Molecule: %1").arg(text));
     update();
