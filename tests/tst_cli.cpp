@@ -177,6 +177,69 @@ private Q_SLOTS:
         QVERIFY(finished.output.isEmpty());
     }
 
+    void fitGivesTheSpectrumOfTheFittedReference_data()
+    {
+        QTest::addColumn<QString>("nuclei");
+        QTest::addColumn<QString>("given"); // options of the range
+        QTest::newRow("1D") << "--nucleus 13C"
+                            << "";
+        QTest::newRow("1D, range given") << "--nucleus 13C"
+                                         << "--range 200:-20";
+        QTest::newRow("2D") << "--nucleus 1H --nucleus-f1 13C --points 128 --points-f1 128"
+                            << "";
+        QTest::newRow("2D, one range given") << "--nucleus 1H --nucleus-f1 13C --points 128 --points-f1 128"
+                                             << "--range-f1 200:0";
+    }
+    /// Outputs of a fit are those of a simulation with the reference that came out: also the range follows.
+    void fitGivesTheSpectrumOfTheFittedReference()
+    {
+        QFETCH(QString, nuclei);
+        QFETCH(QString, given);
+        const QTemporaryDir directory;
+        const QString file = QStringLiteral(SAMPLES "/acetic-acid.magres");
+        const auto path = [&](const char *name) { return directory.filePath(QLatin1String(name)); };
+        const auto read = [](const QString &name) {
+            QFile opened(name);
+            return opened.open(QIODevice::ReadOnly) ? opened.readAll() : QByteArray();
+        };
+        const auto run = [&](const QString &command, const QString &options, const char *name) {
+            const QStringList words =
+                (QStringLiteral("%1 %2 ").arg(nuclei, given) + options).split(u' ', Qt::SkipEmptyParts);
+            return runProgram(QStringList{command, file} + words
+                              + QStringList{QStringLiteral("-o"), path(name) + QStringLiteral(".json"),
+                                            QStringLiteral("-o"), path(name) + QStringLiteral(".csv")});
+        };
+        QCOMPARE(run(QStringLiteral("simulate"), {}, "plain").status, 0);
+        // The experiment: the simulated peaks, moved.
+        QByteArray list;
+        const QJsonObject plain = QJsonDocument::fromJson(read(path("plain.json"))).object();
+        const bool plane = nuclei.contains(QLatin1String("f1"));
+        for (const QJsonValue &peak : plain[u"peaks"].toArray()) {
+            list += QByteArray::number(peak[u"pos"][0].toDouble() - 60, 'g', 17);
+            list +=
+                plane ? ',' + QByteArray::number(peak[u"pos"][1].toDouble() + 70, 'g', 17) + '\n' : QByteArray("\n");
+        }
+        QFile experiment(path("experiment.csv"));
+        QVERIFY(experiment.open(QIODevice::WriteOnly) && experiment.write(list) == list.size());
+        experiment.close();
+
+        const Finished fit = run(QStringLiteral("fit"), QStringLiteral("--experiment ") + experiment.fileName(), "fit");
+        QVERIFY2(fit.status == 0, qPrintable(fit.errors));
+        QVERIFY2(fit.output.startsWith(QLatin1String("New reference\n")), qPrintable(fit.output));
+        const QJsonObject fitted = QJsonDocument::fromJson(read(path("fit.json"))).object();
+        QString references;
+        const char *options[] = {"--reference", "--reference-f1"};
+        for (int d = 0; d < (plane ? 2 : 1); ++d) {
+            const double value = fitted[u"parameters"][u"ref"][fitted[u"nuclei"][d].toString()].toDouble();
+            QVERIFY(std::abs(value - (d == 0 ? 40 : 170)) < 1e-6);
+            references += QStringLiteral(" %1 %2").arg(QLatin1String(options[d])).arg(value, 0, 'g', 17);
+        }
+        QCOMPARE(run(QStringLiteral("simulate"), references, "again").status, 0);
+        const QByteArray data = read(path("fit.csv"));
+        QVERIFY(!data.isEmpty());
+        QVERIFY(data == read(path("again.csv")));
+    }
+
     void failures_data()
     {
         QTest::addColumn<QStringList>("arguments");
@@ -227,6 +290,8 @@ private Q_SLOTS:
         good("DOS line ends and byte order mark", "\xEF\xBB\xBFppm\r\n1\r\n2\r\n", 1, {{1, 0, 1}, {2, 0, 1}});
         good("old Mac line ends", "1\r2", 1, {{1, 0, 1}, {2, 0, 1}});
         bad("empty", "# nothing\n", 1, "no peaks");
+        bad("one dimension for two", "position,height\n1,2\n", 2, "line 1: this is a list of 1D peaks");
+        bad("two dimensions for one", "f2,f1\n1,2\n", 1, "line 1: this is a list of 2D peaks");
         bad("header only", "position\n", 1, "no peaks");
         bad("second header", "ppm\nppm\n1", 1, "line 2");
         bad("half a number", "1\n12.3abc\n", 1, "line 2: expected a number, found \"12.3abc\"");

@@ -114,6 +114,8 @@ CommandRun prepareSimulate(const CommandLine &line)
 void stackWithExperiment(Simulation &simulation, const QString &file, const SimulateOptions &options,
                          const QString &experiment)
 {
+    if (!QFileInfo::exists(experiment))
+        throw CommandError(QStringLiteral("%1: there is no such file").arg(experiment));
     simulation.readFile(file, options.isotopes);
     simulation.run(options);
     simulation.addExperiment(experiment);

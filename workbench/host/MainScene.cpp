@@ -214,8 +214,10 @@ QGraphicsWidget *MainScene::place(DocumentItem *item, const QRectF &rect, bool a
         m_currentNmr = nmr;
     if (auto *table = qobject_cast<TableItem *>(item))
         m_currentTable = table;
-    if (activate)
+    if (activate) {
         setActiveItem(item);
+        showInViews(item);
+    }
     return item;
 }
 
@@ -270,7 +272,8 @@ void MainScene::openMenu(DocumentItem *item)
         return;
     showInViews(item);
     const QGraphicsView *view = views().constFirst();
-    const QRect shown = view->viewport()->rect() & view->mapFromScene(item->mapToScene(item->contentRect())).boundingRect();
+    const QRect area = view->mapFromScene(item->mapToScene(item->contentRect())).boundingRect();
+    const QRect shown = view->viewport()->rect() & area;
     menu->popup(view->viewport()->mapToGlobal(shown.topLeft()));
     const QList<QAction *> actions = menu->actions();
     const auto first = std::find_if(actions.cbegin(), actions.cend(), [](const QAction *action) {
@@ -284,8 +287,8 @@ void MainScene::keyPressEvent(QKeyEvent *event)
 {
     const bool plain = !(event->modifiers() & ~Qt::KeypadModifier);
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    const bool isMenu = event->key() == Qt::Key_Menu
-        || (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier);
+    const bool isMenu =
+        event->key() == Qt::Key_Menu || (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier);
     auto *item = qobject_cast<DocumentItem *>(m_active);
     if (item && (isMenu || (isEnter && plain))) {
         event->accept();
@@ -302,8 +305,8 @@ void MainScene::keyPressEvent(QKeyEvent *event)
 void MainScene::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
 {
     const bool byKey = event->reason() == QGraphicsSceneContextMenuEvent::Keyboard;
-    DocumentItem *item = byKey ? qobject_cast<DocumentItem *>(m_active)
-                               : documentItemOf(itemAt(event->scenePos(), QTransform()));
+    DocumentItem *item =
+        byKey ? qobject_cast<DocumentItem *>(m_active) : documentItemOf(itemAt(event->scenePos(), QTransform()));
     if (!item)
         return QGraphicsScene::contextMenuEvent(event);
     if (byKey) {

@@ -14,8 +14,9 @@ class QUndoStack;
 class TableItem;
 
 /// The document: a stack of A4 pages with molecule, table and NMR items, and the custom data of plug-ins behind them.
-/// One item is active: the one last made or clicked, or reached with the Tab key. It has the keyboard. The NMR item that
-/// was active last is the current one, and so is the table. Enter, the menu key and Shift+F10 open the active item's menu.
+/// One item is active: the one last made or clicked, or reached with the Tab key. It has the keyboard. The NMR item
+/// that was active last is the current one, and so is the table. Enter, the menu key and Shift+F10 open the active
+/// item's menu.
 class MainScene : public QGraphicsScene {
     Q_OBJECT
 public:

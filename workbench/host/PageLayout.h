@@ -19,7 +19,7 @@ inline constexpr double spectrum2DHeight = 560;
 
 /// The part of a structure row that the molecule takes, and takes at least; the table has the rest.
 inline constexpr double moleculeShare = 0.40;
-inline constexpr double leastMoleculeShare = 0.28;
+inline constexpr double leastMoleculeShare = 0.25;
 
 int pageOf(double y);
 QRectF page(int index);

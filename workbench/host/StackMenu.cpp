@@ -90,7 +90,8 @@ void StackMenu::addEntryActions(QMenu *menu, const std::function<void(QAction *,
     for (const QUuid &id : stack->entryIds()) {
         const QString name = stack->entryName(id);
         // An ampersand of the name is no shortcut.
-        QAction *action = menu->addAction(name.isEmpty() ? tr("Spectrum") : QString(name).replace(u'&', QLatin1String("&&")));
+        QAction *action =
+            menu->addAction(name.isEmpty() ? tr("Spectrum") : QString(name).replace(u'&', QLatin1String("&&")));
         setUp(action, id);
     }
 }

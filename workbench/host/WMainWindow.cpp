@@ -162,8 +162,10 @@ void WMainWindow::createMenus()
     file->addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);
 
     createEditMenu();
-    createItemMenu(tr("&Spectrum"), [this] { return m_scene->currentNmrItem(); }, tr("No spectrum on the page"));
-    createItemMenu(tr("&Table"), [this] { return m_scene->currentTableItem(); }, tr("No table on the page"));
+    createItemMenu(
+        tr("&Spectrum"), [this] { return m_scene->currentNmrItem(); }, tr("No spectrum on the page"));
+    createItemMenu(
+        tr("&Table"), [this] { return m_scene->currentTableItem(); }, tr("No table on the page"));
 
     QMenu *viewMenu = menuBar()->addMenu(tr("&View"));
     viewMenu->addAction(tr("Zoom &In"), QKeySequence::ZoomIn, this, [this] { m_view->zoom(1.25); });

@@ -98,8 +98,8 @@ void matchNuclei(ExperimentalSpectrum &measured, const Spectrum &beside, const Q
         if (nucleus.isEmpty())
             nucleus = there;
         if (!there.isEmpty() && nucleus != there) {
-            fail(tr("%1 is a spectrum of %2, the plot shows one of %3")
-                     .arg(QFileInfo(path).fileName(), nucleus, there));
+            fail(
+                tr("%1 is a spectrum of %2, the plot shows one of %3").arg(QFileInfo(path).fileName(), nucleus, there));
         }
     }
 }

@@ -37,6 +37,18 @@ bool isHeader(const QByteArray &field)
         && !text.startsWith("nan") && !text.startsWith("inf");
 }
 
+/// A list of the other number of dimensions has as many fields, but its header tells.
+void checkHeader(const QList<QByteArray> &fields, const QString &source, int line, int dimensions)
+{
+    if (fields.size() < 2)
+        return;
+    const QByteArray second = fields[1].toLower();
+    if (dimensions == 1 && second.contains("f1"))
+        fail(source, line, tr("this is a list of 2D peaks, expected \"position[,height]\""));
+    if (dimensions == 2 && (second.contains("height") || second.contains("intensity")))
+        fail(source, line, tr("this is a list of 1D peaks, expected \"position,position_f1[,height]\""));
+}
+
 Peak parseFields(const QList<QByteArray> &fields, const QString &source, int line, int dimensions)
 {
     if (fields.size() < dimensions || fields.size() > dimensions + 1) {
@@ -79,7 +91,9 @@ std::vector<Peak> parse(const QByteArray &text, const QString &source, int dimen
         for (QByteArray &field : fields)
             field = field.trimmed();
         const bool header = std::exchange(headerAllowed, false) && isHeader(fields[0]);
-        if (!header)
+        if (header)
+            checkHeader(fields, source, lineNumber, dimensions);
+        else
             peaks.push_back(parseFields(fields, source, lineNumber, dimensions));
     }
     if (peaks.empty())

@@ -212,8 +212,8 @@ std::vector<Peak2D> pick2D(std::span<const double> values, int columns, const Op
                 continue;
             const Vertex along = vertex(at(column - 1, row), value, at(column + 1, row));
             const Vertex across = vertex(at(column, row - 1), value, at(column, row + 1));
-            peaks.push_back({column + along.offset, row + across.offset,
-                             along.height + across.height - value - ground.baseline});
+            peaks.push_back(
+                {column + along.offset, row + across.offset, along.height + across.height - value - ground.baseline});
         }
     }
     thinOut(peaks, [&](const Peak2D &a, const Peak2D &b) {

@@ -49,8 +49,8 @@ Decimation::PointRange visiblePoints(const SpectrumAxis &axis, const QCPRange &r
 /// The active spectrum; when that is a mere peak list, the first one with points.
 const PlotEntry &mappedEntry(const QList<PlotEntry> &entries)
 {
-    const auto active = std::find_if(entries.cbegin(), entries.cend(),
-                                     [](const PlotEntry &e) { return e.active && !e.isPeakList(); });
+    const auto active =
+        std::find_if(entries.cbegin(), entries.cend(), [](const PlotEntry &e) { return e.active && !e.isPeakList(); });
     if (active != entries.cend())
         return *active;
     return *std::find_if(entries.cbegin(), entries.cend(), [](const PlotEntry &e) { return !e.isPeakList(); });

@@ -27,9 +27,8 @@ void CrossPeakLabels::addPeaks(const QList<SpectrumPeak> &peaks, const QColor &c
 {
     for (const SpectrumPeak &peak : peaks)
         m_marks.append({peak, crossColor});
-    std::stable_sort(m_marks.begin(), m_marks.end(), [](const Mark &a, const Mark &b) {
-        return std::abs(a.peak.height) > std::abs(b.peak.height);
-    });
+    std::stable_sort(m_marks.begin(), m_marks.end(),
+                     [](const Mark &a, const Mark &b) { return std::abs(a.peak.height) > std::abs(b.peak.height); });
 }
 
 double CrossPeakLabels::selectTest(const QPointF &, bool, QVariant *) const

@@ -39,13 +39,15 @@ NmrData::NmrData(QObject *parent) : QObject(parent)
 
 const NmrData::Entry *NmrData::find(const QUuid &id) const
 {
-    const auto it = std::find_if(m_stack.entries.cbegin(), m_stack.entries.cend(), [&](const Entry &e) { return e.id == id; });
+    const auto it =
+        std::find_if(m_stack.entries.cbegin(), m_stack.entries.cend(), [&](const Entry &e) { return e.id == id; });
     return it == m_stack.entries.cend() ? nullptr : &*it;
 }
 
 NmrData::Entry *NmrData::find(const QUuid &id)
 {
-    const auto it = std::find_if(m_stack.entries.begin(), m_stack.entries.end(), [&](const Entry &e) { return e.id == id; });
+    const auto it =
+        std::find_if(m_stack.entries.begin(), m_stack.entries.end(), [&](const Entry &e) { return e.id == id; });
     return it == m_stack.entries.end() ? nullptr : &*it;
 }
 
@@ -84,14 +86,16 @@ QUuid NmrData::addEntry(const QVariantMap &data, const QString &name)
 
 void NmrData::removeEntry(const QUuid &entry)
 {
-    const auto it = std::find_if(m_stack.entries.cbegin(), m_stack.entries.cend(), [&](const Entry &e) { return e.id == entry; });
+    const auto it =
+        std::find_if(m_stack.entries.cbegin(), m_stack.entries.cend(), [&](const Entry &e) { return e.id == entry; });
     if (it == m_stack.entries.cend())
         return;
     const NmrStack before = m_stack;
     const qsizetype place = it - m_stack.entries.cbegin();
     m_stack.entries.removeAt(place);
     if (m_stack.activeId == entry) {
-        m_stack.activeId = m_stack.entries.isEmpty() ? QUuid() : m_stack.entries.at(std::min(place, m_stack.entries.size() - 1)).id;
+        m_stack.activeId =
+            m_stack.entries.isEmpty() ? QUuid() : m_stack.entries.at(std::min(place, m_stack.entries.size() - 1)).id;
         Q_EMIT activeEntryChanged(m_stack.activeId);
     }
     Q_EMIT entriesChanged();

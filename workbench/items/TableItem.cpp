@@ -126,7 +126,10 @@ TableItem::~TableItem()
 QSizeF TableItem::fullSize() const
 {
     const QSizeF frame = size() - contentRect().size();
-    return QSizeF(m_view->horizontalHeader()->length() + 2, (m_model->rowCount() + 1) * rowHeight + 2) + frame;
+    // Wide enough for the scroll bar of a lower item too.
+    const int scrollBar = m_view->verticalScrollBar()->sizeHint().width();
+    return QSizeF(m_view->horizontalHeader()->length() + scrollBar + 2, (m_model->rowCount() + 1) * rowHeight + 2)
+        + frame;
 }
 
 double TableItem::fullWidth(double height) const
