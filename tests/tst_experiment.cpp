@@ -202,6 +202,34 @@ private Q_SLOTS:
         QVERIFY(Spectrum::fromMap(entry).isEmpty());
     }
 
+    void pickedPeaksCountAsTheirSites_data()
+    {
+        QTest::addColumn<QList<double>>("simulated");
+        QTest::addColumn<QList<double>>("picked");
+        QTest::addColumn<QList<double>>("counted");
+        using L = QList<double>;
+        QTest::newRow("by rank") << L{90, 50.001, 50, 50.002} << L{20, 30} << L{30, 20, 20, 20};
+        QTest::newRow("apart") << L{50, 50.5} << L{1, 2} << L{2, 1};
+        QTest::newRow("too few") << L{50, 50, 60, 70} << L{1, 2} << L{1, 2};
+        QTest::newRow("too many") << L{50, 50} << L{1, 2} << L{1, 2};
+        QTest::newRow("none") << L{} << L{} << L{};
+    }
+    void pickedPeaksCountAsTheirSites()
+    {
+        QFETCH(QList<double>, simulated);
+        QFETCH(QList<double>, picked);
+        QList<SpectrumPeak> sites(simulated.size());
+        for (qsizetype i = 0; i < simulated.size(); ++i)
+            sites[i].f2 = simulated[i];
+        std::vector<PeakListFile::Peak> peaks;
+        for (double ppm : picked)
+            peaks.push_back({ppm});
+        QList<double> counted;
+        for (const auto &peak : ExperimentFile::countedLike(sites, peaks))
+            counted.append(peak.f2);
+        QTEST(counted, "counted");
+    }
+
     void spectraThatDoNotFitAreRefused_data()
     {
         QTest::addColumn<QString>("path");

@@ -26,7 +26,9 @@ namespace {
 constexpr OptionSpec experimentSpec{
     "experiment", "EXP",
     "Experimental peak list: comma-separated text, one peak a line, position[,height] in 1D and "
-    "position,position_f1[,height] in 2D, in ppm. A header line and # comments are allowed. Required."};
+    "position,position_f1[,height] in 2D, in ppm. A header line and # comments are allowed. Or a spectrum, of which "
+    "the "
+    "peaks are picked: CSV ppm,intensity, JCAMP-DX or a Bruker folder. Required."};
 constexpr OptionSpec outputSpec{"o", "OUT",
                                 "Output file; its suffix chooses the format: .csv (data points), .json (axes, peaks, "
                                 "parameters), .png, .svg or .pdf "

@@ -12,13 +12,16 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <cmath>
+#include <functional>
 #include <stdexcept>
 
 namespace ExperimentFile {
 
 namespace {
 
+constexpr double equalShifts = 0.01; // ppm: calculated shifts of equivalent sites differ in the last digits
 constexpr qsizetype fewestPoints = 32; // of a spectrum without a header
 constexpr qint64 largestTextFile = qint64(512) << 20;
 const QStringList textSuffixes{QStringLiteral("csv"), QStringLiteral("txt")};
@@ -127,7 +130,10 @@ QVariantMap spectrumEntry(ExperimentalSpectrum measured, const Spectrum &beside,
 {
     checkDimensions(qsizetype(measured.dimensions.size()), beside, path);
     matchNuclei(measured, beside, path);
-    const QVariantMap peaks = peakEntry(pickedPeaks(measured));
+    auto picked = pickedPeaks(measured);
+    if (measured.dimensions.size() == 1)
+        picked = countedLike(beside.peaks, std::move(picked));
+    const QVariantMap peaks = peakEntry(picked);
     QVariantMap entry = toEntryMap(std::move(measured));
     entry.insert(peaks);
     return entry;
@@ -149,6 +155,28 @@ bool isExperiment(const QString &path)
 {
     const QString suffix = QFileInfo(path).suffix().toLower();
     return textSuffixes.contains(suffix) || spectrumSuffixes.contains(suffix) || BrukerReader::recognises(path);
+}
+
+std::vector<PeakListFile::Peak> countedLike(const QList<SpectrumPeak> &simulated,
+                                            std::vector<PeakListFile::Peak> picked)
+{
+    std::vector<double> sites;
+    for (const SpectrumPeak &peak : simulated)
+        sites.push_back(peak.f2);
+    std::sort(sites.begin(), sites.end(), std::greater<>());
+    std::vector<int> multiplicities;
+    for (size_t i = 0; i < sites.size(); ++i) {
+        if (i == 0 || sites[i - 1] - sites[i] > equalShifts)
+            multiplicities.push_back(0);
+        ++multiplicities.back();
+    }
+    if (multiplicities.size() != picked.size())
+        return picked;
+    std::sort(picked.begin(), picked.end(), [](const auto &a, const auto &b) { return a.f2 > b.f2; });
+    std::vector<PeakListFile::Peak> counted;
+    for (size_t i = 0; i < picked.size(); ++i)
+        counted.insert(counted.end(), size_t(multiplicities[i]), picked[i]);
+    return counted;
 }
 
 bool isPeakList(const QByteArray &text, int dimensions)
