@@ -6,6 +6,7 @@
 #include <QDoubleSpinBox>
 #include <QGroupBox>
 #include <QLabel>
+#include <QPushButton>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
@@ -342,6 +343,27 @@ private Q_SLOTS:
         // A box that stays checked while it is hidden moves nothing.
         find<QComboBox>(dialog, "fCbNucF2")->setCurrentText(QStringLiteral("15N"));
         QCOMPARE(hint(dialog, "fLbSpecHintF2"), text(0.0));
+    }
+
+    void tabGoesDownTheForm()
+    {
+        const MagresData data = molecule();
+        MagresSpecParams parameters = record(1, "2H", "2H");
+        WMagresDialog dialog(data, parameters, properties);
+        dialog.show();
+        dialog.activateWindow(); // needed without a window manager
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QPoint last(-1, -1);
+        int visited = 0;
+        for (; !qobject_cast<QPushButton *>(dialog.focusWidget()); ++visited) {
+            const QWidget *widget = dialog.focusWidget();
+            const QPoint here = widget->mapTo(&dialog, widget->rect().center());
+            QVERIFY2(here.y() > last.y() + 5 || here.x() > last.x(), qPrintable(widget->objectName()));
+            QVERIFY2(here.y() > last.y() - 5, qPrintable(widget->objectName()));
+            last = here;
+            QTest::keyClick(&dialog, Qt::Key_Tab);
+        }
+        QCOMPARE(visited, 20); // every field, none hidden or disabled
     }
 
 private:
