@@ -337,7 +337,8 @@ void ReadersTest::damagedInput()
 {
     std::mt19937 random(4);
     const auto damage = [&](QByteArray &bytes) {
-        const QByteArray meaningful("0123456789+-.,eE@AJZs%#$=?<>()\n\r\0\xff\xc3 ", 39);
+        static const char characters[] = "0123456789+-.,eE@AJZs%#$=?<>()\n\r\0\xff\xc3 ";
+        const QByteArray meaningful(characters, sizeof(characters) - 1);
         for (int n = 1 + random() % 4; n > 0 && !bytes.isEmpty(); --n) {
             const qsizetype at = random() % bytes.size();
             if (random() % 5 == 0)
