@@ -113,8 +113,10 @@ ShiftRangeInData::ShiftRangeInData(const MagresData &data, const QByteArray &nuc
       m_quadrupoleMoment(properties.quadrupoleMoment(nucleus))
 {
     for (const Site &site : sitesOf(data, nucleus))
-        if (site.shielding)
-            m_sites.append({*site.shielding, site.efg ? std::optional(*site.efg) : std::nullopt});
+        if (site.shielding) {
+            m_shieldings.push_back(site.shielding->iso());
+            m_efgs.push_back(site.efg ? std::optional(*site.efg) : std::nullopt);
+        }
 }
 
 ShiftRange ShiftRangeInData::range(double reference, double slope, bool withQuadShift, double protonFrequencyMHz) const
@@ -123,8 +125,8 @@ ShiftRange ShiftRangeInData::range(double reference, double slope, bool withQuad
                          spectrometerFrequency(m_nucleus, protonFrequencyMHz), m_quadrupoleMoment};
     double lo = std::numeric_limits<double>::infinity();
     double hi = -lo;
-    for (const Tensors &site : m_sites) {
-        const double shift = rule.shift(site.shielding, site.efg ? &*site.efg : nullptr);
+    for (std::size_t i = 0; i < m_shieldings.size(); ++i) {
+        const double shift = rule.shift(m_shieldings[i], withQuadShift && m_efgs[i] ? &*m_efgs[i] : nullptr);
         if (!std::isfinite(shift))
             continue;
         lo = std::min(lo, shift);

@@ -5,6 +5,8 @@
 #include "parameters/NuclearProperties.h"
 #include "synthesis/MagresSpecParams.h"
 
+#include <vector>
+
 // What the parameter step of a spectrum offers and fills in, with or without a dialog.
 
 namespace Magres {
@@ -66,14 +68,11 @@ public:
     ShiftRange range(double reference, double slope, bool withQuadShift, double protonFrequencyMHz) const;
 
 private:
-    struct Tensors {
-        MagresTensor shielding;
-        std::optional<MagresTensor> efg;
-    };
-
     QByteArray m_nucleus;
     double m_quadrupoleMoment; // fm^2
-    QList<Tensors> m_sites;
+    // Per site, apart: only the few nuclei with a second-order shift need the EFG.
+    std::vector<double> m_shieldings; // isotropic, ppm
+    std::vector<std::optional<MagresTensor>> m_efgs;
 };
 
 inline constexpr double maximumDisplayShift = 100000.0; // ppm

@@ -24,7 +24,7 @@ std::vector<double> shiftsOf(const QList<Site> &sites, const ShiftRule &rule)
         if (!site.shielding)
             throw TPluginError(QCoreApplication::translate("PeakList", "Atom %1 has no chem. shift")
                                    .arg(QString::fromLatin1(site.atom->labels.join(','))));
-        shifts.push_back(rule.shift(*site.shielding, site.efg));
+        shifts.push_back(rule.shift(site.shielding->iso(), site.efg));
     }
     return shifts;
 }

@@ -6,9 +6,9 @@
 
 namespace Magres {
 
-double ShiftRule::shift(const MagresTensor &shielding, const MagresTensor *efg) const
+double ShiftRule::shift(double isotropicShielding, const MagresTensor *efg) const
 {
-    double result = shielding.iso() * slope + reference;
+    double result = isotropicShielding * slope + reference;
     if (withQuadShift && efg)
         result += efg->secondOrderQuadShift(nucleus, quadrupoleMoment, frequency, 1);
     return result;

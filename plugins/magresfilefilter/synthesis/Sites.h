@@ -18,7 +18,7 @@ struct ShiftRule {
 
     /// ppm: slope * shielding + reference, plus the second-order quadrupolar shift if that is asked for and there is an
     /// EFG tensor.
-    double shift(const MagresTensor &shielding, const MagresTensor *efg) const;
+    double shift(double isotropicShielding, const MagresTensor *efg) const;
 };
 
 /// The rule of dimension 0 (F2) or 1 (F1). Slope and reference fall back to the defaults.
