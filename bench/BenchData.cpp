@@ -150,7 +150,8 @@ void correlate(benchmark::State &state, int atoms, CorrelationMode mode)
     const MagresData data = crystalData(atoms);
     const MagresSpecParams p = parameters(mode);
     const QList<SpectrumPeak> peaks = Magres::makePeaks(data, p, nuclei);
-    const auto carbons = std::count_if(data.atoms.begin(), data.atoms.end(), [](const auto &a) { return a.type == "C"; });
+    const auto carbons =
+        std::count_if(data.atoms.begin(), data.atoms.end(), [](const auto &a) { return a.type == "C"; });
     Bench::require(mode == CorrelationMode::StrongestDipolar || peaks.size() == carbons, "correlate");
     for (auto _ : state)
         benchmark::DoNotOptimize(Magres::makePeaks(data, p, nuclei).data());

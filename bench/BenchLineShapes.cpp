@@ -43,8 +43,12 @@ struct Lorentz1d {
 
 struct Gauss2d {
     Gauss2d(int peakCount, int points2, int points1, double hertzF2, double hertzF1)
-        : peaks(randomPeaks(peakCount)), widthF2(hertzF2 / protonFrequency), widthF1(hertzF1 / protonFrequency),
-          axisF2(axisOf(points2)), axisF1(axisOf(points1)), pointsF2(std::size_t(points2)),
+        : peaks(randomPeaks(peakCount)),
+          widthF2(hertzF2 / protonFrequency),
+          widthF1(hertzF1 / protonFrequency),
+          axisF2(axisOf(points2)),
+          axisF1(axisOf(points1)),
+          pointsF2(std::size_t(points2)),
           data(std::size_t(points2) * std::size_t(points1))
     {
     }
@@ -59,7 +63,8 @@ struct Gauss2d {
 };
 
 /// Registers the benchmark and, as "name/literal", the plain loops.
-template <class Spectrum, class... Arguments> void add(const std::string &name, Arguments... arguments)
+template <class Spectrum, class... Arguments>
+void add(const std::string &name, Arguments... arguments)
 {
     const auto fast = [=](benchmark::State &state) {
         Spectrum spectrum(arguments...);

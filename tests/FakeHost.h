@@ -16,11 +16,9 @@
 #include <vector>
 
 /// A meta-object in which one method cannot be found by its name, as in a host that lacks it.
-class MetaObjectWithout
-{
+class MetaObjectWithout {
 public:
-    MetaObjectWithout(const QMetaObject &complete, const QByteArray &method)
-        : m_metaObject(complete)
+    MetaObjectWithout(const QMetaObject &complete, const QByteArray &method) : m_metaObject(complete)
     {
         // The strings lie behind a table of offset and length, whose own size is the first offset.
         const uint *table = complete.d.stringdata;
@@ -43,13 +41,11 @@ private:
 
 /// A class of host objects without the method that the test leaves out.
 template <typename Base>
-class Crippled : public Base
-{
+class Crippled : public Base {
 public:
     template <typename... Arguments>
     explicit Crippled(const QByteArray &method, Arguments &&...arguments)
-        : Base(std::forward<Arguments>(arguments)...),
-          m_metaObject(Base::staticMetaObject, method)
+        : Base(std::forward<Arguments>(arguments)...), m_metaObject(Base::staticMetaObject, method)
     {
     }
     const QMetaObject *metaObject() const override { return m_metaObject.get(); }
@@ -60,8 +56,7 @@ private:
 
 /// The services of a host that are not widgets or items, in one object: data engine, nucleus tables, file filters, the
 /// spectra of the only NMR item, and its plot.
-class FakeServices : public QObject
-{
+class FakeServices : public QObject {
     Q_OBJECT
     Q_PROPERTY(QList<QUuid> entryIds MEMBER entryIds)
     Q_PROPERTY(QUuid activeEntryId MEMBER activeEntryId)
@@ -78,9 +73,9 @@ public:
     Q_INVOKABLE QVariantMap getDataMap(QUuid id) { return data.value(id); }
     Q_INVOKABLE QString spin(QString nucleus)
     {
-        return nucleus == QLatin1String("17O") ? QStringLiteral("5/2")
+        return nucleus == QLatin1String("17O")                                  ? QStringLiteral("5/2")
             : nucleus == QLatin1String("2H") || nucleus == QLatin1String("14N") ? QStringLiteral("1")
-                                                                               : QStringLiteral("1/2");
+                                                                                : QStringLiteral("1/2");
     }
     Q_INVOKABLE double quadrupoleMoment(QString nucleus) { return nucleus == QLatin1String("17O") ? -2.558 : 0.286; }
     Q_INVOKABLE double naturalAbundance(QString) { return 1.0; }
@@ -95,7 +90,8 @@ public:
         QVariantMap map = entries.value(id);
         if (map.contains(QStringLiteral("RawData")))
             map = map.value(QStringLiteral("RawData")).toMap();
-        const QVariant parameters = map.value(QStringLiteral("SpecInfo")).toMap().value(QStringLiteral("OriginalParameters"));
+        const QVariant parameters =
+            map.value(QStringLiteral("SpecInfo")).toMap().value(QStringLiteral("OriginalParameters"));
         return parameters.value<QMap<QString, QVariantHash>>().value(format);
     }
     Q_INVOKABLE QVariantMap entryPeakList(QUuid id) { return entries.value(id).value(QStringLiteral("Peaks")).toMap(); }
@@ -115,8 +111,7 @@ public:
 };
 
 /// A molecule, NMR or table item.
-class FakeItem : public QGraphicsWidget
-{
+class FakeItem : public QGraphicsWidget {
     Q_OBJECT
     Q_PROPERTY(QUuid id MEMBER id)
 
@@ -139,8 +134,7 @@ public:
 };
 
 /// A host's model over the plug-in's table, whose size does not matter here.
-class FakeModel : public QAbstractTableModel
-{
+class FakeModel : public QAbstractTableModel {
     Q_OBJECT
 
 public:
@@ -172,15 +166,12 @@ private:
     }
 };
 
-class FakeScene : public QGraphicsScene
-{
+class FakeScene : public QGraphicsScene {
     Q_OBJECT
 
 public:
     explicit FakeScene(const QByteArray &withoutMethod, FakeServices *fakeServices, QObject *parent)
-        : QGraphicsScene(parent),
-          without(withoutMethod),
-          services(fakeServices)
+        : QGraphicsScene(parent), without(withoutMethod), services(fakeServices)
     {
         setObjectName(QStringLiteral("mainScene"));
     }
@@ -240,18 +231,13 @@ private:
     }
 };
 
-class FakeWindow : public QMainWindow
-{
+class FakeWindow : public QMainWindow {
     Q_OBJECT
     Q_PROPERTY(QString language MEMBER language)
     Q_PROPERTY(QMenu *nmrContextMenu READ nmrContextMenu)
 
 public:
-    FakeWindow(FakeServices *fakeServices)
-        : services(fakeServices)
-    {
-        setObjectName(QStringLiteral("mainWindow"));
-    }
+    FakeWindow(FakeServices *fakeServices) : services(fakeServices) { setObjectName(QStringLiteral("mainWindow")); }
 
     FakeServices *services;
     QString language;
@@ -265,8 +251,7 @@ public:
 };
 
 /// A whole host around the plug-in, without the method that the test leaves out.
-class FakeHost
-{
+class FakeHost {
 public:
     explicit FakeHost(const QByteArray &without = "-");
     ~FakeHost();

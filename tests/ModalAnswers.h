@@ -8,10 +8,9 @@
 
 #include <functional>
 
-/// Answers the modal dialogs and message boxes that the program opens, in the order in which they are announced. Whatever
-/// opens unannounced is closed, and fails the running test, as does a dialog that its answer leaves open.
-class ModalAnswers : public QObject
-{
+/// Answers the modal dialogs and message boxes that the program opens, in the order in which they are announced.
+/// Whatever opens unannounced is closed, and fails the running test, as does a dialog that its answer leaves open.
+class ModalAnswers : public QObject {
     Q_OBJECT
 
 public:

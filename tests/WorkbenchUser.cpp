@@ -21,7 +21,8 @@ bool isReadable(const QComboBox *combo)
 {
     QStyleOptionComboBox option;
     option.initFrom(combo);
-    const QRect field = combo->style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, combo);
+    const QRect field =
+        combo->style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, combo);
     return combo->fontMetrics().horizontalAdvance(combo->currentText()) <= field.width();
 }
 

@@ -21,10 +21,9 @@
 
 using namespace Qt::StringLiterals;
 
-/// The pictures of the documentation: a walk through the window from a file to a referenced spectrum. Not a test, but the
-/// same hands at work, so that a picture that cannot be taken is a failure.
-class Screenshots : public QObject
-{
+/// The pictures of the documentation: a walk through the window from a file to a referenced spectrum. Not a test, but
+/// the same hands at work, so that a picture that cannot be taken is a failure.
+class Screenshots : public QObject {
     Q_OBJECT
 
 public:
@@ -136,8 +135,13 @@ void Screenshots::stack()
 
 void Screenshots::mapOfTwoDimensions()
 {
-    makeSpectrum({{"fCbDims", u"2D Spectrum"_s}, {"fCbNucF2", u"1H"_s}, {"fSpCSRefF2", 30.5}, {"fSpLwF2", 100.0},
-                  {"fCbNucF1", u"13C"_s}, {"fSpCSRefF1", 172.4}, {"fSpLwF1", 150.0}},
+    makeSpectrum({{"fCbDims", u"2D Spectrum"_s},
+                  {"fCbNucF2", u"1H"_s},
+                  {"fSpCSRefF2", 30.5},
+                  {"fSpLwF2", 100.0},
+                  {"fCbNucF1", u"13C"_s},
+                  {"fSpCSRefF1", 172.4},
+                  {"fSpLwF1", 150.0}},
                  u"dialog-2d.png"_s);
     takeSpectrum(740, u"spectrum-2d.png"_s);
 }

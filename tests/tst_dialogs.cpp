@@ -20,13 +20,14 @@ namespace {
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-class Properties : public NuclearProperties
-{
+class Properties : public NuclearProperties {
 public:
     QString spin(const QByteArray &nucleus) const override
     {
-        static const QMap<QByteArray, QString> spins{{"2H", QStringLiteral("1")}, {"14N", QStringLiteral("1")},
-                                                     {"35Cl", QStringLiteral("3/2")}, {"37Cl", QStringLiteral("3/2")}};
+        static const QMap<QByteArray, QString> spins{{"2H", QStringLiteral("1")},
+                                                     {"14N", QStringLiteral("1")},
+                                                     {"35Cl", QStringLiteral("3/2")},
+                                                     {"37Cl", QStringLiteral("3/2")}};
         return spins.value(nucleus, QStringLiteral("1/2"));
     }
     double quadrupoleMoment(const QByteArray &nucleus) const override { return nucleus == "14N" ? 2.044 : 0.0; }
@@ -99,8 +100,7 @@ int execWithReturn(QDialog &dialog, QWidget *target)
 Q_DECLARE_METATYPE(MagresSpecParams)
 Q_DECLARE_METATYPE(MagresData)
 
-class tst_dialogs : public QObject
-{
+class tst_dialogs : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -128,31 +128,59 @@ private Q_SLOTS:
         row("new 2D", record(1), nothing, data);
         row("homonuclear", record(1, "1H", "1H"), nothing, data);
         row("no atoms", record(1, "13C", "1H"), nothing, {});
-        row("unknown kind and choices", record(7), [](auto &p) { p.avIdx = -3; p.corr = 9; }, data);
-        row("stored choices", record(1), [](auto &p) { p.avIdx = 2; p.corr = 1; p.ptsF2 = p.ptsF1 = 1 << 26; }, data);
-        row("flags", record(1, "14N", "2H"), [](auto &p) { p.qShift = {true, true}; p.freq = 399.87; }, data);
-        row("fitted", record(0, "13C"), [](auto &p) {
-            p.ref = {{QStringLiteral("13C"), 169.123456789}, {QStringLiteral("29Si"), 1.0}};
-            p.lw = {{QStringLiteral("13C"), 12.3456}};
-        }, data);
-        row("no numbers and those beyond the boxes", record(1, "13C", "1H"), [](auto &p) {
-            p.ref = {{QStringLiteral("13C"), QStringLiteral("abc")}, {QStringLiteral("1H"), -1e300}};
-            p.slope = {{QStringLiteral("13C"), infinity}, {QStringLiteral("1H"), QVariantList{1}}};
-            p.lw = {{QStringLiteral("13C"), 2400.0}, {QStringLiteral("1H"), -1.0}};
-            p.freq = notANumber;
-            p.ptsF2 = 1000;
-        }, data);
+        row(
+            "unknown kind and choices", record(7),
+            [](auto &p) {
+                p.avIdx = -3;
+                p.corr = 9;
+            },
+            data);
+        row(
+            "stored choices", record(1),
+            [](auto &p) {
+                p.avIdx = 2;
+                p.corr = 1;
+                p.ptsF2 = p.ptsF1 = 1 << 26;
+            },
+            data);
+        row(
+            "flags", record(1, "14N", "2H"),
+            [](auto &p) {
+                p.qShift = {true, true};
+                p.freq = 399.87;
+            },
+            data);
+        row(
+            "fitted", record(0, "13C"),
+            [](auto &p) {
+                p.ref = {{QStringLiteral("13C"), 169.123456789}, {QStringLiteral("29Si"), 1.0}};
+                p.lw = {{QStringLiteral("13C"), 12.3456}};
+            },
+            data);
+        row(
+            "no numbers and those beyond the boxes", record(1, "13C", "1H"),
+            [](auto &p) {
+                p.ref = {{QStringLiteral("13C"), QStringLiteral("abc")}, {QStringLiteral("1H"), -1e300}};
+                p.slope = {{QStringLiteral("13C"), infinity}, {QStringLiteral("1H"), QVariantList{1}}};
+                p.lw = {{QStringLiteral("13C"), 2400.0}, {QStringLiteral("1H"), -1.0}};
+                p.freq = notANumber;
+                p.ptsF2 = 1000;
+            },
+            data);
         const auto users = [](auto &p) {
             p.RangeF2 = {3.14159, -7.123};
             p.RangeF1 = {1.0, 2.00001};
             p.RangeF2User = p.RangeF1User = true;
         };
         row("the user's ranges", record(1), users, data);
-        row("impossible ranges", record(1), [=](auto &p) {
-            users(p);
-            p.RangeF2[0] = notANumber;
-            p.RangeF1[1] = infinity;
-        }, data);
+        row(
+            "impossible ranges", record(1),
+            [=](auto &p) {
+                users(p);
+                p.RangeF2[0] = notANumber;
+                p.RangeF1[1] = infinity;
+            },
+            data);
 
         MagresData broken = data;
         addAtoms(broken, "C", {notANumber, infinity, -infinity, 1e308, -1e308}, notANumber);
@@ -192,10 +220,10 @@ private Q_SLOTS:
         const QString wide = QStringLiteral("Range in data: 10.0 / 110.0 ppm");
         const QString narrow = QStringLiteral("Range in data: 50.0 / 50.0 ppm");
         using Row = std::tuple<QList<double>, QString, double, double>;
-        for (const auto &[shieldings, text, from, to] : std::initializer_list<Row>{
-                 {{50, 50.004}, narrow, 38.0, 62.2},
-                 {{-10, notANumber, 90}, wide, 0.0, 121.0},
-                 {{}, QStringLiteral("Range in data: 0.0 / 0.0 ppm"), -12.0, 12.2}}) {
+        for (const auto &[shieldings, text, from, to] :
+             std::initializer_list<Row>{{{50, 50.004}, narrow, 38.0, 62.2},
+                                        {{-10, notANumber, 90}, wide, 0.0, 121.0},
+                                        {{}, QStringLiteral("Range in data: 0.0 / 0.0 ppm"), -12.0, 12.2}}) {
             MagresData data;
             addAtoms(data, "C", shieldings);
             MagresSpecParams parameters = record(0, "13C");

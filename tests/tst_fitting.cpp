@@ -11,8 +11,7 @@
 
 using Doubles = QList<double>;
 
-class tst_Fitting : public QObject
-{
+class tst_Fitting : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -35,8 +34,8 @@ void tst_Fitting::pairing_data()
     QTest::addColumn<double>("rmsd");
     QTest::newRow("ranks") << Doubles{10, 20, 30} << Doubles{31, 11, 21} << Doubles{1, 1, 2} << 1.0 << 1.0;
     QTest::newRow("weights") << Doubles{10, 20} << Doubles{22, 11} << Doubles{3, 1} << 1.25 << std::sqrt(7.0 / 4.0);
-    QTest::newRow("negative peaks weigh alike") << Doubles{10, 20} << Doubles{22, 11} << Doubles{-3, 1} << 1.25
-                                                << std::sqrt(7.0 / 4.0);
+    QTest::newRow("negative peaks weigh alike")
+        << Doubles{10, 20} << Doubles{22, 11} << Doubles{-3, 1} << 1.25 << std::sqrt(7.0 / 4.0);
     QTest::newRow("single") << Doubles{-5} << Doubles{2.5} << Doubles{0.1} << 7.5 << 7.5;
 }
 
@@ -85,16 +84,17 @@ void tst_Fitting::reports_data()
     QTest::newRow("1D") << QString()
                         << "Reference is changed from 31 ppm to 31.5 ppm\n\nOld RMSD: 0.5 Xu\nNew RMSD: 0 Xu"
                         << "RMSD: 0.5 Xu" << 170.123456789;
-    QTest::newRow("homonuclear")
-        << "1H" << "Reference is changed from 31 ppm to 31.5 ppm\n\nOld RMSD: 0.5 Xu\nNew RMSD: 0 Xu"
-        << "RMSD (direct dimension): 0.5 Xu\nRMSD (indirect dimension): 3.16228 Yu" << 170.123456789;
-    QTest::newRow("heteronuclear")
-        << "13C"
-        << "Direct dimension reference is changed from 31 ppm to 31.5 ppm\n"
-           "Indirect dimension reference is changed from 170.123 ppm to 173.123 ppm\n\n"
-           "Old RMSD. Direct dimension: 0.5 Xu, indirect dimension: 3.16228Yu\n"
-           "New RMSD: Direct dimension: 0 Xu, indirect dimension: 1 Yu"
-        << "RMSD (direct dimension): 0.5 Xu\nRMSD (indirect dimension): 3.16228 Yu" << 173.123456789;
+    QTest::newRow("homonuclear") << "1H"
+                                 << "Reference is changed from 31 ppm to 31.5 ppm\n\nOld RMSD: 0.5 Xu\nNew RMSD: 0 Xu"
+                                 << "RMSD (direct dimension): 0.5 Xu\nRMSD (indirect dimension): 3.16228 Yu"
+                                 << 170.123456789;
+    QTest::newRow("heteronuclear") << "13C"
+                                   << "Direct dimension reference is changed from 31 ppm to 31.5 ppm\n"
+                                      "Indirect dimension reference is changed from 170.123 ppm to 173.123 ppm\n\n"
+                                      "Old RMSD. Direct dimension: 0.5 Xu, indirect dimension: 3.16228Yu\n"
+                                      "New RMSD: Direct dimension: 0 Xu, indirect dimension: 1 Yu"
+                                   << "RMSD (direct dimension): 0.5 Xu\nRMSD (indirect dimension): 3.16228 Yu"
+                                   << 173.123456789;
 }
 
 void tst_Fitting::reports()

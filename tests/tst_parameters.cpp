@@ -13,8 +13,7 @@
 
 using Magres::Tensor;
 
-class tst_Parameters : public QObject
-{
+class tst_Parameters : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -47,15 +46,15 @@ void tst_Parameters::derivedValues_data()
     QTest::addColumn<QList<double>>("tensor");
     QTest::addColumn<QList<double>>("principal"); // yy, xx, zz
     QTest::addColumn<QList<double>>("shielding"); // iso, aniso, assym
-    QTest::addColumn<QList<double>>("efg");       // eq, qassym, Cq for 10 fm^2
+    QTest::addColumn<QList<double>>("efg"); // eq, qassym, Cq for 10 fm^2
 
     using L = QList<double>;
     QTest::newRow("shielding") << L{10, 0, 0, 0, 20, 0, 0, 0, 60} << L{20, 10, 60} << L{30, 45, 1.0 / 3.0}
                                << L{60, -1.0 / 6.0, 60 * (10 * 2.3489)};
-    QTest::newRow("field gradient") << L{-0.1, 0, 0, 0, -0.2, 0, 0, 0, 0.3} << L{-0.1, -0.2, 0.3} << L{0, 0.45, 1.0 / 3.0}
-                                    << L{0.3, 1.0 / 3.0, 7.0467};
-    QTest::newRow("negative largest component")
-        << L{0.1, 0, 0, 0, 0.2, 0, 0, 0, -0.3} << L{0.1, 0.2, -0.3} << L{0, -0.45, 1.0 / 3.0} << L{0.3, 1.0 / 3.0, 7.0467};
+    QTest::newRow("field gradient") << L{-0.1, 0, 0, 0, -0.2, 0, 0, 0, 0.3} << L{-0.1, -0.2, 0.3}
+                                    << L{0, 0.45, 1.0 / 3.0} << L{0.3, 1.0 / 3.0, 7.0467};
+    QTest::newRow("negative largest component") << L{0.1, 0, 0, 0, 0.2, 0, 0, 0, -0.3} << L{0.1, 0.2, -0.3}
+                                                << L{0, -0.45, 1.0 / 3.0} << L{0.3, 1.0 / 3.0, 7.0467};
     QTest::newRow("coupled off-diagonals") // eigenvalues 1 and 3 of the upper block, 8 alone
         << L{2, 1, 0, 1, 2, 0, 0, 0, 8} << L{3, 1, 8} << L{4, 6, 0.5} << L{8, -0.25, 8 * 23.489};
     QTest::newRow("antisymmetric part counts") // block [[2, 2], [0.5, 2]] has the eigenvalues 1 and 3 as well
@@ -230,8 +229,10 @@ void tst_Parameters::quadrupolarIsotopes()
 
 void tst_Parameters::tensorsAreFoundByLabelAndIndex()
 {
-    const QList<MagresTensor> tensors{{{"H"}, 2, diagonal(1, 1, 2)}, {{"H"}, 1, diagonal(3, 3, 4)},
-                                      {{"H"}, 2, diagonal(5, 5, 6)}, {{"C"}, 1, diagonal(7, 7, 8)}};
+    const QList<MagresTensor> tensors{{{"H"}, 2, diagonal(1, 1, 2)},
+                                      {{"H"}, 1, diagonal(3, 3, 4)},
+                                      {{"H"}, 2, diagonal(5, 5, 6)},
+                                      {{"C"}, 1, diagonal(7, 7, 8)}};
     const Magres::TensorIndex index(tensors);
     QCOMPARE(index.find({"H"}, 2), &tensors[0]);
     QCOMPARE(index.find({"H"}, 1), &tensors[1]);

@@ -30,8 +30,7 @@ FakeHost::~FakeHost()
 }
 
 /// The built plug-in library in hosts of several degrees of completeness.
-class tst_Plugin : public QObject
-{
+class tst_Plugin : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -135,17 +134,27 @@ void tst_Plugin::methodIndices()
     FakeHost host;
     const QMetaObject *meta = newPlugin()->metaObject();
     QCOMPARE(meta->className(), "TMagresFileFilterPlugin");
-    const QByteArrayList expected{"updateSpectrum()", "autoRef()", "calcRmsd()", "fileFilter_adapterClass()",
-                                  "fileFilter_customFormat()", "fileFilter_canRead()", "fileFilter_canWrite()",
-                                  "fileFilter_name()", "fileFilter_extensions()", "fileFilter_matching(QString)",
-                                  "fileFilter_dataType()", "fileFilter_read(QString,QRectF)", "fileFilter_storageType()"};
+    const QByteArrayList expected{"updateSpectrum()",
+                                  "autoRef()",
+                                  "calcRmsd()",
+                                  "fileFilter_adapterClass()",
+                                  "fileFilter_customFormat()",
+                                  "fileFilter_canRead()",
+                                  "fileFilter_canWrite()",
+                                  "fileFilter_name()",
+                                  "fileFilter_extensions()",
+                                  "fileFilter_matching(QString)",
+                                  "fileFilter_dataType()",
+                                  "fileFilter_read(QString,QRectF)",
+                                  "fileFilter_storageType()"};
     QCOMPARE(meta->methodCount() - meta->methodOffset(), expected.size());
     for (int i = 0; i < expected.size(); ++i)
         QCOMPARE(meta->method(meta->methodOffset() + i).methodSignature(), expected[i]);
 
     const auto answer = [&](const char *method, auto value) {
-        QMetaObject::invokeMethod(m_loader.instance(), method, QReturnArgument<decltype(value)>(
-            QMetaType::fromType<decltype(value)>().name(), value));
+        QMetaObject::invokeMethod(
+            m_loader.instance(), method,
+            QReturnArgument<decltype(value)>(QMetaType::fromType<decltype(value)>().name(), value));
         return value;
     };
     QCOMPARE(answer("fileFilter_adapterClass", QString()), QStringLiteral("TPluginFileFilterAdapter"));
@@ -183,20 +192,24 @@ void tst_Plugin::metadataCheck_data()
     QTest::addColumn<QByteArray>("json");
     QTest::addColumn<bool>("accepted");
     QTest::addColumn<QString>("shown");
-    QTest::newRow("plain") << QByteArray(R"({"name": "N", "dependencies": [{"name": "qT", "version": [6, 5, 3]}]})") << true
-                           << "N";
-    QTest::newRow("Qt 6.4") << QByteArray(R"({"name": "N", "dependencies": [{"name": "Qt", "version": [6, 4]}]})") << false
-                            << "";
-    QTest::newRow("Qt 6.6") << QByteArray(R"({"name": "N", "dependencies": [{"name": "Qt", "version": [6, 6]}]})") << false
-                            << "";
+    QTest::newRow("plain") << QByteArray(R"({"name": "N", "dependencies": [{"name": "qT", "version": [6, 5, 3]}]})")
+                           << true << "N";
+    QTest::newRow("Qt 6.4") << QByteArray(R"({"name": "N", "dependencies": [{"name": "Qt", "version": [6, 4]}]})")
+                            << false << "";
+    QTest::newRow("Qt 6.6") << QByteArray(R"({"name": "N", "dependencies": [{"name": "Qt", "version": [6, 6]}]})")
+                            << false << "";
     QTest::newRow("first Qt counts") << QByteArray(R"({"dependencies": [{"name": "Qt", "version": [5, 15]},
-                                                                          {"name": "Qt", "version": [6, 5]}]})") << false << "";
+                                                                          {"name": "Qt", "version": [6, 5]}]})")
+                                     << false << "";
     QTest::newRow("no dependencies") << QByteArray(R"({"name": "N"})") << false << "";
     QTest::newRow("broken") << QByteArray(R"({"dependencies": {"name": 5, "version": "x"}})") << false << "";
-    QTest::newRow("licensed product") << QByteArray(R"({"name": "N", "display_name": "D", "product": {"name": "licensed"},
-                                        "dependencies": [{"name": "QT", "version": [6, 5]}]})") << true << "D";
+    QTest::newRow("licensed product") << QByteArray(
+        R"({"name": "N", "display_name": "D", "product": {"name": "licensed"},
+                                        "dependencies": [{"name": "QT", "version": [6, 5]}]})")
+                                      << true << "D";
     QTest::newRow("other product") << QByteArray(R"({"name": "N", "product": {"name": "x"},
-                                        "dependencies": [{"name": "QT", "version": [6, 5]}]})") << false << "N";
+                                        "dependencies": [{"name": "QT", "version": [6, 5]}]})")
+                                   << false << "N";
 }
 
 void tst_Plugin::metadataCheck()
@@ -249,8 +262,9 @@ void tst_Plugin::contextMenu()
     QStringList texts;
     for (const QAction *action : menu->actions())
         texts.append(action->text());
-    QCOMPARE(texts, (QStringList{QStringLiteral("Edit Spectrum..."), QStringLiteral("Auto reference"),
-                                 QStringLiteral("RMSD")}));
+    QCOMPARE(
+        texts,
+        (QStringList{QStringLiteral("Edit Spectrum..."), QStringLiteral("Auto reference"), QStringLiteral("RMSD")}));
     menu->actions().last()->trigger();
     QCOMPARE(logged.size(), 1);
 }
@@ -281,8 +295,9 @@ void tst_Plugin::readingMakesMoleculeDataAndTable()
     QStringList actions;
     for (const QAction *action : host.scene->tableItem->menu->actions())
         actions.append(action->text());
-    QCOMPARE(actions, (QStringList{QStringLiteral("MAGRES"), QStringLiteral("Create spectrum..."),
-                                   QStringLiteral("Set Quadrupolar Isotope...")}));
+    QCOMPARE(actions,
+             (QStringList{QStringLiteral("MAGRES"), QStringLiteral("Create spectrum..."),
+                          QStringLiteral("Set Quadrupolar Isotope...")}));
 
     // Rows tell the molecule which atoms are selected, and are selected by its messages.
     host.scene->view->selectRow(2);
@@ -362,10 +377,12 @@ void tst_Plugin::spectrumThroughToFit()
 
     host.services->addEntry(experimental({2.25, 4.75}));
     QCOMPARE(report("calcRmsd"), QStringLiteral("RMSD\nRMSD: 0.559017 ppm"));
-    QCOMPARE(report("autoRef"), QStringLiteral("New reference\nReference is changed from 31 ppm to 31.5 ppm\n\n"
-                                               "Old RMSD: 0.559017 ppm\nNew RMSD: 0.25 ppm"));
+    QCOMPARE(report("autoRef"),
+             QStringLiteral("New reference\nReference is changed from 31 ppm to 31.5 ppm\n\n"
+                            "Old RMSD: 0.559017 ppm\nNew RMSD: 0.25 ppm"));
     // The fitted reference is this spectrum's alone.
-    QCOMPARE(QSettings().value(QStringLiteral("magresPlugin/ref")).toMap().value(QStringLiteral("1H")).toDouble(), 31.0);
+    QCOMPARE(QSettings().value(QStringLiteral("magresPlugin/ref")).toMap().value(QStringLiteral("1H")).toDouble(),
+             31.0);
     QCOMPARE(report("calcRmsd"), QStringLiteral("RMSD\nRMSD: 0.25 ppm"));
     const QVariantHash fitted = host.services->entryOrigParams(entry, QStringLiteral("magres"));
     QCOMPARE(fitted.value(QStringLiteral("ref")).toMap().value(QStringLiteral("1H")).toDouble(), 31.5);
@@ -400,7 +417,8 @@ void tst_Plugin::eachHostMethodMayBeMissing()
     const bool findsSpectrum = hasSpectrum && method != "getNMRData" && method != "entryOrigParams";
     QCOMPARE(report("updateSpectrum").isEmpty(), findsSpectrum);
     host.services->addEntry(experimental({2.5, 4.5}));
-    const bool canFit = hasSpectrum && method != "getNMRData" && method != "entryOrigParams" && method != "entryPeakList";
+    const bool canFit =
+        hasSpectrum && method != "getNMRData" && method != "entryOrigParams" && method != "entryPeakList";
     QCOMPARE(report("calcRmsd").startsWith(QStringLiteral("RMSD")), canFit || method == "entryPeakList");
     report("autoRef");
 }

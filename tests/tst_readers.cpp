@@ -70,7 +70,8 @@ QByteArray processing(int points, int tile, const QByteArray &offset, const QByt
         + more;
 }
 
-template <typename Number> QByteArray binary(const std::vector<Number> &values, bool bigEndian)
+template <typename Number>
+QByteArray binary(const std::vector<Number> &values, bool bigEndian)
 {
     QByteArray bytes(qsizetype(values.size() * sizeof(Number)), '\0');
     for (size_t i = 0; i < values.size(); ++i) {
@@ -109,7 +110,8 @@ Files bruker2D()
 }
 
 /// The message with which the call fails; empty when it does not.
-template <typename Call> QString failure(const Call &call)
+template <typename Call>
+QString failure(const Call &call)
 {
     try {
         call();
@@ -257,15 +259,14 @@ void ReadersTest::tableTokens_data()
                                << QList<double>{100, 25, -0.35, 0.5, 4};
     QTest::newRow("E is a digit behind a whole number") << QByteArray("4 1E2 2e1\n") << QList<double>{1, 52, 2, -51};
     QTest::newRow("repeated difference, then another") << QByteArray("5A0JTk\n") << QList<double>{10, 11, 12, 10};
-    QTest::newRow("repeat count of two digits") << QByteArray("14A0SB0S2\n") << QList<double>(QList<double>{10}
-                                                                                           << QList<double>(12, 20));
+    QTest::newRow("repeat count of two digits")
+        << QByteArray("14A0SB0S2\n") << QList<double>(QList<double>{10} << QList<double>(12, 20));
     QTest::newRow("AFFN, commas") << QByteArray("5, 1, -2,3\n2, 4, 5\n") << QList<double>{1, -2, 3, 4, 5};
     QTest::newRow("PAC") << QByteArray("5+1-22+3\n2+4-5\n") << QList<double>{1, -22, 3, 4, -5};
     QTest::newRow("SQZ") << QByteArray("6@A1b2i\n2IT\n") << QList<double>{0, 11, -22, -9, 9, 9};
-    QTest::newRow("DIFDUP, every digit")
-        << differences
-        << QList<double>{0,  1,  3,  6,  10, 15, 21, 28, 36, 45, 44, 42, 39,
-                         35, 30, 24, 17, 9,  0,  10, 20, 30, 40, 39, 38, 38};
+    QTest::newRow("DIFDUP, every digit") << differences
+                                         << QList<double>{0,  1,  3,  6,  10, 15, 21, 28, 36, 45, 44, 42, 39,
+                                                          35, 30, 24, 17, 9,  0,  10, 20, 30, 40, 39, 38, 38};
     QTest::newRow("check alone on the last line") << QByteArray("3AJJ\n1C\n") << QList<double>{1, 2, 3};
     QTest::newRow("comments and blank lines") << QByteArray("2 7 $$ 8\n\n$$ 9\n1 6\n") << QList<double>{7, 6};
 }
@@ -314,7 +315,7 @@ void ReadersTest::badInput_data()
     folder("no procs", "procs", "", "", "procs: there is no such file");
     folder("no data", "2rr", "", "", "no processed data were found here");
     folder("data cut", "2rr", "\xf9", "",
-        "bytes where the parameters (SI = 6 × 5, XDIM = 4 × 2, 4 bytes a point) make 192");
+           "bytes where the parameters (SI = 6 × 5, XDIM = 4 × 2, 4 bytes a point) make 192");
     folder("no reference", "proc2s", "##$OFFSET=", "##$O=", "proc2s: the parameter OFFSET is missing");
     folder("size of a matrix of 10^18 points", "procs", "SI= 6", "SI= 1000000000", "SI: expected 2 to 268435456");
     folder("too many in all", "procs", "SI= 6", "SI= 268435456", "points (SI = 268435456 × 5, XDIM = 4 × 2) are");

@@ -11,8 +11,7 @@
 #include <cmath>
 #include <random>
 
-class tst_Reading : public QObject
-{
+class tst_Reading : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -171,8 +170,9 @@ void tst_Reading::numbers()
     if (valid)
         QCOMPARE(parsed(text).atoms[0].pos[0], value);
     else
-        QCOMPARE(parseError(text), QStringLiteral("Atom x-coordinate in line atom C C 1 %1 0 0 cannot be parsed")
-                                       .arg(QString::fromLatin1(token)));
+        QCOMPARE(parseError(text),
+                 QStringLiteral("Atom x-coordinate in line atom C C 1 %1 0 0 cannot be parsed")
+                     .arg(QString::fromLatin1(token)));
 }
 
 void tst_Reading::labels_data()
@@ -185,8 +185,8 @@ void tst_Reading::labels_data()
     QTest::newRow("numbered") << "[atoms]\natom H H 1 0 0 0\n[/atoms]\n" + ms << QByteArray("H1") << QByteArray("H01");
     QTest::newRow("own labels") << "[atoms]\natom H H 1 0 0 0\natom H H_a 1 0 0 0\n[/atoms]\n" + ms << QByteArray("H")
                                 << QByteArray("H");
-    QTest::newRow("tensors first") << ms + "[atoms]\natom H H_a 1 0 0 0\n[/atoms]\n" << QByteArray("H_a")
-                                   << QByteArray("H01");
+    QTest::newRow("tensors first") << ms + "[atoms]\natom H H_a 1 0 0 0\n[/atoms]\n"
+                                   << QByteArray("H_a") << QByteArray("H01");
     QTest::newRow("Latin-1") << "[atoms]\natom H H\xC3\xA9 1 0 0 0\n[/atoms]\n" + ms << QByteArray("H\xE9")
                              << QByteArray("H");
 }
@@ -250,8 +250,8 @@ void tst_Reading::unitsAreCheckedUntilAccepted_data()
     QTest::newRow("lattice unit") << QByteArray("[atoms]\nunits lattice Bohr\n") << true;
     QTest::newRow("after an accepted one") << QByteArray("[atoms]\nunits atom Angstrom\nunits atom Bohr\n") << true;
     QTest::newRow("after an unchecked one") << QByteArray("[magres]\nunits efg au\nunits ms Hz\n") << false;
-    QTest::newRow("in the next block")
-        << QByteArray("[atoms]\nunits atom Angstrom\n[/atoms]\n[magres]\nunits ms Hz\n") << false;
+    QTest::newRow("in the next block") << QByteArray("[atoms]\nunits atom Angstrom\n[/atoms]\n[magres]\nunits ms Hz\n")
+                                       << false;
 }
 
 void tst_Reading::unitsAreCheckedUntilAccepted()
@@ -362,7 +362,9 @@ void tst_Reading::mapFormHasThePersistedTypes()
     QVariant streamed;
     QDataStream in(bytes);
     in >> streamed;
-    QCOMPARE(streamed.toMap()[QStringLiteral("atoms")].toMap()[QStringLiteral("10")].toMap()[QStringLiteral("pos")]
+    QCOMPARE(streamed.toMap()[QStringLiteral("atoms")]
+                 .toMap()[QStringLiteral("10")]
+                 .toMap()[QStringLiteral("pos")]
                  .value<DoubleVector>(),
              (DoubleVector{5.0, 1.0, -10 / 3.0}));
 }
@@ -375,7 +377,8 @@ void tst_Reading::moleculeDescription()
     QVariantMap description = Magres::moleculeDescription(data);
     const QVariantList atoms = description[QStringLiteral("Atoms")].toList();
     QCOMPARE(atoms.size(), 12);
-    QVERIFY(!atoms[0].toMap().contains(QStringLiteral("NB.Num")) && !atoms[0].toMap().contains(QStringLiteral("NB.Conn")));
+    QVERIFY(!atoms[0].toMap().contains(QStringLiteral("NB.Num"))
+            && !atoms[0].toMap().contains(QStringLiteral("NB.Conn")));
     QCOMPARE(atoms[1].toMap()[QStringLiteral("El")].toInt(), -1);
     const QVariantMap third = atoms[2].toMap();
     QCOMPARE(third[QStringLiteral("El")].toInt(), 6);

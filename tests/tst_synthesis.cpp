@@ -17,8 +17,7 @@
 #include <cmath>
 #include <numeric>
 
-class tst_Synthesis : public QObject
-{
+class tst_Synthesis : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -46,17 +45,25 @@ static bool near(double actual, double expected, double tolerance = 1e-9)
     return std::abs(actual - expected) <= tolerance;
 }
 
-/// A methyl group, an amine group and a lone hydrogen in a row; the shielding of hydrogen n is n ppm, of others 100 + No.
+/// A methyl group, an amine group and a lone hydrogen in a row; the shielding of hydrogen n is n ppm, of others 100 +
+/// No.
 static MagresData methylamine(const QByteArray &leaveOut = {})
 {
     QByteArray atoms, tensors;
     const auto add = [&](const char *element, int number, double x, double y, double z, double shielding) {
         const QByteArray label = element + QByteArray(" ") + QByteArray::number(number);
-        atoms += QStringLiteral("atom %1 %2 %3 %4 %5\n").arg(QLatin1String(element), QString::fromLatin1(label))
-                     .arg(x).arg(y).arg(z).toLatin1();
+        atoms += QStringLiteral("atom %1 %2 %3 %4 %5\n")
+                     .arg(QLatin1String(element), QString::fromLatin1(label))
+                     .arg(x)
+                     .arg(y)
+                     .arg(z)
+                     .toLatin1();
         if (label != leaveOut)
-            tensors += QStringLiteral("ms %1 %2 0 0 0 %2 0 0 0 %3\n").arg(QString::fromLatin1(label))
-                           .arg(shielding).arg(shielding + 1e-3).toLatin1();
+            tensors += QStringLiteral("ms %1 %2 0 0 0 %2 0 0 0 %3\n")
+                           .arg(QString::fromLatin1(label))
+                           .arg(shielding)
+                           .arg(shielding + 1e-3)
+                           .toLatin1();
     };
     add("C", 1, 0, 0, 0, 101);
     add("H", 1, -0.36, 1.03, 0, 1);
@@ -245,7 +252,8 @@ void tst_Synthesis::correlations_data()
     QTest::addColumn<QByteArray>("nucF2");
     QTest::addColumn<QByteArray>("nucF1");
     QTest::addColumn<QStringList>("pairs");
-    QTest::newRow("strongest C-H: first of equals") << 0 << QByteArray("13C") << QByteArray("1H") << QStringList{QStringLiteral("C1 H2")};
+    QTest::newRow("strongest C-H: first of equals")
+        << 0 << QByteArray("13C") << QByteArray("1H") << QStringList{QStringLiteral("C1 H2")};
     QTest::newRow("RSS C-H") << 1 << QByteArray("13C") << QByteArray("1H") << QStringList{QStringLiteral("C1 H2")};
     QTest::newRow("strongest H-C: H7 is too far") << 0 << QByteArray("1H") << QByteArray("13C")
                                                   << QStringLiteral("H1 C1,H2 C1,H3 C1,H4 C1,H5 C1,H6 C1").split(u',');
@@ -283,9 +291,11 @@ void tst_Synthesis::correlations()
     // Exactly 3 Angstrom is too far for a strongest partner, and of equal partners the first counts.
     if (mode == 0 && nucF2 == "13C") {
         MagresData line;
-        Magres::parseMagres("[atoms]\natom C C 1 0 0 0\natom H H 1 3 0 0\natom H H 2 0 2 0\natom H H 3 0 0 2\n[/atoms]\n"
-                            "[magres]\nms C 1 1 0 0 0 2 0 0 0 3\nms H 1 1 0 0 0 2 0 0 0 3\nms H 2 1 0 0 0 2 0 0 0 4\n"
-                            "ms H 3 1 0 0 0 2 0 0 0 5\n[/magres]\n", line);
+        Magres::parseMagres(
+            "[atoms]\natom C C 1 0 0 0\natom H H 1 3 0 0\natom H H 2 0 2 0\natom H H 3 0 0 2\n[/atoms]\n"
+            "[magres]\nms C 1 1 0 0 0 2 0 0 0 3\nms H 1 1 0 0 0 2 0 0 0 3\nms H 2 1 0 0 0 2 0 0 0 4\n"
+            "ms H 3 1 0 0 0 2 0 0 0 5\n[/magres]\n",
+            line);
         QCOMPARE(Magres::makePeaks(line, p, TestNuclei())[0].labelsF1, QByteArrayList{"H2"});
         line.atoms.removeLast();
         line.atoms.removeLast();
@@ -341,9 +351,9 @@ void tst_Synthesis::missingShieldingEndsIt()
 void tst_Synthesis::shiftRanges()
 {
     // lo, hi, from, to: plain, a single value, two that the boxes cannot tell apart, two that they can
-    for (const auto &[lo, hi, from, to] :
-         {std::array{0.0, 100.0, -10.0, 111.0}, std::array{50.0, 50.0, 38.0, 62.2},
-          std::array{50.0, 50.004, 38.0 - 4e-4, 50.004 + 10 + 0.1 * 22.0044}, std::array{50.0, 50.02, 49.998, 50.0222}}) {
+    for (const auto &[lo, hi, from, to] : {std::array{0.0, 100.0, -10.0, 111.0}, std::array{50.0, 50.0, 38.0, 62.2},
+                                           std::array{50.0, 50.004, 38.0 - 4e-4, 50.004 + 10 + 0.1 * 22.0044},
+                                           std::array{50.0, 50.02, 49.998, 50.0222}}) {
         const auto range = Magres::displayRange({lo, hi});
         QVERIFY2(near(range[0], from) && near(range[1], to), qPrintable(QString::number(range[0], 'g', 12)));
     }

@@ -336,7 +336,8 @@ private:
     WMainWindow &window() { return m_host->window(); }
     MainScene &scene() { return m_host->scene(); }
 
-    template <typename Item> Item *first()
+    template <typename Item>
+    Item *first()
     {
         for (DocumentItem *item : scene().documentItems()) {
             if (auto *found = qobject_cast<Item *>(item))

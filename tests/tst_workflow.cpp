@@ -49,11 +49,11 @@ const QString createCommand = u"Create spectrum..."_s;
 const QString isotopeCommand = u"Set Quadrupolar Isotope..."_s;
 
 const Inputs carbonSpectrum{{"fCbNucF2", u"13C"_s}, {"fSpCSRefF2", 172.4}};
-const Inputs protonCarbonSpectrum{{"fCbDims", u"2D Spectrum"_s}, {"fCbNucF2", u"1H"_s}, {"fSpCSRefF2", 30.5},
+const Inputs protonCarbonSpectrum{{"fCbDims", u"2D Spectrum"_s}, {"fCbNucF2", u"1H"_s},  {"fSpCSRefF2", 30.5},
                                   {"fCbPtsF2", u"512"_s},        {"fCbNucF1", u"13C"_s}, {"fSpCSRefF1", 172.5},
                                   {"fCbPtsF1", u"128"_s}};
 const Inputs protonProtonSpectrum{{"fCbDims", u"2D Spectrum"_s}, {"fCbNucF2", u"1H"_s}, {"fCbPtsF2", u"512"_s},
-                                  {"fCbNucF1", u"1H"_s},         {"fSpCSRefF1", 30.5}, {"fCbPtsF1", u"128"_s}};
+                                  {"fCbNucF1", u"1H"_s},         {"fSpCSRefF1", 30.5},  {"fCbPtsF1", u"128"_s}};
 
 /// Positions of the peaks in a dimension, descending.
 QList<double> positions(const QVariantList &peaks, size_t dimension)
@@ -87,8 +87,8 @@ QVariantMap entryOf(const std::vector<PeakListFile::Peak> &peaks)
     return {{u"Peaks"_s, PeakListFile::toPeakMap(peaks)}};
 }
 
-/// An experiment whose sorted positions lie at these offsets from those of the peaks; every second one lies higher by the
-/// scatter in F2, the others lower.
+/// An experiment whose sorted positions lie at these offsets from those of the peaks; every second one lies higher by
+/// the scatter in F2, the others lower.
 QVariantMap experimentFor(const QVariantList &peaks, double offsetF2, double offsetF1 = 0, double scatter = 0)
 {
     const QList<double> f2 = positions(peaks, 0);
@@ -109,8 +109,7 @@ QString withoutResidues(QString report)
 
 /// A user's way from a file to a referenced spectrum, in the workbench's window with the built plug-in in it: by mouse
 /// and keyboard, every dialog answered and every message read.
-class tst_Workflow : public QObject
-{
+class tst_Workflow : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -291,7 +290,8 @@ void tst_Workflow::rowsAndAtomsAreSelectedTogether()
     const int row = 3;
     const auto click = [&](int number) {
         QTableView *view = table->view();
-        const QPoint inView = view->viewport()->mapTo(view, view->visualRect(table->model()->index(number, 0)).center());
+        const QPoint inView =
+            view->viewport()->mapTo(view, view->visualRect(table->model()->index(number, 0)).center());
         const QPointF inScene = view->graphicsProxyWidget()->mapToScene(inView);
         window().view()->centerOn(inScene);
         QTest::mouseClick(window().view()->viewport(), Qt::LeftButton, {}, window().view()->mapFromScene(inScene));
@@ -312,8 +312,8 @@ void tst_Workflow::spectrumOfOneDimension()
 {
     TableItem *table = open(paracetamol);
     m_dialogs->expect(parametersTitle, [](QDialog *dialog) {
-        const Inputs offered{{"fCbDims", u"1D Spectrum"_s}, {"fSpSfrq", 600.0},        {"fCbNucF2", u"13C"_s},
-                             {"fSpCSRefF2", 100.0},         {"fSpCSSlopeF2", -1.0},    {"fSpLwF2", 30.0},
+        const Inputs offered{{"fCbDims", u"1D Spectrum"_s}, {"fSpSfrq", 600.0},     {"fCbNucF2", u"13C"_s},
+                             {"fSpCSRefF2", 100.0},         {"fSpCSSlopeF2", -1.0}, {"fSpLwF2", 30.0},
                              {"fCbPtsF2", u"8192"_s}};
         QCOMPARE(shown(dialog, offered), offered);
         fill(dialog, {{"fSpCSRefF2", 172.4}, {"fSpLwF2", 45.5}, {"fCbPtsF2", u"4096"_s}});
@@ -380,8 +380,7 @@ void tst_Workflow::editingTwice()
     QVERIFY(largestDifference(positions(peaks(), 0), shifted(before, -2.0)) < 1e-9);
 
     // A range that the user sets stays the user's.
-    edit({{"fSpCSRefF2", 170.4}, {"fSpLwF2", 50.0}},
-         {{"fCbPtsF2", u"1024"_s}, {"fSpFromF2", 5.0}, {"fSpToF2", 185.0}});
+    edit({{"fSpCSRefF2", 170.4}, {"fSpLwF2", 50.0}}, {{"fCbPtsF2", u"1024"_s}, {"fSpFromF2", 5.0}, {"fSpToF2", 185.0}});
     edit({{"fSpCSRefF2", 170.4}, {"fCbPtsF2", u"1024"_s}, {"fSpFromF2", 5.0}, {"fSpToF2", 185.0}}, {});
     QCOMPARE(storedReference(u"13C"_s), 170.4);
     QCOMPARE(stored().value(u"RangeF2"_s).value<DoubleVector>(), (DoubleVector{5.0, 185.0}));
@@ -434,8 +433,8 @@ void tst_Workflow::cancelling()
 
 namespace {
 
-// The largest component of the EFG tensor is 1.2 atomic units at both sites of copper; the quadrupole moments are -22.0 fm²
-// (63Cu) and -20.4 fm² (65Cu), and an atomic unit times 1 fm² is taken as 2.3489 MHz.
+// The largest component of the EFG tensor is 1.2 atomic units at both sites of copper; the quadrupole moments are -22.0
+// fm² (63Cu) and -20.4 fm² (65Cu), and an atomic unit times 1 fm² is taken as 2.3489 MHz.
 const QString cqOf63Cu = u"-62.011"_s;
 const QString cqOf65Cu = u"-57.501"_s;
 
@@ -458,7 +457,8 @@ void tst_Workflow::isotope()
     QCOMPARE(couplings(Qt::ToolTipRole), (QStringList{u"Isotope: 63Cu"_s, u"Isotope: 63Cu"_s}));
     const QString oxygen = cell(table, 2, u"Cq, MHz"_s);
 
-    const auto setIsotope = [&](const QString &offered, const QString &chosen, QDialogButtonBox::StandardButton button) {
+    const auto setIsotope = [&](const QString &offered, const QString &chosen,
+                                QDialogButtonBox::StandardButton button) {
         m_dialogs->expect(isotopeTitle, [=](QDialog *dialog) {
             fill(dialog, {{"fCbEl", u"Cu"_s}});
             const Inputs isotope{{"fCbIso", offered}};
@@ -510,14 +510,13 @@ void tst_Workflow::autoReference_data()
             << carbonSpectrum << 1.5 << 0.0 << 0.25 << experimentFirst << u"RMSD: 1.52069 ppm"_s
             << u"Reference is changed from 172.4 ppm to 173.9 ppm\n\nOld RMSD: 1.52069 ppm\nNew RMSD: 0.25 ppm"_s
             << u"RMSD: 0.25 ppm"_s;
-    QTest::newRow("two nuclei")
-        << protonCarbonSpectrum << -0.75 << 2.5 << 0.0 << false
-        << u"RMSD (direct dimension): 0.75 ppm\nRMSD (indirect dimension): 2.5 ppm"_s
-        << u"Direct dimension reference is changed from 30.5 ppm to 29.75 ppm\n"
-           "Indirect dimension reference is changed from 172.5 ppm to 175 ppm\n\n"
-           "Old RMSD. Direct dimension: 0.75 ppm, indirect dimension: 2.5ppm\n"
-           "New RMSD: Direct dimension: 0 ppm, indirect dimension: 0 ppm"_s
-        << u"RMSD (direct dimension): 0 ppm\nRMSD (indirect dimension): 0 ppm"_s;
+    QTest::newRow("two nuclei") << protonCarbonSpectrum << -0.75 << 2.5 << 0.0 << false
+                                << u"RMSD (direct dimension): 0.75 ppm\nRMSD (indirect dimension): 2.5 ppm"_s
+                                << u"Direct dimension reference is changed from 30.5 ppm to 29.75 ppm\n"
+                                   "Indirect dimension reference is changed from 172.5 ppm to 175 ppm\n\n"
+                                   "Old RMSD. Direct dimension: 0.75 ppm, indirect dimension: 2.5ppm\n"
+                                   "New RMSD: Direct dimension: 0 ppm, indirect dimension: 0 ppm"_s
+                                << u"RMSD (direct dimension): 0 ppm\nRMSD (indirect dimension): 0 ppm"_s;
     // One reference, which F2 decides; F1 moves along, from 0.875 off to 0.375.
     QTest::newRow("one nucleus")
         << protonProtonSpectrum << 0.5 << 0.875 << 0.0 << false
@@ -571,7 +570,8 @@ void tst_Workflow::autoReference()
     QVERIFY(largestDifference(positions(peaks(), 0), shifted(positions(peaksBefore, 0), offsetF2)) < 1e-9);
     if (parameters.value(u"specType"_s).toInt() == 1)
         QVERIFY(largestDifference(positions(peaks(), 1),
-                                  shifted(positions(peaksBefore, 1), twoReferences ? offsetF1 : offsetF2)) < 1e-9);
+                                  shifted(positions(peaksBefore, 1), twoReferences ? offsetF1 : offsetF2))
+                < 1e-9);
 
     chooseAndRead(rmsdCommand, QMessageBox::Information, u"RMSD"_s, after);
     // Editing starts from the fitted reference.
@@ -609,9 +609,8 @@ void tst_Workflow::stackValidation()
     const QVariantList simulatedPeaks = peaks();
     spectra()->removeEntry(spectra()->activeEntryId());
     for (char kind : stack)
-        spectra()->addEntry(kind == 'S' ? simulated
-                                        : experimentFor(kind == 'E' ? simulatedPeaks : simulatedPeaks.mid(1), 1.0),
-                            {});
+        spectra()->addEntry(
+            kind == 'S' ? simulated : experimentFor(kind == 'E' ? simulatedPeaks : simulatedPeaks.mid(1), 1.0), {});
     const QList<QVariantMap> before = entries();
     for (const QStringList &command : {referenceCommand, rmsdCommand})
         chooseAndRead(command, QMessageBox::Critical, u"Error"_s, stackFailure + message);
@@ -625,7 +624,8 @@ void tst_Workflow::unusualPeaks_data()
     QTest::addColumn<bool>("anyPeaks");
     QTest::addColumn<QString>("rmsd");
     QTest::addColumn<QString>("report");
-    const QString noNumber = u"Reference is changed from 172.4 ppm to nan ppm\n\nOld RMSD: nan ppm\nNew RMSD: nan ppm"_s;
+    const QString noNumber =
+        u"Reference is changed from 172.4 ppm to nan ppm\n\nOld RMSD: nan ppm\nNew RMSD: nan ppm"_s;
     QTest::newRow("one position value")
         << QVariantMap{{u"Pos"_s, QVariant::fromValue(DoubleVector{20.0})}}
         << QVariantMap{{u"Pos"_s, QVariant::fromValue(DoubleVector{22.0})}} << true << u"RMSD: 2 ppm"_s
@@ -735,25 +735,30 @@ void tst_Workflow::parametersOfAnotherVersion_data()
     QTest::newRow("missing keys") << QVariantHash() << QString();
     QTest::newRow("unknown keys") << QVariantHash{{u"nucF2"_s, u"13C"_s}, {u"newIn2030"_s, QVariantList{1, u"x"_s}}}
                                   << QString();
-    QTest::newRow("other nuclei")
-        << QVariantHash{{u"nucF2"_s, u"999Zz"_s}, {u"nucF1"_s, QString()}, {u"specType"_s, 1}} << QString();
+    QTest::newRow("other nuclei") << QVariantHash{{u"nucF2"_s, u"999Zz"_s}, {u"nucF1"_s, QString()}, {u"specType"_s, 1}}
+                                  << QString();
     QVariantHash texts;
     QVariantHash maps;
-    for (const char *key : {"corr", "qShift", "nucF1", "nucF2", "slope", "ref", "lw", "avIdx", "freq", "pts", "ptsF2", "ptsF1",
-                            "specType", "RangeF2", "RangeF1", "RangeF2User", "RangeF1User"}) {
+    for (const char *key : {"corr", "qShift", "nucF1", "nucF2", "slope", "ref", "lw", "avIdx", "freq", "pts", "ptsF2",
+                            "ptsF1", "specType", "RangeF2", "RangeF1", "RangeF2User", "RangeF1User"}) {
         texts.insert(QLatin1String(key), u"nonsense"_s);
         maps.insert(QLatin1String(key), QVariantMap{{u"13C"_s, QVariantList{1, 2}}});
     }
     QTest::newRow("texts") << texts << u"The spectrometer frequency must be above 0 MHz"_s;
     QTest::newRow("maps") << maps << u"The spectrometer frequency must be above 0 MHz"_s;
-    QTest::newRow("large numbers")
-        << QVariantHash{{u"pts"_s, 1 << 30}, {u"avIdx"_s, 1 << 30}, {u"corr"_s, -5}, {u"specType"_s, 77},
-                        {u"qShift"_s, QVariant::fromValue(QList<int>(100, 1))}} << QString();
+    QTest::newRow("large numbers") << QVariantHash{{u"pts"_s, 1 << 30},
+                                                   {u"avIdx"_s, 1 << 30},
+                                                   {u"corr"_s, -5},
+                                                   {u"specType"_s, 77},
+                                                   {u"qShift"_s, QVariant::fromValue(QList<int>(100, 1))}}
+                                   << QString();
     const double nan = std::numeric_limits<double>::quiet_NaN();
-    QTest::newRow("not a number")
-        << QVariantHash{{u"nucF2"_s, u"13C"_s}, {u"ref"_s, QVariantMap{{u"13C"_s, nan}}}, {u"freq"_s, nan},
-                        {u"RangeF2"_s, QVariant::fromValue(DoubleVector{nan, nan})}, {u"RangeF2User"_s, true}}
-        << QString();
+    QTest::newRow("not a number") << QVariantHash{{u"nucF2"_s, u"13C"_s},
+                                                  {u"ref"_s, QVariantMap{{u"13C"_s, nan}}},
+                                                  {u"freq"_s, nan},
+                                                  {u"RangeF2"_s, QVariant::fromValue(DoubleVector{nan, nan})},
+                                                  {u"RangeF2User"_s, true}}
+                                  << QString();
 }
 
 void tst_Workflow::parametersOfAnotherVersion()
@@ -795,7 +800,8 @@ void tst_Workflow::nonsenseInTheSettings_data()
     QTest::newRow("large") << QVariant(1e300) << QString();
     QTest::newRow("not a number") << QVariant(std::numeric_limits<double>::quiet_NaN()) << QString();
     QTest::newRow("list") << QVariant(QStringList{u"13C"_s, u"1"_s}) << noFrequency;
-    QTest::newRow("map of texts") << QVariant(QVariantMap{{u"13C"_s, u"x"_s}, {u"1H"_s, QVariantList()}}) << noFrequency;
+    QTest::newRow("map of texts") << QVariant(QVariantMap{{u"13C"_s, u"x"_s}, {u"1H"_s, QVariantList()}})
+                                  << noFrequency;
     QTest::newRow("bytes") << QVariant(QByteArray("\0\xff@Variant(", 11)) << noFrequency;
 }
 
@@ -805,8 +811,8 @@ void tst_Workflow::nonsenseInTheSettings()
     QFETCH(QString, message);
     {
         QSettings settings;
-        for (const char *key : {"nucF1", "nucF2", "slope", "ref", "lw", "freq", "pts", "ptsF1", "ptsF2", "avIdx", "specType",
-                                "correlation", "QIso", "dialogPos"})
+        for (const char *key : {"nucF1", "nucF2", "slope", "ref", "lw", "freq", "pts", "ptsF1", "ptsF2", "avIdx",
+                                "specType", "correlation", "QIso", "dialogPos"})
             settings.setValue("magresPlugin/"_L1 + QLatin1String(key), nonsense);
     }
     TableItem *table = open(paracetamol);
@@ -863,7 +869,8 @@ void tst_Workflow::documentChangesUnderTheDialog_data()
     QTest::newRow("create, table") << create << u"table"_s << QString();
     QTest::newRow("edit, data") << edit << u"data"_s << updateFailure + noData;
     QTest::newRow("edit, table") << edit << u"table"_s << QString();
-    QTest::newRow("edit, plot") << edit << u"plot"_s << updateFailure + u"The active NMR spectrum is not a MAGRES spectrum"_s;
+    QTest::newRow("edit, plot") << edit << u"plot"_s
+                                << updateFailure + u"The active NMR spectrum is not a MAGRES spectrum"_s;
     QTest::newRow("isotope, data") << isotope << u"data"_s << QString();
     QTest::newRow("isotope, table") << isotope << u"table"_s << QString();
 }

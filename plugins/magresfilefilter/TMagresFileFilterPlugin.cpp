@@ -16,9 +16,7 @@
 #include <QMenu>
 
 TMagresFileFilterPlugin::TMagresFileFilterPlugin()
-    : TPlugin(0),
-      m_host(*this),
-      m_fileFilters(qApp->property("fileFilters").value<QObject *>())
+    : TPlugin(0), m_host(*this), m_fileFilters(qApp->property("fileFilters").value<QObject *>())
 {
     registerSharedMetaTypes();
     m_fileFilters.addPluginFilter(this);

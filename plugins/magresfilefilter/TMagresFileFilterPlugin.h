@@ -12,8 +12,7 @@
 #include <QRectF>
 
 /// The plug-in object: what the host calls by name. The work is done by the operations.
-class TMagresFileFilterPlugin : public TPlugin, private MagresCommands
-{
+class TMagresFileFilterPlugin : public TPlugin, private MagresCommands {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID "org.toran.IPlugin/1.0" FILE "magresfilefilter.json")
 

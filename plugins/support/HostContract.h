@@ -70,10 +70,11 @@ inline constexpr HostMethod beginResetModel{"tableModel", "beginResetModel", ""}
 inline constexpr HostMethod endResetModel{"tableModel", "endResetModel", ""};
 
 inline constexpr const HostMethod *methods[] = {
-    &checkProductLicense, &dataEngine, &getNMRData, &nmrPlot, &createMolItem, &createNMRItem, &addCustomTableItem,
-    &setCustomData, &delCustomData, &getEmptyRect, &getDataMap, &spin, &quadrupoleMoment, &naturalAbundance,
-    &addPluginFilter, &itemNMRData, &insertSpectrum, &entryOrigParams, &entryPeakList, &xUnitsString, &yUnitsString,
-    &fullReset, &molMap, &setMolMap, &linkObject, &sendMessage, &colId, &colDigits, &typeCntxtMenu, &beginResetModel,
+    &checkProductLicense, &dataEngine,       &getNMRData,      &nmrPlot,      &createMolItem,  &createNMRItem,
+    &addCustomTableItem,  &setCustomData,    &delCustomData,   &getEmptyRect, &getDataMap,     &spin,
+    &quadrupoleMoment,    &naturalAbundance, &addPluginFilter, &itemNMRData,  &insertSpectrum, &entryOrigParams,
+    &entryPeakList,       &xUnitsString,     &yUnitsString,    &fullReset,    &molMap,         &setMolMap,
+    &linkObject,          &sendMessage,      &colId,           &colDigits,    &typeCntxtMenu,  &beginResetModel,
     &endResetModel};
 
 } // namespace HostContract

@@ -7,10 +7,9 @@
 
 class QJsonObject;
 
-/// What every plug-in offers the host. The order of the virtual operations is the binary contract: later versions of the
-/// interface only add operations at the end.
-class IPlugin
-{
+/// What every plug-in offers the host. The order of the virtual operations is the binary contract: later versions of
+/// the interface only add operations at the end.
+class IPlugin {
 public:
     virtual ~IPlugin() = default;
 

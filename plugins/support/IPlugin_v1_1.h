@@ -5,8 +5,7 @@
 
 #include <QVariantList>
 
-class IPlugin_v1_1 : public IPlugin
-{
+class IPlugin_v1_1 : public IPlugin {
 public:
     virtual QVariantList command_line_options() const = 0;
     virtual void reserved7() = 0;

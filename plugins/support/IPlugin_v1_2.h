@@ -3,8 +3,7 @@
 
 #include "support/IPlugin_v1_1.h"
 
-class IPlugin_v1_2 : public IPlugin_v1_1
-{
+class IPlugin_v1_2 : public IPlugin_v1_1 {
 public:
     /// The plug-in's UUID in braces, as its metadata has it.
     virtual QString id() const = 0;

@@ -3,8 +3,7 @@
 
 #include "support/IPlugin_v1_2.h"
 
-class IPlugin_v1_3 : public IPlugin_v1_2
-{
+class IPlugin_v1_3 : public IPlugin_v1_2 {
 public:
     /// A new item, owned by the caller; null when canCreateItem() says no.
     virtual QObject *createItem(int itemType) = 0;

@@ -3,8 +3,7 @@
 
 #include "support/IPlugin_v1_3.h"
 
-class IPlugin_v1_4 : public IPlugin_v1_3
-{
+class IPlugin_v1_4 : public IPlugin_v1_3 {
 public:
     /// The name to show to users.
     virtual QString display_name() const = 0;

@@ -20,9 +20,7 @@ QMainWindow *findMainWindow()
 } // namespace
 
 TPlugin::TPlugin(int licensed)
-    : QObject(qApp),
-      m_licensed(licensed),
-      m_isHeadless(qApp->property("isHeadless").toBool())
+    : QObject(qApp), m_licensed(licensed), m_isHeadless(qApp->property("isHeadless").toBool())
 {
     QMainWindow *window = findMainWindow();
     if (!window)
@@ -35,7 +33,7 @@ TPlugin::TPlugin(int licensed)
         return;
     m_sceneUndoStack = WrUndoStack(scene->findChild<QUndoStack *>(QStringLiteral("sceneUndoStack")));
     // By name: the signal is the host's own.
-    connect(scene, SIGNAL(activeItemChanged(QGraphicsWidget*)), this, SLOT(onActiveItemChanged(QGraphicsWidget*)));
+    connect(scene, SIGNAL(activeItemChanged(QGraphicsWidget *)), this, SLOT(onActiveItemChanged(QGraphicsWidget *)));
 }
 
 QString TPlugin::name() const

@@ -11,13 +11,13 @@
 
 /// Base of a plug-in object: answers the host's questions from the embedded metadata and holds the host's main objects.
 /// Until setMetaData() has accepted the metadata, all answers are empty.
-class TPlugin : public QObject, public IPlugin_v1_4
-{
+class TPlugin : public QObject, public IPlugin_v1_4 {
     Q_OBJECT
     Q_INTERFACES(IPlugin IPlugin_v1_1 IPlugin_v1_2 IPlugin_v1_3 IPlugin_v1_4)
 
 public:
-    /// `licensed`: non-zero when the plug-in must not be used unless its metadata names a product that the host licenses.
+    /// `licensed`: non-zero when the plug-in must not be used unless its metadata names a product that the host
+    /// licenses.
     explicit TPlugin(int licensed);
 
     QString name() const override;
@@ -25,9 +25,9 @@ public:
     QString description() const override;
     /// Accepts metadata whose Qt dependency is 6.5, the version of the host's plug-in interface.
     bool setMetaData(const QJsonObject &metaData) override;
-    void reserved5() override {}
+    void reserved5() override { }
     QVariantList command_line_options() const override;
-    void reserved7() override {}
+    void reserved7() override { }
     QString id() const override;
     bool canCreateItem(int itemType) const override;
     void *reserved10() override { return nullptr; }

@@ -11,10 +11,10 @@ void WTableItemImpl::tableItem_init(QGraphicsWidget *item, QAbstractItemView *vi
     m_hostModel = WrTableModel(model);
     m_view = view;
     if (view && view->selectionModel())
-        connect(view->selectionModel(), SIGNAL(selectionChanged(QItemSelection,QItemSelection)), this,
+        connect(view->selectionModel(), SIGNAL(selectionChanged(QItemSelection, QItemSelection)), this,
                 SLOT(onSelectionChanged()));
     if (model)
-        connect(model, SIGNAL(dataChanged(QModelIndex,QModelIndex,QList<int>)), this, SLOT(onDataChanged()));
+        connect(model, SIGNAL(dataChanged(QModelIndex, QModelIndex, QList<int>)), this, SLOT(onDataChanged()));
 }
 
 QVariant WTableItemImpl::tableItem_itemChange(int, const QVariant &value)

@@ -10,8 +10,7 @@
 /// Base of a table that a plug-in keeps in the document. The host drives it by name: the item side through methods that
 /// begin with tableItem_, the model side through those that begin with tableModel_. The host's table item, its view and
 /// its model around the table come in with tableItem_init().
-class WTableItemImpl : public QObject
-{
+class WTableItemImpl : public QObject {
     Q_OBJECT
 
 public:
@@ -28,7 +27,7 @@ public:
     /// Host notification, as QGraphicsItem::itemChange.
     Q_INVOKABLE virtual QVariant tableItem_itemChange(int change, const QVariant &value);
     Q_INVOKABLE virtual QVariantMap tableItem_toMap() const { return {}; }
-    Q_INVOKABLE virtual void tableItem_fromMap(const QVariantMap &) {}
+    Q_INVOKABLE virtual void tableItem_fromMap(const QVariantMap &) { }
     Q_INVOKABLE virtual QString tableItem_objectTitle() const = 0;
     Q_INVOKABLE virtual QString tableItem_defTitle() const = 0;
     /// Under which the host keeps its settings of such tables.
@@ -36,11 +35,11 @@ public:
     /// Item properties of a new table; the host's own defaults where there are none.
     Q_INVOKABLE virtual QVariantMap tableItem_defProps() const { return {}; }
     /// A message from a linked item.
-    Q_INVOKABLE virtual void tableItem_onLMessage(const QVariantMap &) {}
+    Q_INVOKABLE virtual void tableItem_onLMessage(const QVariantMap &) { }
 
 protected Q_SLOTS:
-    virtual void onSelectionChanged() {}
-    virtual void onDataChanged() {}
+    virtual void onSelectionChanged() { }
+    virtual void onDataChanged() { }
 
 protected:
     const WrTableItem &hostItem() const { return m_hostItem; }

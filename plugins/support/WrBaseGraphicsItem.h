@@ -7,8 +7,7 @@
 #include <QUuid>
 
 /// An item on the page. Which methods it has depends on its kind.
-class WrBaseGraphicsItem : public WrObject<QGraphicsWidget>
-{
+class WrBaseGraphicsItem : public WrObject<QGraphicsWidget> {
 public:
     using WrObject::WrObject;
 

@@ -6,8 +6,7 @@
 #include <QUuid>
 
 /// The store of the document's data sets.
-class WrDataEngine : public WrObject<QObject>
-{
+class WrDataEngine : public WrObject<QObject> {
 public:
     using WrObject::WrObject;
 

@@ -4,8 +4,7 @@
 #include "support/WrObject.h"
 
 /// The host's registry of file filters.
-class WrFileFilters : public WrObject<QObject>
-{
+class WrFileFilters : public WrObject<QObject> {
 public:
     using WrObject::WrObject;
 

@@ -8,32 +8,27 @@
 
 // Host objects that plug-ins hold or hand on without calling them.
 
-class WrMainView : public WrObject<QGraphicsView>
-{
+class WrMainView : public WrObject<QGraphicsView> {
 public:
     using WrObject::WrObject;
 };
 
-class WrUndoStack : public WrObject<QUndoStack>
-{
+class WrUndoStack : public WrObject<QUndoStack> {
 public:
     using WrObject::WrObject;
 };
 
-class WrNMREntryProxy : public WrObject<QObject>
-{
+class WrNMREntryProxy : public WrObject<QObject> {
 public:
     using WrObject::WrObject;
 };
 
-class WrUtilsProxy : public WrObject<QObject>
-{
+class WrUtilsProxy : public WrObject<QObject> {
 public:
     using WrObject::WrObject;
 };
 
-class WrNMRToolsManager : public WrObject<QObject>
-{
+class WrNMRToolsManager : public WrObject<QObject> {
 public:
     using WrObject::WrObject;
 };

@@ -9,8 +9,7 @@
 #include <QUuid>
 
 /// The document page with its items and the data kept along with them.
-class WrMainScene : public WrObject<QGraphicsScene>
-{
+class WrMainScene : public WrObject<QGraphicsScene> {
 public:
     using WrObject::WrObject;
 

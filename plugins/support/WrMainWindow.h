@@ -6,8 +6,7 @@
 #include <QMainWindow>
 
 /// The host's main window, the way to what is current.
-class WrMainWindow : public WrObject<QMainWindow>
-{
+class WrMainWindow : public WrObject<QMainWindow> {
 public:
     using WrObject::WrObject;
 

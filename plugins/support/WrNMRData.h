@@ -6,8 +6,7 @@
 #include <QUuid>
 
 /// The spectra of one NMR item.
-class WrNMRData : public WrObject<QObject>
-{
+class WrNMRData : public WrObject<QObject> {
 public:
     using WrObject::WrObject;
 

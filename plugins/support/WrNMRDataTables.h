@@ -4,8 +4,7 @@
 #include "support/WrObject.h"
 
 /// The host's tables of nuclear properties, by nucleus name ("27Al").
-class WrNMRDataTables : public WrObject<QObject>
-{
+class WrNMRDataTables : public WrObject<QObject> {
 public:
     using WrObject::WrObject;
 

@@ -4,8 +4,7 @@
 #include "support/WrObject.h"
 
 /// The plot of an NMR item.
-class WrNMRPlot : public WrObject<QObject>
-{
+class WrNMRPlot : public WrObject<QObject> {
 public:
     using WrObject::WrObject;
 

@@ -13,13 +13,9 @@
 /// called by name. A call that cannot be made is silent and yields the default value of its result, which callers take
 /// to mean that the host has no such object or value.
 template <typename Object>
-class WrObject
-{
+class WrObject {
 public:
-    explicit WrObject(Object *object = nullptr)
-        : m_object(object)
-    {
-    }
+    explicit WrObject(Object *object = nullptr) : m_object(object) { }
     virtual ~WrObject() = default;
     WrObject(const WrObject &) = default;
     WrObject &operator=(const WrObject &) = default;
@@ -77,13 +73,15 @@ private:
     void invoke(const HostMethod &method, const ReturnSlot &result, const Arguments &...arguments) const
     {
         Q_ASSERT(method.argumentCount() == sizeof...(Arguments));
-        [&]<std::size_t... I>(std::index_sequence<I...>) {
+        [&]<std::size_t... I>(std::index_sequence<I...>)
+        {
             std::apply(
                 [&](const auto &...slot) {
                     QMetaObject::invokeMethod(m_object, method.name, Qt::AutoConnection, slot...);
                 },
                 std::tuple_cat(result, std::tuple(Slot::argument(method.arguments[I], arguments)...)));
-        }(std::index_sequence_for<Arguments...>());
+        }
+        (std::index_sequence_for<Arguments...>());
     }
 
     Object *m_object;

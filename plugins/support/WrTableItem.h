@@ -6,8 +6,7 @@
 #include <QMenu>
 
 /// The host's table item around a plug-in's table object.
-class WrTableItem : public WrBaseGraphicsItem
-{
+class WrTableItem : public WrBaseGraphicsItem {
 public:
     using WrBaseGraphicsItem::WrBaseGraphicsItem;
 

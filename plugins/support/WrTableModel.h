@@ -4,8 +4,7 @@
 #include "support/WrObject.h"
 
 /// The host's item model over a plug-in's table: a plug-in brackets changes of its rows by these.
-class WrTableModel : public WrObject<QObject>
-{
+class WrTableModel : public WrObject<QObject> {
 public:
     using WrObject::WrObject;
 

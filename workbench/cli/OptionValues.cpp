@@ -19,7 +19,8 @@ constexpr int mostPoints = 1 << 26;
     throw UsageError(QStringLiteral("option %1: \"%2\" is not %3").arg(option, text, expected));
 }
 
-template <typename Number> std::optional<Number> parsed(const QString &text)
+template <typename Number>
+std::optional<Number> parsed(const QString &text)
 {
     const QByteArray bytes = text.toUtf8();
     return NumberText::parse<Number>({bytes.constData(), size_t(bytes.size())});

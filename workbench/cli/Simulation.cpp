@@ -38,7 +38,8 @@ QString key(const char *name)
 }
 
 /// The values that the user gives for a nucleus, by nucleus: both dimensions share them.
-template <typename Member> QVariantMap givenByNucleus(const SimulateOptions &options, Member member)
+template <typename Member>
+QVariantMap givenByNucleus(const SimulateOptions &options, Member member)
 {
     QVariantMap map;
     for (int d = 0; d < (options.twoDimensional ? 2 : 1); ++d) {
@@ -162,8 +163,7 @@ void Simulation::checkNuclei(const SimulateOptions &options, const QVariantHash 
     const char *keys[] = {"nucF2", "nucF1"};
     for (int d = 0; d < (options.twoDimensional ? 2 : 1); ++d) {
         if (made.value(key(keys[d])).toString() != options.dimension[d].nucleus)
-            throw CommandError(
-                QStringLiteral("the plug-in cannot simulate %1").arg(options.dimension[d].nucleus));
+            throw CommandError(QStringLiteral("the plug-in cannot simulate %1").arg(options.dimension[d].nucleus));
     }
 }
 

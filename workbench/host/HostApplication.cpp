@@ -12,7 +12,8 @@
 #include <QApplication>
 
 HostApplication::HostApplication(bool headless)
-    : m_tables(std::make_unique<NucleusTables>()), m_filters(std::make_unique<FileFilterRegistry>()),
+    : m_tables(std::make_unique<NucleusTables>()),
+      m_filters(std::make_unique<FileFilterRegistry>()),
       m_window(std::make_unique<WMainWindow>(m_filters.get())),
       m_plugins(std::make_unique<PluginManager>(m_filters.get(), m_window->nmrContextMenu()))
 {

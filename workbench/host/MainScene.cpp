@@ -192,7 +192,8 @@ void MainScene::detach(DocumentItem *item)
     updatePages();
 }
 
-template <typename Item> void MainScene::replaceCurrent(QPointer<Item> &current, const DocumentItem *going) const
+template <typename Item>
+void MainScene::replaceCurrent(QPointer<Item> &current, const DocumentItem *going) const
 {
     if (current != going)
         return;

@@ -76,7 +76,8 @@ private:
     QGraphicsWidget *place(DocumentItem *item, const QRectF &rect, bool activate);
     bool isFree(const QRectF &rect) const;
     /// Another one of the same kind takes the place of the current one that goes.
-    template <typename Item> void replaceCurrent(QPointer<Item> &current, const DocumentItem *going) const;
+    template <typename Item>
+    void replaceCurrent(QPointer<Item> &current, const DocumentItem *going) const;
     void showInViews(const DocumentItem *item) const;
 
     DataEngine *m_data;

@@ -13,7 +13,9 @@
 #include <QPointer>
 
 StackMenu::StackMenu(MainScene *scene, QWidget *window)
-    : QMenu(window), m_scene(scene), m_activeMenu(new QMenu(tr("Active &Spectrum"), this)),
+    : QMenu(window),
+      m_scene(scene),
+      m_activeMenu(new QMenu(tr("Active &Spectrum"), this)),
       m_removeMenu(new QMenu(tr("&Remove Spectrum"), this))
 {
     QAction *add = addAction(tr("Add &Experimental Spectrum..."), QKeySequence(tr("Ctrl+Shift+O")), this,

@@ -6,7 +6,9 @@
 
 ItemPresenceCommand::ItemPresenceCommand(MainScene *scene, DocumentItem *item, Change change)
     : QUndoCommand((change == Added ? MainScene::tr("Add %1") : MainScene::tr("Delete %1")).arg(item->title())),
-      m_scene(scene), m_item(item), m_change(change)
+      m_scene(scene),
+      m_item(item),
+      m_change(change)
 {
 }
 
@@ -42,7 +44,10 @@ void ItemPresenceCommand::setPresent(bool present)
 
 ItemGeometryCommand::ItemGeometryCommand(MainScene *scene, DocumentItem *item, const QRectF &before,
                                          const QRectF &after)
-    : QUndoCommand(MainScene::tr("Move %1").arg(item->title())), m_scene(scene), m_item(item), m_before(before),
+    : QUndoCommand(MainScene::tr("Move %1").arg(item->title())),
+      m_scene(scene),
+      m_item(item),
+      m_before(before),
       m_after(after)
 {
 }

@@ -29,8 +29,12 @@
 #include <QUndoStack>
 
 WMainWindow::WMainWindow(FileFilterRegistry *filters)
-    : m_filters(filters), m_data(new DataEngine(this)), m_scene(new MainScene(m_data, this)),
-      m_view(new MainView(m_scene, this)), m_nmrContextMenu(new QMenu(this)), m_itemMenu(new QMenu(this)),
+    : m_filters(filters),
+      m_data(new DataEngine(this)),
+      m_scene(new MainScene(m_data, this)),
+      m_view(new MainView(m_scene, this)),
+      m_nmrContextMenu(new QMenu(this)),
+      m_itemMenu(new QMenu(this)),
       m_stackMenu(new StackMenu(m_scene, this))
 {
     setObjectName(QStringLiteral("mainWindow"));

@@ -11,7 +11,8 @@
 
 namespace {
 
-template <typename Container> QJsonArray arrayOf(const Container &values)
+template <typename Container>
+QJsonArray arrayOf(const Container &values)
 {
     QJsonArray array;
     for (const auto &value : values)
@@ -19,7 +20,8 @@ template <typename Container> QJsonArray arrayOf(const Container &values)
     return array;
 }
 
-template <typename Map> QJsonObject objectOf(const Map &map)
+template <typename Map>
+QJsonObject objectOf(const Map &map)
 {
     QJsonObject object;
     for (auto it = map.cbegin(); it != map.cend(); ++it)

@@ -11,7 +11,8 @@
 namespace NumberText {
 
 /// The whole text must be one finite number; a leading plus sign is allowed, blanks are not.
-template <typename Number> std::optional<Number> parse(std::string_view text)
+template <typename Number>
+std::optional<Number> parse(std::string_view text)
 {
     if (text.starts_with('+') && !text.starts_with("+-"))
         text.remove_prefix(1);
@@ -27,7 +28,8 @@ template <typename Number> std::optional<Number> parse(std::string_view text)
 }
 
 /// Appends the number with 17 significant digits, which any reader turns back into the same double.
-template <typename Text> void append17(Text &text, double value)
+template <typename Text>
+void append17(Text &text, double value)
 {
     char buffer[32];
     const auto result = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, 17);

@@ -125,7 +125,8 @@ std::vector<Maximum> maximaOf(std::span<const double> values, double least)
 }
 
 /// Of peaks nearer than the least distance the highest stays.
-template <typename Peak, typename IsNear> void thinOut(std::vector<Peak> &peaks, IsNear isNear)
+template <typename Peak, typename IsNear>
+void thinOut(std::vector<Peak> &peaks, IsNear isNear)
 {
     std::stable_sort(peaks.begin(), peaks.end(), [](const Peak &a, const Peak &b) { return a.height > b.height; });
     if (peaks.size() > mostPeaks)

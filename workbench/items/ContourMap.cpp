@@ -59,8 +59,11 @@ const PlotEntry &mappedEntry(const QList<PlotEntry> &entries)
 } // namespace
 
 ContourMap::ContourMap(QCustomPlot *plot, const QList<PlotEntry> &entries)
-    : m_main(new QCPAxisRect(plot, true)), m_top(new QCPAxisRect(plot, true)), m_left(new QCPAxisRect(plot, true)),
-      m_f2(m_main->axis(QCPAxis::atBottom)), m_f1(m_main->axis(QCPAxis::atRight)),
+    : m_main(new QCPAxisRect(plot, true)),
+      m_top(new QCPAxisRect(plot, true)),
+      m_left(new QCPAxisRect(plot, true)),
+      m_f2(m_main->axis(QCPAxis::atBottom)),
+      m_f1(m_main->axis(QCPAxis::atRight)),
       m_margins(std::make_unique<QCPMarginGroup>(plot))
 {
     layOut(plot);

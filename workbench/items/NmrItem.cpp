@@ -42,7 +42,9 @@ private:
 } // namespace
 
 NmrItem::NmrItem(QGraphicsItem *parent)
-    : DocumentItem(QUuid::createUuid(), parent), m_data(new NmrData(this)), m_plot(new NmrPlot(m_data)),
+    : DocumentItem(QUuid::createUuid(), parent),
+      m_data(new NmrData(this)),
+      m_plot(new NmrPlot(m_data)),
       m_proxy(new PlotProxy(m_plot, this))
 {
     connect(m_data, &NmrData::entriesChanged, this, &NmrItem::updateTitle);

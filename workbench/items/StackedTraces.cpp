@@ -29,8 +29,10 @@ QString axisLabel(const QList<PlotEntry> &entries)
 } // namespace
 
 StackedTraces::StackedTraces(QCustomPlot *plot, const QList<PlotEntry> &entries)
-    : m_axisRect(new QCPAxisRect(plot, true)), m_ppm(m_axisRect->axis(QCPAxis::atBottom)),
-      m_intensity(m_axisRect->axis(QCPAxis::atLeft)), m_band(new PeakLabelBand(plot, m_ppm, m_intensity))
+    : m_axisRect(new QCPAxisRect(plot, true)),
+      m_ppm(m_axisRect->axis(QCPAxis::atBottom)),
+      m_intensity(m_axisRect->axis(QCPAxis::atLeft)),
+      m_band(new PeakLabelBand(plot, m_ppm, m_intensity))
 {
     QCPLayoutGrid *layout = plot->plotLayout();
     layout->setRowSpacing(0);

@@ -96,7 +96,9 @@ QTableView *makeView(TableModel *model)
 } // namespace
 
 TableItem::TableItem(QObject *table, QGraphicsItem *parent)
-    : DocumentItem(QUuid::createUuid(), parent), m_table(table), m_model(new TableModel(table, this)),
+    : DocumentItem(QUuid::createUuid(), parent),
+      m_table(table),
+      m_model(new TableModel(table, this)),
       m_view(makeView(m_model))
 {
     if (table)

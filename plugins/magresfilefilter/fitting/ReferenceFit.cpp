@@ -43,9 +43,9 @@ QString moveReference(QVariantMap &references, const QString &nucleus, double of
 PeakColumns peakColumns(const QVariantList &simulated, const QVariantList &experimental)
 {
     if (simulated.size() != experimental.size())
-        throw TPluginError(
-            Texts::tr("The MAGRES spectrum has %1 compound peaks and the experimental spectrum has %2")
-                .arg(simulated.size()).arg(experimental.size()));
+        throw TPluginError(Texts::tr("The MAGRES spectrum has %1 compound peaks and the experimental spectrum has %2")
+                               .arg(simulated.size())
+                               .arg(experimental.size()));
     PeakColumns columns;
     for (qsizetype i = 0; i < simulated.size(); ++i) {
         const QVariantMap model = simulated[i].toMap();
@@ -69,10 +69,10 @@ QString fitReference(PeakColumns columns, const AxisUnits &units, MagresSpecPara
     const double oldF1 = twoD ? rmsdF1() : 0.0;
 
     const double offsetF2 = pairedOffset(columns.simulatedF2, columns.experimentalF2, columns.heights);
-    QString report = moveReference(parameters.ref, parameters.nucF2, offsetF2,
-                                   bothReferences
-                                       ? Texts::tr("Direct dimension reference is changed from %1 ppm to %2 ppm")
-                                       : Texts::tr("Reference is changed from %1 ppm to %2 ppm"));
+    QString report =
+        moveReference(parameters.ref, parameters.nucF2, offsetF2,
+                      bothReferences ? Texts::tr("Direct dimension reference is changed from %1 ppm to %2 ppm")
+                                     : Texts::tr("Reference is changed from %1 ppm to %2 ppm"));
     shift(columns.simulatedF2, offsetF2);
     if (!bothReferences)
         return report + Texts::tr("\n\nOld RMSD: %1 %2").arg(oldF2).arg(units.F2)
@@ -85,9 +85,15 @@ QString fitReference(PeakColumns columns, const AxisUnits &units, MagresSpecPara
     // The blank that the first line lacks before its last unit is missing on purpose: scripts read these lines.
     return report
         + Texts::tr("\n\nOld RMSD. Direct dimension: %1 %2, indirect dimension: %3%4")
-              .arg(oldF2).arg(units.F2).arg(oldF1).arg(units.F1)
+              .arg(oldF2)
+              .arg(units.F2)
+              .arg(oldF1)
+              .arg(units.F1)
         + Texts::tr("\nNew RMSD: Direct dimension: %1 %2, indirect dimension: %3 %4")
-              .arg(rmsdF2()).arg(units.F2).arg(rmsdF1()).arg(units.F1);
+              .arg(rmsdF2())
+              .arg(units.F2)
+              .arg(rmsdF1())
+              .arg(units.F1);
 }
 
 QString rmsdReport(const PeakColumns &columns, const AxisUnits &units, const MagresSpecParams &parameters)

@@ -5,8 +5,8 @@
 
 namespace Magres {
 
-/// The peaks of a stack of a simulated and an experimental spectrum as columns, one value per peak; positions in ppm. The
-/// order carries no pairing.
+/// The peaks of a stack of a simulated and an experimental spectrum as columns, one value per peak; positions in ppm.
+/// The order carries no pairing.
 struct PeakColumns {
     QList<double> simulatedF2;
     QList<double> simulatedF1;

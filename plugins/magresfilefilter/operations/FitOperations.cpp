@@ -55,10 +55,11 @@ AxisUnits unitsOf(const WrNMRData &spectra)
 template <typename Operation>
 void runOnStack(const HostContext &host, Operation operation)
 {
-    runReportingFailure(host, Texts::tr("Error"),
-                        Texts::tr("This function requires experimental and MAGRES spectra in the same stack. Both spectra "
-                                  "should have the same number of the compound peaks.\n\n%1"),
-                        operation);
+    runReportingFailure(
+        host, Texts::tr("Error"),
+        Texts::tr("This function requires experimental and MAGRES spectra in the same stack. Both spectra "
+                  "should have the same number of the compound peaks.\n\n%1"),
+        operation);
 }
 
 } // namespace
@@ -91,8 +92,7 @@ void showRmsd(const HostContext &host)
         const FitStack stack = validStack(spectra);
         SettingsScope<MagresSpecParams> parameters;
         parameters.fromMap(stack.storedParameters);
-        host.showInformation(Texts::tr("RMSD"),
-                             rmsdReport(collectPeaks(spectra, stack), unitsOf(spectra), parameters));
+        host.showInformation(Texts::tr("RMSD"), rmsdReport(collectPeaks(spectra, stack), unitsOf(spectra), parameters));
     });
 }
 

@@ -12,8 +12,7 @@
 Q_DECLARE_LOGGING_CATEGORY(magresLog)
 
 /// The host's tables, found through the application.
-class HostNuclearProperties : public NuclearProperties
-{
+class HostNuclearProperties : public NuclearProperties {
 public:
     QString spin(const QByteArray &nucleus) const override;
     double quadrupoleMoment(const QByteArray &nucleus) const override;
@@ -21,13 +20,9 @@ public:
 };
 
 /// What every operation needs of the host.
-class HostContext
-{
+class HostContext {
 public:
-    explicit HostContext(const TPlugin &plugin)
-        : m_plugin(plugin)
-    {
-    }
+    explicit HostContext(const TPlugin &plugin) : m_plugin(plugin) { }
 
     bool isHeadless() const { return m_plugin.isHeadless(); }
     const WrMainScene &scene() const { return m_plugin.mainScene(); }

@@ -21,8 +21,8 @@ struct Texts {
     Q_DECLARE_TR_FUNCTIONS(MagresOperations)
 };
 
-/// Lets the user set the parameters; without a user, as if the dialog had been accepted at once. Throws TPluginError when
-/// it was cancelled, or when the data set was deleted meanwhile.
+/// Lets the user set the parameters; without a user, as if the dialog had been accepted at once. Throws TPluginError
+/// when it was cancelled, or when the data set was deleted meanwhile.
 void askForParameters(const HostContext &host, const MagresData &data, MagresSpecParams &parameters)
 {
     if (host.isHeadless()) {

@@ -4,8 +4,7 @@
 #include <QGuiApplication>
 
 /// The wait cursor for as long as the object lives.
-class WaitCursor
-{
+class WaitCursor {
 public:
     WaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
     ~WaitCursor() { QGuiApplication::restoreOverrideCursor(); }

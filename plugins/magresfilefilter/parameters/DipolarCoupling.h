@@ -6,8 +6,7 @@
 namespace Magres {
 
 /// Dipolar coupling of two nuclei, with the constant factor of the pair computed once.
-class DipolarCoupling
-{
+class DipolarCoupling {
 public:
     DipolarCoupling(const QByteArray &nucleusA, const QByteArray &nucleusB);
 

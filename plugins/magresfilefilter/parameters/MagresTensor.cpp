@@ -6,10 +6,7 @@
 #include <cmath>
 
 MagresTensor::MagresTensor(const QByteArrayList &labels_, qint32 No_, const Magres::Tensor &tensor_)
-    : labels(labels_),
-      No(No_),
-      tensor(tensor_),
-      principalValues(Magres::principalValues(tensor_))
+    : labels(labels_), No(No_), tensor(tensor_), principalValues(Magres::principalValues(tensor_))
 {
 }
 

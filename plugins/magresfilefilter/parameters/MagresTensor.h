@@ -9,8 +9,8 @@
 /// One shielding (ppm) or electric-field-gradient (atomic units) tensor. It belongs to the atom with the same label and
 /// index, never to one at the same list position.
 struct MagresTensor {
-    QByteArrayList labels;   ///< the reader makes exactly one
-    qint32 No = 0;           ///< index within the label
+    QByteArrayList labels; ///< the reader makes exactly one
+    qint32 No = 0; ///< index within the label
     Magres::Tensor tensor{}; ///< as read, not symmetrised
     Magres::PrincipalValues principalValues;
 

@@ -4,8 +4,7 @@
 #include <QByteArray>
 
 /// Nuclear ground-state properties by nucleus name ("27Al"), which the computation takes from its surroundings.
-class NuclearProperties
-{
+class NuclearProperties {
 public:
     virtual ~NuclearProperties() = default;
 

@@ -22,8 +22,8 @@ struct CubicRoots {
 /// real roots: NIST Digital Library of Mathematical Functions, section 1.11(iii)). None when a or d is exactly zero.
 std::optional<CubicRoots> solveCubic(const std::array<double, 4> &coefficients);
 
-/// The real parts of the eigenvalues, by increasing distance from their mean. Values at equal distance keep the order in
-/// which solveCubic() gives them.
+/// The real parts of the eigenvalues, by increasing distance from their mean. Values at equal distance keep the order
+/// in which solveCubic() gives them.
 PrincipalValues principalValues(const Tensor &tensor);
 
 } // namespace Magres

@@ -9,8 +9,7 @@ namespace Magres {
 
 /// Finds tensors by label and index, or by label alone, in constant time. Of several that match, the first in the list
 /// counts. Refers to the list, which must live as long and stay as it is.
-class TensorIndex
-{
+class TensorIndex {
 public:
     explicit TensorIndex(const QList<MagresTensor> &tensors);
 

@@ -14,13 +14,13 @@ class QSettings;
 /// file order is the order of recordNo. Tensors are tied to atoms by label and index only.
 struct MagresData {
     QUuid ID = QUuid::createUuid(); ///< spectra made from this data refer to it
-    QUuid molItemID;                ///< the molecule item made of the atoms
-    QList<double> lattice;          ///< vectors a, b, c, each x, y, z, Angstrom; empty without a lattice record
+    QUuid molItemID; ///< the molecule item made of the atoms
+    QList<double> lattice; ///< vectors a, b, c, each x, y, z, Angstrom; empty without a lattice record
     QList<MagresAtom> atoms;
     QList<MagresTensor> shieldings;
     QList<MagresTensor> EFG;
     bool numberToLabel = true; ///< labels were formed from species and index
-    QVariantMap QIso;          ///< element symbol -> name of the chosen quadrupolar isotope
+    QVariantMap QIso; ///< element symbol -> name of the chosen quadrupolar isotope
 
     QVariantMap toMap() const;
     void fromMap(const QVariantMap &map);

@@ -48,8 +48,7 @@ bool toInt(QByteArrayView token, qint32 &value)
 
 /// The tokens of a line, up to one more than any record may have: that is enough to see that there are too many. Plain
 /// numbers are converted on the way, so that their digits are looked at once.
-class TokenList
-{
+class TokenList {
 public:
     explicit TokenList(QByteArrayView line)
     {
@@ -74,8 +73,8 @@ public:
     bool isEmpty() const { return m_size == 0; }
     QByteArrayView operator[](int i) const { return m_tokens[i].text; }
 
-    /// Locale-free; the whole token must be a number. What is not a plain number (signs in front, "inf" and "nan", numbers
-    /// beyond the range of a double) is left to Qt's own rules.
+    /// Locale-free; the whole token must be a number. What is not a plain number (signs in front, "inf" and "nan",
+    /// numbers beyond the range of a double) is left to Qt's own rules.
     bool toDouble(int i, double &value) const
     {
         const Token &token = m_tokens[i];
@@ -107,15 +106,12 @@ private:
     int m_size = 0;
 };
 
-class MagresParser
-{
+class MagresParser {
     Q_DECLARE_TR_FUNCTIONS(MagresParser)
 
 public:
     MagresParser(QByteArrayView text, MagresData &data, const Magres::AtomsBlockHandler &atomsBlockRead)
-        : m_rest(text),
-          m_data(data),
-          m_atomsBlockRead(atomsBlockRead)
+        : m_rest(text), m_data(data), m_atomsBlockRead(atomsBlockRead)
     {
     }
 
@@ -192,7 +188,8 @@ private:
             throw MagresParseError(tr("Units record in line %1 cannot be parsed").arg(text(line)));
         if (tokens[1] == "atom") {
             if (tokens[2] != "Angstrom")
-                throw MagresParseError(tr("Only Angstroms are supported as atom units but %1 is found").arg(text(line)));
+                throw MagresParseError(
+                    tr("Only Angstroms are supported as atom units but %1 is found").arg(text(line)));
             units.seen = true;
         } else if (tokens[1] == "ms") {
             if (tokens[2] != "ppm")
@@ -240,8 +237,7 @@ private:
             double value = 0.0;
             if (!tokens.toDouble(i, value)) {
                 // The number of the value takes the place of the line, which finds none left: "… in line 3 …".
-                throw MagresParseError(
-                    tr("Lattice coordinate #1 in line %2 cannot be parsed").arg(i).arg(text(line)));
+                throw MagresParseError(tr("Lattice coordinate #1 in line %2 cannot be parsed").arg(i).arg(text(line)));
             }
             m_data.lattice.append(value * scale);
         }

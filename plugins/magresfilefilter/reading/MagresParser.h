@@ -9,8 +9,7 @@
 #include <functional>
 
 /// What is wrong with a MAGRES file; the message quotes the offending line.
-class Q_DECL_EXPORT MagresParseError : public TPluginError
-{
+class Q_DECL_EXPORT MagresParseError : public TPluginError {
 public:
     using TPluginError::TPluginError;
 };

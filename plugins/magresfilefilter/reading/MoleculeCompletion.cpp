@@ -177,11 +177,19 @@ private:
 };
 
 Completion::Completion(QList<MagresAtom> &atoms, const QList<double> &lattice)
-    : m_atoms(atoms.data()), m_count(qint32(atoms.size())), m_translations(neighbourTranslations(lattice)),
-      m_criterion(atoms), m_reach(1.001 * std::sqrt(std::max(m_criterion.longest(), 1.0))),
-      m_grid(m_reach, std::size_t(m_count)), m_everything(lattice), m_label(std::size_t(m_count), -1),
-      m_ring(std::size_t(m_count)), m_size(std::size_t(m_count), 0), m_handled(std::size_t(m_count), false),
-      m_extent(lattice), m_visited(std::size_t(m_count), 0)
+    : m_atoms(atoms.data()),
+      m_count(qint32(atoms.size())),
+      m_translations(neighbourTranslations(lattice)),
+      m_criterion(atoms),
+      m_reach(1.001 * std::sqrt(std::max(m_criterion.longest(), 1.0))),
+      m_grid(m_reach, std::size_t(m_count)),
+      m_everything(lattice),
+      m_label(std::size_t(m_count), -1),
+      m_ring(std::size_t(m_count)),
+      m_size(std::size_t(m_count), 0),
+      m_handled(std::size_t(m_count), false),
+      m_extent(lattice),
+      m_visited(std::size_t(m_count), 0)
 {
     std::vector<qint32> all(static_cast<std::size_t>(m_count));
     for (qint32 i = 0; i < m_count; ++i) {

@@ -5,8 +5,8 @@
 
 namespace Magres {
 
-/// The map from which the host makes a molecule item: all atoms in list order with their bonds, and the lattice if there
-/// is one.
+/// The map from which the host makes a molecule item: all atoms in list order with their bonds, and the lattice if
+/// there is one.
 QVariantMap moleculeDescription(const MagresData &data);
 
 } // namespace Magres

@@ -23,7 +23,8 @@ public:
 
     /// Calls visit(atom) once for each atom in the cells about the point, in no particular order, until it returns
     /// true. Returns whether it did.
-    template <class Visitor> bool visitNear(const Position &point, Visitor visit) const;
+    template <class Visitor>
+    bool visitNear(const Position &point, Visitor visit) const;
 
 private:
     struct Cell {
@@ -69,7 +70,8 @@ inline std::size_t NeighbourGrid::bucket(const Cell &cell) const
     return std::size_t((mixed >> 32) + std::uint64_t(std::int64_t(cell.z))) & (m_buckets.size() - 1);
 }
 
-template <class Visitor> bool NeighbourGrid::visitNear(const Position &point, Visitor visit) const
+template <class Visitor>
+bool NeighbourGrid::visitNear(const Position &point, Visitor visit) const
 {
     if (!isFinite(point))
         return false;

@@ -9,8 +9,7 @@ namespace Magres {
 namespace {
 
 /// An element's chosen isotope and its quadrupole moment, asked of the host once per element.
-class ChosenIsotopes
-{
+class ChosenIsotopes {
 public:
     struct Isotope {
         QByteArray name;
@@ -18,8 +17,7 @@ public:
     };
 
     ChosenIsotopes(QVariantMap &choices, const NuclearProperties &properties)
-        : m_choices(choices),
-          m_properties(properties)
+        : m_choices(choices), m_properties(properties)
     {
     }
 

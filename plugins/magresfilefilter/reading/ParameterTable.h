@@ -8,17 +8,18 @@ namespace Magres {
 
 /// The NMR parameters of a data set, one row per distinct atom label.
 ///
-/// A row is a map: "ID" (QUuid), "type" (element), "labels" (string list), "atomNos" (list of the recordNo of every atom
-/// that shares the labels); with a shielding "iso", "aniso" (ppm) and "assym"; with an EFG "eq" (atomic units), "qassym",
-/// "Cq" (MHz) and "qIso" (the isotope it is for, empty if the element has no quadrupolar one, with "Cq" 0 then).
+/// A row is a map: "ID" (QUuid), "type" (element), "labels" (string list), "atomNos" (list of the recordNo of every
+/// atom that shares the labels); with a shielding "iso", "aniso" (ppm) and "assym"; with an EFG "eq" (atomic units),
+/// "qassym", "Cq" (MHz) and "qIso" (the isotope it is for, empty if the element has no quadrupolar one, with "Cq" 0
+/// then).
 struct ParameterTable {
     QVariantList rows;
     bool hasShielding = false;
     bool hasEfg = false;
 };
 
-/// In file order of each row's first atom. Atoms that share labels share the values of the first tensor with these labels.
-/// Elements without a chosen isotope get their default one in data.QIso.
+/// In file order of each row's first atom. Atoms that share labels share the values of the first tensor with these
+/// labels. Elements without a chosen isotope get their default one in data.QIso.
 ParameterTable parameterTable(MagresData &data, const NuclearProperties &properties);
 
 } // namespace Magres

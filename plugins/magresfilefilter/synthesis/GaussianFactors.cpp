@@ -22,7 +22,8 @@ double factor(double x, double position, double width)
 }
 
 /// First index of [0, points) for which the condition, false before it and true from it on, holds.
-template <class Condition> std::size_t firstIndex(std::size_t points, Condition holds)
+template <class Condition>
+std::size_t firstIndex(std::size_t points, Condition holds)
 {
     std::size_t low = 0;
     std::size_t high = points;

@@ -30,19 +30,19 @@ struct SpectrumPeak {
 
 /// What a simulated spectrum is made with. F2 is the direct dimension and the only one in 1D, F1 the indirect one.
 ///
-/// The names of the fields are the keys of the map form that is kept with every spectrum. Enumerations are kept as plain
-/// numbers, since a record from elsewhere may hold any.
+/// The names of the fields are the keys of the map form that is kept with every spectrum. Enumerations are kept as
+/// plain numbers, since a record from elsewhere may hold any.
 struct MagresSpecParams {
     QList<SpectrumPeak> peaks; ///< of the spectrum being made; never kept
 
-    qint32 corr = 0;                  ///< CorrelationMode
+    qint32 corr = 0; ///< CorrelationMode
     QList<bool> qShift{false, false}; ///< F2, F1: add the second-order quadrupolar shift; a missing entry is false
     QString nucF1;
     QString nucF2;
     QVariantMap slope; ///< per nucleus, of the line from shielding to shift
-    QVariantMap ref;   ///< per nucleus, intercept of that line, ppm
-    QVariantMap lw;    ///< per nucleus, full width at half height, Hz
-    qint32 avIdx = 0;  ///< AveragingMode
+    QVariantMap ref; ///< per nucleus, intercept of that line, ppm
+    QVariantMap lw; ///< per nucleus, full width at half height, Hz
+    qint32 avIdx = 0; ///< AveragingMode
     double freq = 600.0; ///< of 1H, MHz
     std::array<double, 2> RangeF2{0.0, 1.0}; ///< from, to, ppm
     std::array<double, 2> RangeF1{0.0, 1.0};
@@ -61,7 +61,8 @@ struct MagresSpecParams {
     /// Absent keys get defaults, which differ from those of a new record; absent ranges keep what the record has.
     void fromMap(const QVariantHash &map);
 
-    /// The parameters last used are the defaults of the next spectrum. Ranges and quadrupolar shifts are not among them.
+    /// The parameters last used are the defaults of the next spectrum. Ranges and quadrupolar shifts are not among
+    /// them.
     void loadSettings(const QSettings &settings);
     void saveSettings(QSettings &settings) const;
 };
@@ -72,6 +73,6 @@ namespace Magres {
 inline constexpr double defaultReference = 100.0; // ppm
 inline constexpr double defaultSlope = -1.0;
 inline constexpr double defaultLineWidthF2 = 30.0; // Hz
-inline constexpr double defaultLineWidthF1 = 1.0;  // Hz
+inline constexpr double defaultLineWidthF1 = 1.0; // Hz
 
 } // namespace Magres

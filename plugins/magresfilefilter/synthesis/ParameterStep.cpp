@@ -35,8 +35,8 @@ DimensionParameters completeDimension(const MagresData &data, const MagresSpecPa
         complete.range = dimension == 0 ? parameters.RangeF2 : parameters.RangeF1;
     } else {
         const ShiftRangeInData inData(data, complete.nucleus.toLatin1(), properties);
-        complete.range = displayRange(inData.range(complete.values.reference, complete.values.slope,
-                                                   complete.quadShift, parameters.freq));
+        complete.range = displayRange(
+            inData.range(complete.values.reference, complete.values.slope, complete.quadShift, parameters.freq));
     }
     return complete;
 }
@@ -109,8 +109,7 @@ void storeDimension(const DimensionParameters &chosen, int dimension, MagresSpec
 
 ShiftRangeInData::ShiftRangeInData(const MagresData &data, const QByteArray &nucleus,
                                    const NuclearProperties &properties)
-    : m_nucleus(nucleus),
-      m_quadrupoleMoment(properties.quadrupoleMoment(nucleus))
+    : m_nucleus(nucleus), m_quadrupoleMoment(properties.quadrupoleMoment(nucleus))
 {
     for (const Site &site : sitesOf(data, nucleus))
         if (site.shielding) {
@@ -121,8 +120,9 @@ ShiftRangeInData::ShiftRangeInData(const MagresData &data, const QByteArray &nuc
 
 ShiftRange ShiftRangeInData::range(double reference, double slope, bool withQuadShift, double protonFrequencyMHz) const
 {
-    const ShiftRule rule{m_nucleus, reference, slope, withQuadShift,
-                         spectrometerFrequency(m_nucleus, protonFrequencyMHz), m_quadrupoleMoment};
+    const ShiftRule rule{
+        m_nucleus,         reference, slope, withQuadShift, spectrometerFrequency(m_nucleus, protonFrequencyMHz),
+        m_quadrupoleMoment};
     double lo = std::numeric_limits<double>::infinity();
     double hi = -lo;
     for (std::size_t i = 0; i < m_shieldings.size(); ++i) {

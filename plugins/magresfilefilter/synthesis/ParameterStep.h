@@ -59,8 +59,7 @@ struct ShiftRange {
 
 /// The shifts that the sites of one nucleus span, for any reference, slope and frequency. The sites are looked up once,
 /// so that a range costs no more than a pass over the sites.
-class ShiftRangeInData
-{
+class ShiftRangeInData {
 public:
     ShiftRangeInData(const MagresData &data, const QByteArray &nucleus, const NuclearProperties &properties);
 

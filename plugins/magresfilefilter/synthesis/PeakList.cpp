@@ -76,8 +76,8 @@ Correlation strongestPartner(const Coordinates &f2, size_t a, const Coordinates 
     return best;
 }
 
-/// The root of the sum of the squared couplings to all sites but the site itself; the partner is the one that contributes
-/// most, the first of equals.
+/// The root of the sum of the squared couplings to all sites but the site itself; the partner is the one that
+/// contributes most, the first of equals.
 Correlation rssPartner(const Coordinates &f2, size_t a, const Coordinates &f1, const DipolarCoupling &coupling)
 {
     Correlation sum;
@@ -148,9 +148,9 @@ QList<SpectrumPeak> makePeaks(const MagresData &data, const MagresSpecParams &pa
     const QList<Site> sitesF1 = sitesOf(data, ruleF1.nucleus);
     const std::vector<double> shiftsF1 = shiftsOf(sitesF1, ruleF1);
     const QList<Xh3Group> groupsF1 = elementOf(ruleF1.nucleus) == "H" ? groups : QList<Xh3Group>();
-    const QList<SpectrumPeak> peaks
-        = crossPeaks(sitesF2, shiftsF2, sitesF1, shiftsF1, DipolarCoupling(ruleF2.nucleus, ruleF1.nucleus),
-                     CorrelationMode(parameters.corr));
+    const QList<SpectrumPeak> peaks =
+        crossPeaks(sitesF2, shiftsF2, sitesF1, shiftsF1, DipolarCoupling(ruleF2.nucleus, ruleF1.nucleus),
+                   CorrelationMode(parameters.corr));
     return averaged(averaged(peaks, groupsF2, 0, sitesF2, shiftsF2), groupsF1, 1, sitesF1, shiftsF1);
 }
 

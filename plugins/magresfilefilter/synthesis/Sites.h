@@ -13,7 +13,7 @@ struct ShiftRule {
     double reference = defaultReference; // ppm
     double slope = defaultSlope;
     bool withQuadShift = false;
-    double frequency = 0.0;        // of the nucleus, MHz
+    double frequency = 0.0; // of the nucleus, MHz
     double quadrupoleMoment = 0.0; // fm^2
 
     /// ppm: slope * shielding + reference, plus the second-order quadrupolar shift if that is asked for and there is an

@@ -53,8 +53,8 @@ size_t totalPoints(const QList<SpectrumDimension> &dimensions)
         total *= d.points; // counts are 32 bits wide, two of them never overflow
     }
     if (total > mostPoints)
-        throw TPluginError(Texts::tr("%1 data points are more than the %2 that a spectrum can have")
-                               .arg(total).arg(mostPoints));
+        throw TPluginError(
+            Texts::tr("%1 data points are more than the %2 that a spectrum can have").arg(total).arg(mostPoints));
     return size_t(total);
 }
 

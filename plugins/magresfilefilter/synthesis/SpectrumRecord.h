@@ -13,8 +13,8 @@ namespace Magres {
 struct SpectrumDimension {
     QByteArray nucleus;
     double frequency = 400.0; ///< of the nucleus, MHz
-    double width = 0.0;       ///< spectral width, Hz
-    double reference = 0.0;   ///< centre of the range, Hz
+    double width = 0.0; ///< spectral width, Hz
+    double reference = 0.0; ///< centre of the range, Hz
     qint64 points = 1;
     double lineWidth = 0.0; ///< full width at half height, Hz
 
@@ -27,8 +27,8 @@ struct SpectrumDimension {
 /// F2, and F1 in 2D. A nucleus without a line width has the width 0.
 QList<SpectrumDimension> dimensions(const MagresSpecParams &parameters);
 
-/// The dimensions in the host's terms: the map with "Length", and the map with the rest. Each value is an array of eight
-/// entries, entry 0 is F2, entry 1 is F1; dimensions that are not there keep fill values.
+/// The dimensions in the host's terms: the map with "Length", and the map with the rest. Each value is an array of
+/// eight entries, entry 0 is F2, entry 1 is F1; dimensions that are not there keep fill values.
 struct DimensionDescription {
     QVariantMap lengths;
     QVariantMap specInfo;

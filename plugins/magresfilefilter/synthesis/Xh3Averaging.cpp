@@ -17,13 +17,11 @@ QByteArrayList labelsOf(const Xh3Group &group)
 }
 
 /// A peak list from which peaks are taken out by label and to which merged ones are appended.
-class MergingList
-{
+class MergingList {
 public:
     using Labels = QByteArrayList SpectrumPeak::*;
 
-    MergingList(const QList<SpectrumPeak> &peaks, Labels labels)
-        : m_labels(labels)
+    MergingList(const QList<SpectrumPeak> &peaks, Labels labels) : m_labels(labels)
     {
         for (const SpectrumPeak &peak : peaks)
             append(peak);

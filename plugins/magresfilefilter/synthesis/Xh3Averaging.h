@@ -10,17 +10,18 @@ namespace Magres {
 /// The three hydrogen atoms of an XH3 group, in file order.
 using Xh3Group = QList<const MagresAtom *>;
 
-/// A group for every centre atom with exactly three hydrogens bonded to it, in file order of the centres: carbon only, or
-/// any element but hydrogen. None for other modes. The groups refer to the data.
+/// A group for every centre atom with exactly three hydrogens bonded to it, in file order of the centres: carbon only,
+/// or any element but hydrogen. None for other modes. The groups refer to the data.
 QList<Xh3Group> xh3Groups(const MagresData &data, AveragingMode mode);
 
-/// Averages the peaks of a 1D spectrum, group by group: all peaks that carry a label of the group give way to one at the
-/// end of the list, with the labels of the group's atoms, at the mean of the positions, 1.0 + the sum of the heights high.
+/// Averages the peaks of a 1D spectrum, group by group: all peaks that carry a label of the group give way to one at
+/// the end of the list, with the labels of the group's atoms, at the mean of the positions, 1.0 + the sum of the
+/// heights high.
 QList<SpectrumPeak> averaged(const QList<SpectrumPeak> &peaks, const QList<Xh3Group> &groups);
 
-/// Averages cross peaks in one dimension (0 is F2, 1 is F1), group by group. The peaks that carry a label of the group in
-/// that dimension are merged where their labels in the other dimension agree; the merged peak lies at the mean shift of
-/// the group's atoms. `shifts`: of `sites`, the sites of that dimension, ppm.
+/// Averages cross peaks in one dimension (0 is F2, 1 is F1), group by group. The peaks that carry a label of the group
+/// in that dimension are merged where their labels in the other dimension agree; the merged peak lies at the mean shift
+/// of the group's atoms. `shifts`: of `sites`, the sites of that dimension, ppm.
 QList<SpectrumPeak> averaged(const QList<SpectrumPeak> &peaks, const QList<Xh3Group> &groups, int dimension,
                              const QList<Site> &sites, const std::vector<double> &shifts);
 

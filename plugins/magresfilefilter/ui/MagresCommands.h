@@ -7,8 +7,7 @@
 #include <QVariantMap>
 
 /// What the MAGRES table asks of the plug-in around it.
-class MagresCommands
-{
+class MagresCommands {
 public:
     virtual ~MagresCommands() = default;
 
@@ -18,6 +17,7 @@ public:
     virtual QVariantMap dataMap(const QUuid &dataId) const = 0;
     /// Lets the user make a spectrum from a data set. Reports failures itself.
     virtual void createSpectrum(const QUuid &dataId) = 0;
-    /// Lets the user choose an element's quadrupolar isotope and keeps the choice with the data set. True if it changed.
+    /// Lets the user choose an element's quadrupolar isotope and keeps the choice with the data set. True if it
+    /// changed.
     virtual bool chooseQuadrupolarIsotope(const QUuid &dataId) = 0;
 };

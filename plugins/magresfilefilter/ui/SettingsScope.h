@@ -3,11 +3,10 @@
 
 #include <QSettings>
 
-/// A record that takes its defaults from the application's settings when an operation begins and leaves its values there
-/// when the operation ends, however it ends. Copies of the plain record in between do not touch the settings.
+/// A record that takes its defaults from the application's settings when an operation begins and leaves its values
+/// there when the operation ends, however it ends. Copies of the plain record in between do not touch the settings.
 template <typename Record>
-class SettingsScope : public Record
-{
+class SettingsScope : public Record {
 public:
     SettingsScope() { this->loadSettings(QSettings()); }
     ~SettingsScope()

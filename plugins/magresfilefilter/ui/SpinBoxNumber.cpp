@@ -5,10 +5,7 @@
 #include <QSignalBlocker>
 
 SpinBoxNumber::SpinBoxNumber(QDoubleSpinBox *box)
-    : QObject(box),
-      m_box(box),
-      m_value(box->value()),
-      m_shown(box->value())
+    : QObject(box), m_box(box), m_value(box->value()), m_shown(box->value())
 {
     connect(box, &QDoubleSpinBox::valueChanged, this, &SpinBoxNumber::onBoxChanged);
 }

@@ -7,8 +7,7 @@ class QDoubleSpinBox;
 
 /// The number in a spin box. The box shows it rounded, but as long as nobody changes what is shown the number keeps its
 /// full precision, also where it lies outside the limits of the box.
-class SpinBoxNumber : public QObject
-{
+class SpinBoxNumber : public QObject {
     Q_OBJECT
 
 public:

@@ -190,9 +190,8 @@ void WMagresDialog::updateRangeF1()
 
 void WMagresDialog::updateRange(const Dimension &dimension)
 {
-    const Magres::ShiftRange inData
-        = dimension.inData->range(dimension.reference->value(), dimension.slope->value(),
-                                  dimension.quadShift->isChecked(), m_frequency->value());
+    const Magres::ShiftRange inData = dimension.inData->range(dimension.reference->value(), dimension.slope->value(),
+                                                              dimension.quadShift->isChecked(), m_frequency->value());
     dimension.hint->setText(tr("Range in data: %1 / %2 ppm").arg(inData.lo, 0, 'f', 1).arg(inData.hi, 0, 'f', 1));
     const auto [from, to] = Magres::displayRange(inData);
     dimension.from->setValue(from);

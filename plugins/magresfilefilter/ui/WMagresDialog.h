@@ -24,8 +24,7 @@ class WMagresDialog;
 ///
 /// Refers to data, record and nuclear properties, which must outlive the dialog. While it is open, only the marks of
 /// ranges that the user chose are written to the record.
-class WMagresDialog : public QDialog
-{
+class WMagresDialog : public QDialog {
     Q_OBJECT
 
 public:

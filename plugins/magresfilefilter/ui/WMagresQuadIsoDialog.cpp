@@ -6,10 +6,7 @@
 
 WMagresQuadIsoDialog::WMagresQuadIsoDialog(const MagresData &magresData, const NuclearProperties &properties,
                                            QWidget *parent)
-    : QDialog(parent),
-      m_data(magresData),
-      m_properties(properties),
-      m_ui(std::make_unique<Ui::WMagresQuadIsoDialog>())
+    : QDialog(parent), m_data(magresData), m_properties(properties), m_ui(std::make_unique<Ui::WMagresQuadIsoDialog>())
 {
     m_ui->setupUi(this);
     for (const QByteArray &element : Magres::elements(m_data))

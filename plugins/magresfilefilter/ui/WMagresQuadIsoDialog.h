@@ -16,8 +16,7 @@ class WMagresQuadIsoDialog;
 /// chosen.
 ///
 /// Refers to data and nuclear properties, which must outlive the dialog.
-class WMagresQuadIsoDialog : public QDialog
-{
+class WMagresQuadIsoDialog : public QDialog {
     Q_OBJECT
 
 public:

@@ -45,9 +45,7 @@ constexpr QChar eta(0x03B7);
 
 } // namespace
 
-WMagresTable::WMagresTable(MagresCommands &commands, const QUuid &dataId)
-    : m_commands(commands),
-      m_dataId(dataId)
+WMagresTable::WMagresTable(MagresCommands &commands, const QUuid &dataId) : m_commands(commands), m_dataId(dataId)
 {
 }
 

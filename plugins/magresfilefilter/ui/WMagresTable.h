@@ -12,8 +12,7 @@ class QMenu;
 
 /// The table of NMR parameters of one data set of the document. It keeps the identity of the data set and the rows made
 /// from it, not the data.
-class WMagresTable : public WTableItemImpl
-{
+class WMagresTable : public WTableItemImpl {
     Q_OBJECT
 
 public:

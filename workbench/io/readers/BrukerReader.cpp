@@ -27,7 +27,8 @@ constexpr qint64 largestText = 4 << 20;
 class Parameters {
 public:
     explicit Parameters(const QString &path)
-        : m_path(path), m_bytes(ReaderText::readFile(path, largestText)),
+        : m_path(path),
+          m_bytes(ReaderText::readFile(path, largestText)),
           m_records(labelledRecords(ReaderText::view(m_bytes), path))
     {
     }
@@ -36,7 +37,8 @@ public:
 
     const QString &path() const { return m_path; }
 
-    template <typename Number> Number number(const char *name, std::optional<Number> missing = {}) const
+    template <typename Number>
+    Number number(const char *name, std::optional<Number> missing = {}) const
     {
         const LabelledRecord *record = find(name);
         if (!record && missing)
