@@ -15,6 +15,8 @@
 #include <memory>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 /// A meta-object in which one method cannot be found by its name, as in a host that lacks it.
 class MetaObjectWithout {
 public:
@@ -73,11 +75,9 @@ public:
     Q_INVOKABLE QVariantMap getDataMap(QUuid id) { return data.value(id); }
     Q_INVOKABLE QString spin(QString nucleus)
     {
-        return nucleus == QLatin1String("17O")                                  ? QStringLiteral("5/2")
-            : nucleus == QLatin1String("2H") || nucleus == QLatin1String("14N") ? QStringLiteral("1")
-                                                                                : QStringLiteral("1/2");
+        return nucleus == "17O"_L1 ? u"5/2"_s : nucleus == "2H"_L1 || nucleus == "14N"_L1 ? u"1"_s : u"1/2"_s;
     }
-    Q_INVOKABLE double quadrupoleMoment(QString nucleus) { return nucleus == QLatin1String("17O") ? -2.558 : 0.286; }
+    Q_INVOKABLE double quadrupoleMoment(QString nucleus) { return nucleus == "17O"_L1 ? -2.558 : 0.286; }
     Q_INVOKABLE double naturalAbundance(QString) { return 1.0; }
     Q_INVOKABLE void addPluginFilter(QObject *object) { filter = object; }
     Q_INVOKABLE void insertSpectrum(QUuid id, QVariantMap map)
@@ -88,15 +88,14 @@ public:
     Q_INVOKABLE QVariantHash entryOrigParams(QUuid id, QString format)
     {
         QVariantMap map = entries.value(id);
-        if (map.contains(QStringLiteral("RawData")))
-            map = map.value(QStringLiteral("RawData")).toMap();
-        const QVariant parameters =
-            map.value(QStringLiteral("SpecInfo")).toMap().value(QStringLiteral("OriginalParameters"));
+        if (map.contains(u"RawData"_s))
+            map = map.value(u"RawData"_s).toMap();
+        const QVariant parameters = map.value(u"SpecInfo"_s).toMap().value(u"OriginalParameters"_s);
         return parameters.value<QMap<QString, QVariantHash>>().value(format);
     }
-    Q_INVOKABLE QVariantMap entryPeakList(QUuid id) { return entries.value(id).value(QStringLiteral("Peaks")).toMap(); }
-    Q_INVOKABLE QString xUnitsString() { return QStringLiteral("ppm"); }
-    Q_INVOKABLE QString yUnitsString() { return QStringLiteral("ppm"); }
+    Q_INVOKABLE QVariantMap entryPeakList(QUuid id) { return entries.value(id).value(u"Peaks"_s).toMap(); }
+    Q_INVOKABLE QString xUnitsString() { return u"ppm"_s; }
+    Q_INVOKABLE QString yUnitsString() { return u"ppm"_s; }
     Q_INVOKABLE void fullReset() { ++resets; }
 
     QUuid addEntry(const QVariantMap &map)
@@ -139,7 +138,6 @@ class FakeModel : public QAbstractTableModel {
 
 public:
     QObject *table = nullptr;
-    int resets = 0;
 
     int rowCount(const QModelIndex & = {}) const override { return size("tableModel_rowCount"); }
     int columnCount(const QModelIndex & = {}) const override { return size("tableModel_columnCount"); }
@@ -151,11 +149,7 @@ public:
         return value;
     }
     Q_INVOKABLE void beginResetModel() { QAbstractTableModel::beginResetModel(); }
-    Q_INVOKABLE void endResetModel()
-    {
-        QAbstractTableModel::endResetModel();
-        ++resets;
-    }
+    Q_INVOKABLE void endResetModel() { QAbstractTableModel::endResetModel(); }
 
 private:
     int size(const char *method) const
@@ -173,7 +167,7 @@ public:
     explicit FakeScene(const QByteArray &withoutMethod, FakeServices *fakeServices, QObject *parent)
         : QGraphicsScene(parent), without(withoutMethod), services(fakeServices)
     {
-        setObjectName(QStringLiteral("mainScene"));
+        setObjectName(u"mainScene"_s);
     }
     ~FakeScene() override { delete table; }
 
@@ -214,7 +208,7 @@ public:
     }
     Q_INVOKABLE void setCustomData(QVariantMap map, QGraphicsWidget *)
     {
-        services->data.insert(map.value(QStringLiteral("ID")).toUuid(), map);
+        services->data.insert(map.value(u"ID"_s).toUuid(), map);
     }
     Q_INVOKABLE void delCustomData(QUuid id, QGraphicsWidget *) { services->data.remove(id); }
     Q_INVOKABLE QRectF getEmptyRect() { return {0, 0, 100, 100}; }
@@ -237,7 +231,7 @@ class FakeWindow : public QMainWindow {
     Q_PROPERTY(QMenu *nmrContextMenu READ nmrContextMenu)
 
 public:
-    FakeWindow(FakeServices *fakeServices) : services(fakeServices) { setObjectName(QStringLiteral("mainWindow")); }
+    FakeWindow(FakeServices *fakeServices) : services(fakeServices) { setObjectName(u"mainWindow"_s); }
 
     FakeServices *services;
     QString language;
@@ -247,7 +241,7 @@ public:
     Q_INVOKABLE QObject *dataEngine() { return services; }
     Q_INVOKABLE QObject *getNMRData() { return services; }
     Q_INVOKABLE QObject *nmrPlot() { return services; }
-    Q_INVOKABLE bool checkProductLicense(QString product) { return product == QLatin1String("licensed"); }
+    Q_INVOKABLE bool checkProductLicense(QString product) { return product == "licensed"_L1; }
 };
 
 /// A whole host around the plug-in, without the method that the test leaves out.
