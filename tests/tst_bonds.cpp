@@ -48,114 +48,107 @@ class tst_bonds : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void pairs_data();
-    void pairs();
-    void limitIsThatOfTheExpression();
-    void variantsEqualTheLiteralProcedure_data();
-    void variantsEqualTheLiteralProcedure();
-    void generatedMoleculesAreSeparate();
-};
+    void pairs_data()
+    {
+        QTest::addColumn<QByteArray>("a");
+        QTest::addColumn<QByteArray>("b");
+        QTest::addColumn<double>("distance");
+        QTest::addColumn<bool>("bonded");
+        const auto row = [](const char *name, const char *a, const char *b, double distance, bool bonded) {
+            QTest::newRow(name) << QByteArray(a) << QByteArray(b) << distance << bonded;
+        };
+        // Radii: H 0.31, C 0.76, Na 1.66.
+        row("hydrogens, a little apart", "H", "H", 0.65, true);
+        row("hydrogens, too far", "H", "H", 0.70, false);
+        row("carbons within 1.1 radii", "C", "C", 1.671, true);
+        row("carbons beyond 1.1 radii", "C", "C", 1.673, false);
+        row("different species", "H", "Na", 2.166, true);
+        row("different species, too far", "H", "Na", 2.168, false);
+        row("coincident", "C", "C", 0.0, true);
+        row("no radius", "Ar", "C", 0.5, false);
+        row("no radii", "Xyz", "Xyz", 0.0, false);
+        row("infinitely far", "C", "C", infinity, false);
+        row("nowhere", "C", "C", notANumber, false);
+        row("squares overflow", "C", "C", 1e200, false);
+    }
 
-void tst_bonds::pairs_data()
-{
-    QTest::addColumn<QByteArray>("a");
-    QTest::addColumn<QByteArray>("b");
-    QTest::addColumn<double>("distance");
-    QTest::addColumn<bool>("bonded");
-    const auto row = [](const char *name, const char *a, const char *b, double distance, bool bonded) {
-        QTest::newRow(name) << QByteArray(a) << QByteArray(b) << distance << bonded;
-    };
-    // Radii: H 0.31, C 0.76, Na 1.66.
-    row("hydrogens, a little apart", "H", "H", 0.65, true);
-    row("hydrogens, too far", "H", "H", 0.70, false);
-    row("carbons within 1.1 radii", "C", "C", 1.671, true);
-    row("carbons beyond 1.1 radii", "C", "C", 1.673, false);
-    row("different species", "H", "Na", 2.166, true);
-    row("different species, too far", "H", "Na", 2.168, false);
-    row("coincident", "C", "C", 0.0, true);
-    row("no radius", "Ar", "C", 0.5, false);
-    row("no radii", "Xyz", "Xyz", 0.0, false);
-    row("infinitely far", "C", "C", infinity, false);
-    row("nowhere", "C", "C", notANumber, false);
-    row("squares overflow", "C", "C", 1e200, false);
-}
+    void pairs()
+    {
+        QFETCH(QByteArray, a);
+        QFETCH(QByteArray, b);
+        QFETCH(double, distance);
+        QFETCH(bool, bonded);
+        QList<MagresAtom> atoms = {atomAt(a, 0.0), atomAt(b, 0.0, distance)};
+        atoms[0].bonds = {7}; // what was there before goes
+        Magres::detectBonds(atoms);
+        QCOMPARE(atoms.at(0).bonds, bonded ? QList<qint32>{1} : QList<qint32>{});
+        QCOMPARE(atoms.at(1).bonds, bonded ? QList<qint32>{0} : QList<qint32>{});
+    }
 
-void tst_bonds::pairs()
-{
-    QFETCH(QByteArray, a);
-    QFETCH(QByteArray, b);
-    QFETCH(double, distance);
-    QFETCH(bool, bonded);
-    QList<MagresAtom> atoms = {atomAt(a, 0.0), atomAt(b, 0.0, distance)};
-    atoms[0].bonds = {7}; // what was there before goes
-    Magres::detectBonds(atoms);
-    QCOMPARE(atoms.at(0).bonds, bonded ? QList<qint32>{1} : QList<qint32>{});
-    QCOMPARE(atoms.at(1).bonds, bonded ? QList<qint32>{0} : QList<qint32>{});
-}
-
-void tst_bonds::limitIsThatOfTheExpression()
-{
-    const QByteArrayList species = {"H", "He", "C", "N", "O", "Si", "Na", "K", "Cs", "U"};
-    for (const QByteArray &a : species) {
-        for (const QByteArray &b : species) {
-            const double R = Magres::covalentRadius(a) + Magres::covalentRadius(b);
-            const auto bonded = [R](double squared) {
-                const double D = std::sqrt(squared);
-                return R > D || 0.1 * R > std::abs(D - R);
-            };
-            const double limit = Magres::BondCriterion::largestSquaredDistance(R);
-            QVERIFY(bonded(limit));
-            QVERIFY(!bonded(std::nextafter(limit, infinity)));
-            // No gap below and no island above, as far as rounding could make any.
-            double below = limit;
-            double above = std::nextafter(limit, infinity);
-            for (int i = 0; i < 50; ++i) {
-                QVERIFY(bonded(below = std::nextafter(below, 0.0)));
-                QVERIFY(!bonded(above = std::nextafter(above, infinity)));
+    void limitIsThatOfTheExpression()
+    {
+        const QByteArrayList species = {"H", "He", "C", "N", "O", "Si", "Na", "K", "Cs", "U"};
+        for (const QByteArray &a : species) {
+            for (const QByteArray &b : species) {
+                const double R = Magres::covalentRadius(a) + Magres::covalentRadius(b);
+                const auto bonded = [R](double squared) {
+                    const double D = std::sqrt(squared);
+                    return R > D || 0.1 * R > std::abs(D - R);
+                };
+                const double limit = Magres::BondCriterion::largestSquaredDistance(R);
+                QVERIFY(bonded(limit));
+                QVERIFY(!bonded(std::nextafter(limit, infinity)));
+                // No gap below and no island above, as far as rounding could make any.
+                double below = limit;
+                double above = std::nextafter(limit, infinity);
+                for (int i = 0; i < 50; ++i) {
+                    QVERIFY(bonded(below = std::nextafter(below, 0.0)));
+                    QVERIFY(!bonded(above = std::nextafter(above, infinity)));
+                }
             }
         }
     }
-}
 
-void tst_bonds::variantsEqualTheLiteralProcedure_data()
-{
-    QTest::addColumn<QList<MagresAtom>>("atoms");
-    for (int count : {0, 1, 2, 7, 8, 9, 31, 32, 33, 250})
-        QTest::addRow("%d random atoms", count) << randomAtoms(count, std::uint64_t(count) + 1);
-    QTest::addRow("molecules") << Crystals::molecular(300).atoms;
-    QTest::addRow("framework") << Crystals::framework(300).atoms;
-    QTest::addRow("all in one place") << QList<MagresAtom>(60, atomAt("C", 1.0, 2.0, 3.0));
-}
-
-void tst_bonds::variantsEqualTheLiteralProcedure()
-{
-    QFETCH(QList<MagresAtom>, atoms);
-    QList<MagresAtom> literal = atoms;
-    Literal::detectBonds(literal, Literal::covalentRadii(literal));
-    for (Magres::InstructionSet set : Magres::instructionSets) {
-        if (!Magres::isSupported(set))
-            continue;
-        Magres::detectBonds(set, atoms);
-        for (qsizetype i = 0; i < atoms.size(); ++i)
-            QCOMPARE(atoms.at(i).bonds, literal.at(i).bonds);
+    void variantsEqualTheLiteralProcedure_data()
+    {
+        QTest::addColumn<QList<MagresAtom>>("atoms");
+        for (int count : {0, 1, 2, 7, 8, 9, 31, 32, 33, 250})
+            QTest::addRow("%d random atoms", count) << randomAtoms(count, std::uint64_t(count) + 1);
+        QTest::addRow("molecules") << Crystals::molecular(300).atoms;
+        QTest::addRow("framework") << Crystals::framework(300).atoms;
+        QTest::addRow("all in one place") << QList<MagresAtom>(60, atomAt("C", 1.0, 2.0, 3.0));
     }
-}
 
-/// The crystals that other tests and the benchmarks rely on: nine atoms joined by eight bonds, unless the cell cuts
-/// them.
-void tst_bonds::generatedMoleculesAreSeparate()
-{
-    QList<MagresAtom> atoms = Crystals::molecular(900).atoms;
-    Magres::detectBonds(atoms);
-    qsizetype ends = 0;
-    for (const MagresAtom &atom : atoms) {
-        const int most = atom.type == "C" ? 4 : atom.type == "O" ? 2 : 1;
-        QVERIFY(atom.bonds.size() <= most);
-        ends += atom.bonds.size();
+    void variantsEqualTheLiteralProcedure()
+    {
+        QFETCH(QList<MagresAtom>, atoms);
+        QList<MagresAtom> literal = atoms;
+        Literal::detectBonds(literal, Literal::covalentRadii(literal));
+        for (Magres::InstructionSet set : Magres::instructionSets) {
+            if (!Magres::isSupported(set))
+                continue;
+            Magres::detectBonds(set, atoms);
+            for (qsizetype i = 0; i < atoms.size(); ++i)
+                QCOMPARE(atoms.at(i).bonds, literal.at(i).bonds);
+        }
     }
-    QVERIFY(ends < 2 * 800); // some are cut
-    QVERIFY(ends > 2 * 500);
-}
+
+    /// The crystals that other tests and the benchmarks rely on: nine atoms joined by eight bonds, unless the cell cuts
+    /// them.
+    void generatedMoleculesAreSeparate()
+    {
+        QList<MagresAtom> atoms = Crystals::molecular(900).atoms;
+        Magres::detectBonds(atoms);
+        qsizetype ends = 0;
+        for (const MagresAtom &atom : atoms) {
+            const int most = atom.type == "C" ? 4 : atom.type == "O" ? 2 : 1;
+            QVERIFY(atom.bonds.size() <= most);
+            ends += atom.bonds.size();
+        }
+        QVERIFY(ends < 2 * 800); // some are cut
+        QVERIFY(ends > 2 * 500);
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_bonds)
 #include "tst_bonds.moc"

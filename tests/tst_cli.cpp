@@ -7,6 +7,8 @@
 
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 using PeakListFile::Peak;
 
 namespace {
@@ -59,9 +61,9 @@ private Q_SLOTS:
         QFETCH(QString, text);
         QFETCH(double, value);
         if (std::isnan(value))
-            QVERIFY_THROWS_EXCEPTION(UsageError, OptionValues::number(QStringLiteral("--x"), text));
+            QVERIFY_THROWS_EXCEPTION(UsageError, OptionValues::number(u"--x"_s, text));
         else
-            QCOMPARE(OptionValues::number(QStringLiteral("--x"), text), value);
+            QCOMPARE(OptionValues::number(u"--x"_s, text), value);
     }
 
     void range_data()
@@ -81,9 +83,9 @@ private Q_SLOTS:
         QFETCH(double, from);
         QFETCH(double, to);
         if (std::isnan(from))
-            QVERIFY_THROWS_EXCEPTION(UsageError, OptionValues::range(QStringLiteral("--x"), text));
+            QVERIFY_THROWS_EXCEPTION(UsageError, OptionValues::range(u"--x"_s, text));
         else
-            QCOMPARE(OptionValues::range(QStringLiteral("--x"), text), std::make_pair(from, to));
+            QCOMPARE(OptionValues::range(u"--x"_s, text), std::make_pair(from, to));
     }
 
     void points_data()
@@ -100,9 +102,9 @@ private Q_SLOTS:
         QFETCH(QString, text);
         QFETCH(bool, offered);
         if (offered)
-            QCOMPARE(OptionValues::points(QStringLiteral("--x"), text), text.toInt());
+            QCOMPARE(OptionValues::points(u"--x"_s, text), text.toInt());
         else
-            QVERIFY_THROWS_EXCEPTION(UsageError, OptionValues::points(QStringLiteral("--x"), text));
+            QVERIFY_THROWS_EXCEPTION(UsageError, OptionValues::points(u"--x"_s, text));
     }
 
     void optionForms()
@@ -114,7 +116,7 @@ private Q_SLOTS:
         for (const char *form :
              {"--nucleus 13C --slope -0.98 --range -5:10", "--nucleus=13C --slope=-0.98 --range=-5:10"}) {
             const SimulateOptions options = parse(form);
-            QCOMPARE(options.dimension[0].nucleus, QStringLiteral("13C"));
+            QCOMPARE(options.dimension[0].nucleus, u"13C"_s);
             QCOMPARE(options.dimension[0].slope.value(), -0.98);
             QCOMPARE(options.dimension[0].range.value(), std::make_pair(-5.0, 10.0));
             QVERIFY(!options.dimension[0].points);
@@ -122,10 +124,10 @@ private Q_SLOTS:
         }
         QVERIFY(parse("--nucleus 13C --nucleus-f1 1H").twoDimensional);
         QVERIFY(!parse("--nucleus 13C --nucleus-f1 1H").homonuclear());
-        QCOMPARE(parse("--nucleus 13C --dims 2").dimension[1].nucleus, QStringLiteral("1H"));
+        QCOMPARE(parse("--nucleus 13C --dims 2").dimension[1].nucleus, u"1H"_s);
         QVERIFY(parse("--nucleus 1H --dims 2 --linewidth 20 --linewidth-f1 20").homonuclear());
         const SimulateOptions isotopes = parse("--nucleus 1H --isotope O=17O --isotope Cu=65Cu");
-        QCOMPARE(isotopes.isotopes.value(QStringLiteral("Cu")), QStringLiteral("65Cu"));
+        QCOMPARE(isotopes.isotopes.value(u"Cu"_s), u"65Cu"_s);
         QCOMPARE(isotopes.isotopes.size(), 2);
     }
 
@@ -203,17 +205,15 @@ private Q_SLOTS:
             return opened.open(QIODevice::ReadOnly) ? opened.readAll() : QByteArray();
         };
         const auto run = [&](const QString &command, const QString &options, const char *name) {
-            const QStringList words =
-                (QStringLiteral("%1 %2 ").arg(nuclei, given) + options).split(u' ', Qt::SkipEmptyParts);
+            const QStringList words = (u"%1 %2 "_s.arg(nuclei, given) + options).split(u' ', Qt::SkipEmptyParts);
             return runProgram(QStringList{command, file} + words
-                              + QStringList{QStringLiteral("-o"), path(name) + QStringLiteral(".json"),
-                                            QStringLiteral("-o"), path(name) + QStringLiteral(".csv")});
+                              + QStringList{u"-o"_s, path(name) + u".json"_s, u"-o"_s, path(name) + u".csv"_s});
         };
-        QCOMPARE(run(QStringLiteral("simulate"), {}, "plain").status, 0);
+        QCOMPARE(run(u"simulate"_s, {}, "plain").status, 0);
         // The experiment: the simulated peaks, moved.
         QByteArray list;
         const QJsonObject plain = QJsonDocument::fromJson(read(path("plain.json"))).object();
-        const bool plane = nuclei.contains(QLatin1String("f1"));
+        const bool plane = nuclei.contains("f1"_L1);
         for (const QJsonValue &peak : plain[u"peaks"].toArray()) {
             list += QByteArray::number(peak[u"pos"][0].toDouble() - 60, 'g', 17);
             list +=
@@ -223,18 +223,18 @@ private Q_SLOTS:
         QVERIFY(experiment.open(QIODevice::WriteOnly) && experiment.write(list) == list.size());
         experiment.close();
 
-        const Finished fit = run(QStringLiteral("fit"), QStringLiteral("--experiment ") + experiment.fileName(), "fit");
+        const Finished fit = run(u"fit"_s, u"--experiment "_s + experiment.fileName(), "fit");
         QVERIFY2(fit.status == 0, qPrintable(fit.errors));
-        QVERIFY2(fit.output.startsWith(QLatin1String("New reference\n")), qPrintable(fit.output));
+        QVERIFY2(fit.output.startsWith("New reference\n"_L1), qPrintable(fit.output));
         const QJsonObject fitted = QJsonDocument::fromJson(read(path("fit.json"))).object();
         QString references;
         const char *options[] = {"--reference", "--reference-f1"};
         for (int d = 0; d < (plane ? 2 : 1); ++d) {
             const double value = fitted[u"parameters"][u"ref"][fitted[u"nuclei"][d].toString()].toDouble();
             QVERIFY(std::abs(value - (d == 0 ? 40 : 170)) < 1e-6);
-            references += QStringLiteral(" %1 %2").arg(QLatin1String(options[d])).arg(value, 0, 'g', 17);
+            references += u" %1 %2"_s.arg(QLatin1String(options[d])).arg(value, 0, 'g', 17);
         }
-        QCOMPARE(run(QStringLiteral("simulate"), references, "again").status, 0);
+        QCOMPARE(run(u"simulate"_s, references, "again").status, 0);
         const QByteArray data = read(path("fit.csv"));
         QVERIFY(!data.isEmpty());
         QVERIFY(data == read(path("again.csv")));
@@ -263,8 +263,8 @@ private Q_SLOTS:
 
     void helpTellsOfEveryOption()
     {
-        QVERIFY(runProgram({QStringLiteral("--version")}).output.startsWith(u"magres-workbench "));
-        QVERIFY(runProgram({QStringLiteral("--help")}).output.contains(u"render FILE -o PAGE"));
+        QVERIFY(runProgram({u"--version"_s}).output.startsWith(u"magres-workbench "));
+        QVERIFY(runProgram({u"--help"_s}).output.contains(u"render FILE -o PAGE"));
         const Finished finished = runProgram(words("simulate --help"));
         QCOMPARE(finished.status, 0);
         for (const OptionSpec &option : SimulateOptions::specs())
@@ -311,7 +311,7 @@ private Q_SLOTS:
         QString shown;
         QList<Peak> found;
         try {
-            const auto parsed = PeakListFile::parse(text, QStringLiteral("exp.csv"), dimensions);
+            const auto parsed = PeakListFile::parse(text, u"exp.csv"_s, dimensions);
             found = QList<Peak>(parsed.begin(), parsed.end());
         } catch (const std::exception &error) {
             shown = QString::fromUtf8(error.what());

@@ -15,6 +15,8 @@
 #include <limits>
 #include <tuple>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
@@ -24,11 +26,9 @@ class Properties : public NuclearProperties {
 public:
     QString spin(const QByteArray &nucleus) const override
     {
-        static const QMap<QByteArray, QString> spins{{"2H", QStringLiteral("1")},
-                                                     {"14N", QStringLiteral("1")},
-                                                     {"35Cl", QStringLiteral("3/2")},
-                                                     {"37Cl", QStringLiteral("3/2")}};
-        return spins.value(nucleus, QStringLiteral("1/2"));
+        static const QMap<QByteArray, QString> spins{
+            {"2H", u"1"_s}, {"14N", u"1"_s}, {"35Cl", u"3/2"_s}, {"37Cl", u"3/2"_s}};
+        return spins.value(nucleus, u"1/2"_s);
     }
     double quadrupoleMoment(const QByteArray &nucleus) const override { return nucleus == "14N" ? 2.044 : 0.0; }
     double naturalAbundance(const QByteArray &nucleus) const override { return nucleus == "35Cl" ? 75.8 : 24.2; }
@@ -109,7 +109,7 @@ private Q_SLOTS:
         QVERIFY(m_settings.isValid());
         QSettings::setDefaultFormat(QSettings::IniFormat);
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_settings.path());
-        QCoreApplication::setOrganizationName(QStringLiteral("tst_dialogs"));
+        QCoreApplication::setOrganizationName(u"tst_dialogs"_s);
     }
 
     void init() { QSettings().clear(); }
@@ -153,16 +153,16 @@ private Q_SLOTS:
         row(
             "fitted", record(0, "13C"),
             [](auto &p) {
-                p.ref = {{QStringLiteral("13C"), 169.123456789}, {QStringLiteral("29Si"), 1.0}};
-                p.lw = {{QStringLiteral("13C"), 12.3456}};
+                p.ref = {{u"13C"_s, 169.123456789}, {u"29Si"_s, 1.0}};
+                p.lw = {{u"13C"_s, 12.3456}};
             },
             data);
         row(
             "no numbers and those beyond the boxes", record(1, "13C", "1H"),
             [](auto &p) {
-                p.ref = {{QStringLiteral("13C"), QStringLiteral("abc")}, {QStringLiteral("1H"), -1e300}};
-                p.slope = {{QStringLiteral("13C"), infinity}, {QStringLiteral("1H"), QVariantList{1}}};
-                p.lw = {{QStringLiteral("13C"), 2400.0}, {QStringLiteral("1H"), -1.0}};
+                p.ref = {{u"13C"_s, u"abc"_s}, {u"1H"_s, -1e300}};
+                p.slope = {{u"13C"_s, infinity}, {u"1H"_s, QVariantList{1}}};
+                p.lw = {{u"13C"_s, 2400.0}, {u"1H"_s, -1.0}};
                 p.freq = notANumber;
                 p.ptsF2 = 1000;
             },
@@ -206,10 +206,10 @@ private Q_SLOTS:
     {
         MagresSpecParams parameters = record(1);
         Magres::completeParameters(molecule(), parameters, properties);
-        QCOMPARE(parameters.nucF2, QStringLiteral("13C"));
-        QCOMPARE(parameters.nucF1, QStringLiteral("1H"));
-        QCOMPARE(parameters.lw, (QVariantMap{{QStringLiteral("13C"), 30.0}, {QStringLiteral("1H"), 1.0}}));
-        QCOMPARE(parameters.ref, (QVariantMap{{QStringLiteral("13C"), 100.0}, {QStringLiteral("1H"), 100.0}}));
+        QCOMPARE(parameters.nucF2, u"13C"_s);
+        QCOMPARE(parameters.nucF1, u"1H"_s);
+        QCOMPARE(parameters.lw, (QVariantMap{{u"13C"_s, 30.0}, {u"1H"_s, 1.0}}));
+        QCOMPARE(parameters.ref, (QVariantMap{{u"13C"_s, 100.0}, {u"1H"_s, 100.0}}));
         // Shifts from 70.5 to 77: 6.5 below by a tenth, then 7.15 above by a tenth.
         QVERIFY(std::abs(parameters.RangeF1[0] - 69.85) < 1e-9);
         QVERIFY(std::abs(parameters.RangeF1[1] - 77.715) < 1e-9);
@@ -217,13 +217,13 @@ private Q_SLOTS:
 
     void rangeInData()
     {
-        const QString wide = QStringLiteral("Range in data: 10.0 / 110.0 ppm");
-        const QString narrow = QStringLiteral("Range in data: 50.0 / 50.0 ppm");
+        const QString wide = u"Range in data: 10.0 / 110.0 ppm"_s;
+        const QString narrow = u"Range in data: 50.0 / 50.0 ppm"_s;
         using Row = std::tuple<QList<double>, QString, double, double>;
         for (const auto &[shieldings, text, from, to] :
              std::initializer_list<Row>{{{50, 50.004}, narrow, 38.0, 62.2},
                                         {{-10, notANumber, 90}, wide, 0.0, 121.0},
-                                        {{}, QStringLiteral("Range in data: 0.0 / 0.0 ppm"), -12.0, 12.2}}) {
+                                        {{}, u"Range in data: 0.0 / 0.0 ppm"_s, -12.0, 12.2}}) {
             MagresData data;
             addAtoms(data, "C", shieldings);
             MagresSpecParams parameters = record(0, "13C");
@@ -266,16 +266,16 @@ private Q_SLOTS:
         // A new scale is a new range, in its dimension only; the frequency counts for both.
         find(dialog, "fSpCSRefF2")->setValue(110.0);
         QVERIFY(!parameters.RangeF2User && parameters.RangeF1User);
-        QCOMPARE(hint(dialog, "fLbSpecHintF2"), QStringLiteral("Range in data: -40.1 / 99.5 ppm"));
+        QCOMPARE(hint(dialog, "fLbSpecHintF2"), u"Range in data: -40.1 / 99.5 ppm"_s);
         find(dialog, "fSpCSSlopeF2")->setValue(1.0);
-        QCOMPARE(hint(dialog, "fLbSpecHintF2"), QStringLiteral("Range in data: 120.5 / 260.1 ppm"));
+        QCOMPARE(hint(dialog, "fLbSpecHintF2"), u"Range in data: 120.5 / 260.1 ppm"_s);
         find(dialog, "fSpSfrq")->setValue(500.0);
         QVERIFY(!parameters.RangeF1User);
     }
 
     void untouchedNumbersKeepTheirPrecision()
     {
-        const QString carbon = QStringLiteral("13C");
+        const QString carbon = u"13C"_s;
         const MagresData data = molecule();
         MagresSpecParams parameters = record(0, "13C");
         parameters.ref = {{carbon, 169.123456789}};
@@ -304,8 +304,8 @@ private Q_SLOTS:
         find(dialog, "fSpCSRefF2")->setValue(30.0);
         find(dialog, "fSpCSRefF1")->setValue(31.0);
         dialog.copyToRecord();
-        QCOMPARE(parameters.ref, (QVariantMap{{QStringLiteral("1H"), 31.0}}));
-        QCOMPARE(parameters.lw, (QVariantMap{{QStringLiteral("1H"), 1.0}}));
+        QCOMPARE(parameters.ref, (QVariantMap{{u"1H"_s, 31.0}}));
+        QCOMPARE(parameters.lw, (QVariantMap{{u"1H"_s, 1.0}}));
         QCOMPARE(parameters.RangeF2[0], -0.15); // still that of its own reference
     }
 
@@ -320,13 +320,13 @@ private Q_SLOTS:
         const auto points = [&] { return find<QComboBox>(dialog, "fCbPtsF2")->currentText(); };
         dialog.show();
         QVERIFY(find<QGroupBox>(dialog, "fGbF1")->isHidden());
-        QCOMPARE(points(), QStringLiteral("4096"));
+        QCOMPARE(points(), u"4096"_s);
         QTest::keyClick(kind, Qt::Key_Down);
         QVERIFY(find<QGroupBox>(dialog, "fGbF1")->isVisible());
-        QCOMPARE(find<QGroupBox>(dialog, "fGbF2")->title(), QStringLiteral("Direct dimension"));
-        QCOMPARE(points(), QStringLiteral("8192"));
+        QCOMPARE(find<QGroupBox>(dialog, "fGbF2")->title(), u"Direct dimension"_s);
+        QCOMPARE(points(), u"8192"_s);
         QTest::keyClick(kind, Qt::Key_Up);
-        QCOMPARE(points(), QStringLiteral("4096"));
+        QCOMPARE(points(), u"4096"_s);
         dialog.copyToRecord();
         QCOMPARE(parameters.ptsF2, 2000);
     }
@@ -355,7 +355,7 @@ private Q_SLOTS:
         const double shift = data.EFG.first().secondOrderQuadShift("14N", 2.044, 300.0 * 54.22 / 750.03, 1);
         QVERIFY(std::abs(shift) > 1.0);
         const auto text = [](double by) {
-            return QStringLiteral("Range in data: %1 / %2 ppm").arg(25.0 + by, 0, 'f', 1).arg(60.0 + by, 0, 'f', 1);
+            return u"Range in data: %1 / %2 ppm"_s.arg(25.0 + by, 0, 'f', 1).arg(60.0 + by, 0, 'f', 1);
         };
         MagresSpecParams parameters = record(0, "14N");
         parameters.freq = 300.0;
@@ -369,7 +369,7 @@ private Q_SLOTS:
         find(dialog, "fSpSfrq")->setValue(600.0);
         QCOMPARE(hint(dialog, "fLbSpecHintF2"), text(shift / 4.0));
         // A box that stays checked while it is hidden moves nothing.
-        find<QComboBox>(dialog, "fCbNucF2")->setCurrentText(QStringLiteral("15N"));
+        find<QComboBox>(dialog, "fCbNucF2")->setCurrentText(u"15N"_s);
         QCOMPARE(hint(dialog, "fLbSpecHintF2"), text(0.0));
     }
 

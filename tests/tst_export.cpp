@@ -12,6 +12,8 @@
 #include <QJsonObject>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// Axes with exact numbers: F2 from 4 ppm in steps of -2, F1 from 10 ppm in steps of -5.
@@ -25,33 +27,31 @@ QVariantMap spectrumMap(int points2, int points1, const DoubleVector &points)
     widths[0] = 2 * points2 * 400.0;
     references[0] = 0;
     widths[1] = 5 * points1 * 100.0;
-    const QVariantList nuclides{
-        QVariantMap{{QStringLiteral("Isotope"), 1}, {QStringLiteral("Name"), QStringLiteral("H")}},
-        QVariantMap{{QStringLiteral("Isotope"), 13}, {QStringLiteral("Name"), QStringLiteral("C")}}};
-    const QVariantHash parameters{{QStringLiteral("freq"), 400.0},
-                                  {QStringLiteral("RangeF2"), QVariant::fromValue(DoubleVector{4, -4})},
-                                  {QStringLiteral("qShift"), QVariant::fromValue(QList<int>{0, 1})}};
-    const QVariantMap peak{{QStringLiteral("PeakLabel"), QStringLiteral("H1,C2")},
-                           {QStringLiteral("Pos"), QVariant::fromValue(DoubleVector{1.5, 2.5})},
-                           {QStringLiteral("Width"), QVariant::fromValue(DoubleVector{0.25, 0.5})},
-                           {QStringLiteral("Height"), 3.0}};
-    const QMap<QString, QVariantHash> original{{QStringLiteral("magres"), parameters}};
-    return {
-        {QStringLiteral("Length"), QVariant::fromValue(length)},
-        {QStringLiteral("DataPoints"), QVariant::fromValue(QList<DoubleVector>{points, DoubleVector(points.size())})},
-        {QStringLiteral("SpecInfo"),
-         QVariantMap{{QStringLiteral("SpectrometerFrequencies"), QVariant::fromValue(frequencies)},
-                     {QStringLiteral("SW"), QVariant::fromValue(widths)},
-                     {QStringLiteral("SpectrumRef"), QVariant::fromValue(references)},
-                     {QStringLiteral("Nucleides"), nuclides},
-                     {QStringLiteral("OriginalParameters"), QVariant::fromValue(original)}}},
-        {QStringLiteral("Peaks"), QVariantMap{{QStringLiteral("PeakList"), QVariantList{peak}}}}};
+    const QVariantList nuclides{QVariantMap{{u"Isotope"_s, 1}, {u"Name"_s, u"H"_s}},
+                                QVariantMap{{u"Isotope"_s, 13}, {u"Name"_s, u"C"_s}}};
+    const QVariantHash parameters{{u"freq"_s, 400.0},
+                                  {u"RangeF2"_s, QVariant::fromValue(DoubleVector{4, -4})},
+                                  {u"qShift"_s, QVariant::fromValue(QList<int>{0, 1})}};
+    const QVariantMap peak{{u"PeakLabel"_s, u"H1,C2"_s},
+                           {u"Pos"_s, QVariant::fromValue(DoubleVector{1.5, 2.5})},
+                           {u"Width"_s, QVariant::fromValue(DoubleVector{0.25, 0.5})},
+                           {u"Height"_s, 3.0}};
+    const QMap<QString, QVariantHash> original{{u"magres"_s, parameters}};
+    return {{u"Length"_s, QVariant::fromValue(length)},
+            {u"DataPoints"_s, QVariant::fromValue(QList<DoubleVector>{points, DoubleVector(points.size())})},
+            {u"SpecInfo"_s,
+             QVariantMap{{u"SpectrometerFrequencies"_s, QVariant::fromValue(frequencies)},
+                         {u"SW"_s, QVariant::fromValue(widths)},
+                         {u"SpectrumRef"_s, QVariant::fromValue(references)},
+                         {u"Nucleides"_s, nuclides},
+                         {u"OriginalParameters"_s, QVariant::fromValue(original)}}},
+            {u"Peaks"_s, QVariantMap{{u"PeakList"_s, QVariantList{peak}}}}};
 }
 
 QByteArray csv(const QVariantMap &map)
 {
     NmrData data;
-    const QUuid entry = data.addEntry(map, QStringLiteral("x"));
+    const QUuid entry = data.addEntry(map, u"x"_s);
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     SpectrumExport::writeCsv(data, entry, buffer);
@@ -61,7 +61,7 @@ QByteArray csv(const QVariantMap &map)
 QJsonObject json(const QVariantMap &map)
 {
     NmrData data;
-    const QUuid entry = data.addEntry(map, QStringLiteral("x"));
+    const QUuid entry = data.addEntry(map, u"x"_s);
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     SpectrumExport::writeJson(data, entry, buffer);
@@ -88,25 +88,23 @@ private Q_SLOTS:
     void jsonOfSpectra()
     {
         const QJsonObject plane = json(spectrumMap(2, 2, {1, 2, 3, 4}));
-        QCOMPARE(plane[QStringLiteral("nuclei")], QJsonValue(QJsonArray{QStringLiteral("1H"), QStringLiteral("13C")}));
-        QCOMPARE(plane[QStringLiteral("length")], QJsonValue(QJsonArray{2, 2}));
-        QCOMPARE(plane[QStringLiteral("frequencies")], QJsonValue(QJsonArray{400, 100}));
-        QCOMPARE(plane[QStringLiteral("sw")], QJsonValue(QJsonArray{1600, 1000}));
-        QCOMPARE(plane[QStringLiteral("axes")][1],
-                 QJsonValue(QJsonObject{{QStringLiteral("first"), 5}, {QStringLiteral("step"), -5}}));
-        QCOMPARE(plane[QStringLiteral("peaks")][0],
-                 QJsonValue(QJsonObject{{QStringLiteral("label"), QStringLiteral("H1,C2")},
-                                        {QStringLiteral("pos"), QJsonArray{1.5, 2.5}},
-                                        {QStringLiteral("height"), 3},
-                                        {QStringLiteral("width"), QJsonArray{0.25, 0.5}}}));
-        QCOMPARE(plane[QStringLiteral("parameters")],
-                 QJsonValue(QJsonObject{{QStringLiteral("freq"), 400},
-                                        {QStringLiteral("RangeF2"), QJsonArray{4, -4}},
-                                        {QStringLiteral("qShift"), QJsonArray{0, 1}}}));
+        QCOMPARE(plane[u"nuclei"_s], QJsonValue(QJsonArray{u"1H"_s, u"13C"_s}));
+        QCOMPARE(plane[u"length"_s], QJsonValue(QJsonArray{2, 2}));
+        QCOMPARE(plane[u"frequencies"_s], QJsonValue(QJsonArray{400, 100}));
+        QCOMPARE(plane[u"sw"_s], QJsonValue(QJsonArray{1600, 1000}));
+        QCOMPARE(plane[u"axes"_s][1], QJsonValue(QJsonObject{{u"first"_s, 5}, {u"step"_s, -5}}));
+        QCOMPARE(plane[u"peaks"_s][0],
+                 QJsonValue(QJsonObject{{u"label"_s, u"H1,C2"_s},
+                                        {u"pos"_s, QJsonArray{1.5, 2.5}},
+                                        {u"height"_s, 3},
+                                        {u"width"_s, QJsonArray{0.25, 0.5}}}));
+        QCOMPARE(plane[u"parameters"_s],
+                 QJsonValue(QJsonObject{
+                     {u"freq"_s, 400}, {u"RangeF2"_s, QJsonArray{4, -4}}, {u"qShift"_s, QJsonArray{0, 1}}}));
         // One dimension: one entry in each array.
         const QJsonObject line = json(spectrumMap(4, 1, {1, 2, 3, 4}));
-        QCOMPARE(line[QStringLiteral("nuclei")], QJsonValue(QJsonArray{QStringLiteral("1H")}));
-        QCOMPARE(line[QStringLiteral("peaks")][0][QStringLiteral("pos")], QJsonValue(QJsonArray{1.5}));
+        QCOMPARE(line[u"nuclei"_s], QJsonValue(QJsonArray{u"1H"_s}));
+        QCOMPARE(line[u"peaks"_s][0][u"pos"_s], QJsonValue(QJsonArray{1.5}));
     }
 
     void jsonValues()
@@ -114,24 +112,23 @@ private Q_SLOTS:
         QCOMPARE(toJson(std::numeric_limits<double>::quiet_NaN()), QJsonValue());
         const DoubleVector vector{1, std::numeric_limits<double>::infinity()};
         QCOMPARE(toJson(QVariant::fromValue(vector)), QJsonValue(QJsonArray{1, QJsonValue()}));
-        QCOMPARE(toJson(QStringList{QStringLiteral("a")}), QJsonValue(QJsonArray{QStringLiteral("a")}));
-        const QVariantMap nested{{QStringLiteral("m"), QVariantList{QVariantHash{{QStringLiteral("k"), 1}}}}};
-        QCOMPARE(toJson(nested)[QStringLiteral("m")][0][QStringLiteral("k")], QJsonValue(1));
+        QCOMPARE(toJson(QStringList{u"a"_s}), QJsonValue(QJsonArray{u"a"_s}));
+        const QVariantMap nested{{u"m"_s, QVariantList{QVariantHash{{u"k"_s, 1}}}}};
+        QCOMPARE(toJson(nested)[u"m"_s][0][u"k"_s], QJsonValue(1));
     }
 
     void alignedText()
     {
-        const QString text = TableExport::alignedText(
-            {QStringLiteral("Name"), QStringLiteral("x")},
-            {{QStringLiteral("C1"), QStringLiteral("1.5")}, {QStringLiteral("Carbon"), QStringLiteral("-10.25")}});
-        QCOMPARE(text, QStringLiteral("Name         x\n------  ------\nC1         1.5\nCarbon  -10.25\n"));
+        const QString text =
+            TableExport::alignedText({u"Name"_s, u"x"_s}, {{u"C1"_s, u"1.5"_s}, {u"Carbon"_s, u"-10.25"_s}});
+        QCOMPARE(text, u"Name         x\n------  ------\nC1         1.5\nCarbon  -10.25\n"_s);
     }
 
     /// When one of several files cannot be written, the others do not appear, and what was there before stays.
     void allFilesOrNone()
     {
         QTemporaryDir directory;
-        const QString kept = directory.filePath(QStringLiteral("kept.csv"));
+        const QString kept = directory.filePath(u"kept.csv"_s);
         {
             OutputFiles files;
             files.open(kept).write("old");
@@ -141,7 +138,7 @@ private Q_SLOTS:
         try {
             OutputFiles files;
             files.open(kept).write("new");
-            files.open(directory.filePath(QStringLiteral("no/such/place.csv")));
+            files.open(directory.filePath(u"no/such/place.csv"_s));
             QFAIL("a file in a missing directory was opened");
         } catch (const std::exception &error) {
             QVERIFY(QByteArray(error.what()).contains("place.csv"));
@@ -149,7 +146,7 @@ private Q_SLOTS:
         QFile file(kept);
         QVERIFY(file.open(QIODevice::ReadOnly));
         QCOMPARE(file.readAll(), QByteArray("old"));
-        QCOMPARE(QDir(directory.path()).entryList(QDir::Files), QStringList{QStringLiteral("kept.csv")});
+        QCOMPARE(QDir(directory.path()).entryList(QDir::Files), QStringList{u"kept.csv"_s});
     }
 };
 

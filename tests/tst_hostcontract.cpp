@@ -19,22 +19,24 @@
 #include <QUndoStack>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 const QHash<QString, const QMetaObject *> &hostObjects()
 {
     static const QHash<QString, const QMetaObject *> objects{
-        {QStringLiteral("mainWindow"), &WMainWindow::staticMetaObject},
-        {QStringLiteral("mainScene"), &MainScene::staticMetaObject},
-        {QStringLiteral("dataEngine"), &DataEngine::staticMetaObject},
-        {QStringLiteral("nmrDataTables"), &NucleusTables::staticMetaObject},
-        {QStringLiteral("fileFilters"), &FileFilterRegistry::staticMetaObject},
-        {QStringLiteral("nmrItem"), &NmrItem::staticMetaObject},
-        {QStringLiteral("nmrData"), &NmrData::staticMetaObject},
-        {QStringLiteral("nmrPlot"), &NmrPlot::staticMetaObject},
-        {QStringLiteral("molItem"), &MoleculeItem::staticMetaObject},
-        {QStringLiteral("tableItem"), &TableItem::staticMetaObject},
-        {QStringLiteral("tableModel"), &TableModel::staticMetaObject},
+        {u"mainWindow"_s, &WMainWindow::staticMetaObject},
+        {u"mainScene"_s, &MainScene::staticMetaObject},
+        {u"dataEngine"_s, &DataEngine::staticMetaObject},
+        {u"nmrDataTables"_s, &NucleusTables::staticMetaObject},
+        {u"fileFilters"_s, &FileFilterRegistry::staticMetaObject},
+        {u"nmrItem"_s, &NmrItem::staticMetaObject},
+        {u"nmrData"_s, &NmrData::staticMetaObject},
+        {u"nmrPlot"_s, &NmrPlot::staticMetaObject},
+        {u"molItem"_s, &MoleculeItem::staticMetaObject},
+        {u"tableItem"_s, &TableItem::staticMetaObject},
+        {u"tableModel"_s, &TableModel::staticMetaObject},
     };
     return objects;
 }
@@ -47,12 +49,12 @@ QVariantMap spectrumMap(int points2, int points1)
     const DoubleVector points(size_t(points2) * points1, 1.0);
     DoubleVector frequencies(8, 400.0), widths(8, 0.0), references(8, 0.0);
     widths[0] = widths[1] = 4000;
-    const QVariantMap info{{QStringLiteral("SpectrometerFrequencies"), QVariant::fromValue(frequencies)},
-                           {QStringLiteral("SW"), QVariant::fromValue(widths)},
-                           {QStringLiteral("SpectrumRef"), QVariant::fromValue(references)}};
-    return {{QStringLiteral("Length"), QVariant::fromValue(length)},
-            {QStringLiteral("DataPoints"), QVariant::fromValue(QList<DoubleVector>{points, points})},
-            {QStringLiteral("SpecInfo"), info}};
+    const QVariantMap info{{u"SpectrometerFrequencies"_s, QVariant::fromValue(frequencies)},
+                           {u"SW"_s, QVariant::fromValue(widths)},
+                           {u"SpectrumRef"_s, QVariant::fromValue(references)}};
+    return {{u"Length"_s, QVariant::fromValue(length)},
+            {u"DataPoints"_s, QVariant::fromValue(QList<DoubleVector>{points, points})},
+            {u"SpecInfo"_s, info}};
 }
 
 } // namespace
@@ -125,10 +127,10 @@ private Q_SLOTS:
                 window = qobject_cast<QMainWindow *>(widget);
         }
         QVERIFY(window);
-        auto *scene = window->findChild<QGraphicsScene *>(QStringLiteral("mainScene"));
+        auto *scene = window->findChild<QGraphicsScene *>(u"mainScene"_s);
         QVERIFY(scene);
-        QVERIFY(window->findChild<QGraphicsView *>(QStringLiteral("mainView")));
-        QVERIFY(scene->findChild<QUndoStack *>(QStringLiteral("sceneUndoStack")));
+        QVERIFY(window->findChild<QGraphicsView *>(u"mainView"_s));
+        QVERIFY(scene->findChild<QUndoStack *>(u"sceneUndoStack"_s));
         QVERIFY(scene->metaObject()->indexOfSignal("activeItemChanged(QGraphicsWidget*)") >= 0);
         QVERIFY(qApp->property("isHeadless").toBool());
         QVERIFY(qobject_cast<FileFilterRegistry *>(qApp->property("fileFilters").value<QObject *>()));
@@ -138,18 +140,18 @@ private Q_SLOTS:
     void nucleusTables()
     {
         NucleusTables tables;
-        QCOMPARE(tables.spin(QStringLiteral("27Al")), QStringLiteral("5/2"));
-        QCOMPARE(tables.quadrupoleMoment(QStringLiteral("17O")), -2.558);
-        QCOMPARE(tables.naturalAbundance(QStringLiteral("13C")), 1.11);
-        QCOMPARE(tables.spin(QStringLiteral("12C")), QString());
-        QCOMPARE(tables.isotopes(QStringLiteral("Cu")), (QStringList{QStringLiteral("63Cu"), QStringLiteral("65Cu")}));
-        QCOMPARE(tables.quadrupolarIsotopes(QStringLiteral("H")), QStringList{QStringLiteral("2H")});
+        QCOMPARE(tables.spin(u"27Al"_s), u"5/2"_s);
+        QCOMPARE(tables.quadrupoleMoment(u"17O"_s), -2.558);
+        QCOMPARE(tables.naturalAbundance(u"13C"_s), 1.11);
+        QCOMPARE(tables.spin(u"12C"_s), QString());
+        QCOMPARE(tables.isotopes(u"Cu"_s), (QStringList{u"63Cu"_s, u"65Cu"_s}));
+        QCOMPARE(tables.quadrupolarIsotopes(u"H"_s), QStringList{u"2H"_s});
     }
 
     void customData()
     {
         const QUuid id = QUuid::createUuid();
-        const QVariantMap map{{QStringLiteral("ID"), id}, {QStringLiteral("x"), 1}};
+        const QVariantMap map{{u"ID"_s, id}, {u"x"_s, 1}};
         auto *engine = qobject_cast<DataEngine *>(m_host->window().dataEngine());
         m_host->scene().setCustomData(map, nullptr);
         QCOMPARE(engine->getDataMap(id), map);

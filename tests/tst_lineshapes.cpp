@@ -11,6 +11,8 @@
 #include <limits>
 #include <numbers>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
@@ -71,14 +73,14 @@ void addCases()
     addRow("wide lines", {.widthF2 = 7.0, .widthF1 = 20.0});
     addRow("narrow lines", {.widthF2 = 1e-4, .widthF1 = 1e-5});
     for (double width : {0.0, -0.0, -0.3, notANumber, infinity, 1e-310, 5e-324, 1e300, 0x1p-101, 0x1p101})
-        addRow(qPrintable(QStringLiteral("width %1").arg(width)), {.widthF2 = width, .widthF1 = width});
+        addRow(qPrintable(u"width %1"_s.arg(width)), {.widthF2 = width, .widthF1 = width});
     for (double odd : {notANumber, infinity, -infinity, 1e308, -1e308, 1e-308, 5e-324, 0.0, -0.0, 0x1p-801, 0x1p801}) {
-        addRow(qPrintable(QStringLiteral("height %1").arg(odd)), {.peaks = {{3.0, 4.0, 1.0}, {5.0, 5.0, odd}}});
-        addRow(qPrintable(QStringLiteral("position %1").arg(odd)), {.peaks = {{odd, 4.0, 1.0}, {5.0, odd, 2.0}}});
-        addRow(qPrintable(QStringLiteral("axis from %1").arg(odd)), {.axisF2 = {odd, -0.1}, .axisF1 = {odd, -0.1}});
-        addRow(qPrintable(QStringLiteral("steps of %1").arg(odd)), {.axisF2 = {10.0, odd}, .axisF1 = {10.0, odd}});
+        addRow(qPrintable(u"height %1"_s.arg(odd)), {.peaks = {{3.0, 4.0, 1.0}, {5.0, 5.0, odd}}});
+        addRow(qPrintable(u"position %1"_s.arg(odd)), {.peaks = {{odd, 4.0, 1.0}, {5.0, odd, 2.0}}});
+        addRow(qPrintable(u"axis from %1"_s.arg(odd)), {.axisF2 = {odd, -0.1}, .axisF1 = {odd, -0.1}});
+        addRow(qPrintable(u"steps of %1"_s.arg(odd)), {.axisF2 = {10.0, odd}, .axisF1 = {10.0, odd}});
         addRow(
-            qPrintable(QStringLiteral("all %1").arg(odd)),
+            qPrintable(u"all %1"_s.arg(odd)),
             {.peaks = {{odd, odd, odd}}, .widthF2 = odd, .widthF1 = odd, .axisF2 = {odd, odd}, .axisF1 = {odd, odd}});
     }
 }
@@ -92,153 +94,145 @@ class tst_lineshapes : public QObject {
 
 private Q_SLOTS:
     void lorentziansEqualTheLoop_data() { addCases(); }
-    void lorentziansEqualTheLoop();
-    void quotientsByReciprocal();
-    void gaussiansEqualTheLoop_data() { addCases(); }
-    void gaussiansEqualTheLoop();
-    void manyGaussians();
-    void tinyProducts();
-    void windowIsTight();
-    void areaAndHalfHeight();
-};
-
-void tst_lineshapes::lorentziansEqualTheLoop()
-{
-    QFETCH(Case, input);
-    std::vector<double> literal(input.pointsF2, 0.25);
-    Literal::addLorentzians(input.peaks, input.widthF2, input.axisF2, literal);
-    for (Magres::InstructionSet set : Magres::instructionSets) {
-        if (!Magres::isSupported(set))
-            continue;
-        std::vector<double> data(input.pointsF2, 0.25);
-        Magres::addLorentzians(set, input.peaks, input.widthF2, input.axisF2, data);
-        QCOMPARE(firstDifference(data, literal), -1);
-    }
-}
-
-/// Divisors and distances of all significands, near powers of two in particular: where a rounding error would show.
-void tst_lineshapes::quotientsByReciprocal()
-{
-    Random random(5);
-    const auto significand = [&] {
-        const double ulp = 0x1p-52;
-        switch (random.below(4)) {
-        case 0:
-            return 1.0 + random.below(8) * ulp;
-        case 1:
-            return 2.0 - (1 + random.below(8)) * ulp;
-        default:
-            return random.uniform(1.0, 2.0);
-        }
-    };
-    std::vector<double> x(512);
-    for (int round = 0; round < 400; ++round) {
-        const double width = std::ldexp(significand(), random.below(200) - 100);
-        const LinePeak peak = {round % 2 == 0 ? 0.0 : significand(), 0.0, significand()};
-        for (double &value : x)
-            value = std::ldexp(significand(), round % 4 < 2 ? random.below(1599) - 799 : random.below(9) - 4);
-        std::vector<double> literal(x.size(), 0.0);
-        for (std::size_t i = 0; i < x.size(); ++i)
-            Literal::addLorentzians({&peak, 1}, width, {x[i], 0.0}, {&literal[i], 1});
-        for (Magres::InstructionSet set : Magres::instructionSets) {
-            const Magres::LineShapeKernels &kernels = Magres::lineShapeKernels(set);
-            if (!Magres::isSupported(set) || !kernels.addLorentzianByReciprocal)
-                continue;
-            std::vector<double> data(x.size(), 0.0);
-            kernels.addLorentzianByReciprocal(peak, width, x.data(), data.data(), x.size());
-            QCOMPARE(firstDifference(data, literal), -1);
-        }
-    }
-}
-
-void tst_lineshapes::gaussiansEqualTheLoop()
-{
-    QFETCH(Case, input);
-    std::vector<double> literal(input.pointsF2 * input.pointsF1, 0.25);
-    Literal::addGaussians(input.peaks, input.widthF2, input.widthF1, input.axisF2, input.axisF1, input.pointsF2,
-                          literal);
-    for (Magres::InstructionSet set : Magres::instructionSets) {
-        if (!Magres::isSupported(set))
-            continue;
-        std::vector<double> data(literal.size(), 0.25);
-        Magres::addGaussians(set, input.peaks, input.widthF2, input.widthF1, input.axisF2, input.axisF1, input.pointsF2,
-                             data);
-        QCOMPARE(firstDifference(data, literal), -1);
-    }
-}
-
-/// More factors than are worked on at once.
-void tst_lineshapes::manyGaussians()
-{
-    const std::vector<LinePeak> peaks = randomPeaks(400, 9);
-    const SpectrumAxis axisF2 = {10.0, -0.0125};
-    const SpectrumAxis axisF1 = {10.0, -1.25};
-    std::vector<double> literal(800 * 8, 0.0);
-    std::vector<double> data = literal;
-    Literal::addGaussians(peaks, 1.0, 0.7, axisF2, axisF1, 800, literal);
-    Magres::addGaussians(peaks, 1.0, 0.7, axisF2, axisF1, 800, data);
-    QCOMPARE(firstDifference(data, literal), -1);
-}
-
-/// Heights that put the ends of the windows where factors or products are below the smallest normal number.
-void tst_lineshapes::tinyProducts()
-{
-    const SpectrumAxis axisF2 = {10.0, -10.0 / 700};
-    const SpectrumAxis axisF1 = {6.0, -0.02};
-    for (int exponent = -1074; exponent <= 1023; exponent += 53) {
-        const std::vector<LinePeak> peaks = {{5.0, 5.5, std::ldexp(1.5, exponent)}};
-        std::vector<double> literal(700 * 50, 0.0);
-        Literal::addGaussians(peaks, 0.25, 0.02, axisF2, axisF1, 700, literal);
+    void lorentziansEqualTheLoop()
+    {
+        QFETCH(Case, input);
+        std::vector<double> literal(input.pointsF2, 0.25);
+        Literal::addLorentzians(input.peaks, input.widthF2, input.axisF2, literal);
         for (Magres::InstructionSet set : Magres::instructionSets) {
             if (!Magres::isSupported(set))
                 continue;
-            std::vector<double> data(literal.size(), 0.0);
-            Magres::addGaussians(set, peaks, 0.25, 0.02, axisF2, axisF1, 700, data);
+            std::vector<double> data(input.pointsF2, 0.25);
+            Magres::addLorentzians(set, input.peaks, input.widthF2, input.axisF2, data);
             QCOMPARE(firstDifference(data, literal), -1);
         }
     }
-}
 
-void tst_lineshapes::windowIsTight()
-{
-    const SpectrumAxis axis = {10.0, -0.001};
-    const Magres::GaussianFactors factors(5.0, 0.05, axis, 10000, true);
-    QVERIFY(factors.begin() > 0 && factors.end() < 10000);
-    QVERIFY(factors.at(factors.begin()) > 0.0 && factors.at(factors.end() - 1) > 0.0);
-    const Magres::GaussianFactors all(5.0, 0.05, axis, 10000, false);
-    QCOMPARE(all.size(), std::size_t(10000));
-    QCOMPARE(all.at(factors.begin() - 1), 0.0);
-    QCOMPARE(all.at(factors.end()), 0.0);
-    QCOMPARE(factors.peakIndex(), std::size_t(5000));
-}
+    /// Divisors and distances of all significands, near powers of two in particular: where a rounding error would show.
+    void quotientsByReciprocal()
+    {
+        Random random(5);
+        const auto significand = [&] {
+            const double ulp = 0x1p-52;
+            switch (random.below(4)) {
+            case 0:
+                return 1.0 + random.below(8) * ulp;
+            case 1:
+                return 2.0 - (1 + random.below(8)) * ulp;
+            default:
+                return random.uniform(1.0, 2.0);
+            }
+        };
+        std::vector<double> x(512);
+        for (int round = 0; round < 400; ++round) {
+            const double width = std::ldexp(significand(), random.below(200) - 100);
+            const LinePeak peak = {round % 2 == 0 ? 0.0 : significand(), 0.0, significand()};
+            for (double &value : x)
+                value = std::ldexp(significand(), round % 4 < 2 ? random.below(1599) - 799 : random.below(9) - 4);
+            std::vector<double> literal(x.size(), 0.0);
+            for (std::size_t i = 0; i < x.size(); ++i)
+                Literal::addLorentzians({&peak, 1}, width, {x[i], 0.0}, {&literal[i], 1});
+            for (Magres::InstructionSet set : Magres::instructionSets) {
+                const Magres::LineShapeKernels &kernels = Magres::lineShapeKernels(set);
+                if (!Magres::isSupported(set) || !kernels.addLorentzianByReciprocal)
+                    continue;
+                std::vector<double> data(x.size(), 0.0);
+                kernels.addLorentzianByReciprocal(peak, width, x.data(), data.data(), x.size());
+                QCOMPARE(firstDifference(data, literal), -1);
+            }
+        }
+    }
 
-/// Against the formulas themselves, not against the loop: half height at half the width, area of the line.
-void tst_lineshapes::areaAndHalfHeight()
-{
-    const LinePeak peak = {0.0, 0.0, 3.0};
-    const double width = 0.5;
-    std::vector<double> line(200001);
-    const SpectrumAxis axis = {1000.0, -0.01};
-    Magres::addLorentzians({&peak, 1}, width, axis, line);
-    QCOMPARE(line[100000], 3.0);
-    QCOMPARE(line[100025], 1.5); // a half width away
-    double area = 0.0;
-    for (double value : line)
-        area += 0.01 * value;
-    QVERIFY(std::abs(area - 3.0 * std::numbers::pi / 2 * width) < 1e-3);
+    void gaussiansEqualTheLoop_data() { addCases(); }
+    void gaussiansEqualTheLoop()
+    {
+        QFETCH(Case, input);
+        std::vector<double> literal(input.pointsF2 * input.pointsF1, 0.25);
+        Literal::addGaussians(input.peaks, input.widthF2, input.widthF1, input.axisF2, input.axisF1, input.pointsF2,
+                              literal);
+        for (Magres::InstructionSet set : Magres::instructionSets) {
+            if (!Magres::isSupported(set))
+                continue;
+            std::vector<double> data(literal.size(), 0.25);
+            Magres::addGaussians(set, input.peaks, input.widthF2, input.widthF1, input.axisF2, input.axisF1,
+                                 input.pointsF2, data);
+            QCOMPARE(firstDifference(data, literal), -1);
+        }
+    }
 
-    const SpectrumAxis axisF2 = {2.0, -0.01};
-    const SpectrumAxis axisF1 = {4.0, -0.02};
-    std::vector<double> plane(401 * 401);
-    Magres::addGaussians({&peak, 1}, width, 2 * width, axisF2, axisF1, 401, plane);
-    QCOMPARE(plane[200 * 401 + 200], 3.0);
-    QCOMPARE(plane[200 * 401 + 225], 1.5); // F2 runs fastest
-    QCOMPARE(plane[225 * 401 + 200], 1.5);
-    double volume = 0.0;
-    for (double value : plane)
-        volume += 0.01 * 0.02 * value;
-    QVERIFY(std::abs(volume - 3.0 * std::numbers::pi / (4 * std::numbers::ln2) * width * 2 * width) < 1e-6);
-}
+    /// More factors than are worked on at once.
+    void manyGaussians()
+    {
+        const std::vector<LinePeak> peaks = randomPeaks(400, 9);
+        const SpectrumAxis axisF2 = {10.0, -0.0125};
+        const SpectrumAxis axisF1 = {10.0, -1.25};
+        std::vector<double> literal(800 * 8, 0.0);
+        std::vector<double> data = literal;
+        Literal::addGaussians(peaks, 1.0, 0.7, axisF2, axisF1, 800, literal);
+        Magres::addGaussians(peaks, 1.0, 0.7, axisF2, axisF1, 800, data);
+        QCOMPARE(firstDifference(data, literal), -1);
+    }
+
+    /// Heights that put the ends of the windows where factors or products are below the smallest normal number.
+    void tinyProducts()
+    {
+        const SpectrumAxis axisF2 = {10.0, -10.0 / 700};
+        const SpectrumAxis axisF1 = {6.0, -0.02};
+        for (int exponent = -1074; exponent <= 1023; exponent += 53) {
+            const std::vector<LinePeak> peaks = {{5.0, 5.5, std::ldexp(1.5, exponent)}};
+            std::vector<double> literal(700 * 50, 0.0);
+            Literal::addGaussians(peaks, 0.25, 0.02, axisF2, axisF1, 700, literal);
+            for (Magres::InstructionSet set : Magres::instructionSets) {
+                if (!Magres::isSupported(set))
+                    continue;
+                std::vector<double> data(literal.size(), 0.0);
+                Magres::addGaussians(set, peaks, 0.25, 0.02, axisF2, axisF1, 700, data);
+                QCOMPARE(firstDifference(data, literal), -1);
+            }
+        }
+    }
+
+    void windowIsTight()
+    {
+        const SpectrumAxis axis = {10.0, -0.001};
+        const Magres::GaussianFactors factors(5.0, 0.05, axis, 10000, true);
+        QVERIFY(factors.begin() > 0 && factors.end() < 10000);
+        QVERIFY(factors.at(factors.begin()) > 0.0 && factors.at(factors.end() - 1) > 0.0);
+        const Magres::GaussianFactors all(5.0, 0.05, axis, 10000, false);
+        QCOMPARE(all.size(), std::size_t(10000));
+        QCOMPARE(all.at(factors.begin() - 1), 0.0);
+        QCOMPARE(all.at(factors.end()), 0.0);
+        QCOMPARE(factors.peakIndex(), std::size_t(5000));
+    }
+
+    /// Against the formulas themselves, not against the loop: half height at half the width, area of the line.
+    void areaAndHalfHeight()
+    {
+        const LinePeak peak = {0.0, 0.0, 3.0};
+        const double width = 0.5;
+        std::vector<double> line(200001);
+        const SpectrumAxis axis = {1000.0, -0.01};
+        Magres::addLorentzians({&peak, 1}, width, axis, line);
+        QCOMPARE(line[100000], 3.0);
+        QCOMPARE(line[100025], 1.5); // a half width away
+        double area = 0.0;
+        for (double value : line)
+            area += 0.01 * value;
+        QVERIFY(std::abs(area - 3.0 * std::numbers::pi / 2 * width) < 1e-3);
+
+        const SpectrumAxis axisF2 = {2.0, -0.01};
+        const SpectrumAxis axisF1 = {4.0, -0.02};
+        std::vector<double> plane(401 * 401);
+        Magres::addGaussians({&peak, 1}, width, 2 * width, axisF2, axisF1, 401, plane);
+        QCOMPARE(plane[200 * 401 + 200], 3.0);
+        QCOMPARE(plane[200 * 401 + 225], 1.5); // F2 runs fastest
+        QCOMPARE(plane[225 * 401 + 200], 1.5);
+        double volume = 0.0;
+        for (double value : plane)
+            volume += 0.01 * 0.02 * value;
+        QVERIFY(std::abs(volume - 3.0 * std::numbers::pi / (4 * std::numbers::ln2) * width * 2 * width) < 1e-6);
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_lineshapes)
 #include "tst_lineshapes.moc"

@@ -10,6 +10,8 @@
 #include <functional>
 #include <limits>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
@@ -43,9 +45,9 @@ QString differenceFromLiteral(Crystal crystal)
         Literal::completeMolecules(literal, crystal.lattice, radii);
         for (qsizetype i = 0; i < literal.size(); ++i) {
             if (std::memcmp(&crystal.atoms.at(i).pos, &literal.at(i).pos, sizeof(Position)) != 0)
-                return QStringLiteral("position of atom %1 in round %2").arg(i).arg(round);
+                return u"position of atom %1 in round %2"_s.arg(i).arg(round);
             if (crystal.atoms.at(i).bonds != literal.at(i).bonds)
-                return QStringLiteral("bonds of atom %1 in round %2").arg(i).arg(round);
+                return u"bonds of atom %1 in round %2"_s.arg(i).arg(round);
         }
     }
     return {};
@@ -109,159 +111,152 @@ class tst_moleculecompletion : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void rejoins_data();
-    void rejoins();
-    void leavesAtomsAlone_data();
-    void leavesAtomsAlone();
-    void equalsLiteral_data();
-    void equalsLiteral();
-    void randomCrystalsEqualLiteral_data();
-    void randomCrystalsEqualLiteral();
-};
-
-void tst_moleculecompletion::rejoins_data()
-{
-    QTest::addColumn<QList<MagresAtom>>("atoms");
-    QTest::addColumn<QList<Position>>("expected");
-    const auto row = [](const char *name, const QList<Position> &from, const QList<Position> &to) {
-        QList<MagresAtom> atoms;
-        for (const Position &p : from)
-            atoms.append(atomAt("C", p));
-        QTest::newRow(name) << atoms << to;
-    };
-    // In a cube of 10 Angstrom; carbons 1.5 Angstrom apart are bonded.
-    row("halves across one face: the first moves", {{0.5, 5, 5}, {9.0, 5, 5}}, {{10.5, 5, 5}, {9.0, 5, 5}});
-    row("across a corner", {{9.5, 9.5, 9.5}, {0.25, 0.25, 0.25}}, {{-0.5, -0.5, -0.5}, {0.25, 0.25, 0.25}});
-    row("the larger part would not double and stays, the smaller one moves", {{1.9, 5, 5}, {0.5, 5, 5}, {9.0, 5, 5}},
-        {{1.9, 5, 5}, {0.5, 5, 5}, {-1.0, 5, 5}});
-    // The first atom doubles beyond the z face; the grown molecule then doubles beyond the x face.
-    row("goes on with the grown molecule", {{0.5, 5, 0.5}, {0.5, 5, 9.0}, {9.0, 5, 9.0}, {7.5, 5, 9.0}},
-        {{10.5, 5, 10.5}, {10.5, 5, 9.0}, {9.0, 5, 9.0}, {7.5, 5, 9.0}});
-    // The first atom has tried the y faces before it grew; the others come to it.
-    row("does not go back", {{0.5, 0.5, 5}, {9.0, 0.5, 5}, {9.0, 9.0, 5}, {7.5, 9.0, 5}},
-        {{10.5, 0.5, 5}, {9.0, 0.5, 5}, {9.0, -1.0, 5}, {7.5, -1.0, 5}});
-}
-
-void tst_moleculecompletion::rejoins()
-{
-    QFETCH(QList<MagresAtom>, atoms);
-    QFETCH(QList<Position>, expected);
-    const Crystal crystal = {atoms, cubic(10.0)};
-    Magres::detectBonds(atoms);
-    Magres::completeMolecules(atoms, crystal.lattice);
-    for (qsizetype i = 0; i < atoms.size(); ++i)
-        QCOMPARE(atoms.at(i).pos, expected.at(i));
-    QCOMPARE(differenceFromLiteral(crystal), QString());
-}
-
-void tst_moleculecompletion::leavesAtomsAlone_data()
-{
-    QTest::addColumn<QList<double>>("lattice");
-    QTest::newRow("no lattice") << QList<double>{};
-    QTest::newRow("eight values") << QList<double>(8, 10.0);
-    QTest::newRow("ten values") << QList<double>(10, 10.0);
-    QTest::newRow("zeros") << QList<double>(9, 0.0);
-    QTest::newRow("parallel vectors, out of reach") << QList<double>{30, 0, 0, 60, 0, 0, 90, 0, 0};
-    QTest::newRow("not a number") << QList<double>{notANumber, 0, 0, 0, 10, 0, 0, 0, 10};
-    QTest::newRow("infinite") << QList<double>{10, 0, 0, 0, infinity, 0, 0, 0, 10};
-    QTest::newRow("sums overflow") << QList<double>(9, 1e308);
-}
-
-void tst_moleculecompletion::leavesAtomsAlone()
-{
-    QFETCH(QList<double>, lattice);
-    Crystal crystal = Crystals::molecular(60);
-    crystal.lattice = lattice;
-    Magres::detectBonds(crystal.atoms);
-    QList<MagresAtom> atoms = crystal.atoms;
-    Magres::completeMolecules(atoms, lattice);
-    for (qsizetype i = 0; i < atoms.size(); ++i) {
-        QCOMPARE(atoms.at(i).pos, crystal.atoms.at(i).pos);
-        QCOMPARE(atoms.at(i).bonds, crystal.atoms.at(i).bonds);
+    void rejoins_data()
+    {
+        QTest::addColumn<QList<MagresAtom>>("atoms");
+        QTest::addColumn<QList<Position>>("expected");
+        const auto row = [](const char *name, const QList<Position> &from, const QList<Position> &to) {
+            QList<MagresAtom> atoms;
+            for (const Position &p : from)
+                atoms.append(atomAt("C", p));
+            QTest::newRow(name) << atoms << to;
+        };
+        // In a cube of 10 Angstrom; carbons 1.5 Angstrom apart are bonded.
+        row("halves across one face: the first moves", {{0.5, 5, 5}, {9.0, 5, 5}}, {{10.5, 5, 5}, {9.0, 5, 5}});
+        row("across a corner", {{9.5, 9.5, 9.5}, {0.25, 0.25, 0.25}}, {{-0.5, -0.5, -0.5}, {0.25, 0.25, 0.25}});
+        row("the larger part would not double and stays, the smaller one moves",
+            {{1.9, 5, 5}, {0.5, 5, 5}, {9.0, 5, 5}}, {{1.9, 5, 5}, {0.5, 5, 5}, {-1.0, 5, 5}});
+        // The first atom doubles beyond the z face; the grown molecule then doubles beyond the x face.
+        row("goes on with the grown molecule", {{0.5, 5, 0.5}, {0.5, 5, 9.0}, {9.0, 5, 9.0}, {7.5, 5, 9.0}},
+            {{10.5, 5, 10.5}, {10.5, 5, 9.0}, {9.0, 5, 9.0}, {7.5, 5, 9.0}});
+        // The first atom has tried the y faces before it grew; the others come to it.
+        row("does not go back", {{0.5, 0.5, 5}, {9.0, 0.5, 5}, {9.0, 9.0, 5}, {7.5, 9.0, 5}},
+            {{10.5, 0.5, 5}, {9.0, 0.5, 5}, {9.0, -1.0, 5}, {7.5, -1.0, 5}});
     }
-    QCOMPARE(differenceFromLiteral(crystal), QString());
-}
 
-void tst_moleculecompletion::equalsLiteral_data()
-{
-    QTest::addColumn<QList<MagresAtom>>("atoms");
-    QTest::addColumn<QList<double>>("lattice");
-    const auto row = [](const char *name, const Crystal &crystal) {
-        QTest::newRow(name) << crystal.atoms << crystal.lattice;
-    };
-    row("molecules", Crystals::molecular(100, 2));
-    row("more molecules", Crystals::molecular(180, 3));
-    row("framework", Crystals::framework(120));
-    row("nothing", {{}, cubic(10.0)});
-    row("coincident atoms", {QList<MagresAtom>(20, atomAt("H", {1, 2, 3})), cubic(5.0)});
-
-    Crystal singles = Crystals::molecular(60);
-    for (MagresAtom &atom : singles.atoms)
-        atom.type = "Ne";
-    row("single atoms", singles);
-
-    Crystal stretched = Crystals::molecular(60, 5);
-    stretched.lattice = {1.5, 0, 0, 3.0, 0, 0, 4.5, 0, 0};
-    row("parallel vectors within reach", stretched);
-
-    // A pair that breaks when it moves 2^50 Angstrom, and what it meets there: on the start atom's side or the other's.
-    const auto breaking = [](const QList<double> &there) {
-        Crystal crystal = {{atomAt("H", {0, 0, 0}), atomAt("H", {0.65, 0, 0})}, {0x1p50, 0, 0, 0, 50, 0, 0, 0, 50}};
-        for (double x : there)
-            crystal.atoms.append(atomAt("H", {0x1p50 + x, 0, 0}));
-        return crystal;
-    };
-    row("the start atom is left behind", breaking({1.25, 1.75, 2.25}));
-    row("the start atom gains enough", breaking({-0.5, -1.0, -1.5}));
-    row("both gain", breaking({-0.5, -1.0, -1.5, 1.25, 1.75}));
-
-    // Moving by a lattice vector of this size rounds positions to multiples of 2^-3 and worse: bonds break and form.
-    for (double shift : {0x1p49, 0x1p50, 0x1p52, 0x1p60}) {
-        Crystal coarse = Crystals::molecular(40, 6);
-        coarse.lattice = cubic(shift);
-        for (qsizetype i = 0; i < coarse.atoms.size(); i += 2)
-            coarse.atoms[i].pos[0] += shift;
-        row(qPrintable(QStringLiteral("cell edge %1").arg(shift)), coarse);
+    void rejoins()
+    {
+        QFETCH(QList<MagresAtom>, atoms);
+        QFETCH(QList<Position>, expected);
+        const Crystal crystal = {atoms, cubic(10.0)};
+        Magres::detectBonds(atoms);
+        Magres::completeMolecules(atoms, crystal.lattice);
+        for (qsizetype i = 0; i < atoms.size(); ++i)
+            QCOMPARE(atoms.at(i).pos, expected.at(i));
+        QCOMPARE(differenceFromLiteral(crystal), QString());
     }
-}
 
-void tst_moleculecompletion::equalsLiteral()
-{
-    QFETCH(QList<MagresAtom>, atoms);
-    QFETCH(QList<double>, lattice);
-    QCOMPARE(differenceFromLiteral({atoms, lattice}), QString());
-}
+    void leavesAtomsAlone_data()
+    {
+        QTest::addColumn<QList<double>>("lattice");
+        QTest::newRow("no lattice") << QList<double>{};
+        QTest::newRow("eight values") << QList<double>(8, 10.0);
+        QTest::newRow("ten values") << QList<double>(10, 10.0);
+        QTest::newRow("zeros") << QList<double>(9, 0.0);
+        QTest::newRow("parallel vectors, out of reach") << QList<double>{30, 0, 0, 60, 0, 0, 90, 0, 0};
+        QTest::newRow("not a number") << QList<double>{notANumber, 0, 0, 0, 10, 0, 0, 0, 10};
+        QTest::newRow("infinite") << QList<double>{10, 0, 0, 0, infinity, 0, 0, 0, 10};
+        QTest::newRow("sums overflow") << QList<double>(9, 1e308);
+    }
 
-void tst_moleculecompletion::randomCrystalsEqualLiteral_data()
-{
-    QTest::addColumn<MakeCrystal>("make");
-    const auto row = [](const char *name, const MakeCrystal &make) { QTest::newRow(name) << make; };
-    row("anywhere", [](Random &random) { return randomCrystal(random, false); });
-    row("distances at the limits of bonds", [](Random &random) { return randomCrystal(random, true); });
-    row("bonds changed by rounding", roundedCrystal);
-}
-
-/// MAGRES_FUZZ_ROUNDS in the environment: another number of crystals.
-void tst_moleculecompletion::randomCrystalsEqualLiteral()
-{
-    QFETCH(MakeCrystal, make);
-    bool isSet = false;
-    const int wanted = qEnvironmentVariableIntValue("MAGRES_FUZZ_ROUNDS", &isSet);
-    const int rounds = isSet ? wanted : 300;
-    int changed = 0;
-    for (int seed = 0; seed < rounds; ++seed) {
-        Random random(std::uint64_t(seed) + 1);
-        Crystal crystal = make(random);
-        const QString difference = differenceFromLiteral(crystal);
-        QVERIFY2(difference.isEmpty(), qPrintable(QStringLiteral("%1, seed %2").arg(difference).arg(seed)));
-        const QList<MagresAtom> before = crystal.atoms;
+    void leavesAtomsAlone()
+    {
+        QFETCH(QList<double>, lattice);
+        Crystal crystal = Crystals::molecular(60);
+        crystal.lattice = lattice;
         Magres::detectBonds(crystal.atoms);
-        Magres::completeMolecules(crystal.atoms, crystal.lattice);
-        changed += !std::equal(before.begin(), before.end(), crystal.atoms.begin(),
-                               [](const MagresAtom &a, const MagresAtom &b) { return a.pos == b.pos; });
+        QList<MagresAtom> atoms = crystal.atoms;
+        Magres::completeMolecules(atoms, lattice);
+        for (qsizetype i = 0; i < atoms.size(); ++i) {
+            QCOMPARE(atoms.at(i).pos, crystal.atoms.at(i).pos);
+            QCOMPARE(atoms.at(i).bonds, crystal.atoms.at(i).bonds);
+        }
+        QCOMPARE(differenceFromLiteral(crystal), QString());
     }
-    QVERIFY2(changed > rounds / 4, qPrintable(QStringLiteral("only %1 crystals had anything to move").arg(changed)));
-}
+
+    void equalsLiteral_data()
+    {
+        QTest::addColumn<QList<MagresAtom>>("atoms");
+        QTest::addColumn<QList<double>>("lattice");
+        const auto row = [](const char *name, const Crystal &crystal) {
+            QTest::newRow(name) << crystal.atoms << crystal.lattice;
+        };
+        row("molecules", Crystals::molecular(100, 2));
+        row("more molecules", Crystals::molecular(180, 3));
+        row("framework", Crystals::framework(120));
+        row("nothing", {{}, cubic(10.0)});
+        row("coincident atoms", {QList<MagresAtom>(20, atomAt("H", {1, 2, 3})), cubic(5.0)});
+
+        Crystal singles = Crystals::molecular(60);
+        for (MagresAtom &atom : singles.atoms)
+            atom.type = "Ne";
+        row("single atoms", singles);
+
+        Crystal stretched = Crystals::molecular(60, 5);
+        stretched.lattice = {1.5, 0, 0, 3.0, 0, 0, 4.5, 0, 0};
+        row("parallel vectors within reach", stretched);
+
+        // A pair that breaks when it moves 2^50 Angstrom, and what it meets there: on the start atom's side or the
+        // other's.
+        const auto breaking = [](const QList<double> &there) {
+            Crystal crystal = {{atomAt("H", {0, 0, 0}), atomAt("H", {0.65, 0, 0})}, {0x1p50, 0, 0, 0, 50, 0, 0, 0, 50}};
+            for (double x : there)
+                crystal.atoms.append(atomAt("H", {0x1p50 + x, 0, 0}));
+            return crystal;
+        };
+        row("the start atom is left behind", breaking({1.25, 1.75, 2.25}));
+        row("the start atom gains enough", breaking({-0.5, -1.0, -1.5}));
+        row("both gain", breaking({-0.5, -1.0, -1.5, 1.25, 1.75}));
+
+        // Moving by a lattice vector of this size rounds positions to multiples of 2^-3 and worse: bonds break and
+        // form.
+        for (double shift : {0x1p49, 0x1p50, 0x1p52, 0x1p60}) {
+            Crystal coarse = Crystals::molecular(40, 6);
+            coarse.lattice = cubic(shift);
+            for (qsizetype i = 0; i < coarse.atoms.size(); i += 2)
+                coarse.atoms[i].pos[0] += shift;
+            row(qPrintable(u"cell edge %1"_s.arg(shift)), coarse);
+        }
+    }
+
+    void equalsLiteral()
+    {
+        QFETCH(QList<MagresAtom>, atoms);
+        QFETCH(QList<double>, lattice);
+        QCOMPARE(differenceFromLiteral({atoms, lattice}), QString());
+    }
+
+    void randomCrystalsEqualLiteral_data()
+    {
+        QTest::addColumn<MakeCrystal>("make");
+        const auto row = [](const char *name, const MakeCrystal &make) { QTest::newRow(name) << make; };
+        row("anywhere", [](Random &random) { return randomCrystal(random, false); });
+        row("distances at the limits of bonds", [](Random &random) { return randomCrystal(random, true); });
+        row("bonds changed by rounding", roundedCrystal);
+    }
+
+    /// MAGRES_FUZZ_ROUNDS in the environment: another number of crystals.
+    void randomCrystalsEqualLiteral()
+    {
+        QFETCH(MakeCrystal, make);
+        bool isSet = false;
+        const int wanted = qEnvironmentVariableIntValue("MAGRES_FUZZ_ROUNDS", &isSet);
+        const int rounds = isSet ? wanted : 300;
+        int changed = 0;
+        for (int seed = 0; seed < rounds; ++seed) {
+            Random random(std::uint64_t(seed) + 1);
+            Crystal crystal = make(random);
+            const QString difference = differenceFromLiteral(crystal);
+            QVERIFY2(difference.isEmpty(), qPrintable(u"%1, seed %2"_s.arg(difference).arg(seed)));
+            const QList<MagresAtom> before = crystal.atoms;
+            Magres::detectBonds(crystal.atoms);
+            Magres::completeMolecules(crystal.atoms, crystal.lattice);
+            changed += !std::equal(before.begin(), before.end(), crystal.atoms.begin(),
+                                   [](const MagresAtom &a, const MagresAtom &b) { return a.pos == b.pos; });
+        }
+        QVERIFY2(changed > rounds / 4, qPrintable(u"only %1 crystals had anything to move"_s.arg(changed)));
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_moleculecompletion)
 #include "tst_moleculecompletion.moc"

@@ -8,6 +8,8 @@
 
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 /// Loads real libraries of every kind of fitness.
 class TestPluginManager : public QObject {
     Q_OBJECT
@@ -54,20 +56,20 @@ private Q_SLOTS:
     {
         QCOMPARE(m_host->plugins().plugins().size(), 1);
         const PluginManager::Plugin &plugin = m_host->plugins().plugins().constFirst();
-        QCOMPARE(plugin.name, QStringLiteral("Stub"));
-        QCOMPARE(plugin.version, QStringLiteral("1.2"));
+        QCOMPARE(plugin.name, u"Stub"_s);
+        QCOMPARE(plugin.version, u"1.2"_s);
         // What the refused ones had registered is gone again.
         QCOMPARE(m_host->fileFilters().filters(), QList<QObject *>{plugin.object});
         QCOMPARE(m_host->window().nmrContextMenu()->actions().size(), 1);
-        QCOMPARE(m_host->fileFilters().nameFilters(), QStringList{QStringLiteral("Stub files (*.stub)")});
+        QCOMPARE(m_host->fileFilters().nameFilters(), QStringList{u"Stub files (*.stub)"_s});
     }
 
     void missingDirectory()
     {
         const qsizetype before = m_host->plugins().failures().size();
-        m_host->plugins().loadDirectory(QStringLiteral("/no/such/directory"));
+        m_host->plugins().loadDirectory(u"/no/such/directory"_s);
         QCOMPARE(m_host->plugins().failures().size(), before + 1);
-        QCOMPARE(m_host->plugins().failures().constLast().file, QStringLiteral("/no/such/directory"));
+        QCOMPARE(m_host->plugins().failures().constLast().file, u"/no/such/directory"_s);
     }
 
     void readFile_data()

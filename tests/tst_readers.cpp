@@ -13,6 +13,8 @@
 #include <random>
 #include <stdexcept>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// File names, relative to a folder, with their contents.
@@ -21,7 +23,7 @@ using Files = QMap<QString, QByteArray>;
 void writeFiles(const QString &folder, const Files &files)
 {
     for (auto file = files.begin(); file != files.end(); ++file) {
-        const QString path = folder + QLatin1Char('/') + file.key();
+        const QString path = folder + u'/' + file.key();
         QVERIFY(QDir().mkpath(QFileInfo(path).path()));
         QFile out(path);
         QVERIFY(out.open(QIODevice::WriteOnly));
@@ -96,17 +98,17 @@ QByteArray tiledMatrix()
 
 Files bruker1D()
 {
-    return {{QStringLiteral("acqus"), parameters({{"NUC1", "<29Si>"}})},
-            {QStringLiteral("pdata/1/procs"), processing(8, 0, "20", "29Si")},
-            {QStringLiteral("pdata/1/1r"), binary<qint32>({0, 1, 2, 30, 2, 1, 0, -1}, false)}};
+    return {{u"acqus"_s, parameters({{"NUC1", "<29Si>"}})},
+            {u"pdata/1/procs"_s, processing(8, 0, "20", "29Si")},
+            {u"pdata/1/1r"_s, binary<qint32>({0, 1, 2, 30, 2, 1, 0, -1}, false)}};
 }
 
 Files bruker2D()
 {
-    return {{QStringLiteral("acqus"), parameters({{"NUC1", "<1H>"}})},
-            {QStringLiteral("pdata/1/procs"), processing(6, 4, "4.5", "1H", "##$BYTORDP= 1\n##$NC_proc= 3\n")},
-            {QStringLiteral("pdata/1/proc2s"), processing(5, 2, "30", "13C", "")},
-            {QStringLiteral("pdata/1/2rr"), tiledMatrix()}};
+    return {{u"acqus"_s, parameters({{"NUC1", "<1H>"}})},
+            {u"pdata/1/procs"_s, processing(6, 4, "4.5", "1H", "##$BYTORDP= 1\n##$NC_proc= 3\n")},
+            {u"pdata/1/proc2s"_s, processing(5, 2, "30", "13C", "")},
+            {u"pdata/1/2rr"_s, tiledMatrix()}};
 }
 
 /// The message with which the call fails; empty when it does not.
@@ -141,236 +143,234 @@ class ReadersTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void knownPeak_data();
-    void knownPeak();
-    void wholeMatrix();
-    void tableTokens_data();
-    void tableTokens();
-    void badInput_data();
-    void badInput();
-    void damagedInput();
-};
+    void knownPeak_data()
+    {
+        QTest::addColumn<Files>("files");
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QList<double>>("shifts");
+        QTest::addColumn<double>("height");
+        QTest::addColumn<QString>("nuclei");
 
-void ReadersTest::knownPeak_data()
-{
-    QTest::addColumn<Files>("files");
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QList<double>>("shifts");
-    QTest::addColumn<double>("height");
-    QTest::addColumn<QString>("nuclei");
+        const auto folder = [](const char *name, const Files &files, const char *path, const QList<double> &shifts,
+                               double height, const char *nuclei) {
+            QTest::newRow(name) << files << QString::fromLatin1(path) << shifts << height
+                                << QString::fromLatin1(nuclei);
+        };
+        const auto text = [=](const char *name, const QByteArray &bytes, const QList<double> &shifts, double height,
+                              const char *nuclei) {
+            folder(name, {{u"s"_s, bytes}}, "s", shifts, height, nuclei);
+        };
+        text("JCAMP Hz falling", jcamp(hertz), {70}, 18, "13C");
+        text("JCAMP Hz rising", jcamp(hertz, "0", "10000"), {30}, 18, "13C");
+        text("JCAMP ppm falling", jcamp(ppm, "95", "85"), {92}, 18, "13C");
+        text("JCAMP ppm rising, CR and LF mixed", jcamp(ppm, "-5", "5").replace("5\n", "5\r").replace("H\n", "H\r\n"),
+             {-2}, 18, "13C");
+        text("JCAMP shift reference rising",
+             jcamp(hertz + "##.Shift_Reference= EXTERNAL,TMS,1,7.5 $$ ppm\n", "0", "10000"), {37.5}, 18, "13C");
+        text("JCAMP vendor offset", jcamp(hertz + "##$OFFSET= 150\n", "0", "10000"), {80}, 18, "13C");
+        text("JCAMP shift reference counts before vendor offset",
+             jcamp(hertz + "##$OFFSET= 150\n##.SHIFT REFERENCE= , , 4, 12.5\n"), {12.5}, 18, "13C");
+        text("JCAMP first NMR block of a link",
+             "$$ three blocks\n##TITLE= all\n##DATA TYPE= LINK\n##BLOCKS= 3\n##TITLE= ir\n##DATA TYPE= INFRARED "
+             "SPECTRUM\n"
+             "##XYDATA= (X++(Y..Y))\n1 1 1\n##END=\n"
+                 + jcamp(hertz) + jcamp(ppm, "10", "0") + "##END=\n",
+             {70}, 18, "13C");
+        text("JCAMP ntuples",
+             "##TITLE= n\n##DATA TYPE= NMR SPECTRUM\n##.OBSERVE FREQUENCY= 50\n##.OBSERVE NUCLEUS= ^15N\n"
+             "##NTUPLES= NMR SPECTRUM\n##SYMBOL= X, R, I, N\n##VAR_DIM= 5, 5, 5, 2\n##UNITS= HZ, ARB, ARB,\n"
+             "##FACTOR= 2, 0.5, 3, 1\n##FIRST= 400, 1, 1, 1\n##LAST= 0, 1, 1, 2\n##PAGE= N=1\n"
+             "##DATA TABLE= (X++(R..R)), XYDATA $$ real\n200 1 1 8\n50 1 1\n##PAGE= N=2\n##DATA TABLE= (X++(I..I)), "
+             "XYDATA\n"
+             "200 5 6 7 8 9\n##END NTUPLES= NMR SPECTRUM\n##END=\n",
+             {4}, 4, "15N");
+        text("CSV falling", "\xEF\xBB\xBF# made up\r\nppm,intensity\r12,0\n11.5,1e3 # top\r\n\n11,-2\n", {11.5}, 1000,
+             "");
+        text("CSV of rounded positions", "ppm,intensity\n0.33,1\n0.67,2\n1.00,4\n1.33,1\n1.67,0\n2.00,0\n", {0.998}, 4,
+             "");
+        text("CSV 2D", "ppm_f2,ppm_f1,intensity\n3,50,0\n2,50,1\n1,50,2\n3,40,3\n2,40,9\n1,40,5\n", {2, 40}, 9, "/");
+        text("CSV 2D, both rising", "1,40,0\n2,40,1\n3,40,9\n1,50,3\n2,50,0\n3,50,5\n", {3, 40}, 9, "/");
 
-    const auto folder = [](const char *name, const Files &files, const char *path, const QList<double> &shifts,
-                           double height, const char *nuclei) {
-        QTest::newRow(name) << files << QString::fromLatin1(path) << shifts << height << QString::fromLatin1(nuclei);
-    };
-    const auto text = [=](const char *name, const QByteArray &bytes, const QList<double> &shifts, double height,
-                          const char *nuclei) {
-        folder(name, {{QStringLiteral("s"), bytes}}, "s", shifts, height, nuclei);
-    };
-    text("JCAMP Hz falling", jcamp(hertz), {70}, 18, "13C");
-    text("JCAMP Hz rising", jcamp(hertz, "0", "10000"), {30}, 18, "13C");
-    text("JCAMP ppm falling", jcamp(ppm, "95", "85"), {92}, 18, "13C");
-    text("JCAMP ppm rising, CR and LF mixed", jcamp(ppm, "-5", "5").replace("5\n", "5\r").replace("H\n", "H\r\n"), {-2},
-         18, "13C");
-    text("JCAMP shift reference rising", jcamp(hertz + "##.Shift_Reference= EXTERNAL,TMS,1,7.5 $$ ppm\n", "0", "10000"),
-         {37.5}, 18, "13C");
-    text("JCAMP vendor offset", jcamp(hertz + "##$OFFSET= 150\n", "0", "10000"), {80}, 18, "13C");
-    text("JCAMP shift reference counts before vendor offset",
-         jcamp(hertz + "##$OFFSET= 150\n##.SHIFT REFERENCE= , , 4, 12.5\n"), {12.5}, 18, "13C");
-    text("JCAMP first NMR block of a link",
-         "$$ three blocks\n##TITLE= all\n##DATA TYPE= LINK\n##BLOCKS= 3\n##TITLE= ir\n##DATA TYPE= INFRARED SPECTRUM\n"
-         "##XYDATA= (X++(Y..Y))\n1 1 1\n##END=\n"
-             + jcamp(hertz) + jcamp(ppm, "10", "0") + "##END=\n",
-         {70}, 18, "13C");
-    text(
-        "JCAMP ntuples",
-        "##TITLE= n\n##DATA TYPE= NMR SPECTRUM\n##.OBSERVE FREQUENCY= 50\n##.OBSERVE NUCLEUS= ^15N\n"
-        "##NTUPLES= NMR SPECTRUM\n##SYMBOL= X, R, I, N\n##VAR_DIM= 5, 5, 5, 2\n##UNITS= HZ, ARB, ARB,\n"
-        "##FACTOR= 2, 0.5, 3, 1\n##FIRST= 400, 1, 1, 1\n##LAST= 0, 1, 1, 2\n##PAGE= N=1\n"
-        "##DATA TABLE= (X++(R..R)), XYDATA $$ real\n200 1 1 8\n50 1 1\n##PAGE= N=2\n##DATA TABLE= (X++(I..I)), XYDATA\n"
-        "200 5 6 7 8 9\n##END NTUPLES= NMR SPECTRUM\n##END=\n",
-        {4}, 4, "15N");
-    text("CSV falling", "\xEF\xBB\xBF# made up\r\nppm,intensity\r12,0\n11.5,1e3 # top\r\n\n11,-2\n", {11.5}, 1000, "");
-    text("CSV of rounded positions", "ppm,intensity\n0.33,1\n0.67,2\n1.00,4\n1.33,1\n1.67,0\n2.00,0\n", {0.998}, 4, "");
-    text("CSV 2D", "ppm_f2,ppm_f1,intensity\n3,50,0\n2,50,1\n1,50,2\n3,40,3\n2,40,9\n1,40,5\n", {2, 40}, 9, "/");
-    text("CSV 2D, both rising", "1,40,0\n2,40,1\n3,40,9\n1,50,3\n2,50,0\n3,50,5\n", {3, 40}, 9, "/");
-
-    folder("Bruker by its data file", bruker1D(), "pdata/1/1r", {18.5}, 30, "29Si");
-    folder("Bruker by its experiment", bruker1D(), "", {18.5}, 30, "29Si");
-    Files files = bruker1D();
-    files.remove(QStringLiteral("acqus"));
-    files[QStringLiteral("pdata/1/1r")] = binary<qint32>({0, 1, 2, 3, 4, 5, 60, -1}, true);
-    files[QStringLiteral("pdata/1/procs")] = processing(8, 0, "20", "27Al", "##$BYTORDP= 1\n##$NC_proc= -2\n");
-    folder("Bruker big-endian, scaled, without acqus", files, "pdata/1", {17}, 15, "27Al");
-    files[QStringLiteral("pdata/1/1r")] = binary<double>({0, 1, 2, 3.5, 0, 0, 0, -1}, false);
-    files[QStringLiteral("pdata/1/procs")] = processing(8, 0, "20", "27Al", "##$BYTORDP= 0\n##$DTYPP= 2\n");
-    folder("Bruker doubles", files, "", {18.5}, 3.5, "27Al");
-    folder("Bruker 2D in tiles that do not fit", bruker2D(), "", {2, 28}, 29 * 8, "1H/13C");
-}
-
-void ReadersTest::knownPeak()
-{
-    QFETCH(Files, files);
-    QFETCH(QString, path);
-    QFETCH(QList<double>, shifts);
-    QFETCH(double, height);
-    QFETCH(QString, nuclei);
-
-    QTemporaryDir folder;
-    writeFiles(folder.path(), files);
-    const ExperimentalSpectrum spectrum = openExperimentalSpectrum(folder.filePath(path));
-    QVERIFY(isSound(spectrum));
-    const auto highest = std::max_element(spectrum.data.begin(), spectrum.data.end());
-    QCOMPARE(*highest, height);
-    QCOMPARE(qsizetype(spectrum.dimensions.size()), shifts.size());
-    const int index = int(highest - spectrum.data.begin());
-    const int points2 = spectrum.dimensions[0].points;
-    const std::array<int, 2> at{index % points2, index / points2};
-
-    // The host's own reading of the entry, every point of each axis.
-    const Spectrum shown = Spectrum::fromMap(toEntryMap(spectrum));
-    QVERIFY2(shown.note.isEmpty(), qPrintable(shown.note));
-    QCOMPARE(shown.data.at(0), spectrum.data);
-    QStringList names;
-    for (qsizetype d = 0; d < shifts.size(); ++d) {
-        const SpectrumDimension &axis = spectrum.dimensions[d];
-        QVERIFY(std::abs(axis.ppm(at[d]) - shifts[d]) < 1e-9);
-        for (int i = 0; i < axis.points; ++i)
-            QVERIFY(std::abs(shown.axes[d].ppm(i) - axis.ppm(i)) < 1e-10);
-        names.append(axis.nucleus);
+        folder("Bruker by its data file", bruker1D(), "pdata/1/1r", {18.5}, 30, "29Si");
+        folder("Bruker by its experiment", bruker1D(), "", {18.5}, 30, "29Si");
+        Files files = bruker1D();
+        files.remove(u"acqus"_s);
+        files[u"pdata/1/1r"_s] = binary<qint32>({0, 1, 2, 3, 4, 5, 60, -1}, true);
+        files[u"pdata/1/procs"_s] = processing(8, 0, "20", "27Al", "##$BYTORDP= 1\n##$NC_proc= -2\n");
+        folder("Bruker big-endian, scaled, without acqus", files, "pdata/1", {17}, 15, "27Al");
+        files[u"pdata/1/1r"_s] = binary<double>({0, 1, 2, 3.5, 0, 0, 0, -1}, false);
+        files[u"pdata/1/procs"_s] = processing(8, 0, "20", "27Al", "##$BYTORDP= 0\n##$DTYPP= 2\n");
+        folder("Bruker doubles", files, "", {18.5}, 3.5, "27Al");
+        folder("Bruker 2D in tiles that do not fit", bruker2D(), "", {2, 28}, 29 * 8, "1H/13C");
     }
-    QCOMPARE(names.join(QLatin1Char('/')), nuclei);
-}
 
-void ReadersTest::wholeMatrix()
-{
-    QTemporaryDir folder;
-    writeFiles(folder.path(), bruker2D());
-    const ExperimentalSpectrum spectrum = BrukerReader::read(folder.path());
-    for (int i = 0; i < 30; ++i)
-        QCOMPARE(spectrum.data[i], 8.0 * i);
-}
+    void knownPeak()
+    {
+        QFETCH(Files, files);
+        QFETCH(QString, path);
+        QFETCH(QList<double>, shifts);
+        QFETCH(double, height);
+        QFETCH(QString, nuclei);
 
-void ReadersTest::tableTokens_data()
-{
-    QTest::addColumn<QByteArray>("lines");
-    QTest::addColumn<QList<double>>("values");
-    QTest::newRow("exponents") << QByteArray("5 1E+2 2.5e1\n3 -3.5E-1 .5 4.\n")
-                               << QList<double>{100, 25, -0.35, 0.5, 4};
-    QTest::newRow("E is a digit behind a whole number") << QByteArray("4 1E2 2e1\n") << QList<double>{1, 52, 2, -51};
-    QTest::newRow("repeated difference, then another") << QByteArray("5A0JTk\n") << QList<double>{10, 11, 12, 10};
-    QTest::newRow("repeat count of two digits")
-        << QByteArray("14A0SB0S2\n") << QList<double>(QList<double>{10} << QList<double>(12, 20));
-    QTest::newRow("AFFN, commas") << QByteArray("5, 1, -2,3\n2, 4, 5\n") << QList<double>{1, -2, 3, 4, 5};
-    QTest::newRow("PAC") << QByteArray("5+1-22+3\n2+4-5\n") << QList<double>{1, -22, 3, 4, -5};
-    QTest::newRow("SQZ") << QByteArray("6@A1b2i\n2IT\n") << QList<double>{0, 11, -22, -9, 9, 9};
-    QTest::newRow("DIFDUP, every digit") << differences
-                                         << QList<double>{0,  1,  3,  6,  10, 15, 21, 28, 36, 45, 44, 42, 39,
-                                                          35, 30, 24, 17, 9,  0,  10, 20, 30, 40, 39, 38, 38};
-    QTest::newRow("check alone on the last line") << QByteArray("3AJJ\n1C\n") << QList<double>{1, 2, 3};
-    QTest::newRow("comments and blank lines") << QByteArray("2 7 $$ 8\n\n$$ 9\n1 6\n") << QList<double>{7, 6};
-}
-
-void ReadersTest::tableTokens()
-{
-    QFETCH(QByteArray, lines);
-    QFETCH(QList<double>, values);
-    const auto spectrum = JcampReader::parse(table(int(values.size()), lines), QStringLiteral("f"));
-    QCOMPARE(spectrum.data, std::vector<double>(values.begin(), values.end()));
-}
-
-void ReadersTest::badInput_data()
-{
-    QTest::addColumn<Files>("files");
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QString>("message");
-    const auto row = [](const char *name, const QByteArray &text, const char *message) {
-        const QString path = QStringLiteral("s");
-        QTest::newRow(name) << Files{{path, text}} << path << QString::fromUtf8(message);
-    };
-    row("Y-check", table(6, "6AJJJ\n3EJJ\n"),
-        "line 9: the Y-check fails: the line begins with 5 where the line before ended with 4");
-    row("too few points", table(6, "6AJJJ\n3DJ\n"), "the data end after 5 points where 6 were announced");
-    row("too many points", table(4, "4AJJJJ\n"), "line 8: there are more points than the 4");
-    row("cut off within the last number", table(2, "2 1 1234\n").chopped(10), "line 8: the file ends within this line");
-    row("a lost line", table(12, "12 1 2 3\n3 4 5 6\n"), "line 9: the line begins at X = 3 where 9 is due");
-    row("a repeat of 10^15", table(4, "4AZ00000000000000\n"), "an ordinate is repeated 800000000000000 times");
-    row("more points than bytes explain", table(2, "2 1 1\n").replace("NPOINTS= 2", "NPOINTS= 200000000"),
-        "between 2 and 1048576 were expected");
-    row("an axis beyond all shifts", jcamp(ppm, "1000000000", "0"), "is not that of a spectrum");
-    row("uneven", "ppm,intensity\n10,1\n9,1\n8,1\n6,1\n5,1\n",
-        "line 5: the points are not evenly spaced: 6 ppm follows 8 ppm where the step is -1 ppm");
-    row("empty", "", "the file has 0");
-    row("infinite", "1,1\n2,inf\n", "line 2: expected a number");
-    row("rows with other positions", "3,9,1\n2,9,1\n3,8,1\n1,8,1\n", "line 4: expected rows of 2 points");
-    row("another kind of file", QByteArray("\177ELF\0\0", 6), "this is no spectrum that can be read");
-
-    // An empty text to look for stands for a missing file.
-    const auto folder = [](const char *name, const char *file, const char *from, const char *to, const char *message) {
-        Files files = bruker2D();
-        const QString path = QStringLiteral("pdata/1/") + QLatin1String(file);
-        *from ? void(files[path].replace(from, to)) : void(files.remove(path));
-        QTest::newRow(name) << files << QString() << QString::fromUtf8(message);
-    };
-    folder("no procs", "procs", "", "", "procs: there is no such file");
-    folder("no data", "2rr", "", "", "no processed data were found here");
-    folder("data cut", "2rr", "\xf9", "",
-           "bytes where the parameters (SI = 6 × 5, XDIM = 4 × 2, 4 bytes a point) make 192");
-    folder("no reference", "proc2s", "##$OFFSET=", "##$O=", "proc2s: the parameter OFFSET is missing");
-    folder("size of a matrix of 10^18 points", "procs", "SI= 6", "SI= 1000000000", "SI: expected 2 to 268435456");
-    folder("too many in all", "procs", "SI= 6", "SI= 268435456", "points (SI = 268435456 × 5, XDIM = 4 × 2) are");
-}
-
-void ReadersTest::badInput()
-{
-    QFETCH(Files, files);
-    QFETCH(QString, path);
-    QFETCH(QString, message);
-    QTemporaryDir folder;
-    writeFiles(folder.path(), files);
-    const QString found = failure([&] { openExperimentalSpectrum(folder.filePath(path)); });
-    QVERIFY2(found.contains(message), qPrintable(found));
-    QVERIFY2(found.startsWith(folder.path()), qPrintable(found));
-}
-
-/// Bytes changed, cut out or doubled.
-void ReadersTest::damagedInput()
-{
-    std::mt19937 random(4);
-    const auto damage = [&](QByteArray &bytes) {
-        static const char characters[] = "0123456789+-.,eE@AJZs%#$=?<>()\n\r\0\xff\xc3 ";
-        const QByteArray meaningful(characters, sizeof(characters) - 1);
-        for (int n = 1 + random() % 4; n > 0 && !bytes.isEmpty(); --n) {
-            const qsizetype at = random() % bytes.size();
-            if (random() % 5 == 0)
-                bytes.truncate(at);
-            else if (random() % 4 == 0)
-                bytes.insert(at, bytes.mid(random() % bytes.size(), 1 + random() % 40));
-            else
-                bytes[at] = meaningful[random() % meaningful.size()];
-        }
-    };
-    QList<Files> inputs{bruker2D()};
-    for (const QByteArray &text : {jcamp(hertz + "##.SHIFT REFERENCE= INTERNAL, TMS, 11, -20\n"),
-                                   table(26, differences), QByteArray("3,50,0\n2,50,1\n3,40,3\n2,40,9\n")})
-        inputs.append({{QStringLiteral("s"), text}});
-    int read = 0, refused = 0;
-    QTemporaryDir folder;
-    for (int round = 0; round < 2000; ++round) {
-        Files files = inputs[round % inputs.size()];
-        damage(*std::next(files.begin(), random() % files.size()));
+        QTemporaryDir folder;
         writeFiles(folder.path(), files);
-        const QString message = failure([&] {
-            const QString path = folder.filePath(files.size() == 1 ? QStringLiteral("s") : QString());
-            QVERIFY(isSound(openExperimentalSpectrum(path)));
-            ++read;
-        });
-        refused += !message.isEmpty();
-        QVERIFY(message.size() < 600 + folder.path().size());
+        const ExperimentalSpectrum spectrum = openExperimentalSpectrum(folder.filePath(path));
+        QVERIFY(isSound(spectrum));
+        const auto highest = std::max_element(spectrum.data.begin(), spectrum.data.end());
+        QCOMPARE(*highest, height);
+        QCOMPARE(qsizetype(spectrum.dimensions.size()), shifts.size());
+        const int index = int(highest - spectrum.data.begin());
+        const int points2 = spectrum.dimensions[0].points;
+        const std::array<int, 2> at{index % points2, index / points2};
+
+        // The host's own reading of the entry, every point of each axis.
+        const Spectrum shown = Spectrum::fromMap(toEntryMap(spectrum));
+        QVERIFY2(shown.note.isEmpty(), qPrintable(shown.note));
+        QCOMPARE(shown.data.at(0), spectrum.data);
+        QStringList names;
+        for (qsizetype d = 0; d < shifts.size(); ++d) {
+            const SpectrumDimension &axis = spectrum.dimensions[d];
+            QVERIFY(std::abs(axis.ppm(at[d]) - shifts[d]) < 1e-9);
+            for (int i = 0; i < axis.points; ++i)
+                QVERIFY(std::abs(shown.axes[d].ppm(i) - axis.ppm(i)) < 1e-10);
+            names.append(axis.nucleus);
+        }
+        QCOMPARE(names.join(u'/'), nuclei);
     }
-    QCOMPARE(read + refused, 2000);
-    QVERIFY2(read > 100 && refused > 500, qPrintable(QStringLiteral("%1 read, %2 refused").arg(read).arg(refused)));
-}
+
+    void wholeMatrix()
+    {
+        QTemporaryDir folder;
+        writeFiles(folder.path(), bruker2D());
+        const ExperimentalSpectrum spectrum = BrukerReader::read(folder.path());
+        for (int i = 0; i < 30; ++i)
+            QCOMPARE(spectrum.data[i], 8.0 * i);
+    }
+
+    void tableTokens_data()
+    {
+        QTest::addColumn<QByteArray>("lines");
+        QTest::addColumn<QList<double>>("values");
+        QTest::newRow("exponents") << QByteArray("5 1E+2 2.5e1\n3 -3.5E-1 .5 4.\n")
+                                   << QList<double>{100, 25, -0.35, 0.5, 4};
+        QTest::newRow("E is a digit behind a whole number")
+            << QByteArray("4 1E2 2e1\n") << QList<double>{1, 52, 2, -51};
+        QTest::newRow("repeated difference, then another") << QByteArray("5A0JTk\n") << QList<double>{10, 11, 12, 10};
+        QTest::newRow("repeat count of two digits")
+            << QByteArray("14A0SB0S2\n") << QList<double>(QList<double>{10} << QList<double>(12, 20));
+        QTest::newRow("AFFN, commas") << QByteArray("5, 1, -2,3\n2, 4, 5\n") << QList<double>{1, -2, 3, 4, 5};
+        QTest::newRow("PAC") << QByteArray("5+1-22+3\n2+4-5\n") << QList<double>{1, -22, 3, 4, -5};
+        QTest::newRow("SQZ") << QByteArray("6@A1b2i\n2IT\n") << QList<double>{0, 11, -22, -9, 9, 9};
+        QTest::newRow("DIFDUP, every digit")
+            << differences << QList<double>{0,  1,  3,  6,  10, 15, 21, 28, 36, 45, 44, 42, 39,
+                                            35, 30, 24, 17, 9,  0,  10, 20, 30, 40, 39, 38, 38};
+        QTest::newRow("check alone on the last line") << QByteArray("3AJJ\n1C\n") << QList<double>{1, 2, 3};
+        QTest::newRow("comments and blank lines") << QByteArray("2 7 $$ 8\n\n$$ 9\n1 6\n") << QList<double>{7, 6};
+    }
+
+    void tableTokens()
+    {
+        QFETCH(QByteArray, lines);
+        QFETCH(QList<double>, values);
+        const auto spectrum = JcampReader::parse(table(int(values.size()), lines), u"f"_s);
+        QCOMPARE(spectrum.data, std::vector<double>(values.begin(), values.end()));
+    }
+
+    void badInput_data()
+    {
+        QTest::addColumn<Files>("files");
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("message");
+        const auto row = [](const char *name, const QByteArray &text, const char *message) {
+            const QString path = u"s"_s;
+            QTest::newRow(name) << Files{{path, text}} << path << QString::fromUtf8(message);
+        };
+        row("Y-check", table(6, "6AJJJ\n3EJJ\n"),
+            "line 9: the Y-check fails: the line begins with 5 where the line before ended with 4");
+        row("too few points", table(6, "6AJJJ\n3DJ\n"), "the data end after 5 points where 6 were announced");
+        row("too many points", table(4, "4AJJJJ\n"), "line 8: there are more points than the 4");
+        row("cut off within the last number", table(2, "2 1 1234\n").chopped(10),
+            "line 8: the file ends within this line");
+        row("a lost line", table(12, "12 1 2 3\n3 4 5 6\n"), "line 9: the line begins at X = 3 where 9 is due");
+        row("a repeat of 10^15", table(4, "4AZ00000000000000\n"), "an ordinate is repeated 800000000000000 times");
+        row("more points than bytes explain", table(2, "2 1 1\n").replace("NPOINTS= 2", "NPOINTS= 200000000"),
+            "between 2 and 1048576 were expected");
+        row("an axis beyond all shifts", jcamp(ppm, "1000000000", "0"), "is not that of a spectrum");
+        row("uneven", "ppm,intensity\n10,1\n9,1\n8,1\n6,1\n5,1\n",
+            "line 5: the points are not evenly spaced: 6 ppm follows 8 ppm where the step is -1 ppm");
+        row("empty", "", "the file has 0");
+        row("infinite", "1,1\n2,inf\n", "line 2: expected a number");
+        row("rows with other positions", "3,9,1\n2,9,1\n3,8,1\n1,8,1\n", "line 4: expected rows of 2 points");
+        row("another kind of file", QByteArray("\177ELF\0\0", 6), "this is no spectrum that can be read");
+
+        // An empty text to look for stands for a missing file.
+        const auto folder = [](const char *name, const char *file, const char *from, const char *to,
+                               const char *message) {
+            Files files = bruker2D();
+            const QString path = u"pdata/1/"_s + QLatin1String(file);
+            *from ? void(files[path].replace(from, to)) : void(files.remove(path));
+            QTest::newRow(name) << files << QString() << QString::fromUtf8(message);
+        };
+        folder("no procs", "procs", "", "", "procs: there is no such file");
+        folder("no data", "2rr", "", "", "no processed data were found here");
+        folder("data cut", "2rr", "\xf9", "",
+               "bytes where the parameters (SI = 6 × 5, XDIM = 4 × 2, 4 bytes a point) make 192");
+        folder("no reference", "proc2s", "##$OFFSET=", "##$O=", "proc2s: the parameter OFFSET is missing");
+        folder("size of a matrix of 10^18 points", "procs", "SI= 6", "SI= 1000000000", "SI: expected 2 to 268435456");
+        folder("too many in all", "procs", "SI= 6", "SI= 268435456", "points (SI = 268435456 × 5, XDIM = 4 × 2) are");
+    }
+
+    void badInput()
+    {
+        QFETCH(Files, files);
+        QFETCH(QString, path);
+        QFETCH(QString, message);
+        QTemporaryDir folder;
+        writeFiles(folder.path(), files);
+        const QString found = failure([&] { openExperimentalSpectrum(folder.filePath(path)); });
+        QVERIFY2(found.contains(message), qPrintable(found));
+        QVERIFY2(found.startsWith(folder.path()), qPrintable(found));
+    }
+
+    /// Bytes changed, cut out or doubled.
+    void damagedInput()
+    {
+        std::mt19937 random(4);
+        const auto damage = [&](QByteArray &bytes) {
+            static const char characters[] = "0123456789+-.,eE@AJZs%#$=?<>()\n\r\0\xff\xc3 ";
+            const QByteArray meaningful(characters, sizeof(characters) - 1);
+            for (int n = 1 + random() % 4; n > 0 && !bytes.isEmpty(); --n) {
+                const qsizetype at = random() % bytes.size();
+                if (random() % 5 == 0)
+                    bytes.truncate(at);
+                else if (random() % 4 == 0)
+                    bytes.insert(at, bytes.mid(random() % bytes.size(), 1 + random() % 40));
+                else
+                    bytes[at] = meaningful[random() % meaningful.size()];
+            }
+        };
+        QList<Files> inputs{bruker2D()};
+        for (const QByteArray &text : {jcamp(hertz + "##.SHIFT REFERENCE= INTERNAL, TMS, 11, -20\n"),
+                                       table(26, differences), QByteArray("3,50,0\n2,50,1\n3,40,3\n2,40,9\n")})
+            inputs.append({{u"s"_s, text}});
+        int read = 0, refused = 0;
+        QTemporaryDir folder;
+        for (int round = 0; round < 2000; ++round) {
+            Files files = inputs[round % inputs.size()];
+            damage(*std::next(files.begin(), random() % files.size()));
+            writeFiles(folder.path(), files);
+            const QString message = failure([&] {
+                const QString path = folder.filePath(files.size() == 1 ? u"s"_s : QString());
+                QVERIFY(isSound(openExperimentalSpectrum(path)));
+                ++read;
+            });
+            refused += !message.isEmpty();
+            QVERIFY(message.size() < 600 + folder.path().size());
+        }
+        QCOMPARE(read + refused, 2000);
+        QVERIFY2(read > 100 && refused > 500, qPrintable(u"%1 read, %2 refused"_s.arg(read).arg(refused)));
+    }
+};
 
 QTEST_GUILESS_MAIN(ReadersTest)
 #include "tst_readers.moc"
