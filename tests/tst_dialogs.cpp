@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "TestData.h"
+#include "TestNuclei.h"
 #include "ui/WMagresDialog.h"
 
 #include <QCheckBox>
@@ -22,32 +24,16 @@ namespace {
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-class Properties : public NuclearProperties {
-public:
-    QString spin(const QByteArray &nucleus) const override
-    {
-        static const QMap<QByteArray, QString> spins{
-            {"2H", u"1"_s}, {"14N", u"1"_s}, {"35Cl", u"3/2"_s}, {"37Cl", u"3/2"_s}};
-        return spins.value(nucleus, u"1/2"_s);
-    }
-    double quadrupoleMoment(const QByteArray &nucleus) const override { return nucleus == "14N" ? 2.044 : 0.0; }
-    double naturalAbundance(const QByteArray &nucleus) const override { return nucleus == "35Cl" ? 75.8 : 24.2; }
-};
-
-const Properties properties;
+const TestNuclei properties;
 
 /// One atom per shielding, with an EFG tensor if that has a component.
 void addAtoms(MagresData &data, const QByteArray &element, const QList<double> &shieldings, double vzz = 0.0)
 {
     for (double iso : shieldings) {
-        MagresAtom atom;
-        atom.type = element;
-        atom.labels = {element + QByteArray::number(data.atoms.size())};
-        atom.recordNo = qint32(data.atoms.size());
-        data.atoms.append(atom);
-        data.shieldings.append(MagresTensor(atom.labels, 0, {iso - 20, 0, 0, 0, iso, 0, 0, 0, iso + 20}));
+        const MagresAtom &atom = addAtom(data, element, int(data.atoms.size()));
+        data.shieldings.append({atom.labels, atom.No, {iso - 20, 0, 0, 0, iso, 0, 0, 0, iso + 20}});
         if (vzz != 0.0)
-            data.EFG.append(MagresTensor(atom.labels, 0, {-0.3 * vzz, 0, 0, 0, -0.7 * vzz, 0, 0, 0, vzz}));
+            data.EFG.append({atom.labels, atom.No, {-0.3 * vzz, 0, 0, 0, -0.7 * vzz, 0, 0, 0, vzz}});
     }
 }
 
@@ -78,9 +64,9 @@ Widget *find(const QWidget &dialog, const char *name)
     return widget ? widget : (qFatal("no widget %s", name), nullptr);
 }
 
-QString hint(const QWidget &dialog, const char *name)
+QString hintF2(const QWidget &dialog)
 {
-    return find<QLabel>(dialog, name)->text();
+    return find<QLabel>(dialog, "fLbSpecHintF2")->text();
 }
 
 /// Shows the dialog, presses Return in a widget of it and returns the result.
@@ -98,7 +84,6 @@ int execWithReturn(QDialog &dialog, QWidget *target)
 } // namespace
 
 Q_DECLARE_METATYPE(MagresSpecParams)
-Q_DECLARE_METATYPE(MagresData)
 
 class tst_dialogs : public QObject {
     Q_OBJECT
@@ -116,119 +101,69 @@ private Q_SLOTS:
 
     void acceptedAtOnceIsTheStepWithoutDialog_data()
     {
-        QTest::addColumn<MagresData>("data");
         QTest::addColumn<MagresSpecParams>("parameters");
-
-        const auto row = [](const char *name, MagresSpecParams parameters, auto change, const MagresData &data) {
-            change(parameters);
-            QTest::newRow(name) << data << parameters;
-        };
-        const MagresData data = molecule();
-        const auto nothing = [](MagresSpecParams &) {};
-        row("new 2D", record(1), nothing, data);
-        row("homonuclear", record(1, "1H", "1H"), nothing, data);
-        row("no atoms", record(1, "13C", "1H"), nothing, {});
-        row(
-            "unknown kind and choices", record(7),
-            [](auto &p) {
-                p.avIdx = -3;
-                p.corr = 9;
-            },
-            data);
-        row(
-            "stored choices", record(1),
-            [](auto &p) {
-                p.avIdx = 2;
-                p.corr = 1;
-                p.ptsF2 = p.ptsF1 = 1 << 26;
-            },
-            data);
-        row(
-            "flags", record(1, "14N", "2H"),
-            [](auto &p) {
-                p.qShift = {true, true};
-                p.freq = 399.87;
-            },
-            data);
-        row(
-            "fitted", record(0, "13C"),
-            [](auto &p) {
-                p.ref = {{u"13C"_s, 169.123456789}, {u"29Si"_s, 1.0}};
-                p.lw = {{u"13C"_s, 12.3456}};
-            },
-            data);
-        row(
-            "no numbers and those beyond the boxes", record(1, "13C", "1H"),
-            [](auto &p) {
-                p.ref = {{u"13C"_s, u"abc"_s}, {u"1H"_s, -1e300}};
-                p.slope = {{u"13C"_s, infinity}, {u"1H"_s, QVariantList{1}}};
-                p.lw = {{u"13C"_s, 2400.0}, {u"1H"_s, -1.0}};
-                p.freq = notANumber;
-                p.ptsF2 = 1000;
-            },
-            data);
-        const auto users = [](auto &p) {
-            p.RangeF2 = {3.14159, -7.123};
-            p.RangeF1 = {1.0, 2.00001};
-            p.RangeF2User = p.RangeF1User = true;
-        };
-        row("the user's ranges", record(1), users, data);
-        row(
-            "impossible ranges", record(1),
-            [=](auto &p) {
-                users(p);
-                p.RangeF2[0] = notANumber;
-                p.RangeF1[1] = infinity;
-            },
-            data);
-
-        MagresData broken = data;
-        addAtoms(broken, "C", {notANumber, infinity, -infinity, 1e308, -1e308}, notANumber);
-        row("broken shieldings", record(0, "13C"), nothing, broken);
+        QTest::newRow("new 2D") << record(1);
+        QTest::newRow("homonuclear") << record(1, "1H", "1H");
+        MagresSpecParams p = record(7);
+        p.avIdx = -3;
+        p.corr = 9;
+        QTest::newRow("unknown kind and choices") << p;
+        p = record(1, "14N", "2H");
+        p.avIdx = 2;
+        p.corr = 1;
+        p.ptsF2 = p.ptsF1 = 1 << 26;
+        p.qShift = {true, true};
+        p.freq = 399.87;
+        QTest::newRow("stored choices") << p;
+        p = record(0, "13C");
+        p.ref = {{u"13C"_s, 169.123456789}, {u"29Si"_s, 1.0}};
+        p.lw = {{u"13C"_s, 12.3456}};
+        QTest::newRow("fitted") << p;
+        p = record(1, "13C", "1H");
+        p.ref = {{u"13C"_s, u"abc"_s}, {u"1H"_s, -1e300}};
+        p.slope = {{u"13C"_s, infinity}, {u"1H"_s, QVariantList{1}}};
+        p.lw = {{u"13C"_s, 2400.0}, {u"1H"_s, -1.0}};
+        p.freq = notANumber;
+        p.ptsF2 = 1000;
+        QTest::newRow("no numbers and those beyond the boxes") << p;
+        p = record(1);
+        p.RangeF2User = p.RangeF1User = true;
+        p.RangeF2 = {3.14159, -7.123};
+        p.RangeF1 = {1.0, 2.00001};
+        QTest::newRow("the user's ranges") << p;
+        p.RangeF2[0] = notANumber;
+        p.RangeF1[1] = infinity;
+        QTest::newRow("impossible ranges") << p;
     }
 
     void acceptedAtOnceIsTheStepWithoutDialog()
     {
-        QFETCH(MagresData, data);
         QFETCH(MagresSpecParams, parameters);
-
-        MagresSpecParams completed = parameters;
-        Magres::completeParameters(data, completed, properties);
-        WMagresDialog dialog(data, parameters, properties);
-        QCOMPARE(execWithReturn(dialog, &dialog), int(QDialog::Accepted));
-        dialog.copyToRecord();
-        QCOMPARE(parameters.toMap(), completed.toMap());
-        QCOMPARE(parameters.RangeF1, completed.RangeF1);
-        QCOMPARE(parameters.RangeF1User, completed.RangeF1User);
-    }
-
-    void completedRecord()
-    {
-        MagresSpecParams parameters = record(1);
-        Magres::completeParameters(molecule(), parameters, properties);
-        QCOMPARE(parameters.nucF2, u"13C"_s);
-        QCOMPARE(parameters.nucF1, u"1H"_s);
-        QCOMPARE(parameters.lw, (QVariantMap{{u"13C"_s, 30.0}, {u"1H"_s, 1.0}}));
-        QCOMPARE(parameters.ref, (QVariantMap{{u"13C"_s, 100.0}, {u"1H"_s, 100.0}}));
-        // Shifts from 70.5 to 77: 6.5 below by a tenth, then 7.15 above by a tenth.
-        QVERIFY(std::abs(parameters.RangeF1[0] - 69.85) < 1e-9);
-        QVERIFY(std::abs(parameters.RangeF1[1] - 77.715) < 1e-9);
+        MagresData broken = m_molecule;
+        addAtoms(broken, "C", {notANumber, infinity, -infinity, 1e308, -1e308}, notANumber);
+        for (const MagresData &data : {m_molecule, broken, MagresData()}) {
+            MagresSpecParams completed = parameters, shown = parameters;
+            Magres::completeParameters(data, completed, properties);
+            WMagresDialog dialog(data, shown, properties);
+            QCOMPARE(execWithReturn(dialog, &dialog), int(QDialog::Accepted));
+            dialog.copyToRecord();
+            QCOMPARE(shown.toMap(), completed.toMap());
+            QCOMPARE(shown.RangeF1, completed.RangeF1);
+            QCOMPARE(shown.RangeF1User, completed.RangeF1User);
+        }
     }
 
     void rangeInData()
     {
-        const QString wide = u"Range in data: 10.0 / 110.0 ppm"_s;
-        const QString narrow = u"Range in data: 50.0 / 50.0 ppm"_s;
-        using Row = std::tuple<QList<double>, QString, double, double>;
         for (const auto &[shieldings, text, from, to] :
-             std::initializer_list<Row>{{{50, 50.004}, narrow, 38.0, 62.2},
-                                        {{-10, notANumber, 90}, wide, 0.0, 121.0},
-                                        {{}, u"Range in data: 0.0 / 0.0 ppm"_s, -12.0, 12.2}}) {
+             {std::tuple(QList<double>{50, 50.004}, "50.0 / 50.0", 38.0, 62.2),
+              std::tuple(QList<double>{-10, notANumber, 90}, "10.0 / 110.0", 0.0, 121.0),
+              std::tuple(QList<double>(), "0.0 / 0.0", -12.0, 12.2)}) {
             MagresData data;
             addAtoms(data, "C", shieldings);
             MagresSpecParams parameters = record(0, "13C");
             WMagresDialog dialog(data, parameters, properties);
-            QCOMPARE(hint(dialog, "fLbSpecHintF2"), text);
+            QCOMPARE(hintF2(dialog), u"Range in data: %1 ppm"_s.arg(QLatin1String(text)));
             QCOMPARE(find(dialog, "fSpFromF2")->value(), from);
             QCOMPARE(find(dialog, "fSpToF2")->value(), to);
         }
@@ -237,13 +172,12 @@ private Q_SLOTS:
     // Spin boxes report their value when Enter is pressed, changed or not.
     void enterIsNoEdit()
     {
-        const MagresData data = molecule();
         for (const char *box : {"fSpFromF2", "fSpToF2", "fSpCSRefF2", "fSpCSSlopeF2", "fSpSfrq", "fSpLwF2"}) {
             for (bool users : {false, true}) {
                 MagresSpecParams parameters = record(0, "13C");
                 parameters.RangeF2 = {-20.0, 220.0};
                 parameters.RangeF2User = users;
-                WMagresDialog dialog(data, parameters, properties);
+                WMagresDialog dialog(m_molecule, parameters, properties);
                 const double from = find(dialog, "fSpFromF2")->value();
                 QCOMPARE(execWithReturn(dialog, find(dialog, box)), int(QDialog::Accepted));
                 QCOMPARE(parameters.RangeF2User, users);
@@ -254,9 +188,8 @@ private Q_SLOTS:
 
     void userRange()
     {
-        const MagresData data = molecule();
         MagresSpecParams parameters = record(1);
-        WMagresDialog dialog(data, parameters, properties);
+        WMagresDialog dialog(m_molecule, parameters, properties);
         QVERIFY(!parameters.RangeF2User && !parameters.RangeF1User);
         find(dialog, "fSpToF1")->stepUp();
         QVERIFY(!parameters.RangeF2User && parameters.RangeF1User);
@@ -266,9 +199,9 @@ private Q_SLOTS:
         // A new scale is a new range, in its dimension only; the frequency counts for both.
         find(dialog, "fSpCSRefF2")->setValue(110.0);
         QVERIFY(!parameters.RangeF2User && parameters.RangeF1User);
-        QCOMPARE(hint(dialog, "fLbSpecHintF2"), u"Range in data: -40.1 / 99.5 ppm"_s);
+        QCOMPARE(hintF2(dialog), u"Range in data: -40.1 / 99.5 ppm"_s);
         find(dialog, "fSpCSSlopeF2")->setValue(1.0);
-        QCOMPARE(hint(dialog, "fLbSpecHintF2"), u"Range in data: 120.5 / 260.1 ppm"_s);
+        QCOMPARE(hintF2(dialog), u"Range in data: 120.5 / 260.1 ppm"_s);
         find(dialog, "fSpSfrq")->setValue(500.0);
         QVERIFY(!parameters.RangeF1User);
     }
@@ -276,12 +209,11 @@ private Q_SLOTS:
     void untouchedNumbersKeepTheirPrecision()
     {
         const QString carbon = u"13C"_s;
-        const MagresData data = molecule();
         MagresSpecParams parameters = record(0, "13C");
         parameters.ref = {{carbon, 169.123456789}};
         parameters.RangeF2 = {-20.98765, 220.12345};
         parameters.RangeF2User = true;
-        WMagresDialog dialog(data, parameters, properties);
+        WMagresDialog dialog(m_molecule, parameters, properties);
         QCOMPARE(find(dialog, "fSpCSRefF2")->value(), 169.12);
         QCOMPARE(find(dialog, "fSpFromF2")->value(), -20.99);
         find(dialog, "fSpLwF2")->setValue(12.5);
@@ -298,9 +230,8 @@ private Q_SLOTS:
 
     void indirectNumbersWinForOneNucleus()
     {
-        const MagresData data = molecule();
         MagresSpecParams parameters = record(1, "1H", "1H");
-        WMagresDialog dialog(data, parameters, properties);
+        WMagresDialog dialog(m_molecule, parameters, properties);
         find(dialog, "fSpCSRefF2")->setValue(30.0);
         find(dialog, "fSpCSRefF1")->setValue(31.0);
         dialog.copyToRecord();
@@ -311,11 +242,10 @@ private Q_SLOTS:
 
     void kindOfSpectrum()
     {
-        const MagresData data = molecule();
         MagresSpecParams parameters = record(0);
         parameters.pts = 4096;
         parameters.ptsF2 = 2000;
-        WMagresDialog dialog(data, parameters, properties);
+        WMagresDialog dialog(m_molecule, parameters, properties);
         auto *kind = find<QComboBox>(dialog, "fCbDims");
         const auto points = [&] { return find<QComboBox>(dialog, "fCbPtsF2")->currentText(); };
         dialog.show();
@@ -333,13 +263,12 @@ private Q_SLOTS:
 
     void nucleusDecides()
     {
-        const MagresData data = molecule();
         for (const auto &[specType, nucF2, nucF1, averaging, quadBoxF2] :
              {std::tuple(0, "2H", "13C", true, true), std::tuple(0, "13C", "1H", false, false),
               std::tuple(1, "13C", "1H", true, false), std::tuple(1, "14N", "13C", false, true)}) {
             MagresSpecParams parameters = record(0, "15N", "15N");
             parameters.ref = {{QLatin1String(nucF2), 33.0}};
-            WMagresDialog dialog(data, parameters, properties);
+            WMagresDialog dialog(m_molecule, parameters, properties);
             find<QComboBox>(dialog, "fCbNucF2")->setCurrentText(QLatin1String(nucF2));
             find<QComboBox>(dialog, "fCbNucF1")->setCurrentText(QLatin1String(nucF1));
             find<QComboBox>(dialog, "fCbDims")->setCurrentIndex(specType);
@@ -351,8 +280,7 @@ private Q_SLOTS:
 
     void quadrupolarShift()
     {
-        const MagresData data = molecule();
-        const double shift = data.EFG.first().secondOrderQuadShift("14N", 2.044, 300.0 * 54.22 / 750.03, 1);
+        const double shift = m_molecule.EFG.first().secondOrderQuadShift("14N", 2.044, 300.0 * 54.22 / 750.03, 1);
         QVERIFY(std::abs(shift) > 1.0);
         const auto text = [](double by) {
             return u"Range in data: %1 / %2 ppm"_s.arg(25.0 + by, 0, 'f', 1).arg(60.0 + by, 0, 'f', 1);
@@ -360,24 +288,23 @@ private Q_SLOTS:
         MagresSpecParams parameters = record(0, "14N");
         parameters.freq = 300.0;
         parameters.qShift = {true, false};
-        WMagresDialog dialog(data, parameters, properties);
-        QCOMPARE(hint(dialog, "fLbSpecHintF2"), text(shift)); // with the record's frequency from the start
+        WMagresDialog dialog(m_molecule, parameters, properties);
+        QCOMPARE(hintF2(dialog), text(shift)); // with the record's frequency from the start
         auto *box = find<QCheckBox>(dialog, "fCbQShiftF2");
         QTest::keyClick(box, Qt::Key_Space);
-        QCOMPARE(hint(dialog, "fLbSpecHintF2"), text(0.0));
+        QCOMPARE(hintF2(dialog), text(0.0));
         QTest::keyClick(box, Qt::Key_Space);
         find(dialog, "fSpSfrq")->setValue(600.0);
-        QCOMPARE(hint(dialog, "fLbSpecHintF2"), text(shift / 4.0));
+        QCOMPARE(hintF2(dialog), text(shift / 4.0));
         // A box that stays checked while it is hidden moves nothing.
         find<QComboBox>(dialog, "fCbNucF2")->setCurrentText(u"15N"_s);
-        QCOMPARE(hint(dialog, "fLbSpecHintF2"), text(0.0));
+        QCOMPARE(hintF2(dialog), text(0.0));
     }
 
     void tabGoesDownTheForm()
     {
-        const MagresData data = molecule();
         MagresSpecParams parameters = record(1, "2H", "2H");
-        WMagresDialog dialog(data, parameters, properties);
+        WMagresDialog dialog(m_molecule, parameters, properties);
         dialog.show();
         dialog.activateWindow(); // needed without a window manager
         QVERIFY(QTest::qWaitForWindowActive(&dialog));
@@ -395,6 +322,7 @@ private Q_SLOTS:
     }
 
 private:
+    const MagresData m_molecule = molecule();
     QTemporaryDir m_settings;
 };
 
