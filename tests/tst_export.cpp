@@ -3,6 +3,7 @@
 #include "io/OutputFiles.h"
 #include "io/SpectrumExport.h"
 #include "io/TableExport.h"
+#include "io/readers/ExperimentalSpectrum.h"
 #include "items/NmrData.h"
 #include "support/MetaTypes.h"
 
@@ -16,56 +17,42 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Axes with exact numbers: F2 from 4 ppm in steps of -2, F1 from 10 ppm in steps of -5.
+/// A 1H spectrum or, in two dimensions, one of 1H and 13C. Axes with exact numbers: points 2 and 5 ppm apart, about 0
+/// ppm.
 QVariantMap spectrumMap(int points2, int points1, const DoubleVector &points)
 {
-    QList<int> length(8, 1);
-    length[0] = points2;
-    length[1] = points1;
-    DoubleVector frequencies(8, 400.0), widths(8, 0.0), references(8, 0.0);
-    frequencies[1] = 100;
-    widths[0] = 2 * points2 * 400.0;
-    references[0] = 0;
-    widths[1] = 5 * points1 * 100.0;
-    const QVariantList nuclides{QVariantMap{{u"Isotope"_s, 1}, {u"Name"_s, u"H"_s}},
-                                QVariantMap{{u"Isotope"_s, 13}, {u"Name"_s, u"C"_s}}};
+    ExperimentalSpectrum spectrum{{}, {{u"1H"_s, 400, 0, 1.0 * points2, -2, points2}}, points};
+    if (points1 > 1)
+        spectrum.dimensions.push_back({u"13C"_s, 100, 0, 2.5 * points1, -5, points1});
+    QVariantMap map = toEntryMap(spectrum);
+    QVariantMap info = map.value(u"SpecInfo"_s).toMap();
     const QVariantHash parameters{{u"freq"_s, 400.0},
                                   {u"RangeF2"_s, QVariant::fromValue(DoubleVector{4, -4})},
                                   {u"qShift"_s, QVariant::fromValue(QList<int>{0, 1})}};
+    info.insert(u"OriginalParameters"_s, QVariant::fromValue(QMap<QString, QVariantHash>{{u"magres"_s, parameters}}));
+    map.insert(u"SpecInfo"_s, info);
     const QVariantMap peak{{u"PeakLabel"_s, u"H1,C2"_s},
                            {u"Pos"_s, QVariant::fromValue(DoubleVector{1.5, 2.5})},
                            {u"Width"_s, QVariant::fromValue(DoubleVector{0.25, 0.5})},
                            {u"Height"_s, 3.0}};
-    const QMap<QString, QVariantHash> original{{u"magres"_s, parameters}};
-    return {{u"Length"_s, QVariant::fromValue(length)},
-            {u"DataPoints"_s, QVariant::fromValue(QList<DoubleVector>{points, DoubleVector(points.size())})},
-            {u"SpecInfo"_s,
-             QVariantMap{{u"SpectrometerFrequencies"_s, QVariant::fromValue(frequencies)},
-                         {u"SW"_s, QVariant::fromValue(widths)},
-                         {u"SpectrumRef"_s, QVariant::fromValue(references)},
-                         {u"Nucleides"_s, nuclides},
-                         {u"OriginalParameters"_s, QVariant::fromValue(original)}}},
-            {u"Peaks"_s, QVariantMap{{u"PeakList"_s, QVariantList{peak}}}}};
+    map.insert(u"Peaks"_s, QVariantMap{{u"PeakList"_s, QVariantList{peak}}});
+    return map;
 }
 
-QByteArray csv(const QVariantMap &map)
+template <typename Write>
+QByteArray written(Write write, const QVariantMap &map)
 {
     NmrData data;
     const QUuid entry = data.addEntry(map, u"x"_s);
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
-    SpectrumExport::writeCsv(data, entry, buffer);
+    write(data, entry, buffer);
     return buffer.data();
 }
 
 QJsonObject json(const QVariantMap &map)
 {
-    NmrData data;
-    const QUuid entry = data.addEntry(map, u"x"_s);
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    SpectrumExport::writeJson(data, entry, buffer);
-    return QJsonDocument::fromJson(buffer.data()).object();
+    return QJsonDocument::fromJson(written(SpectrumExport::writeJson, map)).object();
 }
 
 } // namespace
@@ -78,29 +65,22 @@ private Q_SLOTS:
 
     void csvOfSpectra()
     {
-        QCOMPARE(csv(spectrumMap(4, 1, {0.1, 1, -2.5, 1e-300})),
+        QCOMPARE(written(SpectrumExport::writeCsv, spectrumMap(4, 1, {0.1, 1, -2.5, 1e-300})),
                  QByteArray("ppm,intensity\n4,0.10000000000000001\n2,1\n0,-2.5\n-2,1e-300\n"));
-        QCOMPARE(csv(spectrumMap(2, 2, {1, 2, 3, 4})),
+        QCOMPARE(written(SpectrumExport::writeCsv, spectrumMap(2, 2, {1, 2, 3, 4})),
                  QByteArray("ppm_f2,ppm_f1,intensity\n2,5,1\n0,5,2\n2,0,3\n0,0,4\n"));
-        QVERIFY_THROWS_EXCEPTION(std::runtime_error, csv({}));
+        QVERIFY_THROWS_EXCEPTION(std::runtime_error, written(SpectrumExport::writeCsv, {}));
     }
 
     void jsonOfSpectra()
     {
-        const QJsonObject plane = json(spectrumMap(2, 2, {1, 2, 3, 4}));
-        QCOMPARE(plane[u"nuclei"_s], QJsonValue(QJsonArray{u"1H"_s, u"13C"_s}));
-        QCOMPARE(plane[u"length"_s], QJsonValue(QJsonArray{2, 2}));
-        QCOMPARE(plane[u"frequencies"_s], QJsonValue(QJsonArray{400, 100}));
-        QCOMPARE(plane[u"sw"_s], QJsonValue(QJsonArray{1600, 1000}));
-        QCOMPARE(plane[u"axes"_s][1], QJsonValue(QJsonObject{{u"first"_s, 5}, {u"step"_s, -5}}));
-        QCOMPARE(plane[u"peaks"_s][0],
-                 QJsonValue(QJsonObject{{u"label"_s, u"H1,C2"_s},
-                                        {u"pos"_s, QJsonArray{1.5, 2.5}},
-                                        {u"height"_s, 3},
-                                        {u"width"_s, QJsonArray{0.25, 0.5}}}));
-        QCOMPARE(plane[u"parameters"_s],
-                 QJsonValue(QJsonObject{
-                     {u"freq"_s, 400}, {u"RangeF2"_s, QJsonArray{4, -4}}, {u"qShift"_s, QJsonArray{0, 1}}}));
+        const QJsonObject expected = QJsonDocument::fromJson(R"({"nuclei": ["1H", "13C"], "length": [2, 2],
+            "frequencies": [400, 100], "sw": [1600, 1000], "ref": [0, 0],
+            "axes": [{"first": 2, "step": -2}, {"first": 5, "step": -5}],
+            "peaks": [{"label": "H1,C2", "pos": [1.5, 2.5], "height": 3, "width": [0.25, 0.5]}],
+            "parameters": {"freq": 400, "RangeF2": [4, -4], "qShift": [0, 1]}})")
+                                         .object();
+        QCOMPARE(json(spectrumMap(2, 2, {1, 2, 3, 4})), expected);
         // One dimension: one entry in each array.
         const QJsonObject line = json(spectrumMap(4, 1, {1, 2, 3, 4}));
         QCOMPARE(line[u"nuclei"_s], QJsonValue(QJsonArray{u"1H"_s}));

@@ -6,6 +6,7 @@
 #include "host/NucleusTables.h"
 #include "host/PageLayout.h"
 #include "host/WMainWindow.h"
+#include "io/readers/ExperimentalSpectrum.h"
 #include "items/MoleculeItem.h"
 #include "items/NmrData.h"
 #include "items/NmrItem.h"
@@ -13,7 +14,6 @@
 #include "items/TableItem.h"
 #include "items/TableModel.h"
 #include "support/HostContract.h"
-#include "support/MetaTypes.h"
 
 #include <QGraphicsView>
 #include <QUndoStack>
@@ -23,38 +23,25 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QHash<QString, const QMetaObject *> &hostObjects()
-{
-    static const QHash<QString, const QMetaObject *> objects{
-        {u"mainWindow"_s, &WMainWindow::staticMetaObject},
-        {u"mainScene"_s, &MainScene::staticMetaObject},
-        {u"dataEngine"_s, &DataEngine::staticMetaObject},
-        {u"nmrDataTables"_s, &NucleusTables::staticMetaObject},
-        {u"fileFilters"_s, &FileFilterRegistry::staticMetaObject},
-        {u"nmrItem"_s, &NmrItem::staticMetaObject},
-        {u"nmrData"_s, &NmrData::staticMetaObject},
-        {u"nmrPlot"_s, &NmrPlot::staticMetaObject},
-        {u"molItem"_s, &MoleculeItem::staticMetaObject},
-        {u"tableItem"_s, &TableItem::staticMetaObject},
-        {u"tableModel"_s, &TableModel::staticMetaObject},
-    };
-    return objects;
-}
+const QHash<QByteArray, const QMetaObject *> hostObjects{{"mainWindow", &WMainWindow::staticMetaObject},
+                                                         {"mainScene", &MainScene::staticMetaObject},
+                                                         {"dataEngine", &DataEngine::staticMetaObject},
+                                                         {"nmrDataTables", &NucleusTables::staticMetaObject},
+                                                         {"fileFilters", &FileFilterRegistry::staticMetaObject},
+                                                         {"nmrItem", &NmrItem::staticMetaObject},
+                                                         {"nmrData", &NmrData::staticMetaObject},
+                                                         {"nmrPlot", &NmrPlot::staticMetaObject},
+                                                         {"molItem", &MoleculeItem::staticMetaObject},
+                                                         {"tableItem", &TableItem::staticMetaObject},
+                                                         {"tableModel", &TableModel::staticMetaObject}};
 
-QVariantMap spectrumMap(int points2, int points1)
+QVariantMap spectrumMap(int dimensions)
 {
-    QList<int> length(8, 1);
-    length[0] = points2;
-    length[1] = points1;
-    const DoubleVector points(size_t(points2) * points1, 1.0);
-    DoubleVector frequencies(8, 400.0), widths(8, 0.0), references(8, 0.0);
-    widths[0] = widths[1] = 4000;
-    const QVariantMap info{{u"SpectrometerFrequencies"_s, QVariant::fromValue(frequencies)},
-                           {u"SW"_s, QVariant::fromValue(widths)},
-                           {u"SpectrumRef"_s, QVariant::fromValue(references)}};
-    return {{u"Length"_s, QVariant::fromValue(length)},
-            {u"DataPoints"_s, QVariant::fromValue(QList<DoubleVector>{points, points})},
-            {u"SpecInfo"_s, info}};
+    ExperimentalSpectrum spectrum;
+    for (int d = 0; d < dimensions; ++d)
+        spectrum.dimensions.push_back({u"1H"_s, 400, 0, 10, -0.5, 16});
+    spectrum.data.resize(dimensions == 2 ? 256 : 16);
+    return toEntryMap(spectrum);
 }
 
 } // namespace
@@ -67,65 +54,41 @@ private Q_SLOTS:
     void init() { m_host = std::make_unique<HostApplication>(true); }
     void cleanup() { m_host.reset(); }
 
-    void methodsExist_data()
+    void methodsExist()
     {
-        QTest::addColumn<QString>("object");
-        QTest::addColumn<QByteArray>("signature");
-        QTest::addColumn<QByteArray>("result");
         for (const HostMethod *method : HostContract::methods) {
             QByteArrayList arguments;
             for (size_t i = 0; i < method->argumentCount(); ++i)
                 arguments.append(method->arguments[i]);
             const QByteArray signature =
                 QMetaObject::normalizedSignature(method->name + ('(' + arguments.join(',')) + ')');
-            const QByteArray result = *method->result ? method->result : "void";
-            QTest::newRow(qPrintable(QLatin1String(method->object) + u'.' + QLatin1String(signature)))
-                << QString::fromLatin1(method->object) << signature << result;
+            const QMetaObject *meta = hostObjects.value(method->object);
+            QVERIFY2(meta, method->object);
+            const int index = meta->indexOfMethod(signature);
+            QVERIFY2(index >= 0, method->object + ('.' + signature));
+            QCOMPARE(meta->method(index).typeName(), *method->result ? method->result : "void");
+            QCOMPARE(meta->method(index).access(), QMetaMethod::Public);
         }
     }
-    void methodsExist()
-    {
-        QFETCH(QString, object);
-        QFETCH(QByteArray, signature);
-        QFETCH(QByteArray, result);
-        const QMetaObject *meta = hostObjects().value(object);
-        QVERIFY2(meta, "no such host object");
-        const int index = meta->indexOfMethod(signature);
-        QVERIFY2(index >= 0, "the host object has no such method");
-        QCOMPARE(QByteArray(meta->method(index).typeName()), result);
-        QCOMPARE(meta->method(index).access(), QMetaMethod::Public);
-    }
 
-    void propertiesExist_data()
-    {
-        QTest::addColumn<QString>("object");
-        QTest::addColumn<QByteArray>("property");
-        QTest::addColumn<QByteArray>("type");
-        QTest::newRow("language") << "mainWindow" << QByteArray("language") << QByteArray("QString");
-        QTest::newRow("menu") << "mainWindow" << QByteArray("nmrContextMenu") << QByteArray("QMenu*");
-        QTest::newRow("entries") << "nmrData" << QByteArray("entryIds") << QByteArray("QList<QUuid>");
-        QTest::newRow("active entry") << "nmrData" << QByteArray("activeEntryId") << QByteArray("QUuid");
-        for (const char *item : {"nmrItem", "molItem", "tableItem"})
-            QTest::newRow(item) << QString::fromLatin1(item) << QByteArray("id") << QByteArray("QUuid");
-    }
     void propertiesExist()
     {
-        QFETCH(QString, object);
-        QFETCH(QByteArray, property);
-        QFETCH(QByteArray, type);
-        const QMetaObject *meta = hostObjects().value(object);
-        const int index = meta->indexOfProperty(property);
-        QVERIFY(index >= 0);
-        QCOMPARE(QByteArray(meta->property(index).typeName()), type);
+        for (const auto &[object, property, type] :
+             {std::tuple("mainWindow", "language", "QString"), std::tuple("mainWindow", "nmrContextMenu", "QMenu*"),
+              std::tuple("nmrData", "entryIds", "QList<QUuid>"), std::tuple("nmrData", "activeEntryId", "QUuid"),
+              std::tuple("nmrItem", "id", "QUuid"), std::tuple("molItem", "id", "QUuid"),
+              std::tuple("tableItem", "id", "QUuid")}) {
+            const QMetaObject *meta = hostObjects.value(object);
+            QCOMPARE(meta->property(meta->indexOfProperty(property)).typeName(), type);
+        }
     }
 
     void objectsAreFoundByName()
     {
         QMainWindow *window = nullptr;
-        for (QWidget *widget : QApplication::allWidgets()) {
+        for (QWidget *widget : QApplication::allWidgets())
             if (widget->objectName() == u"mainWindow")
                 window = qobject_cast<QMainWindow *>(widget);
-        }
         QVERIFY(window);
         auto *scene = window->findChild<QGraphicsScene *>(u"mainScene"_s);
         QVERIFY(scene);
@@ -166,8 +129,8 @@ private Q_SLOTS:
         QCOMPARE(m_host->window().getNMRData(), nullptr);
         QCOMPARE(m_host->window().nmrPlot(), nullptr);
         QSignalSpy active(&scene, &MainScene::activeItemChanged);
-        auto *first = qobject_cast<NmrItem *>(scene.createNMRItem(scene.getEmptyRect(), spectrumMap(16, 1), true));
-        auto *second = qobject_cast<NmrItem *>(scene.createNMRItem(scene.getEmptyRect(), spectrumMap(16, 1), true));
+        auto *first = qobject_cast<NmrItem *>(scene.createNMRItem(scene.getEmptyRect(), spectrumMap(1), true));
+        auto *second = qobject_cast<NmrItem *>(scene.createNMRItem(scene.getEmptyRect(), spectrumMap(1), true));
         QCOMPARE(active.size(), 2);
         QCOMPARE(m_host->window().getNMRData(), second->getNMRData());
         scene.removeWithUndo(second);
@@ -185,7 +148,7 @@ private Q_SLOTS:
         for (int i = 0; i < 4; ++i) {
             scene.createMolItem(scene.emptyStructureRect(), {}, false);
             scene.addCustomTableItem(new QObject, false);
-            scene.createNMRItem(scene.getEmptyRect(), spectrumMap(16, i % 2 ? 16 : 1), true);
+            scene.createNMRItem(scene.getEmptyRect(), spectrumMap(1 + i % 2), true);
         }
         const QList<DocumentItem *> items = scene.documentItems();
         QCOMPARE(items.size(), 12);
