@@ -48,41 +48,21 @@ class tst_bonds : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void pairs_data()
-    {
-        QTest::addColumn<QByteArray>("a");
-        QTest::addColumn<QByteArray>("b");
-        QTest::addColumn<double>("distance");
-        QTest::addColumn<bool>("bonded");
-        const auto row = [](const char *name, const char *a, const char *b, double distance, bool bonded) {
-            QTest::newRow(name) << QByteArray(a) << QByteArray(b) << distance << bonded;
-        };
-        // Radii: H 0.31, C 0.76, Na 1.66.
-        row("hydrogens, a little apart", "H", "H", 0.65, true);
-        row("hydrogens, too far", "H", "H", 0.70, false);
-        row("carbons within 1.1 radii", "C", "C", 1.671, true);
-        row("carbons beyond 1.1 radii", "C", "C", 1.673, false);
-        row("different species", "H", "Na", 2.166, true);
-        row("different species, too far", "H", "Na", 2.168, false);
-        row("coincident", "C", "C", 0.0, true);
-        row("no radius", "Ar", "C", 0.5, false);
-        row("no radii", "Xyz", "Xyz", 0.0, false);
-        row("infinitely far", "C", "C", infinity, false);
-        row("nowhere", "C", "C", notANumber, false);
-        row("squares overflow", "C", "C", 1e200, false);
-    }
-
     void pairs()
     {
-        QFETCH(QByteArray, a);
-        QFETCH(QByteArray, b);
-        QFETCH(double, distance);
-        QFETCH(bool, bonded);
-        QList<MagresAtom> atoms = {atomAt(a, 0.0), atomAt(b, 0.0, distance)};
-        atoms[0].bonds = {7}; // what was there before goes
-        Magres::detectBonds(atoms);
-        QCOMPARE(atoms.at(0).bonds, bonded ? QList<qint32>{1} : QList<qint32>{});
-        QCOMPARE(atoms.at(1).bonds, bonded ? QList<qint32>{0} : QList<qint32>{});
+        // Radii: H 0.31, C 0.76, Na 1.66; none for Ar and Xyz.
+        for (const auto &[a, b, distance, bonded] :
+             {std::tuple("H", "H", 0.65, true), std::tuple("H", "H", 0.70, false), std::tuple("C", "C", 1.671, true),
+              std::tuple("C", "C", 1.673, false), std::tuple("H", "Na", 2.166, true),
+              std::tuple("H", "Na", 2.168, false), std::tuple("C", "C", 0.0, true), std::tuple("Ar", "C", 0.5, false),
+              std::tuple("Xyz", "Xyz", 0.0, false), std::tuple("C", "C", infinity, false),
+              std::tuple("C", "C", notANumber, false), std::tuple("C", "C", 1e200, false)}) { // squares overflow
+            QList<MagresAtom> atoms = {atomAt(a, 0.0), atomAt(b, 0.0, distance)};
+            atoms[0].bonds = {7}; // what was there before goes
+            Magres::detectBonds(atoms);
+            QCOMPARE(atoms.at(0).bonds, bonded ? QList<qint32>{1} : QList<qint32>{});
+            QCOMPARE(atoms.at(1).bonds, bonded ? QList<qint32>{0} : QList<qint32>{});
+        }
     }
 
     void limitIsThatOfTheExpression()
