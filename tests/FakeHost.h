@@ -1,16 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
-#include <QAbstractTableModel>
-#include <QGraphicsScene>
-#include <QGraphicsView>
-#include <QGraphicsWidget>
-#include <QMainWindow>
-#include <QMenu>
-#include <QPointer>
-#include <QTableView>
-#include <QUuid>
-#include <QVariantMap>
+#include <QtWidgets>
 
 #include <memory>
 #include <vector>

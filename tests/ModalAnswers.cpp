@@ -3,12 +3,8 @@
 
 #include "WorkbenchUser.h"
 
-#include <QAbstractButton>
-#include <QCoreApplication>
-#include <QGuiApplication>
-#include <QPointer>
-#include <QTest>
-#include <QTimer>
+#include <QtTest>
+#include <QtWidgets>
 
 namespace {
 

@@ -5,14 +5,8 @@
 #include "host/WMainWindow.h"
 #include "items/DocumentItem.h"
 
-#include <QApplication>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QDoubleSpinBox>
-#include <QPushButton>
-#include <QStyleOptionComboBox>
-#include <QTest>
-#include <QWindow>
+#include <QtTest>
+#include <QtWidgets>
 
 namespace {
 

@@ -11,13 +11,8 @@
 #include "items/NmrItem.h"
 #include "items/TableItem.h"
 
-#include <QApplication>
-#include <QDir>
-#include <QScreen>
-#include <QSettings>
-#include <QTableView>
-#include <QTemporaryDir>
-#include <QTest>
+#include <QtTest>
+#include <QtWidgets>
 
 using namespace Qt::StringLiterals;
 

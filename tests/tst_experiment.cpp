@@ -3,8 +3,7 @@
 #include "io/PeakPicking.h"
 #include "io/readers/ExperimentalSpectrum.h"
 
-#include <QTemporaryDir>
-#include <QTest>
+#include <QtTest>
 
 #include <cmath>
 #include <random>

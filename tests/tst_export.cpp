@@ -7,10 +7,6 @@
 #include "items/NmrData.h"
 #include "support/MetaTypes.h"
 
-#include <QBuffer>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;

@@ -15,9 +15,8 @@
 #include "items/TableModel.h"
 #include "support/HostContract.h"
 
-#include <QGraphicsView>
-#include <QUndoStack>
 #include <QtTest>
+#include <QtWidgets>
 
 using namespace Qt::StringLiterals;
 

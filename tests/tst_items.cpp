@@ -13,12 +13,8 @@
 #include "items/TableItem.h"
 #include "items/TableModel.h"
 
-#include <QAbstractItemModelTester>
-#include <QAbstractItemView>
-#include <QGraphicsScene>
-#include <QGraphicsView>
-#include <QSignalSpy>
-#include <QTest>
+#include <QtTest>
+#include <QtWidgets>
 
 #include <cmath>
 #include <functional>

@@ -4,13 +4,8 @@
 #include "support/IPlugin_v1_4.h"
 #include "support/MetaTypes.h"
 
-#include <QApplication>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QPluginLoader>
-#include <QSettings>
-#include <QTemporaryDir>
-#include <QTest>
+#include <QtTest>
+#include <QtWidgets>
 
 using namespace Qt::StringLiterals;
 

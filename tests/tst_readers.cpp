@@ -4,8 +4,6 @@
 #include "io/readers/SpectrumReader.h"
 #include "items/Spectrum.h"
 
-#include <QTemporaryDir>
-#include <QtEndian>
 #include <QtTest>
 
 #include <algorithm>

@@ -6,9 +6,7 @@
 #include "reading/MoleculeDescription.h"
 #include "reading/ParameterTable.h"
 
-#include <QTemporaryDir>
-#include <QTemporaryFile>
-#include <QTest>
+#include <QtTest>
 
 #include <cmath>
 #include <random>

@@ -10,9 +10,7 @@
 #include "synthesis/PeakList.h"
 #include "synthesis/SpectrumRecord.h"
 
-#include <QSettings>
-#include <QTemporaryDir>
-#include <QTest>
+#include <QtTest>
 
 #include <cmath>
 #include <numeric>

@@ -16,17 +16,8 @@
 #include "items/TableItem.h"
 #include "items/TableModel.h"
 
-#include <QApplication>
-#include <QDropEvent>
-#include <QItemSelectionModel>
-#include <QMenuBar>
-#include <QMimeData>
-#include <QSettings>
-#include <QSignalSpy>
-#include <QTableView>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QUndoStack>
+#include <QtTest>
+#include <QtWidgets>
 
 using namespace Qt::StringLiterals;
 

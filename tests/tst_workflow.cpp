@@ -14,13 +14,8 @@
 #include "items/TableModel.h"
 #include "support/MetaTypes.h"
 
-#include <QApplication>
-#include <QRegularExpression>
-#include <QScreen>
-#include <QSettings>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QUndoStack>
+#include <QtTest>
+#include <QtWidgets>
 
 #include <algorithm>
 
