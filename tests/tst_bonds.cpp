@@ -112,22 +112,6 @@ private Q_SLOTS:
                 QCOMPARE(atoms.at(i).bonds, literal.at(i).bonds);
         }
     }
-
-    /// The crystals that other tests and the benchmarks rely on: nine atoms joined by eight bonds, unless the cell cuts
-    /// them.
-    void generatedMoleculesAreSeparate()
-    {
-        QList<MagresAtom> atoms = Crystals::molecular(900).atoms;
-        Magres::detectBonds(atoms);
-        qsizetype ends = 0;
-        for (const MagresAtom &atom : atoms) {
-            const int most = atom.type == "C" ? 4 : atom.type == "O" ? 2 : 1;
-            QVERIFY(atom.bonds.size() <= most);
-            ends += atom.bonds.size();
-        }
-        QVERIFY(ends < 2 * 800); // some are cut
-        QVERIFY(ends > 2 * 500);
-    }
 };
 
 QTEST_GUILESS_MAIN(tst_bonds)

@@ -220,18 +220,6 @@ private Q_SLOTS:
         QCOMPARE(parameters.ref.value(carbon).toDouble(), 169.0);
     }
 
-    void indirectNumbersWinForOneNucleus()
-    {
-        MagresSpecParams parameters = record(1, "1H", "1H");
-        WMagresDialog dialog(m_molecule, parameters, properties);
-        find(dialog, "fSpCSRefF2")->setValue(30.0);
-        find(dialog, "fSpCSRefF1")->setValue(31.0);
-        dialog.copyToRecord();
-        QCOMPARE(parameters.ref, (QVariantMap{{u"1H"_s, 31.0}}));
-        QCOMPARE(parameters.lw, (QVariantMap{{u"1H"_s, 1.0}}));
-        QCOMPARE(parameters.RangeF2[0], -0.15); // still that of its own reference
-    }
-
     void kindOfSpectrum()
     {
         MagresSpecParams parameters = record(0);

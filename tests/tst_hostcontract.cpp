@@ -110,18 +110,6 @@ private Q_SLOTS:
         QCOMPARE(tables.quadrupolarIsotopes(u"H"_s), QStringList{u"2H"_s});
     }
 
-    void customData()
-    {
-        const QUuid id = QUuid::createUuid();
-        const QVariantMap map{{u"ID"_s, id}, {u"x"_s, 1}};
-        auto *engine = qobject_cast<DataEngine *>(m_host->window().dataEngine());
-        m_host->scene().setCustomData(map, nullptr);
-        QCOMPARE(engine->getDataMap(id), map);
-        QVERIFY(engine->getDataMap(QUuid::createUuid()).isEmpty());
-        m_host->scene().delCustomData(id, nullptr);
-        QVERIFY(engine->getDataMap(id).isEmpty());
-    }
-
     void currentNmrItemFollowsTheDocument()
     {
         MainScene &scene = m_host->scene();

@@ -187,16 +187,6 @@ private Q_SLOTS:
         row("the start atom is left behind", breaking({1.25, 1.75, 2.25}));
         row("the start atom gains enough", breaking({-0.5, -1.0, -1.5}));
         row("both gain", breaking({-0.5, -1.0, -1.5, 1.25, 1.75}));
-
-        // Moving by a lattice vector of this size rounds positions to multiples of 2^-3 and worse: bonds break and
-        // form.
-        for (double shift : {0x1p49, 0x1p50, 0x1p52, 0x1p60}) {
-            Crystal coarse = Crystals::molecular(40, 6);
-            coarse.lattice = cubic(shift);
-            for (qsizetype i = 0; i < coarse.atoms.size(); i += 2)
-                coarse.atoms[i].pos[0] += shift;
-            row(qPrintable(u"cell edge %1"_s.arg(shift)), coarse);
-        }
     }
 
     void equalsLiteral()

@@ -116,7 +116,6 @@ private Q_SLOTS:
         m_host->plugins().load(QStringLiteral(PLUGIN_FILE));
         for (const PluginManager::Failure &failure : m_host->plugins().failures())
             QFAIL(qPrintable(failure.reason));
-        m_dialogs = std::make_unique<ModalAnswers>();
         window().show();
         QVERIFY(QTest::qWaitForWindowExposed(&window()));
     }
@@ -133,23 +132,19 @@ private Q_SLOTS:
 
     void cleanup()
     {
-        const QStringList missing = m_dialogs->missing();
-        m_dialogs->forget();
+        const QStringList missing = m_dialogs.missing();
+        m_dialogs.forget();
         QCOMPARE(missing, QStringList());
         QVERIFY(!QGuiApplication::overrideCursor());
         QVERIFY(!QApplication::activePopupWidget());
     }
 
-    void cleanupTestCase()
-    {
-        m_dialogs.reset();
-        m_host.reset();
-    }
+    void cleanupTestCase() { m_host.reset(); }
 
     void spectrumOfOneDimension()
     {
         TableItem *table = open(paracetamol);
-        m_dialogs->expect(parametersTitle, [](QDialog *dialog) {
+        m_dialogs.expect(parametersTitle, [](QDialog *dialog) {
             const Inputs offered{{"fCbDims", u"1D Spectrum"_s}, {"fSpSfrq", 600.0},     {"fCbNucF2", u"13C"_s},
                                  {"fSpCSRefF2", 100.0},         {"fSpCSSlopeF2", -1.0}, {"fSpLwF2", 30.0},
                                  {"fCbPtsF2", u"8192"_s}};
@@ -158,7 +153,6 @@ private Q_SLOTS:
             QTest::keyClick(dialog, Qt::Key_Return);
         });
         choose(window(), table, {createCommand});
-        QVERIFY(spectrum());
         QCOMPARE(spectra()->entryIds().size(), 1);
         QCOMPARE(stored().value(u"lw"_s).toMap().value(u"13C"_s), 45.5);
         QVERIFY(!stored().contains(u"RangeF1"_s));
@@ -175,30 +169,18 @@ private Q_SLOTS:
         QVERIFY(agree(positions(peaks(), 0), expected));
     }
 
-    void spectrumOfTwoDimensions()
-    {
-        makeSpectrum(protonCarbonSpectrum);
-        const QVariantHash parameters = stored();
-        QCOMPARE(parameters.value(u"specType"_s), 1);
-        QCOMPARE(parameters.value(u"ref"_s), (QVariantMap{{u"1H"_s, 30.5}, {u"13C"_s, 172.5}}));
-        QVERIFY(parameters.contains(u"RangeF1"_s));
-        QCOMPARE(entries().first().value(u"Length"_s).value<QList<int>>(), (QList<int>{512, 128, 1, 1, 1, 1, 1, 1}));
-        QCOMPARE(dataPoints().size(), size_t(512 * 128));
-        QCOMPARE(peaks().size(), 36); // the strongest coupling of each proton
-    }
-
     void editingTwice()
     {
         makeSpectrum(carbonSpectrum);
         const QUuid entry = spectra()->activeEntryId();
         const QList<double> expected = positions(peaks(), 0, -2.0);
         // The new spectrum comes while the user is shown that it takes time.
-        Qt::CursorShape atChange = Qt::ArrowCursor;
-        connect(spectra(), &NmrData::entryChanged, this, [&atChange] {
-            atChange = QGuiApplication::overrideCursor() ? QGuiApplication::overrideCursor()->shape() : Qt::ArrowCursor;
+        bool waits = false;
+        connect(spectra(), &NmrData::entryChanged, this, [&] {
+            waits = QGuiApplication::overrideCursor() && QGuiApplication::overrideCursor()->shape() == Qt::WaitCursor;
         });
         const auto edit = [this](const Inputs &offered, const Inputs &change) {
-            m_dialogs->expect(parametersTitle, [offered, change](QDialog *dialog) {
+            m_dialogs.expect(parametersTitle, [offered, change](QDialog *dialog) {
                 QCOMPARE(shown(dialog, offered), offered);
                 fill(dialog, change);
                 press(dialog, QDialogButtonBox::Ok);
@@ -206,7 +188,7 @@ private Q_SLOTS:
             choose(window(), spectrum(), editCommand);
         };
         edit({{"fCbNucF2", u"13C"_s}, {"fSpCSRefF2", 172.4}}, {{"fSpCSRefF2", 170.4}, {"fSpLwF2", 50.0}});
-        QCOMPARE(atChange, Qt::WaitCursor);
+        QVERIFY(waits);
         QVERIFY(agree(positions(peaks(), 0), expected));
 
         // A range that the user sets stays the user's, and with nothing changed the same data come again.
@@ -224,14 +206,11 @@ private Q_SLOTS:
     {
         TableItem *table = open(paracetamol);
         const auto cancel = [this](const QString &message, DocumentItem *item, const QStringList &command) {
-            m_dialogs->expect(parametersTitle, [item](QDialog *dialog) {
+            m_dialogs.expect(parametersTitle, [](QDialog *dialog) {
                 fill(dialog, {{"fSpCSRefF2", 1.5}, {"fCbPtsF2", u"128"_s}});
-                if (qobject_cast<TableItem *>(item))
-                    QTest::keyClick(dialog, Qt::Key_Escape);
-                else
-                    press(dialog, QDialogButtonBox::Cancel);
+                QTest::keyClick(dialog, Qt::Key_Escape);
             });
-            m_dialogs->expectBox(QMessageBox::Critical, u"Interrupted"_s, message + u"Canceled"_s);
+            m_dialogs.expectBox(QMessageBox::Critical, u"Interrupted"_s, message + u"Canceled"_s);
             choose(window(), item, command);
         };
         cancel(generationFailure, table, {createCommand});
@@ -250,7 +229,7 @@ private Q_SLOTS:
         const QString oxygen = cell(table, 2, u"Cq, MHz"_s);
         const auto setIsotope = [&](const QString &offered, const QString &chosen,
                                     QDialogButtonBox::StandardButton button) {
-            m_dialogs->expect(isotopeTitle, [=](QDialog *dialog) {
+            m_dialogs.expect(isotopeTitle, [=](QDialog *dialog) {
                 fill(dialog, {{"fCbEl", u"Cu"_s}});
                 const Inputs isotope{{"fCbIso", offered}};
                 QCOMPARE(shown(dialog, isotope), isotope);
@@ -319,6 +298,8 @@ private Q_SLOTS:
             spectra()->insertSpectrum(entry, simulated);
             spectra()->setActiveEntryId(entry);
         }
+        if (inputs != carbonSpectrum)
+            QCOMPARE(entries().first().value(u"Length"_s).value<QList<int>>().first(2), (QList<int>{512, 128}));
         const QVariantHash parametersBefore = stored();
         const QList<double> expected = positions(peaks(), 0, offsets[0]);
 
@@ -373,7 +354,7 @@ private Q_SLOTS:
             const qsizetype items = scene().documentItems().size();
             if (message.endsWith(noFrequency))
                 expectParameters({{"fSpSfrq", 0.0}});
-            m_dialogs->expectBox(QMessageBox::Critical, u"Interrupted"_s, message);
+            m_dialogs.expectBox(QMessageBox::Critical, u"Interrupted"_s, message);
             choose(window(), item, command);
             QCOMPARE(entries(), before);
             QCOMPARE(scene().documentItems().size(), items);
@@ -422,7 +403,7 @@ private Q_SLOTS:
         const auto choosing = [&](DocumentItem *item, const QStringList &command, const QString &failure) {
             expectParameters({});
             if (!hasFrequency) {
-                m_dialogs->expectBox(QMessageBox::Critical, u"Interrupted"_s, failure + noFrequency);
+                m_dialogs.expectBox(QMessageBox::Critical, u"Interrupted"_s, failure + noFrequency);
                 choose(window(), item, command);
                 expectParameters({{"fSpSfrq", 500.0}});
             }
@@ -432,7 +413,7 @@ private Q_SLOTS:
             window().grab();
         };
         TableItem *table = open(paracetamol);
-        m_dialogs->expect(isotopeTitle, [](QDialog *dialog) {
+        m_dialogs.expect(isotopeTitle, [](QDialog *dialog) {
             fill(dialog, {{"fCbEl", u"N"_s}, {"fCbIso", u"14N"_s}});
             press(dialog, QDialogButtonBox::Ok);
         });
@@ -448,7 +429,7 @@ private Q_SLOTS:
         TableItem *table = open(paracetamol);
         for (const QVariant &position : {QVariant(QPoint(-30000, 50)), QVariant(u"somewhere"_s)}) {
             QSettings().setValue(u"magresPlugin/dialogPos"_s, position);
-            m_dialogs->expect(parametersTitle, [](QDialog *dialog) {
+            m_dialogs.expect(parametersTitle, [](QDialog *dialog) {
                 const bool onScreen = QGuiApplication::screenAt(dialog->frameGeometry().center());
                 press(dialog, QDialogButtonBox::Ok);
                 QVERIFY(onScreen);
@@ -485,7 +466,7 @@ private Q_SLOTS:
         const QUuid data = dataId();
         const bool isIsotope = command == "setQuadIsotope";
 
-        m_dialogs->expect(isIsotope ? isotopeTitle : parametersTitle, [&](QDialog *dialog) {
+        m_dialogs.expect(isIsotope ? isotopeTitle : parametersTitle, [&](QDialog *dialog) {
             if (isIsotope)
                 fill(dialog, {{"fCbEl", u"Cu"_s}, {"fCbIso", u"65Cu"_s}});
             if (deleted == u"data")
@@ -497,7 +478,7 @@ private Q_SLOTS:
             press(dialog, QDialogButtonBox::Ok);
         });
         if (!message.isEmpty())
-            m_dialogs->expectBox(QMessageBox::Critical, u"Interrupted"_s, message);
+            m_dialogs.expectBox(QMessageBox::Critical, u"Interrupted"_s, message);
         // By name, as hosts may call it: a menu would go together with its item.
         QObject *plugin = m_host->plugins().plugins().first().object.data();
         QVERIFY(QMetaObject::invokeMethod(command == "updateSpectrum" ? plugin : table->table(), command.constData()));
@@ -567,7 +548,7 @@ private:
     /// The parameters dialog opens next; it is filled in and accepted.
     void expectParameters(const Inputs &inputs)
     {
-        m_dialogs->expect(parametersTitle, [inputs](QDialog *dialog) {
+        m_dialogs.expect(parametersTitle, [inputs](QDialog *dialog) {
             fill(dialog, inputs);
             press(dialog, QDialogButtonBox::Ok);
         });
@@ -584,7 +565,7 @@ private:
     /// Runs a command that tells the user something.
     void chooseAndRead(const QStringList &command, QMessageBox::Icon icon, const QString &title, const QString &text)
     {
-        m_dialogs->expect(title, [icon, text](QDialog *dialog) {
+        m_dialogs.expect(title, [icon, text](QDialog *dialog) {
             auto *box = qobject_cast<QMessageBox *>(dialog);
             QVERIFY(box);
             QCOMPARE(withoutResidues(box->text()), text);
@@ -596,7 +577,7 @@ private:
 
     QTemporaryDir m_directory;
     std::unique_ptr<HostApplication> m_host;
-    std::unique_ptr<ModalAnswers> m_dialogs;
+    ModalAnswers m_dialogs;
 };
 
 QTEST_MAIN(tst_Workflow)
