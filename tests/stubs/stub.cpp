@@ -1,17 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#pragma once
-
 #include "support/IPlugin_v1_4.h"
 
-#include <QApplication>
-#include <QFile>
-#include <QGraphicsScene>
-#include <QGraphicsWidget>
-#include <QJsonArray>
-#include <QJsonObject>
-#include <QMenu>
-#include <QRectF>
-#include <QVariantMap>
+#include <QtWidgets>
 
 #include <stdexcept>
 
@@ -77,3 +67,27 @@ private:
 
     QJsonObject m_metaData;
 };
+
+/// Built several times, with the faults that its definitions name.
+class Stub : public StubPlugin {
+    Q_OBJECT
+#if defined(EMPTYSTUB)
+    Q_PLUGIN_METADATA(IID "org.toran.IPlugin/1.0")
+#elif defined(FOREIGNSTUB)
+    Q_PLUGIN_METADATA(IID "org.example.Something/1.0" FILE "good.json")
+#elif defined(OTHERQTSTUB)
+    Q_PLUGIN_METADATA(IID "org.toran.IPlugin/1.0" FILE "otherqt.json")
+#else
+    Q_PLUGIN_METADATA(IID "org.toran.IPlugin/1.0" FILE "good.json")
+#endif
+
+#ifdef THROWINGSTUB
+public:
+    Stub()
+    {
+        throw std::runtime_error("the constructor of the stub fails");
+    }
+#endif
+};
+
+#include "stub.moc"
