@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "Failure.h"
 #include "cli/CliErrors.h"
 #include "cli/OptionValues.h"
 #include "cli/SimulateOptions.h"
@@ -220,12 +221,8 @@ private Q_SLOTS:
               std::tuple("12.3abc\n", 1, "line 1"), std::tuple("nan\n", 1, "line 1"),
               std::tuple("1,inf\n", 1, "line 1"), std::tuple("1,5,2\n", 1, "found 3 fields"),
               std::tuple("1\n", 2, "position,position_f1"), std::tuple("\1\2", 1, "line 1")}) {
-            QByteArray found;
-            try {
-                PeakListFile::parse(text, u"exp.csv"_s, dimensions);
-            } catch (const std::exception &error) {
-                found = error.what();
-            }
+            const QByteArray found = failure(
+                [&, text = text, dimensions = dimensions] { PeakListFile::parse(text, u"exp.csv"_s, dimensions); });
             QVERIFY2(found.contains(message) && found.contains("exp.csv"), found);
         }
     }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "Failure.h"
 #include "io/ExperimentFile.h"
 #include "io/PeakPicking.h"
 #include "io/readers/ExperimentalSpectrum.h"
@@ -213,12 +214,7 @@ private Q_SLOTS:
               std::tuple(samples + u"/paracetamol-1H.csv"_s, spectrumOf(u"1H"_s, 2), "line "),
               std::tuple(samples, Spectrum(), "no spectrum to put"),
               std::tuple(u"/nowhere.csv"_s, spectrumOf(u"1H"_s), "/nowhere.csv")}) {
-            QByteArray text;
-            try {
-                ExperimentFile::read(path, shown);
-            } catch (const std::exception &error) {
-                text = error.what();
-            }
+            const QByteArray text = failure([&, path = path, shown = shown] { ExperimentFile::read(path, shown); });
             QVERIFY2(text.contains(message), text);
         }
     }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "io/readers/ExperimentalSpectrum.h"
 #include "items/AtomSelection.h"
 #include "items/ContourLines.h"
 #include "items/Contours.h"
@@ -72,16 +73,12 @@ QVariantMap peak(const QString &label, double f2, double f1 = 0)
 /// 1H at 600 MHz over 10..0 ppm; 2D with the same in F1. `points` holds n2 * n1 values.
 QVariantMap entryMap(int n2, int n1, const DoubleVector &points, const QVariantList &peaks = {})
 {
-    const QVariantMap nucleus{{u"Name"_s, u"H"_s}, {u"Isotope"_s, 1}};
-    const auto both = [n1](double value) { return QVariant::fromValue(DoubleVector{value, n1 > 1 ? value : 0}); };
-    return {{u"Length"_s, QVariant::fromValue(QList<int>{n2, n1, 1, 1, 1, 1, 1, 1})},
-            {u"DataPoints"_s, QVariant::fromValue(QList<DoubleVector>{points, DoubleVector(points.size(), 0.0)})},
-            {u"SpecInfo"_s,
-             QVariantMap{{u"SpectrometerFrequencies"_s, both(600)},
-                         {u"SW"_s, both(6000)},
-                         {u"SpectrumRef"_s, both(3000)},
-                         {u"Nucleides"_s, QVariantList{nucleus, nucleus}}}},
-            {u"Peaks"_s, QVariantMap{{u"PeakList"_s, peaks}}}};
+    ExperimentalSpectrum spectrum{{}, {{u"1H"_s, 600, 0, 10, -10.0 / n2, n2}}, points};
+    if (n1 > 1)
+        spectrum.dimensions.push_back({u"1H"_s, 600, 0, 10, -10.0 / n1, n1});
+    QVariantMap map = toEntryMap(spectrum);
+    map.insert(u"Peaks"_s, QVariantMap{{u"PeakList"_s, peaks}});
+    return map;
 }
 
 /// A Gaussian of height 1 there; the distance at which it has fallen to 1/e is that many points.

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "Failure.h"
 #include "host/FileFilterRegistry.h"
 #include "host/HostApplication.h"
 #include "host/MainScene.h"
@@ -59,12 +60,7 @@ private Q_SLOTS:
             QTemporaryFile file;
             QVERIFY(file.open() && file.write(content) >= 0 && file.flush());
             const qsizetype before = m_host->scene().documentItems().size();
-            QByteArray shown;
-            try {
-                m_host->window().readFile(file.fileName());
-            } catch (const std::exception &error) {
-                shown = error.what();
-            }
+            const QByteArray shown = failure([&] { m_host->window().readFile(file.fileName()); });
             QVERIFY2(shown.contains(message) && shown.isEmpty() == (items == 1), shown);
             QCOMPARE(m_host->scene().documentItems().size() - before, items);
         }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "Failure.h"
 #include "io/readers/BrukerReader.h"
 #include "io/readers/JcampReader.h"
 #include "io/readers/SpectrumReader.h"
@@ -105,18 +106,6 @@ Files bruker2D()
             {u"pdata/1/procs"_s, processing(6, 4, "4.5", "1H", "##$BYTORDP= 1\n##$NC_proc= 3\n")},
             {u"pdata/1/proc2s"_s, processing(5, 2, "30", "13C", "")},
             {u"pdata/1/2rr"_s, tiledMatrix()}};
-}
-
-/// The message with which the call fails; empty when it does not.
-template <typename Call>
-QString failure(const Call &call)
-{
-    try {
-        call();
-    } catch (const std::runtime_error &error) {
-        return QString::fromUtf8(error.what());
-    }
-    return {};
 }
 
 /// What holds for every spectrum that a reader lets through.
@@ -334,7 +323,7 @@ private Q_SLOTS:
         QFETCH(QString, message);
         QTemporaryDir folder;
         writeFiles(folder.path(), files);
-        const QString found = failure([&] { openExperimentalSpectrum(folder.filePath(path)); });
+        const QString found = QString::fromUtf8(failure([&] { openExperimentalSpectrum(folder.filePath(path)); }));
         QVERIFY2(found.contains(message), qPrintable(found));
         QVERIFY2(found.startsWith(folder.path()), qPrintable(found));
     }
@@ -366,7 +355,7 @@ private Q_SLOTS:
             Files files = inputs[round % inputs.size()];
             damage(*std::next(files.begin(), random() % files.size()));
             writeFiles(folder.path(), files);
-            const QString message = failure([&] {
+            const QByteArray message = failure([&] {
                 const QString path = folder.filePath(files.size() == 1 ? u"s"_s : QString());
                 QVERIFY(isSound(openExperimentalSpectrum(path)));
                 ++read;

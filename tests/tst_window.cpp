@@ -14,7 +14,6 @@
 #include "items/NmrPlot.h"
 #include "items/StackedTraces.h"
 #include "items/TableItem.h"
-#include "items/TableModel.h"
 
 #include <QtTest>
 #include <QtWidgets>
@@ -253,17 +252,6 @@ private Q_SLOTS:
         QVERIFY(trigger(spectrum, u"RMSD"_s, u"RMSD"_s).startsWith(u"RMSD: "));
         spectrum->nmrData()->insertSpectrum(id, {});
         QVERIFY(trigger(spectrum, u"RMSD"_s, u"Error"_s).contains(u"and the experimental spectrum has 0"));
-    }
-
-    void deletedItemsComeBack()
-    {
-        TableItem *item = table();
-        scene().setActiveItem(item);
-        shortcut(Qt::Key_Delete);
-        QVERIFY(!scene().currentTableItem());
-        scene().undoStack()->undo();
-        QCOMPARE(scene().currentTableItem(), item);
-        QCOMPARE(scene().activeItem(), item);
     }
 
 private:
