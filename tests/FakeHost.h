@@ -60,7 +60,6 @@ public:
     QMap<QUuid, QVariantMap> entries;
     QMap<QUuid, QVariantMap> data;
     QObject *filter = nullptr;
-    int insertions = 0;
     int resets = 0;
 
     Q_INVOKABLE QVariantMap getDataMap(QUuid id) { return data.value(id); }
@@ -71,11 +70,7 @@ public:
     Q_INVOKABLE double quadrupoleMoment(QString nucleus) { return nucleus == "17O"_L1 ? -2.558 : 0.286; }
     Q_INVOKABLE double naturalAbundance(QString) { return 1.0; }
     Q_INVOKABLE void addPluginFilter(QObject *object) { filter = object; }
-    Q_INVOKABLE void insertSpectrum(QUuid id, QVariantMap map)
-    {
-        entries[id] = map;
-        ++insertions;
-    }
+    Q_INVOKABLE void insertSpectrum(QUuid id, QVariantMap map) { entries[id] = map; }
     Q_INVOKABLE QVariantHash entryOrigParams(QUuid id, QString format)
     {
         QVariantMap map = entries.value(id);

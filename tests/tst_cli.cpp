@@ -96,18 +96,14 @@ private Q_SLOTS:
         row(2, "table", "FILE");
         row(2, "table a b", "\"b\"");
         row(2, "table a --format xml", "--format");
-        row(2, "table a --isotope O", "--isotope");
         row(2, "table a --isotope O=16O", "--isotope");
         row(2, "table a --isotope C=13C", "it has none");
         row(2, "simulate a", "--nucleus");
-        row(2, "simulate a --nucleus", "nucleus");
         row(2, "simulate a --nucleus 13C --nonsense", "nonsense");
         row(2, "simulate a --nucleus 12C", "13C");
         row(2, "simulate a --nucleus 13C --nucleus 1H", "--nucleus");
         row(2, "simulate a --nucleus 13C --points 1000", "67108864");
         row(2, "simulate a --nucleus 13C --linewidth 0", "--linewidth");
-        row(2, "simulate a --nucleus 13C --frequency -1", "--frequency");
-        row(2, "simulate a --nucleus 13C --average all", "--average");
         row(2, "simulate a --nucleus 13C --dims 3", "--dims");
         row(2, "simulate a --nucleus 13C --correlation rss", "--correlation");
         row(2, "simulate a --nucleus 13C --dims 1 --nucleus-f1 1H", "--nucleus-f1");

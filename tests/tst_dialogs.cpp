@@ -147,18 +147,13 @@ private Q_SLOTS:
 
     void rangeInData()
     {
-        for (const auto &[shieldings, text, from, to] :
-             {std::tuple(QList<double>{50, 50.004}, "50.0 / 50.0", 38.0, 62.2),
-              std::tuple(QList<double>{-10, notANumber, 90}, "10.0 / 110.0", 0.0, 121.0),
-              std::tuple(QList<double>(), "0.0 / 0.0", -12.0, 12.2)}) {
-            MagresData data;
-            addAtoms(data, "C", shieldings);
-            MagresSpecParams parameters = record(0, "13C");
-            WMagresDialog dialog(data, parameters, properties);
-            QCOMPARE(hintF2(dialog), u"Range in data: %1 ppm"_s.arg(QLatin1String(text)));
-            QCOMPARE(find(dialog, "fSpFromF2")->value(), from);
-            QCOMPARE(find(dialog, "fSpToF2")->value(), to);
-        }
+        MagresData data;
+        addAtoms(data, "C", {-10, notANumber, 90});
+        MagresSpecParams parameters = record(0, "13C");
+        WMagresDialog dialog(data, parameters, properties);
+        QCOMPARE(hintF2(dialog), u"Range in data: 10.0 / 110.0 ppm"_s);
+        QCOMPARE(find(dialog, "fSpFromF2")->value(), 0.0);
+        QCOMPARE(find(dialog, "fSpToF2")->value(), 121.0);
     }
 
     // Spin boxes report their value when Enter is pressed, changed or not.

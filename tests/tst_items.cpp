@@ -230,17 +230,6 @@ private Q_SLOTS:
 
     // --- NMR data
 
-    void entriesShareTheirData()
-    {
-        NmrData data;
-        const QVariantMap map = entryMap(16, 1, DoubleVector(16, 0.0));
-        const QUuid id = data.addEntry(entryMap(8, 1, DoubleVector(8, 0.0)), {});
-        data.insertSpectrum(id, map);
-        const QVariant held = map.value(u"DataPoints"_s);
-        const auto *points = static_cast<const QList<DoubleVector> *>(held.constData());
-        QCOMPARE(data.spectrum(id).real().data(), points->first().data());
-    }
-
     void damagedEntriesShowANote()
     {
         for (const auto &[key, value] : std::initializer_list<std::pair<QString, QVariant>>{

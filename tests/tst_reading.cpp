@@ -149,7 +149,6 @@ private Q_SLOTS:
         row("magres", "unitsfoo ppm", "Units record in line %1 cannot be parsed");
         row("atoms", "units atom nm", "Only Angstroms are supported as atom units but %1 is found");
         row("magres", "units ms Hz", "Only ppm are supported for shielding but %1 is found");
-        row("atoms", "units ms kHz", "Only ppm are supported for shielding but %1 is found");
         row("atoms", "lattice 1 0 0 0 1 0 0 0", "Lattice record in line %1 cannot be parsed");
         row("atoms", "lattice 1 0 0 0 1 0 0 0 x", "Lattice coordinate #1 in line 9 cannot be parsed");
         row("atoms", "atom H H 1 0.0 0.0", "Atom record in line %1 cannot be parsed");

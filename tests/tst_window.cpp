@@ -245,11 +245,6 @@ private Q_SLOTS:
         const QUuid id = spectrum->nmrData()->addEntry({{u"Peaks"_s, QVariantMap{{u"PeakList"_s, peaks}}}}, {});
         QVERIFY(spectrum->plot()->content());
         QCOMPARE(trigger(spectrum, u"RMSD"_s, u"RMSD"_s), u"RMSD: 1 ppm"_s);
-        for (QVariant &peak : peaks)
-            peak = QVariantMap{{u"Pos"_s, u"x"_s}};
-        spectrum->nmrData()->insertSpectrum(id, {{u"Peaks"_s, QVariantMap{{u"PeakList"_s, peaks}}}});
-        window().grab();
-        QVERIFY(trigger(spectrum, u"RMSD"_s, u"RMSD"_s).startsWith(u"RMSD: "));
         spectrum->nmrData()->insertSpectrum(id, {});
         QVERIFY(trigger(spectrum, u"RMSD"_s, u"Error"_s).contains(u"and the experimental spectrum has 0"));
     }
