@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "io/DocumentFile.h"
 
+#include "io/OutputFiles.h"
 #include "io/VariantStream.h"
 #include "support/MetaTypes.h"
 
@@ -8,7 +9,6 @@
 #include <QDataStream>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QtEndian>
 
 namespace {
@@ -135,24 +135,6 @@ qint64 estimatedLength(const Document &document)
     return length;
 }
 
-void writeContents(QSaveFile &file, const Document &document, const DocumentProgress &progress)
-{
-    file.seek(headerSize);
-    Checksum checksum;
-    DocumentDevice device(file, QIODevice::WriteOnly, estimatedLength(document), checksum, progress);
-    QDataStream stream(&device);
-    setUp(stream);
-    VariantStream::write(stream, document.toMap());
-    const bool written = device.finish();
-    if (device.isCancelled())
-        throw DocumentFile::Cancelled("canceled");
-    const QByteArray header = toBytes({DocumentFile::version, quint64(file.pos() - headerSize)});
-    checksum.add(header.constData(), header.size());
-    if (!written || file.write(checksum.result()) != Checksum::size || !file.seek(0)
-        || file.write(header) != header.size() || !file.commit())
-        throw std::runtime_error(Texts::tr("the file cannot be written: %1").arg(file.errorString()).toStdString());
-}
-
 } // namespace
 
 bool DocumentFile::isDocument(const QString &fileName)
@@ -175,14 +157,29 @@ Document DocumentFile::read(const QString &fileName, const DocumentProgress &pro
     });
 }
 
+void DocumentFile::write(QIODevice &file, const Document &document, const DocumentProgress &progress)
+{
+    // The length is known at the end.
+    file.seek(headerSize);
+    Checksum checksum;
+    DocumentDevice device(file, QIODevice::WriteOnly, estimatedLength(document), checksum, progress);
+    QDataStream stream(&device);
+    setUp(stream);
+    VariantStream::write(stream, document.toMap());
+    const bool written = device.finish();
+    if (device.isCancelled())
+        throw Cancelled("canceled");
+    const QByteArray header = toBytes({version, quint64(file.pos() - headerSize)});
+    checksum.add(header.constData(), header.size());
+    if (!written || file.write(checksum.result()) != Checksum::size || !file.seek(0)
+        || file.write(header) != header.size())
+        throw std::runtime_error(Texts::tr("the file cannot be written: %1").arg(file.errorString()).toStdString());
+}
+
 void DocumentFile::write(const QString &fileName, const Document &document, const DocumentProgress &progress)
 {
-    withFileName(fileName, [&] {
-        if (QFileInfo(fileName).isDir())
-            throw std::runtime_error(Texts::tr("this is a directory").toStdString());
-        QSaveFile file(fileName);
-        if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
-            throw std::runtime_error(Texts::tr("the file cannot be written: %1").arg(file.errorString()).toStdString());
-        writeContents(file, document, progress);
-    });
+    OutputFiles output;
+    QIODevice &file = output.open(fileName);
+    withFileName(fileName, [&] { write(file, document, progress); });
+    output.commit();
 }

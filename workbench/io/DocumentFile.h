@@ -34,4 +34,7 @@ Document read(const QString &fileName, const DocumentProgress &progress = {});
 /// one is there in full. Errors as above.
 void write(const QString &fileName, const Document &document, const DocumentProgress &progress = {});
 
+/// Into a file that somebody else opens and commits; it must be empty and able to seek. Errors do not name it.
+void write(QIODevice &file, const Document &document, const DocumentProgress &progress = {});
+
 } // namespace DocumentFile
