@@ -269,6 +269,11 @@ private Q_SLOTS:
 
         QVERIFY(window.document()->saveTo(m_path) && !window.isWindowModified());
         const QByteArray bytes = bytesOf(m_path);
+        ask(u"Edit Spectrum..."_s, u"MAGRES parameters"_s);
+        const QList<DoubleVector> updated = points();
+        QVERIFY(window.isWindowModified());
+        host.scene().undoStack()->undo();
+        QVERIFY(!window.isWindowModified() && points() == before);
         window.document()->newDocument();
         QVERIFY(host.scene().documentItems().isEmpty() && window.documentData()->ids().isEmpty());
         window.openFiles({m_path});
@@ -280,7 +285,7 @@ private Q_SLOTS:
 
         QCOMPARE(ask(u"RMSD"_s, u"RMSD"_s), rmsd);
         ask(u"Edit Spectrum..."_s, u"MAGRES parameters"_s);
-        QVERIFY(points() == before && window.isWindowModified());
+        QVERIFY(points() == updated && window.isWindowModified());
         ask(u"Auto reference"_s, u"New reference"_s);
         QVERIFY(answers.missing().isEmpty());
 

@@ -11,6 +11,11 @@
 #include <QFileInfo>
 #include <QtEndian>
 
+#ifdef Q_OS_UNIX
+#include <cerrno>
+#include <unistd.h>
+#endif
+
 namespace {
 
 struct Texts {
@@ -119,6 +124,20 @@ QVariant readTree(QFile &file, const DocumentProgress &progress)
     return tree;
 }
 
+/// The file's name must not come before its contents should the machine lose power; QSaveFile leaves that to its user.
+bool putOnDisk(QIODevice &device)
+{
+    auto *file = qobject_cast<QFileDevice *>(&device);
+    if (!file)
+        return true;
+#ifdef Q_OS_UNIX
+    // Not every file system can; then it says that the call makes no sense.
+    return file->flush() && (::fsync(file->handle()) == 0 || errno == EINVAL);
+#else
+    return file->flush();
+#endif
+}
+
 /// Bytes of the points, which are nearly all of a large document.
 qint64 estimatedLength(const Document &document)
 {
@@ -172,7 +191,7 @@ void DocumentFile::write(QIODevice &file, const Document &document, const Docume
     const QByteArray header = toBytes({version, quint64(file.pos() - headerSize)});
     checksum.add(header.constData(), header.size());
     if (!written || file.write(checksum.result()) != Checksum::size || !file.seek(0)
-        || file.write(header) != header.size())
+        || file.write(header) != header.size() || !putOnDisk(file))
         throw std::runtime_error(Texts::tr("the file cannot be written: %1").arg(file.errorString()).toStdString());
 }
 
