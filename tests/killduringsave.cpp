@@ -126,8 +126,9 @@ int main(int argc, char **argv)
         }
     }
     const auto leftOver = QDir(directory.path()).entryList(QDir::Files).size() - 1;
-    std::printf("%d kills, %d of them during a save (%.1f ms each); of these the earlier document was found %d times, the "
-                "new one %d times; documents lost: %d; temporary files left: %d\n",
-                count, during, duration / 1000, kept, during - kept, lost, int(leftOver));
+    std::printf(
+        "%d kills, %d of them during a save (%.1f ms each); of these the earlier document was found %d times, the "
+        "new one %d times; documents lost: %d; temporary files left: %d\n",
+        count, during, duration / 1000, kept, during - kept, lost, int(leftOver));
     return lost == 0 && during > 0 ? 0 : 1;
 }

@@ -11,6 +11,7 @@
 
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGraphicsView>
 #include <QGuiApplication>
 #include <QMainWindow>
 #include <QMessageBox>
@@ -66,6 +67,15 @@ void DocumentController::touch()
     updateTitle();
 }
 
+QStringList DocumentController::replace(const Document &document, const QString &fileName)
+{
+    const QStringList notes = DocumentState::restore(document, *m_scene, *m_data, m_plugins);
+    for (QGraphicsView *view : m_scene->views())
+        view->ensureVisible(QRectF(0, 0, 1, 1), 0, 0);
+    setFile(fileName);
+    return notes;
+}
+
 void DocumentController::setFile(const QString &fileName)
 {
     m_fileName = fileName;
@@ -109,9 +119,7 @@ bool DocumentController::open(const QString &fileName)
     QStringList notes;
     {
         const auto cursor = waitCursor();
-        const Document document = DocumentFile::read(fileName);
-        notes = DocumentState::restore(document, *m_scene, *m_data, m_plugins);
-        setFile(QFileInfo(fileName).absoluteFilePath());
+        notes = replace(DocumentFile::read(fileName), QFileInfo(fileName).absoluteFilePath());
     }
     if (!notes.isEmpty())
         QMessageBox::warning(m_window, tr("A plug-in is missing"), elided(notes.join(QLatin1String("\n\n"))));
@@ -120,10 +128,8 @@ bool DocumentController::open(const QString &fileName)
 
 void DocumentController::newDocument()
 {
-    if (!mayReplace())
-        return;
-    DocumentState::restore({}, *m_scene, *m_data, m_plugins);
-    setFile({});
+    if (mayReplace())
+        replace({}, {});
 }
 
 bool DocumentController::save()

@@ -8,6 +8,7 @@ class DataEngine;
 class MainScene;
 class PluginManager;
 class QMainWindow;
+struct Document;
 
 /// Which file the document is of, whether it has changes that no file has, and the commands that save and replace it.
 /// Keeps the window's title. Turning or zooming the view changes no document; the active spectrum of a stack does.
@@ -44,6 +45,7 @@ Q_SIGNALS:
 
 private:
     void touch();
+    QStringList replace(const Document &document, const QString &fileName);
     void setFile(const QString &fileName);
     void updateTitle();
     QString shownName() const;

@@ -51,8 +51,7 @@ T required(const QVariantMap &map, const QString &key, const QString &place)
 {
     const QVariant value = map.value(key);
     if (value.metaType() != QMetaType::fromType<T>()) {
-        const QString found =
-            value.isValid() ? QString::fromLatin1(value.metaType().name()) : Texts::tr("nothing");
+        const QString found = value.isValid() ? QString::fromLatin1(value.metaType().name()) : Texts::tr("nothing");
         fail(place,
              Texts::tr("\"%1\" is %2, expected %3")
                  .arg(key, found, QString::fromLatin1(QMetaType::fromType<T>().name())));
@@ -150,9 +149,9 @@ Document::Item itemFromMap(const QVariantMap &map, const QString &place, QSet<QU
     if (kind == moleculeKind) {
         item.content = moleculeFromMap(map, item.id, place);
     } else if (kind == tableKind) {
-        item.content = Document::Table{required<int>(map, typeKey, place), required<QString>(map, pluginIdKey, place),
-                                       required<QString>(map, pluginNameKey, place),
-                                       required<QVariantMap>(map, mapKey, place)};
+        item.content =
+            Document::Table{required<int>(map, typeKey, place), required<QString>(map, pluginIdKey, place),
+                            required<QString>(map, pluginNameKey, place), required<QVariantMap>(map, mapKey, place)};
     } else if (kind == spectraKind) {
         item.content = spectraFromMap(map, place);
     } else {

@@ -160,8 +160,7 @@ bool DocumentFile::isDocument(const QString &fileName)
 {
     // Opening a pipe would wait for somebody to write to it.
     QFile file(fileName);
-    return QFileInfo(fileName).isFile() && file.open(QIODevice::ReadOnly)
-        && file.read(signature.size()) == signature;
+    return QFileInfo(fileName).isFile() && file.open(QIODevice::ReadOnly) && file.read(signature.size()) == signature;
 }
 
 Document DocumentFile::read(const QString &fileName, const DocumentProgress &progress)

@@ -149,7 +149,8 @@ public:
             const auto found =
                 std::find_if(known.begin(), known.end(), [&](const ValueType &t) { return name == t.name; });
             if (found == known.end())
-                place.fail(Texts::tr("values of the type \"%1\" are not known").arg(QString::fromLatin1(name.left(80))));
+                place.fail(
+                    Texts::tr("values of the type \"%1\" are not known").arg(QString::fromLatin1(name.left(80))));
             m_types.append(&*found);
         }
     }

@@ -5,9 +5,9 @@
 #include <QVariant>
 
 /// Trees of variants in a stream, for documents: the names of all known types come first, then each value with the
-/// number of its name. Unlike QDataStream's own form of variants it takes none but the listed types and limits the depth
-/// of nesting; a count read must be covered by what the stream's device still holds, so that memory is bounded by the
-/// size of what is read. The same tree always gives the same bytes: hashes are sorted.
+/// number of its name. Unlike QDataStream's own form of variants it takes none but the listed types and limits the
+/// depth of nesting; a count read must be covered by what the stream's device still holds, so that memory is bounded by
+/// the size of what is read. The same tree always gives the same bytes: hashes are sorted.
 ///
 /// Spectra points that several places share (implicitly, as copies do) are written once and shared again when read.
 ///

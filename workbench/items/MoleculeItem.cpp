@@ -99,7 +99,7 @@ void MoleculeItem::setViewState(const QVariantMap &state)
     const auto turn = state.value(rotationKey).value<DoubleVector>();
     if (turn.size() == 4) {
         m_view.setRotation(QQuaternion(float(turn[0]), float(turn[1]), float(turn[2]), float(turn[3])),
-                              state.value(zoomKey).toDouble());
+                           state.value(zoomKey).toDouble());
     }
     m_view.setNumbersVisible(state.value(numbersKey).toBool());
     update();
