@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "io/Document.h"
 
+#include "io/PrintableText.h"
+
 #include <QCoreApplication>
 #include <QSet>
 
@@ -43,7 +45,7 @@ constexpr double farthest = 1e7;
 
 [[noreturn]] void fail(const QString &place, const QString &what)
 {
-    throw std::runtime_error(QStringLiteral("%1: %2").arg(place, what).toStdString());
+    throw std::runtime_error(printable(QStringLiteral("%1: %2").arg(place, what)).toStdString());
 }
 
 template <typename T>

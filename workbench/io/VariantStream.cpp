@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "io/VariantStream.h"
 
+#include "io/PrintableText.h"
 #include "support/MetaTypes.h"
 
 #include <QByteArrayList>
@@ -36,7 +37,7 @@ public:
     [[noreturn]] void fail(const QString &what) const
     {
         const QString place = m_parts.isEmpty() ? Texts::tr("the whole") : m_parts.join(QString());
-        throw std::runtime_error(QStringLiteral("%1: %2").arg(place, what).toStdString());
+        throw std::runtime_error(printable(QStringLiteral("%1: %2").arg(place, what)).toStdString());
     }
     void checkDepth() const
     {
