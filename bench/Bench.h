@@ -27,6 +27,7 @@ inline bool sameBits(std::span<const double> a, std::span<const double> b)
 // One per topic, called by main.
 void registerBonds();
 void registerData();
+void registerDocument();
 void registerLineShapes();
 
 } // namespace Bench

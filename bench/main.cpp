@@ -88,6 +88,7 @@ const Ratio ratios[] = {
     {"correlate, 400 to 2000: exponent of growth", "correlate/2000", "correlate/400", Ratio::AtMost, 2.05, 1.0,
      growthExponent},
     {"update: in bare syntheses and conversions", "update/200/8192", "update/200/8192/bare", Ratio::AtMost, 3},
+    {"document/50: times as long as reading its file", "document/50", "limit/read", Ratio::AtMost, 2},
 };
 
 void printRatios(const Times &times)
@@ -115,6 +116,7 @@ int main(int argc, char **argv)
     Bench::registerBonds();
     Bench::registerLineShapes();
     Bench::registerData();
+    Bench::registerDocument();
     Times times(benchmark::ConsoleReporter::OO_Tabular);
     benchmark::RunSpecifiedBenchmarks(&times);
     printRatios(times);

@@ -2,9 +2,11 @@
 #pragma once
 
 #include <QDataStream>
-#include <QList>
+#include <QIODevice>
 #include <QList>
 #include <QMetaType>
+#include <QSysInfo>
+#include <QtEndian>
 
 #include <array>
 #include <vector>
@@ -23,15 +25,28 @@ constexpr auto QtPrivate::typenameHelper<std::vector<double>>()
     return result;
 }
 
-// QVariant finds these through argument-dependent lookup, hence namespace std.
+/// Numbers are streamed in blocks of this many: large enough to cost little each, small enough for the inner caches.
+inline constexpr qint64 streamedBlock = 8192;
+
+// QVariant finds these through argument-dependent lookup, hence namespace std. The count, 64 bits, then the numbers in
+// full precision, in the stream's byte order.
 namespace std {
 
 template <typename Number>
 QDataStream &operator<<(QDataStream &out, const vector<Number> &values)
 {
     out << qint64(values.size());
-    for (Number v : values)
-        out << v;
+    const bool swap = (out.byteOrder() == QDataStream::BigEndian) != (QSysInfo::ByteOrder == QSysInfo::BigEndian);
+    array<Number, streamedBlock> swapped;
+    for (size_t done = 0; done < values.size() && out.status() == QDataStream::Ok; done += streamedBlock) {
+        const qsizetype count = qMin<qsizetype>(streamedBlock, values.size() - done);
+        const Number *block = values.data() + done;
+        if (swap) {
+            qbswap<sizeof(Number)>(block, count, swapped.data());
+            block = swapped.data();
+        }
+        out.writeRawData(reinterpret_cast<const char *>(block), int(count * sizeof(Number)));
+    }
     return out;
 }
 
@@ -43,11 +58,21 @@ QDataStream &operator>>(QDataStream &in, vector<Number> &values)
     values.clear();
     if (count < 0)
         in.setStatus(QDataStream::ReadCorruptData);
-    // No reservation from the stated count: a damaged stream must not allocate more than it holds.
-    for (qint64 i = 0; i < count && in.status() == QDataStream::Ok; ++i) {
-        Number v{};
-        in >> v;
-        values.push_back(v);
+    // The stated count reserves no more than the stream holds, which a damaged one must not exceed.
+    if (in.status() == QDataStream::Ok && in.device())
+        values.reserve(size_t(qMin(count, in.device()->bytesAvailable() / qint64(sizeof(Number)))));
+    const bool swap = (in.byteOrder() == QDataStream::BigEndian) != (QSysInfo::ByteOrder == QSysInfo::BigEndian);
+    array<Number, streamedBlock> block;
+    for (qint64 left = count; left > 0 && in.status() == QDataStream::Ok; left -= streamedBlock) {
+        const qint64 numbers = qMin(left, streamedBlock);
+        const int bytes = int(numbers * qint64(sizeof(Number)));
+        if (in.readRawData(reinterpret_cast<char *>(block.data()), bytes) != bytes) {
+            in.setStatus(QDataStream::ReadPastEnd);
+            break;
+        }
+        if (swap)
+            qbswap<sizeof(Number)>(block.data(), numbers, block.data());
+        values.insert(values.end(), block.begin(), block.begin() + numbers);
     }
     return in;
 }

@@ -36,7 +36,9 @@ constexpr OptionSpec outputSpec{"o", "OUT",
                                 true};
 constexpr OptionSpec pageSpec{
     "o", "PAGE",
-    "Output file; its suffix chooses the format: .png, .svg or .pdf. May be given more than once. Required.", true};
+    "Output file; its suffix chooses the format: .png, .svg, .pdf, or .magresdoc for a document that the window opens. "
+    "May be given more than once. Required.",
+    true};
 constexpr OptionSpec formatSpec{"format", "text|csv|json", "Format of the table. Default: text."};
 
 std::vector<OptionSpec> withSimulateOptions(std::vector<OptionSpec> options)

@@ -3,8 +3,12 @@
 
 #include "cli/CliErrors.h"
 #include "cli/Simulation.h"
+#include "host/DocumentState.h"
 #include "host/HostApplication.h"
 #include "host/MainScene.h"
+#include "host/PluginManager.h"
+#include "host/WMainWindow.h"
+#include "io/DocumentFile.h"
 #include "io/OutputFiles.h"
 #include "io/PageExport.h"
 #include "io/SpectrumExport.h"
@@ -18,6 +22,15 @@ namespace {
 QString suffixOf(const QString &fileName)
 {
     return QFileInfo(fileName).suffix().toLower();
+}
+
+void writePage(HostApplication &host, const QString &suffix, QIODevice &device)
+{
+    if (suffix == QLatin1String(DocumentFile::suffix))
+        DocumentFile::write(device,
+                            DocumentState::capture(host.scene(), *host.window().documentData(), &host.plugins()));
+    else
+        PageExport::writePage(host.scene(), device, *PageExport::formatOfSuffix(suffix));
 }
 
 void writeSpectrum(const Simulation &simulation, const QString &suffix, QIODevice &device)
@@ -38,11 +51,12 @@ OutputOptions::OutputOptions(const QStringList &fileNames, Kind kind) : m_fileNa
     for (const QString &fileName : fileNames) {
         const QString suffix = suffixOf(fileName);
         const bool data = suffix == u"csv" || suffix == u"json";
-        if (!PageExport::formatOfSuffix(suffix) && !(kind == Spectrum && data)) {
+        const bool document = suffix == QLatin1String(DocumentFile::suffix);
+        if (!PageExport::formatOfSuffix(suffix) && !(kind == Spectrum ? data : document)) {
             throw UsageError(QStringLiteral("option -o: the suffix of \"%1\" is not one of: %2")
                                  .arg(fileName,
                                       kind == Spectrum ? QStringLiteral(".csv, .json, .png, .svg, .pdf")
-                                                       : QStringLiteral(".png, .svg, .pdf")));
+                                                       : QStringLiteral(".png, .svg, .pdf, .magresdoc")));
         }
         const QString path = QFileInfo(fileName).absoluteFilePath();
         if (seen.contains(path))
@@ -58,7 +72,7 @@ void OutputOptions::write(HostApplication &host, const Simulation &simulation) c
         QIODevice &device = files.open(fileName);
         const QString suffix = suffixOf(fileName);
         if (m_kind == Page)
-            PageExport::writePage(host.scene(), device, *PageExport::formatOfSuffix(suffix));
+            writePage(host, suffix, device);
         else
             writeSpectrum(simulation, suffix, device);
     }

@@ -7,5 +7,18 @@ bool DataEngine::insert(const QVariantMap &map)
     if (id.isNull())
         return false;
     m_maps.insert(id, map);
+    Q_EMIT changed();
     return true;
+}
+
+void DataEngine::remove(const QUuid &id)
+{
+    if (m_maps.remove(id))
+        Q_EMIT changed();
+}
+
+void DataEngine::setMaps(const QHash<QUuid, QVariantMap> &maps)
+{
+    m_maps = maps;
+    Q_EMIT changed();
 }

@@ -17,8 +17,15 @@ public:
 
     /// Stores the map under its "ID", replacing an earlier one. False: the map has no valid "ID".
     bool insert(const QVariantMap &map);
-    void remove(const QUuid &id) { m_maps.remove(id); }
+    void remove(const QUuid &id);
     QList<QUuid> ids() const { return m_maps.keys(); }
+
+    const QHash<QUuid, QVariantMap> &maps() const { return m_maps; }
+    /// All of the document's data become these; each key is its map's "ID".
+    void setMaps(const QHash<QUuid, QVariantMap> &maps);
+
+Q_SIGNALS:
+    void changed();
 
 private:
     QHash<QUuid, QVariantMap> m_maps;

@@ -192,6 +192,17 @@ void MainScene::detach(DocumentItem *item)
     updatePages();
 }
 
+void MainScene::removeAll()
+{
+    m_undoStack->clear();
+    for (DocumentItem *item : documentItems()) {
+        detach(item);
+        delete item;
+    }
+    m_lastStructureRow = {};
+    updatePages();
+}
+
 template <typename Item>
 void MainScene::replaceCurrent(QPointer<Item> &current, const DocumentItem *going) const
 {

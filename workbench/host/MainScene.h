@@ -59,6 +59,10 @@ public:
     /// Puts the item on the page, or takes it off and leaves it to the caller.
     void attach(DocumentItem *item);
     void detach(DocumentItem *item);
+    /// Puts a new item there. It becomes the current one of its kind, not the active one.
+    void addNew(DocumentItem *item, const QRectF &rect) { place(item, rect, false); }
+    /// Deletes all items, without undo, and forgets the undo steps.
+    void removeAll();
     /// To be called when an item has got another place.
     void updatePages();
 

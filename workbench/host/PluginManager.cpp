@@ -132,6 +132,23 @@ void PluginManager::load(const QString &file)
     }
 }
 
+IPlugin_v1_3 *PluginManager::itemMaker(int itemType, const QString &pluginId) const
+{
+    IPlugin_v1_3 *first = nullptr;
+    for (const Plugin &plugin : m_plugins) {
+        IPlugin_v1_3 *maker = qobject_cast<IPlugin_v1_4 *>(plugin.object);
+        if (!maker)
+            maker = qobject_cast<IPlugin_v1_3 *>(plugin.object);
+        if (!maker || !maker->canCreateItem(itemType))
+            continue;
+        if (maker->id() == pluginId)
+            return maker;
+        if (!first)
+            first = maker;
+    }
+    return first;
+}
+
 void PluginManager::takeBack(QObject *object, qsizetype menuEntries)
 {
     m_filters->removePluginFilter(object);

@@ -7,6 +7,7 @@
 
 class FileFilterRegistry;
 class IPlugin;
+class IPlugin_v1_3;
 class QMenu;
 
 /// Loads the plug-ins of a directory and keeps what became of each file: a plug-in that cannot be used is a fact to
@@ -35,6 +36,9 @@ public:
 
     const QList<Plugin> &plugins() const { return m_plugins; }
     const QList<Failure> &failures() const { return m_failures; }
+
+    /// The plug-in that makes items of this type: the one with the id if it does, else the first. Null: there is none.
+    IPlugin_v1_3 *itemMaker(int itemType, const QString &pluginId = {}) const;
 
     /// Where the plug-ins lie relative to the program: beside it in a build tree, under lib when installed.
     static QString defaultDirectory();

@@ -2,11 +2,14 @@
 #include "host/WMainWindow.h"
 
 #include "host/DataEngine.h"
+#include "host/DocumentController.h"
 #include "host/FileFilterRegistry.h"
 #include "host/MainScene.h"
 #include "host/MainView.h"
 #include "host/PluginManager.h"
+#include "host/RecentFiles.h"
 #include "host/StackMenu.h"
+#include "io/DocumentFile.h"
 #include "io/ExperimentFile.h"
 #include "io/OutputFiles.h"
 #include "io/PageExport.h"
@@ -35,15 +38,20 @@ WMainWindow::WMainWindow(FileFilterRegistry *filters)
       m_view(new MainView(m_scene, this)),
       m_nmrContextMenu(new QMenu(this)),
       m_itemMenu(new QMenu(this)),
-      m_stackMenu(new StackMenu(m_scene, this))
+      m_stackMenu(new StackMenu(m_scene, this)),
+      m_document(new DocumentController(m_scene, m_data, this)),
+      m_recentFiles(new RecentFiles(this))
 {
     setObjectName(QStringLiteral("mainWindow"));
-    setWindowTitle(tr("Magres Workbench"));
     setAcceptDrops(true);
     m_data->setObjectName(QStringLiteral("dataEngine"));
     setCentralWidget(m_view);
     connect(m_scene, &MainScene::itemAdded, this, &WMainWindow::addHostMenu);
-    connect(m_stackMenu, &StackMenu::reported, this, [this](const QString &text) { statusBar()->showMessage(text); });
+    const auto report = [this](const QString &text) { statusBar()->showMessage(text); };
+    connect(m_stackMenu, &StackMenu::reported, this, report);
+    connect(m_document, &DocumentController::reported, this, report);
+    connect(m_document, &DocumentController::fileUsed, m_recentFiles, &RecentFiles::add);
+    connect(m_recentFiles, &RecentFiles::chosen, this, [this](const QString &file) { openPath(file, nullptr); });
     createMenus();
     resize(1100, 900);
     m_view->setFocus();
@@ -53,7 +61,19 @@ WMainWindow::~WMainWindow()
 {
     // Items call back while they go; they must find the scene and the data engine alive.
     m_scene->disconnect(this);
+    delete m_document;
     delete m_scene;
+}
+
+void WMainWindow::setPluginManager(const PluginManager *plugins)
+{
+    m_plugins = plugins;
+    m_document->setPluginManager(plugins);
+}
+
+void WMainWindow::closeEvent(QCloseEvent *event)
+{
+    event->setAccepted(m_document->mayReplace());
 }
 
 QObject *WMainWindow::dataEngine() const
@@ -117,12 +137,18 @@ void WMainWindow::openFiles(const QStringList &fileNames)
 void WMainWindow::openPath(const QString &path, NmrItem *onto)
 {
     try {
+        if (DocumentFile::isDocument(path)) {
+            if (m_document->open(path))
+                statusBar()->showMessage(tr("%1 is open").arg(QFileInfo(path).fileName()), 5000);
+            return;
+        }
         const bool forPlugin = QFileInfo(path).isFile() && m_filters->matching(path);
         if (!forPlugin && ExperimentFile::isExperiment(path))
             return m_stackMenu->addExperiment(path, onto);
         const QList<QGraphicsWidget *> items = readFile(path).items;
         if (!items.isEmpty())
             m_view->ensureVisible(items.constFirst());
+        m_recentFiles->add(path);
         statusBar()->showMessage(tr("%1 is open").arg(QFileInfo(path).fileName()), 5000);
     } catch (const std::exception &error) {
         QMessageBox::critical(this, tr("%1 cannot be opened").arg(QFileInfo(path).fileName()),
@@ -159,12 +185,7 @@ void WMainWindow::dropEvent(QDropEvent *event)
 
 void WMainWindow::createMenus()
 {
-    QMenu *file = menuBar()->addMenu(tr("&File"));
-    file->addAction(tr("&Open..."), QKeySequence::Open, this, &WMainWindow::chooseFiles);
-    file->addAction(tr("&Export Page..."), QKeySequence(tr("Ctrl+E")), this, &WMainWindow::exportPage);
-    file->addSeparator();
-    file->addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);
-
+    createFileMenu();
     createEditMenu();
     createItemMenu(
         tr("&Spectrum"), [this] { return m_scene->currentNmrItem(); }, tr("No spectrum on the page"));
@@ -178,6 +199,21 @@ void WMainWindow::createMenus()
 
     QMenu *help = menuBar()->addMenu(tr("&Help"));
     help->addAction(tr("&About and Plug-ins..."), this, &WMainWindow::showAbout);
+}
+
+void WMainWindow::createFileMenu()
+{
+    QMenu *file = menuBar()->addMenu(tr("&File"));
+    file->addAction(tr("&New"), QKeySequence::New, m_document, &DocumentController::newDocument);
+    file->addAction(tr("&Open..."), QKeySequence::Open, this, &WMainWindow::chooseFiles);
+    file->addMenu(m_recentFiles);
+    file->addSeparator();
+    file->addAction(tr("&Save"), QKeySequence::Save, m_document, &DocumentController::save);
+    file->addAction(tr("Save &As..."), QKeySequence::SaveAs, m_document, &DocumentController::saveAs);
+    file->addSeparator();
+    file->addAction(tr("&Export Page..."), QKeySequence(tr("Ctrl+E")), this, &WMainWindow::exportPage);
+    file->addSeparator();
+    file->addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);
 }
 
 void WMainWindow::createEditMenu()
@@ -227,6 +263,11 @@ void WMainWindow::addHostMenu(DocumentItem *item)
 void WMainWindow::chooseFiles()
 {
     QStringList filters = m_filters->nameFilters();
+    filters.prepend(DocumentController::nameFilter());
+    QStringList patterns;
+    for (const QString &filter : std::as_const(filters))
+        patterns.append(filter.section(u'(', -1).section(u')', 0, 0));
+    filters.prepend(tr("All known files (%1)").arg(patterns.join(u' ')));
     filters.append(tr("All files (*)"));
     const QStringList files =
         QFileDialog::getOpenFileNames(this, tr("Open"), m_lastDirectory, filters.join(QLatin1String(";;")));

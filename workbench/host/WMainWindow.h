@@ -8,12 +8,14 @@
 #include <functional>
 
 class DataEngine;
+class DocumentController;
 class DocumentItem;
 class FileFilterRegistry;
 class MainScene;
 class MainView;
 class NmrItem;
 class PluginManager;
+class RecentFiles;
 class StackMenu;
 
 /// The window, and the object through which plug-ins find the rest of the host. Headless hosts have it too and never
@@ -47,24 +49,27 @@ public:
     MainScene *scene() const { return m_scene; }
     MainView *view() const { return m_view; }
     DataEngine *documentData() const { return m_data; }
+    DocumentController *document() const { return m_document; }
 
-    /// For the About box; the window works without.
-    void setPluginManager(const PluginManager *plugins) { m_plugins = plugins; }
+    /// For the About box and the tables in documents; the window works without.
+    void setPluginManager(const PluginManager *plugins);
 
     /// Reads the file into the document through the filter that takes it. Throws std::exception with a text for the
     /// user; the document is then as before.
     ReadResult readFile(const QString &fileName);
 
 public Q_SLOTS:
-    /// As readFile(); errors are shown in a message box.
+    /// Each is a document, a file for readFile() or a measured spectrum; errors are shown in a message box.
     void openFiles(const QStringList &fileNames);
 
 protected:
+    void closeEvent(QCloseEvent *event) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dropEvent(QDropEvent *event) override;
 
 private:
     void createMenus();
+    void createFileMenu();
     void createEditMenu();
     /// A menu of the menu bar with whatever the current item of a kind offers in its context menu.
     void createItemMenu(const QString &title, const std::function<DocumentItem *()> &current, const QString &ifNone);
@@ -84,5 +89,7 @@ private:
     QMenu *m_nmrContextMenu;
     QMenu *m_itemMenu;
     StackMenu *m_stackMenu;
+    DocumentController *m_document;
+    RecentFiles *m_recentFiles;
     QString m_lastDirectory;
 };

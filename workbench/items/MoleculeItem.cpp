@@ -3,6 +3,7 @@
 
 #include "items/AtomSelection.h"
 #include "items/ElementStyle.h"
+#include "support/MetaTypes.h"
 
 #include <QApplication>
 #include <QGraphicsSceneMouseEvent>
@@ -15,6 +16,9 @@
 namespace {
 
 const QString idKey = QStringLiteral("ID");
+const QString rotationKey = QStringLiteral("Rotation"); // a quaternion: scalar, x, y, z
+const QString zoomKey = QStringLiteral("Zoom");
+const QString numbersKey = QStringLiteral("AtomNumbers");
 
 /// Carbon, hydrogen, then the rest by the alphabet: the Hill order, of everything that is drawn or not.
 QString formula(const Molecule &molecule)
@@ -79,6 +83,25 @@ void MoleculeItem::setSelectedAtoms(const QSet<int> &atoms)
             known.insert(atom);
     }
     m_view.setSelection(known);
+    update();
+}
+
+QVariantMap MoleculeItem::viewState() const
+{
+    const QQuaternion turn = m_view.rotation();
+    return {{rotationKey, QVariant::fromValue(DoubleVector{turn.scalar(), turn.x(), turn.y(), turn.z()})},
+            {zoomKey, m_view.zoomFactor()},
+            {numbersKey, m_view.numbersVisible()}};
+}
+
+void MoleculeItem::setViewState(const QVariantMap &state)
+{
+    const auto turn = state.value(rotationKey).value<DoubleVector>();
+    if (turn.size() == 4) {
+        m_view.setRotation(QQuaternion(float(turn[0]), float(turn[1]), float(turn[2]), float(turn[3])),
+                           state.value(zoomKey).toDouble());
+    }
+    m_view.setNumbersVisible(state.value(numbersKey).toBool());
     update();
 }
 

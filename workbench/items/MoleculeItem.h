@@ -24,6 +24,11 @@ public:
     /// In item coordinates.
     QPointF atomPosition(int atom) const { return m_view.atomPosition(atom); }
 
+    /// How the molecule is turned and zoomed and what is shown of it, for documents.
+    QVariantMap viewState() const;
+    /// Missing or senseless values leave the view as it is.
+    void setViewState(const QVariantMap &state);
+
     void receiveMessage(const QVariantMap &message) override;
 
 protected:

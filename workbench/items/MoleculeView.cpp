@@ -97,6 +97,16 @@ void MoleculeView::resetView()
     fit();
 }
 
+void MoleculeView::setRotation(const QQuaternion &rotation, double zoomFactor)
+{
+    // Written so that what is not a number fails as well.
+    if (!(std::abs(rotation.length() - 1.0f) < 0.01f) || !(zoomFactor > 0.0))
+        return;
+    m_rotation = rotation.normalized();
+    m_zoom = std::clamp(zoomFactor, 0.2, 30.0);
+    fit();
+}
+
 QQuaternion MoleculeView::startOrientation() const
 {
     // A little off the axis of sight, so that what lies behind one another shows and the cell looks solid.

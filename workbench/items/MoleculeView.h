@@ -24,6 +24,10 @@ public:
     /// Turns about the screen's axes by the drag from one point to another.
     void rotate(const QPointF &from, const QPointF &to);
     void zoom(double factor);
+    QQuaternion rotation() const { return m_rotation; }
+    double zoomFactor() const { return m_zoom; }
+    /// Back to an orientation and zoom that the view had once.
+    void setRotation(const QQuaternion &rotation, double zoomFactor);
 
     void setSelection(const QSet<int> &atoms) { m_selection = atoms; }
     const QSet<int> &selection() const { return m_selection; }

@@ -41,8 +41,8 @@ private:
 
 } // namespace
 
-NmrItem::NmrItem(QGraphicsItem *parent)
-    : DocumentItem(QUuid::createUuid(), parent),
+NmrItem::NmrItem(const QUuid &id, QGraphicsItem *parent)
+    : DocumentItem(id, parent),
       m_data(new NmrData(this)),
       m_plot(new NmrPlot(m_data)),
       m_proxy(new PlotProxy(m_plot, this))

@@ -11,7 +11,8 @@ class NmrItem : public DocumentItem {
     Q_OBJECT
 
 public:
-    explicit NmrItem(QGraphicsItem *parent = nullptr);
+    /// A null id becomes a new one.
+    explicit NmrItem(const QUuid &id = {}, QGraphicsItem *parent = nullptr);
     ~NmrItem() override;
 
     NmrData *nmrData() const { return m_data; }

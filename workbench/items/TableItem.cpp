@@ -95,11 +95,8 @@ QTableView *makeView(TableModel *model)
 
 } // namespace
 
-TableItem::TableItem(QObject *table, QGraphicsItem *parent)
-    : DocumentItem(QUuid::createUuid(), parent),
-      m_table(table),
-      m_model(new TableModel(table, this)),
-      m_view(makeView(m_model))
+TableItem::TableItem(QObject *table, const QUuid &id, QGraphicsItem *parent)
+    : DocumentItem(id, parent), m_table(table), m_model(new TableModel(table, this)), m_view(makeView(m_model))
 {
     if (table)
         table->setParent(this);

@@ -11,7 +11,8 @@ class TableItem : public DocumentItem {
     Q_OBJECT
 
 public:
-    explicit TableItem(QObject *table, QGraphicsItem *parent = nullptr);
+    /// A null id becomes a new one.
+    explicit TableItem(QObject *table, const QUuid &id = {}, QGraphicsItem *parent = nullptr);
     ~TableItem() override;
 
     QObject *table() const { return m_table; }

@@ -1,0 +1,213 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "ModalAnswers.h"
+#include "WorkbenchUser.h"
+
+#include "cli/PrivateSettings.h"
+#include "host/DataEngine.h"
+#include "host/DocumentController.h"
+#include "host/DocumentState.h"
+#include "host/HostApplication.h"
+#include "host/MainScene.h"
+#include "host/RecentFiles.h"
+#include "host/WMainWindow.h"
+#include "io/DocumentFile.h"
+#include "io/ExperimentFile.h"
+#include "items/NmrData.h"
+#include "items/NmrItem.h"
+
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QUndoStack>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Points = QList<DoubleVector>;
+
+const QString sample = QStringLiteral(SAMPLES "/paracetamol-13C.magresdoc");
+
+QByteArray bytesOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// A file in order but for its value, which has one type.
+QByteArray claim(const QByteArray &type, const QByteArray &hex)
+{
+    const QByteArray contents =
+        '\1' + QByteArray(1, char(type.size())) + QByteArray(3, '\0') + type + '\0' + QByteArray::fromHex(hex);
+    QByteArray header = QByteArray::fromHex("894d47440d0a1a0a010000000000000000000000");
+    qToLittleEndian(qint64(contents.size()), header.data() + 12);
+    Checksum checksum;
+    checksum.add(contents.constData(), contents.size());
+    checksum.add(header.constData(), header.size());
+    return header + contents + checksum.result();
+}
+
+Document smallDocument()
+{
+    const QUuid id = QUuid::createUuid(), other = QUuid::createUuid();
+    const QVariantMap raw{{u"DataPoints"_s, QVariant::fromValue(Points{{1.5, -0.0, qQNaN()}, {}})}};
+    const Document::Spectra stack{{{id, u"one"_s, raw}, {other, u"two"_s, {{u"RawData"_s, raw}}}}, other};
+    return {{{id, u"title"_s, QRectF(1, 2, 300, 400), {}, stack}}, {{{u"ID"_s, id}}}, id, id, {}};
+}
+
+} // namespace
+
+class TestDocument : public QObject {
+    Q_OBJECT
+
+    const PrivateSettings m_settings;
+    QTemporaryDir m_directory;
+    const QString m_path = m_directory.filePath(u"a&b.magresdoc"_s);
+
+    QByteArray errorOf(const QByteArray &bytes) const
+    {
+        QFile file(m_path);
+        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush())
+            qFatal("The file cannot be written");
+        try {
+            DocumentFile::read(m_path);
+        } catch (const std::exception &error) {
+            return error.what();
+        }
+        return {};
+    }
+
+private Q_SLOTS:
+    void valuesComeBack()
+    {
+        DocumentFile::write(m_path, DocumentFile::read(sample));
+        QCOMPARE(bytesOf(m_path), bytesOf(sample));
+
+        Document document = smallDocument();
+        document.customData[0][u"δ"_s] = QVariantHash{{u"b"_s, 7u}, {u"a"_s, QString()}, {u"c"_s, ~quint64(0)}};
+        DocumentFile::write(m_path, document);
+        const Document read = DocumentFile::read(m_path);
+        QCOMPARE(read.customData, document.customData);
+        const auto &stack = std::get<Document::Spectra>(read.items[0].content).entries;
+        const auto raw = stack[1].data[u"RawData"_s].toMap()[u"DataPoints"_s].value<Points>();
+        QVERIFY(raw.constData() == stack[0].data[u"DataPoints"_s].value<Points>().constData());
+        QVERIFY(1 / raw[0][1] < 0 && qIsNaN(raw[0][2]));
+
+        const QByteArray bytes = bytesOf(m_path);
+        document.customData[0][u"long"_s] = QByteArray(1 << 23, 'x');
+        QVERIFY_THROWS_EXCEPTION(DocumentFile::Cancelled,
+                                 DocumentFile::write(m_path, document, [](double) { return false; }));
+        QCOMPARE(bytesOf(m_path), bytes);
+    }
+
+    void damageIsNamed_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        const auto row = [](const char *error, const QByteArray &bytes) { QTest::newRow(error) << bytes; };
+        row("not a document", "#$magres-abinitio-v1.0");
+        row("version 2, written by a newer", QByteArray::fromHex("894d47440d0a1a0a020000000000000000000000"));
+        row("cut off", QByteArray::fromHex("894d47440d0a1a0a01000000ffffffffffffffff"));
+        row("data end too early", claim("std::vector<signed char>", "00a0724e1809000001"));
+        row("4294967295 values are stated", claim("QVariantList", "ffffffff"));
+        row("64 deep", claim("QVariantList", QByteArray("0100000000").repeated(100000)));
+        row("\"QPixmap\" are not known", claim("QPixmap", ""));
+        const auto changed = [this](void change(Document &)) {
+            Document document = smallDocument();
+            change(document);
+            DocumentFile::write(m_path, document);
+            return bytesOf(m_path);
+        };
+        row("Items[0]: its place", changed([](auto &d) { d.items[0].geometry.setWidth(qQNaN()); }));
+        row("Items[0].Links: it names", changed([](auto &d) { d.items[0].links = {QUuid()}; }));
+        row("Items[1]: its \"ID\" is", changed([](auto &d) { d.items.append(d.items[0]); }));
+    }
+    void damageIsNamed()
+    {
+        QFETCH(QByteArray, bytes);
+        const QByteArray found = errorOf(bytes);
+        QVERIFY2(found.startsWith(m_path.toUtf8() + ": ") && found.contains(QTest::currentDataTag()), found);
+    }
+
+    void everyFlipAndCutIsNoticed()
+    {
+        DocumentFile::write(m_path, smallDocument());
+        const QByteArray whole = bytesOf(m_path);
+        for (qsizetype i = 0; i < whole.size(); ++i) {
+            QByteArray flipped = whole;
+            flipped[i] = char(flipped[i] ^ (1 << i % 8));
+            QVERIFY2(!errorOf(flipped).isEmpty() && !errorOf(whole.first(i)).isEmpty(), QByteArray::number(i));
+        }
+        QVERIFY(!errorOf(whole + '\0').isEmpty() && errorOf(whole).isEmpty());
+    }
+
+    void missingPluginLosesNothing()
+    {
+        DataEngine data;
+        MainScene scene(&data);
+        QCOMPARE(DocumentState::restore(DocumentFile::read(sample), scene, data, nullptr).size(), 1);
+        DocumentFile::write(m_path, DocumentState::capture(scene, data, nullptr));
+        QCOMPARE(bytesOf(m_path), bytesOf(sample));
+    }
+
+    void reopenedDocumentIsAsBefore()
+    {
+        HostApplication host(false);
+        host.loadPlugins(QStringLiteral(PLUGIN_DIRECTORY));
+        WMainWindow &window = host.window();
+        window.show();
+        ModalAnswers answers;
+        QString said;
+        const auto expect = [&](const QString &title, QMessageBox::StandardButton button = QMessageBox::Ok) {
+            answers.expect(title, [&said, button](QDialog *dialog) {
+                auto *box = qobject_cast<QMessageBox *>(dialog);
+                said = box ? box->text() : QString();
+                box ? box->button(button)->click() : dialog->accept();
+            });
+        };
+        const auto spectra = [&] { return host.scene().currentNmrItem(); };
+        const auto points = [&] { return spectra()->nmrData()->stack().entries[0].spectrum.data; };
+        const auto command = [&](const QString &name, const QString &title) {
+            expect(title);
+            choose(window, spectra(), {u"MAGRES"_s, name});
+        };
+        window.openFiles({sample});
+        NmrData *stack = spectra()->nmrData();
+        stack->addEntry(ExperimentFile::read(QStringLiteral(SAMPLES "/paracetamol-13C.csv"), stack->shownSpectrum()),
+                        {});
+        command(u"Auto reference"_s, u"New reference"_s);
+        QVERIFY(window.isWindowModified() && window.document()->saveTo(m_path) && !window.isWindowModified());
+        const QByteArray bytes = bytesOf(m_path);
+        command(u"RMSD"_s, u"RMSD"_s);
+        const QString rmsd = said;
+        command(u"Edit Spectrum..."_s, u"MAGRES parameters"_s);
+        const Points updated = points();
+        host.scene().undoStack()->undo();
+        QVERIFY(points() != updated && !window.isWindowModified());
+
+        window.document()->newDocument();
+        window.openFiles({m_path});
+        QVERIFY(window.document()->saveTo(m_path) && bytesOf(m_path) == bytes);
+        command(u"RMSD"_s, u"RMSD"_s);
+        QVERIFY(said == rmsd && said.startsWith(u"RMSD: "));
+        command(u"Edit Spectrum..."_s, u"MAGRES parameters"_s);
+        QVERIFY(points() == updated && window.isWindowModified());
+
+        expect(u"Unsaved Changes"_s, QMessageBox::Cancel);
+        QVERIFY(!window.close() && bytesOf(m_path) == bytes && !errorOf(bytes.chopped(1)).isEmpty());
+        expect(u"Unsaved Changes"_s, QMessageBox::Discard);
+        expect(u"a&b.magresdoc cannot be opened"_s);
+        window.openFiles({m_path});
+        QVERIFY(points() == updated && window.isWindowModified());
+        expect(u"Unsaved Changes"_s, QMessageBox::Save);
+        window.document()->newDocument();
+        QVERIFY(DocumentFile::read(m_path).items.size() == 3 && host.scene().documentItems().isEmpty());
+        RecentFiles recent(nullptr);
+        recent.add(u"gone"_s);
+        QCOMPARE(recent.files(), (QStringList{m_path, QFileInfo(sample).absoluteFilePath()}));
+        QVERIFY(recent.actions()[0]->text().endsWith(u"a&&b.magresdoc"));
+        QCOMPARE(answers.missing(), QStringList());
+    }
+};
+
+QTEST_MAIN(TestDocument)
+#include "tst_document.moc"
