@@ -99,12 +99,10 @@ private Q_SLOTS:
         row(2, "table a --isotope O=16O", "--isotope");
         row(2, "table a --isotope C=13C", "it has none");
         row(2, "simulate a", "--nucleus");
-        row(2, "simulate a --nucleus 13C --nonsense", "nonsense");
         row(2, "simulate a --nucleus 12C", "13C");
         row(2, "simulate a --nucleus 13C --nucleus 1H", "--nucleus");
         row(2, "simulate a --nucleus 13C --points 1000", "67108864");
         row(2, "simulate a --nucleus 13C --linewidth 0", "--linewidth");
-        row(2, "simulate a --nucleus 13C --dims 3", "--dims");
         row(2, "simulate a --nucleus 13C --correlation rss", "--correlation");
         row(2, "simulate a --nucleus 13C --dims 1 --nucleus-f1 1H", "--nucleus-f1");
         row(2, "simulate a --nucleus 1H --nucleus-f1 1H --reference 30 --reference-f1 31", "--reference-f1");
@@ -113,7 +111,6 @@ private Q_SLOTS:
         row(2, "fit a --nucleus 13C", "--experiment");
         row(2, "rmsd a --nucleus 13C --experiment e -o x.csv", "'o'");
         row(2, "render a", "-o");
-        row(2, "render a -o x.csv", "x.csv");
         row(2, "render a -o x.png --reference 3", "--reference");
         row(1, "table no-such-file", "no-such-file does not exist");
         row(1, "table /", "directory");

@@ -159,7 +159,7 @@ private Q_SLOTS:
     // Spin boxes report their value when Enter is pressed, changed or not.
     void enterIsNoEdit()
     {
-        for (const char *box : {"fSpFromF2", "fSpToF2", "fSpCSRefF2", "fSpCSSlopeF2", "fSpSfrq", "fSpLwF2"}) {
+        for (const char *box : {"fSpFromF2", "fSpToF2", "fSpCSRefF2", "fSpCSSlopeF2", "fSpSfrq", "fSpLwF2"})
             for (bool users : {false, true}) {
                 MagresSpecParams parameters = record(0, "13C");
                 parameters.RangeF2 = {-20.0, 220.0};
@@ -170,7 +170,6 @@ private Q_SLOTS:
                 QCOMPARE(parameters.RangeF2User, users);
                 QCOMPARE(find(dialog, "fSpFromF2")->value(), from);
             }
-        }
     }
 
     void userRange()

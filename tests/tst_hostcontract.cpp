@@ -110,22 +110,6 @@ private Q_SLOTS:
         QCOMPARE(tables.quadrupolarIsotopes(u"H"_s), QStringList{u"2H"_s});
     }
 
-    void currentNmrItemFollowsTheDocument()
-    {
-        MainScene &scene = m_host->scene();
-        QCOMPARE(m_host->window().getNMRData(), nullptr);
-        QCOMPARE(m_host->window().nmrPlot(), nullptr);
-        QSignalSpy active(&scene, &MainScene::activeItemChanged);
-        auto *first = qobject_cast<NmrItem *>(scene.createNMRItem(scene.getEmptyRect(), spectrumMap(1), true));
-        auto *second = qobject_cast<NmrItem *>(scene.createNMRItem(scene.getEmptyRect(), spectrumMap(1), true));
-        QCOMPARE(active.size(), 2);
-        QCOMPARE(m_host->window().getNMRData(), second->getNMRData());
-        scene.removeWithUndo(second);
-        QCOMPARE(m_host->window().getNMRData(), first->getNMRData());
-        scene.undoStack()->undo();
-        QCOMPARE(m_host->window().getNMRData(), second->getNMRData());
-    }
-
     /// Items must neither overlap nor cross the edge of a page, however many there are.
     void itemsFindFreePlaces()
     {

@@ -91,13 +91,6 @@ DoubleVector summit(int columns, int rows, double column, double row, double wid
     return points;
 }
 
-DoubleVector onePoint(int size, int at)
-{
-    DoubleVector points(size, 0.0);
-    points[at] = 1;
-    return points;
-}
-
 /// The box of all pixels that are not white.
 QRect inkBox(const QImage &image)
 {
@@ -337,7 +330,8 @@ private Q_SLOTS:
     void tracesRunToTheRightWithFallingShift()
     {
         NmrItem item;
-        item.nmrData()->addEntry(entryMap(1000, 1, onePoint(1000, 250), {peak(u"H1"_s, 7.5), peak(u"H2"_s, 7.5)}), {});
+        item.nmrData()->addEntry(
+            entryMap(1000, 1, summit(1000, 1, 250, 0, 0.1), {peak(u"H1"_s, 7.5), peak(u"H2"_s, 7.5)}), {});
         const QImage image = drawn({500, 300}, item);
         const QCPAxis *ppm = item.plot()->xAxis;
         QVERIFY(ppm->coordToPixel(9) < ppm->coordToPixel(1));
@@ -380,7 +374,7 @@ private Q_SLOTS:
     void plotsKeepTheirSizeAtEveryResolution()
     {
         NmrItem item;
-        item.nmrData()->addEntry(entryMap(1000, 1, onePoint(1000, 250), {peak(u"H1"_s, 7.5)}), {});
+        item.nmrData()->addEntry(entryMap(1000, 1, summit(1000, 1, 250, 0, 0.1), {peak(u"H1"_s, 7.5)}), {});
         const auto box = [&](int dotsPerMeter) {
             const auto draw = [&](QPainter *painter) { item.plot()->paintTo(painter, QRectF(20, 20, 350, 250)); };
             return inkBox(drawn({400, 300}, draw, dotsPerMeter));
@@ -392,10 +386,10 @@ private Q_SLOTS:
     void plotFollowsItsData()
     {
         NmrItem item;
-        const QUuid id = item.nmrData()->addEntry(entryMap(100, 1, onePoint(100, 25)), {});
+        const QUuid id = item.nmrData()->addEntry(entryMap(100, 1, summit(100, 1, 25, 0, 0.1)), {});
         QVERIFY(item.plot()->content());
         item.plot()->xAxis->setRange(4, 6);
-        item.nmrData()->insertSpectrum(id, entryMap(100, 1, onePoint(100, 50)));
+        item.nmrData()->insertSpectrum(id, entryMap(100, 1, summit(100, 1, 50, 0, 0.1)));
         QVERIFY(item.plot()->content());
         QCOMPARE(item.plot()->xAxis->range().upper, 6.0); // an edit keeps what one looks at
         QVERIFY(QMetaObject::invokeMethod(item.plot(), "fullReset") && item.plot()->content());

@@ -156,7 +156,6 @@ private Q_SLOTS:
                 QCOMPARE(atoms.at(i).pos, crystal.atoms.at(i).pos);
                 QCOMPARE(atoms.at(i).bonds, crystal.atoms.at(i).bonds);
             }
-            QCOMPARE(differenceFromLiteral(crystal), QString());
         }
     }
 

@@ -139,21 +139,11 @@ private Q_SLOTS:
         QVERIFY(!back.quadShift(0) && !back.RangeF2User);
     }
 
-    void peaksOfSites()
+    void methylAveraging()
     {
         MagresData data = methylamine();
         data.atoms.swapItemsAt(0, 8); // as in a stored document, which must not show
-        const QList<SpectrumPeak> peaks = Magres::makePeaks(data, parametersFor(u"1H"_s), TestNuclei());
-        QCOMPARE(peaks.size(), 7);
-        for (int i = 0; i < 7; ++i) {
-            QVERIFY(near(peaks[i].positionF2, 30.0 - (i + 1) - 1e-3 / 3.0));
-            QCOMPARE(peaks[i].labelsF2, QByteArrayList{"H" + QByteArray::number(i + 1)});
-        }
-        QCOMPARE(Magres::makePeaks(data, parametersFor(u"27Al"_s), TestNuclei()).size(), 0);
-    }
-
-    void methylAveraging()
-    {
+        QVERIFY(Magres::makePeaks(data, parametersFor(u"27Al"_s), TestNuclei()).isEmpty());
         MagresSpecParams p = parametersFor(u"1H"_s);
         for (const auto &[mode, expected] :
              {std::pair(0, "H1:1 H2:1 H3:1 H4:1 H5:1 H6:1 H7:1"), std::pair(1, "H4:1 H5:1 H6:1 H7:1 H1,H2,H3:4"),
@@ -161,7 +151,7 @@ private Q_SLOTS:
             p.avIdx = mode;
             QByteArrayList found;
             double sum = 0.0;
-            for (const SpectrumPeak &peak : Magres::makePeaks(methylamine(), p, TestNuclei())) {
+            for (const SpectrumPeak &peak : Magres::makePeaks(data, p, TestNuclei())) {
                 found.append(peak.labelsF2.join(',') + ':' + QByteArray::number(peak.height));
                 sum += peak.positionF2 * double(peak.labelsF2.size());
             }

@@ -125,9 +125,6 @@ private Q_SLOTS:
         QCOMPARE(selection->selectedRows().size(), 2);
         QCOMPARE(molecule()->selectedAtoms(),
                  (QSet<int>{selection->selectedRows()[0].row(), selection->selectedRows()[1].row()}));
-        selection->select(selection->selectedRows()[0], QItemSelectionModel::Toggle | QItemSelectionModel::Rows);
-        QCOMPARE(molecule()->selectedAtoms(), QSet<int>{selection->selectedRows()[0].row()});
-
         for (const QSet<int> &atoms : {QSet<int>{2, 5}, QSet<int>()}) {
             molecule()->setSelectedAtoms(atoms);
             molecule()->sendMessage(AtomSelection::toMessage(atoms));
@@ -137,19 +134,6 @@ private Q_SLOTS:
             QCOMPARE(rows, atoms);
             QCOMPARE(molecule()->selectedAtoms(), atoms);
         }
-    }
-
-    void menuBarOffersTheItemsMenus()
-    {
-        QVERIFY(!action(shown(u"Spectrum"_s), u"MAGRES"_s));
-        NmrItem *spectrum = createSpectrum();
-        scene().setActiveItem(table());
-        QMenu *menu = shown(u"Spectrum"_s);
-        QCOMPARE(scene().activeItem(), spectrum);
-        QVERIFY(action(action(menu, u"MAGRES"_s)->menu(), u"Edit Spectrum..."_s));
-        QVERIFY(action(menu, u"Add Experimental Spectrum..."_s));
-        QVERIFY(action(shown(u"Table"_s), u"Create spectrum..."_s));
-        QCOMPARE(scene().activeItem(), table());
     }
 
     void fromFileToReferencedSpectrum()
