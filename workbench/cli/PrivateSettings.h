@@ -9,6 +9,7 @@
 class PrivateSettings {
 public:
     PrivateSettings();
+    QString path() const { return m_directory.path(); }
 
 private:
     QTemporaryDir m_directory;
