@@ -28,5 +28,6 @@ inline bool sameBits(std::span<const double> a, std::span<const double> b)
 void registerBonds();
 void registerData();
 void registerLineShapes();
+void registerRank();
 
 } // namespace Bench

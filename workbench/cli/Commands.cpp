@@ -203,12 +203,12 @@ void checkFiles(const Command &command, const QStringList &files)
 
 } // namespace
 
-CommandRun headless(std::function<void(HostApplication &, MessageLog &)> run)
+CommandRun headless(std::function<void(HostApplication &, MessageLog &)> run, const QString &settingsWithin)
 {
-    return [run](const ProgramStart &start) {
+    return [=](const ProgramStart &start) {
         if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
             qputenv("QT_QPA_PLATFORM", "offscreen");
-        const PrivateSettings settings;
+        const PrivateSettings settings(settingsWithin);
         const QApplication application(start.argc, start.argv);
         MessageLog log;
         HostApplication host(true);

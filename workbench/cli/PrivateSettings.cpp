@@ -4,6 +4,7 @@
 #include "cli/CliErrors.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QSettings>
 
 #include <csignal>
@@ -31,13 +32,21 @@ void removeWhenInterrupted(const std::filesystem::path &directory)
     }).detach();
 }
 
+/// Plug-ins write settings often, and each time the file is flushed to its disk, which takes longer than their work.
+QString quickDirectory()
+{
+    const QFileInfo memory(QStringLiteral("/dev/shm"));
+    return memory.isDir() && memory.isWritable() ? memory.filePath() : QDir::tempPath();
+}
+
 } // namespace
 
-PrivateSettings::PrivateSettings() : m_directory(QDir::tempPath() + QStringLiteral("/magres-workbench-XXXXXX"))
+PrivateSettings::PrivateSettings(const QString &within)
+    : m_directory((within.isEmpty() ? quickDirectory() : within) + QStringLiteral("/magres-workbench-XXXXXX"))
 {
     if (!m_directory.isValid()) {
         throw CommandError(QStringLiteral("a temporary directory cannot be made in %1: %2")
-                               .arg(QDir::tempPath(), m_directory.errorString()));
+                               .arg(within.isEmpty() ? quickDirectory() : within, m_directory.errorString()));
     }
     removeWhenInterrupted(m_directory.path().toStdString());
     // Qt would make a directory of its own for this, complain, and leave it behind.

@@ -8,7 +8,8 @@
 /// end, and also when the process is interrupted (SIGINT, SIGTERM, SIGHUP).
 class PrivateSettings {
 public:
-    PrivateSettings();
+    /// Inside of this directory; of one in memory where there is such a thing, else of that for temporary files.
+    explicit PrivateSettings(const QString &within = {});
     QString path() const { return m_directory.path(); }
 
 private:

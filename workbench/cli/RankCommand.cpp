@@ -146,6 +146,7 @@ CommandRun prepareRank(const CommandLine &line)
         readExperiment(line, options);
         output.check();
         const QStringList files = line.positional();
+        // Workers put theirs inside: one that crashes leaves nothing behind.
         const PrivateSettings directory;
         const QCoreApplication application(start.argc, start.argv);
         RankWorkers::Crew crew;
@@ -154,8 +155,8 @@ CommandRun prepareRank(const CommandLine &line)
         crew.arguments = workerArguments(line);
         if (!start.pluginDirectory.isEmpty())
             crew.arguments.append(QStringLiteral("--plugin-path=") + start.pluginDirectory);
+        crew.arguments.append(QStringLiteral("--settings=") + directory.path());
         crew.workers = jobs;
-        crew.temporaryDirectory = directory.path();
         crew.dimensions = options.twoDimensional ? 2 : 1;
         crew.progress = [&](int done, const QString &file) { progress.show(done, files.size(), file); };
         crew.chatter = [&](const QByteArray &text) {
@@ -172,13 +173,14 @@ CommandRun prepareRank(const CommandLine &line)
 CommandRun prepareWorker(const CommandLine &line)
 {
     const SimulateOptions options = SimulateOptions::parse(line, NucleusTables());
-    return headless([=](HostApplication &host, MessageLog &log) {
+    const auto run = [=](HostApplication &host, MessageLog &log) {
         if (host.fileFilters().filters().isEmpty())
             throw CommandError(QStringLiteral("no plug-in with a file filter is loaded"));
         const Experiment experiment = readExperiment(line, options);
         RankMeasurement measurement(host, log, options, experiment);
         RankWorkers::serve(measurement, options.twoDimensional ? 2 : 1);
-    });
+    };
+    return headless(run, line.value("settings"));
 }
 
 } // namespace
@@ -224,6 +226,7 @@ Command rankWorkerCommand()
     command.summary = "Started by rank.";
     command.details = "";
     command.options = measurementOptions();
+    command.options.push_back({"settings", "DIR", "Where the worker's settings go."});
     command.files = Command::None;
     command.prepare = prepareWorker;
     command.isInternal = true;

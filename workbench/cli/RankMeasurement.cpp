@@ -118,6 +118,7 @@ RankMeasurement::RankMeasurement(HostApplication &host, MessageLog &log, const S
                                  const Experiment &experiment)
     : m_host(host), m_log(log), m_options(options), m_experiment(experiment)
 {
+    m_host.scene().setDrawn(false);
 }
 
 RankRow RankMeasurement::measure(const QString &file)

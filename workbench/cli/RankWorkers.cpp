@@ -53,9 +53,6 @@ private:
     {
         auto *worker = new Worker(this);
         ++m_workers;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("TMPDIR"), m_crew.temporaryDirectory);
-        worker->setProcessEnvironment(environment);
         connect(worker, &QProcess::readyReadStandardOutput, this, [this, worker] { read(*worker); });
         connect(worker, &QProcess::finished, this, [this, worker] { ended(*worker); });
         connect(worker, &QProcess::errorOccurred, this, [this, worker](QProcess::ProcessError error) {

@@ -21,7 +21,6 @@ struct Crew {
     QString program;
     QStringList arguments; ///< that make it a worker
     int workers = 1;
-    QString temporaryDirectory; ///< for what workers leave behind when they crash
     int dimensions = 1;
     /// Called whenever a file is done, with how many are.
     std::function<void(int done, const QString &file)> progress;

@@ -80,6 +80,8 @@ QGraphicsWidget *MainScene::addCustomTableItem(QObject *table, bool activate)
     if (m_lastStructureRow.isEmpty() || !isFree(beside))
         return place(item, PageLayout::rowBelow(usedRect(), PageLayout::structureHeight), activate);
     place(item, beside, activate);
+    if (!m_drawn)
+        return item;
     // A molecule fits into any width, columns do not.
     const double share = PageLayout::moleculeShareBeside(item->fullWidth(beside.height()));
     if (m_lastMolecule && m_lastMolecule->geometry() == PageLayout::moleculePart(m_lastStructureRow)) {

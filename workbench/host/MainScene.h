@@ -35,6 +35,9 @@ public:
     /// The next free place for a spectrum, below everything.
     Q_INVOKABLE QRectF getEmptyRect() const;
 
+    /// For a document that is never drawn: items are not fitted to their contents.
+    void setDrawn(bool drawn) { m_drawn = drawn; }
+
     /// Where a file that is read now puts its molecule.
     QRectF emptyStructureRect() const;
 
@@ -87,4 +90,5 @@ private:
     QPointer<TableItem> m_currentTable;
     QPointer<DocumentItem> m_lastMolecule;
     QRectF m_lastStructureRow;
+    bool m_drawn = true;
 };

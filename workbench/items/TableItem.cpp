@@ -26,6 +26,7 @@ public:
 
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *target) override
     {
+        m_item->ensureFitted();
         if (DocumentItem::isPageOutput(painter, target))
             m_item->paintTable(painter, rect());
         else
@@ -108,12 +109,11 @@ TableItem::TableItem(QObject *table, QGraphicsItem *parent)
     m_proxy = proxy;
     setFocusProxy(proxy);
 
-    connect(m_model, &QAbstractItemModel::modelReset, this, &TableItem::fitColumns);
+    connect(m_model, &QAbstractItemModel::modelReset, this, &TableItem::fitColumnsLater);
     callPlugin(table, "tableItem_init(QGraphicsWidget*,QAbstractItemView*,QAbstractItemModel*)",
                static_cast<QGraphicsWidget *>(this), static_cast<QAbstractItemView *>(m_view),
                static_cast<QAbstractItemModel *>(m_model));
     setTitle(callPlugin<QString>(table, "tableItem_objectTitle()"));
-    fitColumns();
 }
 
 TableItem::~TableItem()
@@ -125,8 +125,9 @@ TableItem::~TableItem()
     delete m_table;
 }
 
-QSizeF TableItem::fullSize() const
+QSizeF TableItem::fullSize()
 {
+    ensureFitted();
     const QSizeF frame = size() - contentRect().size();
     // Wide enough for the scroll bar of a lower item too.
     const int scrollBar = m_view->verticalScrollBar()->sizeHint().width();
@@ -134,7 +135,7 @@ QSizeF TableItem::fullSize() const
         + frame;
 }
 
-double TableItem::fullWidth(double height) const
+double TableItem::fullWidth(double height)
 {
     const QSizeF full = fullSize();
     return full.width() + (full.height() > height ? m_view->verticalScrollBar()->sizeHint().width() : 0);
@@ -170,6 +171,18 @@ void TableItem::fillContextMenu(QMenu *menu)
     connect(menu->addAction(tr("Select All")), &QAction::triggered, m_view, &QTableView::selectAll);
 }
 
+void TableItem::fitColumnsLater()
+{
+    m_fitted = false;
+    update();
+}
+
+void TableItem::ensureFitted()
+{
+    if (!std::exchange(m_fitted, true))
+        fitColumns();
+}
+
 void TableItem::fitColumns()
 {
     // Wide enough for the view and for paper, where the header is bold.
@@ -187,8 +200,9 @@ void TableItem::fitColumns()
     update();
 }
 
-void TableItem::paintTable(QPainter *painter, const QRectF &area) const
+void TableItem::paintTable(QPainter *painter, const QRectF &area)
 {
+    ensureFitted();
     painter->save();
     painter->setClipRect(area, Qt::IntersectClip);
     painter->fillRect(area, Qt::white);

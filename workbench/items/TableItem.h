@@ -19,9 +19,9 @@ public:
     TableModel *model() const { return m_model; }
 
     /// The size at which every row and column shows.
-    QSizeF fullSize() const;
+    QSizeF fullSize();
     /// The width at which every column shows in an item of this height, beside the scroll bar if that takes one.
-    double fullWidth(double height) const;
+    double fullWidth(double height);
 
     /// Code and decimal places of the column in a section of the header, -1 for none.
     Q_INVOKABLE int colId(qint8 section);
@@ -32,17 +32,23 @@ public:
     void receiveMessage(const QVariantMap &message) override;
 
     /// Rules, header and as many rows as fit.
-    void paintTable(QPainter *painter, const QRectF &area) const;
+    void paintTable(QPainter *painter, const QRectF &area);
+
+    /// Gives the columns the widths of their contents, if they have not got them yet.
+    void ensureFitted();
 
 protected:
     void layoutContent(const QRectF &content) override;
     void fillContextMenu(QMenu *menu) override;
 
 private:
+    /// Measuring every cell is worth its time only when somebody looks.
     void fitColumns();
+    void fitColumnsLater();
 
     QPointer<QObject> m_table;
     TableModel *m_model;
     QTableView *m_view;
     QGraphicsWidget *m_proxy;
+    bool m_fitted = false;
 };
