@@ -51,21 +51,22 @@ QVariantMap givenByNucleus(const SimulateOptions &options, Member member)
 }
 
 /// What the plug-in's next spectrum starts from, with as few points as it can have.
-void writeSettings(const SimulateOptions &options)
+void writeSettings(QSettings &settings, const SimulateOptions &options)
 {
-    QSettings settings;
-    settings.beginGroup(QStringLiteral("magresPlugin"));
-    settings.setValue(key("nucF2"), options.dimension[0].nucleus);
-    settings.setValue(key("nucF1"), options.dimension[1].nucleus);
-    settings.setValue(key("freq"), options.frequency);
-    settings.setValue(key("specType"), options.twoDimensional ? 1 : 0);
-    settings.setValue(key("avIdx"), options.averaging);
-    settings.setValue(key("correlation"), options.correlation);
+    const auto set = [&settings](const char *name, const QVariant &value) {
+        settings.setValue(QStringLiteral("magresPlugin/") + key(name), value);
+    };
+    set("nucF2", options.dimension[0].nucleus);
+    set("nucF1", options.dimension[1].nucleus);
+    set("freq", options.frequency);
+    set("specType", options.twoDimensional ? 1 : 0);
+    set("avIdx", options.averaging);
+    set("correlation", options.correlation);
     for (const char *points : pointKeys)
-        settings.setValue(key(points), draftPoints);
-    settings.setValue(key("ref"), givenByNucleus(options, &DimensionOptions::reference));
-    settings.setValue(key("slope"), givenByNucleus(options, &DimensionOptions::slope));
-    settings.setValue(key("lw"), givenByNucleus(options, &DimensionOptions::lineWidth));
+        set(points, draftPoints);
+    set("ref", givenByNucleus(options, &DimensionOptions::reference));
+    set("slope", givenByNucleus(options, &DimensionOptions::slope));
+    set("lw", givenByNucleus(options, &DimensionOptions::lineWidth));
 }
 
 void setQuadrupolarShifts(QVariantHash &parameters, const SimulateOptions &options)
@@ -188,7 +189,9 @@ void Simulation::createSpectrum(const SimulateOptions &options)
 {
     checkSites(options);
     m_options = options;
-    writeSettings(options);
+    // Alive until the plug-in is done: what it writes itself then goes to the file together with this.
+    QSettings settings;
+    writeSettings(settings, options);
     NmrItem *before = m_host.scene().currentNmrItem();
     callSlot(m_table->table(), "createSpectrum()");
     m_item = m_host.scene().currentNmrItem();

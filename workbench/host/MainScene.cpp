@@ -75,7 +75,7 @@ QGraphicsWidget *MainScene::addCustomTableItem(QObject *table, bool activate)
 {
     if (!table)
         return nullptr;
-    auto *item = new TableItem(table);
+    auto *item = new TableItem(table, m_drawn ? TableItem::WithView : TableItem::WithoutView);
     const QRectF beside = PageLayout::tablePart(m_lastStructureRow);
     if (m_lastStructureRow.isEmpty() || !isFree(beside))
         return place(item, PageLayout::rowBelow(usedRect(), PageLayout::structureHeight), activate);

@@ -35,7 +35,7 @@ public:
     /// The next free place for a spectrum, below everything.
     Q_INVOKABLE QRectF getEmptyRect() const;
 
-    /// For a document that is never drawn: items are not fitted to their contents.
+    /// A document that is never drawn goes without what only looks need.
     void setDrawn(bool drawn) { m_drawn = drawn; }
 
     /// Where a file that is read now puts its molecule.

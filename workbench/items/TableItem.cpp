@@ -96,30 +96,36 @@ QTableView *makeView(TableModel *model)
 
 } // namespace
 
-TableItem::TableItem(QObject *table, QGraphicsItem *parent)
+TableItem::TableItem(QObject *table, Looks looks, QGraphicsItem *parent)
     : DocumentItem(QUuid::createUuid(), parent),
       m_table(table),
       m_model(new TableModel(table, this)),
-      m_view(makeView(m_model))
+      m_view(looks == WithView ? makeView(m_model) : nullptr)
 {
     if (table)
         table->setParent(this);
-    auto *proxy = new TableProxy(this);
-    proxy->setWidget(m_view);
-    m_proxy = proxy;
-    setFocusProxy(proxy);
-
-    connect(m_model, &QAbstractItemModel::modelReset, this, &TableItem::fitColumnsLater);
+    if (m_view)
+        createProxy();
     callPlugin(table, "tableItem_init(QGraphicsWidget*,QAbstractItemView*,QAbstractItemModel*)",
                static_cast<QGraphicsWidget *>(this), static_cast<QAbstractItemView *>(m_view),
                static_cast<QAbstractItemModel *>(m_model));
     setTitle(callPlugin<QString>(table, "tableItem_objectTitle()"));
 }
 
+void TableItem::createProxy()
+{
+    auto *proxy = new TableProxy(this);
+    proxy->setWidget(m_view);
+    m_proxy = proxy;
+    setFocusProxy(proxy);
+    connect(m_model, &QAbstractItemModel::modelReset, this, &TableItem::fitColumnsLater);
+}
+
 TableItem::~TableItem()
 {
     // The table first, while the view and the model that it was given still exist.
-    m_view->selectionModel()->disconnect(m_table);
+    if (m_view)
+        m_view->selectionModel()->disconnect(m_table);
     m_model->disconnect(m_table);
     m_model->setTable(nullptr);
     delete m_table;
@@ -163,12 +169,14 @@ void TableItem::receiveMessage(const QVariantMap &message)
 
 void TableItem::layoutContent(const QRectF &content)
 {
-    m_proxy->setGeometry(content);
+    if (m_proxy)
+        m_proxy->setGeometry(content);
 }
 
 void TableItem::fillContextMenu(QMenu *menu)
 {
-    connect(menu->addAction(tr("Select All")), &QAction::triggered, m_view, &QTableView::selectAll);
+    if (m_view)
+        connect(menu->addAction(tr("Select All")), &QAction::triggered, m_view, &QTableView::selectAll);
 }
 
 void TableItem::fitColumnsLater()

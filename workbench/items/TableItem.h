@@ -11,10 +11,14 @@ class TableItem : public DocumentItem {
     Q_OBJECT
 
 public:
-    explicit TableItem(QObject *table, QGraphicsItem *parent = nullptr);
+    /// Without a view the item can neither be drawn nor sized: for documents that nobody looks at.
+    enum Looks { WithView, WithoutView };
+
+    explicit TableItem(QObject *table, Looks looks = WithView, QGraphicsItem *parent = nullptr);
     ~TableItem() override;
 
     QObject *table() const { return m_table; }
+    /// Null for an item without.
     QTableView *view() const { return m_view; }
     TableModel *model() const { return m_model; }
 
@@ -42,6 +46,7 @@ protected:
     void fillContextMenu(QMenu *menu) override;
 
 private:
+    void createProxy();
     /// Measuring every cell is worth its time only when somebody looks.
     void fitColumns();
     void fitColumnsLater();
@@ -49,6 +54,6 @@ private:
     QPointer<QObject> m_table;
     TableModel *m_model;
     QTableView *m_view;
-    QGraphicsWidget *m_proxy;
+    QGraphicsWidget *m_proxy = nullptr;
     bool m_fitted = false;
 };
