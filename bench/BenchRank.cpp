@@ -81,9 +81,9 @@ double childTime()
 void rank(benchmark::State &state)
 {
     const Candidates &files = candidates();
-    const QStringList arguments{QStringLiteral("rank"),         QStringLiteral("--nucleus"), files.record.nucF2,
-                                QStringLiteral("--experiment"), files.experiment,            QStringLiteral("--format"),
-                                QStringLiteral("csv")};
+    const QStringList arguments{
+        QStringLiteral("rank"), QStringLiteral("--nucleus"), files.record.nucF2,   QStringLiteral("--experiment"),
+        files.experiment,       QStringLiteral("--format"),  QStringLiteral("csv")};
     const auto rankAll = [&] {
         QProcess program;
         program.start(QStringLiteral(WORKBENCH_PROGRAM), arguments + files.files);
@@ -103,9 +103,9 @@ void rank(benchmark::State &state)
     }
 }
 
-/// The same files by the computations alone: each is read with its bonds and whole molecules into the map that documents
-/// keep, and shown in a table; the map is read back and simulated with the points that a spectrum has by default, as in
-/// update/; and once more for the fit.
+/// The same files by the computations alone: each is read with its bonds and whole molecules into the map that
+/// documents keep, and shown in a table; the map is read back and simulated with the points that a spectrum has by
+/// default, as in update/; and once more for the fit.
 void parts(benchmark::State &state)
 {
     const Candidates &files = candidates();

@@ -8,6 +8,7 @@
 #include "cli/RankCommand.h"
 #include "cli/SimulateOptions.h"
 #include "cli/Simulation.h"
+#include "cli/SpinSystemCommand.h"
 #include "host/Elision.h"
 #include "host/HostApplication.h"
 #include "host/NucleusTables.h"
@@ -32,7 +33,7 @@ constexpr OptionSpec experimentSpec{
     "peaks are picked: CSV ppm,intensity, JCAMP-DX or a Bruker folder. Required."};
 constexpr OptionSpec outputSpec{"o", "OUT",
                                 "Output file; its suffix chooses the format: .csv (data points), .json (axes, peaks, "
-                                "parameters), .png, .svg or .pdf "
+                                "parameters), .jdx or .dx (JCAMP-DX, 1D only), .png, .svg or .pdf "
                                 "(the plot). May be given more than once.",
                                 true};
 constexpr OptionSpec pageSpec{
@@ -270,6 +271,7 @@ const std::vector<Command> &commands()
          withSimulateOptions({experimentSpec}), prepareRmsd},
         {"render", "FILE -o PAGE [options]", "Draws the document page: molecule, table and spectrum.",
          "The spectrum is simulated when --nucleus is given.", withSimulateOptions({pageSpec}), prepareRender},
+        spinSystemCommand(),
         rankCommand(),
         rankWorkerCommand(),
     };

@@ -5,6 +5,7 @@
 #include "cli/Simulation.h"
 #include "host/HostApplication.h"
 #include "host/MainScene.h"
+#include "io/JcampExport.h"
 #include "io/OutputFiles.h"
 #include "io/PageExport.h"
 #include "io/SpectrumExport.h"
@@ -26,6 +27,8 @@ void writeSpectrum(const Simulation &simulation, const QString &suffix, QIODevic
         SpectrumExport::writeCsv(simulation.data(), simulation.entry(), device);
     else if (suffix == u"json")
         SpectrumExport::writeJson(simulation.data(), simulation.entry(), device);
+    else if (suffix == u"jdx" || suffix == u"dx")
+        JcampExport::write(simulation.data(), simulation.entry(), device);
     else
         PageExport::writePlot(simulation.item(), device, *PageExport::formatOfSuffix(suffix));
 }
@@ -37,11 +40,11 @@ OutputOptions::OutputOptions(const QStringList &fileNames, Kind kind) : m_fileNa
     QStringList seen;
     for (const QString &fileName : fileNames) {
         const QString suffix = suffixOf(fileName);
-        const bool data = suffix == u"csv" || suffix == u"json";
+        const bool data = suffix == u"csv" || suffix == u"json" || suffix == u"jdx" || suffix == u"dx";
         if (!PageExport::formatOfSuffix(suffix) && !(kind == Spectrum && data)) {
             throw UsageError(QStringLiteral("option -o: the suffix of \"%1\" is not one of: %2")
                                  .arg(fileName,
-                                      kind == Spectrum ? QStringLiteral(".csv, .json, .png, .svg, .pdf")
+                                      kind == Spectrum ? QStringLiteral(".csv, .json, .jdx, .dx, .png, .svg, .pdf")
                                                        : QStringLiteral(".png, .svg, .pdf")));
         }
         const QString path = QFileInfo(fileName).absoluteFilePath();

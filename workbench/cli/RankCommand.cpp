@@ -143,9 +143,8 @@ CommandRun prepareRank(const CommandLine &line)
     required(line, "experiment");
     const SimulateOptions options = SimulateOptions::parse(line, NucleusTables());
     const RankOutput output(line);
-    const int jobs = line.has("jobs")
-        ? OptionValues::count(CommandLine::shown("jobs"), line.value("jobs"), mostWorkers)
-        : 1;
+    const int jobs =
+        line.has("jobs") ? OptionValues::count(CommandLine::shown("jobs"), line.value("jobs"), mostWorkers) : 1;
     return [=](const ProgramStart &start) {
         readExperiment(line, options);
         output.check();
@@ -219,8 +218,10 @@ Command rankCommand()
                     "  magres-workbench rank --merge PART.csv... [--format FORMAT] [-o OUT]";
     command.summary = "Ranks candidate structures by how well their spectra fit an experiment.";
     command.details =
-        "Each structure is simulated, its shift reference moved to the experiment (as by fit), and its RMSD taken. The\n"
-        "table lists the smallest RMSD first, with the reference, the offset by which it was moved, and the numbers of\n"
+        "Each structure is simulated, its shift reference moved to the experiment (as by fit), and its RMSD taken. "
+        "The\n"
+        "table lists the smallest RMSD first, with the reference, the offset by which it was moved, and the numbers "
+        "of\n"
         "simulated and experimental peaks; structures that failed stand at the end with the reason. In 2D the ranking\n"
         "RMSD is the root mean square of both dimensions' in Hz, given in ppm of F2. Points, ranges and line widths\n"
         "have no bearing on the result. csv and json have full precision.\n"

@@ -60,8 +60,7 @@ std::vector<double> reportedRmsds(const QString &report)
     std::vector<double> values;
     for (auto match = line.globalMatch(report); match.hasNext();) {
         const QByteArray number = match.next().captured(1).toLatin1();
-        values.push_back(
-            NumberText::parse<double>({number.constData(), size_t(number.size())}).value_or(std::nan("")));
+        values.push_back(NumberText::parse<double>({number.constData(), size_t(number.size())}).value_or(std::nan("")));
     }
     return values;
 }

@@ -245,8 +245,7 @@ QByteArray json(const std::vector<RankRow> &rows, int dimensions)
             object.insert(QStringLiteral("peaks_experimental"), *row.experimentalPeaks);
         for (const Column &column : numberColumns(dimensions)) {
             if (!row.failed())
-                object.insert(QLatin1String(column.name),
-                              row.dimensions[std::size_t(column.dimension)].*column.value);
+                object.insert(QLatin1String(column.name), row.dimensions[std::size_t(column.dimension)].*column.value);
         }
         array.append(object);
     }

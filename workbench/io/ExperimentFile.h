@@ -14,8 +14,8 @@ public:
     /// dimensions or nuclei among them, are std::runtime_error (UTF-8).
     Experiment(const QString &path, const QStringList &nuclei);
 
-    /// An entry for NMR data, with its peaks: those of a peak list, or the ones picked from a spectrum and counted as in
-    /// countedLike(). Nuclei that the file does not name are those of the simulated spectrum.
+    /// An entry for NMR data, with its peaks: those of a peak list, or the ones picked from a spectrum and counted as
+    /// in countedLike(). Nuclei that the file does not name are those of the simulated spectrum.
     QVariantMap beside(const QList<SpectrumPeak> &simulated) const;
 
 private:
