@@ -2,14 +2,13 @@
 #include "host/WMainWindow.h"
 
 #include "host/DataEngine.h"
+#include "host/ExportMenu.h"
 #include "host/FileFilterRegistry.h"
 #include "host/MainScene.h"
 #include "host/MainView.h"
 #include "host/PluginManager.h"
 #include "host/StackMenu.h"
 #include "io/ExperimentFile.h"
-#include "io/OutputFiles.h"
-#include "io/PageExport.h"
 #include "items/DocumentItem.h"
 #include "items/NmrData.h"
 #include "items/NmrItem.h"
@@ -35,7 +34,8 @@ WMainWindow::WMainWindow(FileFilterRegistry *filters)
       m_view(new MainView(m_scene, this)),
       m_nmrContextMenu(new QMenu(this)),
       m_itemMenu(new QMenu(this)),
-      m_stackMenu(new StackMenu(m_scene, this))
+      m_stackMenu(new StackMenu(m_scene, this)),
+      m_exportMenu(new ExportMenu(m_scene, m_data, this))
 {
     setObjectName(QStringLiteral("mainWindow"));
     setWindowTitle(tr("Magres Workbench"));
@@ -44,6 +44,8 @@ WMainWindow::WMainWindow(FileFilterRegistry *filters)
     setCentralWidget(m_view);
     connect(m_scene, &MainScene::itemAdded, this, &WMainWindow::addHostMenu);
     connect(m_stackMenu, &StackMenu::reported, this, [this](const QString &text) { statusBar()->showMessage(text); });
+    connect(m_exportMenu, &ExportMenu::reported, this,
+            [this](const QString &text) { statusBar()->showMessage(text, 5000); });
     createMenus();
     resize(1100, 900);
     m_view->setFocus();
@@ -161,7 +163,7 @@ void WMainWindow::createMenus()
 {
     QMenu *file = menuBar()->addMenu(tr("&File"));
     file->addAction(tr("&Open..."), QKeySequence::Open, this, &WMainWindow::chooseFiles);
-    file->addAction(tr("&Export Page..."), QKeySequence(tr("Ctrl+E")), this, &WMainWindow::exportPage);
+    file->addMenu(m_exportMenu);
     file->addSeparator();
     file->addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);
 
@@ -234,22 +236,6 @@ void WMainWindow::chooseFiles()
         return;
     m_lastDirectory = QFileInfo(files.constFirst()).path();
     openFiles(files);
-}
-
-void WMainWindow::exportPage()
-{
-    const QString fileName = QFileDialog::getSaveFileName(
-        this, tr("Export Page"), m_lastDirectory, tr("PDF document (*.pdf);;SVG image (*.svg);;PNG image (*.png)"));
-    if (fileName.isEmpty())
-        return;
-    try {
-        OutputFiles output;
-        PageExport::writePage(*m_scene, output.open(fileName), PageExport::formatOf(fileName));
-        output.commit();
-        statusBar()->showMessage(tr("%1 is written").arg(fileName), 5000);
-    } catch (const std::exception &error) {
-        QMessageBox::critical(this, tr("The page cannot be exported"), QString::fromUtf8(error.what()));
-    }
 }
 
 void WMainWindow::deleteActiveItem()

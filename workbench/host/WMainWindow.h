@@ -9,6 +9,7 @@
 
 class DataEngine;
 class DocumentItem;
+class ExportMenu;
 class FileFilterRegistry;
 class MainScene;
 class MainView;
@@ -71,7 +72,6 @@ private:
     /// A measured spectrum goes onto the item, or the current one when that is null.
     void openPath(const QString &path, NmrItem *onto);
     void chooseFiles();
-    void exportPage();
     void deleteActiveItem();
     void showAbout();
     void addHostMenu(DocumentItem *item);
@@ -84,5 +84,6 @@ private:
     QMenu *m_nmrContextMenu;
     QMenu *m_itemMenu;
     StackMenu *m_stackMenu;
+    ExportMenu *m_exportMenu;
     QString m_lastDirectory;
 };

@@ -27,6 +27,12 @@ public:
     /// The width at which every column shows in an item of this height, beside the scroll bar if that takes one.
     double fullWidth(double height);
 
+    /// The selected rows, or all when none is selected, as they are shown and ordered: tab-separated, under the titles.
+    QString selectionText() const;
+    void copySelection() const;
+    /// The labels of the atoms in the selected rows.
+    QStringList selectedLabels() const;
+
     /// Code and decimal places of the column in a section of the header, -1 for none.
     Q_INVOKABLE int colId(qint8 section);
     Q_INVOKABLE int colDigits(qint8 section);
@@ -50,6 +56,13 @@ private:
     /// Measuring every cell is worth its time only when somebody looks.
     void fitColumns();
     void fitColumnsLater();
+    void offerSorting();
+    /// By the column of the header's sort indicator. Rows change their places in the view only: for the plug-in, which
+    /// knows the view, they keep their numbers.
+    void sortRows();
+    /// The model's rows from top to bottom.
+    QList<int> shownRows() const;
+    QList<int> selectedRows() const;
 
     QPointer<QObject> m_table;
     TableModel *m_model;
