@@ -147,13 +147,21 @@ QStringList ExportMenu::nucleiOfSpectrum() const
     return nuclei;
 }
 
-/// The atoms of the table's selected rows, and reference and slope of the current spectrum.
+/// The atoms of the nuclei that the table's selected rows hold (none: all), and reference and slope of the current
+/// spectrum.
 SpinSystem::Options ExportMenu::spinSystemOptions(const QStringList &nuclei) const
 {
     SpinSystem::Options options;
     options.nuclei = nuclei;
-    if (const TableItem *table = m_scene->currentTableItem())
-        options.labels = table->selectedLabels();
+    QStringList elements;
+    for (const QString &nucleus : nuclei)
+        elements.append(NucleusTables::element(nucleus));
+    const TableItem *table = m_scene->currentTableItem();
+    for (const QVariant &row : table ? table->selectedRowMaps() : QVariantList()) {
+        const QVariantMap map = row.toMap();
+        if (elements.contains(map.value(QStringLiteral("type")).toString()))
+            options.labels += map.value(QStringLiteral("labels")).toStringList();
+    }
     if (const NmrItem *item = m_scene->currentNmrItem()) {
         NmrData &stack = *item->nmrData();
         for (const QUuid &entry : stack.entryIds()) {

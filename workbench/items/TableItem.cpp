@@ -309,13 +309,13 @@ void TableItem::copySelection() const
     QGuiApplication::clipboard()->setText(selectionText());
 }
 
-QStringList TableItem::selectedLabels() const
+QVariantList TableItem::selectedRowMaps() const
 {
     const auto rows = callPlugin<QVariantList>(m_table, "tableModel_rows()");
-    QStringList labels;
+    QVariantList selected;
     for (int row : selectedRows())
-        labels += rows.value(row).toMap().value(QStringLiteral("labels")).toStringList();
-    return labels;
+        selected.append(rows.value(row));
+    return selected;
 }
 
 void TableItem::fitColumnsLater()

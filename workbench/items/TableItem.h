@@ -30,8 +30,8 @@ public:
     /// The selected rows, or all when none is selected, as they are shown and ordered: tab-separated, under the titles.
     QString selectionText() const;
     void copySelection() const;
-    /// The labels of the atoms in the selected rows.
-    QStringList selectedLabels() const;
+    /// The plug-in's maps of the selected rows.
+    QVariantList selectedRowMaps() const;
 
     /// Code and decimal places of the column in a section of the header, -1 for none.
     Q_INVOKABLE int colId(qint8 section);
