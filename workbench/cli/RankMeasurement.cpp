@@ -128,7 +128,8 @@ RankRow RankMeasurement::measure(const QString &file)
         compare(file, row);
     } catch (const std::exception &error) {
         row.dimensions.clear();
-        row.message = elided(QString::fromUtf8(error.what()).simplified());
+        // The plug-in's general advice stands before the cause.
+        row.message = elided(QString::fromUtf8(error.what()).section(QStringLiteral("\n\n"), -1).simplified());
         if (row.message.isEmpty())
             row.message = QStringLiteral("failed without a message");
     }

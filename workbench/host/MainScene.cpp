@@ -66,7 +66,7 @@ QGraphicsWidget *MainScene::createNMRItem(const QRectF &rect, const QVariantMap 
     // A map needs more height than a line, and a free place at the end of the document can give it.
     if (isTwoDimensional(data) && isFree(place_))
         place_ = PageLayout::rowBelow(usedRect(), PageLayout::spectrum2DHeight);
-    auto *item = new NmrItem;
+    auto *item = new NmrItem(m_drawn ? NmrItem::WithPlot : NmrItem::WithoutPlot);
     item->nmrData()->addEntry(data, tr("Simulated"));
     return place(item, place_, activate);
 }

@@ -11,10 +11,14 @@ class NmrItem : public DocumentItem {
     Q_OBJECT
 
 public:
-    explicit NmrItem(QGraphicsItem *parent = nullptr);
+    /// Without a plot the item cannot be drawn: for documents that nobody looks at.
+    enum Looks { WithPlot, WithoutPlot };
+
+    explicit NmrItem(Looks looks = WithPlot, QGraphicsItem *parent = nullptr);
     ~NmrItem() override;
 
     NmrData *nmrData() const { return m_data; }
+    /// Null for an item without.
     NmrPlot *plot() const { return m_plot; }
 
     Q_INVOKABLE QObject *getNMRData();
