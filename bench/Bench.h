@@ -29,5 +29,6 @@ void registerBonds();
 void registerData();
 void registerDocument();
 void registerLineShapes();
+void registerRank();
 
 } // namespace Bench

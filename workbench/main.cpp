@@ -27,6 +27,8 @@ QString commandList()
 {
     QString text = QStringLiteral("Commands (magres-workbench COMMAND --help tells more):\n");
     for (const Command &command : commands()) {
+        if (command.isInternal)
+            continue;
         text += QStringLiteral("  magres-workbench %1 %2\n      %3\n")
                     .arg(QLatin1String(command.name), QLatin1String(command.usage), QLatin1String(command.summary));
     }

@@ -133,9 +133,9 @@ const NuclearProperties &TMagresFileFilterPlugin::nuclearProperties() const
     return m_host.nuclearProperties();
 }
 
-QVariantMap TMagresFileFilterPlugin::dataMap(const QUuid &dataId) const
+MagresData TMagresFileFilterPlugin::data(const QUuid &dataId) const
 {
-    return m_host.dataMap(dataId);
+    return m_host.data(dataId);
 }
 
 void TMagresFileFilterPlugin::createSpectrum(const QUuid &dataId)

@@ -44,7 +44,7 @@ public:
 
 private:
     const NuclearProperties &nuclearProperties() const override;
-    QVariantMap dataMap(const QUuid &dataId) const override;
+    MagresData data(const QUuid &dataId) const override;
     void createSpectrum(const QUuid &dataId) override;
     bool chooseQuadrupolarIsotope(const QUuid &dataId) override;
 

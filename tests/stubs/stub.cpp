@@ -3,11 +3,12 @@
 
 #include <QtWidgets>
 
+#include <csignal>
 #include <stdexcept>
 
 /// A plug-in for tests of hosts: registers as a file filter, adds a menu entry, accepts metadata that depend on Qt 6.5,
 /// and reads files that begin with "stub" as one empty molecule. A file that begins with "stub-fail" raises an
-/// exception after the molecule was made.
+/// exception after the molecule was made, and one that begins with "stub-kill" ends the program at once.
 class StubPlugin : public QObject, public IPlugin_v1_4 {
     Q_OBJECT
     Q_INTERFACES(IPlugin IPlugin_v1_1 IPlugin_v1_2 IPlugin_v1_3 IPlugin_v1_4)
@@ -53,6 +54,8 @@ public:
                                           Q_ARG(QRectF, rect), Q_ARG(QVariantMap, {}), Q_ARG(bool, false));
             }
         }
+        if (start(fileName).startsWith("stub-kill"))
+            std::raise(SIGKILL);
         if (start(fileName).startsWith("stub-fail"))
             throw std::runtime_error("the stub fails on purpose");
         return {item};

@@ -6,7 +6,7 @@
 #include <stdexcept>
 
 /// The exit statuses of all commands.
-enum ExitStatus { ExitDone = 0, ExitFailed = 1, ExitWrongUsage = 2 };
+enum ExitStatus { ExitDone = 0, ExitFailed = 1, ExitWrongUsage = 2, ExitSomeFailed = 3 };
 
 /// The command line is wrong; the text names the option or argument.
 class UsageError : public std::runtime_error {

@@ -5,8 +5,10 @@
 #include "cli/MessageLog.h"
 #include "cli/OutputOptions.h"
 #include "cli/PrivateSettings.h"
+#include "cli/RankCommand.h"
 #include "cli/SimulateOptions.h"
 #include "cli/Simulation.h"
+#include "cli/SpinSystemCommand.h"
 #include "host/Elision.h"
 #include "host/HostApplication.h"
 #include "host/NucleusTables.h"
@@ -31,7 +33,7 @@ constexpr OptionSpec experimentSpec{
     "peaks are picked: CSV ppm,intensity, JCAMP-DX or a Bruker folder. Required."};
 constexpr OptionSpec outputSpec{"o", "OUT",
                                 "Output file; its suffix chooses the format: .csv (data points), .json (axes, peaks, "
-                                "parameters), .png, .svg or .pdf "
+                                "parameters), .jdx or .dx (JCAMP-DX, 1D only), .png, .svg or .pdf "
                                 "(the plot). May be given more than once.",
                                 true};
 constexpr OptionSpec pageSpec{
@@ -46,13 +48,6 @@ std::vector<OptionSpec> withSimulateOptions(std::vector<OptionSpec> options)
     const std::vector<OptionSpec> &simulate = SimulateOptions::specs();
     options.insert(options.end(), simulate.begin(), simulate.end());
     return options;
-}
-
-QString required(const CommandLine &line, const char *option)
-{
-    if (!line.has(option))
-        throw UsageError(QStringLiteral("option %1 is required").arg(CommandLine::shown(option)));
-    return line.value(option);
 }
 
 /// The peaks as a table, largest shift first as the plug-in sorted them.
@@ -90,11 +85,11 @@ CommandRun prepareTable(const CommandLine &line)
     if (!format)
         throw UsageError(QStringLiteral("option --format: \"%1\" is not one of: text, csv, json").arg(formatName));
     const QString file = line.positional().constFirst();
-    return [=](HostApplication &host, MessageLog &log) {
+    return headless([=](HostApplication &host, MessageLog &log) {
         Simulation simulation(host, log);
         simulation.readFile(file, isotopes);
         printOut(QString::fromUtf8(TableExport::write(simulation.table(), *format)));
-    };
+    });
 }
 
 CommandRun prepareSimulate(const CommandLine &line)
@@ -103,7 +98,7 @@ CommandRun prepareSimulate(const CommandLine &line)
     const SimulateOptions options = SimulateOptions::parse(line, NucleusTables());
     const OutputOptions outputs(line.values("o"), OutputOptions::Spectrum);
     const QString file = line.positional().constFirst();
-    return [=](HostApplication &host, MessageLog &log) {
+    return headless([=](HostApplication &host, MessageLog &log) {
         Simulation simulation(host, log);
         simulation.readFile(file, options.isotopes);
         simulation.run(options);
@@ -111,7 +106,7 @@ CommandRun prepareSimulate(const CommandLine &line)
         reportLineWidths(simulation, !outputs.isEmpty());
         if (outputs.isEmpty())
             printOut(peakTable(simulation));
-    };
+    });
 }
 
 /// What `fit` and `rmsd` have in common: simulation and experiment in one stack.
@@ -132,14 +127,14 @@ CommandRun prepareFit(const CommandLine &line)
     const SimulateOptions options = SimulateOptions::parse(line, NucleusTables());
     const OutputOptions outputs(line.values("o"), OutputOptions::Spectrum);
     const QString file = line.positional().constFirst();
-    return [=](HostApplication &host, MessageLog &log) {
+    return headless([=](HostApplication &host, MessageLog &log) {
         Simulation simulation(host, log);
         stackWithExperiment(simulation, file, options, experiment);
         const QString report = simulation.autoReference();
         outputs.write(host, simulation);
         reportLineWidths(simulation, true);
         printOut(report + u'\n');
-    };
+    });
 }
 
 CommandRun prepareRmsd(const CommandLine &line)
@@ -148,11 +143,11 @@ CommandRun prepareRmsd(const CommandLine &line)
     const QString experiment = required(line, "experiment");
     const SimulateOptions options = SimulateOptions::parse(line, NucleusTables());
     const QString file = line.positional().constFirst();
-    return [=](HostApplication &host, MessageLog &log) {
+    return headless([=](HostApplication &host, MessageLog &log) {
         Simulation simulation(host, log);
         stackWithExperiment(simulation, file, options, experiment);
         printOut(simulation.rmsd() + u'\n');
-    };
+    });
 }
 
 CommandRun prepareRender(const CommandLine &line)
@@ -168,7 +163,7 @@ CommandRun prepareRender(const CommandLine &line)
     const SimulateOptions options = SimulateOptions::parse(line, NucleusTables());
     const OutputOptions outputs(line.values("o"), OutputOptions::Page);
     const QString file = line.positional().constFirst();
-    return [=](HostApplication &host, MessageLog &log) {
+    return headless([=](HostApplication &host, MessageLog &log) {
         Simulation simulation(host, log);
         simulation.readFile(file, options.isotopes);
         if (withSpectrum)
@@ -176,7 +171,7 @@ CommandRun prepareRender(const CommandLine &line)
         outputs.write(host, simulation);
         if (withSpectrum)
             reportLineWidths(simulation, true);
-    };
+    });
 }
 
 QString usageOf(const Command &command)
@@ -200,24 +195,48 @@ void printPluginFailures(const HostApplication &host)
     }
 }
 
-void runHeadless(const CommandRun &run, int argc, char **argv, const QString &pluginDirectory)
+void checkFiles(const Command &command, const QStringList &files)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    const PrivateSettings settings;
-    QApplication application(argc, argv);
-    MessageLog log;
-    HostApplication host(true);
-    host.loadPlugins(pluginDirectory);
-    try {
-        run(host, log);
-    } catch (...) {
-        printPluginFailures(host);
-        throw;
-    }
+    if (command.files != Command::None && files.isEmpty())
+        throw UsageError(QStringLiteral("FILE is missing"));
+    const qsizetype most = command.files == Command::Several ? files.size() : command.files == Command::One ? 1 : 0;
+    if (files.size() > most)
+        throw UsageError(QStringLiteral("expected one FILE, found \"%1\" as well").arg(files[most]));
 }
 
 } // namespace
+
+CommandRun headless(std::function<void(HostApplication &, MessageLog &)> run, const QString &settingsWithin)
+{
+    return [=](const ProgramStart &start) {
+        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+        const PrivateSettings settings(settingsWithin);
+        const QApplication application(start.argc, start.argv);
+        MessageLog log;
+        HostApplication host(true);
+        host.loadPlugins(start.pluginDirectory);
+        try {
+            run(host, log);
+        } catch (...) {
+            printPluginFailures(host);
+            throw;
+        }
+        return ExitDone;
+    };
+}
+
+QString required(const CommandLine &line, const char *option)
+{
+    if (!line.has(option))
+        throw UsageError(QStringLiteral("option %1 is required").arg(CommandLine::shown(option)));
+    return line.value(option);
+}
+
+const OptionSpec &experimentOption()
+{
+    return experimentSpec;
+}
 
 const std::vector<OptionSpec> &commonOptions()
 {
@@ -254,6 +273,9 @@ const std::vector<Command> &commands()
          withSimulateOptions({experimentSpec}), prepareRmsd},
         {"render", "FILE -o PAGE [options]", "Draws the document page: molecule, table and spectrum.",
          "The spectrum is simulated when --nucleus is given.", withSimulateOptions({pageSpec}), prepareRender},
+        spinSystemCommand(),
+        rankCommand(),
+        rankWorkerCommand(),
     };
     return list;
 }
@@ -279,14 +301,9 @@ int runCommand(const Command &command, const QStringList &arguments, int argc, c
             printOut(helpOf(command));
             return ExitDone;
         }
-        if (line.positional().size() != 1) {
-            throw UsageError(line.positional().isEmpty()
-                                 ? QStringLiteral("FILE is missing")
-                                 : QStringLiteral("expected one FILE, found \"%1\" as well").arg(line.positional()[1]));
-        }
+        checkFiles(command, line.positional());
         const CommandRun run = command.prepare(line);
-        runHeadless(run, argc, argv, line.has("plugin-path") ? line.value("plugin-path") : pluginDirectory);
-        return ExitDone;
+        return run({argc, argv, line.has("plugin-path") ? line.value("plugin-path") : pluginDirectory});
     } catch (const UsageError &error) {
         printError(program + QString::fromUtf8(error.what())
                    + QStringLiteral("\nUsage: %1\nSee magres-workbench %2 --help\n")

@@ -8,20 +8,42 @@
 class HostApplication;
 class MessageLog;
 
-/// What a command does when its arguments are right.
-using CommandRun = std::function<void(HostApplication &, MessageLog &)>;
+/// What a command needs to start an application.
+struct ProgramStart {
+    int &argc;
+    char **argv;
+    QString pluginDirectory; ///< empty: the default
+};
+
+/// What a command does when its arguments are right; returns the exit status.
+using CommandRun = std::function<int(const ProgramStart &)>;
+
+/// A run inside a headless host with private settings, in a directory of their own.
+CommandRun headless(std::function<void(HostApplication &, MessageLog &)> run, const QString &settingsWithin = {});
 
 /// A command of the program. Its arguments are understood, and refused, before a host is started.
 struct Command {
+    /// Positional arguments.
+    enum Files { None, One, Several };
+
     const char *name;
     /// What follows the program's and the command's name.
     const char *usage;
     const char *summary;
     const char *details;
     std::vector<OptionSpec> options;
-    /// Throws UsageError; the line has exactly one positional argument, the file.
+    /// Throws UsageError; the line has as many positional arguments as `files` says.
     CommandRun (*prepare)(const CommandLine &line);
+    Files files = One;
+    /// Not for users, and not listed.
+    bool isInternal = false;
 };
+
+/// Options that more than one command has.
+const OptionSpec &experimentOption();
+
+/// The value of an option without which the command cannot be. Throws UsageError.
+QString required(const CommandLine &line, const char *option);
 
 const std::vector<Command> &commands();
 const Command *findCommand(const QString &name);

@@ -65,6 +65,14 @@ std::pair<double, double> range(const QString &option, const QString &text)
     return {*from, *to};
 }
 
+int count(const QString &option, const QString &text, int most)
+{
+    const auto value = parsed<int>(text);
+    if (!value || *value < 1 || *value > most)
+        fail(option, text, QStringLiteral("a whole number from 1 to %1").arg(most));
+    return *value;
+}
+
 int points(const QString &option, const QString &text)
 {
     const auto value = parsed<int>(text);

@@ -15,6 +15,9 @@ double positive(const QString &option, const QString &text);
 /// "FROM:TO", two different numbers in any order.
 std::pair<double, double> range(const QString &option, const QString &text);
 
+/// A whole number from 1 to `most`.
+int count(const QString &option, const QString &text, int most);
+
 /// One of the offered point counts, the powers of two from 128 to 67108864.
 int points(const QString &option, const QString &text);
 

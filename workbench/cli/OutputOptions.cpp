@@ -12,7 +12,6 @@
 #include "io/OutputFiles.h"
 #include "io/PageExport.h"
 #include "io/SpectrumExport.h"
-#include "items/NmrData.h"
 #include "items/NmrItem.h"
 
 #include <QFileInfo>
@@ -33,30 +32,19 @@ void writePage(HostApplication &host, const QString &suffix, QIODevice &device)
         PageExport::writePage(host.scene(), device, *PageExport::formatOfSuffix(suffix));
 }
 
-void writeSpectrum(const Simulation &simulation, const QString &suffix, QIODevice &device)
-{
-    if (suffix == u"csv")
-        SpectrumExport::writeCsv(simulation.data(), simulation.entry(), device);
-    else if (suffix == u"json")
-        SpectrumExport::writeJson(simulation.data(), simulation.entry(), device);
-    else
-        PageExport::writePlot(simulation.item(), device, *PageExport::formatOfSuffix(suffix));
-}
-
 } // namespace
 
 OutputOptions::OutputOptions(const QStringList &fileNames, Kind kind) : m_fileNames(fileNames), m_kind(kind)
 {
+    const QStringList pages{QStringLiteral("png"), QStringLiteral("svg"), QStringLiteral("pdf"),
+                            QLatin1String(DocumentFile::suffix)};
     QStringList seen;
     for (const QString &fileName : fileNames) {
         const QString suffix = suffixOf(fileName);
-        const bool data = suffix == u"csv" || suffix == u"json";
-        const bool document = suffix == QLatin1String(DocumentFile::suffix);
-        if (!PageExport::formatOfSuffix(suffix) && !(kind == Spectrum ? data : document)) {
+        const QStringList known = kind == Spectrum ? SpectrumExport::suffixes() : pages;
+        if (!known.contains(suffix)) {
             throw UsageError(QStringLiteral("option -o: the suffix of \"%1\" is not one of: %2")
-                                 .arg(fileName,
-                                      kind == Spectrum ? QStringLiteral(".csv, .json, .png, .svg, .pdf")
-                                                       : QStringLiteral(".png, .svg, .pdf, .magresdoc")));
+                                 .arg(fileName, u'.' + known.join(QLatin1String(", ."))));
         }
         const QString path = QFileInfo(fileName).absoluteFilePath();
         if (seen.contains(path))
@@ -74,7 +62,7 @@ void OutputOptions::write(HostApplication &host, const Simulation &simulation) c
         if (m_kind == Page)
             writePage(host, suffix, device);
         else
-            writeSpectrum(simulation, suffix, device);
+            SpectrumExport::write(simulation.item(), simulation.entry(), suffix, device);
     }
     files.commit();
 }

@@ -33,17 +33,25 @@ void removeWhenInterrupted(const std::filesystem::path &directory)
 
 } // namespace
 
-PrivateSettings::PrivateSettings() : m_directory(QDir::tempPath() + QStringLiteral("/magres-workbench-XXXXXX"))
+PrivateSettings::PrivateSettings(const QString &within)
+    : m_directory((within.isEmpty() ? QDir::tempPath() : within) + QStringLiteral("/magres-workbench-XXXXXX"))
 {
     if (!m_directory.isValid()) {
         throw CommandError(QStringLiteral("a temporary directory cannot be made in %1: %2")
-                               .arg(QDir::tempPath(), m_directory.errorString()));
+                               .arg(within.isEmpty() ? QDir::tempPath() : within, m_directory.errorString()));
     }
     removeWhenInterrupted(m_directory.path().toStdString());
     // Qt would make a directory of its own for this, complain, and leave it behind.
     if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
         qputenv("XDG_RUNTIME_DIR", QFile::encodeName(m_directory.path()));
+    // Below a file there can be no other, so nothing is ever written: plug-ins write settings often, and each time Qt
+    // would flush them to the disk. Settings objects share what they hold in memory for as long as one of them lives.
+    QFile noDirectory(m_directory.filePath(QStringLiteral("settings")));
+    if (!noDirectory.open(QIODevice::WriteOnly))
+        throw CommandError(
+            QStringLiteral("%1 cannot be written: %2").arg(noDirectory.fileName(), noDirectory.errorString()));
     QSettings::setDefaultFormat(QSettings::IniFormat);
     for (QSettings::Scope scope : {QSettings::UserScope, QSettings::SystemScope})
-        QSettings::setPath(QSettings::IniFormat, scope, m_directory.path());
+        QSettings::setPath(QSettings::IniFormat, scope, noDirectory.fileName());
+    m_settings = std::make_unique<QSettings>();
 }

@@ -51,38 +51,45 @@ QVariantMap givenByNucleus(const SimulateOptions &options, Member member)
 }
 
 /// What the plug-in's next spectrum starts from, with as few points as it can have.
-void writeSettings(const SimulateOptions &options)
+void writeSettings(QSettings &settings, const SimulateOptions &options)
 {
-    QSettings settings;
-    settings.beginGroup(QStringLiteral("magresPlugin"));
-    settings.setValue(key("nucF2"), options.dimension[0].nucleus);
-    settings.setValue(key("nucF1"), options.dimension[1].nucleus);
-    settings.setValue(key("freq"), options.frequency);
-    settings.setValue(key("specType"), options.twoDimensional ? 1 : 0);
-    settings.setValue(key("avIdx"), options.averaging);
-    settings.setValue(key("correlation"), options.correlation);
+    const auto set = [&settings](const char *name, const QVariant &value) {
+        settings.setValue(QStringLiteral("magresPlugin/") + key(name), value);
+    };
+    set("nucF2", options.dimension[0].nucleus);
+    set("nucF1", options.dimension[1].nucleus);
+    set("freq", options.frequency);
+    set("specType", options.twoDimensional ? 1 : 0);
+    set("avIdx", options.averaging);
+    set("correlation", options.correlation);
     for (const char *points : pointKeys)
-        settings.setValue(key(points), draftPoints);
-    settings.setValue(key("ref"), givenByNucleus(options, &DimensionOptions::reference));
-    settings.setValue(key("slope"), givenByNucleus(options, &DimensionOptions::slope));
-    settings.setValue(key("lw"), givenByNucleus(options, &DimensionOptions::lineWidth));
+        set(points, draftPoints);
+    set("ref", givenByNucleus(options, &DimensionOptions::reference));
+    set("slope", givenByNucleus(options, &DimensionOptions::slope));
+    set("lw", givenByNucleus(options, &DimensionOptions::lineWidth));
+}
+
+void setQuadrupolarShifts(QVariantHash &parameters, const SimulateOptions &options)
+{
+    QList<int> shifts;
+    for (const DimensionOptions &dimension : options.dimension)
+        shifts.append(dimension.quadrupolarShift ? 1 : 0);
+    parameters.insert(key("qShift"), QVariant::fromValue(shifts));
 }
 
 /// Adds to the parameters of a spectrum what no settings hold: ranges and quadrupolar shifts.
 void setRangesAndShifts(QVariantHash &parameters, const SimulateOptions &options)
 {
     const char *ranges[] = {"RangeF2", "RangeF1"};
-    QList<int> shifts;
     for (int d = 0; d < 2; ++d) {
         const DimensionOptions &dimension = options.dimension[d];
-        shifts.append(dimension.quadrupolarShift ? 1 : 0);
         if (dimension.range) {
             const DoubleVector range{dimension.range->first, dimension.range->second};
             parameters.insert(key(ranges[d]), QVariant::fromValue(range));
             parameters.insert(key(ranges[d]) + QStringLiteral("User"), true);
         }
     }
-    parameters.insert(key("qShift"), QVariant::fromValue(shifts));
+    setQuadrupolarShifts(parameters, options);
 }
 
 void setDraftPoints(QVariantHash &parameters)
@@ -178,22 +185,39 @@ void Simulation::callSlot(QObject *object, const char *slot)
         throw CommandError(elided(errors.join(u'\n')));
 }
 
-void Simulation::run(const SimulateOptions &options)
+void Simulation::createSpectrum(const SimulateOptions &options)
 {
     checkSites(options);
     m_options = options;
-    writeSettings(options);
+    // Alive until the plug-in is done: what it writes itself then goes to the file together with this.
+    QSettings settings;
+    writeSettings(settings, options);
     NmrItem *before = m_host.scene().currentNmrItem();
     callSlot(m_table->table(), "createSpectrum()");
     m_item = m_host.scene().currentNmrItem();
     if (!m_item || m_item == before)
         throw CommandError(QStringLiteral("the plug-in made no spectrum of %1").arg(m_fileName));
     m_entry = data().activeEntryId();
+    checkNuclei(options, parameters());
+}
 
+void Simulation::run(const SimulateOptions &options)
+{
+    createSpectrum(options);
     QVariantHash wanted = parameters();
-    checkNuclei(options, wanted);
     setRangesAndShifts(wanted, options);
     generate(wanted);
+    m_log.takeInformation();
+}
+
+void Simulation::runForPeaks(const SimulateOptions &options)
+{
+    createSpectrum(options);
+    if (options.dimension[0].quadrupolarShift || options.dimension[1].quadrupolarShift) {
+        QVariantHash wanted = parameters();
+        setQuadrupolarShifts(wanted, options);
+        update(wanted);
+    }
     m_log.takeInformation();
 }
 
@@ -282,9 +306,16 @@ void Simulation::addExperiment(const QString &fileName)
     data().setActiveEntryId(m_entry);
 }
 
+QUuid Simulation::addExperiment(const Experiment &experiment)
+{
+    const QUuid entry = data().addEntry(experiment.beside(data().spectrum(m_entry).peaks), QString());
+    data().setActiveEntryId(m_entry);
+    return entry;
+}
+
 QString Simulation::autoReference()
 {
-    const QString text = report("autoRef()");
+    const QString text = fitReference();
     generate(parameters());
     m_log.takeInformation();
     return text;

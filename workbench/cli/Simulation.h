@@ -7,6 +7,7 @@
 #include <QUuid>
 #include <QVariantHash>
 
+class Experiment;
 class HostApplication;
 class MessageLog;
 class NmrData;
@@ -28,6 +29,8 @@ public:
     /// Makes the spectrum. A 2D dimension for which the user gives no line width gets at least two points of its axis:
     /// narrower peaks would fall between the points.
     void run(const SimulateOptions &options);
+    /// As run(), but for the peaks alone: the spectrum has few points, and no line widths or ranges of the user.
+    void runForPeaks(const SimulateOptions &options);
 
     NmrItem &item() const;
     NmrData &data() const;
@@ -40,9 +43,13 @@ public:
 
     /// A peak list, or a spectrum of which the peaks are picked.
     void addExperiment(const QString &fileName);
+    /// Its entry.
+    QUuid addExperiment(const Experiment &experiment);
     /// The plug-in's report. The spectrum is then made anew with the fitted reference: ranges that the user has not
     /// given follow it.
     QString autoReference();
+    /// Auto reference as the plug-in leaves the spectrum.
+    QString fitReference() { return report("autoRef()"); }
     QString rmsd() { return report("calcRmsd()"); }
 
 private:
@@ -50,6 +57,7 @@ private:
     void checkNuclei(const SimulateOptions &options, const QVariantHash &made) const;
     void callSlot(QObject *object, const char *slot);
     QString report(const char *slot);
+    void createSpectrum(const SimulateOptions &options);
     /// Makes the spectrum from the parameters, with the points of the options and the line widths that they need.
     void generate(QVariantHash parameters);
     void update(const QVariantHash &parameters);

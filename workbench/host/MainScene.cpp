@@ -66,7 +66,7 @@ QGraphicsWidget *MainScene::createNMRItem(const QRectF &rect, const QVariantMap 
     // A map needs more height than a line, and a free place at the end of the document can give it.
     if (isTwoDimensional(data) && isFree(place_))
         place_ = PageLayout::rowBelow(usedRect(), PageLayout::spectrum2DHeight);
-    auto *item = new NmrItem;
+    auto *item = new NmrItem({}, m_drawn ? NmrItem::WithPlot : NmrItem::WithoutPlot);
     item->nmrData()->addEntry(data, tr("Simulated"));
     return place(item, place_, activate);
 }
@@ -75,11 +75,13 @@ QGraphicsWidget *MainScene::addCustomTableItem(QObject *table, bool activate)
 {
     if (!table)
         return nullptr;
-    auto *item = new TableItem(table);
+    auto *item = new TableItem(table, {}, m_drawn ? TableItem::WithView : TableItem::WithoutView);
     const QRectF beside = PageLayout::tablePart(m_lastStructureRow);
     if (m_lastStructureRow.isEmpty() || !isFree(beside))
         return place(item, PageLayout::rowBelow(usedRect(), PageLayout::structureHeight), activate);
     place(item, beside, activate);
+    if (!m_drawn)
+        return item;
     // A molecule fits into any width, columns do not.
     const double share = PageLayout::moleculeShareBeside(item->fullWidth(beside.height()));
     if (m_lastMolecule && m_lastMolecule->geometry() == PageLayout::moleculePart(m_lastStructureRow)) {

@@ -35,6 +35,9 @@ public:
     /// The next free place for a spectrum, below everything.
     Q_INVOKABLE QRectF getEmptyRect() const;
 
+    /// A document that is never drawn goes without what only looks need.
+    void setDrawn(bool drawn) { m_drawn = drawn; }
+
     /// Where a file that is read now puts its molecule.
     QRectF emptyStructureRect() const;
 
@@ -91,4 +94,5 @@ private:
     QPointer<TableItem> m_currentTable;
     QPointer<DocumentItem> m_lastMolecule;
     QRectF m_lastStructureRow;
+    bool m_drawn = true;
 };

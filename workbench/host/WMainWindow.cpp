@@ -3,6 +3,7 @@
 
 #include "host/DataEngine.h"
 #include "host/DocumentController.h"
+#include "host/ExportMenu.h"
 #include "host/FileFilterRegistry.h"
 #include "host/MainScene.h"
 #include "host/MainView.h"
@@ -11,8 +12,6 @@
 #include "host/StackMenu.h"
 #include "io/DocumentFile.h"
 #include "io/ExperimentFile.h"
-#include "io/OutputFiles.h"
-#include "io/PageExport.h"
 #include "items/DocumentItem.h"
 #include "items/NmrData.h"
 #include "items/NmrItem.h"
@@ -40,7 +39,8 @@ WMainWindow::WMainWindow(FileFilterRegistry *filters)
       m_itemMenu(new QMenu(this)),
       m_stackMenu(new StackMenu(m_scene, this)),
       m_document(new DocumentController(m_scene, m_data, this)),
-      m_recentFiles(new RecentFiles(this))
+      m_recentFiles(new RecentFiles(this)),
+      m_exportMenu(new ExportMenu(m_scene, m_data, this))
 {
     setObjectName(QStringLiteral("mainWindow"));
     setAcceptDrops(true);
@@ -49,6 +49,7 @@ WMainWindow::WMainWindow(FileFilterRegistry *filters)
     connect(m_scene, &MainScene::itemAdded, this, &WMainWindow::addHostMenu);
     const auto report = [this](const QString &text) { statusBar()->showMessage(text); };
     connect(m_stackMenu, &StackMenu::reported, this, report);
+    connect(m_exportMenu, &ExportMenu::reported, this, report);
     connect(m_document, &DocumentController::reported, this, report);
     connect(m_document, &DocumentController::fileUsed, m_recentFiles, &RecentFiles::add);
     connect(m_recentFiles, &RecentFiles::chosen, this, [this](const QString &file) { openPath(file, nullptr); });
@@ -211,7 +212,7 @@ void WMainWindow::createFileMenu()
     file->addAction(tr("&Save"), QKeySequence::Save, m_document, &DocumentController::save);
     file->addAction(tr("Save &As..."), QKeySequence::SaveAs, m_document, &DocumentController::saveAs);
     file->addSeparator();
-    file->addAction(tr("&Export Page..."), QKeySequence(tr("Ctrl+E")), this, &WMainWindow::exportPage);
+    file->addMenu(m_exportMenu);
     file->addSeparator();
     file->addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);
 }
@@ -275,22 +276,6 @@ void WMainWindow::chooseFiles()
         return;
     m_lastDirectory = QFileInfo(files.constFirst()).path();
     openFiles(files);
-}
-
-void WMainWindow::exportPage()
-{
-    const QString fileName = QFileDialog::getSaveFileName(
-        this, tr("Export Page"), m_lastDirectory, tr("PDF document (*.pdf);;SVG image (*.svg);;PNG image (*.png)"));
-    if (fileName.isEmpty())
-        return;
-    try {
-        OutputFiles output;
-        PageExport::writePage(*m_scene, output.open(fileName), PageExport::formatOf(fileName));
-        output.commit();
-        statusBar()->showMessage(tr("%1 is written").arg(fileName), 5000);
-    } catch (const std::exception &error) {
-        QMessageBox::critical(this, tr("The page cannot be exported"), QString::fromUtf8(error.what()));
-    }
 }
 
 void WMainWindow::deleteActiveItem()

@@ -10,6 +10,7 @@
 class DataEngine;
 class DocumentController;
 class DocumentItem;
+class ExportMenu;
 class FileFilterRegistry;
 class MainScene;
 class MainView;
@@ -76,7 +77,6 @@ private:
     /// A measured spectrum goes onto the item, or the current one when that is null.
     void openPath(const QString &path, NmrItem *onto);
     void chooseFiles();
-    void exportPage();
     void deleteActiveItem();
     void showAbout();
     void addHostMenu(DocumentItem *item);
@@ -91,5 +91,6 @@ private:
     StackMenu *m_stackMenu;
     DocumentController *m_document;
     RecentFiles *m_recentFiles;
+    ExportMenu *m_exportMenu;
     QString m_lastDirectory;
 };

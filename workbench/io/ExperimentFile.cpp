@@ -83,27 +83,22 @@ QString massAndSymbol(const SpectrumAxis &axis)
     return axis.element.isEmpty() ? QString() : QString::number(axis.massNumber) + axis.element;
 }
 
-void checkDimensions(qsizetype found, const Spectrum &beside, const QString &path)
+void checkDimensions(qsizetype found, qsizetype expected, const QString &name)
 {
-    if (found != beside.dimensions()) {
-        fail(tr("%1 has %2 dimension(s), the spectrum in the plot has %3")
-                 .arg(QFileInfo(path).fileName())
-                 .arg(found)
-                 .arg(beside.dimensions()));
+    if (found != expected) {
+        fail(tr("%1 has %2 dimension(s), the spectrum in the plot has %3").arg(name).arg(found).arg(expected));
     }
 }
 
-void matchNuclei(ExperimentalSpectrum &measured, const Spectrum &beside, const QString &path)
+void matchNuclei(ExperimentalSpectrum &measured, const QStringList &nuclei, const QString &name)
 {
     for (size_t d = 0; d < measured.dimensions.size(); ++d) {
-        const QString there = massAndSymbol(beside.axes[qsizetype(d)]);
+        const QString &there = nuclei[qsizetype(d)];
         QString &nucleus = measured.dimensions[d].nucleus;
         if (nucleus.isEmpty())
             nucleus = there;
-        if (!there.isEmpty() && nucleus != there) {
-            fail(
-                tr("%1 is a spectrum of %2, the plot shows one of %3").arg(QFileInfo(path).fileName(), nucleus, there));
-        }
+        if (!there.isEmpty() && nucleus != there)
+            fail(tr("%1 is a spectrum of %2, the plot shows one of %3").arg(name, nucleus, there));
     }
 }
 
@@ -119,24 +114,6 @@ std::vector<PeakListFile::Peak> pickedPeaks(const ExperimentalSpectrum &measured
             peaks.push_back({axes[0].ppm(peak.point), 0.0, peak.height});
     }
     return peaks;
-}
-
-QVariantMap peakEntry(const std::vector<PeakListFile::Peak> &peaks)
-{
-    return {{QStringLiteral("Peaks"), PeakListFile::toPeakMap(peaks)}};
-}
-
-QVariantMap spectrumEntry(ExperimentalSpectrum measured, const Spectrum &beside, const QString &path)
-{
-    checkDimensions(qsizetype(measured.dimensions.size()), beside, path);
-    matchNuclei(measured, beside, path);
-    auto picked = pickedPeaks(measured);
-    if (measured.dimensions.size() == 1)
-        picked = countedLike(beside.peaks, std::move(picked));
-    const QVariantMap peaks = peakEntry(picked);
-    QVariantMap entry = toEntryMap(std::move(measured));
-    entry.insert(peaks);
-    return entry;
 }
 
 bool isText(const QString &path)
@@ -204,13 +181,44 @@ QVariantMap read(const QString &path, const Spectrum &beside)
 {
     if (beside.isEmpty())
         fail(tr("there is no spectrum to put %1 beside").arg(QFileInfo(path).fileName()));
-    if (isText(path)) {
-        const QByteArray text = ReaderText::readFile(path, largestTextFile);
-        if (isPeakList(startOf(text), beside.dimensions()))
-            return peakEntry(PeakListFile::parse(text, path, beside.dimensions()));
-        return spectrumEntry(CsvSpectrumReader::parse(text, path), beside, path);
-    }
-    return spectrumEntry(openExperimentalSpectrum(path), beside, path);
+    QStringList nuclei;
+    for (const SpectrumAxis &axis : beside.axes)
+        nuclei.append(massAndSymbol(axis));
+    return Experiment(path, nuclei).beside(beside.peaks);
 }
 
 } // namespace ExperimentFile
+
+Experiment::Experiment(const QString &path, const QStringList &nuclei)
+{
+    using namespace ExperimentFile;
+    const QString name = QFileInfo(path).fileName();
+    if (!isText(path)) {
+        readSpectrum(openExperimentalSpectrum(path), nuclei, name);
+        return;
+    }
+    const QByteArray text = ReaderText::readFile(path, largestTextFile);
+    if (isPeakList(startOf(text), int(nuclei.size())))
+        m_peaks = PeakListFile::parse(text, path, int(nuclei.size()));
+    else
+        readSpectrum(CsvSpectrumReader::parse(text, path), nuclei, name);
+}
+
+void Experiment::readSpectrum(ExperimentalSpectrum measured, const QStringList &nuclei, const QString &name)
+{
+    ExperimentFile::checkDimensions(qsizetype(measured.dimensions.size()), nuclei.size(), name);
+    ExperimentFile::matchNuclei(measured, nuclei, name);
+    m_peaks = ExperimentFile::pickedPeaks(measured);
+    m_picked = true;
+    m_entry = toEntryMap(std::move(measured));
+}
+
+QVariantMap Experiment::beside(const QList<SpectrumPeak> &simulated) const
+{
+    // In one dimension.
+    const bool counted = m_picked && m_entry.value(QStringLiteral("Length")).value<QList<int>>().value(1) == 1;
+    QVariantMap entry = m_entry;
+    entry.insert(QStringLiteral("Peaks"),
+                 PeakListFile::toPeakMap(counted ? ExperimentFile::countedLike(simulated, m_peaks) : m_peaks));
+    return entry;
+}

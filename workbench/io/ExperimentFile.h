@@ -2,9 +2,29 @@
 #pragma once
 
 #include "io/PeakListFile.h"
+#include "io/readers/ExperimentalSpectrum.h"
 #include "items/Spectrum.h"
 
 #include <QStringList>
+
+/// An experiment in memory, which can be put beside any number of simulated spectra of the same nuclei.
+class Experiment {
+public:
+    /// `nuclei` are those of the simulated spectra, F2 first; an empty name fits any. Errors, an experiment of other
+    /// dimensions or nuclei among them, are std::runtime_error (UTF-8).
+    Experiment(const QString &path, const QStringList &nuclei);
+
+    /// An entry for NMR data, with its peaks: those of a peak list, or the ones picked from a spectrum and counted as
+    /// in countedLike(). Nuclei that the file does not name are those of the simulated spectrum.
+    QVariantMap beside(const QList<SpectrumPeak> &simulated) const;
+
+private:
+    void readSpectrum(ExperimentalSpectrum measured, const QStringList &nuclei, const QString &name);
+
+    QVariantMap m_entry; ///< without peaks
+    std::vector<PeakListFile::Peak> m_peaks;
+    bool m_picked = false;
+};
 
 /// Measured spectra and peak lists from files, in the form in which they are stacked onto a simulated spectrum.
 namespace ExperimentFile {
@@ -14,10 +34,7 @@ QStringList nameFilters();
 /// By the name alone: what does not look like an experiment is a matter of the plug-ins.
 bool isExperiment(const QString &path);
 
-/// An entry for NMR data, with its peaks: those of a peak list, or the ones picked from a spectrum
-/// and counted as in countedLike(). Nuclei that the
-/// file does not name are those of the spectrum beside which it goes. Errors, an experiment of other dimensions or
-/// nuclei among them, are std::runtime_error (UTF-8).
+/// Experiment(path, its nuclei).beside(its peaks), for a spectrum that has points.
 QVariantMap read(const QString &path, const Spectrum &beside);
 
 /// Comma-separated text that holds peaks and not the points of a spectrum. A header tells: its last column is called

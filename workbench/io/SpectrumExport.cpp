@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "io/SpectrumExport.h"
 
+#include "io/JcampExport.h"
 #include "io/JsonValues.h"
 #include "io/NumberText.h"
+#include "io/PageExport.h"
 #include "items/NmrData.h"
+#include "items/NmrItem.h"
 
 #include <QIODevice>
 #include <QJsonArray>
@@ -131,6 +134,28 @@ void writeJson(NmrData &data, const QUuid &entry, QIODevice &device)
         {QStringLiteral("parameters"), toJson(data.entryOrigParams(entry, QStringLiteral("magres")))},
     };
     device.write(QJsonDocument(object).toJson());
+}
+
+const QStringList &suffixes()
+{
+    static const QStringList list{QStringLiteral("csv"), QStringLiteral("json"), QStringLiteral("jdx"),
+                                  QStringLiteral("dx"),  QStringLiteral("png"),  QStringLiteral("svg"),
+                                  QStringLiteral("pdf")};
+    return list;
+}
+
+void write(NmrItem &item, const QUuid &entry, const QString &suffix, QIODevice &device)
+{
+    if (suffix == u"csv")
+        writeCsv(*item.nmrData(), entry, device);
+    else if (suffix == u"json")
+        writeJson(*item.nmrData(), entry, device);
+    else if (suffix == u"jdx" || suffix == u"dx")
+        JcampExport::write(*item.nmrData(), entry, device);
+    else if (const auto format = PageExport::formatOfSuffix(suffix))
+        PageExport::writePlot(item, device, *format);
+    else
+        throw std::runtime_error("the file name must end in ." + suffixes().join(QLatin1String(", .")).toStdString());
 }
 
 } // namespace SpectrumExport

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QStringList>
+
 class NmrData;
+class NmrItem;
 class QIODevice;
 class QUuid;
 
@@ -15,5 +18,11 @@ void writeCsv(const NmrData &data, const QUuid &entry, QIODevice &device);
 /// Everything but the points: axes, frequencies (MHz), widths and reference offsets (Hz), peaks (ppm) and the
 /// parameters of the plug-in. Arrays over dimensions hold F2, then F1, one entry per dimension.
 void writeJson(NmrData &data, const QUuid &entry, QIODevice &device);
+
+/// The suffixes that stand for a format: data points, parameters, JCAMP-DX, pictures of the plot.
+const QStringList &suffixes();
+
+/// In the format of the suffix (lower case, without the dot); another suffix is an error.
+void write(NmrItem &item, const QUuid &entry, const QString &suffix, QIODevice &device);
 
 } // namespace SpectrumExport

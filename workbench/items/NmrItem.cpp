@@ -41,11 +41,11 @@ private:
 
 } // namespace
 
-NmrItem::NmrItem(const QUuid &id, QGraphicsItem *parent)
+NmrItem::NmrItem(const QUuid &id, Looks looks, QGraphicsItem *parent)
     : DocumentItem(id, parent),
       m_data(new NmrData(this)),
-      m_plot(new NmrPlot(m_data)),
-      m_proxy(new PlotProxy(m_plot, this))
+      m_plot(looks == WithPlot ? new NmrPlot(m_data) : nullptr),
+      m_proxy(m_plot ? new PlotProxy(m_plot, this) : nullptr)
 {
     connect(m_data, &NmrData::entriesChanged, this, &NmrItem::updateTitle);
     connect(m_data, &NmrData::entryChanged, this, &NmrItem::updateTitle);
@@ -62,12 +62,14 @@ QObject *NmrItem::getNMRData()
 
 void NmrItem::layoutContent(const QRectF &content)
 {
-    m_proxy->setGeometry(content);
+    if (m_proxy)
+        m_proxy->setGeometry(content);
 }
 
 void NmrItem::fillContextMenu(QMenu *menu)
 {
-    connect(menu->addAction(tr("Show Full Range")), &QAction::triggered, m_plot, &NmrPlot::fullReset);
+    if (m_plot)
+        connect(menu->addAction(tr("Show Full Range")), &QAction::triggered, m_plot, &NmrPlot::fullReset);
 }
 
 void NmrItem::updateTitle()

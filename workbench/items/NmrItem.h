@@ -11,11 +11,15 @@ class NmrItem : public DocumentItem {
     Q_OBJECT
 
 public:
+    /// Without a plot the item cannot be drawn: for documents that nobody looks at.
+    enum Looks { WithPlot, WithoutPlot };
+
     /// A null id becomes a new one.
-    explicit NmrItem(const QUuid &id = {}, QGraphicsItem *parent = nullptr);
+    explicit NmrItem(const QUuid &id = {}, Looks looks = WithPlot, QGraphicsItem *parent = nullptr);
     ~NmrItem() override;
 
     NmrData *nmrData() const { return m_data; }
+    /// Null for an item without.
     NmrPlot *plot() const { return m_plot; }
 
     Q_INVOKABLE QObject *getNMRData();

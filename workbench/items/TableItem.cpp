@@ -4,12 +4,19 @@
 #include "items/PluginCall.h"
 #include "items/TableModel.h"
 
+#include <QClipboard>
+#include <QCollator>
 #include <QGraphicsProxyWidget>
+#include <QGuiApplication>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QPainter>
 #include <QScrollBar>
 #include <QTableView>
+
+#include <cmath>
+#include <numeric>
 
 namespace {
 
@@ -26,6 +33,7 @@ public:
 
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *target) override
     {
+        m_item->ensureFitted();
         if (DocumentItem::isPageOutput(painter, target))
             m_item->paintTable(painter, rect());
         else
@@ -64,9 +72,63 @@ QFont headerFont()
     return font;
 }
 
-QTableView *makeView(TableModel *model)
+/// Copies rows where the base class would copy a single cell.
+class TableView : public QTableView {
+public:
+    explicit TableView(TableItem *item) : m_item(item) { }
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override
+    {
+        if (!event->matches(QKeySequence::Copy))
+            return QTableView::keyPressEvent(event);
+        m_item->copySelection();
+        event->accept();
+    }
+
+private:
+    TableItem *m_item;
+};
+
+/// Numbers by size, texts by the alphabet but with the numbers in them by size (C2 before C10), empty cells last.
+class CellOrder {
+public:
+    CellOrder(const TableModel &model, int column, Qt::SortOrder order) : m_descending(order == Qt::DescendingOrder)
+    {
+        for (int row = 0; row < model.rowCount(); ++row)
+            m_values.append(model.data(model.index(row, column), Qt::EditRole));
+        m_collator.setNumericMode(true);
+    }
+
+    bool operator()(int a, int b) const
+    {
+        const bool hasA = isComparable(m_values[a]), hasB = isComparable(m_values[b]);
+        if (!hasA || !hasB)
+            return hasA && !hasB;
+        const int comparison = compared(m_values[a], m_values[b]);
+        return m_descending ? comparison > 0 : comparison < 0;
+    }
+
+private:
+    static bool isComparable(const QVariant &value)
+    {
+        return value.typeId() == QMetaType::Double ? !std::isnan(value.toDouble()) : !value.toString().isEmpty();
+    }
+    int compared(const QVariant &a, const QVariant &b) const
+    {
+        if (a.typeId() == QMetaType::Double && b.typeId() == QMetaType::Double)
+            return (a.toDouble() > b.toDouble()) - (a.toDouble() < b.toDouble());
+        return m_collator.compare(a.toString(), b.toString());
+    }
+
+    QVariantList m_values;
+    QCollator m_collator{QLocale::c()};
+    bool m_descending;
+};
+
+QTableView *makeView(TableItem *item, TableModel *model)
 {
-    auto *view = new QTableView;
+    auto *view = new TableView(item);
     const QPalette palette = pagePalette();
     for (QWidget *widget : std::initializer_list<QWidget *>{view, view->horizontalHeader(), view->viewport()}) {
         widget->setPalette(palette);
@@ -95,35 +157,45 @@ QTableView *makeView(TableModel *model)
 
 } // namespace
 
-TableItem::TableItem(QObject *table, const QUuid &id, QGraphicsItem *parent)
-    : DocumentItem(id, parent), m_table(table), m_model(new TableModel(table, this)), m_view(makeView(m_model))
+TableItem::TableItem(QObject *table, const QUuid &id, Looks looks, QGraphicsItem *parent)
+    : DocumentItem(id, parent),
+      m_table(table),
+      m_model(new TableModel(table, this)),
+      m_view(looks == WithView ? makeView(this, m_model) : nullptr)
 {
     if (table)
         table->setParent(this);
-    auto *proxy = new TableProxy(this);
-    proxy->setWidget(m_view);
-    m_proxy = proxy;
-    setFocusProxy(proxy);
-
-    connect(m_model, &QAbstractItemModel::modelReset, this, &TableItem::fitColumns);
+    if (m_view)
+        createProxy();
     callPlugin(table, "tableItem_init(QGraphicsWidget*,QAbstractItemView*,QAbstractItemModel*)",
                static_cast<QGraphicsWidget *>(this), static_cast<QAbstractItemView *>(m_view),
                static_cast<QAbstractItemModel *>(m_model));
     setTitle(callPlugin<QString>(table, "tableItem_objectTitle()"));
-    fitColumns();
+}
+
+void TableItem::createProxy()
+{
+    auto *proxy = new TableProxy(this);
+    proxy->setWidget(m_view);
+    m_proxy = proxy;
+    setFocusProxy(proxy);
+    connect(m_model, &QAbstractItemModel::modelReset, this, &TableItem::fitColumnsLater);
+    offerSorting();
 }
 
 TableItem::~TableItem()
 {
     // The table first, while the view and the model that it was given still exist.
-    m_view->selectionModel()->disconnect(m_table);
+    if (m_view)
+        m_view->selectionModel()->disconnect(m_table);
     m_model->disconnect(m_table);
     m_model->setTable(nullptr);
     delete m_table;
 }
 
-QSizeF TableItem::fullSize() const
+QSizeF TableItem::fullSize()
 {
+    ensureFitted();
     const QSizeF frame = size() - contentRect().size();
     // Wide enough for the scroll bar of a lower item too.
     const int scrollBar = m_view->verticalScrollBar()->sizeHint().width();
@@ -131,7 +203,7 @@ QSizeF TableItem::fullSize() const
         + frame;
 }
 
-double TableItem::fullWidth(double height) const
+double TableItem::fullWidth(double height)
 {
     const QSizeF full = fullSize();
     return full.width() + (full.height() > height ? m_view->verticalScrollBar()->sizeHint().width() : 0);
@@ -159,12 +231,103 @@ void TableItem::receiveMessage(const QVariantMap &message)
 
 void TableItem::layoutContent(const QRectF &content)
 {
-    m_proxy->setGeometry(content);
+    if (m_proxy)
+        m_proxy->setGeometry(content);
 }
 
 void TableItem::fillContextMenu(QMenu *menu)
 {
+    if (!m_view)
+        return;
     connect(menu->addAction(tr("Select All")), &QAction::triggered, m_view, &QTableView::selectAll);
+    // The key is the view's: it works where the menu is not open.
+    const QString key = QKeySequence(QKeySequence::Copy).toString(QKeySequence::NativeText);
+    connect(menu->addAction(tr("Copy") + u'\t' + key), &QAction::triggered, this, &TableItem::copySelection);
+}
+
+void TableItem::offerSorting()
+{
+    QHeaderView *header = m_view->horizontalHeader();
+    header->setSectionsClickable(true);
+    header->setSortIndicatorShown(true);
+    // The third click shows the order of the file again.
+    header->setSortIndicatorClearable(true);
+    header->setSortIndicator(-1, Qt::AscendingOrder);
+    connect(header, &QHeaderView::sortIndicatorChanged, this, &TableItem::sortRows);
+    connect(m_model, &QAbstractItemModel::modelReset, this, &TableItem::sortRows);
+}
+
+void TableItem::sortRows()
+{
+    const QHeaderView *header = m_view->horizontalHeader();
+    QList<int> order(m_model->rowCount());
+    std::iota(order.begin(), order.end(), 0);
+    if (header->sortIndicatorSection() >= 0 && header->sortIndicatorSection() < m_model->columnCount())
+        std::stable_sort(order.begin(), order.end(),
+                         CellOrder(*m_model, header->sortIndicatorSection(), header->sortIndicatorOrder()));
+    QHeaderView *rows = m_view->verticalHeader();
+    const QSignalBlocker quiet(rows); // one repaint for all
+    for (int visual = 0; visual < order.size(); ++visual)
+        rows->moveSection(rows->visualIndex(order[visual]), visual);
+    m_view->viewport()->update();
+    update();
+}
+
+QList<int> TableItem::shownRows() const
+{
+    QList<int> rows;
+    for (int visual = 0; visual < m_model->rowCount(); ++visual)
+        rows.append(m_view ? m_view->verticalHeader()->logicalIndex(visual) : visual);
+    return rows;
+}
+
+QList<int> TableItem::selectedRows() const
+{
+    QList<int> rows = shownRows();
+    rows.removeIf([this](int row) { return !m_view || !m_view->selectionModel()->rowIntersectsSelection(row); });
+    return rows;
+}
+
+QString TableItem::selectionText() const
+{
+    QStringList titles;
+    for (int column = 0; column < m_model->columnCount(); ++column)
+        titles.append(m_model->headerData(column, Qt::Horizontal).toString());
+    QString text = titles.join(u'\t') + u'\n';
+    const QList<int> selected = selectedRows();
+    for (int row : selected.isEmpty() ? shownRows() : selected) {
+        QStringList cells;
+        for (int column = 0; column < m_model->columnCount(); ++column)
+            cells.append(m_model->data(m_model->index(row, column)).toString());
+        text += cells.join(u'\t') + u'\n';
+    }
+    return text;
+}
+
+void TableItem::copySelection() const
+{
+    QGuiApplication::clipboard()->setText(selectionText());
+}
+
+QVariantList TableItem::selectedRowMaps() const
+{
+    const auto rows = callPlugin<QVariantList>(m_table, "tableModel_rows()");
+    QVariantList selected;
+    for (int row : selectedRows())
+        selected.append(rows.value(row));
+    return selected;
+}
+
+void TableItem::fitColumnsLater()
+{
+    m_fitted = false;
+    update();
+}
+
+void TableItem::ensureFitted()
+{
+    if (!std::exchange(m_fitted, true))
+        fitColumns();
 }
 
 void TableItem::fitColumns()
@@ -184,13 +347,15 @@ void TableItem::fitColumns()
     update();
 }
 
-void TableItem::paintTable(QPainter *painter, const QRectF &area) const
+void TableItem::paintTable(QPainter *painter, const QRectF &area)
 {
+    ensureFitted();
     painter->save();
     painter->setClipRect(area, Qt::IntersectClip);
     painter->fillRect(area, Qt::white);
-    const int first = std::max(0, m_view->rowAt(0));
-    const int all = m_model->rowCount() - first;
+    const QList<int> order = shownRows();
+    const int first = std::max<int>(0, order.indexOf(m_view->rowAt(0)));
+    const int all = int(order.size()) - first;
     const int room = int(area.height() / rowHeight) - 1;
     const int rows = std::max(0, all <= room ? all : room - 1);
     const qreal width = std::min<qreal>(area.width(), m_view->horizontalHeader()->length());
@@ -202,7 +367,7 @@ void TableItem::paintTable(QPainter *painter, const QRectF &area) const
         for (int column = 0; column < m_model->columnCount(); ++column) {
             const QRectF cell(area.left() + m_view->columnViewportPosition(column), y, m_view->columnWidth(column),
                               rowHeight);
-            const QModelIndex index = m_model->index(first + row, column);
+            const QModelIndex index = m_model->index(order.value(first + row, -1), column);
             const QVariant text = row < 0 ? m_model->headerData(column, Qt::Horizontal) : m_model->data(index);
             const QVariant alignment = m_model->headerData(column, Qt::Horizontal, Qt::TextAlignmentRole);
             const QRectF inside = cell.adjusted(cellPadding, 0, -cellPadding, 0);

@@ -72,7 +72,7 @@ void autoReference(const HostContext &host)
         SettingsScope<MagresSpecParams> stored;
         stored.fromMap(stack.storedParameters);
         SettingsScope<MagresData> data;
-        data.fromMap(host.requiredDataMap(stored.magresDataId));
+        data.assign(host.requiredData(stored.magresDataId));
 
         // A copy, not bound to the settings: a fitted reference belongs to this spectrum alone.
         MagresSpecParams parameters = stored;

@@ -46,6 +46,26 @@ QVariantMap HostContext::requiredDataMap(const QUuid &dataId) const
     return map;
 }
 
+const MagresData &HostContext::readBack(const QVariantMap &map) const
+{
+    if (!m_lastMap.isSharedWith(map)) {
+        m_lastData = {};
+        m_lastData.fromMap(map);
+        m_lastMap = map;
+    }
+    return m_lastData;
+}
+
+MagresData HostContext::data(const QUuid &dataId) const
+{
+    return readBack(dataMap(dataId));
+}
+
+MagresData HostContext::requiredData(const QUuid &dataId) const
+{
+    return readBack(requiredDataMap(dataId));
+}
+
 WrNMRData HostContext::activeSpectra() const
 {
     if (QGraphicsWidget *item = m_plugin.activeItem())

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "parameters/NuclearProperties.h"
+#include "reading/MagresData.h"
 #include "support/TPlugin.h"
 #include "support/WrDataEngine.h"
 #include "support/WrNMRData.h"
@@ -35,6 +36,10 @@ public:
     QVariantMap dataMap(const QUuid &dataId) const;
     /// dataMap(), or a TPluginError that says that there is none.
     QVariantMap requiredDataMap(const QUuid &dataId) const;
+    /// The data set read back from its map form, which is done once for as long as the document holds the same map.
+    MagresData data(const QUuid &dataId) const;
+    /// data(), or a TPluginError that says that there is none.
+    MagresData requiredData(const QUuid &dataId) const;
 
     /// The spectra of the current NMR item.
     WrNMRData currentSpectra() const { return WrNMRData(m_plugin.mainWindow().getNMRData()); }
@@ -46,8 +51,12 @@ public:
     void showFailure(const QString &title, const QString &text) const;
 
 private:
+    const MagresData &readBack(const QVariantMap &map) const;
+
     const TPlugin &m_plugin;
     HostNuclearProperties m_properties;
+    mutable QVariantMap m_lastMap;
+    mutable MagresData m_lastData; ///< made from m_lastMap
 };
 
 /// Runs an operation; its failure is shown under the title, with the message in place of the %1 of the text.

@@ -11,12 +11,17 @@ namespace {
 
 using AtomsByLabel = QHash<QByteArray, QVariantList>; // positions in the file
 
-AtomsByLabel atomsByLabel(const MagresData &data)
+/// Of the labels that the peaks name.
+AtomsByLabel atomsByLabel(const MagresData &data, const QList<SpectrumPeak> &peaks)
 {
     AtomsByLabel atoms;
+    for (const SpectrumPeak &peak : peaks)
+        for (const QByteArray &label : peak.labelsF2 + peak.labelsF1)
+            atoms.insert(label, {});
     for (const MagresAtom *atom : atomsInFileOrder(data))
         for (const QByteArray &label : atom->labels)
-            atoms[label].append(atom->recordNo);
+            if (const auto found = atoms.find(label); found != atoms.end())
+                found->append(atom->recordNo);
     return atoms;
 }
 
@@ -66,7 +71,7 @@ void assignPeaks(const WrMainScene &scene, const MagresData &data, const MagresS
     notes.removeIf(
         [&](const QVariant &note) { return note.toMap().value(QStringLiteral("Origin")).toUuid() == entry; });
 
-    const AtomsByLabel atoms = atomsByLabel(data);
+    const AtomsByLabel atoms = atomsByLabel(data, parameters.peaks);
     const QVariantList nuclei = nucleides(parameters.nucF2.toLatin1(), parameters.nucF1.toLatin1());
     const auto note = [&](int dimension, const QVariantList &shiftList) {
         notes.append(QVariantMap{{QStringLiteral("Origin"), entry},

@@ -46,7 +46,7 @@ void createSpectrum(const HostContext &host, const QUuid &dataId)
 {
     runReportingFailure(host, Texts::tr("Interrupted"), Texts::tr("The spectrum cannot be generated: %1"), [&] {
         SettingsScope<MagresData> data;
-        data.fromMap(host.requiredDataMap(dataId));
+        data.assign(host.requiredData(dataId));
         SettingsScope<MagresSpecParams> parameters;
         askForParameters(host, data, parameters);
 
@@ -69,7 +69,7 @@ void updateSpectrum(const HostContext &host)
             throw TPluginError(Texts::tr("The active NMR spectrum is not a MAGRES spectrum"));
         parameters.fromMap(stored);
         SettingsScope<MagresData> data;
-        data.fromMap(host.requiredDataMap(parameters.magresDataId));
+        data.assign(host.requiredData(parameters.magresDataId));
         const QPointer<QObject> stillThere = spectra.object();
         askForParameters(host, data, parameters);
         if (!stillThere)

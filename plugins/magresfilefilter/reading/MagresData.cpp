@@ -64,7 +64,7 @@ void MagresData::loadSettings(const QSettings &settings)
 
 void MagresData::saveSettings(QSettings &settings) const
 {
-    if (!QIso.isEmpty())
+    if (!QIso.isEmpty() && settings.value(isotopesKey) != QIso)
         settings.setValue(isotopesKey, QIso);
 }
 

@@ -100,7 +100,10 @@ void MagresSpecParams::loadSettings(const QSettings &settings)
 void MagresSpecParams::saveSettings(QSettings &settings) const
 {
     const auto setValue = [&settings](const char *key, const QVariant &value) {
-        settings.setValue(QLatin1String("magresPlugin/") + QLatin1String(key), value);
+        const QString name = QLatin1String("magresPlugin/") + QLatin1String(key);
+        // Settings to which anything is written are flushed to their file, changed or not.
+        if (settings.value(name) != value)
+            settings.setValue(name, value);
     };
     setValue("nucF1", nucF1);
     setValue("nucF2", nucF2);

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "parameters/NuclearProperties.h"
+#include "reading/MagresData.h"
 
 #include <QUuid>
-#include <QVariantMap>
 
 /// What the MAGRES table asks of the plug-in around it.
 class MagresCommands {
@@ -13,8 +13,8 @@ public:
 
     virtual const NuclearProperties &nuclearProperties() const = 0;
 
-    /// The map form of a data set in the document; empty if it is gone.
-    virtual QVariantMap dataMap(const QUuid &dataId) const = 0;
+    /// A data set in the document; without atoms if it is gone.
+    virtual MagresData data(const QUuid &dataId) const = 0;
     /// Lets the user make a spectrum from a data set. Reports failures itself.
     virtual void createSpectrum(const QUuid &dataId) = 0;
     /// Lets the user choose an element's quadrupolar isotope and keeps the choice with the data set. True if it

@@ -8,11 +8,11 @@
 template <typename Record>
 class SettingsScope : public Record {
 public:
-    SettingsScope() { this->loadSettings(QSettings()); }
-    ~SettingsScope()
-    {
-        QSettings settings;
-        this->saveSettings(settings);
-    }
+    SettingsScope() { this->loadSettings(m_settings); }
+    ~SettingsScope() { this->saveSettings(m_settings); }
     Q_DISABLE_COPY_MOVE(SettingsScope)
+    void assign(const Record &record) { Record::operator=(record); }
+
+private:
+    QSettings m_settings; // one for both: finding the settings' files takes its time
 };

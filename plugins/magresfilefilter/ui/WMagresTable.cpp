@@ -196,7 +196,7 @@ void WMagresTable::onDataChanged()
 void WMagresTable::reload()
 {
     SettingsScope<MagresData> data;
-    data.fromMap(m_commands.dataMap(m_dataId));
+    data.assign(m_commands.data(m_dataId));
     Magres::ParameterTable table = Magres::parameterTable(data, m_commands.nuclearProperties());
 
     hostModel().beginResetModel();
