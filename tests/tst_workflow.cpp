@@ -536,13 +536,11 @@ void tst_Workflow::autoReference()
     QFETCH(QString, report);
     QFETCH(QString, after);
     makeSpectrum(inputs);
-    const QUuid entry = spectra()->activeEntryId();
     spectra()->addEntry(experimentFor(peaks(), offsetF2, offsetF1, scatter), u"Measured"_s);
     if (experimentFirst) {
-        const QVariantMap simulated = spectra()->entry(entry);
-        spectra()->removeEntry(entry);
-        spectra()->insertSpectrum(entry, simulated);
-        spectra()->setActiveEntryId(entry);
+        NmrStack stack = spectra()->stack();
+        stack.entries.swapItemsAt(0, 1);
+        spectra()->setStack(stack);
     }
     const QVariantList peaksBefore = peaks();
     const QVariantHash parametersBefore = stored();

@@ -5,7 +5,11 @@
 #include "host/FileFilterRegistry.h"
 #include "host/MainScene.h"
 #include "host/MainView.h"
+#include "host/GestureHelp.h"
+#include "host/PeakAtomLinks.h"
+#include "host/PeakMenu.h"
 #include "host/PluginManager.h"
+#include "host/Progress.h"
 #include "host/StackMenu.h"
 #include "io/ExperimentFile.h"
 #include "io/OutputFiles.h"
@@ -21,6 +25,7 @@
 #include <QDragEnterEvent>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLabel>
 #include <QLocale>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -35,7 +40,9 @@ WMainWindow::WMainWindow(FileFilterRegistry *filters)
       m_view(new MainView(m_scene, this)),
       m_nmrContextMenu(new QMenu(this)),
       m_itemMenu(new QMenu(this)),
-      m_stackMenu(new StackMenu(m_scene, this))
+      m_stackMenu(new StackMenu(m_scene, this)),
+      m_peakMenu(new PeakMenu(m_scene, this)),
+      m_readOut(new QLabel(this))
 {
     setObjectName(QStringLiteral("mainWindow"));
     setWindowTitle(tr("Magres Workbench"));
@@ -44,6 +51,9 @@ WMainWindow::WMainWindow(FileFilterRegistry *filters)
     setCentralWidget(m_view);
     connect(m_scene, &MainScene::itemAdded, this, &WMainWindow::addHostMenu);
     connect(m_stackMenu, &StackMenu::reported, this, [this](const QString &text) { statusBar()->showMessage(text); });
+    connect(m_peakMenu, &PeakMenu::reported, this, [this](const QString &text) { statusBar()->showMessage(text); });
+    statusBar()->addPermanentWidget(m_readOut);
+    new PeakAtomLinks(m_scene);
     createMenus();
     resize(1100, 900);
     m_view->setFocus();
@@ -110,8 +120,20 @@ WMainWindow::ReadResult WMainWindow::readFile(const QString &fileName)
 
 void WMainWindow::openFiles(const QStringList &fileNames)
 {
-    for (const QString &fileName : fileNames)
-        openPath(fileName, nullptr);
+    openAll(fileNames, nullptr);
+}
+
+void WMainWindow::openAll(const QStringList &paths, const QPointer<NmrItem> &onto)
+{
+    Progress progress(tr("Opening files..."), this);
+    for (qsizetype i = 0; i < paths.size(); ++i) {
+        progress.setText(tr("Opening %1").arg(QFileInfo(paths[i]).fileName()));
+        if (!progress.step(double(i) / double(paths.size()))) {
+            statusBar()->showMessage(tr("Cancelled: %1 of %2 files are open").arg(i).arg(paths.size()));
+            return;
+        }
+        openPath(paths[i], onto);
+    }
 }
 
 void WMainWindow::openPath(const QString &path, NmrItem *onto)
@@ -150,11 +172,7 @@ void WMainWindow::dropEvent(QDropEvent *event)
     // After the drop has ended: a message box inside would block the program that the file comes from.
     QMetaObject::invokeMethod(
         this,
-        [this, files, onto] {
-            for (const QString &file : files)
-                openPath(file, onto);
-        },
-        Qt::QueuedConnection);
+        [this, files, onto] { openAll(files, onto); }, Qt::QueuedConnection);
 }
 
 void WMainWindow::createMenus()
@@ -177,6 +195,8 @@ void WMainWindow::createMenus()
     viewMenu->addAction(tr("&Page Width"), QKeySequence(tr("Ctrl+0")), m_view, &MainView::fitPageWidth);
 
     QMenu *help = menuBar()->addMenu(tr("&Help"));
+    help->addAction(tr("&Keyboard and Mouse..."), QKeySequence::HelpContents, this,
+                    [this] { GestureHelp(this).exec(); });
     help->addAction(tr("&About and Plug-ins..."), this, &WMainWindow::showAbout);
 }
 
@@ -217,9 +237,12 @@ void WMainWindow::createItemMenu(const QString &title, const std::function<Docum
 
 void WMainWindow::addHostMenu(DocumentItem *item)
 {
-    if (qobject_cast<NmrItem *>(item)) {
+    if (auto *spectrum = qobject_cast<NmrItem *>(item)) {
         item->addContextMenu(m_nmrContextMenu);
         item->addContextMenu(m_stackMenu);
+        item->addContextMenu(m_peakMenu);
+        connect(spectrum, &NmrItem::pointed, m_readOut, &QLabel::setText);
+        connect(spectrum, &NmrItem::reported, this, [this](const QString &text) { statusBar()->showMessage(text); });
     }
     item->addContextMenu(m_itemMenu);
 }

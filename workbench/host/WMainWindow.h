@@ -4,6 +4,7 @@
 #include <QGraphicsWidget>
 #include <QMainWindow>
 #include <QMenu>
+#include <QPointer>
 
 #include <functional>
 
@@ -13,7 +14,9 @@ class FileFilterRegistry;
 class MainScene;
 class MainView;
 class NmrItem;
+class PeakMenu;
 class PluginManager;
+class QLabel;
 class StackMenu;
 
 /// The window, and the object through which plug-ins find the rest of the host. Headless hosts have it too and never
@@ -70,6 +73,8 @@ private:
     void createItemMenu(const QString &title, const std::function<DocumentItem *()> &current, const QString &ifNone);
     /// A measured spectrum goes onto the item, or the current one when that is null.
     void openPath(const QString &path, NmrItem *onto);
+    /// As openPath(), one after the other, until the user has enough.
+    void openAll(const QStringList &paths, const QPointer<NmrItem> &onto);
     void chooseFiles();
     void exportPage();
     void deleteActiveItem();
@@ -84,5 +89,7 @@ private:
     QMenu *m_nmrContextMenu;
     QMenu *m_itemMenu;
     StackMenu *m_stackMenu;
+    PeakMenu *m_peakMenu;
+    QLabel *m_readOut; ///< what is under the cursor
     QString m_lastDirectory;
 };

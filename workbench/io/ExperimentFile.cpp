@@ -97,6 +97,9 @@ void matchNuclei(ExperimentalSpectrum &measured, const Spectrum &beside, const Q
 {
     for (size_t d = 0; d < measured.dimensions.size(); ++d) {
         const QString there = massAndSymbol(beside.axes[qsizetype(d)]);
+        // The same nucleus in the same magnet; ppm do not depend on it, Hz would.
+        if (!(measured.dimensions[d].frequency > 0))
+            measured.dimensions[d].frequency = beside.axes[qsizetype(d)].frequency;
         QString &nucleus = measured.dimensions[d].nucleus;
         if (nucleus.isEmpty())
             nucleus = there;

@@ -162,6 +162,11 @@ void MoleculeView::zoom(double factor)
     m_centre = m_area.center() + (m_centre - m_area.center()) * (m_zoom / before);
 }
 
+bool MoleculeView::isShown(const Molecule::Atom &atom) const
+{
+    return atom.drawable && (m_hydrogensVisible || atom.element != 1);
+}
+
 QPointF MoleculeView::project(const QVector3D &t) const
 {
     return m_centre + QPointF(t.x(), -t.y()) * scale();
@@ -178,7 +183,7 @@ int MoleculeView::atomAt(const QPointF &pos) const
     float depth = 0;
     for (int i = 0; i < int(m_molecule.atoms.size()); ++i) {
         const auto &atom = m_molecule.atoms[i];
-        if (!atom.drawable)
+        if (!isShown(atom))
             continue;
         const QVector3D t = turned(atom.position);
         const QPointF d = project(t) - pos;
@@ -193,7 +198,7 @@ int MoleculeView::atomAt(const QPointF &pos) const
 
 void MoleculeView::addCell(std::vector<Primitive> &primitives) const
 {
-    if (!m_molecule.cell)
+    if (!m_molecule.cell || !m_cellVisible)
         return;
     const auto &cell = *m_molecule.cell;
     for (int axis = 0; axis < 3; ++axis) {
@@ -216,6 +221,8 @@ void MoleculeView::addCell(std::vector<Primitive> &primitives) const
 void MoleculeView::addBonds(std::vector<Primitive> &primitives) const
 {
     for (const auto &[i, j] : m_molecule.bonds) {
+        if (!isShown(m_molecule.atoms[i]) || !isShown(m_molecule.atoms[j]))
+            continue;
         const QVector3D ends[] = {turned(m_molecule.atoms[i].position), turned(m_molecule.atoms[j].position)};
         const QVector3D middle = (ends[0] + ends[1]) / 2;
         const float length = (ends[1] - ends[0]).length();
@@ -240,7 +247,7 @@ void MoleculeView::paint(QPainter *painter) const
     addBonds(primitives);
     size_t balls = 0;
     for (int i = 0; i < int(m_molecule.atoms.size()); ++i) {
-        if (!m_molecule.atoms[i].drawable)
+        if (!isShown(m_molecule.atoms[i]))
             continue;
         const QVector3D t = turned(m_molecule.atoms[i].position);
         primitives.push_back({Primitive::Ball, t.z(), i, project(t), {}});
@@ -300,14 +307,20 @@ void MoleculeView::drawBall(QPainter *painter, const Primitive &ball, bool flat)
     }
     painter->drawEllipse(ball.from, radius, radius);
 
-    if (m_numbersVisible) {
-        QFont font;
-        font.setPixelSize(int(std::clamp(radius * 0.8, 7.0, 14.0)));
-        painter->setFont(font);
-        painter->setPen(color.lightness() < 110 ? Qt::white : Qt::black);
-        painter->drawText(QRectF(ball.from - QPointF(40, 20), QSizeF(80, 40)), Qt::AlignCenter,
-                          ElementStyle::symbol(element) + QString::number(ball.index + 1));
-    }
+    if (ball.index < m_labels.size() && !m_labels[ball.index].isEmpty())
+        drawLabel(painter, ball.from, radius, m_labels[ball.index]);
+}
+
+void MoleculeView::drawLabel(QPainter *painter, const QPointF &at, double radius, const QString &text) const
+{
+    QFont font;
+    font.setPixelSize(int(std::clamp(radius * 0.8, 8.0, 14.0)));
+    font.setBold(true);
+    QPainterPath path;
+    path.addText(at - QFontMetricsF(font).tightBoundingRect(text).center(), font, text);
+    // Readable on dark balls, on light ones and beside them.
+    painter->strokePath(path, QPen(QColor(255, 255, 255, 220), 3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter->fillPath(path, Qt::black);
 }
 
 void MoleculeView::drawHalfBond(QPainter *painter, const Primitive &bond) const
@@ -322,7 +335,7 @@ void MoleculeView::drawHalfBond(QPainter *painter, const Primitive &bond) const
 
 void MoleculeView::drawCellLabels(QPainter *painter) const
 {
-    if (!m_molecule.cell)
+    if (!m_molecule.cell || !m_cellVisible)
         return;
     const auto &cell = *m_molecule.cell;
     QFont font;

@@ -7,6 +7,7 @@
 #include <QQuaternion>
 #include <QRectF>
 #include <QSet>
+#include <QStringList>
 
 class QPainter;
 
@@ -27,8 +28,12 @@ public:
 
     void setSelection(const QSet<int> &atoms) { m_selection = atoms; }
     const QSet<int> &selection() const { return m_selection; }
-    void setNumbersVisible(bool visible) { m_numbersVisible = visible; }
-    bool numbersVisible() const { return m_numbersVisible; }
+    /// Written on the atoms; empty ones, and those beyond the list's end, are not.
+    void setLabels(const QStringList &labels) { m_labels = labels; }
+    void setCellVisible(bool visible) { m_cellVisible = visible; }
+    bool cellVisible() const { return m_cellVisible; }
+    void setHydrogensVisible(bool visible) { m_hydrogensVisible = visible; }
+    bool hydrogensVisible() const { return m_hydrogensVisible; }
 
     void paint(QPainter *painter) const;
     /// The front atom there, -1 for none.
@@ -52,7 +57,10 @@ private:
     void addCell(std::vector<Primitive> &primitives) const;
     void addBonds(std::vector<Primitive> &primitives) const;
     double haze(float depth) const;
+    /// Neither hidden nor impossible to draw.
+    bool isShown(const Molecule::Atom &atom) const;
     void drawBall(QPainter *painter, const Primitive &ball, bool flat) const;
+    void drawLabel(QPainter *painter, const QPointF &at, double radius, const QString &text) const;
     void drawHalfBond(QPainter *painter, const Primitive &bond) const;
     void drawCellLabels(QPainter *painter) const;
 
@@ -64,5 +72,7 @@ private:
     double m_zoom = 1.0;
     float m_depthRange = 1.0f; ///< Angstrom, half of it before and half behind the centre
     QSet<int> m_selection;
-    bool m_numbersVisible = false;
+    QStringList m_labels;
+    bool m_cellVisible = true;
+    bool m_hydrogensVisible = true;
 };
