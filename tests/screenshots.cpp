@@ -7,8 +7,11 @@
 #include "host/MainView.h"
 #include "host/PluginManager.h"
 #include "host/WMainWindow.h"
+#include "items/MoleculeItem.h"
 #include "items/NmrData.h"
 #include "items/NmrItem.h"
+#include "items/NmrPlot.h"
+#include "items/PlotContent.h"
 #include "items/TableItem.h"
 
 #include <QApplication>
@@ -33,8 +36,12 @@ private Q_SLOTS:
     void initTestCase();
     void file();
     void dialogs();
+    void litAtoms();
     void stack();
+    void editedPeaks();
     void mapOfTwoDimensions();
+    void contours();
+    void keyboardAndMouse();
     void cleanupTestCase() { m_host.reset(); }
 
 private:
@@ -44,6 +51,10 @@ private:
     void take(QWidget *widget, const QString &name);
     /// The window with the current spectrum in its middle.
     void takeSpectrum(int windowHeight, const QString &name);
+    /// The cursor over the spectrum, at a pixel of its plot.
+    void point(const QPointF &pixel);
+    /// On a peak of the spectrum; gives the pixel.
+    QPointF click(const SpectrumPeak &peak);
 
     QDir m_directory;
     QTemporaryDir m_settings;
@@ -144,6 +155,82 @@ void Screenshots::mapOfTwoDimensions()
                   {"fSpLwF1", 150.0}},
                  u"dialog-2d.png"_s);
     takeSpectrum(740, u"spectrum-2d.png"_s);
+}
+
+void Screenshots::point(const QPointF &pixel)
+{
+    QWidget *viewport = window().view()->viewport();
+    const QPoint at = window().view()->mapFromScene(spectrum()->mapToScene(spectrum()->contentRect().topLeft() + pixel));
+    QMouseEvent event(QEvent::MouseMove, at, viewport->mapToGlobal(at), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(viewport, &event);
+}
+
+QPointF Screenshots::click(const SpectrumPeak &peak)
+{
+    const QList<PeakMark> marks = spectrum()->plot()->content()->peakMarks();
+    const auto mark = std::find_if(marks.begin(), marks.end(), [&](const auto &m) { return m.peak.id == peak.id; });
+    if (mark == marks.end())
+        qFatal("The peak is not in sight");
+    const QPoint at = window().view()->mapFromScene(spectrum()->mapToScene(spectrum()->contentRect().topLeft() + mark->top));
+    QTest::mouseClick(window().windowHandle(), Qt::LeftButton, {}, window().view()->viewport()->mapTo(&window(), at));
+    return mark->top;
+}
+
+void Screenshots::editedPeaks()
+{
+    window().openFiles({QStringLiteral(SAMPLE_DIRECTORY "/paracetamol-13C-affn.jdx")});
+    spectrum()->nmrData()->removeEntry(spectrum()->nmrData()->entryIds().at(1));
+    spectrum()->plot()->fullReset();
+    choose(window(), spectrum(), {u"Show"_s, u"Peak Sticks"_s});
+    choose(window(), spectrum(), {u"Edit &Peaks"_s});
+    takeSpectrum(490, u"peaks-zoomed.png"_s); // laid out
+    spectrum()->plot()->xAxis->setRange(105, 165);
+    spectrum()->plot()->replot();
+    const Spectrum &measured = spectrum()->nmrData()->spectrum(spectrum()->nmrData()->entryIds().last());
+    point(click(measured.peaks.at(9)) + QPointF(30, 30));
+    takeSpectrum(490, u"peaks-edited.png"_s);
+    m_dialogs.expect(u"Pick peaks"_s, [this](QDialog *dialog) {
+        take(dialog, u"peaks-pick.png"_s);
+        press(dialog, QDialogButtonBox::Cancel);
+    });
+    choose(window(), spectrum(), {u"Pic&k Peaks..."_s});
+    QTest::keyClick(window().view(), Qt::Key_Escape);
+    point({300, 300});
+    take(&window(), u"peaks-zoomed.png"_s);
+}
+
+void Screenshots::contours()
+{
+    m_dialogs.expect(u"Contour levels"_s, [this](QDialog *dialog) {
+        take(dialog, u"contour-levels.png"_s);
+        press(dialog, QDialogButtonBox::Cancel);
+    });
+    choose(window(), spectrum(), {u"Contour Levels..."_s});
+}
+
+void Screenshots::litAtoms()
+{
+    window().resize(1000, 840);
+    QCoreApplication::processEvents();
+    window().view()->centerOn(0, 0);
+    for (DocumentItem *item : m_host->scene().documentItems())
+        if (auto *molecule = qobject_cast<MoleculeItem *>(item))
+            choose(window(), molecule, {u"Labels"_s, u"Label of the File"_s});
+    window().view()->centerOn(0, 0);
+    QTest::qWait(50);
+    point(click(spectrum()->nmrData()->shownSpectrum().peaks.at(5)) + QPointF(30, 60));
+    take(&window(), u"atoms-of-a-peak.png"_s);
+}
+
+void Screenshots::keyboardAndMouse()
+{
+    m_dialogs.expect(u"Keyboard and mouse"_s, [this](QDialog *dialog) {
+        QVERIFY(dialog->grab().save(m_directory.filePath(u"keyboard-and-mouse.png"_s)));
+        press(dialog, QDialogButtonBox::Close);
+    });
+    for (QAction *action : window().findChildren<QAction *>())
+        if (action->text() == u"&Keyboard and Mouse...")
+            action->trigger();
 }
 
 int main(int argc, char **argv)

@@ -31,8 +31,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const Inputs carbon{{"fCbNucF2", u"13C"_s}, {"fSpCSRefF2", 172.4}};
-const Inputs map{{"fCbDims", u"2D Spectrum"_s}, {"fCbNucF2", u"1H"_s},    {"fSpCSRefF2", 30.5}, {"fSpLwF2", 100.0},
-                 {"fCbNucF1", u"13C"_s},        {"fSpCSRefF1", 172.4},     {"fSpLwF1", 150.0}};
+const Inputs map{{"fCbDims", u"2D Spectrum"_s}, {"fCbNucF2", u"13C"_s},  {"fSpCSRefF2", 172.4}, {"fSpLwF2", 150.0},
+                 {"fCbNucF1", u"1H"_s},         {"fSpCSRefF1", 30.5},     {"fSpLwF1", 100.0}};
 
 } // namespace
 
@@ -79,7 +79,7 @@ private Q_SLOTS:
         QFETCH(bool, twoDimensional);
         makeSpectrum(twoDimensional ? map : carbon);
         window().openFiles({sample(file.toLatin1())});
-        QTest::keyClick(&window(), Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier);
+        QTest::keyClick(window().view(), Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier);
         const SpectrumPeak peak = measured().peaks.first();
         const auto same = [&](const SpectrumPeak &p) { return p.f2 == peak.f2 && p.f1 == peak.f1; };
         const auto count = [&] { return std::count_if(measured().peaks.begin(), measured().peaks.end(), same); };
@@ -98,9 +98,9 @@ private Q_SLOTS:
         QVERIFY(std::abs(added.f2 - peak.f2) < 0.02 && std::abs(added.f1 - peak.f1) < 0.02);
         QVERIFY(std::abs(added.height - peak.height) < 0.01 * peak.height);
 
-        drag(markOf(added), markOf(added) + QPointF(25, 0), Qt::ShiftModifier);
         const double moved = f2At(markOf(added) + QPointF(25, 0));
-        QVERIFY(std::abs(measured().peaks.last().f2 - moved) < 1e-6);
+        drag(markOf(added), markOf(added) + QPointF(25, 0), Qt::ShiftModifier);
+        QVERIFY(isOnPixel(measured().peaks.last().f2, moved));
         QCOMPARE(measured().peaks.last().id, added.id);
         click(markOf(measured().peaks.last()), {}, Qt::RightButton);
         QCOMPARE(measured().peaks.size(), all - sites);
@@ -119,7 +119,7 @@ private Q_SLOTS:
     {
         makeSpectrum(carbon);
         const QVariantMap before = data()->entry(data()->activeEntryId());
-        QTest::keyClick(&window(), Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier);
+        QTest::keyClick(window().view(), Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier);
         QVERIFY(window().statusBar()->currentMessage().contains(u"cannot be edited"_s));
         click(markOf(data()->shownSpectrum().peaks.first()) + QPointF(15, 0));
         QCOMPARE(data()->entry(data()->activeEntryId()), before);
@@ -132,7 +132,7 @@ private Q_SLOTS:
         const qsizetype all = measured().peaks.size();
         m_dialogs.expect(u"Pick peaks"_s, [=](QDialog *dialog) {
             QVERIFY(part<QLabel>(dialog, "result")->text().contains(u"%1 measured"_s.arg(all)));
-            fill(dialog, {{"leastHeight", 60.0}});
+            fill(dialog, {{"leastHeight", 95.0}});
             press(dialog, QDialogButtonBox::Ok);
         });
         choose(window(), spectrum(), {u"Pic&k Peaks..."_s});
@@ -193,16 +193,17 @@ private Q_SLOTS:
         scene().setActiveItem(spectrum());
         const double ppm = f2At(at);
         wheel(at);
-        QVERIFY(std::abs(range().size() * 1.25 - full.size()) < 1e-9 && std::abs(f2At(at) - ppm) < 1e-9);
+        QVERIFY(std::abs(range().size() * 1.25 - full.size()) < 1e-9 && isOnPixel(f2At(at), ppm));
         const QCPRange heights = spectrum()->plot()->yAxis->range();
         wheel(at, Qt::ShiftModifier);
         QVERIFY(std::abs(spectrum()->plot()->yAxis->range().size() * 1.25 - heights.size()) < 1e-9 * heights.size());
+        QTest::qWait(20); // other numbers at the axis take other room
         const double from = f2At({150, 100}), to = f2At({300, 100});
         drag({150, 100}, {300, 100});
-        QVERIFY(std::abs(range().upper - from) < 1e-9 && std::abs(range().lower - to) < 1e-9);
+        QVERIFY(isOnPixel(range().upper, from, 4) && isOnPixel(range().lower, to, 4));
         const double held = f2At({200, 100});
         drag({200, 100}, {230, 110}, Qt::ShiftModifier);
-        QVERIFY(std::abs(f2At({230, 100}) - held) < 1e-9);
+        QVERIFY(isOnPixel(f2At({230, 100}), held));
         QTest::keyClick(window().view(), Qt::Key_Home);
         QCOMPARE(range(), full);
     }
@@ -223,8 +224,10 @@ private Q_SLOTS:
     void contoursAndLabelsOfMaps()
     {
         makeSpectrum(map);
-        const auto texts = [&] { return dynamic_cast<ContourMap *>(spectrum()->plot()->content())->labels()->visibleTexts(); };
-        QVERIFY(!texts().isEmpty() && QSet<QString>(texts().begin(), texts().end()).size() == texts().size());
+        const auto *shown = dynamic_cast<ContourMap *>(spectrum()->plot()->content());
+        const QStringList texts = shown->labels()->visibleTexts();
+        QVERIFY(!texts.isEmpty());
+        QCOMPARE(QSet<QString>(texts.begin(), texts.end()).size(), texts.size());
         const double lowest = spectrum()->plot()->options().contours.lowest;
         m_dialogs.expect(u"Contour levels"_s, [](QDialog *dialog) {
             fill(dialog, {{"lowestLevel", 20.0}});
@@ -247,6 +250,11 @@ private:
     static QString sample(const char *name) { return QStringLiteral(SAMPLE_DIRECTORY "/") + QLatin1String(name); }
     double f2At(const QPointF &pixel) const { return spectrum()->plot()->xAxis->pixelToCoord(pixel.x()); }
 
+    /// To the pixel; of a range `zoom` times as large.
+    bool isOnPixel(double ppm, double expected, double zoom = 1) const
+    {
+        return std::abs(ppm - expected) <= zoom * std::abs(f2At({1, 0}) - f2At({0, 0}));
+    }
     void makeSpectrum(const Inputs &inputs)
     {
         m_dialogs.expect(u"MAGRES parameters"_s, [=](QDialog *dialog) {
@@ -257,7 +265,8 @@ private:
         QVERIFY(spectrum());
         QVERIFY(spectrum()->plot()->content());
         window().view()->centerOn(spectrum());
-        QTest::qWait(50); // laid out and painted
+        window().activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window()));
     }
     /// Pixels of the plot, a little below the top of the peak.
     QPointF markOf(const SpectrumPeak &peak) const
@@ -278,6 +287,7 @@ private:
     }
     void click(const QPointF &pixel, Qt::KeyboardModifiers modifiers = {}, Qt::MouseButton button = Qt::LeftButton)
     {
+        window().view()->centerOn(spectrum()->mapToScene(spectrum()->contentRect().topLeft() + pixel));
         QTest::mouseClick(window().windowHandle(), button, modifiers, inWindow(pixel));
         // Two clicks are no double click.
         QTest::qWait(QApplication::doubleClickInterval() + 20);

@@ -24,6 +24,8 @@ public:
     QUuid id() const { return m_id; }
     QString title() const { return m_title; }
     void setTitle(const QString &title);
+    /// Said in the title bar while it holds, on the screen only; empty for nothing.
+    void setNote(const QString &note);
     /// What the frame and the title bar leave to the content.
     QRectF contentRect() const;
     QList<DocumentItem *> linkedItems() const;
@@ -71,6 +73,7 @@ protected:
 private:
     QUuid m_id;
     QString m_title;
+    QString m_note;
     QList<QPointer<DocumentItem>> m_linked;
     QList<QPointer<QMenu>> m_pluginMenus;
     std::unique_ptr<QMenu> m_menu;

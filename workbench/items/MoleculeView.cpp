@@ -258,10 +258,13 @@ void MoleculeView::paint(QPainter *painter) const
 
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
+    const QSet<int> labelled = readableLabels(primitives);
     for (const Primitive &p : primitives) {
         switch (p.kind) {
         case Primitive::Ball:
             drawBall(painter, p, balls > flatAbove);
+            if (labelled.contains(p.index))
+                drawLabel(painter, p);
             break;
         case Primitive::HalfBond:
             drawHalfBond(painter, p);
@@ -306,20 +309,47 @@ void MoleculeView::drawBall(QPainter *painter, const Primitive &ball, bool flat)
         painter->setBrush(gradient);
     }
     painter->drawEllipse(ball.from, radius, radius);
-
-    if (ball.index < m_labels.size() && !m_labels[ball.index].isEmpty())
-        drawLabel(painter, ball.from, radius, m_labels[ball.index]);
 }
 
-void MoleculeView::drawLabel(QPainter *painter, const QPointF &at, double radius, const QString &text) const
+QFont MoleculeView::labelFont(int element) const
 {
     QFont font;
-    font.setPixelSize(int(std::clamp(radius * 0.8, 8.0, 14.0)));
-    font.setBold(true);
+    font.setPixelSize(int(std::clamp(ElementStyle::ballRadius(element) * scale() * 0.8, 8.0, 14.0)));
+    return font;
+}
+
+QRectF MoleculeView::labelArea(const Primitive &ball) const
+{
+    QRectF area = QFontMetricsF(labelFont(m_molecule.atoms[ball.index].element))
+                      .tightBoundingRect(m_labels.value(ball.index));
+    area.moveCenter(ball.from);
+    return area;
+}
+
+QSet<int> MoleculeView::readableLabels(const std::vector<Primitive> &backToFront) const
+{
+    QSet<int> readable;
+    std::vector<QRectF> taken;
+    for (auto p = backToFront.rbegin(); p != backToFront.rend() && !m_labels.isEmpty(); ++p) {
+        if (p->kind != Primitive::Ball || m_labels.value(p->index).isEmpty())
+            continue;
+        const QRectF area = labelArea(*p).adjusted(-1, -1, 1, 1);
+        if (std::any_of(taken.begin(), taken.end(), [&](const QRectF &other) { return other.intersects(area); }))
+            continue;
+        taken.push_back(area);
+        readable.insert(p->index);
+    }
+    return readable;
+}
+
+void MoleculeView::drawLabel(QPainter *painter, const Primitive &ball) const
+{
+    const QFont font = labelFont(m_molecule.atoms[ball.index].element);
+    const QString text = m_labels.value(ball.index);
     QPainterPath path;
-    path.addText(at - QFontMetricsF(font).tightBoundingRect(text).center(), font, text);
+    path.addText(ball.from - QFontMetricsF(font).tightBoundingRect(text).center(), font, text);
     // Readable on dark balls, on light ones and beside them.
-    painter->strokePath(path, QPen(QColor(255, 255, 255, 220), 3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter->strokePath(path, QPen(QColor(255, 255, 255, 210), 2.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter->fillPath(path, Qt::black);
 }
 

@@ -3,6 +3,7 @@
 
 #include "items/Molecule.h"
 
+#include <QFont>
 #include <QPointF>
 #include <QQuaternion>
 #include <QRectF>
@@ -28,7 +29,7 @@ public:
 
     void setSelection(const QSet<int> &atoms) { m_selection = atoms; }
     const QSet<int> &selection() const { return m_selection; }
-    /// Written on the atoms; empty ones, and those beyond the list's end, are not.
+    /// Written on the atoms as far as they do not cover one another. Empty: none.
     void setLabels(const QStringList &labels) { m_labels = labels; }
     void setCellVisible(bool visible) { m_cellVisible = visible; }
     bool cellVisible() const { return m_cellVisible; }
@@ -60,7 +61,11 @@ private:
     /// Neither hidden nor impossible to draw.
     bool isShown(const Molecule::Atom &atom) const;
     void drawBall(QPainter *painter, const Primitive &ball, bool flat) const;
-    void drawLabel(QPainter *painter, const QPointF &at, double radius, const QString &text) const;
+    QFont labelFont(int element) const;
+    QRectF labelArea(const Primitive &ball) const;
+    /// The atoms whose labels are not covered by labels further to the front.
+    QSet<int> readableLabels(const std::vector<Primitive> &backToFront) const;
+    void drawLabel(QPainter *painter, const Primitive &ball) const;
     void drawHalfBond(QPainter *painter, const Primitive &bond) const;
     void drawCellLabels(QPainter *painter) const;
 

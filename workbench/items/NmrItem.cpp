@@ -30,6 +30,8 @@ public:
     PlotProxy(NmrPlot *plot, DocumentItem *item) : QGraphicsProxyWidget(item), m_plot(plot), m_item(item)
     {
         setWidget(plot);
+        // The item has the keyboard: on its way to an embedded widget a key would pass for a shortcut once more.
+        setFocusPolicy(Qt::NoFocus);
     }
 
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *target) override
@@ -76,6 +78,9 @@ NmrItem::NmrItem(QGraphicsItem *parent)
     connect(m_data, &NmrData::entryChanged, this, &NmrItem::updateTitle);
     connect(m_data, &NmrData::activeEntryChanged, this, &NmrItem::updateTitle);
     m_plot->setEditor(m_editor);
+    connect(m_editor, &PeakEditor::activeChanged, this, [this](bool active) {
+        setNote(active ? tr("Editing peaks: %1").arg(m_data->entryName(m_editor->target())) : QString());
+    });
     connect(m_editor, &PeakEditor::reported, this, &NmrItem::reported);
     connect(m_plot, &NmrPlot::pointed, this, &NmrItem::pointed);
     connect(m_plot, &NmrPlot::peaksClicked, this, [this](const auto &peaks, Qt::KeyboardModifiers modifiers) {

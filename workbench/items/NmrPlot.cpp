@@ -43,7 +43,12 @@ void NmrPlot::fullReset()
 
 PlotContent *NmrPlot::content()
 {
-    rebuild();
+    if (m_dirty) {
+        rebuild();
+        // Laid out as well, so that pixels mean something before it is painted.
+        if (isVisible())
+            replot(rpQueuedRefresh);
+    }
     return m_content.get();
 }
 
@@ -151,14 +156,14 @@ void NmrPlot::paintTo(QPainter *painter, const QRectF &target)
                    qreal(picture.logicalDpiY()) / painter->device()->logicalDpiY());
     painter->drawPicture(0, 0, picture);
     painter->restore();
+    // The window's own sizes again.
+    if (isVisible())
+        replot(rpQueuedReplot);
 }
 
 void NmrPlot::paintEvent(QPaintEvent *)
 {
-    if (m_dirty) {
-        rebuild();
-        replot(rpQueuedRefresh);
-    }
+    content();
     // As the base class does, save that the buffers' resolution is the proxy's to choose, not the screen's.
     QCPPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);

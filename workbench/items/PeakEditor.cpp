@@ -176,12 +176,6 @@ bool PeakEditor::press(const QMouseEvent *event)
     if (!mark)
         return false;
     const Place place{mark->peak.f2, mark->peak.f1, mark->peak.height};
-    if (event->modifiers().testFlag(Qt::ControlModifier)) {
-        store(PeakListEdit::added(m_data->entryPeakList(target()), place), tr("Count Peak"),
-              tr("Peak at %1 counts %2 times").arg(text(place)).arg(m_chosen.size() + 1));
-        m_chosen = together(mark->peak);
-        return true;
-    }
     Q_EMIT reported(m_chosen.size() > 1 ? tr("Peak at %1, counts %2 times").arg(text(place)).arg(m_chosen.size())
                                         : tr("Peak at %1").arg(text(place)));
     m_pressed = true;
@@ -209,8 +203,24 @@ bool PeakEditor::release(const QMouseEvent *event)
     if (const auto to = std::exchange(m_dragged, std::nullopt)) {
         store(PeakListEdit::moved(m_data->entryPeakList(target()), m_chosen, *to), tr("Move Peak"),
               tr("Peak moved to %1").arg(text(*to)));
+    } else if (event->modifiers().testFlag(Qt::ControlModifier)) {
+        countOnceMore();
     }
     return true;
+}
+
+void PeakEditor::countOnceMore()
+{
+    const auto &peaks = spectrum().peaks;
+    const auto chosen = std::find_if(peaks.cbegin(), peaks.cend(),
+                                     [&](const SpectrumPeak &peak) { return m_chosen.contains(peak.id); });
+    if (chosen == peaks.cend())
+        return;
+    const SpectrumPeak peak = *chosen;
+    const Place place{peak.f2, peak.f1, peak.height};
+    store(PeakListEdit::added(m_data->entryPeakList(target()), place), tr("Count Peak"),
+          tr("Peak at %1 counts %2 times").arg(text(place)).arg(m_chosen.size() + 1));
+    m_chosen = together(peak);
 }
 
 void PeakEditor::click(const QMouseEvent *event)
@@ -234,7 +244,7 @@ void PeakEditor::click(const QMouseEvent *event)
         m_chosen = {spectrum().peaks.last().id};
 }
 
-void PeakEditor::remove(const QList<QUuid> &which)
+void PeakEditor::remove(QList<QUuid> which)
 {
     const auto &peaks = spectrum().peaks;
     const auto first =
@@ -304,15 +314,4 @@ void PeakEditor::paint(QPainter *painter) const
         painter->setBrush(chosenColor);
         drawMark(painter, content()->markPlace(target(), m_dragged->f2, m_dragged->f1));
     }
-    const QString banner = tr("Editing peaks: %1").arg(m_data->entryName(target()));
-    painter->setFont(PlotStyle::font(11, true));
-    const QRectF area(content()->mainRect()->rect());
-    const double width = std::min(painter->fontMetrics().horizontalAdvance(banner) + 14.0, area.width() - 8);
-    const QRectF box(area.left() + 4, area.top() + 3, width, 18);
-    painter->setPen(QPen(markColor, 1));
-    painter->setBrush(QColor(0xe8, 0xf5, 0xe9, 230));
-    painter->drawRoundedRect(box, 3, 3);
-    painter->setPen(QColor(0x1b, 0x4d, 0x1f));
-    painter->drawText(box, Qt::AlignCenter,
-                      painter->fontMetrics().elidedText(banner, Qt::ElideMiddle, int(box.width()) - 8));
 }

@@ -66,7 +66,8 @@ private:
     Place snapped(Place place) const;
     QString text(const Place &place) const;
     void store(const QVariantMap &peaks, const QString &what, const QString &report);
-    void remove(const QList<QUuid> &peaks);
+    void countOnceMore();
+    void remove(QList<QUuid> which);
 
     NmrData *m_data;
     NmrPlot *m_plot;

@@ -25,10 +25,11 @@ void SharedLabel::add(const SharedLabel &other)
 
 QString SharedLabel::text() const
 {
-    // Names of cross peaks hold commas themselves.
+    // Names of cross peaks, and of groups, hold commas themselves and are long: one stands for all.
     const bool compound = m_names.join(QString()).contains(u',');
-    QString text = m_names.mid(0, mostNames).join(compound ? QStringLiteral("; ") : QStringLiteral(","));
-    if (m_names.size() > mostNames)
-        text += QStringLiteral(" +%1").arg(m_names.size() - mostNames);
-    return text.size() > longestText ? text.left(longestText - 1) + QChar(0x2026) : text;
+    const qsizetype named = compound ? 1 : mostNames;
+    const QString more = m_names.size() > named ? QStringLiteral(" +%1").arg(m_names.size() - named) : QString();
+    const QString text = m_names.mid(0, named).join(u',');
+    const qsizetype room = longestText - more.size();
+    return (text.size() > room ? text.left(room - 1) + QChar(0x2026) : text) + more;
 }
