@@ -41,7 +41,6 @@ private Q_SLOTS:
     void editedPeaks();
     void mapOfTwoDimensions();
     void contours();
-    void keyboardAndMouse();
     void cleanupTestCase() { m_host.reset(); }
 
 private:
@@ -222,24 +221,15 @@ void Screenshots::litAtoms()
     take(&window(), u"atoms-of-a-peak.png"_s);
 }
 
-void Screenshots::keyboardAndMouse()
-{
-    m_dialogs.expect(u"Keyboard and mouse"_s, [this](QDialog *dialog) {
-        QVERIFY(dialog->grab().save(m_directory.filePath(u"keyboard-and-mouse.png"_s)));
-        press(dialog, QDialogButtonBox::Close);
-    });
-    for (QAction *action : window().findChildren<QAction *>())
-        if (action->text() == u"&Keyboard and Mouse...")
-            action->trigger();
-}
-
 int main(int argc, char **argv)
 {
     QApplication application(argc, argv);
     QCoreApplication::setOrganizationName(u"magres-tests"_s);
     QCoreApplication::setApplicationName(u"screenshots"_s);
-    if (argc != 2)
-        qFatal("Usage: screenshots DIRECTORY");
+    if (argc < 2)
+        qFatal("Usage: screenshots DIRECTORY [dark]");
+    if (argc > 2)
+        QApplication::setPalette(QPalette(QColor(0x35, 0x36, 0x3a)));
     Screenshots screenshots(QFile::decodeName(argv[1]));
     return QTest::qExec(&screenshots, QStringList{QString::fromLocal8Bit(argv[0])});
 }

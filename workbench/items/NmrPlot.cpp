@@ -189,6 +189,8 @@ void NmrPlot::paintOverlay(QPainter *painter)
             painter->setBrush(Qt::NoBrush);
             painter->drawEllipse(mark.top, 5, 5);
         }
+        // The text beneath must stay readable.
+        glow.setAlpha(60);
         painter->setPen(QPen(litColor, 1));
         painter->setBrush(glow);
         for (const LabelArea &label : m_content->labelAreas()) {

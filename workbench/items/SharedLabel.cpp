@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/SharedLabel.h"
 
+#include <QCollator>
+
+#include <algorithm>
+
 namespace {
 
 constexpr int mostNames = 3;
@@ -29,7 +33,12 @@ QString SharedLabel::text() const
     const bool compound = m_names.join(QString()).contains(u',');
     const qsizetype named = compound ? 1 : mostNames;
     const QString more = m_names.size() > named ? QStringLiteral(" +%1").arg(m_names.size() - named) : QString();
-    const QString text = m_names.mid(0, named).join(u',');
+    // C2 before C10, whatever the order of the peaks.
+    QCollator collator(QLocale::c());
+    collator.setNumericMode(true);
+    QStringList names = m_names;
+    std::sort(names.begin(), names.end(), collator);
+    const QString text = names.mid(0, named).join(u',');
     const qsizetype room = longestText - more.size();
     return (text.size() > room ? text.left(room - 1) + QChar(0x2026) : text) + more;
 }

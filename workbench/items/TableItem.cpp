@@ -11,6 +11,8 @@
 #include <QScrollBar>
 #include <QTableView>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int rowHeight = 21;
@@ -158,6 +160,13 @@ void TableItem::typeCntxtMenu(QMenu *menu)
 void TableItem::receiveMessage(const QVariantMap &message)
 {
     callPlugin(m_table, "tableItem_onLMessage(QVariantMap)", message);
+    // As many of the selected rows as can be, the first one in any case.
+    const QModelIndexList rows = m_view->selectionModel()->selectedRows();
+    if (!rows.isEmpty()) {
+        const auto [first, last] = std::minmax_element(rows.cbegin(), rows.cend());
+        m_view->scrollTo(*last);
+        m_view->scrollTo(*first);
+    }
 }
 
 void TableItem::layoutContent(const QRectF &content)
