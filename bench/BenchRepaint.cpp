@@ -35,17 +35,19 @@ QVariantMap spectrum(int size)
         const int centre = int((line + 0.5) / 60 * size);
         for (int d = -40; d <= 40; ++d)
             points[size_t(std::clamp(centre + d, 0, size - 1))] += 1 / (1 + d * d / 9.0);
-        peaks.append(QVariantMap{{QStringLiteral("Pos"), QVariant::fromValue(DoubleVector{10.0 - centre * 10.0 / size, 0})},
-                                 {QStringLiteral("Height"), 1.0}});
+        peaks.append(
+            QVariantMap{{QStringLiteral("Pos"), QVariant::fromValue(DoubleVector{10.0 - centre * 10.0 / size, 0})},
+                        {QStringLiteral("Height"), 1.0}});
     }
     points[size_t(size / 2)] = 2;
-    return {{QStringLiteral("Length"), QVariant::fromValue(QList<int>{size, 1, 1, 1, 1, 1, 1, 1})},
-            {QStringLiteral("DataPoints"), QVariant::fromValue(QList<DoubleVector>{points, DoubleVector(points.size())})},
-            {QStringLiteral("Peaks"), QVariantMap{{QStringLiteral("PeakList"), peaks}}},
-            {QStringLiteral("SpecInfo"),
-             QVariantMap{{QStringLiteral("SpectrometerFrequencies"), vector8(600)},
-                         {QStringLiteral("SW"), vector8(6000)},
-                         {QStringLiteral("SpectrumRef"), vector8(3000)}}}};
+    return {
+        {QStringLiteral("Length"), QVariant::fromValue(QList<int>{size, 1, 1, 1, 1, 1, 1, 1})},
+        {QStringLiteral("DataPoints"), QVariant::fromValue(QList<DoubleVector>{points, DoubleVector(points.size())})},
+        {QStringLiteral("Peaks"), QVariantMap{{QStringLiteral("PeakList"), peaks}}},
+        {QStringLiteral("SpecInfo"),
+         QVariantMap{{QStringLiteral("SpectrometerFrequencies"), vector8(600)},
+                     {QStringLiteral("SW"), vector8(6000)},
+                     {QStringLiteral("SpectrumRef"), vector8(3000)}}}};
 }
 
 /// The item in a view, as large as a page has room for, at twice the resolution.

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "ModalAnswers.h"
+#include "PlotUser.h"
 #include "WorkbenchUser.h"
 
 #include "host/HostApplication.h"
@@ -11,7 +12,6 @@
 #include "items/NmrData.h"
 #include "items/NmrItem.h"
 #include "items/NmrPlot.h"
-#include "items/PlotContent.h"
 #include "items/TableItem.h"
 
 #include <QApplication>
@@ -50,10 +50,6 @@ private:
     void take(QWidget *widget, const QString &name);
     /// The window with the current spectrum in its middle.
     void takeSpectrum(int windowHeight, const QString &name);
-    /// The cursor over the spectrum, at a pixel of its plot.
-    void point(const QPointF &pixel);
-    /// On a peak of the spectrum; gives the pixel.
-    QPointF click(const SpectrumPeak &peak);
 
     QDir m_directory;
     QTemporaryDir m_settings;
@@ -156,25 +152,6 @@ void Screenshots::mapOfTwoDimensions()
     takeSpectrum(740, u"spectrum-2d.png"_s);
 }
 
-void Screenshots::point(const QPointF &pixel)
-{
-    QWidget *viewport = window().view()->viewport();
-    const QPoint at = window().view()->mapFromScene(spectrum()->mapToScene(spectrum()->contentRect().topLeft() + pixel));
-    QMouseEvent event(QEvent::MouseMove, at, viewport->mapToGlobal(at), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
-    QApplication::sendEvent(viewport, &event);
-}
-
-QPointF Screenshots::click(const SpectrumPeak &peak)
-{
-    const QList<PeakMark> marks = spectrum()->plot()->content()->peakMarks();
-    const auto mark = std::find_if(marks.begin(), marks.end(), [&](const auto &m) { return m.peak.id == peak.id; });
-    if (mark == marks.end())
-        qFatal("The peak is not in sight");
-    const QPoint at = window().view()->mapFromScene(spectrum()->mapToScene(spectrum()->contentRect().topLeft() + mark->top));
-    QTest::mouseClick(window().windowHandle(), Qt::LeftButton, {}, window().view()->viewport()->mapTo(&window(), at));
-    return mark->top;
-}
-
 void Screenshots::editedPeaks()
 {
     window().openFiles({QStringLiteral(SAMPLE_DIRECTORY "/paracetamol-13C-affn.jdx")});
@@ -185,8 +162,11 @@ void Screenshots::editedPeaks()
     takeSpectrum(490, u"peaks-zoomed.png"_s); // laid out
     spectrum()->plot()->xAxis->setRange(105, 165);
     spectrum()->plot()->replot();
+    const PlotUser user(window(), spectrum());
     const Spectrum &measured = spectrum()->nmrData()->spectrum(spectrum()->nmrData()->entryIds().last());
-    point(click(measured.peaks.at(9)) + QPointF(30, 30));
+    const QPointF top = user.topOf(measured.peaks.at(9));
+    user.click(top);
+    user.move(top + QPointF(30, 30));
     takeSpectrum(490, u"peaks-edited.png"_s);
     m_dialogs.expect(u"Pick peaks"_s, [this](QDialog *dialog) {
         take(dialog, u"peaks-pick.png"_s);
@@ -194,7 +174,7 @@ void Screenshots::editedPeaks()
     });
     choose(window(), spectrum(), {u"Pic&k Peaks..."_s});
     QTest::keyClick(window().view(), Qt::Key_Escape);
-    point({300, 300});
+    user.move({300, 300});
     take(&window(), u"peaks-zoomed.png"_s);
 }
 
@@ -217,7 +197,10 @@ void Screenshots::litAtoms()
             choose(window(), molecule, {u"Labels"_s, u"Label of the File"_s});
     window().view()->centerOn(0, 0);
     QTest::qWait(50);
-    point(click(spectrum()->nmrData()->shownSpectrum().peaks.at(5)) + QPointF(30, 60));
+    const PlotUser user(window(), spectrum());
+    const QPointF top = user.topOf(spectrum()->nmrData()->shownSpectrum().peaks.at(5));
+    user.click(top);
+    user.move(top + QPointF(30, 60));
     take(&window(), u"atoms-of-a-peak.png"_s);
 }
 

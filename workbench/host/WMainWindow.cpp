@@ -171,8 +171,7 @@ void WMainWindow::dropEvent(QDropEvent *event)
     const QPointer<NmrItem> onto = qobject_cast<NmrItem *>(under);
     // After the drop has ended: a message box inside would block the program that the file comes from.
     QMetaObject::invokeMethod(
-        this,
-        [this, files, onto] { openAll(files, onto); }, Qt::QueuedConnection);
+        this, [this, files, onto] { openAll(files, onto); }, Qt::QueuedConnection);
 }
 
 void WMainWindow::createMenus()

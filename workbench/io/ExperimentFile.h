@@ -16,8 +16,8 @@ bool isExperiment(const QString &path);
 
 /// An entry for NMR data, with its peaks: those of a peak list, or the ones picked from a spectrum
 /// and counted as in countedLike(). Nuclei and frequencies
-/// that the file does not name are those of the spectrum beside which it goes. Errors, an experiment of other dimensions or
-/// nuclei among them, are std::runtime_error (UTF-8).
+/// that the file does not name are those of the spectrum beside which it goes. Errors, an experiment of other
+/// dimensions or nuclei among them, are std::runtime_error (UTF-8).
 QVariantMap read(const QString &path, const Spectrum &beside);
 
 /// Comma-separated text that holds peaks and not the points of a spectrum. A header tells: its last column is called

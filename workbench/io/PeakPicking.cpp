@@ -299,8 +299,7 @@ std::optional<Peak2D> summit2D(std::span<const double> values, int columns, doub
     const double value = field.at(c, r);
     const Vertex along = vertex(field.at(c - 1, r), value, field.at(c + 1, r));
     const Vertex across = vertex(field.at(c, r - 1), value, field.at(c, r + 1));
-    return Peak2D{c + along.offset, r + across.offset,
-                  along.height + across.height - value - noise(values).baseline};
+    return Peak2D{c + along.offset, r + across.offset, along.height + across.height - value - noise(values).baseline};
 }
 
 } // namespace PeakPicking

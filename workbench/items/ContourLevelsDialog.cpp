@@ -22,8 +22,8 @@ ContourLevelsDialog::ContourLevelsDialog(const ContourLevels &levels, QWidget *p
     m_count->setRange(1, 50);
     setLevels(levels);
 
-    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel
-                                         | QDialogButtonBox::RestoreDefaults);
+    auto *buttons =
+        new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel | QDialogButtonBox::RestoreDefaults);
     buttons->setObjectName(QStringLiteral("buttonBox"));
     auto *layout = new QFormLayout(this);
     layout->addRow(tr("&Lowest level:"), m_lowest);

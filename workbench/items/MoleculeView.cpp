@@ -320,8 +320,8 @@ QFont MoleculeView::labelFont(int element) const
 
 QRectF MoleculeView::labelArea(const Primitive &ball) const
 {
-    QRectF area = QFontMetricsF(labelFont(m_molecule.atoms[ball.index].element))
-                      .tightBoundingRect(m_labels.value(ball.index));
+    QRectF area =
+        QFontMetricsF(labelFont(m_molecule.atoms[ball.index].element)).tightBoundingRect(m_labels.value(ball.index));
     area.moveCenter(ball.from);
     return area;
 }

@@ -59,8 +59,8 @@ public:
     /// Puts an earlier state back; no edit of its own.
     void setStack(const NmrStack &stack);
 
-    /// Replaces the entry's data; an unknown id becomes a new entry. An entry that was removed, while a plug-in worked on
-    /// it perhaps, stays away.
+    /// Replaces the entry's data; an unknown id becomes a new entry. An entry that was removed, while a plug-in worked
+    /// on it perhaps, stays away.
     Q_INVOKABLE void insertSpectrum(QUuid entry, QVariantMap data);
     /// The parameters from which the format's plug-in made the entry, empty for entries that it did not make.
     Q_INVOKABLE QVariantHash entryOrigParams(QUuid entry, QString format);

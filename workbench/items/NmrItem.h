@@ -9,8 +9,8 @@ class NmrPlot;
 class PeakEditor;
 
 /// A plot of NMR spectra on the page, with the spectra in it. Clicking a peak selects the atoms behind it in the linked
-/// molecules and tables, and their selection marks its peaks, as far as plug-ins have noted in the molecule which belong
-/// together.
+/// molecules and tables, and their selection marks its peaks, as far as plug-ins have noted in the molecule which
+/// belong together.
 class NmrItem : public DocumentItem {
     Q_OBJECT
 

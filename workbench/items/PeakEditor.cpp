@@ -133,9 +133,7 @@ PeakEditor::Place PeakEditor::placeAt(const QPointF &pixel, bool snaps) const
 PeakEditor::Place PeakEditor::snapped(Place place) const
 {
     const auto &axes = spectrum().axes;
-    const auto points = [&](int dimension, double ppm) {
-        return (ppm - axes[dimension].first) / axes[dimension].step;
-    };
+    const auto points = [&](int dimension, double ppm) { return (ppm - axes[dimension].first) / axes[dimension].step; };
     const auto pointsPerPixel = [&](int dimension) {
         const QCPAxis *axis = content()->ppmAxes().at(dimension);
         return std::abs((axis->pixelToCoord(1) - axis->pixelToCoord(0)) / axes[dimension].step);
@@ -143,9 +141,9 @@ PeakEditor::Place PeakEditor::snapped(Place place) const
     if (axes.size() == 1) {
         if (const auto top = PeakPicking::summit(spectrum().real(), points(0, place.f2), snapReach * pointsPerPixel(0)))
             return {axes[0].ppm(top->point), 0.0, top->height};
-    } else if (const auto top = PeakPicking::summit2D(spectrum().real(), axes[0].size, points(0, place.f2),
-                                                      points(1, place.f1), snapReach * pointsPerPixel(0),
-                                                      snapReach * pointsPerPixel(1))) {
+    } else if (const auto top =
+                   PeakPicking::summit2D(spectrum().real(), axes[0].size, points(0, place.f2), points(1, place.f1),
+                                         snapReach * pointsPerPixel(0), snapReach * pointsPerPixel(1))) {
         return {axes[0].ppm(top->column), axes[1].ppm(top->row), top->height};
     }
     return place;
@@ -235,7 +233,8 @@ void PeakEditor::click(const QMouseEvent *event)
     });
     if (known != peaks.cend()) {
         m_chosen = together(*known);
-        Q_EMIT reported(tr("There is a peak at %1 already: Ctrl+click its mark to count it once more").arg(text(place)));
+        Q_EMIT reported(
+            tr("There is a peak at %1 already: Ctrl+click its mark to count it once more").arg(text(place)));
         return m_plot->update();
     }
     store(PeakListEdit::added(m_data->entryPeakList(target()), place), tr("Add Peak"),

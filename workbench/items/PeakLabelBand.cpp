@@ -94,8 +94,8 @@ QList<LabelArea> PeakLabelBand::areas() const
     const double foot = m_ppmAxis ? m_ppmAxis->axisRect()->top() - treeHeight - 2 : 0.0;
     for (const Label &label : labels()) {
         const double length = metrics.horizontalAdvance(text(label)) + 2;
-        areas.append({QRectF(label.placed - lineSpacing / 2, foot - length, lineSpacing, length),
-                      label.shared.peaks()});
+        areas.append(
+            {QRectF(label.placed - lineSpacing / 2, foot - length, lineSpacing, length), label.shared.peaks()});
     }
     return areas;
 }

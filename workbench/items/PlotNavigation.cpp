@@ -140,7 +140,8 @@ bool PlotNavigation::wheel(const QWheelEvent *event)
     const double factor = std::pow(wheelFactor, notches);
     const QPointF pos = event->position();
     const QRectF area(content->mainRect()->rect());
-    const bool beside = pos.y() >= area.top() && pos.y() <= area.bottom() && (pos.x() < area.left() || pos.x() > area.right());
+    const bool beside =
+        pos.y() >= area.top() && pos.y() <= area.bottom() && (pos.x() < area.left() || pos.x() > area.right());
     const bool aboveOrBelow = !beside && !area.contains(pos);
     if (event->modifiers().testFlag(Qt::ShiftModifier) || (beside && content->ppmAxes().size() == 1)) {
         m_plot->scaleIntensity(factor, pos);
