@@ -142,8 +142,8 @@ private:
         });
         choose(window(), table(), {u"Create spectrum..."_s});
         window().view()->centerOn(spectrum());
-        window().activateWindow();
-        QTest::qWaitForWindowActive(&window());
+        if (window().activateWindow(); !QTest::qWaitForWindowActive(&window()))
+            userFailed(u"The window has no keyboard"_s);
         return PlotUser(window(), spectrum());
     }
 

@@ -54,6 +54,11 @@ WMainWindow::WMainWindow(FileFilterRegistry *filters)
     connect(m_peakMenu, &PeakMenu::reported, this, [this](const QString &text) { statusBar()->showMessage(text); });
     statusBar()->addPermanentWidget(m_readOut);
     new PeakAtomLinks(m_scene);
+    connect(m_scene, &MainScene::activeItemChanged, this, [this](QGraphicsWidget *item) {
+        if (qobject_cast<NmrItem *>(item) && statusBar()->currentMessage().isEmpty())
+            statusBar()->showMessage(tr("Wheel zooms, drag marks what to show, double click shows all; F1 tells more"),
+                                     5000);
+    });
     createMenus();
     resize(1100, 900);
     m_view->setFocus();

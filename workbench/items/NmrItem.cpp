@@ -230,6 +230,9 @@ void NmrItem::keyPressEvent(QKeyEvent *event)
     case Qt::Key_Home:
         content->resetRanges();
         break;
+    case Qt::Key_Escape:
+        m_plot->navigation().cancel();
+        break;
     case Qt::Key_PageUp:
         m_plot->navigation().zoom(step);
         break;

@@ -65,13 +65,17 @@ void PeakEditor::setActive(bool active)
 
 QUuid PeakEditor::target() const
 {
-    if (!m_data->activeEntryId().isNull() && !m_data->isSimulated(m_data->activeEntryId()))
+    const auto isEditable = [this](const QUuid &id) {
+        // What is not drawn cannot be edited; a mere peak list is drawn with everything.
+        const Spectrum &measured = m_data->spectrum(id);
+        return !id.isNull() && !m_data->isSimulated(id)
+            && (measured.isEmpty() || measured.dimensions() == m_data->shownSpectrum().dimensions());
+    };
+    if (isEditable(m_data->activeEntryId()))
         return m_data->activeEntryId();
-    for (const QUuid &id : m_data->entryIds()) {
-        if (!m_data->isSimulated(id))
-            return id;
-    }
-    return {};
+    const QList<QUuid> ids = m_data->entryIds();
+    const auto first = std::find_if(ids.cbegin(), ids.cend(), isEditable);
+    return first == ids.cend() ? QUuid() : *first;
 }
 
 QString PeakEditor::counts(const NmrData &data)
