@@ -11,7 +11,7 @@ namespace {
 
 constexpr double crossSize = 3; // pixels from the middle
 constexpr double largestPeak = 20; // pixels from the middle that are kept clear of labels
-constexpr double labelDistance = 2;
+constexpr double labelDistances[] = {2, 8, 14}; // pixels, the first one with room
 constexpr int fontSize = 10;
 
 } // namespace
@@ -94,7 +94,12 @@ QList<CrossPeakLabels::PlacedLabel> CrossPeakLabels::placedLabels(const QList<Pl
         if (!place.shared.hasName())
             continue;
         const QSizeF size(metrics.horizontalAdvance(place.shared.text()) + 2, metrics.height());
-        if (const auto found = LabelPlacement::beside(place.area, size, labelDistance, area, taken)) {
+        std::optional<QRectF> found;
+        for (double distance : labelDistances) {
+            if (!found)
+                found = LabelPlacement::beside(place.area, size, distance, area, taken);
+        }
+        if (found) {
             taken.push_back(*found);
             labels.append({*found, place.shared});
         }

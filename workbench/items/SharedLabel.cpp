@@ -34,7 +34,7 @@ QString SharedLabel::text() const
     const qsizetype named = compound ? 1 : mostNames;
     const QString more = m_names.size() > named ? QStringLiteral(" +%1").arg(m_names.size() - named) : QString();
     // C2 before C10, whatever the order of the peaks.
-    QCollator collator(QLocale::c());
+    QCollator collator(QLocale(QLocale::English)); // the C locale knows no numbers
     collator.setNumericMode(true);
     QStringList names = m_names;
     std::sort(names.begin(), names.end(), collator);
