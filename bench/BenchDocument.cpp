@@ -46,7 +46,7 @@ struct SavedDocument {
         for (int i = 0; i < spectra; ++i)
             stack.entries.append({QUuid::createUuid(), QString::number(i), spectrumMap(random)});
         stack.activeEntry = stack.entries.first().id;
-        document.items.append({QUuid::createUuid(), QStringLiteral("Spectra"), QRectF(0, 0, 500, 300), {}, stack});
+        document.items.append({QUuid::createUuid(), QStringLiteral("Spectra"), QRectF(0, 0, 500, 300), {}, {}, stack});
         require(directory.isValid(), "no temporary directory");
         DocumentFile::write(fileName, document);
     }

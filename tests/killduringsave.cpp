@@ -35,7 +35,7 @@ Document numbered(int number)
     }
     stack.activeEntry = stack.entries.first().id;
     Document document;
-    document.items.append({QUuid::createUuid(), QString::number(number), QRectF(0, 0, 500, 300), {}, stack});
+    document.items.append({QUuid::createUuid(), QString::number(number), QRectF(0, 0, 500, 300), {}, {}, stack});
     return document;
 }
 

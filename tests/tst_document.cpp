@@ -52,7 +52,7 @@ Document smallDocument()
     const QUuid id = QUuid::createUuid(), other = QUuid::createUuid();
     const QVariantMap raw{{u"DataPoints"_s, QVariant::fromValue(Points{{1.5, -0.0, qQNaN()}, {}})}};
     const Document::Spectra stack{{{id, u"one"_s, raw}, {other, u"two"_s, {{u"RawData"_s, raw}}}}, other};
-    return {{{id, u"title"_s, QRectF(1, 2, 300, 400), {}, stack}}, {{{u"ID"_s, id}}}, id, id, {}};
+    return {{{id, u"title"_s, QRectF(1, 2, 300, 400), {}, {}, stack}}, {{{u"ID"_s, id}}}, id, id, {}};
 }
 
 } // namespace

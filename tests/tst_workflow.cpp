@@ -290,13 +290,11 @@ private Q_SLOTS:
         QFETCH(QString, report);
         QFETCH(QString, after);
         makeSpectrum(inputs);
-        const QUuid entry = spectra()->activeEntryId();
         spectra()->addEntry(experimentFor(peaks(), offsets[0], offsets[1], offsets[2]), u"Measured"_s);
         if (inputs == carbonSpectrum) {
-            const QVariantMap simulated = spectra()->entry(entry);
-            spectra()->removeEntry(entry);
-            spectra()->insertSpectrum(entry, simulated);
-            spectra()->setActiveEntryId(entry);
+            NmrStack stack = spectra()->stack();
+            stack.entries.swapItemsAt(0, 1);
+            spectra()->setStack(stack);
         }
         if (inputs != carbonSpectrum)
             QCOMPARE(entries().first().value(u"Length"_s).value<QList<int>>().first(2), (QList<int>{512, 128}));

@@ -50,13 +50,13 @@ Document::Spectra captureStack(const NmrStack &stack)
 
 Document::Item captureItem(const DocumentItem *item, const MainScene &scene, const PluginManager *plugins)
 {
-    Document::Item captured{item->id(), item->title(), item->geometry(), {}, {}};
+    Document::Item captured{item->id(), item->title(), item->geometry(), {}, item->viewSettings(), {}};
     for (const DocumentItem *other : item->linkedItems()) {
         if (other->scene() == &scene)
             captured.links.append(other->id());
     }
     if (const auto *molecule = qobject_cast<const MoleculeItem *>(item)) {
-        captured.content = Document::Molecule{molecule->molMap(), molecule->viewState()};
+        captured.content = Document::Molecule{molecule->molMap()};
     } else if (const auto *table = qobject_cast<const TableItem *>(item)) {
         captured.content = captureTable(table->table(), plugins);
         if (const auto *missing = qobject_cast<MissingTable *>(table->table()))
@@ -94,9 +94,7 @@ private:
 
     std::unique_ptr<DocumentItem> make(const Document::Item &, const Document::Molecule &molecule) const
     {
-        auto item = std::make_unique<MoleculeItem>(molecule.description);
-        item->setViewState(molecule.view);
-        return item;
+        return std::make_unique<MoleculeItem>(molecule.description);
     }
 
     std::unique_ptr<DocumentItem> make(const Document::Item &item, const Document::Spectra &spectra) const
@@ -129,7 +127,7 @@ private:
     QStringList &m_notes;
 };
 
-void linkItems(const Items &items, const Document &document)
+void linkAndShowItems(const Items &items, const Document &document)
 {
     QHash<QUuid, DocumentItem *> byId;
     for (const auto &item : items)
@@ -138,6 +136,9 @@ void linkItems(const Items &items, const Document &document)
         for (const QUuid &link : item.links)
             byId.value(item.id)->linkObject(byId.value(link));
     }
+    // A molecule's labels may be those of the table beside it.
+    for (const Document::Item &item : document.items)
+        byId.value(item.id)->setViewSettings(item.view);
 }
 
 } // namespace
@@ -171,7 +172,7 @@ QStringList DocumentState::restore(const Document &document, MainScene &scene, D
         data.setMaps(maps);
         for (const Document::Item &item : document.items)
             items.push_back(ItemMaker(plugins, notes).make(item));
-        linkItems(items, document);
+        linkAndShowItems(items, document);
     } catch (...) {
         items.clear();
         data.setMaps(dataBefore);

@@ -4,10 +4,12 @@
 #include "host/MainScene.h"
 #include "host/PageLayout.h"
 
+#include <QScrollBar>
 #include <QWheelEvent>
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 MainView::MainView(MainScene *scene, QWidget *parent) : QGraphicsView(scene, parent)
 {
@@ -29,7 +31,18 @@ void MainView::zoom(double factor)
 void MainView::fitPageWidth()
 {
     const double scale = viewport()->width() / (PageLayout::pageWidth + 2 * PageLayout::gap);
+    // What is at the top stays there.
+    const double top = mapToScene(QPoint(0, 0)).y();
     setTransform(QTransform::fromScale(scale, scale));
+    verticalScrollBar()->setValue(qRound(top * scale));
+}
+
+void MainView::showEvent(QShowEvent *event)
+{
+    QGraphicsView::showEvent(event);
+    // A document begins at its top.
+    if (!std::exchange(m_wasShown, true))
+        verticalScrollBar()->setValue(verticalScrollBar()->minimum());
 }
 
 void MainView::drawBackground(QPainter *painter, const QRectF &rect)

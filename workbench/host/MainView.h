@@ -16,5 +16,9 @@ public:
 
 protected:
     void drawBackground(QPainter *painter, const QRectF &rect) override;
+    void showEvent(QShowEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
+
+private:
+    bool m_wasShown = false;
 };

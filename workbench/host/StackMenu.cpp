@@ -6,6 +6,7 @@
 #include "io/ExperimentFile.h"
 #include "items/NmrData.h"
 #include "items/NmrItem.h"
+#include "items/PeakEditor.h"
 
 #include <QActionGroup>
 #include <QFileDialog>
@@ -65,7 +66,8 @@ void StackMenu::addExperiment(const QString &path, NmrItem *item)
             throw std::runtime_error(
                 tr("There is no spectrum on the page to put %1 beside: simulate one first.").arg(name).toStdString());
         const QUuid entry = target->addEntry(ExperimentFile::read(path, target->shownSpectrum()), name);
-        Q_EMIT reported(tr("%1: %n peak(s) added", nullptr, int(target->spectrum(entry).peaks.size())).arg(name));
+        Q_EMIT reported(tr("%1: %n peak(s) added", nullptr, int(target->spectrum(entry).peaks.size())).arg(name)
+                        + QStringLiteral(". ") + PeakEditor::counts(*target));
     } catch (const std::exception &error) {
         QMessageBox::critical(parentWidget(), tr("%1 cannot be added").arg(name),
                               elided(QString::fromUtf8(error.what())));

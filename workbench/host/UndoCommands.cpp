@@ -2,7 +2,7 @@
 #include "host/UndoCommands.h"
 
 #include "host/MainScene.h"
-#include "items/DocumentItem.h"
+#include "items/MoleculeItem.h"
 
 ItemPresenceCommand::ItemPresenceCommand(MainScene *scene, DocumentItem *item, Change change)
     : QUndoCommand((change == Added ? MainScene::tr("Add %1") : MainScene::tr("Delete %1")).arg(item->title())),
@@ -61,25 +61,53 @@ void ItemGeometryCommand::setGeometry(const QRectF &geometry)
     m_scene->updatePages();
 }
 
-StackCommand::StackCommand(NmrData *data, const QString &what, const NmrStack &before)
-    : QUndoCommand(what), m_data(data), m_before(before), m_after(data->stack())
+StackCommand::StackCommand(MainScene *scene, NmrData *data, const QString &what, const NmrStack &before)
+    : QUndoCommand(what), m_scene(scene), m_data(data), m_before(before), m_after(data->stack())
 {
+    for (const NmrStack *stack : {&m_before, &m_after}) {
+        for (const auto &entry : stack->entries) {
+            if (!m_ids.contains(entry.id))
+                m_ids.append(entry.id);
+        }
+    }
+    m_notesBefore = notes();
+}
+
+StackCommand::Notes StackCommand::notes() const
+{
+    Notes notes;
+    for (DocumentItem *item : m_scene->documentItems()) {
+        if (auto *molecule = qobject_cast<MoleculeItem *>(item))
+            notes.append({molecule, PeakAssignments::notesOn(m_ids, molecule->molMap())});
+    }
+    return notes;
+}
+
+void StackCommand::setNotes(const Notes &notes) const
+{
+    for (const auto &[molecule, list] : notes) {
+        if (molecule)
+            molecule->setMolMap(PeakAssignments::withNotesOn(m_ids, list, molecule->molMap()));
+    }
 }
 
 void StackCommand::redo()
 {
-    if (!m_data)
+    if (!m_data) {
         setObsolete(true);
-    else if (!m_done)
+    } else if (!m_done) {
         m_data->setStack(m_after);
+        setNotes(m_notesAfter);
+    }
     m_done = true;
 }
 
 void StackCommand::undo()
 {
     m_done = false;
-    if (m_data)
-        m_data->setStack(m_before);
-    else
-        setObsolete(true);
+    if (!m_data)
+        return setObsolete(true);
+    m_notesAfter = notes();
+    m_data->setStack(m_before);
+    setNotes(m_notesBefore);
 }

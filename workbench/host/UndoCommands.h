@@ -7,8 +7,11 @@
 #include <QRectF>
 #include <QUndoCommand>
 
+#include <utility>
+
 class DocumentItem;
 class MainScene;
+class MoleculeItem;
 
 /// An item that comes onto the page or goes from it. While it is off the page it belongs to the command.
 class ItemPresenceCommand : public QUndoCommand {
@@ -47,16 +50,27 @@ private:
     QRectF m_after;
 };
 
-/// A stack of spectra that was changed already when the command is made.
+/// A stack of spectra that was changed already when the command is made. What the molecules on the page note about the
+/// stack's peaks goes with it; plug-ins note that after the change.
 class StackCommand : public QUndoCommand {
 public:
-    StackCommand(NmrData *data, const QString &what, const NmrStack &before);
+    StackCommand(MainScene *scene, NmrData *data, const QString &what, const NmrStack &before);
 
     void redo() override;
     void undo() override;
 
 private:
+    /// By molecule.
+    using Notes = QList<std::pair<QPointer<MoleculeItem>, QVariantList>>;
+
+    Notes notes() const;
+    void setNotes(const Notes &notes) const;
+
+    MainScene *m_scene;
     QPointer<NmrData> m_data;
+    QList<QUuid> m_ids; ///< of before and after
+    Notes m_notesBefore;
+    Notes m_notesAfter;
     NmrStack m_before;
     NmrStack m_after;
     bool m_done = true;

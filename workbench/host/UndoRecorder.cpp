@@ -22,8 +22,8 @@ void UndoRecorder::watch(DocumentItem *item)
     if (!nmr)
         return;
     NmrData *data = nmr->nmrData();
-    connect(data, &NmrData::edited, this, [stack, data](const QString &what, const NmrStack &before) {
-        stack->push(new StackCommand(data, what, before));
+    connect(data, &NmrData::edited, this, [this, stack, data](const QString &what, const NmrStack &before) {
+        stack->push(new StackCommand(m_scene, data, what, before));
     });
     // Molecules and tables come with a file and the data behind them; a spectrum is made by a command.
     stack->push(new ItemPresenceCommand(m_scene, item, ItemPresenceCommand::Added));

@@ -7,7 +7,11 @@
 #include "host/FileFilterRegistry.h"
 #include "host/MainScene.h"
 #include "host/MainView.h"
+#include "host/GestureHelp.h"
+#include "host/PeakAtomLinks.h"
+#include "host/PeakMenu.h"
 #include "host/PluginManager.h"
+#include "host/Progress.h"
 #include "host/RecentFiles.h"
 #include "host/StackMenu.h"
 #include "io/DocumentFile.h"
@@ -23,6 +27,7 @@
 #include <QDragEnterEvent>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLabel>
 #include <QLocale>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -38,9 +43,11 @@ WMainWindow::WMainWindow(FileFilterRegistry *filters)
       m_nmrContextMenu(new QMenu(this)),
       m_itemMenu(new QMenu(this)),
       m_stackMenu(new StackMenu(m_scene, this)),
+      m_peakMenu(new PeakMenu(m_scene, this)),
       m_document(new DocumentController(m_scene, m_data, this)),
       m_recentFiles(new RecentFiles(this)),
-      m_exportMenu(new ExportMenu(m_scene, m_data, this))
+      m_exportMenu(new ExportMenu(m_scene, m_data, this)),
+      m_readOut(new QLabel(this))
 {
     setObjectName(QStringLiteral("mainWindow"));
     setAcceptDrops(true);
@@ -49,10 +56,18 @@ WMainWindow::WMainWindow(FileFilterRegistry *filters)
     connect(m_scene, &MainScene::itemAdded, this, &WMainWindow::addHostMenu);
     const auto report = [this](const QString &text) { statusBar()->showMessage(text); };
     connect(m_stackMenu, &StackMenu::reported, this, report);
+    connect(m_peakMenu, &PeakMenu::reported, this, report);
     connect(m_exportMenu, &ExportMenu::reported, this, report);
     connect(m_document, &DocumentController::reported, this, report);
     connect(m_document, &DocumentController::fileUsed, m_recentFiles, &RecentFiles::add);
     connect(m_recentFiles, &RecentFiles::chosen, this, [this](const QString &file) { openPath(file, nullptr); });
+    statusBar()->addPermanentWidget(m_readOut);
+    new PeakAtomLinks(m_scene);
+    connect(m_scene, &MainScene::activeItemChanged, this, [this](QGraphicsWidget *item) {
+        if (qobject_cast<NmrItem *>(item) && statusBar()->currentMessage().isEmpty())
+            statusBar()->showMessage(tr("Wheel zooms, drag marks what to show, double click shows all; F1 tells more"),
+                                     5000);
+    });
     createMenus();
     resize(1100, 900);
     m_view->setFocus();
@@ -131,8 +146,20 @@ WMainWindow::ReadResult WMainWindow::readFile(const QString &fileName)
 
 void WMainWindow::openFiles(const QStringList &fileNames)
 {
-    for (const QString &fileName : fileNames)
-        openPath(fileName, nullptr);
+    openAll(fileNames, nullptr);
+}
+
+void WMainWindow::openAll(const QStringList &paths, const QPointer<NmrItem> &onto)
+{
+    Progress progress(tr("Opening files..."), this);
+    for (qsizetype i = 0; i < paths.size(); ++i) {
+        progress.setText(tr("Opening %1").arg(QFileInfo(paths[i]).fileName()));
+        if (!progress.step(double(i) / double(paths.size()))) {
+            statusBar()->showMessage(tr("Cancelled: %1 of %2 files are open").arg(i).arg(paths.size()));
+            return;
+        }
+        openPath(paths[i], onto);
+    }
 }
 
 void WMainWindow::openPath(const QString &path, NmrItem *onto)
@@ -176,12 +203,7 @@ void WMainWindow::dropEvent(QDropEvent *event)
     const QPointer<NmrItem> onto = qobject_cast<NmrItem *>(under);
     // After the drop has ended: a message box inside would block the program that the file comes from.
     QMetaObject::invokeMethod(
-        this,
-        [this, files, onto] {
-            for (const QString &file : files)
-                openPath(file, onto);
-        },
-        Qt::QueuedConnection);
+        this, [this, files, onto] { openAll(files, onto); }, Qt::QueuedConnection);
 }
 
 void WMainWindow::createMenus()
@@ -199,6 +221,8 @@ void WMainWindow::createMenus()
     viewMenu->addAction(tr("&Page Width"), QKeySequence(tr("Ctrl+0")), m_view, &MainView::fitPageWidth);
 
     QMenu *help = menuBar()->addMenu(tr("&Help"));
+    help->addAction(tr("&Keyboard and Mouse..."), QKeySequence::HelpContents, this,
+                    [this] { GestureHelp(this).exec(); });
     help->addAction(tr("&About and Plug-ins..."), this, &WMainWindow::showAbout);
 }
 
@@ -254,9 +278,12 @@ void WMainWindow::createItemMenu(const QString &title, const std::function<Docum
 
 void WMainWindow::addHostMenu(DocumentItem *item)
 {
-    if (qobject_cast<NmrItem *>(item)) {
+    if (auto *spectrum = qobject_cast<NmrItem *>(item)) {
         item->addContextMenu(m_nmrContextMenu);
         item->addContextMenu(m_stackMenu);
+        item->addContextMenu(m_peakMenu);
+        connect(spectrum, &NmrItem::pointed, m_readOut, &QLabel::setText);
+        connect(spectrum, &NmrItem::reported, this, [this](const QString &text) { statusBar()->showMessage(text); });
     }
     item->addContextMenu(m_itemMenu);
 }

@@ -4,6 +4,7 @@
 #include <QGraphicsWidget>
 #include <QMainWindow>
 #include <QMenu>
+#include <QPointer>
 
 #include <functional>
 
@@ -15,7 +16,9 @@ class FileFilterRegistry;
 class MainScene;
 class MainView;
 class NmrItem;
+class PeakMenu;
 class PluginManager;
+class QLabel;
 class RecentFiles;
 class StackMenu;
 
@@ -76,6 +79,8 @@ private:
     void createItemMenu(const QString &title, const std::function<DocumentItem *()> &current, const QString &ifNone);
     /// A measured spectrum goes onto the item, or the current one when that is null.
     void openPath(const QString &path, NmrItem *onto);
+    /// As openPath(), one after the other, until the user has enough.
+    void openAll(const QStringList &paths, const QPointer<NmrItem> &onto);
     void chooseFiles();
     void deleteActiveItem();
     void showAbout();
@@ -89,8 +94,10 @@ private:
     QMenu *m_nmrContextMenu;
     QMenu *m_itemMenu;
     StackMenu *m_stackMenu;
+    PeakMenu *m_peakMenu;
     DocumentController *m_document;
     RecentFiles *m_recentFiles;
     ExportMenu *m_exportMenu;
+    QLabel *m_readOut; ///< what is under the cursor
     QString m_lastDirectory;
 };

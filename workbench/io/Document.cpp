@@ -85,7 +85,7 @@ void forEachMap(const QVariantMap &map, const QString &key, const QString &place
 
 QVariantMap toMap(const Document::Molecule &molecule)
 {
-    return {{kindKey, moleculeKind}, {descriptionKey, molecule.description}, {viewKey, molecule.view}};
+    return {{kindKey, moleculeKind}, {descriptionKey, molecule.description}};
 }
 
 QVariantMap toMap(const Document::Table &table)
@@ -107,8 +107,7 @@ QVariantMap toMap(const Document::Spectra &spectra)
 
 Document::Molecule moleculeFromMap(const QVariantMap &map, const QUuid &id, const QString &place)
 {
-    Document::Molecule molecule{required<QVariantMap>(map, descriptionKey, place),
-                                required<QVariantMap>(map, viewKey, place)};
+    Document::Molecule molecule{required<QVariantMap>(map, descriptionKey, place)};
     if (molecule.description.value(idKey).toUuid() != id)
         fail(place, Texts::tr("the \"ID\" of its description is another one"));
     return molecule;
@@ -146,6 +145,7 @@ Document::Item itemFromMap(const QVariantMap &map, const QString &place, QSet<QU
                         required<QString>(map, titleKey, place),
                         geometryFromMap(map, place),
                         required<QList<QUuid>>(map, linksKey, place),
+                        required<QVariantMap>(map, viewKey, place),
                         {}};
     const auto kind = required<QString>(map, kindKey, place);
     if (kind == moleculeKind) {
@@ -173,6 +173,7 @@ QVariantMap Document::toMap() const
         map.insert(titleKey, item.title);
         map.insert(geometryKey, item.geometry);
         map.insert(linksKey, QVariant::fromValue(item.links));
+        map.insert(viewKey, item.view);
         itemMaps.append(map);
     }
     return {{itemsKey, itemMaps},

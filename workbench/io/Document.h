@@ -13,7 +13,6 @@
 struct Document {
     struct Molecule {
         QVariantMap description; ///< under "ID" the item's id
-        QVariantMap view;
     };
     struct Table {
         int type = 0; ///< by which a plug-in makes it
@@ -35,6 +34,7 @@ struct Document {
         QString title;
         QRectF geometry; ///< on the pages, scene units
         QList<QUuid> links; ///< other items of the document
+        QVariantMap view; ///< how it is shown; the item's own keys
         std::variant<Molecule, Table, Spectra> content;
     };
 

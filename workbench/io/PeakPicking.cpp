@@ -139,6 +139,61 @@ void thinOut(std::vector<Peak> &peaks, IsNear isNear)
     peaks = std::move(kept);
 }
 
+/// A matrix, or one row, by column and row.
+struct Field {
+    std::span<const double> values;
+    int columns;
+    int rows;
+
+    double at(int column, int row) const
+    {
+        const bool inside = column >= 0 && column < columns && row >= 0 && row < rows;
+        return inside ? valueAt(values, size_t(row) * size_t(columns) + size_t(column)) : lowest;
+    }
+};
+
+struct Cell {
+    int column;
+    int row;
+
+    bool operator==(const Cell &) const = default;
+};
+
+/// The highest of the cell and its neighbours.
+Cell uphill(const Field &field, const Cell &cell)
+{
+    Cell best = cell;
+    for (int dr = -1; dr <= 1; ++dr) {
+        for (int dc = -1; dc <= 1; ++dc) {
+            if (field.at(cell.column + dc, cell.row + dr) > field.at(best.column, best.row))
+                best = {cell.column + dc, cell.row + dr};
+        }
+    }
+    return best;
+}
+
+std::optional<Cell> summitCell(const Field &field, double column, double row, double reachColumns, double reachRows)
+{
+    const auto bound = [](double x, int size) { return int(std::clamp(std::round(x), 0.0, size - 1.0)); };
+    if (field.columns < 1 || field.rows < 1 || !std::isfinite(column) || !std::isfinite(row))
+        return std::nullopt;
+    std::optional<Cell> best;
+    const int lastRow = bound(row + reachRows, field.rows), lastColumn = bound(column + reachColumns, field.columns);
+    for (int r = bound(row - reachRows, field.rows); r <= lastRow; ++r) {
+        for (int c = bound(column - reachColumns, field.columns); c <= lastColumn; ++c) {
+            const double value = field.at(c, r);
+            if (value > (best ? field.at(best->column, best->row) : lowest) && uphill(field, {c, r}) == Cell{c, r})
+                best = Cell{c, r};
+        }
+    }
+    if (best)
+        return best;
+    Cell cell{bound(column, field.columns), bound(row, field.rows)};
+    for (Cell next = uphill(field, cell); !(next == cell); next = uphill(field, cell))
+        cell = next;
+    return field.at(cell.column, cell.row) > lowest ? std::optional(cell) : std::nullopt;
+}
+
 } // namespace
 
 Noise noise(std::span<const double> values)
@@ -221,6 +276,30 @@ std::vector<Peak2D> pick2D(std::span<const double> values, int columns, const Op
         return std::hypot(a.column - b.column, a.row - b.row) < options.leastDistance;
     });
     return peaks;
+}
+
+std::optional<Peak> summit(std::span<const double> values, double point, double reach)
+{
+    const Field field{values, int(values.size()), 1};
+    const auto cell = summitCell(field, point, 0, reach, 0);
+    if (!cell)
+        return std::nullopt;
+    const Vertex top = vertex(field.at(cell->column - 1, 0), field.at(cell->column, 0), field.at(cell->column + 1, 0));
+    return Peak{cell->column + top.offset, top.height - noise(values).baseline};
+}
+
+std::optional<Peak2D> summit2D(std::span<const double> values, int columns, double column, double row,
+                               double reachColumns, double reachRows)
+{
+    const Field field{values, columns, columns > 0 ? int(values.size() / size_t(columns)) : 0};
+    const auto cell = summitCell(field, column, row, reachColumns, reachRows);
+    if (!cell)
+        return std::nullopt;
+    const auto [c, r] = *cell;
+    const double value = field.at(c, r);
+    const Vertex along = vertex(field.at(c - 1, r), value, field.at(c + 1, r));
+    const Vertex across = vertex(field.at(c, r - 1), value, field.at(c, r + 1));
+    return Peak2D{c + along.offset, r + across.offset, along.height + across.height - value - noise(values).baseline};
 }
 
 } // namespace PeakPicking

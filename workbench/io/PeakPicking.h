@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -38,5 +39,11 @@ struct Peak2D {
 };
 /// Maxima among their eight neighbours, refined along rows and along columns, highest first. `values` holds whole rows.
 std::vector<Peak2D> pick2D(std::span<const double> values, int columns, const Options &options = {});
+
+/// The peak that a user points at: the highest maximum not farther than `reach` points away, refined as above. On a
+/// flank without one, the top that it leads up to. None where there are no finite values.
+std::optional<Peak> summit(std::span<const double> values, double point, double reach);
+std::optional<Peak2D> summit2D(std::span<const double> values, int columns, double column, double row,
+                               double reachColumns, double reachRows);
 
 } // namespace PeakPicking

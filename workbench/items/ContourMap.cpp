@@ -8,13 +8,12 @@
 #include "items/PeakSticks.h"
 #include "items/SpectrumLine.h"
 
+#include <QCoreApplication>
+
 #include <cmath>
 
 namespace {
 
-constexpr double lowestLevel = 0.05; // of the largest magnitude
-constexpr double levelFactor = 1.6;
-constexpr int mostLevels = 12;
 constexpr double projectionShare = 0.16; // of the plot's height
 constexpr int smallestProjection = 24; // pixels
 constexpr int largestProjection = 80;
@@ -58,13 +57,16 @@ const PlotEntry &mappedEntry(const QList<PlotEntry> &entries)
 
 } // namespace
 
-ContourMap::ContourMap(QCustomPlot *plot, const QList<PlotEntry> &entries)
+ContourMap::ContourMap(QCustomPlot *plot, const QList<PlotEntry> &entries, const PlotOptions &options)
     : m_main(new QCPAxisRect(plot, true)),
       m_top(new QCPAxisRect(plot, true)),
       m_left(new QCPAxisRect(plot, true)),
       m_f2(m_main->axis(QCPAxis::atBottom)),
       m_f1(m_main->axis(QCPAxis::atRight)),
-      m_margins(std::make_unique<QCPMarginGroup>(plot))
+      m_margins(std::make_unique<QCPMarginGroup>(plot)),
+      m_entries(entries),
+      m_levels(options.contours.bounded()),
+      m_labels(new CrossPeakLabels(plot, m_f2, m_f1))
 {
     layOut(plot);
     const PlotEntry &shown = mappedEntry(entries);
@@ -76,16 +78,17 @@ ContourMap::ContourMap(QCustomPlot *plot, const QList<PlotEntry> &entries)
     m_map = new IntensityMap(m_f2, m_f1);
     m_map->setLayer(QStringLiteral("background"));
     addDiagonal(plot, shown.spectrum);
-    auto *labels = new CrossPeakLabels(plot, m_f2, m_f1);
-    labels->setLayer(QStringLiteral("overlay"));
+    m_labels->setLayer(QStringLiteral("overlay"));
+    m_labels->setCrossesVisible(options.crosses);
+    m_labels->setLabelsVisible(options.labels);
     QList<QCPAbstractPlottable *> named;
     const QCPAbstractPlottable *active = nullptr;
     for (const PlotEntry &entry : entries) {
-        named.append(addEntry(entry, &entry == &shown, labels));
+        named.append(addEntry(entry, &entry == &shown));
         if (entry.active)
             active = named.last();
     }
-    if (entries.size() > 1)
+    if (entries.size() > 1 && options.legend)
         PlotStyle::makeLegend(plot, named, active);
     resetRanges();
 }
@@ -116,12 +119,6 @@ void ContourMap::layOut(QCustomPlot *plot)
         for (QCPAxis *axis : rect->axes())
             axis->setVisible(false);
     }
-    m_main->setRangeDragAxes(m_f2, m_f1);
-    m_main->setRangeZoomAxes(m_f2, m_f1);
-    m_top->setRangeDrag({});
-    m_top->setRangeZoom({});
-    m_left->setRangeDrag({});
-    m_left->setRangeZoom({});
     plot->xAxis = m_f2;
     plot->yAxis = m_f1;
 
@@ -140,18 +137,18 @@ void ContourMap::layOut(QCustomPlot *plot)
                      follow(leftPpm));
 }
 
-QCPAbstractPlottable *ContourMap::addEntry(const PlotEntry &entry, bool mapped, CrossPeakLabels *labels)
+QCPAbstractPlottable *ContourMap::addEntry(const PlotEntry &entry, bool mapped)
 {
     if (entry.isPeakList()) {
         addSticks(entry);
-        labels->addPeaks(entry.spectrum.peaks, entry.color);
+        m_labels->addPeaks(entry.spectrum.peaks, entry.color);
         return m_topTraces.last();
     }
     addProjections(entry);
     addLayer(entry);
     QCPAbstractPlottable *contours = m_layers.last().contours;
     if (mapped) {
-        labels->addPeaks(entry.spectrum.peaks, QColor(0x30, 0x30, 0x30));
+        m_labels->addPeaks(entry.spectrum.peaks, QColor(0x30, 0x30, 0x30));
         // The map's spectrum comes first: its colours lie beneath the contours of all.
         m_layers.move(m_layers.size() - 1, 0);
     }
@@ -201,7 +198,12 @@ void ContourMap::addLayer(const PlotEntry &entry)
     contours->setPen(QPen(entry.color, 0.8));
     contours->setNegativePen(QPen(entry.color.lighter(170), 0.8, Qt::DashLine));
     // The heights belong to the whole spectrum: they must not move while one zooms.
-    m_layers.append({entry, contours, Contours::levels(entry.spectrum.real(), lowestLevel, levelFactor, mostLevels)});
+    const std::span<const double> points = entry.spectrum.real();
+    double largest = 0;
+    for (double value : points)
+        largest = std::isfinite(value) ? std::max(largest, std::abs(value)) : largest;
+    m_layers.append(
+        {entry, contours, Contours::levels(points, m_levels.lowest, m_levels.factor, m_levels.count), largest});
 }
 
 void ContourMap::addDiagonal(QCustomPlot *plot, const Spectrum &spectrum)
@@ -256,6 +258,50 @@ Decimation::Grid ContourMap::visibleGrid(const Spectrum &spectrum) const
     return Decimation::blockMaxima(spectrum.real(), spectrum.axes[0].size,
                                    visiblePoints(spectrum.axes[0], m_f2->range()),
                                    visiblePoints(spectrum.axes[1], m_f1->range()), m_main->width(), m_main->height());
+}
+
+QList<PeakMark> ContourMap::peakMarks(const QUuid &entry) const
+{
+    QList<PeakMark> marks;
+    for (const PlotEntry &shown : m_entries) {
+        if (!entry.isNull() && shown.id != entry)
+            continue;
+        for (const SpectrumPeak &peak : shown.spectrum.peaks) {
+            if (!m_f2->range().contains(peak.f2) || !m_f1->range().contains(peak.f1))
+                continue;
+            const QPointF at = markPlace(shown.id, peak.f2, peak.f1);
+            marks.append({shown.id, peak, at, at.y()});
+        }
+    }
+    return marks;
+}
+
+QPointF ContourMap::markPlace(const QUuid &, double f2, double f1) const
+{
+    return {m_f2->coordToPixel(f2), m_f1->coordToPixel(f1)};
+}
+
+QList<LabelArea> ContourMap::labelAreas() const
+{
+    return m_labels->areas();
+}
+
+QString ContourMap::readOut(const QPointF &pixel) const
+{
+    if (!m_main->rect().contains(pixel.toPoint()))
+        return {};
+    const Spectrum &spectrum = m_layers.first().entry.spectrum;
+    const auto &axes = spectrum.axes;
+    const double f2 = m_f2->pixelToCoord(pixel.x()), f1 = m_f1->pixelToCoord(pixel.y());
+    const double column = std::round((f2 - axes[0].first) / axes[0].step);
+    const double row = std::round((f1 - axes[1].first) / axes[1].step);
+    QString text = (axes[0].nucleus() + u' ' + ppmText(m_f2, f2)).trimmed() + QStringLiteral("   ")
+        + (axes[1].nucleus() + u' ' + ppmText(m_f1, f1)).trimmed();
+    if (column >= 0 && column < axes[0].size && row >= 0 && row < axes[1].size) {
+        const double value = spectrum.real()[size_t(row) * size_t(axes[0].size) + size_t(column)];
+        text += QCoreApplication::translate("ContourMap", "   intensity %1").arg(value, 0, 'g', 4);
+    }
+    return text;
 }
 
 bool ContourMap::fitLayout()
@@ -326,9 +372,7 @@ void ContourMap::updateMap(const Spectrum &spectrum, const Decimation::Grid &gri
     }
     const auto &levels = m_layers.first().levels;
     const bool negative = std::any_of(levels.begin(), levels.end(), [](double level) { return level < 0; });
-    double largest = 0;
-    for (double level : levels)
-        largest = std::max(largest, std::abs(level));
+    const double largest = m_layers.first().largest;
     m_map->setGradient(mapGradient(negative));
     m_map->setDataRange(largest > 0 ? QCPRange(negative ? -largest : 0, largest) : QCPRange(0, 1));
 }

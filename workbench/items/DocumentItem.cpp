@@ -21,6 +21,8 @@ const QSizeF smallestSize(120, 80);
 const QColor frameColor(0xb8, 0xbe, 0xc6);
 const QColor currentFrameColor(0x1f, 0x6f, 0xb5);
 const QColor titleBarColor(0xf1, 0xf3, 0xf6);
+const QColor noteColor(0xd7, 0xee, 0xd9);
+const QColor noteTextColor(0x1b, 0x4d, 0x1f);
 const QColor titleColor(0x24, 0x2c, 0x36);
 
 /// The lower right corner of the current item, above its content, by which it is resized.
@@ -90,6 +92,12 @@ void DocumentItem::setTitle(const QString &title)
     m_title = title;
     update();
     Q_EMIT titleChanged(title);
+}
+
+void DocumentItem::setNote(const QString &note)
+{
+    m_note = note;
+    update();
 }
 
 void DocumentItem::setCurrent(bool current)
@@ -193,7 +201,18 @@ void DocumentItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QW
     titleFont.setBold(true);
     painter->setFont(titleFont);
     painter->setPen(titleColor);
-    const QRectF textArea = bar.adjusted(8, 0, -8, 0);
+    QRectF textArea = bar.adjusted(8, 0, -8, 0);
+    if (!m_note.isEmpty() && !pageOutput) {
+        const QFontMetricsF metrics(titleFont);
+        const QString note = metrics.elidedText(m_note, Qt::ElideMiddle, textArea.width() / 2);
+        const double noteWidth = metrics.horizontalAdvance(note) + 16;
+        const QRectF box(bar.right() - noteWidth - 3, bar.top() + 3, noteWidth, bar.height() - 6);
+        painter->fillRect(box, noteColor);
+        painter->setPen(noteTextColor);
+        painter->drawText(box, Qt::AlignCenter, note);
+        painter->setPen(titleColor);
+        textArea.setRight(box.left() - 8);
+    }
     const QString text = QFontMetricsF(titleFont).elidedText(m_title, Qt::ElideMiddle, textArea.width());
     painter->drawText(textArea, Qt::AlignVCenter | Qt::AlignLeft, text);
 

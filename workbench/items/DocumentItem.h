@@ -24,6 +24,8 @@ public:
     QUuid id() const { return m_id; }
     QString title() const { return m_title; }
     void setTitle(const QString &title);
+    /// Said in the title bar while it holds, on the screen only; empty for nothing.
+    void setNote(const QString &note);
     /// What the frame and the title bar leave to the content.
     QRectF contentRect() const;
     QList<DocumentItem *> linkedItems() const;
@@ -38,6 +40,10 @@ public:
     /// answer to a selection never overwrites the selection.
     Q_INVOKABLE void sendMessage(QVariant message);
     virtual void receiveMessage(const QVariantMap &message);
+
+    /// How the item is shown, to be kept with a document. Missing or senseless values leave the view as it is.
+    virtual QVariantMap viewSettings() const { return {}; }
+    virtual void setViewSettings(const QVariantMap &) { }
 
     /// The item's menu, made up afresh at each call and owned by the item.
     virtual QMenu *contextMenu();
@@ -71,6 +77,7 @@ protected:
 private:
     QUuid m_id;
     QString m_title;
+    QString m_note;
     QList<QPointer<DocumentItem>> m_linked;
     QList<QPointer<QMenu>> m_pluginMenus;
     std::unique_ptr<QMenu> m_menu;

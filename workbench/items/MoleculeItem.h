@@ -3,13 +3,20 @@
 
 #include "items/DocumentItem.h"
 #include "items/MoleculeView.h"
+#include "items/PeakAssignments.h"
 
 /// A molecule on the page, made from a molecule description. Its id is the description's "ID". A click selects an atom
-/// and tells the linked items, with Ctrl it toggles; dragging turns, the wheel zooms, a double click puts it back.
+/// and tells the linked items, with Ctrl it toggles; dragging turns, the wheel zooms while it is the current item, a
+/// double click puts it back.
 class MoleculeItem : public DocumentItem {
     Q_OBJECT
 
 public:
+    /// What is written on the atoms: the element, that and the number in the file from 1, or the file's own labels as a
+    /// linked table has them.
+    enum class Labels { None, Elements, Numbers, FileLabels };
+    Q_ENUM(Labels)
+
     explicit MoleculeItem(const QVariantMap &description, QGraphicsItem *parent = nullptr);
 
     /// The description, with whatever else was stored in it.
@@ -24,17 +31,24 @@ public:
     /// In item coordinates.
     QPointF atomPosition(int atom) const { return m_view.atomPosition(atom); }
 
-    /// How the molecule is turned and zoomed and what is shown of it, for documents.
-    QVariantMap viewState() const;
-    /// Missing or senseless values leave the view as it is.
-    void setViewState(const QVariantMap &state);
+    /// Which peaks plug-ins have assigned to the atoms.
+    const PeakAssignments &assignments() const { return m_assignments; }
+
+    Labels labels() const { return m_labels; }
+    void setLabels(Labels labels);
+    QVariantMap viewSettings() const override;
+    void setViewSettings(const QVariantMap &settings) override;
 
     void receiveMessage(const QVariantMap &message) override;
+
+Q_SIGNALS:
+    void assignmentsChanged();
 
 protected:
     void paintContent(QPainter *painter, const QRectF &content, bool pageOutput) override;
     void layoutContent(const QRectF &content) override;
     void fillContextMenu(QMenu *menu) override;
+    void keyPressEvent(QKeyEvent *event) override;
 
     void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
     void mouseMoveEvent(QGraphicsSceneMouseEvent *event) override;
@@ -45,8 +59,13 @@ protected:
 private:
     void selectByClick(int atom, bool toggle);
     void resetView();
+    void fillLabelMenu(QMenu *menu);
+    QStringList labelTexts() const;
+    QStringList fileLabels() const;
 
     QVariantMap m_description;
+    PeakAssignments m_assignments;
+    Labels m_labels = Labels::None;
     MoleculeView m_view;
     bool m_rotating = false;
     bool m_pressedInside = false;

@@ -172,6 +172,11 @@ void MoleculeView::zoom(double factor)
     m_centre = m_area.center() + (m_centre - m_area.center()) * (m_zoom / before);
 }
 
+bool MoleculeView::isShown(const Molecule::Atom &atom) const
+{
+    return atom.drawable && (m_hydrogensVisible || atom.element != 1);
+}
+
 QPointF MoleculeView::project(const QVector3D &t) const
 {
     return m_centre + QPointF(t.x(), -t.y()) * scale();
@@ -188,7 +193,7 @@ int MoleculeView::atomAt(const QPointF &pos) const
     float depth = 0;
     for (int i = 0; i < int(m_molecule.atoms.size()); ++i) {
         const auto &atom = m_molecule.atoms[i];
-        if (!atom.drawable)
+        if (!isShown(atom))
             continue;
         const QVector3D t = turned(atom.position);
         const QPointF d = project(t) - pos;
@@ -203,7 +208,7 @@ int MoleculeView::atomAt(const QPointF &pos) const
 
 void MoleculeView::addCell(std::vector<Primitive> &primitives) const
 {
-    if (!m_molecule.cell)
+    if (!m_molecule.cell || !m_cellVisible)
         return;
     const auto &cell = *m_molecule.cell;
     for (int axis = 0; axis < 3; ++axis) {
@@ -226,6 +231,8 @@ void MoleculeView::addCell(std::vector<Primitive> &primitives) const
 void MoleculeView::addBonds(std::vector<Primitive> &primitives) const
 {
     for (const auto &[i, j] : m_molecule.bonds) {
+        if (!isShown(m_molecule.atoms[i]) || !isShown(m_molecule.atoms[j]))
+            continue;
         const QVector3D ends[] = {turned(m_molecule.atoms[i].position), turned(m_molecule.atoms[j].position)};
         const QVector3D middle = (ends[0] + ends[1]) / 2;
         const float length = (ends[1] - ends[0]).length();
@@ -250,7 +257,7 @@ void MoleculeView::paint(QPainter *painter) const
     addBonds(primitives);
     size_t balls = 0;
     for (int i = 0; i < int(m_molecule.atoms.size()); ++i) {
-        if (!m_molecule.atoms[i].drawable)
+        if (!isShown(m_molecule.atoms[i]))
             continue;
         const QVector3D t = turned(m_molecule.atoms[i].position);
         primitives.push_back({Primitive::Ball, t.z(), i, project(t), {}});
@@ -261,10 +268,13 @@ void MoleculeView::paint(QPainter *painter) const
 
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
+    const QSet<int> labelled = readableLabels(primitives);
     for (const Primitive &p : primitives) {
         switch (p.kind) {
         case Primitive::Ball:
             drawBall(painter, p, balls > flatAbove);
+            if (labelled.contains(p.index))
+                drawLabel(painter, p);
             break;
         case Primitive::HalfBond:
             drawHalfBond(painter, p);
@@ -309,15 +319,48 @@ void MoleculeView::drawBall(QPainter *painter, const Primitive &ball, bool flat)
         painter->setBrush(gradient);
     }
     painter->drawEllipse(ball.from, radius, radius);
+}
 
-    if (m_numbersVisible) {
-        QFont font;
-        font.setPixelSize(int(std::clamp(radius * 0.8, 7.0, 14.0)));
-        painter->setFont(font);
-        painter->setPen(color.lightness() < 110 ? Qt::white : Qt::black);
-        painter->drawText(QRectF(ball.from - QPointF(40, 20), QSizeF(80, 40)), Qt::AlignCenter,
-                          ElementStyle::symbol(element) + QString::number(ball.index + 1));
+QFont MoleculeView::labelFont(int element) const
+{
+    QFont font;
+    font.setPixelSize(int(std::clamp(ElementStyle::ballRadius(element) * scale() * 0.8, 8.0, 14.0)));
+    return font;
+}
+
+QRectF MoleculeView::labelArea(const Primitive &ball) const
+{
+    QRectF area =
+        QFontMetricsF(labelFont(m_molecule.atoms[ball.index].element)).tightBoundingRect(m_labels.value(ball.index));
+    area.moveCenter(ball.from);
+    return area;
+}
+
+QSet<int> MoleculeView::readableLabels(const std::vector<Primitive> &backToFront) const
+{
+    QSet<int> readable;
+    std::vector<QRectF> taken;
+    for (auto p = backToFront.rbegin(); p != backToFront.rend() && !m_labels.isEmpty(); ++p) {
+        if (p->kind != Primitive::Ball || m_labels.value(p->index).isEmpty())
+            continue;
+        const QRectF area = labelArea(*p).adjusted(-1, -1, 1, 1);
+        if (std::any_of(taken.begin(), taken.end(), [&](const QRectF &other) { return other.intersects(area); }))
+            continue;
+        taken.push_back(area);
+        readable.insert(p->index);
     }
+    return readable;
+}
+
+void MoleculeView::drawLabel(QPainter *painter, const Primitive &ball) const
+{
+    const QFont font = labelFont(m_molecule.atoms[ball.index].element);
+    const QString text = m_labels.value(ball.index);
+    QPainterPath path;
+    path.addText(ball.from - QFontMetricsF(font).tightBoundingRect(text).center(), font, text);
+    // Readable on dark balls, on light ones and beside them.
+    painter->strokePath(path, QPen(QColor(255, 255, 255, 210), 2.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter->fillPath(path, Qt::black);
 }
 
 void MoleculeView::drawHalfBond(QPainter *painter, const Primitive &bond) const
@@ -332,7 +375,7 @@ void MoleculeView::drawHalfBond(QPainter *painter, const Primitive &bond) const
 
 void MoleculeView::drawCellLabels(QPainter *painter) const
 {
-    if (!m_molecule.cell)
+    if (!m_molecule.cell || !m_cellVisible)
         return;
     const auto &cell = *m_molecule.cell;
     QFont font;

@@ -3,10 +3,12 @@
 
 #include "items/Molecule.h"
 
+#include <QFont>
 #include <QPointF>
 #include <QQuaternion>
 #include <QRectF>
 #include <QSet>
+#include <QStringList>
 
 class QPainter;
 
@@ -31,8 +33,12 @@ public:
 
     void setSelection(const QSet<int> &atoms) { m_selection = atoms; }
     const QSet<int> &selection() const { return m_selection; }
-    void setNumbersVisible(bool visible) { m_numbersVisible = visible; }
-    bool numbersVisible() const { return m_numbersVisible; }
+    /// Written on the atoms as far as they do not cover one another. Empty: none.
+    void setLabels(const QStringList &labels) { m_labels = labels; }
+    void setCellVisible(bool visible) { m_cellVisible = visible; }
+    bool cellVisible() const { return m_cellVisible; }
+    void setHydrogensVisible(bool visible) { m_hydrogensVisible = visible; }
+    bool hydrogensVisible() const { return m_hydrogensVisible; }
 
     void paint(QPainter *painter) const;
     /// The front atom there, -1 for none.
@@ -56,7 +62,14 @@ private:
     void addCell(std::vector<Primitive> &primitives) const;
     void addBonds(std::vector<Primitive> &primitives) const;
     double haze(float depth) const;
+    /// Neither hidden nor impossible to draw.
+    bool isShown(const Molecule::Atom &atom) const;
     void drawBall(QPainter *painter, const Primitive &ball, bool flat) const;
+    QFont labelFont(int element) const;
+    QRectF labelArea(const Primitive &ball) const;
+    /// The atoms whose labels are not covered by labels further to the front.
+    QSet<int> readableLabels(const std::vector<Primitive> &backToFront) const;
+    void drawLabel(QPainter *painter, const Primitive &ball) const;
     void drawHalfBond(QPainter *painter, const Primitive &bond) const;
     void drawCellLabels(QPainter *painter) const;
 
@@ -68,5 +81,7 @@ private:
     double m_zoom = 1.0;
     float m_depthRange = 1.0f; ///< Angstrom, half of it before and half behind the centre
     QSet<int> m_selection;
-    bool m_numbersVisible = false;
+    QStringList m_labels;
+    bool m_cellVisible = true;
+    bool m_hydrogensVisible = true;
 };

@@ -92,6 +92,7 @@ void NmrData::removeEntry(const QUuid &entry)
         return;
     const NmrStack before = m_stack;
     const qsizetype place = it - m_stack.entries.cbegin();
+    m_removed.insert(entry);
     m_stack.entries.removeAt(place);
     if (m_stack.activeId == entry) {
         m_stack.activeId =
@@ -142,6 +143,8 @@ const Spectrum &NmrData::shownSpectrum() const
 void NmrData::insertSpectrum(QUuid entry, QVariantMap data)
 {
     if (!find(entry)) {
+        if (m_removed.contains(entry))
+            return;
         append(entry.isNull() ? QUuid::createUuid() : entry, data, QString());
         return;
     }
@@ -153,12 +156,49 @@ void NmrData::insertSpectrum(QUuid entry, QVariantMap data)
     Q_EMIT edited(tr("Change Spectrum"), before);
 }
 
+bool NmrData::isSimulated(const QUuid &entry) const
+{
+    const Entry *found = find(entry);
+    if (!found)
+        return false;
+    for (const QVariant &original : {originalOf(found->data.value(rawDataKey).toMap()), originalOf(found->data)}) {
+        const ParametersByFormat parameters = parametersOf(original);
+        if (std::any_of(parameters.cbegin(), parameters.cend(), [](const auto &hash) { return !hash.isEmpty(); }))
+            return true;
+    }
+    return false;
+}
+
+QUuid NmrData::simulatedEntry() const
+{
+    const QList<QUuid> ids = entryIds();
+    const auto it = std::find_if(ids.cbegin(), ids.cend(), [this](const QUuid &id) { return isSimulated(id); });
+    return it == ids.cend() ? QUuid() : *it;
+}
+
+void NmrData::setEntryPeaks(const QUuid &entry, const QVariantMap &peaks, const QString &what)
+{
+    if (!std::as_const(*this).find(entry))
+        return;
+    const NmrStack before = m_stack;
+    Entry *found = find(entry);
+    found->data.insert(QStringLiteral("Peaks"), peaks);
+    found->spectrum = Spectrum::fromMap(found->data);
+    Q_EMIT entryChanged(entry);
+    Q_EMIT edited(what, before);
+}
+
 void NmrData::setStack(const NmrStack &stack)
 {
     const QList<QUuid> idsBefore = entryIds();
     const QUuid activeBefore = activeEntryId();
     m_stack = stack;
-    if (entryIds() != idsBefore)
+    const QList<QUuid> ids = entryIds();
+    for (const QUuid &id : idsBefore) {
+        if (!ids.contains(id))
+            m_removed.insert(id);
+    }
+    if (ids != idsBefore)
         Q_EMIT entriesChanged();
     else
         for (const QUuid &id : idsBefore)

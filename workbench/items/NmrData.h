@@ -4,6 +4,7 @@
 #include "items/Spectrum.h"
 
 #include <QObject>
+#include <QSet>
 #include <QVariantHash>
 
 /// A state of a stack. Copies share the spectra, so that keeping one costs next to nothing.
@@ -45,6 +46,12 @@ public:
     const Spectrum &spectrum(const QUuid &entry) const;
     /// The active spectrum; when that is a mere peak list, the first one with points.
     const Spectrum &shownSpectrum() const;
+    /// Made by a plug-in, from parameters that it could make it from again.
+    bool isSimulated(const QUuid &entry) const;
+    /// The first such entry; null when there is none.
+    QUuid simulatedEntry() const;
+    /// Replaces the peaks of an entry, as an edit of that name.
+    void setEntryPeaks(const QUuid &entry, const QVariantMap &peaks, const QString &what);
     /// Puts a parameter hash where entryOrigParams() finds it.
     void setEntryOrigParams(const QUuid &entry, const QString &format, const QVariantHash &parameters);
 
@@ -52,7 +59,8 @@ public:
     /// Puts an earlier state back; no edit of its own.
     void setStack(const NmrStack &stack);
 
-    /// Replaces the entry's data; an unknown id becomes a new entry.
+    /// Replaces the entry's data; an unknown id becomes a new entry. An entry that was removed, while a plug-in worked
+    /// on it perhaps, stays away.
     Q_INVOKABLE void insertSpectrum(QUuid entry, QVariantMap data);
     /// The parameters from which the format's plug-in made the entry, empty for entries that it did not make.
     Q_INVOKABLE QVariantHash entryOrigParams(QUuid entry, QString format);
@@ -77,4 +85,5 @@ private:
     void append(const QUuid &id, const QVariantMap &data, const QString &name);
 
     NmrStack m_stack;
+    QSet<QUuid> m_removed;
 };

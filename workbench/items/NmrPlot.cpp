@@ -2,17 +2,29 @@
 #include "items/NmrPlot.h"
 
 #include "items/ContourMap.h"
+#include "items/PeakEditor.h"
 #include "items/StackedTraces.h"
 
 #include <QPicture>
 
-NmrPlot::NmrPlot(NmrData *nmrData, QWidget *parent) : QCustomPlot(parent), m_data(nmrData)
+#include <cmath>
+
+namespace {
+
+const QColor litColor(0xff, 0x9f, 0x00);
+constexpr double reach = 5; // pixels from a peak at which the mouse still means it
+constexpr double samePlace = 1; // pixels
+
+} // namespace
+
+NmrPlot::NmrPlot(NmrData *nmrData, QWidget *parent) : QCustomPlot(parent), m_data(nmrData), m_navigation(this)
 {
     setBackground(QBrush(Qt::white));
     setMinimumSize(80, 60);
     // Cached numbers would be scaled pixels where the page is zoomed.
     setPlottingHint(QCP::phCacheLabels, false);
-    setInteractions(QCP::iRangeDrag | QCP::iRangeZoom);
+    // The mouse is ours: the library zooms about the cursor and knows no axes of spectra.
+    setInteractions(QCP::Interactions());
     clear();
     connect(nmrData, &NmrData::entriesChanged, this, [this] { invalidate(false); });
     connect(nmrData, &NmrData::entryChanged, this, [this] { invalidate(true); });
@@ -31,7 +43,12 @@ void NmrPlot::fullReset()
 
 PlotContent *NmrPlot::content()
 {
-    rebuild();
+    if (m_dirty) {
+        rebuild();
+        // Laid out as well, so that pixels mean something before it is painted.
+        if (isVisible())
+            replot(rpQueuedRefresh);
+    }
     return m_content.get();
 }
 
@@ -68,7 +85,7 @@ QList<PlotEntry> NmrPlot::shownEntries(QString &note) const
             name = tr("Spectrum %1").arg(number);
         const bool peakList = spectrum.isEmpty() && !spectrum.peaks.isEmpty();
         if (peakList || (!spectrum.isEmpty() && spectrum.dimensions() == dimensions))
-            entries.append({name, spectrum, color, id == m_data->activeEntryId()});
+            entries.append({id, name, spectrum, color, id == m_data->activeEntryId()});
     }
     if (entries.isEmpty())
         note = m_data->spectrum(m_data->activeEntryId()).note;
@@ -94,9 +111,9 @@ void NmrPlot::rebuild()
     if (entries.isEmpty())
         showNote(note);
     else if (shownDimensions() == 1)
-        m_content = std::make_unique<StackedTraces>(this, entries);
+        m_content = std::make_unique<StackedTraces>(this, entries, m_options);
     else
-        m_content = std::make_unique<ContourMap>(this, entries);
+        m_content = std::make_unique<ContourMap>(this, entries, m_options);
     if (m_content)
         m_content->setRanges(ranges);
 }
@@ -139,27 +156,182 @@ void NmrPlot::paintTo(QPainter *painter, const QRectF &target)
                    qreal(picture.logicalDpiY()) / painter->device()->logicalDpiY());
     painter->drawPicture(0, 0, picture);
     painter->restore();
+    // The window's own sizes again.
+    if (isVisible())
+        replot(rpQueuedReplot);
 }
 
 void NmrPlot::paintEvent(QPaintEvent *)
 {
-    if (m_dirty) {
-        rebuild();
-        replot(rpQueuedRefresh);
-    }
+    content();
     // As the base class does, save that the buffers' resolution is the proxy's to choose, not the screen's.
     QCPPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     drawBackground(&painter);
     for (const auto &buffer : std::as_const(mPaintBuffers))
         buffer->draw(&painter);
+    if (m_content)
+        paintOverlay(&painter);
+}
+
+void NmrPlot::paintOverlay(QPainter *painter)
+{
+    painter->setRenderHint(QPainter::Antialiasing);
+    QColor glow = litColor;
+    glow.setAlpha(110);
+    if (!m_litPeaks.isEmpty()) {
+        for (const PeakMark &mark : m_content->peakMarks()) {
+            if (!m_litPeaks.contains(mark.peak.id))
+                continue;
+            painter->setPen(QPen(glow, 5, Qt::SolidLine, Qt::FlatCap));
+            painter->drawLine(mark.top, QPointF(mark.top.x(), mark.foot));
+            painter->setPen(QPen(litColor, 2));
+            painter->setBrush(Qt::NoBrush);
+            painter->drawEllipse(mark.top, 5, 5);
+        }
+        // The text beneath must stay readable.
+        glow.setAlpha(60);
+        painter->setPen(QPen(litColor, 1));
+        painter->setBrush(glow);
+        for (const LabelArea &label : m_content->labelAreas()) {
+            if (std::any_of(label.peaks.cbegin(), label.peaks.cend(),
+                            [&](const QUuid &peak) { return m_litPeaks.contains(peak); }))
+                painter->drawRoundedRect(label.area, 2, 2);
+        }
+    }
+    painter->setPen(QPen(litColor.darker(130), 1));
+    painter->setBrush(litColor);
+    for (const QPointF &ppm : std::as_const(m_preview)) {
+        if (m_content->mainRect()->rect().contains(m_content->markPlace(m_previewEntry, ppm.x(), ppm.y()).toPoint()))
+            PeakEditor::drawMark(painter, m_content->markPlace(m_previewEntry, ppm.x(), ppm.y()));
+    }
+    if (m_editor)
+        m_editor->paint(painter);
+    m_navigation.paint(painter);
+}
+
+void NmrPlot::setOptions(const PlotOptions &options)
+{
+    if (options == m_options)
+        return;
+    m_options = options;
+    m_options.contours = options.contours.bounded();
+    invalidate(true);
+}
+
+void NmrPlot::scaleIntensity(double factor, const QPointF &pixel)
+{
+    if (auto *traces = dynamic_cast<StackedTraces *>(content())) {
+        traces->scaleIntensity(factor, pixel);
+        return replot(rpQueuedReplot);
+    }
+    PlotOptions options = m_options;
+    options.contours.lowest /= factor;
+    setOptions(options);
+}
+
+void NmrPlot::setLitPeaks(const QSet<QUuid> &peaks)
+{
+    m_litPeaks = peaks;
+    update();
+}
+
+void NmrPlot::setPreview(const QUuid &entry, const QList<QPointF> &places)
+{
+    m_previewEntry = entry;
+    m_preview = places;
+    update();
+}
+
+QList<QUuid> NmrPlot::peaksAt(const QPointF &pixel)
+{
+    if (!content())
+        return {};
+    for (const LabelArea &label : m_content->labelAreas()) {
+        if (label.area.contains(pixel))
+            return label.peaks;
+    }
+    const QList<PeakMark> marks = m_content->peakMarks();
+    const PeakMark *nearest = nullptr;
+    double least = reach;
+    for (const PeakMark &mark : marks) {
+        // Anywhere on the line from the top to the base line.
+        const double below = std::clamp(pixel.y(), mark.top.y(), std::max(mark.top.y(), mark.foot));
+        const double distance = std::hypot(pixel.x() - mark.top.x(), pixel.y() - below);
+        if (distance < least) {
+            least = distance;
+            nearest = &mark;
+        }
+    }
+    QList<QUuid> peaks;
+    for (const PeakMark &mark : nearest ? marks : QList<PeakMark>()) {
+        if (mark.entry == nearest->entry && QLineF(mark.top, nearest->top).length() < samePlace)
+            peaks.append(mark.peak.id);
+    }
+    return peaks;
+}
+
+void NmrPlot::mousePressEvent(QMouseEvent *event)
+{
+    event->accept();
+    if (!content() || (m_editor && m_editor->press(event)))
+        return;
+    m_navigation.press(event);
+}
+
+void NmrPlot::mouseMoveEvent(QMouseEvent *event)
+{
+    event->accept();
+    if (!content())
+        return;
+    if (m_editor && m_editor->move(event))
+        update();
+    else if (m_navigation.move(event))
+        replot(rpQueuedReplot);
+    Q_EMIT pointed(m_content->readOut(event->position()));
+}
+
+void NmrPlot::mouseReleaseEvent(QMouseEvent *event)
+{
+    event->accept();
+    const bool edited = m_editor && m_editor->release(event);
+    if (!content() || edited)
+        return;
+    if (m_navigation.release()) {
+        replot(rpQueuedReplot);
+    } else if (event->button() == Qt::LeftButton) {
+        if (m_editor && m_editor->isActive())
+            m_editor->click(event);
+        else
+            Q_EMIT peaksClicked(peaksAt(event->position()), event->modifiers());
+    }
 }
 
 void NmrPlot::mouseDoubleClickEvent(QMouseEvent *event)
 {
-    QCustomPlot::mouseDoubleClickEvent(event);
-    if (m_content && event->button() == Qt::LeftButton) {
+    // Who sets peaks quickly does not want to see another part of the spectrum.
+    if (m_editor && m_editor->isActive())
+        return mousePressEvent(event);
+    event->accept();
+    m_navigation.cancel();
+    if (content() && event->button() == Qt::LeftButton) {
         m_content->resetRanges();
         replot(rpQueuedReplot);
     }
+}
+
+void NmrPlot::wheelEvent(QWheelEvent *event)
+{
+    event->setAccepted(m_navigation.wheel(event));
+    if (!event->isAccepted())
+        return;
+    replot(rpQueuedReplot);
+    if (content())
+        Q_EMIT pointed(m_content->readOut(event->position()));
+}
+
+void NmrPlot::leaveEvent(QEvent *event)
+{
+    QCustomPlot::leaveEvent(event);
+    Q_EMIT pointed(QString());
 }

@@ -11,8 +11,6 @@ namespace {
 constexpr int fontSize = 10;
 constexpr double lineSpacing = 12; // pixels between neighbouring texts
 constexpr double treeHeight = 16; // the bent part of the lines
-constexpr double mergeDistance = 1.0; // pixels: nearer peaks share a label
-constexpr int mostNames = 3;
 constexpr int mostLeaders = 30; // more lines down to the peaks would hide the curve
 
 } // namespace
@@ -36,14 +34,11 @@ QString PeakLabelBand::text(const Label &label) const
 {
     const int decimals = m_ppmAxis && m_ppmAxis->range().size() > 50 ? 1 : 2;
     const QString ppm = QString::number(label.ppm, 'f', decimals);
-    if (label.names.isEmpty())
-        return ppm;
-    QString names = label.names.mid(0, mostNames).join(u',');
-    if (label.names.size() > mostNames)
-        names += QStringLiteral(" +%1").arg(label.names.size() - mostNames);
-    if (names.size() > 24)
-        names = names.left(23) + QChar(0x2026);
-    return names + QStringLiteral("  ") + ppm;
+    if (label.shared.hasName())
+        return label.shared.text() + QStringLiteral("  ") + ppm;
+    // Measured peaks have no names; one that stands for several sites says so.
+    const qsizetype count = label.shared.peaks().size();
+    return count > 1 ? ppm + QStringLiteral(" \u00d7%1").arg(count) : ppm;
 }
 
 QList<PeakLabelBand::Label> PeakLabelBand::labels() const
@@ -53,23 +48,20 @@ QList<PeakLabelBand::Label> PeakLabelBand::labels() const
     QList<Label> all;
     for (const Peak &peak : m_peaks) {
         if (m_ppmAxis->range().contains(peak.ppm)) {
-            const QStringList names = peak.label.isEmpty() ? QStringList() : QStringList{peak.label};
-            all.append({m_ppmAxis->coordToPixel(peak.ppm), 0.0, peak.top, names, peak.ppm, peak.color});
+            all.append({m_ppmAxis->coordToPixel(peak.ppm), 0.0, peak.top, {}, peak.ppm, peak.color});
+            all.last().shared.add(peak.id, peak.label);
         }
     }
     std::stable_sort(all.begin(), all.end(), [](const Label &a, const Label &b) { return a.x < b.x; });
     QList<Label> merged;
     for (const Label &label : std::as_const(all)) {
-        const bool joins =
-            !merged.isEmpty() && label.x - merged.last().x < mergeDistance && label.color == merged.last().color;
+        const bool joins = !merged.isEmpty() && label.x - merged.last().x < SharedLabel::distance
+            && label.color == merged.last().color;
         if (!joins) {
             merged.append(label);
             continue;
         }
-        for (const QString &name : label.names) {
-            if (!merged.last().names.contains(name))
-                merged.last().names.append(name);
-        }
+        merged.last().shared.add(label.shared);
         merged.last().top = std::max(merged.last().top, label.top);
     }
     const qsizetype room = qsizetype(m_ppmAxis->axisRect()->width() / lineSpacing);
@@ -93,6 +85,19 @@ QStringList PeakLabelBand::visibleTexts() const
     for (const Label &label : labels())
         texts.append(text(label));
     return texts;
+}
+
+QList<LabelArea> PeakLabelBand::areas() const
+{
+    QList<LabelArea> areas;
+    const QFontMetricsF metrics(PlotStyle::font(fontSize));
+    const double foot = m_ppmAxis ? m_ppmAxis->axisRect()->top() - treeHeight - 2 : 0.0;
+    for (const Label &label : labels()) {
+        const double length = metrics.horizontalAdvance(text(label)) + 2;
+        areas.append(
+            {QRectF(label.placed - lineSpacing / 2, foot - length, lineSpacing, length), label.shared.peaks()});
+    }
+    return areas;
 }
 
 void PeakLabelBand::fitHeight()

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "items/CustomPlot.h"
+#include "items/PlotContent.h"
+#include "items/SharedLabel.h"
 
 /// The peaks' labels above a 1D spectrum: written upwards in one row, each joined to its peak by a line. Where there is
 /// no room for all, the lowest peaks go without.
@@ -14,6 +15,7 @@ public:
         double top = 0.0; ///< of the curve there, on the value axis
         QString label;
         QColor color;
+        QUuid id;
     };
 
     PeakLabelBand(QCustomPlot *plot, QCPAxis *ppmAxis, QCPAxis *intensityAxis);
@@ -21,6 +23,8 @@ public:
     void setPeaks(const QList<Peak> &peaks);
     /// Texts, in the order from left to right, that are drawn at the present size and range.
     QStringList visibleTexts() const;
+    /// Where they are.
+    QList<LabelArea> areas() const;
     /// Sets the height for the texts of the present range.
     void fitHeight();
 
@@ -34,7 +38,7 @@ private:
         double x = 0.0; ///< pixels: of the peak, then of the text
         double placed = 0.0;
         double top = 0.0;
-        QStringList names;
+        SharedLabel shared;
         double ppm = 0.0;
         QColor color;
     };

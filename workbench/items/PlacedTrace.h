@@ -14,6 +14,7 @@ public:
 
     void setPlacement(double scale, double offset);
     double placed(double value) const { return m_offset + m_scale * value; }
+    double unplaced(double height) const { return (height - m_offset) / m_scale; }
 
     /// Smallest and largest finite value, 0 included, before the placement.
     QCPRange valueBounds() const { return m_bounds; }

@@ -1,6 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/PlotContent.h"
 
+#include <QCoreApplication>
+
+#include <cmath>
+
+QString PlotContent::ppmText(const QCPAxis *axis, double ppm)
+{
+    const int pixels = axis->orientation() == Qt::Horizontal ? axis->axisRect()->width() : axis->axisRect()->height();
+    const double resolution = axis->range().size() / std::max(1, pixels);
+    const int decimals = std::clamp(int(std::ceil(-std::log10(std::max(resolution, 1e-6)))), 1, 5);
+    return QCoreApplication::translate("PlotContent", "%1 ppm").arg(QString::number(ppm, 'f', decimals));
+}
+
 namespace PlotStyle {
 
 QFont font(int pixelSize, bool bold)

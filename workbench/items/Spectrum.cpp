@@ -55,6 +55,7 @@ bool readAxis(const QVariantMap &specInfo, int dimension, SpectrumAxis &axis)
     const double carrier = reference * 1e-6 + frequency;
     axis.first = (width * 0.5 + reference) / carrier;
     axis.step = -width / axis.size / carrier;
+    axis.frequency = frequency;
     const QVariantList nuclei = specInfo.value(QStringLiteral("Nucleides")).toList();
     if (dimension < nuclei.size())
         readNucleus(nuclei.at(dimension).toMap(), axis);

@@ -17,6 +17,7 @@ struct SpectrumAxis {
     int size = 0;
     int massNumber = 0; ///< of the nucleus, 0 unknown
     QString element; ///< symbol of the nucleus, empty unknown
+    double frequency = 0.0; ///< of the nucleus in the spectrometer, MHz
 
     double ppm(double point) const { return first + point * step; }
     double last() const { return ppm(size - 1); }

@@ -7,6 +7,8 @@
 
 #include <QCoreApplication>
 
+#include <cmath>
+
 namespace {
 
 constexpr double stackDistance = 1.12; // of the common height
@@ -28,7 +30,7 @@ QString axisLabel(const QList<PlotEntry> &entries)
 
 } // namespace
 
-StackedTraces::StackedTraces(QCustomPlot *plot, const QList<PlotEntry> &entries)
+StackedTraces::StackedTraces(QCustomPlot *plot, const QList<PlotEntry> &entries, const PlotOptions &options)
     : m_axisRect(new QCPAxisRect(plot, true)),
       m_ppm(m_axisRect->axis(QCPAxis::atBottom)),
       m_intensity(m_axisRect->axis(QCPAxis::atLeft)),
@@ -40,8 +42,6 @@ StackedTraces::StackedTraces(QCustomPlot *plot, const QList<PlotEntry> &entries)
     layout->addElement(1, 0, m_axisRect);
     layout->setRowStretchFactor(0, 0.001);
     m_axisRect->setMinimumMargins(QMargins(12, 0, 14, 4));
-    m_axisRect->setRangeDrag(Qt::Horizontal);
-    m_axisRect->setRangeZoom(Qt::Horizontal);
     m_axisRect->axis(QCPAxis::atTop)->setVisible(false);
     m_axisRect->axis(QCPAxis::atRight)->setVisible(false);
     plot->xAxis = m_ppm;
@@ -56,11 +56,16 @@ StackedTraces::StackedTraces(QCustomPlot *plot, const QList<PlotEntry> &entries)
         m_intensity->setPadding(4);
         m_intensity->setLabel(tr("Relative intensity"));
     }
-    addTraces(entries);
-    if (entries.size() > 1) {
-        const auto active = std::find_if(entries.cbegin(), entries.cend(), [](const PlotEntry &e) { return e.active; });
-        PlotStyle::makeLegend(plot, {m_traces.cbegin(), m_traces.cend()},
-                              active == entries.cend() ? nullptr : m_traces.at(active - entries.cbegin()));
+    addTraces(entries, options);
+    if (entries.size() > 1 && options.legend) {
+        QList<QCPAbstractPlottable *> lines;
+        const QCPAbstractPlottable *active = nullptr;
+        for (const Trace &trace : std::as_const(m_traces)) {
+            lines.append(trace.line);
+            if (trace.entry.active)
+                active = trace.line;
+        }
+        PlotStyle::makeLegend(plot, lines, active);
     }
     resetRanges();
 }
@@ -100,60 +105,158 @@ PlacedTrace *StackedTraces::makeSticksBeyond(const PlotEntry &entry, PlacedTrace
     return sticks;
 }
 
-void StackedTraces::addTraces(const QList<PlotEntry> &entries)
+void StackedTraces::addSticks(const PlotEntry &entry, const PlacedTrace *line)
+{
+    QList<SpectrumPeak> onCurve = entry.spectrum.peaks;
+    for (SpectrumPeak &peak : onCurve)
+        peak.height = line->unplaced(line->heightAt(peak.f2));
+    auto *sticks = new PeakSticks(m_ppm, m_intensity);
+    sticks->setPeaks(onCurve);
+    sticks->setPlacement(line->placed(1) - line->placed(0), line->placed(0));
+    QColor color = entry.color;
+    color.setAlpha(150);
+    sticks->setPen(QPen(color, stickWidth));
+}
+
+void StackedTraces::addTraces(const QList<PlotEntry> &entries, const PlotOptions &options)
 {
     const bool stacked = entries.size() > 1;
     QList<PeakLabelBand::Peak> labels;
     double offset = 0;
     for (const PlotEntry &entry : entries) {
-        PlacedTrace *trace = makeTrace(entry);
-        trace->setName(entry.name);
+        PlacedTrace *line = makeTrace(entry);
+        line->setName(entry.name);
         PlacedTrace *beyond = nullptr;
         if (stacked) {
-            const double height = trace->valueBounds().size();
+            const double height = line->valueBounds().size();
             const double scale = height > 0 ? 1 / height : 1;
-            const double base = offset - scale * trace->valueBounds().lower;
-            trace->setPlacement(scale, base);
+            const double base = offset - scale * line->valueBounds().lower;
+            line->setPlacement(scale, base);
             if (!entry.isPeakList())
-                beyond = makeSticksBeyond(entry, trace, base);
+                beyond = makeSticksBeyond(entry, line, base);
             offset += stackDistance;
         }
-        m_traces.append(trace);
-        for (const SpectrumPeak &peak : entry.spectrum.peaks) {
-            double top = trace->heightAt(peak.f2);
-            if (beyond)
-                top = std::max(top, beyond->heightAt(peak.f2));
-            labels.append({peak.f2, top, peak.label, entry.color});
-        }
+        if (options.sticks && !entry.isPeakList())
+            addSticks(entry, line);
+        m_traces.append({entry, line, beyond});
+        for (const SpectrumPeak &peak : entry.spectrum.peaks)
+            labels.append({peak.f2, topAt(m_traces.last(), peak.f2), peak.label, entry.color, peak.id});
     }
-    m_band->setPeaks(labels);
+    if (options.labels)
+        m_band->setPeaks(labels);
 }
 
 void StackedTraces::resetRanges()
 {
     bool found = false;
-    QCPRange keys = m_traces.first()->getKeyRange(found);
-    QCPRange values = m_traces.first()->getValueRange(found);
-    for (const PlacedTrace *trace : std::as_const(m_traces)) {
-        keys.expand(trace->getKeyRange(found));
-        values.expand(trace->getValueRange(found));
+    QCPRange keys = m_traces.first().line->getKeyRange(found);
+    QCPRange values = m_traces.first().line->getValueRange(found);
+    for (const Trace &trace : std::as_const(m_traces)) {
+        keys.expand(trace.line->getKeyRange(found));
+        values.expand(trace.line->getValueRange(found));
     }
     if (values.size() <= 0)
         values = QCPRange(values.lower - 0.1, values.upper + 1);
+    m_fullIntensity = QCPRange(values.lower - 0.03 * values.size(), values.upper + 0.02 * values.size());
     m_ppm->setRange(keys);
-    m_intensity->setRange(values.lower - 0.03 * values.size(), values.upper + 0.02 * values.size());
+    m_intensity->setRange(m_fullIntensity);
     noteFullRanges();
 }
 
 QList<QCPRange> StackedTraces::ranges() const
 {
-    return {m_ppm->range()};
+    const auto part = [&](double value) { return (value - m_fullIntensity.lower) / m_fullIntensity.size(); };
+    return {m_ppm->range(), QCPRange(part(m_intensity->range().lower), part(m_intensity->range().upper))};
 }
 
 void StackedTraces::setRanges(const QList<QCPRange> &ranges)
 {
-    if (ranges.size() == 1)
-        m_ppm->setRange(ranges.first());
+    if (ranges.isEmpty())
+        return;
+    m_ppm->setRange(ranges.first());
+    const auto value = [&](double part) { return m_fullIntensity.lower + part * m_fullIntensity.size(); };
+    if (ranges.size() > 1)
+        m_intensity->setRange(value(ranges[1].lower), value(ranges[1].upper));
+}
+
+void StackedTraces::scaleIntensity(double factor, const QPointF &pixel)
+{
+    double base = m_traces.first().line->placed(0);
+    for (const Trace &trace : std::as_const(m_traces)) {
+        const double next = trace.line->placed(0);
+        if (next > base && m_intensity->coordToPixel(next) >= pixel.y())
+            base = next;
+    }
+    constexpr double most = 1e6;
+    const double size = m_intensity->range().size() / factor;
+    if (size < m_fullIntensity.size() * most && size > m_fullIntensity.size() / most)
+        m_intensity->scaleRange(1 / factor, base);
+}
+
+const StackedTraces::Trace *StackedTraces::find(const QUuid &entry) const
+{
+    const auto it =
+        std::find_if(m_traces.cbegin(), m_traces.cend(), [&](const Trace &trace) { return trace.entry.id == entry; });
+    return it == m_traces.cend() ? nullptr : &*it;
+}
+
+double StackedTraces::topAt(const Trace &trace, double ppm) const
+{
+    const double top = trace.line->heightAt(ppm);
+    return trace.beyond ? std::max(top, trace.beyond->heightAt(ppm)) : top;
+}
+
+QList<PeakMark> StackedTraces::peakMarks(const QUuid &entry) const
+{
+    QList<PeakMark> marks;
+    for (const Trace &trace : m_traces) {
+        if (!entry.isNull() && trace.entry.id != entry)
+            continue;
+        const double foot = m_intensity->coordToPixel(trace.line->placed(0));
+        for (const SpectrumPeak &peak : trace.entry.spectrum.peaks) {
+            if (m_ppm->range().contains(peak.f2))
+                marks.append({trace.entry.id, peak, markPlace(trace.entry.id, peak.f2, 0), foot});
+        }
+    }
+    return marks;
+}
+
+QPointF StackedTraces::markPlace(const QUuid &entry, double f2, double) const
+{
+    const Trace *trace = find(entry);
+    const double top = trace ? topAt(*trace, f2) : 0.0;
+    // A curve that is higher than the plot leaves it at its upper edge.
+    return {m_ppm->coordToPixel(f2), std::max(m_intensity->coordToPixel(top), double(m_axisRect->top()))};
+}
+
+double StackedTraces::heightAt(const QUuid &entry, const QPointF &pixel) const
+{
+    const Trace *trace = find(entry);
+    const double value = m_intensity->pixelToCoord(pixel.y());
+    return trace ? trace->line->unplaced(value) : value;
+}
+
+QList<LabelArea> StackedTraces::labelAreas() const
+{
+    return m_band->areas();
+}
+
+QString StackedTraces::readOut(const QPointF &pixel) const
+{
+    if (!m_axisRect->rect().contains(pixel.toPoint()))
+        return {};
+    const double ppm = m_ppm->pixelToCoord(pixel.x());
+    for (const Trace &trace : m_traces) {
+        if (!trace.entry.active || trace.entry.isPeakList())
+            continue;
+        const SpectrumAxis &axis = trace.entry.spectrum.axes.first();
+        const double point = std::round((ppm - axis.first) / axis.step);
+        QString text = (axis.nucleus() + u' ' + ppmText(m_ppm, ppm)).trimmed();
+        if (point >= 0 && point < axis.size)
+            text += tr("   intensity %1").arg(trace.entry.spectrum.real()[size_t(point)], 0, 'g', 4);
+        return text;
+    }
+    return ppmText(m_ppm, ppm);
 }
 
 bool StackedTraces::fitLayout()

@@ -15,6 +15,7 @@
 #include <QScrollBar>
 #include <QTableView>
 
+#include <algorithm>
 #include <cmath>
 #include <numeric>
 
@@ -227,6 +228,13 @@ void TableItem::typeCntxtMenu(QMenu *menu)
 void TableItem::receiveMessage(const QVariantMap &message)
 {
     callPlugin(m_table, "tableItem_onLMessage(QVariantMap)", message);
+    // As many of the selected rows as can be, the first one in any case.
+    const QModelIndexList rows = m_view->selectionModel()->selectedRows();
+    if (!rows.isEmpty()) {
+        const auto [first, last] = std::minmax_element(rows.cbegin(), rows.cend());
+        m_view->scrollTo(*last);
+        m_view->scrollTo(*first);
+    }
 }
 
 void TableItem::layoutContent(const QRectF &content)

@@ -1,0 +1,216 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "ModalAnswers.h"
+#include "PlotUser.h"
+#include "WorkbenchUser.h"
+
+#include "host/HostApplication.h"
+#include "host/MainScene.h"
+#include "host/MainView.h"
+#include "host/PluginManager.h"
+#include "host/WMainWindow.h"
+#include "items/ContourMap.h"
+#include "items/CrossPeakLabels.h"
+#include "items/MoleculeItem.h"
+#include "items/NmrItem.h"
+#include "items/NmrPlot.h"
+#include "items/TableItem.h"
+
+#include <QLabel>
+#include <QSettings>
+#include <QStatusBar>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QUndoStack>
+
+using namespace Qt::StringLiterals;
+
+const Inputs carbon{{"fCbNucF2", u"13C"_s}, {"fSpCSRefF2", 172.4}};
+const Inputs map{{"fCbDims", u"2D Spectrum"_s}, {"fCbNucF2", u"13C"_s}, {"fSpCSRefF2", 172.4}, {"fSpLwF2", 150.0},
+                 {"fCbNucF1", u"1H"_s},         {"fSpCSRefF1", 30.5},   {"fSpLwF1", 100.0}};
+
+/// Mouse and keyboard over the items, with the built plug-in's spectra in them.
+class tst_Interaction : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QSettings::setDefaultFormat(QSettings::IniFormat);
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_settings.path());
+        QCoreApplication::setOrganizationName(u"magres-tests"_s);
+    }
+    void init()
+    {
+        QSettings().clear();
+        m_host = std::make_unique<HostApplication>(false);
+        m_host->plugins().load(QStringLiteral(PLUGIN_FILE));
+        window().show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window()));
+        open(u"paracetamol.magres"_s);
+    }
+    void cleanup() { m_host.reset(); }
+
+    void peaksOfALineAreEditedByHand() { editPeaks(carbon, u"paracetamol-13C-affn.jdx"_s); }
+    void peaksOfAMapAreEditedByHand() { editPeaks(map, u"paracetamol-hetcor-bruker"_s); }
+    void peaksOfALineSelectAtomsAndRows() { selectTogether(carbon); }
+    void peaksOfAMapSelectAtomsAndRows() { selectTogether(map); }
+
+    void peaksArePickedAndCounted()
+    {
+        makeSpectrum(carbon);
+        open(u"paracetamol-13C-affn.jdx"_s);
+        const qsizetype all = measured().peaks.size();
+        for (const Inputs &inputs : {Inputs{{"leastHeight", 95.0}}, Inputs{{"countSites", false}}}) {
+            m_dialogs.expect(u"Pick peaks"_s, [=](QDialog *dialog) {
+                QVERIFY(part<QLabel>(dialog, "result")->text().contains(u"%1 measured"_s.arg(all)));
+                fill(dialog, inputs);
+                press(dialog, QDialogButtonBox::Ok);
+            });
+            choose(window(), spectrum(), {u"Pic&k Peaks..."_s});
+            QVERIFY(measured().peaks.size() < all && !measured().peaks.isEmpty());
+        }
+        choose(window(), spectrum(), {u"&Count Equivalent Sites"_s});
+        QCOMPARE(measured().peaks.size(), all);
+    }
+
+    void mouseZoomsAndMoves()
+    {
+        const PlotUser user = makeSpectrum(carbon);
+        const auto range = [&] { return spectrum()->plot()->xAxis->range(); };
+        const QCPRange full = range();
+        const double ppm = f2At(200), height = spectrum()->plot()->yAxis->range().size();
+        scene().setActiveItem(molecule());
+        user.wheel({200, 120});
+        QCOMPARE(range(), full); // scrolls the page
+        scene().setActiveItem(spectrum());
+        user.wheel({200, 120});
+        QVERIFY(std::abs(range().size() * 1.25 - full.size()) < 1e-9 && isOnPixel(f2At(200), ppm));
+        user.wheel({200, 120}, Qt::ShiftModifier);
+        QVERIFY(std::abs(spectrum()->plot()->yAxis->range().size() * 1.25 / height - 1) < 1e-9);
+        QTest::qWait(20); // other numbers at the axis take other room
+        const double from = f2At(150), to = f2At(300);
+        user.drag({150, 100}, {300, 100});
+        QVERIFY(isOnPixel(range().upper, from, 4) && isOnPixel(range().lower, to, 4));
+        const double held = f2At(200);
+        user.drag({200, 100}, {230, 110}, Qt::ShiftModifier);
+        QVERIFY(isOnPixel(f2At(230), held));
+        QTest::keyClick(window().view(), Qt::Key_Home);
+        QCOMPARE(range(), full);
+    }
+
+    void contoursAndLabelsOfMaps()
+    {
+        makeSpectrum(map);
+        const auto *shown = dynamic_cast<ContourMap *>(spectrum()->plot()->content());
+        QCOMPARE(shown->labels()->visibleTexts().size(), 9); // four equivalent molecules: each place once
+        const auto lowest = [this] { return spectrum()->plot()->options().contours.lowest; };
+        m_dialogs.expect(u"Contour levels"_s, [=](QDialog *dialog) {
+            fill(dialog, {{"lowestLevel", 20.0}});
+            QCOMPARE(lowest(), 0.2);
+            press(dialog, QDialogButtonBox::Cancel);
+        });
+        choose(window(), spectrum(), {u"Contour Levels..."_s});
+        QTest::keyClick(window().view(), Qt::Key_Plus);
+        QCOMPARE(lowest(), 0.05 / 1.25);
+        // What was removed does not come back through a plug-in that was still at work on it.
+        const auto held = data()->stack().entries.first();
+        data()->removeEntry(held.id);
+        data()->insertSpectrum(held.id, held.data);
+        QVERIFY(data()->entryIds().isEmpty());
+    }
+
+private:
+    WMainWindow &window() const { return m_host->window(); }
+    MainScene &scene() const { return m_host->scene(); }
+    NmrItem *spectrum() const { return scene().currentNmrItem(); }
+    NmrData *data() const { return spectrum()->nmrData(); }
+    TableItem *table() const { return scene().currentTableItem(); }
+    MoleculeItem *molecule() const { return qobject_cast<MoleculeItem *>(scene().documentItems().first()); }
+    const Spectrum &measured() const { return data()->spectrum(data()->entryIds().last()); }
+    double f2At(double x) const { return spectrum()->plot()->xAxis->pixelToCoord(x); }
+    bool isOnPixel(double ppm, double expected, double zoom = 1) const
+    {
+        return std::abs(ppm - expected) <= zoom * std::abs(f2At(1) - f2At(0));
+    }
+    void open(const QString &name) { window().openFiles({QStringLiteral(SAMPLE_DIRECTORY "/") + name}); }
+    PlotUser makeSpectrum(const Inputs &inputs)
+    {
+        m_dialogs.expect(u"MAGRES parameters"_s, [=](QDialog *dialog) {
+            fill(dialog, inputs);
+            press(dialog, QDialogButtonBox::Ok);
+        });
+        choose(window(), table(), {u"Create spectrum..."_s});
+        window().view()->centerOn(spectrum());
+        if (window().activateWindow(); !QTest::qWaitForWindowActive(&window()))
+            userFailed(u"The window has no keyboard"_s);
+        return PlotUser(window(), spectrum());
+    }
+
+    void editPeaks(const Inputs &inputs, const QString &file)
+    {
+        const PlotUser user = makeSpectrum(inputs);
+        QTest::keyClick(window().view(), Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier);
+        QVERIFY(window().statusBar()->currentMessage().contains(u"cannot be edited"_s)); // a simulated one
+        open(file);
+        QTest::keyClick(window().view(), Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier);
+        const SpectrumPeak peak = measured().peaks.first();
+        const auto same = [&](const SpectrumPeak &p) { return p.f2 == peak.f2 && p.f1 == peak.f1; };
+        const auto count = [&] { return std::count_if(measured().peaks.begin(), measured().peaks.end(), same); };
+        const qsizetype all = measured().peaks.size(), sites = count();
+        const QPointF at = user.topOf(peak);
+
+        user.click(at, Qt::ControlModifier);
+        QCOMPARE(count(), sites + 1);
+        QTest::keyClick(window().view(), Qt::Key_Delete);
+        QVERIFY(spectrum() && measured().peaks.size() == all - sites); // the peak goes, not the item
+        user.click(at + QPointF(3, 3)); // beside the top, which is found again
+        const SpectrumPeak added = measured().peaks.last();
+        QVERIFY(std::abs(added.f2 - peak.f2) < 0.02 && std::abs(added.f1 - peak.f1) < 0.02);
+        QVERIFY(std::abs(added.height - peak.height) < 0.01 * peak.height);
+        const double moved = f2At(user.topOf(added).x() + 25);
+        user.drag(user.topOf(added), user.topOf(added) + QPointF(25, 0), Qt::ShiftModifier);
+        QVERIFY(isOnPixel(measured().peaks.last().f2, moved));
+        user.click(user.topOf(added), {}, Qt::RightButton);
+        QVERIFY(window().statusBar()->currentMessage().contains(u"%1 measured"_s.arg(all - sites)));
+
+        QTest::keyClick(window().view(), Qt::Key_Escape);
+        user.click(at);
+        QCOMPARE(measured().peaks.size(), all - sites);
+        for (int step = 0; step < 5; ++step)
+            scene().undoStack()->undo();
+        QVERIFY(measured().peaks.size() == all && count() == sites);
+    }
+    void selectTogether(const Inputs &inputs)
+    {
+        const PlotUser user = makeSpectrum(inputs);
+        const SpectrumPeak peak = data()->shownSpectrum().peaks.first();
+        const auto isLit = [&] { return spectrum()->plot()->litPeaks().contains(peak.id); };
+        user.click(user.topOf(peak));
+        QStringList labels;
+        for (const QModelIndex &row : table()->view()->selectionModel()->selectedRows(1))
+            labels += row.data().toString();
+        QVERIFY(isLit() && molecule()->selectedAtoms().size() == labels.size());
+        for (const QString &label : peak.label.split(u','))
+            QVERIFY2(labels.contains(label), qPrintable(label));
+        user.click(user.topOf(peak) + QPointF(15, 60));
+        QVERIFY(molecule()->selectedAtoms().isEmpty() && !isLit());
+        // An edit makes other peaks; taking it back brings these back, with their atoms.
+        m_dialogs.expect(u"MAGRES parameters"_s, [](QDialog *dialog) { press(dialog, QDialogButtonBox::Ok); });
+        choose(window(), spectrum(), {u"MAGRES"_s, u"Edit Spectrum..."_s});
+        QVERIFY(data()->shownSpectrum().peaks.first().id != peak.id);
+        scene().undoStack()->undo();
+        for (int row = 0; row < table()->view()->model()->rowCount(); ++row) {
+            table()->view()->selectRow(row);
+            const QString label = table()->view()->model()->index(row, 1).data().toString();
+            QCOMPARE(isLit(), peak.label.split(u',').contains(label));
+        }
+    }
+
+    QTemporaryDir m_settings;
+    std::unique_ptr<HostApplication> m_host;
+    ModalAnswers m_dialogs;
+};
+
+QTEST_MAIN(tst_Interaction)
+#include "tst_interaction.moc"
