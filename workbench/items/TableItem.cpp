@@ -257,11 +257,16 @@ void TableItem::offerSorting()
 {
     QHeaderView *header = m_view->horizontalHeader();
     header->setSectionsClickable(true);
-    header->setSortIndicatorShown(true);
     // The third click shows the order of the file again.
     header->setSortIndicatorClearable(true);
     header->setSortIndicator(-1, Qt::AscendingOrder);
-    connect(header, &QHeaderView::sortIndicatorChanged, this, &TableItem::sortRows);
+    connect(header, &QHeaderView::sortIndicatorChanged, this, [this, header](int section) {
+        // Room for the arrow only where there is one: the table has to fit beside the molecule.
+        header->setSortIndicatorShown(section >= 0);
+        if (section >= 0)
+            m_view->setColumnWidth(section, std::max(m_view->columnWidth(section), header->sectionSizeHint(section)));
+        sortRows();
+    });
     connect(m_model, &QAbstractItemModel::modelReset, this, &TableItem::sortRows);
 }
 
