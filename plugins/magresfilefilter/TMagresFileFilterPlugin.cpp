@@ -38,7 +38,7 @@ void TMagresFileFilterPlugin::addContextMenu()
     auto *reference = new QAction(QStringLiteral("Auto reference"));
     auto *rmsd = new QAction(QStringLiteral("RMSD"));
     auto *menu = new QMenu(tr("MAGRES"));
-    menu->setIcon(QIcon(QStringLiteral(":/magres_images/magres.svg")));
+    menu->setIcon(m_icon);
     m_contextMenu = {menu, edit, reference, rmsd};
 
     auto *hostMenu = qobject_cast<QMenu *>(mainWindow().property("nmrContextMenu").value<QObject *>());

@@ -43,6 +43,7 @@ public:
     Q_INVOKABLE int fileFilter_storageType() const;
 
 private:
+    QIcon icon() const override { return m_icon; }
     const NuclearProperties &nuclearProperties() const override;
     MagresData data(const QUuid &dataId) const override;
     void createSpectrum(const QUuid &dataId) override;
@@ -50,6 +51,7 @@ private:
 
     void addContextMenu();
 
+    const QIcon m_icon{QStringLiteral(":/magres_images/magres.svg")};
     HostContext m_host;
     WrFileFilters m_fileFilters;
     QList<QPointer<QObject>> m_contextMenu; ///< the menu and its actions, which nobody else owns

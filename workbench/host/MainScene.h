@@ -37,6 +37,7 @@ public:
 
     /// A document that is never drawn goes without what only looks need.
     void setDrawn(bool drawn) { m_drawn = drawn; }
+    bool isDrawn() const { return m_drawn; }
 
     /// Where a file that is read now puts its molecule.
     QRectF emptyStructureRect() const;

@@ -23,6 +23,8 @@ void PeakAtomLinks::watch(DocumentItem *item)
 
 void PeakAtomLinks::link()
 {
+    if (!m_scene->isDrawn())
+        return;
     const QList<DocumentItem *> items = m_scene->documentItems();
     for (DocumentItem *molecule : items) {
         const auto *withAtoms = qobject_cast<MoleculeItem *>(molecule);

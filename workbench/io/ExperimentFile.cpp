@@ -182,43 +182,58 @@ QVariantMap read(const QString &path, const Spectrum &beside)
     if (beside.isEmpty())
         fail(tr("there is no spectrum to put %1 beside").arg(QFileInfo(path).fileName()));
     QStringList nuclei;
-    for (const SpectrumAxis &axis : beside.axes)
+    std::vector<double> frequencies;
+    for (const SpectrumAxis &axis : beside.axes) {
         nuclei.append(massAndSymbol(axis));
-    return Experiment(path, nuclei).beside(beside.peaks);
+        frequencies.push_back(axis.frequency);
+    }
+    return Experiment(path, nuclei, frequencies).beside(beside.peaks);
 }
 
 } // namespace ExperimentFile
 
-Experiment::Experiment(const QString &path, const QStringList &nuclei)
+namespace {
+const QString peaksKey = QStringLiteral("Peaks");
+} // namespace
+
+Experiment::Experiment(const QString &path, const QStringList &nuclei, const std::vector<double> &frequencies)
 {
     using namespace ExperimentFile;
-    const QString name = QFileInfo(path).fileName();
+    const auto take = [&](ExperimentalSpectrum measured) {
+        const QString name = QFileInfo(path).fileName();
+        checkDimensions(qsizetype(measured.dimensions.size()), nuclei.size(), name);
+        matchNuclei(measured, nuclei, name);
+        // The same nucleus in the same magnet; ppm do not depend on it, Hz would.
+        for (size_t d = 0; d < std::min(measured.dimensions.size(), frequencies.size()); ++d)
+            if (!(measured.dimensions[d].frequency > 0))
+                measured.dimensions[d].frequency = frequencies[d];
+        takeSpectrum(std::move(measured));
+    };
     if (!isText(path)) {
-        readSpectrum(openExperimentalSpectrum(path), nuclei, name);
+        take(openExperimentalSpectrum(path));
         return;
     }
     const QByteArray text = ReaderText::readFile(path, largestTextFile);
     if (isPeakList(startOf(text), int(nuclei.size())))
-        m_peaks = PeakListFile::parse(text, path, int(nuclei.size()));
+        m_entry = {{peaksKey, PeakListFile::toPeakMap(PeakListFile::parse(text, path, int(nuclei.size())))}};
     else
-        readSpectrum(CsvSpectrumReader::parse(text, path), nuclei, name);
+        take(CsvSpectrumReader::parse(text, path));
 }
 
-void Experiment::readSpectrum(ExperimentalSpectrum measured, const QStringList &nuclei, const QString &name)
+void Experiment::takeSpectrum(ExperimentalSpectrum measured)
 {
-    ExperimentFile::checkDimensions(qsizetype(measured.dimensions.size()), nuclei.size(), name);
-    ExperimentFile::matchNuclei(measured, nuclei, name);
-    m_peaks = ExperimentFile::pickedPeaks(measured);
-    m_picked = true;
+    const auto picked = ExperimentFile::pickedPeaks(measured);
+    if (measured.dimensions.size() == 1)
+        m_picked = picked;
     m_entry = toEntryMap(std::move(measured));
+    m_entry.insert(peaksKey, PeakListFile::toPeakMap(picked));
 }
 
 QVariantMap Experiment::beside(const QList<SpectrumPeak> &simulated) const
 {
-    // In one dimension.
-    const bool counted = m_picked && m_entry.value(QStringLiteral("Length")).value<QList<int>>().value(1) == 1;
+    if (m_picked.empty())
+        return m_entry;
     QVariantMap entry = m_entry;
-    entry.insert(QStringLiteral("Peaks"),
-                 PeakListFile::toPeakMap(counted ? ExperimentFile::countedLike(simulated, m_peaks) : m_peaks));
+    entry.insert(peaksKey, PeakListFile::toPeakMap(ExperimentFile::countedLike(simulated, m_picked)));
     return entry;
 }

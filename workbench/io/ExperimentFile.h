@@ -10,20 +10,20 @@
 /// An experiment in memory, which can be put beside any number of simulated spectra of the same nuclei.
 class Experiment {
 public:
-    /// `nuclei` are those of the simulated spectra, F2 first; an empty name fits any. Errors, an experiment of other
+    /// `nuclei` and `frequencies` (MHz, of 0 ppm) are those of the simulated spectra, F2 first; an empty name fits any,
+    /// and frequencies may be unknown. They stand in where the file is silent. Errors, an experiment of other
     /// dimensions or nuclei among them, are std::runtime_error (UTF-8).
-    Experiment(const QString &path, const QStringList &nuclei);
+    Experiment(const QString &path, const QStringList &nuclei, const std::vector<double> &frequencies = {});
 
     /// An entry for NMR data, with its peaks: those of a peak list, or the ones picked from a spectrum and counted as
-    /// in countedLike(). Nuclei that the file does not name are those of the simulated spectrum.
+    /// in countedLike().
     QVariantMap beside(const QList<SpectrumPeak> &simulated) const;
 
 private:
-    void readSpectrum(ExperimentalSpectrum measured, const QStringList &nuclei, const QString &name);
+    void takeSpectrum(ExperimentalSpectrum measured);
 
-    QVariantMap m_entry; ///< without peaks
-    std::vector<PeakListFile::Peak> m_peaks;
-    bool m_picked = false;
+    QVariantMap m_entry; ///< with the peaks as they are in the file
+    std::vector<PeakListFile::Peak> m_picked; ///< in one dimension, where they are counted
 };
 
 /// Measured spectra and peak lists from files, in the form in which they are stacked onto a simulated spectrum.

@@ -70,7 +70,7 @@ void MoleculeItem::setMolMap(QVariantMap description)
     const bool sameGeometry = !m_description.isEmpty() && geometry(description) == geometry(m_description);
     m_description = description;
     m_description.insert(idKey, id());
-    m_assignments = PeakAssignments::fromMolMap(m_description);
+    m_assignments.reset();
     Q_EMIT assignmentsChanged();
     if (sameGeometry)
         return;
@@ -82,6 +82,13 @@ void MoleculeItem::setMolMap(QVariantMap description)
     if (!m_view.molecule().cell && !text.isEmpty())
         setTitle(tr("Molecule: %1").arg(text));
     update();
+}
+
+const PeakAssignments &MoleculeItem::assignments() const
+{
+    if (!m_assignments)
+        m_assignments = PeakAssignments::fromMolMap(m_description);
+    return *m_assignments;
 }
 
 void MoleculeItem::setSelectedAtoms(const QSet<int> &atoms)

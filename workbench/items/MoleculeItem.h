@@ -5,6 +5,8 @@
 #include "items/MoleculeView.h"
 #include "items/PeakAssignments.h"
 
+#include <optional>
+
 /// A molecule on the page, made from a molecule description. Its id is the description's "ID". A click selects an atom
 /// and tells the linked items, with Ctrl it toggles; dragging turns, the wheel zooms while it is the current item, a
 /// double click puts it back.
@@ -32,7 +34,7 @@ public:
     QPointF atomPosition(int atom) const { return m_view.atomPosition(atom); }
 
     /// Which peaks plug-ins have assigned to the atoms.
-    const PeakAssignments &assignments() const { return m_assignments; }
+    const PeakAssignments &assignments() const;
 
     Labels labels() const { return m_labels; }
     void setLabels(Labels labels);
@@ -64,7 +66,7 @@ private:
     QStringList fileLabels() const;
 
     QVariantMap m_description;
-    PeakAssignments m_assignments;
+    mutable std::optional<PeakAssignments> m_assignments; ///< read when asked for
     Labels m_labels = Labels::None;
     MoleculeView m_view;
     bool m_rotating = false;

@@ -4,6 +4,7 @@
 #include "parameters/NuclearProperties.h"
 #include "reading/MagresData.h"
 
+#include <QIcon>
 #include <QUuid>
 
 /// What the MAGRES table asks of the plug-in around it.
@@ -11,6 +12,8 @@ class MagresCommands {
 public:
     virtual ~MagresCommands() = default;
 
+    /// Of the plug-in's menus.
+    virtual QIcon icon() const = 0;
     virtual const NuclearProperties &nuclearProperties() const = 0;
 
     /// A data set in the document; without atoms if it is gone.

@@ -62,7 +62,7 @@ void WMagresTable::offerContextMenu()
 {
     m_contextMenu = std::make_unique<QMenu>();
     QAction *section = m_contextMenu->addSection(tr("MAGRES"));
-    section->setIcon(QIcon(QStringLiteral(":/magres_images/magres.svg")));
+    section->setIcon(m_commands.icon());
     connect(m_contextMenu->addAction(tr("Create spectrum...")), &QAction::triggered, this,
             &WMagresTable::createSpectrum);
     connect(m_contextMenu->addAction(tr("Set Quadrupolar Isotope...")), &QAction::triggered, this,
