@@ -5,6 +5,7 @@
 #include "host/DocumentState.h"
 #include "host/Elision.h"
 #include "host/MainScene.h"
+#include "host/Progress.h"
 #include "io/DocumentFile.h"
 #include "items/NmrData.h"
 #include "items/NmrItem.h"
@@ -67,6 +68,21 @@ void DocumentController::touch()
     updateTitle();
 }
 
+void DocumentController::read(const std::function<void()> &readFile)
+{
+    const bool nothingToSave = m_fileName.isEmpty() && !isModified();
+    const bool touchedBefore = m_touched;
+    try {
+        readFile();
+    } catch (...) {
+        m_touched = touchedBefore;
+        updateTitle();
+        throw;
+    }
+    if (nothingToSave)
+        setFile({});
+}
+
 QStringList DocumentController::replace(const Document &document, const QString &fileName)
 {
     const QStringList notes = DocumentState::restore(document, *m_scene, *m_data, m_plugins);
@@ -117,9 +133,12 @@ bool DocumentController::open(const QString &fileName)
     if (!mayReplace())
         return false;
     QStringList notes;
-    {
+    try {
         const auto cursor = waitCursor();
-        notes = replace(DocumentFile::read(fileName), QFileInfo(fileName).absoluteFilePath());
+        Progress progress(tr("Opening %1...").arg(QFileInfo(fileName).fileName()), m_window);
+        notes = replace(DocumentFile::read(fileName, std::ref(progress)), QFileInfo(fileName).absoluteFilePath());
+    } catch (const DocumentFile::Cancelled &) {
+        return false;
     }
     if (!notes.isEmpty())
         QMessageBox::warning(m_window, tr("A plug-in is missing"), elided(notes.join(QLatin1String("\n\n"))));
@@ -151,7 +170,10 @@ bool DocumentController::saveTo(const QString &fileName)
 {
     try {
         const auto cursor = waitCursor();
-        DocumentFile::write(fileName, DocumentState::capture(*m_scene, *m_data, m_plugins));
+        Progress progress(tr("Saving %1...").arg(QFileInfo(fileName).fileName()), m_window);
+        DocumentFile::write(fileName, DocumentState::capture(*m_scene, *m_data, m_plugins), std::ref(progress));
+    } catch (const DocumentFile::Cancelled &) {
+        return false;
     } catch (const std::exception &error) {
         QMessageBox::critical(m_window, tr("The document cannot be saved"), elided(QString::fromUtf8(error.what())));
         return false;

@@ -4,6 +4,8 @@
 #include <QObject>
 #include <QString>
 
+#include <functional>
+
 class DataEngine;
 class MainScene;
 class PluginManager;
@@ -23,6 +25,9 @@ public:
     /// Empty for a document that was never saved.
     QString fileName() const { return m_fileName; }
     bool isModified() const;
+
+    /// Runs what reads a file into the document. An untitled document of nothing but files as they are has no changes.
+    void read(const std::function<void()> &readFile);
 
     /// Asks what is to become of unsaved changes; true when the document may go.
     bool mayReplace();

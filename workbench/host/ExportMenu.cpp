@@ -36,11 +36,11 @@ QString suffixOf(const QString &fileName)
 }
 
 template <typename Item>
-Item &needed(Item *item, const QString &ifNone)
+Item *needed(Item *item, const QString &ifNone)
 {
     if (!item)
         fail(ifNone);
-    return *item;
+    return item;
 }
 
 /// The whole file or none.
@@ -122,19 +122,19 @@ void ExportMenu::writePage(const QString &fileName) const
 
 void ExportMenu::writeSpectrum(const QString &fileName) const
 {
-    NmrItem &item = needed(m_scene->currentNmrItem(), tr("There is no spectrum on the page"));
+    NmrItem *item = needed(m_scene->currentNmrItem(), tr("There is no spectrum on the page"));
     writeFile(fileName, [&](QIODevice &device) {
-        SpectrumExport::write(item, item.nmrData()->activeEntryId(), suffixOf(fileName), device);
+        SpectrumExport::write(*item, item->nmrData()->activeEntryId(), suffixOf(fileName), device);
     });
 }
 
 void ExportMenu::writeTable(const QString &fileName) const
 {
-    const TableItem &item = needed(m_scene->currentTableItem(), tr("There is no table on the page"));
+    const TableItem *item = needed(m_scene->currentTableItem(), tr("There is no table on the page"));
     const auto format = TableExport::formatOfName(suffixOf(fileName));
     if (!format)
         fail(tr("The file name must end in .csv or .json"));
-    writeFile(fileName, [&](QIODevice &device) { device.write(TableExport::write(item, *format)); });
+    writeFile(fileName, [&](QIODevice &device) { device.write(TableExport::write(*item, *format)); });
 }
 
 QStringList ExportMenu::nucleiOfSpectrum() const
@@ -180,15 +180,15 @@ SpinSystem::Options ExportMenu::spinSystemOptions(const QStringList &nuclei) con
 
 void ExportMenu::writeSpinSystem(const QString &fileName, const QStringList &nuclei) const
 {
-    const TableItem &table = needed(m_scene->currentTableItem(), tr("There is no table on the page"));
-    const auto ids = callPlugin<QList<QUuid>>(table.table(), "tableItem_sharedDataIds()");
+    const TableItem *table = needed(m_scene->currentTableItem(), tr("There is no table on the page"));
+    const auto ids = callPlugin<QList<QUuid>>(table->table(), "tableItem_sharedDataIds()");
     const NucleusTables tables;
     for (const QString &nucleus : nuclei) {
         if (!tables.contains(nucleus))
             fail(tr("\"%1\" is not an NMR nucleus such as 13C").arg(nucleus));
     }
     const SpinSystem system = SpinSystem::fromData(m_data->getDataMap(ids.value(0)), tables, spinSystemOptions(nuclei));
-    writeFile(fileName, [&](QIODevice &device) { device.write(system.simpson(table.title())); });
+    writeFile(fileName, [&](QIODevice &device) { device.write(system.simpson(table->title())); });
 }
 
 void ExportMenu::askForSpinSystem()

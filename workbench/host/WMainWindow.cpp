@@ -173,7 +173,8 @@ void WMainWindow::openPath(const QString &path, NmrItem *onto)
         const bool forPlugin = QFileInfo(path).isFile() && m_filters->matching(path);
         if (!forPlugin && ExperimentFile::isExperiment(path))
             return m_stackMenu->addExperiment(path, onto);
-        const QList<QGraphicsWidget *> items = readFile(path).items;
+        QList<QGraphicsWidget *> items;
+        m_document->read([&] { items = readFile(path).items; });
         if (!items.isEmpty())
             m_view->ensureVisible(items.constFirst());
         m_recentFiles->add(path);
