@@ -7,8 +7,8 @@
 #include <memory>
 
 /// Gives this process settings of its own, empty and in memory alone, so that a command neither depends on the user's
-/// saved settings nor changes them. To be made once and before any other thread: its directory is removed at the end, and
-/// also when the process is interrupted (SIGINT, SIGTERM, SIGHUP).
+/// saved settings nor changes them. To be made once and before any other thread: its directory is removed at the end,
+/// and also when the process is interrupted (SIGINT, SIGTERM, SIGHUP).
 class PrivateSettings {
 public:
     /// The directory lies inside of this one, by default that for temporary files.
