@@ -65,6 +65,10 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowExposed(&window()));
         window().activateWindow();
         window().view()->setFocus();
+        // Nothing that is not in the file.
+        window().openFiles({sample("paracetamol.magres")});
+        QVERIFY(!window().isWindowModified());
+        QVERIFY(createSpectrum() && window().isWindowModified());
     }
 
     void cleanupTestCase() { m_host.reset(); }
@@ -203,6 +207,26 @@ private Q_SLOTS:
         scene().undoStack()->undo();
         QCOMPARE(data->entryIds(), ids);
         QCOMPARE(data->activeEntryId(), ids[0]);
+    }
+
+    void menusOfTheBarAreThoseOfTheCurrentItems()
+    {
+        QMenu *menu = action(window().menuBar(), u"Spectrum"_s)->menu();
+        QVERIFY(!action(filled(menu), u"Edit Peaks"_s));
+        NmrItem *first = createSpectrum();
+        NmrItem *second = createSpectrum();
+        QVERIFY(first && second && first != second);
+        for (NmrItem *item : {first, second}) {
+            scene().setActiveItem(item);
+            scene().setActiveItem(table()); // which leaves the spectrum the current one
+            QVERIFY(action(filled(menu), u"Edit Peaks"_s));
+            QCOMPARE(scene().currentNmrItem(), item);
+            QCOMPARE(scene().activeItem(), item);
+        }
+        shortcut(Qt::Key_Delete);
+        QCOMPARE(scene().currentNmrItem(), first);
+        shortcut(Qt::Key_Z, Qt::ControlModifier);
+        QVERIFY(scene().documentItems().contains(second));
     }
 
     void experimentsThatCannotBeAddedChangeNothing()
