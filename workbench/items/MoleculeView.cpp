@@ -99,10 +99,12 @@ void MoleculeView::resetView()
 
 void MoleculeView::setRotation(const QQuaternion &rotation, double zoomFactor)
 {
+    const float excess = std::abs(rotation.length() - 1.0f);
     // Written so that what is not a number fails as well.
-    if (!(std::abs(rotation.length() - 1.0f) < 0.01f) || !(zoomFactor > 0.0))
+    if (!(excess < 0.01f) || !(zoomFactor > 0.0))
         return;
-    m_rotation = rotation.normalized();
+    // A rotation that was stored comes back to the bit.
+    m_rotation = excess < 1e-5f ? rotation : rotation.normalized();
     m_zoom = std::clamp(zoomFactor, 0.2, 30.0);
     fit();
 }
