@@ -318,7 +318,7 @@ namespace Magres {
 bool isMagresFile(const QString &fileName)
 {
     QFile file(fileName);
-    return file.open(QIODevice::ReadOnly) && file.read(19).startsWith(magic);
+    return file.open(QIODevice::ReadOnly | QIODevice::Unbuffered) && file.read(19).startsWith(magic);
 }
 
 void parseMagres(QByteArrayView text, MagresData &data, const AtomsBlockHandler &atomsBlockRead)
