@@ -91,7 +91,6 @@ void DocumentItem::setTitle(const QString &title)
         return;
     m_title = title;
     update();
-    Q_EMIT titleChanged(title);
 }
 
 void DocumentItem::setNote(const QString &note)

@@ -58,7 +58,6 @@ public:
 Q_SIGNALS:
     /// The user has moved or resized the item by hand.
     void geometryEdited(const QRectF &before, const QRectF &after);
-    void titleChanged(const QString &title);
 
 protected:
     virtual void paintContent(QPainter *painter, const QRectF &content, bool pageOutput);

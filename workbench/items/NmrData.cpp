@@ -115,14 +115,6 @@ QString NmrData::entryName(const QUuid &entry) const
     return found ? found->name : QString();
 }
 
-void NmrData::setEntryName(const QUuid &entry, const QString &name)
-{
-    if (Entry *found = find(entry)) {
-        found->name = name;
-        Q_EMIT entriesChanged();
-    }
-}
-
 const Spectrum &NmrData::spectrum(const QUuid &entry) const
 {
     static const Spectrum none;

@@ -41,7 +41,6 @@ public:
     void removeEntry(const QUuid &entry);
     QVariantMap entry(const QUuid &entry) const;
     QString entryName(const QUuid &entry) const;
-    void setEntryName(const QUuid &entry, const QString &name);
     /// Valid until the entry changes; an empty spectrum for an unknown id.
     const Spectrum &spectrum(const QUuid &entry) const;
     /// The active spectrum; when that is a mere peak list, the first one with points.
@@ -70,7 +69,7 @@ public:
     Q_INVOKABLE QString yUnitsString();
 
 Q_SIGNALS:
-    /// Entries were added, removed or renamed.
+    /// Entries were added or removed.
     void entriesChanged();
     void entryChanged(const QUuid &entry);
     void activeEntryChanged(const QUuid &entry);

@@ -33,7 +33,6 @@ public:
 
     /// What is shown at present, brought up to date; null for a mere note.
     PlotContent *content();
-    const PlotContent *shownContent() const { return m_content.get(); }
 
     const PlotOptions &options() const { return m_options; }
     void setOptions(const PlotOptions &options);
