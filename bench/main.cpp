@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+
 namespace {
 
 /// Prints as the console reporter does, and keeps the shortest time of every benchmark, in seconds. Processor time:

@@ -9,19 +9,21 @@
 #include "cli/SimulateOptions.h"
 #include "cli/Simulation.h"
 #include "cli/SpinSystemCommand.h"
-#include "host/Elision.h"
+#include "data/Elision.h"
 #include "host/HostApplication.h"
-#include "host/NucleusTables.h"
 #include "host/PluginManager.h"
-#include "io/OutputFiles.h"
-#include "io/TableExport.h"
-#include "items/NmrData.h"
-#include "items/NmrItem.h"
+#include "formats/OutputFiles.h"
+#include "formats/TableExport.h"
+#include "items/plot/NmrData.h"
+#include "items/plot/NmrItem.h"
+#include "items/table/TableItem.h"
 
 #include <QApplication>
 #include <QFileInfo>
 
 #include <cstdio>
+
+namespace Workbench {
 
 namespace {
 
@@ -79,7 +81,7 @@ void reportLineWidths(const Simulation &simulation, bool onStandardError)
 
 CommandRun prepareTable(const CommandLine &line)
 {
-    const auto isotopes = parseIsotopes(line, NucleusTables());
+    const auto isotopes = parseIsotopes(line);
     const QString formatName = line.has("format") ? line.value("format") : QStringLiteral("text");
     const auto format = TableExport::formatOfName(formatName);
     if (!format)
@@ -88,14 +90,14 @@ CommandRun prepareTable(const CommandLine &line)
     return headless([=](HostApplication &host, MessageLog &log) {
         Simulation simulation(host, log);
         simulation.readFile(file, isotopes);
-        printOut(QString::fromUtf8(TableExport::write(simulation.table(), *format)));
+        printOut(QString::fromUtf8(TableExport::write(simulation.table().content(), *format)));
     });
 }
 
 CommandRun prepareSimulate(const CommandLine &line)
 {
     required(line, "nucleus");
-    const SimulateOptions options = SimulateOptions::parse(line, NucleusTables());
+    const SimulateOptions options = SimulateOptions::parse(line);
     const OutputOptions outputs(line.values("o"), OutputOptions::Spectrum);
     const QString file = line.positional().constFirst();
     return headless([=](HostApplication &host, MessageLog &log) {
@@ -124,7 +126,7 @@ CommandRun prepareFit(const CommandLine &line)
 {
     required(line, "nucleus");
     const QString experiment = required(line, "experiment");
-    const SimulateOptions options = SimulateOptions::parse(line, NucleusTables());
+    const SimulateOptions options = SimulateOptions::parse(line);
     const OutputOptions outputs(line.values("o"), OutputOptions::Spectrum);
     const QString file = line.positional().constFirst();
     return headless([=](HostApplication &host, MessageLog &log) {
@@ -141,7 +143,7 @@ CommandRun prepareRmsd(const CommandLine &line)
 {
     required(line, "nucleus");
     const QString experiment = required(line, "experiment");
-    const SimulateOptions options = SimulateOptions::parse(line, NucleusTables());
+    const SimulateOptions options = SimulateOptions::parse(line);
     const QString file = line.positional().constFirst();
     return headless([=](HostApplication &host, MessageLog &log) {
         Simulation simulation(host, log);
@@ -160,7 +162,7 @@ CommandRun prepareRender(const CommandLine &line)
                                  .arg(CommandLine::shown(option.name)));
         }
     }
-    const SimulateOptions options = SimulateOptions::parse(line, NucleusTables());
+    const SimulateOptions options = SimulateOptions::parse(line);
     const OutputOptions outputs(line.values("o"), OutputOptions::Page);
     const QString file = line.positional().constFirst();
     return headless([=](HostApplication &host, MessageLog &log) {
@@ -214,7 +216,7 @@ CommandRun headless(std::function<void(HostApplication &, MessageLog &)> run, co
         const PrivateSettings settings(settingsWithin);
         const QApplication application(start.argc, start.argv);
         MessageLog log;
-        HostApplication host(true);
+        HostApplication host;
         host.loadPlugins(start.pluginDirectory);
         try {
             run(host, log);
@@ -328,3 +330,5 @@ void printError(const QString &text)
     const QByteArray bytes = text.toUtf8();
     std::fwrite(bytes.constData(), 1, bytes.size(), stderr);
 }
+
+} // namespace Workbench

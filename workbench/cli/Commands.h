@@ -5,6 +5,8 @@
 
 #include <functional>
 
+namespace Workbench {
+
 class HostApplication;
 class MessageLog;
 
@@ -58,3 +60,5 @@ int runCommand(const Command &command, const QStringList &arguments, int argc, c
 /// For users on a terminal: text to standard output. Throws CommandError when it cannot be written.
 void printOut(const QString &text);
 void printError(const QString &text);
+
+} // namespace Workbench

@@ -9,8 +9,7 @@
 #include "cli/RankWorkers.h"
 #include "host/FileFilterRegistry.h"
 #include "host/HostApplication.h"
-#include "host/NucleusTables.h"
-#include "io/OutputFiles.h"
+#include "formats/OutputFiles.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -21,6 +20,8 @@
 #ifdef __GLIBC__
 #include <malloc.h>
 #endif
+
+namespace Workbench {
 
 namespace {
 
@@ -141,7 +142,7 @@ CommandRun prepareRank(const CommandLine &line)
         return prepareMerge(line);
     required(line, "nucleus");
     required(line, "experiment");
-    const SimulateOptions options = SimulateOptions::parse(line, NucleusTables());
+    const SimulateOptions options = SimulateOptions::parse(line);
     const RankOutput output(line);
     const int jobs =
         line.has("jobs") ? OptionValues::count(CommandLine::shown("jobs"), line.value("jobs"), mostWorkers) : 1;
@@ -186,7 +187,7 @@ void keepMemory()
 
 CommandRun prepareWorker(const CommandLine &line)
 {
-    const SimulateOptions options = SimulateOptions::parse(line, NucleusTables());
+    const SimulateOptions options = SimulateOptions::parse(line);
     const auto run = [=](HostApplication &host, MessageLog &log) {
         if (host.fileFilters().filters().isEmpty())
             throw CommandError(QStringLiteral("no plug-in with a file filter is loaded"));
@@ -249,3 +250,5 @@ Command rankWorkerCommand()
     command.isInternal = true;
     return command;
 }
+
+} // namespace Workbench

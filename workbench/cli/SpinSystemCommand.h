@@ -3,5 +3,9 @@
 
 #include "cli/Commands.h"
 
+namespace Workbench {
+
 /// `spinsystem`: the sites of chosen nuclei as the input of a simulation program.
 Command spinSystemCommand();
+
+} // namespace Workbench
