@@ -11,7 +11,6 @@
 #include <string>
 #include <vector>
 
-
 namespace {
 
 /// Prints as the console reporter does, and keeps the shortest time of every benchmark, in seconds. Processor time:

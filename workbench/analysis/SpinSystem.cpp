@@ -199,7 +199,8 @@ SpinSystem SpinSystem::fromData(const QVariantMap &data, const Options &options)
             fail(Texts::tr("there is no site of %1").arg(nucleus));
         if (Nuclides::table()[nucleus].gyromagneticRatio() == 0)
             system.notes.append(
-                Texts::tr("the gyromagnetic ratio of %1 is not known here: its dipole couplings are missing").arg(nucleus));
+                Texts::tr("the gyromagnetic ratio of %1 is not known here: its dipole couplings are missing")
+                    .arg(nucleus));
         for (std::size_t i = before; i < chosen.size() && i < mostSites; ++i)
             system.sites.push_back(siteOf(chosen[i], nucleus, options));
     }
@@ -208,7 +209,8 @@ SpinSystem SpinSystem::fromData(const QVariantMap &data, const Options &options)
             return atom.label == label || atom.label.section(u'.', 0, 0) == label;
         });
         if (!found)
-            fail(Texts::tr("there is no atom %1 of the nuclei %2").arg(label, options.nuclei.join(QLatin1String(", "))));
+            fail(
+                Texts::tr("there is no atom %1 of the nuclei %2").arg(label, options.nuclei.join(QLatin1String(", "))));
     }
     if (chosen.size() > mostSites) {
         fail(Texts::tr("%1 sites are more than the %2 that a spin system may have; choose some of the atoms")

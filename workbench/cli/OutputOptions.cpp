@@ -27,8 +27,7 @@ QString suffixOf(const QString &fileName)
 void writePage(HostApplication &host, const QString &suffix, QIODevice &device)
 {
     if (suffix == QLatin1String(DocumentFile::suffix))
-        DocumentFile::write(device,
-                            DocumentState::capture(host.scene(), host.documentData(), &host.plugins()));
+        DocumentFile::write(device, DocumentState::capture(host.scene(), host.documentData(), &host.plugins()));
     else
         PageExport::writePage(host.scene(), device, *PageExport::formatOfSuffix(suffix));
 }

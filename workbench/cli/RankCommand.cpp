@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "cli/RankCommand.h"
-
 #include "cli/CliErrors.h"
+#include "cli/Commands.h"
 #include "cli/OptionValues.h"
 #include "cli/PrivateSettings.h"
 #include "cli/ProgressLine.h"
@@ -31,10 +30,7 @@ constexpr const char *workerName = "rank-worker";
 /// What both `rank` and its workers are given.
 std::vector<OptionSpec> measurementOptions()
 {
-    std::vector<OptionSpec> options{experimentOption()};
-    const std::vector<OptionSpec> &simulate = SimulateOptions::specs();
-    options.insert(options.end(), simulate.begin(), simulate.end());
-    return options;
+    return withSimulateOptions({experimentOption()});
 }
 
 /// The options of the line that a worker needs, in a form in which values may begin with a dash.

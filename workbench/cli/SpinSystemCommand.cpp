@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "cli/SpinSystemCommand.h"
-
 #include "cli/CliErrors.h"
+#include "cli/Commands.h"
 #include "cli/OptionValues.h"
 #include "cli/SimulateOptions.h"
 #include "cli/Simulation.h"

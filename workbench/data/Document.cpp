@@ -55,8 +55,8 @@ T required(const QVariantMap &map, const QString &key, const QString &place)
     if (value.metaType() != QMetaType::fromType<T>()) {
         const QString found = value.isValid() ? QString::fromLatin1(value.metaType().name()) : Texts::tr("nothing");
         failAt(place,
-             Texts::tr("\"%1\" is %2, expected %3")
-                 .arg(key, found, QString::fromLatin1(QMetaType::fromType<T>().name())));
+               Texts::tr("\"%1\" is %2, expected %3")
+                   .arg(key, found, QString::fromLatin1(QMetaType::fromType<T>().name())));
     }
     return value.value<T>();
 }

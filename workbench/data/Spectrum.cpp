@@ -139,8 +139,9 @@ Spectrum Spectrum::fromMap(const QVariantMap &entry)
             SpectrumAxis axis;
             axis.size = dimension == 0 ? n2 : n1;
             if (!readAxis(specInfo, dimension, axis)) {
-                spectrum.note = Texts::tr("The spectrum has no valid frequency, width and reference for its dimension F%1")
-                                    .arg(2 - dimension);
+                spectrum.note =
+                    Texts::tr("The spectrum has no valid frequency, width and reference for its dimension F%1")
+                        .arg(2 - dimension);
                 spectrum.axes.clear();
                 break;
             }

@@ -9,8 +9,8 @@ namespace Workbench {
 class DataEngine;
 class MainScene;
 
-/// The object through which plug-ins find the rest of the host: the contract's main window. Headless hosts have this one
-/// and never show it; the program's window is built on it.
+/// The object through which plug-ins find the rest of the host: the contract's main window. Headless hosts have this
+/// one and never show it; the program's window is built on it.
 class HostWindow : public QMainWindow {
     Q_OBJECT
     Q_PROPERTY(QString language READ language)

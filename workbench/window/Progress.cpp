@@ -26,8 +26,7 @@ bool Progress::step(double fraction)
     const bool canShow = m_window && m_window->isVisible() && !qApp->property("isHeadless").toBool();
     if (!m_dialog && canShow && fraction < 1 && m_clock.elapsed() > patience) {
         // Not made earlier: the library's dialog would come up by itself, over a message box perhaps.
-        m_dialog = std::make_unique<QProgressDialog>(m_text, Texts::tr("Cancel"), 0,
-                                                     steps, m_window);
+        m_dialog = std::make_unique<QProgressDialog>(m_text, Texts::tr("Cancel"), 0, steps, m_window);
         m_dialog->setWindowTitle(Texts::tr("Please wait"));
         m_dialog->setWindowModality(Qt::WindowModal);
         m_dialog->setMinimumDuration(0);

@@ -268,8 +268,8 @@ void WMainWindow::showAbout()
                     .arg(plugin.name.toHtmlEscaped(), plugin.version, plugin.description, plugin.file.toHtmlEscaped());
     }
     for (const PluginManager::Failure &failure : plugins.failures()) {
-        text += tr("<p><b>Not loaded:</b> %1<br>%2</p>")
-                    .arg(failure.file.toHtmlEscaped(), failure.reason.toHtmlEscaped());
+        text +=
+            tr("<p><b>Not loaded:</b> %1<br>%2</p>").arg(failure.file.toHtmlEscaped(), failure.reason.toHtmlEscaped());
     }
     QMessageBox::about(this, tr("About"), text);
 }

@@ -181,8 +181,7 @@ QStringList MoleculeItem::fileLabels() const
     bool any = false;
     for (DocumentItem *item : linkedItems()) {
         auto *table = qobject_cast<TableItem *>(item);
-        for (const QVariant &row :
-             table ? table->rowMaps() : QVariantList()) {
+        for (const QVariant &row : table ? table->rowMaps() : QVariantList()) {
             const QString label = row.toMap().value(QStringLiteral("labels")).toStringList().join(u',');
             for (const QVariant &number : row.toMap().value(QStringLiteral("atomNos")).toList()) {
                 const int atom = number.toInt();

@@ -99,8 +99,10 @@ PlacedTrace *StackedTraces::makeSticksBeyond(const PlotEntry &entry, PlacedTrace
     sticks->setPen(QPen(entry.color, stickWidth, Qt::DotLine));
     const double height = sticks->valueBounds().size();
     sticks->setPlacement(height > 0 ? 1 / height : 1, offset);
-    trace->setName(
-        Texts::tr("%1 (%2 of %3 peaks beyond its range)").arg(entry.name).arg(beyond.size()).arg(entry.spectrum.peaks.size()));
+    trace->setName(Texts::tr("%1 (%2 of %3 peaks beyond its range)")
+                       .arg(entry.name)
+                       .arg(beyond.size())
+                       .arg(entry.spectrum.peaks.size()));
     return sticks;
 }
 
