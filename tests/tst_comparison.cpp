@@ -333,6 +333,11 @@ private Q_SLOTS:
             impossible.lattice = LatticeVectors{{{wrong, 0, 0}, {0, wrong, 0}, {0, 0, wrong}}};
             QCOMPARE(UniqueSites::of(impossible, {}).sites.size(), 20u);
         }
+
+        CrystalStructure large = structureOf(monoclinicCrystal(151));
+        unique = UniqueSites::of(large, {});
+        QCOMPARE(unique.sites.size(), 3020u);
+        QCOMPARE(unique.warnings.size(), 1);
     }
 
     /// Dynamic programming and alternation against every contiguous split.

@@ -8,6 +8,7 @@
 #include <functional>
 #include <map>
 #include <numeric>
+#include <set>
 #include <stdexcept>
 
 namespace Workbench {
@@ -251,32 +252,25 @@ std::vector<double> startOffsets(const Problem &problem)
 /// ends.
 Split best(const Problem &problem, const Splitter &splitter)
 {
-    constexpr int mostTurns = 200;
-    Fit least;
+    double least = infinity;
     Split result;
+    std::set<Split> seen; // what has led somewhere leads there again
     for (double offset : startOffsets(problem)) {
         Scale scale{offset, problem.startSlope()};
-        Split split;
-        Fit fit;
-        for (int turn = 0; turn < mostTurns; ++turn) {
-            Split next = splitter(scale);
-            if (next == split)
-                break;
-            split = std::move(next);
+        for (Split split = splitter(scale); seen.insert(split).second; split = splitter(scale)) {
             std::vector<Point> points = problem.fixed;
             for (std::size_t i = 0; i < problem.sites(); ++i)
                 points.push_back({problem.shieldings[i], problem.shifts[std::size_t(split[i])]});
-            fit = fitted(points, problem.options.slope, problem.startSlope());
+            const Fit fit = fitted(points, problem.options.slope, problem.startSlope());
             // Sites are in the order of the start's slope; one of the other sign would be no calibration.
-            if (fit.scale.slope * problem.startSlope() <= 0) {
-                fit.squares = infinity;
-                break;
+            const bool isTurned = fit.scale.slope * problem.startSlope() <= 0;
+            if (result.empty() || (!isTurned && fit.squares < least)) {
+                least = isTurned ? infinity : fit.squares;
+                result = split;
             }
+            if (isTurned)
+                break;
             scale = fit.scale;
-        }
-        if (fit.squares < least.squares || result.empty()) {
-            least = fit;
-            result = split;
         }
     }
     return result;

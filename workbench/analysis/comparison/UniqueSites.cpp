@@ -70,6 +70,13 @@ Dataset symmetry(const CrystalStructure &structure, const Lattice &lattice, doub
 
 void joinBySymmetry(const CrystalStructure &structure, double tolerance, Classes &classes, UniqueSites &result)
 {
+    if (structure.atoms.size() > UniqueSites::mostAtoms) {
+        result.warnings.append(
+            tr("with more than %1 atoms the space group is not looked for: every atom counts as a site "
+               "of its own")
+                .arg(UniqueSites::mostAtoms));
+        return;
+    }
     const auto lattice = Lattice::of(*structure.lattice);
     const Dataset dataset = lattice ? symmetry(structure, *lattice, tolerance) : Dataset(nullptr, spg_free_dataset);
     if (!dataset || dataset->n_atoms != int(structure.atoms.size())) {

@@ -30,6 +30,9 @@ struct UniqueSites {
     /// Isotropic shieldings of one site spread by no more than this, ppm.
     static constexpr double mostSpread = 0.5;
 
+    /// The search for symmetry takes the square of the number of atoms; beyond this it is not begun.
+    static constexpr int mostAtoms = 3000;
+
     /// With a lattice by its space group (spglib: A. Togo, I. Tanaka, arXiv:1808.01590), without one by equal tensors.
     /// Atoms that the space group calls equal but whose shieldings differ by more than mostSpread stay apart, with a
     /// warning: a calculation that has not the symmetry of its positions is to be looked at.
