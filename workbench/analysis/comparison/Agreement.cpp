@@ -1,23 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/comparison/Agreement.h"
 
+#include "data/Error.h"
+
 #include <boost/math/special_functions/gamma.hpp>
 
-#include <QCoreApplication>
-
 #include <cmath>
-#include <stdexcept>
 
 namespace Workbench {
-namespace {
-
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("Agreement", text);
-}
-
-} // namespace
-
 ChiSquare ChiSquare::of(double value, int degreesOfFreedom)
 {
     ChiSquare result{value, degreesOfFreedom, {}};
@@ -38,7 +28,7 @@ Agreement Agreement::of(const std::vector<ComparedSite> &sites, const std::vecto
             result.pairs.push_back(pair);
     }
     if (result.pairs.empty())
-        throw std::runtime_error(tr("no site has a measured line").toStdString());
+        fail(Texts::tr("no site has a measured line"));
 
     const double n = double(result.pairs.size());
     const auto shielding = [&](const SitePair &pair) { return sites[std::size_t(pair.site)].shielding; };

@@ -3,20 +3,13 @@
 
 #include "analysis/comparison/Lattice.h"
 #include "analysis/comparison/TensorValues.h"
-
-#include <QCoreApplication>
+#include "data/Error.h"
 
 #include <algorithm>
 #include <cmath>
-#include <stdexcept>
 
 namespace Workbench {
 namespace {
-
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("ConfigurationAverage", text);
-}
 
 std::array<double, 6> symmetricElements(const Tensor3 &t)
 {
@@ -65,25 +58,24 @@ double ConfigurationAverage::Moments::standardError(const std::array<double, 6> 
 
 void ConfigurationAverage::check(const CrystalStructure &structure, const QString &name) const
 {
-    const auto fail = [](const QString &text) { throw std::runtime_error(text.toStdString()); };
     if (structure.atoms.size() != m_first.atoms.size())
-        fail(tr("%1 has %2 atoms, but %3 has %4")
+        fail(Texts::tr("%1 has %2 atoms, but %3 has %4")
                  .arg(name)
                  .arg(structure.atoms.size())
                  .arg(m_firstName)
                  .arg(m_first.atoms.size()));
     if (structure.lattice.has_value() != m_first.lattice.has_value())
-        fail(tr("only one of %1 and %2 has a lattice").arg(m_firstName, name));
+        fail(Texts::tr("only one of %1 and %2 has a lattice").arg(m_firstName, name));
     for (int i = 0; i < int(structure.atoms.size()); ++i) {
         const CrystalAtom &atom = structure.atoms[std::size_t(i)], &first = m_first.atoms[std::size_t(i)];
         if (atom.element != first.element || atom.labels != first.labels || atom.number != first.number)
-            fail(tr("atom %1 is %2 in %3, but %4 in %5")
+            fail(Texts::tr("atom %1 is %2 in %3, but %4 in %5")
                      .arg(i + 1)
                      .arg(structure.name(i), name, m_first.name(i), m_firstName));
         if (atom.shielding.has_value() != first.shielding.has_value())
-            fail(tr("only one of %1 and %2 has a shielding of %3").arg(m_firstName, name, m_first.name(i)));
+            fail(Texts::tr("only one of %1 and %2 has a shielding of %3").arg(m_firstName, name, m_first.name(i)));
         if (atom.gradient.has_value() != first.gradient.has_value())
-            fail(tr("only one of %1 and %2 has an electric field gradient of %3")
+            fail(Texts::tr("only one of %1 and %2 has an electric field gradient of %3")
                      .arg(m_firstName, name, m_first.name(i)));
     }
 }

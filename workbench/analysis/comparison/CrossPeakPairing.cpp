@@ -2,20 +2,13 @@
 #include "analysis/comparison/CrossPeakPairing.h"
 
 #include "analysis/comparison/Assignment.h"
-
-#include <QCoreApplication>
+#include "data/Error.h"
 
 #include <algorithm>
 #include <limits>
-#include <stdexcept>
 
 namespace Workbench {
 namespace {
-
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("CrossPeakPairing", text);
-}
 
 using Points = std::vector<PlanePoint>;
 using Options = CrossPeakPairing::Options;
@@ -116,12 +109,11 @@ CrossPeakPairing CrossPeakPairing::of(const Points &calculated, const Points &me
 {
     const int surplus = int(measured.size()) - int(calculated.size());
     if (calculated.empty() || measured.empty())
-        throw std::runtime_error(tr("there is no cross peak to compare").toStdString());
+        fail(Texts::tr("there is no cross peak to compare"));
     if (surplus > options.unmatched && surplus > 0)
-        throw std::runtime_error(tr("%1 cross peaks were measured, but the structure has only %2")
-                                     .arg(measured.size())
-                                     .arg(calculated.size())
-                                     .toStdString());
+        fail(Texts::tr("%1 cross peaks were measured, but the structure has only %2")
+                 .arg(measured.size())
+                 .arg(calculated.size()));
     const auto split = surplus > 0 ? ownLines : sharedLines;
 
     constexpr int mostTurns = 100;

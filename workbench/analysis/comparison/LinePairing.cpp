@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/comparison/LinePairing.h"
 
-#include <QCoreApplication>
+#include "data/Error.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,20 +9,9 @@
 #include <map>
 #include <numeric>
 #include <set>
-#include <stdexcept>
 
 namespace Workbench {
 namespace {
-
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("LinePairing", text);
-}
-
-[[noreturn]] void fail(const QString &text)
-{
-    throw std::runtime_error(text.toStdString());
-}
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
@@ -151,9 +140,10 @@ public:
         for (double count : problem.counts) {
             const double need = count * nuclei / counts;
             if (std::abs(need - std::round(need)) > 1e-6 * nuclei)
-                fail(tr("the lines stand for %1 nuclei together, into which the %2 of the sites do not go evenly")
-                         .arg(counts)
-                         .arg(nuclei));
+                fail(
+                    Texts::tr("the lines stand for %1 nuclei together, into which the %2 of the sites do not go evenly")
+                        .arg(counts)
+                        .arg(nuclei));
             m_needs.push_back(int(std::lround(need)));
         }
     }
@@ -166,11 +156,11 @@ public:
             for (const auto &[state, way] : stages.back())
                 extend(state, way.cost, k, scale, next);
             if (next.size() > mostStates)
-                fail(tr("the sites have too many different numbers of nuclei to be shared out by counts"));
+                fail(Texts::tr("the sites have too many different numbers of nuclei to be shared out by counts"));
             stages.push_back(std::move(next));
         }
         if (stages.back().empty())
-            fail(tr(
+            fail(Texts::tr(
                 "the sites, with the numbers of nuclei that they have, cannot be shared out to lines of these counts"));
 
         Split split(m_problem.sites());
@@ -308,7 +298,8 @@ std::vector<char> enterAssigned(const std::vector<ComparedSite> &sites, const st
                 return site.name == label || site.labels.contains(label);
             });
             if (found == sites.end())
-                fail(tr("the line at %1 ppm is assigned to \"%2\", but the structure has no such site of this nucleus")
+                fail(Texts::tr(
+                         "the line at %1 ppm is assigned to \"%2\", but the structure has no such site of this nucleus")
                          .arg(lines[k].shift)
                          .arg(label));
             std::vector<int> &own = pairing.linesOf[std::size_t(found - sites.begin())];
@@ -369,7 +360,7 @@ LinePairing LinePairing::of(const std::vector<ComparedSite> &sites, const std::v
     LinePairing pairing;
     pairing.linesOf.resize(sites.size());
     if (lines.empty())
-        fail(tr("no line was measured"));
+        fail(Texts::tr("no line was measured"));
     const std::vector<char> isAssigned = enterAssigned(sites, lines, pairing);
     const Problem problem = problemOf(sites, lines, pairing, isAssigned, options);
     const int n = int(problem.sites()), m = int(problem.lines());
@@ -405,7 +396,7 @@ LinePairing LinePairing::of(const std::vector<ComparedSite> &sites, const std::v
         else
             enter(problem, best(problem, [&](const Scale &scale) { return sparseSplit(problem, scale); }), pairing);
     } else {
-        fail(tr("%1 lines were measured, but the structure has only %2 sites for them").arg(m).arg(n));
+        fail(Texts::tr("%1 lines were measured, but the structure has only %2 sites for them").arg(m).arg(n));
     }
     return pairing;
 }
@@ -413,11 +404,13 @@ LinePairing LinePairing::of(const std::vector<ComparedSite> &sites, const std::v
 QString LinePairing::text() const
 {
     if (mode == Mode::Assigned)
-        return tr("assigned");
-    QString rest = mode == Mode::Equal ? tr("equal") : mode == Mode::Overlap ? tr("overlap") : tr("unmatched");
+        return Texts::tr("assigned");
+    QString rest = mode == Mode::Equal ? Texts::tr("equal")
+        : mode == Mode::Overlap        ? Texts::tr("overlap")
+                                       : Texts::tr("unmatched");
     if (byCounts)
-        rest = tr("%1 by counts").arg(rest);
-    return assignedLines > 0 ? tr("%1 assigned, %2").arg(assignedLines).arg(rest) : rest;
+        rest = Texts::tr("%1 by counts").arg(rest);
+    return assignedLines > 0 ? Texts::tr("%1 assigned, %2").arg(assignedLines).arg(rest) : rest;
 }
 
 } // namespace Workbench

@@ -1,29 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/comparison/ShiftCalibration.h"
 
-#include <boost/math/distributions/students_t.hpp>
+#include "data/Error.h"
 
-#include <QCoreApplication>
+#include <boost/math/distributions/students_t.hpp>
 
 #include <algorithm>
 #include <cmath>
-#include <stdexcept>
 
 namespace Workbench {
-namespace {
-
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("ShiftCalibration", text);
-}
-
-} // namespace
-
 ShiftCalibration ShiftCalibration::of(const std::vector<Point> &points)
 {
     if (points.size() < 3)
-        throw std::runtime_error(
-            tr("a calibration takes at least three sites, and there are %1").arg(points.size()).toStdString());
+        fail(Texts::tr("a calibration takes at least three sites, and there are %1").arg(points.size()));
     const double n = double(points.size());
     double meanX = 0, meanY = 0;
     for (const Point &p : points) {
@@ -36,7 +25,7 @@ ShiftCalibration ShiftCalibration::of(const std::vector<Point> &points)
         xy += (p.shielding - meanX) * (p.shift - meanY);
     }
     if (!(xx > 1e-12 * (1 + meanX * meanX)))
-        throw std::runtime_error(tr("all shieldings are the same: they tell no slope").toStdString());
+        fail(Texts::tr("all shieldings are the same: they tell no slope"));
 
     ShiftCalibration result;
     result.points = int(points.size());

@@ -2,10 +2,10 @@
 #include "analysis/comparison/UniqueSites.h"
 
 #include "analysis/comparison/Lattice.h"
+#include "data/Error.h"
 
 #include <spglib.h>
 
-#include <QCoreApplication>
 #include <QHash>
 
 #include <algorithm>
@@ -15,11 +15,6 @@
 
 namespace Workbench {
 namespace {
-
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("UniqueSites", text);
-}
 
 /// Which atoms belong together.
 class Classes {
@@ -72,15 +67,15 @@ void joinBySymmetry(const CrystalStructure &structure, double tolerance, Classes
 {
     if (structure.atoms.size() > UniqueSites::mostAtoms) {
         result.warnings.append(
-            tr("with more than %1 atoms the space group is not looked for: every atom counts as a site "
-               "of its own")
+            Texts::tr("with more than %1 atoms the space group is not looked for: every atom counts as a site "
+                      "of its own")
                 .arg(UniqueSites::mostAtoms));
         return;
     }
     const auto lattice = Lattice::of(*structure.lattice);
     const Dataset dataset = lattice ? symmetry(structure, *lattice, tolerance) : Dataset(nullptr, spg_free_dataset);
     if (!dataset || dataset->n_atoms != int(structure.atoms.size())) {
-        result.warnings.append(tr(
+        result.warnings.append(Texts::tr(
             "the space group could not be found (atoms too close to each other?): every atom counts as a site of its "
             "own"));
         return;
@@ -238,8 +233,9 @@ UniqueSites UniqueSites::of(const CrystalStructure &structure, const Options &op
         if (parts.size() > 1) {
             const LineGroup *low = parts.front().back(), *high = parts.back().back();
             result.warnings.append(
-                tr("%1 and %2 are equivalent by symmetry (%3), but their isotropic shieldings are %4 and %5 ppm: they "
-                   "count as different sites")
+                Texts::tr(
+                    "%1 and %2 are equivalent by symmetry (%3), but their isotropic shieldings are %4 and %5 ppm: they "
+                    "count as different sites")
                     .arg(structure.name(low->atoms.front()), structure.name(high->atoms.front()), result.spaceGroup)
                     .arg(*low->shielding, 0, 'f', 2)
                     .arg(*high->shielding, 0, 'f', 2));

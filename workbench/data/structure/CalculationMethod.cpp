@@ -1,18 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "data/structure/CalculationMethod.h"
 
-#include <QCoreApplication>
+#include "data/Error.h"
+
 #include <QFile>
 
 #include <cmath>
 
 namespace Workbench {
 namespace {
-
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("CalculationMethod", text);
-}
 
 /// Electronvolt per unit of energy (CODATA 2018); 0 for a unit that is not known. The format's own unit is the hartree.
 double inElectronvolt(const QByteArray &unit)
@@ -90,14 +86,14 @@ bool CalculationMethod::agreesWith(const CalculationMethod &other) const
 QString CalculationMethod::text() const
 {
     if (isEmpty())
-        return tr("unknown method");
+        return Texts::tr("unknown method");
     QStringList parts;
     if (!code.isEmpty())
         parts.append(code);
     if (!functional.isEmpty())
         parts.append(functional);
     if (cutoff)
-        parts.append(tr("%1 eV").arg(*cutoff, 0, 'f', 0));
+        parts.append(Texts::tr("%1 eV").arg(*cutoff, 0, 'f', 0));
     return parts.join(QStringLiteral(", "));
 }
 
