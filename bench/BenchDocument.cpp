@@ -2,8 +2,8 @@
 #include "Bench.h"
 #include "Crystals.h"
 
-#include "io/DocumentFile.h"
-#include "items/Spectrum.h"
+#include "formats/DocumentFile.h"
+#include "data/Spectrum.h"
 #include "support/MetaTypes.h"
 
 #include <QFile>
@@ -11,6 +11,8 @@
 #include <QTemporaryDir>
 
 #include <memory>
+
+using namespace Workbench;
 
 namespace Bench {
 namespace {

@@ -1,16 +1,18 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "Bench.h"
 
-#include "items/NmrData.h"
-#include "items/NmrItem.h"
-#include "items/NmrPlot.h"
-#include "items/PlotContent.h"
+#include "items/plot/NmrData.h"
+#include "items/plot/NmrItem.h"
+#include "items/plot/NmrPlot.h"
+#include "items/plot/PlotContent.h"
 
 #include <QApplication>
 #include <QGraphicsScene>
 #include <QGraphicsView>
 
 #include <cmath>
+
+using namespace Workbench;
 
 namespace {
 

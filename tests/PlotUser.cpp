@@ -3,16 +3,18 @@
 
 #include "WorkbenchUser.h"
 
-#include "host/MainView.h"
-#include "host/WMainWindow.h"
-#include "items/NmrItem.h"
-#include "items/NmrPlot.h"
-#include "items/PlotContent.h"
+#include "window/MainView.h"
+#include "window/WMainWindow.h"
+#include "items/plot/NmrItem.h"
+#include "items/plot/NmrPlot.h"
+#include "items/plot/PlotContent.h"
 
 #include <QApplication>
 #include <QTest>
 #include <QWheelEvent>
 #include <QWindow>
+
+using namespace Workbench;
 
 QPointF PlotUser::topOf(const SpectrumPeak &peak) const
 {

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "WorkbenchUser.h"
 
-#include "host/MainView.h"
-#include "host/WMainWindow.h"
+#include "window/MainView.h"
+#include "window/WMainWindow.h"
 #include "items/DocumentItem.h"
 
 #include <QtTest>
 #include <QtWidgets>
+
+using namespace Workbench;
 
 namespace {
 

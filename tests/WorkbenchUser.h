@@ -8,8 +8,10 @@
 
 #include <utility>
 
+namespace Workbench {
 class DocumentItem;
 class WMainWindow;
+} // namespace Workbench
 
 // What a user does at the workbench with mouse and keyboard. What cannot be done fails the running test.
 
@@ -39,8 +41,8 @@ Inputs shown(const QWidget *dialog, const Inputs &inputs);
 void press(QWidget *dialog, QDialogButtonBox::StandardButton button);
 
 /// The item's context menu, opened by the right mouse button in the middle of the item; null if none opens.
-QMenu *openContextMenu(WMainWindow &window, DocumentItem *item);
+QMenu *openContextMenu(Workbench::WMainWindow &window, Workbench::DocumentItem *item);
 /// Clicks the entry of this text. For a submenu: opens it, and returns it.
 QMenu *clickEntry(QMenu *menu, const QString &text);
 /// Opens the item's context menu and clicks through it.
-void choose(WMainWindow &window, DocumentItem *item, const QStringList &path);
+void choose(Workbench::WMainWindow &window, Workbench::DocumentItem *item, const QStringList &path);

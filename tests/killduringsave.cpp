@@ -5,7 +5,7 @@
 // Kills a program that saves two documents in turn over the same file, COUNT times at random moments, and looks after
 // each time whether the file is the one document or the other, in full.
 
-#include "io/DocumentFile.h"
+#include "formats/DocumentFile.h"
 #include "support/MetaTypes.h"
 
 #include <QDir>
@@ -19,6 +19,8 @@
 
 #include <sys/wait.h>
 #include <unistd.h>
+
+using namespace Workbench;
 
 namespace {
 

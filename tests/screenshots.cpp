@@ -3,16 +3,16 @@
 #include "PlotUser.h"
 #include "WorkbenchUser.h"
 
-#include "host/HostApplication.h"
+#include "window/WindowApplication.h"
 #include "host/MainScene.h"
-#include "host/MainView.h"
+#include "window/MainView.h"
 #include "host/PluginManager.h"
-#include "host/WMainWindow.h"
-#include "items/MoleculeItem.h"
-#include "items/NmrData.h"
-#include "items/NmrItem.h"
-#include "items/NmrPlot.h"
-#include "items/TableItem.h"
+#include "window/WMainWindow.h"
+#include "items/molecule/MoleculeItem.h"
+#include "items/plot/NmrData.h"
+#include "items/plot/NmrItem.h"
+#include "items/plot/NmrPlot.h"
+#include "items/table/TableItem.h"
 
 #include <QApplication>
 #include <QDir>
@@ -22,6 +22,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+using namespace Workbench;
 using namespace Qt::StringLiterals;
 
 /// The pictures of the documentation: a walk through the window from a file to a referenced spectrum. Not a test, but
@@ -53,7 +54,7 @@ private:
 
     QDir m_directory;
     QTemporaryDir m_settings;
-    std::unique_ptr<HostApplication> m_host;
+    std::unique_ptr<WindowApplication> m_host;
     ModalAnswers m_dialogs;
     TableItem *m_table = nullptr;
 };
@@ -63,7 +64,7 @@ void Screenshots::initTestCase()
     QSettings::setDefaultFormat(QSettings::IniFormat);
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_settings.path());
     QVERIFY(m_directory.mkpath(u"."_s));
-    m_host = std::make_unique<HostApplication>(false);
+    m_host = std::make_unique<WindowApplication>();
     m_host->plugins().load(QStringLiteral(PLUGIN_FILE));
     window().resize(1000, 560);
     window().show();
@@ -105,7 +106,7 @@ void Screenshots::makeSpectrum(const Inputs &inputs, const QString &pictureName)
 
 void Screenshots::file()
 {
-    for (QGraphicsWidget *item : window().readFile(QStringLiteral(SAMPLE_DIRECTORY "/paracetamol.magres")).items)
+    for (QGraphicsWidget *item : m_host->readFile(QStringLiteral(SAMPLE_DIRECTORY "/paracetamol.magres")).items)
         if (auto *table = qobject_cast<TableItem *>(item))
             m_table = table;
     QVERIFY(m_table);

@@ -3,11 +3,12 @@
 #include "cli/CliErrors.h"
 #include "cli/OptionValues.h"
 #include "cli/SimulateOptions.h"
-#include "host/NucleusTables.h"
-#include "io/PeakListFile.h"
+#include "data/Nuclides.h"
+#include "formats/PeakListFile.h"
 
 #include <QtTest>
 
+using namespace Workbench;
 using namespace Qt::StringLiterals;
 
 using PeakListFile::Peak;
@@ -65,9 +66,8 @@ private Q_SLOTS:
 
     void optionForms()
     {
-        const NucleusTables tables;
         const auto parse = [&](const char *text) {
-            return SimulateOptions::parse(CommandLine(SimulateOptions::specs(), words(text)), tables);
+            return SimulateOptions::parse(CommandLine(SimulateOptions::specs(), words(text)));
         };
         for (const char *form :
              {"--nucleus 13C --slope -0.98 --range -5:10", "--nucleus=13C --slope=-0.98 --range=-5:10"}) {

@@ -4,22 +4,23 @@
 
 #include "cli/PrivateSettings.h"
 #include "host/DataEngine.h"
-#include "host/DocumentController.h"
-#include "host/DocumentState.h"
-#include "host/HostApplication.h"
+#include "window/DocumentController.h"
+#include "document/DocumentState.h"
+#include "window/WindowApplication.h"
 #include "host/MainScene.h"
-#include "host/RecentFiles.h"
-#include "host/WMainWindow.h"
-#include "io/DocumentFile.h"
-#include "io/ExperimentFile.h"
-#include "items/NmrData.h"
-#include "items/NmrItem.h"
+#include "window/RecentFiles.h"
+#include "window/WMainWindow.h"
+#include "formats/DocumentFile.h"
+#include "formats/ExperimentFile.h"
+#include "items/plot/NmrData.h"
+#include "items/plot/NmrItem.h"
 
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QUndoStack>
 
+using namespace Workbench;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -151,7 +152,7 @@ private Q_SLOTS:
 
     void reopenedDocumentIsAsBefore()
     {
-        HostApplication host(false);
+        WindowApplication host;
         host.loadPlugins(QStringLiteral(PLUGIN_DIRECTORY));
         WMainWindow &window = host.window();
         window.show();

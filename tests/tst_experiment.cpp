@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "Failure.h"
-#include "io/ExperimentFile.h"
-#include "io/PeakPicking.h"
-#include "io/readers/ExperimentalSpectrum.h"
+#include "formats/ExperimentFile.h"
+#include "analysis/PeakPicking.h"
+#include "data/ExperimentalSpectrum.h"
 
 #include <QtTest>
 
 #include <cmath>
 #include <random>
 
+using namespace Workbench;
 using namespace Qt::StringLiterals;
 
 namespace {

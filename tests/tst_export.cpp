@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "Failure.h"
-#include "io/JsonValues.h"
-#include "io/OutputFiles.h"
-#include "io/SpectrumExport.h"
-#include "io/TableExport.h"
-#include "io/readers/ExperimentalSpectrum.h"
-#include "items/NmrData.h"
+#include "data/JsonValues.h"
+#include "formats/OutputFiles.h"
+#include "formats/SpectrumExport.h"
+#include "formats/TableExport.h"
+#include "data/ExperimentalSpectrum.h"
+#include "items/plot/NmrData.h"
 #include "support/MetaTypes.h"
 
 #include <QtTest>
 
+using namespace Workbench;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -39,11 +40,10 @@ QVariantMap spectrumMap(int points2, int points1, const DoubleVector &points)
 template <typename Write>
 QByteArray written(Write write, const QVariantMap &map)
 {
-    NmrData data;
-    const QUuid entry = data.addEntry(map, u"x"_s);
+    const SpectrumEntry entry{QUuid::createUuid(), u"x"_s, map, Spectrum::fromMap(map)};
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
-    write(data, entry, buffer);
+    write(entry, buffer);
     return buffer.data();
 }
 

@@ -2,27 +2,29 @@
 #include "host/DataEngine.h"
 #include "host/FileFilterRegistry.h"
 #include "host/HostApplication.h"
+#include "host/HostWindow.h"
 #include "host/MainScene.h"
 #include "host/NucleusTables.h"
 #include "host/PageLayout.h"
-#include "host/WMainWindow.h"
-#include "io/readers/ExperimentalSpectrum.h"
-#include "items/MoleculeItem.h"
-#include "items/NmrData.h"
-#include "items/NmrItem.h"
-#include "items/NmrPlot.h"
-#include "items/TableItem.h"
-#include "items/TableModel.h"
+#include "window/WMainWindow.h"
+#include "data/ExperimentalSpectrum.h"
+#include "items/molecule/MoleculeItem.h"
+#include "items/plot/NmrData.h"
+#include "items/plot/NmrItem.h"
+#include "items/plot/NmrPlot.h"
+#include "items/table/TableItem.h"
+#include "items/table/TableModel.h"
 #include "support/HostContract.h"
 
 #include <QtTest>
 #include <QtWidgets>
 
+using namespace Workbench;
 using namespace Qt::StringLiterals;
 
 namespace {
 
-const QHash<QByteArray, const QMetaObject *> hostObjects{{"mainWindow", &WMainWindow::staticMetaObject},
+const QHash<QByteArray, const QMetaObject *> hostObjects{{"mainWindow", &HostWindow::staticMetaObject},
                                                          {"mainScene", &MainScene::staticMetaObject},
                                                          {"dataEngine", &DataEngine::staticMetaObject},
                                                          {"nmrDataTables", &NucleusTables::staticMetaObject},
@@ -50,7 +52,7 @@ class TestHostContract : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { m_host = std::make_unique<HostApplication>(true); }
+    void init() { m_host = std::make_unique<HostApplication>(); }
     void cleanup() { m_host.reset(); }
 
     void methodsExist()
@@ -106,8 +108,9 @@ private Q_SLOTS:
         QCOMPARE(tables.quadrupoleMoment(u"17O"_s), -2.558);
         QCOMPARE(tables.naturalAbundance(u"13C"_s), 1.11);
         QCOMPARE(tables.spin(u"12C"_s), QString());
-        QCOMPARE(tables.isotopes(u"Cu"_s), (QStringList{u"63Cu"_s, u"65Cu"_s}));
-        QCOMPARE(tables.quadrupolarIsotopes(u"H"_s), QStringList{u"2H"_s});
+        const Nuclides &nuclides = Nuclides::table();
+        QCOMPARE(nuclides.isotopes(u"Cu"_s), (QStringList{u"63Cu"_s, u"65Cu"_s}));
+        QCOMPARE(nuclides.quadrupolarIsotopes(u"H"_s), QStringList{u"2H"_s});
     }
 
     /// Items must neither overlap nor cross the edge of a page, however many there are.

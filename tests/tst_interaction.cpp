@@ -3,17 +3,17 @@
 #include "PlotUser.h"
 #include "WorkbenchUser.h"
 
-#include "host/HostApplication.h"
+#include "window/WindowApplication.h"
 #include "host/MainScene.h"
-#include "host/MainView.h"
+#include "window/MainView.h"
 #include "host/PluginManager.h"
-#include "host/WMainWindow.h"
-#include "items/ContourMap.h"
-#include "items/CrossPeakLabels.h"
-#include "items/MoleculeItem.h"
-#include "items/NmrItem.h"
-#include "items/NmrPlot.h"
-#include "items/TableItem.h"
+#include "window/WMainWindow.h"
+#include "items/plot/ContourMap.h"
+#include "items/plot/CrossPeakLabels.h"
+#include "items/molecule/MoleculeItem.h"
+#include "items/plot/NmrItem.h"
+#include "items/plot/NmrPlot.h"
+#include "items/table/TableItem.h"
 
 #include <QLabel>
 #include <QSettings>
@@ -23,6 +23,7 @@
 #include <QTest>
 #include <QUndoStack>
 
+using namespace Workbench;
 using namespace Qt::StringLiterals;
 
 const Inputs carbon{{"fCbNucF2", u"13C"_s}, {"fSpCSRefF2", 172.4}};
@@ -43,7 +44,7 @@ private Q_SLOTS:
     void init()
     {
         QSettings().clear();
-        m_host = std::make_unique<HostApplication>(false);
+        m_host = std::make_unique<WindowApplication>();
         m_host->plugins().load(QStringLiteral(PLUGIN_FILE));
         window().show();
         QVERIFY(QTest::qWaitForWindowExposed(&window()));
@@ -208,7 +209,7 @@ private:
     }
 
     QTemporaryDir m_settings;
-    std::unique_ptr<HostApplication> m_host;
+    std::unique_ptr<WindowApplication> m_host;
     ModalAnswers m_dialogs;
 };
 

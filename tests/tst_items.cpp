@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "io/readers/ExperimentalSpectrum.h"
-#include "items/AtomSelection.h"
-#include "items/ContourLines.h"
-#include "items/Contours.h"
-#include "items/Decimation.h"
-#include "items/LabelPlacement.h"
-#include "items/MoleculeItem.h"
-#include "items/NmrData.h"
-#include "items/NmrItem.h"
-#include "items/NmrPlot.h"
-#include "items/PeakLabelBand.h"
-#include "items/StackedTraces.h"
-#include "items/TableItem.h"
-#include "items/TableModel.h"
+#include "data/ExperimentalSpectrum.h"
+#include "data/AtomSelection.h"
+#include "items/plot/ContourLines.h"
+#include "items/plot/Contours.h"
+#include "items/plot/Decimation.h"
+#include "items/plot/LabelPlacement.h"
+#include "items/molecule/MoleculeItem.h"
+#include "items/plot/NmrData.h"
+#include "items/plot/NmrItem.h"
+#include "items/plot/NmrPlot.h"
+#include "items/plot/PeakLabelBand.h"
+#include "items/plot/StackedTraces.h"
+#include "items/table/TableItem.h"
+#include "items/table/TableModel.h"
 
 #include <QtTest>
 #include <QtWidgets>
@@ -21,6 +21,7 @@
 #include <functional>
 #include <random>
 
+using namespace Workbench;
 using namespace Qt::StringLiterals;
 
 namespace {

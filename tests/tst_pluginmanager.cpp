@@ -4,11 +4,12 @@
 #include "host/HostApplication.h"
 #include "host/MainScene.h"
 #include "host/PluginManager.h"
-#include "host/WMainWindow.h"
+#include "window/WMainWindow.h"
 #include "items/DocumentItem.h"
 
 #include <QtTest>
 
+using namespace Workbench;
 using namespace Qt::StringLiterals;
 
 /// Loads real libraries of every kind of fitness.
@@ -19,7 +20,7 @@ private Q_SLOTS:
     // Once: a library that is loaded stays loaded, and its object would be the first host's.
     void initTestCase()
     {
-        m_host = std::make_unique<HostApplication>(true);
+        m_host = std::make_unique<HostApplication>();
         m_host->loadPlugins(QStringLiteral(STUB_DIRECTORY));
     }
     void cleanupTestCase() { m_host.reset(); }
@@ -48,7 +49,7 @@ private Q_SLOTS:
         QCOMPARE(plugin.version, u"1.2"_s);
         // What the refused ones had registered is gone again.
         QCOMPARE(m_host->fileFilters().filters(), QList<QObject *>{plugin.object});
-        QCOMPARE(m_host->window().nmrContextMenu()->actions().size(), 1);
+        QCOMPARE(m_host->hostWindow().nmrContextMenu()->actions().size(), 1);
         QCOMPARE(m_host->fileFilters().nameFilters(), QStringList{u"Stub files (*.stub)"_s});
     }
 
@@ -60,7 +61,7 @@ private Q_SLOTS:
             QTemporaryFile file;
             QVERIFY(file.open() && file.write(content) >= 0 && file.flush());
             const qsizetype before = m_host->scene().documentItems().size();
-            const QByteArray shown = failure([&] { m_host->window().readFile(file.fileName()); });
+            const QByteArray shown = failure([&] { m_host->readFile(file.fileName()); });
             QVERIFY2(shown.contains(message) && shown.isEmpty() == (items == 1), shown);
             QCOMPARE(m_host->scene().documentItems().size() - before, items);
         }

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "Failure.h"
-#include "io/readers/BrukerReader.h"
-#include "io/readers/JcampReader.h"
-#include "io/readers/SpectrumReader.h"
-#include "items/Spectrum.h"
+#include "formats/BrukerReader.h"
+#include "formats/JcampReader.h"
+#include "formats/SpectrumReader.h"
+#include "data/Spectrum.h"
 
 #include <QtTest>
 
@@ -12,6 +12,7 @@
 #include <random>
 #include <stdexcept>
 
+using namespace Workbench;
 using namespace Qt::StringLiterals;
 
 namespace {

@@ -1,20 +1,21 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "host/ExportMenu.h"
+#include "window/ExportMenu.h"
 #include "host/HostApplication.h"
 #include "host/MainScene.h"
-#include "host/NucleusTables.h"
-#include "host/WMainWindow.h"
-#include "io/JcampExport.h"
-#include "io/readers/JcampReader.h"
-#include "items/MoleculeItem.h"
-#include "items/NmrData.h"
-#include "items/TableItem.h"
-#include "items/TableModel.h"
+#include "window/WMainWindow.h"
+#include "formats/JcampExport.h"
+#include "formats/JcampReader.h"
+#include "items/molecule/MoleculeItem.h"
+#include "items/plot/NmrData.h"
+#include "items/table/TableItem.h"
+#include "items/table/TableModel.h"
 #include <Eigen/Geometry>
 #include <QClipboard>
 #include <QHeaderView>
 #include <QTableView>
 #include <QtTest>
+
+using namespace Workbench;
 using namespace Qt::StringLiterals;
 using Eigen::Matrix3d;
 using Eigen::Vector3d;
@@ -31,10 +32,10 @@ private Q_SLOTS:
             ExperimentalSpectrum spectrum{u"x"_s, {{u"15N"_s, 60.8, 60.8 * 370, 311.25, -0.37, 1000}}, {}};
             for (int i = 0; i < 1000; ++i)
                 spectrum.data.push_back(scale * (std::cos(0.1 * i) + 1e-4 * i));
-            NmrData data;
+            const QVariantMap map = toEntryMap(spectrum);
             QBuffer file;
             file.open(QIODevice::WriteOnly);
-            JcampExport::write(data, data.addEntry(toEntryMap(spectrum), u"a $$ b\n##END="_s), file);
+            JcampExport::write({{}, u"a $$ b\n##END="_s, map, Spectrum::fromMap(map)}, file);
             const auto back = std::get<ExperimentalSpectrum>(JcampReader::parse(file.data(), u"x.jdx"_s));
             const SpectrumDimension &axis = back.dimensions.at(0);
             QVERIFY(axis.nucleus == u"15N" && axis.frequency == 60.8 && std::abs(axis.ppm(999) + 58.38) < 1e-9);
@@ -63,7 +64,7 @@ private Q_SLOTS:
         const QVariantMap data{
             {u"atoms"_s, atoms}, {u"shieldings"_s, list}, {u"EFG"_s, list}, {u"numberToLabel"_s, true}};
         int lines = 0;
-        for (QByteArray line : SpinSystem::fromData(data, NucleusTables(), options).simpson(u"x"_s).split('\n')) {
+        for (QByteArray line : SpinSystem::fromData(data, options).simpson(u"x"_s).split('\n')) {
             const QByteArrayList f = line.replace("p ", " ").simplified().split(' ');
             const auto fromEnd = [&](int i) { return f[f.size() - i].toDouble(); };
             const auto turn = [&](int i, const Vector3d &axis) {
@@ -95,9 +96,9 @@ private Q_SLOTS:
         QTemporaryDir directory;
         QSettings::setDefaultFormat(QSettings::IniFormat);
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, directory.path());
-        HostApplication host(true);
+        HostApplication host;
         host.loadPlugins(QStringLiteral(PLUGIN_DIRECTORY));
-        host.window().readFile(QStringLiteral(SAMPLES "/paracetamol.magres"));
+        host.readFile(QStringLiteral(SAMPLES "/paracetamol.magres"));
         TableItem *table = host.scene().currentTableItem();
         table->view()->horizontalHeader()->setSortIndicator(2, Qt::DescendingOrder);
         const QStringList all = table->selectionText().split(u'\n', Qt::SkipEmptyParts);
@@ -113,7 +114,7 @@ private Q_SLOTS:
         QCOMPARE(QGuiApplication::clipboard()->text(), all[0] + u'\n' + all[1] + u'\n');
 
         QMetaObject::invokeMethod(table->table(), "createSpectrum");
-        const ExportMenu menu(&host.scene(), host.window().documentData(), &host.window());
+        const ExportMenu menu(&host.scene(), &host.documentData(), nullptr);
         const QString name = directory.filePath(u"out."_s);
         for (const QString &suffix : {u"pdf"_s, u"svg"_s, u"png"_s, u"csv"_s, u"json"_s, u"jdx"_s}) {
             menu.writeSpectrum(name + suffix);

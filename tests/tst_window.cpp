@@ -2,22 +2,23 @@
 #include "ModalAnswers.h"
 #include "WorkbenchUser.h"
 
-#include "host/HostApplication.h"
+#include "window/WindowApplication.h"
 #include "host/MainScene.h"
-#include "host/MainView.h"
+#include "window/MainView.h"
 #include "host/PluginManager.h"
-#include "host/WMainWindow.h"
-#include "items/AtomSelection.h"
-#include "items/MoleculeItem.h"
-#include "items/NmrData.h"
-#include "items/NmrItem.h"
-#include "items/NmrPlot.h"
-#include "items/StackedTraces.h"
-#include "items/TableItem.h"
+#include "window/WMainWindow.h"
+#include "data/AtomSelection.h"
+#include "items/molecule/MoleculeItem.h"
+#include "items/plot/NmrData.h"
+#include "items/plot/NmrItem.h"
+#include "items/plot/NmrPlot.h"
+#include "items/plot/StackedTraces.h"
+#include "items/table/TableItem.h"
 
 #include <QtTest>
 #include <QtWidgets>
 
+using namespace Workbench;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -58,7 +59,7 @@ private Q_SLOTS:
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_settings.path());
         QCoreApplication::setOrganizationName(u"tests"_s);
         QCoreApplication::setApplicationName(u"window"_s);
-        m_host = std::make_unique<HostApplication>(false);
+        m_host = std::make_unique<WindowApplication>();
         m_host->loadPlugins(QStringLiteral(PLUGIN_DIRECTORY));
         QVERIFY(!m_host->plugins().plugins().isEmpty());
         window().show();
@@ -310,7 +311,7 @@ private:
     }
 
     QTemporaryDir m_settings;
-    std::unique_ptr<HostApplication> m_host;
+    std::unique_ptr<WindowApplication> m_host;
     ModalAnswers m_dialogs;
 };
 

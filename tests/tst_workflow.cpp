@@ -3,15 +3,15 @@
 #include "WorkbenchUser.h"
 
 #include "host/DataEngine.h"
-#include "host/HostApplication.h"
+#include "window/WindowApplication.h"
 #include "host/MainScene.h"
 #include "host/PluginManager.h"
-#include "host/WMainWindow.h"
-#include "io/PeakListFile.h"
-#include "items/NmrData.h"
-#include "items/NmrItem.h"
-#include "items/TableItem.h"
-#include "items/TableModel.h"
+#include "window/WMainWindow.h"
+#include "formats/PeakListFile.h"
+#include "items/plot/NmrData.h"
+#include "items/plot/NmrItem.h"
+#include "items/table/TableItem.h"
+#include "items/table/TableModel.h"
 #include "support/MetaTypes.h"
 
 #include <QtTest>
@@ -19,6 +19,7 @@
 
 #include <algorithm>
 
+using namespace Workbench;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -112,7 +113,7 @@ private Q_SLOTS:
         QCoreApplication::setOrganizationName(u"magres-tests"_s);
         QCoreApplication::setApplicationName(u"tst_workflow"_s);
 
-        m_host = std::make_unique<HostApplication>(false);
+        m_host = std::make_unique<WindowApplication>();
         m_host->plugins().load(QStringLiteral(PLUGIN_FILE));
         for (const PluginManager::Failure &failure : m_host->plugins().failures())
             QFAIL(qPrintable(failure.reason));
@@ -511,7 +512,7 @@ private:
 
     TableItem *open(const QString &fileName)
     {
-        for (QGraphicsWidget *item : window().readFile(fileName).items)
+        for (QGraphicsWidget *item : m_host->readFile(fileName).items)
             if (auto *table = qobject_cast<TableItem *>(item))
                 return table;
         qFatal("There is no table of %s", qPrintable(fileName));
@@ -572,7 +573,7 @@ private:
     }
 
     QTemporaryDir m_directory;
-    std::unique_ptr<HostApplication> m_host;
+    std::unique_ptr<WindowApplication> m_host;
     ModalAnswers m_dialogs;
 };
 

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/CliErrors.h"
 #include "cli/Commands.h"
-#include "host/HostApplication.h"
-#include "host/PluginManager.h"
-#include "host/WMainWindow.h"
+#include "window/WMainWindow.h"
+#include "window/WindowApplication.h"
 
 #include <QApplication>
 #include <QFile>
 #include <QTimer>
+
+namespace Workbench {
 
 namespace {
 
@@ -58,7 +59,7 @@ int runWindow(const QStringList &files, int argc, char **argv, const QString &pl
         return ExitFailed;
     }
     QApplication application(argc, argv);
-    HostApplication host(false);
+    WindowApplication host;
     host.loadPlugins(pluginDirectory);
     host.window().show();
     if (!files.isEmpty())
@@ -95,8 +96,11 @@ int run(const QStringList &arguments, int argc, char **argv)
 
 } // namespace
 
+} // namespace Workbench
+
 int main(int argc, char **argv)
 {
+    using namespace Workbench;
     QCoreApplication::setOrganizationName(QStringLiteral("magres-workbench"));
     QCoreApplication::setApplicationName(QStringLiteral("magres-workbench"));
     QCoreApplication::setApplicationVersion(QLatin1String(version));

@@ -5,6 +5,8 @@
 
 #include <stdexcept>
 
+namespace Workbench {
+
 /// The exit statuses of all commands.
 enum ExitStatus { ExitDone = 0, ExitFailed = 1, ExitWrongUsage = 2, ExitSomeFailed = 3 };
 
@@ -19,3 +21,5 @@ class CommandError : public std::runtime_error {
 public:
     explicit CommandError(const QString &message) : std::runtime_error(message.toStdString()) { }
 };
+
+} // namespace Workbench

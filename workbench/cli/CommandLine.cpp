@@ -5,6 +5,8 @@
 
 #include <QCommandLineParser>
 
+namespace Workbench {
+
 namespace {
 
 constexpr qsizetype helpWidth = 100;
@@ -79,3 +81,5 @@ QString CommandLine::help(const std::vector<OptionSpec> &options)
     }
     return text;
 }
+
+} // namespace Workbench

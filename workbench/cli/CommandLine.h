@@ -7,6 +7,8 @@
 
 #include <vector>
 
+namespace Workbench {
+
 /// An option as a command declares it.
 struct OptionSpec {
     const char *name;
@@ -40,3 +42,5 @@ private:
     QHash<QString, QStringList> m_values;
     QStringList m_positional;
 };
+
+} // namespace Workbench

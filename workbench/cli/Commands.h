@@ -5,8 +5,11 @@
 
 #include <functional>
 
+namespace Workbench {
+
 class HostApplication;
 class MessageLog;
+class Simulation;
 
 /// What a command needs to start an application.
 struct ProgramStart {
@@ -39,8 +42,25 @@ struct Command {
     bool isInternal = false;
 };
 
+/// The commands, each in the file of its name.
+Command tableCommand();
+Command simulateCommand();
+Command fitCommand();
+Command rmsdCommand();
+Command renderCommand();
+Command spinSystemCommand();
+Command rankCommand();
+/// The workers of `rank`, started by the program itself.
+Command rankWorkerCommand();
+
 /// Options that more than one command has.
 const OptionSpec &experimentOption();
+const OptionSpec &spectrumOutputOption();
+/// These, and all of SimulateOptions.
+std::vector<OptionSpec> withSimulateOptions(std::vector<OptionSpec> options);
+
+/// The line widths that a spectrum was made with.
+void reportLineWidths(const Simulation &simulation, bool onStandardError);
 
 /// The value of an option without which the command cannot be. Throws UsageError.
 QString required(const CommandLine &line, const char *option);
@@ -58,3 +78,5 @@ int runCommand(const Command &command, const QStringList &arguments, int argc, c
 /// For users on a terminal: text to standard output. Throws CommandError when it cannot be written.
 void printOut(const QString &text);
 void printError(const QString &text);
+
+} // namespace Workbench

@@ -4,6 +4,8 @@
 #include <string_view>
 #include <utility>
 
+namespace Workbench {
+
 MessageLog *MessageLog::s_current = nullptr;
 
 MessageLog::MessageLog() : m_previous(qInstallMessageHandler(&MessageLog::handle))
@@ -37,3 +39,5 @@ void MessageLog::handle(QtMsgType type, const QMessageLogContext &context, const
     else if (!category.starts_with("qt.qpa") || type == QtFatalMsg)
         s_current->m_previous(type, context, message);
 }
+
+} // namespace Workbench

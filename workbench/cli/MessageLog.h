@@ -4,6 +4,8 @@
 #include <QStringList>
 #include <QtGlobal>
 
+namespace Workbench {
+
 /// Collects what plug-ins report in the logging category "magres" (a headless host opens no message boxes), and keeps
 /// the window system's chatter off the terminal. One at a time; other messages go on to the handler that was there.
 class MessageLog {
@@ -25,3 +27,5 @@ private:
     QStringList m_information;
     QStringList m_errors;
 };
+
+} // namespace Workbench

@@ -2,10 +2,12 @@
 #include "cli/OptionValues.h"
 
 #include "cli/CliErrors.h"
-#include "io/NumberText.h"
+#include "data/NumberText.h"
 
 #include <QRegularExpression>
 #include <QStringList>
+
+namespace Workbench {
 
 namespace OptionValues {
 
@@ -106,3 +108,5 @@ QString nucleus(const QString &option, const QString &text)
 }
 
 } // namespace OptionValues
+
+} // namespace Workbench

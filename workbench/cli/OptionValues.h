@@ -5,6 +5,8 @@
 
 #include <utility>
 
+namespace Workbench {
+
 /// Values of command line options. All functions throw UsageError with the option's name, the value given and what was
 /// expected.
 namespace OptionValues {
@@ -31,3 +33,5 @@ int choice(const QString &option, const QString &text, const QStringList &words)
 QString nucleus(const QString &option, const QString &text);
 
 } // namespace OptionValues
+
+} // namespace Workbench

@@ -3,18 +3,19 @@
 
 #include "cli/CliErrors.h"
 #include "cli/Simulation.h"
-#include "host/DocumentState.h"
+#include "document/DocumentState.h"
 #include "host/HostApplication.h"
 #include "host/MainScene.h"
 #include "host/PluginManager.h"
-#include "host/WMainWindow.h"
-#include "io/DocumentFile.h"
-#include "io/OutputFiles.h"
-#include "io/PageExport.h"
-#include "io/SpectrumExport.h"
-#include "items/NmrItem.h"
+#include "formats/DocumentFile.h"
+#include "formats/OutputFiles.h"
+#include "document/PageExport.h"
+#include "formats/SpectrumExport.h"
+#include "items/plot/NmrItem.h"
 
 #include <QFileInfo>
+
+namespace Workbench {
 
 namespace {
 
@@ -26,8 +27,7 @@ QString suffixOf(const QString &fileName)
 void writePage(HostApplication &host, const QString &suffix, QIODevice &device)
 {
     if (suffix == QLatin1String(DocumentFile::suffix))
-        DocumentFile::write(device,
-                            DocumentState::capture(host.scene(), *host.window().documentData(), &host.plugins()));
+        DocumentFile::write(device, DocumentState::capture(host.scene(), host.documentData(), &host.plugins()));
     else
         PageExport::writePage(host.scene(), device, *PageExport::formatOfSuffix(suffix));
 }
@@ -36,12 +36,12 @@ void writePage(HostApplication &host, const QString &suffix, QIODevice &device)
 
 OutputOptions::OutputOptions(const QStringList &fileNames, Kind kind) : m_fileNames(fileNames), m_kind(kind)
 {
-    const QStringList pages{QStringLiteral("png"), QStringLiteral("svg"), QStringLiteral("pdf"),
-                            QLatin1String(DocumentFile::suffix)};
+    const QStringList known = kind == Spectrum
+        ? SpectrumExport::suffixes() + PageExport::suffixes()
+        : PageExport::suffixes() + QStringList(QLatin1String(DocumentFile::suffix));
     QStringList seen;
     for (const QString &fileName : fileNames) {
         const QString suffix = suffixOf(fileName);
-        const QStringList known = kind == Spectrum ? SpectrumExport::suffixes() : pages;
         if (!known.contains(suffix)) {
             throw UsageError(QStringLiteral("option -o: the suffix of \"%1\" is not one of: %2")
                                  .arg(fileName, u'.' + known.join(QLatin1String(", ."))));
@@ -62,7 +62,9 @@ void OutputOptions::write(HostApplication &host, const Simulation &simulation) c
         if (m_kind == Page)
             writePage(host, suffix, device);
         else
-            SpectrumExport::write(simulation.item(), simulation.entry(), suffix, device);
+            PageExport::writeSpectrum(simulation.item(), simulation.entry(), suffix, device);
     }
     files.commit();
 }
+
+} // namespace Workbench

@@ -3,6 +3,8 @@
 
 #include <QStringList>
 
+namespace Workbench {
+
 class HostApplication;
 class Simulation;
 
@@ -24,3 +26,5 @@ private:
     QStringList m_fileNames;
     Kind m_kind;
 };
+
+} // namespace Workbench

@@ -10,6 +10,8 @@
 #include <filesystem>
 #include <thread>
 
+namespace Workbench {
+
 namespace {
 
 /// Waits for an interruption in a thread of its own, where the directory can be removed by ordinary means, and then
@@ -55,3 +57,5 @@ PrivateSettings::PrivateSettings(const QString &within)
         QSettings::setPath(QSettings::IniFormat, scope, noDirectory.fileName());
     m_settings = std::make_unique<QSettings>();
 }
+
+} // namespace Workbench

@@ -6,6 +6,8 @@
 
 #include <memory>
 
+namespace Workbench {
+
 /// Gives this process settings of its own, empty and in memory alone, so that a command neither depends on the user's
 /// saved settings nor changes them. To be made once and before any other thread: its directory is removed at the end,
 /// and also when the process is interrupted (SIGINT, SIGTERM, SIGHUP).
@@ -19,3 +21,5 @@ private:
     QTemporaryDir m_directory;
     std::unique_ptr<QSettings> m_settings;
 };
+
+} // namespace Workbench

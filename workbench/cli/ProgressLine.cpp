@@ -6,6 +6,8 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+namespace Workbench {
+
 namespace {
 
 constexpr int leastInterval = 50; // ms
@@ -49,3 +51,5 @@ void ProgressLine::clear()
         printError(QStringLiteral("\r\x1b[K"));
     m_shown = false;
 }
+
+} // namespace Workbench

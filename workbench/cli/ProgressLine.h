@@ -4,6 +4,8 @@
 #include <QElapsedTimer>
 #include <QString>
 
+namespace Workbench {
+
 /// One line on standard error that is written anew as work goes on, and gone at the end. Shows nothing where standard
 /// error is no terminal.
 class ProgressLine {
@@ -21,3 +23,5 @@ private:
     bool m_shown = false;
     QElapsedTimer m_sinceShown;
 };
+
+} // namespace Workbench

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "cli/RankCommand.h"
-
 #include "cli/CliErrors.h"
+#include "cli/Commands.h"
 #include "cli/OptionValues.h"
 #include "cli/PrivateSettings.h"
 #include "cli/ProgressLine.h"
@@ -9,8 +8,7 @@
 #include "cli/RankWorkers.h"
 #include "host/FileFilterRegistry.h"
 #include "host/HostApplication.h"
-#include "host/NucleusTables.h"
-#include "io/OutputFiles.h"
+#include "formats/OutputFiles.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -22,6 +20,8 @@
 #include <malloc.h>
 #endif
 
+namespace Workbench {
+
 namespace {
 
 constexpr int mostWorkers = 1024;
@@ -30,10 +30,7 @@ constexpr const char *workerName = "rank-worker";
 /// What both `rank` and its workers are given.
 std::vector<OptionSpec> measurementOptions()
 {
-    std::vector<OptionSpec> options{experimentOption()};
-    const std::vector<OptionSpec> &simulate = SimulateOptions::specs();
-    options.insert(options.end(), simulate.begin(), simulate.end());
-    return options;
+    return withSimulateOptions({experimentOption()});
 }
 
 /// The options of the line that a worker needs, in a form in which values may begin with a dash.
@@ -141,7 +138,7 @@ CommandRun prepareRank(const CommandLine &line)
         return prepareMerge(line);
     required(line, "nucleus");
     required(line, "experiment");
-    const SimulateOptions options = SimulateOptions::parse(line, NucleusTables());
+    const SimulateOptions options = SimulateOptions::parse(line);
     const RankOutput output(line);
     const int jobs =
         line.has("jobs") ? OptionValues::count(CommandLine::shown("jobs"), line.value("jobs"), mostWorkers) : 1;
@@ -186,7 +183,7 @@ void keepMemory()
 
 CommandRun prepareWorker(const CommandLine &line)
 {
-    const SimulateOptions options = SimulateOptions::parse(line, NucleusTables());
+    const SimulateOptions options = SimulateOptions::parse(line);
     const auto run = [=](HostApplication &host, MessageLog &log) {
         if (host.fileFilters().filters().isEmpty())
             throw CommandError(QStringLiteral("no plug-in with a file filter is loaded"));
@@ -249,3 +246,5 @@ Command rankWorkerCommand()
     command.isInternal = true;
     return command;
 }
+
+} // namespace Workbench

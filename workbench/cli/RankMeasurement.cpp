@@ -5,19 +5,20 @@
 #include "cli/MessageLog.h"
 #include "cli/Simulation.h"
 #include "host/DataEngine.h"
-#include "host/Elision.h"
+#include "data/Elision.h"
 #include "host/HostApplication.h"
 #include "host/MainScene.h"
-#include "host/WMainWindow.h"
-#include "io/NumberText.h"
+#include "data/NumberText.h"
 #include "items/DocumentItem.h"
-#include "items/NmrData.h"
+#include "items/plot/NmrData.h"
 
 #include <QRegularExpression>
 
 #include <algorithm>
 #include <cmath>
 #include <functional>
+
+namespace Workbench {
 
 namespace {
 
@@ -161,9 +162,11 @@ void RankMeasurement::emptyDocument()
         m_host.scene().detach(item);
         delete item;
     }
-    DataEngine &data = *m_host.window().documentData();
+    DataEngine &data = m_host.documentData();
     for (const QUuid &id : data.ids())
         data.remove(id);
     m_log.takeInformation();
     m_log.takeErrors();
 }
+
+} // namespace Workbench

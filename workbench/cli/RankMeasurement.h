@@ -3,7 +3,9 @@
 
 #include "cli/RankTable.h"
 #include "cli/SimulateOptions.h"
-#include "io/ExperimentFile.h"
+#include "formats/ExperimentFile.h"
+
+namespace Workbench {
 
 class HostApplication;
 class MessageLog;
@@ -27,3 +29,5 @@ private:
     const SimulateOptions &m_options;
     const Experiment &m_experiment;
 };
+
+} // namespace Workbench

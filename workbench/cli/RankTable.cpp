@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/RankTable.h"
 
-#include "io/NumberText.h"
-#include "io/readers/ReaderText.h"
+#include "data/NumberText.h"
+#include "data/ReaderText.h"
 
 #include <QHash>
 #include <QJsonArray>
@@ -11,6 +11,8 @@
 
 #include <algorithm>
 #include <span>
+
+namespace Workbench {
 
 using ReaderText::fail;
 using ReaderText::tr;
@@ -345,3 +347,5 @@ Part merge(const QStringList &files)
 }
 
 } // namespace RankTable
+
+} // namespace Workbench

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "io/TableExport.h"
+#include "formats/TableExport.h"
 
 #include <optional>
+
+namespace Workbench {
 
 /// What became of one candidate structure.
 struct RankRow {
@@ -51,3 +53,5 @@ Part parseRows(const QByteArray &text, const QString &source, int dimensions);
 Part merge(const QStringList &files);
 
 } // namespace RankTable
+
+} // namespace Workbench

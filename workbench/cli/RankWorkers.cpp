@@ -4,7 +4,7 @@
 #include "cli/CliErrors.h"
 #include "cli/Commands.h"
 #include "cli/RankMeasurement.h"
-#include "host/Elision.h"
+#include "data/Elision.h"
 
 #include <QEventLoop>
 #include <QProcess>
@@ -12,6 +12,8 @@
 #include <algorithm>
 #include <iostream>
 #include <string>
+
+namespace Workbench {
 
 namespace RankWorkers {
 
@@ -165,3 +167,5 @@ std::vector<RankRow> measure(const Crew &crew, const QStringList &files)
 }
 
 } // namespace RankWorkers
+
+} // namespace Workbench

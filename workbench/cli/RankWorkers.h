@@ -7,6 +7,8 @@
 
 #include <functional>
 
+namespace Workbench {
+
 class RankMeasurement;
 
 /// Ranking by worker processes. A worker says "ready" once it can work, then takes the name of one file a line
@@ -33,3 +35,5 @@ struct Crew {
 std::vector<RankRow> measure(const Crew &crew, const QStringList &files);
 
 } // namespace RankWorkers
+
+} // namespace Workbench

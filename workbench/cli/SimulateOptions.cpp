@@ -3,7 +3,9 @@
 
 #include "cli/CliErrors.h"
 #include "cli/OptionValues.h"
-#include "host/NucleusTables.h"
+#include "data/Nuclides.h"
+
+namespace Workbench {
 
 namespace {
 
@@ -69,12 +71,12 @@ void refuseContradiction(const std::optional<Value> &f2, const std::optional<Val
     }
 }
 
-void checkNuclei(const SimulateOptions &options, const NucleusTables &tables)
+void checkNuclei(const SimulateOptions &options)
 {
     for (int d = 0; d < 2; ++d) {
         const QString &nucleus = options.dimension[d].nucleus;
-        if (!nucleus.isEmpty() && !tables.contains(nucleus)) {
-            const QStringList known = tables.isotopes(NucleusTables::element(nucleus));
+        if (!nucleus.isEmpty() && !Nuclides::table().contains(nucleus)) {
+            const QStringList known = Nuclides::table().isotopes(Nuclides::element(nucleus));
             throw UsageError(
                 QStringLiteral("option %1: \"%2\" is not an NMR nucleus%3")
                     .arg(CommandLine::shown(names[d].nucleus), nucleus,
@@ -130,12 +132,12 @@ const std::vector<OptionSpec> &SimulateOptions::specs()
     return list;
 }
 
-QMap<QString, QString> parseIsotopes(const CommandLine &line, const NucleusTables &tables)
+QMap<QString, QString> parseIsotopes(const CommandLine &line)
 {
     QMap<QString, QString> isotopes;
     for (const QString &text : line.values("isotope")) {
         const auto [element, nucleus] = OptionValues::isotope(QStringLiteral("--isotope"), text);
-        const QStringList offered = tables.quadrupolarIsotopes(element);
+        const QStringList offered = Nuclides::table().quadrupolarIsotopes(element);
         if (!offered.contains(nucleus)) {
             throw UsageError(QStringLiteral("option --isotope: %1 is not a quadrupolar isotope of %2 (%3)")
                                  .arg(nucleus, element,
@@ -149,7 +151,7 @@ QMap<QString, QString> parseIsotopes(const CommandLine &line, const NucleusTable
     return isotopes;
 }
 
-SimulateOptions SimulateOptions::parse(const CommandLine &line, const NucleusTables &tables)
+SimulateOptions SimulateOptions::parse(const CommandLine &line)
 {
     SimulateOptions options;
     for (int d = 0; d < 2; ++d)
@@ -178,8 +180,8 @@ SimulateOptions SimulateOptions::parse(const CommandLine &line, const NucleusTab
         options.correlation = OptionValues::choice(QStringLiteral("--correlation"), line.value("correlation"),
                                                    {QStringLiteral("strongest"), QStringLiteral("rss")});
     }
-    options.isotopes = parseIsotopes(line, tables);
-    checkNuclei(options, tables);
+    options.isotopes = parseIsotopes(line);
+    checkNuclei(options);
     if (options.homonuclear()) {
         refuseContradiction(f2.reference, f1.reference, "reference");
         refuseContradiction(f2.slope, f1.slope, "slope");
@@ -187,3 +189,5 @@ SimulateOptions SimulateOptions::parse(const CommandLine &line, const NucleusTab
     }
     return options;
 }
+
+} // namespace Workbench

@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-class NucleusTables;
+namespace Workbench {
 
 /// One spectrum dimension as the user wants it; what is not set is left to the plug-in.
 struct DimensionOptions {
@@ -39,9 +39,11 @@ struct SimulateOptions {
     static const std::vector<OptionSpec> &specs();
 
     /// Throws UsageError.
-    static SimulateOptions parse(const CommandLine &line, const NucleusTables &tables);
+    static SimulateOptions parse(const CommandLine &line);
 };
 
 /// The `--isotope El=NUC` options. Throws UsageError when NUC is no isotope of El with spin above 1/2.
-QMap<QString, QString> parseIsotopes(const CommandLine &line, const NucleusTables &tables);
+QMap<QString, QString> parseIsotopes(const CommandLine &line);
 const OptionSpec &isotopeSpec();
+
+} // namespace Workbench

@@ -3,21 +3,21 @@
 
 #include "cli/CliErrors.h"
 #include "cli/MessageLog.h"
-#include "host/Elision.h"
+#include "data/Elision.h"
 #include "host/HostApplication.h"
 #include "host/MainScene.h"
-#include "host/NucleusTables.h"
-#include "host/WMainWindow.h"
-#include "io/ExperimentFile.h"
-#include "io/TableExport.h"
-#include "items/NmrData.h"
-#include "items/NmrItem.h"
-#include "items/TableItem.h"
+#include "data/Nuclides.h"
+#include "formats/ExperimentFile.h"
+#include "items/plot/NmrData.h"
+#include "items/plot/NmrItem.h"
+#include "items/table/TableItem.h"
 #include "support/MetaTypes.h"
 
 #include <QFileInfo>
 #include <QMetaMethod>
 #include <QSettings>
+
+namespace Workbench {
 
 namespace {
 
@@ -126,7 +126,7 @@ void Simulation::readFile(const QString &fileName, const QMap<QString, QString> 
     if (!chosen.isEmpty())
         QSettings().setValue(QStringLiteral("magresPlugin/QIso"), chosen);
     m_fileName = fileName;
-    const WMainWindow::ReadResult result = m_host.window().readFile(fileName);
+    const HostApplication::ReadResult result = m_host.readFile(fileName);
     m_plugin = result.filter;
     for (QGraphicsWidget *item : result.items) {
         if (auto *table = qobject_cast<TableItem *>(item))
@@ -139,14 +139,14 @@ void Simulation::readFile(const QString &fileName, const QMap<QString, QString> 
 QStringList Simulation::nuclei() const
 {
     QStringList elements;
-    for (const QVariant &row : TableExport::rows(*m_table)) {
+    for (const QVariant &row : m_table->rowMaps()) {
         const QString element = row.toMap().value(key("type")).toString();
         if (!elements.contains(element))
             elements.append(element);
     }
     QStringList found;
     for (const QString &element : elements)
-        found.append(m_host.nucleusTables().isotopes(element));
+        found.append(Nuclides::table().isotopes(element));
     return found;
 }
 
@@ -330,3 +330,5 @@ QString Simulation::report(const char *slot)
         throw CommandError(QStringLiteral("the plug-in gave no report"));
     return texts.join(u'\n');
 }
+
+} // namespace Workbench

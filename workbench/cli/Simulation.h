@@ -7,6 +7,8 @@
 #include <QUuid>
 #include <QVariantHash>
 
+namespace Workbench {
+
 class Experiment;
 class HostApplication;
 class MessageLog;
@@ -72,3 +74,5 @@ private:
     QUuid m_entry;
     SimulateOptions m_options;
 };
+
+} // namespace Workbench

@@ -1,20 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "cli/SpinSystemCommand.h"
-
 #include "cli/CliErrors.h"
+#include "cli/Commands.h"
 #include "cli/OptionValues.h"
 #include "cli/SimulateOptions.h"
 #include "cli/Simulation.h"
 #include "host/DataEngine.h"
 #include "host/HostApplication.h"
-#include "host/NucleusTables.h"
-#include "host/WMainWindow.h"
-#include "io/OutputFiles.h"
-#include "io/SpinSystem.h"
-#include "items/PluginCall.h"
-#include "items/TableItem.h"
+#include "data/Nuclides.h"
+#include "formats/OutputFiles.h"
+#include "analysis/SpinSystem.h"
+#include "data/PluginCall.h"
+#include "items/table/TableItem.h"
 
 #include <QFileInfo>
+
+namespace Workbench {
 
 namespace {
 
@@ -38,11 +38,10 @@ QMap<QString, double> byNucleus(const CommandLine &line, const char *option, con
 SpinSystem::Options optionsOf(const CommandLine &line)
 {
     required(line, "nucleus");
-    const NucleusTables tables;
     SpinSystem::Options options;
     for (const QString &text : line.values("nucleus")) {
         const QString nucleus = OptionValues::nucleus(QStringLiteral("--nucleus"), text);
-        if (!tables.contains(nucleus))
+        if (!Nuclides::table().contains(nucleus))
             throw UsageError(QStringLiteral("option --nucleus: \"%1\" is not an NMR nucleus").arg(nucleus));
         if (options.nuclei.contains(nucleus))
             throw UsageError(QStringLiteral("option --nucleus: %1 is given twice").arg(nucleus));
@@ -64,8 +63,8 @@ CommandRun prepareSpinSystem(const CommandLine &line)
         Simulation simulation(host, log);
         simulation.readFile(file, {});
         const auto ids = callPlugin<QList<QUuid>>(simulation.table().table(), "tableItem_sharedDataIds()");
-        const QVariantMap data = host.window().documentData()->getDataMap(ids.value(0));
-        const SpinSystem system = SpinSystem::fromData(data, host.nucleusTables(), options);
+        const QVariantMap data = host.documentData().getDataMap(ids.value(0));
+        const SpinSystem system = SpinSystem::fromData(data, options);
         const QByteArray text = system.simpson(QStringLiteral("Spin system of %1").arg(QFileInfo(file).fileName()));
         if (output.isEmpty())
             return printOut(QString::fromUtf8(text));
@@ -99,3 +98,5 @@ Command spinSystemCommand()
         prepareSpinSystem,
     };
 }
+
+} // namespace Workbench

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/DataEngine.h"
 
+namespace Workbench {
+
 bool DataEngine::insert(const QVariantMap &map)
 {
     const QUuid id = map.value(QStringLiteral("ID")).toUuid();
@@ -22,3 +24,5 @@ void DataEngine::setMaps(const QHash<QUuid, QVariantMap> &maps)
     m_maps = maps;
     Q_EMIT changed();
 }
+
+} // namespace Workbench

@@ -6,6 +6,8 @@
 #include <QUuid>
 #include <QVariantMap>
 
+namespace Workbench {
+
 /// The document's custom data: maps of plug-ins, kept under their "ID" and otherwise not looked into.
 class DataEngine : public QObject {
     Q_OBJECT
@@ -30,3 +32,5 @@ Q_SIGNALS:
 private:
     QHash<QUuid, QVariantMap> m_maps;
 };
+
+} // namespace Workbench

@@ -1,19 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/FileFilterRegistry.h"
 
-#include "items/PluginCall.h"
+#include "data/Error.h"
+#include "data/PluginCall.h"
 
 #include <QFile>
 #include <QFileInfo>
 
 #include <stdexcept>
 
-namespace {
+namespace Workbench {
 
-[[noreturn]] void fail(const QString &message)
-{
-    throw std::runtime_error(message.toStdString());
-}
+namespace {
 
 /// A filter can only say no; why a file cannot be read at all is for the host to say.
 void checkReadable(const QString &fileName)
@@ -83,3 +81,5 @@ QList<QGraphicsWidget *> FileFilterRegistry::read(QObject *filter, const QString
 {
     return callPlugin<QList<QGraphicsWidget *>>(filter, "fileFilter_read(QString,QRectF)", fileName, rect);
 }
+
+} // namespace Workbench

@@ -8,6 +8,8 @@
 #include <QRectF>
 #include <QStringList>
 
+namespace Workbench {
+
 /// The file filters that plug-ins have registered. A filter is any object with the fileFilter_ methods.
 class FileFilterRegistry : public QObject {
     Q_OBJECT
@@ -32,3 +34,5 @@ public:
 private:
     QList<QPointer<QObject>> m_filters;
 };
+
+} // namespace Workbench

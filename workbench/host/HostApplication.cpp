@@ -1,29 +1,37 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/HostApplication.h"
 
+#include "data/Error.h"
 #include "host/FileFilterRegistry.h"
+#include "host/HostWindow.h"
 #include "host/MainScene.h"
 #include "host/NucleusTables.h"
 #include "host/PluginManager.h"
-#include "host/UndoRecorder.h"
-#include "host/WMainWindow.h"
+#include "items/DocumentItem.h"
 #include "support/MetaTypes.h"
 
 #include <QApplication>
+#include <QGraphicsView>
 
-HostApplication::HostApplication(bool headless)
+namespace Workbench {
+
+HostApplication::HostApplication() : HostApplication(std::make_unique<HostWindow>(), true)
+{
+    // Plug-ins look for a view of the scene, shown or not.
+    auto *view = new QGraphicsView(m_window->scene(), m_window.get());
+    view->setObjectName(QStringLiteral("mainView"));
+}
+
+HostApplication::HostApplication(std::unique_ptr<HostWindow> window, bool headless)
     : m_tables(std::make_unique<NucleusTables>()),
       m_filters(std::make_unique<FileFilterRegistry>()),
-      m_window(std::make_unique<WMainWindow>(m_filters.get())),
+      m_window(std::move(window)),
       m_plugins(std::make_unique<PluginManager>(m_filters.get(), m_window->nmrContextMenu()))
 {
     registerSharedMetaTypes();
     qApp->setProperty("isHeadless", headless);
     qApp->setProperty("fileFilters", QVariant::fromValue<QObject *>(m_filters.get()));
     qApp->setProperty("nmrDataTables", QVariant::fromValue<QObject *>(m_tables.get()));
-    m_window->setPluginManager(m_plugins.get());
-    if (!headless)
-        new UndoRecorder(m_window->scene());
 }
 
 HostApplication::~HostApplication()
@@ -42,7 +50,39 @@ void HostApplication::loadPlugins(const QString &directory)
     m_plugins->loadDirectory(directory.isEmpty() ? PluginManager::defaultDirectory() : directory);
 }
 
+HostApplication::ReadResult HostApplication::readFile(const QString &fileName)
+{
+    QObject *filter = m_filters->matching(fileName);
+    if (!filter) {
+        const QStringList known = m_filters->nameFilters();
+        const QString offered = known.isEmpty()
+            ? Texts::tr("no plug-in with a file filter is loaded")
+            : Texts::tr("files that can be read: %1").arg(known.join(QLatin1String(", ")));
+        fail(Texts::tr("File %1 is not of a kind that is known here; %2").arg(fileName, offered));
+    }
+    const QList<DocumentItem *> before = scene().documentItems();
+    try {
+        return {filter, m_filters->read(filter, fileName, scene().emptyStructureRect())};
+    } catch (...) {
+        // A filter that fails half-way leaves nothing on the page.
+        for (DocumentItem *item : scene().documentItems()) {
+            if (!before.contains(item)) {
+                scene().detach(item);
+                delete item;
+            }
+        }
+        throw;
+    }
+}
+
 MainScene &HostApplication::scene() const
 {
     return *m_window->scene();
 }
+
+DataEngine &HostApplication::documentData() const
+{
+    return *m_window->documentData();
+}
+
+} // namespace Workbench

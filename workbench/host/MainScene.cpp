@@ -3,11 +3,10 @@
 
 #include "host/DataEngine.h"
 #include "host/PageLayout.h"
-#include "host/UndoCommands.h"
-#include "items/MoleculeItem.h"
-#include "items/NmrData.h"
-#include "items/NmrItem.h"
-#include "items/TableItem.h"
+#include "items/molecule/MoleculeItem.h"
+#include "items/plot/NmrData.h"
+#include "items/plot/NmrItem.h"
+#include "items/table/TableItem.h"
 
 #include <QApplication>
 #include <QGraphicsSceneContextMenuEvent>
@@ -16,6 +15,8 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QUndoStack>
+
+namespace Workbench {
 
 namespace {
 
@@ -170,11 +171,6 @@ NmrItem *MainScene::currentNmrItem() const
 TableItem *MainScene::currentTableItem() const
 {
     return m_currentTable;
-}
-
-void MainScene::removeWithUndo(DocumentItem *item)
-{
-    m_undoStack->push(new ItemPresenceCommand(this, item, ItemPresenceCommand::Removed));
 }
 
 void MainScene::attach(DocumentItem *item)
@@ -336,3 +332,5 @@ void MainScene::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
     event->accept();
     sendEvent(item, event);
 }
+
+} // namespace Workbench

@@ -7,10 +7,13 @@
 #include <QUuid>
 #include <QVariantMap>
 
+class QUndoStack;
+
+namespace Workbench {
+
 class DataEngine;
 class DocumentItem;
 class NmrItem;
-class QUndoStack;
 class TableItem;
 
 /// The document: a stack of A4 pages with molecule, table and NMR items, and the custom data of plug-ins behind them.
@@ -58,8 +61,6 @@ public:
     void openMenu(DocumentItem *item);
 
     QUndoStack *undoStack() const { return m_undoStack; }
-    /// Takes the item off the page; undoable.
-    void removeWithUndo(DocumentItem *item);
     /// Puts the item on the page, or takes it off and leaves it to the caller.
     void attach(DocumentItem *item);
     void detach(DocumentItem *item);
@@ -97,3 +98,5 @@ private:
     QRectF m_lastStructureRow;
     bool m_drawn = true;
 };
+
+} // namespace Workbench

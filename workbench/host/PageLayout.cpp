@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace Workbench {
+
 namespace PageLayout {
 
 int pageOf(double y)
@@ -48,3 +50,5 @@ int pageCount(const QRectF &used)
 }
 
 } // namespace PageLayout
+
+} // namespace Workbench

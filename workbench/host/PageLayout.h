@@ -3,6 +3,8 @@
 
 #include <QRectF>
 
+namespace Workbench {
+
 /// Where items go on a stack of A4 pages, one below the other without a gap. Scene units are 1/96 inch.
 namespace PageLayout {
 
@@ -38,3 +40,5 @@ double moleculeShareBeside(double tableWidth);
 int pageCount(const QRectF &used);
 
 } // namespace PageLayout
+
+} // namespace Workbench

@@ -12,6 +12,8 @@
 #include <QMenu>
 #include <QPluginLoader>
 
+namespace Workbench {
+
 namespace {
 
 const QString interfaceFamily = QStringLiteral("org.toran.IPlugin/1.");
@@ -157,3 +159,5 @@ void PluginManager::takeBack(QObject *object, qsizetype menuEntries)
     // The library itself stays loaded: what Qt's type system took from it cannot be taken back.
     delete object;
 }
+
+} // namespace Workbench

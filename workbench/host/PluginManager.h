@@ -5,10 +5,14 @@
 #include <QPointer>
 #include <QString>
 
-class FileFilterRegistry;
+class QMenu;
+
 class IPlugin;
 class IPlugin_v1_3;
-class QMenu;
+
+namespace Workbench {
+
+class FileFilterRegistry;
 
 /// Loads the plug-ins of a directory and keeps what became of each file: a plug-in that cannot be used is a fact to
 /// show, never a reason to stop.
@@ -51,3 +55,5 @@ private:
     QList<Plugin> m_plugins;
     QList<Failure> m_failures;
 };
+
+} // namespace Workbench

@@ -10,6 +10,8 @@
 #include <QPainter>
 #include <QScopedValueRollback>
 
+namespace Workbench {
+
 namespace {
 
 constexpr qreal titleHeight = 22;
@@ -275,3 +277,5 @@ void DocumentItem::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
         Q_EMIT geometryEdited(m_geometryAtPress, geometry());
     m_moving = false;
 }
+
+} // namespace Workbench

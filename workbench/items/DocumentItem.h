@@ -10,6 +10,8 @@
 
 class QMenu;
 
+namespace Workbench {
+
 /// Base of everything that lies on the document page: an identity, a frame with a title, links to other items and the
 /// messages that pass over them, and a context menu to which plug-ins may add theirs. Scene units are pixels at 96 dpi.
 class DocumentItem : public QGraphicsWidget {
@@ -86,3 +88,5 @@ private:
     bool m_moving = false;
     QRectF m_geometryAtPress;
 };
+
+} // namespace Workbench

@@ -1,0 +1,263 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/SpinSystem.h"
+
+#include "data/Error.h"
+#include "data/Nuclides.h"
+#include "data/NumberText.h"
+#include "support/MetaTypes.h"
+
+#include <QCoreApplication>
+
+#include <Eigen/Dense>
+#include <Eigen/Eigenvalues>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <stdexcept>
+
+namespace Workbench {
+
+namespace {
+
+/// Hz, for a distance in Angstrom.
+double dipolarCoupling(const QString &a, const QString &b, double distance)
+{
+    constexpr double mu0 = 1.25663706212e-6, hbar = 1.054571817e-34; // CODATA 2018, SI
+    const double metres = distance * 1e-10;
+    return -mu0 * hbar * Nuclides::table()[a].gyromagneticRatio() * Nuclides::table()[b].gyromagneticRatio()
+        / (8 * std::numbers::pi * std::numbers::pi * metres * metres * metres);
+}
+
+/// Of R = Rz(alpha) Ry(beta) Rz(gamma).
+SpinSystem::Angles eulerAngles(const Eigen::Matrix3d &r)
+{
+    constexpr double degrees = 180 / std::numbers::pi;
+    const double sine = std::hypot(r(2, 0), r(2, 1));
+    const double beta = std::atan2(sine, r(2, 2));
+    if (sine > 1e-12)
+        return {std::atan2(r(1, 2), r(0, 2)) * degrees, beta * degrees, std::atan2(r(2, 1), -r(2, 0)) * degrees};
+    // One axis: gamma is nothing of its own.
+    return {(r(2, 2) > 0 ? std::atan2(r(1, 0), r(0, 0)) : std::atan2(-r(1, 0), -r(0, 0))) * degrees, beta * degrees, 0};
+}
+
+struct Principal {
+    double iso, xx, yy, zz;
+    SpinSystem::Angles angles;
+
+    double aniso() const { return zz - iso; }
+    double eta() const { return aniso() == 0 ? 0 : (yy - xx) / aniso(); }
+};
+
+Principal principal(const DoubleVector &tensor)
+{
+    const Eigen::Matrix3d raw = Eigen::Map<const Eigen::Matrix<double, 3, 3, Eigen::RowMajor>>(tensor.data());
+    const Eigen::Matrix3d symmetric = 0.5 * (raw + raw.transpose());
+    const Eigen::SelfAdjointEigenSolver<Eigen::Matrix3d> solver(symmetric);
+    const double iso = symmetric.trace() / 3;
+    std::array<int, 3> order{0, 1, 2};
+    std::stable_sort(order.begin(), order.end(), [&](int a, int b) {
+        return std::abs(solver.eigenvalues()[a] - iso) < std::abs(solver.eigenvalues()[b] - iso);
+    });
+    const auto [y, x, z] = order;
+    Eigen::Matrix3d toPrincipal; // rows: the principal axes in the crystal frame
+    toPrincipal.row(0) = solver.eigenvectors().col(x);
+    toPrincipal.row(2) = solver.eigenvectors().col(z);
+    toPrincipal.row(1) = toPrincipal.row(2).cross(toPrincipal.row(0));
+    return {iso, solver.eigenvalues()[x], solver.eigenvalues()[y], solver.eigenvalues()[z], eulerAngles(toPrincipal)};
+}
+
+struct Atom {
+    int record = 0;
+    QString element;
+    QString label; ///< as in the file, with the index where labels are shared
+    Eigen::Vector3d position = Eigen::Vector3d::Zero();
+    DoubleVector shielding; ///< empty: none
+    DoubleVector gradient;
+};
+
+/// Tensors belong to an atom by label and index.
+QMap<std::pair<QStringList, int>, DoubleVector> tensorsOf(const QVariantMap &data, const char *key)
+{
+    QMap<std::pair<QStringList, int>, DoubleVector> tensors;
+    for (const QVariant &value : data.value(QLatin1String(key)).toMap()) {
+        const QVariantMap map = value.toMap();
+        const auto tensor = map.value(QStringLiteral("tensor")).value<DoubleVector>();
+        const bool isTensor = tensor.size() == 9
+            && std::all_of(tensor.begin(), tensor.end(), [](double element) { return std::isfinite(element); });
+        if (isTensor)
+            tensors.insert(
+                {map.value(QStringLiteral("labels")).toStringList(), map.value(QStringLiteral("No")).toInt()}, tensor);
+    }
+    return tensors;
+}
+
+std::vector<Atom> atomsOf(const QVariantMap &data)
+{
+    const auto shieldings = tensorsOf(data, "shieldings");
+    const auto gradients = tensorsOf(data, "EFG");
+    const bool numbered = data.value(QStringLiteral("numberToLabel")).toBool();
+    std::vector<Atom> atoms;
+    for (const QVariant &value : data.value(QStringLiteral("atoms")).toMap()) {
+        const QVariantMap map = value.toMap();
+        Atom atom;
+        const QStringList labels = map.value(QStringLiteral("labels")).toStringList();
+        const int number = map.value(QStringLiteral("No")).toInt();
+        atom.record = map.value(QStringLiteral("recordNo")).toInt();
+        atom.element = QString::fromLatin1(map.value(QStringLiteral("type")).toByteArray());
+        atom.label = labels.value(0) + (numbered ? QString() : QStringLiteral(".%1").arg(number));
+        const auto position = map.value(QStringLiteral("pos")).value<DoubleVector>();
+        if (position.size() == 3)
+            atom.position = {position[0], position[1], position[2]};
+        atom.shielding = shieldings.value({labels, number});
+        atom.gradient = gradients.value({labels, number});
+        atoms.push_back(atom);
+    }
+    // The map has its entries in the order of their keys as texts.
+    std::sort(atoms.begin(), atoms.end(), [](const Atom &a, const Atom &b) { return a.record < b.record; });
+    return atoms;
+}
+
+bool isWanted(const Atom &atom, const QString &nucleus, const QStringList &labels)
+{
+    return atom.element == Nuclides::element(nucleus)
+        && (labels.isEmpty() || labels.contains(atom.label) || labels.contains(atom.label.section(u'.', 0, 0)));
+}
+
+SpinSystem::Site siteOf(const Atom &atom, const QString &nucleus, const SpinSystem::Options &options)
+{
+    SpinSystem::Site site{nucleus, atom.label, {}, {}};
+    if (!atom.shielding.empty()) {
+        const Principal shielding = principal(atom.shielding);
+        const double iso = (atom.shielding[0] + atom.shielding[4] + atom.shielding[8]) / 3.0;
+        site.shift = {iso * options.slopes.value(nucleus, -1.0) + options.references.value(nucleus, 100.0),
+                      -shielding.aniso(), shielding.eta(), shielding.angles};
+    }
+    const double moment = Nuclides::table()[nucleus].quadrupoleMoment;
+    if (!atom.gradient.empty() && moment != 0) {
+        // e Q Vzz / h for Vzz in atomic units and Q in fm^2, in MHz; the same customary number as in the table.
+        constexpr double megahertz = 2.3489;
+        const Principal gradient = principal(atom.gradient);
+        site.quadrupole = {gradient.zz * (moment * megahertz) * 1e6, gradient.eta(), gradient.angles};
+    }
+    return site;
+}
+
+void addDipoles(SpinSystem &system, const std::vector<Atom> &atoms, double cutoff)
+{
+    for (int i = 0; i < int(atoms.size()); ++i) {
+        for (int j = i + 1; j < int(atoms.size()); ++j) {
+            const Eigen::Vector3d between = atoms[j].position - atoms[i].position;
+            const double distance = between.norm();
+            const double coupling = dipolarCoupling(system.sites[i].nucleus, system.sites[j].nucleus, distance);
+            if (!(distance <= cutoff) || distance < 1e-3 || coupling == 0)
+                continue;
+            constexpr double degrees = 180 / std::numbers::pi;
+            const SpinSystem::Angles angles{0, std::acos(between.z() / distance) * degrees,
+                                            std::atan2(between.y(), -between.x()) * degrees};
+            system.dipoles.push_back({i, j, coupling, distance, angles});
+        }
+    }
+}
+
+QByteArray fixed(double value, int decimals)
+{
+    return ' ' + QByteArray::number(value == 0 ? 0.0 : value, 'f', decimals);
+}
+
+QByteArray angleText(const SpinSystem::Angles &angles)
+{
+    return fixed(angles[0], 6) + fixed(angles[1], 6) + fixed(angles[2], 6);
+}
+
+constexpr const char *conventions =
+    "# Conventions\n"
+    "#   Principal values: |zz-iso| >= |xx-iso| >= |yy-iso|, eta = (yy-xx)/(zz-iso), for shift and quadrupole alike.\n"
+    "#   Shift: iso in ppm from the reference; anisotropy zz-iso in ppm, which is minus that of the shielding.\n"
+    "#   Quadrupole: Cq = e Q Vzz / h in Hz with its sign.\n"
+    "#   Dipole: b = -mu0 hbar gamma_i gamma_j / (8 pi^2 r^3) in Hz (negative for gammas of one sign), between the\n"
+    "#   positions of the atoms as they stand, without images in other cells.\n"
+    "#   Euler angles alpha beta gamma in degrees (z, y', z'') lead from the principal axis frame to the Cartesian "
+    "frame\n"
+    "#   of the crystal: A(crystal) = R^T diag(xx, yy, zz) R with R = Rz(alpha) Ry(beta) Rz(gamma).\n"
+    "#   Of tensors that are not symmetric the symmetric part counts.\n";
+
+} // namespace
+
+SpinSystem SpinSystem::fromData(const QVariantMap &data, const Options &options)
+{
+    SpinSystem system;
+    const std::vector<Atom> all = atomsOf(data);
+    std::vector<Atom> chosen;
+    for (const QString &nucleus : options.nuclei) {
+        const std::size_t before = chosen.size();
+        for (const Atom &atom : all) {
+            if (isWanted(atom, nucleus, options.labels))
+                chosen.push_back(atom);
+        }
+        if (chosen.size() == before && options.labels.isEmpty())
+            fail(Texts::tr("there is no site of %1").arg(nucleus));
+        if (Nuclides::table()[nucleus].gyromagneticRatio() == 0)
+            system.notes.append(
+                Texts::tr("the gyromagnetic ratio of %1 is not known here: its dipole couplings are missing")
+                    .arg(nucleus));
+        for (std::size_t i = before; i < chosen.size() && i < mostSites; ++i)
+            system.sites.push_back(siteOf(chosen[i], nucleus, options));
+    }
+    for (const QString &label : options.labels) {
+        const bool found = std::any_of(chosen.begin(), chosen.end(), [&](const Atom &atom) {
+            return atom.label == label || atom.label.section(u'.', 0, 0) == label;
+        });
+        if (!found)
+            fail(
+                Texts::tr("there is no atom %1 of the nuclei %2").arg(label, options.nuclei.join(QLatin1String(", "))));
+    }
+    if (chosen.size() > mostSites) {
+        fail(Texts::tr("%1 sites are more than the %2 that a spin system may have; choose some of the atoms")
+                 .arg(chosen.size())
+                 .arg(mostSites));
+    }
+    for (const Site &site : system.sites) {
+        if (!site.shift)
+            system.notes.append(Texts::tr("%1 has no shielding: its shift is missing").arg(site.label));
+        if (!site.quadrupole && Nuclides::table()[site.nucleus].quadrupoleMoment != 0)
+            system.notes.append(
+                Texts::tr("%1 has no electric field gradient: its quadrupole coupling is missing").arg(site.label));
+    }
+    addDipoles(system, chosen, options.cutoff);
+    return system;
+}
+
+QByteArray SpinSystem::simpson(const QString &title) const
+{
+    QByteArray text = "# " + title.simplified().toUtf8() + "\n#\n" + conventions + "#\n# Sites\n";
+    for (std::size_t i = 0; i < sites.size(); ++i)
+        text += "#   " + QByteArray::number(i + 1) + ' ' + sites[i].nucleus.toLatin1() + ' ' + sites[i].label.toUtf8()
+            + '\n';
+    for (const QString &note : notes)
+        text += "# Note: " + note.toUtf8() + '\n';
+
+    QByteArray channels, nuclei;
+    for (const Site &site : sites) {
+        const QByteArray name = ' ' + site.nucleus.toLatin1();
+        if (!(channels + ' ').contains(name + ' '))
+            channels += name;
+        nuclei += name;
+    }
+    text += "\nspinsys {\n  channels" + channels + "\n  nuclei" + nuclei + '\n';
+    for (std::size_t i = 0; i < sites.size(); ++i) {
+        const QByteArray site = ' ' + QByteArray::number(i + 1);
+        if (const auto &shift = sites[i].shift)
+            text += "  shift" + site + fixed(shift->iso, 6) + 'p' + fixed(shift->aniso, 6) + 'p' + fixed(shift->eta, 8)
+                + angleText(shift->angles) + '\n';
+        if (const auto &quadrupole = sites[i].quadrupole)
+            text += "  quadrupole" + site + " 2" + fixed(quadrupole->Cq, 3) + fixed(quadrupole->eta, 8)
+                + angleText(quadrupole->angles) + '\n';
+    }
+    for (const Dipole &dipole : dipoles)
+        text += "  dipole " + QByteArray::number(dipole.i + 1) + ' ' + QByteArray::number(dipole.j + 1)
+            + fixed(dipole.coupling, 4) + angleText(dipole.angles) + '\n';
+    return text + "}\n";
+}
+
+} // namespace Workbench

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/Commands.h"
+
+#include "cli/CliErrors.h"
+#include "cli/MessageLog.h"
+#include "cli/PrivateSettings.h"
+#include "cli/SimulateOptions.h"
+#include "cli/Simulation.h"
+#include "host/HostApplication.h"
+#include "host/PluginManager.h"
+
+#include <QApplication>
+
+#include <cstdio>
+
+namespace Workbench {
+
+namespace {
+
+/// A file that no plug-in takes may be the fault of a plug-in that did not load.
+void printPluginFailures(const HostApplication &host)
+{
+    for (const PluginManager::Failure &failure : host.plugins().failures()) {
+        printError(
+            QStringLiteral("magres-workbench: plug-in %1 is not loaded: %2\n").arg(failure.file, failure.reason));
+    }
+}
+
+} // namespace
+
+CommandRun headless(std::function<void(HostApplication &, MessageLog &)> run, const QString &settingsWithin)
+{
+    return [=](const ProgramStart &start) {
+        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+        const PrivateSettings settings(settingsWithin);
+        const QApplication application(start.argc, start.argv);
+        MessageLog log;
+        HostApplication host;
+        host.loadPlugins(start.pluginDirectory);
+        try {
+            run(host, log);
+        } catch (...) {
+            printPluginFailures(host);
+            throw;
+        }
+        return ExitDone;
+    };
+}
+
+QString required(const CommandLine &line, const char *option)
+{
+    if (!line.has(option))
+        throw UsageError(QStringLiteral("option %1 is required").arg(CommandLine::shown(option)));
+    return line.value(option);
+}
+
+void printOut(const QString &text)
+{
+    const QByteArray bytes = text.toUtf8();
+    if (std::fwrite(bytes.constData(), 1, bytes.size(), stdout) != std::size_t(bytes.size())
+        || std::fflush(stdout) != 0)
+        throw CommandError(QStringLiteral("standard output cannot be written"));
+}
+
+void printError(const QString &text)
+{
+    const QByteArray bytes = text.toUtf8();
+    std::fwrite(bytes.constData(), 1, bytes.size(), stderr);
+}
+
+const OptionSpec &experimentOption()
+{
+    static constexpr OptionSpec option{
+        "experiment", "EXP",
+        "Experimental peak list: comma-separated text, one peak a line, position[,height] in 1D and "
+        "position,position_f1[,height] in 2D, in ppm. A header line and # comments are allowed. Or a spectrum, of "
+        "which the peaks are picked: CSV ppm,intensity, JCAMP-DX or a Bruker folder. Required."};
+    return option;
+}
+
+const OptionSpec &spectrumOutputOption()
+{
+    static constexpr OptionSpec option{
+        "o", "OUT",
+        "Output file; its suffix chooses the format: .csv (data points), .json (axes, peaks, parameters), .jdx or .dx "
+        "(JCAMP-DX, 1D only), .png, .svg or .pdf (the plot). May be given more than once.",
+        true};
+    return option;
+}
+
+std::vector<OptionSpec> withSimulateOptions(std::vector<OptionSpec> options)
+{
+    const std::vector<OptionSpec> &simulate = SimulateOptions::specs();
+    options.insert(options.end(), simulate.begin(), simulate.end());
+    return options;
+}
+
+void reportLineWidths(const Simulation &simulation, bool onStandardError)
+{
+    const QString text = QStringLiteral("Line width: %1\n").arg(simulation.lineWidths());
+    onStandardError ? printError(text) : printOut(text);
+}
+
+} // namespace Workbench

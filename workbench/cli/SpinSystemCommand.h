@@ -1,7 +1,0 @@
-// SPDX-License-Identifier: GPL-3.0-or-later
-#pragma once
-
-#include "cli/Commands.h"
-
-/// `spinsystem`: the sites of chosen nuclei as the input of a simulation program.
-Command spinSystemCommand();

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "data/Nuclides.h"
+
+#include <QFile>
+
+#include <utility>
+
+// The resource lies in a static library, from which nothing else would draw it into the program.
+static void initResources()
+{
+    Q_INIT_RESOURCE(data);
+}
+
+namespace Workbench {
+
+double Nuclide::spinNumber() const
+{
+    const qsizetype slash = spin.indexOf(u'/');
+    return slash < 0 ? spin.toDouble() : spin.left(slash).toDouble() / spin.mid(slash + 1).toDouble();
+}
+
+double Nuclide::gyromagneticRatio() const
+{
+    constexpr double proton = 2.6752218744e8; // CODATA 2018
+    return proton * frequencyRatio / 100;
+}
+
+const Nuclides &Nuclides::table()
+{
+    static const Nuclides nuclides;
+    return nuclides;
+}
+
+Nuclides::Nuclides()
+{
+    initResources();
+    QFile file(QStringLiteral(":/workbench/nuclides.tsv"));
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("the nucleus table is missing from the program's resources");
+    bool header = true;
+    while (!file.atEnd()) {
+        const QByteArray line = file.readLine().trimmed();
+        if (line.isEmpty() || line.startsWith('#'))
+            continue;
+        if (std::exchange(header, false))
+            continue;
+        const QList<QByteArray> fields = line.split('\t');
+        if (fields.size() != 5)
+            qFatal("the nucleus table has a line without five fields: %s", line.constData());
+        const QString name = QString::fromLatin1(fields[0]);
+        m_nuclei.insert(
+            name, {QString::fromLatin1(fields[1]), fields[2].toDouble(), fields[3].toDouble(), fields[4].toDouble()});
+        m_order.append(name);
+    }
+}
+
+QString Nuclides::element(const QString &nucleus)
+{
+    qsizetype digits = 0;
+    while (digits < nucleus.size() && nucleus[digits] >= u'0' && nucleus[digits] <= u'9')
+        ++digits;
+    return nucleus.mid(digits);
+}
+
+QStringList Nuclides::isotopes(const QString &wanted) const
+{
+    QStringList found;
+    for (const QString &name : m_order) {
+        if (element(name) == wanted)
+            found.append(name);
+    }
+    return found;
+}
+
+QStringList Nuclides::quadrupolarIsotopes(const QString &wanted) const
+{
+    QStringList found = isotopes(wanted);
+    found.removeIf([this](const QString &name) { return !m_nuclei.value(name).isQuadrupolar(); });
+    return found;
+}
+
+} // namespace Workbench

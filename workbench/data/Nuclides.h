@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QHash>
+#include <QStringList>
+
+namespace Workbench {
+
+/// Ground-state properties of a nucleus.
+struct Nuclide {
+    QString spin; ///< as text, "1/2" or "3"; empty: not in the table
+    double quadrupoleMoment = 0; ///< fm², 0 for spin 1/2
+    double abundance = 0; ///< percent
+    double frequencyRatio = 0; ///< to 1H, percent, with the sign of the gyromagnetic ratio; 0 unknown
+
+    bool isKnown() const { return !spin.isEmpty(); }
+    bool isQuadrupolar() const { return isKnown() && spin != u"1/2"; }
+    double spinNumber() const; ///< 0.5 of "1/2"; 0 unknown
+    double gyromagneticRatio() const; ///< rad / (s T), 0 unknown
+};
+
+/// The NMR nuclei, by name ("13C"). The numbers and their sources stand in resources/nuclides.tsv.
+class Nuclides {
+public:
+    /// Read once per process.
+    static const Nuclides &table();
+
+    Nuclide operator[](const QString &nucleus) const { return m_nuclei.value(nucleus); }
+    bool contains(const QString &nucleus) const { return m_nuclei.contains(nucleus); }
+    /// In the order of the table, by mass number.
+    const QStringList &names() const { return m_order; }
+    /// All nuclei of the element, by mass number.
+    QStringList isotopes(const QString &element) const;
+    /// Those of them whose spin exceeds 1/2.
+    QStringList quadrupolarIsotopes(const QString &element) const;
+
+    /// The element of a nucleus name: "C" of "13C".
+    static QString element(const QString &nucleus);
+
+private:
+    Nuclides();
+
+    QHash<QString, Nuclide> m_nuclei;
+    QStringList m_order;
+};
+
+} // namespace Workbench

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "data/SpectrumEntry.h"
+
+#include <algorithm>
+
+namespace Workbench {
+
+namespace {
+
+using ParametersByFormat = QMap<QString, QVariantHash>;
+
+const QString specInfoKey = QStringLiteral("SpecInfo");
+const QString originalKey = QStringLiteral("OriginalParameters");
+const QString rawDataKey = QStringLiteral("RawData");
+
+/// Documents read back from a stream may hold a plain map instead.
+ParametersByFormat parametersOf(const QVariant &original)
+{
+    if (original.metaType() == QMetaType::fromType<ParametersByFormat>())
+        return original.value<ParametersByFormat>();
+    ParametersByFormat parameters;
+    const QVariantMap map = original.toMap();
+    for (auto it = map.cbegin(); it != map.cend(); ++it)
+        parameters.insert(it.key(), it->toHash());
+    return parameters;
+}
+
+QVariant originalOf(const QVariantMap &data)
+{
+    return data.value(specInfoKey).toMap().value(originalKey);
+}
+
+} // namespace
+
+QVariantHash SpectrumEntry::parameters(const QString &format) const
+{
+    const QVariantHash updated = parametersOf(originalOf(data.value(rawDataKey).toMap())).value(format);
+    return updated.isEmpty() ? parametersOf(originalOf(data)).value(format) : updated;
+}
+
+void SpectrumEntry::setParameters(const QString &format, const QVariantHash &parameters)
+{
+    const auto store = [&](QVariantMap &map) {
+        QVariantMap specInfo = map.value(specInfoKey).toMap();
+        ParametersByFormat all = parametersOf(specInfo.value(originalKey));
+        all.insert(format, parameters);
+        specInfo.insert(originalKey, QVariant::fromValue(all));
+        map.insert(specInfoKey, specInfo);
+    };
+    if (data.contains(rawDataKey)) {
+        QVariantMap raw = data.value(rawDataKey).toMap();
+        store(raw);
+        data.insert(rawDataKey, raw);
+    } else {
+        store(data);
+    }
+}
+
+bool SpectrumEntry::isSimulated() const
+{
+    for (const QVariant &original : {originalOf(data.value(rawDataKey).toMap()), originalOf(data)}) {
+        const ParametersByFormat parameters = parametersOf(original);
+        if (std::any_of(parameters.cbegin(), parameters.cend(), [](const auto &hash) { return !hash.isEmpty(); }))
+            return true;
+    }
+    return false;
+}
+
+QVariantMap SpectrumEntry::peakList() const
+{
+    const QVariantMap peaks = data.value(QStringLiteral("Peaks")).toMap();
+    return peaks.isEmpty() ? data.value(rawDataKey).toMap().value(QStringLiteral("Peaks")).toMap() : peaks;
+}
+
+} // namespace Workbench

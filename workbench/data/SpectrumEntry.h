@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "data/Spectrum.h"
+
+#include <QVariantHash>
+
+namespace Workbench {
+
+/// One spectrum of a stack: its data map as plug-ins and readers hand it over, and what the map says.
+struct SpectrumEntry {
+    QUuid id;
+    QString name;
+    QVariantMap data;
+    Spectrum spectrum; ///< of `data`
+
+    /// The parameters from which the format's plug-in made the entry, empty for entries that it did not make. Updated
+    /// entries hold them in their raw data.
+    QVariantHash parameters(const QString &format) const;
+    /// Puts them where parameters() finds them.
+    void setParameters(const QString &format, const QVariantHash &parameters);
+    /// Made by a plug-in, from parameters that it could make it from again.
+    bool isSimulated() const;
+    /// The "Peaks" map.
+    QVariantMap peakList() const;
+};
+
+/// A state of a stack. Copies share the spectra, so that keeping one costs next to nothing.
+struct NmrStack {
+    using Entry = SpectrumEntry;
+
+    QList<Entry> entries;
+    QUuid activeId;
+};
+
+} // namespace Workbench

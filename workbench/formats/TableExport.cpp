@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "formats/TableExport.h"
+
+#include "data/JsonValues.h"
+#include "data/NumberText.h"
+#include "data/TableContent.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace Workbench {
+
+namespace TableExport {
+
+namespace {
+
+/// The values of a row that leave the program, in this order; "ID" means nothing outside of it.
+constexpr const char *rowKeys[] = {"type", "labels", "atomNos", "iso", "aniso", "assym", "eq", "qassym", "Cq", "qIso"};
+
+QByteArray csvField(const QVariant &value)
+{
+    QByteArray text;
+    if (value.typeId() == QMetaType::Double) {
+        NumberText::append17(text, value.toDouble());
+        return text;
+    }
+    if (value.typeId() == QMetaType::QString) {
+        text = value.toString().toUtf8();
+    } else {
+        for (const QVariant &element : value.toList())
+            text += (text.isEmpty() ? "" : " ") + element.toString().toUtf8();
+    }
+    if (text.contains(',') || text.contains('"') || text.contains('\n'))
+        text = '"' + text.replace('"', "\"\"") + '"';
+    return text;
+}
+
+QByteArray csv(const QVariantList &rowList)
+{
+    QByteArray text;
+    for (const char *key : rowKeys)
+        text += (text.isEmpty() ? "" : ",") + QByteArray(key);
+    text += '\n';
+    for (const QVariant &row : rowList) {
+        const QVariantMap map = row.toMap();
+        QByteArray line;
+        for (const char *key : rowKeys)
+            line += csvField(map.value(QLatin1String(key))) + ',';
+        line.back() = '\n';
+        text += line;
+    }
+    return text;
+}
+
+QByteArray json(const QStringList &titles, const QVariantList &rowList)
+{
+    QJsonArray array;
+    for (const QVariant &row : rowList) {
+        const QVariantMap map = row.toMap();
+        QJsonObject object;
+        for (const char *key : rowKeys) {
+            const QString name = QLatin1String(key);
+            if (map.contains(name))
+                object.insert(name, toJson(map.value(name)));
+        }
+        array.append(object);
+    }
+    return QJsonDocument(QJsonObject{{QStringLiteral("columns"), QJsonArray::fromStringList(titles)},
+                                     {QStringLiteral("rows"), array}})
+        .toJson();
+}
+
+bool isNumber(const QString &text)
+{
+    const QByteArray bytes = text.toLatin1();
+    return NumberText::parse<double>({bytes.constData(), size_t(bytes.size())}).has_value();
+}
+
+bool isNumericColumn(const std::vector<QStringList> &cells, qsizetype column)
+{
+    bool any = false;
+    for (const QStringList &row : cells) {
+        if (row[column].isEmpty())
+            continue;
+        if (!isNumber(row[column]))
+            return false;
+        any = true;
+    }
+    return any;
+}
+
+} // namespace
+
+std::optional<Format> formatOfName(const QString &name)
+{
+    if (name == u"text")
+        return Format::Text;
+    if (name == u"csv")
+        return Format::Csv;
+    if (name == u"json")
+        return Format::Json;
+    return std::nullopt;
+}
+
+QByteArray write(const TableContent &table, Format format)
+{
+    switch (format) {
+    case Format::Csv:
+        return csv(table.rows);
+    case Format::Json:
+        return json(table.titles, table.rows);
+    case Format::Text:
+        break;
+    }
+    return alignedText(table.titles, table.cells).toUtf8();
+}
+
+QString alignedText(const QStringList &titles, const std::vector<QStringList> &cells)
+{
+    std::vector<qsizetype> widths;
+    std::vector<bool> numeric;
+    for (qsizetype column = 0; column < titles.size(); ++column) {
+        qsizetype width = titles[column].size();
+        for (const QStringList &row : cells)
+            width = std::max(width, row[column].size());
+        widths.push_back(width);
+        numeric.push_back(isNumericColumn(cells, column));
+    }
+    QString text;
+    const auto addLine = [&](const QStringList &row) {
+        QString line;
+        for (qsizetype column = 0; column < row.size(); ++column) {
+            const QString &cell = row[column];
+            line += numeric[column] ? cell.rightJustified(widths[column]) : cell.leftJustified(widths[column]);
+            line += QLatin1String("  ");
+        }
+        while (line.endsWith(u' '))
+            line.chop(1);
+        text += line + u'\n';
+    };
+    addLine(titles);
+    QStringList rule;
+    for (qsizetype width : widths)
+        rule.append(QString(width, u'-'));
+    addLine(rule);
+    for (const QStringList &row : cells)
+        addLine(row);
+    return text;
+}
+
+} // namespace TableExport
+
+} // namespace Workbench

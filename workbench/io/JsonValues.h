@@ -1,9 +1,0 @@
-// SPDX-License-Identifier: GPL-3.0-or-later
-#pragma once
-
-#include <QJsonValue>
-#include <QVariant>
-
-/// The value as JSON, in full precision. Knows what crosses the plug-in boundary: maps and hashes, lists, vectors of
-/// numbers, UUIDs (in braces). Numbers that are not finite become null.
-QJsonValue toJson(const QVariant &value);

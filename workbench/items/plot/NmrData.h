@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "data/SpectrumEntry.h"
+
+#include <QObject>
+#include <QSet>
+
+namespace Workbench {
+
+/// The spectra stacked in one NMR item, each with its data map as plug-ins and readers hand it over.
+class NmrData : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QList<QUuid> entryIds READ entryIds NOTIFY entriesChanged)
+    Q_PROPERTY(QUuid activeEntryId READ activeEntryId WRITE setActiveEntryId NOTIFY activeEntryChanged)
+
+public:
+    explicit NmrData(QObject *parent = nullptr);
+
+    /// In the order of the stack.
+    QList<QUuid> entryIds() const;
+    /// Null when there is no entry.
+    QUuid activeEntryId() const { return m_stack.activeId; }
+    /// An unknown id changes nothing.
+    void setActiveEntryId(const QUuid &entry);
+
+    /// The first entry becomes the active one.
+    QUuid addEntry(const QVariantMap &data, const QString &name);
+    /// The next entry becomes active if the active one goes.
+    void removeEntry(const QUuid &entry);
+    QVariantMap entry(const QUuid &entry) const;
+    QString entryName(const QUuid &entry) const;
+    /// Valid until the stack changes; an empty one for an unknown id.
+    const SpectrumEntry &stackEntry(const QUuid &entry) const;
+    /// Valid until the entry changes; an empty spectrum for an unknown id.
+    const Spectrum &spectrum(const QUuid &entry) const;
+    /// The active spectrum; when that is a mere peak list, the first one with points.
+    const Spectrum &shownSpectrum() const;
+    /// Made by a plug-in, from parameters that it could make it from again.
+    bool isSimulated(const QUuid &entry) const;
+    /// The first such entry; null when there is none.
+    QUuid simulatedEntry() const;
+    /// Replaces the peaks of an entry, as an edit of that name.
+    void setEntryPeaks(const QUuid &entry, const QVariantMap &peaks, const QString &what);
+    /// Puts a parameter hash where entryOrigParams() finds it.
+    void setEntryOrigParams(const QUuid &entry, const QString &format, const QVariantHash &parameters);
+
+    const NmrStack &stack() const { return m_stack; }
+    /// Puts an earlier state back; no edit of its own.
+    void setStack(const NmrStack &stack);
+
+    /// Replaces the entry's data; an unknown id becomes a new entry. An entry that was removed, while a plug-in worked
+    /// on it perhaps, stays away.
+    Q_INVOKABLE void insertSpectrum(QUuid entry, QVariantMap data);
+    /// The parameters from which the format's plug-in made the entry, empty for entries that it did not make.
+    Q_INVOKABLE QVariantHash entryOrigParams(QUuid entry, QString format);
+    /// The entry's "Peaks" map.
+    Q_INVOKABLE QVariantMap entryPeakList(QUuid entry);
+    Q_INVOKABLE QString xUnitsString();
+    Q_INVOKABLE QString yUnitsString();
+
+Q_SIGNALS:
+    /// Entries were added or removed.
+    void entriesChanged();
+    void entryChanged(const QUuid &entry);
+    void activeEntryChanged(const QUuid &entry);
+    /// Entries were added or removed, or the data of one replaced; `what` names the edit for an undo menu.
+    void edited(const QString &what, const NmrStack &before);
+
+private:
+    using Entry = NmrStack::Entry;
+
+    const Entry *find(const QUuid &id) const;
+    Entry *find(const QUuid &id);
+    void append(const QUuid &id, const QVariantMap &data, const QString &name);
+
+    NmrStack m_stack;
+    QSet<QUuid> m_removed;
+};
+
+} // namespace Workbench

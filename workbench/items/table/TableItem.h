@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "data/TableContent.h"
+#include "items/DocumentItem.h"
+
+class QTableView;
+
+namespace Workbench {
+
+class TableModel;
+
+/// A plug-in's table on the page: a table view in the window, ruled text on paper. Owns the plug-in's table object.
+class TableItem : public DocumentItem {
+    Q_OBJECT
+
+public:
+    /// Without a view the item can neither be drawn nor sized: for documents that nobody looks at.
+    enum Looks { WithView, WithoutView };
+
+    /// A null id becomes a new one.
+    explicit TableItem(QObject *table, const QUuid &id = {}, Looks looks = WithView, QGraphicsItem *parent = nullptr);
+    ~TableItem() override;
+
+    QObject *table() const { return m_table; }
+    /// Null for an item without.
+    QTableView *view() const { return m_view; }
+    TableModel *model() const { return m_model; }
+
+    /// The size at which every row and column shows.
+    QSizeF fullSize();
+    /// The width at which every column shows in an item of this height, beside the scroll bar if that takes one.
+    double fullWidth(double height);
+
+    /// In the plug-in's order.
+    TableContent content() const;
+    /// The plug-in's row maps, in its order.
+    QVariantList rowMaps() const;
+
+    /// The selected rows, or all when none is selected, as they are shown and ordered: tab-separated, under the titles.
+    QString selectionText() const;
+    void copySelection() const;
+    /// The plug-in's maps of the selected rows.
+    QVariantList selectedRowMaps() const;
+
+    /// Code and decimal places of the column in a section of the header, -1 for none.
+    Q_INVOKABLE int colId(qint8 section);
+    Q_INVOKABLE int colDigits(qint8 section);
+    /// The plug-in's own entries for the context menu.
+    Q_INVOKABLE void typeCntxtMenu(QMenu *menu);
+
+    void receiveMessage(const QVariantMap &message) override;
+
+    /// Rules, header and as many rows as fit.
+    void paintTable(QPainter *painter, const QRectF &area);
+
+    /// Gives the columns the widths of their contents, if they have not got them yet.
+    void ensureFitted();
+
+protected:
+    void layoutContent(const QRectF &content) override;
+    void fillContextMenu(QMenu *menu) override;
+
+private:
+    void createProxy();
+    /// Measuring every cell is worth its time only when somebody looks.
+    void fitColumns();
+    void fitColumnsLater();
+    void offerSorting();
+    /// By the column of the header's sort indicator. Rows change their places in the view only: for the plug-in, which
+    /// knows the view, they keep their numbers.
+    void sortRows();
+    /// The model's rows from top to bottom.
+    QList<int> shownRows() const;
+    QList<int> selectedRows() const;
+
+    QPointer<QObject> m_table;
+    TableModel *m_model;
+    QTableView *m_view;
+    QGraphicsWidget *m_proxy = nullptr;
+    bool m_fitted = false;
+};
+
+} // namespace Workbench

@@ -1,0 +1,193 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "window/DocumentController.h"
+
+#include "host/DataEngine.h"
+#include "document/DocumentState.h"
+#include "data/Elision.h"
+#include "host/MainScene.h"
+#include "window/Progress.h"
+#include "formats/DocumentFile.h"
+#include "items/plot/NmrData.h"
+#include "items/plot/NmrItem.h"
+
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QGraphicsView>
+#include <QGuiApplication>
+#include <QMainWindow>
+#include <QMessageBox>
+#include <QScopeGuard>
+#include <QSessionManager>
+#include <QUndoStack>
+
+namespace Workbench {
+
+namespace {
+
+auto waitCursor()
+{
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    return qScopeGuard([] { QGuiApplication::restoreOverrideCursor(); });
+}
+
+} // namespace
+
+DocumentController::DocumentController(MainScene *scene, DataEngine *data, QMainWindow *window)
+    : QObject(window), m_scene(scene), m_data(data), m_window(window)
+{
+    connect(scene->undoStack(), &QUndoStack::cleanChanged, this, &DocumentController::updateTitle);
+    connect(data, &DataEngine::changed, this, &DocumentController::touch);
+    connect(scene, &MainScene::itemAdded, this, [this](DocumentItem *item) {
+        if (auto *spectra = qobject_cast<NmrItem *>(item))
+            connect(spectra->nmrData(), &NmrData::activeEntryChanged, this, &DocumentController::touch);
+        else
+            touch(); // files that are read have no undo step
+    });
+#ifndef QT_NO_SESSIONMANAGER
+    connect(
+        qGuiApp, &QGuiApplication::commitDataRequest, this,
+        [this](QSessionManager &session) {
+            if (!isModified() || !session.allowsInteraction())
+                return;
+            const bool mayEnd = mayReplace();
+            session.release();
+            if (!mayEnd)
+                session.cancel();
+        },
+        Qt::DirectConnection);
+#endif
+    updateTitle();
+}
+
+bool DocumentController::isModified() const
+{
+    return m_touched || !m_scene->undoStack()->isClean();
+}
+
+void DocumentController::touch()
+{
+    m_touched = true;
+    updateTitle();
+}
+
+void DocumentController::read(const std::function<void()> &readFile)
+{
+    const bool nothingToSave = m_fileName.isEmpty() && !isModified();
+    const bool touchedBefore = m_touched;
+    try {
+        readFile();
+    } catch (...) {
+        m_touched = touchedBefore;
+        updateTitle();
+        throw;
+    }
+    if (nothingToSave)
+        setFile({});
+}
+
+QStringList DocumentController::replace(const Document &document, const QString &fileName)
+{
+    const QStringList notes = DocumentState::restore(document, *m_scene, *m_data, m_plugins);
+    for (QGraphicsView *view : m_scene->views())
+        view->ensureVisible(QRectF(0, 0, 1, 1), 0, 0);
+    setFile(fileName);
+    return notes;
+}
+
+void DocumentController::setFile(const QString &fileName)
+{
+    m_fileName = fileName;
+    m_touched = false;
+    m_scene->undoStack()->setClean();
+    updateTitle();
+    if (!fileName.isEmpty())
+        Q_EMIT fileUsed(fileName);
+}
+
+QString DocumentController::shownName() const
+{
+    return m_fileName.isEmpty() ? tr("Untitled") : QFileInfo(m_fileName).fileName();
+}
+
+void DocumentController::updateTitle()
+{
+    // The mark is for the window; one in the name has to be doubled.
+    const QString mark = QStringLiteral("[*]");
+    m_window->setWindowTitle(tr("%1%2 – Magres Workbench").arg(shownName().replace(mark, mark + mark), mark));
+    m_window->setWindowModified(isModified());
+}
+
+bool DocumentController::mayReplace()
+{
+    if (!isModified())
+        return true;
+    QMessageBox box(QMessageBox::Warning, tr("Unsaved Changes"), tr("Save the changes to %1?").arg(shownName()),
+                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, m_window);
+    box.setTextFormat(Qt::PlainText);
+    box.setInformativeText(tr("What is not saved is lost."));
+    box.setDefaultButton(QMessageBox::Save);
+    const int answer = box.exec();
+    return answer == QMessageBox::Discard || (answer == QMessageBox::Save && save());
+}
+
+bool DocumentController::open(const QString &fileName)
+{
+    if (!mayReplace())
+        return false;
+    QStringList notes;
+    try {
+        const auto cursor = waitCursor();
+        Progress progress(tr("Opening %1...").arg(QFileInfo(fileName).fileName()), m_window);
+        notes = replace(DocumentFile::read(fileName, std::ref(progress)), QFileInfo(fileName).absoluteFilePath());
+    } catch (const DocumentFile::Cancelled &) {
+        return false;
+    }
+    if (!notes.isEmpty())
+        QMessageBox::warning(m_window, tr("A plug-in is missing"), elided(notes.join(QLatin1String("\n\n"))));
+    return true;
+}
+
+void DocumentController::newDocument()
+{
+    if (mayReplace())
+        replace({}, {});
+}
+
+bool DocumentController::save()
+{
+    return m_fileName.isEmpty() ? saveAs() : saveTo(m_fileName);
+}
+
+bool DocumentController::saveAs()
+{
+    QFileDialog dialog(m_window, tr("Save As"), m_fileName.isEmpty() ? QString() : QFileInfo(m_fileName).path(),
+                       nameFilter());
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QLatin1String(DocumentFile::suffix));
+    dialog.selectFile(m_fileName.isEmpty() ? shownName() : QFileInfo(m_fileName).fileName());
+    return dialog.exec() == QDialog::Accepted && saveTo(dialog.selectedFiles().constFirst());
+}
+
+bool DocumentController::saveTo(const QString &fileName)
+{
+    try {
+        const auto cursor = waitCursor();
+        Progress progress(tr("Saving %1...").arg(QFileInfo(fileName).fileName()), m_window);
+        DocumentFile::write(fileName, DocumentState::capture(*m_scene, *m_data, m_plugins), std::ref(progress));
+    } catch (const DocumentFile::Cancelled &) {
+        return false;
+    } catch (const std::exception &error) {
+        QMessageBox::critical(m_window, tr("The document cannot be saved"), elided(QString::fromUtf8(error.what())));
+        return false;
+    }
+    setFile(QFileInfo(fileName).absoluteFilePath());
+    Q_EMIT reported(tr("%1 is saved").arg(shownName()));
+    return true;
+}
+
+QString DocumentController::nameFilter()
+{
+    return tr("Magres Workbench documents (*.%1)").arg(QLatin1String(DocumentFile::suffix));
+}
+
+} // namespace Workbench

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+#include <functional>
+
+class QMainWindow;
+
+namespace Workbench {
+
+class DataEngine;
+class MainScene;
+class PluginManager;
+struct Document;
+
+/// Which file the document is of, whether it has changes that no file has, and the commands that save and replace it.
+/// Keeps the window's title. Turning or zooming the view changes no document; the active spectrum of a stack does.
+class DocumentController : public QObject {
+    Q_OBJECT
+public:
+    DocumentController(MainScene *scene, DataEngine *data, QMainWindow *window);
+
+    /// For the tables of plug-ins.
+    void setPluginManager(const PluginManager *plugins) { m_plugins = plugins; }
+
+    /// Empty for a document that was never saved.
+    QString fileName() const { return m_fileName; }
+    bool isModified() const;
+
+    /// Runs what reads a file into the document. An untitled document of nothing but files as they are has no changes.
+    void read(const std::function<void()> &readFile);
+
+    /// Asks what is to become of unsaved changes; true when the document may go.
+    bool mayReplace();
+    /// True when the document is open in place of the one before. Throws std::exception with a text for the user, with
+    /// everything as before.
+    bool open(const QString &fileName);
+    void newDocument();
+    // Errors are shown in a message box. True when the document is in its file.
+    bool save();
+    bool saveAs();
+    bool saveTo(const QString &fileName);
+
+    /// For file dialogs.
+    static QString nameFilter();
+
+Q_SIGNALS:
+    /// Under this name, by opening or saving.
+    void fileUsed(const QString &fileName);
+    void reported(const QString &text);
+
+private:
+    void touch();
+    QStringList replace(const Document &document, const QString &fileName);
+    void setFile(const QString &fileName);
+    void updateTitle();
+    QString shownName() const;
+
+    MainScene *m_scene;
+    DataEngine *m_data;
+    QMainWindow *m_window;
+    const PluginManager *m_plugins = nullptr;
+    QString m_fileName;
+    bool m_touched = false; ///< by a change that the undo stack does not know
+};
+
+} // namespace Workbench

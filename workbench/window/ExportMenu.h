@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "analysis/SpinSystem.h"
+
+#include <QMenu>
+
+#include <functional>
+
+namespace Workbench {
+
+class DataEngine;
+class MainScene;
+
+/// Writes the page, the current spectrum and the current table to files whose suffix chooses the format.
+class ExportMenu : public QMenu {
+    Q_OBJECT
+public:
+    ExportMenu(MainScene *scene, DataEngine *customData, QWidget *window);
+
+    // Errors of these are std::runtime_error; no file is then written.
+    void writePage(const QString &fileName) const;
+    void writeSpectrum(const QString &fileName) const;
+    void writeTable(const QString &fileName) const;
+    void writeSpinSystem(const QString &fileName, const QStringList &nuclei) const;
+
+Q_SIGNALS:
+    /// What was done, for a status bar.
+    void reported(const QString &text);
+
+private:
+    /// Asks where to, offering a file type for each suffix, and lets `write` do it. Errors are shown.
+    void ask(const QString &title, const QList<std::pair<QString, QString>> &types,
+             const std::function<void(const QString &)> &write);
+    void askForSpinSystem();
+    SpinSystem::Options spinSystemOptions(const QStringList &nuclei) const;
+    QStringList nucleiOfSpectrum() const;
+
+    MainScene *m_scene;
+    DataEngine *m_data;
+    QString m_lastDirectory;
+    QString m_lastNuclei;
+};
+
+} // namespace Workbench

@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "window/StackMenu.h"
+
+#include "data/Elision.h"
+#include "host/MainScene.h"
+#include "formats/ExperimentFile.h"
+#include "items/plot/NmrData.h"
+#include "items/plot/NmrItem.h"
+#include "items/plot/PeakEditor.h"
+
+#include <QActionGroup>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPointer>
+
+namespace Workbench {
+
+StackMenu::StackMenu(MainScene *scene, QWidget *window)
+    : QMenu(window),
+      m_scene(scene),
+      m_activeMenu(new QMenu(tr("Active &Spectrum"), this)),
+      m_removeMenu(new QMenu(tr("&Remove Spectrum"), this))
+{
+    QAction *add = addAction(tr("Add &Experimental Spectrum..."), QKeySequence(tr("Ctrl+Shift+O")), this,
+                             &StackMenu::chooseExperiment);
+    addMenu(m_activeMenu);
+    addMenu(m_removeMenu);
+    m_next = new QAction(tr("&Next"), this);
+    m_next->setShortcut(QKeySequence(tr("Ctrl+PgDown")));
+    connect(m_next, &QAction::triggered, this, [this] { activateNext(1); });
+    m_previous = new QAction(tr("&Previous"), this);
+    m_previous->setShortcut(QKeySequence(tr("Ctrl+PgUp")));
+    connect(m_previous, &QAction::triggered, this, [this] { activateNext(-1); });
+    // Shortcuts work from menus that are not open through the window.
+    window->addActions({add, m_next, m_previous});
+    connect(m_activeMenu, &QMenu::aboutToShow, this, &StackMenu::fillActiveMenu);
+    connect(m_removeMenu, &QMenu::aboutToShow, this, &StackMenu::fillRemoveMenu);
+}
+
+NmrData *StackMenu::data() const
+{
+    NmrItem *item = m_scene->currentNmrItem();
+    return item ? item->nmrData() : nullptr;
+}
+
+void StackMenu::chooseExperiment()
+{
+    const QPointer<NmrItem> item = m_scene->currentNmrItem();
+    if (!item) {
+        Q_EMIT reported(tr("There is no spectrum to add an experiment to: simulate one first"));
+        return;
+    }
+    const QString filters = (ExperimentFile::nameFilters() << tr("All files (*)")).join(QLatin1String(";;"));
+    const QString path =
+        QFileDialog::getOpenFileName(parentWidget(), tr("Add Experimental Spectrum"), m_lastDirectory, filters);
+    if (path.isEmpty() || !item)
+        return;
+    m_lastDirectory = QFileInfo(path).path();
+    addExperiment(path, item);
+}
+
+void StackMenu::addExperiment(const QString &path, NmrItem *item)
+{
+    const QString name = QFileInfo(path).fileName();
+    NmrData *target = item ? item->nmrData() : data();
+    try {
+        if (!target)
+            throw std::runtime_error(
+                tr("There is no spectrum on the page to put %1 beside: simulate one first.").arg(name).toStdString());
+        const QUuid entry = target->addEntry(ExperimentFile::read(path, target->shownSpectrum()), name);
+        Q_EMIT reported(tr("%1: %n peak(s) added", nullptr, int(target->spectrum(entry).peaks.size())).arg(name)
+                        + QStringLiteral(". ") + PeakEditor::counts(*target));
+    } catch (const std::exception &error) {
+        QMessageBox::critical(parentWidget(), tr("%1 cannot be added").arg(name),
+                              elided(QString::fromUtf8(error.what())));
+    }
+}
+
+void StackMenu::activateNext(int direction)
+{
+    NmrData *stack = data();
+    const QList<QUuid> ids = stack ? stack->entryIds() : QList<QUuid>();
+    if (ids.isEmpty())
+        return;
+    const qsizetype next = (ids.indexOf(stack->activeEntryId()) + direction + ids.size()) % ids.size();
+    stack->setActiveEntryId(ids[next]);
+    Q_EMIT reported(tr("Active spectrum: %1").arg(stack->entryName(ids[next])));
+}
+
+void StackMenu::addEntryActions(QMenu *menu, const std::function<void(QAction *, const QUuid &)> &setUp)
+{
+    menu->clear();
+    NmrData *stack = data();
+    if (!stack)
+        return;
+    for (const QUuid &id : stack->entryIds()) {
+        const QString name = stack->entryName(id);
+        // An ampersand of the name is no shortcut.
+        QAction *action =
+            menu->addAction(name.isEmpty() ? tr("Spectrum") : QString(name).replace(u'&', QLatin1String("&&")));
+        setUp(action, id);
+    }
+}
+
+void StackMenu::fillActiveMenu()
+{
+    // The group goes with the actions of the last time.
+    QActionGroup *group = nullptr;
+    addEntryActions(m_activeMenu, [&](QAction *action, const QUuid &id) {
+        if (!group)
+            group = new QActionGroup(action);
+        action->setCheckable(true);
+        action->setActionGroup(group);
+        action->setChecked(id == data()->activeEntryId());
+        connect(action, &QAction::triggered, data(), [stack = data(), id] { stack->setActiveEntryId(id); });
+    });
+    m_activeMenu->addSeparator();
+    m_activeMenu->addActions({m_next, m_previous});
+}
+
+void StackMenu::fillRemoveMenu()
+{
+    addEntryActions(m_removeMenu, [&](QAction *action, const QUuid &id) {
+        // The last one goes with its item.
+        action->setEnabled(data()->entryIds().size() > 1);
+        connect(action, &QAction::triggered, data(), [stack = data(), id] { stack->removeEntry(id); });
+    });
+}
+
+} // namespace Workbench
