@@ -168,16 +168,23 @@ private Q_SLOTS:
 
     void tensorsAreFoundByLabelAndIndex()
     {
-        const QList<MagresTensor> tensors{{{"H"}, 2, diagonal(1, 1, 2)},
-                                          {{"H"}, 1, diagonal(3, 3, 4)},
-                                          {{"H"}, 2, diagonal(5, 5, 6)},
-                                          {{"C"}, 1, diagonal(7, 7, 8)}};
-        const Magres::TensorIndex index(tensors);
-        QCOMPARE(index.find({"H"}, 2), &tensors[0]);
-        QCOMPARE(index.find({"H"}, 1), &tensors[1]);
-        QCOMPARE(index.find({"H"}), &tensors[0]);
-        QCOMPARE(index.find({"C"}, 2), nullptr);
-        QCOMPARE(index.find({"h"}), nullptr);
+        QList<MagresTensor> tensors{{{"H"}, 2, diagonal(1, 1, 2)},
+                                    {{"H"}, 1, diagonal(3, 3, 4)},
+                                    {{"H"}, 2, diagonal(5, 5, 6)},
+                                    {{"C"}, 1, diagonal(7, 7, 8)}};
+        // In any order of the list.
+        for (int turn = 0; turn < 4; ++turn) {
+            std::rotate(tensors.begin(), tensors.begin() + 1, tensors.end());
+            const Magres::TensorIndex index(tensors);
+            const auto xx = [](const MagresTensor *found) { return found ? found->tensor[0] : 0.0; };
+            QCOMPARE(xx(index.find({"H"}, 2)), 1.0);
+            QCOMPARE(xx(index.find({"H"}, 1)), 3.0);
+            QCOMPARE(xx(index.find({"H"})), 3.0);
+            QCOMPARE(xx(index.findNearest({"H"}, 2)), 1.0);
+            QCOMPARE(xx(index.findNearest({"C"}, 2)), 7.0);
+            QCOMPARE(index.find({"C"}, 2), nullptr);
+            QCOMPARE(index.findNearest({"h"}, 1), nullptr);
+        }
     }
 };
 

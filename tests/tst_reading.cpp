@@ -308,6 +308,22 @@ private Q_SLOTS:
         QCOMPARE(carbon[u"qIso"_s].toString(), QString());
         QCOMPARE(data.QIso.value(u"Cu"_s).toString(), u"63Cu"_s);
 
+        // Unlike oxygens that share a label: the row is that of the first atom, however often the data was stored.
+        MagresData oxygens;
+        for (int i = 12; i > 0; --i) {
+            MagresAtom &atom = addAtom(oxygens, "O", i);
+            atom.labels = {"O"};
+            oxygens.shieldings.append({atom.labels, i, {3.0 * i, 0, 0, 0, 0, 0, 0, 0, 0}});
+        }
+        for (const auto &[without, shown] : {std::pair(0, 12.0), std::pair(12, 1.0)}) { // 12: the lowest stands in
+            MagresData stored = oxygens;
+            stored.shieldings.removeIf([&](const MagresTensor &tensor) { return tensor.No == without; });
+            for (int times = 0; times < 3; ++times) {
+                stored.fromMap(stored.toMap());
+                QCOMPARE(Magres::parameterTable(stored, TestNuclei()).rows[0].toMap()[u"iso"_s].toDouble(), shown);
+            }
+        }
+
         data.QIso.insert(u"Cu"_s, u"65Cu"_s);
         const QVariantMap changed = Magres::parameterTable(data, TestNuclei()).rows[0].toMap();
         QVERIFY(std::abs(changed[u"Cq"_s].toDouble() - 3.0 * (-20.4 * 2.3489)) < 1e-9);

@@ -143,7 +143,7 @@ void TMagresFileFilterPlugin::createSpectrum(const QUuid &dataId)
     Magres::createSpectrum(m_host, dataId);
 }
 
-bool TMagresFileFilterPlugin::chooseQuadrupolarIsotope(const QUuid &dataId)
+std::optional<MagresData> TMagresFileFilterPlugin::chooseQuadrupolarIsotope(const QUuid &dataId)
 {
     return Magres::chooseQuadrupolarIsotope(m_host, dataId);
 }

@@ -47,7 +47,7 @@ private:
     const NuclearProperties &nuclearProperties() const override;
     MagresData data(const QUuid &dataId) const override;
     void createSpectrum(const QUuid &dataId) override;
-    bool chooseQuadrupolarIsotope(const QUuid &dataId) override;
+    std::optional<MagresData> chooseQuadrupolarIsotope(const QUuid &dataId) override;
 
     void addContextMenu();
 

@@ -16,6 +16,14 @@ WrNMRDataTables hostTables()
     return WrNMRDataTables(qApp->property("nmrDataTables").value<QObject *>());
 }
 
+MagresData readBack(const QUuid &dataId, const QVariantMap &map)
+{
+    MagresData data;
+    data.fromMap(map);
+    data.ID = dataId;
+    return data;
+}
+
 } // namespace
 
 QString HostNuclearProperties::spin(const QByteArray &nucleus) const
@@ -46,24 +54,14 @@ QVariantMap HostContext::requiredDataMap(const QUuid &dataId) const
     return map;
 }
 
-const MagresData &HostContext::readBack(const QVariantMap &map) const
-{
-    if (!m_lastMap.isSharedWith(map)) {
-        m_lastData = {};
-        m_lastData.fromMap(map);
-        m_lastMap = map;
-    }
-    return m_lastData;
-}
-
 MagresData HostContext::data(const QUuid &dataId) const
 {
-    return readBack(dataMap(dataId));
+    return readBack(dataId, dataMap(dataId));
 }
 
 MagresData HostContext::requiredData(const QUuid &dataId) const
 {
-    return readBack(requiredDataMap(dataId));
+    return readBack(dataId, requiredDataMap(dataId));
 }
 
 WrNMRData HostContext::activeSpectra() const

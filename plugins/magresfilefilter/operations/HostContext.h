@@ -36,7 +36,7 @@ public:
     QVariantMap dataMap(const QUuid &dataId) const;
     /// dataMap(), or a TPluginError that says that there is none.
     QVariantMap requiredDataMap(const QUuid &dataId) const;
-    /// The data set read back from its map form, which is done once for as long as the document holds the same map.
+    /// The data set read back from its map form, under the identity that it was asked for by; without atoms if it is gone.
     MagresData data(const QUuid &dataId) const;
     /// data(), or a TPluginError that says that there is none.
     MagresData requiredData(const QUuid &dataId) const;
@@ -51,12 +51,8 @@ public:
     void showFailure(const QString &title, const QString &text) const;
 
 private:
-    const MagresData &readBack(const QVariantMap &map) const;
-
     const TPlugin &m_plugin;
     HostNuclearProperties m_properties;
-    mutable QVariantMap m_lastMap;
-    mutable MagresData m_lastData; ///< made from m_lastMap
 };
 
 /// Runs an operation; its failure is shown under the title, with the message in place of the %1 of the text.

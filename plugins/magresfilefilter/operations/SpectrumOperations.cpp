@@ -53,8 +53,10 @@ void createSpectrum(const HostContext &host, const QUuid &dataId)
         const WaitCursor cursor;
         const GeneratedSpectrum spectrum = generateSpectrum(data, parameters, host.nuclearProperties());
         QGraphicsWidget *item = host.scene().createNMRItem(host.scene().getEmptyRect(), spectrum.data, true);
-        const WrNMRData spectra(WrBaseGraphicsItem(item).getNMRData());
-        assignPeaks(host.scene(), data, parameters, spectra.activeEntryId());
+        const QUuid entry = WrNMRData(WrBaseGraphicsItem(item).getNMRData()).activeEntryId();
+        if (entry.isNull())
+            throw TPluginError(Texts::tr("The document has not taken the spectrum"));
+        assignPeaks(host.scene(), data, parameters, entry);
     });
 }
 

@@ -5,6 +5,8 @@
 
 #include <QSettings>
 
+#include <cmath>
+
 namespace {
 
 QVariant rangeValue(const std::array<double, 2> &range)
@@ -25,7 +27,28 @@ QList<bool> toFlags(const QList<int> &numbers)
     return flags;
 }
 
+double numberOf(const QVariantMap &perNucleus, const QString &nucleus, double fallBack)
+{
+    const double value = perNucleus.value(nucleus, fallBack).toDouble();
+    return std::isfinite(value) ? value : fallBack;
+}
+
 } // namespace
+
+double MagresSpecParams::referenceOf(const QString &nucleus) const
+{
+    return numberOf(ref, nucleus, 100.0);
+}
+
+double MagresSpecParams::slopeOf(const QString &nucleus) const
+{
+    return numberOf(slope, nucleus, -1.0);
+}
+
+double MagresSpecParams::lineWidthOf(const QString &nucleus, int dimension) const
+{
+    return numberOf(lw, nucleus, dimension == 0 ? 30.0 : 1.0);
+}
 
 QVariantHash MagresSpecParams::toMap() const
 {

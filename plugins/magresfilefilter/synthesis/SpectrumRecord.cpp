@@ -22,9 +22,11 @@ constexpr int describedDimensions = 8;
 constexpr qint64 mostPoints = qint64(1) << 28;
 constexpr int experimentType = 148; // the host's code of a simulated spectrum
 
-SpectrumDimension dimension(const QString &nucleus, const std::array<double, 2> &range, qint64 points,
+SpectrumDimension dimension(int index, const QString &nucleus, const std::array<double, 2> &range, qint64 points,
                             const MagresSpecParams &parameters)
 {
+    // The parameter step fills in every width. A record that never saw it shows no lines rather than made-up ones.
+    const double lineWidth = parameters.lw.contains(nucleus) ? parameters.lineWidthOf(nucleus, index) : 0.0;
     const double frequency = spectrometerFrequency(nucleus.toLatin1(), parameters.freq);
     const auto [from, to] = range;
     return {nucleus.toLatin1(),
@@ -32,7 +34,7 @@ SpectrumDimension dimension(const QString &nucleus, const std::array<double, 2> 
             std::abs(from - to) * frequency,
             (from + to) * frequency * 0.5,
             points,
-            parameters.lw.value(nucleus, 0.0).toDouble()};
+            lineWidth};
 }
 
 template <typename Number>
@@ -65,6 +67,10 @@ void checkAxes(const QList<SpectrumDimension> &dimensions)
             throw TPluginError(Texts::tr("The spectrometer frequency must be above 0 MHz"));
         if (!std::isfinite(d.width) || !std::isfinite(d.reference))
             throw TPluginError(Texts::tr("The range of %1 is not finite").arg(QString::fromLatin1(d.nucleus)));
+        // Towards -1,000,000 ppm the frequency goes to 0; beyond, the axis would run the wrong way.
+        if (!(d.carrier() > 0.0))
+            throw TPluginError(
+                Texts::tr("The range of %1 lies below -1000000 ppm").arg(QString::fromLatin1(d.nucleus)));
     }
 }
 
@@ -92,9 +98,9 @@ SpectrumAxis SpectrumDimension::axis() const
 QList<SpectrumDimension> dimensions(const MagresSpecParams &parameters)
 {
     if (!parameters.isTwoD())
-        return {dimension(parameters.nucF2, parameters.RangeF2, parameters.pts, parameters)};
-    return {dimension(parameters.nucF2, parameters.RangeF2, parameters.ptsF2, parameters),
-            dimension(parameters.nucF1, parameters.RangeF1, parameters.ptsF1, parameters)};
+        return {dimension(0, parameters.nucF2, parameters.RangeF2, parameters.pts, parameters)};
+    return {dimension(0, parameters.nucF2, parameters.RangeF2, parameters.ptsF2, parameters),
+            dimension(1, parameters.nucF1, parameters.RangeF1, parameters.ptsF1, parameters)};
 }
 
 DimensionDescription describe(const QList<SpectrumDimension> &dimensions, const MagresSpecParams &parameters)

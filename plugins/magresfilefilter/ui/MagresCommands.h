@@ -7,6 +7,8 @@
 #include <QIcon>
 #include <QUuid>
 
+#include <optional>
+
 /// What the MAGRES table asks of the plug-in around it.
 class MagresCommands {
 public:
@@ -20,7 +22,7 @@ public:
     virtual MagresData data(const QUuid &dataId) const = 0;
     /// Lets the user make a spectrum from a data set. Reports failures itself.
     virtual void createSpectrum(const QUuid &dataId) = 0;
-    /// Lets the user choose an element's quadrupolar isotope and keeps the choice with the data set. True if it
-    /// changed.
-    virtual bool chooseQuadrupolarIsotope(const QUuid &dataId) = 0;
+    /// Lets the user choose an element's quadrupolar isotope and keeps the choice with the data set. The data set with
+    /// the choice; nothing if there was none.
+    virtual std::optional<MagresData> chooseQuadrupolarIsotope(const QUuid &dataId) = 0;
 };

@@ -18,6 +18,13 @@ void SpinBoxNumber::setValue(double value)
     m_value = value;
 }
 
+void SpinBoxNumber::setValueWithin(double value, double lowest, double highest)
+{
+    const double shown = qBound(lowest, value, highest);
+    m_box->setRange(qMin(m_box->minimum(), shown), qMax(m_box->maximum(), shown));
+    setValue(value);
+}
+
 void SpinBoxNumber::onBoxChanged(double shown)
 {
     if (shown == m_shown)

@@ -16,6 +16,8 @@ public:
 
     /// Emits nothing.
     void setValue(double value);
+    /// setValue(), with the limits of the box moved as far as the number needs, up to the limits given.
+    void setValueWithin(double value, double lowest, double highest);
     double value() const { return m_value; }
 
 Q_SIGNALS:

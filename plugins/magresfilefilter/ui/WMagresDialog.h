@@ -65,7 +65,7 @@ private:
     void restorePosition();
     void fillLists();
     void fillFromRecord();
-    void keepUserRange(const Dimension &dimension, const std::array<double, 2> &range);
+    void showRange(const Dimension &dimension, const std::array<double, 2> &range, bool isUsers);
     void connectSignals();
     void updateRange(const Dimension &dimension);
     void onNucChanged(Dimension &dimension);

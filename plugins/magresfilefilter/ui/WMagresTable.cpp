@@ -10,6 +10,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -45,8 +46,14 @@ constexpr QChar eta(0x03B7);
 
 } // namespace
 
-WMagresTable::WMagresTable(MagresCommands &commands, const QUuid &dataId) : m_commands(commands), m_dataId(dataId)
+WMagresTable::WMagresTable(MagresCommands &commands) : m_commands(commands)
 {
+}
+
+WMagresTable::WMagresTable(MagresCommands &commands, MagresData &data) : m_commands(commands), m_dataId(data.ID)
+{
+    show(data);
+    m_rowsAreNew = true;
 }
 
 WMagresTable::~WMagresTable() = default;
@@ -55,7 +62,10 @@ void WMagresTable::tableItem_init(QGraphicsWidget *item, QAbstractItemView *view
 {
     WTableItemImpl::tableItem_init(item, view, model);
     offerContextMenu();
-    reload();
+    if (!std::exchange(m_rowsAreNew, false))
+        return reload();
+    hostModel().beginResetModel();
+    hostModel().endResetModel();
 }
 
 void WMagresTable::offerContextMenu()
@@ -171,8 +181,9 @@ void WMagresTable::createSpectrum()
 void WMagresTable::setQuadIsotope()
 {
     const QPointer<WMagresTable> stillThere(this); // the table may be deleted while the dialog is open
-    if (m_commands.chooseQuadrupolarIsotope(m_dataId) && stillThere)
-        reload();
+    std::optional<MagresData> changed = m_commands.chooseQuadrupolarIsotope(m_dataId);
+    if (changed && stillThere)
+        show(*changed);
 }
 
 void WMagresTable::onSelectionChanged()
@@ -197,6 +208,11 @@ void WMagresTable::reload()
 {
     SettingsScope<MagresData> data;
     data.assign(m_commands.data(m_dataId));
+    show(data);
+}
+
+void WMagresTable::show(MagresData &data)
+{
     Magres::ParameterTable table = Magres::parameterTable(data, m_commands.nuclearProperties());
 
     hostModel().beginResetModel();

@@ -21,8 +21,11 @@ public:
     /// Type of a message that carries a selection of atoms in "data": a list of positions in the file, from 0.
     static constexpr int atomSelectionMessage = 22;
 
-    /// The commands must outlive the table.
-    explicit WMagresTable(MagresCommands &commands, const QUuid &dataId = {});
+    /// A table that is to be restored. The commands must outlive the table.
+    explicit WMagresTable(MagresCommands &commands);
+    /// A table of data that has just been stored in the document. Gives elements without a chosen isotope their default
+    /// one in data.QIso.
+    WMagresTable(MagresCommands &commands, MagresData &data);
     ~WMagresTable() override;
 
     void tableItem_init(QGraphicsWidget *item, QAbstractItemView *view, QAbstractItemModel *model) override;
@@ -59,6 +62,7 @@ protected Q_SLOTS:
 
 private:
     void reload();
+    void show(MagresData &data);
     void offerContextMenu();
     static QVariantList columns(bool withShielding, bool withEfg);
     static QString headerOf(int column);
@@ -69,6 +73,7 @@ private:
     QVariantList m_columns;
     bool m_hasShielding = false;
     bool m_hasEfg = false;
+    bool m_rowsAreNew = false; ///< made of the data that was read a moment ago; not to be read back for the host
     bool m_selectingFromMessage = false;
     std::unique_ptr<QMenu> m_contextMenu;
 };
