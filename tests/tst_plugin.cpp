@@ -10,22 +10,6 @@
 
 using namespace Qt::StringLiterals;
 
-FakeHost::FakeHost(const QByteArray &without)
-    : services(std::make_unique<Crippled<FakeServices>>(without)),
-      window(std::make_unique<Crippled<FakeWindow>>(without, services.get())),
-      scene(new Crippled<FakeScene>(without, without, services.get(), window.get()))
-{
-    qApp->setProperty("isHeadless", true);
-    qApp->setProperty("fileFilters", QVariant::fromValue<QObject *>(services.get()));
-    qApp->setProperty("nmrDataTables", QVariant::fromValue<QObject *>(services.get()));
-}
-
-FakeHost::~FakeHost()
-{
-    for (const char *name : {"isHeadless", "fileFilters", "nmrDataTables"})
-        qApp->setProperty(name, QVariant());
-}
-
 static QStringList logged;
 
 static void logMessage(QtMsgType, const QMessageLogContext &context, const QString &message)
