@@ -6,6 +6,7 @@ FakeHost::FakeHost(const QByteArray &without)
       window(std::make_unique<Crippled<FakeWindow>>(without, services.get())),
       scene(new Crippled<FakeScene>(without, without, services.get(), window.get()))
 {
+    trace = {};
     qApp->setProperty("isHeadless", true);
     qApp->setProperty("fileFilters", QVariant::fromValue<QObject *>(services.get()));
     qApp->setProperty("nmrDataTables", QVariant::fromValue<QObject *>(services.get()));

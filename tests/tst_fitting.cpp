@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cmath>
 
+using namespace Magres;
 using namespace Qt::StringLiterals;
 
 using Doubles = QList<double>;

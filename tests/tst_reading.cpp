@@ -12,6 +12,7 @@
 #include <cmath>
 #include <random>
 
+using namespace Magres;
 using namespace Qt::StringLiterals;
 
 static MagresData parsed(QByteArrayView text)
@@ -172,6 +173,32 @@ private Q_SLOTS:
         const QByteArray line = QByteArray(QTest::currentDataTag()) + '\t';
         QCOMPARE(parseError("[" + block + "]\n  " + line + "# a comment\n[/" + block + "]\n"),
                  message.replace(u"%1"_s, QString::fromLatin1(line)));
+    }
+
+    void commentsStartAtTheLastMark()
+    {
+        QCOMPARE(parseError("[atoms]\natom H H 1 0 0 0 # 1 # 2\n"),
+                 u"Atom record in line atom H H 1 0 0 0 # 1  cannot be parsed"_s);
+        QCOMPARE(parsed("[atoms]\natom H #1 1 0 0 0 # 2\n").atoms[0].labels, QByteArrayList{"#1"});
+    }
+
+    /// As in text mode: every carriage return is dropped, wherever it stands.
+    void carriageReturns()
+    {
+        QTemporaryFile file;
+        QVERIFY(file.open() && file.write("\r#$mag\r\rres-abinit\rio\r\n") > 0 && file.flush());
+        QVERIFY(Magres::isMagresFile(file.fileName()));
+        const MagresData data = parsed("[at\roms]\r\natom C\r C 1\r2 1 2 3\r\r\n");
+        QCOMPARE(data.atoms.size(), 1);
+        QCOMPARE(data.atoms[0].labels, QByteArrayList{"C12"});
+    }
+
+    void speciesOfAnotherEncoding()
+    {
+        // The Latin-1 bytes of the first are the UTF-8 bytes of the second.
+        const MagresData data = parsed("[atoms]\natom \xC3\x83\xC2\xA9 x 1 0 0 0\natom \xC3\xA9 x 1 0 0 0\n");
+        QCOMPARE(data.atoms[0].type, QByteArray("\xC3\xA9"));
+        QCOMPARE(data.atoms[1].type, QByteArray("\xE9"));
     }
 
     void unitsAreCheckedUntilAccepted()

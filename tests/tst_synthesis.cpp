@@ -16,6 +16,7 @@
 #include <cmath>
 #include <numeric>
 
+using namespace Magres;
 using namespace Qt::StringLiterals;
 
 static bool near(double actual, double expected, double tolerance = 1e-9)
@@ -309,10 +310,10 @@ private Q_SLOTS:
     void shiftRanges()
     {
         // lo, hi, from, to: plain, a single value, two that the boxes cannot tell apart, two that they can
-        for (const auto &[lo, hi, from, to] : {std::array{0.0, 100.0, -10.0, 111.0}, std::array{50.0, 50.0, 38.0, 62.2},
-                                               std::array{50.0, 50.004, 38.0 - 4e-4, 50.004 + 10 + 0.1 * 22.0044},
-                                               std::array{200000.0, 200100.0, 199990.0, 200111.0},
-                                               std::array{50.0, 50.02, 49.998, 50.0222}}) {
+        for (const auto &[lo, hi, from, to] :
+             {std::array{0.0, 100.0, -10.0, 111.0}, std::array{50.0, 50.0, 38.0, 62.2},
+              std::array{50.0, 50.004, 38.0 - 4e-4, 50.004 + 10 + 0.1 * 22.0044},
+              std::array{200000.0, 200100.0, 199990.0, 200111.0}, std::array{50.0, 50.02, 49.998, 50.0222}}) {
             const auto range = Magres::displayRange({lo, hi});
             QVERIFY2(near(range[0], from) && near(range[1], to), qPrintable(QString::number(range[0], 'g', 12)));
         }

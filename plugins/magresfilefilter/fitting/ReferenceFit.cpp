@@ -2,10 +2,9 @@
 #include "fitting/ReferenceFit.h"
 
 #include "fitting/PeakPairing.h"
+#include "parameters/Texts.h"
 #include "support/MetaTypes.h"
 #include "support/TPluginError.h"
-
-#include <QCoreApplication>
 
 #include <algorithm>
 #include <cmath>
@@ -13,17 +12,12 @@
 namespace Magres {
 namespace {
 
-struct Texts {
-    Q_DECLARE_TR_FUNCTIONS(ReferenceFit)
-};
-
 double position(const QVariantMap &peak, size_t dimension)
 {
     const QVariant value = peak.value(QStringLiteral("Pos"));
-    if (value.metaType() == QMetaType::fromType<DoubleVector>()) {
-        const DoubleVector positions = value.value<DoubleVector>();
+    const DoubleVector positions = value.value<DoubleVector>();
+    if (!positions.empty())
         return dimension < positions.size() ? positions[dimension] : 0.0;
-    }
     return value.toList().value(qsizetype(dimension), 0.0).toDouble();
 }
 

@@ -9,6 +9,7 @@
 
 Q_LOGGING_CATEGORY(magresLog, "magres")
 
+namespace Magres {
 namespace {
 
 WrNMRDataTables hostTables()
@@ -50,7 +51,7 @@ QVariantMap HostContext::requiredDataMap(const QUuid &dataId) const
 {
     const QVariantMap map = dataMap(dataId);
     if (map.isEmpty())
-        throw TPluginError(QCoreApplication::translate("MagresOperations", "The document has no MAGRES data"));
+        throw TPluginError(Texts::tr("The document has no MAGRES data"));
     return map;
 }
 
@@ -87,3 +88,5 @@ void HostContext::showFailure(const QString &title, const QString &text) const
     else
         QMessageBox::critical(window(), title, text, QMessageBox::Ok);
 }
+
+} // namespace Magres

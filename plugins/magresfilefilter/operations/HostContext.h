@@ -2,6 +2,7 @@
 #pragma once
 
 #include "parameters/NuclearProperties.h"
+#include "parameters/Texts.h"
 #include "reading/MagresData.h"
 #include "support/TPlugin.h"
 #include "support/WrDataEngine.h"
@@ -11,6 +12,8 @@
 #include <QLoggingCategory>
 
 Q_DECLARE_LOGGING_CATEGORY(magresLog)
+
+namespace Magres {
 
 /// The host's tables, found through the application.
 class HostNuclearProperties : public NuclearProperties {
@@ -36,7 +39,8 @@ public:
     QVariantMap dataMap(const QUuid &dataId) const;
     /// dataMap(), or a TPluginError that says that there is none.
     QVariantMap requiredDataMap(const QUuid &dataId) const;
-    /// The data set read back from its map form, under the identity that it was asked for by; without atoms if it is gone.
+    /// The data set read back from its map form, under the identity that it was asked for by; without atoms if it is
+    /// gone.
     MagresData data(const QUuid &dataId) const;
     /// data(), or a TPluginError that says that there is none.
     MagresData requiredData(const QUuid &dataId) const;
@@ -63,5 +67,9 @@ void runReportingFailure(const HostContext &host, const QString &title, const QS
         operation();
     } catch (const std::exception &error) {
         host.showFailure(title, text.arg(QString::fromUtf8(error.what())));
+    } catch (...) { // a host's own; the event loop, where a menu would let it go, does not stand it
+        host.showFailure(title, text.arg(Texts::tr("Unknown error")));
     }
 }
+
+} // namespace Magres

@@ -3,6 +3,7 @@
 
 #include "operations/PeakAssignment.h"
 #include "operations/WaitCursor.h"
+#include "parameters/Texts.h"
 #include "support/TPluginError.h"
 #include "support/WrBaseGraphicsItem.h"
 #include "support/WrNMRPlot.h"
@@ -11,15 +12,10 @@
 #include "ui/SettingsScope.h"
 #include "ui/WMagresDialog.h"
 
-#include <QCoreApplication>
 #include <QPointer>
 
 namespace Magres {
 namespace {
-
-struct Texts {
-    Q_DECLARE_TR_FUNCTIONS(MagresOperations)
-};
 
 /// Lets the user set the parameters; without a user, as if the dialog had been accepted at once. Throws TPluginError
 /// when it was cancelled, or when the data set was deleted meanwhile.

@@ -7,6 +7,7 @@
 
 #include <cmath>
 
+namespace Magres {
 namespace {
 
 QVariant rangeValue(const std::array<double, 2> &range)
@@ -96,8 +97,8 @@ void MagresSpecParams::fromMap(const QVariantHash &map)
     RangeF2User = map.value(QStringLiteral("RangeF2User"), false).toBool();
     RangeF1User = map.value(QStringLiteral("RangeF1User"), false).toBool();
     // The ranges are written together: a valid one for F2 stands for a valid pair.
-    if (Magres::copyExactly(map.value(QStringLiteral("RangeF2")).value<DoubleVector>(), RangeF2) && isTwoD())
-        Magres::copyExactly(map.value(QStringLiteral("RangeF1")).value<DoubleVector>(), RangeF1);
+    if (copyExactly(map.value(QStringLiteral("RangeF2")).value<DoubleVector>(), RangeF2) && isTwoD())
+        copyExactly(map.value(QStringLiteral("RangeF1")).value<DoubleVector>(), RangeF1);
 }
 
 void MagresSpecParams::loadSettings(const QSettings &settings)
@@ -141,3 +142,5 @@ void MagresSpecParams::saveSettings(QSettings &settings) const
     setValue("specType", specType);
     setValue("correlation", corr);
 }
+
+} // namespace Magres

@@ -12,6 +12,8 @@
 
 class QSettings;
 
+namespace Magres {
+
 /// Which partners of a site make the cross peaks of a 2D spectrum.
 enum class CorrelationMode : qint32 { StrongestDipolar = 0, RssDipolar = 1 };
 /// Which XH3 groups have their sites averaged.
@@ -76,3 +78,4 @@ struct MagresSpecParams {
     void saveSettings(QSettings &settings) const;
 };
 
+} // namespace Magres

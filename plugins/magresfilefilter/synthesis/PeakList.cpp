@@ -3,11 +3,10 @@
 
 #include "parameters/DipolarCoupling.h"
 #include "parameters/Nuclei.h"
+#include "parameters/Texts.h"
 #include "support/TPluginError.h"
 #include "synthesis/Sites.h"
 #include "synthesis/Xh3Averaging.h"
-
-#include <QCoreApplication>
 
 #include <algorithm>
 #include <cmath>
@@ -23,8 +22,8 @@ std::vector<double> shiftsOf(const QList<Site> &sites, const ShiftRule &rule)
     for (const Site &site : sites) {
         const double shift = site.shielding ? rule.shift(site.shielding->iso(), site.efg) : std::nan("");
         if (!std::isfinite(shift))
-            throw TPluginError(QCoreApplication::translate("PeakList", "Atom %1 has no chem. shift")
-                                   .arg(QString::fromLatin1(site.atom->labels.join(','))));
+            throw TPluginError(
+                Texts::tr("Atom %1 has no chem. shift").arg(QString::fromLatin1(site.atom->labels.join(','))));
         shifts.push_back(shift);
     }
     return shifts;

@@ -3,10 +3,9 @@
 
 #include "parameters/MapConversion.h"
 #include "parameters/Nuclei.h"
+#include "parameters/Texts.h"
 #include "support/TPluginError.h"
 #include "synthesis/PeakList.h"
-
-#include <QCoreApplication>
 
 #include <cmath>
 #include <new>
@@ -14,13 +13,9 @@
 namespace Magres {
 namespace {
 
-struct Texts {
-    Q_DECLARE_TR_FUNCTIONS(SpectrumRecord)
-};
-
 constexpr int describedDimensions = 8;
 constexpr qint64 mostPoints = qint64(1) << 28;
-constexpr int experimentType = 148; // the host's code of a simulated spectrum
+constexpr int experimentType = 148; // a code of the host's
 
 SpectrumDimension dimension(int index, const QString &nucleus, const std::array<double, 2> &range, qint64 points,
                             const MagresSpecParams &parameters)
@@ -29,11 +24,7 @@ SpectrumDimension dimension(int index, const QString &nucleus, const std::array<
     const double lineWidth = parameters.lw.contains(nucleus) ? parameters.lineWidthOf(nucleus, index) : 0.0;
     const double frequency = spectrometerFrequency(nucleus.toLatin1(), parameters.freq);
     const auto [from, to] = range;
-    return {nucleus.toLatin1(),
-            frequency,
-            std::abs(from - to) * frequency,
-            (from + to) * frequency * 0.5,
-            points,
+    return {nucleus.toLatin1(), frequency, std::abs(from - to) * frequency, (from + to) * frequency * 0.5, points,
             lineWidth};
 }
 
@@ -129,7 +120,7 @@ QList<DoubleVector> synthesize(const MagresSpecParams &parameters, const QList<S
     }
     const std::vector<LinePeak> peaks = linePeaks(parameters.peaks);
     const SpectrumDimension &f2 = dimensions[0];
-    // The host's plots call a spectrum of one row one-dimensional, whatever it was asked for.
+    // A spectrum of one row is one-dimensional, whatever it was asked for.
     if (dimensions.value(1).points < 2) {
         addLorentzians(peaks, f2.lineWidthPpm(), f2.axis(), data[0]);
     } else {

@@ -9,10 +9,15 @@
 
 #include <optional>
 
+namespace Magres {
+
 /// What the MAGRES table asks of the plug-in around it.
 class MagresCommands {
 public:
     virtual ~MagresCommands() = default;
+
+    /// What carries the commands: they go with it.
+    virtual QObject *object() = 0;
 
     /// Of the plug-in's menus.
     virtual QIcon icon() const = 0;
@@ -26,3 +31,5 @@ public:
     /// the choice; nothing if there was none.
     virtual std::optional<MagresData> chooseQuadrupolarIsotope(const QUuid &dataId) = 0;
 };
+
+} // namespace Magres

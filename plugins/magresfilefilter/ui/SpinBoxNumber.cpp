@@ -4,6 +4,8 @@
 #include <QDoubleSpinBox>
 #include <QSignalBlocker>
 
+namespace Magres {
+
 SpinBoxNumber::SpinBoxNumber(QDoubleSpinBox *box)
     : QObject(box), m_box(box), m_value(box->value()), m_shown(box->value())
 {
@@ -33,3 +35,5 @@ void SpinBoxNumber::onBoxChanged(double shown)
     m_value = shown;
     Q_EMIT edited();
 }
+
+} // namespace Magres

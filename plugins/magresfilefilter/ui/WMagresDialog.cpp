@@ -55,37 +55,37 @@ void selectPoints(QComboBox *combo, qint32 points, int dimension)
 
 } // namespace
 
-WMagresDialog::WMagresDialog(const MagresData &magresData, MagresSpecParams &parameters,
-                             const NuclearProperties &properties, QWidget *parent)
+WMagresDialog::WMagresDialog(const Magres::MagresData &magresData, Magres::MagresSpecParams &parameters,
+                             const Magres::NuclearProperties &properties, QWidget *parent)
     : QDialog(parent),
       m_data(magresData),
       m_parameters(parameters),
       m_properties(properties),
       m_ui(makeForm(this)),
-      m_frequency(new SpinBoxNumber(m_ui->fSpSfrq)),
+      m_frequency(new Magres::SpinBoxNumber(m_ui->fSpSfrq)),
       m_f2{.index = 0,
-           .from = new SpinBoxNumber(m_ui->fSpFromF2),
-           .to = new SpinBoxNumber(m_ui->fSpToF2),
-           .reference = new SpinBoxNumber(m_ui->fSpCSRefF2),
-           .slope = new SpinBoxNumber(m_ui->fSpCSSlopeF2),
-           .lineWidth = new SpinBoxNumber(m_ui->fSpLwF2),
+           .from = new Magres::SpinBoxNumber(m_ui->fSpFromF2),
+           .to = new Magres::SpinBoxNumber(m_ui->fSpToF2),
+           .reference = new Magres::SpinBoxNumber(m_ui->fSpCSRefF2),
+           .slope = new Magres::SpinBoxNumber(m_ui->fSpCSSlopeF2),
+           .lineWidth = new Magres::SpinBoxNumber(m_ui->fSpLwF2),
            .points = m_ui->fCbPtsF2,
            .nucleus = m_ui->fCbNucF2,
            .quadShift = m_ui->fCbQShiftF2,
            .hint = m_ui->fLbSpecHintF2,
-           .rangeIsUsers = &MagresSpecParams::RangeF2User,
+           .rangeIsUsers = &Magres::MagresSpecParams::RangeF2User,
            .inData = {}},
       m_f1{.index = 1,
-           .from = new SpinBoxNumber(m_ui->fSpFromF1),
-           .to = new SpinBoxNumber(m_ui->fSpToF1),
-           .reference = new SpinBoxNumber(m_ui->fSpCSRefF1),
-           .slope = new SpinBoxNumber(m_ui->fSpCSSlopeF1),
-           .lineWidth = new SpinBoxNumber(m_ui->fSpLwF1),
+           .from = new Magres::SpinBoxNumber(m_ui->fSpFromF1),
+           .to = new Magres::SpinBoxNumber(m_ui->fSpToF1),
+           .reference = new Magres::SpinBoxNumber(m_ui->fSpCSRefF1),
+           .slope = new Magres::SpinBoxNumber(m_ui->fSpCSSlopeF1),
+           .lineWidth = new Magres::SpinBoxNumber(m_ui->fSpLwF1),
            .points = m_ui->fCbPtsF1,
            .nucleus = m_ui->fCbNucF1,
            .quadShift = m_ui->fCbQShiftF1,
            .hint = m_ui->fLbSpecHintF1,
-           .rangeIsUsers = &MagresSpecParams::RangeF1User,
+           .rangeIsUsers = &Magres::MagresSpecParams::RangeF1User,
            .inData = {}}
 {
     setDarkText(m_ui->fGbF2);
@@ -104,7 +104,7 @@ WMagresDialog::~WMagresDialog()
 
 bool WMagresDialog::isTwoD() const
 {
-    return m_ui->fCbDims->currentIndex() == int(SpectrumKind::TwoD);
+    return m_ui->fCbDims->currentIndex() == int(Magres::SpectrumKind::TwoD);
 }
 
 void WMagresDialog::restorePosition()
@@ -123,8 +123,8 @@ void WMagresDialog::fillLists()
         for (qint32 count : counts)
             dimension->points->addItem(QString::number(count), count);
     }
-    m_ui->fCbCorr->setItemData(0, int(CorrelationMode::StrongestDipolar));
-    m_ui->fCbCorr->setItemData(1, int(CorrelationMode::RssDipolar));
+    m_ui->fCbCorr->setItemData(0, int(Magres::CorrelationMode::StrongestDipolar));
+    m_ui->fCbCorr->setItemData(1, int(Magres::CorrelationMode::RssDipolar));
 }
 
 void WMagresDialog::fillFromRecord()
@@ -162,19 +162,19 @@ void WMagresDialog::showRange(const Dimension &dimension, const std::array<doubl
 
 void WMagresDialog::connectSignals()
 {
-    connect(m_frequency, &SpinBoxNumber::edited, this, &WMagresDialog::updateRangeF2);
-    connect(m_frequency, &SpinBoxNumber::edited, this, &WMagresDialog::updateRangeF1);
+    connect(m_frequency, &Magres::SpinBoxNumber::edited, this, &WMagresDialog::updateRangeF2);
+    connect(m_frequency, &Magres::SpinBoxNumber::edited, this, &WMagresDialog::updateRangeF1);
     connect(m_ui->fCbDims, &QComboBox::currentIndexChanged, this, &WMagresDialog::onDimsChanged);
     connect(m_f2.nucleus, &QComboBox::currentIndexChanged, this, &WMagresDialog::onNucChangedF2);
     connect(m_f1.nucleus, &QComboBox::currentIndexChanged, this, &WMagresDialog::onNucChangedF1);
     for (const Dimension *dimension : {&m_f2, &m_f1}) {
         const auto update = dimension == &m_f2 ? &WMagresDialog::updateRangeF2 : &WMagresDialog::updateRangeF1;
-        connect(dimension->reference, &SpinBoxNumber::edited, this, update);
-        connect(dimension->slope, &SpinBoxNumber::edited, this, update);
+        connect(dimension->reference, &Magres::SpinBoxNumber::edited, this, update);
+        connect(dimension->slope, &Magres::SpinBoxNumber::edited, this, update);
         connect(dimension->quadShift, &QCheckBox::toggled, this, update);
         const auto markRange = [this, dimension] { m_parameters.*dimension->rangeIsUsers = true; };
-        connect(dimension->from, &SpinBoxNumber::edited, this, markRange);
-        connect(dimension->to, &SpinBoxNumber::edited, this, markRange);
+        connect(dimension->from, &Magres::SpinBoxNumber::edited, this, markRange);
+        connect(dimension->to, &Magres::SpinBoxNumber::edited, this, markRange);
     }
 }
 
