@@ -15,6 +15,8 @@
 #include <cmath>
 #include <string>
 
+using namespace Magres;
+
 namespace {
 
 const MagresText::OxygenAndDeuterium nuclei;

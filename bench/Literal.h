@@ -14,6 +14,9 @@
 
 namespace Literal {
 
+using Magres::MagresAtom;
+using Magres::Position;
+
 inline std::vector<double> covalentRadii(const QList<MagresAtom> &atoms)
 {
     std::vector<double> radii;

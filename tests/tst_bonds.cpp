@@ -9,6 +9,8 @@
 
 #include <limits>
 
+using namespace Magres;
+
 namespace {
 
 constexpr double infinity = std::numeric_limits<double>::infinity();

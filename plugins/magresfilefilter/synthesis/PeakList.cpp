@@ -3,11 +3,10 @@
 
 #include "parameters/DipolarCoupling.h"
 #include "parameters/Nuclei.h"
+#include "parameters/Texts.h"
 #include "support/TPluginError.h"
 #include "synthesis/Sites.h"
 #include "synthesis/Xh3Averaging.h"
-
-#include <QCoreApplication>
 
 #include <algorithm>
 #include <cmath>
@@ -21,10 +20,11 @@ std::vector<double> shiftsOf(const QList<Site> &sites, const ShiftRule &rule)
     std::vector<double> shifts;
     shifts.reserve(size_t(sites.size()));
     for (const Site &site : sites) {
-        if (!site.shielding)
-            throw TPluginError(QCoreApplication::translate("PeakList", "Atom %1 has no chem. shift")
-                                   .arg(QString::fromLatin1(site.atom->labels.join(','))));
-        shifts.push_back(rule.shift(site.shielding->iso(), site.efg));
+        const double shift = site.shielding ? rule.shift(site.shielding->iso(), site.efg) : std::nan("");
+        if (!std::isfinite(shift))
+            throw TPluginError(
+                Texts::tr("Atom %1 has no chem. shift").arg(QString::fromLatin1(site.atom->labels.join(','))));
+        shifts.push_back(shift);
     }
     return shifts;
 }
@@ -104,6 +104,7 @@ QList<SpectrumPeak> singleSitePeaks(const QList<Site> &sites, const std::vector<
         SpectrumPeak &peak = peaks.emplaceBack();
         peak.positionF2 = shifts[size_t(i)];
         peak.labelsF2 = sites[i].atom->labels;
+        peak.atomsF2 = {sites[i].atom->recordNo};
     }
     return peaks;
 }
@@ -126,6 +127,8 @@ QList<SpectrumPeak> crossPeaks(const QList<Site> &sitesF2, const std::vector<dou
         peak.height = found.coupling;
         peak.labelsF2 = sitesF2[a].atom->labels;
         peak.labelsF1 = sitesF1[found.partner].atom->labels;
+        peak.atomsF2 = {sitesF2[a].atom->recordNo};
+        peak.atomsF1 = {sitesF1[found.partner].atom->recordNo};
     }
     return peaks;
 }
