@@ -70,6 +70,7 @@ struct Ratio {
 
 const Ratio ratios[] = {
     {"complete/1000: times faster than literal", "complete/1000/literal", "complete/1000", Ratio::AtLeast, 1000},
+    {"bonds, 1000 to 5000: exponent of growth", "bonds/5000", "bonds/1000", Ratio::AtMost, 1.2, 1.0, growthExponent},
     {"complete/5000: in bond detections of 5000", "complete/5000", "bonds/5000", Ratio::AtMost, 12},
     {"complete, 1000 to 5000: exponent of growth", "complete/5000", "complete/1000", Ratio::AtMost, 1.7, 1.0,
      growthExponent},
@@ -90,8 +91,10 @@ const Ratio ratios[] = {
     {"read, 1000 to 5000: exponent of growth", "read/5000", "read/1000", Ratio::AtMost, 1.15, 1.0, growthExponent},
     {"table, 1000 to 5000: exponent of growth", "table/5000", "table/1000", Ratio::AtMost, 1.2, 1.0, growthExponent},
     {"range, 1000 to 5000: exponent of growth", "range/5000", "range/1000", Ratio::AtMost, 1.15, 1.0, growthExponent},
-    {"correlate, 400 to 2000: exponent of growth", "correlate/2000", "correlate/400", Ratio::AtMost, 2.05, 1.0,
-     growthExponent},
+    {"correlate/rss, 400 to 2000: exponent of growth", "correlate/rss/2000", "correlate/rss/400", Ratio::AtMost, 2.05,
+     1.0, growthExponent},
+    {"correlate/strongest, 400 to 2000: exponent", "correlate/strongest/2000", "correlate/strongest/400", Ratio::AtMost,
+     1.2, 1.0, growthExponent},
     {"rank/200: in its parts", "rank/200", "rank/parts", Ratio::AtMost, 1.3},
     {"update: in bare syntheses and conversions", "update/200/8192", "update/200/8192/bare", Ratio::AtMost, 3},
     {"document/50: times as long as reading its file", "document/50", "limit/read", Ratio::AtMost, 2},

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "Crystals.h"
 #include "Failure.h"
+#include "Literal.h"
 #include "TestData.h"
 #include "TestNuclei.h"
 #include "parameters/DipolarCoupling.h"
@@ -241,6 +243,101 @@ private Q_SLOTS:
         QCOMPARE(Magres::makePeaks(data, p, TestNuclei())[0].labelsF1, QByteArrayList{"H2"});
         data.atoms.resize(2);
         QCOMPARE(Magres::makePeaks(data, p, TestNuclei()).size(), 0);
+    }
+
+    void partnersAcrossTheCell_data()
+    {
+        QTest::addColumn<int>("atoms");
+        QTest::addColumn<bool>("skewed");
+        QTest::newRow("one molecule, close to its own images") << 9 << false;
+        QTest::newRow("one molecule, skewed") << 9 << true;
+        QTest::newRow("molecules") << 90 << false;
+        QTest::newRow("molecules, skewed") << 90 << true;
+    }
+
+    /// Partners and couplings are those of the nearest images, whichever images and lattice vectors the file has.
+    void partnersAcrossTheCell()
+    {
+        QFETCH(int, atoms);
+        QFETCH(bool, skewed);
+        const Crystals::Crystal crystal = Crystals::molecular(atoms);
+        std::array<Position, 3> cell;
+        for (std::size_t i = 0; i < 9; ++i)
+            cell[i / 3][i % 3] = 0.85 * crystal.lattice[qsizetype(i)]; // denser than it was made
+        std::array<Position, 3> given = cell;
+        if (skewed) {
+            given[2] = Magres::plusScaled(given[2], 23.0, given[0]);
+            given[1] = Magres::plusScaled(given[1], -7.0, given[2]);
+        }
+        MagresData data;
+        for (const Position &vector : given)
+            data.lattice.append({vector[0], vector[1], vector[2]});
+        Crystals::Random random(3);
+        for (const MagresAtom &atom : crystal.atoms) {
+            MagresAtom &copy = addAtom(data, atom.type, int(data.atoms.size()));
+            copy.pos = atom.pos;
+            for (const Position &vector : cell)
+                copy.pos = Magres::plusScaled(copy.pos, random.below(5) - 2, vector);
+            data.shieldings.append({copy.labels, copy.No, {1, 0, 0, 0, 1, 0, 0, 0, 1}});
+        }
+        for (const auto &[f2, f1, mode] : {std::tuple("13C", "1H", 0), std::tuple("1H", "1H", 0),
+                                           std::tuple("13C", "1H", 1), std::tuple("1H", "1H", 1)}) {
+            const Magres::DipolarCoupling coupling(f2, f1);
+            MagresSpecParams p = parametersFor(QString::fromLatin1(f2), QString::fromLatin1(f1));
+            p.corr = mode;
+            const QList<SpectrumPeak> peaks = Magres::makePeaks(data, p, TestNuclei());
+            auto peak = peaks.begin();
+            for (const MagresAtom &a : data.atoms) {
+                double strongest = 0.0, sumOfSquares = 0.0;
+                QByteArrayList partner;
+                for (const MagresAtom &b : data.atoms) {
+                    const double r = Literal::shortestImage(Magres::minus(a.pos, b.pos), cell);
+                    if (a.type != Magres::elementOf(f2) || b.type != Magres::elementOf(f1) || a.recordNo == b.recordNo
+                        || (mode == 0 && r >= 3.0))
+                        continue;
+                    const double d = std::abs(coupling(r));
+                    sumOfSquares += d * d;
+                    if (d > strongest * (1.0 + 1e-9)) {
+                        strongest = d;
+                        partner = b.labels;
+                    }
+                }
+                if (partner.isEmpty())
+                    continue;
+                QVERIFY(peak != peaks.end());
+                QCOMPARE(peak->labelsF2, a.labels);
+                QCOMPARE(peak->labelsF1, partner);
+                QVERIFY(near(peak->height / (mode == 1 ? std::sqrt(sumOfSquares) : strongest), 1.0, 1e-8));
+                ++peak;
+            }
+            QVERIFY(peak == peaks.end() && !peaks.isEmpty());
+        }
+    }
+
+    /// Of partners that only the rounding of a lattice translation tells apart, the first one; without a lattice, and
+    /// with one that is none, what the numbers say.
+    void equalPartnersAcrossTheCell()
+    {
+        MagresData data = methylamine();
+        data.atoms.resize(3); // a carbon and two hydrogens
+        data.atoms[0].pos = {0.0, 0.0, 0.0};
+        data.atoms[1].pos = {1.0, 0.0, 0.0};
+        data.atoms[2].pos = {3.1, 0.0, 0.0}; // of which an image lies at 3.1 - 4.1, less than 1 away in doubles
+        for (const CorrelationMode mode : {CorrelationMode::StrongestDipolar, CorrelationMode::RssDipolar}) {
+            MagresSpecParams p = parametersFor(u"13C"_s, u"1H"_s);
+            p.corr = qint32(mode);
+            const auto partner = [&](const QList<double> &lattice) {
+                data.lattice = lattice;
+                return Magres::makePeaks(data, p, TestNuclei())[0].labelsF1;
+            };
+            const QList<double> cube = {4.1, 0, 0, 0, 4.1, 0, 0, 0, 4.1};
+            QCOMPARE(partner(cube), QByteArrayList{"H1"});
+            std::swap(data.atoms[1].pos, data.atoms[2].pos);
+            QCOMPARE(partner(cube), QByteArrayList{"H1"});
+            for (const QList<double> &none : {QList<double>{}, QList<double>{4.1, 0, 0, 0, 4.1, 0, 8.2, 0, 0}})
+                QCOMPARE(partner(none), QByteArrayList{"H2"});
+            std::swap(data.atoms[1].pos, data.atoms[2].pos);
+        }
     }
 
     void averagingOfCrossPeaks()

@@ -83,9 +83,9 @@ QDataStream &operator>>(QDataStream &in, vector<Number> &values)
 using DoubleVector = std::vector<double>;
 using SignedCharVector = std::vector<signed char>;
 
-/// Makes variants of the type agree with those of a host that knows it by another name, as one does that is built without
-/// this header. If that name is still free, it becomes another name of the type. If the host has used its name before,
-/// the two stay apart, and values are converted, both ways.
+/// Makes variants of the type agree with those of a host that knows it by another name, as one does that is built
+/// without this header. If that name is still free, it becomes another name of the type. If the host has used its name
+/// before, the two stay apart, and values are converted, both ways.
 template <typename Type>
 void registerUnderAnotherName(const char *name)
 {
@@ -104,8 +104,8 @@ void registerUnderAnotherName(const char *name)
                 from, to);
 }
 
-/// Registers the types under their persisted names. To be called before a variant of a host is looked at; repeated calls
-/// do no harm.
+/// Registers the types under their persisted names. To be called before a variant of a host is looked at; repeated
+/// calls do no harm.
 inline void registerSharedMetaTypes()
 {
     qRegisterMetaType<DoubleVector>();

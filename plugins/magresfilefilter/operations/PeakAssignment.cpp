@@ -15,13 +15,12 @@ QVariantList shifts(const QList<SpectrumPeak> &peaks, QList<qint32> SpectrumPeak
     list.reserve(peaks.size());
     for (const SpectrumPeak &peak : peaks) {
         const QList<qint32> &recordNos = peak.*atoms;
-        list.append(
-            QVariantMap{{QStringLiteral("Nums"), QVariantList(recordNos.begin(), recordNos.end())},
-                        {QStringLiteral("ACount"), int(recordNos.size())},
-                        {QStringLiteral("Value"), peak.*position},
-                        {QStringLiteral("Value.Method"), QStringLiteral("MAGRES")},
-                        {QStringLiteral("Value.Error"), 0.0},
-                        {QStringLiteral("AssignedPeaks"), QVariantList{peak.id}}});
+        list.append(QVariantMap{{QStringLiteral("Nums"), QVariantList(recordNos.begin(), recordNos.end())},
+                                {QStringLiteral("ACount"), int(recordNos.size())},
+                                {QStringLiteral("Value"), peak.*position},
+                                {QStringLiteral("Value.Method"), QStringLiteral("MAGRES")},
+                                {QStringLiteral("Value.Error"), 0.0},
+                                {QStringLiteral("AssignedPeaks"), QVariantList{peak.id}}});
     }
     return list;
 }

@@ -7,9 +7,9 @@
 
 namespace Magres {
 
-/// Finds tensors by label and index, or by label alone, in constant time. Of several that match, the one with the lowest
-/// index counts, and of those with one index the one whose elements compare lowest: the list is in another order after
-/// each time that it was stored and read back. Refers to the list, which must live as long and stay as it is.
+/// Finds tensors by label and index, or by label alone, in constant time. Of several that match, the one with the
+/// lowest index counts, and of those with one index the one whose elements compare lowest: the list is in another order
+/// after each time that it was stored and read back. Refers to the list, which must live as long and stay as it is.
 class TensorIndex {
 public:
     explicit TensorIndex(const QList<MagresTensor> &tensors);

@@ -129,7 +129,7 @@ QList<Xh3Group> xh3Groups(const MagresData &data, AveragingMode mode)
     return groups;
 }
 
-QList<SpectrumPeak> averaged(const QList<SpectrumPeak> &peaks, const QList<Xh3Group> &groups)
+QList<SpectrumPeak> averagedSitePeaks(const QList<SpectrumPeak> &peaks, const QList<Xh3Group> &groups)
 {
     MergingList list(peaks, &SpectrumPeak::labelsF2);
     for (const Xh3Group &group : groups) {
@@ -148,8 +148,8 @@ QList<SpectrumPeak> averaged(const QList<SpectrumPeak> &peaks, const QList<Xh3Gr
     return list.remaining();
 }
 
-QList<SpectrumPeak> averaged(const QList<SpectrumPeak> &peaks, const QList<Xh3Group> &groups, int dimension,
-                             const QList<Site> &sites, const std::vector<double> &shifts)
+QList<SpectrumPeak> averagedCrossPeaks(const QList<SpectrumPeak> &peaks, const QList<Xh3Group> &groups, int dimension,
+                                       const QList<Site> &sites, const std::vector<double> &shifts)
 {
     QHash<const MagresAtom *, double> shiftOf;
     for (qsizetype i = 0; i < sites.size(); ++i)
