@@ -18,7 +18,7 @@ double fullWidth(const LineShape &shape)
 Broadening::Broadening(double first, double step, size_t points, const LineShape &shape, double low, double high)
     : m_points(points)
 {
-    constexpr double pointsPerWidth = 10;
+    constexpr double pointsPerWidth = 7.5;
     const double width = fullWidth(shape);
     m_ratio = size_t(std::ceil(pointsPerWidth * step / std::max(width, step)));
     m_fine = step / double(m_ratio);
@@ -32,13 +32,14 @@ Broadening::Broadening(double first, double step, size_t points, const LineShape
     size_t size = 8;
     while (size < 2 * m_count)
         size *= 2;
-    m_table = std::make_unique<TwiddleTable>(size);
+    m_table = TwiddleTable::shared(size);
     makeKernel(shape);
 }
 
 void Broadening::makeKernel(const LineShape &shape)
 {
-    const size_t size = m_table->cosines().size();
+    const Twiddles twiddles = m_table->twiddles();
+    const size_t size = twiddles.size;
     const double period = double(size);
     // Widths in grid points. A grid cannot hold lines that are much narrower; the mean over cells hides what is added.
     const double lorentzian = shape.lorentzian / m_fine;
@@ -61,8 +62,13 @@ void Broadening::makeKernel(const LineShape &shape)
         if (lorentz * gauss < 1e-200)
             break;
     }
-    // Back, that is a line repeated with the period; what the repetitions' wings add is taken off.
-    const Twiddles twiddles = m_table->twiddles();
+    m_kernel.resize(size);
+    // That is a line repeated with the period. Where the repetitions' wings can be seen they are taken off.
+    if (lorentzian < 1e-4 * period) {
+        for (size_t i = 0; i < size; ++i)
+            m_kernel[i] = re[i] / period;
+        return;
+    }
     kernels().transform(&twiddles, 1, re.data(), im.data(), work.data());
     const double growth = exponential(std::numbers::pi * lorentzian / period), shrink = 1 / growth;
     const double sinh = 0.5 * (growth - shrink), cosh = 0.5 * (growth + shrink);
@@ -70,7 +76,7 @@ void Broadening::makeKernel(const LineShape &shape)
         const double offset = double(i <= size / 2 ? i : size - i);
         double wings = 0;
         if (lorentzian > 0 && offset > 0) {
-            const double repeated = sinh / (cosh - m_table->cosines()[i]) / period;
+            const double repeated = sinh / (cosh - twiddles.cosines[i]) / period;
             const double alone
                 = 0.5 * std::numbers::inv_pi * lorentzian / (offset * offset + 0.25 * lorentzian * lorentzian);
             wings = repeated - alone;
@@ -82,7 +88,6 @@ void Broadening::makeKernel(const LineShape &shape)
         im[i] = 0;
     }
     kernels().transform(&twiddles, 1, re.data(), im.data(), work.data());
-    m_kernel.resize(size);
     for (size_t i = 0; i < size; ++i)
         m_kernel[i] = re[i] / period;
 }

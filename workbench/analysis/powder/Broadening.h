@@ -34,7 +34,7 @@ private:
     size_t m_lead = 0; ///< grid points before the axis
     size_t m_count = 0;
     double m_cell = 0; ///< over how many grid points the mean is taken; 0: none
-    std::unique_ptr<TwiddleTable> m_table;
+    std::shared_ptr<const TwiddleTable> m_table;
     std::vector<double> m_kernel; ///< Fourier transform of the line shape
 };
 

@@ -75,9 +75,36 @@ void frequencies(const FrequencyForm *form, double limit, size_t count, const do
     }
 }
 
+/// Adds linear functions of the bin's number to runs of bins, one by one.
+struct EachBin {
+    double *bins;
+
+    void add(int from, int to, double slope, double constant) const
+    {
+        for (int i = from; i < to; ++i)
+            bins[i] += slope * double(i) + constant;
+    }
+};
+
+/// The same where runs are long: notes where they begin and end.
+struct Ramps {
+    double *slopes, *constants;
+
+    void add(int from, int to, double slope, double constant) const
+    {
+        if (from >= to)
+            return;
+        slopes[from] += slope;
+        slopes[to] -= slope;
+        constants[from] += constant;
+        constants[to] -= constant;
+    }
+};
+
 /// D. W. Alderman, M. S. Solum, D. M. Grant, J. Chem. Phys. 84 (1986) 3717: the distribution rises linearly from the
 /// lowest corner a to the middle one b and falls to the highest, c. Each bin gets the integral over it.
-inline void addTriangle(double u, double v, double w, double weight, double *bins)
+template<class Runs>
+inline void addTriangle(double u, double v, double w, double weight, double *bins, const Runs &runs)
 {
     const double low = u < v ? u : v, high = u < v ? v : u;
     const double a = low < w ? low : w, c = high > w ? high : w;
@@ -88,37 +115,33 @@ inline void addTriangle(double u, double v, double w, double weight, double *bin
         bins[first] += weight;
         return;
     }
-    const double rise = b > a ? weight / ((c - a) * (b - a)) : 0;
-    const double fall = c > b ? weight / ((c - a) * (c - b)) : 0;
-    double before = 0; // the integral up to the lower edge of the middle bin
+    double before = 0, after = 0; // the middle bin
+    const double perWidth = weight / (c - a);
     if (middle > first) {
-        const double start = first + 1 - a;
+        const double rise = perWidth / (b - a);
+        const double start = first + 1 - a, whole = middle - a;
         bins[first] += rise * (start * start);
-        const double offset = 1 - 2 * a;
-        for (int i = first + 1; i < middle; ++i)
-            bins[i] += rise * (2 * double(i) + offset);
-        before = rise * ((middle - a) * (middle - a));
+        runs.add(first + 1, middle, 2 * rise, rise * (1 - 2 * a));
+        before = rise * (whole * whole);
     }
-    if (last == middle) {
-        bins[middle] += weight - before;
-        return;
+    if (last > middle) {
+        const double fall = perWidth / (c - b);
+        const double end = c - last, rest = c - (middle + 1);
+        bins[last] += fall * (end * end);
+        runs.add(middle + 1, last, -2 * fall, fall * (2 * c - 1));
+        after = fall * (rest * rest);
     }
-    const double rest = c - (middle + 1);
-    const double after = fall * (rest * rest);
     bins[middle] += weight - before - after;
-    const double offset = 2 * c - 1;
-    for (int i = middle + 1; i < last; ++i)
-        bins[i] += fall * (offset - 2 * double(i));
-    bins[last] += fall * ((c - last) * (c - last));
 }
 
 void addTriangles(size_t count, const double *row, const double *next, const double *up, const double *down,
-                  double *bins)
+                  double *bins, double *slopes, double *constants)
 {
+    const Ramps ramps = {slopes, constants};
     for (size_t j = 0; j + 1 < count; ++j) {
-        addTriangle(row[j], row[j + 1], next[j], up[j], bins);
+        addTriangle(row[j], row[j + 1], next[j], up[j], bins, ramps);
         if (j + 2 < count)
-            addTriangle(row[j + 1], next[j], next[j + 1], down[j], bins);
+            addTriangle(row[j + 1], next[j], next[j + 1], down[j], bins, ramps);
     }
 }
 
@@ -168,13 +191,42 @@ inline void stage2(size_t stride, const double *__restrict xr, const double *__r
     }
 }
 
+/// The same for one sequence, in the order that suits vectors.
+inline void firstStage4(const Twiddles &t, const double *__restrict xr, const double *__restrict xi,
+                        double *__restrict yr, double *__restrict yi)
+{
+    const int quarter = int(t.size / 4);
+    const double *cosines = t.cosines, *sines = t.sines;
+    const double *br = xr + quarter, *cr = br + quarter, *dr = cr + quarter;
+    const double *bi = xi + quarter, *ci = bi + quarter, *di = ci + quarter;
+    for (int p = 0; p < quarter; ++p) {
+        const double sumR = xr[p] + cr[p], sumI = xi[p] + ci[p], differenceR = xr[p] - cr[p],
+                     differenceI = xi[p] - ci[p];
+        const double otherR = br[p] + dr[p], otherI = bi[p] + di[p];
+        const double turnedR = di[p] - bi[p], turnedI = br[p] - dr[p];
+        const double oneR = differenceR - turnedR, oneI = differenceI - turnedI;
+        const double twoR = sumR - otherR, twoI = sumI - otherI;
+        const double threeR = differenceR + turnedR, threeI = differenceI + turnedI;
+        yr[4 * p] = sumR + otherR;
+        yi[4 * p] = sumI + otherI;
+        yr[4 * p + 1] = oneR * cosines[p] + oneI * sines[p];
+        yi[4 * p + 1] = oneI * cosines[p] - oneR * sines[p];
+        yr[4 * p + 2] = twoR * cosines[2 * p] + twoI * sines[2 * p];
+        yi[4 * p + 2] = twoI * cosines[2 * p] - twoR * sines[2 * p];
+        yr[4 * p + 3] = threeR * cosines[3 * p] + threeI * sines[3 * p];
+        yi[4 * p + 3] = threeI * cosines[3 * p] - threeR * sines[3 * p];
+    }
+}
+
 /// True when the result is in the second pair of arrays.
 inline bool stages(const Twiddles &t, size_t batch, double *r0, double *i0, double *r1, double *i1)
 {
     bool swapped = false;
     size_t n = t.size, stride = batch;
     for (; n >= 4; n /= 4, stride *= 4, swapped = !swapped) {
-        if (swapped)
+        if (stride == 1)
+            firstStage4(t, r0, i0, r1, i1);
+        else if (swapped)
             stage4(t, n, stride, r1, i1, r0, i0);
         else
             stage4(t, n, stride, r0, i0, r1, i1);
@@ -316,12 +368,20 @@ void sidebands(const FrequencyForm *form, double rate, const Twiddles *twiddles,
     }
 }
 
-void addProfile(size_t count, size_t bins, const double *profile, const double *__restrict w0,
-                const double *__restrict w1, const double *__restrict w2, double *__restrict to)
+void addWeightedTriangle(const double *corners, double part, size_t count, const double *__restrict w0,
+                         const double *__restrict w1, const double *__restrict w2, double *__restrict profile,
+                         double *__restrict bins)
 {
-    for (size_t b = 0; b < bins; ++b) {
-        const double share = profile[b];
-        double *row = to + b * count;
+    const double low = corners[0] < corners[1] ? corners[0] : corners[1];
+    const double high = corners[0] < corners[1] ? corners[1] : corners[0];
+    const int first = int(low < corners[2] ? low : corners[2]), last = int(high > corners[2] ? high : corners[2]);
+    double *shares = profile - first;
+    for (int b = first; b <= last; ++b)
+        shares[b] = 0;
+    addTriangle(corners[0], corners[1], corners[2], part, shares, EachBin{shares});
+    for (int b = first; b <= last; ++b) {
+        const double share = shares[b];
+        double *row = bins + size_t(b) * count;
         for (size_t k = 0; k < count; ++k)
             row[k] += share * (w0[k] + w1[k] + w2[k]);
     }
@@ -330,7 +390,7 @@ void addProfile(size_t count, size_t bins, const double *profile, const double *
 } // namespace
 
 extern const Kernels kernels;
-const Kernels kernels = {directions,   solidAngles, frequencies, addTriangles,
-                         sidebands,    addProfile,  transform};
+const Kernels kernels = {directions, solidAngles,         frequencies, addTriangles,
+                         sidebands,  addWeightedTriangle, transform};
 
 } // namespace Workbench::Powder::POWDER_INSTRUCTION_SET

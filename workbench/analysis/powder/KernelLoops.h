@@ -44,18 +44,20 @@ struct Kernels {
                         const double *z, double *nu);
     /// Adds to the bins, for each triangle j, the distribution of a function that is linear over it: corners
     /// row[j], row[j + 1], next[j] with weights up[j] and row[j + 1], next[j], next[j + 1] with weights down[j].
-    /// Positions are in bins, 0 the lower edge of the first, and within the bins.
+    /// Positions are in bins, 0 the lower edge of the first, and within the bins. Long runs of bins are noted by their
+    /// ends: the sums of slopes and constants up to bin i, slope * i + constant, are to be added to it.
     void (*addTriangles)(size_t count, const double *row, const double *next, const double *up, const double *down,
-                         double *bins);
+                         double *bins, double *slopes, double *constants);
     /// The phase in turns that the periodic part of the frequency accumulates, at `steps` even times of a rotor period,
     /// for rotor axes (x, y, z) with z > -1, laneCount of them; sideband weights from it, which add up to 1.
     /// weights[lane * steps + (k mod steps)]. The constant of the form does not matter. `work` holds 4 laneCount steps
     /// doubles.
     void (*sidebands)(const FrequencyForm *form, double rate, const Twiddles *twiddles, const double *x, const double *y,
                       const double *z, double *work, double *weights);
-    /// bins[b * count + k] += profile[b] * (w0[k] + w1[k] + w2[k]).
-    void (*addProfile)(size_t count, size_t bins, const double *profile, const double *w0, const double *w1,
-                       const double *w2, double *to);
+    /// Such a distribution of one triangle times the sum of three weights, of each of `count` sidebands, into
+    /// bins[b * count + k]. `profile` is room for as many numbers as there are bins.
+    void (*addWeightedTriangle)(const double *corners, double part, size_t count, const double *w0, const double *w1,
+                                const double *w2, double *profile, double *bins);
     /// Forward transform of `batch` interleaved sequences; the result is in re, im. `work` holds twice their size.
     void (*transform)(const Twiddles *twiddles, size_t batch, double *re, double *im, double *work);
 };

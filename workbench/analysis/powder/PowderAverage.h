@@ -37,20 +37,38 @@ inline constexpr size_t mostRows = 2237;
 /// Thrown when the progress function asks to stop.
 struct Stopped {};
 
-/// Adds the powder pattern of a transition, of an area that is its weight times `weight`, to the grid. Over each of the
-/// lattice's triangles the frequency counts as linear, and the weights of sidebands as constant. Throws
-/// std::invalid_argument where the spinning is so slow that there is no end of sidebands.
-void addPowderPattern(FrequencyGrid &grid, const Transition &transition, const Conditions &conditions, size_t rows,
-                      double weight, const Progress &progress);
-
-/// Of all intensities: lowest and highest frequency, Hz.
-std::pair<double, double> patternLimits(const Transition &transition, const Conditions &conditions);
-
-/// Steps of a rotor period that the sidebands of the transition take, and the lowest of those.
+/// Steps of a rotor period that the sidebands of a transition take, and the lowest of those.
 struct SidebandRange {
     size_t steps = 1;
     long first = 0;
 };
-SidebandRange sidebandRange(const FrequencyForm &form, double rate);
+
+/// The powder pattern of one transition, with what the average needs to know beforehand.
+class PowderPattern {
+public:
+    /// Throws std::invalid_argument where the spinning is so slow that there is no end of sidebands.
+    PowderPattern(const Transition &transition, const Conditions &conditions);
+
+    /// Of all intensities: lowest and highest frequency, Hz.
+    std::pair<double, double> limits() const;
+    /// How many rows of triangles the first of the two lattices has whose difference shows the convergence: for lines of
+    /// that width in Hz.
+    size_t rowsForFirstTry(double width, double tolerance) const;
+    /// Adds it to the grid, with an area of the transition's weight. Over each of the lattice's triangles the frequency
+    /// counts as linear, and the weights of sidebands as constant. Throws Stopped.
+    void addTo(FrequencyGrid &grid, size_t rows, const Progress &progress) const;
+
+private:
+    void addCentres(FrequencyGrid &grid, size_t rows, const Progress &progress) const;
+    void addSidebands(FrequencyGrid &grid, size_t rows, const Progress &progress) const;
+
+    double m_weight;
+    double m_rate; ///< 0: no sidebands
+    FrequencyForm m_form;
+    FrequencyForm m_centres; ///< the mean over a rotor period where it spins
+    double m_low, m_high; ///< of the centres
+    std::pair<double, double> m_modulation{};
+    SidebandRange m_sidebands;
+};
 
 } // namespace Workbench::Powder

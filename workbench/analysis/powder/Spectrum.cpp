@@ -25,13 +25,24 @@ struct Hertz {
     }
 };
 
-std::pair<double, double> limits(std::span<const Transition> transitions, const Conditions &conditions)
+std::vector<PowderPattern> patterns(const Site &site, const Conditions &conditions)
+{
+    std::vector<PowderPattern> found;
+    for (const Transition &transition : transitions(site, conditions))
+        found.emplace_back(transition, conditions);
+    return found;
+}
+
+/// Of all intensities, Hz.
+std::pair<double, double> limits(const std::vector<std::vector<PowderPattern>> &patterns)
 {
     double low = std::numeric_limits<double>::infinity(), high = -low;
-    for (const Transition &transition : transitions) {
-        const auto [first, last] = patternLimits(transition, conditions);
-        low = std::min(low, first);
-        high = std::max(high, last);
+    for (const auto &site : patterns) {
+        for (const PowderPattern &pattern : site) {
+            const auto [first, last] = pattern.limits();
+            low = std::min(low, first);
+            high = std::max(high, last);
+        }
     }
     return {low, high};
 }
@@ -48,20 +59,17 @@ double distance(std::span<const double> a, std::span<const double> b)
 
 class SiteComputation {
 public:
-    SiteComputation(const Site &site, const Conditions &conditions, const LineShape &shape, const Axis &axis,
+    SiteComputation(const std::vector<PowderPattern> &patterns, const Broadening &broadening, double width,
                     const Accuracy &accuracy, const Progress &progress) :
-        m_conditions(conditions),
+        m_patterns(patterns),
+        m_broadening(broadening),
+        m_width(width),
         m_accuracy(accuracy),
-        m_progress(progress),
-        m_transitions(transitions(site, conditions)),
-        m_hertz(axis, conditions.larmor),
-        m_width(std::max(fullWidth(shape), m_hertz.step)),
-        m_limits(limits(m_transitions, conditions)),
-        m_broadening(m_hertz.first, m_hertz.step, axis.points, shape, m_limits.first, m_limits.second)
+        m_progress(progress)
     {
     }
 
-    SiteCurve compute(double multiplicity) const
+    SiteCurve compute() const
     {
         SiteCurve result;
         if (m_accuracy.directions > 0) {
@@ -71,11 +79,6 @@ public:
         } else {
             converge(result);
         }
-        const double scale = multiplicity * m_conditions.larmor;
-        for (double &value : result.values)
-            value *= scale;
-        if (m_hertz.descending)
-            std::reverse(result.values.begin(), result.values.end());
         return result;
     }
 
@@ -83,11 +86,11 @@ private:
     FrequencyGrid average(size_t rows, double done, double part) const
     {
         FrequencyGrid grid = m_broadening.grid();
-        const double share = part / double(m_transitions.size());
-        for (const Transition &transition : m_transitions) {
+        const double share = part / double(m_patterns.size());
+        for (const PowderPattern &pattern : m_patterns) {
             const Progress progress
                 = m_progress ? [&](double inner) { return m_progress(done + share * inner); } : Progress();
-            addPowderPattern(grid, transition, m_conditions, rows, 1, progress);
+            pattern.addTo(grid, rows, progress);
             done += share;
         }
         return grid;
@@ -96,8 +99,8 @@ private:
     void converge(SiteCurve &result) const
     {
         size_t rows = leastRows;
-        for (const Transition &transition : m_transitions)
-            rows = std::max(rows, rowsForFirstTry(transition, m_conditions, m_width, m_accuracy.tolerance));
+        for (const PowderPattern &pattern : m_patterns)
+            rows = std::max(rows, pattern.rowsForFirstTry(m_width, m_accuracy.tolerance));
         FrequencyGrid coarse = average(std::min(rows, mostRows / 2), 0, 0.2);
         std::vector<double> coarseCurve;
         for (;;) {
@@ -113,14 +116,11 @@ private:
         }
     }
 
-    const Conditions &m_conditions;
+    const std::vector<PowderPattern> &m_patterns;
+    const Broadening &m_broadening;
+    double m_width;
     const Accuracy &m_accuracy;
     const Progress &m_progress;
-    std::vector<Transition> m_transitions;
-    Hertz m_hertz;
-    double m_width;
-    std::pair<double, double> m_limits;
-    Broadening m_broadening;
 };
 
 } // namespace
@@ -150,17 +150,6 @@ size_t rowsForDirections(double directions)
     return std::clamp(size_t(std::ceil(std::sqrt(std::max(directions - 1, 0.0) / 2))), leastRows, mostRows);
 }
 
-size_t rowsForFirstTry(const Transition &transition, const Conditions &conditions, double width, double tolerance)
-{
-    const bool spinning = conditions.rotation != Rotation::Static;
-    const auto [low, high] = extremes(spinning ? spinningMean(transition.form) : transition.form);
-    double rows = 4;
-    if (conditions.rotation == Rotation::MagicAngle)
-        rows = 0.5 * double(sidebandRange(transition.form, conditions.rate).steps);
-    rows = std::max(rows, 0.5 * std::sqrt((high - low) / (width * tolerance * 100)) * 2);
-    return size_t(std::clamp(rows, double(leastRows), double(mostRows) / 2));
-}
-
 std::optional<Spectrum> spectrum(std::span<const Site> sites, const Conditions &conditions, const LineShape &shape,
                                  const Axis &axis, const Accuracy &accuracy, const Progress &progress)
 {
@@ -173,19 +162,33 @@ std::optional<Spectrum> spectrum(std::span<const Site> sites, const Conditions &
         throw std::invalid_argument("The tolerance must be between 0 and 1");
     for (const Site &site : sites)
         check(site, conditions);
+    std::vector<std::vector<PowderPattern>> found;
+    for (const Site &site : sites)
+        found.push_back(patterns(site, conditions));
     Spectrum result;
     result.axis = axis;
     result.sum.assign(axis.points, 0.0);
+    if (sites.empty())
+        return result;
+    const Hertz hertz(axis, conditions.larmor);
+    const auto [low, high] = limits(found);
+    const Broadening broadening(hertz.first, hertz.step, axis.points, shape, low, high);
+    const double width = std::max(fullWidth(shape), hertz.step);
     try {
         for (size_t i = 0; i < sites.size(); ++i) {
             const Progress part = progress
                 ? [&](double inner) { return progress((double(i) + inner) / double(sites.size())); }
                 : Progress();
-            const SiteComputation computation(sites[i], conditions, shape, axis, accuracy, part);
-            result.sites.push_back(computation.compute(sites[i].multiplicity));
-            result.converged = result.converged && result.sites.back().estimatedError <= accuracy.tolerance;
+            SiteCurve curve = SiteComputation(found[i], broadening, width, accuracy, part).compute();
+            const double scale = sites[i].multiplicity * conditions.larmor;
+            for (double &value : curve.values)
+                value *= scale;
+            if (hertz.descending)
+                std::reverse(curve.values.begin(), curve.values.end());
             for (size_t j = 0; j < axis.points; ++j)
-                result.sum[j] += result.sites.back().values[j];
+                result.sum[j] += curve.values[j];
+            result.converged = result.converged && curve.estimatedError <= accuracy.tolerance;
+            result.sites.push_back(std::move(curve));
         }
     } catch (const Stopped &) {
         return std::nullopt;
@@ -200,13 +203,12 @@ std::optional<Axis> fittingAxis(std::span<const Site> sites, const Conditions &c
     check(shape);
     if (sites.empty())
         throw std::invalid_argument("There are no sites");
-    double low = std::numeric_limits<double>::infinity(), high = -low;
+    std::vector<std::vector<PowderPattern>> found;
     for (const Site &site : sites) {
         check(site, conditions);
-        const auto [first, last] = limits(transitions(site, conditions), conditions);
-        low = std::min(low, first);
-        high = std::max(high, last);
+        found.push_back(patterns(site, conditions));
     }
+    const auto [low, high] = limits(found);
     // The wings of a Lorentzian fall below 0.1 % at 16 widths.
     const double margin = std::max({16.5 * shape.lorentzian + 2 * shape.gaussian, 0.02 * (high - low), 1.0});
     Axis axis;
@@ -223,12 +225,12 @@ std::optional<Axis> fittingAxis(std::span<const Site> sites, const Conditions &c
     const auto begin = preview->sum.begin(), end = preview->sum.end();
     const auto first = std::find_if(begin, end, above);
     const auto last = std::find_if(preview->sum.rbegin(), preview->sum.rend(), above).base();
-    Axis found;
-    found.points = points;
-    found.first = axis.at(size_t(std::max<ptrdiff_t>(first - begin - 2, 0)));
-    found.last = axis.at(size_t(std::min<ptrdiff_t>(last - begin + 1, ptrdiff_t(axis.points) - 1)));
-    check(found);
-    return found;
+    Axis fitting;
+    fitting.points = points;
+    fitting.first = axis.at(size_t(std::max<ptrdiff_t>(first - begin - 2, 0)));
+    fitting.last = axis.at(size_t(std::min<ptrdiff_t>(last - begin + 1, ptrdiff_t(axis.points) - 1)));
+    check(fitting);
+    return fitting;
 }
 
 } // namespace Workbench::Powder

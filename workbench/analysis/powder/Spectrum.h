@@ -41,9 +41,7 @@ std::optional<Axis> fittingAxis(std::span<const Site> sites, const Conditions &c
 void check(const LineShape &shape);
 void check(const Axis &axis);
 
-/// How many rows of triangles the first of the two lattices has whose difference shows the convergence.
-size_t rowsForFirstTry(const Transition &transition, const Conditions &conditions, double width, double tolerance);
-/// For so many directions.
+/// How many rows of triangles give so many directions.
 size_t rowsForDirections(double directions);
 
 } // namespace Workbench::Powder

@@ -2,6 +2,8 @@
 #include "analysis/powder/Trigonometry.h"
 
 #include <cmath>
+#include <deque>
+#include <mutex>
 #include <numbers>
 #include <utility>
 
@@ -51,6 +53,22 @@ TwiddleTable::TwiddleTable(size_t size) : m_cosines(size), m_sines(size)
         m_cosines[i] = cosine;
         m_sines[i] = sine;
     }
+}
+
+std::shared_ptr<const TwiddleTable> TwiddleTable::shared(size_t size)
+{
+    // The few last ones stay: a preview computes the same axis again and again.
+    static std::mutex mutex;
+    static std::deque<std::shared_ptr<const TwiddleTable>> kept;
+    const std::lock_guard lock(mutex);
+    for (const auto &table : kept) {
+        if (table->m_cosines.size() == size)
+            return table;
+    }
+    kept.push_back(std::make_shared<const TwiddleTable>(size));
+    if (kept.size() > 4)
+        kept.pop_front();
+    return kept.back();
 }
 
 } // namespace Workbench::Powder

@@ -3,6 +3,7 @@
 
 #include "analysis/powder/KernelLoops.h"
 
+#include <memory>
 #include <vector>
 
 namespace Workbench::Powder {
@@ -16,11 +17,12 @@ double exponential(double x);
 /// Cosine and sine of 2 pi i / size.
 class TwiddleTable {
 public:
-    /// `size` is a power of two.
+    /// `size` is a power of two, at least 4.
     explicit TwiddleTable(size_t size);
+    /// Kept for the next caller until a few of other sizes were asked for.
+    static std::shared_ptr<const TwiddleTable> shared(size_t size);
 
     Twiddles twiddles() const { return {m_cosines.size(), m_cosines.data(), m_sines.data()}; }
-    const std::vector<double> &cosines() const { return m_cosines; }
 
 private:
     std::vector<double> m_cosines, m_sines;
