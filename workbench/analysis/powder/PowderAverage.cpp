@@ -163,7 +163,7 @@ size_t PowderPattern::rowsForFirstTry(double width, double tolerance) const
 {
     // Found by trying: a triangle's curvature against the width, and sidebands against the steps of their directions.
     const double centres = 0.1 * std::sqrt((m_high - m_low) / (width * tolerance));
-    const double sidebands = m_rate > 0 ? 0.5 * double(m_sidebands.steps) : 0;
+    const double sidebands = m_rate > 0 ? 0.35 * double(m_sidebands.steps) : 0;
     return size_t(std::clamp(std::max(centres, sidebands), double(leastRows), double(mostRows) / 2));
 }
 

@@ -209,8 +209,10 @@ std::optional<Axis> fittingAxis(std::span<const Site> sites, const Conditions &c
         found.push_back(patterns(site, conditions));
     }
     const auto [low, high] = limits(found);
-    // The wings of a Lorentzian fall below 0.1 % at 16 widths.
-    const double margin = std::max({16.5 * shape.lorentzian + 2 * shape.gaussian, 0.02 * (high - low), 1.0});
+    // The wings of a Lorentzian fall below 0.1 % at 16 widths, those of a pattern as wide as w / (2 pi x^2) does against
+    // a thousandth of its mean height.
+    const double wings = std::sqrt(160 * shape.lorentzian * (high - low));
+    const double margin = std::max({16.5 * shape.lorentzian + 2 * shape.gaussian + wings, 0.02 * (high - low), 1.0});
     Axis axis;
     axis.first = (high + margin) / conditions.larmor;
     axis.last = (low - margin) / conditions.larmor;
