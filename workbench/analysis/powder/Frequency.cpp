@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/powder/Frequency.h"
 
+#include "analysis/powder/Matrices.h"
 #include "analysis/powder/Kernels.h"
 #include "analysis/powder/Lattice.h"
 #include "analysis/powder/Trigonometry.h"
@@ -18,17 +19,6 @@ namespace {
 
 using Eigen::Matrix3d;
 using Eigen::Vector3d;
-
-Matrix3d symmetric(const Tensor &tensor)
-{
-    const Matrix3d raw = Eigen::Map<const Eigen::Matrix<double, 3, 3, Eigen::RowMajor>>(tensor.data());
-    return 0.5 * (raw + raw.transpose());
-}
-
-Matrix3d withoutTrace(const Matrix3d &matrix)
-{
-    return matrix - matrix.trace() / 3 * Matrix3d::Identity();
-}
 
 void setForm(Form &form, const Matrix3d &m)
 {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/powder/Model.h"
 
+#include "analysis/powder/Matrices.h"
 #include "analysis/powder/Frequency.h"
 
 #include <Eigen/Dense>
@@ -17,12 +18,6 @@ namespace {
 
 using Eigen::Matrix3d;
 
-Matrix3d symmetric(const Tensor &tensor)
-{
-    const Matrix3d raw = Eigen::Map<const Eigen::Matrix<double, 3, 3, Eigen::RowMajor>>(tensor.data());
-    return 0.5 * (raw + raw.transpose());
-}
-
 bool isFinite(const Tensor &tensor)
 {
     return std::all_of(tensor.begin(), tensor.end(), [](double value) { return std::isfinite(value); });
@@ -31,11 +26,6 @@ bool isFinite(const Tensor &tensor)
 bool isHalfInteger(double spin)
 {
     return std::fmod(2 * spin, 2) == 1;
-}
-
-Matrix3d withoutTrace(const Matrix3d &matrix)
-{
-    return matrix - matrix.trace() / 3 * Matrix3d::Identity();
 }
 
 } // namespace
