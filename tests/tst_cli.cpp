@@ -198,7 +198,7 @@ private Q_SLOTS:
             int dimensions;
             std::vector<Peak> peaks;
         };
-        for (const Case &c : {Case{"10\n20.5\n", 1, {{10, 0, 1}, {20.5, 0, 1}}},
+        for (const Case &c : {Case{"10\n20.5\n", 1, {{10}, {20.5}}},
                               Case{"position,height\n# c\n 10 , 2 # why\n\n-5,-1", 1, {{10, 0, 2}, {-5, 0, -1}}},
                               Case{"3.5,60\n1.2,15,4\n", 2, {{3.5, 60, 1}, {1.2, 15, 4}}},
                               Case{"\xEF\xBB\xBFppm\r\n1\r\n2\r\n", 1, {{1, 0, 1}, {2, 0, 1}}},
