@@ -48,6 +48,12 @@ CommandRun headless(std::function<void(HostApplication &, MessageLog &)> run, co
     };
 }
 
+void reportNotes(const QString &path, const QStringList &notes)
+{
+    for (const QString &note : notes)
+        printError(QStringLiteral("%1: %2\n").arg(path, note));
+}
+
 QString required(const CommandLine &line, const char *option)
 {
     if (!line.has(option))
@@ -73,9 +79,10 @@ const OptionSpec &experimentOption()
 {
     static constexpr OptionSpec option{
         "experiment", "EXP",
-        "Experimental peak list: comma-separated text, one peak a line, position[,height] in 1D and "
-        "position,position_f1[,height] in 2D, in ppm. A header line and # comments are allowed. Or a spectrum, of "
-        "which the peaks are picked: CSV ppm,intensity, JCAMP-DX or a Bruker folder. Required."};
+        "Experimental peak list: text, one peak a line, position[,height] in 1D and position,position_f1[,height] in "
+        "2D, in ppm, or peaklist.xml. Or a spectrum, of which the peaks are picked: text with ppm and intensity, "
+        "JCAMP-DX, CSDM, SIMPSON or a Bruker folder. `magres-workbench experiment EXP` shows how a file is understood. "
+        "Required."};
     return option;
 }
 
@@ -84,7 +91,7 @@ const OptionSpec &spectrumOutputOption()
     static constexpr OptionSpec option{
         "o", "OUT",
         "Output file; its suffix chooses the format: .csv (data points), .json (axes, peaks, parameters), .jdx or .dx "
-        "(JCAMP-DX, 1D only), .png, .svg or .pdf (the plot). May be given more than once.",
+        "(JCAMP-DX, 1D only), .csdf (CSDM), .png, .svg or .pdf (the plot). May be given more than once.",
         true};
     return option;
 }

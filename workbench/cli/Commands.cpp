@@ -43,7 +43,7 @@ const std::vector<OptionSpec> &commonOptions()
 const std::vector<Command> &commands()
 {
     static const std::vector<Command> list{
-        tableCommand(),  simulateCommand(),   fitCommand(),  rmsdCommand(),
+        tableCommand(),  simulateCommand(),   fitCommand(),  rmsdCommand(),       experimentCommand(),
         renderCommand(), spinSystemCommand(), rankCommand(), rankWorkerCommand(),
     };
     return list;

@@ -47,6 +47,7 @@ Command tableCommand();
 Command simulateCommand();
 Command fitCommand();
 Command rmsdCommand();
+Command experimentCommand();
 Command renderCommand();
 Command spinSystemCommand();
 Command rankCommand();
@@ -61,6 +62,9 @@ std::vector<OptionSpec> withSimulateOptions(std::vector<OptionSpec> options);
 
 /// The line widths that a spectrum was made with.
 void reportLineWidths(const Simulation &simulation, bool onStandardError);
+
+/// What was assumed in reading a measured file, to standard error.
+void reportNotes(const QString &path, const QStringList &notes);
 
 /// The value of an option without which the command cannot be. Throws UsageError.
 QString required(const CommandLine &line, const char *option);

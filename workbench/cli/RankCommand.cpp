@@ -143,7 +143,7 @@ CommandRun prepareRank(const CommandLine &line)
     const int jobs =
         line.has("jobs") ? OptionValues::count(CommandLine::shown("jobs"), line.value("jobs"), mostWorkers) : 1;
     return [=](const ProgramStart &start) {
-        readExperiment(line, options);
+        reportNotes(line.value("experiment"), readExperiment(line, options).notes());
         output.check();
         const QStringList files = line.positional();
         // Workers put theirs inside: one that crashes leaves nothing behind.

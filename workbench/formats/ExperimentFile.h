@@ -41,7 +41,12 @@ QStringList nameFilters();
 /// By the name alone: what does not look like an experiment is a matter of the plug-ins.
 bool isExperiment(const QString &path);
 
-/// Experiment(path, its nuclei).beside(its peaks), for a spectrum that has points.
+/// Those that stand out of the noise, in ppm.
+std::vector<MeasuredPeak> pickedPeaks(const ExperimentalSpectrum &measured);
+
+/// For a spectrum that has points: its nuclei and frequencies stand in where the file is silent.
+Experiment open(const QString &path, const Spectrum &beside);
+/// open(path, beside).beside(its peaks)
 QVariantMap read(const QString &path, const Spectrum &beside);
 
 /// Equivalent sites of a crystal are one peak of a measurement and as many simulated ones, and the comparison wants as

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "formats/SpectrumExport.h"
 
-#include "formats/JcampExport.h"
+#include "formats/MeasurementFormats.h"
 #include "data/Error.h"
 #include "data/JsonValues.h"
 #include "data/NumberText.h"
@@ -139,21 +139,22 @@ void writeJson(const SpectrumEntry &entry, QIODevice &device)
 
 const QStringList &suffixes()
 {
-    static const QStringList list{QStringLiteral("csv"), QStringLiteral("json"), QStringLiteral("jdx"),
-                                  QStringLiteral("dx")};
+    static const QStringList list = [] {
+        QStringList all;
+        for (const MeasurementFormat &format : measurementFormats())
+            all += format.write ? format.suffixes : QStringList();
+        all.sort();
+        return all;
+    }();
     return list;
 }
 
 void write(const SpectrumEntry &entry, const QString &suffix, QIODevice &device)
 {
-    if (suffix == u"csv")
-        writeCsv(entry, device);
-    else if (suffix == u"json")
-        writeJson(entry, device);
-    else if (suffix == u"jdx" || suffix == u"dx")
-        JcampExport::write(entry, device);
-    else
+    const MeasurementFormat *format = formatToWrite(suffix);
+    if (!format)
         fail(Texts::tr("the file name must end in .%1").arg(suffixes().join(QLatin1String(", ."))));
+    format->write(entry, device);
 }
 
 } // namespace SpectrumExport

@@ -20,7 +20,7 @@ void writeCsv(const SpectrumEntry &entry, QIODevice &device);
 /// parameters of the plug-in. Arrays over dimensions hold F2, then F1, one entry per dimension.
 void writeJson(const SpectrumEntry &entry, QIODevice &device);
 
-/// The suffixes that stand for a format: data points, parameters, JCAMP-DX.
+/// The suffixes of all formats that are written.
 const QStringList &suffixes();
 
 /// In the format of the suffix (lower case, without the dot); another suffix is an error.
