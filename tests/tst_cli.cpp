@@ -107,11 +107,16 @@ private Q_SLOTS:
         row(2, "fit a --nucleus 13C", "--experiment");
         row(2, "rmsd a --nucleus 13C --experiment e -o x.csv", "'o'");
         row(2, "render a", "-o");
+        row(2, "experiment", "FILE");
+        row(2, "experiment a b -o x.csv", "one EXP");
+        row(2, "experiment a --unit MHz", "--unit");
+        row(2, "experiment a -o x.xyz", ".csdf");
         row(2, "render a -o x.png --reference 3", "--reference");
         row(1, "table no-such-file", "no-such-file does not exist");
         row(1, "table /", "directory");
         row(1, "table /dev/null", "/dev/null");
         row(1, "fit / --nucleus 13C --experiment nowhere.csv", "nowhere.csv");
+        row(1, "experiment nowhere.csv", "nowhere.csv");
         row(1, "a.magres", "magres-workbench simulate"); // a window without a display
         row(1, "table / --plugin-path /nowhere", "/nowhere");
     }
@@ -174,6 +179,49 @@ private Q_SLOTS:
         QCOMPARE(run(u"simulate"_s, references, u"again"_s).status, 0);
         QVERIFY(!read(u"fit.csv"_s).isEmpty());
         QVERIFY(read(u"fit.csv"_s) == read(u"again.csv"_s));
+    }
+
+    /// What is written and read again lies where it was, in every format.
+    void experimentsKeepTheirAxes()
+    {
+        const QTemporaryDir directory;
+        const auto report = [&](const QString &path, const QStringList &outputs) {
+            QStringList arguments{u"experiment"_s, path, u"-o"_s, directory.filePath(u"report.json"_s)};
+            for (const QString &output : outputs)
+                arguments << u"-o"_s << directory.filePath(output);
+            const Finished finished = runProgram(arguments);
+            if (finished.status != 0)
+                qWarning("%s", qPrintable(finished.errors));
+            QFile file(directory.filePath(u"report.json"_s));
+            return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object() : QJsonObject();
+        };
+        const QStringList copies{u"s.csv"_s, u"s.jdx"_s, u"s.csdf"_s};
+        const QJsonObject original = report(QStringLiteral(SAMPLES "/paracetamol-13C-bruker"),
+                                            copies + QStringList{u"s.png"_s, u"s.svg"_s, u"s.pdf"_s});
+        QCOMPARE(original[u"dimensions"][0][u"points"].toInt(), 4096);
+        QCOMPARE(original[u"peaks"].toArray().size(), 8);
+        for (const QString &copy : copies) {
+            const QJsonObject again = report(directory.filePath(copy), {});
+            QCOMPARE(again[u"kind"].toString(), u"spectrum"_s);
+            for (const char16_t *end : {u"first", u"last"}) {
+                const double there = original[u"dimensions"][0][QStringView(end)].toDouble(),
+                             here = again[u"dimensions"][0][QStringView(end)].toDouble();
+                QVERIFY2(std::abs(there - here) < 1e-8, qPrintable(copy + QString::number(here - there)));
+            }
+            QCOMPARE(again[u"peaks"].toArray().size(), 8);
+            QVERIFY(std::abs(again[u"peaks"][3][u"pos"][0].toDouble() - original[u"peaks"][3][u"pos"][0].toDouble())
+                    < 1e-6);
+        }
+        for (const char *picture : {"s.png", "s.svg", "s.pdf"})
+            QVERIFY2(QFileInfo(directory.filePath(QLatin1String(picture))).size() > 1000, picture);
+
+        // Of several files those that can be read are shown; the assumptions are told where a measurement is used.
+        const Finished several = runProgram({u"experiment"_s, directory.filePath(u"s.csv"_s), directory.path()});
+        QCOMPARE(several.status, 3);
+        QVERIFY(several.output.contains(u"4096 points") && several.errors.contains(directory.path()));
+        const Finished rmsd = runProgram({u"rmsd"_s, QStringLiteral(SAMPLES "/paracetamol.magres"), u"--nucleus"_s,
+                                          u"13C"_s, u"--experiment"_s, directory.filePath(u"s.csv"_s)});
+        QVERIFY2(rmsd.errors.contains(u"Read as a spectrum: 4096"), qPrintable(rmsd.errors));
     }
 
     void helpTellsOfEveryOption()

@@ -8,7 +8,7 @@
 #include "cli/SimulateOptions.h"
 #include "cli/Simulation.h"
 #include "document/PageExport.h"
-#include "formats/SpectrumExport.h"
+#include "formats/MeasurementFormats.h"
 #include "host/HostApplication.h"
 #include "host/PluginManager.h"
 
@@ -60,6 +60,12 @@ void warnOfMethods(const std::vector<ReferenceSet> &sets, const QString &file)
     }
 }
 
+void reportNotes(const QString &path, const QStringList &notes)
+{
+    for (const QString &note : notes)
+        printError(QStringLiteral("%1: %2\n").arg(path, note));
+}
+
 QString required(const CommandLine &line, const char *option)
 {
     if (!line.has(option))
@@ -85,9 +91,10 @@ const OptionSpec &experimentOption()
 {
     static constexpr OptionSpec option{
         "experiment", "EXP",
-        "Experimental peak list: comma-separated text, one peak a line, position[,height] in 1D and "
-        "position,position_f1[,height] in 2D, in ppm. A header line and # comments are allowed. Or a spectrum, of "
-        "which the peaks are picked: CSV ppm,intensity, JCAMP-DX or a Bruker folder. Required."};
+        "Experimental peak list: text, one peak a line, position[,height] in 1D and position,position_f1[,height] in "
+        "2D, in ppm, or peaklist.xml. Or a spectrum, of which the peaks are picked: text with ppm and intensity, "
+        "JCAMP-DX, CSDM, SIMPSON or a Bruker folder. `magres-workbench experiment EXP` shows how a file is understood. "
+        "Required."};
     return option;
 }
 
@@ -95,9 +102,10 @@ const OptionSpec &spectrumOutputOption()
 {
     static const QByteArray description = [] {
         QStringList formats;
-        for (const SpectrumExport::Format &format : SpectrumExport::formats())
-            formats.append(QStringLiteral(".%1 (%2)")
-                               .arg(format.suffixes.join(QLatin1String(" or .")), QLatin1String(format.contents)));
+        for (const MeasurementFormat &format : measurementFormats()) {
+            if (format.write)
+                formats.append(QStringLiteral(".%1 (%2)").arg(format.suffixes.constFirst(), format.content));
+        }
         formats.append(QStringLiteral(".%1 (the plot)").arg(PageExport::suffixes().join(QLatin1String(", ."))));
         return QStringLiteral("Output file; its suffix chooses the format: %1. May be given more than once.")
             .arg(formats.join(QLatin1String(", ")))

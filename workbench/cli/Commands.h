@@ -48,6 +48,7 @@ Command tableCommand();
 Command simulateCommand();
 Command fitCommand();
 Command rmsdCommand();
+Command experimentCommand();
 Command renderCommand();
 Command spinSystemCommand();
 Command rankCommand();
@@ -71,6 +72,9 @@ void reportLineWidths(const Simulation &simulation, bool onStandardError);
 
 /// Says on standard error where a reference set was calculated otherwise than the file.
 void warnOfMethods(const std::vector<ReferenceSet> &sets, const QString &file);
+
+/// What was assumed in reading a measured file, to standard error.
+void reportNotes(const QString &path, const QStringList &notes);
 
 /// The value of an option without which the command cannot be. Throws UsageError.
 QString required(const CommandLine &line, const char *option);

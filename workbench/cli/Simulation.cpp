@@ -328,7 +328,10 @@ QString Simulation::lineWidths() const
 
 void Simulation::addExperiment(const QString &fileName)
 {
-    data().addEntry(ExperimentFile::read(fileName, data().spectrum(m_entry)), QFileInfo(fileName).fileName());
+    const Spectrum &simulated = data().spectrum(m_entry);
+    const Experiment experiment = ExperimentFile::open(fileName, simulated);
+    reportNotes(fileName, experiment.notes());
+    data().addEntry(experiment.beside(simulated.peaks), QFileInfo(fileName).fileName());
     // The commands of the plug-in work on the simulated entry.
     data().setActiveEntryId(m_entry);
 }

@@ -4,6 +4,7 @@
 #include "formats/BrukerReader.h"
 #include "data/ReaderText.h"
 
+#include <QFileInfo>
 #include <QXmlStreamReader>
 
 #include <cmath>
@@ -77,7 +78,7 @@ MeasuredPeaks read(const QString &path)
 {
     MeasuredPeaks peaks = parse(ReaderText::readText(path, largestFile), path);
     const BrukerReader::Description description = BrukerReader::describe(path);
-    peaks.title = description.title;
+    peaks.title = description.title.isEmpty() ? QFileInfo(path).completeBaseName() : description.title;
     for (size_t d = 0; d < size_t(peaks.dimensions); ++d)
         peaks.nuclei[d] = description.nuclei[d];
     return peaks;

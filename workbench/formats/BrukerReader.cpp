@@ -255,7 +255,7 @@ void checkValues(const std::vector<double> &data, const QString &path)
         fail(path, tr("point %1 is not a finite number").arg(qulonglong(bad - data.begin())));
 }
 
-/// The first line of the folder's title, or where the folder lies.
+/// The first line of the folder's title; empty without one.
 QString title(const Location &location)
 {
     const QFileInfo info(location.file("title"));
@@ -267,7 +267,7 @@ QString title(const Location &location)
                 return ReaderText::decoded(line);
         }
     }
-    return location.folder.absolutePath().section(QLatin1Char('/'), -4);
+    return {};
 }
 
 /// The rows of a series (relaxation, kinetics) are no axis of shifts, whatever width and offset the parameters give.
@@ -319,6 +319,8 @@ ExperimentalSpectrum read(const QString &path)
 
     ExperimentalSpectrum spectrum;
     spectrum.title = title(location);
+    if (spectrum.title.isEmpty()) // where the folder lies
+        spectrum.title = location.folder.absolutePath().section(QLatin1Char('/'), -4);
     spectrum.format = QStringLiteral("Bruker");
     spectrum.dimensions.push_back(dimension(processF2));
     const int points2 = spectrum.dimensions[0].points;

@@ -3,10 +3,12 @@
 
 #include "formats/EvenAxis.h"
 #include "data/ReaderText.h"
+#include "data/SpectrumEntry.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QHash>
+#include <QIODevice>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -98,11 +100,16 @@ Coordinates monotonic(const QJsonObject &json, const QString &source)
     }
     constexpr int decimals = 300, digits = 15;
     const auto even = evenAxis(positions, decimals, digits);
-    if (!even)
-        fail(source,
-             tr("the coordinates of a monotonic dimension are not evenly spaced, as those of a spectrum must be"));
+    constexpr double tolerance = 0.05; // of a step
+    for (size_t i = 0; i < positions.size(); ++i) {
+        if (!even
+            || !(std::abs(positions[i] - even->first - double(i) * even->step) <= tolerance * std::abs(even->step)))
+            fail(source,
+                 tr("the coordinates of a monotonic dimension are not evenly spaced, as those of a spectrum must be"));
+    }
+    checkedCount(double(positions.size()), source);
     const double offset = quantity(json[u"coordinates_offset"], source, u"coordinates_offset"_s).value;
-    return {even->first + offset, even->step, checkedCount(double(positions.size()), source), unit};
+    return {even->first + offset, even->step, int(positions.size()), unit};
 }
 
 QString nucleusIn(const QJsonObject &json)
@@ -319,6 +326,24 @@ QByteArray written(const ExperimentalSpectrum &spectrum)
                            {u"dimensions"_s, dimensions},
                            {u"dependent_variables"_s, QJsonArray{variable}}};
     return QJsonDocument(QJsonObject{{u"csdm"_s, csdm}}).toJson();
+}
+
+void write(const SpectrumEntry &entry, QIODevice &device)
+{
+    const Spectrum &spectrum = entry.spectrum;
+    if (spectrum.isEmpty())
+        Workbench::fail(tr("the spectrum holds no data: %1").arg(spectrum.note));
+    ExperimentalSpectrum plain;
+    plain.title = entry.name;
+    for (const SpectrumAxis &axis : spectrum.axes) {
+        const QString nucleus = axis.massNumber > 0 ? QString::number(axis.massNumber) + axis.element : QString();
+        plain.dimensions.push_back(
+            {nucleus, axis.frequency, -axis.step * axis.size * axis.frequency, axis.first, axis.step, axis.size});
+    }
+    plain.data.assign(spectrum.real().begin(), spectrum.real().end());
+    const QByteArray text = written(plain);
+    if (device.write(text) != text.size())
+        Workbench::fail(tr("the data cannot be written: %1").arg(device.errorString()));
 }
 
 } // namespace CsdmFile

@@ -5,7 +5,11 @@
 
 #include <QByteArray>
 
+class QIODevice;
+
 namespace Workbench {
+
+struct SpectrumEntry;
 
 /// Core Scientific Dataset Model (D. J. Srivastava et al., PLOS ONE 15 (2020) e0225953): spectra with one or two linear
 /// or evenly spaced monotonic dimensions in Hz or ppm, the first one running fastest, with internal values (numbers or
@@ -21,8 +25,9 @@ bool recognises(const QByteArray &start);
 ExperimentalSpectrum parse(const QByteArray &text, const QString &source, const ReadOptions &options = {});
 ExperimentalSpectrum read(const QString &path, const ReadOptions &options = {});
 
-/// With base64 values in double precision.
+/// With base64 values in double precision. A dimension without frequency is in ppm.
 QByteArray written(const ExperimentalSpectrum &spectrum);
+void write(const SpectrumEntry &entry, QIODevice &device);
 
 } // namespace CsdmFile
 

@@ -4,7 +4,7 @@
 #include "data/Error.h"
 #include "formats/PeakListFile.h"
 #include "analysis/PeakPicking.h"
-#include "formats/BrukerReader.h"
+#include "formats/MeasurementFormats.h"
 #include "formats/SpectrumReader.h"
 
 #include <QCoreApplication>
@@ -22,10 +22,6 @@ namespace ExperimentFile {
 namespace {
 
 constexpr double equalShifts = 0.01; // ppm: calculated shifts of equivalent sites differ in the last digits
-const QStringList suffixes{QStringLiteral("csv"),  QStringLiteral("txt"),   QStringLiteral("tsv"),
-                           QStringLiteral("asc"),  QStringLiteral("dat"),   QStringLiteral("jdx"),
-                           QStringLiteral("dx"),   QStringLiteral("jcamp"), QStringLiteral("jcm"),
-                           QStringLiteral("csdf"), QStringLiteral("csdfe"), QStringLiteral("spe")};
 
 QString massAndSymbol(const SpectrumAxis &axis)
 {
@@ -49,9 +45,11 @@ void matchNucleus(QString &nucleus, const QString &there, const QString &name)
         fail(Texts::tr("%1 is a spectrum of %2, the plot shows one of %3").arg(name, nucleus, there));
 }
 
-std::vector<PeakListFile::Peak> pickedPeaks(const ExperimentalSpectrum &measured)
+} // namespace
+
+std::vector<MeasuredPeak> pickedPeaks(const ExperimentalSpectrum &measured)
 {
-    std::vector<PeakListFile::Peak> peaks;
+    std::vector<MeasuredPeak> peaks;
     const auto &axes = measured.dimensions;
     if (axes.size() == 2) {
         for (const PeakPicking::Peak2D &peak : PeakPicking::pick2D(measured.data, axes[0].points))
@@ -62,6 +60,8 @@ std::vector<PeakListFile::Peak> pickedPeaks(const ExperimentalSpectrum &measured
     }
     return peaks;
 }
+
+namespace {
 
 /// Of these dimensions and nuclei; frequencies (MHz, 0 unknown) stand in where the file is silent.
 Measurement matching(const QString &path, const QStringList &nuclei, const std::vector<double> &frequencies)
@@ -92,14 +92,25 @@ Measurement matching(const QString &path, const QStringList &nuclei, const std::
 
 QStringList nameFilters()
 {
-    return {Texts::tr("Spectra and peak lists (*.%1 peaklist.xml 1r 2rr)").arg(suffixes.join(QStringLiteral(" *.")))};
+    QStringList patterns;
+    for (const MeasurementFormat &format : measurementFormats()) {
+        if (!format.read)
+            continue;
+        for (const QString &suffix : format.suffixes)
+            patterns.append(QStringLiteral("*.") + suffix);
+        patterns += format.fileNames;
+    }
+    return {Texts::tr("Spectra and peak lists (%1)").arg(patterns.join(u' '))};
 }
 
 bool isExperiment(const QString &path)
 {
     const QFileInfo info(path);
-    return suffixes.contains(info.suffix().toLower()) || info.fileName() == u"peaklist.xml" || info.isDir()
-        || BrukerReader::recognises(path);
+    const QString suffix = info.suffix().toLower();
+    const auto &formats = measurementFormats();
+    return info.isDir() || std::any_of(formats.begin(), formats.end(), [&](const MeasurementFormat &format) {
+               return format.read && (format.suffixes.contains(suffix) || format.fileNames.contains(info.fileName()));
+           });
 }
 
 std::vector<PeakListFile::Peak> countedLike(const QList<SpectrumPeak> &simulated,
@@ -140,7 +151,7 @@ MeasuredPeaks peaks(const QString &path, const QStringList &nuclei)
     return picked;
 }
 
-QVariantMap read(const QString &path, const Spectrum &beside)
+Experiment open(const QString &path, const Spectrum &beside)
 {
     if (beside.isEmpty())
         fail(Texts::tr("there is no spectrum to put %1 beside").arg(QFileInfo(path).fileName()));
@@ -150,7 +161,12 @@ QVariantMap read(const QString &path, const Spectrum &beside)
         nuclei.append(massAndSymbol(axis));
         frequencies.push_back(axis.frequency);
     }
-    return Experiment(path, nuclei, frequencies).beside(beside.peaks);
+    return Experiment(path, nuclei, frequencies);
+}
+
+QVariantMap read(const QString &path, const Spectrum &beside)
+{
+    return open(path, beside).beside(beside.peaks);
 }
 
 } // namespace ExperimentFile

@@ -41,7 +41,12 @@ QStringList nameFilters();
 /// By the name alone: what does not look like an experiment is a matter of the plug-ins.
 bool isExperiment(const QString &path);
 
-/// Experiment(path, its nuclei).beside(its peaks), for a spectrum that has points.
+/// Those that stand out of the noise, in ppm.
+std::vector<MeasuredPeak> pickedPeaks(const ExperimentalSpectrum &measured);
+
+/// For a spectrum that has points: its nuclei and frequencies stand in where the file is silent.
+Experiment open(const QString &path, const Spectrum &beside);
+/// open(path, beside).beside(its peaks)
 QVariantMap read(const QString &path, const Spectrum &beside);
 
 /// The peaks of a list as they stand, or those picked from a spectrum. Nuclei are checked as by Experiment.

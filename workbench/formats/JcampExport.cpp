@@ -52,15 +52,6 @@ public:
     QByteArray text;
 };
 
-double frequencyOf(const QVariantMap &entry)
-{
-    const auto values = entry.value(QStringLiteral("SpecInfo"))
-                            .toMap()
-                            .value(QStringLiteral("SpectrometerFrequencies"))
-                            .value<DoubleVector>();
-    return values.empty() ? 0.0 : values[0];
-}
-
 void addPeaks(Records &records, const QList<SpectrumPeak> &peaks)
 {
     QByteArray table("(XYA)");
@@ -117,7 +108,8 @@ void write(const SpectrumEntry &entry, QIODevice &device)
     const double most = std::max(std::abs(*lowest), std::abs(*highest));
     // Too small a spectrum would make a factor that is no longer an exact quotient.
     const double factor = most > std::numeric_limits<double>::min() * largestOrdinate ? most / largestOrdinate : 1.0;
-    const QByteArray nucleus = QByteArray::number(axis.massNumber) + axis.element.toLatin1();
+    const QByteArray nucleus =
+        axis.element.isEmpty() ? QByteArray() : QByteArray::number(axis.massNumber) + axis.element.toLatin1();
 
     Records records;
     records.add("TITLE", oneLine(QString::fromLatin1(nucleus) + u' ' + entry.name));
@@ -126,8 +118,11 @@ void write(const SpectrumEntry &entry, QIODevice &device)
     records.add("DATA CLASS", QByteArray("XYDATA"));
     records.add("ORIGIN", oneLine(QStringLiteral("magres-workbench ") + QCoreApplication::applicationVersion()));
     records.add("OWNER", QByteArray("not stated"));
-    records.add(".OBSERVE FREQUENCY", frequencyOf(entry.data));
-    records.add(".OBSERVE NUCLEUS", '^' + nucleus);
+    // What nobody knows is not written.
+    if (axis.frequency > 0.0)
+        records.add(".OBSERVE FREQUENCY", axis.frequency);
+    if (!nucleus.isEmpty())
+        records.add(".OBSERVE NUCLEUS", '^' + nucleus);
     addParameters(records, entry.parameters(QStringLiteral("magres")));
     addPeaks(records, spectrum.peaks);
     records.add("XUNITS", QByteArray("PPM"));

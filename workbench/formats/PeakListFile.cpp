@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "formats/PeakListFile.h"
 
-#include "data/ReaderText.h"
-#include "formats/TextReader.h"
 #include "support/MetaTypes.h"
 
 #include <QList>
@@ -11,22 +9,6 @@
 namespace Workbench {
 
 namespace PeakListFile {
-
-std::vector<Peak> parse(const QByteArray &text, const QString &source, int dimensions)
-{
-    ReadOptions options;
-    options.dimensions = dimensions;
-    Measurement measurement = TextReader::parse(text, source, options);
-    auto *list = std::get_if<MeasuredPeaks>(&measurement);
-    if (!list)
-        ReaderText::fail(source, ReaderText::tr("this is a spectrum, a list of peaks was expected"));
-    if (list->dimensions != dimensions)
-        ReaderText::fail(
-            source,
-            dimensions == 1 ? ReaderText::tr("this is a list of 2D peaks, expected \"position[,height]\"")
-                            : ReaderText::tr("this is a list of 1D peaks, expected \"position,position_f1[,height]\""));
-    return std::move(list->peaks);
-}
 
 QVariantMap toPeakMap(const std::vector<Peak> &peaks)
 {

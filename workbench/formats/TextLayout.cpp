@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <tuple>
 
 namespace Workbench {
 
@@ -56,6 +57,13 @@ std::string_view commentText(std::string_view line)
 struct Split {
     TextLayout layout;
     size_t matching = 0; ///< rows
+    size_t cutNumbers = 0; ///< names that look like numbers cut at the wrong place
+    size_t headers = 0; ///< lines without numbers that have as many fields
+
+    bool operator<(const Split &other) const
+    {
+        return std::tuple(matching, other.cutNumbers, headers) < std::tuple(other.matching, cutNumbers, other.headers);
+    }
 };
 
 using Fields = std::vector<std::string_view>;
@@ -70,13 +78,30 @@ std::vector<Fields> splitAll(const TextLayout &layout, const std::vector<TextLin
 
 bool matches(const TextLayout &layout, const Fields &fields)
 {
-    if (fields.size() != layout.columns.size())
+    if (!layout.fits(fields.size()))
         return false;
     for (size_t i = 0; i < fields.size(); ++i) {
         if (layout.columns[i].numeric && !layout.number(fields[i]))
             return false;
     }
     return true;
+}
+
+bool isNoNumber(std::string_view field)
+{
+    const QString text = ReaderText::decoded(field).toLower();
+    return text == u"nan" || text == u"inf" || text == u"-inf" || text == u"-nan";
+}
+
+/// A number that is damaged rather than a word: 12.3abc, nan. The name of a nucleus is a word.
+bool isDamagedNumber(std::string_view field)
+{
+    if (isNoNumber(field))
+        return true;
+    static const QRegularExpression nucleus(QStringLiteral("^\\d{1,3}[A-Za-z]{1,2}\\b"));
+    return !field.empty() && std::string_view("0123456789.+-").find(field.front()) != std::string_view::npos
+        && field.find_first_of("0123456789") != std::string_view::npos
+        && !nucleus.match(ReaderText::decoded(field)).hasMatch();
 }
 
 /// The number of fields that most rows have, and which of them are numbers in most of these rows.
@@ -106,23 +131,32 @@ Split trySplit(char separator, bool decimalComma, const std::vector<TextLine> &r
     split.layout.columns.resize(usual->first);
     for (size_t i = 0; i < usual->first; ++i)
         split.layout.columns[i].numeric = 2 * numbers[usual->first][i] > usual->second;
-    const auto &columns = split.layout.columns;
-    if (std::any_of(columns.begin(), columns.end(), [](const auto &column) { return column.numeric; }))
-        split.matching = size_t(
-            std::count_if(all.begin(), all.end(), [&](const Fields &fields) { return matches(split.layout, fields); }));
+    auto &columns = split.layout.columns;
+    if (std::none_of(columns.begin(), columns.end(), [](const auto &column) { return column.numeric; }))
+        return split;
+    // A list of peaks may have heights for some of them only.
+    const bool allNumeric =
+        std::all_of(columns.begin(), columns.end(), [](const auto &column) { return column.numeric; });
+    if (allNumeric && separator != ' ' && rows.size() < rowsOfSpectrum) {
+        const size_t count = columns.size();
+        if (rowsOf.contains(count + 1) && rowsOf[count + 1] > 0) {
+            columns.push_back(columns.back());
+            split.layout.lastIsOptional = true;
+        } else {
+            split.layout.lastIsOptional = count > 1 && rowsOf.contains(count - 1) && rowsOf[count - 1] > 0;
+        }
+    }
+    for (const Fields &fields : all) {
+        if (matches(split.layout, fields)) {
+            ++split.matching;
+            for (size_t i = 0; i < fields.size(); ++i)
+                split.cutNumbers += !columns[i].numeric && isDamagedNumber(fields[i]);
+        } else if (fields.size() == columns.size()) {
+            split.headers += std::none_of(fields.begin(), fields.end(),
+                                          [&](std::string_view field) { return split.layout.number(field); });
+        }
+    }
     return split;
-}
-
-/// A number that is damaged rather than a word: 12.3abc, nan. The name of a nucleus is a word.
-bool isDamagedNumber(std::string_view field)
-{
-    const QString text = ReaderText::decoded(field).toLower();
-    if (text == u"nan" || text == u"inf" || text == u"-inf" || text == u"-nan")
-        return true;
-    static const QRegularExpression nucleus(QStringLiteral("^\\d{1,3}[A-Za-z]{1,2}\\b"));
-    return !field.empty() && std::string_view("0123456789.+-").find(field.front()) != std::string_view::npos
-        && field.find_first_of("0123456789") != std::string_view::npos
-        && !nucleus.match(ReaderText::decoded(field)).hasMatch();
 }
 
 struct Meaning {
@@ -241,13 +275,15 @@ double commonRatio(const std::vector<double> &numerator, const std::vector<doubl
     return ratio;
 }
 
-/// One of two coordinates stays while the other one runs.
+/// One of two coordinates stays while the other one runs, and the run begins again where the first one changes.
 bool isGrid(const std::vector<double> &running, const std::vector<double> &staying)
 {
-    constexpr size_t leastRow = 4;
-    return running.size() >= rowsOfSpectrum
-        && std::all_of(staying.begin(), staying.begin() + leastRow, [&](double v) { return v == staying[0]; })
-        && looksEven({running.begin(), running.begin() + leastRow});
+    constexpr std::ptrdiff_t leastRow = 4;
+    const auto change =
+        std::find_if(staying.begin(), staying.end(), [&](double value) { return value != staying.front(); });
+    const std::ptrdiff_t row = change - staying.begin();
+    return running.size() >= rowsOfSpectrum && change != staying.end() && row >= leastRow
+        && running[size_t(row)] == running.front() && looksEven({running.begin(), running.begin() + leastRow});
 }
 
 /// The roles of columns that no header names, by what they hold.
@@ -267,7 +303,7 @@ public:
     {
         switch (m_numeric.size()) {
         case 1:
-            return take({Role::Position});
+            return guessOne();
         case 2:
             return guessTwo();
         case 3:
@@ -290,6 +326,17 @@ private:
         size_t i = 0;
         for (Role role : roles)
             m_layout.columns[size_t(m_numeric[i++])].role = role;
+    }
+
+    void guessOne()
+    {
+        constexpr size_t mostUnnamedPeaks = 256;
+        if (values(0).size() > mostUnnamedPeaks) {
+            fail(m_source, m_layout.firstLine,
+                 tr("a single column of numbers without a name: intensities have no axis here; if these are positions "
+                    "of peaks, say so in a header line \"ppm\""));
+        }
+        take({Role::Position});
     }
 
     void guessTwo()
@@ -371,6 +418,35 @@ void sortOutPositions(TextLayout &layout)
     // A lone F1 is the only axis.
     if (!taken && takenF1)
         layout.columns[size_t(layout.columnOf(Role::PositionF1))].role = Role::Position;
+}
+
+/// A header may name the position alone, or the intensity by a name of its own ("I", "sample 3").
+void findIntensity(TextLayout &layout)
+{
+    if (layout.columnOf(Role::Intensity) >= 0 || layout.columnOf(Role::Imaginary) >= 0)
+        return;
+    const auto found = std::find_if(layout.columns.begin(), layout.columns.end(), [](const auto &column) {
+        return column.numeric && column.role == Role::Ignored && !meaningOf(column.name).known;
+    });
+    if (found == layout.columns.end())
+        return;
+    found->role = Role::Intensity;
+    layout.notes.append(tr("Column \"%1\" was taken as the intensity.").arg(found->name.simplified()));
+}
+
+/// "173,2" may be a position and its height, or one position with a decimal comma.
+bool hasDoubtfulComma(const TextLayout &layout, const std::vector<TextLine> &rows)
+{
+    const auto isDigits = [](std::string_view field) {
+        return !field.empty() && field.find_first_not_of("-0123456789") == std::string_view::npos;
+    };
+    Fields fields;
+    return layout.separator == ',' && layout.columns.size() == 2
+        && std::all_of(rows.begin(), rows.end(), [&](const TextLine &row) {
+               layout.split(row.text, fields);
+               return isDigits(fields[0]) && isDigits(fields.back()) && !fields.back().starts_with('-')
+                   && row.text.find_first_of(" \t\"") == std::string::npos;
+           });
 }
 
 /// The first of several columns of a role stays.
@@ -490,9 +566,9 @@ TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, cons
         return {};
     Split best;
     for (const auto &[separator, decimalComma] :
-         {std::pair('\t', false), std::pair('\t', true), std::pair(';', false), std::pair(';', true),
-          std::pair(',', false), std::pair(' ', false), std::pair(' ', true)}) {
-        if (Split split = trySplit(separator, decimalComma, rows); split.matching > best.matching)
+         {std::pair('\t', false), std::pair(';', false), std::pair(',', false), std::pair(' ', false),
+          std::pair('\t', true), std::pair(';', true), std::pair(' ', true), std::pair(',', true)}) {
+        if (Split split = trySplit(separator, decimalComma, rows); best < split)
             best = std::move(split);
     }
     TextLayout &layout = best.layout;
@@ -509,7 +585,7 @@ TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, cons
     std::vector<QString> headers;
     std::vector<std::vector<double>> values(layout.columns.size());
     Fields fields;
-    int passedOver = 0;
+    int passedOver = 0, without = 0;
     bool started = false;
     for (const TextLine &line : sample) {
         if (const std::string_view comment = commentText(line.text); !comment.empty() && !started)
@@ -520,8 +596,13 @@ TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, cons
         if (matches(layout, fields)) {
             if (!std::exchange(started, true))
                 layout.firstLine = line.number;
-            for (size_t i = 0; i < fields.size(); ++i)
-                values[i].push_back(layout.columns[i].numeric ? *layout.number(fields[i]) : 0.0);
+            for (size_t i = 0; i < layout.columns.size(); ++i) {
+                const bool isNumber = layout.columns[i].numeric && i < fields.size();
+                values[i].push_back(isNumber ? *layout.number(fields[i]) : 0.0);
+                if (!layout.columns[i].numeric && isNoNumber(fields[i]))
+                    fail(source, line.number, tr("expected a number, found %1").arg(excerpt(fields[i])));
+            }
+            without += fields.size() < layout.columns.size();
             continue;
         }
         for (size_t i = 0; i < std::min(fields.size(), layout.columns.size()); ++i) {
@@ -545,6 +626,13 @@ TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, cons
         RoleGuess(layout, values, source, options).guess();
     }
     sortOutPositions(layout);
+    findIntensity(layout);
+    if (hasDoubtfulComma(layout, rows)) {
+        layout.notes.append(
+            tr("Commas were taken to separate positions and heights, so that %1 is a peak at %2; if they "
+               "are decimal commas, a header line \"ppm\" tells so.")
+                .arg(ReaderText::excerpt(rows.front().text), QString::number(values.front().front(), 'g', 10)));
+    }
     for (Role role : {Role::Intensity, Role::Imaginary, Role::Count, Role::Number})
         keepFirst(layout, role);
     TextLayout::Column &position = layout.columns[size_t(layout.columnOf(Role::Position))];
@@ -554,6 +642,8 @@ TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, cons
         position.nucleus = nucleusIn(*header);
     findFrequency(layout, values, headers);
     noteIgnored(layout);
+    if (without > 0)
+        layout.notes.append(tr("Peaks without a height (%1) were given the height 1.").arg(without));
     if (passedOver > 1)
         layout.notes.append(tr("%1 lines above the table were passed over.").arg(passedOver));
     return std::move(layout);

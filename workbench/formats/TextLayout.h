@@ -25,12 +25,18 @@ struct TextLayout {
 
     char separator = ','; ///< a blank stands for blanks and tabs
     bool decimalComma = false;
+    bool lastIsOptional = false; ///< the last column, of numbers, is left out in some rows
     int firstLine = 0; ///< of the table
     std::vector<Column> columns;
     double frequency = 0.0; ///< MHz, where the text tells: a column in Hz beside the one in ppm, or "400.13 MHz"
     QStringList notes;
 
     int columnOf(Role role) const; ///< -1: none
+    /// Whether a row may have so many fields.
+    bool fits(size_t fields) const
+    {
+        return fields == columns.size() || (lastIsOptional && fields + 1 == columns.size());
+    }
     /// The fields of a line, trimmed, quotes taken off. A comment at its end is no field.
     void split(std::string_view line, std::vector<std::string_view> &fields) const;
     std::optional<double> number(std::string_view field) const;

@@ -77,7 +77,7 @@ public:
     void split()
     {
         m_layout.split(m_line, m_fields);
-        if (m_fields.size() != m_layout.columns.size())
+        if (!m_layout.fits(m_fields.size()))
             fail(m_source, m_number,
                  tr("expected %1 fields as in the lines before, found %2")
                      .arg(m_layout.columns.size())
@@ -87,8 +87,11 @@ public:
                 fail(m_source, m_number, tr("expected a number, found %1").arg(excerpt(m_fields[i])));
         }
     }
-    /// Of the line that was split.
-    std::string_view field(int column) const { return m_fields[size_t(column)]; }
+    /// Of the line that was split; empty where an optional one is left out.
+    std::string_view field(int column) const
+    {
+        return size_t(column) < m_fields.size() ? m_fields[size_t(column)] : std::string_view();
+    }
     double number(int column) const { return *m_layout.number(field(column)); }
 
 private:
@@ -207,12 +210,17 @@ public:
     {
         settleUnits();
         if (m_positionF1 >= 0)
-            return m_intensity >= 0 && !hasNames() && isGrid() ? readPlane() : Measurement(readPeaks());
-        return m_intensity >= 0 && !hasNames() ? readTrace() : Measurement(readPeaks());
+            return mayBeSpectrum() && isGrid() ? readPlane() : Measurement(readPeaks());
+        return mayBeSpectrum() ? readTrace() : Measurement(readPeaks());
     }
 
 private:
-    bool hasNames() const { return m_layout.columnOf(Role::Label) >= 0 || m_layout.columnOf(Role::Count) >= 0; }
+    /// Names, counts and heights of some of the positions only are those of peaks.
+    bool mayBeSpectrum() const
+    {
+        return m_intensity >= 0 && !m_layout.lastIsOptional && m_layout.columnOf(Role::Label) < 0
+            && m_layout.columnOf(Role::Count) < 0;
+    }
 
     /// What positions are divided by to be ppm, per dimension.
     void settleUnits()
@@ -370,7 +378,7 @@ private:
             peak.f2 = m_rows.number(m_position) / m_perPpm[0];
             if (m_positionF1 >= 0)
                 peak.f1 = m_rows.number(m_positionF1) / m_perPpm[1];
-            if (m_intensity >= 0)
+            if (m_intensity >= 0 && !m_rows.field(m_intensity).empty())
                 peak.height = m_rows.number(m_intensity);
             if (count >= 0)
                 peak.count = countIn(m_rows.number(count));

@@ -8,7 +8,7 @@
 #include "data/Nuclides.h"
 #include "formats/OutputFiles.h"
 #include "document/PageExport.h"
-#include "formats/SpectrumExport.h"
+#include "formats/MeasurementFormats.h"
 #include "formats/TableExport.h"
 #include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
@@ -63,8 +63,10 @@ Types pictures()
 Types spectrumFiles()
 {
     Types types = pictures();
-    for (const SpectrumExport::Format &format : SpectrumExport::formats())
-        types.append({Texts::tr(format.name), format.suffixes.constFirst()});
+    for (const MeasurementFormat &format : measurementFormats()) {
+        if (format.write)
+            types.append({ExportMenu::tr("%1: %2").arg(format.name, format.content), format.suffixes.constFirst()});
+    }
     return types;
 }
 

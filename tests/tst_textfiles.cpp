@@ -1,0 +1,419 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "Failure.h"
+#include "formats/CsdmFile.h"
+#include "formats/SpectrumReader.h"
+#include "formats/TextReader.h"
+
+#include <QtTest>
+
+#include <cmath>
+
+using namespace Workbench;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int points = 64;
+
+/// 100, 99.5, 99 … times `scale`, with peaks of 50 at 95 and of -30 at 80.
+struct Shape {
+    const char *separator = ",";
+    char point = '.';
+    const char *quote = "";
+    const char *end = "\n";
+    double scale = 1.0;
+};
+
+QByteArray number(double value, const Shape &shape)
+{
+    return shape.quote + QByteArray::number(value, 'f', 3).replace('.', shape.point) + shape.quote;
+}
+
+double position(int i)
+{
+    return 100.0 - 0.5 * i;
+}
+
+double intensity(int i)
+{
+    return i == 10 ? 50.0 : i == 40 ? -30.0 : 1.0 + 0.001 * i;
+}
+
+QByteArray table(const Shape &shape, const QByteArray &header = {})
+{
+    QByteArray text = header;
+    for (int i = 0; i < points; ++i)
+        text += number(position(i) * shape.scale, shape) + shape.separator + number(intensity(i), shape) + shape.end;
+    return text;
+}
+
+/// Rows of any columns: x stands for the position, y for the intensity, n for the number, h for Hz at 125 MHz.
+QByteArray columns(const char *pattern, const QByteArray &header = {})
+{
+    QByteArray text = header;
+    for (int i = 0; i < points; ++i) {
+        for (const char *c = pattern; *c; ++c)
+            text += QByteArray::number(*c == 'x'       ? position(i)
+                                           : *c == 'y' ? intensity(i)
+                                           : *c == 'h' ? 125.0 * position(i)
+                                           : *c == 'n' ? i + 1.0
+                                                       : -0.25,
+                                       'g', 10)
+                + (c[1] ? " " : "\n");
+    }
+    return text;
+}
+
+QByteArray wide(const QByteArray &text, bool bigEndian)
+{
+    QStringEncoder encoder(bigEndian ? QStringEncoder::Utf16BE : QStringEncoder::Utf16LE,
+                           QStringConverter::Flag::WriteBom);
+    return encoder(QString::fromUtf8(text));
+}
+
+/// JSON and XML with apostrophes for quotation marks.
+QByteArray quoted(QByteArray text)
+{
+    return text.replace('\'', '"');
+}
+
+QByteArray csdm(const QByteArray &dimensions, const QByteArray &variable)
+{
+    return quoted("{'csdm': {'version': '1.0', 'dimensions': [") + dimensions + quoted("], 'dependent_variables': [{")
+        + variable + "}]}}";
+}
+
+const QByteArray hertzAxis = quoted("{'type': 'linear', 'count': 8, 'increment': '100 Hz', 'coordinates_offset': '-0.4 "
+                                    "kHz', 'origin_offset': '100 MHz', 'label': '13C'}");
+const QByteArray eightNumbers = quoted(
+    "'type': 'internal', 'numeric_type': 'float64', 'encoding': 'none', 'components': [[1, 2, 3, 4, 5, 6, 70, 8]]");
+
+QByteArray base64(const QByteArray &type, const auto &values)
+{
+    const QByteArray bytes(reinterpret_cast<const char *>(values.data()), qsizetype(sizeof values));
+    return quoted("'type': 'internal', 'encoding': 'base64', 'numeric_type': '") + type + quoted("', 'components': ['")
+        + bytes.toBase64() + quoted("']");
+}
+
+QByteArray simpson(const QByteArray &records)
+{
+    QByteArray text = "SIMP\nNP=4\nSW=400\n" + records + "DATA\n";
+    for (const char *value : {"1 0\n", "2 0\n", "30 0\n", "4 0\n"})
+        text += value;
+    return text + "END\n";
+}
+
+Measurement readBytes(const QTemporaryDir &folder, const QByteArray &bytes, const ReadOptions &options = {},
+                      const QString &name = u"file"_s)
+{
+    QFile file(folder.filePath(name));
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        qFatal("no file");
+    file.close();
+    return readMeasurement(file.fileName(), options);
+}
+
+ReadOptions withFrequency(double megahertz, const QString &unit = {})
+{
+    ReadOptions options;
+    options.frequency = {megahertz, megahertz};
+    options.unit = unit;
+    return options;
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(ReadOptions)
+
+class TestTextFiles : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    /// The same spectrum in every shape.
+    void spectra_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<ReadOptions>("options");
+        QTest::addColumn<QString>("note");
+        const auto row = [](const char *name, const QByteArray &text, const char *note = "",
+                            const ReadOptions &options = {}) {
+            QTest::newRow(name) << text << options << QString::fromUtf8(note);
+        };
+        row("comma", table({}), "taken as ppm");
+        row("tab", table({"\t"}));
+        row("blanks", table({"   "}));
+        row("semicolon", table({";"}));
+        row("semicolon, decimal commas", table({";", ','}));
+        row("tab, decimal commas", table({"\t", ','}));
+        row("blank, decimal commas", table({" ", ','}));
+        row("comma and blank", table({", "}));
+        row("quoted", table({",", '.', "\""}, "\"Chemical Shift (ppm)\",\"Intensity\"\n"));
+        row("quoted, decimal commas between commas", table({",", ',', "\""}));
+        row("CRLF", table({",", '.', "", "\r\n"}, "ppm,intensity\r\n"));
+        row("CR", table({"\t", '.', "", "\r"}));
+        row("UTF-8 with a mark", "\xEF\xBB\xBF" + table({}, "ppm,intensity\n"));
+        row("UTF-16, little-endian", wide(table({"\t"}, "δ(13C)\tI\n"), false), "Column \"I\"");
+        row("UTF-16, big-endian", wide(table({"\t"}, "ppm\treal\n"), true));
+        row("Latin-1", table({"\t"}, "# Gr\xF6\xDF\x65\nppm\theight\n"));
+        row("every mark of a comment", table({" "}, "% a\n! b\n; c\n# d\n"));
+        row("names in any case, in brackets", table({"\t"}, "SHIFT [PPM]\tINTENSITY [a.u.]\n"));
+        row("lines without names above", table({","}, "my sample\nmeasured on Monday\n"), "passed over");
+        row("a name of its own for the intensity", table({}, "ppm,glycine\n"), "glycine");
+        row("rising", [] {
+            QByteArrayList lines = table({}).split('\n');
+            std::reverse(lines.begin(), lines.end());
+            return lines.join('\n').trimmed() + '\n';
+        }());
+        row("x, real, imaginary", columns("xyi"), "imaginary part was left out");
+        row("number, intensity, Hz, ppm", columns("nyhx"), "number, intensity, Hz and ppm");
+        row("the same with names", columns("nyhx", "Point Intensity Hz ppm\n"), "not used: \"Hz\"");
+        row("names in another order", columns("yx", "intensity ppm\n"));
+        row("Hz", table({",", '.', "", "\n", 100.0}, "Frequency (Hz),Intensity\n"), "divided by 100 MHz",
+            withFrequency(100));
+        row("kHz", table({",", '.', "", "\n", 0.1}, "kHz,Intensity\n"), "divided by 100 MHz", withFrequency(100));
+        row("Hz, told", table({",", '.', "", "\n", 100.0}), "divided by 100 MHz", withFrequency(100, u"Hz"_s));
+        row("Hz, the file tells the frequency", table({",", '.', "", "\n", 100.0}, "# 100.0 MHz\nHz,y\n"),
+            "divided by 100 MHz");
+        QByteArray region = "# LEFT = 100.0 ppm. RIGHT = 68.5 ppm.\n# SIZE = 64 ( = number of points)\n#\n";
+        for (int i = 0; i < points; ++i)
+            region += QByteArray::number(intensity(i)) + '\n';
+        row("region and intensities", region, "LEFT and RIGHT");
+        row("columns behind a record", table({"\t"}, "##freq 100\nppm\n"));
+    }
+    void spectra()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(ReadOptions, options);
+        QFETCH(QString, note);
+        const QTemporaryDir folder;
+        const Measurement read = readBytes(folder, text, options);
+        const auto *spectrum = std::get_if<ExperimentalSpectrum>(&read);
+        QVERIFY(spectrum);
+        QCOMPARE(spectrum->data.size(), size_t(points));
+        QCOMPARE(spectrum->data[10], 50.0);
+        QCOMPARE(spectrum->data[40], -30.0);
+        QVERIFY(std::abs(spectrum->dimensions[0].ppm(10) - 95.0) < 1e-9);
+        QVERIFY(std::abs(spectrum->dimensions[0].ppm(40) - 80.0) < 1e-9);
+        QVERIFY2(spectrum->notes.join(u' ').contains(note), qPrintable(spectrum->notes.join(u' ')));
+    }
+
+    void planes_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QByteArray region = "# F1LEFT = 40 ppm. F1RIGHT = 10 ppm.\n# F2LEFT = 9 ppm. F2RIGHT = 2 ppm.\n"
+                            "# NROWS = 4 ( = a)\n# NCOLS = 8 ( = b)\n#\n",
+                   named = "ppm_f2,ppm_f1,intensity\n", unnamed, turned;
+        for (int r = 0; r < 4; ++r) {
+            region += "# row = " + QByteArray::number(r) + '\n';
+            for (int c = 0; c < 8; ++c) {
+                const QByteArray value = QByteArray::number(10 * r + c) + '\n';
+                const QByteArray f2 = QByteArray::number(9 - c), f1 = QByteArray::number(40 - 10 * r);
+                region += value;
+                named += f2 + ',' + f1 + ',' + value;
+                unnamed += f2 + ' ' + f1 + ' ' + value;
+            }
+        }
+        for (int c = 0; c < 8; ++c)
+            for (int r = 0; r < 4; ++r)
+                turned += QByteArray::number(9 - c) + '\t' + QByteArray::number(40 - 10 * r) + '\t'
+                    + QByteArray::number(10 * r + c) + '\n';
+        QTest::newRow("region") << region;
+        QTest::newRow("table") << named;
+        QTest::newRow("table without names") << unnamed;
+        QTest::newRow("F1 running faster") << turned;
+    }
+    void planes()
+    {
+        QFETCH(QByteArray, text);
+        const QTemporaryDir folder;
+        const Measurement read = readBytes(folder, text);
+        const auto *spectrum = std::get_if<ExperimentalSpectrum>(&read);
+        QVERIFY(spectrum);
+        QCOMPARE(spectrum->dimensions.size(), size_t(2));
+        QCOMPARE(spectrum->data[2 * 8 + 3], 23.0);
+        QCOMPARE(spectrum->dimensions[0].ppm(3), 6.0);
+        QCOMPARE(spectrum->dimensions[1].ppm(2), 20.0);
+    }
+
+    void peaks_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<int>("dimensions");
+        QTest::addColumn<std::vector<MeasuredPeak>>("peaks");
+        QTest::addColumn<QString>("note");
+        using Peaks = std::vector<MeasuredPeak>;
+        const auto row = [](const QByteArray &text, int dimensions, const Peaks &peaks, const char *note = "") {
+            QTest::addRow("%s", text.simplified().constData())
+                << text << dimensions << peaks << QString::fromUtf8(note);
+        };
+        const Peaks heights{{10.5, 0, 3}, {20.25, 0, 4}}, plain{{10.5}, {20.25}};
+        for (const char *header : {"position,intensity", "ppm,intensity", "(ppm),I", "δ(1H),h", "Shift,Height", ""})
+            row(QByteArray(header) + "\n10.5,3\n20.25,4\n", 1, heights, "list of 2 peaks");
+        row("\"10.5\",\"3\"\n\"20.25\",\"4\"\n", 1, heights);
+        row("δ(1H)\n10.5\n20.25\n", 1, plain);
+        row("10.5\n20.25", 1, plain, "taken as ppm");
+        row("position,height\n# c\n 10 , 2 # why\n\n-5,-1", 1, {{10, 0, 2}, {-5, 0, -1}});
+        row("1\r2", 1, {{1}, {2}});
+        row("1\n2,3\n", 1, {{1}, {2, 0, 3}}, "without a height (1)");
+        row("3.5,60\n1.2,15,4\n", 2, {{3.5, 60}, {1.2, 15, 4}}, "position in F2, position in F1");
+        row("label,F2 (ppm),F1 (ppm),height\nA,3.5,60,2\nB,1.2,15,4\n", 2,
+            {{3.5, 60, 2, u"A"_s}, {1.2, 15, 4, u"B"_s}});
+        row("No.\tppm\tHz\tHeight\n1\t173.2\t21783.4\t3\n2\t55.1\t6929.9\t1\n", 1, {{173.2, 0, 3}, {55.1, 0, 1}});
+        row("C1,173.2\nC2,55.1\n", 1, {{173.2, 0, 1, u"C1"_s}, {55.1, 0, 1, u"C2"_s}});
+        row("173.2 C1\n55.1 C2\n", 1, {{173.2, 0, 1, u"C1"_s}, {55.1, 0, 1, u"C2"_s}});
+        // Commas of numbers, and commas between them.
+        row("10,2\n20,1\n", 1, {{10, 0, 2}, {20, 0, 1}}, "\"10,2\" is a peak at 10");
+        row("ppm\n173,2\n55,1\n", 1, {{173.2}, {55.1}});
+        row("\"173,2\"\n\"55,1\"\n", 1, {{173.2}, {55.1}});
+        row("173,2;2\n55,1;3\n", 1, {{173.2, 0, 2}, {55.1, 0, 3}});
+        row("173,2 C1\n55,1 C2\n", 1, {{173.2, 0, 1, u"C1"_s}, {55.1, 0, 1, u"C2"_s}});
+        row(quoted("<?xml version='1.0'?><PeakList><PeakList1D><Peak1D F1='173.2' intensity='2.5' type='0' "
+                   "annotation='C1'/> <Peak1D F1='55.1' intensity='1' type='0'/></PeakList1D></PeakList>"),
+            1, {{173.2, 0, 2.5, u"C1"_s}, {55.1, 0, 1}});
+        row(quoted("<?xml version='1.0'?><PeakList><PeakList2D><Peak2D F1='60' F2='3.5' intensity='2' annotation=''/> "
+                   "</PeakList2D></PeakList>"),
+            2, {{3.5, 60, 2}});
+    }
+    void peaks()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(int, dimensions);
+        QFETCH(std::vector<MeasuredPeak>, peaks);
+        QFETCH(QString, note);
+        const QTemporaryDir folder;
+        const Measurement read = readBytes(folder, text);
+        const auto *list = std::get_if<MeasuredPeaks>(&read);
+        QVERIFY(list);
+        QCOMPARE(list->dimensions, dimensions);
+        QVERIFY(list->peaks == peaks);
+        QVERIFY2(list->notes.join(u' ').contains(note), qPrintable(list->notes.join(u' ')));
+        QCOMPARE(list->title, u"file"_s);
+    }
+
+    void otherSpectra_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<ReadOptions>("options");
+        QTest::addColumn<QList<double>>("shifts"); // of the highest point
+        const auto row = [](const char *name, const QByteArray &text, const QList<double> &shifts,
+                            const ReadOptions &options = {}) { QTest::newRow(name) << text << options << shifts; };
+        // The middle, at 100 MHz, is 0 Hz and 0 ppm; the highest is two steps of 1 ppm above it.
+        row("CSDM, numbers", csdm(hertzAxis, eightNumbers), {2});
+        QByteArray fft = hertzAxis;
+        fft.replace("-0.4 kHz\"", "0 Hz\", \"complex_fft\": true");
+        row("CSDM, coordinates from the middle", csdm(fft, eightNumbers), {2});
+        QByteArray moved = hertzAxis;
+        moved.replace("-0.4 kHz", "600 Hz"); // 1000 Hz in the middle, which is at 100 MHz
+        row("CSDM, 0 ppm beside the middle", csdm(moved, eightNumbers), {1200 / 99.999});
+        QByteArray bare = hertzAxis;
+        bare.replace("\"origin_offset\": \"100 MHz\",", "");
+        row("CSDM, frequency told", csdm(bare, eightNumbers), {4}, withFrequency(50));
+        const QByteArray ppm = quoted(
+                             "{'type': 'linear', 'count': 4, 'increment': '-1 ppm', 'coordinates_offset': '10 ppm'}"),
+                         monotonic = quoted("{'type': 'monotonic', 'coordinates': ['1 ppm', '2 ppm']}");
+        const std::array<float, 8> plane{0, 0, 0, 0, 0, 0, 9, 0};
+        row("CSDM, base64, linear × monotonic", csdm(ppm + ',' + monotonic, base64("float32", plane)), {8, 2});
+        const std::array<double, 8> complex{0, 9, 0, 9, 5, 9, 0, 9};
+        row("CSDM, complex", csdm(ppm, base64("complex128", complex)), {8});
+        row("SIMPSON", simpson("TYPE=SPE\n"), {0}, withFrequency(100));
+        row("SIMPSON, reference", simpson("REF=500\nTYPE=SPE\n"), {5}, withFrequency(100));
+    }
+    void otherSpectra()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(ReadOptions, options);
+        QFETCH(QList<double>, shifts);
+        const QTemporaryDir folder;
+        const Measurement read = readBytes(folder, text, options);
+        const auto &spectrum = std::get<ExperimentalSpectrum>(read);
+        qsizetype index = std::max_element(spectrum.data.begin(), spectrum.data.end()) - spectrum.data.begin();
+        QCOMPARE(qsizetype(spectrum.dimensions.size()), shifts.size());
+        for (qsizetype d = 0; d < shifts.size(); ++d) {
+            const SpectrumDimension &axis = spectrum.dimensions[size_t(d)];
+            QVERIFY2(std::abs(axis.ppm(double(index % axis.points)) - shifts[d]) < 1e-9,
+                     qPrintable(QString::number(axis.ppm(double(index % axis.points)))));
+            index /= axis.points;
+        }
+        // Written and read again it is the same, with its axis.
+        const Measurement again = readBytes(folder, CsdmFile::written(spectrum));
+        const auto &copy = std::get<ExperimentalSpectrum>(again);
+        QVERIFY(copy.data == spectrum.data);
+        for (size_t d = 0; d < spectrum.dimensions.size(); ++d) {
+            QVERIFY(std::abs(copy.dimensions[d].first - spectrum.dimensions[d].first) < 1e-9);
+            QVERIFY(std::abs(copy.dimensions[d].step - spectrum.dimensions[d].step) < 1e-12);
+        }
+    }
+
+    void externalValues()
+    {
+        const QTemporaryDir folder;
+        const std::array<double, 8> values{1, 2, 3, 4, 5, 6, 70, 8};
+        QFile raw(folder.filePath(u"values.dat"_s));
+        QVERIFY(raw.open(QIODevice::WriteOnly));
+        raw.write(reinterpret_cast<const char *>(values.data()), sizeof values);
+        raw.close();
+        const auto text = [](const char *url) {
+            return csdm(hertzAxis,
+                        quoted("'type': 'external', 'numeric_type': 'float64', 'encoding': 'raw', 'components_url': '")
+                            + QByteArray(url) + '"');
+        };
+        const Measurement read = readBytes(folder, text("file:./values.dat"));
+        QCOMPARE(std::get<ExperimentalSpectrum>(read).data[7 - 6], 70.0); // falling
+        for (const char *elsewhere : {"file:../values.dat", "file:///etc/passwd"})
+            QVERIFY(failure([&] { readBytes(folder, text(elsewhere)); }).contains("beside this one was expected"));
+    }
+
+    void refusals_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<QString>("message");
+        const auto row = [](const char *message, const QByteArray &text) {
+            QTest::addRow("%s", message) << text << QString::fromUtf8(message);
+        };
+        QByteArrayList lines = table({}, "ppm,intensity\n").split('\n');
+        const auto changed = [&](int line, const QByteArray &text) {
+            QByteArrayList copy = lines;
+            copy[line] = text;
+            return copy.join('\n');
+        };
+        row("line 22: expected a number, found \"89.5x\"", changed(21, "89.5x,1"));
+        row("line 22: expected 2 fields as in the lines before, found 1", changed(21, "89.5"));
+        row("line 22: expected 2 fields as in the lines before, found 3", changed(21, "89.5,1,2"));
+        row("line 23: the points are not evenly spaced: 89.5 follows 90.5 where the step is -0.5", changed(21, ""));
+        row("the positions are in Hz: the frequency of 0 ppm in MHz is needed", table({}, "Hz,intensity\n"));
+        row("frequencies without a unit: ppm, Hz or kHz", table({}, "frequency,intensity\n"));
+        row("the first column counts the points", columns("ny"));
+        row("5 columns of numbers need a header line", columns("xyiii"));
+        row("the data end after 1 points where 4 were announced",
+            "# LEFT = 9 ppm. RIGHT = 2 ppm.\n# SIZE = 4 ( = number of points)\n1\n");
+        row("no peaks", "# nothing\n");
+        row("line 1: expected a number, found \"12.3abc\"", "12.3abc\n");
+        row("line 1: expected a number, found \"inf\"", "1,inf\n");
+        row("no table of numbers was found", "Dear colleague,\nthe spectrum\nfollows\n");
+        row("not evenly spaced, as those of a spectrum must be",
+            csdm(quoted("{'type': 'monotonic', 'coordinates': ['1 ppm', '2 ppm', '4 ppm']}"), eightNumbers));
+        row("there are 8 numbers, the dimensions make 3",
+            csdm(quoted("{'type': 'monotonic', 'coordinates': ['1 ppm', '2 ppm', '3 ppm']}"), eightNumbers));
+        row("increment is in s: a spectrum in Hz or ppm", csdm(QByteArray(hertzAxis).replace("100 Hz", "1 s"), ""));
+        row("the frequency of 0 ppm in MHz is needed to make ppm of them", simpson("TYPE=SPE\n"));
+        row("expected TYPE=SPE, found \"FID\"", simpson("TYPE=FID\n"));
+        row("peaks of one and of two dimensions are mixed",
+            quoted("<?xml version='1.0'?><PeakList><Peak1D F1='1' intensity='1'/><Peak2D F1='1' F2='1' intensity='1'/> "
+                   "</PeakList>"));
+        row("data of JEOL Delta (.jdf), which cannot be read here", QByteArray("JEOL.NMR\0\0", 10));
+        row("data of UCSF (Sparky)", QByteArray("UCSF NMR\0\2", 10));
+        row("data of ssNake", quoted("{'dataReal': [1, 2], 'freq': [1]}"));
+    }
+    void refusals()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(QString, message);
+        const QTemporaryDir folder;
+        const QString found = QString::fromUtf8(failure([&] { readBytes(folder, text); }));
+        QVERIFY2(found.contains(message), qPrintable(found));
+        QVERIFY2(found.startsWith(folder.path()), qPrintable(found));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestTextFiles)
+#include "tst_textfiles.moc"
