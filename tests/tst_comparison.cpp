@@ -44,7 +44,7 @@ double normal(Random &random)
 /// The way of every file: the plug-in's parser, the document's map, the workbench's value.
 CrystalStructure structureOf(const QByteArray &text)
 {
-    MagresData data;
+    Magres::MagresData data;
     Magres::parseMagres(text, data);
     return CrystalStructure::fromData(data.toMap());
 }

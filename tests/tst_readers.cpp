@@ -257,11 +257,10 @@ private Q_SLOTS:
               std::pair("3AJJ\n1C\n", Values{1, 2, 3}), // check alone on the last line
               std::pair("2 7 $$ 8\n\n$$ 9\n1 6\n", Values{7, 6}),
               std::pair(differences.constData(), Values{0,  1,  3,  6,  10, 15, 21, 28, 36, 45, 44, 42, 39,
-                                                        35, 30, 24, 17, 9,  0,  10, 20, 30, 40, 39, 38, 38})})
-            {
-                const Measurement read = JcampReader::parse(table(int(values.size()), lines), u"f"_s);
-                QCOMPARE(std::get<ExperimentalSpectrum>(read).data, values);
-            }
+                                                        35, 30, 24, 17, 9,  0,  10, 20, 30, 40, 39, 38, 38})}) {
+            const Measurement read = JcampReader::parse(table(int(values.size()), lines), u"f"_s);
+            QCOMPARE(std::get<ExperimentalSpectrum>(read).data, values);
+        }
     }
 
     void badInput_data()

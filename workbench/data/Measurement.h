@@ -12,7 +12,7 @@ struct MeasuredPeak {
     double f2 = 0.0; ///< ppm
     double f1 = 0.0; ///< ppm; 0 in one dimension
     double height = 1.0;
-    QString label; ///< as the file names the peak
+    QString label = {}; ///< as the file names the peak
     int count = 0; ///< of equivalent sites; 0: the file does not say
 
     bool operator==(const MeasuredPeak &) const = default;

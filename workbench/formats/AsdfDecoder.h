@@ -21,8 +21,8 @@ struct XyAbscissa {
 /// and DUP (R. S. McDonald, P. A. Wilks, Appl. Spectrosc. 42 (1988) 151). A line that follows one with a difference
 /// at its end repeats that line's last ordinate, which is checked and counted once.
 ///
-/// Points are placed by their own count. The X values at the line starts are written from a countdown, a point number or
-/// another origin by several programs, so one that disagrees is remembered and no error.
+/// Points are placed by their own count. The X values at the line starts are written from a countdown, a point number
+/// or another origin by several programs, so one that disagrees is remembered and no error.
 ///
 /// Every error is a std::runtime_error with source and line. Memory grows with the ordinates that have been read, up to
 /// the points of the abscissa.

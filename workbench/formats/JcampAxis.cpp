@@ -122,10 +122,11 @@ double jcampFrequency(const JcampBlock &block, const JcampAbscissa &abscissa, co
     if (observe && other > 0.0 && own > 0.0) {
         const double frequency = positive(*observe) * own / other;
         if (own != other)
-            notes.append(tr("The file names no frequency for F1: %1 MHz of %2 follows from the observe frequency and the "
-                            "ratio of the nuclei.")
-                             .arg(frequency, 0, 'f', 6)
-                             .arg(abscissa.nucleus));
+            notes.append(
+                tr("The file names no frequency for F1: %1 MHz of %2 follows from the observe frequency and the "
+                   "ratio of the nuclei.")
+                    .arg(frequency, 0, 'f', 6)
+                    .arg(abscissa.nucleus));
         return frequency;
     }
     const double given = options.frequency[size_t(abscissa.dimension)];
