@@ -125,6 +125,7 @@ private Q_SLOTS:
                                            crystalText(m_pool.shieldings[std::size_t(i)], i % 2, 7 + i)));
         m_program.write("c.csv", peakList(m_pool.shifts[0]));
         m_program.write("h.csv", peakList(m_pool.shifts[1]));
+        m_program.write("few.txt", "s1 0\n");
     }
 
     void theRightOneIsFirstInEveryMode_data()
@@ -138,8 +139,9 @@ private Q_SLOTS:
             named += QByteArray::number(shifts[std::size_t(i)]) + (i < 3 ? "," : ",C")
                 + (i < 3 ? QByteArray() : QByteArray::number(2 * i + 1)) + '\n';
         const std::vector<double> sorted = merged(shifts, 0), fewer = merged(shifts, 2);
-        for (std::size_t i = 0; i < sorted.size(); i += 3)
-            counted += QByteArray::number((sorted[i] + sorted[i + 1] + sorted[i + 2]) / 3) + ",3\n";
+        for (std::size_t i = 0; i + 1 < sorted.size(); ++i)
+            counted += i == 0 ? QByteArray::number((sorted[0] + sorted[1]) / 2) + ",2\n"
+                              : QByteArray::number(sorted[i + 1]) + ",1\n";
         std::vector<double> more = shifts;
         more.push_back(77.7);
         QTest::newRow("equal") << peakList(shifts) << QByteArray() << u"equal"_s;
@@ -204,7 +206,7 @@ private Q_SLOTS:
                 const double sum = (*of(carbon, file))[name].toDouble() + (*of(proton, file))[name].toDouble();
                 QVERIFY(std::abs(row[name].toDouble() - sum) < 1e-9 * std::abs(sum) + 1e-12);
             }
-            QCOMPARE(row[u"13C_rmsd"], (*of(carbon, file))[u"rmsd"]);
+            QVERIFY(std::abs(row[u"13C_rmsd"].toDouble() - (*of(carbon, file))[u"rmsd"].toDouble()) < 1e-9);
             // σ = 2.2 and 0.33 ppm; p of a χ² with an even number of degrees of freedom is a finite sum.
             const double half = row[u"chi2"].toDouble() / 2;
             double term = std::exp(-half), p = 0;
@@ -392,7 +394,7 @@ private Q_SLOTS:
         QVERIFY(m_program.read("errors.csv").contains("1.5"));
         QVERIFY(m_program.read("mean.magres").contains("2 configurations"));
         m_program.run("average @s0.magres @s1.magres -o @no.magres");
-        QVERIFY(m_program.status == 1 && m_program.errors.contains("36 atoms")
+        QVERIFY(m_program.status == 1 && m_program.errors.contains("72 atoms")
                 && m_program.read("no.magres").isEmpty());
     }
 
@@ -433,7 +435,7 @@ private Q_SLOTS:
         row(2, "rank @s0.magres --experiment 13C=@c.csv --experiment 19F=@h.csv", "--sigma 19F");
         row(2, "rank @s0.magres --experiment 13C=@c.csv --slope fit", "--slope");
         row(2, "rank @s0.magres --experiment 13C=@c.csv --temperature 30", "--energies");
-        row(1, "rank @s0.magres --experiment 13C=@c.csv --energies @c.csv", "no energy of");
+        row(1, "rank @s0.magres --experiment 13C=@c.csv --energies @few.txt", "no energy of");
         row(1, "rank --files-from @nowhere --experiment 13C=@c.csv", "nowhere");
         row(2, "rank --experiment 13C=@c.csv", "FILE");
         row(2, "calibrate @s0.magres --nucleus 13C", "FILE=EXP");

@@ -47,7 +47,7 @@ private Q_SLOTS:
             files.insert(20 + 30 * i, faults[i].first);
 
         const QByteArray one = rank(files, "1");
-        QCOMPARE(m_program.errors, "magres-workbench rank: 5 of 205 files failed\n"_ba);
+        QVERIFY2(m_program.errors.endsWith("magres-workbench rank: 5 of 205 files failed\n"), m_program.errors);
         const QByteArrayList lines = one.split('\n');
         QVERIFY(lines[1].startsWith("1,\"" + m_files[m_right].toUtf8().replace('"', "\"\"") + "\",168.5"));
         const auto rmsd = [](const QByteArray &line) { return line.split(',').rbegin()[16].toDouble(); };

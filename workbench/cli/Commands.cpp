@@ -56,9 +56,20 @@ const std::vector<OptionSpec> &commonOptions()
 const std::vector<Command> &commands()
 {
     static const std::vector<Command> list{
-        tableCommand(),      simulateCommand(),   fitCommand(),      rmsdCommand(),      experimentCommand(),
-        renderCommand(),     spinSystemCommand(), compareCommand(),  rankCommand(),      calibrateCommand(),
-        averageCommand(),    rankWorkerCommand(), completeCommand(), manualPagesCommand(),
+        tableCommand(),
+        simulateCommand(),
+        fitCommand(),
+        rmsdCommand(),
+        experimentCommand(),
+        renderCommand(),
+        compareCommand(),
+        rankCommand(),
+        calibrateCommand(),
+        averageCommand(),
+        spinSystemCommand(),
+        rankWorkerCommand(),
+        completeCommand(),
+        manualPagesCommand(),
     };
     return list;
 }

@@ -85,6 +85,11 @@ Vector3 Lattice::fractional(const Vector3 &position) const
     return {dot(m_inverse[0], position), dot(m_inverse[1], position), dot(m_inverse[2], position)};
 }
 
+Vector3 Lattice::reducedFractional(const Vector3 &position) const
+{
+    return {dot(m_reducedInverse[0], position), dot(m_reducedInverse[1], position), dot(m_reducedInverse[2], position)};
+}
+
 Vector3 Lattice::cartesian(const Vector3 &fractional) const
 {
     return combined(m_vectors, fractional);

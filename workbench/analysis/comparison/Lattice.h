@@ -20,6 +20,10 @@ public:
     Vector3 nearestImage(const Vector3 &from, const Vector3 &to) const;
     double distance(const Vector3 &a, const Vector3 &b) const;
     const LatticeVectors &vectors() const { return m_vectors; }
+    /// The Niggli cell: the shortest vectors that span the same lattice.
+    const LatticeVectors &reduced() const { return m_reduced; }
+    /// In units of the Niggli cell.
+    Vector3 reducedFractional(const Vector3 &position) const;
 
 private:
     using Matrix = std::array<Vector3, 3>;

@@ -2,6 +2,7 @@
 #include "analysis/comparison/UniqueSites.h"
 
 #include "analysis/comparison/Lattice.h"
+#include "analysis/comparison/SymmetryProbe.h"
 #include "data/Error.h"
 
 #include <spglib.h>
@@ -73,6 +74,10 @@ void joinBySymmetry(const CrystalStructure &structure, double tolerance, Classes
         return;
     }
     const auto lattice = Lattice::of(*structure.lattice);
+    if (lattice && !mayHaveSymmetry(structure, *lattice, tolerance)) {
+        result.spaceGroup = QStringLiteral("P1 (1)");
+        return;
+    }
     const Dataset dataset = lattice ? symmetry(structure, *lattice, tolerance) : Dataset(nullptr, spg_free_dataset);
     if (!dataset || dataset->n_atoms != int(structure.atoms.size())) {
         result.warnings.append(Texts::tr(
