@@ -6,6 +6,8 @@
 
 #include <QFileInfo>
 
+#include <optional>
+
 namespace Workbench {
 
 namespace {
@@ -19,7 +21,7 @@ struct Typed {
     QStringList files;
     QStringList given; ///< options
     /// What the last word is the value of, if of anything; such a value may follow "--option=" in the same word.
-    const OptionSpec *valueOf = nullptr;
+    std::optional<OptionSpec> valueOf;
     QString begun; ///< the part of the last word that candidates replace
     QString before; ///< the part in front of it
 };
@@ -44,13 +46,13 @@ Typed parse(const QStringList &words)
         const QString &word = words[i];
         if (!pending.isEmpty()) {
             if (isLast)
-                typed.valueOf = find(typed.options, pending);
+                typed.valueOf = *find(typed.options, pending);
             pending.clear();
         } else if (word.startsWith(u'-')) {
             const QString name = word.section(u'=', 0, 0);
             const OptionSpec *option = find(typed.options, name);
             if (isLast && option && option->value && name.size() < word.size()) {
-                typed.valueOf = option;
+                typed.valueOf = *option;
                 typed.before = name + u'=';
                 typed.begun = word.mid(typed.before.size());
             } else if (!isLast && option) {
