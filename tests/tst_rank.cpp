@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "Crystals.h"
 #include "MagresText.h"
+#include "Program.h"
 #include <QtTest>
 using namespace Magres;
 using namespace Qt::StringLiterals;
@@ -12,43 +13,44 @@ class TestRank : public QObject {
 private Q_SLOTS:
     void initTestCase()
     {
-        QVERIFY(QDir(path("")).mkpath(u"plugins"_s));
+        QVERIFY(QDir(m_program.path("")).mkpath(u"plugins"_s));
         for (const QString &file : {QStringLiteral(PLUGIN_FILE), QStringLiteral(STUB_FILE)})
-            QVERIFY(QFile::copy(file, path("plugins/") + QFileInfo(file).fileName()));
+            QVERIFY(QFile::copy(file, m_program.path("plugins/") + QFileInfo(file).fileName()));
         const MagresData right = MagresText::crystalData(27);
         for (int i = 0; i < 200; ++i) {
             Crystals::Random random(std::uint64_t(i + 1));
             MagresData data = right;
             for (MagresTensor &shielding : data.shieldings)
                 shielding.tensor[4] += i == m_right ? 0.0 : random.uniform(-9.0, 9.0);
-            m_files.append(write("c" + QByteArray::number(i) + ", \"x\".magres", MagresText::magresText(data)));
+            m_files.append(
+                m_program.write("c" + QByteArray::number(i) + ", \"x\".magres", MagresText::magresText(data)));
         }
         QByteArray list;
         for (const MagresTensor &shielding : right.shieldings)
             if (shielding.labels[0].startsWith('C'))
                 list += QByteArray::number(168.5 - shielding.iso(), 'g', 17) + '\n';
-        write("list.csv", list);
-        write("plane.csv", list.replace("\n", ",5\n"));
+        m_program.write("list.csv", list);
+        m_program.write("plane.csv", list.replace("\n", ",5\n"));
     }
 
     void theRightOneIsFirst()
     {
-        const QByteArray other = MagresText::magresText(MagresText::crystalData(36));
+        const QByteArray other = MagresText::magresText(MagresText::crystalData(18));
         const QList<std::pair<QString, QByteArray>> faults{
-            {write("half.magres", other.left(other.size() / 2)), "line"},
-            {write("other.magres", other), "has 8 compound peaks and the experimental spectrum has 6"},
-            {write("kill.stub", "stub-kill"), "the program crashed"},
-            {path("plugins"), "directory"},
-            {path("nowhere"), "does not exist"}};
+            {m_program.write("half.magres", other.left(other.size() / 2)), "line"},
+            {m_program.write("other.magres", other), "6 lines were measured, but the structure has only 4 sites"},
+            {m_program.write("kill.stub", "stub-kill"), "the program crashed"},
+            {m_program.path("plugins"), "directory"},
+            {m_program.path("nowhere"), "does not exist"}};
         QStringList files = m_files;
         for (qsizetype i = 0; i < faults.size(); ++i)
             files.insert(20 + 30 * i, faults[i].first);
 
         const QByteArray one = rank(files, "1");
-        QCOMPARE(m_errors, "magres-workbench rank: 5 of 205 files failed\n"_ba);
+        QCOMPARE(m_program.errors, "magres-workbench rank: 5 of 205 files failed\n"_ba);
         const QByteArrayList lines = one.split('\n');
         QVERIFY(lines[1].startsWith("1,\"" + m_files[m_right].toUtf8().replace('"', "\"\"") + "\",168.5"));
-        const auto rmsd = [](const QByteArray &line) { return line.split(',').rbegin()[3].toDouble(); };
+        const auto rmsd = [](const QByteArray &line) { return line.split(',').rbegin()[16].toDouble(); };
         for (int i = 2; i <= 200; ++i)
             QVERIFY(lines[i].startsWith(QByteArray::number(i) + ',') && rmsd(lines[i]) >= rmsd(lines[i - 1]));
         for (qsizetype i = 0; i < faults.size(); ++i) {
@@ -56,18 +58,18 @@ private Q_SLOTS:
             QVERIFY2(row.startsWith(start) && row.contains(faults[i].second), row);
         }
         QCOMPARE(rank(files, "2"), one);
-        write("1.csv", rank(files.first(90), "1"));
-        write("2.csv", rank(files.mid(90), "2"));
-        QCOMPARE(run("rank --format csv --merge @1.csv @2.csv"), one);
-        QCOMPARE(m_status, 3);
+        m_program.write("1.csv", rank(files.first(90), "1"));
+        m_program.write("2.csv", rank(files.mid(90), "2"));
+        QCOMPARE(m_program.run("rank --format csv --merge @1.csv @2.csv"), one);
+        QCOMPARE(m_program.status, 3);
     }
 
     /// As the plug-in's own report has them, to its digits; in 2D both dimensions, and their mean in Hz.
     void numbersAreThePluginsOwn()
     {
-        const QByteArray fit = run("fit --nucleus 13C --experiment @list.csv", {m_files[7]});
+        const QByteArray fit = m_program.run("fit --nucleus 13C --experiment @list.csv", {m_files[7]});
         const auto ranked = [&](const char *options) {
-            return QJsonDocument::fromJson(run(options, {m_files[7]}))[u"rows"][0].toObject();
+            return QJsonDocument::fromJson(m_program.run(options, {m_files[7]}))[u"rows"][0].toObject();
         };
         const QJsonObject row = ranked("rank --nucleus 13C --experiment @list.csv --format json");
         QVERIFY2(fit.contains(u"to %1 ppm"_s.arg(row[u"reference"].toDouble()).toUtf8()), fit);
@@ -81,11 +83,12 @@ private Q_SLOTS:
 
     void refused()
     {
-        const QByteArray header = "rank,file,reference,offset,rmsd,peaks_simulated,peaks_experimental,message\n";
-        write("a.csv", header + "1,x,1,2,3,4,4,\n");
+        const QByteArray header = rank(m_files.first(1), "1").split('\n')[0] + '\n', rest(11, ',');
+        m_program.write("a.csv", header + "1,x,1,2,3,4,4,equal,4,4" + rest + '\n');
         const auto refuses = [&](int status, const char *line, const QByteArray &message, const QByteArray &part = {}) {
-            write("b.csv", part);
-            QVERIFY2(run(line).isEmpty() && m_status == status && m_errors.contains(message), line + m_errors);
+            m_program.write("b.csv", part);
+            QVERIFY2(m_program.run(line).isEmpty() && m_program.status == status && m_program.errors.contains(message),
+                     line + m_program.errors);
         };
         refuses(1, "rank x --nucleus 13C --experiment nowhere.csv", "nowhere.csv: there is no");
         refuses(1, "rank x --nucleus 13C --experiment @list.csv -o /no/x", "/no/x cannot be");
@@ -94,42 +97,24 @@ private Q_SLOTS:
         refuses(2, "rank --merge x --nucleus 13C", "--merge");
         const char *merge = "rank --merge @a.csv @b.csv";
         refuses(1, merge, "b.csv, line 1: expected the output of rank", "file,rmsd\n");
-        refuses(1, merge, "b.csv, line 3: expected a number", header + "1,y,1,2,3,4,4,\r\n2,z,1,2,3ppm,4,4,\n");
+        refuses(1, merge, "b.csv, line 3: expected a number",
+                header + "1,y,1,2,3,4,4,equal,4,4" + rest + "\r\n2,z,1,2,3ppm,4,4,equal,4,4" + rest + '\n');
         refuses(1, merge, "b.csv, line 2: the file ends", header + "1,y,1,2,3");
-        refuses(1, merge, "b.csv, line 2: expected either", header + ",y,,,,,,\n");
-        refuses(1, merge, "b.csv, line 3: x stands in ", header + "1,y,1,2,3,4,4,\n2,x,1,2,3,4,4,\n");
+        refuses(1, merge, "b.csv, line 2: expected either", header + ",y,,,,,,,," + rest + '\n');
+        refuses(1, merge, "b.csv, line 3: x stands in ",
+                header + "1,y,1,2,3,4,4,equal,4,4" + rest + "\n2,x,1,2,3,4,4,equal,4,4" + rest + '\n');
     }
 
 private:
-    QString path(const char *name) const { return m_directory.filePath(QString::fromUtf8(name)); }
-    QString write(const QByteArray &name, const QByteArray &text) const
-    {
-        QFile file(path(name));
-        if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
-            qFatal("a file of the test cannot be written");
-        return file.fileName();
-    }
-    /// The output; an @ stands for the directory of the files.
-    QByteArray run(const char *line, const QStringList &more = {})
-    {
-        QProcess process;
-        const QString all = QString::fromUtf8(line).replace(u'@', path("") + u'/');
-        process.start(QStringLiteral(WORKBENCH_PROGRAM), all.split(u' ') + more);
-        m_status = process.waitForFinished(120000) && !process.exitStatus() ? process.exitCode() : -1;
-        m_errors = process.readAllStandardError();
-        return process.readAllStandardOutput();
-    }
     QByteArray rank(const QStringList &files, const char *jobs)
     {
         const QByteArray line = "rank --nucleus 13C --experiment @list.csv --format csv --plugin-path @plugins";
-        return run((line + " --jobs " + jobs).constData(), files);
+        return m_program.run(line + " --jobs " + jobs, files);
     }
 
     const int m_right = 137;
-    QTemporaryDir m_directory;
+    Program m_program;
     QStringList m_files;
-    int m_status = 0;
-    QByteArray m_errors;
 };
 
 QTEST_GUILESS_MAIN(TestRank)

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/SpinSystem.h"
 
+#include "analysis/comparison/Lattice.h"
 #include "data/Error.h"
 #include "data/Nuclides.h"
-#include "data/NumberText.h"
-#include "support/MetaTypes.h"
 
 #include <QCoreApplication>
 
@@ -49,7 +48,7 @@ struct Principal {
     double eta() const { return aniso() == 0 ? 0 : (yy - xx) / aniso(); }
 };
 
-Principal principal(const DoubleVector &tensor)
+Principal principal(const Tensor3 &tensor)
 {
     const Eigen::Matrix3d raw = Eigen::Map<const Eigen::Matrix<double, 3, 3, Eigen::RowMajor>>(tensor.data());
     const Eigen::Matrix3d symmetric = 0.5 * (raw + raw.transpose());
@@ -67,95 +66,51 @@ Principal principal(const DoubleVector &tensor)
     return {iso, solver.eigenvalues()[x], solver.eigenvalues()[y], solver.eigenvalues()[z], eulerAngles(toPrincipal)};
 }
 
-struct Atom {
-    int record = 0;
-    QString element;
-    QString label; ///< as in the file, with the index where labels are shared
-    Eigen::Vector3d position = Eigen::Vector3d::Zero();
-    DoubleVector shielding; ///< empty: none
-    DoubleVector gradient;
-};
+using Chosen = std::vector<int>; ///< positions in CrystalStructure::atoms
 
-/// Tensors belong to an atom by label and index.
-QMap<std::pair<QStringList, int>, DoubleVector> tensorsOf(const QVariantMap &data, const char *key)
+SpinSystem::Site siteOf(const CrystalAtom &atom, const QString &name, const QString &nucleus,
+                        const SpinSystem::Options &options)
 {
-    QMap<std::pair<QStringList, int>, DoubleVector> tensors;
-    for (const QVariant &value : data.value(QLatin1String(key)).toMap()) {
-        const QVariantMap map = value.toMap();
-        const auto tensor = map.value(QStringLiteral("tensor")).value<DoubleVector>();
-        const bool isTensor = tensor.size() == 9
-            && std::all_of(tensor.begin(), tensor.end(), [](double element) { return std::isfinite(element); });
-        if (isTensor)
-            tensors.insert(
-                {map.value(QStringLiteral("labels")).toStringList(), map.value(QStringLiteral("No")).toInt()}, tensor);
-    }
-    return tensors;
-}
-
-std::vector<Atom> atomsOf(const QVariantMap &data)
-{
-    const auto shieldings = tensorsOf(data, "shieldings");
-    const auto gradients = tensorsOf(data, "EFG");
-    const bool numbered = data.value(QStringLiteral("numberToLabel")).toBool();
-    std::vector<Atom> atoms;
-    for (const QVariant &value : data.value(QStringLiteral("atoms")).toMap()) {
-        const QVariantMap map = value.toMap();
-        Atom atom;
-        const QStringList labels = map.value(QStringLiteral("labels")).toStringList();
-        const int number = map.value(QStringLiteral("No")).toInt();
-        atom.record = map.value(QStringLiteral("recordNo")).toInt();
-        atom.element = QString::fromLatin1(map.value(QStringLiteral("type")).toByteArray());
-        atom.label = labels.value(0) + (numbered ? QString() : QStringLiteral(".%1").arg(number));
-        const auto position = map.value(QStringLiteral("pos")).value<DoubleVector>();
-        if (position.size() == 3)
-            atom.position = {position[0], position[1], position[2]};
-        atom.shielding = shieldings.value({labels, number});
-        atom.gradient = gradients.value({labels, number});
-        atoms.push_back(atom);
-    }
-    // The map has its entries in the order of their keys as texts.
-    std::sort(atoms.begin(), atoms.end(), [](const Atom &a, const Atom &b) { return a.record < b.record; });
-    return atoms;
-}
-
-bool isWanted(const Atom &atom, const QString &nucleus, const QStringList &labels)
-{
-    return atom.element == Nuclides::element(nucleus)
-        && (labels.isEmpty() || labels.contains(atom.label) || labels.contains(atom.label.section(u'.', 0, 0)));
-}
-
-SpinSystem::Site siteOf(const Atom &atom, const QString &nucleus, const SpinSystem::Options &options)
-{
-    SpinSystem::Site site{nucleus, atom.label, {}, {}};
-    if (!atom.shielding.empty()) {
-        const Principal shielding = principal(atom.shielding);
-        const double iso = (atom.shielding[0] + atom.shielding[4] + atom.shielding[8]) / 3.0;
-        site.shift = {iso * options.slopes.value(nucleus, -1.0) + options.references.value(nucleus, 100.0),
+    SpinSystem::Site site{nucleus, name, {}, {}};
+    if (atom.shielding) {
+        const Principal shielding = principal(*atom.shielding);
+        site.shift = {*atom.isotropicShielding() * options.slopes.value(nucleus, -1.0)
+                          + options.references.value(nucleus, 100.0),
                       -shielding.aniso(), shielding.eta(), shielding.angles};
     }
     const double moment = Nuclides::table()[nucleus].quadrupoleMoment;
-    if (!atom.gradient.empty() && moment != 0) {
+    if (atom.gradient && moment != 0) {
         // e Q Vzz / h for Vzz in atomic units and Q in fm^2, in MHz; the same customary number as in the table.
         constexpr double megahertz = 2.3489;
-        const Principal gradient = principal(atom.gradient);
+        const Principal gradient = principal(*atom.gradient);
         site.quadrupole = {gradient.zz * (moment * megahertz) * 1e6, gradient.eta(), gradient.angles};
     }
     return site;
 }
 
-void addDipoles(SpinSystem &system, const std::vector<Atom> &atoms, double cutoff)
+/// From one atom to the other, in a lattice to its nearest image.
+Vector3 between(const CrystalAtom &from, const CrystalAtom &to, const std::optional<Lattice> &lattice)
 {
-    for (int i = 0; i < int(atoms.size()); ++i) {
-        for (int j = i + 1; j < int(atoms.size()); ++j) {
-            const Eigen::Vector3d between = atoms[j].position - atoms[i].position;
-            const double distance = between.norm();
+    if (lattice)
+        return lattice->nearestImage(from.position, to.position);
+    return {to.position[0] - from.position[0], to.position[1] - from.position[1], to.position[2] - from.position[2]};
+}
+
+void addDipoles(SpinSystem &system, const CrystalStructure &structure, const Chosen &chosen, double cutoff)
+{
+    const auto lattice = structure.lattice ? Lattice::of(*structure.lattice) : std::nullopt;
+    for (std::size_t i = 0; i < chosen.size(); ++i) {
+        for (std::size_t j = i + 1; j < chosen.size(); ++j) {
+            const Vector3 vector =
+                between(structure.atoms[std::size_t(chosen[i])], structure.atoms[std::size_t(chosen[j])], lattice);
+            const double distance = length(vector);
             const double coupling = dipolarCoupling(system.sites[i].nucleus, system.sites[j].nucleus, distance);
             if (!(distance <= cutoff) || distance < 1e-3 || coupling == 0)
                 continue;
             constexpr double degrees = 180 / std::numbers::pi;
-            const SpinSystem::Angles angles{0, std::acos(between.z() / distance) * degrees,
-                                            std::atan2(between.y(), -between.x()) * degrees};
-            system.dipoles.push_back({i, j, coupling, distance, angles});
+            const SpinSystem::Angles angles{0, std::acos(std::clamp(vector[2] / distance, -1.0, 1.0)) * degrees,
+                                            std::atan2(vector[1], -vector[0]) * degrees};
+            system.dipoles.push_back({int(i), int(j), coupling, distance, angles});
         }
     }
 }
@@ -175,8 +130,9 @@ constexpr const char *conventions =
     "#   Principal values: |zz-iso| >= |xx-iso| >= |yy-iso|, eta = (yy-xx)/(zz-iso), for shift and quadrupole alike.\n"
     "#   Shift: iso in ppm from the reference; anisotropy zz-iso in ppm, which is minus that of the shielding.\n"
     "#   Quadrupole: Cq = e Q Vzz / h in Hz with its sign.\n"
-    "#   Dipole: b = -mu0 hbar gamma_i gamma_j / (8 pi^2 r^3) in Hz (negative for gammas of one sign), between the\n"
-    "#   positions of the atoms as they stand, without images in other cells.\n"
+    "#   Dipole: b = -mu0 hbar gamma_i gamma_j / (8 pi^2 r^3) in Hz (negative for gammas of one sign), to the\n"
+    "#   nearest image of the other atom where the file has a lattice; a pair counts once, an atom's own images do "
+    "not.\n"
     "#   Euler angles alpha beta gamma in degrees (z, y', z'') lead from the principal axis frame to the Cartesian "
     "frame\n"
     "#   of the crystal: A(crystal) = R^T diag(xx, yy, zz) R with R = Rz(alpha) Ry(beta) Rz(gamma).\n"
@@ -187,13 +143,18 @@ constexpr const char *conventions =
 SpinSystem SpinSystem::fromData(const QVariantMap &data, const Options &options)
 {
     SpinSystem system;
-    const std::vector<Atom> all = atomsOf(data);
-    std::vector<Atom> chosen;
+    const CrystalStructure structure = CrystalStructure::fromData(data);
+    const auto isWanted = [&](int atom) {
+        return options.labels.isEmpty()
+            || std::any_of(options.labels.begin(), options.labels.end(),
+                           [&](const QString &label) { return structure.isNamed(atom, label); });
+    };
+    Chosen chosen;
     for (const QString &nucleus : options.nuclei) {
         const std::size_t before = chosen.size();
-        for (const Atom &atom : all) {
-            if (isWanted(atom, nucleus, options.labels))
-                chosen.push_back(atom);
+        for (int i = 0; i < int(structure.atoms.size()); ++i) {
+            if (structure.atoms[std::size_t(i)].element == Nuclides::element(nucleus) && isWanted(i))
+                chosen.push_back(i);
         }
         if (chosen.size() == before && options.labels.isEmpty())
             fail(Texts::tr("there is no site of %1").arg(nucleus));
@@ -202,13 +163,11 @@ SpinSystem SpinSystem::fromData(const QVariantMap &data, const Options &options)
                 Texts::tr("the gyromagnetic ratio of %1 is not known here: its dipole couplings are missing")
                     .arg(nucleus));
         for (std::size_t i = before; i < chosen.size() && i < mostSites; ++i)
-            system.sites.push_back(siteOf(chosen[i], nucleus, options));
+            system.sites.push_back(
+                siteOf(structure.atoms[std::size_t(chosen[i])], structure.name(chosen[i]), nucleus, options));
     }
     for (const QString &label : options.labels) {
-        const bool found = std::any_of(chosen.begin(), chosen.end(), [&](const Atom &atom) {
-            return atom.label == label || atom.label.section(u'.', 0, 0) == label;
-        });
-        if (!found)
+        if (std::none_of(chosen.begin(), chosen.end(), [&](int atom) { return structure.isNamed(atom, label); }))
             fail(
                 Texts::tr("there is no atom %1 of the nuclei %2").arg(label, options.nuclei.join(QLatin1String(", "))));
     }
@@ -224,7 +183,7 @@ SpinSystem SpinSystem::fromData(const QVariantMap &data, const Options &options)
             system.notes.append(
                 Texts::tr("%1 has no electric field gradient: its quadrupole coupling is missing").arg(site.label));
     }
-    addDipoles(system, chosen, options.cutoff);
+    addDipoles(system, structure, chosen, options.cutoff);
     return system;
 }
 

@@ -2,6 +2,7 @@
 #include "cli/Commands.h"
 
 #include "cli/CliErrors.h"
+#include "cli/ComparisonOptions.h"
 #include "cli/MessageLog.h"
 #include "cli/PrivateSettings.h"
 #include "cli/SimulateOptions.h"
@@ -48,6 +49,15 @@ CommandRun headless(std::function<void(HostApplication &, MessageLog &)> run, co
         }
         return ExitDone;
     };
+}
+
+void warnOfMethods(const std::vector<ReferenceSet> &sets, const QString &file)
+{
+    for (const ReferenceSet &set : sets) {
+        const QString warning = methodWarning(set, file);
+        if (!warning.isEmpty())
+            printError(QStringLiteral("magres-workbench: %1\n").arg(warning));
+    }
 }
 
 QString required(const CommandLine &line, const char *option)

@@ -24,9 +24,10 @@ QString helpOf(const Command &command)
 
 void checkFiles(const Command &command, const QStringList &files)
 {
-    if (command.files != Command::None && files.isEmpty())
+    const bool isNeeded = command.files == Command::One || command.files == Command::Several;
+    if (isNeeded && files.isEmpty())
         throw UsageError(QStringLiteral("FILE is missing"));
-    const qsizetype most = command.files == Command::Several ? files.size() : command.files == Command::One ? 1 : 0;
+    const qsizetype most = command.files == Command::None ? 0 : command.files == Command::One ? 1 : files.size();
     if (files.size() > most)
         throw UsageError(QStringLiteral("expected one FILE, found \"%1\" as well").arg(files[most]));
 }
@@ -55,8 +56,9 @@ const std::vector<OptionSpec> &commonOptions()
 const std::vector<Command> &commands()
 {
     static const std::vector<Command> list{
-        tableCommand(),      simulateCommand(), fitCommand(),        rmsdCommand(),     renderCommand(),
-        spinSystemCommand(), rankCommand(),     rankWorkerCommand(), completeCommand(), manualPagesCommand(),
+        tableCommand(),      simulateCommand(), fitCommand(),         rmsdCommand(),      renderCommand(),
+        spinSystemCommand(), compareCommand(),  rankCommand(),        calibrateCommand(), averageCommand(),
+        rankWorkerCommand(), completeCommand(), manualPagesCommand(),
     };
     return list;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cli/CommandLine.h"
+#include "formats/ReferenceSet.h"
 
 #include <functional>
 
@@ -27,7 +28,7 @@ CommandRun headless(std::function<void(HostApplication &, MessageLog &)> run, co
 /// A command of the program. Its arguments are understood, and refused, before a host is started.
 struct Command {
     /// Positional arguments.
-    enum Files { None, One, Several };
+    enum Files { None, One, Several, AnyNumber };
 
     const char *name;
     /// What follows the program's and the command's name.
@@ -50,6 +51,9 @@ Command rmsdCommand();
 Command renderCommand();
 Command spinSystemCommand();
 Command rankCommand();
+Command compareCommand();
+Command calibrateCommand();
+Command averageCommand();
 /// The workers of `rank`, started by the program itself.
 Command rankWorkerCommand();
 /// For the shell and for who packs the program.
@@ -64,6 +68,9 @@ std::vector<OptionSpec> withSimulateOptions(std::vector<OptionSpec> options);
 
 /// The line widths that a spectrum was made with.
 void reportLineWidths(const Simulation &simulation, bool onStandardError);
+
+/// Says on standard error where a reference set was calculated otherwise than the file.
+void warnOfMethods(const std::vector<ReferenceSet> &sets, const QString &file);
 
 /// The value of an option without which the command cannot be. Throws UsageError.
 QString required(const CommandLine &line, const char *option);

@@ -18,6 +18,7 @@ void stackWithExperiment(Simulation &simulation, const QString &file, const Simu
     if (!QFileInfo::exists(experiment))
         throw CommandError(QStringLiteral("%1: there is no such file").arg(experiment));
     simulation.readFile(file, options.isotopes);
+    warnOfMethods(options.sets, file);
     simulation.run(options);
     simulation.addExperiment(experiment);
 }

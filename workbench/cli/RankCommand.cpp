@@ -8,10 +8,17 @@
 #include "cli/RankWorkers.h"
 #include "host/FileFilterRegistry.h"
 #include "host/HostApplication.h"
+#include "host/MainScene.h"
+#include "analysis/comparison/PoolProbabilities.h"
+#include "data/NumberText.h"
+#include "data/ReaderText.h"
 #include "formats/OutputFiles.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QFileInfo>
+#include <QHash>
+#include <QRegularExpression>
 #include <QSet>
 
 #include <algorithm>
@@ -27,17 +34,11 @@ namespace {
 constexpr int mostWorkers = 1024;
 constexpr const char *workerName = "rank-worker";
 
-/// What both `rank` and its workers are given.
-std::vector<OptionSpec> measurementOptions()
-{
-    return withSimulateOptions({experimentOption()});
-}
-
 /// The options of the line that a worker needs, in a form in which values may begin with a dash.
 QStringList workerArguments(const CommandLine &line)
 {
     QStringList arguments{QLatin1String(workerName)};
-    for (const OptionSpec &option : measurementOptions()) {
+    for (const OptionSpec &option : RankPlan::specs()) {
         if (!option.value && line.has(option.name))
             arguments.append(CommandLine::shown(option.name));
         for (const QString &value : option.value ? line.values(option.name) : QStringList())
@@ -46,15 +47,81 @@ QStringList workerArguments(const CommandLine &line)
     return arguments;
 }
 
-Experiment readExperiment(const CommandLine &line, const SimulateOptions &options)
+/// The files of the command line and those of lists, one name a line.
+QStringList candidateFiles(const CommandLine &line)
 {
-    QStringList nuclei{options.dimension[0].nucleus};
-    if (options.twoDimensional)
-        nuclei.append(options.dimension[1].nucleus);
-    const QString path = line.value("experiment");
-    if (!QFileInfo::exists(path))
-        throw CommandError(QStringLiteral("%1: there is no such file").arg(path));
-    return Experiment(path, nuclei);
+    QStringList files = line.positional();
+    for (const QString &name : line.values("files-from")) {
+        QFile list(name);
+        const bool isOpen = name == u"-" ? list.open(stdin, QIODevice::ReadOnly) : list.open(QIODevice::ReadOnly);
+        if (!isOpen)
+            throw CommandError(QStringLiteral("%1: %2").arg(name, list.errorString()));
+        while (!list.atEnd()) {
+            QByteArray file = list.readLine();
+            while (file.endsWith('\n') || file.endsWith('\r'))
+                file.chop(1);
+            if (!file.isEmpty())
+                files.append(QString::fromUtf8(file));
+        }
+    }
+    if (files.isEmpty())
+        throw UsageError(QStringLiteral("FILE is missing"));
+    return files;
+}
+
+/// Energies of structures in kJ/mol, by the names under which a file gives them: "NAME ENERGY" or "NAME,ENERGY" a line.
+class Energies {
+public:
+    Energies(const QString &fileName, double temperature) : m_fileName(fileName), m_temperature(temperature)
+    {
+        constexpr qint64 largest = 256 << 20;
+        const QByteArray text = ReaderText::readText(fileName, largest);
+        static const QRegularExpression form(QStringLiteral("^\\s*(.*?)[,;\\s]+([-+.0-9eE]+)\\s*$"));
+        int read = 0;
+        for (ReaderText::Lines lines(ReaderText::view(text)); lines.next();) {
+            const QString content = ReaderText::decoded(lines.line()).section(u'#', 0, 0).trimmed();
+            if (content.isEmpty())
+                continue;
+            const auto match = form.match(content);
+            const QByteArray number = match.captured(2).toLatin1();
+            const auto energy = NumberText::parse<double>(ReaderText::view(number));
+            if (!energy && read++ == 0)
+                continue; // a header
+            if (!energy)
+                fail(fileName, lines.number(),
+                     Texts::tr("expected a structure and its energy, found %1").arg(ReaderText::excerpt(lines.line())));
+            const QString name = match.captured(1);
+            if (m_values.contains(name))
+                fail(fileName, lines.number(), Texts::tr("%1 has an energy already").arg(name));
+            m_values.insert(name, *energy);
+        }
+    }
+
+    /// By the whole name, the file's name, or that without its suffix.
+    double logWeight(const QString &file) const
+    {
+        for (const QString &name : {file, QFileInfo(file).fileName(), QFileInfo(file).completeBaseName()}) {
+            if (const auto found = m_values.constFind(name); found != m_values.constEnd())
+                return boltzmannWeights({*found}, m_temperature).front();
+        }
+        throw CommandError(QStringLiteral("%1: there is no energy of %2").arg(m_fileName, file));
+    }
+
+private:
+    QString m_fileName;
+    double m_temperature;
+    QHash<QString, double> m_values;
+};
+
+std::optional<Energies> readEnergies(const CommandLine &line)
+{
+    if (!line.has("energies") && line.has("temperature"))
+        throw UsageError(QStringLiteral("option --temperature goes with --energies"));
+    constexpr double roomTemperature = 298.15;
+    const double temperature = line.has("temperature")
+        ? OptionValues::positive(QStringLiteral("--temperature"), line.value("temperature"))
+        : roomTemperature;
+    return line.has("energies") ? std::optional(Energies(line.value("energies"), temperature)) : std::nullopt;
 }
 
 void refuseRepeated(const QStringList &files)
@@ -89,9 +156,9 @@ public:
             OutputFiles().open(m_fileName);
     }
 
-    void write(const std::vector<RankRow> &rows, int dimensions) const
+    void write(const std::vector<RankRow> &rows, const RankLayout &layout) const
     {
-        const QByteArray table = RankTable::write(rows, dimensions, m_format);
+        const QByteArray table = RankTable::write(rows, layout, m_format);
         if (m_fileName.isEmpty())
             return printOut(QString::fromUtf8(table));
         OutputFiles files;
@@ -105,10 +172,10 @@ private:
 };
 
 /// Prints the table and tells by the exit status whether it is whole.
-int finish(std::vector<RankRow> rows, int dimensions, const RankOutput &output)
+int finish(std::vector<RankRow> rows, const RankLayout &layout, const RankOutput &output)
 {
-    RankTable::sort(rows);
-    output.write(rows, dimensions);
+    RankTable::sort(rows, layout);
+    output.write(rows, layout);
     const auto failed = std::count_if(rows.begin(), rows.end(), [](const RankRow &row) { return row.failed(); });
     if (failed > 0)
         printError(QStringLiteral("magres-workbench rank: %1 of %2 files failed\n").arg(failed).arg(rows.size()));
@@ -127,25 +194,56 @@ CommandRun prepareMerge(const CommandLine &line)
     const QStringList parts = line.positional();
     return [=](const ProgramStart &) {
         const RankTable::Part all = RankTable::merge(parts);
-        return finish(all.rows, all.dimensions, output);
+        return finish(all.rows, all.layout, output);
     };
+}
+
+void printNotes(const QStringList &notes)
+{
+    for (const QString &note : notes)
+        printError(QStringLiteral("magres-workbench rank: %1\n").arg(note));
+}
+
+/// Of the structures that were calculated otherwise than a reference set, as far as that can be seen.
+void warnOfRankMethods(const RankPlan &plan, const QStringList &files)
+{
+    for (const ComparisonOptions::Nucleus &nucleus : plan.shifts.nuclei) {
+        QStringList warnings;
+        for (const QString &file : nucleus.set ? files : QStringList())
+            warnings.append(methodWarning(*nucleus.set, file));
+        warnings.removeAll(QString());
+        printNotes(warnings.mid(0, 1));
+        if (warnings.size() > 1)
+            printNotes({QStringLiteral("%1 more files were calculated otherwise").arg(warnings.size() - 1)});
+    }
 }
 
 CommandRun prepareRank(const CommandLine &line)
 {
-    refuseRepeated(line.positional());
-    if (line.has("merge"))
+    if (line.has("merge")) {
+        if (line.positional().isEmpty())
+            throw UsageError(QStringLiteral("FILE is missing"));
+        refuseRepeated(line.positional());
         return prepareMerge(line);
-    required(line, "nucleus");
-    required(line, "experiment");
-    const SimulateOptions options = SimulateOptions::parse(line);
+    }
+    const RankPlan plan = RankPlan::parse(line);
+    if (line.has("energies") && (plan.spectrum || !plan.shifts.nuclei.front().sigma))
+        throw UsageError(QStringLiteral("option --energies needs the error of calculated shifts (--sigma)"));
     const RankOutput output(line);
     const int jobs =
         line.has("jobs") ? OptionValues::count(CommandLine::shown("jobs"), line.value("jobs"), mostWorkers) : 1;
+    const QStringList files = candidateFiles(line);
+    refuseRepeated(files);
+    const std::optional<Energies> energies = readEnergies(line);
     return [=](const ProgramStart &start) {
-        readExperiment(line, options);
+        QStringList notes;
+        RankMeasurement(plan, &notes);
+        printNotes(notes);
+        warnOfRankMethods(plan, files);
         output.check();
-        const QStringList files = line.positional();
+        std::vector<double> priors;
+        for (const QString &file : energies ? files : QStringList())
+            priors.push_back(energies->logWeight(file));
         // Workers put theirs inside: one that crashes leaves nothing behind.
         const PrivateSettings directory;
         const QCoreApplication application(start.argc, start.argv);
@@ -157,7 +255,7 @@ CommandRun prepareRank(const CommandLine &line)
             crew.arguments.append(QStringLiteral("--plugin-path=") + start.pluginDirectory);
         crew.arguments.append(QStringLiteral("--settings=") + directory.path());
         crew.workers = jobs;
-        crew.dimensions = options.twoDimensional ? 2 : 1;
+        crew.layout = plan.layout();
         crew.progress = [&](int done, const QString &file) { progress.show(done, files.size(), file); };
         crew.chatter = [&](const QByteArray &text) {
             if (!text.isEmpty())
@@ -165,8 +263,10 @@ CommandRun prepareRank(const CommandLine &line)
             printError(QString::fromUtf8(text));
         };
         std::vector<RankRow> rows = RankWorkers::measure(crew, files);
+        for (std::size_t i = 0; i < priors.size(); ++i)
+            rows[i].logPrior = priors[i];
         progress.clear();
-        return finish(std::move(rows), crew.dimensions, output);
+        return finish(std::move(rows), crew.layout, output);
     };
 }
 
@@ -183,14 +283,15 @@ void keepMemory()
 
 CommandRun prepareWorker(const CommandLine &line)
 {
-    const SimulateOptions options = SimulateOptions::parse(line);
+    const RankPlan plan = RankPlan::parse(line);
     const auto run = [=](HostApplication &host, MessageLog &log) {
         if (host.fileFilters().filters().isEmpty())
             throw CommandError(QStringLiteral("no plug-in with a file filter is loaded"));
-        const Experiment experiment = readExperiment(line, options);
+        const RankMeasurement measurement(plan);
         keepMemory();
-        RankMeasurement measurement(host, log, options, experiment);
-        RankWorkers::serve(measurement, options.twoDimensional ? 2 : 1);
+        host.scene().setDrawn(false);
+        const auto measure = [&](const QString &file) { return measurement.measure(host, log, file); };
+        RankWorkers::serve(measure, plan.layout());
     };
     return headless(run, line.value("settings"));
 }
@@ -206,28 +307,39 @@ Command rankCommand()
         {"merge", nullptr,
          "Join the csv outputs of several runs, given in place of structures, into one table. Only --format and -o go "
          "with it."},
+        {"files-from", "LIST", "A file with the names of structures, one a line; - for standard input.", true},
+        {"energies", "LIST",
+         "A file with the energy of each structure, one a line: name and energy per formula unit in kJ/mol. They weigh "
+         "the probabilities."},
+        {"temperature", "K", "Temperature of that weight. Default: 298.15."},
     };
-    const std::vector<OptionSpec> more = measurementOptions();
+    const std::vector<OptionSpec> more = RankPlan::specs();
     options.insert(options.end(), more.begin(), more.end());
     Command command;
     command.name = "rank";
-    command.usage = "FILE... --experiment EXP --nucleus NUC [--jobs N] [options] [-o OUT]\n"
+    command.usage = "FILE... --experiment [NUC=]EXP... [--nucleus NUC] [--jobs N] [options] [-o OUT]\n"
                     "  magres-workbench rank --merge PART.csv... [--format FORMAT] [-o OUT]";
-    command.summary = "Ranks candidate structures by how well their spectra fit an experiment.";
+    command.summary = "Ranks candidate structures by how well their shifts fit what was measured.";
     command.details =
-        "Each structure is simulated, its shift reference moved to the experiment (as by fit), and its RMSD taken. "
-        "The\n"
-        "table lists the smallest RMSD first, with the reference, the offset by which it was moved, and the numbers "
-        "of\n"
-        "simulated and experimental peaks; structures that failed stand at the end with the reason. In 2D the ranking\n"
-        "RMSD is the root mean square of both dimensions' in Hz, given in ppm of F2. Points, ranges and line widths\n"
-        "have no bearing on the result. csv and json have full precision.\n"
+        "Of one nucleus, the table lists the smallest RMSD first, with the reference that fits best, its offset from\n"
+        "--reference (100 ppm), and the numbers of simulated and experimental peaks; of several nuclei, the highest\n"
+        "probability. Lines and sites need not be as many: how they were paired is said. Chi-square per degree of\n"
+        "freedom and its p tell whether a structure explains the lines at all (below 0.001 the fit is bad), the\n"
+        "probability which of the pool does it best, given that one is right; that with errors half as large again\n"
+        "stands beside it. With --nucleus-f1 or --quad-shift spectra are simulated, which need as many peaks as were\n"
+        "measured; in 2D the ranking RMSD is the root mean square of both dimensions' in Hz, given in ppm of F2. "
+        "Points,\n"
+        "ranges and line widths have no bearing on the result. Structures that failed stand at the end with the "
+        "reason.\n"
+        "csv and json have full precision.\n"
         "Exit status: 0, 3 when some structures failed, 1 when nothing could be done, 2 wrong usage.\n\n"
         "Examples:\n"
         "  magres-workbench rank candidates/*.magres --nucleus 13C --experiment 13C.csv --jobs 4 -o ranking.csv\n"
+        "  magres-workbench rank candidates/*.magres --experiment 13C=c.csv --experiment 1H=h.csv --average ch3\n"
+        "  find pool -name '*.magres' | magres-workbench rank --files-from - --experiment 1H=h.csv -o ranking.csv\n"
         "  magres-workbench rank --merge part-*.csv -o ranking.csv";
     command.options = options;
-    command.files = Command::Several;
+    command.files = Command::AnyNumber;
     command.prepare = prepareRank;
     return command;
 }
@@ -239,7 +351,7 @@ Command rankWorkerCommand()
     command.usage = "";
     command.summary = "Started by rank.";
     command.details = "";
-    command.options = measurementOptions();
+    command.options = RankPlan::specs();
     command.options.push_back({"settings", "DIR", "Where the worker's settings go."});
     command.files = Command::None;
     command.prepare = prepareWorker;

@@ -2,16 +2,19 @@
 #include "cli/RankMeasurement.h"
 
 #include "cli/CliErrors.h"
+#include "cli/Commands.h"
 #include "cli/MessageLog.h"
 #include "cli/Simulation.h"
 #include "host/DataEngine.h"
 #include "data/Elision.h"
 #include "host/HostApplication.h"
 #include "host/MainScene.h"
+#include "data/Nuclides.h"
 #include "data/NumberText.h"
 #include "items/DocumentItem.h"
 #include "items/plot/NmrData.h"
 
+#include <QFileInfo>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -114,59 +117,283 @@ double overall(const std::vector<double> &rmsd, const Simulation &simulation)
 
 } // namespace
 
-RankMeasurement::RankMeasurement(HostApplication &host, MessageLog &log, const SimulateOptions &options,
-                                 const Experiment &experiment)
-    : m_host(host), m_log(log), m_options(options), m_experiment(experiment)
+namespace {
+
+void emptyDocument(HostApplication &host, MessageLog &log)
 {
-    m_host.scene().setDrawn(false);
+    for (DocumentItem *item : host.scene().documentItems()) {
+        host.scene().detach(item);
+        delete item;
+    }
+    DataEngine &data = host.documentData();
+    for (const QUuid &id : data.ids())
+        data.remove(id);
+    log.takeInformation();
+    log.takeErrors();
 }
 
-RankRow RankMeasurement::measure(const QString &file)
+/// A peak that a spectrum would have. The protons of an averaged group make one that is higher than the three.
+struct Peak {
+    double shift = 0; ///< ppm
+    double height = 1;
+};
+
+std::vector<Peak> simulatedPeaks(const CrystalStructure &structure, const NucleusMeasurement &measurement,
+                                 UniqueSites::Averaging averaging, double reference)
+{
+    std::vector<Peak> peaks;
+    for (const UniqueSite &site :
+         UniqueSites::of(structure, {0, averaging}).ofElement(Nuclides::element(measurement.nucleus))) {
+        if (site.shielding)
+            peaks.push_back(
+                {reference + measurement.scale.slope.value_or(-1.0) * *site.shielding, site.nuclei() == 3 ? 4.0 : 1.0});
+    }
+    std::stable_sort(peaks.begin(), peaks.end(), [](const Peak &a, const Peak &b) { return a.shift > b.shift; });
+    return peaks;
+}
+
+/// The measured line of each peak, largest shift first; nothing unless they are as many, or as many as the peaks at
+/// different places.
+std::vector<double> linesOfPeaks(const std::vector<Peak> &peaks, const std::vector<MeasuredLine> &lines)
+{
+    QList<SpectrumPeak> simulated;
+    for (const Peak &peak : peaks) {
+        simulated.append(SpectrumPeak());
+        simulated.last().f2 = peak.shift;
+    }
+    std::vector<PeakListFile::Peak> measured(lines.size());
+    for (std::size_t i = 0; i < lines.size(); ++i)
+        measured[i].f2 = lines[i].shift;
+    std::vector<double> shifts;
+    for (const PeakListFile::Peak &peak : ExperimentFile::countedLike(simulated, measured))
+        shifts.push_back(peak.f2);
+    std::stable_sort(shifts.begin(), shifts.end(), std::greater<>());
+    return shifts.size() == peaks.size() ? shifts : std::vector<double>();
+}
+
+/// Of a single nucleus: the reference and the RMSD of Auto reference and RMSD, where these can be had. They count every
+/// peak by its height, and so a methyl group four times.
+void takeNumbersOfSpectra(const std::vector<Peak> &peaks, const std::vector<double> &lines, double reference,
+                          RankRow &row)
+{
+    double sum = 0, weights = 0;
+    for (std::size_t i = 0; i < peaks.size(); ++i) {
+        sum += peaks[i].height * (lines[i] - peaks[i].shift);
+        weights += peaks[i].height;
+    }
+    const double offset = sum / weights;
+    double squares = 0;
+    for (std::size_t i = 0; i < peaks.size(); ++i) {
+        const double difference = lines[i] - peaks[i].shift - offset;
+        squares += peaks[i].height * difference * difference;
+    }
+    row.parts[0].reference = reference + offset;
+    row.parts[0].offset = offset;
+    row.parts[0].rmsd = std::sqrt(squares / weights);
+}
+
+/// The plug-in's start where nobody gives a reference.
+constexpr double usualReference = 100;
+
+double startReference(const ComparisonOptions::Nucleus &nucleus)
+{
+    return nucleus.reference.value_or(nucleus.set ? nucleus.set->calibration.reference : usualReference);
+}
+
+RankRow::Part partOf(const NucleusComparison &comparison, const NucleusMeasurement &measurement, double reference)
+{
+    const Agreement &agreement = comparison.agreement;
+    RankRow::Part part;
+    part.reference = agreement.reference;
+    part.offset = agreement.reference - reference;
+    part.rmsd = agreement.rmsd;
+    part.pairing = comparison.pairing.text();
+    part.sites = double(comparison.sites.size());
+    part.lines = double(measurement.lines.size());
+    part.sigma = measurement.sigma;
+    if (const auto &chiSquare = comparison.chiSquare) {
+        part.chiSquare = chiSquare->value;
+        part.degreesOfFreedom = chiSquare->degreesOfFreedom;
+        part.p = chiSquare->p;
+    }
+    return part;
+}
+
+/// What all nuclei say together; nothing where the error of one is not known.
+void takeTogether(const std::vector<NucleusComparison> &comparisons,
+                  const std::vector<NucleusMeasurement> &measurements, RankRow &row)
+{
+    constexpr double wide = 1.5;
+    double value = 0, logLikelihood = 0, wideLogLikelihood = 0;
+    int degreesOfFreedom = 0;
+    for (std::size_t i = 0; i < comparisons.size(); ++i) {
+        const auto narrowOne = comparisons[i].logLikelihood(measurements[i], 1);
+        if (!narrowOne)
+            return;
+        logLikelihood += *narrowOne;
+        wideLogLikelihood += *comparisons[i].logLikelihood(measurements[i], wide);
+        value += comparisons[i].chiSquare->value;
+        degreesOfFreedom += comparisons[i].chiSquare->degreesOfFreedom;
+    }
+    const ChiSquare all = ChiSquare::of(value, degreesOfFreedom);
+    row.chiSquare = all.value;
+    row.degreesOfFreedom = all.degreesOfFreedom;
+    row.p = all.p;
+    row.logLikelihood = logLikelihood;
+    row.wideLogLikelihood = wideLogLikelihood;
+    const auto isBad = [](const std::optional<double> &p) { return p && *p < RankTable::smallestP; };
+    const bool anyBad = isBad(row.p)
+        || std::any_of(row.parts.begin(), row.parts.end(), [&](const RankRow::Part &part) { return isBad(part.p); });
+    row.fit = anyBad ? QStringLiteral("bad") : row.p ? QStringLiteral("ok") : QString();
+}
+
+} // namespace
+
+std::vector<OptionSpec> RankPlan::specs()
+{
+    std::vector<OptionSpec> options = ComparisonOptions::specs();
+    options.push_back({"window", "NUC=PPM",
+                       "Range in which the reference of a nucleus may lie, for the probabilities. Default: 20.", true});
+    for (const OptionSpec &option : SimulateOptions::specs()) {
+        const bool isThere = std::any_of(options.begin(), options.end(), [&](const OptionSpec &other) {
+            return std::string_view(other.name) == option.name;
+        });
+        if (!isThere)
+            options.push_back(option);
+    }
+    return options;
+}
+
+RankPlan RankPlan::parse(const CommandLine &line)
+{
+    RankPlan plan;
+    plan.isotopes = parseIsotopes(line);
+    if (line.has("nucleus-f1") || line.has("quad-shift") || line.value("dims") == u"2") {
+        required(line, "nucleus");
+        plan.experiment = required(line, "experiment");
+        for (const char *option : {"sigma", "window", "unmatched", "ignore-labels", "symmetry-tolerance"}) {
+            if (line.has(option))
+                throw UsageError(
+                    QStringLiteral("option %1 goes with shifts of 1D spectra alone").arg(CommandLine::shown(option)));
+        }
+        plan.spectrum = SimulateOptions::parse(line);
+        return plan;
+    }
+    plan.shifts = ComparisonOptions::parse(line);
+    // Options of spectra have no bearing on shifts, but wrong values are still wrong.
+    const bool isPlain = plan.shifts.nuclei.size() == 1 && !line.value("reference").contains(u'=')
+        && !line.value("slope").contains(u'=') && line.value("slope") != u"fit";
+    if (isPlain)
+        SimulateOptions::parse(line);
+    for (const ComparisonOptions::Nucleus &nucleus : plan.shifts.nuclei) {
+        if (nucleus.fitsSlope)
+            throw UsageError(QStringLiteral("option --slope: a slope fitted to each structure would hide how it fits"));
+        if (plan.shifts.nuclei.size() > 1 && !nucleus.sigma)
+            throw UsageError(QStringLiteral("option --sigma: the error of calculated shifts of %1 is needed, as in "
+                                            "--sigma %1=5")
+                                 .arg(nucleus.name));
+    }
+    return plan;
+}
+
+RankLayout RankPlan::layout() const
+{
+    RankLayout layout;
+    if (spectrum)
+        return {{QString()}, spectrum->twoDimensional};
+    for (const ComparisonOptions::Nucleus &nucleus : shifts.nuclei)
+        layout.nuclei.append(shifts.nuclei.size() == 1 ? QString() : nucleus.name);
+    return layout;
+}
+
+RankMeasurement::RankMeasurement(const RankPlan &plan, QStringList *notes) : m_plan(plan)
+{
+    QStringList all;
+    if (const auto &spectrum = m_plan.spectrum) {
+        if (!QFileInfo::exists(m_plan.experiment))
+            throw CommandError(QStringLiteral("%1: there is no such file").arg(m_plan.experiment));
+        QStringList nuclei{spectrum->dimension[0].nucleus};
+        if (spectrum->twoDimensional)
+            nuclei.append(spectrum->dimension[1].nucleus);
+        m_experiment.emplace(m_plan.experiment, nuclei);
+        all = m_experiment->notes();
+    } else {
+        m_measurements = m_plan.shifts.read(&all);
+        // A reference that is given is where the offset counts from; it is free all the same.
+        for (NucleusMeasurement &measurement : m_measurements)
+            measurement.scale.reference.reset();
+    }
+    if (notes)
+        notes->append(all);
+}
+
+RankRow RankMeasurement::measure(HostApplication &host, MessageLog &log, const QString &file) const
 {
     RankRow row;
     row.file = file;
     try {
-        compare(file, row);
+        m_experiment ? compareSpectra(host, log, row) : compareShifts(host, log, row);
     } catch (const std::exception &error) {
-        row.dimensions.clear();
+        row.parts.clear();
         // The plug-in's general advice stands before the cause.
         row.message = elided(QString::fromUtf8(error.what()).section(QStringLiteral("\n\n"), -1).simplified());
         if (row.message.isEmpty())
             row.message = QStringLiteral("failed without a message");
     }
-    emptyDocument();
+    emptyDocument(host, log);
     return row;
 }
 
-void RankMeasurement::compare(const QString &file, RankRow &row)
+void RankMeasurement::compareShifts(HostApplication &host, MessageLog &log, RankRow &row) const
 {
-    Simulation simulation(m_host, m_log);
-    simulation.readFile(file, m_options.isotopes);
-    simulation.runForPeaks(m_options);
-    row.simulatedPeaks = int(simulation.peaks().size());
-    const std::vector<double> before = references(simulation, m_options);
-    const QUuid experiment = simulation.addExperiment(m_experiment);
-    row.experimentalPeaks = int(simulation.data().spectrum(experiment).peaks.size());
+    Simulation simulation(host, log);
+    simulation.readFile(row.file, m_plan.isotopes);
+    const CrystalStructure structure = simulation.structure();
+    const UniqueSites unique = UniqueSites::of(structure, m_plan.shifts.sites);
+    std::vector<NucleusComparison> comparisons;
+    std::vector<RankRow::Part> parts;
+    for (std::size_t i = 0; i < m_measurements.size(); ++i) {
+        comparisons.push_back(NucleusComparison::of(structure, unique, m_measurements[i]));
+        parts.push_back(partOf(comparisons[i], m_measurements[i], startReference(m_plan.shifts.nuclei[i])));
+    }
+    row.parts = std::move(parts);
+    takeTogether(comparisons, m_measurements, row);
+    if (comparisons.size() > 1)
+        return;
 
-    simulation.fitReference();
-    const std::vector<double> after = references(simulation, m_options);
-    const std::vector<double> rmsd = rmsds(simulation, experiment, int(after.size()));
-    row.rmsd = overall(rmsd, simulation);
-    for (std::size_t d = 0; d < after.size(); ++d)
-        row.dimensions.push_back({after[d], after[d] - before[d], rmsd[d]});
+    const NucleusMeasurement &measurement = m_measurements[0];
+    const double reference = startReference(m_plan.shifts.nuclei[0]);
+    const auto peaks = simulatedPeaks(structure, measurement, m_plan.shifts.sites.averaging, reference);
+    const auto lines = linesOfPeaks(peaks, measurement.lines);
+    const LinePairing &pairing = comparisons[0].pairing;
+    if (!lines.empty() && pairing.mode == LinePairing::Mode::Equal && pairing.assignedLines == 0 && !pairing.byCounts)
+        takeNumbersOfSpectra(peaks, lines, reference, row);
+    row.rmsd = row.parts[0].rmsd;
+    row.simulatedPeaks = double(peaks.size());
+    row.experimentalPeaks = double(lines.empty() ? measurement.lines.size() : lines.size());
 }
 
-void RankMeasurement::emptyDocument()
+void RankMeasurement::compareSpectra(HostApplication &host, MessageLog &log, RankRow &row) const
 {
-    for (DocumentItem *item : m_host.scene().documentItems()) {
-        m_host.scene().detach(item);
-        delete item;
+    const SimulateOptions &options = *m_plan.spectrum;
+    Simulation simulation(host, log);
+    simulation.readFile(row.file, m_plan.isotopes);
+    simulation.runForPeaks(options);
+    row.simulatedPeaks = double(simulation.peaks().size());
+    const std::vector<double> before = references(simulation, options);
+    const QUuid experiment = simulation.addExperiment(*m_experiment);
+    row.experimentalPeaks = double(simulation.data().spectrum(experiment).peaks.size());
+
+    simulation.fitReference();
+    const std::vector<double> after = references(simulation, options);
+    const std::vector<double> rmsd = rmsds(simulation, experiment, int(after.size()));
+    row.rmsd = overall(rmsd, simulation);
+    for (std::size_t d = 0; d < after.size(); ++d) {
+        row.parts.emplace_back();
+        row.parts.back().reference = after[d];
+        row.parts.back().offset = after[d] - before[d];
+        row.parts.back().rmsd = rmsd[d];
     }
-    DataEngine &data = m_host.documentData();
-    for (const QUuid &id : data.ids())
-        data.remove(id);
-    m_log.takeInformation();
-    m_log.takeErrors();
 }
 
 } // namespace Workbench

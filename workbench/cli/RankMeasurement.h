@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "cli/ComparisonOptions.h"
 #include "cli/RankTable.h"
 #include "cli/SimulateOptions.h"
 #include "formats/ExperimentFile.h"
@@ -10,24 +11,37 @@ namespace Workbench {
 class HostApplication;
 class MessageLog;
 
-/// Holds candidate structures against one experiment, one after the other, in one host. Each is taken through the
-/// plug-in's own commands, and nothing of it stays in the host.
+/// What structures are ranked by: the shifts of any number of nuclei, or a 2D spectrum or one with quadrupolar shifts,
+/// which the plug-in has to simulate.
+struct RankPlan {
+    std::optional<SimulateOptions> spectrum; ///< where one is simulated
+    QString experiment; ///< of that spectrum
+    ComparisonOptions shifts; ///< where none is
+    QMap<QString, QString> isotopes;
+
+    static std::vector<OptionSpec> specs();
+    /// Throws UsageError.
+    static RankPlan parse(const CommandLine &line);
+    RankLayout layout() const;
+};
+
+/// Holds candidate structures against one plan, one after the other, in one host. Nothing of a structure stays in the
+/// host.
 class RankMeasurement {
 public:
-    RankMeasurement(HostApplication &host, MessageLog &log, const SimulateOptions &options,
-                    const Experiment &experiment);
+    /// Reads the experiments. Errors name the file; what was assumed in reading goes to `notes`.
+    explicit RankMeasurement(const RankPlan &plan, QStringList *notes = nullptr);
 
     /// Whatever goes wrong with the file is the row's message.
-    RankRow measure(const QString &file);
+    RankRow measure(HostApplication &host, MessageLog &log, const QString &file) const;
 
 private:
-    void compare(const QString &file, RankRow &row);
-    void emptyDocument();
+    void compareShifts(HostApplication &host, MessageLog &log, RankRow &row) const;
+    void compareSpectra(HostApplication &host, MessageLog &log, RankRow &row) const;
 
-    HostApplication &m_host;
-    MessageLog &m_log;
-    const SimulateOptions &m_options;
-    const Experiment &m_experiment;
+    RankPlan m_plan;
+    std::vector<NucleusMeasurement> m_measurements;
+    std::optional<Experiment> m_experiment;
 };
 
 } // namespace Workbench

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/RankTable.h"
 
+#include "analysis/comparison/PoolProbabilities.h"
 #include "data/NumberText.h"
 #include "data/ReaderText.h"
 
@@ -10,7 +11,8 @@
 #include <QJsonObject>
 
 #include <algorithm>
-#include <span>
+#include <functional>
+#include <limits>
 
 namespace Workbench {
 
@@ -23,45 +25,157 @@ namespace {
 
 constexpr qint64 largestPart = qint64(512) << 20;
 
-/// A column: its name in CSV and JSON, its title in text, and how a row's value goes in and comes out.
+/// A column of the CSV and JSON forms: a number or a text, of a part of the row or of the whole.
 struct Column {
-    const char *name;
-    const char *title;
-    double RankRow::Dimension::*value;
-    int dimension;
+    QByteArray name;
+    std::optional<double> RankRow::*number = nullptr;
+    QString RankRow::*text = nullptr;
+    int part = 0;
+    std::optional<double> RankRow::Part::*partNumber = nullptr;
+    QString RankRow::Part::*partText = nullptr;
+    bool isNeeded = false; ///< in every row with a rank
+
+    bool isText() const { return text || partText; }
+    /// Null where the row has no such part.
+    std::optional<double> *numberIn(RankRow &row) const
+    {
+        if (number)
+            return &(row.*number);
+        return std::size_t(part) < row.parts.size() ? &(row.parts[std::size_t(part)].*partNumber) : nullptr;
+    }
+    QString *textIn(RankRow &row) const
+    {
+        if (text)
+            return &(row.*text);
+        return std::size_t(part) < row.parts.size() ? &(row.parts[std::size_t(part)].*partText) : nullptr;
+    }
+    std::optional<double> value(const RankRow &row) const
+    {
+        const auto *found = numberIn(const_cast<RankRow &>(row));
+        return found ? *found : std::nullopt;
+    }
+    QString textValue(const RankRow &row) const
+    {
+        const QString *found = textIn(const_cast<RankRow &>(row));
+        return found ? *found : QString();
+    }
 };
 
-constexpr Column numberColumns1D[] = {
-    {"reference", "Reference, ppm", &RankRow::Dimension::reference, 0},
-    {"offset", "Offset, ppm", &RankRow::Dimension::offset, 0},
-};
-constexpr Column numberColumns2D[] = {
-    {"reference", "Reference, ppm", &RankRow::Dimension::reference, 0},
-    {"reference_f1", "Reference F1, ppm", &RankRow::Dimension::reference, 1},
-    {"offset", "Offset, ppm", &RankRow::Dimension::offset, 0},
-    {"offset_f1", "Offset F1, ppm", &RankRow::Dimension::offset, 1},
-    {"rmsd_f2", "RMSD F2, ppm", &RankRow::Dimension::rmsd, 0},
-    {"rmsd_f1", "RMSD F1, ppm", &RankRow::Dimension::rmsd, 1},
-};
-
-std::span<const Column> numberColumns(int dimensions)
+Column whole(const char *name, std::optional<double> RankRow::*number, bool isNeeded = false)
 {
-    if (dimensions == 2)
-        return numberColumns2D;
-    return numberColumns1D;
+    Column column;
+    column.name = name;
+    column.number = number;
+    column.isNeeded = isNeeded;
+    return column;
 }
 
-/// Everything of a line of the CSV form: rank, file, the numbers, then these.
-constexpr const char *lastColumns[] = {"rmsd", "peaks_simulated", "peaks_experimental", "message"};
+Column whole(const char *name, QString RankRow::*text)
+{
+    Column column;
+    column.name = name;
+    column.text = text;
+    return column;
+}
 
-QByteArray header(int dimensions)
+Column ofPart(int part, const QByteArray &name, std::optional<double> RankRow::Part::*number, bool isNeeded = false)
+{
+    Column column;
+    column.name = name;
+    column.part = part;
+    column.partNumber = number;
+    column.isNeeded = isNeeded;
+    return column;
+}
+
+Column ofPart(int part, const QByteArray &name, QString RankRow::Part::*text)
+{
+    Column column;
+    column.name = name;
+    column.part = part;
+    column.partText = text;
+    return column;
+}
+
+std::vector<Column> planeColumns()
+{
+    using Part = RankRow::Part;
+    return {ofPart(0, "reference", &Part::reference, true),
+            ofPart(1, "reference_f1", &Part::reference, true),
+            ofPart(0, "offset", &Part::offset, true),
+            ofPart(1, "offset_f1", &Part::offset, true),
+            ofPart(0, "rmsd_f2", &Part::rmsd, true),
+            ofPart(1, "rmsd_f1", &Part::rmsd, true),
+            whole("rmsd", &RankRow::rmsd, true),
+            whole("peaks_simulated", &RankRow::simulatedPeaks),
+            whole("peaks_experimental", &RankRow::experimentalPeaks)};
+}
+
+/// Everything between the file and the message.
+std::vector<Column> columnsOf(const RankLayout &layout)
+{
+    if (layout.plane)
+        return planeColumns();
+    using Part = RankRow::Part;
+    const bool isSingle = layout.nuclei.size() == 1;
+    std::vector<Column> columns;
+    for (int i = 0; i < layout.parts(); ++i) {
+        const QByteArray prefix = isSingle ? QByteArray() : layout.nuclei[i].toLatin1() + '_';
+        const auto add = [&](const char *name, auto member, auto... isNeeded) {
+            columns.push_back(ofPart(i, prefix + name, member, isNeeded...));
+        };
+        add("reference", &Part::reference, true);
+        add("offset", &Part::offset, true);
+        if (isSingle) {
+            columns.push_back(whole("rmsd", &RankRow::rmsd, true));
+            columns.push_back(whole("peaks_simulated", &RankRow::simulatedPeaks));
+            columns.push_back(whole("peaks_experimental", &RankRow::experimentalPeaks));
+        } else {
+            add("rmsd", &Part::rmsd, true);
+        }
+        add("pairing", &Part::pairing);
+        add("sites", &Part::sites);
+        add("lines", &Part::lines);
+        add("sigma", &Part::sigma);
+        add("chi2", &Part::chiSquare);
+        add("dof", &Part::degreesOfFreedom);
+        add("p", &Part::p);
+    }
+    if (!isSingle) {
+        columns.push_back(whole("chi2", &RankRow::chiSquare));
+        columns.push_back(whole("dof", &RankRow::degreesOfFreedom));
+        columns.push_back(whole("p", &RankRow::p));
+    }
+    columns.push_back(whole("log_likelihood", &RankRow::logLikelihood));
+    columns.push_back(whole("log_likelihood_wide", &RankRow::wideLogLikelihood));
+    columns.push_back(whole("log_prior", &RankRow::logPrior));
+    columns.push_back(whole("probability", &RankRow::probability));
+    columns.push_back(whole("probability_wide", &RankRow::wideProbability));
+    columns.push_back(whole("fit", &RankRow::fit));
+    return columns;
+}
+
+QByteArray header(const RankLayout &layout)
 {
     QByteArray text("rank,file");
-    for (const Column &column : numberColumns(dimensions))
-        text += ',' + QByteArray(column.name);
-    for (const char *name : lastColumns)
-        text += ',' + QByteArray(name);
-    return text;
+    for (const Column &column : columnsOf(layout))
+        text += ',' + column.name;
+    return text + ",message";
+}
+
+/// What the columns say; nothing for those that no ranking has.
+std::optional<RankLayout> layoutOf(const QByteArrayList &names)
+{
+    const QByteArray reference("_reference");
+    RankLayout several;
+    for (const QByteArray &name : names)
+        if (name.endsWith(reference))
+            several.nuclei.append(QString::fromUtf8(name.chopped(reference.size())));
+    const QByteArray found = names.join(',');
+    for (const RankLayout &layout : {RankLayout{{QString()}, false}, RankLayout{{QString()}, true}, several})
+        if (layout.parts() > 0 && found == header(layout))
+            return layout;
+    return std::nullopt;
 }
 
 QByteArray quoted(const QString &value)
@@ -77,11 +191,6 @@ QByteArray exact(double value)
     QByteArray text;
     NumberText::append17(text, value);
     return text;
-}
-
-QByteArray countText(const std::optional<int> &count)
-{
-    return count ? QByteArray::number(*count) : QByteArray();
 }
 
 /// One record of comma-separated text. Quoted fields may hold commas, line ends and doubled quotes.
@@ -138,17 +247,16 @@ public:
 
     const QByteArray &next() { return m_records.fields[m_next++]; }
 
-    template <typename Number>
-    std::optional<Number> number(const char *column)
+    std::optional<double> number(const QByteArray &column)
     {
         const QByteArray &text = next();
         if (text.isEmpty())
             return std::nullopt;
-        const auto value = NumberText::parse<Number>(ReaderText::view(text));
+        const auto value = NumberText::parse<double>(ReaderText::view(text));
         if (!value) {
             fail(m_source, m_records.line(),
                  tr("expected a number for %1, found %2")
-                     .arg(QLatin1String(column), ReaderText::excerpt(ReaderText::view(text))));
+                     .arg(QString::fromUtf8(column), ReaderText::excerpt(ReaderText::view(text))));
         }
         return value;
     }
@@ -159,41 +267,47 @@ private:
     std::size_t m_next = 0;
 };
 
-RankRow rowOf(const Records &records, const QString &source, int dimensions)
+RankRow rowOf(const Records &records, const QString &source, const RankLayout &layout)
 {
-    const auto columns = numberColumns(dimensions);
-    const std::size_t expected = 2 + columns.size() + std::size(lastColumns);
+    const std::vector<Column> columns = columnsOf(layout);
+    const std::size_t expected = columns.size() + 3;
     if (records.fields.size() != expected) {
         fail(source, records.line(), tr("expected %1 fields, found %2").arg(expected).arg(records.fields.size()));
     }
     FieldReader reader(records, source);
     RankRow row;
-    const bool ranked = reader.number<int>("rank").has_value();
+    const bool ranked = reader.number("rank").has_value();
     row.file = QString::fromUtf8(reader.next());
-    row.dimensions.resize(ranked ? std::size_t(dimensions) : 0);
-    const auto needed = [&](std::optional<double> value, const char *name) {
-        if (value.has_value() != ranked) {
-            fail(source, records.line(),
-                 ranked ? tr("a structure with a rank has no %1").arg(QLatin1String(name))
-                        : tr("a structure without a rank has a number for %1").arg(QLatin1String(name)));
-        }
-        return value.value_or(0.0);
-    };
+    row.parts.resize(std::size_t(layout.parts()));
     for (const Column &column : columns) {
-        const double value = needed(reader.number<double>(column.name), column.name);
-        if (ranked)
-            row.dimensions[std::size_t(column.dimension)].*column.value = value;
+        if (column.isText()) {
+            *column.textIn(row) = QString::fromUtf8(reader.next());
+            continue;
+        }
+        std::optional<double> &value = *column.numberIn(row);
+        value = reader.number(column.name);
+        if (column.isNeeded && value.has_value() != ranked) {
+            const QString name = QString::fromUtf8(column.name);
+            fail(source, records.line(),
+                 ranked ? tr("a structure with a rank has no %1").arg(name)
+                        : tr("a structure without a rank has a number for %1").arg(name));
+        }
     }
-    row.rmsd = needed(reader.number<double>("rmsd"), "rmsd");
-    if (ranked && dimensions == 1)
-        row.dimensions[0].rmsd = row.rmsd;
-    row.simulatedPeaks = reader.number<int>("peaks_simulated");
-    row.experimentalPeaks = reader.number<int>("peaks_experimental");
     row.message = QString::fromUtf8(reader.next());
     if (row.file.isEmpty() || ranked != row.message.isEmpty()) {
         fail(source, records.line(),
              row.file.isEmpty() ? tr("the name of the structure is missing")
                                 : tr("expected either a rank or a message"));
+    }
+    if (!ranked) {
+        row.parts.clear();
+    } else if (layout.parts() == 1) {
+        // Of one nucleus the whole is the part.
+        RankRow::Part &part = row.parts[0];
+        part.rmsd = row.rmsd;
+        row.chiSquare = part.chiSquare;
+        row.degreesOfFreedom = part.degreesOfFreedom;
+        row.p = part.p;
     }
     return row;
 }
@@ -201,99 +315,199 @@ RankRow rowOf(const Records &records, const QString &source, int dimensions)
 void parseRowsInto(Part &part, Records &records, const QString &source)
 {
     while (records.next()) {
-        part.rows.push_back(rowOf(records, source, part.dimensions));
+        part.rows.push_back(rowOf(records, source, part.layout));
         part.lines.push_back(records.line());
     }
 }
 
-QByteArray text(const std::vector<RankRow> &rows, int dimensions)
+QString fixed(const std::optional<double> &value, int decimals)
 {
-    QStringList titles{tr("Rank"), tr("RMSD, ppm")};
-    for (const Column &column : numberColumns(dimensions))
-        titles.append(tr(column.title));
-    titles << tr("Peaks") << tr("Experimental") << tr("File") << tr("Message");
-    std::vector<QStringList> cells;
+    return value ? QString::number(*value, 'f', decimals) : QString();
+}
+
+QString significant(const std::optional<double> &value, int digits)
+{
+    return value ? QString::number(*value, 'g', digits) : QString();
+}
+
+QString reduced(const std::optional<double> &chiSquare, const std::optional<double> &degreesOfFreedom)
+{
+    return chiSquare && degreesOfFreedom && *degreesOfFreedom > 0
+        ? QString::number(*chiSquare / *degreesOfFreedom, 'f', 2)
+        : QString();
+}
+
+/// A column of the text form.
+struct Shown {
+    QString title;
+    std::function<QString(const RankRow &)> cell;
+    bool isAlwaysShown = true; ///< also where it says nothing
+};
+
+std::vector<Shown> probabilityColumns()
+{
+    return {{tr("χ²/dof"), [](const RankRow &row) { return reduced(row.chiSquare, row.degreesOfFreedom); }, false},
+            {tr("p"), [](const RankRow &row) { return significant(row.p, 2); }, false},
+            {tr("Fit"), [](const RankRow &row) { return row.fit; }, false},
+            {tr("Probability"), [](const RankRow &row) { return fixed(row.probability, 4); }, false},
+            {tr("with σ × 1.5"), [](const RankRow &row) { return fixed(row.wideProbability, 4); }, false}};
+}
+
+Shown shownPart(const QString &title, std::size_t part, std::optional<double> RankRow::Part::*value)
+{
+    return {title,
+            [=](const RankRow &row) { return part < row.parts.size() ? fixed(row.parts[part].*value, 4) : QString(); }};
+}
+
+Shown shownPairing(const QString &title, std::size_t part)
+{
+    return {title, [=](const RankRow &row) { return part < row.parts.size() ? row.parts[part].pairing : QString(); },
+            false};
+}
+
+std::vector<Shown> shownColumns(const RankLayout &layout)
+{
+    using Part = RankRow::Part;
+    std::vector<Shown> columns;
+    if (layout.parts() > 1 && !layout.plane) {
+        columns = probabilityColumns();
+        std::rotate(columns.begin(), columns.begin() + 3, columns.end()); // what it ranks by comes first
+        for (std::size_t i = 0; i < std::size_t(layout.parts()); ++i) {
+            const QString nucleus = layout.nuclei[int(i)];
+            columns.push_back(shownPart(tr("%1 RMSD, ppm").arg(nucleus), i, &Part::rmsd));
+            columns.push_back(shownPart(tr("%1 ref., ppm").arg(nucleus), i, &Part::reference));
+            columns.push_back(shownPairing(tr("%1 pairing").arg(nucleus), i));
+        }
+    } else {
+        columns.push_back({tr("RMSD, ppm"), [](const RankRow &row) { return fixed(row.rmsd, 4); }});
+        if (layout.plane) {
+            for (const auto &[title, member] :
+                 {std::pair(tr("Reference%1, ppm"), &Part::reference), std::pair(tr("Offset%1, ppm"), &Part::offset)}) {
+                columns.push_back(shownPart(title.arg(QString()), 0, member));
+                columns.push_back(shownPart(title.arg(tr(" F1")), 1, member));
+            }
+            columns.push_back(shownPart(tr("RMSD F2, ppm"), 0, &Part::rmsd));
+            columns.push_back(shownPart(tr("RMSD F1, ppm"), 1, &Part::rmsd));
+        } else {
+            columns.push_back(shownPart(tr("Reference, ppm"), 0, &Part::reference));
+            columns.push_back(shownPart(tr("Offset, ppm"), 0, &Part::offset));
+        }
+        columns.push_back({tr("Peaks"), [](const RankRow &row) { return fixed(row.simulatedPeaks, 0); }});
+        columns.push_back({tr("Experimental"), [](const RankRow &row) { return fixed(row.experimentalPeaks, 0); }});
+        columns.push_back(shownPairing(tr("Pairing"), 0));
+        for (const Shown &column : probabilityColumns())
+            columns.push_back(column);
+    }
+    columns.push_back({tr("File"), [](const RankRow &row) { return row.file; }});
+    columns.push_back({tr("Message"), [](const RankRow &row) { return row.message; }});
+    return columns;
+}
+
+QByteArray text(const std::vector<RankRow> &rows, const RankLayout &layout)
+{
+    QStringList titles{tr("Rank")};
+    std::vector<QStringList> cells(rows.size());
     int rank = 0;
-    for (const RankRow &row : rows) {
-        const auto shown = [&](double value, int decimals) {
-            return row.failed() ? QString() : QString::number(value, 'f', decimals);
-        };
-        QStringList line{row.failed() ? QString() : QString::number(++rank), shown(row.rmsd, 4)};
-        for (const Column &column : numberColumns(dimensions))
-            line.append(row.failed() ? QString()
-                                     : shown(row.dimensions[std::size_t(column.dimension)].*column.value, 4));
-        line << QString::fromLatin1(countText(row.simulatedPeaks))
-             << QString::fromLatin1(countText(row.experimentalPeaks)) << row.file << row.message;
-        cells.push_back(line);
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        cells[i].append(rows[i].failed() ? QString() : QString::number(++rank));
+    for (const Shown &column : shownColumns(layout)) {
+        QStringList values;
+        for (const RankRow &row : rows)
+            values.append(column.cell(row));
+        if (!column.isAlwaysShown && values.join(QString()).isEmpty())
+            continue;
+        titles.append(column.title);
+        for (std::size_t i = 0; i < rows.size(); ++i)
+            cells[i].append(values[int(i)]);
     }
     return TableExport::alignedText(titles, cells).toUtf8();
 }
 
-QByteArray json(const std::vector<RankRow> &rows, int dimensions)
+QByteArray json(const std::vector<RankRow> &rows, const RankLayout &layout)
 {
+    const std::vector<Column> columns = columnsOf(layout);
     QJsonArray array;
     int rank = 0;
     for (const RankRow &row : rows) {
         QJsonObject object{{QStringLiteral("file"), row.file}};
-        if (row.failed()) {
+        if (row.failed())
             object.insert(QStringLiteral("message"), row.message);
-        } else {
+        else
             object.insert(QStringLiteral("rank"), ++rank);
-            object.insert(QStringLiteral("rmsd"), row.rmsd);
-        }
-        if (row.simulatedPeaks)
-            object.insert(QStringLiteral("peaks_simulated"), *row.simulatedPeaks);
-        if (row.experimentalPeaks)
-            object.insert(QStringLiteral("peaks_experimental"), *row.experimentalPeaks);
-        for (const Column &column : numberColumns(dimensions)) {
-            if (!row.failed())
-                object.insert(QLatin1String(column.name), row.dimensions[std::size_t(column.dimension)].*column.value);
+        for (const Column &column : columns) {
+            if (column.isText() && !column.textValue(row).isEmpty())
+                object.insert(QString::fromLatin1(column.name), column.textValue(row));
+            else if (const auto value = column.isText() ? std::nullopt : column.value(row))
+                object.insert(QString::fromLatin1(column.name), *value);
         }
         array.append(object);
     }
     return QJsonDocument(QJsonObject{{QStringLiteral("rows"), array}}).toJson();
 }
 
+/// Of the rows that have a likelihood, by `likelihood`.
+void setProbabilities(std::vector<RankRow> &rows, std::optional<double> RankRow::*likelihood,
+                      std::optional<double> RankRow::*probability)
+{
+    std::vector<double> likelihoods, priors;
+    for (const RankRow &row : rows) {
+        likelihoods.push_back((row.*likelihood).value_or(-std::numeric_limits<double>::infinity()));
+        priors.push_back(row.logPrior.value_or(0.0));
+    }
+    const std::vector<double> values = poolProbabilities(likelihoods, priors);
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        rows[i].*probability = rows[i].*likelihood ? std::optional(values[i]) : std::nullopt;
+}
+
 } // namespace
 
-void sort(std::vector<RankRow> &rows)
+void sort(std::vector<RankRow> &rows, const RankLayout &layout)
 {
-    std::stable_sort(rows.begin(), rows.end(), [](const RankRow &a, const RankRow &b) {
-        return std::make_pair(a.failed(), a.failed() ? 0.0 : a.rmsd)
-            < std::make_pair(b.failed(), b.failed() ? 0.0 : b.rmsd);
-    });
+    const bool byProbability = (layout.parts() > 1 && !layout.plane)
+        || std::any_of(rows.begin(), rows.end(), [](const RankRow &row) { return row.logPrior.has_value(); });
+    const auto key = [&](const RankRow &row) {
+        if (row.failed())
+            return std::make_pair(true, 0.0);
+        return std::make_pair(false,
+                              byProbability ? -row.logLikelihood.value_or(0.0) - row.logPrior.value_or(0.0)
+                                            : row.rmsd.value_or(0.0));
+    };
+    std::stable_sort(rows.begin(), rows.end(), [&](const RankRow &a, const RankRow &b) { return key(a) < key(b); });
+    // Summed up in this order, whichever the files came in: the same bits for parts that are merged.
+    setProbabilities(rows, &RankRow::logLikelihood, &RankRow::probability);
+    setProbabilities(rows, &RankRow::wideLogLikelihood, &RankRow::wideProbability);
 }
 
-QByteArray csvRow(const RankRow &row, int dimensions, int rank)
+QByteArray csvRow(const RankRow &row, const RankLayout &layout, int rank)
 {
     QByteArray line = (rank > 0 ? QByteArray::number(rank) : QByteArray()) + ',' + quoted(row.file) + ',';
-    for (const Column &column : numberColumns(dimensions)) {
-        if (!row.failed())
-            line += exact(row.dimensions[std::size_t(column.dimension)].*column.value);
+    for (const Column &column : columnsOf(layout)) {
+        if (column.isText())
+            line += quoted(column.textValue(row));
+        else if (const auto value = column.value(row))
+            line += exact(*value);
         line += ',';
     }
-    line += row.failed() ? QByteArray() : exact(row.rmsd);
-    return line + ',' + countText(row.simulatedPeaks) + ',' + countText(row.experimentalPeaks) + ','
-        + quoted(row.message) + '\n';
+    return line + quoted(row.message) + '\n';
 }
 
-QByteArray write(const std::vector<RankRow> &rows, int dimensions, TableExport::Format format)
+QByteArray write(const std::vector<RankRow> &rows, const RankLayout &layout, TableExport::Format format)
 {
     if (format == TableExport::Format::Text)
-        return text(rows, dimensions);
+        return text(rows, layout);
     if (format == TableExport::Format::Json)
-        return json(rows, dimensions);
-    QByteArray csv = header(dimensions) + '\n';
+        return json(rows, layout);
+    QByteArray csv = header(layout) + '\n';
     int rank = 0;
     for (const RankRow &row : rows)
-        csv += csvRow(row, dimensions, row.failed() ? 0 : ++rank);
+        csv += csvRow(row, layout, row.failed() ? 0 : ++rank);
     return csv;
 }
 
-Part parseRows(const QByteArray &text, const QString &source, int dimensions)
+Part parseRows(const QByteArray &text, const QString &source, const RankLayout &layout)
 {
     Part part;
-    part.dimensions = dimensions;
+    part.layout = layout;
     Records records(ReaderText::view(text), source);
     parseRowsInto(part, records, source);
     return part;
@@ -306,20 +520,35 @@ Part parse(const QByteArray &text, const QString &source)
         bytes.remove_prefix(3);
     Records records(bytes, source);
     const QString expected =
-        tr("expected the output of rank in csv format, which begins with %1").arg(QLatin1String("rank,file,reference"));
+        tr("expected the output of rank in csv format, which begins with %1").arg(QLatin1String("rank,file,"));
     if (!records.next())
         fail(source, 1, expected);
-    const QByteArray found = QByteArrayList(records.fields.begin(), records.fields.end()).join(',');
-    Part part;
-    for (int dimensions : {1, 2}) {
-        if (found == header(dimensions))
-            part.dimensions = dimensions;
-    }
-    if (part.dimensions == 0)
+    const auto layout = layoutOf(QByteArrayList(records.fields.begin(), records.fields.end()));
+    if (!layout)
         fail(source, 1, expected);
+    Part part;
+    part.layout = *layout;
     parseRowsInto(part, records, source);
     return part;
 }
+
+namespace {
+
+/// The likelihoods of two parts can be compared only when their errors are the same.
+void checkErrors(const Part &part, const RankRow &first, const QString &file, const QString &firstFile)
+{
+    for (std::size_t i = 0; i < part.rows.size(); ++i) {
+        const RankRow &row = part.rows[i];
+        for (std::size_t n = 0; n < std::min(row.parts.size(), first.parts.size()); ++n)
+            if (row.parts[n].sigma != first.parts[n].sigma)
+                fail(file, part.lines[i],
+                     tr("this structure was compared with another σ than those in %1").arg(firstFile));
+        if (!row.failed() && row.logPrior.has_value() != first.logPrior.has_value())
+            fail(file, part.lines[i], tr("only a part of the structures has energies"));
+    }
+}
+
+} // namespace
 
 Part merge(const QStringList &files)
 {
@@ -327,19 +556,18 @@ Part merge(const QStringList &files)
     QHash<QString, QString> places; // of structures
     for (const QString &file : files) {
         const Part part = parse(ReaderText::readFile(file, largestPart), file);
-        if (all.dimensions != 0 && part.dimensions != all.dimensions) {
-            fail(file, 1,
-                 tr("this part ranks by %1D spectra, %2 by %3D ones")
-                     .arg(part.dimensions)
-                     .arg(files.constFirst())
-                     .arg(all.dimensions));
-        }
-        all.dimensions = part.dimensions;
+        if (all.layout.parts() != 0 && part.layout != all.layout)
+            fail(file, 1, tr("this part ranks by other measurements than %1").arg(files.constFirst()));
+        all.layout = part.layout;
+        const auto first =
+            std::find_if(all.rows.begin(), all.rows.end(), [](const RankRow &row) { return !row.failed(); });
+        if (first != all.rows.end())
+            checkErrors(part, *first, file, files.constFirst());
         for (std::size_t i = 0; i < part.rows.size(); ++i) {
             QString &place = places[part.rows[i].file];
             if (!place.isEmpty())
                 fail(file, part.lines[i], tr("%1 stands in %2 already").arg(part.rows[i].file, place));
-            place = tr("%1, line %2").arg(file).arg(part.lines[i]);
+            place = tr("%1, line %2").arg(file, QString::number(part.lines[i]));
         }
         all.rows.insert(all.rows.end(), part.rows.begin(), part.rows.end());
     }

@@ -9,47 +9,68 @@ namespace Workbench {
 
 /// What became of one candidate structure.
 struct RankRow {
-    /// In ppm.
-    struct Dimension {
-        double reference = 0; ///< as Auto reference has left it
-        double offset = 0; ///< by how much Auto reference has moved it
-        double rmsd = 0; ///< after the move
+    /// In ppm. Of one nucleus, or of one dimension of a 2D spectrum.
+    struct Part {
+        std::optional<double> reference; ///< that fits best
+        std::optional<double> offset; ///< by how much that is off the one given
+        std::optional<double> rmsd; ///< with that reference
+        QString pairing; ///< how lines and sites were paired
+        std::optional<double> sites, lines;
+        std::optional<double> sigma; ///< error of a calculated shift
+        std::optional<double> chiSquare, degreesOfFreedom, p;
     };
 
     QString file;
-    std::vector<Dimension> dimensions; ///< F2, then F1; empty for a structure that failed
-    double rmsd = 0; ///< ppm; the number by which structures are ranked
-    std::optional<int> simulatedPeaks;
-    std::optional<int> experimentalPeaks;
+    std::vector<Part> parts; ///< by nucleus, or F2 and F1; empty for a structure that failed
+    std::optional<double> rmsd; ///< ppm, of a single nucleus or of both dimensions
+    std::optional<double> simulatedPeaks, experimentalPeaks;
+    std::optional<double> chiSquare, degreesOfFreedom, p; ///< over all nuclei
+    std::optional<double> logLikelihood, wideLogLikelihood; ///< the latter with errors half as large again
+    std::optional<double> logPrior; ///< without a common constant; by energies, else 0
+    std::optional<double> probability, wideProbability; ///< in the pool
+    QString fit; ///< "bad": the differences are larger than errors explain; else "ok", or empty where nobody knows
     QString message; ///< one line: why the structure failed
 
-    bool failed() const { return dimensions.empty(); }
+    bool failed() const { return parts.empty(); }
+};
+
+/// What the rows of a ranking have.
+struct RankLayout {
+    QStringList nuclei; ///< a single one has no name
+    bool plane = false; ///< by 2D spectra
+
+    bool operator==(const RankLayout &) const = default;
+    int parts() const { return plane ? 2 : int(nuclei.size()); }
 };
 
 /// The table of ranked structures. As CSV, it is read back to the same bits.
 namespace RankTable {
 
-/// By rmsd, smallest first; what is equal keeps its order. Structures that failed go last.
-void sort(std::vector<RankRow> &rows);
+/// Below this probability of a χ² as large by chance a structure fits badly.
+constexpr double smallestP = 0.001;
+
+/// Of one nucleus, and in 2D, by rmsd, smallest first; of several, or with energies, by probability. What is equal
+/// keeps its order. Structures that failed go last. The rows then have their probabilities in the pool.
+void sort(std::vector<RankRow> &rows, const RankLayout &layout);
 
 /// Rows that are sorted; text is rounded, csv and json are in full precision. A row that failed has no rank.
-QByteArray write(const std::vector<RankRow> &rows, int dimensions, TableExport::Format format);
+QByteArray write(const std::vector<RankRow> &rows, const RankLayout &layout, TableExport::Format format);
 
 /// One row of the CSV form with its line end; `rank` 0 for none.
-QByteArray csvRow(const RankRow &row, int dimensions, int rank);
+QByteArray csvRow(const RankRow &row, const RankLayout &layout, int rank);
 
 struct Part {
-    int dimensions = 0;
+    RankLayout layout;
     std::vector<RankRow> rows;
     std::vector<int> lines; ///< where each row begins
 };
 /// Reads the CSV form. Errors are std::runtime_error with `source`, the line and what was expected.
 Part parse(const QByteArray &text, const QString &source);
 /// Rows without a header.
-Part parseRows(const QByteArray &text, const QString &source, int dimensions);
+Part parseRows(const QByteArray &text, const QString &source, const RankLayout &layout);
 
-/// Reads parts and joins their rows, not sorted yet. Parts of different dimensions, and a structure that occurs twice,
-/// are errors.
+/// Reads parts and joins their rows, not sorted yet. Parts of different measurements, and a structure that occurs
+/// twice, are errors.
 Part merge(const QStringList &files);
 
 } // namespace RankTable

@@ -3,7 +3,6 @@
 
 #include "cli/CliErrors.h"
 #include "cli/Commands.h"
-#include "cli/RankMeasurement.h"
 #include "data/Elision.h"
 
 #include <QEventLoop>
@@ -81,7 +80,7 @@ private:
     bool take(Worker &worker, const QByteArray &line)
     {
         try {
-            RankRow row = RankTable::parseRows(line, QStringLiteral("worker"), m_crew.dimensions).rows.at(0);
+            RankRow row = RankTable::parseRows(line, QStringLiteral("worker"), m_crew.layout).rows.at(0);
             if (row.file != m_files[worker.file])
                 return false;
             finish(worker, std::move(row));
@@ -151,13 +150,13 @@ private:
 
 } // namespace
 
-void serve(RankMeasurement &measurement, int dimensions)
+void serve(const std::function<RankRow(const QString &file)> &measure, const RankLayout &layout)
 {
     printOut(QLatin1String(readyLine));
     for (std::string line; std::getline(std::cin, line);) {
         const QString file = QString::fromUtf8(QByteArray::fromPercentEncoding(QByteArray::fromStdString(line)));
-        const RankRow row = measurement.measure(file);
-        printOut(QString::fromUtf8(RankTable::csvRow(row, dimensions, row.failed() ? 0 : 1)));
+        const RankRow row = measure(file);
+        printOut(QString::fromUtf8(RankTable::csvRow(row, layout, row.failed() ? 0 : 1)));
     }
 }
 

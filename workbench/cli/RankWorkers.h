@@ -9,21 +9,19 @@
 
 namespace Workbench {
 
-class RankMeasurement;
-
 /// Ranking by worker processes. A worker says "ready" once it can work, then takes the name of one file a line
 /// (percent-encoded) from standard input and answers each with one line of the ranking's CSV form. It ends with its
 /// input.
 namespace RankWorkers {
 
 /// What a worker does.
-void serve(RankMeasurement &measurement, int dimensions);
+void serve(const std::function<RankRow(const QString &file)> &measure, const RankLayout &layout);
 
 struct Crew {
     QString program;
     QStringList arguments; ///< that make it a worker
     int workers = 1;
-    int dimensions = 1;
+    RankLayout layout;
     /// Called whenever a file is done, with how many are.
     std::function<void(int done, const QString &file)> progress;
     /// What workers print on standard error.

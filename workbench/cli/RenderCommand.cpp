@@ -25,6 +25,7 @@ CommandRun prepareRender(const CommandLine &line)
     return headless([=](HostApplication &host, MessageLog &log) {
         Simulation simulation(host, log);
         simulation.readFile(file, options.isotopes);
+        warnOfMethods(options.sets, file);
         if (withSpectrum)
             simulation.run(options);
         outputs.write(host, simulation);

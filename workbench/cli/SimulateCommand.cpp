@@ -40,6 +40,7 @@ CommandRun prepareSimulate(const CommandLine &line)
     return headless([=](HostApplication &host, MessageLog &log) {
         Simulation simulation(host, log);
         simulation.readFile(file, options.isotopes);
+        warnOfMethods(options.sets, file);
         simulation.run(options);
         outputs.write(host, simulation);
         reportLineWidths(simulation, !outputs.isEmpty());

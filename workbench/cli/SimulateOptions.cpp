@@ -2,6 +2,7 @@
 #include "cli/SimulateOptions.h"
 
 #include "cli/CliErrors.h"
+#include "cli/ComparisonOptions.h"
 #include "cli/OptionValues.h"
 #include "data/Nuclides.h"
 
@@ -127,6 +128,7 @@ const std::vector<OptionSpec> &SimulateOptions::specs()
          "Partner of each F2 site in 2D: strongest (largest dipolar coupling within 3 Angstrom) or rss (height from "
          "the "
          "root sum square of all couplings). Default: strongest."},
+        referenceSetOption(),
         isotopeSpec(),
     };
     return list;
@@ -181,6 +183,16 @@ SimulateOptions SimulateOptions::parse(const CommandLine &line)
                                                    {QStringLiteral("strongest"), QStringLiteral("rss")});
     }
     options.isotopes = parseIsotopes(line);
+    options.sets = parseReferenceSets(line);
+    for (const ReferenceSet &set : options.sets) {
+        for (DimensionOptions &dimension : options.dimension) {
+            // One without the other would be another line.
+            if (dimension.nucleus != set.nucleus || dimension.reference || dimension.slope)
+                continue;
+            dimension.reference = set.calibration.reference;
+            dimension.slope = set.calibration.slope;
+        }
+    }
     checkNuclei(options);
     if (options.homonuclear()) {
         refuseContradiction(f2.reference, f1.reference, "reference");

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cli/CommandLine.h"
+#include "formats/ReferenceSet.h"
 
 #include <QMap>
 #include <QString>
@@ -33,6 +34,7 @@ struct SimulateOptions {
     int averaging = 0; ///< none, CH3, all XH3
     int correlation = 0; ///< strongest dipolar coupling, root sum square
     QMap<QString, QString> isotopes; ///< element → quadrupolar isotope
+    std::vector<ReferenceSet> sets; ///< that references and slopes were taken from
 
     bool homonuclear() const { return twoDimensional && dimension[0].nucleus == dimension[1].nucleus; }
 

@@ -6,7 +6,9 @@
 #include "data/Elision.h"
 #include "host/HostApplication.h"
 #include "host/MainScene.h"
+#include "host/DataEngine.h"
 #include "data/Nuclides.h"
+#include "data/PluginCall.h"
 #include "formats/ExperimentFile.h"
 #include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
@@ -16,6 +18,9 @@
 #include <QFileInfo>
 #include <QMetaMethod>
 #include <QSettings>
+
+#include <algorithm>
+#include <iterator>
 
 namespace Workbench {
 
@@ -136,13 +141,18 @@ void Simulation::readFile(const QString &fileName, const QMap<QString, QString> 
         throw CommandError(QStringLiteral("%1 was read, but gave no table").arg(fileName));
 }
 
+CrystalStructure Simulation::structure() const
+{
+    const auto ids = callPlugin<QList<QUuid>>(m_table->table(), "tableItem_sharedDataIds()");
+    return CrystalStructure::fromData(m_host.documentData().getDataMap(ids.value(0)));
+}
+
 QStringList Simulation::nuclei() const
 {
     QStringList elements;
-    for (const QVariant &row : m_table->rowMaps()) {
-        const QString element = row.toMap().value(key("type")).toString();
-        if (!elements.contains(element))
-            elements.append(element);
+    for (const CrystalAtom &atom : structure().atoms) {
+        if (!elements.contains(atom.element))
+            elements.append(atom.element);
     }
     QStringList found;
     for (const QString &element : elements)
@@ -150,12 +160,29 @@ QStringList Simulation::nuclei() const
     return found;
 }
 
-void Simulation::checkSites(const SimulateOptions &options) const
+bool Simulation::canSimulate(const SimulateOptions &options, const QString &nucleus)
 {
-    const QStringList offered = nuclei();
+    SimulateOptions draft = options;
+    draft.twoDimensional = false;
+    draft.dimension[0] = {};
+    draft.dimension[0].nucleus = nucleus;
+    try {
+        createSpectrum(draft);
+    } catch (const CommandError &) {
+        return false;
+    }
+    return true;
+}
+
+void Simulation::checkSites(const SimulateOptions &options)
+{
+    const QStringList present = nuclei();
     for (int d = 0; d < (options.twoDimensional ? 2 : 1); ++d) {
         const QString &nucleus = options.dimension[d].nucleus;
-        if (!offered.contains(nucleus)) {
+        if (!present.contains(nucleus)) {
+            QStringList offered;
+            std::copy_if(present.begin(), present.end(), std::back_inserter(offered),
+                         [&](const QString &other) { return canSimulate(options, other); });
             throw CommandError(QStringLiteral("%1 has no site of %2; it has sites of %3")
                                    .arg(m_fileName, nucleus,
                                         offered.isEmpty() ? QStringLiteral("no nucleus known here")

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cli/SimulateOptions.h"
+#include "data/structure/CrystalStructure.h"
 
 #include <QPointer>
 #include <QUuid>
@@ -25,7 +26,9 @@ public:
     void readFile(const QString &fileName, const QMap<QString, QString> &isotopes);
     TableItem &table() const;
 
-    /// The NMR nuclei of the file's elements, in the order of the table's rows.
+    /// The atoms and tensors of the file, as they are in the document.
+    CrystalStructure structure() const;
+    /// The NMR nuclei of the file's elements, in the order of its atoms.
     QStringList nuclei() const;
 
     /// Makes the spectrum. A 2D dimension for which the user gives no line width gets at least two points of its axis:
@@ -55,7 +58,9 @@ public:
     QString rmsd() { return report("calcRmsd()"); }
 
 private:
-    void checkSites(const SimulateOptions &options) const;
+    void checkSites(const SimulateOptions &options);
+    /// The plug-in knows fewer nuclei than there are. Whether it knows one only trying tells.
+    bool canSimulate(const SimulateOptions &options, const QString &nucleus);
     void checkNuclei(const SimulateOptions &options, const QVariantHash &made) const;
     void callSlot(QObject *object, const char *slot);
     QString report(const char *slot);

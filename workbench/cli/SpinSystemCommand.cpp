@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/CliErrors.h"
 #include "cli/Commands.h"
+#include "cli/ComparisonOptions.h"
 #include "cli/OptionValues.h"
 #include "cli/SimulateOptions.h"
 #include "cli/Simulation.h"
@@ -18,24 +19,16 @@ namespace Workbench {
 
 namespace {
 
-/// "NUC=PPM", or the number alone for a single nucleus.
-QMap<QString, double> byNucleus(const CommandLine &line, const char *option, const QStringList &nuclei)
+QMap<QString, double> numbersByNucleus(const CommandLine &line, const char *option, const QStringList &nuclei)
 {
-    QMap<QString, double> values;
-    const QString shown = CommandLine::shown(option);
-    for (const QString &text : line.values(option)) {
-        const qsizetype equals = text.indexOf(u'=');
-        if (equals < 0 && nuclei.size() > 1)
-            throw UsageError(QStringLiteral("option %1: \"%2\" names no nucleus, as in 13C=170").arg(shown, text));
-        const QString nucleus = equals < 0 ? nuclei.constFirst() : text.left(equals);
-        if (!nuclei.contains(nucleus))
-            throw UsageError(QStringLiteral("option %1: %2 is not among the nuclei given").arg(shown, nucleus));
-        values.insert(nucleus, OptionValues::number(shown, text.mid(equals + 1)));
-    }
-    return values;
+    QMap<QString, double> numbers;
+    const QMap<QString, QString> values = valuesByNucleus(line, option, nuclei);
+    for (auto it = values.cbegin(); it != values.cend(); ++it)
+        numbers.insert(it.key(), OptionValues::number(CommandLine::shown(option), *it));
+    return numbers;
 }
 
-SpinSystem::Options optionsOf(const CommandLine &line)
+SpinSystem::Options optionsOf(const CommandLine &line, const std::vector<ReferenceSet> &sets)
 {
     required(line, "nucleus");
     SpinSystem::Options options;
@@ -48,8 +41,14 @@ SpinSystem::Options optionsOf(const CommandLine &line)
         options.nuclei.append(nucleus);
     }
     options.labels = line.value("atoms").split(u',', Qt::SkipEmptyParts);
-    options.references = byNucleus(line, "reference", options.nuclei);
-    options.slopes = byNucleus(line, "slope", options.nuclei);
+    options.references = numbersByNucleus(line, "reference", options.nuclei);
+    options.slopes = numbersByNucleus(line, "slope", options.nuclei);
+    for (const ReferenceSet &set : sets) {
+        if (options.references.contains(set.nucleus) || options.slopes.contains(set.nucleus))
+            continue;
+        options.references.insert(set.nucleus, set.calibration.reference);
+        options.slopes.insert(set.nucleus, set.calibration.slope);
+    }
     if (line.has("cutoff"))
         options.cutoff = OptionValues::positive(QStringLiteral("--cutoff"), line.value("cutoff"));
     return options;
@@ -57,11 +56,13 @@ SpinSystem::Options optionsOf(const CommandLine &line)
 
 CommandRun prepareSpinSystem(const CommandLine &line)
 {
-    const SpinSystem::Options options = optionsOf(line);
+    const std::vector<ReferenceSet> sets = parseReferenceSets(line);
+    const SpinSystem::Options options = optionsOf(line, sets);
     const QString file = line.positional().constFirst(), output = line.value("o");
     return headless([=](HostApplication &host, MessageLog &log) {
         Simulation simulation(host, log);
         simulation.readFile(file, {});
+        warnOfMethods(sets, file);
         const auto ids = callPlugin<QList<QUuid>>(simulation.table().table(), "tableItem_sharedDataIds()");
         const QVariantMap data = host.documentData().getDataMap(ids.value(0));
         const SpinSystem system = SpinSystem::fromData(data, options);
@@ -92,6 +93,7 @@ Command spinSystemCommand()
             {"reference", "NUC=PPM",
              "Reference of a nucleus (the nucleus may be left out when there is one). Default: 100.", true},
             {"slope", "NUC=X", "Slope of a nucleus. Default: -1.", true},
+            referenceSetOption(),
             {"cutoff", "A", "Longest distance of a dipole line in Angstrom. Default: 4."},
             {"o", "OUT", "Output file instead of standard output."},
         },

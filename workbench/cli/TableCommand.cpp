@@ -1,14 +1,211 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/comparison/SiteColumns.h"
+#include "analysis/comparison/UniqueSites.h"
 #include "cli/CliErrors.h"
 #include "cli/Commands.h"
+#include "cli/ComparisonOptions.h"
+#include "cli/OptionValues.h"
 #include "cli/SimulateOptions.h"
 #include "cli/Simulation.h"
+#include "data/Nuclides.h"
 #include "formats/TableExport.h"
 #include "items/table/TableItem.h"
+
+#include <algorithm>
+#include <cmath>
 
 namespace Workbench {
 
 namespace {
+
+/// What the table gets besides the plug-in's own.
+struct TableOptions {
+    std::vector<const SiteColumn *> columns;
+    bool unique = false;
+    UniqueSites::Options sites;
+    QMap<QString, double> references, slopes; ///< by element
+    double frequency = 600; ///< of 1H, MHz
+};
+
+QString columnNames()
+{
+    QStringList all;
+    for (const SiteColumn &column : siteColumns())
+        all.append(QLatin1String(column.name));
+    return all.join(QLatin1String(", "));
+}
+
+std::vector<const SiteColumn *> parseColumns(const CommandLine &line)
+{
+    std::vector<const SiteColumn *> columns;
+    for (const QString &name : line.value("columns").split(u',', Qt::SkipEmptyParts)) {
+        const SiteColumn *column = siteColumn(name.trimmed());
+        if (!column)
+            throw UsageError(QStringLiteral("option --columns: \"%1\" is not one of: %2").arg(name, columnNames()));
+        columns.push_back(column);
+    }
+    return columns;
+}
+
+/// "NUC=VALUE" options. A nucleus stands for its element: one row has one shift.
+QMap<QString, double> byElement(const CommandLine &line, const char *option)
+{
+    QMap<QString, double> values;
+    for (const QString &text : line.values(option)) {
+        const QString shown = CommandLine::shown(option);
+        const qsizetype equals = text.indexOf(u'=');
+        if (equals < 0)
+            throw UsageError(QStringLiteral("option %1: \"%2\" names no nucleus, as in 13C=170").arg(shown, text));
+        const QString nucleus = OptionValues::nucleus(shown, text.left(equals));
+        values.insert(Nuclides::element(nucleus), OptionValues::number(shown, text.mid(equals + 1)));
+    }
+    return values;
+}
+
+TableOptions parseTableOptions(const CommandLine &line)
+{
+    TableOptions options;
+    options.columns = parseColumns(line);
+    options.unique = line.has("unique");
+    options.sites = {parseSymmetryTolerance(line), parseAveraging(line)};
+    for (const ReferenceSet &set : parseReferenceSets(line)) {
+        options.references.insert(Nuclides::element(set.nucleus), set.calibration.reference);
+        options.slopes.insert(Nuclides::element(set.nucleus), set.calibration.slope);
+    }
+    options.references.insert(byElement(line, "reference"));
+    options.slopes.insert(byElement(line, "slope"));
+    if (line.has("frequency"))
+        options.frequency = OptionValues::positive(QStringLiteral("--frequency"), line.value("frequency"));
+    return options;
+}
+
+/// The table with the columns, by atom or by unique site.
+class ExtendedTable {
+public:
+    ExtendedTable(const TableOptions &options, const CrystalStructure &structure, const TableContent &plugin)
+        : m_options(options),
+          m_structure(structure),
+          m_plugin(plugin),
+          m_unique(UniqueSites::of(structure, options.sites)),
+          m_lattice(structure.lattice ? Lattice::of(*structure.lattice) : std::nullopt)
+    {
+    }
+
+    const QStringList &warnings() const { return m_unique.warnings; }
+
+    TableContent content() const
+    {
+        TableContent table = m_plugin;
+        for (const SiteColumn *column : m_options.columns) {
+            table.titles.append(QString::fromUtf8(column->title));
+            table.extraKeys.append(QLatin1String(column->name));
+        }
+        if (m_options.unique) {
+            table.titles = QStringList{QStringLiteral("Site"), QStringLiteral("Atoms")} + table.titles;
+            table.extraKeys = QStringList{QStringLiteral("site"), QStringLiteral("atoms")} + table.extraKeys;
+        }
+        table.cells.clear();
+        table.rows.clear();
+        if (m_options.unique) {
+            for (const UniqueSite &site : m_unique.sites)
+                addRow(table, site.atoms.front(), &site);
+        } else {
+            for (int row = 0; row < int(m_plugin.rows.size()); ++row)
+                addRow(table, firstAtomOf(row), nullptr);
+        }
+        return table;
+    }
+
+private:
+    bool isOfRow(const CrystalAtom &atom, const QVariantMap &row) const
+    {
+        return row.value(QStringLiteral("type")).toString() == atom.element
+            && row.value(QStringLiteral("labels")).toStringList() == atom.labels;
+    }
+
+    int firstAtomOf(int row) const
+    {
+        const QVariantMap map = m_plugin.rows[row].toMap();
+        for (int i = 0; i < int(m_structure.atoms.size()); ++i)
+            if (isOfRow(m_structure.atoms[std::size_t(i)], map))
+                return i;
+        // The row of a label that elements share has the type of one of them.
+        for (int i = 0; i < int(m_structure.atoms.size()); ++i)
+            if (map.value(QStringLiteral("labels")).toStringList() == m_structure.atoms[std::size_t(i)].labels)
+                return i;
+        return -1;
+    }
+
+    int rowOf(int atom) const
+    {
+        for (int row = 0; row < int(m_plugin.rows.size()); ++row)
+            if (m_plugin.rows[row].toMap().value(QStringLiteral("labels")).toStringList()
+                == m_structure.atoms[std::size_t(atom)].labels)
+                return row;
+        return -1;
+    }
+
+    const UniqueSite &siteOf(int atom) const
+    {
+        return *std::find_if(m_unique.sites.begin(), m_unique.sites.end(), [&](const UniqueSite &site) {
+            return std::binary_search(site.atoms.begin(), site.atoms.end(), atom);
+        });
+    }
+
+    SiteValues valuesOf(int atom) const
+    {
+        const CrystalAtom &member = m_structure.atoms[std::size_t(atom)];
+        const auto chosen = m_structure.quadrupolarIsotopes.find(member.element);
+        const QStringList offered = Nuclides::table().quadrupolarIsotopes(member.element);
+        const Nuclide nuclide =
+            Nuclides::table()[chosen != m_structure.quadrupolarIsotopes.end() ? chosen->second : offered.value(0)];
+        return {member,
+                m_lattice ? &*m_lattice : nullptr,
+                siteOf(atom).nuclei(),
+                m_options.references.value(member.element, 100),
+                m_options.slopes.value(member.element, -1),
+                nuclide.quadrupoleMoment,
+                nuclide.spinNumber(),
+                m_options.frequency * std::abs(nuclide.frequencyRatio) / 100};
+    }
+
+    void addRow(TableContent &table, int atom, const UniqueSite *site) const
+    {
+        const int row = site ? rowOf(atom) : int(table.rows.size());
+        QStringList cells =
+            row >= 0 ? m_plugin.cells[std::size_t(row)] : QStringList(m_plugin.titles.size(), QString());
+        QVariantMap map = row >= 0 ? m_plugin.rows[row].toMap() : QVariantMap();
+        if (atom >= 0) {
+            const SiteValues values = valuesOf(atom);
+            for (const SiteColumn *column : m_options.columns) {
+                const auto value = column->value(values);
+                cells.append(value ? QString::number(*value, 'f', column->digits) : QString());
+                if (value)
+                    map.insert(QLatin1String(column->name), *value);
+            }
+        } else {
+            for (std::size_t i = 0; i < m_options.columns.size(); ++i)
+                cells.append(QString());
+        }
+        if (site) {
+            QStringList atomNames;
+            for (int member : site->atoms)
+                atomNames.append(m_structure.name(member));
+            const QString name = siteName(m_structure, *site);
+            cells = QStringList{name, atomNames.join(u' ')} + cells;
+            map.insert(QStringLiteral("site"), name);
+            map.insert(QStringLiteral("atoms"), atomNames);
+        }
+        table.cells.push_back(cells);
+        table.rows.append(map);
+    }
+
+    const TableOptions &m_options;
+    const CrystalStructure &m_structure;
+    const TableContent m_plugin;
+    const UniqueSites m_unique;
+    const std::optional<Lattice> m_lattice;
+};
 
 CommandRun prepareTable(const CommandLine &line)
 {
@@ -17,12 +214,33 @@ CommandRun prepareTable(const CommandLine &line)
     const auto format = TableExport::formatOfName(formatName);
     if (!format)
         throw UsageError(QStringLiteral("option --format: \"%1\" is not one of: text, csv, json").arg(formatName));
+    const TableOptions options = parseTableOptions(line);
     const QString file = line.positional().constFirst();
     return headless([=](HostApplication &host, MessageLog &log) {
         Simulation simulation(host, log);
         simulation.readFile(file, isotopes);
-        printOut(QString::fromUtf8(TableExport::write(simulation.table().content(), *format)));
+        TableContent content = simulation.table().content();
+        if (options.unique || !options.columns.empty()) {
+            const CrystalStructure structure = simulation.structure();
+            const ExtendedTable extended(options, structure, content);
+            for (const QString &warning : extended.warnings())
+                printError(QStringLiteral("magres-workbench table: %1\n").arg(warning));
+            content = extended.content();
+        }
+        printOut(QString::fromUtf8(TableExport::write(content, *format)));
     });
+}
+
+/// Kept for the program's lifetime: options hold no texts of their own.
+const char *columnsDescription()
+{
+    static const QByteArray text = [] {
+        QByteArray all = "More columns, as in span,skew. They are:";
+        for (const SiteColumn &column : siteColumns())
+            all += QByteArray(all.endsWith(':') ? " " : "; ") + column.name + " (" + QByteArray(column.title) + ")";
+        return all + ".";
+    }();
+    return text.constData();
 }
 
 } // namespace
@@ -35,7 +253,17 @@ Command tableCommand()
         "Prints the table of NMR parameters of a file.",
         "One row per label: shieldings in ppm, quadrupolar coupling constants in MHz. csv and json have full "
         "precision.",
-        {{"format", "text|csv|json", "Format of the table. Default: text."}, isotopeSpec()},
+        {{"format", "text|csv|json", "Format of the table. Default: text."},
+         isotopeSpec(),
+         {"unique", nullptr,
+          "One row per site: atoms that the space group maps onto each other, with the values of the first."},
+         {"columns", "NAMES", columnsDescription()},
+         symmetryToleranceOption(),
+         {"average", "MODE", "With --unique: groups of three hydrogens as one site: none, ch3 or xh3. Default: none."},
+         {"reference", "NUC=PPM", "Reference of the principal shifts. Default: 100.", true},
+         {"slope", "NUC=X", "Slope of the principal shifts. Default: -1.", true},
+         referenceSetOption(),
+         {"frequency", "MHZ", "Spectrometer frequency of 1H for the quadrupole induced shift. Default: 600."}},
         prepareTable,
     };
 }

@@ -13,6 +13,7 @@ struct TableContent {
     QStringList titles; ///< of the columns
     std::vector<QStringList> cells; ///< as shown, row by row
     QVariantList rows; ///< the plug-in's row maps, in full precision
+    QStringList extraKeys; ///< of the row maps, for what the workbench has added
 };
 
 } // namespace Workbench

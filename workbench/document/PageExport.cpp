@@ -10,6 +10,8 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QGraphicsItem>
+#include <QGraphicsScene>
 #include <QImage>
 #include <QPainter>
 #include <QPdfWriter>
@@ -85,6 +87,33 @@ void writePdf(QGraphicsScene &scene, const QList<QRectF> &sources, QIODevice &de
     }
 }
 
+/// Of a scene.
+void writeArea(QGraphicsScene &scene, const QRectF &source, QIODevice &device, Format format)
+{
+    switch (format) {
+    case Format::Png:
+        return writePng(scene, source, device, 3);
+    case Format::Svg:
+        return writeSvg(scene, source, device);
+    case Format::Pdf:
+        return writePdf(scene, {source}, device);
+    }
+}
+
+class Drawing : public QGraphicsItem {
+public:
+    Drawing(std::function<void(QPainter *, const QRectF &)> paint, const QSizeF &size)
+        : m_paint(std::move(paint)), m_area(QPointF(0, 0), size)
+    {
+    }
+    QRectF boundingRect() const override { return m_area; }
+    void paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *) override { m_paint(painter, m_area); }
+
+private:
+    std::function<void(QPainter *, const QRectF &)> m_paint;
+    QRectF m_area;
+};
+
 } // namespace
 
 std::optional<Format> formatOfSuffix(const QString &suffix)
@@ -129,15 +158,15 @@ void writePlot(NmrItem &item, QIODevice &device, Format format)
 {
     if (!item.scene())
         fail(Texts::tr("the spectrum is on no page"));
-    const QRectF source = item.mapRectToScene(item.contentRect());
-    switch (format) {
-    case Format::Png:
-        return writePng(*item.scene(), source, device, 3);
-    case Format::Svg:
-        return writeSvg(*item.scene(), source, device);
-    case Format::Pdf:
-        return writePdf(*item.scene(), {source}, device);
-    }
+    writeArea(*item.scene(), item.mapRectToScene(item.contentRect()), device, format);
+}
+
+void writePicture(const std::function<void(QPainter *, const QRectF &)> &paint, const QSizeF &size, QIODevice &device,
+                  Format format)
+{
+    QGraphicsScene scene;
+    scene.addItem(new Drawing(paint, size));
+    writeArea(scene, QRectF(QPointF(0, 0), size), device, format);
 }
 
 const QStringList &suffixes()

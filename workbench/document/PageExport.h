@@ -4,9 +4,13 @@
 #include <QStringList>
 #include <QUuid>
 
+#include <functional>
 #include <optional>
 
 class QIODevice;
+class QPainter;
+class QRectF;
+class QSizeF;
 
 namespace Workbench {
 
@@ -30,6 +34,10 @@ void writePage(MainScene &scene, QIODevice &device, Format format);
 
 /// The spectrum without the page around it.
 void writePlot(NmrItem &item, QIODevice &device, Format format);
+
+/// What `paint` draws in a rectangle of this size, in 1/96 inch.
+void writePicture(const std::function<void(QPainter *, const QRectF &)> &paint, const QSizeF &size, QIODevice &device,
+                  Format format);
 
 /// The suffixes of pictures.
 const QStringList &suffixes();

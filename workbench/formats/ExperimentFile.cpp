@@ -35,7 +35,8 @@ QString massAndSymbol(const SpectrumAxis &axis)
 void checkDimensions(qsizetype found, qsizetype expected, const QString &name)
 {
     if (found != expected) {
-        fail(Texts::tr("%1 has %2 dimension(s), the spectrum in the plot has %3").arg(name).arg(found).arg(expected));
+        fail(Texts::tr("%1 has %2 dimension(s), the spectrum in the plot has %3")
+                 .arg(name, QString::number(found), QString::number(expected)));
     }
 }
 
@@ -60,6 +61,31 @@ std::vector<PeakListFile::Peak> pickedPeaks(const ExperimentalSpectrum &measured
             peaks.push_back({axes[0].ppm(peak.point), 0.0, peak.height});
     }
     return peaks;
+}
+
+/// Of these dimensions and nuclei; frequencies (MHz, 0 unknown) stand in where the file is silent.
+Measurement matching(const QString &path, const QStringList &nuclei, const std::vector<double> &frequencies)
+{
+    const QString name = QFileInfo(path).fileName();
+    ReadOptions options;
+    options.dimensions = int(nuclei.size());
+    std::copy_n(frequencies.begin(), std::min(frequencies.size(), options.frequency.size()), options.frequency.begin());
+    Measurement measurement = readMeasurement(path, options);
+    if (auto *spectrum = std::get_if<ExperimentalSpectrum>(&measurement)) {
+        checkDimensions(qsizetype(spectrum->dimensions.size()), nuclei.size(), name);
+        for (size_t d = 0; d < spectrum->dimensions.size(); ++d) {
+            SpectrumDimension &axis = spectrum->dimensions[d];
+            matchNucleus(axis.nucleus, nuclei[qsizetype(d)], name);
+            if (!(axis.frequency > 0))
+                axis.frequency = options.frequency[d];
+        }
+    } else {
+        auto &peaks = std::get<MeasuredPeaks>(measurement);
+        checkDimensions(peaks.dimensions, nuclei.size(), name);
+        for (qsizetype d = 0; d < nuclei.size(); ++d)
+            matchNucleus(peaks.nuclei[size_t(d)], nuclei[d], name);
+    }
+    return measurement;
 }
 
 } // namespace
@@ -98,6 +124,22 @@ std::vector<PeakListFile::Peak> countedLike(const QList<SpectrumPeak> &simulated
     return counted;
 }
 
+MeasuredPeaks peaks(const QString &path, const QStringList &nuclei)
+{
+    Measurement measurement = matching(path, nuclei, {});
+    if (auto *list = std::get_if<MeasuredPeaks>(&measurement))
+        return std::move(*list);
+    const auto &spectrum = std::get<ExperimentalSpectrum>(measurement);
+    MeasuredPeaks picked;
+    picked.title = spectrum.title;
+    picked.dimensions = int(nuclei.size());
+    std::copy_n(nuclei.begin(), nuclei.size(), picked.nuclei.begin());
+    picked.peaks = pickedPeaks(spectrum);
+    picked.notes = spectrum.notes;
+    picked.notes.append(Texts::tr("%1 peaks were picked from the spectrum.").arg(picked.peaks.size()));
+    return picked;
+}
+
 QVariantMap read(const QString &path, const Spectrum &beside)
 {
     if (beside.isEmpty())
@@ -119,29 +161,12 @@ const QString peaksKey = QStringLiteral("Peaks");
 
 Experiment::Experiment(const QString &path, const QStringList &nuclei, const std::vector<double> &frequencies)
 {
-    using namespace ExperimentFile;
-    const QString name = QFileInfo(path).fileName();
     // The same nuclei in the same magnet.
-    ReadOptions options;
-    options.dimensions = int(nuclei.size());
-    std::copy_n(frequencies.begin(), std::min(frequencies.size(), options.frequency.size()), options.frequency.begin());
-    Measurement measurement = readMeasurement(path, options);
-    if (auto *spectrum = std::get_if<ExperimentalSpectrum>(&measurement)) {
-        checkDimensions(qsizetype(spectrum->dimensions.size()), nuclei.size(), name);
-        for (size_t d = 0; d < spectrum->dimensions.size(); ++d) {
-            SpectrumDimension &axis = spectrum->dimensions[d];
-            matchNucleus(axis.nucleus, nuclei[qsizetype(d)], name);
-            if (!(axis.frequency > 0))
-                axis.frequency = options.frequency[d];
-        }
+    Measurement measurement = ExperimentFile::matching(path, nuclei, frequencies);
+    if (auto *spectrum = std::get_if<ExperimentalSpectrum>(&measurement))
         take(std::move(*spectrum));
-    } else {
-        auto &peaks = std::get<MeasuredPeaks>(measurement);
-        checkDimensions(peaks.dimensions, nuclei.size(), name);
-        for (qsizetype d = 0; d < nuclei.size(); ++d)
-            matchNucleus(peaks.nuclei[size_t(d)], nuclei[d], name);
-        take(std::move(peaks));
-    }
+    else
+        take(std::get<MeasuredPeaks>(std::move(measurement)));
 }
 
 void Experiment::take(MeasuredPeaks measured)

@@ -44,6 +44,9 @@ bool isExperiment(const QString &path);
 /// Experiment(path, its nuclei).beside(its peaks), for a spectrum that has points.
 QVariantMap read(const QString &path, const Spectrum &beside);
 
+/// The peaks of a list as they stand, or those picked from a spectrum. Nuclei are checked as by Experiment.
+MeasuredPeaks peaks(const QString &path, const QStringList &nuclei);
+
 /// Equivalent sites of a crystal are one peak of a measurement and as many simulated ones, and the comparison wants as
 /// many measured as simulated peaks. When the peaks are as many as the simulated positions that differ, each is
 /// repeated, by rank, as often as its position occurs; otherwise they are left as they are. One dimension.

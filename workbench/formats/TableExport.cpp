@@ -36,37 +36,43 @@ QByteArray csvField(const QVariant &value)
     return text;
 }
 
-QByteArray csv(const QVariantList &rowList)
+QStringList keysOf(const TableContent &table)
 {
-    QByteArray text;
+    QStringList keys;
     for (const char *key : rowKeys)
-        text += (text.isEmpty() ? "" : ",") + QByteArray(key);
-    text += '\n';
-    for (const QVariant &row : rowList) {
+        keys.append(QLatin1String(key));
+    return keys + table.extraKeys;
+}
+
+QByteArray csv(const TableContent &table)
+{
+    const QStringList keys = keysOf(table);
+    QByteArray text = keys.join(u',').toUtf8() + '\n';
+    for (const QVariant &row : table.rows) {
         const QVariantMap map = row.toMap();
         QByteArray line;
-        for (const char *key : rowKeys)
-            line += csvField(map.value(QLatin1String(key))) + ',';
+        for (const QString &key : keys)
+            line += csvField(map.value(key)) + ',';
         line.back() = '\n';
         text += line;
     }
     return text;
 }
 
-QByteArray json(const QStringList &titles, const QVariantList &rowList)
+QByteArray json(const TableContent &table)
 {
+    const QStringList keys = keysOf(table);
     QJsonArray array;
-    for (const QVariant &row : rowList) {
+    for (const QVariant &row : table.rows) {
         const QVariantMap map = row.toMap();
         QJsonObject object;
-        for (const char *key : rowKeys) {
-            const QString name = QLatin1String(key);
+        for (const QString &name : keys) {
             if (map.contains(name))
                 object.insert(name, toJson(map.value(name)));
         }
         array.append(object);
     }
-    return QJsonDocument(QJsonObject{{QStringLiteral("columns"), QJsonArray::fromStringList(titles)},
+    return QJsonDocument(QJsonObject{{QStringLiteral("columns"), QJsonArray::fromStringList(table.titles)},
                                      {QStringLiteral("rows"), array}})
         .toJson();
 }
@@ -107,9 +113,9 @@ QByteArray write(const TableContent &table, Format format)
 {
     switch (format) {
     case Format::Csv:
-        return csv(table.rows);
+        return csv(table);
     case Format::Json:
-        return json(table.titles, table.rows);
+        return json(table);
     case Format::Text:
         break;
     }

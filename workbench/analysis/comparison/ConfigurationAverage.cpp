@@ -60,10 +60,8 @@ void ConfigurationAverage::check(const CrystalStructure &structure, const QStrin
 {
     if (structure.atoms.size() != m_first.atoms.size())
         fail(Texts::tr("%1 has %2 atoms, but %3 has %4")
-                 .arg(name)
-                 .arg(structure.atoms.size())
-                 .arg(m_firstName)
-                 .arg(m_first.atoms.size()));
+                 .arg(name, QString::number(structure.atoms.size()), m_firstName,
+                      QString::number(m_first.atoms.size())));
     if (structure.lattice.has_value() != m_first.lattice.has_value())
         fail(Texts::tr("only one of %1 and %2 has a lattice").arg(m_firstName, name));
     for (int i = 0; i < int(structure.atoms.size()); ++i) {

@@ -265,7 +265,7 @@ QString siteName(const CrystalStructure &structure, const UniqueSite &site)
     const QString name = sharing == site.nuclei() && sharesLabel(structure.atoms[std::size_t(site.atoms.back())])
         ? structure.atoms[std::size_t(site.atoms.front())].labels.value(0)
         : structure.name(site.atoms.front());
-    return site.nuclei() == 1 ? name : QStringLiteral("%1 ×%2").arg(name).arg(site.nuclei());
+    return site.nuclei() == 1 ? name : QStringLiteral("%1 ×%2").arg(name, QString::number(site.nuclei()));
 }
 
 } // namespace Workbench

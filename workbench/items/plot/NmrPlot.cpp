@@ -3,9 +3,8 @@
 
 #include "items/plot/ContourMap.h"
 #include "items/plot/PeakEditor.h"
+#include "items/plot/PlotPainting.h"
 #include "items/plot/StackedTraces.h"
-
-#include <QPicture>
 
 #include <cmath>
 
@@ -140,24 +139,7 @@ void NmrPlot::showNote(const QString &text)
 void NmrPlot::paintTo(QPainter *painter, const QRectF &target)
 {
     rebuild();
-    // The library draws through a painter class of its own, so it draws into a picture, which is then played.
-    QPicture picture;
-    {
-        QCPPainter recorder;
-        recorder.begin(&picture);
-        recorder.setMode(QCPPainter::pmVectorized);
-        recorder.setMode(QCPPainter::pmNoCaching);
-        recorder.setMode(QCPPainter::pmNonCosmetic);
-        toPainter(&recorder, qRound(target.width()), qRound(target.height()));
-    }
-    painter->save();
-    painter->setClipRect(target, Qt::IntersectClip);
-    painter->translate(target.topLeft());
-    // A picture is played at the device's resolution, on top of the painter's scale; ours is in scene units.
-    painter->scale(qreal(picture.logicalDpiX()) / painter->device()->logicalDpiX(),
-                   qreal(picture.logicalDpiY()) / painter->device()->logicalDpiY());
-    painter->drawPicture(0, 0, picture);
-    painter->restore();
+    paintPlot(*this, painter, target);
     // The window's own sizes again.
     if (isVisible())
         replot(rpQueuedReplot);

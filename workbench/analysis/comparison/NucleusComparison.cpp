@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/comparison/NucleusComparison.h"
+
+#include "data/Error.h"
+#include "data/Nuclides.h"
+
+#include <cmath>
+
+namespace Workbench {
+
+std::vector<ComparedSite> comparedSites(const CrystalStructure &structure, const std::vector<UniqueSite> &sites)
+{
+    std::vector<ComparedSite> compared;
+    for (const UniqueSite &site : sites) {
+        ComparedSite result{siteName(structure, site), {}, 0, site.nuclei(), site.lines};
+        for (int atom : site.atoms) {
+            const CrystalAtom &member = structure.atoms[std::size_t(atom)];
+            if (!member.shielding)
+                fail(Texts::tr("atom %1 has no shielding").arg(structure.name(atom)));
+            result.labels.append(structure.name(atom));
+        }
+        // A label that the site's atoms share with no others.
+        result.labels.append(result.name.section(QStringLiteral(" ×"), 0, 0));
+        result.shielding = *site.shielding;
+        compared.push_back(std::move(result));
+    }
+    return compared;
+}
+
+NucleusComparison NucleusComparison::of(const CrystalStructure &structure, const UniqueSites &unique,
+                                        const NucleusMeasurement &measurement)
+{
+    NucleusComparison result;
+    result.nucleus = measurement.nucleus;
+    result.atoms = unique.ofElement(Nuclides::element(measurement.nucleus));
+    if (result.atoms.empty())
+        fail(Texts::tr("there is no site of %1").arg(measurement.nucleus));
+    result.sites = comparedSites(structure, result.atoms);
+    result.pairing = LinePairing::of(result.sites, measurement.lines, {measurement.scale.slope, measurement.unmatched});
+    result.agreement = Agreement::of(result.sites, measurement.lines, result.pairing.linesOf, measurement.scale);
+    if (measurement.sigma)
+        result.chiSquare = result.agreement.chiSquare(*measurement.sigma);
+    return result;
+}
+
+std::optional<double> NucleusComparison::logLikelihood(const NucleusMeasurement &measurement, double factor) const
+{
+    if (!measurement.sigma)
+        return std::nullopt;
+    ReferencePrior prior{measurement.window, {}};
+    if (const auto &calibration = measurement.calibration) {
+        const double error = std::sqrt(calibration->lineVariance(agreement.meanShielding));
+        prior.gaussian = ReferencePrior::Gaussian{calibration->reference, error};
+    }
+    return Workbench::logLikelihood(
+        {int(agreement.pairs.size()), agreement.leastSquares, agreement.plainReference, *measurement.sigma * factor},
+        prior);
+}
+
+} // namespace Workbench

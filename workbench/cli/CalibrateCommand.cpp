@@ -1,0 +1,278 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/CliErrors.h"
+#include "cli/Commands.h"
+#include "cli/ComparisonOptions.h"
+#include "cli/OptionValues.h"
+#include "cli/Simulation.h"
+#include "data/Nuclides.h"
+#include "document/PageExport.h"
+#include "formats/OutputFiles.h"
+#include "formats/TableExport.h"
+#include "host/HostApplication.h"
+#include "host/MainScene.h"
+#include "items/plot/AgreementPlot.h"
+#include "items/plot/PlotPainting.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+#include <cmath>
+
+namespace Workbench {
+namespace {
+
+/// A calculated structure and the lines that were measured of it.
+struct Compound {
+    QString file;
+    QString experiment;
+    std::vector<ComparedSite> sites;
+    NucleusMeasurement measurement;
+};
+
+/// FILE=EXP. Either name may have an equals sign: the first cut that leaves two files counts.
+Compound splitArgument(const QString &argument)
+{
+    Compound first;
+    for (qsizetype at = argument.indexOf(u'='); at >= 0; at = argument.indexOf(u'=', at + 1)) {
+        Compound compound;
+        compound.file = argument.left(at);
+        compound.experiment = argument.mid(at + 1);
+        if (compound.file.isEmpty() || compound.experiment.isEmpty())
+            continue;
+        if (QFileInfo::exists(compound.file) && QFileInfo::exists(compound.experiment))
+            return compound;
+        if (first.file.isEmpty())
+            first = compound;
+    }
+    if (first.file.isEmpty())
+        throw UsageError(QStringLiteral("\"%1\" is not of the form FILE=EXP").arg(argument));
+    return first;
+}
+
+/// What one method of calculation gave, unless the user mixes them.
+class CommonMethod {
+public:
+    explicit CommonMethod(bool mayMix) : m_mayMix(mayMix) { }
+
+    void add(const QString &file)
+    {
+        const CalculationMethod method = CalculationMethod::fromFile(file);
+        if (m_first.isEmpty()) {
+            m_first = file;
+            m_method = method;
+        } else if (!m_method.agreesWith(method)) {
+            if (!m_mayMix)
+                throw CommandError(QStringLiteral("%1: calculated with %2, but %3 with %4 (--mix-methods takes both)")
+                                       .arg(file, method.text(), m_first, m_method.text()));
+            m_isMixed = true;
+        }
+    }
+    /// Of a mixture nothing is known.
+    CalculationMethod method() const { return m_isMixed ? CalculationMethod() : m_method; }
+
+private:
+    bool m_mayMix;
+    bool m_isMixed = false;
+    QString m_first;
+    CalculationMethod m_method;
+};
+
+/// The regression and the pairs that it was made of. In compounds whose lines overlap the pairs depend on the slope,
+/// and are sought anew until they stay.
+ReferenceSet calibrated(const std::vector<Compound> &compounds, std::vector<LinePairing> *pairings)
+{
+    constexpr int mostTurns = 20;
+    ReferenceSet set;
+    double slope = -1;
+    for (int turn = 0; turn < mostTurns; ++turn) {
+        set.sources.clear();
+        pairings->clear();
+        std::vector<ShiftCalibration::Point> points;
+        for (const Compound &compound : compounds) {
+            try {
+                pairings->push_back(LinePairing::of(compound.sites, compound.measurement.lines,
+                                                    {slope, compound.measurement.unmatched}));
+                const Agreement agreement = Agreement::of(compound.sites, compound.measurement.lines,
+                                                          pairings->back().linesOf, {slope, std::nullopt});
+                for (const SitePair &pair : agreement.pairs) {
+                    const ComparedSite &site = compound.sites[std::size_t(pair.site)];
+                    points.push_back({site.shielding, pair.measured});
+                    set.sources.push_back({compound.file, site.name, points.back()});
+                }
+            } catch (const std::exception &error) {
+                throw CommandError(QStringLiteral("%1: %2").arg(compound.file, QString::fromUtf8(error.what())));
+            }
+        }
+        set.calibration = ShiftCalibration::of(points);
+        if (std::abs(set.calibration.slope - slope) < 1e-12)
+            break;
+        slope = set.calibration.slope;
+    }
+    return set;
+}
+
+QString withError(double value, double error)
+{
+    return QStringLiteral("%1 ± %2").arg(QString::number(value, 'f', 4), QString::number(error, 'f', 4));
+}
+
+QString report(const ReferenceSet &set, const std::vector<Compound> &compounds,
+               const std::vector<LinePairing> &pairings, std::vector<double> shieldings)
+{
+    const ShiftCalibration &calibration = set.calibration;
+    QString text = QStringLiteral("shift = reference + slope · shielding, %1, %2 sites, %3 file(s), %4\n\n")
+                       .arg(set.nucleus, QString::number(calibration.points), QString::number(compounds.size()),
+                            set.method.text());
+    std::vector<QStringList> rows;
+    for (std::size_t i = 0; i < compounds.size(); ++i)
+        rows.push_back({compounds[i].file, QString::number(compounds[i].measurement.lines.size()),
+                        QString::number(compounds[i].sites.size()), pairings[i].text()});
+    text += TableExport::alignedText(
+        {QStringLiteral("File"), QStringLiteral("Lines"), QStringLiteral("Sites"), QStringLiteral("Pairing")}, rows);
+    text +=
+        QStringLiteral("\nReference            %1 ppm\n"
+                       "Slope                %2\n"
+                       "Covariance           %3 ppm\n"
+                       "RMSE (n - 2)         %4 ppm\n"
+                       "Leave-one-out error  %5 ppm\n\n")
+            .arg(withError(calibration.reference, calibration.referenceError),
+                 withError(calibration.slope, calibration.slopeError), QString::number(calibration.covariance, 'g', 4),
+                 QString::number(calibration.rmse, 'f', 4), QString::number(calibration.leaveOneOut, 'f', 4));
+    if (shieldings.empty()) {
+        const auto [low, high] =
+            std::minmax_element(set.sources.begin(), set.sources.end(),
+                                [](const auto &a, const auto &b) { return a.point.shielding < b.point.shielding; });
+        shieldings = {low->point.shielding, calibration.meanShielding, high->point.shielding};
+    }
+    std::vector<QStringList> intervals;
+    for (double shielding : shieldings) {
+        const ShiftCalibration::Interval interval = calibration.prediction(shielding);
+        intervals.push_back({QString::number(shielding, 'f', 2), QString::number(interval.shift, 'f', 2),
+                             QString::number(interval.low, 'f', 2), QString::number(interval.high, 'f', 2)});
+    }
+    return text
+        + TableExport::alignedText({QStringLiteral("Shielding, ppm"), QStringLiteral("Shift, ppm"),
+                                    QStringLiteral("95 % from"), QStringLiteral("to")},
+                                   intervals);
+}
+
+/// The whole set as one comparison, for the plot.
+NucleusComparison asComparison(const ReferenceSet &set)
+{
+    NucleusComparison comparison;
+    comparison.nucleus = set.nucleus;
+    std::vector<MeasuredLine> lines;
+    std::vector<std::vector<int>> linesOf;
+    for (const ReferenceSet::Source &source : set.sources) {
+        comparison.sites.push_back({QStringLiteral("%1 %2").arg(QFileInfo(source.file).completeBaseName(), source.site),
+                                    {},
+                                    source.point.shielding,
+                                    1,
+                                    1});
+        linesOf.push_back({int(lines.size())});
+        lines.push_back({source.point.shift, {}, {}});
+    }
+    comparison.pairing.linesOf = linesOf;
+    comparison.agreement =
+        Agreement::of(comparison.sites, lines, linesOf, {set.calibration.slope, set.calibration.reference});
+    return comparison;
+}
+
+CommandRun prepareCalibrate(const CommandLine &line)
+{
+    const QString nucleus = OptionValues::nucleus(QStringLiteral("--nucleus"), required(line, "nucleus"));
+    if (!Nuclides::table().contains(nucleus))
+        throw UsageError(QStringLiteral("option --nucleus: \"%1\" is not an NMR nucleus").arg(nucleus));
+    std::vector<Compound> compounds;
+    for (const QString &argument : line.positional())
+        compounds.push_back(splitArgument(argument));
+    for (const QString &output : line.values("o")) {
+        if (QFileInfo(output).suffix().toLower() != u"json" && !PageExport::formatOfSuffix(QFileInfo(output).suffix()))
+            throw UsageError(QStringLiteral("option -o: the suffix of \"%1\" is not one of: .json, .%2")
+                                 .arg(output, PageExport::suffixes().join(QLatin1String(", ."))));
+    }
+    std::vector<double> shieldings;
+    for (const QString &text : line.values("at"))
+        shieldings.push_back(OptionValues::number(QStringLiteral("--at"), text));
+    ComparisonOptions options;
+    options.sites = {parseSymmetryTolerance(line), parseAveraging(line)};
+    if (line.has("unmatched"))
+        options.unmatched = OptionValues::count(QStringLiteral("--unmatched"), line.value("unmatched"), 1000);
+    const bool mayMix = line.has("mix-methods");
+    const QStringList outputs = line.values("o");
+    return headless([=](HostApplication &host, MessageLog &log) mutable {
+        CommonMethod method(mayMix);
+        host.scene().setDrawn(false);
+        for (Compound &compound : compounds) {
+            options.nuclei.resize(1);
+            options.nuclei[0].name = nucleus;
+            options.nuclei[0].experiment = compound.experiment;
+            QStringList notes;
+            compound.measurement = options.read(&notes).front();
+            Simulation simulation(host, log);
+            simulation.readFile(compound.file, {});
+            method.add(compound.file);
+            const CrystalStructure structure = simulation.structure();
+            const UniqueSites unique = UniqueSites::of(structure, options.sites);
+            compound.sites = comparedSites(structure, unique.ofElement(Nuclides::element(nucleus)));
+            for (const QString &note : notes)
+                printError(QStringLiteral("magres-workbench calibrate: %1\n").arg(note));
+            for (const QString &warning : unique.warnings)
+                printError(QStringLiteral("magres-workbench calibrate: %1: %2\n").arg(compound.file, warning));
+        }
+        std::vector<LinePairing> pairings;
+        ReferenceSet set = calibrated(compounds, &pairings);
+        set.nucleus = nucleus;
+        set.method = method.method();
+        OutputFiles files;
+        for (const QString &output : outputs) {
+            QIODevice &device = files.open(output);
+            const auto picture = PageExport::formatOfSuffix(QFileInfo(output).suffix());
+            if (!picture) {
+                device.write(set.toJson());
+                continue;
+            }
+            AgreementPlot plot;
+            plot.setComparisons({asComparison(set)});
+            PageExport::writePicture([&](QPainter *painter, const QRectF &area) { paintPlot(plot, painter, area); },
+                                     plot.fullSize(), device, *picture);
+        }
+        files.commit();
+        printOut(report(set, compounds, pairings, shieldings));
+    });
+}
+
+} // namespace
+
+Command calibrateCommand()
+{
+    Command command{
+        "calibrate",
+        "FILE=EXP... --nucleus NUC [options] [-o SET.json]...",
+        "Fits reference and slope of a nucleus to compounds whose lines are known.",
+        "Ordinary least squares of the measured shifts on the calculated shieldings, each unique site once. Files "
+        "that\n"
+        "were calculated by different codes, functionals or cut-offs are not put together. The set that is written\n"
+        "serves --reference-set of other commands.\n\n"
+        "Example:\n"
+        "  magres-workbench calibrate alanine.magres=ala.csv urea.magres=urea.csv --nucleus 13C -o 13C.json -o 13C.png",
+        {
+            {"nucleus", "NUC", "Nucleus, such as 13C. Required."},
+            {"o", "OUT", "Output file: .json (the set), or .png, .svg, .pdf (the plot). May be given more than once.",
+             true},
+            {"at", "PPM",
+             "Shielding at which the interval for a new site is printed. May be given more than once. Default: the "
+             "ends and the mean of the set.",
+             true},
+            {"mix-methods", nullptr, "Put files together that were calculated by different methods."},
+            {"average", "MODE", "Groups of three hydrogens averaged to one site: none, ch3 or xh3. Default: none."},
+            symmetryToleranceOption(),
+            {"unmatched", "N", "So many lines of a compound may be left out. Default: 0."},
+        },
+        prepareCalibrate,
+    };
+    command.files = Command::Several;
+    return command;
+}
+
+} // namespace Workbench

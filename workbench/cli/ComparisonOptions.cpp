@@ -1,0 +1,242 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/ComparisonOptions.h"
+
+#include "cli/CliErrors.h"
+#include "cli/Commands.h"
+#include "cli/OptionValues.h"
+#include "data/Nuclides.h"
+#include "formats/ExperimentFile.h"
+
+#include <QFileInfo>
+#include <QRegularExpression>
+
+#include <algorithm>
+
+namespace Workbench {
+namespace {
+
+constexpr int mostUnmatched = 1000;
+
+QString knownNucleus(const QString &option, const QString &text)
+{
+    const QString nucleus = OptionValues::nucleus(option, text);
+    if (!Nuclides::table().contains(nucleus))
+        throw UsageError(QStringLiteral("option %1: \"%2\" is not an NMR nucleus").arg(option, nucleus));
+    return nucleus;
+}
+
+/// "13C" of "13C=list.csv"; file names may have an equals sign too.
+QString nucleusBefore(const QString &text)
+{
+    static const QRegularExpression form(QStringLiteral("^([1-9][0-9]*[A-Z][a-z]?)="));
+    return form.match(text).captured(1);
+}
+
+std::vector<ComparisonOptions::Nucleus> parseExperiments(const CommandLine &line)
+{
+    required(line, "experiment");
+    const QString given =
+        line.has("nucleus") ? knownNucleus(QStringLiteral("--nucleus"), line.value("nucleus")) : QString();
+    std::vector<ComparisonOptions::Nucleus> nuclei;
+    for (const QString &text : line.values("experiment")) {
+        const QString named = nucleusBefore(text);
+        ComparisonOptions::Nucleus nucleus;
+        nucleus.name = named.isEmpty() ? given : knownNucleus(QStringLiteral("--experiment"), named);
+        nucleus.experiment = named.isEmpty() ? text : text.mid(named.size() + 1);
+        if (nucleus.name.isEmpty())
+            throw UsageError(QStringLiteral("option --experiment: \"%1\" names no nucleus, as in 13C=%1").arg(text));
+        if (nucleus.experiment.isEmpty())
+            throw UsageError(QStringLiteral("option --experiment: \"%1\" names no file").arg(text));
+        if (std::any_of(nuclei.begin(), nuclei.end(), [&](const auto &other) { return other.name == nucleus.name; }))
+            throw UsageError(QStringLiteral("option --experiment: %1 is given twice").arg(nucleus.name));
+        nuclei.push_back(nucleus);
+    }
+    const bool isMeasured = given.isEmpty()
+        || std::any_of(nuclei.begin(), nuclei.end(), [&](const auto &nucleus) { return nucleus.name == given; });
+    if (!isMeasured)
+        throw UsageError(QStringLiteral("option --nucleus: no experiment is of %1").arg(given));
+    return nuclei;
+}
+
+/// The sites that a line was assigned to: "C1", "C1,C2", "C1/C2".
+QStringList sitesOf(const QString &label)
+{
+    static const QRegularExpression between(QStringLiteral("[,;/+&\\s]+"));
+    return label.split(between, Qt::SkipEmptyParts);
+}
+
+} // namespace
+
+QMap<QString, QString> valuesByNucleus(const CommandLine &line, const char *option, const QStringList &nuclei)
+{
+    QMap<QString, QString> values;
+    const QString shown = CommandLine::shown(option);
+    for (const QString &text : line.values(option)) {
+        const qsizetype equals = text.indexOf(u'=');
+        if (equals < 0 && nuclei.size() > 1)
+            throw UsageError(QStringLiteral("option %1: \"%2\" names no nucleus, as in 13C=170").arg(shown, text));
+        const QString nucleus = equals < 0 ? nuclei.value(0) : text.left(equals);
+        if (!nuclei.contains(nucleus))
+            throw UsageError(QStringLiteral("option %1: %2 is not among the nuclei given").arg(shown, nucleus));
+        if (values.contains(nucleus))
+            throw UsageError(QStringLiteral("option %1 is given twice for %2").arg(shown, nucleus));
+        values.insert(nucleus, text.mid(equals + 1));
+    }
+    return values;
+}
+
+const OptionSpec &referenceSetOption()
+{
+    static constexpr OptionSpec option{
+        "reference-set", "SET.json",
+        "Reference and slope of a nucleus from a set that calibrate has written; --reference and --slope go before it. "
+        "May be given for several nuclei.",
+        true};
+    return option;
+}
+
+std::vector<ReferenceSet> parseReferenceSets(const CommandLine &line)
+{
+    std::vector<ReferenceSet> sets;
+    for (const QString &fileName : line.values("reference-set")) {
+        sets.push_back(ReferenceSet::read(fileName));
+        const auto isSame = [&](const ReferenceSet &set) { return set.nucleus == sets.back().nucleus; };
+        if (std::count_if(sets.begin(), sets.end(), isSame) > 1)
+            throw UsageError(QStringLiteral("option --reference-set: two sets are of %1").arg(sets.back().nucleus));
+    }
+    return sets;
+}
+
+QString methodWarning(const ReferenceSet &set, const QString &file)
+{
+    const CalculationMethod method = CalculationMethod::fromFile(file);
+    if (method.agreesWith(set.method))
+        return {};
+    return QStringLiteral("%1: calculated with %2, but the reference set of %3 with %4")
+        .arg(file, method.text(), set.nucleus, set.method.text());
+}
+
+UniqueSites::Averaging parseAveraging(const CommandLine &line)
+{
+    if (!line.has("average"))
+        return UniqueSites::Averaging::None;
+    return UniqueSites::Averaging(
+        OptionValues::choice(QStringLiteral("--average"), line.value("average"),
+                             {QStringLiteral("none"), QStringLiteral("ch3"), QStringLiteral("xh3")}));
+}
+
+const OptionSpec &symmetryToleranceOption()
+{
+    static constexpr OptionSpec option{
+        "symmetry-tolerance", "A",
+        "By how far atoms may be off a symmetry of the crystal that makes them one site, in Angstrom; 0: every atom is "
+        "a site of its own. Default: 0.02."};
+    return option;
+}
+
+double parseSymmetryTolerance(const CommandLine &line)
+{
+    if (!line.has("symmetry-tolerance"))
+        return UniqueSites::Options().tolerance;
+    const QString name = QStringLiteral("--symmetry-tolerance");
+    const double value = OptionValues::number(name, line.value("symmetry-tolerance"));
+    if (value < 0)
+        throw UsageError(QStringLiteral("option %1: \"%2\" is below 0").arg(name, line.value("symmetry-tolerance")));
+    return value;
+}
+
+std::vector<OptionSpec> ComparisonOptions::specs()
+{
+    return {
+        {"experiment", "[NUC=]EXP",
+         "Measured lines of a nucleus: a peak list (columns of positions, and if there are any of sites and of counts) "
+         "or a spectrum, of which the peaks are picked. May be given for several nuclei, as in 13C=c.csv. Required.",
+         true},
+        {"nucleus", "NUC", "Nucleus of an experiment that is given without one."},
+        {"sigma", "NUC=PPM",
+         "Error of calculated shifts, root mean square. Default: 1H 0.33, 13C 2.2, 15N 5.4, 17O 7.2; none for others.",
+         true},
+        {"reference", "NUC=PPM", "Reference of the shielding-to-shift line (NUC may be left out when there is one).",
+         true},
+        {"slope", "NUC=X", "Slope of that line. Default: -1.", true},
+        referenceSetOption(),
+        {"average", "MODE",
+         "Groups of three hydrogens averaged to one site: none, ch3 (on carbon) or xh3 (on any atom). Default: none."},
+        symmetryToleranceOption(),
+        {"unmatched", "N", "So many lines may be left out where more were measured than there are sites. Default: 0."},
+        {"ignore-labels", nullptr, "Pair lines that name sites as if they named none."},
+    };
+}
+
+ComparisonOptions ComparisonOptions::parse(const CommandLine &line)
+{
+    ComparisonOptions options;
+    options.nuclei = parseExperiments(line);
+    QStringList names;
+    for (const Nucleus &nucleus : options.nuclei)
+        names.append(nucleus.name);
+    const auto references = valuesByNucleus(line, "reference", names), slopes = valuesByNucleus(line, "slope", names),
+               sigmas = valuesByNucleus(line, "sigma", names), windows = valuesByNucleus(line, "window", names);
+    const std::vector<ReferenceSet> sets = parseReferenceSets(line);
+    for (Nucleus &nucleus : options.nuclei) {
+        const QString &name = nucleus.name;
+        if (references.contains(name))
+            nucleus.reference = OptionValues::number(QStringLiteral("--reference"), references[name]);
+        nucleus.fitsSlope = slopes.value(name) == u"fit";
+        if (slopes.contains(name) && !nucleus.fitsSlope)
+            nucleus.slope = OptionValues::number(QStringLiteral("--slope"), slopes[name]);
+        nucleus.sigma =
+            sigmas.contains(name) ? OptionValues::positive(QStringLiteral("--sigma"), sigmas[name]) : usualError(name);
+        if (windows.contains(name))
+            nucleus.window = OptionValues::positive(QStringLiteral("--window"), windows[name]);
+        for (const ReferenceSet &set : sets) {
+            if (set.nucleus == name)
+                nucleus.set = set;
+        }
+    }
+    for (const ReferenceSet &set : sets) {
+        if (!names.contains(set.nucleus))
+            throw UsageError(QStringLiteral("option --reference-set: no experiment is of %1").arg(set.nucleus));
+    }
+    options.sites = {parseSymmetryTolerance(line), parseAveraging(line)};
+    if (line.has("unmatched"))
+        options.unmatched = OptionValues::count(QStringLiteral("--unmatched"), line.value("unmatched"), mostUnmatched);
+    options.ignoresLabels = line.has("ignore-labels");
+    return options;
+}
+
+std::vector<NucleusMeasurement> ComparisonOptions::read(QStringList *notes) const
+{
+    std::vector<NucleusMeasurement> measurements;
+    for (const Nucleus &nucleus : nuclei) {
+        if (!QFileInfo::exists(nucleus.experiment))
+            throw CommandError(QStringLiteral("%1: there is no such file").arg(nucleus.experiment));
+        const MeasuredPeaks measured = ExperimentFile::peaks(nucleus.experiment, {nucleus.name});
+        if (measured.peaks.empty())
+            throw CommandError(QStringLiteral("%1: there are no lines").arg(nucleus.experiment));
+        NucleusMeasurement result;
+        result.nucleus = nucleus.name;
+        for (const MeasuredPeak &peak : measured.peaks) {
+            result.lines.push_back({peak.f2, peak.count > 0 ? std::optional<double>(peak.count) : std::nullopt,
+                                    ignoresLabels ? QStringList() : sitesOf(peak.label)});
+        }
+        for (const QString &note : measured.notes)
+            notes->append(QStringLiteral("%1: %2").arg(nucleus.experiment, note));
+        const std::optional<double> slopeOfSet =
+            nucleus.set ? std::optional(nucleus.set->calibration.slope) : std::nullopt;
+        result.scale.slope = nucleus.fitsSlope ? std::nullopt
+            : nucleus.slope                    ? nucleus.slope
+                                               : std::optional(slopeOfSet.value_or(-1.0));
+        result.scale.reference = nucleus.reference;
+        result.unmatched = unmatched;
+        result.sigma = nucleus.sigma;
+        result.window = nucleus.window;
+        // A set's reference goes with its slope.
+        if (nucleus.set && !nucleus.slope && !nucleus.fitsSlope && !nucleus.reference)
+            result.calibration = nucleus.set->calibration;
+        measurements.push_back(std::move(result));
+    }
+    return measurements;
+}
+
+} // namespace Workbench

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "analysis/comparison/ShiftCalibration.h"
+#include "data/structure/CalculationMethod.h"
+
+namespace Workbench {
+
+/// A calibration of one nucleus with what it was made of, as it is kept in a JSON file.
+struct ReferenceSet {
+    struct Source {
+        QString file;
+        QString site;
+        ShiftCalibration::Point point;
+    };
+
+    QString nucleus;
+    CalculationMethod method;
+    ShiftCalibration calibration;
+    std::vector<Source> sources;
+
+    QByteArray toJson() const;
+    /// The regression is made anew from the sources. Errors are std::runtime_error that name the file.
+    static ReferenceSet read(const QString &fileName);
+};
+
+} // namespace Workbench

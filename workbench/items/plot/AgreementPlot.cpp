@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "items/plot/AgreementPlot.h"
+
+#include "items/plot/PlotContent.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+namespace Workbench {
+namespace {
+
+constexpr int namedSites = 3;
+constexpr int labelSize = 11; // pixels
+
+QCPRange withMargin(double low, double high)
+{
+    const double beyond = std::max(0.06 * (high - low), 1e-3);
+    return {low - beyond, high + beyond};
+}
+
+void setUp(QCPAxisRect *rect, const QString &bottom, const QString &left)
+{
+    rect->setupFullAxesBox(true);
+    for (QCPAxis *axis : {rect->axis(QCPAxis::atBottom), rect->axis(QCPAxis::atLeft)}) {
+        axis->setLabelFont(PlotStyle::font(labelSize));
+        axis->setTickLabelFont(PlotStyle::font(labelSize));
+        axis->grid()->setVisible(false);
+        axis->ticker()->setTickCount(5);
+    }
+    rect->axis(QCPAxis::atBottom)->setLabel(bottom);
+    rect->axis(QCPAxis::atLeft)->setLabel(left);
+}
+
+void addLine(QCPAxisRect *rect, const QCPRange &range, double slope)
+{
+    auto *line = new QCPGraph(rect->axis(QCPAxis::atBottom), rect->axis(QCPAxis::atLeft));
+    line->setPen(QPen(Qt::gray, 1, slope == 0 ? Qt::SolidLine : Qt::DashLine));
+    line->setData({range.lower, range.upper}, {slope * range.lower, slope * range.upper});
+}
+
+void addPoints(QCPAxisRect *rect, const QVector<double> &x, const QVector<double> &y)
+{
+    auto *points = new QCPGraph(rect->axis(QCPAxis::atBottom), rect->axis(QCPAxis::atLeft));
+    points->setLineStyle(QCPGraph::lsNone);
+    points->setScatterStyle({QCPScatterStyle::ssDisc, PlotStyle::entryColor(0), 6});
+    points->setData(x, y);
+}
+
+void addName(QCustomPlot *plot, QCPAxisRect *rect, double x, double y, const QString &name)
+{
+    auto *text = new QCPItemText(plot);
+    text->position->setAxisRect(rect);
+    text->position->setAxes(rect->axis(QCPAxis::atBottom), rect->axis(QCPAxis::atLeft));
+    text->setClipAxisRect(rect);
+    text->position->setCoords(x, y);
+    const bool isRight = x > rect->axis(QCPAxis::atBottom)->range().center();
+    text->setPositionAlignment((isRight ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+    text->setPadding(QMargins(6, 0, 6, 0));
+    text->setFont(PlotStyle::font(labelSize - 1));
+    text->setText(name);
+}
+
+} // namespace
+
+AgreementPlot::AgreementPlot(QWidget *parent) : QCustomPlot(parent)
+{
+    setComparisons({});
+}
+
+QSize AgreementPlot::fullSize() const
+{
+    return {std::max(1, plotLayout()->columnCount()) * 420, 520};
+}
+
+void AgreementPlot::setComparisons(const std::vector<NucleusComparison> &comparisons)
+{
+    clearPlottables();
+    clearItems();
+    plotLayout()->clear();
+    plotLayout()->simplify();
+    for (std::size_t i = 0; i < comparisons.size(); ++i)
+        addColumn(int(i), comparisons[i]);
+    if (!comparisons.empty())
+        plotLayout()->setRowStretchFactors({0.01, 2, 1});
+    replot(rpQueuedReplot);
+}
+
+void AgreementPlot::addColumn(int column, const NucleusComparison &comparison)
+{
+    const Agreement &agreement = comparison.agreement;
+    QVector<double> calculated, measured, differences;
+    for (const SitePair &pair : agreement.pairs) {
+        calculated.append(pair.calculated);
+        measured.append(pair.measured);
+        differences.append(pair.difference());
+    }
+    const auto [lowest, highest] = std::minmax_element(calculated.begin(), calculated.end());
+    const auto [least, most] = std::minmax_element(measured.begin(), measured.end());
+    const QCPRange shifts = withMargin(std::min(*lowest, *least), std::max(*highest, *most));
+    const double worst = std::max(std::abs(agreement.largest), 1e-3);
+
+    const QString title =
+        tr("%1: %2, RMSD %3 ppm")
+            .arg(comparison.nucleus, comparison.pairing.text(), QString::number(agreement.rmsd, 'f', 2));
+    auto *heading = new QCPTextElement(this, title, PlotStyle::font(labelSize + 1, true));
+    auto *upper = new QCPAxisRect(this), *lower = new QCPAxisRect(this);
+    plotLayout()->addElement(0, column, heading);
+    plotLayout()->addElement(1, column, upper);
+    plotLayout()->addElement(2, column, lower);
+    setUp(upper, QString(), tr("Measured, ppm"));
+    setUp(lower, tr("Calculated, ppm"), tr("Difference, ppm"));
+    auto *margins = new QCPMarginGroup(this);
+    upper->setMarginGroup(QCP::msLeft | QCP::msRight, margins);
+    lower->setMarginGroup(QCP::msLeft | QCP::msRight, margins);
+    upper->axis(QCPAxis::atBottom)->setTickLabels(false);
+
+    for (QCPAxisRect *rect : {upper, lower})
+        rect->axis(QCPAxis::atBottom)->setRange(shifts);
+    upper->axis(QCPAxis::atLeft)->setRange(shifts);
+    lower->axis(QCPAxis::atLeft)->setRange(-1.25 * worst, 1.25 * worst);
+    addLine(upper, shifts, 1);
+    addLine(lower, shifts, 0);
+    addPoints(upper, calculated, measured);
+    addPoints(lower, calculated, differences);
+
+    std::vector<std::size_t> order(agreement.pairs.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
+        return std::abs(agreement.pairs[a].difference()) > std::abs(agreement.pairs[b].difference());
+    });
+    order.resize(std::min<std::size_t>(order.size(), namedSites));
+    for (std::size_t i : order) {
+        const SitePair &pair = agreement.pairs[i];
+        addName(this, lower, pair.calculated, pair.difference(), comparison.sites[std::size_t(pair.site)].name);
+    }
+}
+
+} // namespace Workbench

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "analysis/comparison/NucleusComparison.h"
+#include "items/plot/CustomPlot.h"
+
+namespace Workbench {
+
+/// Measured against calculated shifts with the line of equality, and the differences below: a column for each nucleus.
+/// The sites that are farthest off are named.
+class AgreementPlot : public QCustomPlot {
+    Q_OBJECT
+
+public:
+    explicit AgreementPlot(QWidget *parent = nullptr);
+
+    void setComparisons(const std::vector<NucleusComparison> &comparisons);
+    /// The size at which everything is readable.
+    QSize fullSize() const;
+
+private:
+    void addColumn(int column, const NucleusComparison &comparison);
+};
+
+} // namespace Workbench
