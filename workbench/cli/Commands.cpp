@@ -43,8 +43,8 @@ const std::vector<OptionSpec> &commonOptions()
 const std::vector<Command> &commands()
 {
     static const std::vector<Command> list{
-        tableCommand(),  simulateCommand(),   fitCommand(),  rmsdCommand(),
-        renderCommand(), spinSystemCommand(), rankCommand(), rankWorkerCommand(),
+        tableCommand(),      simulateCommand(), fitCommand(),  rmsdCommand(),       renderCommand(),
+        spinSystemCommand(), powderCommand(),   rankCommand(), rankWorkerCommand(),
     };
     return list;
 }

@@ -49,6 +49,7 @@ Command fitCommand();
 Command rmsdCommand();
 Command renderCommand();
 Command spinSystemCommand();
+Command powderCommand();
 Command rankCommand();
 /// The workers of `rank`, started by the program itself.
 Command rankWorkerCommand();
