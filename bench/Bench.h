@@ -29,6 +29,7 @@ void registerBonds();
 void registerData();
 void registerDocument();
 void registerLineShapes();
+void registerPowder();
 void registerRank();
 
 } // namespace Bench

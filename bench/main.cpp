@@ -53,6 +53,11 @@ double quotient(double first, double second)
     return first / second;
 }
 
+double alone(double first, double)
+{
+    return first;
+}
+
 // Sizes that grow by a factor of five give the exponent of the growth.
 double growthExponent(double large, double small)
 {
@@ -89,6 +94,11 @@ const Ratio ratios[] = {
      Ratio::AtLeast, 1000},
     {"gauss2d, 300 and 100 Hz: times faster than literal", "gauss2d/100/1024/512/wide/literal",
      "gauss2d/100/1024/512/wide", Ratio::AtLeast, 80},
+    {"powder/mas: times faster than literal", "powder/mas/O/literal", "powder/mas/O", Ratio::AtLeast, 10},
+    {"powder/static: times faster than literal", "powder/static/O/literal", "powder/static/O", Ratio::AtLeast, 20},
+    {"powder/mas: in bare evaluations", "powder/mas/O", "powder/mas/O/bare", Ratio::AtMost, 2},
+    {"powder/static: in bare evaluations", "powder/static/O", "powder/static/O/bare", Ratio::AtMost, 2},
+    {"powder/preview: milliseconds", "powder/preview", "powder/preview", Ratio::AtMost, 50, 1e3, alone},
     {"read/1000: in conversions of its numbers", "read/1000", "limit/numbers/1000", Ratio::AtMost, 3},
     {"read/5000: in conversions of its numbers", "read/5000", "limit/numbers/5000", Ratio::AtMost, 3},
     {"read, 1000 to 5000: exponent of growth", "read/5000", "read/1000", Ratio::AtMost, 1.15, 1.0, growthExponent},
@@ -142,6 +152,7 @@ int main(int argc, char **argv)
     const QCoreApplication application(argc, argv);
     Bench::registerBonds();
     Bench::registerLineShapes();
+    Bench::registerPowder();
     Bench::registerData();
     Bench::registerDocument();
     Bench::registerRank();

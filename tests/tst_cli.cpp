@@ -112,6 +112,21 @@ private Q_SLOTS:
         row(2, "experiment a --unit MHz", "--unit");
         row(2, "experiment a -o x.xyz", ".csdf");
         row(2, "render a -o x.png --reference 3", "--reference");
+        row(2, "powder a", "--nucleus");
+        row(2, "powder a --nucleus 16O", "16O");
+        row(2, "powder a --nucleus 27Al --mas 0", "--static");
+        row(2, "powder a --nucleus 27Al --mas fast", "--mas");
+        row(2, "powder a --nucleus 27Al --mas 10 --static", "contradict");
+        row(2, "powder a --nucleus 27Al --frequency 60000", "10000 MHz");
+        row(2, "powder a --nucleus 27Al --linewidth -1", "--linewidth");
+        row(2, "powder a --nucleus 27Al --range 2e6:0", "--range");
+        row(2, "powder a --nucleus 27Al --points 1", "--points");
+        row(2, "powder a --nucleus 27Al --orientations 20000000", "10000000");
+        row(2, "powder a --nucleus 27Al --fit", "--experiment");
+        row(2, "powder a --nucleus 27Al --experiment e --fit-scale", "--fit");
+        row(2, "powder a --nucleus 27Al --mqmas --static", "--static");
+        row(2, "powder a --nucleus 27Al --sites-csv -o x.png", ".csv");
+        row(2, "powder a --nucleus 27Al -o x.txt", "csdf");
         row(1, "table no-such-file", "no-such-file does not exist");
         row(1, "table /", "directory");
         row(1, "table /dev/null", "/dev/null");
@@ -222,6 +237,99 @@ private Q_SLOTS:
         const Finished rmsd = runProgram({u"rmsd"_s, QStringLiteral(SAMPLES "/paracetamol.magres"), u"--nucleus"_s,
                                           u"13C"_s, u"--experiment"_s, directory.filePath(u"s.csv"_s)});
         QVERIFY2(rmsd.errors.contains(u"Read as a spectrum: 4096"), qPrintable(rmsd.errors));
+    }
+
+    void powderFiles()
+    {
+        const QTemporaryDir directory;
+        const QString csv = directory.filePath(u"al.csv"_s), json = directory.filePath(u"al.json"_s);
+        const Finished run = runProgram(
+            words("powder " SAMPLES "/berlinite.magres --nucleus 27Al --frequency 400 --mas 12000 --reference "
+                  "560 --linewidth 100 --points 6001 --range -100:200 --sites-csv")
+            + QStringList{u"-o"_s, csv, u"-o"_s, json});
+        QVERIFY2(run.status == 0, qPrintable(run.errors));
+        QVERIFY(run.output.contains(u"27Al at 104.3"_s) && run.output.contains(u"no satellites"_s));
+        const auto rows = [](const QString &path) {
+            QFile file(path);
+            std::vector<std::vector<double>> found;
+            if (!file.open(QIODevice::ReadOnly))
+                return found;
+            file.readLine();
+            while (!file.atEnd()) {
+                found.emplace_back();
+                for (const QByteArray &field : file.readLine().trimmed().split(','))
+                    found.back().push_back(field.toDouble());
+            }
+            return found;
+        };
+        const auto sum = rows(csv), sites = rows(directory.filePath(u"al.sites.csv"_s));
+        QCOMPARE(sum.size(), size_t(6001));
+        QCOMPARE(sites.size(), sum.size());
+        QVERIFY(std::abs(sum.front()[0] - 200) < 1e-9 && std::abs(sum.back()[0] + 100) < 1e-9);
+        double area = 0;
+        for (size_t i = 0; i < sum.size(); ++i) {
+            QVERIFY(sites[i].size() == 2 && std::abs(sites[i][1] - sum[i][1]) < 1e-12);
+            area += sum[i][1] * 0.05;
+        }
+        // Three aluminium atoms in the cell; sidebands and wings lie beyond the range.
+        QVERIFY2(area > 2.5 && area < 3, qPrintable(QString::number(area)));
+        QFile opened(json);
+        QVERIFY(opened.open(QIODevice::ReadOnly));
+        const QJsonObject site = QJsonDocument::fromJson(opened.readAll())[u"sites"][0].toObject();
+        QVERIFY(std::abs(site[u"Cq_MHz"].toDouble() - 3.996737) < 1e-5);
+        QVERIFY(std::abs(site[u"shift_ppm"].toDouble() - 47.6) < 1e-3);
+        QCOMPARE(site[u"nuclei"].toInt(), 3);
+        // -3/40 (Cq / nu0)^2 [I (I + 1) - 3/4] / [I (2I - 1)]^2 (1 + eta^2 / 3)
+        const double ratio = site[u"Cq_MHz"].toDouble() / (400 * 195.59 / 750), eta = site[u"eta"].toDouble();
+        const double expected = -3.0 / 40 * 1e6 * ratio * ratio * 8 / 100 * (1 + eta * eta / 3);
+        QVERIFY(std::abs(site[u"QIS_ppm"].toDouble() - expected) < 1e-6);
+    }
+
+    void powderMessages_data()
+    {
+        QTest::addColumn<QString>("tensors");
+        QTest::addColumn<QString>("options");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("message");
+        const QString gradient = u"efg Al 1 0.1 0 0 0 0.2 0 0 0 -0.3\n"_s;
+        const QString shielding = u"ms Al 1 500 0 0 0 510 0 0 0 520\n"_s;
+        QTest::newRow("EFG alone") << gradient << u"--reference 30"_s << 0 << u"at the reference, 30 ppm"_s;
+        QTest::newRow("no EFG") << shielding << u""_s << 1 << u"no electric field gradient"_s;
+        QTest::newRow("no site") << gradient + shielding << u"--site Al7"_s << 1 << u"unique sites are Al1"_s;
+        QTest::newRow("other nucleus") << gradient + shielding << u"--nucleus 17O"_s << 1 << u"no site of 17O"_s;
+        QTest::newRow("no coupling") << shielding + u"efg Al 1 0 0 0 0 0 0 0 0 0\n"_s << u""_s << 0 << u""_s;
+        QTest::newRow("isotropic") << gradient + u"ms Al 1 500 0 0 0 500 0 0 0 500\n"_s << u""_s << 0 << u""_s;
+        QTest::newRow("beyond second order")
+            << u"efg Al 1 0.5 0 0 0 0.5 0 0 0 -1.0\n"_s + shielding << u"--frequency 100"_s << 0 << u"second order"_s;
+        QTest::newRow("spin 1/2 without shielding") << gradient << u"--nucleus 1H"_s << 1 << u"no shielding"_s;
+        QTest::newRow("triple quantum of spin 1/2")
+            << u"ms H 1 20 0 0 0 25 0 0 0 30\n"_s << u"--nucleus 1H --mqmas"_s << 1 << u"triple-quantum"_s;
+    }
+    void powderMessages()
+    {
+        QFETCH(QString, tensors);
+        QFETCH(QString, options);
+        QFETCH(int, status);
+        QFETCH(QString, message);
+        const QTemporaryDir directory;
+        QFile file(directory.filePath(u"a.magres"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("#$magres-abinitio-v1.0\n[atoms]\nunits lattice Angstrom\nlattice 5 0 0 0 5 0 0 0 5\n"
+                   "units atom Angstrom\natom Al Al 1 0 0 0\natom H H 1 2 2 2\n[/atoms]\n[magres]\nunits ms ppm\n"
+                   "units efg au\n"
+                   + tensors.toUtf8() + "[/magres]\n");
+        file.close();
+        QStringList arguments = words("powder --points 64");
+        if (!options.contains(u"--nucleus"_s))
+            arguments += words("--nucleus 27Al");
+        const QString csv = directory.filePath(u"a.csv"_s);
+        const Finished run = runProgram(arguments + options.split(u' ', Qt::SkipEmptyParts)
+                                        + QStringList{file.fileName(), u"-o"_s, csv});
+        QVERIFY2(run.status == status, qPrintable(run.errors));
+        QVERIFY2(run.errors.contains(message) && (status == 0) == run.output.contains(u"Breadth"_s),
+                 qPrintable(run.errors));
+        QCOMPARE(QFile::exists(csv), status == 0);
+        QVERIFY2(!message.isEmpty() || run.errors.isEmpty(), qPrintable(run.errors));
     }
 
     void helpTellsOfEveryOption()

@@ -66,6 +66,7 @@ const std::vector<Command> &commands()
         rankCommand(),
         calibrateCommand(),
         averageCommand(),
+        powderCommand(),
         spinSystemCommand(),
         rankWorkerCommand(),
         completeCommand(),

@@ -51,6 +51,7 @@ Command rmsdCommand();
 Command experimentCommand();
 Command renderCommand();
 Command spinSystemCommand();
+Command powderCommand();
 Command rankCommand();
 Command compareCommand();
 Command calibrateCommand();

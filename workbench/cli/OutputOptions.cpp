@@ -19,11 +19,6 @@ namespace Workbench {
 
 namespace {
 
-QString suffixOf(const QString &fileName)
-{
-    return QFileInfo(fileName).suffix().toLower();
-}
-
 void writePage(HostApplication &host, const QString &suffix, QIODevice &device)
 {
     if (suffix == QLatin1String(DocumentFile::suffix))
@@ -32,13 +27,29 @@ void writePage(HostApplication &host, const QString &suffix, QIODevice &device)
         PageExport::writePage(host.scene(), device, *PageExport::formatOfSuffix(suffix));
 }
 
+QStringList knownSuffixes(OutputOptions::Kind kind)
+{
+    switch (kind) {
+    case OutputOptions::Spectrum:
+        return SpectrumExport::suffixes() + PageExport::suffixes();
+    case OutputOptions::Powder:
+        return SpectrumExport::suffixes() + QStringList(QStringLiteral("csdf")) + PageExport::suffixes();
+    case OutputOptions::Page:
+        break;
+    }
+    return PageExport::suffixes() + QStringList(QLatin1String(DocumentFile::suffix));
+}
+
 } // namespace
+
+QString OutputOptions::suffixOf(const QString &fileName)
+{
+    return QFileInfo(fileName).suffix().toLower();
+}
 
 OutputOptions::OutputOptions(const QStringList &fileNames, Kind kind) : m_fileNames(fileNames), m_kind(kind)
 {
-    const QStringList known = kind == Spectrum
-        ? SpectrumExport::suffixes() + PageExport::suffixes()
-        : PageExport::suffixes() + QStringList(QLatin1String(DocumentFile::suffix));
+    const QStringList known = knownSuffixes(kind);
     QStringList seen;
     for (const QString &fileName : fileNames) {
         const QString suffix = suffixOf(fileName);

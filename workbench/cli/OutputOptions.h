@@ -11,13 +11,17 @@ class Simulation;
 /// The `-o` options of a command.
 class OutputOptions {
 public:
-    /// What is written: the spectrum in its formats, or pictures of the whole page.
-    enum Kind { Spectrum, Page };
+    /// What is written: the spectrum in its formats, pictures of the whole page, or a powder spectrum.
+    enum Kind { Spectrum, Page, Powder };
 
     /// Throws UsageError for suffixes that stand for no format and for files that are named twice.
     OutputOptions(const QStringList &fileNames, Kind kind);
 
     bool isEmpty() const { return m_fileNames.isEmpty(); }
+
+    const QStringList &fileNames() const { return m_fileNames; }
+    /// Of a file name, in lower case and without the dot.
+    static QString suffixOf(const QString &fileName);
 
     /// All files or none.
     void write(HostApplication &host, const Simulation &simulation) const;

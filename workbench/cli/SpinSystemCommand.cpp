@@ -3,12 +3,14 @@
 #include "cli/Commands.h"
 #include "cli/ComparisonOptions.h"
 #include "cli/OptionValues.h"
+#include "cli/PowderOptions.h"
 #include "cli/SimulateOptions.h"
 #include "cli/Simulation.h"
 #include "host/DataEngine.h"
 #include "host/HostApplication.h"
 #include "data/Nuclides.h"
 #include "formats/OutputFiles.h"
+#include "analysis/SimpsonExperiment.h"
 #include "analysis/SpinSystem.h"
 #include "data/PluginCall.h"
 #include "items/table/TableItem.h"
@@ -18,6 +20,9 @@
 namespace Workbench {
 
 namespace {
+
+/// They mean something in a complete input alone.
+constexpr const char *experimentOptions[] = {"frequency", "mas", "static", "linewidth", "gaussian"};
 
 QMap<QString, double> numbersByNucleus(const CommandLine &line, const char *option, const QStringList &nuclei)
 {
@@ -54,10 +59,32 @@ SpinSystem::Options optionsOf(const CommandLine &line, const std::vector<Referen
     return options;
 }
 
+/// The experiment of a complete input, in the options of `powder`; nothing when only the spin system is wanted.
+std::optional<PowderSettings> experimentOf(const CommandLine &line, const SpinSystem::Options &options)
+{
+    if (!line.has("complete")) {
+        for (const char *option : experimentOptions) {
+            if (line.has(option))
+                throw UsageError(QStringLiteral("option %1 needs --complete").arg(CommandLine::shown(option)));
+        }
+        return std::nullopt;
+    }
+    if (options.nuclei.size() > 1)
+        throw UsageError(QStringLiteral("option --complete: one nucleus is observed, not several"));
+    if (!line.has("static") && line.value("mas").isEmpty())
+        throw UsageError(QStringLiteral("option --complete needs --mas HZ or --static"));
+    PowderSettings settings = parsePowderConditions(line);
+    settings.labels = options.labels;
+    settings.reference = options.references.value(options.nuclei.constFirst(), settings.reference);
+    settings.slope = options.slopes.value(options.nuclei.constFirst(), settings.slope);
+    return settings;
+}
+
 CommandRun prepareSpinSystem(const CommandLine &line)
 {
     const std::vector<ReferenceSet> sets = parseReferenceSets(line);
     const SpinSystem::Options options = optionsOf(line, sets);
+    const std::optional<PowderSettings> experiment = experimentOf(line, options);
     const QString file = line.positional().constFirst(), output = line.value("o");
     return headless([=](HostApplication &host, MessageLog &log) {
         Simulation simulation(host, log);
@@ -66,7 +93,15 @@ CommandRun prepareSpinSystem(const CommandLine &line)
         const auto ids = callPlugin<QList<QUuid>>(simulation.table().table(), "tableItem_sharedDataIds()");
         const QVariantMap data = host.documentData().getDataMap(ids.value(0));
         const SpinSystem system = SpinSystem::fromData(data, options);
-        const QByteArray text = system.simpson(QStringLiteral("Spin system of %1").arg(QFileInfo(file).fileName()));
+        QByteArray text = system.simpson(QStringLiteral("Spin system of %1").arg(QFileInfo(file).fileName()));
+        if (experiment) {
+            if (system.sites.size() != 1)
+                throw CommandError(
+                    QStringLiteral("option --complete computes one site, but there are %1: all spins of "
+                                   "an input are computed as one coupled system. Choose one with --atoms")
+                        .arg(system.sites.size()));
+            text += simpsonExperiment(PowderSites::of(CrystalStructure::fromData(data), *experiment), *experiment);
+        }
         if (output.isEmpty())
             return printOut(QString::fromUtf8(text));
         OutputFiles files;
@@ -95,6 +130,13 @@ Command spinSystemCommand()
             {"slope", "NUC=X", "Slope of a nucleus. Default: -1.", true},
             referenceSetOption(),
             {"cutoff", "A", "Longest distance of a dipole line in Angstrom. Default: 4."},
+            {"complete", nullptr,
+             "Adds what SIMPSON needs to run the file as it is: the spectrum of one site, as from powder."},
+            {"frequency", "MHZ", "With --complete: spectrometer frequency of 1H in MHz. Default: 600."},
+            {"mas", "HZ", "With --complete: spinning rate at the magic angle."},
+            {"static", nullptr, "With --complete: the sample is at rest."},
+            {"linewidth", "HZ", "With --complete: Lorentzian broadening in Hz. Default: 30."},
+            {"gaussian", "HZ", "With --complete: Gaussian broadening in Hz. Default: 0."},
             {"o", "OUT", "Output file instead of standard output."},
         },
         prepareSpinSystem,

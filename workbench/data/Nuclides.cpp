@@ -3,6 +3,7 @@
 
 #include <QFile>
 
+#include <cmath>
 #include <utility>
 
 // The resource lies in a static library, from which nothing else would draw it into the program.
@@ -25,6 +26,12 @@ double Nuclide::gyromagneticRatio() const
     return proton * frequencyRatio / 100;
 }
 
+double Nuclide::larmorFrequency(double protonFrequency) const
+{
+    constexpr double proton = 750; // MHz, of the table
+    return protonFrequency * (gammaFrequency > 0 ? gammaFrequency / proton : std::abs(frequencyRatio) / 100);
+}
+
 const Nuclides &Nuclides::table()
 {
     static const Nuclides nuclides;
@@ -45,11 +52,12 @@ Nuclides::Nuclides()
         if (std::exchange(header, false))
             continue;
         const QList<QByteArray> fields = line.split('\t');
-        if (fields.size() != 5)
-            qFatal("the nucleus table has a line without five fields: %s", line.constData());
+        if (fields.size() != 6)
+            qFatal("the nucleus table has a line without six fields: %s", line.constData());
         const QString name = QString::fromLatin1(fields[0]);
-        m_nuclei.insert(
-            name, {QString::fromLatin1(fields[1]), fields[2].toDouble(), fields[3].toDouble(), fields[4].toDouble()});
+        m_nuclei.insert(name,
+                        {QString::fromLatin1(fields[1]), fields[2].toDouble(), fields[3].toDouble(),
+                         fields[4].toDouble(), fields[5].toDouble()});
         m_order.append(name);
     }
 }

@@ -12,11 +12,15 @@ struct Nuclide {
     double quadrupoleMoment = 0; ///< fm², 0 for spin 1/2
     double abundance = 0; ///< percent
     double frequencyRatio = 0; ///< to 1H, percent, with the sign of the gyromagnetic ratio; 0 unknown
+    double gammaFrequency = 0; ///< MHz, where that of 1H is 750; 0: frequencyRatio counts
 
     bool isKnown() const { return !spin.isEmpty(); }
     bool isQuadrupolar() const { return isKnown() && spin != u"1/2"; }
     double spinNumber() const; ///< 0.5 of "1/2"; 0 unknown
     double gyromagneticRatio() const; ///< rad / (s T), 0 unknown
+    /// In a field where 1H has the given frequency; of the bare nucleus, without the
+    /// shift of a standard. 0 unknown.
+    double larmorFrequency(double protonFrequency) const;
 };
 
 /// The NMR nuclei, by name ("13C"). The numbers and their sources stand in resources/nuclides.tsv.

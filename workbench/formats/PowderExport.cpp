@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "formats/PowderExport.h"
+
+#include "data/Error.h"
+#include "data/NumberText.h"
+
+#include <QIODevice>
+#include <QJsonArray>
+#include <QJsonObject>
+
+namespace Workbench {
+
+namespace PowderExport {
+
+namespace {
+
+QJsonValue rotation(const PowderSettings &settings)
+{
+    switch (settings.rotation) {
+    case Powder::Rotation::Static:
+        return 0;
+    case Powder::Rotation::MagicAngle:
+        return settings.rate;
+    case Powder::Rotation::InfiniteRate:
+        break;
+    }
+    return QStringLiteral("infinite");
+}
+
+QByteArray quoted(const QString &field)
+{
+    QByteArray text = field.toUtf8();
+    return text.contains(',') || text.contains('"') ? '"' + text.replace("\"", "\"\"") + '"' : text;
+}
+
+} // namespace
+
+QJsonObject json(const PowderSites &sites, const PowderSettings &settings, const Powder::Spectrum *spectrum)
+{
+    QJsonArray list;
+    for (size_t i = 0; i < sites.sites.size(); ++i) {
+        const PowderSite &site = sites.sites[i];
+        QJsonObject object{{QStringLiteral("name"), site.name},
+                           {QStringLiteral("nuclei"), site.nuclei},
+                           {QStringLiteral("shift_ppm"), site.values.shift},
+                           {QStringLiteral("span_ppm"), site.values.span},
+                           {QStringLiteral("centre_ppm"), site.values.centre},
+                           {QStringLiteral("breadth_ppm"), site.values.breadth}};
+        if (site.site.coupling) {
+            object.insert(QStringLiteral("Cq_MHz"), site.values.coupling);
+            object.insert(QStringLiteral("eta"), site.values.asymmetry);
+            object.insert(QStringLiteral("QIS_ppm"), site.values.quadrupolarShift);
+        }
+        if (spectrum) {
+            object.insert(QStringLiteral("orientations"), spectrum->sites[i].directions);
+            object.insert(QStringLiteral("estimated_error"), spectrum->sites[i].estimatedError);
+        }
+        list.append(object);
+    }
+    QJsonObject result{{QStringLiteral("nucleus"), settings.nucleus},
+                       {QStringLiteral("spin"), sites.conditions.spin},
+                       {QStringLiteral("proton_frequency_MHz"), settings.protonFrequency},
+                       {QStringLiteral("larmor_frequency_MHz"), sites.conditions.larmor},
+                       {QStringLiteral("spinning_Hz"), rotation(settings)},
+                       {QStringLiteral("reference_ppm"), settings.reference},
+                       {QStringLiteral("slope"), settings.slope},
+                       {QStringLiteral("Cq_factor"), settings.couplingScale},
+                       {QStringLiteral("lorentzian_Hz"), settings.shape.lorentzian},
+                       {QStringLiteral("gaussian_Hz"), settings.shape.gaussian},
+                       {QStringLiteral("model"), sites.limits()},
+                       {QStringLiteral("notes"), QJsonArray::fromStringList(sites.notes)},
+                       {QStringLiteral("sites"), list}};
+    if (spectrum) {
+        result.insert(QStringLiteral("axis"),
+                      QJsonObject{{QStringLiteral("first"), spectrum->axis.first},
+                                  {QStringLiteral("step"), spectrum->axis.step()},
+                                  {QStringLiteral("points"), qint64(spectrum->axis.points)}});
+        result.insert(QStringLiteral("converged"), spectrum->converged);
+    }
+    return result;
+}
+
+void writeSitesCsv(const PowderSites &sites, const Powder::Spectrum &spectrum, QIODevice &device)
+{
+    QByteArray text = "ppm";
+    for (const PowderSite &site : sites.sites)
+        text += ',' + quoted(site.name);
+    text += '\n';
+    for (size_t i = 0; i < spectrum.axis.points; ++i) {
+        NumberText::append17(text, spectrum.axis.at(i));
+        for (const Powder::SiteCurve &curve : spectrum.sites) {
+            text += ',';
+            NumberText::append17(text, curve.values[i]);
+        }
+        text += '\n';
+    }
+    if (device.write(text) != text.size())
+        fail(Texts::tr("the data cannot be written: %1").arg(device.errorString()));
+}
+
+} // namespace PowderExport
+
+} // namespace Workbench
