@@ -76,11 +76,7 @@ private Q_SLOTS:
 
     void init()
     {
-        scene().undoStack()->clear();
-        for (DocumentItem *item : scene().documentItems()) {
-            scene().detach(item);
-            delete item;
-        }
+        scene().removeAll();
         QSettings().clear();
         window().openFiles({sample("paracetamol.magres")});
         QCOMPARE(scene().documentItems().size(), 2);

@@ -158,10 +158,7 @@ void RankMeasurement::compare(const QString &file, RankRow &row)
 
 void RankMeasurement::emptyDocument()
 {
-    for (DocumentItem *item : m_host.scene().documentItems()) {
-        m_host.scene().detach(item);
-        delete item;
-    }
+    m_host.scene().removeAll();
     DataEngine &data = m_host.documentData();
     for (const QUuid &id : data.ids())
         data.remove(id);

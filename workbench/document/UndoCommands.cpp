@@ -1,124 +1,140 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "document/UndoCommands.h"
 
-#include "host/MainScene.h"
+#include "data/PeakAssignments.h"
 #include "items/molecule/MoleculeItem.h"
+#include "items/plot/NmrItem.h"
 
 #include <QUndoStack>
 
 namespace Workbench {
 
-ItemPresenceCommand::ItemPresenceCommand(MainScene *scene, DocumentItem *item, Change change)
-    : QUndoCommand((change == Added ? MainScene::tr("Add %1") : MainScene::tr("Delete %1")).arg(item->title())),
-      m_scene(scene),
-      m_item(item),
-      m_change(change)
+bool ItemPresence::get(const MainScene &scene, const DocumentItem &item)
 {
+    return scene.isOnPage(&item);
 }
 
-ItemPresenceCommand::~ItemPresenceCommand()
+void ItemPresence::set(MainScene &scene, DocumentItem &item, bool onPage)
 {
-    if (m_item && !m_item->scene())
-        delete m_item;
+    scene.setOnPage(&item, onPage);
 }
 
-void ItemPresenceCommand::redo()
+QRectF ItemGeometry::get(const MainScene &, const DocumentItem &item)
 {
-    setPresent(m_change == Added);
+    return item.geometry();
 }
 
-void ItemPresenceCommand::undo()
+void ItemGeometry::set(MainScene &scene, DocumentItem &item, const QRectF &geometry)
 {
-    setPresent(m_change == Removed);
+    item.setGeometry(geometry);
+    scene.updatePages();
 }
 
-void ItemPresenceCommand::setPresent(bool present)
+QString ItemTitle::get(const MainScene &, const DocumentItem &item)
 {
-    if (!m_item) {
-        setObsolete(true);
-        return;
+    return item.title();
+}
+
+void ItemTitle::set(MainScene &, DocumentItem &item, const QString &title)
+{
+    item.setTitle(title);
+}
+
+ItemSpectra::Value ItemSpectra::get(const MainScene &scene, const DocumentItem &item, const QList<QUuid> &entries)
+{
+    Value value{qobject_cast<const NmrItem &>(item).nmrData()->stack(), entries, {}, {}};
+    for (const DocumentItem *other : scene.documentItems()) {
+        if (const auto *molecule = qobject_cast<const MoleculeItem *>(other))
+            value.notes.append({molecule->id(), PeakAssignments::notesOn(entries, molecule->molMap())});
     }
-    if (present == (m_item->scene() != nullptr))
-        return;
-    if (present)
-        m_scene->attach(m_item);
+    for (const DocumentItem *linked : item.linkedItems())
+        value.links.append(linked->id());
+    return value;
+}
+
+void ItemSpectra::set(MainScene &scene, DocumentItem &item, const Value &value)
+{
+    qobject_cast<NmrItem &>(item).nmrData()->setStack(value.stack);
+    for (const auto &[id, notes] : value.notes) {
+        if (auto *molecule = qobject_cast<MoleculeItem *>(scene.item(id)))
+            molecule->setMolMap(PeakAssignments::withNotesOn(value.entries, notes, molecule->molMap()));
+    }
+    QList<DocumentItem *> links;
+    for (const QUuid &id : value.links) {
+        if (DocumentItem *linked = scene.item(id))
+            links.append(linked);
+    }
+    item.setLinkedItems(links);
+}
+
+template <typename Property>
+ItemCommand<Property>::ItemCommand(MainScene *scene, const DocumentItem *item, const QString &what, Value before,
+                                   const MainScene::CurrentItems &currentBefore)
+    : QUndoCommand(what), m_hold(scene, item->id()), m_other(std::move(before)), m_otherCurrent(currentBefore)
+{
+}
+
+template <typename Property>
+typename ItemCommand<Property>::Value ItemCommand<Property>::present() const
+{
+    if constexpr (std::is_same_v<Property, ItemSpectra>)
+        return Property::get(*m_hold.scene(), *m_hold.item(), m_other.entries);
     else
-        m_scene->detach(m_item);
+        return Property::get(*m_hold.scene(), *m_hold.item());
 }
 
-void removeWithUndo(MainScene &scene, DocumentItem *item)
+template <typename Property>
+void ItemCommand<Property>::exchange()
 {
-    scene.undoStack()->push(new ItemPresenceCommand(&scene, item, ItemPresenceCommand::Removed));
+    if (!m_hold.item())
+        return setObsolete(true);
+    MainScene &scene = *m_hold.scene();
+    const MainScene::CurrentItems current = scene.currentItems();
+    Value value = present();
+    Property::set(scene, *m_hold.item(), m_other);
+    scene.setCurrentItems(m_otherCurrent);
+    m_other = std::move(value);
+    m_otherCurrent = current;
 }
 
-ItemGeometryCommand::ItemGeometryCommand(MainScene *scene, DocumentItem *item, const QRectF &before,
-                                         const QRectF &after)
-    : QUndoCommand(MainScene::tr("Move %1").arg(item->title())),
-      m_scene(scene),
-      m_item(item),
-      m_before(before),
-      m_after(after)
+template <typename Property>
+void ItemCommand<Property>::redo()
 {
-}
-
-void ItemGeometryCommand::setGeometry(const QRectF &geometry)
-{
-    if (m_item)
-        m_item->setGeometry(geometry);
-    else
-        setObsolete(true);
-    m_scene->updatePages();
-}
-
-StackCommand::StackCommand(MainScene *scene, NmrData *data, const QString &what, const NmrStack &before)
-    : QUndoCommand(what), m_scene(scene), m_data(data), m_before(before), m_after(data->stack())
-{
-    for (const NmrStack *stack : {&m_before, &m_after}) {
-        for (const auto &entry : stack->entries) {
-            if (!m_ids.contains(entry.id))
-                m_ids.append(entry.id);
-        }
-    }
-    m_notesBefore = notes();
-}
-
-StackCommand::Notes StackCommand::notes() const
-{
-    Notes notes;
-    for (DocumentItem *item : m_scene->documentItems()) {
-        if (auto *molecule = qobject_cast<MoleculeItem *>(item))
-            notes.append({molecule, PeakAssignments::notesOn(m_ids, molecule->molMap())});
-    }
-    return notes;
-}
-
-void StackCommand::setNotes(const Notes &notes) const
-{
-    for (const auto &[molecule, list] : notes) {
-        if (molecule)
-            molecule->setMolMap(PeakAssignments::withNotesOn(m_ids, list, molecule->molMap()));
-    }
-}
-
-void StackCommand::redo()
-{
-    if (!m_data) {
-        setObsolete(true);
-    } else if (!m_done) {
-        m_data->setStack(m_after);
-        setNotes(m_notesAfter);
-    }
+    // The history does this once when the command, whose change is made, comes into it.
+    if (!m_done)
+        exchange();
     m_done = true;
 }
 
-void StackCommand::undo()
+template <typename Property>
+void ItemCommand<Property>::undo()
 {
+    exchange();
     m_done = false;
-    if (!m_data)
-        return setObsolete(true);
-    m_notesAfter = notes();
-    m_data->setStack(m_before);
-    setNotes(m_notesBefore);
+}
+
+template class ItemCommand<ItemPresence>;
+template class ItemCommand<ItemGeometry>;
+template class ItemCommand<ItemTitle>;
+template class ItemCommand<ItemSpectra>;
+
+void removeWithUndo(MainScene &scene, DocumentItem *item)
+{
+    const MainScene::CurrentItems current = scene.currentItems();
+    auto *command =
+        new ItemCommand<ItemPresence>(&scene, item, MainScene::tr("Delete %1").arg(item->title()), true, current);
+    scene.setOnPage(item, false);
+    scene.undoStack()->push(command);
+}
+
+void renameWithUndo(MainScene &scene, DocumentItem *item, const QString &title)
+{
+    if (title == item->title())
+        return;
+    auto *command = new ItemCommand<ItemTitle>(&scene, item, MainScene::tr("Rename %1").arg(item->title()),
+                                               item->title(), scene.currentItems());
+    item->setTitle(title);
+    scene.undoStack()->push(command);
 }
 
 } // namespace Workbench

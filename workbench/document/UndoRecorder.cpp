@@ -16,19 +16,26 @@ UndoRecorder::UndoRecorder(MainScene *scene) : QObject(scene), m_scene(scene)
 
 void UndoRecorder::watch(DocumentItem *item)
 {
-    QUndoStack *stack = m_scene->undoStack();
-    connect(item, &DocumentItem::geometryEdited, this, [this, stack, item](const QRectF &before, const QRectF &after) {
-        stack->push(new ItemGeometryCommand(m_scene, item, before, after));
+    connect(item, &DocumentItem::geometryEdited, this, [this, item](const QRectF &before) {
+        m_scene->undoStack()->push(new ItemCommand<ItemGeometry>(
+            m_scene, item, MainScene::tr("Move %1").arg(item->title()), before, m_scene->currentItems()));
     });
     auto *nmr = qobject_cast<NmrItem *>(item);
     if (!nmr)
         return;
-    NmrData *data = nmr->nmrData();
-    connect(data, &NmrData::edited, this, [this, stack, data](const QString &what, const NmrStack &before) {
-        stack->push(new StackCommand(m_scene, data, what, before));
+    connect(nmr->nmrData(), &NmrData::edited, this, [this, nmr](const QString &what, const NmrStack &before) {
+        QList<QUuid> entries = nmr->nmrData()->entryIds();
+        for (const NmrStack::Entry &entry : before.entries) {
+            if (!entries.contains(entry.id))
+                entries.append(entry.id);
+        }
+        ItemSpectra::Value value = ItemSpectra::get(*m_scene, *nmr, entries);
+        value.stack = before;
+        m_scene->undoStack()->push(new ItemCommand<ItemSpectra>(m_scene, nmr, what, value, m_scene->currentItems()));
     });
     // Molecules and tables come with a file and the data behind them; a spectrum is made by a command.
-    stack->push(new ItemPresenceCommand(m_scene, item, ItemPresenceCommand::Added));
+    m_scene->undoStack()->push(new ItemCommand<ItemPresence>(
+        m_scene, item, MainScene::tr("Add %1").arg(item->title()), false, m_scene->currentItems()));
 }
 
 } // namespace Workbench

@@ -66,10 +66,8 @@ HostApplication::ReadResult HostApplication::readFile(const QString &fileName)
     } catch (...) {
         // A filter that fails half-way leaves nothing on the page.
         for (DocumentItem *item : scene().documentItems()) {
-            if (!before.contains(item)) {
-                scene().detach(item);
-                delete item;
-            }
+            if (!before.contains(item))
+                scene().destroy(item);
         }
         throw;
     }

@@ -49,8 +49,15 @@ MainScene::MainScene(DataEngine *data, QObject *parent)
 
 MainScene::~MainScene()
 {
-    // The commands own items that are off the page and touch the scene.
+    // The commands release the items that they hold off the page.
     delete m_undoStack;
+    for (DocumentItem *item : QList<DocumentItem *>(m_items)) {
+        if (!isOnPage(item))
+            delete item;
+    }
+    // The others go with the base class, which is too late to hear of them.
+    for (DocumentItem *item : std::as_const(m_items))
+        disconnect(item, &QObject::destroyed, this, nullptr);
 }
 
 QGraphicsWidget *MainScene::createMolItem(const QRectF &rect, const QVariantMap &description, const bool activate)
@@ -116,11 +123,46 @@ QRectF MainScene::emptyStructureRect() const
 QList<DocumentItem *> MainScene::documentItems() const
 {
     QList<DocumentItem *> found;
-    for (QGraphicsItem *item : items(Qt::AscendingOrder)) {
-        if (auto *document = qobject_cast<DocumentItem *>(item->toGraphicsObject()))
-            found.append(document);
-    }
+    std::copy_if(m_items.cbegin(), m_items.cend(), std::back_inserter(found),
+                 [this](const DocumentItem *item) { return isOnPage(item); });
     return found;
+}
+
+DocumentItem *MainScene::item(const QUuid &id) const
+{
+    const auto it =
+        std::find_if(m_items.cbegin(), m_items.cend(), [&](const DocumentItem *item) { return item->id() == id; });
+    return it == m_items.cend() ? nullptr : *it;
+}
+
+bool MainScene::isOnPage(const DocumentItem *item) const
+{
+    return item->scene() == this;
+}
+
+void MainScene::adopt(DocumentItem *item)
+{
+    m_items.append(item);
+    // By whatever deletes it.
+    connect(item, &QObject::destroyed, this, [this, item, id = item->id()] {
+        m_items.removeOne(item);
+        m_holds.remove(id);
+    });
+}
+
+void MainScene::hold(const QUuid &id)
+{
+    ++m_holds[id];
+}
+
+void MainScene::release(const QUuid &id)
+{
+    const auto it = m_holds.find(id);
+    if (it == m_holds.end() || --*it > 0)
+        return;
+    m_holds.erase(it);
+    if (DocumentItem *gone = item(id); gone && !isOnPage(gone))
+        delete gone;
 }
 
 DocumentItem *MainScene::documentItemOf(QGraphicsItem *item)
@@ -161,6 +203,7 @@ void MainScene::setActiveItem(QGraphicsWidget *item)
     if (item && documentItemOf(focusItem()) != item)
         item->setFocus();
     Q_EMIT activeItemChanged(item);
+    Q_EMIT currentItemsChanged();
 }
 
 NmrItem *MainScene::currentNmrItem() const
@@ -173,30 +216,65 @@ TableItem *MainScene::currentTableItem() const
     return m_currentTable;
 }
 
-void MainScene::attach(DocumentItem *item)
+MainScene::CurrentItems MainScene::currentItems() const
 {
-    addItem(item);
-    updatePages();
-    setActiveItem(item);
+    const auto id = [](const auto &item) {
+        const auto *document = qobject_cast<const DocumentItem *>(item);
+        return document ? document->id() : QUuid();
+    };
+    return {id(m_active.data()), id(m_currentNmr.data()), id(m_currentTable.data())};
 }
 
-void MainScene::detach(DocumentItem *item)
+void MainScene::setCurrentItems(const CurrentItems &current)
 {
-    removeItem(item);
+    const auto onPage = [this](const QUuid &id) {
+        DocumentItem *found = item(id);
+        return found && isOnPage(found) ? found : nullptr;
+    };
+    setActiveItem(onPage(current.active));
+    m_currentNmr = qobject_cast<NmrItem *>(onPage(current.nmr));
+    m_currentTable = qobject_cast<TableItem *>(onPage(current.table));
+    Q_EMIT currentItemsChanged();
+}
+
+void MainScene::setOnPage(DocumentItem *item, bool onPage)
+{
+    if (onPage == isOnPage(item))
+        return;
+    if (!onPage) {
+        removeItem(item);
+        return leave(item);
+    }
+    addItem(item);
+    const auto above = std::find_if(m_items.cbegin() + m_items.indexOf(item) + 1, m_items.cend(),
+                                    [this](const DocumentItem *other) { return isOnPage(other); });
+    if (above != m_items.cend())
+        item->stackBefore(*above);
+    updatePages();
+    Q_EMIT itemsChanged();
+}
+
+void MainScene::leave(const DocumentItem *item)
+{
     replaceCurrent(m_currentNmr, item);
     replaceCurrent(m_currentTable, item);
     if (m_active == item)
         setActiveItem(nullptr);
     updatePages();
+    Q_EMIT itemsChanged();
+}
+
+void MainScene::destroy(DocumentItem *item)
+{
+    setOnPage(item, false);
+    delete item;
 }
 
 void MainScene::removeAll()
 {
     m_undoStack->clear();
-    for (DocumentItem *item : documentItems()) {
-        detach(item);
-        delete item;
-    }
+    for (DocumentItem *item : QList<DocumentItem *>(m_items))
+        destroy(item);
     m_lastStructureRow = {};
     updatePages();
 }
@@ -215,6 +293,7 @@ void MainScene::replaceCurrent(QPointer<Item> &current, const DocumentItem *goin
 
 QGraphicsWidget *MainScene::place(DocumentItem *item, const QRectF &rect, bool activate)
 {
+    adopt(item);
     addItem(item);
     item->setGeometry(rect);
     updatePages();
@@ -224,6 +303,8 @@ QGraphicsWidget *MainScene::place(DocumentItem *item, const QRectF &rect, bool a
         m_currentNmr = nmr;
     if (auto *table = qobject_cast<TableItem *>(item))
         m_currentTable = table;
+    Q_EMIT itemsChanged();
+    Q_EMIT currentItemsChanged();
     if (activate) {
         setActiveItem(item);
         showInViews(item);

@@ -17,6 +17,8 @@ class NmrItem;
 class TableItem;
 
 /// The document: a stack of A4 pages with molecule, table and NMR items, and the custom data of plug-ins behind them.
+/// It owns all its items. Whether an item is on the page is a state of it: one that was taken off stays with the
+/// document for as long as somebody holds it (ItemHold), as undo steps do, and is deleted after that.
 /// One item is active: the one last made or clicked, or reached with the Tab key. It has the keyboard. The NMR item
 /// that was active last is the current one, and so is the table. Enter, the menu key and Shift+F10 open the active
 /// item's menu.
@@ -45,7 +47,15 @@ public:
     /// Where a file that is read now puts its molecule.
     QRectF emptyStructureRect() const;
 
+    /// Those on the page, from the back to the front.
     QList<DocumentItem *> documentItems() const;
+    /// On the page or held off it; null when the document has none of this id.
+    DocumentItem *item(const QUuid &id) const;
+    bool isOnPage(const DocumentItem *item) const;
+    /// It comes back to where it was among the others.
+    void setOnPage(DocumentItem *item, bool onPage);
+    /// For good, without undo.
+    void destroy(DocumentItem *item);
     /// The document item that holds this graphics item; null when none does.
     static DocumentItem *documentItemOf(QGraphicsItem *item);
     QRectF usedRect() const;
@@ -60,11 +70,18 @@ public:
     /// Opens the item's context menu as the keyboard does: at the item, on its first entry.
     void openMenu(DocumentItem *item);
 
+    /// What the user works with; null ids where that is nothing.
+    struct CurrentItems {
+        QUuid active;
+        QUuid nmr;
+        QUuid table;
+    };
+    CurrentItems currentItems() const;
+    /// Items that are not on the page count as none.
+    void setCurrentItems(const CurrentItems &current);
+
     QUndoStack *undoStack() const { return m_undoStack; }
-    /// Puts the item on the page, or takes it off and leaves it to the caller.
-    void attach(DocumentItem *item);
-    void detach(DocumentItem *item);
-    /// Puts a new item there. It becomes the current one of its kind, not the active one.
+    /// Puts a new item there, which the document owns from now on. It becomes the current one of its kind, not the active one.
     void addNew(DocumentItem *item, const QRectF &rect) { place(item, rect, false); }
     /// Deletes all items, without undo, and forgets the undo steps.
     void removeAll();
@@ -74,6 +91,10 @@ public:
 Q_SIGNALS:
     void activeItemChanged(QGraphicsWidget *item);
     void itemAdded(DocumentItem *item);
+    /// Items have come onto the page or gone from it.
+    void itemsChanged();
+    /// The active item, the current spectrum or the current table is another one.
+    void currentItemsChanged();
 
 protected:
     bool focusNextPrevChild(bool next) override;
@@ -82,6 +103,12 @@ protected:
     void contextMenuEvent(QGraphicsSceneContextMenuEvent *event) override;
 
 private:
+    friend class ItemHold;
+    void hold(const QUuid &id);
+    void release(const QUuid &id);
+    void adopt(DocumentItem *item);
+    /// To be called when an item is no longer on the page.
+    void leave(const DocumentItem *item);
     QGraphicsWidget *place(DocumentItem *item, const QRectF &rect, bool activate);
     bool isFree(const QRectF &rect) const;
     /// Another one of the same kind takes the place of the current one that goes.
@@ -90,6 +117,8 @@ private:
     void showInViews(const DocumentItem *item) const;
 
     DataEngine *m_data;
+    QList<DocumentItem *> m_items; ///< on the page or not, from the back to the front
+    QHash<QUuid, int> m_holds; ///< how many hold the item
     QUndoStack *m_undoStack;
     QPointer<QGraphicsWidget> m_active;
     QPointer<NmrItem> m_currentNmr;
@@ -97,6 +126,22 @@ private:
     QPointer<DocumentItem> m_lastMolecule;
     QRectF m_lastStructureRow;
     bool m_drawn = true;
+};
+
+/// Keeps an item with its document while it is off the page. The scene must outlive it.
+class ItemHold {
+public:
+    ItemHold(MainScene *scene, const QUuid &id) : m_scene(scene), m_id(id) { m_scene->hold(m_id); }
+    ~ItemHold() { m_scene->release(m_id); }
+    Q_DISABLE_COPY_MOVE(ItemHold)
+
+    MainScene *scene() const { return m_scene; }
+    /// Null when the item was destroyed by force.
+    DocumentItem *item() const { return m_scene->item(m_id); }
+
+private:
+    MainScene *m_scene;
+    QUuid m_id;
 };
 
 } // namespace Workbench

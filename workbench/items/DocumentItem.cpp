@@ -123,6 +123,20 @@ QList<DocumentItem *> DocumentItem::linkedItems() const
     return items;
 }
 
+void DocumentItem::setLinkedItems(const QList<DocumentItem *> &items)
+{
+    for (DocumentItem *linked : linkedItems()) {
+        if (!items.contains(linked))
+            linked->m_linked.removeAll(this);
+    }
+    m_linked.clear();
+    for (DocumentItem *item : items) {
+        m_linked.append(item);
+        if (!item->m_linked.contains(this))
+            item->m_linked.append(this);
+    }
+}
+
 void DocumentItem::linkObject(QObject *object)
 {
     auto *other = qobject_cast<DocumentItem *>(object);

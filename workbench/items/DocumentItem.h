@@ -31,6 +31,8 @@ public:
     /// What the frame and the title bar leave to the content.
     QRectF contentRect() const;
     QList<DocumentItem *> linkedItems() const;
+    /// Links to these and to no others. The others' links to this item follow.
+    void setLinkedItems(const QList<DocumentItem *> &items);
 
     /// The current item of a document has a strong frame and can be resized.
     bool isCurrent() const { return m_current; }
