@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/SpectrumRemarks.h"
 #include "cli/Commands.h"
 
 #include "cli/CliErrors.h"
@@ -100,6 +101,8 @@ void reportLineWidths(const Simulation &simulation, bool onStandardError)
 {
     const QString text = QStringLiteral("Line width: %1\n").arg(simulation.lineWidths());
     onStandardError ? printError(text) : printOut(text);
+    for (const SpectrumRemark &remark : remarksOn(simulation.data().stackEntry(simulation.entry())))
+        printError(QStringLiteral("Note: %1\n").arg(remark.text));
 }
 
 } // namespace Workbench

@@ -19,30 +19,29 @@ void ItemPresence::set(MainScene &scene, DocumentItem &item, bool onPage)
     scene.setOnPage(&item, onPage);
 }
 
-QRectF ItemGeometry::get(const MainScene &, const DocumentItem &item)
+DocumentItem::Place ItemPlace::get(const MainScene &scene, const DocumentItem &item)
 {
-    return item.geometry();
+    return scene.placeOf(item);
 }
 
-void ItemGeometry::set(MainScene &scene, DocumentItem &item, const QRectF &geometry)
+void ItemPlace::set(MainScene &scene, DocumentItem &item, const DocumentItem::Place &place)
 {
-    item.setGeometry(geometry);
-    scene.updatePages();
+    scene.setPlace(item, place);
 }
 
-QString ItemTitle::get(const MainScene &, const DocumentItem &item)
+QString ItemName::get(const MainScene &, const DocumentItem &item)
 {
-    return item.title();
+    return item.givenName();
 }
 
-void ItemTitle::set(MainScene &, DocumentItem &item, const QString &title)
+void ItemName::set(MainScene &, DocumentItem &item, const QString &name)
 {
-    item.setTitle(title);
+    item.setGivenName(name);
 }
 
 ItemSpectra::Value ItemSpectra::get(const MainScene &scene, const DocumentItem &item, const QList<QUuid> &entries)
 {
-    Value value{qobject_cast<const NmrItem &>(item).nmrData()->stack(), entries, {}, {}};
+    Value value{qobject_cast<const NmrItem *>(&item)->nmrData()->stack(), entries, {}, {}};
     for (const DocumentItem *other : scene.documentItems()) {
         if (const auto *molecule = qobject_cast<const MoleculeItem *>(other))
             value.notes.append({molecule->id(), PeakAssignments::notesOn(entries, molecule->molMap())});
@@ -54,7 +53,7 @@ ItemSpectra::Value ItemSpectra::get(const MainScene &scene, const DocumentItem &
 
 void ItemSpectra::set(MainScene &scene, DocumentItem &item, const Value &value)
 {
-    qobject_cast<NmrItem &>(item).nmrData()->setStack(value.stack);
+    qobject_cast<NmrItem *>(&item)->nmrData()->setStack(value.stack);
     for (const auto &[id, notes] : value.notes) {
         if (auto *molecule = qobject_cast<MoleculeItem *>(scene.item(id)))
             molecule->setMolMap(PeakAssignments::withNotesOn(value.entries, notes, molecule->molMap()));
@@ -114,8 +113,8 @@ void ItemCommand<Property>::undo()
 }
 
 template class ItemCommand<ItemPresence>;
-template class ItemCommand<ItemGeometry>;
-template class ItemCommand<ItemTitle>;
+template class ItemCommand<ItemPlace>;
+template class ItemCommand<ItemName>;
 template class ItemCommand<ItemSpectra>;
 
 void removeWithUndo(MainScene &scene, DocumentItem *item)
@@ -127,13 +126,13 @@ void removeWithUndo(MainScene &scene, DocumentItem *item)
     scene.undoStack()->push(command);
 }
 
-void renameWithUndo(MainScene &scene, DocumentItem *item, const QString &title)
+void renameWithUndo(MainScene &scene, DocumentItem *item, const QString &name)
 {
-    if (title == item->title())
+    if (name == item->givenName())
         return;
-    auto *command = new ItemCommand<ItemTitle>(&scene, item, MainScene::tr("Rename %1").arg(item->title()),
-                                               item->title(), scene.currentItems());
-    item->setTitle(title);
+    auto *command = new ItemCommand<ItemName>(&scene, item, MainScene::tr("Rename %1").arg(item->title()),
+                                              item->givenName(), scene.currentItems());
+    item->setGivenName(name);
     scene.undoStack()->push(command);
 }
 

@@ -4,7 +4,6 @@
 #include "host/MainScene.h"
 #include "items/plot/NmrData.h"
 
-#include <QRectF>
 #include <QUndoCommand>
 
 #include <utility>
@@ -23,16 +22,16 @@ struct ItemPresence {
     static void set(MainScene &scene, DocumentItem &item, Value onPage);
 };
 
-struct ItemGeometry {
-    using Value = QRectF;
+struct ItemPlace {
+    using Value = DocumentItem::Place;
     static Value get(const MainScene &scene, const DocumentItem &item);
-    static void set(MainScene &scene, DocumentItem &item, const Value &geometry);
+    static void set(MainScene &scene, DocumentItem &item, const Value &place);
 };
 
-struct ItemTitle {
+struct ItemName {
     using Value = QString;
     static Value get(const MainScene &scene, const DocumentItem &item);
-    static void set(MainScene &scene, DocumentItem &item, const Value &title);
+    static void set(MainScene &scene, DocumentItem &item, const Value &name);
 };
 
 /// The spectra of an NMR item, and what the molecules on the page note about their peaks. Plug-ins note that after the
@@ -74,12 +73,13 @@ private:
 };
 
 extern template class ItemCommand<ItemPresence>;
-extern template class ItemCommand<ItemGeometry>;
-extern template class ItemCommand<ItemTitle>;
+extern template class ItemCommand<ItemPlace>;
+extern template class ItemCommand<ItemName>;
 extern template class ItemCommand<ItemSpectra>;
 
 // Changes that the user makes; undoable.
 void removeWithUndo(MainScene &scene, DocumentItem *item);
-void renameWithUndo(MainScene &scene, DocumentItem *item, const QString &title);
+/// An empty name gives the item its own title again.
+void renameWithUndo(MainScene &scene, DocumentItem *item, const QString &name);
 
 } // namespace Workbench

@@ -17,8 +17,10 @@ UndoRecorder::UndoRecorder(MainScene *scene) : QObject(scene), m_scene(scene)
 void UndoRecorder::watch(DocumentItem *item)
 {
     connect(item, &DocumentItem::geometryEdited, this, [this, item](const QRectF &before) {
-        m_scene->undoStack()->push(new ItemCommand<ItemGeometry>(
-            m_scene, item, MainScene::tr("Move %1").arg(item->title()), before, m_scene->currentItems()));
+        const DocumentItem::Place place = m_scene->placeBefore(*item, before);
+        m_scene->notePlacedByHand(*item);
+        m_scene->undoStack()->push(new ItemCommand<ItemPlace>(
+            m_scene, item, MainScene::tr("Move %1").arg(item->title()), place, m_scene->currentItems()));
     });
     auto *nmr = qobject_cast<NmrItem *>(item);
     if (!nmr)

@@ -3,6 +3,7 @@
 
 #include "host/DataEngine.h"
 #include "host/PageLayout.h"
+#include "host/WorkspaceLayout.h"
 #include "items/molecule/MoleculeItem.h"
 #include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
@@ -70,13 +71,52 @@ QGraphicsWidget *MainScene::createMolItem(const QRectF &rect, const QVariantMap 
 
 QGraphicsWidget *MainScene::createNMRItem(const QRectF &rect, const QVariantMap &data, const bool activate)
 {
+    const QString source = sourceOf({{}, {}, data, {}});
+    const QString name = source.isEmpty() ? tr("Simulated") : tr("%1, simulated").arg(source);
+    if (NmrItem *measured = waitingMeasurement(data)) {
+        measured->nmrData()->setActiveEntryId(measured->nmrData()->addEntry(data, name));
+        if (activate)
+            setActiveItem(measured);
+        return measured;
+    }
     QRectF place_ = rect.isValid() ? rect : getEmptyRect();
     // A map needs more height than a line, and a free place at the end of the document can give it.
     if (isTwoDimensional(data) && isFree(place_))
         place_ = PageLayout::rowBelow(usedRect(), PageLayout::spectrum2DHeight);
     auto *item = new NmrItem({}, m_drawn ? NmrItem::WithPlot : NmrItem::WithoutPlot);
-    item->nmrData()->addEntry(data, tr("Simulated"));
+    item->nmrData()->addEntry(data, name);
+    item->setSource(source);
     return place(item, place_, activate);
+}
+
+NmrItem *MainScene::waitingMeasurement(const QVariantMap &data) const
+{
+    if (!m_currentNmr || !isOnPage(m_currentNmr))
+        return nullptr;
+    const NmrData &stack = *m_currentNmr->nmrData();
+    const Spectrum simulated = Spectrum::fromMap(data);
+    if (stack.entryIds().size() != 1 || stack.isSimulated(stack.entryIds().constFirst())
+        || !SpectrumEntry{{}, {}, data, {}}.isSimulated())
+        return nullptr;
+    const Spectrum &measured = stack.spectrum(stack.entryIds().constFirst());
+    if (measured.isEmpty() || measured.dimensions() != simulated.dimensions())
+        return nullptr;
+    for (int d = 0; d < measured.dimensions(); ++d) {
+        if (measured.axes[d].nucleus() != simulated.axes[d].nucleus())
+            return nullptr;
+    }
+    return m_currentNmr;
+}
+
+QString MainScene::sourceOf(const SpectrumEntry &entry) const
+{
+    const QUuid dataId = entry.parameters(QStringLiteral("magres")).value(QStringLiteral("magresDataId")).toUuid();
+    for (const DocumentItem *item : m_items) {
+        const auto *table = qobject_cast<const TableItem *>(item);
+        if (table && !dataId.isNull() && table->sharedDataIds().contains(dataId))
+            return table->source();
+    }
+    return {};
 }
 
 QGraphicsWidget *MainScene::addCustomTableItem(QObject *table, bool activate)
@@ -92,9 +132,9 @@ QGraphicsWidget *MainScene::addCustomTableItem(QObject *table, bool activate)
         return item;
     // A molecule fits into any width, columns do not.
     const double share = PageLayout::moleculeShareBeside(item->fullWidth(beside.height()));
-    if (m_lastMolecule && m_lastMolecule->geometry() == PageLayout::moleculePart(m_lastStructureRow)) {
-        m_lastMolecule->setGeometry(PageLayout::moleculePart(m_lastStructureRow, share));
-        item->setGeometry(PageLayout::tablePart(m_lastStructureRow, share));
+    if (m_lastMolecule && pageRect(*m_lastMolecule) == PageLayout::moleculePart(m_lastStructureRow)) {
+        setPlace(*m_lastMolecule, {PageLayout::moleculePart(m_lastStructureRow, share), {}});
+        setPlace(*item, {PageLayout::tablePart(m_lastStructureRow, share), {}});
     }
     return item;
 }
@@ -178,8 +218,126 @@ QRectF MainScene::usedRect() const
 {
     QRectF used;
     for (const DocumentItem *item : documentItems())
-        used |= item->geometry();
+        used |= pageRect(*item);
     return used;
+}
+
+QRectF MainScene::pageRect(const DocumentItem &item) const
+{
+    return m_layout == Layout::Pages ? item.geometry() : item.place().page;
+}
+
+DocumentItem::Place MainScene::placeOf(const DocumentItem &item) const
+{
+    return placeBefore(item, item.geometry());
+}
+
+DocumentItem::Place MainScene::placeBefore(const DocumentItem &item, const QRectF &geometry) const
+{
+    DocumentItem::Place place = item.place();
+    if (m_layout == Layout::Pages)
+        place.page = geometry;
+    return place;
+}
+
+void MainScene::setPlace(DocumentItem &item, const DocumentItem::Place &place)
+{
+    item.setPlace(place);
+    if (m_layout == Layout::Pages)
+        item.setGeometry(place.page);
+    updatePages();
+}
+
+void MainScene::notePlacedByHand(DocumentItem &item)
+{
+    DocumentItem::Place place = placeOf(item);
+    if (m_layout == Layout::Workspace)
+        place.workspace = item.geometry();
+    setPlace(item, place);
+}
+
+void MainScene::setLayout(Layout layout)
+{
+    if (layout == m_layout)
+        return;
+    for (DocumentItem *item : std::as_const(m_items))
+        item->setPlace(placeOf(*item));
+    m_layout = layout;
+    if (layout == Layout::Pages) {
+        for (DocumentItem *item : std::as_const(m_items))
+            item->setGeometry(item->place().page);
+    }
+    updatePages();
+}
+
+void MainScene::setWorkspaceSize(const QSizeF &size)
+{
+    if (m_workspaceSize == size)
+        return;
+    m_workspaceSize = size;
+    if (m_layout == Layout::Workspace)
+        updatePages();
+}
+
+void MainScene::arrangeAll()
+{
+    for (DocumentItem *item : std::as_const(m_items)) {
+        DocumentItem::Place place = placeOf(*item);
+        place.workspace = {};
+        item->setPlace(place);
+    }
+    updatePages();
+}
+
+void MainScene::arrange()
+{
+    struct Content {
+        MoleculeItem *molecule = nullptr;
+        DocumentItem *other = nullptr;
+    };
+    QList<WorkspaceLayout::Row> rows;
+    QList<Content> contents;
+    const auto flows = [](const DocumentItem *item) {
+        return item->place().workspace.isEmpty() && item->isVisible();
+    };
+    QSet<const DocumentItem *> beside;
+    const QList<DocumentItem *> all = documentItems();
+    for (DocumentItem *item : all) {
+        auto *molecule = qobject_cast<MoleculeItem *>(item);
+        auto *table = qobject_cast<TableItem *>(item);
+        if ((!molecule && !table) || !flows(item) || beside.contains(item))
+            continue;
+        Content content{molecule, table};
+        for (DocumentItem *linked : molecule ? molecule->linkedItems() : QList<DocumentItem *>()) {
+            auto *candidate = qobject_cast<TableItem *>(linked);
+            if (!content.other && candidate && isOnPage(candidate) && flows(candidate) && !beside.contains(candidate))
+                content.other = candidate;
+        }
+        beside.insert(content.other);
+        auto *shown = qobject_cast<TableItem *>(content.other);
+        const double width = shown && m_drawn ? shown->fullWidth(m_workspaceSize.height() / 2) : 0;
+        rows.append({WorkspaceLayout::Row::Structure, width, molecule != nullptr, shown != nullptr});
+        contents.append(content);
+    }
+    for (DocumentItem *item : all) {
+        auto *nmr = qobject_cast<NmrItem *>(item);
+        if (!nmr || !flows(nmr))
+            continue;
+        const bool map = nmr->nmrData()->shownSpectrum().dimensions() == 2;
+        rows.append({map ? WorkspaceLayout::Row::Map : WorkspaceLayout::Row::Spectrum, 0, false, false});
+        contents.append({nullptr, nmr});
+    }
+    const QList<WorkspaceLayout::Place> places = WorkspaceLayout::place(rows, m_workspaceSize);
+    for (qsizetype i = 0; i < places.size(); ++i) {
+        if (contents[i].molecule)
+            contents[i].molecule->setGeometry(places[i].left);
+        if (contents[i].other)
+            contents[i].other->setGeometry(places[i].right);
+    }
+    for (DocumentItem *item : all) {
+        if (!flows(item))
+            item->setGeometry(item->place().workspace);
+    }
 }
 
 int MainScene::pageCount() const
@@ -295,6 +453,7 @@ QGraphicsWidget *MainScene::place(DocumentItem *item, const QRectF &rect, bool a
 {
     adopt(item);
     addItem(item);
+    item->setPlace({rect, item->place().workspace});
     item->setGeometry(rect);
     updatePages();
     Q_EMIT itemAdded(item);
@@ -315,7 +474,7 @@ QGraphicsWidget *MainScene::place(DocumentItem *item, const QRectF &rect, bool a
 bool MainScene::isFree(const QRectF &rect) const
 {
     for (const DocumentItem *item : documentItems()) {
-        if (item->geometry().intersects(rect))
+        if (pageRect(*item).intersects(rect))
             return false;
     }
     return true;
@@ -323,7 +482,15 @@ bool MainScene::isFree(const QRectF &rect) const
 
 void MainScene::updatePages()
 {
-    setSceneRect(QRectF(0, 0, PageLayout::pageWidth, pageCount() * PageLayout::pageHeight));
+    if (m_layout == Layout::Pages) {
+        setSceneRect(QRectF(0, 0, PageLayout::pageWidth, pageCount() * PageLayout::pageHeight));
+    } else {
+        arrange();
+        QRectF shown(QPointF(0, 0), m_workspaceSize);
+        for (const DocumentItem *item : documentItems())
+            shown |= item->geometry().adjusted(0, 0, 0, WorkspaceLayout::gap);
+        setSceneRect(shown);
+    }
     update();
 }
 

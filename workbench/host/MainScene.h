@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "items/DocumentItem.h"
+
 #include <QGraphicsScene>
 #include <QGraphicsWidget>
 #include <QPointer>
@@ -12,9 +14,9 @@ class QUndoStack;
 namespace Workbench {
 
 class DataEngine;
-class DocumentItem;
 class NmrItem;
 class TableItem;
+struct SpectrumEntry;
 
 /// The document: a stack of A4 pages with molecule, table and NMR items, and the custom data of plug-ins behind them.
 /// It owns all its items. Whether an item is on the page is a state of it: one that was taken off stays with the
@@ -30,7 +32,8 @@ public:
 
     // What plug-ins call by name.
     Q_INVOKABLE QGraphicsWidget *createMolItem(const QRectF &rect, const QVariantMap &description, const bool activate);
-    /// One spectrum entry from the data map.
+    /// One spectrum entry from the data map: an item of its own or, when the current spectrum is a measurement of the
+    /// same nuclei that waits for a simulated one, an entry of that item.
     Q_INVOKABLE QGraphicsWidget *createNMRItem(const QRectF &rect, const QVariantMap &data, const bool activate);
     /// Beside the molecule made last when that place is free, else below everything. The item owns the table object.
     Q_INVOKABLE QGraphicsWidget *addCustomTableItem(QObject *table, bool activate);
@@ -43,6 +46,9 @@ public:
     /// A document that is never drawn goes without what only looks need.
     void setDrawn(bool drawn) { m_drawn = drawn; }
     bool isDrawn() const { return m_drawn; }
+
+    /// The file whose data set the spectrum was made from; empty when that is not known.
+    QString sourceOf(const SpectrumEntry &entry) const;
 
     /// Where a file that is read now puts its molecule.
     QRectF emptyStructureRect() const;
@@ -58,6 +64,24 @@ public:
     void destroy(DocumentItem *item);
     /// The document item that holds this graphics item; null when none does.
     static DocumentItem *documentItemOf(QGraphicsItem *item);
+    /// The pages as they are printed, or a workspace in which the items fill the window. Each has places of its own
+    /// for the items, and plug-ins know those on the pages only.
+    enum class Layout { Pages, Workspace };
+    Layout layout() const { return m_layout; }
+    void setLayout(Layout layout);
+    /// Of the window, pixels.
+    void setWorkspaceSize(const QSizeF &size);
+    /// Puts what lies in the workspace by hand into its rows again.
+    void arrangeAll();
+    /// The item's places as they are now.
+    DocumentItem::Place placeOf(const DocumentItem &item) const;
+    void setPlace(DocumentItem &item, const DocumentItem::Place &place);
+    /// Of what the user has moved or resized just now, before that.
+    DocumentItem::Place placeBefore(const DocumentItem &item, const QRectF &geometry) const;
+    /// To be called when the user has moved or resized the item.
+    void notePlacedByHand(DocumentItem &item);
+
+    /// Of all items on the pages.
     QRectF usedRect() const;
     int pageCount() const;
 
@@ -85,7 +109,7 @@ public:
     void addNew(DocumentItem *item, const QRectF &rect) { place(item, rect, false); }
     /// Deletes all items, without undo, and forgets the undo steps.
     void removeAll();
-    /// To be called when an item has got another place.
+    /// To be called when an item has got another place: puts the others in their rows and makes room.
     void updatePages();
 
 Q_SIGNALS:
@@ -116,7 +140,15 @@ private:
     void replaceCurrent(QPointer<Item> &current, const DocumentItem *going) const;
     void showInViews(const DocumentItem *item) const;
 
+    void arrange();
+    QRectF pageRect(const DocumentItem &item) const;
+
+    /// The item that a new simulated spectrum joins; null when there is none.
+    NmrItem *waitingMeasurement(const QVariantMap &data) const;
+
     DataEngine *m_data;
+    Layout m_layout = Layout::Pages;
+    QSizeF m_workspaceSize{1000, 700};
     QList<DocumentItem *> m_items; ///< on the page or not, from the back to the front
     QHash<QUuid, int> m_holds; ///< how many hold the item
     QUndoStack *m_undoStack;
