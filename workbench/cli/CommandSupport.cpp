@@ -9,6 +9,7 @@
 #include "cli/Simulation.h"
 #include "host/HostApplication.h"
 #include "host/PluginManager.h"
+#include "items/plot/NmrData.h"
 
 #include <QApplication>
 

@@ -9,14 +9,38 @@
 
 namespace Workbench {
 
-bool ItemPresence::get(const MainScene &scene, const DocumentItem &item)
+namespace {
+
+PeakNotes peakNotes(const MainScene &scene)
 {
-    return scene.isOnPage(&item);
+    PeakNotes notes;
+    for (const DocumentItem *item : scene.documentItems()) {
+        if (const auto *molecule = qobject_cast<const MoleculeItem *>(item))
+            notes.append({molecule->id(), PeakAssignments::notes(molecule->molMap())});
+    }
+    return notes;
 }
 
-void ItemPresence::set(MainScene &scene, DocumentItem &item, bool onPage)
+void setPeakNotes(const PeakNotes &notes, const MainScene &scene)
 {
-    scene.setOnPage(&item, onPage);
+    for (const auto &[id, list] : notes) {
+        auto *molecule = qobject_cast<MoleculeItem *>(scene.item(id));
+        if (molecule && PeakAssignments::notes(molecule->molMap()) != list)
+            molecule->setMolMap(PeakAssignments::withNotes(list, molecule->molMap()));
+    }
+}
+
+} // namespace
+
+ItemPresence::Value ItemPresence::get(const MainScene &scene, const DocumentItem &item)
+{
+    return {scene.isOnPage(&item), peakNotes(scene)};
+}
+
+void ItemPresence::set(MainScene &scene, DocumentItem &item, const Value &value)
+{
+    scene.setOnPage(&item, value.onPage);
+    setPeakNotes(value.notes, scene);
 }
 
 DocumentItem::Place ItemPlace::get(const MainScene &scene, const DocumentItem &item)
@@ -39,13 +63,9 @@ void ItemName::set(MainScene &, DocumentItem &item, const QString &name)
     item.setGivenName(name);
 }
 
-ItemSpectra::Value ItemSpectra::get(const MainScene &scene, const DocumentItem &item, const QList<QUuid> &entries)
+ItemSpectra::Value ItemSpectra::get(const MainScene &scene, const DocumentItem &item)
 {
-    Value value{qobject_cast<const NmrItem *>(&item)->nmrData()->stack(), entries, {}, {}};
-    for (const DocumentItem *other : scene.documentItems()) {
-        if (const auto *molecule = qobject_cast<const MoleculeItem *>(other))
-            value.notes.append({molecule->id(), PeakAssignments::notesOn(entries, molecule->molMap())});
-    }
+    Value value{qobject_cast<const NmrItem *>(&item)->nmrData()->stack(), peakNotes(scene), {}};
     for (const DocumentItem *linked : item.linkedItems())
         value.links.append(linked->id());
     return value;
@@ -54,10 +74,7 @@ ItemSpectra::Value ItemSpectra::get(const MainScene &scene, const DocumentItem &
 void ItemSpectra::set(MainScene &scene, DocumentItem &item, const Value &value)
 {
     qobject_cast<NmrItem *>(&item)->nmrData()->setStack(value.stack);
-    for (const auto &[id, notes] : value.notes) {
-        if (auto *molecule = qobject_cast<MoleculeItem *>(scene.item(id)))
-            molecule->setMolMap(PeakAssignments::withNotesOn(value.entries, notes, molecule->molMap()));
-    }
+    setPeakNotes(value.notes, scene);
     QList<DocumentItem *> links;
     for (const QUuid &id : value.links) {
         if (DocumentItem *linked = scene.item(id))
@@ -74,22 +91,13 @@ ItemCommand<Property>::ItemCommand(MainScene *scene, const DocumentItem *item, c
 }
 
 template <typename Property>
-typename ItemCommand<Property>::Value ItemCommand<Property>::present() const
-{
-    if constexpr (std::is_same_v<Property, ItemSpectra>)
-        return Property::get(*m_hold.scene(), *m_hold.item(), m_other.entries);
-    else
-        return Property::get(*m_hold.scene(), *m_hold.item());
-}
-
-template <typename Property>
 void ItemCommand<Property>::exchange()
 {
     if (!m_hold.item())
         return setObsolete(true);
     MainScene &scene = *m_hold.scene();
     const MainScene::CurrentItems current = scene.currentItems();
-    Value value = present();
+    Value value = Property::get(scene, *m_hold.item());
     Property::set(scene, *m_hold.item(), m_other);
     scene.setCurrentItems(m_otherCurrent);
     m_other = std::move(value);
@@ -121,7 +129,8 @@ void removeWithUndo(MainScene &scene, DocumentItem *item)
 {
     const MainScene::CurrentItems current = scene.currentItems();
     auto *command =
-        new ItemCommand<ItemPresence>(&scene, item, MainScene::tr("Delete %1").arg(item->title()), true, current);
+        new ItemCommand<ItemPresence>(&scene, item, MainScene::tr("Delete %1").arg(item->title()),
+                                              ItemPresence::get(scene, *item), current);
     scene.setOnPage(item, false);
     scene.undoStack()->push(command);
 }

@@ -16,10 +16,17 @@ class NmrItem;
 
 // What of an item a step of the undo history can change. Each type says how the value is read and how it is set.
 
+/// What each molecule notes about the peaks of spectra. Plug-ins note that after a change.
+using PeakNotes = QList<std::pair<QUuid, QVariant>>;
+
+/// Whether the item is on the page, and the notes on peaks.
 struct ItemPresence {
-    using Value = bool;
+    struct Value {
+        bool onPage = false;
+        PeakNotes notes;
+    };
     static Value get(const MainScene &scene, const DocumentItem &item);
-    static void set(MainScene &scene, DocumentItem &item, Value onPage);
+    static void set(MainScene &scene, DocumentItem &item, const Value &value);
 };
 
 struct ItemPlace {
@@ -34,16 +41,14 @@ struct ItemName {
     static void set(MainScene &scene, DocumentItem &item, const Value &name);
 };
 
-/// The spectra of an NMR item, and what the molecules on the page note about their peaks. Plug-ins note that after the
-/// change.
+/// The spectra of an NMR item, with the notes on their peaks.
 struct ItemSpectra {
     struct Value {
         NmrStack stack;
-        QList<QUuid> entries; ///< of which notes are kept
-        QList<std::pair<QUuid, QVariantList>> notes; ///< by molecule
+        PeakNotes notes;
         QList<QUuid> links; ///< of the item
     };
-    static Value get(const MainScene &scene, const DocumentItem &item, const QList<QUuid> &entries);
+    static Value get(const MainScene &scene, const DocumentItem &item);
     static void set(MainScene &scene, DocumentItem &item, const Value &value);
 };
 
@@ -64,7 +69,6 @@ public:
 
 private:
     void exchange();
-    Value present() const;
 
     ItemHold m_hold;
     Value m_other;

@@ -26,18 +26,14 @@ void UndoRecorder::watch(DocumentItem *item)
     if (!nmr)
         return;
     connect(nmr->nmrData(), &NmrData::edited, this, [this, nmr](const QString &what, const NmrStack &before) {
-        QList<QUuid> entries = nmr->nmrData()->entryIds();
-        for (const NmrStack::Entry &entry : before.entries) {
-            if (!entries.contains(entry.id))
-                entries.append(entry.id);
-        }
-        ItemSpectra::Value value = ItemSpectra::get(*m_scene, *nmr, entries);
+        ItemSpectra::Value value = ItemSpectra::get(*m_scene, *nmr);
         value.stack = before;
         m_scene->undoStack()->push(new ItemCommand<ItemSpectra>(m_scene, nmr, what, value, m_scene->currentItems()));
     });
     // Molecules and tables come with a file and the data behind them; a spectrum is made by a command.
     m_scene->undoStack()->push(new ItemCommand<ItemPresence>(
-        m_scene, item, MainScene::tr("Add %1").arg(item->title()), false, m_scene->currentItems()));
+        m_scene, item, MainScene::tr("Add %1").arg(item->title()),
+        {false, ItemPresence::get(*m_scene, *item).notes}, m_scene->currentItems()));
 }
 
 } // namespace Workbench

@@ -15,11 +15,12 @@
 #include <QInputDialog>
 #include <QMenu>
 #include <QMimeData>
-#include <QShortcut>
+#include <QKeyEvent>
 #include <QTimer>
 
 #include <array>
 #include <cmath>
+#include <functional>
 
 namespace Workbench {
 
@@ -30,7 +31,29 @@ constexpr int itemRole = Qt::UserRole;
 constexpr int entryRole = Qt::UserRole + 1;
 
 class Tree : public QTreeWidget {
+public:
+    std::function<void()> rename;
+    std::function<void()> remove;
+
 protected:
+    bool event(QEvent *event) override
+    {
+        // These keys mean the tree's entry while it has the focus, and not the window's item.
+        if (event->type() == QEvent::ShortcutOverride && commandOf(static_cast<QKeyEvent *>(event)->key())) {
+            event->accept();
+            return true;
+        }
+        return QTreeWidget::event(event);
+    }
+
+    void keyPressEvent(QKeyEvent *event) override
+    {
+        if (const auto *command = commandOf(event->key()))
+            (*command)();
+        else
+            QTreeWidget::keyPressEvent(event);
+    }
+
     QStringList mimeTypes() const override { return {ContentsDock::mimeType()}; }
 
     QMimeData *mimeData(const QList<QTreeWidgetItem *> &nodes) const override
@@ -42,6 +65,12 @@ protected:
         dragged->setData(ContentsDock::mimeType(), nodes.constFirst()->data(0, itemRole).toUuid().toByteArray() + ' '
                              + entry.toByteArray());
         return dragged;
+    }
+
+private:
+    const std::function<void()> *commandOf(int key) const
+    {
+        return key == Qt::Key_F2 ? &rename : key == Qt::Key_Delete ? &remove : nullptr;
     }
 };
 
@@ -75,9 +104,13 @@ const QString &ContentsDock::mimeType()
     return type;
 }
 
-ContentsDock::ContentsDock(MainScene *scene, DataEngine *data, QWidget *parent)
-    : QDockWidget(tr("Contents"), parent), m_scene(scene), m_data(data), m_tree(new Tree)
+ContentsDock::ContentsDock(MainScene *scene, DataEngine *engine, QWidget *parent)
+    : QDockWidget(tr("Contents"), parent), m_scene(scene), m_data(engine)
 {
+    auto *keyTree = new Tree;
+    keyTree->rename = [this] { rename(m_tree->currentItem()); };
+    keyTree->remove = [this] { remove(m_tree->currentItem()); };
+    m_tree = keyTree;
     setObjectName(QStringLiteral("contentsDock"));
     m_tree->setObjectName(QStringLiteral("contents"));
     m_tree->setAccessibleName(tr("Contents of the document"));
@@ -89,12 +122,6 @@ ContentsDock::ContentsDock(MainScene *scene, DataEngine *data, QWidget *parent)
     connect(m_tree, &QTreeWidget::itemActivated, this, &ContentsDock::activate);
     connect(m_tree, &QTreeWidget::itemChanged, this, &ContentsDock::setHidden);
     connect(m_tree, &QWidget::customContextMenuRequested, this, &ContentsDock::openMenu);
-    const auto shortcut = [this](Qt::Key key, void (ContentsDock::*act)(QTreeWidgetItem *)) {
-        auto *keys = new QShortcut(key, m_tree, nullptr, nullptr, Qt::WidgetShortcut);
-        connect(keys, &QShortcut::activated, this, [this, act] { (this->*act)(m_tree->currentItem()); });
-    };
-    shortcut(Qt::Key_F2, &ContentsDock::rename);
-    shortcut(Qt::Key_Delete, &ContentsDock::remove);
     connect(scene, &MainScene::itemAdded, this, &ContentsDock::watch);
     connect(scene, &MainScene::itemsChanged, this, &ContentsDock::updateLater);
     fill();

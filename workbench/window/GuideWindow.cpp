@@ -40,7 +40,7 @@ GuideWindow::GuideWindow(QWidget *parent) : QDialog(parent)
     text->setSearchPaths({QStringLiteral(":/docs")});
     text->setSource(QUrl(QStringLiteral("qrc:/docs/guide.md")), QTextDocument::MarkdownResource);
     connect(text, &QTextBrowser::anchorClicked, this, [text](const QUrl &link) {
-        if (!link.isRelative() || !link.hasFragment()) {
+        if (link.scheme().startsWith(QLatin1String("http"))) {
             QDesktopServices::openUrl(link);
             return;
         }

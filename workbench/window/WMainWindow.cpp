@@ -88,10 +88,10 @@ WMainWindow::WMainWindow()
     new PeakAtomLinks(scene());
     connect(scene(), &MainScene::activeItemChanged, this, [this](QGraphicsWidget *item) {
         auto *plot = qobject_cast<NmrItem *>(item);
-        const NmrData *data = plot ? plot->nmrData() : nullptr;
-        if (data && data->entryIds().size() > 1)
-            statusBar()->showMessage(tr("%1. %2").arg(plot->title(), PeakEditor::counts(*data)));
-        else if (data && statusBar()->currentMessage().isEmpty())
+        const NmrData *stack = plot ? plot->nmrData() : nullptr;
+        if (stack && stack->entryIds().size() > 1)
+            statusBar()->showMessage(tr("%1. %2").arg(plot->title(), PeakEditor::counts(*stack)));
+        else if (stack && statusBar()->currentMessage().isEmpty())
             statusBar()->showMessage(tr("Wheel zooms, drag marks what to show, double click shows all; F1 tells more"),
                                      5000);
     });
@@ -121,9 +121,9 @@ void WMainWindow::restoreLayout()
     constexpr QSize usual(1280, 860);
     resize(usual.boundedTo(screen()->availableSize()));
     restoreGeometry(settings.value(geometryKey).toByteArray());
-    restoreState(settings.value(stateKey).toByteArray());
+    if (!restoreState(settings.value(stateKey).toByteArray()))
+        resizeDocks({m_contents}, {contentsWidth}, Qt::Horizontal);
     resize(size().boundedTo(screen()->availableSize()));
-    resizeDocks({m_contents}, {contentsWidth}, Qt::Horizontal);
     if (settings.value(previewKey).toBool())
         m_preview->setChecked(true);
 }
@@ -171,12 +171,13 @@ void WMainWindow::updateActions()
         m_molecule = molecule;
     if (scene()->documentItems().isEmpty())
         m_hints->refresh();
-    m_workBar->update();
+    m_workBar->refresh();
 }
 
 WMainWindow::~WMainWindow()
 {
     scene()->disconnect(this);
+    scene()->undoStack()->disconnect(this);
     delete m_document;
 }
 

@@ -19,7 +19,7 @@ QAction *WorkBar::add(const QString &text, const QString &what, const std::funct
     return action;
 }
 
-void WorkBar::update()
+void WorkBar::refresh()
 {
     for (const Step &step : std::as_const(m_steps)) {
         const QString reason = step.whyNot ? step.whyNot() : QString();

@@ -18,7 +18,7 @@ public:
     QAction *add(const QString &text, const QString &what, const std::function<void()> &run,
                  const std::function<QString()> &whyNot = nullptr);
     /// Follows what is current.
-    void update();
+    void refresh();
 
 private:
     struct Step {
