@@ -68,8 +68,10 @@ Document::Item captureItem(const DocumentItem *item, const MainScene &scene, con
     keep(hiddenKey, true, !item->isVisible());
     keep(nameKey, item->givenName(), !item->givenName().isEmpty());
     keep(workspaceKey, place.workspace, !place.workspace.isEmpty());
-    for (const DocumentItem *other : item->linkedItems()) {
-        if (other->scene() == &scene)
+    // In the order of the page: which link came first is no part of the document.
+    const QList<DocumentItem *> linked = item->linkedItems();
+    for (DocumentItem *other : scene.documentItems()) {
+        if (linked.contains(other))
             captured.links.append(other->id());
     }
     if (const auto *molecule = qobject_cast<const MoleculeItem *>(item)) {

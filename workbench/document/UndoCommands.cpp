@@ -65,22 +65,13 @@ void ItemName::set(MainScene &, DocumentItem &item, const QString &name)
 
 ItemSpectra::Value ItemSpectra::get(const MainScene &scene, const DocumentItem &item)
 {
-    Value value{qobject_cast<const NmrItem *>(&item)->nmrData()->stack(), peakNotes(scene), {}};
-    for (const DocumentItem *linked : item.linkedItems())
-        value.links.append(linked->id());
-    return value;
+    return {qobject_cast<const NmrItem *>(&item)->nmrData()->stack(), peakNotes(scene)};
 }
 
 void ItemSpectra::set(MainScene &scene, DocumentItem &item, const Value &value)
 {
     qobject_cast<NmrItem *>(&item)->nmrData()->setStack(value.stack);
     setPeakNotes(value.notes, scene);
-    QList<DocumentItem *> links;
-    for (const QUuid &id : value.links) {
-        if (DocumentItem *linked = scene.item(id))
-            links.append(linked);
-    }
-    item.setLinkedItems(links);
 }
 
 template <typename Property>

@@ -46,7 +46,6 @@ struct ItemSpectra {
     struct Value {
         NmrStack stack;
         PeakNotes notes;
-        QList<QUuid> links; ///< of the item
     };
     static Value get(const MainScene &scene, const DocumentItem &item);
     static void set(MainScene &scene, DocumentItem &item, const Value &value);

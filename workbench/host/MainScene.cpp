@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/MainScene.h"
 
+#include "data/Nuclides.h"
 #include "host/DataEngine.h"
 #include "host/PageLayout.h"
 #include "host/WorkspaceLayout.h"
@@ -15,6 +16,7 @@
 #include <QGraphicsView>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QRegularExpression>
 #include <QUndoStack>
 
 namespace Workbench {
@@ -23,6 +25,22 @@ namespace {
 
 /// Each may hold a spectrum of before.
 constexpr int mostUndoSteps = 100;
+
+/// A name such as "sample-13C.csv" beside a spectrum of protons.
+bool namesOtherNucleus(const QString &name, const SpectrumAxis &axis)
+{
+    static const QRegularExpression nucleus(QStringLiteral("(\\d{1,3})([A-Z][a-z]?)(?![a-zA-Z])"));
+    bool names = false;
+    for (auto it = nucleus.globalMatch(name); it.hasNext();) {
+        const QRegularExpressionMatch match = it.next();
+        if (!Nuclides::table().contains(match.captured(0)))
+            continue;
+        if (match.captured(0) == QString::number(axis.massNumber) + axis.element)
+            return false;
+        names = true;
+    }
+    return names;
+}
 
 bool isTwoDimensional(const QVariantMap &spectrum)
 {
@@ -98,11 +116,16 @@ NmrItem *MainScene::waitingMeasurement(const QVariantMap &data) const
     if (stack.entryIds().size() != 1 || stack.isSimulated(stack.entryIds().constFirst())
         || !SpectrumEntry{{}, {}, data, {}}.isSimulated())
         return nullptr;
-    const Spectrum &measured = stack.spectrum(stack.entryIds().constFirst());
+    const QUuid id = stack.entryIds().constFirst();
+    const Spectrum &measured = stack.spectrum(id);
     if (measured.isEmpty() || measured.dimensions() != simulated.dimensions())
         return nullptr;
     for (int d = 0; d < measured.dimensions(); ++d) {
-        if (measured.axes[d].nucleus() != simulated.axes[d].nucleus())
+        const SpectrumAxis &axis = measured.axes[d];
+        // Where the data are silent, the name may tell.
+        const bool fits = axis.nucleus().isEmpty() ? !namesOtherNucleus(stack.entryName(id), simulated.axes[d])
+                                                   : axis.nucleus() == simulated.axes[d].nucleus();
+        if (!fits)
             return nullptr;
     }
     return m_currentNmr;

@@ -185,6 +185,8 @@ void DocumentItem::setLinkedItems(const QList<DocumentItem *> &items)
     }
     m_linked.clear();
     for (DocumentItem *item : items) {
+        if (m_linked.contains(item))
+            continue;
         m_linked.append(item);
         if (!item->m_linked.contains(this))
             item->m_linked.append(this);

@@ -186,24 +186,24 @@ QTreeWidgetItem *ContentsDock::structureNode(QHash<QString, QTreeWidgetItem *> &
 
 void ContentsDock::addSpectra(QHash<QString, QTreeWidgetItem *> &nodes, NmrItem *item)
 {
-    const NmrData &data = *item->nmrData();
-    for (const QUuid &id : data.entryIds()) {
-        const Spectrum &spectrum = data.spectrum(id);
+    const NmrData &stack = *item->nmrData();
+    for (const QUuid &id : stack.entryIds()) {
+        const Spectrum &spectrum = stack.spectrum(id);
         QStringList nuclei;
         for (const SpectrumAxis &axis : spectrum.axes) {
             nuclei.append(axis.frequency > 0 ? tr("%1, %2 MHz").arg(axis.nucleus()).arg(axis.frequency, 0, 'f', 1)
                                              : axis.nucleus());
         }
         nuclei.removeAll(QString());
-        const QString source = m_scene->sourceOf(data.stackEntry(id));
+        const QString source = m_scene->sourceOf(stack.stackEntry(id));
         QTreeWidgetItem *node = nullptr;
-        if (data.isSimulated(id)) {
+        if (stack.isSimulated(id)) {
             QStringList symbols;
             for (const SpectrumAxis &axis : spectrum.axes)
                 symbols.append(axis.nucleus());
             node = new QTreeWidgetItem(structureNode(nodes, source), {tr("%1, simulated").arg(symbols.join(u'–'))});
         } else {
-            node = new QTreeWidgetItem(m_tree, {data.entryName(id).isEmpty() ? tr("Measured spectrum") : data.entryName(id)});
+            node = new QTreeWidgetItem(m_tree, {stack.entryName(id).isEmpty() ? tr("Measured spectrum") : stack.entryName(id)});
             auto *detail = new QTreeWidgetItem(node, {spectrum.isEmpty() ? tr("peak list") : nuclei.join(u'\n')});
             detail->setFlags(Qt::ItemIsEnabled);
             node->setExpanded(true);
@@ -212,7 +212,7 @@ void ContentsDock::addSpectra(QHash<QString, QTreeWidgetItem *> &nodes, NmrItem 
         node->setData(0, entryRole, id);
         node->setToolTip(0, tr("%1\n%2\n%n peak(s)\nin the plot \"%3\"; can be dragged onto another one", nullptr,
                                int(spectrum.peaks.size()))
-                                .arg(data.entryName(id), nuclei.join(u'\n'), item->title()));
+                                .arg(stack.entryName(id), nuclei.join(u'\n'), item->title()));
     }
 }
 

@@ -13,7 +13,6 @@
 #include <QEvent>
 #include <QMainWindow>
 #include <QMessageBox>
-#include <QScopeGuard>
 #include <QStatusBar>
 
 #include <algorithm>
@@ -135,13 +134,9 @@ void SpectrumCommands::fitRange(NmrItem *item, const QUuid &entry)
         parameters.insert(QLatin1String(key), false);
     data->setEntryOrigParams(entry, magresFormat, parameters);
     announce(tr("Computing the spectrum..."));
-    {
-        // Without a window that could ask, plug-ins take what their dialog would offer.
-        const QVariant headless = qApp->property("isHeadless");
-        qApp->setProperty("isHeadless", true);
-        const auto back = qScopeGuard([&] { qApp->setProperty("isHeadless", headless); });
-        ofPlugin(editText)->trigger();
-    }
+    m_acceptsAtOnce = true;
+    run(ofPlugin(editText), tr("Computing the spectrum..."));
+    m_acceptsAtOnce = false;
     const bool failed = data->withdrawEdit();
     data->setActiveEntryId(activeBefore);
     Q_EMIT reported((failed ? tr("%1 cannot be computed anew: its calculation is no longer in the document")
@@ -187,6 +182,12 @@ void SpectrumCommands::run(QAction *action, const QString &what)
 
 bool SpectrumCommands::eventFilter(QObject *watched, QEvent *event)
 {
+    auto *shown = event->type() == QEvent::Polish && m_acceptsAtOnce ? qobject_cast<QDialog *>(watched) : nullptr;
+    if (shown && !qobject_cast<QMessageBox *>(shown)) {
+        // What it offers is what is wanted.
+        shown->setAttribute(Qt::WA_DontShowOnScreen);
+        QMetaObject::invokeMethod(shown, &QDialog::accept, Qt::QueuedConnection);
+    }
     // The plug-in goes to work when its dialog has been accepted and has gone.
     auto *dialog = event->type() == QEvent::Hide ? qobject_cast<QDialog *>(watched) : nullptr;
     if (dialog && dialog->result() == QDialog::Accepted && !qobject_cast<QMessageBox *>(dialog)) {

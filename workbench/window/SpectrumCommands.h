@@ -56,6 +56,7 @@ private:
     QMenu *m_nmrMenu;
     QMainWindow *m_window;
     QString m_running;
+    bool m_acceptsAtOnce = false; ///< the plug-in's dialog, unseen
 };
 
 } // namespace Workbench

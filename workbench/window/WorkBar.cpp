@@ -19,6 +19,19 @@ QAction *WorkBar::add(const QString &text, const QString &what, const std::funct
     return action;
 }
 
+void WorkBar::showEvent(QShowEvent *event)
+{
+    // Plug-ins have come since the bar was made.
+    refresh();
+    QToolBar::showEvent(event);
+}
+
+void WorkBar::enterEvent(QEnterEvent *event)
+{
+    refresh();
+    QToolBar::enterEvent(event);
+}
+
 void WorkBar::refresh()
 {
     for (const Step &step : std::as_const(m_steps)) {

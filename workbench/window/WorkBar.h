@@ -20,6 +20,10 @@ public:
     /// Follows what is current.
     void refresh();
 
+protected:
+    void showEvent(QShowEvent *event) override;
+    void enterEvent(QEnterEvent *event) override;
+
 private:
     struct Step {
         QAction *action;
