@@ -76,11 +76,7 @@ private Q_SLOTS:
 
     void init()
     {
-        scene().undoStack()->clear();
-        for (DocumentItem *item : scene().documentItems()) {
-            scene().detach(item);
-            delete item;
-        }
+        scene().removeAll();
         QSettings().clear();
         window().openFiles({sample("paracetamol.magres")});
         QCOMPARE(scene().documentItems().size(), 2);
@@ -194,14 +190,14 @@ private Q_SLOTS:
             return filled(action(shown(u"Spectrum"_s), title)->menu());
         };
         QMenu *choice = submenu(u"Active Spectrum"_s);
-        QVERIFY(action(choice, u"Simulated"_s)->isChecked());
+        QVERIFY(action(choice, u"paracetamol, simulated"_s)->isChecked());
         action(choice, u"paracetamol-13C.csv"_s)->trigger();
         QCOMPARE(data->activeEntryId(), ids[1]);
         QVERIFY(spectrum->plot()->content()); // the curve stays on show
         shortcut(Qt::Key_PageDown, Qt::ControlModifier);
         QCOMPARE(data->activeEntryId(), ids[0]);
 
-        action(submenu(u"Remove Spectrum"_s), u"Simulated"_s)->trigger();
+        action(submenu(u"Remove Spectrum"_s), u"paracetamol, simulated"_s)->trigger();
         QCOMPARE(data->entryIds(), QList<QUuid>{ids[1]});
         QVERIFY(spectrum->plot()->content()); // sticks alone
         QVERIFY(!submenu(u"Remove Spectrum"_s)->actions().first()->isEnabled());
@@ -232,17 +228,23 @@ private Q_SLOTS:
 
     void experimentsThatCannotBeAddedChangeNothing()
     {
-        const auto refused = [this](const char *file, QStringView reason) {
-            const QString text =
-                told(u"%1 cannot be added"_s.arg(QLatin1String(file)), [&] { window().openFiles({sample(file)}); });
-            QVERIFY2(text.contains(reason), qPrintable(text));
-        };
-        refused("paracetamol-13C.csv", u"simulate one first");
         NmrItem *spectrum = createSpectrum();
         const int steps = scene().undoStack()->count();
-        refused("paracetamol-1H-difdup.jdx", u"spectrum of 1H");
+        // Where it falls it cannot go ...
+        const QPointF middle = spectrum->mapToScene(spectrum->contentRect().center());
+        window().view()->ensureVisible(spectrum, 0, 0);
+        const QString text = told(u"paracetamol-1H-difdup.jdx cannot be added"_s, [&] {
+            drop(sample("paracetamol-1H-difdup.jdx"),
+                 window().view()->viewport()->mapTo(&window(), window().view()->mapFromScene(middle)));
+            QTRY_VERIFY(m_dialogs.missing().isEmpty());
+        });
+        QVERIFY2(text.contains(u"spectrum of 1H"), qPrintable(text));
         QCOMPARE(spectrum->nmrData()->entryIds().size(), 1);
         QCOMPARE(scene().undoStack()->count(), steps);
+        // ... and opened without a place it has a plot of its own.
+        window().openFiles({sample("paracetamol-1H-difdup.jdx")});
+        QVERIFY(scene().currentNmrItem() != spectrum);
+        QCOMPARE(spectrum->nmrData()->entryIds().size(), 1);
     }
 
     void oddPeaksAreDrawnAndReported()
@@ -300,13 +302,13 @@ private:
         QTest::keyClick(&window(), key, modifiers);
     }
 
-    void drop(const QString &path)
+    void drop(const QString &path, const QPoint &where = QPoint(3, 3))
     {
         QMimeData files;
         files.setUrls({QUrl::fromLocalFile(path)});
-        QDragEnterEvent enter(QPoint(3, 3), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+        QDragEnterEvent enter(where, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(&window(), &enter);
-        QDropEvent event(QPointF(3, 3), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+        QDropEvent event(QPointF(where), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(&window(), &event);
     }
 

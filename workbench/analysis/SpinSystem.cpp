@@ -156,8 +156,10 @@ SpinSystem SpinSystem::fromData(const QVariantMap &data, const Options &options)
             if (structure.atoms[std::size_t(i)].element == Nuclides::element(nucleus) && isWanted(i))
                 chosen.push_back(i);
         }
-        if (chosen.size() == before && options.labels.isEmpty())
-            fail(Texts::tr("there is no site of %1").arg(nucleus));
+        if (chosen.size() == before)
+            fail((options.labels.isEmpty() ? Texts::tr("there is no site of %1")
+                                           : Texts::tr("there is no site of %1 among the chosen atoms"))
+                     .arg(nucleus));
         if (Nuclides::table()[nucleus].gyromagneticRatio() == 0)
             system.notes.append(
                 Texts::tr("the gyromagnetic ratio of %1 is not known here: its dipole couplings are missing")

@@ -56,10 +56,7 @@ QStringList comments(const CrystalStructure &mean, const ConfigurationAverage &a
 
 void closeAll(HostApplication &host)
 {
-    for (DocumentItem *item : host.scene().documentItems()) {
-        host.scene().detach(item);
-        delete item;
-    }
+    host.scene().removeAll();
     for (const QUuid &id : host.documentData().ids())
         host.documentData().remove(id);
 }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/SpectrumRemarks.h"
 #include "cli/Commands.h"
 
 #include "cli/CliErrors.h"
@@ -11,6 +12,7 @@
 #include "formats/MeasurementFormats.h"
 #include "host/HostApplication.h"
 #include "host/PluginManager.h"
+#include "items/plot/NmrData.h"
 
 #include <QApplication>
 
@@ -126,6 +128,8 @@ void reportLineWidths(const Simulation &simulation, bool onStandardError)
 {
     const QString text = QStringLiteral("Line width: %1\n").arg(simulation.lineWidths());
     onStandardError ? printError(text) : printOut(text);
+    for (const SpectrumRemark &remark : remarksOn(simulation.data().stackEntry(simulation.entry())))
+        printError(QStringLiteral("Note: %1\n").arg(remark.text));
 }
 
 } // namespace Workbench

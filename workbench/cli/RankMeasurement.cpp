@@ -121,10 +121,7 @@ namespace {
 
 void emptyDocument(HostApplication &host, MessageLog &log)
 {
-    for (DocumentItem *item : host.scene().documentItems()) {
-        host.scene().detach(item);
-        delete item;
-    }
+    host.scene().removeAll();
     DataEngine &data = host.documentData();
     for (const QUuid &id : data.ids())
         data.remove(id);

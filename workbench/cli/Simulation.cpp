@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/Simulation.h"
 
+#include "analysis/SpectrumRemarks.h"
 #include "cli/CliErrors.h"
+#include "cli/Commands.h"
 #include "cli/MessageLog.h"
 #include "data/Elision.h"
 #include "host/HostApplication.h"
@@ -215,6 +217,9 @@ void Simulation::callSlot(QObject *object, const char *slot)
 void Simulation::createSpectrum(const SimulateOptions &options)
 {
     checkSites(options);
+    const qint64 points = qint64(pointsOf(options, 0)) * (options.twoDimensional ? pointsOf(options, 1) : 1);
+    if (points > manyPoints)
+        printError(QStringLiteral("Note: %L1 points are many; this can take minutes\n").arg(points));
     m_options = options;
     // Alive until the plug-in is done: what it writes itself then goes to the file together with this.
     QSettings settings;

@@ -50,18 +50,17 @@ QSet<QUuid> PeakAssignments::peaksOf(const QSet<int> &atoms) const
     return peaks;
 }
 
-QVariantList PeakAssignments::notesOn(const QList<QUuid> &entries, const QVariantMap &molecule)
+QVariant PeakAssignments::notes(const QVariantMap &molecule)
 {
-    QVariantList notes = molecule.value(notesKey).toList();
-    notes.removeIf([&](const QVariant &note) { return !entries.contains(originOf(note)); });
-    return notes;
+    return molecule.value(notesKey);
 }
 
-QVariantMap PeakAssignments::withNotesOn(const QList<QUuid> &entries, const QVariantList &notes, QVariantMap molecule)
+QVariantMap PeakAssignments::withNotes(const QVariant &notes, QVariantMap molecule)
 {
-    QVariantList all = molecule.value(notesKey).toList();
-    all.removeIf([&](const QVariant &note) { return entries.contains(originOf(note)); });
-    molecule.insert(notesKey, all + notes);
+    if (notes.isValid())
+        molecule.insert(notesKey, notes);
+    else
+        molecule.remove(notesKey);
     return molecule;
 }
 

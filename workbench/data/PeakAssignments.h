@@ -22,9 +22,9 @@ public:
     /// Those of any of the atoms.
     QSet<QUuid> peaksOf(const QSet<int> &atoms) const;
 
-    /// The notes on these entries alone, and a molecule's map with other notes on them.
-    static QVariantList notesOn(const QList<QUuid> &entries, const QVariantMap &molecule);
-    static QVariantMap withNotesOn(const QList<QUuid> &entries, const QVariantList &notes, QVariantMap molecule);
+    /// All notes as they stand in a molecule's map (invalid: none), and the map with others.
+    static QVariant notes(const QVariantMap &molecule);
+    static QVariantMap withNotes(const QVariant &notes, QVariantMap molecule);
 
 private:
     QSet<QUuid> m_entries;

@@ -26,6 +26,13 @@ namespace {
 
 using Items = std::vector<std::unique_ptr<DocumentItem>>;
 
+// In the view settings of every item.
+const QString sourceKey = QStringLiteral("Source");
+const QString sourceNoteKey = QStringLiteral("SourceNote");
+const QString hiddenKey = QStringLiteral("Hidden");
+const QString nameKey = QStringLiteral("Name");
+const QString workspaceKey = QStringLiteral("Workspace"); // scene units
+
 Document::Table captureTable(QObject *table, const PluginManager *plugins)
 {
     if (const auto *missing = qobject_cast<MissingTable *>(table))
@@ -50,9 +57,21 @@ Document::Spectra captureStack(const NmrStack &stack)
 
 Document::Item captureItem(const DocumentItem *item, const MainScene &scene, const PluginManager *plugins)
 {
-    Document::Item captured{item->id(), item->title(), item->geometry(), {}, item->viewSettings(), {}};
-    for (const DocumentItem *other : item->linkedItems()) {
-        if (other->scene() == &scene)
+    const DocumentItem::Place place = scene.placeOf(*item);
+    Document::Item captured{item->id(), item->contentTitle(), place.page, {}, item->viewSettings(), {}};
+    const auto keep = [&](const QString &key, const QVariant &value, bool isSet) {
+        if (isSet)
+            captured.view.insert(key, value);
+    };
+    keep(sourceKey, item->source(), !item->source().isEmpty());
+    keep(sourceNoteKey, item->sourceNote(), !item->sourceNote().isEmpty());
+    keep(hiddenKey, true, !item->isVisible());
+    keep(nameKey, item->givenName(), !item->givenName().isEmpty());
+    keep(workspaceKey, place.workspace, !place.workspace.isEmpty());
+    // In the order of the page: which link came first is no part of the document.
+    const QList<DocumentItem *> linked = item->linkedItems();
+    for (DocumentItem *other : scene.documentItems()) {
+        if (linked.contains(other))
             captured.links.append(other->id());
     }
     if (const auto *molecule = qobject_cast<const MoleculeItem *>(item)) {
@@ -82,6 +101,11 @@ public:
         auto made = std::visit([&](const auto &content) { return make(item, content); }, item.content);
         if (!isMissing(made.get()))
             made->setTitle(item.title);
+        made->setSource(item.view.value(sourceKey).toString());
+        made->setSourceNote(item.view.value(sourceNoteKey).toString());
+        made->setVisible(!item.view.value(hiddenKey).toBool());
+        made->setGivenName(item.view.value(nameKey).toString());
+        made->setPlace({item.geometry, item.view.value(workspaceKey).toRectF()});
         return made;
     }
 

@@ -30,6 +30,28 @@ constexpr int sceneResolution = 96;
 constexpr double pointsPerSceneUnit = 72.0 / sceneResolution;
 constexpr int pdfResolution = 1200;
 
+/// The scene as it is printed, for as long as this lives.
+class OnPaper {
+public:
+    OnPaper(MainScene &scene, bool withNotes) : m_scene(scene), m_layout(scene.layout())
+    {
+        scene.setLayout(MainScene::Layout::Pages);
+        for (DocumentItem *item : scene.documentItems())
+            item->setOnPaper(true, withNotes);
+    }
+    ~OnPaper()
+    {
+        for (DocumentItem *item : m_scene.documentItems())
+            item->setOnPaper(m_layout == MainScene::Layout::Pages);
+        m_scene.setLayout(m_layout);
+    }
+    Q_DISABLE_COPY_MOVE(OnPaper)
+
+private:
+    MainScene &m_scene;
+    MainScene::Layout m_layout;
+};
+
 void begin(QPainter &painter, QPaintDevice *device)
 {
     if (!painter.begin(device))
@@ -136,8 +158,9 @@ Format formatOf(const QString &fileName)
     return *format;
 }
 
-void writePage(MainScene &scene, QIODevice &device, Format format)
+void writePage(MainScene &scene, QIODevice &device, Format format, Notes notes)
 {
+    const OnPaper paper(scene, notes == Notes::Shown);
     QList<QRectF> pages;
     QRectF all;
     for (int i = 0; i < scene.pageCount(); ++i) {
@@ -156,9 +179,11 @@ void writePage(MainScene &scene, QIODevice &device, Format format)
 
 void writePlot(NmrItem &item, QIODevice &device, Format format)
 {
-    if (!item.scene())
+    auto *scene = qobject_cast<MainScene *>(item.scene());
+    if (!scene)
         fail(Texts::tr("the spectrum is on no page"));
-    writeArea(*item.scene(), item.mapRectToScene(item.contentRect()), device, format);
+    const OnPaper paper(*scene, false);
+    writeArea(*scene, item.mapRectToScene(item.contentRect()), device, format);
 }
 
 void writePicture(const std::function<void(QPainter *, const QRectF &)> &paint, const QSizeF &size, QIODevice &device,

@@ -28,9 +28,12 @@ std::optional<Format> formatOfSuffix(const QString &suffix);
 /// By the file name. Throws std::runtime_error for suffixes that stand for no picture.
 Format formatOf(const QString &fileName);
 
+/// Whether the notes of items are in the picture.
+enum class Notes { Hidden, Shown };
+
 /// All pages: one after the other in a PDF file, below one another in a picture. Vectors except for molecules' and
 /// maps' shading.
-void writePage(MainScene &scene, QIODevice &device, Format format);
+void writePage(MainScene &scene, QIODevice &device, Format format, Notes notes = Notes::Hidden);
 
 /// The spectrum without the page around it.
 void writePlot(NmrItem &item, QIODevice &device, Format format);

@@ -1,124 +1,139 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "document/UndoCommands.h"
 
-#include "host/MainScene.h"
+#include "data/PeakAssignments.h"
 #include "items/molecule/MoleculeItem.h"
+#include "items/plot/NmrItem.h"
 
 #include <QUndoStack>
 
 namespace Workbench {
 
-ItemPresenceCommand::ItemPresenceCommand(MainScene *scene, DocumentItem *item, Change change)
-    : QUndoCommand((change == Added ? MainScene::tr("Add %1") : MainScene::tr("Delete %1")).arg(item->title())),
-      m_scene(scene),
-      m_item(item),
-      m_change(change)
-{
-}
+namespace {
 
-ItemPresenceCommand::~ItemPresenceCommand()
+PeakNotes peakNotes(const MainScene &scene)
 {
-    if (m_item && !m_item->scene())
-        delete m_item;
-}
-
-void ItemPresenceCommand::redo()
-{
-    setPresent(m_change == Added);
-}
-
-void ItemPresenceCommand::undo()
-{
-    setPresent(m_change == Removed);
-}
-
-void ItemPresenceCommand::setPresent(bool present)
-{
-    if (!m_item) {
-        setObsolete(true);
-        return;
-    }
-    if (present == (m_item->scene() != nullptr))
-        return;
-    if (present)
-        m_scene->attach(m_item);
-    else
-        m_scene->detach(m_item);
-}
-
-void removeWithUndo(MainScene &scene, DocumentItem *item)
-{
-    scene.undoStack()->push(new ItemPresenceCommand(&scene, item, ItemPresenceCommand::Removed));
-}
-
-ItemGeometryCommand::ItemGeometryCommand(MainScene *scene, DocumentItem *item, const QRectF &before,
-                                         const QRectF &after)
-    : QUndoCommand(MainScene::tr("Move %1").arg(item->title())),
-      m_scene(scene),
-      m_item(item),
-      m_before(before),
-      m_after(after)
-{
-}
-
-void ItemGeometryCommand::setGeometry(const QRectF &geometry)
-{
-    if (m_item)
-        m_item->setGeometry(geometry);
-    else
-        setObsolete(true);
-    m_scene->updatePages();
-}
-
-StackCommand::StackCommand(MainScene *scene, NmrData *data, const QString &what, const NmrStack &before)
-    : QUndoCommand(what), m_scene(scene), m_data(data), m_before(before), m_after(data->stack())
-{
-    for (const NmrStack *stack : {&m_before, &m_after}) {
-        for (const auto &entry : stack->entries) {
-            if (!m_ids.contains(entry.id))
-                m_ids.append(entry.id);
-        }
-    }
-    m_notesBefore = notes();
-}
-
-StackCommand::Notes StackCommand::notes() const
-{
-    Notes notes;
-    for (DocumentItem *item : m_scene->documentItems()) {
-        if (auto *molecule = qobject_cast<MoleculeItem *>(item))
-            notes.append({molecule, PeakAssignments::notesOn(m_ids, molecule->molMap())});
+    PeakNotes notes;
+    for (const DocumentItem *item : scene.documentItems()) {
+        if (const auto *molecule = qobject_cast<const MoleculeItem *>(item))
+            notes.append({molecule->id(), PeakAssignments::notes(molecule->molMap())});
     }
     return notes;
 }
 
-void StackCommand::setNotes(const Notes &notes) const
+void setPeakNotes(const PeakNotes &notes, const MainScene &scene)
 {
-    for (const auto &[molecule, list] : notes) {
-        if (molecule)
-            molecule->setMolMap(PeakAssignments::withNotesOn(m_ids, list, molecule->molMap()));
+    for (const auto &[id, list] : notes) {
+        auto *molecule = qobject_cast<MoleculeItem *>(scene.item(id));
+        if (molecule && PeakAssignments::notes(molecule->molMap()) != list)
+            molecule->setMolMap(PeakAssignments::withNotes(list, molecule->molMap()));
     }
 }
 
-void StackCommand::redo()
+} // namespace
+
+ItemPresence::Value ItemPresence::get(const MainScene &scene, const DocumentItem &item)
 {
-    if (!m_data) {
-        setObsolete(true);
-    } else if (!m_done) {
-        m_data->setStack(m_after);
-        setNotes(m_notesAfter);
-    }
+    return {scene.isOnPage(&item), peakNotes(scene)};
+}
+
+void ItemPresence::set(MainScene &scene, DocumentItem &item, const Value &value)
+{
+    scene.setOnPage(&item, value.onPage);
+    setPeakNotes(value.notes, scene);
+}
+
+DocumentItem::Place ItemPlace::get(const MainScene &scene, const DocumentItem &item)
+{
+    return scene.placeOf(item);
+}
+
+void ItemPlace::set(MainScene &scene, DocumentItem &item, const DocumentItem::Place &place)
+{
+    scene.setPlace(item, place);
+}
+
+QString ItemName::get(const MainScene &, const DocumentItem &item)
+{
+    return item.givenName();
+}
+
+void ItemName::set(MainScene &, DocumentItem &item, const QString &name)
+{
+    item.setGivenName(name);
+}
+
+ItemSpectra::Value ItemSpectra::get(const MainScene &scene, const DocumentItem &item)
+{
+    return {qobject_cast<const NmrItem *>(&item)->nmrData()->stack(), peakNotes(scene)};
+}
+
+void ItemSpectra::set(MainScene &scene, DocumentItem &item, const Value &value)
+{
+    qobject_cast<NmrItem *>(&item)->nmrData()->setStack(value.stack);
+    setPeakNotes(value.notes, scene);
+}
+
+template <typename Property>
+ItemCommand<Property>::ItemCommand(MainScene *scene, const DocumentItem *item, const QString &what, Value before,
+                                   const MainScene::CurrentItems &currentBefore)
+    : QUndoCommand(what), m_hold(scene, item->id()), m_other(std::move(before)), m_otherCurrent(currentBefore)
+{
+}
+
+template <typename Property>
+void ItemCommand<Property>::exchange()
+{
+    if (!m_hold.item())
+        return setObsolete(true);
+    MainScene &scene = *m_hold.scene();
+    const MainScene::CurrentItems current = scene.currentItems();
+    Value value = Property::get(scene, *m_hold.item());
+    Property::set(scene, *m_hold.item(), m_other);
+    scene.setCurrentItems(m_otherCurrent);
+    m_other = std::move(value);
+    m_otherCurrent = current;
+}
+
+template <typename Property>
+void ItemCommand<Property>::redo()
+{
+    // The history does this once when the command, whose change is made, comes into it.
+    if (!m_done)
+        exchange();
     m_done = true;
 }
 
-void StackCommand::undo()
+template <typename Property>
+void ItemCommand<Property>::undo()
 {
+    exchange();
     m_done = false;
-    if (!m_data)
-        return setObsolete(true);
-    m_notesAfter = notes();
-    m_data->setStack(m_before);
-    setNotes(m_notesBefore);
+}
+
+template class ItemCommand<ItemPresence>;
+template class ItemCommand<ItemPlace>;
+template class ItemCommand<ItemName>;
+template class ItemCommand<ItemSpectra>;
+
+void removeWithUndo(MainScene &scene, DocumentItem *item)
+{
+    const MainScene::CurrentItems current = scene.currentItems();
+    auto *command =
+        new ItemCommand<ItemPresence>(&scene, item, MainScene::tr("Delete %1").arg(item->title()),
+                                              ItemPresence::get(scene, *item), current);
+    scene.setOnPage(item, false);
+    scene.undoStack()->push(command);
+}
+
+void renameWithUndo(MainScene &scene, DocumentItem *item, const QString &name)
+{
+    if (name == item->givenName())
+        return;
+    auto *command = new ItemCommand<ItemName>(&scene, item, MainScene::tr("Rename %1").arg(item->title()),
+                                              item->givenName(), scene.currentItems());
+    item->setGivenName(name);
+    scene.undoStack()->push(command);
 }
 
 } // namespace Workbench

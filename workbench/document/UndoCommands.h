@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "host/MainScene.h"
 #include "items/plot/NmrData.h"
 
-#include <QPointer>
-#include <QRectF>
 #include <QUndoCommand>
 
 #include <utility>
@@ -12,73 +11,78 @@
 namespace Workbench {
 
 class DocumentItem;
-class MainScene;
 class MoleculeItem;
+class NmrItem;
 
-/// An item that comes onto the page or goes from it. While it is off the page it belongs to the command.
-class ItemPresenceCommand : public QUndoCommand {
+// What of an item a step of the undo history can change. Each type says how the value is read and how it is set.
+
+/// What each molecule notes about the peaks of spectra. Plug-ins note that after a change.
+using PeakNotes = QList<std::pair<QUuid, QVariant>>;
+
+/// Whether the item is on the page, and the notes on peaks.
+struct ItemPresence {
+    struct Value {
+        bool onPage = false;
+        PeakNotes notes;
+    };
+    static Value get(const MainScene &scene, const DocumentItem &item);
+    static void set(MainScene &scene, DocumentItem &item, const Value &value);
+};
+
+struct ItemPlace {
+    using Value = DocumentItem::Place;
+    static Value get(const MainScene &scene, const DocumentItem &item);
+    static void set(MainScene &scene, DocumentItem &item, const Value &place);
+};
+
+struct ItemName {
+    using Value = QString;
+    static Value get(const MainScene &scene, const DocumentItem &item);
+    static void set(MainScene &scene, DocumentItem &item, const Value &name);
+};
+
+/// The spectra of an NMR item, with the notes on their peaks.
+struct ItemSpectra {
+    struct Value {
+        NmrStack stack;
+        PeakNotes notes;
+    };
+    static Value get(const MainScene &scene, const DocumentItem &item);
+    static void set(MainScene &scene, DocumentItem &item, const Value &value);
+};
+
+/// A change of one value of an item, made already when the command is. Undo and redo are the same: they put the kept
+/// value there and keep the one that they find, and with it what the user was working with, so that neither can lead to
+/// a state that was not there before.
+template <typename Property>
+class ItemCommand : public QUndoCommand {
 public:
-    enum Change { Added, Removed };
+    using Value = typename Property::Value;
 
-    /// An added item is on the page already.
-    ItemPresenceCommand(MainScene *scene, DocumentItem *item, Change change);
-    ~ItemPresenceCommand() override;
+    /// `before` and `currentBefore`: before the change.
+    ItemCommand(MainScene *scene, const DocumentItem *item, const QString &what, Value before,
+                const MainScene::CurrentItems &currentBefore);
 
     void redo() override;
     void undo() override;
 
 private:
-    void setPresent(bool present);
+    void exchange();
 
-    MainScene *m_scene;
-    QPointer<DocumentItem> m_item;
-    Change m_change;
-};
-
-/// Takes the item off the page; undoable.
-void removeWithUndo(MainScene &scene, DocumentItem *item);
-
-/// An item that the user has moved or resized.
-class ItemGeometryCommand : public QUndoCommand {
-public:
-    ItemGeometryCommand(MainScene *scene, DocumentItem *item, const QRectF &before, const QRectF &after);
-
-    void redo() override { setGeometry(m_after); }
-    void undo() override { setGeometry(m_before); }
-
-private:
-    void setGeometry(const QRectF &geometry);
-
-    MainScene *m_scene;
-    QPointer<DocumentItem> m_item;
-    QRectF m_before;
-    QRectF m_after;
-};
-
-/// A stack of spectra that was changed already when the command is made. What the molecules on the page note about the
-/// stack's peaks goes with it; plug-ins note that after the change.
-class StackCommand : public QUndoCommand {
-public:
-    StackCommand(MainScene *scene, NmrData *data, const QString &what, const NmrStack &before);
-
-    void redo() override;
-    void undo() override;
-
-private:
-    /// By molecule.
-    using Notes = QList<std::pair<QPointer<MoleculeItem>, QVariantList>>;
-
-    Notes notes() const;
-    void setNotes(const Notes &notes) const;
-
-    MainScene *m_scene;
-    QPointer<NmrData> m_data;
-    QList<QUuid> m_ids; ///< of before and after
-    Notes m_notesBefore;
-    Notes m_notesAfter;
-    NmrStack m_before;
-    NmrStack m_after;
+    ItemHold m_hold;
+    Value m_other;
+    MainScene::CurrentItems m_otherCurrent;
     bool m_done = true;
 };
+
+extern template class ItemCommand<ItemPresence>;
+extern template class ItemCommand<ItemPlace>;
+extern template class ItemCommand<ItemName>;
+extern template class ItemCommand<ItemSpectra>;
+
+// Changes that the user makes; undoable.
+void removeWithUndo(MainScene &scene, DocumentItem *item);
+/// An empty name gives the item its own title again.
+void renameWithUndo(MainScene &scene, DocumentItem *item, const QString &name);
 
 } // namespace Workbench

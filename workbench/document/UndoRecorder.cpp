@@ -16,19 +16,24 @@ UndoRecorder::UndoRecorder(MainScene *scene) : QObject(scene), m_scene(scene)
 
 void UndoRecorder::watch(DocumentItem *item)
 {
-    QUndoStack *stack = m_scene->undoStack();
-    connect(item, &DocumentItem::geometryEdited, this, [this, stack, item](const QRectF &before, const QRectF &after) {
-        stack->push(new ItemGeometryCommand(m_scene, item, before, after));
+    connect(item, &DocumentItem::geometryEdited, this, [this, item](const QRectF &before) {
+        const DocumentItem::Place place = m_scene->placeBefore(*item, before);
+        m_scene->notePlacedByHand(*item);
+        m_scene->undoStack()->push(new ItemCommand<ItemPlace>(
+            m_scene, item, MainScene::tr("Move %1").arg(item->title()), place, m_scene->currentItems()));
     });
     auto *nmr = qobject_cast<NmrItem *>(item);
     if (!nmr)
         return;
-    NmrData *data = nmr->nmrData();
-    connect(data, &NmrData::edited, this, [this, stack, data](const QString &what, const NmrStack &before) {
-        stack->push(new StackCommand(m_scene, data, what, before));
+    connect(nmr->nmrData(), &NmrData::edited, this, [this, nmr](const QString &what, const NmrStack &before) {
+        ItemSpectra::Value value = ItemSpectra::get(*m_scene, *nmr);
+        value.stack = before;
+        m_scene->undoStack()->push(new ItemCommand<ItemSpectra>(m_scene, nmr, what, value, m_scene->currentItems()));
     });
     // Molecules and tables come with a file and the data behind them; a spectrum is made by a command.
-    stack->push(new ItemPresenceCommand(m_scene, item, ItemPresenceCommand::Added));
+    m_scene->undoStack()->push(new ItemCommand<ItemPresence>(
+        m_scene, item, MainScene::tr("Add %1").arg(item->title()),
+        {false, ItemPresence::get(*m_scene, *item).notes}, m_scene->currentItems()));
 }
 
 } // namespace Workbench

@@ -2,6 +2,7 @@
 #include "host/HostApplication.h"
 
 #include "data/Error.h"
+#include "data/structure/CalculationMethod.h"
 #include "host/FileFilterRegistry.h"
 #include "host/HostWindow.h"
 #include "host/MainScene.h"
@@ -11,6 +12,7 @@
 #include "support/MetaTypes.h"
 
 #include <QApplication>
+#include <QFileInfo>
 #include <QGraphicsView>
 
 namespace Workbench {
@@ -62,14 +64,20 @@ HostApplication::ReadResult HostApplication::readFile(const QString &fileName)
     }
     const QList<DocumentItem *> before = scene().documentItems();
     try {
-        return {filter, m_filters->read(filter, fileName, scene().emptyStructureRect())};
+        ReadResult result{filter, m_filters->read(filter, fileName, scene().emptyStructureRect())};
+        const CalculationMethod method = CalculationMethod::fromFile(fileName);
+        for (QGraphicsWidget *item : std::as_const(result.items)) {
+            if (auto *made = qobject_cast<DocumentItem *>(item)) {
+                made->setSource(QFileInfo(fileName).completeBaseName());
+                made->setSourceNote(method.isEmpty() ? QString() : method.text());
+            }
+        }
+        return result;
     } catch (...) {
         // A filter that fails half-way leaves nothing on the page.
         for (DocumentItem *item : scene().documentItems()) {
-            if (!before.contains(item)) {
-                scene().detach(item);
-                delete item;
-            }
+            if (!before.contains(item))
+                scene().destroy(item);
         }
         throw;
     }

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/MainScene.h"
 
+#include "data/Nuclides.h"
 #include "host/DataEngine.h"
 #include "host/PageLayout.h"
+#include "host/WorkspaceLayout.h"
 #include "items/molecule/MoleculeItem.h"
 #include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
@@ -14,6 +16,7 @@
 #include <QGraphicsView>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QRegularExpression>
 #include <QUndoStack>
 
 namespace Workbench {
@@ -22,6 +25,22 @@ namespace {
 
 /// Each may hold a spectrum of before.
 constexpr int mostUndoSteps = 100;
+
+/// A name such as "sample-13C.csv" beside a spectrum of protons.
+bool namesOtherNucleus(const QString &name, const SpectrumAxis &axis)
+{
+    static const QRegularExpression nucleus(QStringLiteral("(\\d{1,3})([A-Z][a-z]?)(?![a-zA-Z])"));
+    bool names = false;
+    for (auto it = nucleus.globalMatch(name); it.hasNext();) {
+        const QRegularExpressionMatch match = it.next();
+        if (!Nuclides::table().contains(match.captured(0)))
+            continue;
+        if (match.captured(0) == QString::number(axis.massNumber) + axis.element)
+            return false;
+        names = true;
+    }
+    return names;
+}
 
 bool isTwoDimensional(const QVariantMap &spectrum)
 {
@@ -49,8 +68,15 @@ MainScene::MainScene(DataEngine *data, QObject *parent)
 
 MainScene::~MainScene()
 {
-    // The commands own items that are off the page and touch the scene.
+    // The commands release the items that they hold off the page.
     delete m_undoStack;
+    for (DocumentItem *item : QList<DocumentItem *>(m_items)) {
+        if (!isOnPage(item))
+            delete item;
+    }
+    // The others go with the base class, which is too late to hear of them.
+    for (DocumentItem *item : std::as_const(m_items))
+        disconnect(item, &QObject::destroyed, this, nullptr);
 }
 
 QGraphicsWidget *MainScene::createMolItem(const QRectF &rect, const QVariantMap &description, const bool activate)
@@ -63,13 +89,57 @@ QGraphicsWidget *MainScene::createMolItem(const QRectF &rect, const QVariantMap 
 
 QGraphicsWidget *MainScene::createNMRItem(const QRectF &rect, const QVariantMap &data, const bool activate)
 {
+    const QString source = sourceOf({{}, {}, data, {}});
+    const QString name = source.isEmpty() ? tr("Simulated") : tr("%1, simulated").arg(source);
+    if (NmrItem *measured = waitingMeasurement(data)) {
+        measured->nmrData()->setActiveEntryId(measured->nmrData()->addEntry(data, name));
+        if (activate)
+            setActiveItem(measured);
+        return measured;
+    }
     QRectF place_ = rect.isValid() ? rect : getEmptyRect();
     // A map needs more height than a line, and a free place at the end of the document can give it.
     if (isTwoDimensional(data) && isFree(place_))
         place_ = PageLayout::rowBelow(usedRect(), PageLayout::spectrum2DHeight);
     auto *item = new NmrItem({}, m_drawn ? NmrItem::WithPlot : NmrItem::WithoutPlot);
-    item->nmrData()->addEntry(data, tr("Simulated"));
+    item->nmrData()->addEntry(data, name);
+    item->setSource(source);
     return place(item, place_, activate);
+}
+
+NmrItem *MainScene::waitingMeasurement(const QVariantMap &data) const
+{
+    if (!m_currentNmr || !isOnPage(m_currentNmr))
+        return nullptr;
+    const NmrData &stack = *m_currentNmr->nmrData();
+    const Spectrum simulated = Spectrum::fromMap(data);
+    if (stack.entryIds().size() != 1 || stack.isSimulated(stack.entryIds().constFirst())
+        || !SpectrumEntry{{}, {}, data, {}}.isSimulated())
+        return nullptr;
+    const QUuid id = stack.entryIds().constFirst();
+    const Spectrum &measured = stack.spectrum(id);
+    if (measured.isEmpty() || measured.dimensions() != simulated.dimensions())
+        return nullptr;
+    for (int d = 0; d < measured.dimensions(); ++d) {
+        const SpectrumAxis &axis = measured.axes[d];
+        // Where the data are silent, the name may tell.
+        const bool fits = axis.nucleus().isEmpty() ? !namesOtherNucleus(stack.entryName(id), simulated.axes[d])
+                                                   : axis.nucleus() == simulated.axes[d].nucleus();
+        if (!fits)
+            return nullptr;
+    }
+    return m_currentNmr;
+}
+
+QString MainScene::sourceOf(const SpectrumEntry &entry) const
+{
+    const QUuid dataId = entry.parameters(QStringLiteral("magres")).value(QStringLiteral("magresDataId")).toUuid();
+    for (const DocumentItem *item : m_items) {
+        const auto *table = qobject_cast<const TableItem *>(item);
+        if (table && !dataId.isNull() && table->sharedDataIds().contains(dataId))
+            return table->source();
+    }
+    return {};
 }
 
 QGraphicsWidget *MainScene::addCustomTableItem(QObject *table, bool activate)
@@ -85,9 +155,9 @@ QGraphicsWidget *MainScene::addCustomTableItem(QObject *table, bool activate)
         return item;
     // A molecule fits into any width, columns do not.
     const double share = PageLayout::moleculeShareBeside(item->fullWidth(beside.height()));
-    if (m_lastMolecule && m_lastMolecule->geometry() == PageLayout::moleculePart(m_lastStructureRow)) {
-        m_lastMolecule->setGeometry(PageLayout::moleculePart(m_lastStructureRow, share));
-        item->setGeometry(PageLayout::tablePart(m_lastStructureRow, share));
+    if (m_lastMolecule && pageRect(*m_lastMolecule) == PageLayout::moleculePart(m_lastStructureRow)) {
+        setPlace(*m_lastMolecule, {PageLayout::moleculePart(m_lastStructureRow, share), {}});
+        setPlace(*item, {PageLayout::tablePart(m_lastStructureRow, share), {}});
     }
     return item;
 }
@@ -116,11 +186,46 @@ QRectF MainScene::emptyStructureRect() const
 QList<DocumentItem *> MainScene::documentItems() const
 {
     QList<DocumentItem *> found;
-    for (QGraphicsItem *item : items(Qt::AscendingOrder)) {
-        if (auto *document = qobject_cast<DocumentItem *>(item->toGraphicsObject()))
-            found.append(document);
-    }
+    std::copy_if(m_items.cbegin(), m_items.cend(), std::back_inserter(found),
+                 [this](const DocumentItem *item) { return isOnPage(item); });
     return found;
+}
+
+DocumentItem *MainScene::item(const QUuid &id) const
+{
+    const auto it =
+        std::find_if(m_items.cbegin(), m_items.cend(), [&](const DocumentItem *item) { return item->id() == id; });
+    return it == m_items.cend() ? nullptr : *it;
+}
+
+bool MainScene::isOnPage(const DocumentItem *item) const
+{
+    return item->scene() == this;
+}
+
+void MainScene::adopt(DocumentItem *item)
+{
+    m_items.append(item);
+    // By whatever deletes it.
+    connect(item, &QObject::destroyed, this, [this, item, id = item->id()] {
+        m_items.removeOne(item);
+        m_holds.remove(id);
+    });
+}
+
+void MainScene::hold(const QUuid &id)
+{
+    ++m_holds[id];
+}
+
+void MainScene::release(const QUuid &id)
+{
+    const auto it = m_holds.find(id);
+    if (it == m_holds.end() || --*it > 0)
+        return;
+    m_holds.erase(it);
+    if (DocumentItem *gone = item(id); gone && !isOnPage(gone))
+        delete gone;
 }
 
 DocumentItem *MainScene::documentItemOf(QGraphicsItem *item)
@@ -136,8 +241,126 @@ QRectF MainScene::usedRect() const
 {
     QRectF used;
     for (const DocumentItem *item : documentItems())
-        used |= item->geometry();
+        used |= pageRect(*item);
     return used;
+}
+
+QRectF MainScene::pageRect(const DocumentItem &item) const
+{
+    return m_layout == Layout::Pages ? item.geometry() : item.place().page;
+}
+
+DocumentItem::Place MainScene::placeOf(const DocumentItem &item) const
+{
+    return placeBefore(item, item.geometry());
+}
+
+DocumentItem::Place MainScene::placeBefore(const DocumentItem &item, const QRectF &geometry) const
+{
+    DocumentItem::Place place = item.place();
+    if (m_layout == Layout::Pages)
+        place.page = geometry;
+    return place;
+}
+
+void MainScene::setPlace(DocumentItem &item, const DocumentItem::Place &place)
+{
+    item.setPlace(place);
+    if (m_layout == Layout::Pages)
+        item.setGeometry(place.page);
+    updatePages();
+}
+
+void MainScene::notePlacedByHand(DocumentItem &item)
+{
+    DocumentItem::Place place = placeOf(item);
+    if (m_layout == Layout::Workspace)
+        place.workspace = item.geometry();
+    setPlace(item, place);
+}
+
+void MainScene::setLayout(Layout layout)
+{
+    if (layout == m_layout)
+        return;
+    for (DocumentItem *item : std::as_const(m_items))
+        item->setPlace(placeOf(*item));
+    m_layout = layout;
+    if (layout == Layout::Pages) {
+        for (DocumentItem *item : std::as_const(m_items))
+            item->setGeometry(item->place().page);
+    }
+    updatePages();
+}
+
+void MainScene::setWorkspaceSize(const QSizeF &size)
+{
+    if (m_workspaceSize == size)
+        return;
+    m_workspaceSize = size;
+    if (m_layout == Layout::Workspace)
+        updatePages();
+}
+
+void MainScene::arrangeAll()
+{
+    for (DocumentItem *item : std::as_const(m_items)) {
+        DocumentItem::Place place = placeOf(*item);
+        place.workspace = {};
+        item->setPlace(place);
+    }
+    updatePages();
+}
+
+void MainScene::arrange()
+{
+    struct Content {
+        MoleculeItem *molecule = nullptr;
+        DocumentItem *other = nullptr;
+    };
+    QList<WorkspaceLayout::Row> rows;
+    QList<Content> contents;
+    const auto flows = [](const DocumentItem *item) {
+        return item->place().workspace.isEmpty() && item->isVisible();
+    };
+    QSet<const DocumentItem *> beside;
+    const QList<DocumentItem *> all = documentItems();
+    for (DocumentItem *item : all) {
+        auto *molecule = qobject_cast<MoleculeItem *>(item);
+        auto *table = qobject_cast<TableItem *>(item);
+        if ((!molecule && !table) || !flows(item) || beside.contains(item))
+            continue;
+        Content content{molecule, table};
+        for (DocumentItem *linked : molecule ? molecule->linkedItems() : QList<DocumentItem *>()) {
+            auto *candidate = qobject_cast<TableItem *>(linked);
+            if (!content.other && candidate && isOnPage(candidate) && flows(candidate) && !beside.contains(candidate))
+                content.other = candidate;
+        }
+        beside.insert(content.other);
+        auto *shown = qobject_cast<TableItem *>(content.other);
+        const double width = shown && m_drawn ? shown->fullWidth(m_workspaceSize.height() / 2) : 0;
+        rows.append({WorkspaceLayout::Row::Structure, width, molecule != nullptr, shown != nullptr});
+        contents.append(content);
+    }
+    for (DocumentItem *item : all) {
+        auto *nmr = qobject_cast<NmrItem *>(item);
+        if (!nmr || !flows(nmr))
+            continue;
+        const bool map = nmr->nmrData()->shownSpectrum().dimensions() == 2;
+        rows.append({map ? WorkspaceLayout::Row::Map : WorkspaceLayout::Row::Spectrum, 0, false, false});
+        contents.append({nullptr, nmr});
+    }
+    const QList<WorkspaceLayout::Place> places = WorkspaceLayout::place(rows, m_workspaceSize);
+    for (qsizetype i = 0; i < places.size(); ++i) {
+        if (contents[i].molecule)
+            contents[i].molecule->setGeometry(places[i].left);
+        if (contents[i].other)
+            contents[i].other->setGeometry(places[i].right);
+    }
+    for (DocumentItem *item : all) {
+        if (!flows(item))
+            item->setGeometry(item->place().workspace);
+    }
 }
 
 int MainScene::pageCount() const
@@ -161,6 +384,7 @@ void MainScene::setActiveItem(QGraphicsWidget *item)
     if (item && documentItemOf(focusItem()) != item)
         item->setFocus();
     Q_EMIT activeItemChanged(item);
+    Q_EMIT currentItemsChanged();
 }
 
 NmrItem *MainScene::currentNmrItem() const
@@ -173,30 +397,65 @@ TableItem *MainScene::currentTableItem() const
     return m_currentTable;
 }
 
-void MainScene::attach(DocumentItem *item)
+MainScene::CurrentItems MainScene::currentItems() const
 {
-    addItem(item);
-    updatePages();
-    setActiveItem(item);
+    const auto id = [](const auto &item) {
+        const auto *document = qobject_cast<const DocumentItem *>(item);
+        return document ? document->id() : QUuid();
+    };
+    return {id(m_active.data()), id(m_currentNmr.data()), id(m_currentTable.data())};
 }
 
-void MainScene::detach(DocumentItem *item)
+void MainScene::setCurrentItems(const CurrentItems &current)
 {
-    removeItem(item);
+    const auto onPage = [this](const QUuid &id) {
+        DocumentItem *found = item(id);
+        return found && isOnPage(found) ? found : nullptr;
+    };
+    setActiveItem(onPage(current.active));
+    m_currentNmr = qobject_cast<NmrItem *>(onPage(current.nmr));
+    m_currentTable = qobject_cast<TableItem *>(onPage(current.table));
+    Q_EMIT currentItemsChanged();
+}
+
+void MainScene::setOnPage(DocumentItem *item, bool onPage)
+{
+    if (onPage == isOnPage(item))
+        return;
+    if (!onPage) {
+        removeItem(item);
+        return leave(item);
+    }
+    addItem(item);
+    const auto above = std::find_if(m_items.cbegin() + m_items.indexOf(item) + 1, m_items.cend(),
+                                    [this](const DocumentItem *other) { return isOnPage(other); });
+    if (above != m_items.cend())
+        item->stackBefore(*above);
+    updatePages();
+    Q_EMIT itemsChanged();
+}
+
+void MainScene::leave(const DocumentItem *item)
+{
     replaceCurrent(m_currentNmr, item);
     replaceCurrent(m_currentTable, item);
     if (m_active == item)
         setActiveItem(nullptr);
     updatePages();
+    Q_EMIT itemsChanged();
+}
+
+void MainScene::destroy(DocumentItem *item)
+{
+    setOnPage(item, false);
+    delete item;
 }
 
 void MainScene::removeAll()
 {
     m_undoStack->clear();
-    for (DocumentItem *item : documentItems()) {
-        detach(item);
-        delete item;
-    }
+    for (DocumentItem *item : QList<DocumentItem *>(m_items))
+        destroy(item);
     m_lastStructureRow = {};
     updatePages();
 }
@@ -215,7 +474,9 @@ void MainScene::replaceCurrent(QPointer<Item> &current, const DocumentItem *goin
 
 QGraphicsWidget *MainScene::place(DocumentItem *item, const QRectF &rect, bool activate)
 {
+    adopt(item);
     addItem(item);
+    item->setPlace({rect, item->place().workspace});
     item->setGeometry(rect);
     updatePages();
     Q_EMIT itemAdded(item);
@@ -224,6 +485,8 @@ QGraphicsWidget *MainScene::place(DocumentItem *item, const QRectF &rect, bool a
         m_currentNmr = nmr;
     if (auto *table = qobject_cast<TableItem *>(item))
         m_currentTable = table;
+    Q_EMIT itemsChanged();
+    Q_EMIT currentItemsChanged();
     if (activate) {
         setActiveItem(item);
         showInViews(item);
@@ -234,7 +497,7 @@ QGraphicsWidget *MainScene::place(DocumentItem *item, const QRectF &rect, bool a
 bool MainScene::isFree(const QRectF &rect) const
 {
     for (const DocumentItem *item : documentItems()) {
-        if (item->geometry().intersects(rect))
+        if (pageRect(*item).intersects(rect))
             return false;
     }
     return true;
@@ -242,7 +505,15 @@ bool MainScene::isFree(const QRectF &rect) const
 
 void MainScene::updatePages()
 {
-    setSceneRect(QRectF(0, 0, PageLayout::pageWidth, pageCount() * PageLayout::pageHeight));
+    if (m_layout == Layout::Pages) {
+        setSceneRect(QRectF(0, 0, PageLayout::pageWidth, pageCount() * PageLayout::pageHeight));
+    } else {
+        arrange();
+        QRectF shown(QPointF(0, 0), m_workspaceSize);
+        for (const DocumentItem *item : documentItems())
+            shown |= item->geometry().adjusted(0, 0, 0, WorkspaceLayout::gap);
+        setSceneRect(shown);
+    }
     update();
 }
 

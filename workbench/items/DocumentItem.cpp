@@ -10,6 +10,8 @@
 #include <QPainter>
 #include <QScopedValueRollback>
 
+#include <algorithm>
+
 namespace Workbench {
 
 namespace {
@@ -23,8 +25,8 @@ const QSizeF smallestSize(120, 80);
 const QColor frameColor(0xb8, 0xbe, 0xc6);
 const QColor currentFrameColor(0x1f, 0x6f, 0xb5);
 const QColor titleBarColor(0xf1, 0xf3, 0xf6);
-const QColor noteColor(0xd7, 0xee, 0xd9);
-const QColor noteTextColor(0x1b, 0x4d, 0x1f);
+const QColor modeColor(0xd7, 0xee, 0xd9);
+const QColor modeTextColor(0x1b, 0x4d, 0x1f);
 const QColor titleColor(0x24, 0x2c, 0x36);
 
 /// The lower right corner of the current item, above its content, by which it is resized.
@@ -80,6 +82,8 @@ DocumentItem::DocumentItem(const QUuid &id, QGraphicsItem *parent)
     : QGraphicsWidget(parent), m_id(id.isNull() ? QUuid::createUuid() : id)
 {
     m_grip = new ResizeGrip(this);
+    m_noteBar = new NoteBar(this);
+    m_noteBar->setVisible(false);
     setFlag(ItemClipsChildrenToShape);
     setFocusPolicy(Qt::StrongFocus);
     setMinimumSize(smallestSize);
@@ -93,11 +97,59 @@ void DocumentItem::setTitle(const QString &title)
         return;
     m_title = title;
     update();
+    Q_EMIT titleChanged();
 }
 
-void DocumentItem::setNote(const QString &note)
+QString DocumentItem::title() const
 {
-    m_note = note;
+    return m_givenName.isEmpty() ? sourcedTitle() : m_givenName;
+}
+
+QString DocumentItem::sourcedTitle() const
+{
+    return m_source.isEmpty() ? m_title : QStringLiteral("%1 \u2013 %2").arg(m_source, m_title);
+}
+
+void DocumentItem::setSource(const QString &source)
+{
+    m_source = source;
+    update();
+    Q_EMIT titleChanged();
+}
+
+void DocumentItem::setGivenName(const QString &name)
+{
+    m_givenName = name;
+    update();
+    Q_EMIT titleChanged();
+}
+
+void DocumentItem::setMode(const QString &mode)
+{
+    m_mode = mode;
+    update();
+}
+
+void DocumentItem::setNotes(const QList<ItemNote> &notes)
+{
+    m_noteBar->setNotes(notes);
+    m_noteBar->setVisible(!notes.isEmpty());
+    layOut();
+}
+
+void DocumentItem::setOnPaper(bool onPaper, bool withNotes)
+{
+    m_noteBar->setOnPaper(onPaper);
+    m_noteBar->setVisible(!notes().isEmpty() && (!onPaper || withNotes));
+    layOut();
+}
+
+void DocumentItem::layOut()
+{
+    m_grip->setPos(rect().bottomRight());
+    m_noteBar->setPos(frameWidth, titleHeight + 1);
+    m_noteBar->setWidth(rect().width() - 2 * frameWidth);
+    layoutContent(contentRect());
     update();
 }
 
@@ -110,7 +162,9 @@ void DocumentItem::setCurrent(bool current)
 
 QRectF DocumentItem::contentRect() const
 {
-    return rect().adjusted(frameWidth, titleHeight + 1, -frameWidth, -frameWidth);
+    // Notes on a small item cover its content rather than push it out.
+    const double notesHeight = m_noteBar->isVisibleTo(this) ? std::min(m_noteBar->height(), rect().height() / 3) : 0;
+    return rect().adjusted(frameWidth, titleHeight + 1 + notesHeight, -frameWidth, -frameWidth);
 }
 
 QList<DocumentItem *> DocumentItem::linkedItems() const
@@ -121,6 +175,22 @@ QList<DocumentItem *> DocumentItem::linkedItems() const
             items.append(item);
     }
     return items;
+}
+
+void DocumentItem::setLinkedItems(const QList<DocumentItem *> &items)
+{
+    for (DocumentItem *linked : linkedItems()) {
+        if (!items.contains(linked))
+            linked->m_linked.removeAll(this);
+    }
+    m_linked.clear();
+    for (DocumentItem *item : items) {
+        if (m_linked.contains(item))
+            continue;
+        m_linked.append(item);
+        if (!item->m_linked.contains(this))
+            item->m_linked.append(this);
+    }
 }
 
 void DocumentItem::linkObject(QObject *object)
@@ -151,6 +221,11 @@ QMenu *DocumentItem::contextMenu()
     if (!m_menu)
         m_menu = std::make_unique<QMenu>();
     m_menu->clear();
+    for (const ItemNote &note : notes()) {
+        if (note.run)
+            m_menu->addAction(note.action, this, note.run)->setToolTip(note.text);
+    }
+    m_menu->addSeparator();
     fillContextMenu(m_menu.get());
     for (const auto &menu : std::as_const(m_pluginMenus)) {
         if (!menu)
@@ -203,18 +278,18 @@ void DocumentItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QW
     painter->setFont(titleFont);
     painter->setPen(titleColor);
     QRectF textArea = bar.adjusted(8, 0, -8, 0);
-    if (!m_note.isEmpty() && !pageOutput) {
+    if (!m_mode.isEmpty() && !pageOutput) {
         const QFontMetricsF metrics(titleFont);
-        const QString note = metrics.elidedText(m_note, Qt::ElideMiddle, textArea.width() / 2);
-        const double noteWidth = metrics.horizontalAdvance(note) + 16;
-        const QRectF box(bar.right() - noteWidth - 3, bar.top() + 3, noteWidth, bar.height() - 6);
-        painter->fillRect(box, noteColor);
-        painter->setPen(noteTextColor);
-        painter->drawText(box, Qt::AlignCenter, note);
+        const QString mode = metrics.elidedText(m_mode, Qt::ElideMiddle, textArea.width() / 2);
+        const double modeWidth = metrics.horizontalAdvance(mode) + 16;
+        const QRectF box(bar.right() - modeWidth - 3, bar.top() + 3, modeWidth, bar.height() - 6);
+        painter->fillRect(box, modeColor);
+        painter->setPen(modeTextColor);
+        painter->drawText(box, Qt::AlignCenter, mode);
         painter->setPen(titleColor);
         textArea.setRight(box.left() - 8);
     }
-    const QString text = QFontMetricsF(titleFont).elidedText(m_title, Qt::ElideMiddle, textArea.width());
+    const QString text = QFontMetricsF(titleFont).elidedText(title(), Qt::ElideMiddle, textArea.width());
     painter->drawText(textArea, Qt::AlignVCenter | Qt::AlignLeft, text);
 
     painter->restore();
@@ -235,8 +310,7 @@ void DocumentItem::fillContextMenu(QMenu *)
 void DocumentItem::resizeEvent(QGraphicsSceneResizeEvent *event)
 {
     QGraphicsWidget::resizeEvent(event);
-    m_grip->setPos(rect().bottomRight());
-    layoutContent(contentRect());
+    layOut();
 }
 
 void DocumentItem::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)

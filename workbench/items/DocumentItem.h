@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "items/NoteBar.h"
+
 #include <QGraphicsWidget>
 #include <QPointer>
 #include <QUuid>
@@ -24,13 +26,43 @@ public:
     ~DocumentItem() override;
 
     QUuid id() const { return m_id; }
-    QString title() const { return m_title; }
+    /// What it is called: the user's name for it, or the title of its content with the source that this is from.
+    QString title() const;
+    /// Of its content.
+    QString contentTitle() const { return m_title; }
     void setTitle(const QString &title);
-    /// Said in the title bar while it holds, on the screen only; empty for nothing.
-    void setNote(const QString &note);
-    /// What the frame and the title bar leave to the content.
+    /// The file that the content is of, without the folder; empty when it is of none.
+    QString source() const { return m_source; }
+    void setSource(const QString &source);
+    /// What is known of the source beyond its name, such as how it was calculated.
+    QString sourceNote() const { return m_sourceNote; }
+    void setSourceNote(const QString &note) { m_sourceNote = note; }
+    /// By the user; empty for none.
+    QString givenName() const { return m_givenName; }
+    void setGivenName(const QString &name);
+    /// Said in the title bar while a mode of working lasts, on the screen only; empty for none.
+    void setMode(const QString &mode);
+    /// Where it lies on paper and, when somebody has put it there by hand, in the workspace (else an empty rectangle).
+    /// The page shows one of both as the geometry.
+    struct Place {
+        QRectF page;
+        QRectF workspace;
+        bool operator==(const Place &) const = default;
+    };
+    const Place &place() const { return m_place; }
+    void setPlace(const Place &place) { m_place = place; }
+
+    /// Shown under the title, and offered in the context menu.
+    void setNotes(const QList<ItemNote> &notes);
+    const QList<ItemNote> &notes() const { return m_noteBar->notes(); }
+    const NoteBar *noteBar() const { return m_noteBar; }
+    /// As on paper from now on: without marks and, unless they are wanted there, without notes.
+    void setOnPaper(bool onPaper, bool withNotes = false);
+    /// What the frame, the title bar and the notes leave to the content.
     QRectF contentRect() const;
     QList<DocumentItem *> linkedItems() const;
+    /// Links to these and to no others. The others' links to this item follow.
+    void setLinkedItems(const QList<DocumentItem *> &items);
 
     /// The current item of a document has a strong frame and can be resized.
     bool isCurrent() const { return m_current; }
@@ -58,7 +90,8 @@ public:
     static bool isPageOutput(const QPainter *painter, const QWidget *widget);
 
 Q_SIGNALS:
-    /// The user has moved or resized the item by hand.
+    void titleChanged();
+    /// The user has moved or resized the item by hand: its geometry, no more.
     void geometryEdited(const QRectF &before, const QRectF &after);
 
 protected:
@@ -75,10 +108,21 @@ protected:
     /// True for the title bar, by which the item is moved.
     bool isTitleBar(const QPointF &pos) const;
 
+protected:
+    /// The title with the source.
+    virtual QString sourcedTitle() const;
+
 private:
+    void layOut();
+
     QUuid m_id;
     QString m_title;
-    QString m_note;
+    QString m_source;
+    QString m_sourceNote;
+    QString m_givenName;
+    QString m_mode;
+    Place m_place;
+    NoteBar *m_noteBar;
     QList<QPointer<DocumentItem>> m_linked;
     QList<QPointer<QMenu>> m_pluginMenus;
     std::unique_ptr<QMenu> m_menu;

@@ -7,9 +7,11 @@
 #include "host/MainScene.h"
 #include "window/Progress.h"
 #include "formats/DocumentFile.h"
+#include "formats/ExperimentFile.h"
 #include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGraphicsView>
@@ -70,7 +72,7 @@ void DocumentController::touch()
     updateTitle();
 }
 
-void DocumentController::read(const std::function<void()> &readFile)
+void DocumentController::read(const std::function<void()> &readFile, const QString &file)
 {
     const bool nothingToSave = m_fileName.isEmpty() && !isModified();
     const bool touchedBefore = m_touched;
@@ -81,13 +83,29 @@ void DocumentController::read(const std::function<void()> &readFile)
         updateTitle();
         throw;
     }
+    if (m_firstFile.isEmpty())
+        m_firstFile = file;
+    // A measurement's folder is no place for our files.
+    if (m_firstStructure.isEmpty() && !ExperimentFile::isExperiment(file))
+        m_firstStructure = file;
     if (nothingToSave)
         setFile({});
+    updateTitle();
+}
+
+QString DocumentController::proposedPath(const QString &suffix) const
+{
+    const QString beside = m_fileName.isEmpty() ? m_firstStructure : m_fileName;
+    const QString name = QFileInfo(beside.isEmpty() ? m_firstFile : beside).completeBaseName();
+    const QString folder = beside.isEmpty() ? QDir::homePath() : QFileInfo(beside).absolutePath();
+    return QDir(folder).filePath((name.isEmpty() ? tr("Untitled") : name) + u'.' + suffix);
 }
 
 QStringList DocumentController::replace(const Document &document, const QString &fileName)
 {
     const QStringList notes = DocumentState::restore(document, *m_scene, *m_data, m_plugins);
+    m_firstFile.clear();
+    m_firstStructure.clear();
     for (QGraphicsView *view : m_scene->views())
         view->ensureVisible(QRectF(0, 0, 1, 1), 0, 0);
     setFile(fileName);
@@ -106,7 +124,9 @@ void DocumentController::setFile(const QString &fileName)
 
 QString DocumentController::shownName() const
 {
-    return m_fileName.isEmpty() ? tr("Untitled") : QFileInfo(m_fileName).fileName();
+    if (!m_fileName.isEmpty())
+        return QFileInfo(m_fileName).fileName();
+    return m_firstFile.isEmpty() ? tr("Untitled") : QFileInfo(m_firstFile).completeBaseName();
 }
 
 void DocumentController::updateTitle()
@@ -160,11 +180,11 @@ bool DocumentController::save()
 
 bool DocumentController::saveAs()
 {
-    QFileDialog dialog(m_window, tr("Save As"), m_fileName.isEmpty() ? QString() : QFileInfo(m_fileName).path(),
-                       nameFilter());
+    const QFileInfo proposed(proposedPath(QLatin1String(DocumentFile::suffix)));
+    QFileDialog dialog(m_window, tr("Save As"), proposed.path(), nameFilter());
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(QLatin1String(DocumentFile::suffix));
-    dialog.selectFile(m_fileName.isEmpty() ? shownName() : QFileInfo(m_fileName).fileName());
+    dialog.selectFile(proposed.fileName());
     return dialog.exec() == QDialog::Accepted && saveTo(dialog.selectedFiles().constFirst());
 }
 

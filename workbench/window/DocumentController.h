@@ -30,7 +30,12 @@ public:
     bool isModified() const;
 
     /// Runs what reads a file into the document. An untitled document of nothing but files as they are has no changes.
-    void read(const std::function<void()> &readFile);
+    /// Until it is saved the document is called after the first file.
+    void read(const std::function<void()> &readFile, const QString &file = {});
+
+    /// Where files of this document are to be written, as a proposal: beside the first structure's file, or beside the
+    /// document. Empty when nothing is known.
+    QString proposedPath(const QString &suffix) const;
 
     /// Asks what is to become of unsaved changes; true when the document may go.
     bool mayReplace();
@@ -63,6 +68,8 @@ private:
     QMainWindow *m_window;
     const PluginManager *m_plugins = nullptr;
     QString m_fileName;
+    QString m_firstFile;
+    QString m_firstStructure;
     bool m_touched = false; ///< by a change that the undo stack does not know
 };
 

@@ -22,6 +22,7 @@
 #include <QMessageBox>
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace Workbench {
@@ -39,6 +40,14 @@ Item *needed(Item *item, const QString &ifNone)
     if (!item)
         fail(ifNone);
     return item;
+}
+
+bool hasSelectedRow(const TableItem &table, const QString &nucleus)
+{
+    const QVariantList rows = table.selectedRowMaps();
+    return std::any_of(rows.cbegin(), rows.cend(), [&](const QVariant &row) {
+        return row.toMap().value(QStringLiteral("type")).toString() == Nuclides::element(nucleus);
+    });
 }
 
 /// The whole file or none.
@@ -89,6 +98,9 @@ ExportMenu::ExportMenu(MainScene *scene, DataEngine *customData, QWidget *window
     addAction(tr("&Table..."), this,
               [this] { ask(tr("Export Table"), tableFiles(), [this](const QString &name) { writeTable(name); }); });
     addAction(tr("SIMPSON Spin S&ystem..."), this, &ExportMenu::askForSpinSystem);
+    addSeparator();
+    m_withNotes = addAction(tr("&Notes in Pictures of the Page"));
+    m_withNotes->setCheckable(true);
 }
 
 void ExportMenu::ask(const QString &title, const QList<std::pair<QString, QString>> &types,
@@ -98,7 +110,9 @@ void ExportMenu::ask(const QString &title, const QList<std::pair<QString, QStrin
     for (const auto &[name, suffix] : types)
         filters.append(QStringLiteral("%1 (*.%2)").arg(name, suffix));
     QString chosen;
-    QString fileName = QFileDialog::getSaveFileName(parentWidget(), title, m_lastDirectory,
+    const QFileInfo proposed(m_proposal ? m_proposal(types.constFirst().second) : QString());
+    const QString folder = m_lastDirectory.isEmpty() ? proposed.path() : m_lastDirectory;
+    QString fileName = QFileDialog::getSaveFileName(parentWidget(), title, QDir(folder).filePath(proposed.fileName()),
                                                     filters.join(QLatin1String(";;")), &chosen);
     if (fileName.isEmpty())
         return;
@@ -117,7 +131,9 @@ void ExportMenu::ask(const QString &title, const QList<std::pair<QString, QStrin
 void ExportMenu::writePage(const QString &fileName) const
 {
     const PageExport::Format format = PageExport::formatOf(fileName);
-    writeFile(fileName, [&](QIODevice &device) { PageExport::writePage(*m_scene, device, format); });
+    writeFile(fileName, [&](QIODevice &device) { PageExport::writePage(*m_scene, device, format,
+                              m_withNotes->isChecked() ? PageExport::Notes::Shown : PageExport::Notes::Hidden);
+    });
 }
 
 void ExportMenu::writeSpectrum(const QString &fileName) const
@@ -178,7 +194,7 @@ SpinSystem::Options ExportMenu::spinSystemOptions(const QStringList &nuclei) con
     return options;
 }
 
-void ExportMenu::writeSpinSystem(const QString &fileName, const QStringList &nuclei) const
+QString ExportMenu::writeSpinSystem(const QString &fileName, const QStringList &nuclei) const
 {
     const TableItem *table = needed(m_scene->currentTableItem(), tr("There is no table on the page"));
     const auto ids = callPlugin<QList<QUuid>>(table->table(), "tableItem_sharedDataIds()");
@@ -186,25 +202,60 @@ void ExportMenu::writeSpinSystem(const QString &fileName, const QStringList &nuc
         if (!Nuclides::table().contains(nucleus))
             fail(tr("\"%1\" is not an NMR nucleus such as 13C").arg(nucleus));
     }
-    const SpinSystem system = SpinSystem::fromData(m_data->getDataMap(ids.value(0)), spinSystemOptions(nuclei));
+    const SpinSystem::Options options = spinSystemOptions(nuclei);
+    for (const QString &nucleus : nuclei) {
+        if (!table->selectedRowMaps().isEmpty() && !hasSelectedRow(*table, nucleus))
+            fail(tr("The selected rows of the table hold no site of %1. Select some, or no row at all for all sites")
+                     .arg(nucleus));
+    }
+    const SpinSystem system = SpinSystem::fromData(m_data->getDataMap(ids.value(0)), options);
+    QStringList counts;
+    for (const QString &nucleus : nuclei) {
+        const auto sites = std::count_if(system.sites.begin(), system.sites.end(),
+                                         [&](const SpinSystem::Site &site) { return site.nucleus == nucleus; });
+        counts.append(tr("%1 of %2").arg(sites).arg(nucleus));
+    }
     writeFile(fileName, [&](QIODevice &device) { device.write(system.simpson(table->title())); });
+    return tr("%n site(s): %1", nullptr, int(system.sites.size())).arg(counts.join(QLatin1String(", ")));
+}
+
+QString ExportMenu::sitesOffered() const
+{
+    const TableItem *table = m_scene->currentTableItem();
+    QMap<QString, int> sites;
+    const QVariantList selected = table ? table->selectedRowMaps() : QVariantList();
+    for (const QVariant &row : !table || !selected.isEmpty() ? selected : table->rowMaps())
+        sites[row.toMap().value(QStringLiteral("type")).toString()] +=
+            int(std::max<qsizetype>(1, row.toMap().value(QStringLiteral("atomNos")).toList().size()));
+    QStringList texts;
+    for (auto it = sites.cbegin(); it != sites.cend(); ++it)
+        texts.append(tr("%1 of %2").arg(it.value()).arg(it.key()));
+    return tr("Sites that would be written: %1").arg(texts.join(QLatin1String(", ")));
 }
 
 void ExportMenu::askForSpinSystem()
 {
     if (m_lastNuclei.isEmpty())
         m_lastNuclei = nucleiOfSpectrum().join(QLatin1String(", "));
+    const TableItem *table = m_scene->currentTableItem();
+    const bool chosen = table && !table->selectedRowMaps().isEmpty();
     bool accepted = false;
     const QString text = QInputDialog::getText(
         parentWidget(), tr("SIMPSON Spin System"),
-        tr("Nuclei, such as 13C, 1H. Of their atoms those in the selected rows of the table are taken, or all:"),
+        tr("Nuclei, such as 13C, 1H. %1\n%2:")
+            .arg(chosen ? tr("Only atoms in the selected rows of the table are taken.")
+                        : tr("All their atoms are taken; rows selected in the table restrict them."),
+                 sitesOffered()),
         QLineEdit::Normal, m_lastNuclei, &accepted);
     const QStringList nuclei = text.split(QRegularExpression(QStringLiteral("[\\s,;]+")), Qt::SkipEmptyParts);
     if (!accepted || nuclei.isEmpty())
         return;
     m_lastNuclei = text;
+    QString done;
     ask(tr("SIMPSON Spin System"), {{tr("SIMPSON input"), QStringLiteral("in")}},
-        [&](const QString &name) { writeSpinSystem(name, nuclei); });
+        [&](const QString &name) { done = writeSpinSystem(name, nuclei); });
+    if (!done.isEmpty())
+        Q_EMIT reported(tr("The spin system is written: %1").arg(done));
 }
 
 } // namespace Workbench

@@ -22,7 +22,11 @@ public:
     void writePage(const QString &fileName) const;
     void writeSpectrum(const QString &fileName) const;
     void writeTable(const QString &fileName) const;
-    void writeSpinSystem(const QString &fileName, const QStringList &nuclei) const;
+    /// Returns how many sites it wrote.
+    QString writeSpinSystem(const QString &fileName, const QStringList &nuclei) const;
+
+    /// Where to propose that a file of this suffix is written.
+    void setProposal(const std::function<QString(const QString &suffix)> &path) { m_proposal = path; }
 
 Q_SIGNALS:
     /// What was done, for a status bar.
@@ -35,11 +39,14 @@ private:
     void askForSpinSystem();
     SpinSystem::Options spinSystemOptions(const QStringList &nuclei) const;
     QStringList nucleiOfSpectrum() const;
+    QString sitesOffered() const;
 
     MainScene *m_scene;
     DataEngine *m_data;
     QString m_lastDirectory;
     QString m_lastNuclei;
+    QAction *m_withNotes;
+    std::function<QString(const QString &suffix)> m_proposal;
 };
 
 } // namespace Workbench

@@ -13,8 +13,14 @@
 
 namespace Workbench {
 
-MainView::MainView(MainScene *scene, QWidget *parent) : QGraphicsView(scene, parent)
+MainView::MainView(MainScene *scene, QWidget *parent) : QGraphicsView(scene, parent), m_scene(scene)
 {
+    setAccessibleName(tr("Workspace"));
+    // A bar that comes and goes would change the width to be filled.
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    setFrameShape(NoFrame);
+    scene->setLayout(MainScene::Layout::Workspace);
+    connect(scene, &MainScene::itemsChanged, this, &MainView::placeHints);
     setObjectName(QStringLiteral("mainView"));
     setRenderHint(QPainter::Antialiasing);
     setAlignment(Qt::AlignHCenter | Qt::AlignTop);
@@ -30,9 +36,53 @@ void MainView::zoom(double factor)
     setTransform(QTransform::fromScale(scale, scale));
 }
 
-void MainView::fitPageWidth()
+bool MainView::isPagePreview() const
 {
-    const double scale = viewport()->width() / (PageLayout::pageWidth + 2 * PageLayout::gap);
+    return m_scene->layout() == MainScene::Layout::Pages;
+}
+
+void MainView::setPagePreview(bool preview)
+{
+    m_scene->setLayout(preview ? MainScene::Layout::Pages : MainScene::Layout::Workspace);
+    for (DocumentItem *item : m_scene->documentItems())
+        item->setOnPaper(preview);
+    fitWidth();
+    fillWindow();
+}
+
+void MainView::fillWindow()
+{
+    // The workspace does not grow with the zoom, which is for a closer look.
+    if (!isPagePreview())
+        m_scene->setWorkspaceSize(QSizeF(viewport()->width(), maximumViewportSize().height()));
+}
+
+void MainView::setHints(QWidget *hints)
+{
+    m_hints = hints;
+    m_hints->setParent(viewport());
+    placeHints();
+}
+
+void MainView::placeHints()
+{
+    if (!m_hints)
+        return;
+    m_hints->setVisible(m_scene->documentItems().isEmpty());
+    m_hints->move((viewport()->width() - m_hints->width()) / 2, std::max(0, (viewport()->height() - m_hints->height()) / 2));
+}
+
+void MainView::resizeEvent(QResizeEvent *event)
+{
+    QGraphicsView::resizeEvent(event);
+    fillWindow();
+    placeHints();
+}
+
+void MainView::fitWidth()
+{
+    const double scale =
+        isPagePreview() ? viewport()->width() / (PageLayout::pageWidth + 2 * PageLayout::gap) : 1.0;
     // What is at the top stays there.
     const double top = mapToScene(QPoint(0, 0)).y();
     setTransform(QTransform::fromScale(scale, scale));
@@ -49,6 +99,10 @@ void MainView::showEvent(QShowEvent *event)
 
 void MainView::drawBackground(QPainter *painter, const QRectF &rect)
 {
+    if (!isPagePreview()) {
+        painter->fillRect(rect, palette().color(QPalette::Window));
+        return;
+    }
     painter->fillRect(rect, QColor(0x8a, 0x90, 0x98));
     painter->fillRect(rect & sceneRect(), Qt::white);
     painter->setPen(QPen(QColor(200, 200, 200), 0, Qt::DashLine));

@@ -9,9 +9,22 @@
 
 namespace Workbench {
 
+namespace {
+
+/// Whether the molecule says which of its atoms are behind peaks of the spectra.
+bool isNoted(const NmrItem &spectra, const MoleculeItem &molecule)
+{
+    const QSet<QUuid> &entries = molecule.assignments().entries();
+    const QList<QUuid> ids = spectra.nmrData()->entryIds();
+    return std::any_of(ids.cbegin(), ids.cend(), [&](const QUuid &id) { return entries.contains(id); });
+}
+
+} // namespace
+
 PeakAtomLinks::PeakAtomLinks(MainScene *scene) : QObject(scene), m_scene(scene)
 {
     connect(scene, &MainScene::itemAdded, this, &PeakAtomLinks::watch);
+    connect(scene, &MainScene::itemsChanged, this, &PeakAtomLinks::link);
 }
 
 void PeakAtomLinks::watch(DocumentItem *item)
@@ -28,22 +41,25 @@ void PeakAtomLinks::link()
     if (!m_scene->isDrawn())
         return;
     const QList<DocumentItem *> items = m_scene->documentItems();
-    for (DocumentItem *molecule : items) {
-        const auto *withAtoms = qobject_cast<MoleculeItem *>(molecule);
-        if (!withAtoms || withAtoms->assignments().entries().isEmpty())
+    for (DocumentItem *item : items) {
+        auto *spectrum = qobject_cast<NmrItem *>(item);
+        if (!spectrum)
             continue;
-        for (DocumentItem *item : items) {
-            const auto *spectrum = qobject_cast<NmrItem *>(item);
-            const QList<QUuid> ids = spectrum ? spectrum->nmrData()->entryIds() : QList<QUuid>();
-            if (std::none_of(ids.cbegin(), ids.cend(),
-                             [&](const QUuid &id) { return withAtoms->assignments().entries().contains(id); }))
-                continue;
-            item->linkObject(molecule);
-            for (DocumentItem *linked : molecule->linkedItems()) {
-                if (qobject_cast<TableItem *>(linked))
-                    item->linkObject(linked);
+        QList<DocumentItem *> links;
+        for (DocumentItem *linked : spectrum->linkedItems()) {
+            if (!qobject_cast<MoleculeItem *>(linked) && !qobject_cast<TableItem *>(linked))
+                links.append(linked);
+        }
+        for (DocumentItem *other : items) {
+            if (auto *molecule = qobject_cast<MoleculeItem *>(other); molecule && isNoted(*spectrum, *molecule)) {
+                links.append(molecule);
+                for (DocumentItem *beside : molecule->linkedItems()) {
+                    if (qobject_cast<TableItem *>(beside))
+                        links.append(beside);
+                }
             }
         }
+        spectrum->setLinkedItems(links);
     }
 }
 

@@ -9,7 +9,7 @@ class DocumentItem;
 class MainScene;
 
 /// Links spectra to the molecules, and to the tables beside them, whose atoms stand behind their peaks, so that a
-/// selection in one shows in all.
+/// selection in one shows in all. These links follow from the notes of the molecules alone.
 class PeakAtomLinks : public QObject {
     Q_OBJECT
 public:

@@ -21,8 +21,7 @@ StackMenu::StackMenu(MainScene *scene, QWidget *window)
       m_activeMenu(new QMenu(tr("Active &Spectrum"), this)),
       m_removeMenu(new QMenu(tr("&Remove Spectrum"), this))
 {
-    QAction *add = addAction(tr("Add &Experimental Spectrum..."), QKeySequence(tr("Ctrl+Shift+O")), this,
-                             &StackMenu::chooseExperiment);
+    addAction(tr("Add &Experimental Spectrum..."), this, &StackMenu::chooseExperiment);
     addMenu(m_activeMenu);
     addMenu(m_removeMenu);
     m_next = new QAction(tr("&Next"), this);
@@ -32,7 +31,7 @@ StackMenu::StackMenu(MainScene *scene, QWidget *window)
     m_previous->setShortcut(QKeySequence(tr("Ctrl+PgUp")));
     connect(m_previous, &QAction::triggered, this, [this] { activateNext(-1); });
     // Shortcuts work from menus that are not open through the window.
-    window->addActions({add, m_next, m_previous});
+    window->addActions({m_next, m_previous});
     connect(m_activeMenu, &QMenu::aboutToShow, this, &StackMenu::fillActiveMenu);
     connect(m_removeMenu, &QMenu::aboutToShow, this, &StackMenu::fillRemoveMenu);
 }
@@ -46,17 +45,75 @@ NmrData *StackMenu::data() const
 void StackMenu::chooseExperiment()
 {
     const QPointer<NmrItem> item = m_scene->currentNmrItem();
-    if (!item) {
-        Q_EMIT reported(tr("There is no spectrum to add an experiment to: simulate one first"));
-        return;
-    }
     const QString filters = (ExperimentFile::nameFilters() << tr("All files (*)")).join(QLatin1String(";;"));
     const QString path =
         QFileDialog::getOpenFileName(parentWidget(), tr("Add Experimental Spectrum"), m_lastDirectory, filters);
-    if (path.isEmpty() || !item)
+    if (path.isEmpty())
         return;
     m_lastDirectory = QFileInfo(path).path();
-    addExperiment(path, item);
+    if (item)
+        return addExperiment(path, item);
+    try {
+        addExperimentSomewhere(path);
+    } catch (const std::exception &error) {
+        QMessageBox::critical(parentWidget(), tr("%1 cannot be added").arg(QFileInfo(path).fileName()),
+                              elided(QString::fromUtf8(error.what())));
+    }
+}
+
+bool StackMenu::tryOnto(const QString &path, NmrItem *item)
+{
+    NmrData *data = item->nmrData();
+    if (data->shownSpectrum().isEmpty())
+        return false;
+    QVariantMap entry;
+    try {
+        entry = ExperimentFile::read(path, data->shownSpectrum());
+    } catch (const std::exception &) {
+        return false;
+    }
+    add(entry, QFileInfo(path).fileName(), *item);
+    return true;
+}
+
+void StackMenu::add(const QVariantMap &entry, const QString &name, NmrItem &item)
+{
+    NmrData &data = *item.nmrData();
+    const QUuid id = data.addEntry(entry, name);
+    Q_EMIT reported(tr("%1: %n peak(s) added", nullptr, int(data.spectrum(id).peaks.size())).arg(name)
+                    + QStringLiteral(". ") + PeakEditor::counts(data));
+}
+
+void StackMenu::addExperimentSomewhere(const QString &path)
+{
+    QList<NmrItem *> plots;
+    for (DocumentItem *item : m_scene->documentItems()) {
+        if (auto *plot = qobject_cast<NmrItem *>(item))
+            plots.append(plot);
+    }
+    // Where one works now, before all others; but a measurement joins a calculation, not another measurement.
+    std::stable_sort(plots.begin(), plots.end(), [this](const NmrItem *a, const NmrItem *b) {
+        return (a == m_scene->currentNmrItem()) > (b == m_scene->currentNmrItem());
+    });
+    for (NmrItem *plot : std::as_const(plots)) {
+        if (!plot->nmrData()->simulatedEntry().isNull() && tryOnto(path, plot))
+            return;
+    }
+    // Of which nuclei and how many dimensions it is, the file knows.
+    const QString name = QFileInfo(path).fileName();
+    QVariantMap entry;
+    try {
+        entry = Experiment(path, {QString()}).beside({});
+    } catch (const std::exception &) {
+        entry = Experiment(path, {QString(), QString()}).beside({});
+    }
+    auto *item = new NmrItem;
+    item->nmrData()->addEntry(entry, name);
+    m_scene->addNew(item, m_scene->getEmptyRect());
+    m_scene->setActiveItem(item);
+    Q_EMIT reported(tr("%1 has a plot of its own; a spectrum that is created now joins it. %n peak(s)", nullptr,
+                       int(item->nmrData()->shownSpectrum().peaks.size()))
+                        .arg(name));
 }
 
 void StackMenu::addExperiment(const QString &path, NmrItem *item)
@@ -67,9 +124,7 @@ void StackMenu::addExperiment(const QString &path, NmrItem *item)
         if (!target)
             throw std::runtime_error(
                 tr("There is no spectrum on the page to put %1 beside: simulate one first.").arg(name).toStdString());
-        const QUuid entry = target->addEntry(ExperimentFile::read(path, target->shownSpectrum()), name);
-        Q_EMIT reported(tr("%1: %n peak(s) added", nullptr, int(target->spectrum(entry).peaks.size())).arg(name)
-                        + QStringLiteral(". ") + PeakEditor::counts(*target));
+        add(ExperimentFile::read(path, target->shownSpectrum()), name, item ? *item : *m_scene->currentNmrItem());
     } catch (const std::exception &error) {
         QMessageBox::critical(parentWidget(), tr("%1 cannot be added").arg(name),
                               elided(QString::fromUtf8(error.what())));

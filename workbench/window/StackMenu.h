@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QMenu>
+#include <QVariantMap>
 
 #include <functional>
 
@@ -20,6 +21,10 @@ public:
 
     /// Onto the item, or the current one when that is null. Errors are shown in a message box.
     void addExperiment(const QString &path, NmrItem *item = nullptr);
+    /// Onto the current plot or another one that takes it, else as a plot of its own. Throws std::exception.
+    void addExperimentSomewhere(const QString &path);
+    /// Asks for the file, which then goes onto the current plot or gets one of its own.
+    void chooseExperiment();
 
 Q_SIGNALS:
     /// What was done, for a status bar.
@@ -28,7 +33,9 @@ Q_SIGNALS:
 private:
     /// Null when there is no NMR item.
     NmrData *data() const;
-    void chooseExperiment();
+    /// False when the experiment does not fit the plot.
+    bool tryOnto(const QString &path, NmrItem *item);
+    void add(const QVariantMap &entry, const QString &name, NmrItem &item);
     void activateNext(int direction);
     void fillActiveMenu();
     void fillRemoveMenu();

@@ -21,21 +21,42 @@
 #include "items/DocumentItem.h"
 #include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
+#include "items/plot/PeakEditor.h"
 #include "items/table/TableItem.h"
 #include "data/Elision.h"
+#include "items/molecule/MoleculeItem.h"
+#include "window/ContentsDock.h"
+#include "window/GuideWindow.h"
+#include "window/ItemNotes.h"
+#include "window/SpectrumCommands.h"
+#include "window/StartHints.h"
+#include "window/WorkBar.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QDragEnterEvent>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QInputDialog>
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QScreen>
+#include <QSettings>
 #include <QStatusBar>
 #include <QUndoStack>
 
 namespace Workbench {
+
+namespace {
+
+const QString geometryKey = QStringLiteral("window/geometry");
+const QString stateKey = QStringLiteral("window/state");
+const QString previewKey = QStringLiteral("window/pagePreview");
+constexpr int contentsWidth = 250;
+
+} // namespace
 
 WMainWindow::WMainWindow()
     : m_view(new MainView(scene(), this)),
@@ -45,7 +66,12 @@ WMainWindow::WMainWindow()
       m_document(new DocumentController(scene(), documentData(), this)),
       m_recentFiles(new RecentFiles(this)),
       m_exportMenu(new ExportMenu(scene(), documentData(), this)),
-      m_readOut(new QLabel(this))
+      m_readOut(new QLabel(this)),
+      m_spectrumCommands(new SpectrumCommands(scene(), nmrContextMenu(), this)),
+      m_itemNotes(new ItemNotes(scene(), m_spectrumCommands)),
+      m_contents(new ContentsDock(scene(), documentData(), this)),
+      m_workBar(new WorkBar(this)),
+      m_hints(new StartHints(nullptr))
 {
     setAcceptDrops(true);
     setCentralWidget(m_view);
@@ -54,25 +80,104 @@ WMainWindow::WMainWindow()
     connect(m_stackMenu, &StackMenu::reported, this, report);
     connect(m_peakMenu, &PeakMenu::reported, this, report);
     connect(m_exportMenu, &ExportMenu::reported, this, report);
+    m_exportMenu->setProposal([this](const QString &suffix) { return m_document->proposedPath(suffix); });
     connect(m_document, &DocumentController::reported, this, report);
     connect(m_document, &DocumentController::fileUsed, m_recentFiles, &RecentFiles::add);
     connect(m_recentFiles, &RecentFiles::chosen, this, [this](const QString &file) { openPath(file, nullptr); });
     statusBar()->addPermanentWidget(m_readOut);
     new PeakAtomLinks(scene());
     connect(scene(), &MainScene::activeItemChanged, this, [this](QGraphicsWidget *item) {
-        if (qobject_cast<NmrItem *>(item) && statusBar()->currentMessage().isEmpty())
+        auto *plot = qobject_cast<NmrItem *>(item);
+        const NmrData *stack = plot ? plot->nmrData() : nullptr;
+        if (stack && stack->entryIds().size() > 1)
+            statusBar()->showMessage(tr("%1. %2").arg(plot->title(), PeakEditor::counts(*stack)));
+        else if (stack && statusBar()->currentMessage().isEmpty())
             statusBar()->showMessage(tr("Wheel zooms, drag marks what to show, double click shows all; F1 tells more"),
                                      5000);
     });
+    connect(m_spectrumCommands, &SpectrumCommands::reported, this, report);
+    connect(m_contents, &ContentsDock::reported, this, report);
+    connect(m_hints, &StartHints::openRequested, this, &WMainWindow::chooseFiles);
+    connect(m_hints, &StartHints::chosen, this, [this](const QString &file) { openPath(file, nullptr); });
+    connect(m_hints, &StartHints::sampleChosen, this, &WMainWindow::openSample);
+    addDockWidget(Qt::LeftDockWidgetArea, m_contents);
+    addToolBar(m_workBar);
     createMenus();
-    resize(1100, 900);
+    createWorkBar();
+    m_view->setHints(m_hints);
+    restoreLayout();
     m_view->setFocus();
     new UndoRecorder(scene());
+    connect(scene(), &MainScene::itemsChanged, this, &WMainWindow::updateActions);
+    connect(scene(), &MainScene::currentItemsChanged, this, &WMainWindow::updateActions);
+    connect(scene(), &MainScene::activeItemChanged, this, &WMainWindow::tellActiveItem);
+    connect(scene()->undoStack(), &QUndoStack::indexChanged, this, &WMainWindow::updateActions);
+    updateActions();
+}
+
+void WMainWindow::restoreLayout()
+{
+    QSettings settings;
+    constexpr QSize usual(1280, 860);
+    resize(usual.boundedTo(screen()->availableSize()));
+    restoreGeometry(settings.value(geometryKey).toByteArray());
+    if (!restoreState(settings.value(stateKey).toByteArray()))
+        resizeDocks({m_contents}, {contentsWidth}, Qt::Horizontal);
+    resize(size().boundedTo(screen()->availableSize()));
+    if (settings.value(previewKey).toBool())
+        m_preview->setChecked(true);
+}
+
+void WMainWindow::saveLayout() const
+{
+    QSettings settings;
+    settings.setValue(geometryKey, saveGeometry());
+    settings.setValue(stateKey, saveState());
+    settings.setValue(previewKey, m_view->isPagePreview());
+}
+
+void WMainWindow::tellActiveItem()
+{
+    // Screen readers know widgets; what is current in the view is told as its name.
+    const auto *item = qobject_cast<DocumentItem *>(scene()->activeItem());
+    QStringList texts{item ? item->title() : tr("Workspace")};
+    for (const ItemNote &note : item ? item->notes() : QList<ItemNote>())
+        texts.append(note.text);
+    m_view->setAccessibleName(texts.constFirst());
+    m_view->setAccessibleDescription(texts.mid(1).join(QLatin1String(". ")));
+    QAccessibleEvent changed(m_view, QAccessible::NameChanged);
+    QAccessible::updateAccessibility(&changed);
+}
+
+QString WMainWindow::whyNoItem() const
+{
+    return scene()->activeItem() ? QString() : tr("No item is current: click on one, or press Tab");
+}
+
+MoleculeItem *WMainWindow::currentMolecule() const
+{
+    if (m_molecule && scene()->isOnPage(m_molecule))
+        return m_molecule;
+    for (DocumentItem *item : scene()->documentItems()) {
+        if (auto *molecule = qobject_cast<MoleculeItem *>(item))
+            return molecule;
+    }
+    return nullptr;
+}
+
+void WMainWindow::updateActions()
+{
+    if (auto *molecule = qobject_cast<MoleculeItem *>(scene()->activeItem()))
+        m_molecule = molecule;
+    if (scene()->documentItems().isEmpty())
+        m_hints->refresh();
+    m_workBar->refresh();
 }
 
 WMainWindow::~WMainWindow()
 {
     scene()->disconnect(this);
+    scene()->undoStack()->disconnect(this);
     delete m_document;
 }
 
@@ -85,6 +190,8 @@ void WMainWindow::setHost(HostApplication *host)
 void WMainWindow::closeEvent(QCloseEvent *event)
 {
     event->setAccepted(m_document->mayReplace());
+    if (event->isAccepted())
+        saveLayout();
 }
 
 void WMainWindow::openFiles(const QStringList &fileNames)
@@ -115,9 +222,11 @@ void WMainWindow::openPath(const QString &path, NmrItem *onto)
         }
         const bool forPlugin = QFileInfo(path).isFile() && m_host->fileFilters().matching(path);
         if (!forPlugin && ExperimentFile::isExperiment(path))
-            return m_stackMenu->addExperiment(path, onto);
+            return openExperiment(path, onto);
         QList<QGraphicsWidget *> items;
-        m_document->read([&] { items = m_host->readFile(path).items; });
+        statusBar()->showMessage(tr("Opening %1...").arg(QFileInfo(path).fileName()));
+        statusBar()->repaint();
+        m_document->read([&] { items = m_host->readFile(path).items; }, path);
         if (!items.isEmpty())
             m_view->ensureVisible(items.constFirst());
         m_recentFiles->add(path);
@@ -128,9 +237,26 @@ void WMainWindow::openPath(const QString &path, NmrItem *onto)
     }
 }
 
+void WMainWindow::openExperiment(const QString &path, NmrItem *onto)
+{
+    if (onto)
+        return m_stackMenu->addExperiment(path, onto);
+    m_document->read([&] { m_stackMenu->addExperimentSomewhere(path); }, path);
+    m_recentFiles->add(path);
+}
+
+void WMainWindow::openSample(const QString &name)
+{
+    try {
+        openPath(StartHints::sampleFile(name), nullptr);
+    } catch (const std::exception &error) {
+        QMessageBox::critical(this, tr("%1 cannot be opened").arg(name), elided(QString::fromUtf8(error.what())));
+    }
+}
+
 void WMainWindow::dragEnterEvent(QDragEnterEvent *event)
 {
-    if (event->mimeData()->hasUrls())
+    if (event->mimeData()->hasUrls() || event->mimeData()->hasFormat(ContentsDock::mimeType()))
         event->acceptProposedAction();
 }
 
@@ -142,9 +268,13 @@ void WMainWindow::dropEvent(QDropEvent *event)
             files.append(url.toLocalFile());
     }
     event->acceptProposedAction();
-    const QPointF scenePos = m_view->mapToScene(m_view->mapFrom(this, event->position().toPoint()));
+    const QPointF scenePos = m_view->mapToScene(m_view->viewport()->mapFrom(this, event->position().toPoint()));
     auto *under = MainScene::documentItemOf(scene()->itemAt(scenePos, QTransform()));
     const QPointer<NmrItem> onto = qobject_cast<NmrItem *>(under);
+    if (event->mimeData()->hasFormat(ContentsDock::mimeType())) {
+        m_contents->dropOnto(event->mimeData()->data(ContentsDock::mimeType()), onto);
+        return;
+    }
     // After the drop has ended: a message box inside would block the program that the file comes from.
     QMetaObject::invokeMethod(
         this, [this, files, onto] { openAll(files, onto); }, Qt::QueuedConnection);
@@ -154,20 +284,78 @@ void WMainWindow::createMenus()
 {
     createFileMenu();
     createEditMenu();
+    m_create = m_workBar->add(
+        tr("Create Spectrum"), tr("A simulated spectrum of the current table"), [this] { m_spectrumCommands->create(); },
+        [this] { return m_spectrumCommands->whyNoCreate(); });
+    m_create->setShortcut(QKeySequence(tr("Ctrl+Shift+N")));
+    m_addMeasurement = m_workBar->add(
+        tr("Add Measurement"), tr("A measured spectrum or peak list, beside the simulated one or on its own"),
+        [this] { m_stackMenu->chooseExperiment(); });
+    m_addMeasurement->setShortcut(QKeySequence(tr("Ctrl+Shift+O")));
+    m_autoReference = m_workBar->add(
+        tr("Auto Reference"), tr("Fits the reference of the simulated spectrum to the measurement beside it"),
+        [this] { m_spectrumCommands->autoReference(); }, [this] { return m_spectrumCommands->whyNoAutoReference(); });
+    m_autoReference->setShortcut(QKeySequence(tr("Ctrl+R")));
     createItemMenu(
-        tr("&Spectrum"), [this] { return scene()->currentNmrItem(); }, tr("No spectrum on the page"));
+        tr("&Spectrum"), [this] { return scene()->currentNmrItem(); }, tr("No spectrum on the page"),
+        {m_create, m_addMeasurement});
     createItemMenu(
         tr("&Table"), [this] { return scene()->currentTableItem(); }, tr("No table on the page"));
+    createItemMenu(
+        tr("&Molecule"), [this] { return currentMolecule(); }, tr("No molecule on the page"));
+    createViewMenu();
+    createHelpMenu();
+}
 
+void WMainWindow::createViewMenu()
+{
     QMenu *viewMenu = menuBar()->addMenu(tr("&View"));
     viewMenu->addAction(tr("Zoom &In"), QKeySequence::ZoomIn, this, [this] { m_view->zoom(1.25); });
     viewMenu->addAction(tr("Zoom &Out"), QKeySequence::ZoomOut, this, [this] { m_view->zoom(0.8); });
-    viewMenu->addAction(tr("&Page Width"), QKeySequence(tr("Ctrl+0")), m_view, &MainView::fitPageWidth);
+    viewMenu->addAction(tr("&Fit Window"), QKeySequence(tr("Ctrl+0")), m_view, &MainView::fitWidth);
+    viewMenu->addAction(tr("&Arrange Items"), this, [this] {
+        scene()->arrangeAll();
+        m_view->fitWidth();
+    })->setToolTip(tr("Puts items that were moved by hand into their rows again"));
+    viewMenu->addSeparator();
+    m_preview = viewMenu->addAction(tr("&Page Preview"));
+    m_preview->setShortcut(QKeySequence(tr("Ctrl+Shift+P")));
+    m_preview->setCheckable(true);
+    connect(m_preview, &QAction::toggled, m_view, &MainView::setPagePreview);
+    viewMenu->addSeparator();
+    viewMenu->addAction(m_contents->toggleViewAction());
+    viewMenu->addAction(m_workBar->toggleViewAction());
+}
 
+void WMainWindow::createHelpMenu()
+{
     QMenu *help = menuBar()->addMenu(tr("&Help"));
-    help->addAction(tr("&Keyboard and Mouse..."), QKeySequence::HelpContents, this,
+    help->addAction(tr("&User Guide"), this, [this] { (new GuideWindow(this))->show(); });
+    help->addAction(tr("&Keyboard and Mouse..."), QKeySequence(Qt::Key_F1), this,
                     [this] { GestureHelp(this).exec(); });
     help->addAction(tr("&About and Plug-ins..."), this, &WMainWindow::showAbout);
+}
+
+void WMainWindow::createWorkBar()
+{
+    QUndoStack *stack = scene()->undoStack();
+    QAction *open = m_workBar->add(tr("Open"), tr("Calculations, measured spectra and documents"),
+                                   [this] { chooseFiles(); });
+    m_workBar->insertAction(m_create, open);
+    m_workBar->insertSeparator(m_create);
+    m_workBar->addSeparator();
+    m_workBar->add(
+        tr("Undo"), tr("Takes the last change back"), [stack] { stack->undo(); },
+        [stack] { return stack->canUndo() ? QString() : tr("there is nothing to take back"); });
+    m_workBar->add(
+        tr("Redo"), tr("Makes the change again that was taken back"), [stack] { stack->redo(); },
+        [stack] { return stack->canRedo() ? QString() : tr("nothing was taken back"); });
+    m_workBar->addSeparator();
+    m_workBar->add(tr("Fit"), tr("The workspace as wide as the window"), [this] { m_view->fitWidth(); });
+    m_workBar->add(
+        tr("Export"), tr("The page, a spectrum or a table as a file"),
+        [this] { m_exportMenu->popup(m_workBar->mapToGlobal(m_workBar->rect().bottomRight() - QPoint(200, 0))); },
+        [this] { return scene()->documentItems().isEmpty() ? tr("there is nothing on the page") : QString(); });
 }
 
 void WMainWindow::createFileMenu()
@@ -175,7 +363,12 @@ void WMainWindow::createFileMenu()
     QMenu *file = menuBar()->addMenu(tr("&File"));
     file->addAction(tr("&New"), QKeySequence::New, m_document, &DocumentController::newDocument);
     file->addAction(tr("&Open..."), QKeySequence::Open, this, &WMainWindow::chooseFiles);
+    file->addAction(tr("Open &Folder..."), this, &WMainWindow::chooseFolder)
+        ->setToolTip(tr("A measured spectrum that is a folder of files"));
     file->addMenu(m_recentFiles);
+    QMenu *samples = file->addMenu(tr("Open Sa&mple"));
+    for (const auto &[name, what] : StartHints::samples())
+        samples->addAction(name, this, [this, sample = name] { openSample(sample); })->setToolTip(what);
     file->addSeparator();
     file->addAction(tr("&Save"), QKeySequence::Save, m_document, &DocumentController::save);
     file->addAction(tr("Save &As..."), QKeySequence::SaveAs, m_document, &DocumentController::saveAs);
@@ -191,24 +384,38 @@ void WMainWindow::createEditMenu()
     QAction *undo = scene()->undoStack()->createUndoAction(this);
     undo->setShortcut(QKeySequence::Undo);
     QAction *redo = scene()->undoStack()->createRedoAction(this);
-    redo->setShortcut(QKeySequence::Redo);
+    QList<QKeySequence> redoKeys = QKeySequence::keyBindings(QKeySequence::Redo);
+    for (const QKeySequence &keys : {QKeySequence(tr("Ctrl+Y")), QKeySequence(tr("Ctrl+Shift+Z"))}) {
+        if (!redoKeys.contains(keys))
+            redoKeys.append(keys);
+    }
+    redo->setShortcuts(redoKeys);
     edit->addActions({undo, redo});
     edit->addSeparator();
+    QAction *rename = edit->addAction(tr("&Rename Item..."), QKeySequence(Qt::Key_F2), this,
+                                      &WMainWindow::renameActiveItem);
+    m_itemMenu->addAction(rename);
     QAction *remove = edit->addAction(tr("&Delete Item"), QKeySequence::Delete, this, &WMainWindow::deleteActiveItem);
     m_itemMenu->addAction(remove);
-    const auto enable = [this, remove] { remove->setEnabled(scene()->activeItem() != nullptr); };
+    const auto enable = [this, remove, rename] {
+        for (QAction *action : {remove, rename})
+            action->setEnabled(scene()->activeItem() != nullptr);
+    };
     connect(scene(), &MainScene::activeItemChanged, this, enable);
     enable();
 }
 
 void WMainWindow::createItemMenu(const QString &title, const std::function<DocumentItem *()> &current,
-                                 const QString &ifNone)
+                                 const QString &ifNone, const QList<QAction *> &always)
 {
     QMenu *menu = menuBar()->addMenu(title);
     // A menu bar passes over menus that are empty.
+    menu->addActions(always);
     menu->addAction(ifNone)->setEnabled(false);
-    connect(menu, &QMenu::aboutToShow, this, [this, menu, current, ifNone] {
+    connect(menu, &QMenu::aboutToShow, this, [this, menu, current, ifNone, always] {
         menu->clear();
+        menu->addActions(always);
+        menu->addSeparator();
         DocumentItem *item = current();
         if (!item) {
             menu->addAction(ifNone)->setEnabled(false);
@@ -230,12 +437,15 @@ void WMainWindow::addHostMenu(DocumentItem *item)
         connect(spectrum, &NmrItem::reported, this, [this](const QString &text) { statusBar()->showMessage(text); });
     }
     item->addContextMenu(m_itemMenu);
+    item->setOnPaper(m_view->isPagePreview());
+    connect(item, &DocumentItem::titleChanged, this, &WMainWindow::tellActiveItem);
 }
 
 void WMainWindow::chooseFiles()
 {
     QStringList filters = m_host->fileFilters().nameFilters();
     filters.prepend(DocumentController::nameFilter());
+    filters.append(ExperimentFile::nameFilters());
     QStringList patterns;
     for (const QString &filter : std::as_const(filters))
         patterns.append(filter.section(u'(', -1).section(u')', 0, 0));
@@ -247,6 +457,28 @@ void WMainWindow::chooseFiles()
         return;
     m_lastDirectory = QFileInfo(files.constFirst()).path();
     openFiles(files);
+}
+
+void WMainWindow::chooseFolder()
+{
+    const QString folder = QFileDialog::getExistingDirectory(this, tr("Open Folder"), m_lastDirectory);
+    if (folder.isEmpty())
+        return;
+    m_lastDirectory = QFileInfo(folder).path();
+    openFiles({folder});
+}
+
+void WMainWindow::renameActiveItem()
+{
+    const QPointer<DocumentItem> item = qobject_cast<DocumentItem *>(scene()->activeItem());
+    if (!item)
+        return;
+    bool accepted = false;
+    const QString name = QInputDialog::getText(this, tr("Rename"), tr("Title (empty: the item's own):"),
+                                               QLineEdit::Normal, item->title(), &accepted)
+                             .trimmed();
+    if (accepted && item && name != item->title())
+        renameWithUndo(*scene(), item, name);
 }
 
 void WMainWindow::deleteActiveItem()

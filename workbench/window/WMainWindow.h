@@ -11,15 +11,21 @@ class QLabel;
 
 namespace Workbench {
 
+class ContentsDock;
 class DocumentController;
 class DocumentItem;
 class ExportMenu;
 class HostApplication;
+class ItemNotes;
 class MainView;
+class MoleculeItem;
 class NmrItem;
 class PeakMenu;
 class RecentFiles;
+class SpectrumCommands;
 class StackMenu;
+class StartHints;
+class WorkBar;
 
 /// The window in which users work.
 class WMainWindow : public HostWindow {
@@ -33,6 +39,10 @@ public:
 
     MainView *view() const { return m_view; }
     DocumentController *document() const { return m_document; }
+    WorkBar *workBar() const { return m_workBar; }
+    ContentsDock *contents() const { return m_contents; }
+    SpectrumCommands *spectrumCommands() const { return m_spectrumCommands; }
+    ItemNotes *itemNotes() const { return m_itemNotes; }
 
 public Q_SLOTS:
     /// Each is a document, a file for a plug-in or a measured spectrum; errors are shown in a message box.
@@ -47,8 +57,23 @@ private:
     void createMenus();
     void createFileMenu();
     void createEditMenu();
+    void createViewMenu();
+    void createHelpMenu();
+    void createWorkBar();
+    void updateActions();
+    void restoreLayout();
+    void saveLayout() const;
+    void openSample(const QString &name);
+    void chooseFolder();
+    void renameActiveItem();
+    void tellActiveItem();
+    QString whyNoItem() const;
+    MoleculeItem *currentMolecule() const;
+    /// On a plot that takes it, or one of its own.
+    void openExperiment(const QString &path, NmrItem *onto);
     /// A menu of the menu bar with whatever the current item of a kind offers in its context menu.
-    void createItemMenu(const QString &title, const std::function<DocumentItem *()> &current, const QString &ifNone);
+    void createItemMenu(const QString &title, const std::function<DocumentItem *()> &current, const QString &ifNone,
+                        const QList<QAction *> &always = {});
     /// A measured spectrum goes onto the item, or the current one when that is null.
     void openPath(const QString &path, NmrItem *onto);
     /// As openPath(), one after the other, until the user has enough.
@@ -67,6 +92,18 @@ private:
     RecentFiles *m_recentFiles;
     ExportMenu *m_exportMenu;
     QLabel *m_readOut; ///< what is under the cursor
+    SpectrumCommands *m_spectrumCommands;
+    ItemNotes *m_itemNotes;
+    ContentsDock *m_contents;
+    WorkBar *m_workBar;
+    StartHints *m_hints;
+    QAction *m_undo = nullptr;
+    QAction *m_redo = nullptr;
+    QAction *m_create = nullptr;
+    QAction *m_addMeasurement = nullptr;
+    QAction *m_autoReference = nullptr;
+    QAction *m_preview = nullptr;
+    QPointer<MoleculeItem> m_molecule; ///< the one that was active last
     QString m_lastDirectory;
 };
 

@@ -149,6 +149,7 @@ void MoleculeItem::fillLabelMenu(QMenu *menu)
         action->setActionGroup(group);
         action->setChecked(labels == m_labels);
         action->setEnabled(labels != Labels::FileLabels || !fileLabels().isEmpty());
+        action->setVisible(labels != Labels::Numbers || fileLabels().isEmpty());
         connect(action, &QAction::triggered, this, [this, labels = labels] { setLabels(labels); });
     }
 }
@@ -164,8 +165,10 @@ QStringList MoleculeItem::labelTexts() const
 {
     if (m_labels == Labels::None)
         return {};
-    if (m_labels == Labels::FileLabels)
-        return fileLabels();
+    // A number of our own beside the file's labels would name other atoms than the table does.
+    if (const QStringList ofTable = fileLabels();
+        m_labels == Labels::FileLabels || (m_labels == Labels::Numbers && !ofTable.isEmpty()))
+        return ofTable;
     QStringList texts;
     for (const Molecule::Atom &atom : m_view.molecule().atoms) {
         texts.append(ElementStyle::symbol(atom.element));

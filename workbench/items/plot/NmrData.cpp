@@ -2,6 +2,7 @@
 #include "items/plot/NmrData.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace Workbench {
 
@@ -49,7 +50,7 @@ void NmrData::append(const QUuid &id, const QVariantMap &data, const QString &na
     if (m_stack.activeId.isNull())
         setActiveEntryId(id);
     Q_EMIT entriesChanged();
-    Q_EMIT edited(tr("Add Spectrum"), before);
+    noteEdit(tr("Add Spectrum"), before);
 }
 
 QUuid NmrData::addEntry(const QVariantMap &data, const QString &name)
@@ -75,7 +76,38 @@ void NmrData::removeEntry(const QUuid &entry)
         Q_EMIT activeEntryChanged(m_stack.activeId);
     }
     Q_EMIT entriesChanged();
-    Q_EMIT edited(tr("Remove Spectrum"), before);
+    noteEdit(tr("Remove Spectrum"), before);
+}
+
+void NmrData::noteEdit(const QString &what, const NmrStack &before)
+{
+    const auto announced = std::exchange(m_announced, std::nullopt);
+    Q_EMIT edited(announced ? announced->first : what, announced ? announced->second : before);
+}
+
+bool NmrData::withdrawEdit()
+{
+    const auto announced = std::exchange(m_announced, std::nullopt);
+    if (announced)
+        m_stack = announced->second;
+    return announced.has_value();
+}
+
+void NmrData::announceEdit(const QString &what)
+{
+    m_announced = {what, m_stack};
+}
+
+void NmrData::setEntryName(const QUuid &entry, const QString &name, const QString &what)
+{
+    const NmrStack before = m_stack;
+    Entry *found = find(entry);
+    if (!found || found->name == name)
+        return;
+    found->name = name;
+    Q_EMIT entryChanged(entry);
+    if (!what.isEmpty())
+        noteEdit(what, before);
 }
 
 QVariantMap NmrData::entry(const QUuid &entry) const
@@ -125,7 +157,7 @@ void NmrData::insertSpectrum(QUuid entry, QVariantMap data)
     found->data = data;
     found->spectrum = Spectrum::fromMap(data);
     Q_EMIT entryChanged(entry);
-    Q_EMIT edited(tr("Change Spectrum"), before);
+    noteEdit(tr("Change Spectrum"), before);
 }
 
 bool NmrData::isSimulated(const QUuid &entry) const
@@ -150,7 +182,7 @@ void NmrData::setEntryPeaks(const QUuid &entry, const QVariantMap &peaks, const 
     found->data.insert(QStringLiteral("Peaks"), peaks);
     found->spectrum = Spectrum::fromMap(found->data);
     Q_EMIT entryChanged(entry);
-    Q_EMIT edited(what, before);
+    noteEdit(what, before);
 }
 
 void NmrData::setStack(const NmrStack &stack)

@@ -6,6 +6,8 @@
 #include <QObject>
 #include <QSet>
 
+#include <optional>
+
 namespace Workbench {
 
 /// The spectra stacked in one NMR item, each with its data map as plug-ins and readers hand it over.
@@ -30,6 +32,8 @@ public:
     void removeEntry(const QUuid &entry);
     QVariantMap entry(const QUuid &entry) const;
     QString entryName(const QUuid &entry) const;
+    /// No edit of its own, unless `what` names one.
+    void setEntryName(const QUuid &entry, const QString &name, const QString &what = {});
     /// Valid until the stack changes; an empty one for an unknown id.
     const SpectrumEntry &stackEntry(const QUuid &entry) const;
     /// Valid until the entry changes; an empty spectrum for an unknown id.
@@ -46,6 +50,10 @@ public:
     void setEntryOrigParams(const QUuid &entry, const QString &format, const QVariantHash &parameters);
 
     const NmrStack &stack() const { return m_stack; }
+    /// The next edit is called so and begins with the present state, whatever is set in between.
+    void announceEdit(const QString &what);
+    /// None is to come any more. True when none has come, with the state that was announced back in place.
+    bool withdrawEdit();
     /// Puts an earlier state back; no edit of its own.
     void setStack(const NmrStack &stack);
 
@@ -74,7 +82,10 @@ private:
     Entry *find(const QUuid &id);
     void append(const QUuid &id, const QVariantMap &data, const QString &name);
 
+    void noteEdit(const QString &what, const NmrStack &before);
+
     NmrStack m_stack;
+    std::optional<std::pair<QString, NmrStack>> m_announced;
     QSet<QUuid> m_removed;
 };
 

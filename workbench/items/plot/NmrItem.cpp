@@ -84,7 +84,7 @@ NmrItem::NmrItem(const QUuid &id, Looks looks, QGraphicsItem *parent)
         return;
     m_plot->setEditor(m_editor);
     connect(m_editor, &PeakEditor::activeChanged, this, [this](bool active) {
-        setNote(active ? tr("Editing peaks: %1").arg(m_data->entryName(m_editor->target())) : QString());
+        setMode(active ? tr("Editing peaks: %1").arg(m_data->entryName(m_editor->target())) : QString());
     });
     connect(m_editor, &PeakEditor::reported, this, &NmrItem::reported);
     connect(m_plot, &NmrPlot::pointed, this, &NmrItem::pointed);
@@ -226,16 +226,15 @@ void NmrItem::keyPressEvent(QKeyEvent *event)
     PlotContent *content = m_plot->content();
     if (!content || (event->modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier)))
         return DocumentItem::keyPressEvent(event);
-    const QPointF middle = QRectF(content->mainRect()->rect()).center();
     QCPAxis *f2 = content->ppmAxes().first();
     QCPAxis *f1 = content->ppmAxes().last();
     const bool two = f1 != f2;
     switch (event->key()) {
     case Qt::Key_Plus:
-        m_plot->scaleIntensity(step, middle);
+        m_plot->scaleIntensity(step);
         break;
     case Qt::Key_Minus:
-        m_plot->scaleIntensity(1 / step, middle);
+        m_plot->scaleIntensity(1 / step);
         break;
     case Qt::Key_Home:
         content->resetRanges();
@@ -256,10 +255,10 @@ void NmrItem::keyPressEvent(QKeyEvent *event)
         m_plot->navigation().pan(f2, -panned);
         break;
     case Qt::Key_Up:
-        two ? m_plot->navigation().pan(f1, -panned) : m_plot->scaleIntensity(step, middle);
+        two ? m_plot->navigation().pan(f1, -panned) : m_plot->scaleIntensity(step);
         break;
     case Qt::Key_Down:
-        two ? m_plot->navigation().pan(f1, panned) : m_plot->scaleIntensity(1 / step, middle);
+        two ? m_plot->navigation().pan(f1, panned) : m_plot->scaleIntensity(1 / step);
         break;
     default:
         return DocumentItem::keyPressEvent(event);
@@ -284,11 +283,11 @@ void NmrItem::updateTitle()
     for (const SpectrumAxis &axis : spectrum.axes)
         nuclei.append(axis.nucleus());
     nuclei.removeAll(QString());
-    QString title = spectrum.dimensions() == 2 ? tr("%1 spectrum, 2D").arg(nuclei.join(u'–'))
-                                               : tr("%1 spectrum").arg(nuclei.join(u'–'));
     const QString name = m_data->entryName(active);
+    const QString nucleus = nuclei.join(u'–');
+    QString title = spectrum.dimensions() == 2 ? tr("%1 spectrum, 2D").arg(nucleus) : tr("%1 spectrum").arg(nucleus);
     if (!name.isEmpty())
-        title += QStringLiteral(": ") + name;
+        title = nucleus.isEmpty() ? name : tr("%1 of %2").arg(nucleus, name);
     setTitle(title.simplified());
     update();
 }

@@ -50,6 +50,8 @@ protected:
     void contextMenuEvent(QGraphicsSceneContextMenuEvent *event) override;
     void layoutContent(const QRectF &content) override;
     void fillContextMenu(QMenu *menu) override;
+    /// The names of the spectra hold the sources.
+    QString sourcedTitle() const override { return contentTitle(); }
 
 private:
     void updateTitle();

@@ -203,10 +203,10 @@ void NmrPlot::setOptions(const PlotOptions &options)
     invalidate(true);
 }
 
-void NmrPlot::scaleIntensity(double factor, const QPointF &pixel)
+void NmrPlot::scaleIntensity(double factor)
 {
     if (auto *traces = dynamic_cast<StackedTraces *>(content())) {
-        traces->scaleIntensity(factor, pixel);
+        traces->scaleIntensity(factor);
         return replot(rpQueuedReplot);
     }
     PlotOptions options = m_options;

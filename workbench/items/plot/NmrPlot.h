@@ -39,8 +39,8 @@ public:
     const PlotOptions &options() const { return m_options; }
     void setOptions(const PlotOptions &options);
 
-    /// Makes 1D spectra higher, about the base line below the pixel; lets 2D spectra show contours lower down.
-    void scaleIntensity(double factor, const QPointF &pixel);
+    /// Makes 1D spectra higher, each about its own base line; lets 2D spectra show contours lower down.
+    void scaleIntensity(double factor);
     PlotNavigation &navigation() { return m_navigation; }
     /// Sees the mouse before it zooms. Not owned.
     void setEditor(PeakEditor *editor) { m_editor = editor; }

@@ -146,7 +146,7 @@ bool PlotNavigation::wheel(const QWheelEvent *event)
         pos.y() >= area.top() && pos.y() <= area.bottom() && (pos.x() < area.left() || pos.x() > area.right());
     const bool aboveOrBelow = !beside && !area.contains(pos);
     if (event->modifiers().testFlag(Qt::ShiftModifier) || (beside && content->ppmAxes().size() == 1)) {
-        m_plot->scaleIntensity(factor, pos);
+        m_plot->scaleIntensity(factor);
         return true;
     }
     for (QCPAxis *axis : content->ppmAxes()) {

@@ -106,7 +106,7 @@ PlacedTrace *StackedTraces::makeSticksBeyond(const PlotEntry &entry, PlacedTrace
     return sticks;
 }
 
-void StackedTraces::addSticks(const PlotEntry &entry, const PlacedTrace *line)
+PlacedTrace *StackedTraces::addSticks(const PlotEntry &entry, const PlacedTrace *line)
 {
     QList<SpectrumPeak> onCurve = entry.spectrum.peaks;
     for (SpectrumPeak &peak : onCurve)
@@ -117,12 +117,12 @@ void StackedTraces::addSticks(const PlotEntry &entry, const PlacedTrace *line)
     QColor color = entry.color;
     color.setAlpha(150);
     sticks->setPen(QPen(color, stickWidth));
+    return sticks;
 }
 
 void StackedTraces::addTraces(const QList<PlotEntry> &entries, const PlotOptions &options)
 {
     const bool stacked = entries.size() > 1;
-    QList<PeakLabelBand::Peak> labels;
     double offset = 0;
     for (const PlotEntry &entry : entries) {
         PlacedTrace *line = makeTrace(entry);
@@ -137,18 +137,26 @@ void StackedTraces::addTraces(const QList<PlotEntry> &entries, const PlotOptions
                 beyond = makeSticksBeyond(entry, line, base);
             offset += stackDistance;
         }
-        if (options.sticks && !entry.isPeakList())
-            addSticks(entry, line);
-        m_traces.append({entry, line, beyond});
-        for (const SpectrumPeak &peak : entry.spectrum.peaks)
-            labels.append({peak.f2, topAt(m_traces.last(), peak.f2), peak.label, entry.color, peak.id});
+        PlacedTrace *sticks = options.sticks && !entry.isPeakList() ? addSticks(entry, line) : nullptr;
+        m_traces.append({entry, line, beyond, sticks});
     }
-    if (options.labels)
-        m_band->setPeaks(labels);
+    m_labelled = options.labels;
+    placeLabels();
+}
+
+void StackedTraces::placeLabels()
+{
+    QList<PeakLabelBand::Peak> labels;
+    for (const Trace &trace : m_labelled ? m_traces : QList<Trace>()) {
+        for (const SpectrumPeak &peak : trace.entry.spectrum.peaks)
+            labels.append({peak.f2, topAt(trace, peak.f2), peak.label, trace.entry.color, peak.id});
+    }
+    m_band->setPeaks(labels);
 }
 
 void StackedTraces::resetRanges()
 {
+    setZoom(1);
     bool found = false;
     QCPRange keys = m_traces.first().line->getKeyRange(found);
     QCPRange values = m_traces.first().line->getValueRange(found);
@@ -167,7 +175,8 @@ void StackedTraces::resetRanges()
 QList<QCPRange> StackedTraces::ranges() const
 {
     const auto part = [&](double value) { return (value - m_fullIntensity.lower) / m_fullIntensity.size(); };
-    return {m_ppm->range(), QCPRange(part(m_intensity->range().lower), part(m_intensity->range().upper))};
+    return {m_ppm->range(), QCPRange(part(m_intensity->range().lower), part(m_intensity->range().upper)),
+            QCPRange(0, m_zoom)};
 }
 
 void StackedTraces::setRanges(const QList<QCPRange> &ranges)
@@ -178,20 +187,33 @@ void StackedTraces::setRanges(const QList<QCPRange> &ranges)
     const auto value = [&](double part) { return m_fullIntensity.lower + part * m_fullIntensity.size(); };
     if (ranges.size() > 1)
         m_intensity->setRange(value(ranges[1].lower), value(ranges[1].upper));
+    if (ranges.size() > 2 && m_traces.size() > 1)
+        setZoom(ranges[2].upper);
 }
 
-void StackedTraces::scaleIntensity(double factor, const QPointF &pixel)
+void StackedTraces::scaleIntensity(double factor)
 {
-    double base = m_traces.first().line->placed(0);
-    for (const Trace &trace : std::as_const(m_traces)) {
-        const double next = trace.line->placed(0);
-        if (next > base && m_intensity->coordToPixel(next) >= pixel.y())
-            base = next;
-    }
     constexpr double most = 1e6;
-    const double size = m_intensity->range().size() / factor;
-    if (size < m_fullIntensity.size() * most && size > m_fullIntensity.size() / most)
-        m_intensity->scaleRange(1 / factor, base);
+    if (m_traces.size() == 1) {
+        // The axis has numbers, which follow.
+        const double size = m_intensity->range().size() / factor;
+        if (size < m_fullIntensity.size() * most && size > m_fullIntensity.size() / most)
+            m_intensity->scaleRange(1 / factor, m_traces.first().line->placed(0));
+    } else if (m_zoom * factor < most && m_zoom * factor > 1 / most) {
+        setZoom(m_zoom * factor);
+    }
+}
+
+void StackedTraces::setZoom(double zoom)
+{
+    for (const Trace &trace : std::as_const(m_traces)) {
+        for (PlacedTrace *placed : {trace.line, trace.beyond, trace.sticks}) {
+            if (placed)
+                placed->setPlacement((placed->placed(1) - placed->placed(0)) * zoom / m_zoom, placed->placed(0));
+        }
+    }
+    m_zoom = zoom;
+    placeLabels();
 }
 
 const StackedTraces::Trace *StackedTraces::find(const QUuid &entry) const

@@ -30,8 +30,8 @@ public:
     QList<LabelArea> labelAreas() const override;
     QString readOut(const QPointF &pixel) const override;
 
-    /// Makes the spectra higher or lower; the base line nearest below the pixel stays where it is.
-    void scaleIntensity(double factor, const QPointF &pixel);
+    /// Makes the spectra higher or lower, each about its own base line.
+    void scaleIntensity(double factor);
 
     PeakLabelBand *labelBand() const { return m_band; }
 
@@ -40,10 +40,13 @@ private:
         PlotEntry entry;
         PlacedTrace *line;
         PlacedTrace *beyond; ///< the peaks beyond the line's end; null when there are none
+        PlacedTrace *sticks; ///< at the peaks on the line; null when they are not shown
     };
 
     void addTraces(const QList<PlotEntry> &entries, const PlotOptions &options);
-    void addSticks(const PlotEntry &entry, const PlacedTrace *line);
+    PlacedTrace *addSticks(const PlotEntry &entry, const PlacedTrace *line);
+    void setZoom(double zoom);
+    void placeLabels();
     const Trace *find(const QUuid &entry) const;
     double topAt(const Trace &trace, double ppm) const;
     PlacedTrace *makeTrace(const PlotEntry &entry) const;
@@ -56,6 +59,8 @@ private:
     PeakLabelBand *m_band;
     QList<Trace> m_traces; ///< one per entry
     QCPRange m_fullIntensity;
+    bool m_labelled = false;
+    double m_zoom = 1; ///< of the spectra of a stack, beyond their common height
 };
 
 } // namespace Workbench

@@ -303,6 +303,11 @@ QList<int> TableItem::selectedRows() const
     return rows;
 }
 
+QList<QUuid> TableItem::sharedDataIds() const
+{
+    return callPlugin<QList<QUuid>>(m_table, "tableItem_sharedDataIds()");
+}
+
 QVariantList TableItem::rowMaps() const
 {
     return callPlugin<QVariantList>(m_table, "tableModel_rows()");

@@ -34,6 +34,8 @@ public:
 
     /// In the plug-in's order.
     TableContent content() const;
+    /// Of the data sets that the table shows.
+    QList<QUuid> sharedDataIds() const;
     /// The plug-in's row maps, in its order.
     QVariantList rowMaps() const;
 

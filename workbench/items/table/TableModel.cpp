@@ -5,6 +5,13 @@
 
 namespace Workbench {
 
+namespace {
+
+/// Codes of columns, as plug-ins give them.
+enum Column { Anisotropy = 3, Asymmetry = 4, Gradient = 5, GradientAsymmetry = 6 };
+
+} // namespace
+
 TableModel::TableModel(QObject *table, QObject *parent) : QAbstractTableModel(parent)
 {
     setTable(table);
@@ -41,7 +48,26 @@ QVariant TableModel::data(const QModelIndex &index, int role) const
         return {};
     if (role == Qt::TextAlignmentRole)
         return int(Qt::AlignVCenter | (columnDigits(index.column()) >= 0 ? Qt::AlignRight : Qt::AlignLeft));
-    return callPlugin<QVariant>(m_table, "tableModel_data(QModelIndex,int)", index, role);
+    const QVariant value = callPlugin<QVariant>(m_table, "tableModel_data(QModelIndex,int)", index, role);
+    return role == Qt::DisplayRole && value.isValid() && columnDigits(index.column()) >= 0
+        ? shownNumber(index, value.toString())
+        : value;
+}
+
+QString TableModel::shownNumber(const QModelIndex &index, const QString &text) const
+{
+    // The asymmetry of a tensor without anisotropy is that of its rounding errors.
+    const int code = columnCode(index.column());
+    const int deciding = code == Asymmetry ? Anisotropy : code == GradientAsymmetry ? Gradient : -1;
+    for (int column = 0; deciding >= 0 && column < columnCount(); ++column) {
+        if (columnCode(column) != deciding)
+            continue;
+        const QModelIndex other = index.siblingAtColumn(column);
+        const auto shown = callPlugin<QVariant>(m_table, "tableModel_data(QModelIndex,int)", other, int(Qt::DisplayRole));
+        if (shown.isValid() && shown.toString().toDouble() == 0)
+            return QStringLiteral("\u2013");
+    }
+    return text.startsWith(u'-') && text.toDouble() == 0 ? text.mid(1) : text;
 }
 
 QVariant TableModel::headerData(int section, Qt::Orientation orientation, int role) const

@@ -33,6 +33,8 @@ public:
     Q_INVOKABLE void endResetModel();
 
 private:
+    /// A number as one reads it: no negative zero, and a dash for what means nothing. The plug-in's cells stay.
+    QString shownNumber(const QModelIndex &index, const QString &text) const;
     int columnValue(int column, const char *key) const;
 
     QPointer<QObject> m_table;

@@ -1,0 +1,336 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "ModalAnswers.h"
+#include "WorkbenchUser.h"
+
+#include "cli/PrivateSettings.h"
+#include "document/DocumentState.h"
+#include "document/PageExport.h"
+#include "document/UndoCommands.h"
+#include "formats/DocumentFile.h"
+#include "host/DataEngine.h"
+#include "host/MainScene.h"
+#include "host/PageLayout.h"
+#include "items/molecule/MoleculeItem.h"
+#include "items/plot/NmrData.h"
+#include "items/plot/NmrItem.h"
+#include "items/plot/NmrPlot.h"
+#include "items/plot/StackedTraces.h"
+#include "items/table/TableItem.h"
+#include "window/ContentsDock.h"
+#include "window/DocumentController.h"
+#include "window/MainView.h"
+#include "window/WMainWindow.h"
+#include "window/WindowApplication.h"
+#include "window/WorkBar.h"
+
+#include <QtTest>
+#include <QtWidgets>
+
+using namespace Workbench;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString sample(const QString &name)
+{
+    return QStringLiteral(SAMPLES "/") + name;
+}
+
+QAction *named(const QWidget *widget, const QString &text)
+{
+    for (QAction *action : widget->actions())
+        if (action->text().remove(u'&') == text)
+            return action;
+    return nullptr;
+}
+
+} // namespace
+
+/// The window as a place to work in: what is where, what it says, and that nothing of it is lost.
+class TestWorkspace : public QObject {
+    Q_OBJECT
+
+    const PrivateSettings m_settings;
+    QTemporaryDir m_directory;
+    std::unique_ptr<WindowApplication> m_host;
+    ModalAnswers m_answers;
+
+    WMainWindow &window() { return m_host->window(); }
+    MainScene &scene() { return m_host->scene(); }
+    NmrItem *plot() { return scene().currentNmrItem(); }
+
+    QByteArray state()
+    {
+        QBuffer buffer;
+        buffer.open(QIODevice::WriteOnly);
+        DocumentFile::write(buffer, DocumentState::capture(scene(), m_host->documentData(), &m_host->plugins()));
+        return buffer.data();
+    }
+
+    void accept(const QString &title, const Inputs &inputs = {})
+    {
+        m_answers.expect(title, [inputs](QDialog *dialog) {
+            fill(dialog, inputs);
+            dialog->accept();
+        });
+    }
+
+    void create(const Inputs &inputs = {})
+    {
+        accept(u"MAGRES parameters"_s, inputs);
+        named(window().workBar(), u"Create Spectrum"_s)->trigger();
+    }
+
+    /// The note of the current plot that begins or goes on so; -1 when there is none.
+    qsizetype note(QStringView part)
+    {
+        const QList<ItemNote> &notes = plot()->notes();
+        for (qsizetype i = 0; i < notes.size(); ++i)
+            if (notes[i].text.contains(part))
+                return i;
+        return -1;
+    }
+
+    /// With the mouse, where the note offers it.
+    void clickNote(qsizetype index)
+    {
+        const QRectF action = plot()->noteBar()->actionRect(index);
+        QGraphicsView *view = window().view();
+        view->ensureVisible(plot(), 0, 0);
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, {},
+                          view->mapFromScene(plot()->noteBar()->mapToScene(action.center())));
+    }
+
+    QStringList contents()
+    {
+        QCoreApplication::processEvents();
+        QStringList lines;
+        for (QTreeWidgetItemIterator it(window().contents()->tree()); *it; ++it)
+            lines.append(QString((*it)->parent() ? u"  "_s : QString()) + (*it)->text(0));
+        return lines;
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_host = std::make_unique<WindowApplication>();
+        m_host->loadPlugins(QStringLiteral(PLUGIN_DIRECTORY));
+        window().resize(1280, 720);
+        window().show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window()));
+    }
+
+    void cleanup()
+    {
+        QCOMPARE(m_answers.missing(), QStringList());
+        m_host.reset();
+    }
+
+    void emptyWindowSaysWhatToDo()
+    {
+        auto *hints = window().findChild<QWidget *>(u"startHints"_s);
+        QVERIFY(hints && hints->isVisible());
+        QAction *create = named(window().workBar(), u"Create Spectrum"_s);
+        QVERIFY(!create->isEnabled() && create->toolTip().contains(u"Not now: Open a MAGRES file first"));
+        QVERIFY(named(window().workBar(), u"Auto Reference"_s)->toolTip().contains(u"There is no plot"));
+        for (QAbstractButton *button : hints->findChildren<QAbstractButton *>())
+            if (button->text() == u"Sample: paracetamol.magres")
+                button->click();
+        QCOMPARE(scene().documentItems().size(), 2);
+        QVERIFY(!hints->isVisible() && create->isEnabled() && !create->toolTip().contains(u"Not now"));
+        QVERIFY(window().windowTitle().startsWith(u"paracetamol[*]") && !window().isWindowModified());
+        // Beside the structure, never where measurements lie.
+        QCOMPARE(QFileInfo(window().document()->proposedPath(u"pdf"_s)).fileName(), u"paracetamol.pdf"_s);
+    }
+
+    void itemsFillTheWindow()
+    {
+        window().openFiles({sample(u"paracetamol.magres"_s)});
+        create();
+        const auto *table = scene().currentTableItem();
+        const auto *molecule = table->linkedItems().constFirst();
+        for (const QSize &size : {QSize(1280, 720), QSize(1600, 1000)}) {
+            window().resize(size);
+            QCoreApplication::processEvents();
+            const double width = window().view()->viewport()->width();
+            QVERIFY(molecule->geometry().left() < 10 && table->geometry().right() > width - 10);
+            QVERIFY(molecule->geometry().right() < table->geometry().left());
+            QCOMPARE(molecule->geometry().height(), table->geometry().height());
+            QVERIFY(plot()->geometry().width() > width - 20 && plot()->geometry().top() > table->geometry().bottom());
+            QVERIFY(plot()->geometry().bottom() <= window().view()->viewport()->height());
+        }
+        // By hand, and what follows the window stays out of its way of being put there.
+        const QRectF before = plot()->geometry();
+        const QRectF put = before.adjusted(40, 30, -80, 0);
+        plot()->setGeometry(put);
+        Q_EMIT plot()->geometryEdited(before, put);
+        window().resize(1300, 800);
+        QCoreApplication::processEvents();
+        QCOMPARE(plot()->geometry(), put);
+        scene().undoStack()->undo();
+        QVERIFY(plot()->geometry().width() > window().view()->viewport()->width() - 20);
+
+        // The page is as it was, whatever the window is.
+        const QRectF onPage = scene().placeOf(*plot()).page;
+        QVERIFY(PageLayout::page(0).contains(onPage));
+        named(named(window().menuBar(), u"View"_s)->menu(), u"Page Preview"_s)->setChecked(true);
+        QCOMPARE(plot()->geometry(), onPage);
+        QVERIFY(!plot()->notes().isEmpty() && !plot()->noteBar()->isVisible());
+        named(named(window().menuBar(), u"View"_s)->menu(), u"Page Preview"_s)->setChecked(false);
+        QVERIFY(plot()->noteBar()->isVisible());
+    }
+
+    void notesSayWhatIsNotToBeBelieved()
+    {
+        window().openFiles({sample(u"paracetamol.magres"_s)});
+        create();
+        QVERIFY(plot()->title() == u"\u00b9\u00b3C of paracetamol, simulated" && note(u"points a line width") < 0);
+        const qsizetype reference = note(u"The reference of \u00b9\u00b3C is a placeholder, 100 ppm");
+        QVERIFY(reference >= 0);
+        QCOMPARE(plot()->notes()[reference].action, u"Set Reference..."_s);
+
+        // Too few points for so narrow lines; the note's own number mends it.
+        accept(u"MAGRES parameters"_s, {{"fSpLwF2", 1.0}});
+        clickNote(reference);
+        qsizetype narrow = note(u"points a line width, so that lines are missing");
+        QVERIFY(narrow >= 0);
+        const QString text = plot()->notes()[narrow].text;
+        const double width = QRegularExpression(u"a line width of ([0-9.]+) Hz"_s).match(text).captured(1).toDouble();
+        QVERIFY2(width > 1, qPrintable(text));
+        accept(u"MAGRES parameters"_s, {{"fSpLwF2", width}});
+        clickNote(narrow);
+        QVERIFY(note(u"points a line width") < 0);
+
+        // Auto reference leaves lines outside of the range, which one click mends and one undo brings back.
+        window().openFiles({sample(u"paracetamol-13C.csv"_s)});
+        QCOMPARE(plot()->notes()[note(u"placeholder")].action, u"Auto reference"_s);
+        accept(u"New reference"_s);
+        clickNote(note(u"placeholder"));
+        QVERIFY(note(u"placeholder") < 0);
+        const qsizetype beyond = note(u"peaks lie outside of the computed range");
+        QVERIFY(beyond >= 0 && plot()->notes()[beyond].action == u"Fit Range");
+        const QByteArray before = state();
+        clickNote(beyond);
+        QVERIFY(note(u"outside of the computed range") < 0);
+        QCOMPARE(scene().undoStack()->undoText(), u"Fit Range"_s);
+        scene().undoStack()->undo();
+        QVERIFY(state() == before);
+
+        // In pictures only when they are wanted.
+        const auto page = [this](PageExport::Notes notes) {
+            QBuffer buffer;
+            buffer.open(QIODevice::WriteOnly);
+            PageExport::writePage(scene(), buffer, PageExport::Format::Svg, notes);
+            return buffer.data();
+        };
+        QVERIFY(!page(PageExport::Notes::Hidden).contains("outside of"));
+        QVERIFY(page(PageExport::Notes::Shown).contains("outside of"));
+    }
+
+    void traceOfAStackKeepsItsBaseLine()
+    {
+        window().openFiles({sample(u"paracetamol.magres"_s)});
+        create();
+        window().openFiles({sample(u"paracetamol-13C-points.csv"_s)});
+        auto *traces = dynamic_cast<StackedTraces *>(plot()->plot()->content());
+        QVERIFY(traces);
+        const auto feet = [&] {
+            QList<double> pixels;
+            for (const QUuid &id : plot()->nmrData()->entryIds())
+                pixels.append(traces->peakMarks(id).constFirst().foot);
+            return pixels;
+        };
+        const QList<double> before = feet();
+        const double top = traces->peakMarks(plot()->nmrData()->entryIds().constFirst()).constFirst().top.y();
+        plot()->plot()->scaleIntensity(0.5);
+        QCOMPARE(feet(), before);
+        QVERIFY(traces->peakMarks(plot()->nmrData()->entryIds().constFirst()).constFirst().top.y() > top + 5);
+    }
+
+    void measurementComesFirst()
+    {
+        window().openFiles({sample(u"paracetamol-13C-points.csv"_s)});
+        QVERIFY(plot() && plot()->nmrData()->entryIds().size() == 1);
+        QVERIFY(plot()->plot()->content());
+        NmrItem *measured = plot();
+        window().openFiles({sample(u"paracetamol.magres"_s)});
+        create();
+        QVERIFY(plot() == measured && measured->nmrData()->entryIds().size() == 2);
+        QVERIFY(named(window().workBar(), u"Auto Reference"_s)->isEnabled());
+        scene().undoStack()->undo();
+        QCOMPARE(measured->nmrData()->entryIds().size(), 1);
+        // A spectrum of other nuclei does not join it.
+        create({{"fCbNucF2", u"1H"_s}});
+        QVERIFY(plot() != measured);
+    }
+
+    void contentsAreListed()
+    {
+        window().openFiles({sample(u"paracetamol.magres"_s), sample(u"paracetamol-13C-points.csv"_s)});
+        create();
+        const QStringList lines = contents();
+        QVERIFY2(lines.contains(u"paracetamol"_s) && lines.contains(u"  \u00b9\u00b3C, simulated"_s)
+                     && lines.contains(u"paracetamol-13C-points.csv"_s),
+                 qPrintable(lines.join(u'\n')));
+        QVERIFY2(lines.filter(u"Z = 4"_s).size() == 1 && lines.filter(u"a, b, c ="_s).size() == 1,
+                 qPrintable(lines.join(u'\n')));
+
+        QTreeWidget *tree = window().contents()->tree();
+        const auto select = [&](const QString &text) {
+            QCoreApplication::processEvents();
+            tree->setCurrentItem(tree->findItems(text, Qt::MatchStartsWith | Qt::MatchRecursive).constFirst());
+        };
+        select(u"Unit cell"_s);
+        const DocumentItem *molecule = scene().item(tree->currentItem()->data(0, Qt::UserRole).toUuid());
+        tree->currentItem()->setCheckState(0, Qt::Unchecked);
+        QVERIFY(!molecule->isVisible());
+        tree->currentItem()->setCheckState(0, Qt::Checked);
+        m_answers.expect(u"Rename"_s, [](QDialog *dialog) {
+            qobject_cast<QInputDialog *>(dialog)->setTextValue(u"form I"_s);
+            dialog->accept();
+        });
+        QTest::keyClick(tree, Qt::Key_F2);
+        QCOMPARE(molecule->title(), u"form I"_s);
+        QVERIFY(contents().contains(u"  form I"_s));
+        scene().undoStack()->undo();
+        QVERIFY(molecule->title().startsWith(u"paracetamol"));
+
+        select(u"Unit cell"_s);
+        QTest::keyClick(tree, Qt::Key_Delete);
+        QVERIFY(contents().filter(u"Unit cell"_s).isEmpty() && !scene().isOnPage(molecule));
+        scene().undoStack()->undo();
+        QCOMPARE(contents().filter(u"Unit cell"_s).size(), 1);
+    }
+
+    void wholeSession()
+    {
+        QStringList files;
+        for (const QString &name : QDir(sample(u"candidates"_s)).entryList({u"*.magres"_s}).mid(0, 3))
+            files.append(sample(u"candidates/"_s + name));
+        QCOMPARE(files.size(), 3);
+        window().openFiles(files);
+        QCOMPARE(scene().documentItems().size(), 6);
+        create();
+        const QString name = QFileInfo(files.constLast()).completeBaseName();
+        QVERIFY2(plot()->title().contains(name + u", simulated"_s), qPrintable(plot()->title()));
+        window().openFiles({sample(u"paracetamol-13C.csv"_s)});
+        accept(u"New reference"_s);
+        named(window().workBar(), u"Auto Reference"_s)->trigger();
+        removeWithUndo(scene(), scene().documentItems().constFirst());
+        scene().undoStack()->undo();
+
+        const QByteArray before = state();
+        const QString path = m_directory.filePath(u"session.magresdoc"_s);
+        QVERIFY(window().document()->saveTo(path) && !window().isWindowModified());
+        const QStringList listed = contents();
+        window().document()->newDocument();
+        QVERIFY(scene().documentItems().isEmpty() && contents().isEmpty());
+        window().openFiles({path});
+        QVERIFY(state() == before);
+        QCOMPARE(contents(), listed);
+        QVERIFY(!window().isWindowModified());
+    }
+};
+
+QTEST_MAIN(TestWorkspace)
+#include "tst_workspace.moc"

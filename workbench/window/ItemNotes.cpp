@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "window/ItemNotes.h"
+
+#include "host/MainScene.h"
+#include "items/plot/NmrData.h"
+#include "items/plot/NmrItem.h"
+#include "window/SpectrumCommands.h"
+
+namespace Workbench {
+
+ItemNotes::ItemNotes(MainScene *scene, SpectrumCommands *commands)
+    : QObject(scene), m_scene(scene), m_commands(commands)
+{
+    connect(scene, &MainScene::itemAdded, this, &ItemNotes::watch);
+}
+
+void ItemNotes::setPowderCommand(const QString &text, std::function<void(NmrItem *, const QUuid &)> run)
+{
+    m_powderText = text;
+    m_powder = std::move(run);
+}
+
+void ItemNotes::watch(DocumentItem *item)
+{
+    auto *nmr = qobject_cast<NmrItem *>(item);
+    if (!nmr)
+        return;
+    const auto updateIt = [this, nmr] { update(nmr); };
+    connect(nmr->nmrData(), &NmrData::entriesChanged, this, updateIt);
+    connect(nmr->nmrData(), &NmrData::entryChanged, this, updateIt);
+    update(nmr);
+}
+
+void ItemNotes::update(NmrItem *item) const
+{
+    const NmrData &data = *item->nmrData();
+    const QList<QUuid> ids = data.entryIds();
+    const bool besideMeasurement =
+        ids.size() == 2 && std::count_if(ids.cbegin(), ids.cend(), [&](const QUuid &id) { return data.isSimulated(id); }) == 1;
+    QList<ItemNote> notes;
+    for (const SpectrumRemark &remark : remarksOn(data.stack())) {
+        ItemNote note{remark.text, {}, {}};
+        const auto offer = [&](const QString &action, std::function<void(NmrItem *, const QUuid &)> run) {
+            note.action = action;
+            // The item may be gone when somebody clicks.
+            note.run = [at = QPointer<NmrItem>(item), entry = remark.entry, run] {
+                if (at)
+                    run(at, entry);
+            };
+        };
+        const auto edit = [commands = m_commands](NmrItem *at, const QUuid &entry) { commands->edit(at, entry); };
+        switch (remark.kind) {
+        case SpectrumRemark::Undersampled:
+            offer(tr("Edit Spectrum..."), edit);
+            break;
+        case SpectrumRemark::BeyondRange:
+            offer(tr("Fit Range"), [commands = m_commands](NmrItem *at, const QUuid &entry) { commands->fitRange(at, entry); });
+            break;
+        case SpectrumRemark::PlaceholderReference:
+            if (besideMeasurement)
+                offer(tr("Auto reference"), [commands = m_commands](NmrItem *at, const QUuid &) { commands->autoReference(at); });
+            else
+                offer(tr("Set Reference..."), edit);
+            break;
+        case SpectrumRemark::QuadrupolarLines:
+            if (m_powder)
+                offer(m_powderText, m_powder);
+            break;
+        }
+        notes.append(note);
+    }
+    item->setNotes(notes);
+}
+
+} // namespace Workbench

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "analysis/SpectrumRemarks.h"
+
+#include <QObject>
+
+#include <functional>
+
+namespace Workbench {
+
+class DocumentItem;
+class MainScene;
+class NmrItem;
+class SpectrumCommands;
+
+/// Keeps the notes of plots: what one should know before one believes their spectra, and the command that mends it.
+class ItemNotes : public QObject {
+    Q_OBJECT
+public:
+    ItemNotes(MainScene *scene, SpectrumCommands *commands);
+
+    /// What a note on the lines of quadrupolar nuclei offers.
+    void setPowderCommand(const QString &text, std::function<void(NmrItem *, const QUuid &)> run);
+
+private:
+    void watch(DocumentItem *item);
+    void update(NmrItem *item) const;
+
+    MainScene *m_scene;
+    SpectrumCommands *m_commands;
+    QString m_powderText;
+    std::function<void(NmrItem *, const QUuid &)> m_powder;
+};
+
+} // namespace Workbench

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QAction>
+#include <QMenu>
+
+namespace Workbench {
+
+/// The action of this text in a menu or its submenus, mnemonics aside; null when there is none. Plug-ins bring menus
+/// with them, and what they hold is known by its texts only.
+inline QAction *findAction(const QMenu *menu, const QString &text)
+{
+    for (QAction *action : menu->actions()) {
+        if (action->menu()) {
+            if (QAction *found = findAction(action->menu(), text))
+                return found;
+        } else if (action->text().remove(u'&') == text) {
+            return action;
+        }
+    }
+    return nullptr;
+}
+
+} // namespace Workbench
