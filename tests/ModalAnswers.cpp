@@ -50,7 +50,8 @@ bool ModalAnswers::eventFilter(QObject *watched, QEvent *event)
 {
     // When the dialog runs its event loop.
     if (event->type() == QEvent::Show)
-        if (auto *dialog = qobject_cast<QDialog *>(watched); dialog && dialog->isModal() && !dialog->testAttribute(Qt::WA_DontShowOnScreen))
+        if (auto *dialog = qobject_cast<QDialog *>(watched);
+            dialog && dialog->isModal() && !dialog->testAttribute(Qt::WA_DontShowOnScreen))
             QTimer::singleShot(0, dialog, [this, dialog] { answer(dialog); });
     return false;
 }

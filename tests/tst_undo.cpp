@@ -40,15 +40,17 @@ QVariantMap molecule(int number)
 
 QVariantMap spectrum(double height)
 {
-    const QVariantMap peak{{u"ID"_s, QUuid::createUuid()}, {u"Pos"_s, QVariant::fromValue(DoubleVector{height, 0})},
+    const QVariantMap peak{{u"ID"_s, QUuid::createUuid()},
+                           {u"Pos"_s, QVariant::fromValue(DoubleVector{height, 0})},
                            {u"Height"_s, height}};
     return {{u"Peaks"_s, QVariantMap{{u"PeakList"_s, QVariantList{peak}}}}, {u"Height"_s, height}};
 }
 
 QVariantMap noteOn(const QUuid &entry)
 {
-    return {{u"Origin"_s, entry},
-            {u"Shifts"_s, QVariantList{QVariantMap{{u"Nums"_s, QVariantList{1}}, {u"AssignedPeaks"_s, QVariantList()}}}}};
+    return {
+        {u"Origin"_s, entry},
+        {u"Shifts"_s, QVariantList{QVariantMap{{u"Nums"_s, QVariantList{1}}, {u"AssignedPeaks"_s, QVariantList()}}}}};
 }
 
 } // namespace
@@ -169,12 +171,14 @@ private Q_SLOTS:
                 undone[index - 1] = state();
                 history().undo();
                 QCOMPARE(history().index(), index - 1);
-                QVERIFY2(state() == before[index - 1], qPrintable(u"undo, step %1: %2"_s.arg(steps).arg(history().redoText())));
+                QVERIFY2(state() == before[index - 1],
+                         qPrintable(u"undo, step %1: %2"_s.arg(steps).arg(history().redoText())));
                 ++undos;
             } else if (what < 10 && history().canRedo()) {
                 history().redo();
                 QCOMPARE(history().index(), index + 1);
-                QVERIFY2(state() == undone[index], qPrintable(u"redo, step %1: %2"_s.arg(steps).arg(history().undoText())));
+                QVERIFY2(state() == undone[index],
+                         qPrintable(u"redo, step %1: %2"_s.arg(steps).arg(history().undoText())));
                 ++redos;
             } else if (what == 10 && any<DocumentItem>()) {
                 m_scene->setActiveItem(any<DocumentItem>()); // by a click, which is no step of the history

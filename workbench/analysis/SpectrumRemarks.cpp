@@ -68,8 +68,9 @@ QStringList undersampled(const Spectrum &spectrum)
         if (axis.frequency > 0)
             cures.append(Texts::tr("a line width of %1 Hz").arg(roundedUp(2 * std::abs(axis.step) * axis.frequency)));
         cures.append(Texts::tr("a narrower range"));
-        texts.append(Texts::tr("%1: %2 points a line width, so that lines are missing or of the wrong height; %3 mends it")
-                         .arg(nameOf(axis, d, spectrum.dimensions()), few(points), cures.join(Texts::tr(" or "))));
+        texts.append(
+            Texts::tr("%1: %2 points a line width, so that lines are missing or of the wrong height; %3 mends it")
+                .arg(nameOf(axis, d, spectrum.dimensions()), few(points), cures.join(Texts::tr(" or "))));
     }
     return texts;
 }
@@ -119,8 +120,7 @@ QList<SpectrumRemark> remarksOn(const SpectrumEntry &entry)
     if (const QStringList texts = undersampled(spectrum); !texts.isEmpty())
         add(SpectrumRemark::Undersampled, texts.join(QLatin1String(". ")));
 
-    const QVariantMap references =
-        entry.parameters(magresFormat).value(QStringLiteral("ref")).toMap();
+    const QVariantMap references = entry.parameters(magresFormat).value(QStringLiteral("ref")).toMap();
     QStringList placeholders, quadrupolar;
     for (const SpectrumAxis &axis : nucleiOf(spectrum)) {
         if (references.value(plainName(axis), placeholderReference).toDouble() == placeholderReference)
@@ -135,7 +135,8 @@ QList<SpectrumRemark> remarksOn(const SpectrumEntry &entry)
                 .arg(placeholderReference));
     if (!quadrupolar.isEmpty())
         add(SpectrumRemark::QuadrupolarLines,
-            Texts::tr("%1: measured lines are quadrupolar powder patterns and look different from the simple lines drawn")
+            Texts::tr(
+                "%1: measured lines are quadrupolar powder patterns and look different from the simple lines drawn")
                 .arg(quadrupolar.join(Texts::tr(" and "))));
     return remarks;
 }

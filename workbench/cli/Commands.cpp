@@ -56,21 +56,9 @@ const std::vector<OptionSpec> &commonOptions()
 const std::vector<Command> &commands()
 {
     static const std::vector<Command> list{
-        tableCommand(),
-        simulateCommand(),
-        fitCommand(),
-        rmsdCommand(),
-        experimentCommand(),
-        renderCommand(),
-        compareCommand(),
-        rankCommand(),
-        calibrateCommand(),
-        averageCommand(),
-        powderCommand(),
-        spinSystemCommand(),
-        rankWorkerCommand(),
-        completeCommand(),
-        manualPagesCommand(),
+        tableCommand(),  simulateCommand(),   fitCommand(),        rmsdCommand(),      experimentCommand(),
+        renderCommand(), compareCommand(),    rankCommand(),       calibrateCommand(), averageCommand(),
+        powderCommand(), spinSystemCommand(), rankWorkerCommand(), completeCommand(),  manualPagesCommand(),
     };
     return list;
 }

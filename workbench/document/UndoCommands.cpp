@@ -119,9 +119,8 @@ template class ItemCommand<ItemSpectra>;
 void removeWithUndo(MainScene &scene, DocumentItem *item)
 {
     const MainScene::CurrentItems current = scene.currentItems();
-    auto *command =
-        new ItemCommand<ItemPresence>(&scene, item, MainScene::tr("Delete %1").arg(item->title()),
-                                              ItemPresence::get(scene, *item), current);
+    auto *command = new ItemCommand<ItemPresence>(&scene, item, MainScene::tr("Delete %1").arg(item->title()),
+                                                  ItemPresence::get(scene, *item), current);
     scene.setOnPage(item, false);
     scene.undoStack()->push(command);
 }

@@ -31,9 +31,9 @@ void UndoRecorder::watch(DocumentItem *item)
         m_scene->undoStack()->push(new ItemCommand<ItemSpectra>(m_scene, nmr, what, value, m_scene->currentItems()));
     });
     // Molecules and tables come with a file and the data behind them; a spectrum is made by a command.
-    m_scene->undoStack()->push(new ItemCommand<ItemPresence>(
-        m_scene, item, MainScene::tr("Add %1").arg(item->title()),
-        {false, ItemPresence::get(*m_scene, *item).notes}, m_scene->currentItems()));
+    m_scene->undoStack()->push(new ItemCommand<ItemPresence>(m_scene, item, MainScene::tr("Add %1").arg(item->title()),
+                                                             {false, ItemPresence::get(*m_scene, *item).notes},
+                                                             m_scene->currentItems()));
 }
 
 } // namespace Workbench

@@ -320,9 +320,7 @@ void MainScene::arrange()
     };
     QList<WorkspaceLayout::Row> rows;
     QList<Content> contents;
-    const auto flows = [](const DocumentItem *item) {
-        return item->place().workspace.isEmpty() && item->isVisible();
-    };
+    const auto flows = [](const DocumentItem *item) { return item->place().workspace.isEmpty() && item->isVisible(); };
     QSet<const DocumentItem *> beside;
     const QList<DocumentItem *> all = documentItems();
     for (DocumentItem *item : all) {

@@ -105,7 +105,8 @@ public:
     void setCurrentItems(const CurrentItems &current);
 
     QUndoStack *undoStack() const { return m_undoStack; }
-    /// Puts a new item there, which the document owns from now on. It becomes the current one of its kind, not the active one.
+    /// Puts a new item there, which the document owns from now on. It becomes the current one of its kind, not the
+    /// active one.
     void addNew(DocumentItem *item, const QRectF &rect) { place(item, rect, false); }
     /// Deletes all items, without undo, and forgets the undo steps.
     void removeAll();

@@ -62,8 +62,8 @@ protected:
         if (entry.isNull())
             return nullptr;
         auto *dragged = new QMimeData;
-        dragged->setData(ContentsDock::mimeType(), nodes.constFirst()->data(0, itemRole).toUuid().toByteArray() + ' '
-                             + entry.toByteArray());
+        dragged->setData(ContentsDock::mimeType(),
+                         nodes.constFirst()->data(0, itemRole).toUuid().toByteArray() + ' ' + entry.toByteArray());
         return dragged;
     }
 
@@ -203,16 +203,18 @@ void ContentsDock::addSpectra(QHash<QString, QTreeWidgetItem *> &nodes, NmrItem 
                 symbols.append(axis.nucleus());
             node = new QTreeWidgetItem(structureNode(nodes, source), {tr("%1, simulated").arg(symbols.join(u'–'))});
         } else {
-            node = new QTreeWidgetItem(m_tree, {stack.entryName(id).isEmpty() ? tr("Measured spectrum") : stack.entryName(id)});
+            node = new QTreeWidgetItem(m_tree,
+                                       {stack.entryName(id).isEmpty() ? tr("Measured spectrum") : stack.entryName(id)});
             auto *detail = new QTreeWidgetItem(node, {spectrum.isEmpty() ? tr("peak list") : nuclei.join(u'\n')});
             detail->setFlags(Qt::ItemIsEnabled);
             node->setExpanded(true);
         }
         node->setData(0, itemRole, item->id());
         node->setData(0, entryRole, id);
-        node->setToolTip(0, tr("%1\n%2\n%n peak(s)\nin the plot \"%3\"; can be dragged onto another one", nullptr,
-                               int(spectrum.peaks.size()))
-                                .arg(stack.entryName(id), nuclei.join(u'\n'), item->title()));
+        node->setToolTip(0,
+                         tr("%1\n%2\n%n peak(s)\nin the plot \"%3\"; can be dragged onto another one", nullptr,
+                            int(spectrum.peaks.size()))
+                             .arg(stack.entryName(id), nuclei.join(u'\n'), item->title()));
     }
 }
 
@@ -240,7 +242,8 @@ void ContentsDock::fill()
                 parent->insertChild(int(i), line);
             }
         }
-        auto *node = new QTreeWidgetItem(parent, {shown->givenName().isEmpty() ? shown->contentTitle() : shown->givenName()});
+        auto *node =
+            new QTreeWidgetItem(parent, {shown->givenName().isEmpty() ? shown->contentTitle() : shown->givenName()});
         node->setData(0, itemRole, shown->id());
         node->setToolTip(0, shown->title());
         node->setFlags(node->flags() | Qt::ItemIsUserCheckable);

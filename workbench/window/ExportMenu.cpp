@@ -131,7 +131,8 @@ void ExportMenu::ask(const QString &title, const QList<std::pair<QString, QStrin
 void ExportMenu::writePage(const QString &fileName) const
 {
     const PageExport::Format format = PageExport::formatOf(fileName);
-    writeFile(fileName, [&](QIODevice &device) { PageExport::writePage(*m_scene, device, format,
+    writeFile(fileName, [&](QIODevice &device) {
+        PageExport::writePage(*m_scene, device, format,
                               m_withNotes->isChecked() ? PageExport::Notes::Shown : PageExport::Notes::Hidden);
     });
 }

@@ -35,8 +35,8 @@ void ItemNotes::update(NmrItem *item) const
 {
     const NmrData &data = *item->nmrData();
     const QList<QUuid> ids = data.entryIds();
-    const bool besideMeasurement =
-        ids.size() == 2 && std::count_if(ids.cbegin(), ids.cend(), [&](const QUuid &id) { return data.isSimulated(id); }) == 1;
+    const bool besideMeasurement = ids.size() == 2
+        && std::count_if(ids.cbegin(), ids.cend(), [&](const QUuid &id) { return data.isSimulated(id); }) == 1;
     QList<ItemNote> notes;
     for (const SpectrumRemark &remark : remarksOn(data.stack())) {
         ItemNote note{remark.text, {}, {}};
@@ -54,11 +54,13 @@ void ItemNotes::update(NmrItem *item) const
             offer(tr("Edit Spectrum..."), edit);
             break;
         case SpectrumRemark::BeyondRange:
-            offer(tr("Fit Range"), [commands = m_commands](NmrItem *at, const QUuid &entry) { commands->fitRange(at, entry); });
+            offer(tr("Fit Range"),
+                  [commands = m_commands](NmrItem *at, const QUuid &entry) { commands->fitRange(at, entry); });
             break;
         case SpectrumRemark::PlaceholderReference:
             if (besideMeasurement)
-                offer(tr("Auto reference"), [commands = m_commands](NmrItem *at, const QUuid &) { commands->autoReference(at); });
+                offer(tr("Auto reference"),
+                      [commands = m_commands](NmrItem *at, const QUuid &) { commands->autoReference(at); });
             else
                 offer(tr("Set Reference..."), edit);
             break;

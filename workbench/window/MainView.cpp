@@ -69,7 +69,8 @@ void MainView::placeHints()
     if (!m_hints)
         return;
     m_hints->setVisible(m_scene->documentItems().isEmpty());
-    m_hints->move((viewport()->width() - m_hints->width()) / 2, std::max(0, (viewport()->height() - m_hints->height()) / 2));
+    m_hints->move((viewport()->width() - m_hints->width()) / 2,
+                  std::max(0, (viewport()->height() - m_hints->height()) / 2));
 }
 
 void MainView::resizeEvent(QResizeEvent *event)
@@ -81,8 +82,7 @@ void MainView::resizeEvent(QResizeEvent *event)
 
 void MainView::fitWidth()
 {
-    const double scale =
-        isPagePreview() ? viewport()->width() / (PageLayout::pageWidth + 2 * PageLayout::gap) : 1.0;
+    const double scale = isPagePreview() ? viewport()->width() / (PageLayout::pageWidth + 2 * PageLayout::gap) : 1.0;
     // What is at the top stays there.
     const double top = mapToScene(QPoint(0, 0)).y();
     setTransform(QTransform::fromScale(scale, scale));

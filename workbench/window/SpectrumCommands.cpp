@@ -69,7 +69,8 @@ QString SpectrumCommands::whyNoAutoReference() const
         return tr("There is no plot on the page: create a spectrum and add a measurement to it");
     const NmrData &data = *item->nmrData();
     const QList<QUuid> ids = data.entryIds();
-    const auto simulated = std::count_if(ids.cbegin(), ids.cend(), [&](const QUuid &id) { return data.isSimulated(id); });
+    const auto simulated =
+        std::count_if(ids.cbegin(), ids.cend(), [&](const QUuid &id) { return data.isSimulated(id); });
     if (simulated != 1 || ids.size() != 2)
         return tr("It needs one simulated spectrum and one measurement in the plot; the current plot holds %1 and %2")
             .arg(simulated)
@@ -151,11 +152,11 @@ bool SpectrumCommands::isWanted(const NmrItem &item, const QUuid &entry) const
         points *= axis.size;
     if (points <= manyPoints)
         return true;
-    const int answer = QMessageBox::question(
-        m_window, tr("Many Points"),
-        tr("The spectrum has %L1 million points. To compute it again can take minutes. Go on?")
-            .arg(double(points) / 1e6, 0, 'f', 1),
-        QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
+    const int answer =
+        QMessageBox::question(m_window, tr("Many Points"),
+                              tr("The spectrum has %L1 million points. To compute it again can take minutes. Go on?")
+                                  .arg(double(points) / 1e6, 0, 'f', 1),
+                              QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
     return answer == QMessageBox::Yes;
 }
 

@@ -285,20 +285,19 @@ void WMainWindow::createMenus()
     createFileMenu();
     createEditMenu();
     m_create = m_workBar->add(
-        tr("Create Spectrum"), tr("A simulated spectrum of the current table"), [this] { m_spectrumCommands->create(); },
-        [this] { return m_spectrumCommands->whyNoCreate(); });
+        tr("Create Spectrum"), tr("A simulated spectrum of the current table"),
+        [this] { m_spectrumCommands->create(); }, [this] { return m_spectrumCommands->whyNoCreate(); });
     m_create->setShortcut(QKeySequence(tr("Ctrl+Shift+N")));
-    m_addMeasurement = m_workBar->add(
-        tr("Add Measurement"), tr("A measured spectrum or peak list, beside the simulated one or on its own"),
-        [this] { m_stackMenu->chooseExperiment(); });
+    m_addMeasurement = m_workBar->add(tr("Add Measurement"),
+                                      tr("A measured spectrum or peak list, beside the simulated one or on its own"),
+                                      [this] { m_stackMenu->chooseExperiment(); });
     m_addMeasurement->setShortcut(QKeySequence(tr("Ctrl+Shift+O")));
     m_autoReference = m_workBar->add(
         tr("Auto Reference"), tr("Fits the reference of the simulated spectrum to the measurement beside it"),
         [this] { m_spectrumCommands->autoReference(); }, [this] { return m_spectrumCommands->whyNoAutoReference(); });
     m_autoReference->setShortcut(QKeySequence(tr("Ctrl+R")));
-    createItemMenu(
-        tr("&Spectrum"), [this] { return scene()->currentNmrItem(); }, tr("No spectrum on the page"),
-        {m_create, m_addMeasurement});
+    createItemMenu(tr("&Spectrum"), [this] { return scene()->currentNmrItem(); }, tr("No spectrum on the page"),
+                   {m_create, m_addMeasurement});
     createItemMenu(
         tr("&Table"), [this] { return scene()->currentTableItem(); }, tr("No table on the page"));
     createItemMenu(
@@ -313,10 +312,13 @@ void WMainWindow::createViewMenu()
     viewMenu->addAction(tr("Zoom &In"), QKeySequence::ZoomIn, this, [this] { m_view->zoom(1.25); });
     viewMenu->addAction(tr("Zoom &Out"), QKeySequence::ZoomOut, this, [this] { m_view->zoom(0.8); });
     viewMenu->addAction(tr("&Fit Window"), QKeySequence(tr("Ctrl+0")), m_view, &MainView::fitWidth);
-    viewMenu->addAction(tr("&Arrange Items"), this, [this] {
-        scene()->arrangeAll();
-        m_view->fitWidth();
-    })->setToolTip(tr("Puts items that were moved by hand into their rows again"));
+    viewMenu
+        ->addAction(tr("&Arrange Items"), this,
+                    [this] {
+                        scene()->arrangeAll();
+                        m_view->fitWidth();
+                    })
+        ->setToolTip(tr("Puts items that were moved by hand into their rows again"));
     viewMenu->addSeparator();
     m_preview = viewMenu->addAction(tr("&Page Preview"));
     m_preview->setShortcut(QKeySequence(tr("Ctrl+Shift+P")));
@@ -331,16 +333,15 @@ void WMainWindow::createHelpMenu()
 {
     QMenu *help = menuBar()->addMenu(tr("&Help"));
     help->addAction(tr("&User Guide"), this, [this] { (new GuideWindow(this))->show(); });
-    help->addAction(tr("&Keyboard and Mouse..."), QKeySequence(Qt::Key_F1), this,
-                    [this] { GestureHelp(this).exec(); });
+    help->addAction(tr("&Keyboard and Mouse..."), QKeySequence(Qt::Key_F1), this, [this] { GestureHelp(this).exec(); });
     help->addAction(tr("&About and Plug-ins..."), this, &WMainWindow::showAbout);
 }
 
 void WMainWindow::createWorkBar()
 {
     QUndoStack *stack = scene()->undoStack();
-    QAction *open = m_workBar->add(tr("Open"), tr("Calculations, measured spectra and documents"),
-                                   [this] { chooseFiles(); });
+    QAction *open =
+        m_workBar->add(tr("Open"), tr("Calculations, measured spectra and documents"), [this] { chooseFiles(); });
     m_workBar->insertAction(m_create, open);
     m_workBar->insertSeparator(m_create);
     m_workBar->addSeparator();
@@ -392,8 +393,8 @@ void WMainWindow::createEditMenu()
     redo->setShortcuts(redoKeys);
     edit->addActions({undo, redo});
     edit->addSeparator();
-    QAction *rename = edit->addAction(tr("&Rename Item..."), QKeySequence(Qt::Key_F2), this,
-                                      &WMainWindow::renameActiveItem);
+    QAction *rename =
+        edit->addAction(tr("&Rename Item..."), QKeySequence(Qt::Key_F2), this, &WMainWindow::renameActiveItem);
     m_itemMenu->addAction(rename);
     QAction *remove = edit->addAction(tr("&Delete Item"), QKeySequence::Delete, this, &WMainWindow::deleteActiveItem);
     m_itemMenu->addAction(remove);

@@ -63,7 +63,8 @@ QString TableModel::shownNumber(const QModelIndex &index, const QString &text) c
         if (columnCode(column) != deciding)
             continue;
         const QModelIndex other = index.siblingAtColumn(column);
-        const auto shown = callPlugin<QVariant>(m_table, "tableModel_data(QModelIndex,int)", other, int(Qt::DisplayRole));
+        const auto shown =
+            callPlugin<QVariant>(m_table, "tableModel_data(QModelIndex,int)", other, int(Qt::DisplayRole));
         if (shown.isValid() && shown.toString().toDouble() == 0)
             return QStringLiteral("\u2013");
     }
