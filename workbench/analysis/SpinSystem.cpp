@@ -66,7 +66,7 @@ Principal principal(const Tensor3 &tensor)
     return {iso, solver.eigenvalues()[x], solver.eigenvalues()[y], solver.eigenvalues()[z], eulerAngles(toPrincipal)};
 }
 
-using Chosen = std::vector<int>; ///< positions in CrystalStructure::atoms
+using ChosenAtoms = std::vector<int>; ///< positions in CrystalStructure::atoms
 
 SpinSystem::Site siteOf(const CrystalAtom &atom, const QString &name, const QString &nucleus,
                         const SpinSystem::Options &options)
@@ -96,7 +96,7 @@ Vector3 between(const CrystalAtom &from, const CrystalAtom &to, const std::optio
     return {to.position[0] - from.position[0], to.position[1] - from.position[1], to.position[2] - from.position[2]};
 }
 
-void addDipoles(SpinSystem &system, const CrystalStructure &structure, const Chosen &chosen, double cutoff)
+void addDipoles(SpinSystem &system, const CrystalStructure &structure, const ChosenAtoms &chosen, double cutoff)
 {
     const auto lattice = structure.lattice ? Lattice::of(*structure.lattice) : std::nullopt;
     for (std::size_t i = 0; i < chosen.size(); ++i) {
@@ -149,7 +149,7 @@ SpinSystem SpinSystem::fromData(const QVariantMap &data, const Options &options)
             || std::any_of(options.labels.begin(), options.labels.end(),
                            [&](const QString &label) { return structure.isNamed(atom, label); });
     };
-    Chosen chosen;
+    ChosenAtoms chosen;
     for (const QString &nucleus : options.nuclei) {
         const std::size_t before = chosen.size();
         for (int i = 0; i < int(structure.atoms.size()); ++i) {

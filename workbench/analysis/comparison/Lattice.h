@@ -34,6 +34,11 @@ private:
     Matrix m_reducedInverse{};
 };
 
+inline double dot(const Vector3 &a, const Vector3 &b)
+{
+    return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
+}
+
 double length(const Vector3 &vector);
 
 } // namespace Workbench

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/comparison/SymmetryProbe.h"
 
+#include "analysis/comparison/Lattice.h"
+
 #include <algorithm>
 #include <cmath>
 #include <map>
@@ -10,11 +12,6 @@ namespace {
 
 /// Rows: what a rotation makes of a, b and c, in units of these.
 using Rotation = std::array<std::array<int, 3>, 3>;
-
-double dot(const Vector3 &a, const Vector3 &b)
-{
-    return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
-}
 
 template <typename Factor>
 Vector3 combined(const LatticeVectors &vectors, const std::array<Factor, 3> &factors)
