@@ -198,7 +198,7 @@ CommandRun prepareMerge(const CommandLine &line)
     };
 }
 
-void printNotes(const QStringList &notes)
+void printRankNotes(const QStringList &notes)
 {
     for (const QString &note : notes)
         printError(QStringLiteral("magres-workbench rank: %1\n").arg(note));
@@ -212,9 +212,9 @@ void warnOfRankMethods(const RankPlan &plan, const QStringList &files)
         for (const QString &file : nucleus.set ? files : QStringList())
             warnings.append(methodWarning(*nucleus.set, file));
         warnings.removeAll(QString());
-        printNotes(warnings.mid(0, 1));
+        printRankNotes(warnings.mid(0, 1));
         if (warnings.size() > 1)
-            printNotes({QStringLiteral("%1 more files were calculated otherwise").arg(warnings.size() - 1)});
+            printRankNotes({QStringLiteral("%1 more files were calculated otherwise").arg(warnings.size() - 1)});
     }
 }
 
@@ -238,7 +238,7 @@ CommandRun prepareRank(const CommandLine &line)
     return [=](const ProgramStart &start) {
         QStringList notes;
         RankMeasurement(plan, &notes);
-        printNotes(notes);
+        printRankNotes(notes);
         warnOfRankMethods(plan, files);
         output.check();
         std::vector<double> priors;
