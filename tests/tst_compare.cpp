@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "Crystals.h"
 #include "Program.h"
+#include "analysis/comparison/Lattice.h"
 #include "analysis/comparison/NucleusComparison.h"
 
 #include <QJsonArray>
@@ -10,12 +11,15 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <numbers>
 #include <numeric>
 
 using namespace Qt::StringLiterals;
 using namespace Workbench;
 using Crystals::Random;
+
+Q_DECLARE_METATYPE(std::function<std::vector<Workbench::Vector3>(double, double, double)>)
 
 namespace {
 
@@ -126,6 +130,59 @@ private Q_SLOTS:
         m_program.write("c.csv", peakList(m_pool.shifts[0]));
         m_program.write("h.csv", peakList(m_pool.shifts[1]));
         m_program.write("few.txt", "s1 0\n");
+    }
+
+    void sitesOfSpaceGroups_data()
+    {
+        using Images = std::function<std::vector<Vector3>(double, double, double)>;
+        QTest::addColumn<LatticeVectors>("cell");
+        QTest::addColumn<Images>("images");
+        const LatticeVectors triclinic{{{9, 0, 0}, {2, 10, 0}, {-3, 1, 12}}},
+            monoclinic{{{9, 0, 0}, {0, 10, 0}, {-3, 0, 12}}},
+            hexagonal{{{9, 0, 0}, {-4.5, 9 * std::sqrt(0.75), 0}, {0, 0, 12}}},
+            cubic{{{11, 0, 0}, {0, 11, 0}, {0, 0, 11}}};
+        const auto row = [](const char *group, const LatticeVectors &cell, const Images &images) {
+            QTest::newRow(group) << cell << images;
+        };
+        using List = std::vector<Vector3>;
+        row("P1 (1)", triclinic, [](double x, double y, double z) { return List{{x, y, z}}; });
+        row("P-1 (2)", triclinic, [](double x, double y, double z) { return List{{x, y, z}, {-x, -y, -z}}; });
+        row("P2_1 (4)", monoclinic, [](double x, double y, double z) { return List{{x, y, z}, {-x, y + 0.5, -z}}; });
+        row("Pc (7)", monoclinic, [](double x, double y, double z) { return List{{x, y, z}, {x, -y, z + 0.5}}; });
+        row("P3 (143)", hexagonal, [](double x, double y, double z) {
+            return List{{x, y, z}, {-y, x - y, z}, {y - x, -x, z}};
+        });
+        row("R3 (146)", cubic, [](double x, double y, double z) { return List{{x, y, z}, {z, x, y}, {y, z, x}}; });
+    }
+    /// In cells as they are and in skewed ones, with atoms that are a little off.
+    void sitesOfSpaceGroups()
+    {
+        QFETCH(LatticeVectors, cell);
+        using Images = std::function<std::vector<Vector3>(double, double, double)>;
+        QFETCH(Images, images);
+        for (int seed = 1; seed <= 40; ++seed) {
+            Random random{std::uint64_t(seed)};
+            const Lattice plain = *Lattice::of(cell);
+            CrystalStructure structure;
+            structure.lattice = cell;
+            for (std::size_t axis = 0; seed % 2 && axis < 3; ++axis) {
+                (*structure.lattice)[1][axis] -= cell[0][axis];
+                (*structure.lattice)[2][axis] += 2 * cell[0][axis];
+            }
+            for (int i = 0; i < siteCount; ++i)
+                for (const Vector3 &image : images(random.uniform(0, 1), random.uniform(0, 1), random.uniform(0, 1))) {
+                    CrystalAtom atom;
+                    atom.element = i % 4 ? u"C"_s : u"N"_s;
+                    atom.labels = QStringList{u"X%1"_s.arg(structure.atoms.size())};
+                    atom.position = plain.cartesian(image);
+                    for (double &coordinate : atom.position)
+                        coordinate += random.uniform(-0.002, 0.002);
+                    structure.atoms.push_back(atom);
+                }
+            const UniqueSites unique = UniqueSites::of(structure, {});
+            QCOMPARE(unique.sites.size(), std::size_t(siteCount));
+            QCOMPARE(unique.spaceGroup, QString::fromLatin1(QTest::currentDataTag()));
+        }
     }
 
     void theRightOneIsFirstInEveryMode_data()
