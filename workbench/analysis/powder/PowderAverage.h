@@ -51,6 +51,8 @@ public:
 
     /// Of all intensities: lowest and highest frequency, Hz.
     std::pair<double, double> limits() const;
+    /// Of a rotor period, at which frequencies are computed; 1 where it does not spin.
+    size_t steps() const { return m_sidebands.steps; }
     /// How many rows of triangles the first of the two lattices has whose difference shows the convergence: for lines
     /// of that width in Hz.
     size_t rowsForFirstTry(double width, double tolerance) const;
