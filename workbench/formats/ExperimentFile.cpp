@@ -114,18 +114,31 @@ QVariantMap read(const QString &path, const Spectrum &beside)
 } // namespace ExperimentFile
 
 namespace {
-const QString peaksKey = QStringLiteral("Peaks");
-} // namespace
 
-Experiment::Experiment(const QString &path, const QStringList &nuclei, const std::vector<double> &frequencies)
+const QString peaksKey = QStringLiteral("Peaks");
+
+/// The same nuclei in the same magnet.
+ReadOptions optionsBeside(const QStringList &nuclei, const std::vector<double> &frequencies)
 {
-    using namespace ExperimentFile;
-    const QString name = QFileInfo(path).fileName();
-    // The same nuclei in the same magnet.
     ReadOptions options;
     options.dimensions = int(nuclei.size());
     std::copy_n(frequencies.begin(), std::min(frequencies.size(), options.frequency.size()), options.frequency.begin());
-    Measurement measurement = readMeasurement(path, options);
+    return options;
+}
+
+} // namespace
+
+Experiment::Experiment(const QString &path, const QStringList &nuclei, const std::vector<double> &frequencies)
+    : Experiment(readMeasurement(path, optionsBeside(nuclei, frequencies)), QFileInfo(path).fileName(), nuclei,
+                 frequencies)
+{
+}
+
+Experiment::Experiment(Measurement measurement, const QString &name, const QStringList &nuclei,
+                       const std::vector<double> &frequencies)
+{
+    using namespace ExperimentFile;
+    const ReadOptions options = optionsBeside(nuclei, frequencies);
     if (auto *spectrum = std::get_if<ExperimentalSpectrum>(&measurement)) {
         checkDimensions(qsizetype(spectrum->dimensions.size()), nuclei.size(), name);
         for (size_t d = 0; d < spectrum->dimensions.size(); ++d) {
