@@ -2,19 +2,23 @@
 #pragma once
 
 #include <QByteArrayView>
+#include <QtGlobal>
 
 // Functions that must bear any bytes: no crash, no hang, no memory out of proportion. Messages for the user, that is
-// exceptions derived from std::exception, are a right answer and caught here.
+// exceptions derived from std::exception, are a right answer and caught in them.
 //
-// A new target is a source of its own with one such function, a line below, one in fuzz/CMakeLists.txt and one in the
-// table of tst_findings.cpp.
-
+// FUZZ_TARGETS is TARGET(name) for each; CMakeLists.txt has the list.
 namespace Fuzz {
 
-/// The text of a MAGRES file, read and assembled as for a document.
-void magresText(QByteArrayView bytes);
+#define TARGET(name) void name(QByteArrayView bytes);
+FUZZ_TARGETS
+#undef TARGET
 
-/// The map forms of data and of parameters, changed in places that the bytes choose, made into a spectrum.
-void magresMap(QByteArrayView bytes);
+/// Ends the program when a result cannot be right.
+inline void require(bool holds, const char *what)
+{
+    if (!holds)
+        qFatal("%s", what);
+}
 
 } // namespace Fuzz

@@ -8,8 +8,9 @@ namespace {
 
 using Target = void (*)(QByteArrayView);
 const QHash<QString, Target> targets = {
-    {QStringLiteral("magresText"), Fuzz::magresText},
-    {QStringLiteral("magresMap"), Fuzz::magresMap},
+#define TARGET(name) {QStringLiteral(#name), Fuzz::name},
+    FUZZ_TARGETS
+#undef TARGET
 };
 
 } // namespace

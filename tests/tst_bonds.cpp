@@ -3,6 +3,7 @@
 #include "Literal.h"
 #include "reading/BondCriterion.h"
 #include "reading/Bonds.h"
+#include "reading/MagresParser.h"
 #include "reading/NearestImage.h"
 
 #include <QTest>
@@ -113,6 +114,23 @@ private Q_SLOTS:
         Magres::detectBonds(atoms);
         for (qsizetype i = 0; i < atoms.size(); ++i)
             QCOMPARE(atoms.at(i).bonds, literal.at(i).bonds);
+    }
+
+    void tooManyBondsAreRefused()
+    {
+        QList<MagresAtom> atoms(501, atomAt("C", 1.0, 2.0, 3.0));
+        Magres::detectBonds(atoms);
+        QCOMPARE(atoms.constFirst().bonds.size(), 500);
+        atoms.append(atomAt("H", 1.5, 2.0, 3.0));
+        atoms.last().No = 7;
+        try {
+            Magres::detectBonds(atoms);
+            QFAIL("no error");
+        } catch (const MagresParseError &error) {
+            QVERIFY2(QByteArrayView(error.what()).contains("more than 500 bonds"), error.what());
+        }
+        QCOMPARE(atoms.constFirst().bonds.size(), 500);
+        QVERIFY(atoms.constLast().bonds.isEmpty());
     }
 
     void nearestImages_data()

@@ -283,6 +283,10 @@ private Q_SLOTS:
         row("more points than bytes explain", table(2, "2 1 1\n").replace("NPOINTS= 2", "NPOINTS= 200000000"),
             "between 2 and 1048576 were expected");
         row("an axis beyond all shifts", jcamp(ppm, "1000000000", "0"), "is not that of a spectrum");
+        row("half a point", "SIMP\nNP=2.5\nSW=8000\nTYPE=SPE\nDATA\n1 0\n2 0\nEND\n", "NP=2.5, NI=1 are no size");
+        row("a size beyond integers", "# LEFT = 9 ppm. RIGHT = 0 ppm.\n# SIZE = 1e300\n1\n2\n",
+            "0 × 1 points cannot be");
+        row("sites beyond all spectra", "shift,count\n9,100000\n8,100000\n7,1\n", "line 4: more than 200000 peaks");
         row("another kind of file", QByteArray("\177ELF\0\0", 6), "this is no measurement that can be read");
 
         // An empty text to look for stands for a missing file.

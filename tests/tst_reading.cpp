@@ -210,6 +210,13 @@ private Q_SLOTS:
             QVERIFY2(!parseError(text).isEmpty(), text);
     }
 
+    void oneAtomsBlockIsUsual()
+    {
+        QCOMPARE(parseError(QByteArray("[atoms]\natom C C 1 0 0 0\n[/atoms]\n").repeated(20)), QString());
+        QCOMPARE(parseError(QByteArray("[atoms]\n").repeated(3) + QByteArray("[/atoms]\n[atoms]\n").repeated(20)),
+                 u"The file has more than 20 atoms blocks"_s);
+    }
+
     void filesThatCannotBeOpened()
     {
         QTemporaryDir dir;

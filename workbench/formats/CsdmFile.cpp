@@ -188,9 +188,10 @@ std::vector<double> fromBytes(const QByteArray &bytes, const NumberType &type, q
                               const QString &source)
 {
     const qint64 width = qint64(type.size) * type.stride;
-    if (bytes.size() != total * width * components)
+    const double expected = double(total) * double(width) * double(components);
+    if (double(bytes.size()) != expected)
         fail(source,
-             tr("the values have %1 bytes, the dimensions make %2").arg(bytes.size()).arg(total * width * components));
+             tr("the values have %1 bytes, the dimensions make %2").arg(bytes.size()).arg(expected, 0, 'g', 15));
     std::vector<double> data(static_cast<size_t>(total));
     for (qint64 i = 0; i < total; ++i)
         data[size_t(i)] = type.value(bytes.constData() + i * width);

@@ -92,7 +92,7 @@ auto withFileName(const QString &fileName, Work work)
 }
 
 /// The tree, whose bytes have been found to be those that were written.
-QVariant readTree(QFile &file, const DocumentProgress &progress)
+QVariant readTree(QIODevice &file, const DocumentProgress &progress)
 {
     const QByteArray headerBytes = file.read(headerSize);
     const Header header = checkedHeader(headerBytes, file.size());
@@ -171,8 +171,13 @@ Document DocumentFile::read(const QString &fileName, const DocumentProgress &pro
         QFile file(fileName);
         if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
             throw std::runtime_error(file.errorString().toStdString());
-        return Document::fromMap(readTree(file, progress).toMap());
+        return read(file, progress);
     });
+}
+
+Document DocumentFile::read(QIODevice &file, const DocumentProgress &progress)
+{
+    return Document::fromMap(readTree(file, progress).toMap());
 }
 
 void DocumentFile::write(QIODevice &file, const Document &document, const DocumentProgress &progress)

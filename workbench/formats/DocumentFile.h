@@ -32,6 +32,9 @@ bool isDocument(const QString &fileName);
 /// when `progress` said so.
 Document read(const QString &fileName, const DocumentProgress &progress = {});
 
+/// From a device that holds nothing else and is able to seek. Errors do not name it.
+Document read(QIODevice &file, const DocumentProgress &progress = {});
+
 /// Replaces the file as one step: at any moment, and should the program or the machine die, the earlier file or the new
 /// one is there in full. Errors as above.
 void write(const QString &fileName, const Document &document, const DocumentProgress &progress = {});

@@ -63,14 +63,25 @@ std::vector<MeasuredPeak> pickedPeaks(const ExperimentalSpectrum &measured)
 
 namespace {
 
-/// Of these dimensions and nuclei; frequencies (MHz, 0 unknown) stand in where the file is silent.
-Measurement matching(const QString &path, const QStringList &nuclei, const std::vector<double> &frequencies)
+/// For a comparison with spectra of these nuclei in the same magnet: frequencies in MHz, 0 unknown.
+ReadOptions optionsFor(const QStringList &nuclei, const std::vector<double> &frequencies)
 {
-    const QString name = QFileInfo(path).fileName();
     ReadOptions options;
     options.dimensions = int(nuclei.size());
     std::copy_n(frequencies.begin(), std::min(frequencies.size(), options.frequency.size()), options.frequency.begin());
-    Measurement measurement = readMeasurement(path, options);
+    return options;
+}
+
+Measurement readFor(const QString &path, const QStringList &nuclei, const std::vector<double> &frequencies)
+{
+    return readMeasurement(path, optionsFor(nuclei, frequencies));
+}
+
+/// The measurement, which has to be of these dimensions and nuclei; the frequencies stand in where the file is silent.
+Measurement matching(Measurement measurement, const QString &name, const QStringList &nuclei,
+                     const std::vector<double> &frequencies)
+{
+    const ReadOptions options = optionsFor(nuclei, frequencies);
     if (auto *spectrum = std::get_if<ExperimentalSpectrum>(&measurement)) {
         checkDimensions(qsizetype(spectrum->dimensions.size()), nuclei.size(), name);
         for (size_t d = 0; d < spectrum->dimensions.size(); ++d) {
@@ -137,7 +148,7 @@ std::vector<PeakListFile::Peak> countedLike(const QList<SpectrumPeak> &simulated
 
 MeasuredPeaks peaks(const QString &path, const QStringList &nuclei)
 {
-    Measurement measurement = matching(path, nuclei, {});
+    Measurement measurement = matching(readFor(path, nuclei, {}), QFileInfo(path).fileName(), nuclei, {});
     if (auto *list = std::get_if<MeasuredPeaks>(&measurement))
         return std::move(*list);
     const auto &spectrum = std::get<ExperimentalSpectrum>(measurement);
@@ -176,9 +187,14 @@ const QString peaksKey = QStringLiteral("Peaks");
 } // namespace
 
 Experiment::Experiment(const QString &path, const QStringList &nuclei, const std::vector<double> &frequencies)
+    : Experiment(ExperimentFile::readFor(path, nuclei, frequencies), QFileInfo(path).fileName(), nuclei, frequencies)
 {
-    // The same nuclei in the same magnet.
-    Measurement measurement = ExperimentFile::matching(path, nuclei, frequencies);
+}
+
+Experiment::Experiment(Measurement measurement, const QString &name, const QStringList &nuclei,
+                       const std::vector<double> &frequencies)
+{
+    measurement = ExperimentFile::matching(std::move(measurement), name, nuclei, frequencies);
     if (auto *spectrum = std::get_if<ExperimentalSpectrum>(&measurement))
         take(std::move(*spectrum));
     else

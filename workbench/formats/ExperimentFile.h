@@ -16,6 +16,9 @@ public:
     /// and frequencies may be unknown. They stand in where the file is silent. Errors, an experiment of other
     /// dimensions or nuclei among them, are std::runtime_error (UTF-8).
     Experiment(const QString &path, const QStringList &nuclei, const std::vector<double> &frequencies = {});
+    /// The same of what has been read, under the name that errors say.
+    Experiment(Measurement measurement, const QString &name, const QStringList &nuclei,
+               const std::vector<double> &frequencies = {});
 
     /// An entry for NMR data, with its peaks: those of a peak list, or the ones picked from a spectrum and counted as
     /// in countedLike().

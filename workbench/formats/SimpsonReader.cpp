@@ -6,6 +6,7 @@
 
 #include <QFileInfo>
 
+#include <cmath>
 #include <map>
 #include <optional>
 #include <string>
@@ -61,7 +62,8 @@ qint64 checkedSize(const Header &header, double points, double rows)
     if (header.text("FORMAT") == "BINARY")
         fail(header.source, tr("the points are in binary form: save the spectrum as text (fsave without -binary)"));
     const double most = double(largestPointCount);
-    if (!(points >= 2.0) || !(rows >= 1.0) || !(points * rows <= most))
+    if (!(points >= 2.0) || !(rows >= 1.0) || !(points * rows <= most) || points != std::floor(points)
+        || rows != std::floor(rows))
         fail(header.source, tr("NP=%1, NI=%2 are no size of a spectrum").arg(points).arg(rows));
     return qint64(points) * qint64(rows);
 }

@@ -370,9 +370,8 @@ private:
     {
         MeasuredPeaks result;
         const int count = m_layout.columnOf(Role::Count);
+        size_t sites = 0; // a peak is repeated for each when it is compared
         while (m_rows.next()) {
-            if (result.peaks.size() == mostPeaks)
-                fail(m_source, m_rows.number(), tr("more than %1 peaks are too many").arg(mostPeaks));
             m_rows.split();
             MeasuredPeak peak;
             peak.f2 = m_rows.number(m_position) / m_perPpm[0];
@@ -382,6 +381,9 @@ private:
                 peak.height = m_rows.number(m_intensity);
             if (count >= 0)
                 peak.count = countIn(m_rows.number(count));
+            sites += size_t(std::max(peak.count, 1));
+            if (sites > mostPeaks)
+                fail(m_source, m_rows.number(), tr("more than %1 peaks are too many").arg(mostPeaks));
             peak.label = label();
             result.peaks.push_back(std::move(peak));
         }

@@ -5,6 +5,8 @@
 
 #include <QRegularExpression>
 
+#include <cmath>
+
 namespace Workbench {
 
 using ReaderText::excerpt;
@@ -35,7 +37,9 @@ bool readAxis(Region::Axis &axis, const QString &comments, const char *left, con
                points = valueOf(comments, size);
     if (!leftValue || !rightValue || !points)
         return false;
-    axis = {*leftValue, *rightValue, qint64(*points)};
+    // What is no count is 0 points, which nothing has.
+    const bool isCount = *points >= 0.0 && *points <= double(largestPointCount) && *points == std::floor(*points);
+    axis = {*leftValue, *rightValue, isCount ? qint64(*points) : 0};
     return true;
 }
 

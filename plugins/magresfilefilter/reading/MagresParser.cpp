@@ -117,9 +117,14 @@ public:
 
     void parse()
     {
+        // A calculation has one. All atoms are gone through for each.
+        constexpr int mostAtomsBlocks = 20;
+        int atomsBlocks = 0;
         while (!m_rest.isEmpty()) {
             const QByteArrayView line = nextLine();
             if (isMark(line, "atoms", "")) {
+                if (++atomsBlocks > mostAtomsBlocks)
+                    throw MagresParseError(Texts::tr("The file has more than %1 atoms blocks").arg(mostAtomsBlocks));
                 parseAtomsBlock();
                 if (m_atomsBlockRead)
                     m_atomsBlockRead(m_data);

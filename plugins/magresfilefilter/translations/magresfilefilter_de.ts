@@ -235,6 +235,14 @@ RMSD (indirekte Dimension): %1 %2</translation>
         <source>Unknown error</source>
         <translation>Unbekannter Fehler</translation>
     </message>
+    <message>
+        <source>Atom %1 %2 has more than %3 bonds; are the coordinates in the unit that the file states?</source>
+        <translation>Das Atom %1 %2 hat mehr als %3 Bindungen; stehen die Koordinaten in der Einheit, die die Datei nennt?</translation>
+    </message>
+    <message>
+        <source>The file has more than %1 atoms blocks</source>
+        <translation>Die Datei hat mehr als %1 atoms-Blöcke</translation>
+    </message>
 </context>
 <context>
     <name>WMagresDialog</name>
