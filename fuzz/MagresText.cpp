@@ -6,6 +6,8 @@
 #include "reading/MoleculeCompletion.h"
 #include "reading/MoleculeDescription.h"
 
+using namespace Magres;
+
 void Fuzz::magresText(QByteArrayView bytes)
 {
     MagresData data;

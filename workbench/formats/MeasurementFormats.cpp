@@ -36,7 +36,8 @@ const std::vector<MeasurementFormat> &measurementFormats()
          [](Path, Start start) { return JcampReader::recognises(start); },
          [](Path path, Options options) { return Measurement(JcampReader::read(path, options)); },
          JcampExport::write,
-         Texts::tr("JCAMP-DX, 1D only")},
+         Texts::tr("JCAMP-DX, 1D only"),
+         2},
         {u"CSDM"_s,
          {u"csdf"_s, u"csdfe"_s},
          u"application/json"_s,
@@ -77,11 +78,23 @@ const std::vector<MeasurementFormat> &measurementFormats()
     return list;
 }
 
+const QStringList &suffixesToWrite()
+{
+    static const QStringList list = [] {
+        QStringList all;
+        for (const MeasurementFormat &format : measurementFormats())
+            all += format.write ? format.suffixes.first(format.written) : QStringList();
+        all.sort();
+        return all;
+    }();
+    return list;
+}
+
 const MeasurementFormat *formatToWrite(const QString &suffix)
 {
     const auto &all = measurementFormats();
     const auto found = std::find_if(all.begin(), all.end(), [&](const MeasurementFormat &format) {
-        return format.write && format.suffixes.contains(suffix);
+        return format.write && format.suffixes.first(format.written).contains(suffix);
     });
     return found == all.end() ? nullptr : &*found;
 }

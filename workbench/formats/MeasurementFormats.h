@@ -26,11 +26,14 @@ struct MeasurementFormat {
     /// Null: the format is read only.
     void (*write)(const SpectrumEntry &entry, QIODevice &device) = nullptr;
     QString content = {}; ///< what a written file holds, for help texts
+    int written = 1; ///< so many of the suffixes, from the first one on, are for writing
 };
 
 /// In the order in which they are tried on a file.
 const std::vector<MeasurementFormat> &measurementFormats();
 
+/// The suffixes of all formats that are written, in the alphabet's order.
+const QStringList &suffixesToWrite();
 /// The format that a file with the suffix (lower case) is written in; null for none.
 const MeasurementFormat *formatToWrite(const QString &suffix);
 

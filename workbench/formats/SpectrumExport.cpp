@@ -139,14 +139,7 @@ void writeJson(const SpectrumEntry &entry, QIODevice &device)
 
 const QStringList &suffixes()
 {
-    static const QStringList list = [] {
-        QStringList all;
-        for (const MeasurementFormat &format : measurementFormats())
-            all += format.write ? format.suffixes : QStringList();
-        all.sort();
-        return all;
-    }();
-    return list;
+    return suffixesToWrite();
 }
 
 void write(const SpectrumEntry &entry, const QString &suffix, QIODevice &device)
