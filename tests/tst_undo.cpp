@@ -180,8 +180,6 @@ private Q_SLOTS:
                 QVERIFY2(state() == undone[index],
                          qPrintable(u"redo, step %1: %2"_s.arg(steps).arg(history().undoText())));
                 ++redos;
-            } else if (what == 10 && any<DocumentItem>()) {
-                m_scene->setActiveItem(any<DocumentItem>()); // by a click, which is no step of the history
             } else {
                 const QByteArray now = state();
                 const QUndoCommand *last = index > 0 ? history().command(index - 1) : nullptr;

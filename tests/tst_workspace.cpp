@@ -75,7 +75,7 @@ class TestWorkspace : public QObject {
         });
     }
 
-    void create(const Inputs &inputs = {})
+    void create(const Inputs &inputs = {{"fCbNucF2", u"13C"_s}})
     {
         accept(u"MAGRES parameters"_s, inputs);
         named(window().workBar(), u"Create Spectrum"_s)->trigger();

@@ -46,6 +46,7 @@ void NmrData::setActiveEntryId(const QUuid &entry)
 void NmrData::append(const QUuid &id, const QVariantMap &data, const QString &name)
 {
     const NmrStack before = m_stack;
+    Q_EMIT aboutToBeEdited();
     m_stack.entries.append({id, name, data, Spectrum::fromMap(data)});
     if (m_stack.activeId.isNull())
         setActiveEntryId(id);
@@ -67,6 +68,7 @@ void NmrData::removeEntry(const QUuid &entry)
     if (it == m_stack.entries.cend())
         return;
     const NmrStack before = m_stack;
+    Q_EMIT aboutToBeEdited();
     const qsizetype place = it - m_stack.entries.cbegin();
     m_removed.insert(entry);
     m_stack.entries.removeAt(place);
@@ -101,6 +103,7 @@ void NmrData::announceEdit(const QString &what)
 void NmrData::setEntryName(const QUuid &entry, const QString &name, const QString &what)
 {
     const NmrStack before = m_stack;
+    Q_EMIT aboutToBeEdited();
     Entry *found = find(entry);
     if (!found || found->name == name)
         return;
@@ -153,6 +156,7 @@ void NmrData::insertSpectrum(QUuid entry, QVariantMap data)
         return;
     }
     const NmrStack before = m_stack;
+    Q_EMIT aboutToBeEdited();
     Entry *found = find(entry);
     found->data = data;
     found->spectrum = Spectrum::fromMap(data);
@@ -178,6 +182,7 @@ void NmrData::setEntryPeaks(const QUuid &entry, const QVariantMap &peaks, const 
     if (!std::as_const(*this).find(entry))
         return;
     const NmrStack before = m_stack;
+    Q_EMIT aboutToBeEdited();
     Entry *found = find(entry);
     found->data.insert(QStringLiteral("Peaks"), peaks);
     found->spectrum = Spectrum::fromMap(found->data);

@@ -72,6 +72,8 @@ Q_SIGNALS:
     void entriesChanged();
     void entryChanged(const QUuid &entry);
     void activeEntryChanged(const QUuid &entry);
+    /// edited() follows, after signals in answer to which the user may come to work with something else.
+    void aboutToBeEdited();
     /// Entries were added or removed, or the data of one replaced; `what` names the edit for an undo menu.
     void edited(const QString &what, const NmrStack &before);
 
