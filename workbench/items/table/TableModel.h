@@ -34,8 +34,13 @@ public:
 
 private:
     int columnValue(int column, const char *key) const;
+    void readShape();
 
     QPointer<QObject> m_table;
+    // Asked for at every cell, and the same from one reset to the next.
+    int m_rowCount = 0;
+    int m_columnCount = 0;
+    QVariantList m_columns;
     int m_resetDepth = 0;
 };
 
