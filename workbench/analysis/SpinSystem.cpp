@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/SpinSystem.h"
 
+#include "analysis/Contacts.h"
+#include "analysis/SiteTensors.h"
 #include "data/Error.h"
 #include "data/Nuclides.h"
 #include "data/NumberText.h"
-#include "support/MetaTypes.h"
 
 #include <QCoreApplication>
 
@@ -19,15 +20,6 @@
 namespace Workbench {
 
 namespace {
-
-/// Hz, for a distance in Angstrom.
-double dipolarCoupling(const QString &a, const QString &b, double distance)
-{
-    constexpr double mu0 = 1.25663706212e-6, hbar = 1.054571817e-34; // CODATA 2018, SI
-    const double metres = distance * 1e-10;
-    return -mu0 * hbar * Nuclides::table()[a].gyromagneticRatio() * Nuclides::table()[b].gyromagneticRatio()
-        / (8 * std::numbers::pi * std::numbers::pi * metres * metres * metres);
-}
 
 /// Of R = Rz(alpha) Ry(beta) Rz(gamma).
 SpinSystem::Angles eulerAngles(const Eigen::Matrix3d &r)
@@ -67,64 +59,13 @@ Principal principal(const DoubleVector &tensor)
     return {iso, solver.eigenvalues()[x], solver.eigenvalues()[y], solver.eigenvalues()[z], eulerAngles(toPrincipal)};
 }
 
-struct Atom {
-    int record = 0;
-    QString element;
-    QString label; ///< as in the file, with the index where labels are shared
-    Eigen::Vector3d position = Eigen::Vector3d::Zero();
-    DoubleVector shielding; ///< empty: none
-    DoubleVector gradient;
-};
-
-/// Tensors belong to an atom by label and index.
-QMap<std::pair<QStringList, int>, DoubleVector> tensorsOf(const QVariantMap &data, const char *key)
-{
-    QMap<std::pair<QStringList, int>, DoubleVector> tensors;
-    for (const QVariant &value : data.value(QLatin1String(key)).toMap()) {
-        const QVariantMap map = value.toMap();
-        const auto tensor = map.value(QStringLiteral("tensor")).value<DoubleVector>();
-        const bool isTensor = tensor.size() == 9
-            && std::all_of(tensor.begin(), tensor.end(), [](double element) { return std::isfinite(element); });
-        if (isTensor)
-            tensors.insert(
-                {map.value(QStringLiteral("labels")).toStringList(), map.value(QStringLiteral("No")).toInt()}, tensor);
-    }
-    return tensors;
-}
-
-std::vector<Atom> atomsOf(const QVariantMap &data)
-{
-    const auto shieldings = tensorsOf(data, "shieldings");
-    const auto gradients = tensorsOf(data, "EFG");
-    const bool numbered = data.value(QStringLiteral("numberToLabel")).toBool();
-    std::vector<Atom> atoms;
-    for (const QVariant &value : data.value(QStringLiteral("atoms")).toMap()) {
-        const QVariantMap map = value.toMap();
-        Atom atom;
-        const QStringList labels = map.value(QStringLiteral("labels")).toStringList();
-        const int number = map.value(QStringLiteral("No")).toInt();
-        atom.record = map.value(QStringLiteral("recordNo")).toInt();
-        atom.element = QString::fromLatin1(map.value(QStringLiteral("type")).toByteArray());
-        atom.label = labels.value(0) + (numbered ? QString() : QStringLiteral(".%1").arg(number));
-        const auto position = map.value(QStringLiteral("pos")).value<DoubleVector>();
-        if (position.size() == 3)
-            atom.position = {position[0], position[1], position[2]};
-        atom.shielding = shieldings.value({labels, number});
-        atom.gradient = gradients.value({labels, number});
-        atoms.push_back(atom);
-    }
-    // The map has its entries in the order of their keys as texts.
-    std::sort(atoms.begin(), atoms.end(), [](const Atom &a, const Atom &b) { return a.record < b.record; });
-    return atoms;
-}
-
-bool isWanted(const Atom &atom, const QString &nucleus, const QStringList &labels)
+bool isWanted(const SiteTensors &atom, const QString &nucleus, const QStringList &labels)
 {
     return atom.element == Nuclides::element(nucleus)
         && (labels.isEmpty() || labels.contains(atom.label) || labels.contains(atom.label.section(u'.', 0, 0)));
 }
 
-SpinSystem::Site siteOf(const Atom &atom, const QString &nucleus, const SpinSystem::Options &options)
+SpinSystem::Site siteOf(const SiteTensors &atom, const QString &nucleus, const SpinSystem::Options &options)
 {
     SpinSystem::Site site{nucleus, atom.label, {}, {}};
     if (!atom.shielding.empty()) {
@@ -143,11 +84,12 @@ SpinSystem::Site siteOf(const Atom &atom, const QString &nucleus, const SpinSyst
     return site;
 }
 
-void addDipoles(SpinSystem &system, const std::vector<Atom> &atoms, double cutoff)
+void addDipoles(SpinSystem &system, const std::vector<SiteTensors> &atoms, double cutoff)
 {
     for (int i = 0; i < int(atoms.size()); ++i) {
         for (int j = i + 1; j < int(atoms.size()); ++j) {
-            const Eigen::Vector3d between = atoms[j].position - atoms[i].position;
+            const Eigen::Vector3d between =
+                Eigen::Vector3d(atoms[j].position.data()) - Eigen::Vector3d(atoms[i].position.data());
             const double distance = between.norm();
             const double coupling = dipolarCoupling(system.sites[i].nucleus, system.sites[j].nucleus, distance);
             if (!(distance <= cutoff) || distance < 1e-3 || coupling == 0)
@@ -187,11 +129,11 @@ constexpr const char *conventions =
 SpinSystem SpinSystem::fromData(const QVariantMap &data, const Options &options)
 {
     SpinSystem system;
-    const std::vector<Atom> all = atomsOf(data);
-    std::vector<Atom> chosen;
+    const std::vector<SiteTensors> all = SiteTensors::fromData(data);
+    std::vector<SiteTensors> chosen;
     for (const QString &nucleus : options.nuclei) {
         const std::size_t before = chosen.size();
-        for (const Atom &atom : all) {
+        for (const SiteTensors &atom : all) {
             if (isWanted(atom, nucleus, options.labels))
                 chosen.push_back(atom);
         }
@@ -205,7 +147,7 @@ SpinSystem SpinSystem::fromData(const QVariantMap &data, const Options &options)
             system.sites.push_back(siteOf(chosen[i], nucleus, options));
     }
     for (const QString &label : options.labels) {
-        const bool found = std::any_of(chosen.begin(), chosen.end(), [&](const Atom &atom) {
+        const bool found = std::any_of(chosen.begin(), chosen.end(), [&](const SiteTensors &atom) {
             return atom.label == label || atom.label.section(u'.', 0, 0) == label;
         });
         if (!found)
