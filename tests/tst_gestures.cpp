@@ -8,6 +8,7 @@
 #include "items/plot/NmrItem.h"
 #include "items/plot/NmrPlot.h"
 #include "items/plot/PeakLabelBand.h"
+#include "items/plot/PlotMarks.h"
 #include "items/plot/StackedTraces.h"
 
 #include <QtTest>
@@ -132,8 +133,7 @@ struct PlotStage {
     bool isMap() const { return content()->ppmAxes().size() == 2; }
     QPointF pixel(double f2, double f1) const
     {
-        const double y =
-            isMap() ? content()->ppmAxes()[1]->coordToPixel(f1) : item->plot()->yAxis->coordToPixel(f1);
+        const double y = isMap() ? content()->ppmAxes()[1]->coordToPixel(f1) : item->plot()->yAxis->coordToPixel(f1);
         return {content()->ppmAxes()[0]->coordToPixel(f2), y};
     }
     void show(const Ranges &ranges)
@@ -323,9 +323,9 @@ private Q_SLOTS:
         const auto shift = [](int number, const QVariantList &atoms) {
             return QVariantMap{{u"Nums"_s, atoms}, {u"AssignedPeaks"_s, QVariantList{id(number)}}};
         };
-        description.insert(u"NMRAssignments"_s,
-                           QVariantList{QVariantMap{
-                               {u"Shifts"_s, QVariantList{shift(1, {Oxygen}), shift(2, {Carbon, Nitrogen})}}}});
+        description.insert(
+            u"NMRAssignments"_s,
+            QVariantList{QVariantMap{{u"Shifts"_s, QVariantList{shift(1, {Oxygen}), shift(2, {Carbon, Nitrogen})}}}});
         MoleculeItem shown(description);
         plot.item->linkObject(&shown);
         const auto click = [&](int number, Qt::KeyboardModifiers modifiers = {}, const QPointF &beside = {}) {
@@ -368,6 +368,117 @@ private Q_SLOTS:
         QVERIFY(!around.isEmpty() && around.size() < 40);
         QCOMPARE(around.first(), u"X7"_s); // 1 + 119 % 40 = 40
         QVERIFY(!around.contains(u"X0"_s));
+    }
+
+    void spectraAreDragged()
+    {
+        PlotStage plot(spectrum(1));
+        const QUuid first = plot.item->nmrData()->entryIds().first();
+        const QUuid second = plot.item->nmrData()->addEntry(spectrum(1), u"t"_s);
+        plot.layOut();
+        const auto style = [&](const QUuid &entry) { return plot.item->plot()->options().traces.value(entry); };
+        const QCPAxis *height = plot.item->plot()->yAxis;
+        const double perPixel = height->range().size() / plot.content()->mainRect()->height();
+        const QPointF at = plot.pixel(20, 1.12 + 0.5); // in the upper one
+        plot.stage.drag(at, at - QPointF(0, 40), Qt::ControlModifier);
+        QVERIFY(std::abs(style(second).offset - 40 * perPixel) < 1.5 * perPixel && style(second).scale == 1);
+        plot.stage.drag(at, at - QPointF(0, 60), Qt::ControlModifier | Qt::ShiftModifier);
+        QVERIFY(std::abs(style(second).scale - 2) < 0.05);
+        QCOMPARE(style(first), TraceStyle());
+        QCOMPARE(plot.ranges(), (Ranges{10, 70})); // it was no zoom
+
+        // On one base line both stand at the same height.
+        PlotOptions overlaid;
+        overlaid.overlay = true;
+        plot.item->plot()->setOptions(overlaid);
+        plot.layOut();
+        const QPointF somewhere = plot.pixel(30, 0.4);
+        QCOMPARE(plot.content()->heightAt(first, somewhere), plot.content()->heightAt(second, somewhere));
+    }
+
+    /// The points count from 1 at 70 ppm to 7 at 10 ppm: areas of 60 to 40 and of 30 to 10 ppm are as 6 to 12.
+    void integralsAndDistancesAreMarked()
+    {
+        PlotStage plot(spectrum(1));
+        const auto marks = [&] {
+            plot.layOut();
+            return dynamic_cast<StackedTraces *>(plot.content())->marks();
+        };
+        plot.stage.key(Qt::Key_I);
+        plot.stage.drag(plot.pixel(60, 3), plot.pixel(40, 3));
+        plot.stage.drag(plot.pixel(10, 3), plot.pixel(30, 3));
+        const auto integrals = [&] {
+            const QStringList texts = marks()->integralTexts();
+            return QPointF(texts.value(0).toDouble(), texts.value(1).toDouble());
+        };
+        QVERIFY(QLineF(integrals(), {1, 2}).length() < 0.03); // the mouse is on whole pixels
+        PlotOptions options = plot.item->plot()->options();
+        options.integralReference = 1;
+        options.referenceValue = 3;
+        plot.item->plot()->setOptions(options);
+        QVERIFY(QLineF(integrals(), {1.5, 3}).length() < 0.03);
+
+        plot.stage.key(Qt::Key_D);
+        plot.stage.drag(plot.pixel(50, 3), plot.pixel(30, 5));
+        const QStringList words = marks()->distanceTexts().value(0).split(u' ');
+        QCOMPARE(words.size(), 4);
+        QVERIFY(std::abs(words[0].toDouble() - 20) < 0.3 && words[1] == u"ppm,");
+        QVERIFY(std::abs(words[2].toDouble() / words[0].toDouble() - 100) < 0.05 && words[3] == u"Hz"); // 100 MHz
+        plot.stage.key(Qt::Key_Escape);
+        QCOMPARE(plot.ranges(), (Ranges{10, 70}));
+        plot.stage.drag(plot.pixel(50, 3), plot.pixel(30, 5));
+        compareRanges(plot.ranges(), {30, 50}, 3e-3);
+    }
+
+    void plotsShareTheirRange()
+    {
+        PlotStage plot(spectrum(1));
+        auto *other = new NmrItem, *proton = new NmrItem;
+        other->nmrData()->addEntry(spectrum(2), {});
+        ExperimentalSpectrum hydrogen{{}, {{u"1H"_s, 400, 0, 10, -1, 10}}, std::vector<double>(10, 1.0)};
+        proton->nmrData()->addEntry(toEntryMap(hydrogen), {});
+        for (NmrItem *item : {other, proton}) {
+            plot.item->scene()->addItem(item);
+            item->resize(300, 200);
+            item->plot()->content();
+            item->plot()->replot();
+        }
+        PlotOptions sharing;
+        sharing.sharesRange = true;
+        for (NmrItem *item : {plot.item, other, proton})
+            item->plot()->setOptions(sharing);
+        plot.show({30, 50});
+        QCOMPARE(other->plot()->xAxis->range(), QCPRange(30, 50));
+        QVERIFY(proton->plot()->xAxis->range().upper > 9); // another nucleus
+    }
+
+    void labelsLeaveRoomForTheSpectrum()
+    {
+        QVariantMap crowd = peak(1, 40);
+        crowd[u"PeakLabel"_s] = u"C1A,C1B,C1C,C1D,C1E"_s + QString(80, u'x');
+        PlotStage plot(spectrum(1, {crowd}));
+        QVERIFY(plot.content()->mainRect()->top() <= plot.item->plot()->viewport().height() / 3.0 + 1);
+        const QList<LabelArea> labels = plot.content()->labelAreas();
+        QCOMPARE(labels.size(), 1);
+        QVERIFY(plot.item->plot()->hoverText(labels[0].area.center()).contains(crowd[u"PeakLabel"_s].toString()));
+        QVERIFY(plot.item->plot()->hoverText(plot.pixel(40, 2)).contains(crowd[u"PeakLabel"_s].toString()));
+    }
+
+    void axesInHertz()
+    {
+        PlotStage plot(spectrum(1));
+        PlotOptions options;
+        options.hertz = true;
+        plot.item->plot()->setOptions(options);
+        plot.layOut();
+        const QCPAxis *axis = plot.item->plot()->xAxis;
+        QVERIFY(axis->label().contains(u"Hz"));
+        QVector<double> ticks;
+        QVector<QString> labels;
+        axis->ticker()->generate(axis->range(), QLocale::c(), u'f', 0, ticks, nullptr, &labels);
+        QVERIFY(ticks.size() > 2);
+        for (qsizetype i = 0; i < ticks.size(); ++i)
+            QVERIFY(std::abs(labels[i].toDouble() - 100 * ticks[i]) < 0.5); // 100 MHz
     }
 
     // --- molecule
@@ -425,6 +536,32 @@ private Q_SLOTS:
         stage.drag({100, 100}, {130, 100});
         QVERIFY(item->atomPosition(Hydrogen).x() - item->atomPosition(Carbon).x() < before - 5);
         QCOMPARE(item->selectedAtoms(), QSet<int>{Carbon}); // a drag selects nothing
+    }
+
+    /// Oxygen, nitrogen, hydrogen, carbon: distance, angle and torsion angle by numpy.
+    void clicksMeasure()
+    {
+        auto *item = new MoleculeItem(molecule());
+        Stage stage(item);
+        lookAlongZ(*item);
+        stage.key(Qt::Key_M);
+        const auto click = [&](const QPointF &place) {
+            stage.click(place - item->contentRect().topLeft());
+            return item->measurements().value(0);
+        };
+        QCOMPARE(click(item->atomPosition(Oxygen)), QString());
+        QCOMPARE(click(item->atomPosition(Nitrogen)), u"O2\u2013N3  2.328 \u00c5"_s);
+        QCOMPARE(click(item->atomPosition(Hydrogen)), u"O2\u2013N3\u2013H4  47.3\u00b0"_s);
+        QCOMPARE(click(item->atomPosition(Carbon) * 2 - item->atomPosition(Hydrogen)),
+                 u"O2\u2013N3\u2013H4\u2013C1  -53.3\u00b0"_s);
+        click(item->atomPosition(Oxygen));
+        click(item->atomPosition(Nitrogen));
+        QCOMPARE(item->measurements().size(), 2);
+        QVERIFY(item->selectedAtoms().isEmpty());
+        stage.key(Qt::Key_Escape);
+        click(item->atomPosition(Oxygen));
+        QCOMPARE(item->selectedAtoms(), QSet<int>{Oxygen});
+        QVERIFY(item->contactsText().contains(u"\tC1\t0 0 0\t1.4177\t"_s));
     }
 
     void wheelZoomsTheCurrentMolecule()

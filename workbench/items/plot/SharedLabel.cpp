@@ -29,6 +29,13 @@ void SharedLabel::add(const SharedLabel &other)
             m_names.append(name);
 }
 
+QString SharedLabel::fullText() const
+{
+    QStringList names = m_names;
+    std::sort(names.begin(), names.end(), naturalOrder());
+    return names.join(QStringLiteral(", "));
+}
+
 QString SharedLabel::text() const
 {
     // Names of cross peaks, and of groups, hold commas themselves and are long: one stands for all.

@@ -7,8 +7,10 @@ namespace Workbench {
 
 class PeakLabelBand;
 class PlacedTrace;
+class PlotMarks;
 
-/// One-dimensional spectra: a single one as it is, several one above the other, each scaled to its highest point. Peak
+/// One-dimensional spectra: a single one as it is, several one above the other or on one base line, each scaled to its
+/// highest point and as the user wants. Peak
 /// lists without a curve stand there as sticks, and so do, in a stack, the peaks that lie beyond their curve's end: a
 /// spectrum whose reference was changed need not have been computed where its peaks are now.
 class StackedTraces : public PlotContent {
@@ -29,11 +31,14 @@ public:
     double heightAt(const QUuid &entry, const QPointF &pixel) const override;
     QList<LabelArea> labelAreas() const override;
     QString readOut(const QPointF &pixel) const override;
+    QUuid traceAt(const QPointF &pixel) const override;
+    double traceHeightPerPixel() const override;
 
     /// Makes the spectra higher or lower; the base line nearest below the pixel stays where it is.
     void scaleIntensity(double factor, const QPointF &pixel);
 
     PeakLabelBand *labelBand() const { return m_band; }
+    PlotMarks *marks() const { return m_marks; }
 
 private:
     struct Trace {
@@ -48,7 +53,7 @@ private:
     double topAt(const Trace &trace, double ppm) const;
     PlacedTrace *makeTrace(const PlotEntry &entry) const;
     /// Null when no peak is beyond.
-    PlacedTrace *makeSticksBeyond(const PlotEntry &entry, PlacedTrace *trace, double offset) const;
+    PlacedTrace *makeSticksBeyond(const PlotEntry &entry, PlacedTrace *trace, double scale, double offset) const;
 
     QCPAxisRect *m_axisRect;
     QCPAxis *m_ppm;
@@ -56,6 +61,9 @@ private:
     PeakLabelBand *m_band;
     QList<Trace> m_traces; ///< one per entry
     QCPRange m_fullIntensity;
+    QCPRange m_values; ///< of all traces before the user moved any
+    double m_unit = 1.0; ///< height of an unscaled trace
+    PlotMarks *m_marks = nullptr;
 };
 
 } // namespace Workbench
