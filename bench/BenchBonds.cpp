@@ -6,6 +6,8 @@
 #include "reading/Bonds.h"
 #include "reading/MoleculeCompletion.h"
 
+using namespace Magres;
+
 namespace {
 
 bool sameBonds(const QList<MagresAtom> &a, const QList<MagresAtom> &b)

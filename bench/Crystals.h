@@ -9,6 +9,9 @@
 
 namespace Crystals {
 
+using Magres::MagresAtom;
+using Magres::Position;
+
 struct Crystal {
     QList<MagresAtom> atoms; ///< in file order, sorted by species; no bonds yet
     QList<double> lattice; ///< a, b, c, Angstrom

@@ -5,14 +5,19 @@
 // against them, bit for bit.
 
 #include "parameters/ElementTable.h"
-#include "reading/MagresAtom.h"
+#include "reading/Vectors.h"
 #include "synthesis/LineShapes.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <set>
 #include <vector>
 
 namespace Literal {
+
+using Magres::MagresAtom;
+using Magres::Position;
 
 inline std::vector<double> covalentRadii(const QList<MagresAtom> &atoms)
 {
@@ -95,6 +100,33 @@ inline void completeMolecules(QList<MagresAtom> &atoms, const QList<double> &lat
         }
     }
     detectBonds(atoms, radii);
+}
+
+/// Length of the shortest of v + i a + j b + l c, all of those tried that can be as short as v itself. For cells that
+/// are not very skewed; in others there are too many.
+inline double shortestImage(const Position &v, const std::array<Position, 3> &cell)
+{
+    const double volume = Magres::dot(cell[0], Magres::cross(cell[1], cell[2]));
+    const double length = std::sqrt(Magres::dot(v, v));
+    std::array<double, 3> from, to;
+    for (std::size_t i = 0; i < 3; ++i) {
+        const Position normal = Magres::cross(cell[(i + 1) % 3], cell[(i + 2) % 3]);
+        const double fraction = Magres::dot(v, normal) / volume;
+        const double width = length * std::sqrt(Magres::dot(normal, normal)) / std::abs(volume);
+        from[i] = std::floor(-fraction - width);
+        to[i] = std::ceil(-fraction + width);
+    }
+    double shortest = Magres::dot(v, v);
+    for (double i = from[0]; i <= to[0]; ++i) {
+        for (double j = from[1]; j <= to[1]; ++j) {
+            for (double l = from[2]; l <= to[2]; ++l) {
+                const Position image =
+                    Magres::plusScaled(Magres::plusScaled(Magres::plusScaled(v, i, cell[0]), j, cell[1]), l, cell[2]);
+                shortest = std::min(shortest, Magres::dot(image, image));
+            }
+        }
+    }
+    return std::sqrt(shortest);
 }
 
 inline void addLorentzians(std::span<const LinePeak> peaks, double width, const SpectrumAxis &axis,

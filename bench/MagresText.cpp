@@ -5,6 +5,9 @@
 
 namespace MagresText {
 
+using Magres::MagresAtom;
+using Magres::MagresTensor;
+
 MagresData crystalData(int atoms)
 {
     const Crystals::Crystal crystal = Crystals::molecular(atoms);

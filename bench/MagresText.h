@@ -8,11 +8,13 @@
 
 namespace MagresText {
 
+using Magres::MagresData;
+
 /// A crystal with a shielding and an EFG tensor on every atom.
 MagresData crystalData(int atoms);
 
 /// The nuclear properties that such crystals need.
-class OxygenAndDeuterium : public NuclearProperties {
+class OxygenAndDeuterium : public Magres::NuclearProperties {
 public:
     QString spin(const QByteArray &nucleus) const override
     {

@@ -3,7 +3,9 @@
 
 #include <QtWidgets>
 
+#include <functional>
 #include <memory>
+#include <stdexcept>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -47,6 +49,31 @@ private:
     MetaObjectWithout m_metaObject;
 };
 
+/// What the fake host was asked, and the one way in which it misbehaves.
+class Trace {
+public:
+    QByteArrayList calls;
+    QByteArray throwing; ///< this method throws
+    bool throwsNoStdException = false;
+    QByteArray refusing; ///< this method does nothing and answers with the default
+    QByteArray interrupted; ///< during this method something happens:
+    std::function<void()> interruption;
+
+    /// Whether the method is to do its work.
+    bool operator()(const char *method)
+    {
+        calls.append(method);
+        if (method == throwing && throwsNoStdException)
+            throw 42;
+        if (method == throwing)
+            throw std::runtime_error("the host's own trouble");
+        if (method == interrupted)
+            interruption();
+        return method != refusing;
+    }
+};
+inline Trace trace;
+
 /// The services of a host that are not widgets or items, in one object: data engine, nucleus tables, file filters, the
 /// spectra of the only NMR item, and its plot.
 class FakeServices : public QObject {
@@ -62,27 +89,49 @@ public:
     QObject *filter = nullptr;
     int resets = 0;
 
-    Q_INVOKABLE QVariantMap getDataMap(QUuid id) { return data.value(id); }
+    Q_INVOKABLE QVariantMap getDataMap(QUuid id) { return trace("getDataMap") ? data.value(id) : QVariantMap(); }
     Q_INVOKABLE QString spin(QString nucleus)
     {
+        if (!trace("spin"))
+            return {};
         return nucleus == "17O"_L1 ? u"5/2"_s : nucleus == "2H"_L1 || nucleus == "14N"_L1 ? u"1"_s : u"1/2"_s;
     }
-    Q_INVOKABLE double quadrupoleMoment(QString nucleus) { return nucleus == "17O"_L1 ? -2.558 : 0.286; }
-    Q_INVOKABLE double naturalAbundance(QString) { return 1.0; }
-    Q_INVOKABLE void addPluginFilter(QObject *object) { filter = object; }
-    Q_INVOKABLE void insertSpectrum(QUuid id, QVariantMap map) { entries[id] = map; }
+    Q_INVOKABLE double quadrupoleMoment(QString nucleus)
+    {
+        return !trace("quadrupoleMoment") ? 0.0 : nucleus == "17O"_L1 ? -2.558 : 0.286;
+    }
+    Q_INVOKABLE double naturalAbundance(QString) { return trace("naturalAbundance") ? 1.0 : 0.0; }
+    Q_INVOKABLE void addPluginFilter(QObject *object)
+    {
+        if (trace("addPluginFilter"))
+            filter = object;
+    }
+    Q_INVOKABLE void insertSpectrum(QUuid id, QVariantMap map)
+    {
+        if (trace("insertSpectrum"))
+            entries[id] = map;
+    }
     Q_INVOKABLE QVariantHash entryOrigParams(QUuid id, QString format)
     {
+        if (!trace("entryOrigParams"))
+            return {};
         QVariantMap map = entries.value(id);
         if (map.contains(u"RawData"_s))
             map = map.value(u"RawData"_s).toMap();
         const QVariant parameters = map.value(u"SpecInfo"_s).toMap().value(u"OriginalParameters"_s);
         return parameters.value<QMap<QString, QVariantHash>>().value(format);
     }
-    Q_INVOKABLE QVariantMap entryPeakList(QUuid id) { return entries.value(id).value(u"Peaks"_s).toMap(); }
-    Q_INVOKABLE QString xUnitsString() { return u"ppm"_s; }
-    Q_INVOKABLE QString yUnitsString() { return u"ppm"_s; }
-    Q_INVOKABLE void fullReset() { ++resets; }
+    Q_INVOKABLE QVariantMap entryPeakList(QUuid id)
+    {
+        return trace("entryPeakList") ? entries.value(id).value(u"Peaks"_s).toMap() : QVariantMap();
+    }
+    Q_INVOKABLE QString xUnitsString() { return trace("xUnitsString") ? u"ppm"_s : QString(); }
+    Q_INVOKABLE QString yUnitsString() { return trace("yUnitsString") ? u"ppm"_s : QString(); }
+    Q_INVOKABLE void fullReset()
+    {
+        if (trace("fullReset"))
+            ++resets;
+    }
 
     QUuid addEntry(const QVariantMap &map)
     {
@@ -103,19 +152,34 @@ class FakeItem : public QGraphicsWidget {
 public:
     QUuid id = QUuid::createUuid();
     QVariantMap molecule;
-    QObject *spectra = nullptr;
+    QPointer<QObject> spectra;
     QPointer<QObject> linked;
     QVariantList messages;
     QMenu *menu = nullptr;
 
-    Q_INVOKABLE QVariantMap molMap() { return molecule; }
-    Q_INVOKABLE void setMolMap(QVariantMap map) { molecule = map; }
-    Q_INVOKABLE QObject *getNMRData() { return spectra; }
-    Q_INVOKABLE void linkObject(QObject *other) { linked = other; }
-    Q_INVOKABLE void sendMessage(QVariant message) { messages.append(message); }
-    Q_INVOKABLE int colId(qint8 section) { return section; }
-    Q_INVOKABLE int colDigits(qint8) { return 2; }
-    Q_INVOKABLE void typeCntxtMenu(QMenu *given) { menu = given; }
+    Q_INVOKABLE QVariantMap molMap() { return trace("molMap") ? molecule : QVariantMap(); }
+    Q_INVOKABLE void setMolMap(QVariantMap map)
+    {
+        if (trace("setMolMap"))
+            molecule = map;
+    }
+    Q_INVOKABLE QObject *getNMRData() { return trace("getNMRData") ? spectra : nullptr; }
+    Q_INVOKABLE void linkObject(QObject *other)
+    {
+        if (trace("linkObject"))
+            linked = other;
+    }
+    Q_INVOKABLE void sendMessage(QVariant message)
+    {
+        if (trace("sendMessage"))
+            messages.append(message);
+    }
+    Q_INVOKABLE int colId(qint8 section) { return trace("colId") ? section : 0; }
+    Q_INVOKABLE void typeCntxtMenu(QMenu *given)
+    {
+        if (trace("typeCntxtMenu"))
+            menu = given;
+    }
 };
 
 /// A host's model over the plug-in's table, whose size does not matter here.
@@ -123,7 +187,7 @@ class FakeModel : public QAbstractTableModel {
     Q_OBJECT
 
 public:
-    QObject *table = nullptr;
+    QPointer<QObject> table;
 
     int rowCount(const QModelIndex & = {}) const override { return size("tableModel_rowCount"); }
     int columnCount(const QModelIndex & = {}) const override { return size("tableModel_columnCount"); }
@@ -134,8 +198,16 @@ public:
                                   Q_ARG(int, role));
         return value;
     }
-    Q_INVOKABLE void beginResetModel() { QAbstractTableModel::beginResetModel(); }
-    Q_INVOKABLE void endResetModel() { QAbstractTableModel::endResetModel(); }
+    Q_INVOKABLE void beginResetModel()
+    {
+        if (trace("beginResetModel"))
+            QAbstractTableModel::beginResetModel();
+    }
+    Q_INVOKABLE void endResetModel()
+    {
+        if (trace("endResetModel"))
+            QAbstractTableModel::endResetModel();
+    }
 
 private:
     int size(const char *method) const
@@ -168,12 +240,16 @@ public:
 
     Q_INVOKABLE QGraphicsWidget *createMolItem(const QRectF &, const QVariantMap &description, const bool)
     {
+        if (!trace("createMolItem"))
+            return nullptr;
         molecule = newItem();
         molecule->molecule = description;
         return molecule;
     }
     Q_INVOKABLE QGraphicsWidget *createNMRItem(const QRectF &, const QVariantMap &spectrum, const bool)
     {
+        if (!trace("createNMRItem"))
+            return nullptr;
         nmr = newItem();
         nmr->spectra = services;
         services->addEntry(spectrum);
@@ -181,6 +257,8 @@ public:
     }
     Q_INVOKABLE QGraphicsWidget *addCustomTableItem(QObject *object, bool)
     {
+        if (!trace("addCustomTableItem"))
+            return nullptr;
         tableItem = newItem();
         table = object;
         model = new Crippled<FakeModel>(without);
@@ -194,10 +272,15 @@ public:
     }
     Q_INVOKABLE void setCustomData(QVariantMap map, QGraphicsWidget *)
     {
-        services->data.insert(map.value(u"ID"_s).toUuid(), map);
+        if (trace("setCustomData"))
+            services->data.insert(map.value(u"ID"_s).toUuid(), map);
     }
-    Q_INVOKABLE void delCustomData(QUuid id, QGraphicsWidget *) { services->data.remove(id); }
-    Q_INVOKABLE QRectF getEmptyRect() { return {0, 0, 100, 100}; }
+    Q_INVOKABLE void delCustomData(QUuid id, QGraphicsWidget *)
+    {
+        if (trace("delCustomData"))
+            services->data.remove(id);
+    }
+    Q_INVOKABLE QRectF getEmptyRect() { return trace("getEmptyRect") ? QRectF(0, 0, 100, 100) : QRectF(); }
 
 Q_SIGNALS:
     void activeItemChanged(QGraphicsWidget *item);
@@ -224,10 +307,13 @@ public:
     QMenu menu;
 
     QMenu *nmrContextMenu() { return &menu; }
-    Q_INVOKABLE QObject *dataEngine() { return services; }
-    Q_INVOKABLE QObject *getNMRData() { return services; }
-    Q_INVOKABLE QObject *nmrPlot() { return services; }
-    Q_INVOKABLE bool checkProductLicense(QString product) { return product == "licensed"_L1; }
+    Q_INVOKABLE QObject *dataEngine() { return trace("dataEngine") ? services : nullptr; }
+    Q_INVOKABLE QObject *getNMRData() { return trace("getNMRData") ? services : nullptr; }
+    Q_INVOKABLE QObject *nmrPlot() { return trace("nmrPlot") ? services : nullptr; }
+    Q_INVOKABLE bool checkProductLicense(QString product)
+    {
+        return trace("checkProductLicense") && product == "licensed"_L1;
+    }
 };
 
 /// A whole host around the plug-in, without the method that the test leaves out.

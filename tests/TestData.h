@@ -4,9 +4,9 @@
 #include "reading/MagresData.h"
 
 /// A further atom, whose label is its element and number, at the origin.
-inline MagresAtom &addAtom(MagresData &data, const QByteArray &element, int number)
+inline Magres::MagresAtom &addAtom(Magres::MagresData &data, const QByteArray &element, int number)
 {
-    MagresAtom &atom = data.atoms.emplaceBack();
+    Magres::MagresAtom &atom = data.atoms.emplaceBack();
     atom.type = element;
     atom.labels = {element + QByteArray::number(number)};
     atom.No = number;

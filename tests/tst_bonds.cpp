@@ -2,14 +2,18 @@
 #include "Crystals.h"
 #include "Literal.h"
 #include "reading/BondCriterion.h"
-#include "reading/BondKernel.h"
 #include "reading/Bonds.h"
+#include "reading/NearestImage.h"
 
 #include <QTest>
 
 #include <limits>
 
+using namespace Magres;
+
 namespace {
+
+using Cell = std::array<Position, 3>;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
@@ -43,6 +47,8 @@ QList<MagresAtom> randomAtoms(int count, std::uint64_t seed)
 }
 
 } // namespace
+
+Q_DECLARE_METATYPE(Cell)
 
 class tst_bonds : public QObject {
     Q_OBJECT
@@ -89,7 +95,7 @@ private Q_SLOTS:
         }
     }
 
-    void variantsEqualTheLiteralProcedure_data()
+    void equalsTheLiteralProcedure_data()
     {
         QTest::addColumn<QList<MagresAtom>>("atoms");
         for (int count : {0, 1, 2, 7, 8, 9, 31, 32, 33, 250})
@@ -99,18 +105,83 @@ private Q_SLOTS:
         QTest::addRow("all in one place") << QList<MagresAtom>(60, atomAt("C", 1.0, 2.0, 3.0));
     }
 
-    void variantsEqualTheLiteralProcedure()
+    void equalsTheLiteralProcedure()
     {
         QFETCH(QList<MagresAtom>, atoms);
         QList<MagresAtom> literal = atoms;
         Literal::detectBonds(literal, Literal::covalentRadii(literal));
-        for (Magres::InstructionSet set : Magres::instructionSets) {
-            if (!Magres::isSupported(set))
+        Magres::detectBonds(atoms);
+        for (qsizetype i = 0; i < atoms.size(); ++i)
+            QCOMPARE(atoms.at(i).bonds, literal.at(i).bonds);
+    }
+
+    void nearestImages_data()
+    {
+        QTest::addColumn<Cell>("cell");
+        const double h = 2.1;
+        QTest::newRow("cubic") << Cell{{{4, 0, 0}, {0, 4, 0}, {0, 0, 4}}};
+        QTest::newRow("face-centred") << Cell{{{0, h, h}, {h, 0, h}, {h, h, 0}}};
+        QTest::newRow("body-centred") << Cell{{{-h, h, h}, {h, -h, h}, {h, h, -h}}};
+        QTest::newRow("hexagonal") << Cell{{{5, 0, 0}, {-2.5, 2.5 * std::sqrt(3.0), 0}, {0, 0, 7}}};
+        QTest::newRow("triclinic") << Cell{{{5, 0.3, 0}, {2.4, 6, 0.2}, {-2.2, 2.7, 8}}};
+        QTest::newRow("needle") << Cell{{{2, 0, 0}, {0.9, 2, 0}, {0.8, -0.7, 60}}};
+        QTest::newRow("plate") << Cell{{{50, 0, 0}, {13, 45, 0}, {1, 2, 2}}};
+    }
+
+    /// However the lattice is described: other vectors of it, up to thousands of times as long, whose parallelepiped is
+    /// as flat as that makes it.
+    void nearestImages()
+    {
+        QFETCH(Cell, cell);
+        Crystals::Random random(11);
+        for (int round = 0; round < 60; ++round) {
+            Cell skewed = cell;
+            for (int step = round % 7; step > 0; --step) {
+                const auto to = std::size_t(random.below(3));
+                const double factor = random.below(2) == 0 ? random.below(5) - 2 : random.below(101) - 50;
+                skewed[to] = Magres::plusScaled(skewed[to], factor, skewed[(to + 1 + std::size_t(step % 2)) % 3]);
+            }
+            QList<double> lattice;
+            double longest = 0.0;
+            for (const Position &vector : skewed) {
+                lattice.append({vector[0], vector[1], vector[2]});
+                longest = std::max(longest, std::sqrt(Magres::dot(vector, vector)));
+            }
+            if (longest > 1e4)
                 continue;
-            Magres::detectBonds(set, atoms);
-            for (qsizetype i = 0; i < atoms.size(); ++i)
-                QCOMPARE(atoms.at(i).bonds, literal.at(i).bonds);
+            const Magres::NearestImage images(lattice);
+            QVERIFY(images.isPeriodic());
+            for (int i = 0; i < 30; ++i) {
+                const double spread = i % 3 == 0 ? 100.0 : 4.0;
+                const Position v = {random.uniform(-spread, spread), random.uniform(-spread, spread),
+                                    random.uniform(-spread, spread)};
+                const double expected = Literal::shortestImage(v, cell);
+                const double found = images.distance(v, {});
+                // A rounding error of the longest vector counts as often as it takes to make it short.
+                QVERIFY2(
+                    std::abs(found - expected) < 1e-12 + 1e-14 * longest * longest,
+                    qPrintable(QStringLiteral("off by %1 in a cell as long as %2").arg(found - expected).arg(longest)));
+            }
         }
+    }
+
+    void noImages()
+    {
+        for (const QList<double> &lattice :
+             {QList<double>{}, QList<double>(8, 10.0), QList<double>(9, 0.0), QList<double>(9, 1e308),
+              QList<double>{30, 0, 0, 60, 0, 0, 90, 0, 0}, // on a line
+              QList<double>{1.1, 2.3, 0.7, 3.7, 0.1, 0.4, 4.8, 2.4, 1.1}, // in a plane, but for rounding
+              QList<double>{1e17, 3e16, 7, 3e16, 9e15, 2, 1, 0, 1e17}, QList<double>{5, 0, 0, 0, 5, 0, 0, 0, 0},
+              QList<double>{0.01, 0, 0, 0, 5, 0, 0, 0, 5}, QList<double>{5, 0, 0, 0, 1e-300, 0, 0, 0, 1e150},
+              QList<double>{notANumber, 0, 0, 0, 10, 0, 0, 0, 10}, QList<double>{10, 0, 0, 0, infinity, 0, 0, 0, 10}}) {
+            const Magres::NearestImage images(lattice);
+            QVERIFY(!images.isPeriodic());
+            QCOMPARE(images.distance({30, 0, 4}, {0, 0, 0}), std::sqrt(916.0));
+        }
+        // Far away there is no telling, but there is an end.
+        const Magres::NearestImage images({5, 1, 0, 0, 5, 1, 2, 0, 5});
+        for (double far : {1e15, 1e17, 1e200, 1e308, infinity, notANumber})
+            images.distance({far, -far, 1.0}, {0.5, far, -1.0});
     }
 };
 

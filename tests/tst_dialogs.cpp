@@ -9,6 +9,7 @@
 #include <limits>
 #include <tuple>
 
+using namespace Magres;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -154,6 +155,18 @@ private Q_SLOTS:
         QCOMPARE(hintF2(dialog), u"Range in data: 10.0 / 110.0 ppm"_s);
         QCOMPARE(find(dialog, "fSpFromF2")->value(), 0.0);
         QCOMPARE(find(dialog, "fSpToF2")->value(), 121.0);
+    }
+
+    /// What lies beyond the limits of the boxes is shown all the same.
+    void farRanges()
+    {
+        MagresSpecParams parameters = record(0, "13C");
+        parameters.ref = {{u"13C"_s, 200000.0}};
+        MagresData data;
+        addAtoms(data, "C", {-10, 90});
+        WMagresDialog dialog(data, parameters, properties);
+        QCOMPARE(find(dialog, "fSpFromF2")->value(), 199900.0);
+        QCOMPARE(find(dialog, "fSpToF2")->value(), 200021.0);
     }
 
     // Spin boxes report their value when Enter is pressed, changed or not.

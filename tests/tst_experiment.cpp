@@ -202,23 +202,6 @@ private Q_SLOTS:
         }
     }
 
-    void kindsOfText()
-    {
-        QByteArray even, uneven, plane;
-        for (int i = 0; i < 120; ++i) {
-            even += QByteArray::number(i * 0.5) + ",1\n";
-            uneven += QByteArray::number(i * i) + ",1\n";
-            plane += QByteArray::number(10 - i % 40 * 0.1) + ',' + QByteArray::number(i / 40) + ",1\n";
-        }
-        for (const auto &[text, dimensions, isPeakList] :
-             {std::tuple(QByteArray("position,height\n1,2\n"), 1, true), std::tuple(QByteArray("1\n2\n"), 1, true),
-              std::tuple(QByteArray("# c\nppm,intensity\n1,2\n2,3"), 1, false), std::tuple(even, 1, false),
-              std::tuple(QByteArray("1,1\n2,1\n3,1\n"), 1, true), std::tuple(uneven, 1, true),
-              std::tuple(QByteArray("1,2,3\n2,4,5\n"), 2, true), std::tuple(plane, 2, false),
-              std::tuple(QByteArray(), 1, true)})
-            QVERIFY2(ExperimentFile::isPeakList(text, dimensions) == isPeakList, text.left(40));
-    }
-
     void pointsAndPeaksComeIn()
     {
         const QTemporaryDir directory;
@@ -266,7 +249,7 @@ private Q_SLOTS:
         for (const auto &[path, shown, message] :
              {std::tuple(proton, spectrumOf(u"13C"_s), "is a spectrum of 1H"),
               std::tuple(proton, spectrumOf(u"1H"_s, 2), "1 dimension"),
-              std::tuple(samples + u"/paracetamol-1H.csv"_s, spectrumOf(u"1H"_s, 2), "line "),
+              std::tuple(samples + u"/paracetamol-1H.csv"_s, spectrumOf(u"1H"_s, 2), "has 1 dimension"),
               std::tuple(samples, Spectrum(), "no spectrum to put"),
               std::tuple(u"/nowhere.csv"_s, spectrumOf(u"1H"_s), "/nowhere.csv")}) {
             const QByteArray text = failure([&, path = path, shown = shown] { ExperimentFile::read(path, shown); });

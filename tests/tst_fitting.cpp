@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cmath>
 
+using namespace Magres;
 using namespace Qt::StringLiterals;
 
 using Doubles = QList<double>;
@@ -68,6 +69,39 @@ private Q_SLOTS:
             QCOMPARE(p.ref[u"1H"_s].toDouble(), 31.5);
             QCOMPARE(p.ref[u"13C"_s].toDouble(), referenceF1);
         }
+    }
+
+    void recordWithoutReference()
+    {
+        MagresSpecParams p;
+        p.nucF2 = u"1H"_s;
+        // Axis units are the host's and may hold anything.
+        QCOMPARE(Magres::fitReference(columns(), {u"%2"_s, {}}, p),
+                 u"Reference is changed from 100 ppm to 100.5 ppm\n\nOld RMSD: 0.5 %2\nNew RMSD: 0 %2"_s);
+    }
+
+    void positionsThatAreNoNumbersChangeNothing()
+    {
+        const double none = std::nan("");
+        for (auto [column, kind, nucF1] : {std::tuple(&Magres::PeakColumns::simulatedF2, 0, "13C"),
+                                           std::tuple(&Magres::PeakColumns::experimentalF2, 1, "1H"),
+                                           std::tuple(&Magres::PeakColumns::simulatedF1, 1, "13C"),
+                                           std::tuple(&Magres::PeakColumns::experimentalF1, 1, "13C"),
+                                           std::tuple(&Magres::PeakColumns::heights, 0, "")}) {
+            Magres::PeakColumns broken = columns();
+            (broken.*column)[1] = none;
+            MagresSpecParams p;
+            p.specType = kind;
+            p.nucF2 = u"1H"_s;
+            p.nucF1 = QLatin1String(nucF1);
+            QVERIFY(failure([&] { Magres::fitReference(broken, {}, p); }).startsWith("Peak 2 of the "));
+            QVERIFY(!failure([&] { Magres::rmsdReport(broken, {}, p); }).isEmpty());
+            QVERIFY(p.ref.isEmpty());
+        }
+        // The second position of a 1D peak does not count.
+        Magres::PeakColumns oneD = columns();
+        oneD.simulatedF1 = oneD.experimentalF1 = {none, none};
+        QCOMPARE(Magres::rmsdReport(oneD, {}, {}), u"RMSD: 0.5 "_s);
     }
 
     void columnsOfPeakLists()

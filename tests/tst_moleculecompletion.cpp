@@ -10,6 +10,7 @@
 #include <functional>
 #include <limits>
 
+using namespace Magres;
 using namespace Qt::StringLiterals;
 
 namespace {

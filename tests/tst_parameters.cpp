@@ -11,6 +11,7 @@
 #include <cmath>
 #include <complex>
 
+using namespace Magres;
 using namespace Qt::StringLiterals;
 
 using Magres::Tensor;
@@ -23,6 +24,22 @@ static bool near(double actual, double expected, double relative = 1e-12)
 static Tensor diagonal(double x, double y, double z)
 {
     return {x, 0, 0, 0, y, 0, 0, 0, z};
+}
+
+/// The rows of a table of facts by their first column. Comments and the header are left out.
+static QMap<QByteArray, QByteArrayList> facts(const char *name)
+{
+    QFile file(QStringLiteral(FACTS) + QLatin1Char('/') + QLatin1String(name));
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("%s", qPrintable(file.fileName()));
+    QMap<QByteArray, QByteArrayList> rows;
+    bool header = true;
+    while (!file.atEnd()) {
+        const QByteArray line = file.readLine().trimmed();
+        if (!line.startsWith('#') && !std::exchange(header, false))
+            rows.insert(line.split('\t').first(), line.split('\t').mid(1));
+    }
+    return rows;
 }
 
 class tst_Parameters : public QObject {
@@ -113,6 +130,55 @@ private Q_SLOTS:
         QVERIFY(std::isinf(Magres::DipolarCoupling("1H", "1H")(0.0)));
     }
 
+    void constantsAgainstFacts()
+    {
+        // Fe and Co have high spin here and low spin there; Lu and Hf are interchanged here.
+        const QByteArrayList otherRadius{"Fe", "Co", "Lu", "Hf"};
+        const auto radii = facts("covalent_radii.tsv");
+        int known = 0;
+        for (auto it = radii.begin(); it != radii.end(); ++it) {
+            if (Magres::atomicNumber(it.key()) < 0)
+                continue;
+            ++known;
+            QCOMPARE(Magres::atomicNumber(it.key()), it->at(0).toInt());
+            if (!otherRadius.contains(it.key()))
+                QVERIFY2(near(Magres::covalentRadius(it.key()), it->at(1).toDouble()), it.key());
+        }
+        QCOMPARE(known, 81);
+
+        // The table's frequencies are magnetogyric ratios times a field, so without the chemical shift of a standard,
+        // which grows with the nuclear charge. These rows are off by more than that:
+        const QByteArrayList otherRatio{"3He", "67Zn", "99Ru", "101Ru", "187Os", "189Os", "209Bi"};
+        const auto ratios = facts("frequency_ratios.tsv");
+        QCOMPARE(ratios.size(), 89);
+        for (auto it = ratios.begin(); it != ratios.end(); ++it) {
+            const double ratio = Magres::isotopeFrequency(it.key()) / 750.03 / (it->at(0).toDouble() / 100.0);
+            const double tolerance = Magres::massNumber(it.key()) < 50 ? 0.002 : 0.02;
+            QVERIFY2((std::abs(ratio - 1.0) < tolerance) != otherRatio.contains(it.key()), it.key());
+        }
+
+        const auto nuclides = facts("nuclides.tsv");
+        const TestNuclei properties;
+        for (auto it = properties.nuclei.begin(); it != properties.nuclei.end(); ++it) {
+            const QByteArrayList values = nuclides.value(it.key());
+            QVERIFY2(it->spin == QString::fromLatin1(values.at(0)) && it->quadrupoleMoment == values[1].toDouble()
+                         && it->abundance == values[2].toDouble(),
+                     it.key());
+        }
+        // Every nucleus that the host is told of by code is one.
+        int coded = 0;
+        for (auto it = nuclides.begin(); it != nuclides.end(); ++it)
+            coded += Magres::nucleusCode(it.key()) > 0;
+        QCOMPARE(coded, 118);
+    }
+
+    void tiesOfPrincipalValues()
+    {
+        // The outer two lie equally far from the mean; solveCubic() gives the larger first, so that it becomes xx.
+        QCOMPARE(MagresTensor({"C1"}, 1, diagonal(3, 4, 5)).aniso(), -1.5);
+        QCOMPARE(MagresTensor({"C1"}, 1, diagonal(-1, -2, -3)).aniso(), -1.5);
+    }
+
     void nuclei()
     {
         QCOMPARE(Magres::isotopeFrequency("3He"), 800.01);
@@ -168,16 +234,23 @@ private Q_SLOTS:
 
     void tensorsAreFoundByLabelAndIndex()
     {
-        const QList<MagresTensor> tensors{{{"H"}, 2, diagonal(1, 1, 2)},
-                                          {{"H"}, 1, diagonal(3, 3, 4)},
-                                          {{"H"}, 2, diagonal(5, 5, 6)},
-                                          {{"C"}, 1, diagonal(7, 7, 8)}};
-        const Magres::TensorIndex index(tensors);
-        QCOMPARE(index.find({"H"}, 2), &tensors[0]);
-        QCOMPARE(index.find({"H"}, 1), &tensors[1]);
-        QCOMPARE(index.find({"H"}), &tensors[0]);
-        QCOMPARE(index.find({"C"}, 2), nullptr);
-        QCOMPARE(index.find({"h"}), nullptr);
+        QList<MagresTensor> tensors{{{"H"}, 2, diagonal(1, 1, 2)},
+                                    {{"H"}, 1, diagonal(3, 3, 4)},
+                                    {{"H"}, 2, diagonal(5, 5, 6)},
+                                    {{"C"}, 1, diagonal(7, 7, 8)}};
+        // In any order of the list.
+        for (int turn = 0; turn < 4; ++turn) {
+            std::rotate(tensors.begin(), tensors.begin() + 1, tensors.end());
+            const Magres::TensorIndex index(tensors);
+            const auto xx = [](const MagresTensor *found) { return found ? found->tensor[0] : 0.0; };
+            QCOMPARE(xx(index.find({"H"}, 2)), 1.0);
+            QCOMPARE(xx(index.find({"H"}, 1)), 3.0);
+            QCOMPARE(xx(index.find({"H"})), 3.0);
+            QCOMPARE(xx(index.findNearest({"H"}, 2)), 1.0);
+            QCOMPARE(xx(index.findNearest({"C"}, 2)), 7.0);
+            QCOMPARE(index.find({"C"}, 2), nullptr);
+            QCOMPARE(index.findNearest({"h"}, 1), nullptr);
+        }
     }
 };
 

@@ -10,22 +10,6 @@
 
 using namespace Qt::StringLiterals;
 
-FakeHost::FakeHost(const QByteArray &without)
-    : services(std::make_unique<Crippled<FakeServices>>(without)),
-      window(std::make_unique<Crippled<FakeWindow>>(without, services.get())),
-      scene(new Crippled<FakeScene>(without, without, services.get(), window.get()))
-{
-    qApp->setProperty("isHeadless", true);
-    qApp->setProperty("fileFilters", QVariant::fromValue<QObject *>(services.get()));
-    qApp->setProperty("nmrDataTables", QVariant::fromValue<QObject *>(services.get()));
-}
-
-FakeHost::~FakeHost()
-{
-    for (const char *name : {"isHeadless", "fileFilters", "nmrDataTables"})
-        qApp->setProperty(name, QVariant());
-}
-
 static QStringList logged;
 
 static void logMessage(QtMsgType, const QMessageLogContext &context, const QString &message)
@@ -54,6 +38,23 @@ static QVariantMap experimental(const QList<double> &positions)
     for (double position : positions)
         peaks.append(QVariantMap{{u"Pos"_s, QVariant::fromValue(DoubleVector{position, 0.0})}, {u"Height"_s, 1.0}});
     return {{u"Peaks"_s, QVariantMap{{u"PeakList"_s, peaks}}}};
+}
+
+/// Hands on the map with one of its values replaced by one of the others, for every value at every depth.
+static void eachWith(const QVariantList &others, const QVariantMap &map,
+                     const std::function<void(const QVariantMap &)> &use)
+{
+    for (auto it = map.begin(); it != map.end(); ++it) {
+        const auto replaced = [&](const QVariant &value) {
+            QVariantMap changed = map;
+            changed.insert(it.key(), value);
+            use(changed);
+        };
+        for (const QVariant &other : others)
+            replaced(other);
+        if (it->typeId() == QMetaType::QVariantMap)
+            eachWith(others, it->toMap(), [&](const QVariantMap &inner) { replaced(inner); });
+    }
 }
 
 /// The built plug-in library in hosts of several degrees of completeness.
@@ -282,6 +283,9 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("method");
         for (const HostMethod *method : HostContract::methods)
             QTest::newRow(method->name) << QByteArray(method->name);
+        // Properties are found by name as methods are.
+        for (const char *property : {"language", "nmrContextMenu", "entryIds", "activeEntryId", "id"})
+            QTest::newRow(property) << QByteArray(property);
     }
 
     void eachHostMethodMayBeMissing()
@@ -303,11 +307,295 @@ private Q_SLOTS:
         if (!hasData)
             QVERIFY(logged.value(0).contains(u"The document has no MAGRES data"_s));
 
-        const bool findsSpectrum = hasSpectrum && method != "getNMRData" && method != "entryOrigParams";
+        // An item whose spectrum cannot be told is as good as none.
+        const bool takesSpectrum = hasSpectrum && method != "getNMRData" && method != "activeEntryId";
+        if (host.scene->table)
+            QCOMPARE(logged.isEmpty(), takesSpectrum);
+        if (host.scene->molecule && (!takesSpectrum || method == "molMap"))
+            QVERIFY(!host.scene->molecule->molecule.contains(u"NMRAssignments"_s));
+
+        const bool findsSpectrum = takesSpectrum && method != "entryOrigParams";
         QCOMPARE(report("updateSpectrum").isEmpty(), findsSpectrum);
         host.services->addEntry(experimental({2.5, 4.5}));
-        QCOMPARE(report("calcRmsd").startsWith(u"RMSD"_s), findsSpectrum || method == "entryPeakList");
+        const bool findsStack =
+            hasSpectrum && method != "getNMRData" && method != "entryOrigParams" && method != "entryIds";
+        QCOMPARE(report("calcRmsd").startsWith(u"RMSD"_s), findsStack);
         report("autoRef");
+    }
+
+    void hostMethodsMayThrowOrRefuse_data()
+    {
+        QTest::addColumn<QByteArray>("method");
+        for (const HostMethod *method : HostContract::methods)
+            QTest::newRow(method->name) << QByteArray(method->name);
+    }
+
+    void hostMethodsMayThrowOrRefuse()
+    {
+        QFETCH(QByteArray, method);
+        for (const auto &[throws, standard] :
+             {std::pair(true, true), std::pair(true, false), std::pair(false, false)}) {
+            delete m_loader.instance();
+            QSettings().setValue(u"magresPlugin/nucF2"_s, u"1H"_s);
+            FakeHost host;
+            newPlugin();
+            read(m_file);
+            makeSpectrum(host);
+            host.services->addEntry(experimental({2.5, 4.5}));
+            const auto data = host.services->data;
+            (throws ? trace.throwing : trace.refusing) = method;
+            trace.throwsNoStdException = !standard;
+
+            // These come after the spectrum is there.
+            const bool comesLate = QByteArrayList{"getNMRData", "molMap", "setMolMap", "fullReset"}.contains(method);
+            for (const char *command : {"createSpectrum", "updateSpectrum", "autoRef", "calcRmsd"}) {
+                trace.calls.clear();
+                logged.clear();
+                const QList<QUuid> before = host.services->entries.keys();
+                QObject *target =
+                    qstrcmp(command, "createSpectrum") == 0 ? host.scene->table.data() : m_loader.instance();
+                QMetaObject::invokeMethod(target, command);
+                if (!throws || !trace.calls.contains(method))
+                    continue;
+                QVERIFY2(logged.join(u' ').contains(standard ? u"the host's own trouble"_s : u"Unknown error"_s),
+                         command);
+                if (!comesLate)
+                    QCOMPARE(host.services->entries.keys(), before);
+            }
+            QCOMPARE(host.services->data, data);
+            QCOMPARE(QGuiApplication::overrideCursor(), nullptr);
+        }
+    }
+
+    /// A failing read leaves no table behind and can be repeated.
+    void readingMayFailInTheHost()
+    {
+        for (const char *method :
+             {"createMolItem", "setCustomData", "addCustomTableItem", "linkObject", "beginResetModel"}) {
+            delete m_loader.instance();
+            FakeHost host;
+            newPlugin();
+            trace.throwing = method;
+            QCOMPARE(failure([&] { read(m_file); }), "the host's own trouble");
+            trace.throwing.clear();
+            QCOMPARE(read(m_file).size(), 2);
+        }
+    }
+
+    /// Every value of the maps that hosts keep, replaced by values of other types.
+    void mapsMayHoldAnything()
+    {
+        const QVariantList wrong{QVariant(),
+                                 5,
+                                 std::nan(""),
+                                 u"text"_s,
+                                 QVariantList{1, u"x"_s, QVariant()},
+                                 QVariantMap{{u"0"_s, 1}, {u"x"_s, QVariantMap{{u"pos"_s, 7}}}}};
+        FakeHost host;
+        newPlugin();
+        read(m_file);
+        QSettings().setValue(u"magresPlugin/nucF2"_s, u"1H"_s);
+        makeSpectrum(host);
+        host.services->addEntry(experimental({2.5, 4.5}));
+        const auto entries = host.services->entries;
+        const auto data = host.services->data;
+        const QVariantMap table{{u"DataID"_s, data.firstKey()}};
+        int cases = 0;
+        const auto runAll = [&] {
+            QMetaObject::invokeMethod(host.scene->table, "tableItem_fromMap", Q_ARG(QVariantMap, table));
+            makeSpectrum(host);
+            for (const char *command : {"updateSpectrum", "autoRef", "calcRmsd"}) {
+                logged.clear();
+                const auto before = host.services->entries;
+                QMetaObject::invokeMethod(m_loader.instance(), command);
+                // Either the spectrum is a whole one, or nothing changed and somebody was told.
+                const QVariantMap spectrum = host.services->entries.value(host.services->entryIds[0]);
+                if (host.services->entries != before)
+                    QVERIFY(!spectrum.value(u"DataPoints"_s).isNull() && !spectrum.value(u"Peaks"_s).toMap().isEmpty());
+                else
+                    QVERIFY(!logged.isEmpty() || qstrcmp(command, "updateSpectrum") == 0);
+            }
+            host.services->entries = entries;
+            host.services->entryIds.resize(2);
+            host.services->data = data;
+            ++cases;
+        };
+        const auto replaceEach = [&](const QVariantMap &map, const auto &store) {
+            eachWith(wrong, map, [&](const QVariantMap &changed) {
+                store(changed);
+                runAll();
+            });
+        };
+        replaceEach(data.first(), [&](const QVariantMap &map) { host.services->data.first() = map; });
+        const QUuid made = host.services->entryIds[0];
+        const QVariantHash parameters = host.services->entryOrigParams(made, u"magres"_s);
+        QVariantMap asMap;
+        for (auto it = parameters.begin(); it != parameters.end(); ++it)
+            asMap.insert(it.key(), it.value());
+        replaceEach(asMap, [&](const QVariantMap &map) {
+            QVariantHash hash;
+            for (auto it = map.begin(); it != map.end(); ++it)
+                hash.insert(it.key(), it.value());
+            QVariantMap entry = entries.value(made);
+            QVariantMap info = entry.value(u"SpecInfo"_s).toMap();
+            info.insert(u"OriginalParameters"_s, QVariant::fromValue(QMap<QString, QVariantHash>{{u"magres"_s, hash}}));
+            entry.insert(u"SpecInfo"_s, info);
+            host.services->entries[made] = entry;
+        });
+        replaceEach(experimental({2.5, 4.5}),
+                    [&](const QVariantMap &map) { host.services->entries[host.services->entryIds[1]] = map; });
+        QVERIFY(cases > 200);
+    }
+
+    /// While a dialog is open, its user and the host go on.
+    void thingsMayGoWhileADialogIsOpen()
+    {
+        enum { Nothing, Table, Item, Data, Spectra, Scene, Window };
+        for (int gone : {Nothing, Table, Item, Data, Spectra, Scene, Window})
+            for (const char *command : {"createSpectrum", "setQuadIsotope", "updateSpectrum"}) {
+                delete m_loader.instance();
+                QSettings().setValue(u"magresPlugin/nucF2"_s, u"1H"_s);
+                auto host = std::make_unique<FakeHost>();
+                newPlugin();
+                read(m_file);
+                makeSpectrum(*host);
+                delete m_loader.instance(); // and again for a host with a user
+                qApp->setProperty("isHeadless", false);
+                newPlugin();
+                read(m_file);
+                bool done = false;
+                QTimer user;
+                connect(&user, &QTimer::timeout, this, [&] {
+                    auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+                    if (!dialog)
+                        return;
+                    const QPointer<QDialog> stillThere = dialog;
+                    if (!std::exchange(done, true)) {
+                        if (gone == Table)
+                            delete host->scene->table;
+                        else if (gone == Item)
+                            delete std::exchange(host->scene->nmr, nullptr);
+                        else if (gone == Data)
+                            host->services->data.clear();
+                        else if (gone == Spectra)
+                            host->services.reset(), host->window->services = host->scene->services = nullptr,
+                                                    qApp->setProperty("nmrDataTables", QVariant());
+                        else if (gone == Scene)
+                            delete std::exchange(host->scene, nullptr);
+                        else if (gone == Window)
+                            host->window.reset();
+                    }
+                    if (stillThere)
+                        stillThere->accept();
+                });
+                user.start(0);
+                QObject *table = host->scene->table;
+                QMetaObject::invokeMethod(qstrcmp(command, "updateSpectrum") == 0 ? m_loader.instance() : table,
+                                          command);
+                QVERIFY2(done, command);
+                if (gone == Nothing && qstrcmp(command, "setQuadIsotope") == 0) {
+                    const QVariantMap kept = host->services->data.last();
+                    QVERIFY(kept.value(u"QIso"_s).toMap().contains(u"O"_s)
+                            || kept.value(u"QIso"_s).toMap().contains(u"H"_s));
+                }
+            }
+    }
+
+    void pluginMayBeLoadedTwiceAndAgain()
+    {
+        FakeHost host;
+        newPlugin();
+        const QString copy = m_settings.filePath(u"libcopy.so"_s);
+        QVERIFY(QFile::exists(copy) || QFile::copy(QStringLiteral(PLUGIN_FILE), copy));
+        QPluginLoader second(copy);
+        QObject *twin = second.instance();
+        QVERIFY2(twin, qPrintable(second.errorString()));
+        QCOMPARE(host.window->menu.actions().size(), 2);
+        read(m_file);
+        const QPointer<QObject> table = host.scene->table;
+        const QPointer<QObject> first = m_loader.instance();
+        m_loader.unload();
+        delete first;
+        // Its tables stay in the document, and harmless.
+        for (const char *slot : {"createSpectrum", "setQuadIsotope"})
+            QMetaObject::invokeMethod(table, slot);
+        QMetaObject::invokeMethod(table, "tableItem_fromMap", Q_ARG(QVariantMap, QVariantMap()));
+        QCOMPARE(call(table, "tableModel_rowCount", 0), 3);
+        QCOMPARE(host.window->menu.actions().size(), 1);
+        QCOMPARE(read(m_file, twin).size(), 2);
+        newPlugin();
+        QCOMPARE(read(m_file).size(), 2);
+        // The molecule's twin, as in a document that was opened a second time.
+        FakeItem *original = host.scene->molecule;
+        auto *image = new FakeItem;
+        image->id = original->id;
+        image->molecule = original->molecule;
+        host.scene->addItem(image);
+        QSettings().setValue(u"magresPlugin/nucF2"_s, u"1H"_s);
+        makeSpectrum(host);
+        QVERIFY(original->molecule.contains(u"NMRAssignments"_s) != image->molecule.contains(u"NMRAssignments"_s));
+        delete twin;
+    }
+
+    void german()
+    {
+        FakeHost host;
+        host.window->language = u"de_AT"_s;
+        newPlugin();
+        read(m_file);
+        QCOMPARE(host.scene->tableItem->menu->actions().value(1)->text(), u"Spektrum erzeugen..."_s);
+        QVERIFY(report("updateSpectrum").startsWith(u"Unterbrochen\nDas Spektrum kann nicht aktualisiert werden: "_s));
+        delete m_loader.instance();
+        host.window->language = u"fr"_s;
+        newPlugin();
+        QVERIFY(report("updateSpectrum").startsWith(u"Interrupted\n"_s));
+    }
+
+    /// Unlike oxygens that share a label, more than nine so that the lists come back in another order.
+    void atomsWithOneLabel()
+    {
+        QByteArray atoms, tensors;
+        for (int i = 1; i <= 12; ++i) {
+            const QByteArray n = QByteArray::number(i);
+            atoms += "atom O O " + n + ' ' + n + "0 0 0\n" + (i == 12 ? "atom C Cx 1 0 50 0\n" : "");
+            tensors += "ms O " + n + ' ' + n + " 0 0 0 0 0 0 0 0\nefg O " + n + " -" + n + " 0 0 0 -" + n + " 0 0 0 "
+                + n + '\n';
+        }
+        QFile file(m_settings.filePath(u"oxygens.magres"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("#$magres-abinitio-v1.0\r\n[atoms]\n" + atoms + "[/atoms]\n[magres]\n" + tensors + "[/magres]\n");
+        file.close();
+        FakeHost host;
+        qApp->setProperty("isHeadless", false);
+        newPlugin();
+        read(file.fileName());
+        const auto row = [&] { return host.scene->model->index(0, 5).data().toString(); };
+        QCOMPARE(row(), u"1.000"_s);
+        const QVariantMap stored = host.services->data.first();
+        QTimer user;
+        connect(&user, &QTimer::timeout, this, [] {
+            if (auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget()))
+                dialog->accept();
+        });
+        user.start(0);
+        QMetaObject::invokeMethod(host.scene->table, "setQuadIsotope");
+        QCOMPARE(row(), u"1.000"_s);
+        QVariantMap kept = host.services->data.first();
+        QCOMPARE(kept.take(u"QIso"_s).toMap(), (QVariantMap{{u"O"_s, u"17O"_s}}));
+        QCOMPARE(kept.value(u"atoms"_s), stored.value(u"atoms"_s));
+
+        QSettings().setValue(u"magresPlugin/nucF2"_s, u"17O"_s);
+        makeSpectrum(host);
+        const QVariantMap note = host.scene->molecule->molecule.value(u"NMRAssignments"_s).toList().value(0).toMap();
+        const QVariantList shifts = note.value(u"Shifts"_s).toList();
+        QCOMPARE(shifts.size(), 12);
+        for (const QVariant &shift : shifts) {
+            const int atom = shift.toMap().value(u"Nums"_s).toList().value(0).toInt();
+            const double iso = (atom < 12 ? atom + 1 : atom) / 3.0;
+            QVERIFY(qAbs(shift.toMap().value(u"Value"_s).toDouble() - (100.0 - iso)) < 1e-9);
+            QCOMPARE(shift.toMap().value(u"Nums"_s).toList().size(), 1);
+            QCOMPARE(shift.toMap().value(u"AssignedPeaks"_s).toList().size(), 1);
+        }
     }
 
     void hostObjectsMayBeMissing()
@@ -353,11 +641,12 @@ private:
         return plugin;
     }
 
-    QList<QGraphicsWidget *> read(const QString &fileName)
+    QList<QGraphicsWidget *> read(const QString &fileName, QObject *plugin = nullptr)
     {
         QList<QGraphicsWidget *> items;
-        QMetaObject::invokeMethod(m_loader.instance(), "fileFilter_read", Q_RETURN_ARG(QList<QGraphicsWidget *>, items),
-                                  Q_ARG(QString, fileName), Q_ARG(const QRectF &, QRectF()));
+        QMetaObject::invokeMethod(plugin ? plugin : m_loader.instance(), "fileFilter_read",
+                                  Q_RETURN_ARG(QList<QGraphicsWidget *>, items), Q_ARG(QString, fileName),
+                                  Q_ARG(const QRectF &, QRectF()));
         return items;
     }
 

@@ -2,6 +2,7 @@
 #include "Crystals.h"
 #include "MagresText.h"
 #include <QtTest>
+using namespace Magres;
 using namespace Qt::StringLiterals;
 
 /// The program's rank over candidates made on the spot: the right one and others with shieldings off by some ppm.

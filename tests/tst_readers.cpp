@@ -180,12 +180,6 @@ private Q_SLOTS:
              "##DATA TABLE= (X++(R..R)), XYDATA $$ real\n200 1 1 8\n50 1 1\n##PAGE= N=2\n"
              "##DATA TABLE= (X++(I..I)), XYDATA\n200 5 6 7 8 9\n##END NTUPLES= NMR SPECTRUM\n##END=\n",
              {4}, 4, "15N");
-        text("CSV falling", "\xEF\xBB\xBF# made up\r\nppm,intensity\r12,0\n11.5,1e3 # top\r\n\n11,-2\n", {11.5}, 1000,
-             "");
-        text("CSV of rounded positions", "ppm,intensity\n0.33,1\n0.67,2\n1.00,4\n1.33,1\n1.67,0\n2.00,0\n", {0.998}, 4,
-             "");
-        text("CSV 2D, both rising", "ppm_f2,ppm_f1,intensity\n1,40,0\n2,40,1\n3,40,9\n1,50,3\n2,50,0\n3,50,5\n",
-             {3, 40}, 9, "/");
 
         folder("Bruker by its data file", bruker1D(), "pdata/1/1r", {18.5}, 30, "29Si");
         Files files = bruker1D();
@@ -263,8 +257,10 @@ private Q_SLOTS:
               std::pair("3AJJ\n1C\n", Values{1, 2, 3}), // check alone on the last line
               std::pair("2 7 $$ 8\n\n$$ 9\n1 6\n", Values{7, 6}),
               std::pair(differences.constData(), Values{0,  1,  3,  6,  10, 15, 21, 28, 36, 45, 44, 42, 39,
-                                                        35, 30, 24, 17, 9,  0,  10, 20, 30, 40, 39, 38, 38})})
-            QCOMPARE(JcampReader::parse(table(int(values.size()), lines), u"f"_s).data, values);
+                                                        35, 30, 24, 17, 9,  0,  10, 20, 30, 40, 39, 38, 38})}) {
+            const Measurement read = JcampReader::parse(table(int(values.size()), lines), u"f"_s);
+            QCOMPARE(std::get<ExperimentalSpectrum>(read).data, values);
+        }
     }
 
     void badInput_data()
@@ -282,15 +278,12 @@ private Q_SLOTS:
         row("too many points", table(4, "4AJJJJ\n"), "line 8: there are more points than the 4");
         row("cut off within the last number", table(2, "2 1 1234\n").chopped(10),
             "line 8: the file ends within this line");
-        row("a lost line", table(12, "12 1 2 3\n3 4 5 6\n"), "line 9: the line begins at X = 3 where 9 is due");
+        row("a lost line", table(12, "12 1 2 3\n3 4 5 6\n"), "the data end after 6 points where 12 were announced");
         row("a repeat of 10^15", table(4, "4AZ00000000000000\n"), "an ordinate is repeated 800000000000000 times");
         row("more points than bytes explain", table(2, "2 1 1\n").replace("NPOINTS= 2", "NPOINTS= 200000000"),
             "between 2 and 1048576 were expected");
         row("an axis beyond all shifts", jcamp(ppm, "1000000000", "0"), "is not that of a spectrum");
-        row("uneven", "ppm,intensity\n10,1\n9,1\n8,1\n6,1\n5,1\n",
-            "line 5: the points are not evenly spaced: 6 ppm follows 8 ppm where the step is -1 ppm");
-        row("rows with other positions", "3,9,1\n2,9,1\n3,8,1\n1,8,1\n", "line 4: expected rows of 2 points");
-        row("another kind of file", QByteArray("\177ELF\0\0", 6), "this is no spectrum that can be read");
+        row("another kind of file", QByteArray("\177ELF\0\0", 6), "this is no measurement that can be read");
 
         // An empty text to look for stands for a missing file.
         const auto folder = [](const char *name, const char *file, const char *from, const char *to,

@@ -12,6 +12,7 @@
 #include <cmath>
 #include <random>
 
+using namespace Magres;
 using namespace Qt::StringLiterals;
 
 static MagresData parsed(QByteArrayView text)
@@ -174,6 +175,32 @@ private Q_SLOTS:
                  message.replace(u"%1"_s, QString::fromLatin1(line)));
     }
 
+    void commentsStartAtTheLastMark()
+    {
+        QCOMPARE(parseError("[atoms]\natom H H 1 0 0 0 # 1 # 2\n"),
+                 u"Atom record in line atom H H 1 0 0 0 # 1  cannot be parsed"_s);
+        QCOMPARE(parsed("[atoms]\natom H #1 1 0 0 0 # 2\n").atoms[0].labels, QByteArrayList{"#1"});
+    }
+
+    /// As in text mode: every carriage return is dropped, wherever it stands.
+    void carriageReturns()
+    {
+        QTemporaryFile file;
+        QVERIFY(file.open() && file.write("\r#$mag\r\rres-abinit\rio\r\n") > 0 && file.flush());
+        QVERIFY(Magres::isMagresFile(file.fileName()));
+        const MagresData data = parsed("[at\roms]\r\natom C\r C 1\r2 1 2 3\r\r\n");
+        QCOMPARE(data.atoms.size(), 1);
+        QCOMPARE(data.atoms[0].labels, QByteArrayList{"C12"});
+    }
+
+    void speciesOfAnotherEncoding()
+    {
+        // The Latin-1 bytes of the first are the UTF-8 bytes of the second.
+        const MagresData data = parsed("[atoms]\natom \xC3\x83\xC2\xA9 x 1 0 0 0\natom \xC3\xA9 x 1 0 0 0\n");
+        QCOMPARE(data.atoms[0].type, QByteArray("\xC3\xA9"));
+        QCOMPARE(data.atoms[1].type, QByteArray("\xE9"));
+    }
+
     void unitsAreCheckedUntilAccepted()
     {
         for (const char *text : {"[atoms]\nunits lattice Bohr\n", "[atoms]\nunits atom Angstrom\nunits atom Bohr\n"})
@@ -307,6 +334,22 @@ private Q_SLOTS:
         QCOMPARE(carbon[u"Cq"_s].toDouble(), 0.0);
         QCOMPARE(carbon[u"qIso"_s].toString(), QString());
         QCOMPARE(data.QIso.value(u"Cu"_s).toString(), u"63Cu"_s);
+
+        // Unlike oxygens that share a label: the row is that of the first atom, however often the data was stored.
+        MagresData oxygens;
+        for (int i = 12; i > 0; --i) {
+            MagresAtom &atom = addAtom(oxygens, "O", i);
+            atom.labels = {"O"};
+            oxygens.shieldings.append({atom.labels, i, {3.0 * i, 0, 0, 0, 0, 0, 0, 0, 0}});
+        }
+        for (const auto &[without, shown] : {std::pair(0, 12.0), std::pair(12, 1.0)}) { // 12: the lowest stands in
+            MagresData stored = oxygens;
+            stored.shieldings.removeIf([&](const MagresTensor &tensor) { return tensor.No == without; });
+            for (int times = 0; times < 3; ++times) {
+                stored.fromMap(stored.toMap());
+                QCOMPARE(Magres::parameterTable(stored, TestNuclei()).rows[0].toMap()[u"iso"_s].toDouble(), shown);
+            }
+        }
 
         data.QIso.insert(u"Cu"_s, u"65Cu"_s);
         const QVariantMap changed = Magres::parameterTable(data, TestNuclei()).rows[0].toMap();

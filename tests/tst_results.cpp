@@ -36,7 +36,7 @@ private Q_SLOTS:
             QBuffer file;
             file.open(QIODevice::WriteOnly);
             JcampExport::write({{}, u"a $$ b\n##END="_s, map, Spectrum::fromMap(map)}, file);
-            const ExperimentalSpectrum back = JcampReader::parse(file.data(), u"x.jdx"_s);
+            const auto back = std::get<ExperimentalSpectrum>(JcampReader::parse(file.data(), u"x.jdx"_s));
             const SpectrumDimension &axis = back.dimensions.at(0);
             QVERIFY(axis.nucleus == u"15N" && axis.frequency == 60.8 && std::abs(axis.ppm(999) + 58.38) < 1e-9);
             for (int i = 0; i < 1000; ++i)

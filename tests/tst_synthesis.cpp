@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "Crystals.h"
 #include "Failure.h"
+#include "Literal.h"
 #include "TestData.h"
 #include "TestNuclei.h"
 #include "parameters/DipolarCoupling.h"
@@ -16,6 +18,7 @@
 #include <cmath>
 #include <numeric>
 
+using namespace Magres;
 using namespace Qt::StringLiterals;
 
 static bool near(double actual, double expected, double tolerance = 1e-9)
@@ -175,6 +178,13 @@ private Q_SLOTS:
         // The first group takes all seven, the second that one peak.
         QCOMPARE(peaks.size(), 1);
         QCOMPARE(peaks[0].height, 1.0 + (1.0 + 7.0));
+        QCOMPARE(peaks[0].atomsF2, (QList<qint32>{1, 2, 3, 5, 6, 7, 8}));
+        // Without averaging each of them is its own atom's, whatever it is called.
+        p.avIdx = 0;
+        QList<qint32> atoms;
+        for (const SpectrumPeak &peak : Magres::makePeaks(data, p, TestNuclei()))
+            atoms += peak.atomsF2;
+        QCOMPARE(atoms, (QList<qint32>{1, 2, 3, 5, 6, 7, 8}));
     }
 
     void correlations_data()
@@ -204,6 +214,8 @@ private Q_SLOTS:
         QByteArrayList found;
         for (const SpectrumPeak &peak : Magres::makePeaks(data, p, TestNuclei())) {
             found.append(peak.labelsF2[0] + ' ' + peak.labelsF1[0]);
+            QVERIFY(data.atoms[peak.atomsF2[0]].labels == peak.labelsF2
+                    && data.atoms[peak.atomsF1[0]].labels == peak.labelsF1);
             double sumOfSquares = 0.0, strongest = 0.0;
             const MagresAtom &a = *std::find_if(data.atoms.begin(), data.atoms.end(),
                                                 [&](const MagresAtom &atom) { return atom.labels == peak.labelsF2; });
@@ -233,6 +245,101 @@ private Q_SLOTS:
         QCOMPARE(Magres::makePeaks(data, p, TestNuclei()).size(), 0);
     }
 
+    void partnersAcrossTheCell_data()
+    {
+        QTest::addColumn<int>("atoms");
+        QTest::addColumn<bool>("skewed");
+        QTest::newRow("one molecule, close to its own images") << 9 << false;
+        QTest::newRow("one molecule, skewed") << 9 << true;
+        QTest::newRow("molecules") << 90 << false;
+        QTest::newRow("molecules, skewed") << 90 << true;
+    }
+
+    /// Partners and couplings are those of the nearest images, whichever images and lattice vectors the file has.
+    void partnersAcrossTheCell()
+    {
+        QFETCH(int, atoms);
+        QFETCH(bool, skewed);
+        const Crystals::Crystal crystal = Crystals::molecular(atoms);
+        std::array<Position, 3> cell;
+        for (std::size_t i = 0; i < 9; ++i)
+            cell[i / 3][i % 3] = 0.85 * crystal.lattice[qsizetype(i)]; // denser than it was made
+        std::array<Position, 3> given = cell;
+        if (skewed) {
+            given[2] = Magres::plusScaled(given[2], 23.0, given[0]);
+            given[1] = Magres::plusScaled(given[1], -7.0, given[2]);
+        }
+        MagresData data;
+        for (const Position &vector : given)
+            data.lattice.append({vector[0], vector[1], vector[2]});
+        Crystals::Random random(3);
+        for (const MagresAtom &atom : crystal.atoms) {
+            MagresAtom &copy = addAtom(data, atom.type, int(data.atoms.size()));
+            copy.pos = atom.pos;
+            for (const Position &vector : cell)
+                copy.pos = Magres::plusScaled(copy.pos, random.below(5) - 2, vector);
+            data.shieldings.append({copy.labels, copy.No, {1, 0, 0, 0, 1, 0, 0, 0, 1}});
+        }
+        for (const auto &[f2, f1, mode] : {std::tuple("13C", "1H", 0), std::tuple("1H", "1H", 0),
+                                           std::tuple("13C", "1H", 1), std::tuple("1H", "1H", 1)}) {
+            const Magres::DipolarCoupling coupling(f2, f1);
+            MagresSpecParams p = parametersFor(QString::fromLatin1(f2), QString::fromLatin1(f1));
+            p.corr = mode;
+            const QList<SpectrumPeak> peaks = Magres::makePeaks(data, p, TestNuclei());
+            auto peak = peaks.begin();
+            for (const MagresAtom &a : data.atoms) {
+                double strongest = 0.0, sumOfSquares = 0.0;
+                QByteArrayList partner;
+                for (const MagresAtom &b : data.atoms) {
+                    const double r = Literal::shortestImage(Magres::minus(a.pos, b.pos), cell);
+                    if (a.type != Magres::elementOf(f2) || b.type != Magres::elementOf(f1) || a.recordNo == b.recordNo
+                        || (mode == 0 && r >= 3.0))
+                        continue;
+                    const double d = std::abs(coupling(r));
+                    sumOfSquares += d * d;
+                    if (d > strongest * (1.0 + 1e-9)) {
+                        strongest = d;
+                        partner = b.labels;
+                    }
+                }
+                if (partner.isEmpty())
+                    continue;
+                QVERIFY(peak != peaks.end());
+                QCOMPARE(peak->labelsF2, a.labels);
+                QCOMPARE(peak->labelsF1, partner);
+                QVERIFY(near(peak->height / (mode == 1 ? std::sqrt(sumOfSquares) : strongest), 1.0, 1e-8));
+                ++peak;
+            }
+            QVERIFY(peak == peaks.end() && !peaks.isEmpty());
+        }
+    }
+
+    /// Of partners that only the rounding of a lattice translation tells apart, the first one; without a lattice, and
+    /// with one that is none, what the numbers say.
+    void equalPartnersAcrossTheCell()
+    {
+        MagresData data = methylamine();
+        data.atoms.resize(3); // a carbon and two hydrogens
+        data.atoms[0].pos = {0.0, 0.0, 0.0};
+        data.atoms[1].pos = {1.0, 0.0, 0.0};
+        data.atoms[2].pos = {3.1, 0.0, 0.0}; // of which an image lies at 3.1 - 4.1, less than 1 away in doubles
+        for (const CorrelationMode mode : {CorrelationMode::StrongestDipolar, CorrelationMode::RssDipolar}) {
+            MagresSpecParams p = parametersFor(u"13C"_s, u"1H"_s);
+            p.corr = qint32(mode);
+            const auto partner = [&](const QList<double> &lattice) {
+                data.lattice = lattice;
+                return Magres::makePeaks(data, p, TestNuclei())[0].labelsF1;
+            };
+            const QList<double> cube = {4.1, 0, 0, 0, 4.1, 0, 0, 0, 4.1};
+            QCOMPARE(partner(cube), QByteArrayList{"H1"});
+            std::swap(data.atoms[1].pos, data.atoms[2].pos);
+            QCOMPARE(partner(cube), QByteArrayList{"H1"});
+            for (const QList<double> &none : {QList<double>{}, QList<double>{4.1, 0, 0, 0, 4.1, 0, 8.2, 0, 0}})
+                QCOMPARE(partner(none), QByteArrayList{"H2"});
+            std::swap(data.atoms[1].pos, data.atoms[2].pos);
+        }
+    }
+
     void averagingOfCrossPeaks()
     {
         MagresSpecParams p = parametersFor(u"1H"_s, u"1H"_s);
@@ -250,6 +357,7 @@ private Q_SLOTS:
             // Every site and every partner but H7 is in a group.
             QVERIFY(peak.labelsF2.size() == 3 ? isMean(peak.positionF2, peak.labelsF2) : peak.labelsF2[0] == "H7");
             QVERIFY(peak.labelsF1.size() == 3 && isMean(peak.positionF1, peak.labelsF1));
+            QVERIFY(peak.atomsF1.size() == 3 && peak.atomsF2.size() == peak.labelsF2.size());
         }
         // Each merging step adds 1.0 for its fresh peak.
         QVERIFY(heights > singleHeights + double(merged.size()) - 1e-9);
@@ -267,12 +375,42 @@ private Q_SLOTS:
         }
     }
 
+    void shiftsThatAreNoNumbersEndIt()
+    {
+        MagresData data = methylamine();
+        data.shieldings[3].tensor[0] = std::nan("");
+        QCOMPARE(failure([&] { Magres::makePeaks(data, parametersFor(u"1H"_s), TestNuclei()); }),
+                 "Atom H3 has no chem. shift");
+    }
+
+    /// The numbers that a record without entries, or with impossible ones, is simulated, shown and fitted with.
+    void fallBacks()
+    {
+        MagresSpecParams p = parametersFor(u"13C"_s);
+        p.ref = {{u"1H"_s, std::nan("")}, {u"15N"_s, u"x"_s}};
+        p.slope = p.lw = p.ref;
+        for (const char *missing : {"13C", "1H"}) {
+            const QString nucleus = QLatin1String(missing);
+            QCOMPARE((QList<double>{p.referenceOf(nucleus), p.slopeOf(nucleus), p.lineWidthOf(nucleus, 0),
+                                    p.lineWidthOf(nucleus, 1)}),
+                     (QList<double>{100.0, -1.0, 30.0, 1.0}));
+        }
+        QCOMPARE(p.referenceOf(u"15N"_s), 0.0);
+        QVERIFY(near(Magres::makePeaks(methylamine(), p, TestNuclei())[0].positionF2, -1.0, 1e-3));
+        // The synthesis takes no width for granted.
+        QCOMPARE(Magres::dimensions(p)[0].lineWidth, 0.0);
+        QCOMPARE(Magres::dimensions(parametersFor(u"1H"_s))[0].lineWidth, 0.0);
+        p.nucF2 = u"1H"_s;
+        QCOMPARE(Magres::dimensions(p)[0].lineWidth, 30.0);
+    }
+
     void shiftRanges()
     {
         // lo, hi, from, to: plain, a single value, two that the boxes cannot tell apart, two that they can
-        for (const auto &[lo, hi, from, to] : {std::array{0.0, 100.0, -10.0, 111.0}, std::array{50.0, 50.0, 38.0, 62.2},
-                                               std::array{50.0, 50.004, 38.0 - 4e-4, 50.004 + 10 + 0.1 * 22.0044},
-                                               std::array{50.0, 50.02, 49.998, 50.0222}}) {
+        for (const auto &[lo, hi, from, to] :
+             {std::array{0.0, 100.0, -10.0, 111.0}, std::array{50.0, 50.0, 38.0, 62.2},
+              std::array{50.0, 50.004, 38.0 - 4e-4, 50.004 + 10 + 0.1 * 22.0044},
+              std::array{200000.0, 200100.0, 199990.0, 200111.0}, std::array{50.0, 50.02, 49.998, 50.0222}}) {
             const auto range = Magres::displayRange({lo, hi});
             QVERIFY2(near(range[0], from) && near(range[1], to), qPrintable(QString::number(range[0], 'g', 12)));
         }
@@ -386,7 +524,8 @@ private Q_SLOTS:
         for (const auto &[ptsF2, ptsF1, frequency, from] :
              {std::tuple(1 << 26, 1024, 600.0, 0.0), std::tuple(65536, 65536, 600.0, 0.0),
               std::tuple(0, 128, 600.0, 0.0), std::tuple(128, -128, 600.0, 0.0), std::tuple(128, 128, 0.0, 0.0),
-              std::tuple(128, 128, std::nan(""), 0.0), std::tuple(128, 128, 600.0, infinite)}) {
+              std::tuple(128, 128, std::nan(""), 0.0), std::tuple(128, 128, 600.0, infinite),
+              std::tuple(128, 128, 600.0, -2.1e6)}) {
             MagresSpecParams p = parametersFor(u"1H"_s, u"13C"_s);
             p.ptsF2 = ptsF2;
             p.ptsF1 = ptsF1;

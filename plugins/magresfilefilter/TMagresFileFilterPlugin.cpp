@@ -16,7 +16,11 @@
 #include <QMenu>
 
 TMagresFileFilterPlugin::TMagresFileFilterPlugin()
-    : TPlugin(0), m_host(*this), m_fileFilters(qApp->property("fileFilters").value<QObject *>())
+    : TPlugin(0),
+      m_catalogue(QStringLiteral(":/magres_translations"), QStringLiteral("magresfilefilter"),
+                  mainWindow().property("language").toString()),
+      m_host(*this),
+      m_fileFilters(qApp->property("fileFilters").value<QObject *>())
 {
     registerSharedMetaTypes();
     m_fileFilters.addPluginFilter(this);
@@ -115,7 +119,7 @@ bool TMagresFileFilterPlugin::fileFilter_matching(const QString &aFileName) cons
 
 int TMagresFileFilterPlugin::fileFilter_dataType() const
 {
-    return 4; // the host's code of a molecule with data
+    return 4; // a code of the host's, like the storage type
 }
 
 QList<QGraphicsWidget *> TMagresFileFilterPlugin::fileFilter_read(const QString &aFilename, const QRectF &aRect)
@@ -125,15 +129,15 @@ QList<QGraphicsWidget *> TMagresFileFilterPlugin::fileFilter_read(const QString 
 
 int TMagresFileFilterPlugin::fileFilter_storageType() const
 {
-    return 1; // the host's code of a plain file
+    return 1;
 }
 
-const NuclearProperties &TMagresFileFilterPlugin::nuclearProperties() const
+const Magres::NuclearProperties &TMagresFileFilterPlugin::nuclearProperties() const
 {
     return m_host.nuclearProperties();
 }
 
-MagresData TMagresFileFilterPlugin::data(const QUuid &dataId) const
+Magres::MagresData TMagresFileFilterPlugin::data(const QUuid &dataId) const
 {
     return m_host.data(dataId);
 }
@@ -143,7 +147,7 @@ void TMagresFileFilterPlugin::createSpectrum(const QUuid &dataId)
     Magres::createSpectrum(m_host, dataId);
 }
 
-bool TMagresFileFilterPlugin::chooseQuadrupolarIsotope(const QUuid &dataId)
+std::optional<Magres::MagresData> TMagresFileFilterPlugin::chooseQuadrupolarIsotope(const QUuid &dataId)
 {
     return Magres::chooseQuadrupolarIsotope(m_host, dataId);
 }

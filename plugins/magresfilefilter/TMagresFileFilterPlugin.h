@@ -2,6 +2,7 @@
 #pragma once
 
 #include "operations/HostContext.h"
+#include "support/Catalogue.h"
 #include "support/TPlugin.h"
 #include "support/WrFileFilters.h"
 #include "ui/MagresCommands.h"
@@ -12,7 +13,7 @@
 #include <QRectF>
 
 /// The plug-in object: what the host calls by name. The work is done by the operations.
-class TMagresFileFilterPlugin : public TPlugin, private MagresCommands {
+class TMagresFileFilterPlugin : public TPlugin, private Magres::MagresCommands {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID "org.toran.IPlugin/1.0" FILE "magresfilefilter.json")
 
@@ -43,16 +44,18 @@ public:
     Q_INVOKABLE int fileFilter_storageType() const;
 
 private:
+    QObject *object() override { return this; }
     QIcon icon() const override { return m_icon; }
-    const NuclearProperties &nuclearProperties() const override;
-    MagresData data(const QUuid &dataId) const override;
+    const Magres::NuclearProperties &nuclearProperties() const override;
+    Magres::MagresData data(const QUuid &dataId) const override;
     void createSpectrum(const QUuid &dataId) override;
-    bool chooseQuadrupolarIsotope(const QUuid &dataId) override;
+    std::optional<Magres::MagresData> chooseQuadrupolarIsotope(const QUuid &dataId) override;
 
     void addContextMenu();
 
+    const Catalogue m_catalogue;
     const QIcon m_icon{QStringLiteral(":/magres_images/magres.svg")};
-    HostContext m_host;
+    Magres::HostContext m_host;
     WrFileFilters m_fileFilters;
     QList<QPointer<QObject>> m_contextMenu; ///< the menu and its actions, which nobody else owns
 };

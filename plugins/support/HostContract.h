@@ -63,18 +63,16 @@ inline constexpr HostMethod setMolMap{"molItem", "setMolMap", "", {"QVariantMap"
 inline constexpr HostMethod linkObject{"tableItem", "linkObject", "", {"QObject*"}};
 inline constexpr HostMethod sendMessage{"tableItem", "sendMessage", "", {"QVariant"}};
 inline constexpr HostMethod colId{"tableItem", "colId", "int", {"qint8"}};
-inline constexpr HostMethod colDigits{"tableItem", "colDigits", "int", {"qint8"}};
 inline constexpr HostMethod typeCntxtMenu{"tableItem", "typeCntxtMenu", "", {"QMenu*"}};
 
 inline constexpr HostMethod beginResetModel{"tableModel", "beginResetModel", ""};
 inline constexpr HostMethod endResetModel{"tableModel", "endResetModel", ""};
 
 inline constexpr const HostMethod *methods[] = {
-    &checkProductLicense, &dataEngine,       &getNMRData,      &nmrPlot,      &createMolItem,  &createNMRItem,
-    &addCustomTableItem,  &setCustomData,    &delCustomData,   &getEmptyRect, &getDataMap,     &spin,
-    &quadrupoleMoment,    &naturalAbundance, &addPluginFilter, &itemNMRData,  &insertSpectrum, &entryOrigParams,
-    &entryPeakList,       &xUnitsString,     &yUnitsString,    &fullReset,    &molMap,         &setMolMap,
-    &linkObject,          &sendMessage,      &colId,           &colDigits,    &typeCntxtMenu,  &beginResetModel,
-    &endResetModel};
+    &checkProductLicense, &dataEngine,       &getNMRData,      &nmrPlot,       &createMolItem,   &createNMRItem,
+    &addCustomTableItem,  &setCustomData,    &delCustomData,   &getEmptyRect,  &getDataMap,      &spin,
+    &quadrupoleMoment,    &naturalAbundance, &addPluginFilter, &itemNMRData,   &insertSpectrum,  &entryOrigParams,
+    &entryPeakList,       &xUnitsString,     &yUnitsString,    &fullReset,     &molMap,          &setMolMap,
+    &linkObject,          &sendMessage,      &colId,           &typeCntxtMenu, &beginResetModel, &endResetModel};
 
 } // namespace HostContract

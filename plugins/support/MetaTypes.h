@@ -9,6 +9,7 @@
 #include <QtEndian>
 
 #include <array>
+#include <utility>
 #include <vector>
 
 // The types of numbers that cross the host boundary inside variants, and the names under which documents keep them.
@@ -82,12 +83,35 @@ QDataStream &operator>>(QDataStream &in, vector<Number> &values)
 using DoubleVector = std::vector<double>;
 using SignedCharVector = std::vector<signed char>;
 
-/// Registers the types under their persisted names, and the short name of the vector of doubles as an alias, so that a
-/// host that uses the short one agrees on the type. Repeated calls do no harm.
+/// Makes variants of the type agree with those of a host that knows it by another name, as one does that is built
+/// without this header. If that name is still free, it becomes another name of the type. If the host has used its name
+/// before, the two stay apart, and values are converted, both ways.
+template <typename Type>
+void registerUnderAnotherName(const char *name)
+{
+    const QMetaType own = QMetaType::fromType<Type>();
+    QMetaType::registerNormalizedTypedef(name, own);
+    const QMetaType hosts = QMetaType::fromName(name);
+    if (hosts == own)
+        return;
+    for (const auto &[from, to] : {std::pair(hosts, own), std::pair(own, hosts)})
+        if (!QMetaType::hasRegisteredConverterFunction(from, to))
+            QMetaType::registerConverterFunction(
+                [](const void *source, void *target) {
+                    *static_cast<Type *>(target) = *static_cast<const Type *>(source);
+                    return true;
+                },
+                from, to);
+}
+
+/// Registers the types under their persisted names. To be called before a variant of a host is looked at; repeated
+/// calls do no harm.
 inline void registerSharedMetaTypes()
 {
     qRegisterMetaType<DoubleVector>();
-    QMetaType::registerNormalizedTypedef("std::vector<double>", QMetaType::fromType<DoubleVector>());
     qRegisterMetaType<QList<DoubleVector>>();
     qRegisterMetaType<SignedCharVector>();
+    // As g++ and clang name the types.
+    registerUnderAnotherName<DoubleVector>("std::vector<double>");
+    registerUnderAnotherName<QList<DoubleVector>>("QList<std::vector<double>>");
 }

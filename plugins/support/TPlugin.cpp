@@ -26,12 +26,20 @@ TPlugin::TPlugin(int licensed)
     if (!window)
         return;
     m_mainWindow = WrMainWindow(window);
+    connect(window, &QObject::destroyed, this, [this] {
+        m_mainWindow = WrMainWindow();
+        m_mainView = WrMainView();
+    });
     auto *scene = window->findChild<QGraphicsScene *>(QStringLiteral("mainScene"));
     m_mainScene = WrMainScene(scene);
     m_mainView = WrMainView(window->findChild<QGraphicsView *>(QStringLiteral("mainView")));
     if (!scene)
         return;
     m_sceneUndoStack = WrUndoStack(scene->findChild<QUndoStack *>(QStringLiteral("sceneUndoStack")));
+    connect(scene, &QObject::destroyed, this, [this] {
+        m_mainScene = WrMainScene();
+        m_sceneUndoStack = WrUndoStack();
+    });
     // By name: the signal is the host's own.
     connect(scene, SIGNAL(activeItemChanged(QGraphicsWidget *)), this, SLOT(onActiveItemChanged(QGraphicsWidget *)));
 }

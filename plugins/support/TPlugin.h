@@ -37,7 +37,7 @@ public:
     QString location() const;
     QString product() const;
 
-    /// Without a main window at construction, all of these are null.
+    /// Without a main window at construction, all of these are null, and again when the host has deleted its objects.
     const WrMainWindow &mainWindow() const { return m_mainWindow; }
     const WrUndoStack &sceneUndoStack() const { return m_sceneUndoStack; }
     const WrMainScene &mainScene() const { return m_mainScene; }

@@ -10,7 +10,14 @@ class WrNMRData : public WrObject<QObject> {
 public:
     using WrObject::WrObject;
 
-    QList<QUuid> entryIds() const { return property("entryIds").value<QList<QUuid>>(); }
+    /// Whatever kind of list the host keeps them in.
+    QList<QUuid> entryIds() const
+    {
+        QList<QUuid> ids;
+        for (const QVariant &id : property("entryIds").toList())
+            ids.append(id.toUuid());
+        return ids;
+    }
     QUuid activeEntryId() const { return property("activeEntryId").toUuid(); }
 
     /// Replaces the data of an entry.

@@ -14,8 +14,6 @@ public:
     void sendMessage(const QVariant &message) const { send(HostContract::sendMessage, message); }
     /// The code of the column that is shown in a section.
     int colId(int section) const { return call<int>(HostContract::colId, qint8(section)); }
-    /// The decimals of the column that is shown in a section.
-    int colDigits(int section) const { return call<int>(HostContract::colDigits, qint8(section)); }
     /// Hands over the table's own context menu.
     void typeCntxtMenu(QMenu *menu) const { send(HostContract::typeCntxtMenu, menu); }
 };

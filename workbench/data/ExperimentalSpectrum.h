@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QVariantMap>
 
 #include <string_view>
@@ -26,6 +27,8 @@ struct ExperimentalSpectrum {
     QString title;
     std::vector<SpectrumDimension> dimensions; ///< F2, then F1 in two dimensions
     std::vector<double> data; ///< row by row, F1 major: element i1 * points(F2) + i2
+    QString format = {}; ///< "JCAMP-DX"
+    QStringList notes = {}; ///< whole sentences: what was assumed, which statement of the file was taken
 };
 
 /// More points than the NMR data of a host hold.

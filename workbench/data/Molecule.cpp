@@ -11,13 +11,13 @@ namespace Workbench {
 namespace {
 
 // Angstrom. Farther out is a damaged file, and beyond what single precision could draw.
-constexpr double farthest = 1e5;
+constexpr double farthestAtom = 1e5;
 
 using Point = std::array<double, 3>;
 
 bool isDrawable(const Point &p)
 {
-    return std::all_of(p.begin(), p.end(), [](double x) { return std::abs(x) <= farthest; });
+    return std::all_of(p.begin(), p.end(), [](double x) { return std::abs(x) <= farthestAtom; });
 }
 
 QVector3D relative(const Point &p, const Point &origin)
@@ -27,8 +27,8 @@ QVector3D relative(const Point &p, const Point &origin)
 
 Point centreOf(const std::vector<Point> &points)
 {
-    Point low{farthest, farthest, farthest};
-    Point high{-farthest, -farthest, -farthest};
+    Point low{farthestAtom, farthestAtom, farthestAtom};
+    Point high{-farthestAtom, -farthestAtom, -farthestAtom};
     bool any = false;
     for (const Point &p : points) {
         if (!isDrawable(p))

@@ -6,7 +6,7 @@ namespace Workbench {
 namespace {
 
 const QString listKey = QStringLiteral("PeakList");
-const QString idKey = QStringLiteral("ID");
+const QString peaksIdKey = QStringLiteral("ID");
 const QString positionKey = QStringLiteral("Pos");
 const QString heightKey = QStringLiteral("Height");
 
@@ -17,14 +17,14 @@ QVariant position(const PeakListEdit::Place &place)
 
 bool isOneOf(const QVariant &peak, const QList<QUuid> &which)
 {
-    return which.contains(peak.toMap().value(idKey).toUuid());
+    return which.contains(peak.toMap().value(peaksIdKey).toUuid());
 }
 
 QVariantMap withList(QVariantMap peaks, const QVariantList &list)
 {
     peaks.insert(listKey, list);
-    if (!peaks.contains(idKey))
-        peaks.insert(idKey, QUuid::createUuid());
+    if (!peaks.contains(peaksIdKey))
+        peaks.insert(peaksIdKey, QUuid::createUuid());
     // Hosts number their units: 3 is ppm.
     if (!peaks.contains(QStringLiteral("PosUnits")))
         peaks.insert(QStringLiteral("PosUnits"), QVariant::fromValue(QList<int>{3, 3, 1}));
@@ -38,7 +38,7 @@ namespace PeakListEdit {
 QVariantMap added(const QVariantMap &peaks, const Place &place)
 {
     QVariantList list = peaks.value(listKey).toList();
-    list.append(QVariantMap{{idKey, QUuid::createUuid()},
+    list.append(QVariantMap{{peaksIdKey, QUuid::createUuid()},
                             {positionKey, position(place)},
                             {heightKey, place.height},
                             {QStringLiteral("peakType"), 1},

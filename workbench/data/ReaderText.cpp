@@ -6,11 +6,32 @@
 #include <QFileInfo>
 #include <QStringDecoder>
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace Workbench {
 
 namespace ReaderText {
+
+namespace {
+
+constexpr qsizetype blockSize = 1 << 20;
+
+/// The decoder of a text that begins with the byte order mark of UTF-16; null for another one.
+std::unique_ptr<QStringDecoder> wideDecoder(const QByteArray &start)
+{
+    const bool little = start.startsWith("\xFF\xFE"), big = start.startsWith("\xFE\xFF");
+    return little || big ? std::make_unique<QStringDecoder>(little ? QStringDecoder::Utf16LE : QStringDecoder::Utf16BE)
+                         : nullptr;
+}
+
+QByteArray narrowed(const QByteArray &bytes)
+{
+    const auto decoder = wideDecoder(bytes);
+    return decoder ? QString(decoder->decode(bytes)).toUtf8() : bytes;
+}
+
+} // namespace
 
 QByteArray readFile(const QString &path, qint64 limit)
 {
@@ -29,6 +50,17 @@ QByteArray readFile(const QString &path, qint64 limit)
     if (bytes.size() != file.size())
         fail(path, tr("only %1 of %2 bytes could be read").arg(bytes.size()).arg(file.size()));
     return bytes;
+}
+
+QByteArray readText(const QString &path, qint64 limit)
+{
+    return narrowed(readFile(path, limit));
+}
+
+QByteArray readStart(const QString &path, qint64 length)
+{
+    QFile file(path);
+    return QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly) ? narrowed(file.read(length)) : QByteArray();
 }
 
 QString decoded(std::string_view bytes)
@@ -76,6 +108,49 @@ bool Lines::next()
     else
         m_rest.remove_prefix(end + (m_rest.substr(end).starts_with("\r\n") ? 2 : 1));
     return true;
+}
+
+FileLines::FileLines(QIODevice &device, const QString &source) : m_device(device), m_source(source)
+{
+    m_at = m_end = m_block.constData();
+}
+
+FileLines::~FileLines() = default;
+
+qint64 FileLines::bytesLeft() const
+{
+    return m_device.bytesAvailable() + (m_end - m_at);
+}
+
+bool FileLines::fill()
+{
+    QByteArray block(m_at, m_end - m_at);
+    if (block.size() > blockSize)
+        fail(m_source, m_number + 1, tr("this line is longer than %1 bytes").arg(blockSize));
+    QByteArray more = m_device.read(blockSize);
+    const bool atEnd = more.isEmpty();
+    if (!std::exchange(m_started, true)) {
+        m_decoder = wideDecoder(more);
+        if (more.startsWith("\xEF\xBB\xBF"))
+            more.remove(0, 3);
+    }
+    if (m_decoder)
+        more = QString(m_decoder->decode(more)).toUtf8();
+    // A carriage return alone ends a line; whether the last one is alone the next block tells.
+    const qsizetype from = std::max<qsizetype>(block.size() - 1, 0);
+    block += more;
+    char *const end = block.data() + block.size();
+    for (char *at = block.data() + from; at != end; ++at) {
+        at = static_cast<char *>(std::memchr(at, '\r', size_t(end - at)));
+        if (!at)
+            break;
+        if (at + 1 == end ? atEnd : at[1] != '\n')
+            *at = '\n';
+    }
+    m_block = block;
+    m_at = m_block.constData();
+    m_end = m_at + m_block.size();
+    return !atEnd;
 }
 
 } // namespace ReaderText

@@ -222,15 +222,15 @@ void AsdfDecoder::repeat(double count)
         append(m_previous == Form::Difference ? m_last + m_difference : m_last);
 }
 
-void AsdfDecoder::checkAbscissa(std::string_view text, double x) const
+void AsdfDecoder::checkAbscissa(std::string_view text, double x)
 {
     // Files differ in whether a repeated ordinate is counted in the X value, and round that value and its factor.
     const double due = m_abscissa.first + (double(m_ordinates.size()) - (m_checkDue ? 1.0 : 0.0)) * m_abscissa.step;
     const double found = x * m_abscissa.factor;
     const double tolerance = 1.5 * std::abs(m_abscissa.step) + lastPlace(text) * std::abs(m_abscissa.factor)
         + 1e-5 * std::max(std::abs(due), std::abs(found));
-    if (!(std::abs(found - due) <= tolerance))
-        fail(tr("the line begins at X = %1 where %2 is due").arg(found, 0, 'g', 10).arg(due, 0, 'g', 10));
+    if (!(std::abs(found - due) <= tolerance) && !m_disagreement)
+        m_disagreement = Disagreement{m_line, found, due};
 }
 
 std::vector<double> AsdfDecoder::finish(int number)

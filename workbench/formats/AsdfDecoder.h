@@ -3,6 +3,7 @@
 
 #include <QString>
 
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -20,6 +21,9 @@ struct XyAbscissa {
 /// and DUP (R. S. McDonald, P. A. Wilks, Appl. Spectrosc. 42 (1988) 151). A line that follows one with a difference
 /// at its end repeats that line's last ordinate, which is checked and counted once.
 ///
+/// Points are placed by their own count. The X values at the line starts are written from a countdown, a point number
+/// or another origin by several programs, so one that disagrees is remembered and no error.
+///
 /// Every error is a std::runtime_error with source and line. Memory grows with the ordinates that have been read, up to
 /// the points of the abscissa.
 class AsdfDecoder {
@@ -30,6 +34,14 @@ public:
     /// The ordinates, without any factor. Fewer than the abscissa says are an error, given for the line `number`.
     std::vector<double> finish(int number);
 
+    /// The first line whose X value is not that of its point.
+    struct Disagreement {
+        int line = 0;
+        double found = 0.0; ///< in the units of the abscissa
+        double due = 0.0;
+    };
+    const std::optional<Disagreement> &disagreement() const { return m_disagreement; }
+
 private:
     enum class Form { None, Value, Difference, Duplicate };
 
@@ -37,7 +49,7 @@ private:
     void addValue(double value);
     void append(double value);
     void repeat(double count);
-    void checkAbscissa(std::string_view text, double x) const;
+    void checkAbscissa(std::string_view text, double x);
     [[noreturn]] void fail(const QString &what) const;
     /// A plain number at the start of `rest`, which is moved behind it.
     double takeNumber(std::string_view &rest, bool exponentNeedsSign) const;
@@ -52,6 +64,7 @@ private:
     bool m_checkDue = false; ///< the next ordinate repeats the last one
     double m_last = 0.0; ///< the last ordinate
     double m_difference = 0.0; ///< the last difference
+    std::optional<Disagreement> m_disagreement;
 };
 
 } // namespace Workbench

@@ -115,24 +115,25 @@ std::vector<QDir> numberedFolders(const QDir &folder)
     return folders;
 }
 
-Location locate(const QString &path)
+/// The data that a path stands for; none when there are none.
+std::optional<Location> locate(const QString &path)
 {
     const QFileInfo info(path);
     if (info.isFile()) {
         const QString name = info.fileName();
         const bool isData = name == QStringLiteral("1r") || name == QStringLiteral("2rr");
         if (isData)
-            return {info.absoluteDir(), name == QStringLiteral("2rr")};
+            return Location{info.absoluteDir(), name == QStringLiteral("2rr")};
     }
     const QDir folder = info.isDir() ? QDir(info.absoluteFilePath()) : info.absoluteDir();
     if (const auto here = locateIn(folder))
-        return *here;
+        return here;
     const QDir pdata(folder.filePath(QStringLiteral("pdata")));
     for (const QDir &candidate : numberedFolders(pdata.exists() ? pdata : folder)) {
         if (const auto found = locateIn(candidate))
-            return *found;
+            return found;
     }
-    fail(path, tr("no processed data were found here: expected a file 1r or 2rr, in this folder or in pdata/1"));
+    return {};
 }
 
 SpectrumDimension dimension(const Parameters &process)
@@ -269,13 +270,39 @@ QString title(const Location &location)
     return location.folder.absolutePath().section(QLatin1Char('/'), -4);
 }
 
+/// The rows of a series (relaxation, kinetics) are no axis of shifts, whatever width and offset the parameters give.
+void checkTransformed(const Parameters &process)
+{
+    if (process.number<int>("FT_mod", 1) == 0 && process.number<int>("FTSIZE", 1) == 0) {
+        process.failFor("FT_mod",
+                        tr("F1 was not Fourier-transformed, so this is a series of spectra and no 2D spectrum: extract "
+                           "the row that you want as a 1D spectrum (rsr in TopSpin)"));
+    }
+}
+
+/// Of several processings of the same data one was taken.
+void noteOtherProcessings(const Location &location, QStringList &notes)
+{
+    QDir parent = location.folder;
+    if (!parent.cdUp() || parent.dirName() != QStringLiteral("pdata"))
+        return;
+    QStringList others;
+    for (const QDir &folder : numberedFolders(parent)) {
+        if (folder != location.folder && locateIn(folder))
+            others.append(folder.dirName());
+    }
+    if (!others.isEmpty())
+        notes.append(tr("Processing %1 was read; there are also %2.")
+                         .arg(location.folder.dirName(), others.join(QStringLiteral(", "))));
+}
+
 } // namespace
 
 bool recognises(const QString &path)
 {
     const QFileInfo info(path);
     if (info.isDir())
-        return true;
+        return locate(path).has_value();
     const QStringList names{QStringLiteral("1r"), QStringLiteral("2rr"), QStringLiteral("procs"),
                             QStringLiteral("proc2s")};
     return names.contains(info.fileName());
@@ -283,12 +310,16 @@ bool recognises(const QString &path)
 
 ExperimentalSpectrum read(const QString &path)
 {
-    const Location location = locate(path);
+    const auto located = locate(path);
+    if (!located)
+        fail(path, tr("no processed data were found here: expected a file 1r or 2rr, in this folder or in pdata/1"));
+    const Location &location = *located;
     const Parameters processF2(location.file("procs"));
     const Format dataFormat = format(processF2);
 
     ExperimentalSpectrum spectrum;
     spectrum.title = title(location);
+    spectrum.format = QStringLiteral("Bruker");
     spectrum.dimensions.push_back(dimension(processF2));
     const int points2 = spectrum.dimensions[0].points;
     spectrum.dimensions[0].nucleus = nucleus(location, "acqus", processF2);
@@ -296,6 +327,7 @@ ExperimentalSpectrum read(const QString &path)
     QString explained = QStringLiteral("SI = %1").arg(points2);
     if (location.twoDimensional) {
         const Parameters processF1(location.file("proc2s"));
+        checkTransformed(processF1);
         spectrum.dimensions.push_back(dimension(processF1));
         const int points1 = spectrum.dimensions[1].points;
         spectrum.dimensions[1].nucleus = nucleus(location, "acqu2s", processF1);
@@ -306,8 +338,22 @@ ExperimentalSpectrum read(const QString &path)
     const QByteArray bytes = dataBytes(location.dataFile(), f2.stored() * f1.stored(), dataFormat, explained);
     spectrum.data = untiled(bytes, dataFormat, f2, f1);
     checkValues(spectrum.data, location.dataFile());
+    noteOtherProcessings(location, spectrum.notes);
     orient(spectrum, processF2.path());
     return spectrum;
+}
+
+Description describe(const QString &path)
+{
+    Description description;
+    const Location location{QFileInfo(path).absoluteDir(), false};
+    description.title = title(location);
+    for (const auto &[d, processing, acquisition] :
+         {std::tuple(0, "procs", "acqus"), std::tuple(1, "proc2s", "acqu2s")}) {
+        if (QFileInfo(location.file(processing)).isFile())
+            description.nuclei[size_t(d)] = nucleus(location, acquisition, Parameters(location.file(processing)));
+    }
+    return description;
 }
 
 } // namespace BrukerReader

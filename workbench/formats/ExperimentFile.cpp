@@ -2,12 +2,9 @@
 #include "formats/ExperimentFile.h"
 
 #include "data/Error.h"
-#include "data/NumberText.h"
 #include "formats/PeakListFile.h"
 #include "analysis/PeakPicking.h"
 #include "formats/BrukerReader.h"
-#include "formats/CsvSpectrumReader.h"
-#include "data/ReaderText.h"
 #include "formats/SpectrumReader.h"
 
 #include <QCoreApplication>
@@ -25,51 +22,10 @@ namespace ExperimentFile {
 namespace {
 
 constexpr double equalShifts = 0.01; // ppm: calculated shifts of equivalent sites differ in the last digits
-constexpr qsizetype fewestPoints = 32; // of a spectrum without a header
-constexpr qint64 largestTextFile = qint64(512) << 20;
-const QStringList textSuffixes{QStringLiteral("csv"), QStringLiteral("txt")};
-const QStringList spectrumSuffixes{QStringLiteral("jdx"), QStringLiteral("dx"), QStringLiteral("jcamp")};
-
-/// The lines that hold something, their fields apart.
-QList<QList<QByteArray>> filledLines(const QByteArray &text)
-{
-    QList<QList<QByteArray>> filled;
-    for (ReaderText::Lines lines(ReaderText::view(text)); lines.next();) {
-        const std::string_view line = ReaderText::trimmed(lines.line().substr(0, lines.line().find('#')));
-        if (line.empty())
-            continue;
-        QList<QByteArray> fields = QByteArray(line.data(), qsizetype(line.size())).split(',');
-        for (QByteArray &field : fields)
-            field = field.trimmed();
-        filled.append(fields);
-    }
-    return filled;
-}
-
-std::optional<double> number(const QByteArray &field)
-{
-    return NumberText::parse<double>({field.constData(), size_t(field.size())});
-}
-
-bool isEvenlySpaced(const std::vector<double> &positions)
-{
-    const double step = (positions.back() - positions.front()) / double(positions.size() - 1);
-    for (size_t i = 0; i < positions.size(); ++i) {
-        if (std::abs(positions[i] - positions.front() - step * double(i)) > 0.25 * std::abs(step))
-            return false;
-    }
-    return step != 0;
-}
-
-/// Whole lines from the start of the text, enough to tell what it is.
-QByteArray startOf(const QByteArray &text)
-{
-    constexpr qsizetype enough = 1 << 20;
-    if (text.size() <= enough)
-        return text;
-    const QByteArray start = text.left(enough);
-    return start.left(std::max(start.lastIndexOf('\n'), start.lastIndexOf('\r')));
-}
+const QStringList suffixes{QStringLiteral("csv"),  QStringLiteral("txt"),   QStringLiteral("tsv"),
+                           QStringLiteral("asc"),  QStringLiteral("dat"),   QStringLiteral("jdx"),
+                           QStringLiteral("dx"),   QStringLiteral("jcamp"), QStringLiteral("jcm"),
+                           QStringLiteral("csdf"), QStringLiteral("csdfe"), QStringLiteral("spe")};
 
 QString massAndSymbol(const SpectrumAxis &axis)
 {
@@ -83,16 +39,13 @@ void checkDimensions(qsizetype found, qsizetype expected, const QString &name)
     }
 }
 
-void matchNuclei(ExperimentalSpectrum &measured, const QStringList &nuclei, const QString &name)
+/// A silent file is of the nucleus in the plot; another one is an error.
+void matchNucleus(QString &nucleus, const QString &there, const QString &name)
 {
-    for (size_t d = 0; d < measured.dimensions.size(); ++d) {
-        const QString &there = nuclei[qsizetype(d)];
-        QString &nucleus = measured.dimensions[d].nucleus;
-        if (nucleus.isEmpty())
-            nucleus = there;
-        if (!there.isEmpty() && nucleus != there)
-            fail(Texts::tr("%1 is a spectrum of %2, the plot shows one of %3").arg(name, nucleus, there));
-    }
+    if (nucleus.isEmpty())
+        nucleus = there;
+    if (!there.isEmpty() && nucleus != there)
+        fail(Texts::tr("%1 is a spectrum of %2, the plot shows one of %3").arg(name, nucleus, there));
 }
 
 std::vector<PeakListFile::Peak> pickedPeaks(const ExperimentalSpectrum &measured)
@@ -109,22 +62,18 @@ std::vector<PeakListFile::Peak> pickedPeaks(const ExperimentalSpectrum &measured
     return peaks;
 }
 
-bool isText(const QString &path)
-{
-    return QFileInfo(path).isFile() && textSuffixes.contains(QFileInfo(path).suffix().toLower());
-}
-
 } // namespace
 
 QStringList nameFilters()
 {
-    return {Texts::tr("Spectra and peak lists (*.csv *.txt *.jdx *.dx *.jcamp 1r 2rr)")};
+    return {Texts::tr("Spectra and peak lists (*.%1 peaklist.xml 1r 2rr)").arg(suffixes.join(QStringLiteral(" *.")))};
 }
 
 bool isExperiment(const QString &path)
 {
-    const QString suffix = QFileInfo(path).suffix().toLower();
-    return textSuffixes.contains(suffix) || spectrumSuffixes.contains(suffix) || BrukerReader::recognises(path);
+    const QFileInfo info(path);
+    return suffixes.contains(info.suffix().toLower()) || info.fileName() == u"peaklist.xml" || info.isDir()
+        || BrukerReader::recognises(path);
 }
 
 std::vector<PeakListFile::Peak> countedLike(const QList<SpectrumPeak> &simulated,
@@ -149,27 +98,6 @@ std::vector<PeakListFile::Peak> countedLike(const QList<SpectrumPeak> &simulated
     return counted;
 }
 
-bool isPeakList(const QByteArray &text, int dimensions)
-{
-    const QList<QList<QByteArray>> lines = filledLines(text);
-    if (lines.isEmpty())
-        return true;
-    const bool hasHeader = !number(lines.constFirst().constFirst());
-    if (hasHeader)
-        return !lines.constFirst().constLast().toLower().contains("intensity");
-    std::vector<double> positions;
-    for (const QList<QByteArray> &fields : lines) {
-        const auto position = number(fields.constFirst());
-        if (fields.size() != dimensions + 1 || !position)
-            return true;
-        // Two dimensions come row by row: the first one tells.
-        if (dimensions == 2 && positions.size() > 1 && *position == positions.front())
-            break;
-        positions.push_back(*position);
-    }
-    return qsizetype(positions.size()) < fewestPoints || !isEvenlySpaced(positions);
-}
-
 QVariantMap read(const QString &path, const Spectrum &beside)
 {
     if (beside.isEmpty())
@@ -192,32 +120,46 @@ const QString peaksKey = QStringLiteral("Peaks");
 Experiment::Experiment(const QString &path, const QStringList &nuclei, const std::vector<double> &frequencies)
 {
     using namespace ExperimentFile;
-    const auto take = [&](ExperimentalSpectrum measured) {
-        const QString name = QFileInfo(path).fileName();
-        checkDimensions(qsizetype(measured.dimensions.size()), nuclei.size(), name);
-        matchNuclei(measured, nuclei, name);
-        // The same nucleus in the same magnet; ppm do not depend on it, Hz would.
-        for (size_t d = 0; d < std::min(measured.dimensions.size(), frequencies.size()); ++d)
-            if (!(measured.dimensions[d].frequency > 0))
-                measured.dimensions[d].frequency = frequencies[d];
-        takeSpectrum(std::move(measured));
-    };
-    if (!isText(path)) {
-        take(openExperimentalSpectrum(path));
-        return;
+    const QString name = QFileInfo(path).fileName();
+    // The same nuclei in the same magnet.
+    ReadOptions options;
+    options.dimensions = int(nuclei.size());
+    std::copy_n(frequencies.begin(), std::min(frequencies.size(), options.frequency.size()), options.frequency.begin());
+    Measurement measurement = readMeasurement(path, options);
+    if (auto *spectrum = std::get_if<ExperimentalSpectrum>(&measurement)) {
+        checkDimensions(qsizetype(spectrum->dimensions.size()), nuclei.size(), name);
+        for (size_t d = 0; d < spectrum->dimensions.size(); ++d) {
+            SpectrumDimension &axis = spectrum->dimensions[d];
+            matchNucleus(axis.nucleus, nuclei[qsizetype(d)], name);
+            if (!(axis.frequency > 0))
+                axis.frequency = options.frequency[d];
+        }
+        take(std::move(*spectrum));
+    } else {
+        auto &peaks = std::get<MeasuredPeaks>(measurement);
+        checkDimensions(peaks.dimensions, nuclei.size(), name);
+        for (qsizetype d = 0; d < nuclei.size(); ++d)
+            matchNucleus(peaks.nuclei[size_t(d)], nuclei[d], name);
+        take(std::move(peaks));
     }
-    const QByteArray text = ReaderText::readFile(path, largestTextFile);
-    if (isPeakList(startOf(text), int(nuclei.size())))
-        m_entry = {{peaksKey, PeakListFile::toPeakMap(PeakListFile::parse(text, path, int(nuclei.size())))}};
-    else
-        take(CsvSpectrumReader::parse(text, path));
 }
 
-void Experiment::takeSpectrum(ExperimentalSpectrum measured)
+void Experiment::take(MeasuredPeaks measured)
+{
+    // A peak of several sites stands for as many simulated ones.
+    std::vector<PeakListFile::Peak> counted;
+    for (const MeasuredPeak &peak : measured.peaks)
+        counted.insert(counted.end(), size_t(std::max(peak.count, 1)), peak);
+    m_entry = {{peaksKey, PeakListFile::toPeakMap(counted)}};
+    m_notes = measured.notes;
+}
+
+void Experiment::take(ExperimentalSpectrum measured)
 {
     const auto picked = ExperimentFile::pickedPeaks(measured);
     if (measured.dimensions.size() == 1)
         m_picked = picked;
+    m_notes = measured.notes;
     m_entry = toEntryMap(std::move(measured));
     m_entry.insert(peaksKey, PeakListFile::toPeakMap(picked));
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "formats/PeakListFile.h"
-#include "data/ExperimentalSpectrum.h"
+#include "data/Measurement.h"
 #include "data/Spectrum.h"
 
 #include <QStringList>
@@ -21,11 +21,16 @@ public:
     /// in countedLike().
     QVariantMap beside(const QList<SpectrumPeak> &simulated) const;
 
+    /// What was assumed in reading it, in whole sentences.
+    const QStringList &notes() const { return m_notes; }
+
 private:
-    void takeSpectrum(ExperimentalSpectrum measured);
+    void take(ExperimentalSpectrum measured);
+    void take(MeasuredPeaks measured);
 
     QVariantMap m_entry; ///< with the peaks as they are in the file
     std::vector<PeakListFile::Peak> m_picked; ///< in one dimension, where they are counted
+    QStringList m_notes;
 };
 
 /// Measured spectra and peak lists from files, in the form in which they are stacked onto a simulated spectrum.
@@ -38,10 +43,6 @@ bool isExperiment(const QString &path);
 
 /// Experiment(path, its nuclei).beside(its peaks), for a spectrum that has points.
 QVariantMap read(const QString &path, const Spectrum &beside);
-
-/// Comma-separated text that holds peaks and not the points of a spectrum. A header tells: its last column is called
-/// intensity for points. Without one, dozens of positions at one distance are points.
-bool isPeakList(const QByteArray &text, int dimensions);
 
 /// Equivalent sites of a crystal are one peak of a measurement and as many simulated ones, and the comparison wants as
 /// many measured as simulated peaks. When the peaks are as many as the simulated positions that differ, each is

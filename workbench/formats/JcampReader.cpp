@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "formats/JcampReader.h"
 
-#include "data/NumberText.h"
 #include "formats/AsdfDecoder.h"
-#include "formats/LabelledRecords.h"
+#include "formats/JcampAxis.h"
+#include "formats/JcampBlocks.h"
+#include "formats/JcampPeaks.h"
 #include "data/ReaderText.h"
-
-#include <QFileInfo>
-#include <QStringList>
 
 #include <algorithm>
 #include <cmath>
@@ -24,96 +22,7 @@ namespace JcampReader {
 
 namespace {
 
-constexpr qint64 largestFile = qint64(512) << 20;
-
-using Records = std::vector<LabelledRecord>;
-
-/// The records of one block and what its errors are named after.
-struct Block {
-    Records records;
-    QString source;
-    int line = 0; ///< of the block's title
-
-    const LabelledRecord *find(std::string_view label) const { return findRecord(records, label); }
-
-    const LabelledRecord &need(std::string_view label, const QString &writtenAs) const
-    {
-        const LabelledRecord *record = find(label);
-        if (!record)
-            fail(source, line, tr("the block that begins here has no record ##%1=").arg(writtenAs));
-        return *record;
-    }
-
-    std::string text(std::string_view label) const
-    {
-        const LabelledRecord *record = find(label);
-        return record ? record->text() : std::string();
-    }
-};
-
-/// One field of a record with comma-separated fields; empty behind the last one.
-std::string_view field(std::string_view text, int index)
-{
-    for (; index > 0; --index) {
-        const size_t comma = text.find(',');
-        if (comma == std::string_view::npos)
-            return {};
-        text.remove_prefix(comma + 1);
-    }
-    return trimmed(text.substr(0, text.find(',')));
-}
-
-double number(const Block &block, const LabelledRecord &record, std::string_view text)
-{
-    const auto value = NumberText::parse<double>(trimmed(text));
-    if (!value) {
-        fail(block.source, record.line,
-             tr("expected a number for %1, found %2").arg(ReaderText::decoded(record.label), excerpt(text)));
-    }
-    return *value;
-}
-
-/// From the title of each block to the next title or the end of the block.
-std::vector<Block> blocksOf(const Records &records, const QString &source)
-{
-    std::vector<Block> blocks;
-    bool open = false;
-    for (const LabelledRecord &record : records) {
-        if (record.label == "TITLE") {
-            blocks.push_back({{}, source, record.line});
-            open = true;
-        } else if (record.label == "END") {
-            open = false;
-        }
-        if (open)
-            blocks.back().records.push_back(record);
-    }
-    if (blocks.empty())
-        fail(source, tr("a JCAMP-DX file was expected, no record ##TITLE= was found"));
-    return blocks;
-}
-
-const Block &spectrumBlock(const std::vector<Block> &blocks)
-{
-    QStringList types;
-    for (const Block &block : blocks) {
-        const std::string type = block.text("DATATYPE");
-        if (normalisedLabel(type) == "NMRSPECTRUM")
-            return block;
-        types.append(excerpt(type));
-    }
-    fail(blocks.front().source,
-         tr("expected a block with the data type \"NMR SPECTRUM\" (one dimension), found %1")
-             .arg(types.mid(0, 8).join(QStringLiteral(", "))));
-}
-
-/// Where a table's data and the records about it stand. In an NTUPLES block each record lists one value for each
-/// symbol of its table; in an XYDATA block each value has a record of its own.
-struct Table {
-    const LabelledRecord *data = nullptr;
-    int xColumn = -1; ///< -1: XYDATA
-    int yColumn = -1;
-};
+constexpr qint64 largestFile = qint64(1) << 30;
 
 std::string withoutBlanks(std::string_view text)
 {
@@ -122,173 +31,291 @@ std::string withoutBlanks(std::string_view text)
     return result;
 }
 
-Table ntuplesTable(const Block &block)
-{
-    const LabelledRecord &symbols = block.need("SYMBOL", QStringLiteral("SYMBOL"));
-    const std::string list = withoutBlanks(symbols.text());
-    const auto column = [&](std::string_view symbol) {
-        for (int i = 0; !field(list, i).empty(); ++i) {
-            if (field(list, i) == symbol)
-                return i;
-        }
-        fail(block.source, symbols.line, tr("the table's symbol %1 is not in this list").arg(excerpt(symbol)));
-    };
-    for (const LabelledRecord &record : block.records) {
-        // The first page is the real part.
-        const std::string form = withoutBlanks(record.firstLine());
-        if (record.label != "DATATABLE" || !form.starts_with("(X++(") || form.size() < 6)
-            continue;
-        const std::string_view symbol(&form[5], 1);
-        if (!form.starts_with("(X++(" + std::string(symbol) + ".." + std::string(symbol) + "))"))
-            fail(block.source, record.line, tr("expected a table (X++(R..R)), found %1").arg(excerpt(form)));
-        return {&record, column("X"), column(symbol)};
+/// The symbols of a table (X++(Y..Y)): what rises by its own count and what is listed. Empty for another form.
+struct Form {
+    std::string counted;
+    std::string listed;
+
+    explicit Form(std::string_view firstLine)
+    {
+        const std::string text = withoutBlanks(firstLine);
+        const size_t plus = text.find("++("), dots = text.find(".."), end = text.find("))");
+        if (!text.starts_with('(') || plus == text.npos || dots == text.npos || end == text.npos || dots < plus + 3
+            || text.substr(plus + 3, dots - plus - 3) != text.substr(dots + 2, end - dots - 2))
+            return;
+        counted = text.substr(1, plus - 1);
+        listed = text.substr(plus + 3, dots - plus - 3);
     }
-    fail(block.source, block.line, tr("the block that begins here has no table (X++(R..R))"));
-}
+};
 
-Table tableOf(const Block &block)
-{
-    if (block.find("NTUPLES"))
-        return ntuplesTable(block);
-    const LabelledRecord &data = block.need("XYDATA", QStringLiteral("XYDATA"));
-    if (withoutBlanks(data.firstLine()) != "(X++(Y..Y))")
-        fail(block.source, data.line, tr("expected a table (X++(Y..Y)), found %1").arg(excerpt(data.firstLine())));
-    return {&data};
-}
-
-/// The records that describe the table, by their names in either kind of block.
+/// The records that describe a table. In an NTUPLES block each lists one value for each symbol, in an XYDATA block each
+/// value has a record of its own.
 class TableValues {
 public:
-    TableValues(const Block &block, const Table &table) : m_block(block), m_table(table) { }
+    /// XYDATA
+    explicit TableValues(const JcampBlock &block) : m_block(block) { }
+    /// The column of a symbol in NTUPLES.
+    TableValues(const JcampBlock &block, int column) : m_block(block), m_column(column) { }
 
-    double first() const { return value("FIRSTX", "FIRST", m_table.xColumn); }
-    double last() const { return value("LASTX", "LAST", m_table.xColumn); }
-    double points() const { return value("NPOINTS", "VARDIM", m_table.xColumn); }
-    double xFactor() const { return value("XFACTOR", "FACTOR", m_table.xColumn, 1.0); }
-    double yFactor() const { return value("YFACTOR", "FACTOR", m_table.yColumn, 1.0); }
+    double first() const { return value("FIRSTX", "FIRST"); }
+    double last() const { return value("LASTX", "LAST"); }
+    double points() const { return value("NPOINTS", "VARDIM"); }
+    double factor(const char *plain) const { return value(plain, "FACTOR", 1.0); }
     const LabelledRecord &pointsRecord() const { return record("NPOINTS", "VARDIM"); }
     const LabelledRecord &unitsRecord() const { return record("XUNITS", "UNITS"); }
-    std::string units() const
+    std::string units() const { return normalisedLabel(field(unitsRecord().text())); }
+    QString nucleus() const
     {
-        const std::string text = unitsRecord().text();
-        return normalisedLabel(m_table.xColumn < 0 ? std::string_view(text) : field(text, m_table.xColumn));
+        const std::string list = m_column < 0 ? std::string() : m_block.text(".NUCLEUS");
+        const QString named = list.empty() ? QString() : nucleusName(field(list));
+        return named.isEmpty() ? nucleusName(m_block.text(".OBSERVENUCLEUS")) : named;
     }
 
 private:
+    std::string_view field(std::string_view text) const { return m_column < 0 ? text : jcampField(text, m_column); }
     const LabelledRecord &record(const char *plain, const char *listed) const
     {
-        const char *name = m_table.xColumn < 0 ? plain : listed;
-        return m_block.need(name, QString::fromLatin1(name));
+        return m_block.need(m_column < 0 ? plain : listed);
     }
-
-    double value(const char *plain, const char *listed, int column, std::optional<double> missing = {}) const
+    double value(const char *plain, const char *listed, std::optional<double> missing = {}) const
     {
-        if (missing && !m_block.find(m_table.xColumn < 0 ? plain : listed))
+        if (missing && !m_block.find(m_column < 0 ? plain : listed))
             return *missing;
         const LabelledRecord &found = record(plain, listed);
         const std::string text = found.text();
-        return number(m_block, found, column < 0 ? std::string_view(text) : field(text, column));
+        const std::string_view own = field(text);
+        return missing && own.empty() ? *missing : m_block.number(found, own);
     }
 
-    const Block &m_block;
-    const Table &m_table;
+    const JcampBlock &m_block;
+    int m_column = -1;
 };
 
-/// The abscissa in the file's units. The number of points is bounded by the size of the file: a repeat count can claim
-/// any number in a few bytes.
-XyAbscissa abscissa(const Block &block, const TableValues &values, qint64 fileSize)
+/// The column of a symbol; -1 when it is not listed.
+int columnOf(const JcampBlock &block, std::string_view symbol)
+{
+    const std::string list = withoutBlanks(block.need("SYMBOL").text());
+    for (int i = 0; !jcampField(list, i).empty(); ++i) {
+        if (jcampField(list, i) == symbol)
+            return i;
+    }
+    return -1;
+}
+
+int neededColumn(const JcampBlock &block, std::string_view symbol)
+{
+    const int column = columnOf(block, symbol);
+    if (column < 0)
+        fail(block.source, block.need("SYMBOL").line,
+             tr("the table's symbol %1 is not in this list").arg(excerpt(symbol)));
+    return column;
+}
+
+/// Bounded by the size of the file: a repeat count can claim any number in a few bytes.
+qint64 mostPoints(qint64 fileSize)
 {
     constexpr qint64 alwaysAllowed = 1 << 20, pointsPerByte = 64;
-    const double points = values.points();
-    const double most = double(std::min(largestPointCount, std::max(alwaysAllowed, fileSize * pointsPerByte)));
+    return std::min(largestPointCount, std::max(alwaysAllowed, fileSize * pointsPerByte));
+}
+
+/// The abscissa in the file's units.
+JcampAbscissa abscissa(const JcampBlock &block, const TableValues &values, qint64 fileSize, int dimension = 0)
+{
+    const double points = values.points(), most = double(mostPoints(fileSize));
     if (!(points >= 2.0) || points > most || points != std::floor(points)) {
         fail(block.source, values.pointsRecord().line,
              tr("%1 points cannot be, between 2 and %2 were expected").arg(points, 0, 'g', 15).arg(most, 0, 'g', 15));
     }
-    XyAbscissa result{values.first(), 0.0, values.xFactor(), int(points)};
-    result.step = (values.last() - result.first) / (points - 1.0);
-    if (result.step == 0.0 || !std::isfinite(result.step)) {
+    XyAbscissa x{values.first(), 0.0, values.factor("XFACTOR"), int(points)};
+    x.step = (values.last() - x.first) / (points - 1.0);
+    if (x.step == 0.0 || !std::isfinite(x.step)) {
         fail(block.source, block.line,
-             tr("the first and the last X value (%1, %2) span no axis").arg(result.first).arg(values.last()));
+             tr("the first and the last X value (%1, %2) span no axis").arg(x.first).arg(values.last()));
     }
-    return result;
-}
-
-double observeFrequency(const Block &block)
-{
-    const LabelledRecord *record = block.find(".OBSERVEFREQUENCY");
-    if (!record)
-        return 0.0;
-    const double frequency = number(block, *record, record->text());
-    if (!(frequency > 0.0))
-        fail(block.source, record->line, tr("expected a frequency in MHz, found %1").arg(frequency));
-    return frequency;
-}
-
-/// What to add to all shifts, in ppm, so that the reference record holds.
-double referenceOffset(const Block &block, const SpectrumDimension &axis)
-{
-    if (const LabelledRecord *record = block.find(".SHIFTREFERENCE")) {
-        // Kind, compound, number of the data point from 1, shift in ppm.
-        const std::string text = record->text();
-        const std::string_view point = field(text, 2), shift = field(text, 3);
-        if (!point.empty() && !shift.empty())
-            return number(block, *record, shift) - axis.ppm(number(block, *record, point) - 1.0);
-    }
-    if (const LabelledRecord *record = block.find("$OFFSET"))
-        return number(block, *record, record->text()) - std::max(axis.first, axis.ppm(axis.points - 1));
-    return 0.0;
-}
-
-SpectrumDimension dimension(const Block &block, const TableValues &values, const XyAbscissa &x)
-{
-    SpectrumDimension axis;
-    axis.nucleus = nucleusName(block.text(".OBSERVENUCLEUS"));
-    axis.frequency = observeFrequency(block);
-    axis.points = x.points;
-    axis.first = x.first;
-    axis.step = x.step;
-    const std::string units = values.units();
-    if (units == "HZ") {
-        if (axis.frequency == 0.0)
-            fail(block.source, block.line, tr("X values in Hz need the record ##.OBSERVE FREQUENCY="));
-        axis.first /= axis.frequency;
-        axis.step /= axis.frequency;
-        axis.first += referenceOffset(block, axis);
-    } else if (units != "PPM") {
-        fail(block.source, values.unitsRecord().line,
-             tr("expected X values in HZ or PPM, found %1").arg(excerpt(units)));
-    }
-    axis.width = std::abs(axis.step) * axis.points * axis.frequency;
-    return axis;
+    return {x, values.units(), values.unitsRecord().line, values.nucleus(), dimension};
 }
 
 /// A file that was cut may have lost digits of its last number and still hold all points.
-void checkLastLine(const Block &block, std::string_view tableText, int line)
+void checkLastLine(const JcampBlock &block, std::string_view tableText, int line)
 {
     const size_t end = tableText.find_last_not_of(" \t");
     if (end == std::string_view::npos || (tableText[end] != '\n' && tableText[end] != '\r'))
         fail(block.source, line, tr("the file ends within this line, ##END= was expected"));
 }
 
-std::vector<double> ordinates(const Block &block, const Table &table, const XyAbscissa &x, double factor)
+class TableReader {
+public:
+    TableReader(const JcampBlock &block, QStringList &notes) : m_block(block), m_notes(notes) { }
+
+    void append(std::vector<double> &data, const LabelledRecord &table, const XyAbscissa &x, double factor)
+    {
+        AsdfDecoder decoder(m_block.source, x);
+        ReaderText::Lines lines(table.value, table.line - 1);
+        lines.next(); // the form of the table
+        while (lines.next()) {
+            const std::string_view line = withoutComment(lines.line());
+            if (!line.empty())
+                decoder.addLine(line, lines.number());
+        }
+        checkLastLine(m_block, table.value, lines.number());
+        for (double value : decoder.finish(lines.number())) {
+            data.push_back(value * factor);
+            if (!std::isfinite(data.back()))
+                fail(m_block.source, table.line, tr("an ordinate times its factor (%1) is too large").arg(factor));
+        }
+        if (decoder.disagreement() && !m_disagreed) {
+            m_disagreed = true;
+            m_notes.append(tr("Line %1 says that it begins at X = %2, by its place that is %3: the points were placed "
+                              "by their count.")
+                               .arg(decoder.disagreement()->line)
+                               .arg(decoder.disagreement()->found, 0, 'g', 10)
+                               .arg(decoder.disagreement()->due, 0, 'g', 10));
+        }
+    }
+
+private:
+    const JcampBlock &m_block;
+    QStringList &m_notes;
+    bool m_disagreed = false;
+};
+
+/// The tables of an NTUPLES block with the pages that they stand on.
+struct Page {
+    const LabelledRecord *page = nullptr; ///< null: none before the table
+    const LabelledRecord *table = nullptr;
+};
+
+std::vector<Page> pagesOf(const JcampBlock &block)
 {
-    AsdfDecoder decoder(block.source, x);
-    ReaderText::Lines lines(table.data->value, table.data->line - 1);
-    lines.next(); // the form of the table
-    while (lines.next()) {
-        const std::string_view line = withoutComment(lines.line());
-        if (!line.empty())
-            decoder.addLine(line, lines.number());
+    std::vector<Page> pages;
+    const LabelledRecord *page = nullptr;
+    for (const LabelledRecord &record : block.records) {
+        if (record.label == "PAGE")
+            page = &record;
+        else if (record.label == "DATATABLE")
+            pages.push_back({page, &record});
     }
-    checkLastLine(block, table.data->value, lines.number());
-    std::vector<double> values = decoder.finish(lines.number());
-    for (double &value : values) {
-        value *= factor;
-        if (!std::isfinite(value))
-            fail(block.source, table.data->line, tr("an ordinate times its factor (%1) is too large").arg(factor));
+    return pages;
+}
+
+/// The symbol before the equals sign of ##PAGE= F1=…
+std::string pageSymbol(const Page &page)
+{
+    const std::string text = page.page ? withoutBlanks(page.page->firstLine()) : std::string();
+    return text.substr(0, text.find('='));
+}
+
+void readPlane(ExperimentalSpectrum &spectrum, const JcampBlock &block, const std::vector<Page> &pages,
+               const ReadOptions &options, qint64 fileSize)
+{
+    const Form form(pages.front().table->firstLine());
+    const std::string rowSymbol = pageSymbol(pages.front());
+    const TableValues f2Values(block, neededColumn(block, form.counted));
+    const TableValues f1Values(block, neededColumn(block, rowSymbol));
+    const JcampAbscissa f2 = abscissa(block, f2Values, fileSize), f1 = abscissa(block, f1Values, fileSize, 1);
+    const double factor = TableValues(block, neededColumn(block, form.listed)).factor("YFACTOR");
+    if (qint64(f1.x.points) * f2.x.points > mostPoints(fileSize))
+        fail(block.source, f1Values.pointsRecord().line,
+             tr("%1 × %2 points are more than the file can hold").arg(f2.x.points).arg(f1.x.points));
+    spectrum.dimensions.push_back(jcampAxis(block, f2, options, spectrum.notes));
+    spectrum.dimensions.push_back(jcampAxis(block, f1, options, spectrum.notes));
+    TableReader reader(block, spectrum.notes);
+    int rows = 0;
+    bool disagreed = false;
+    for (const Page &page : pages) {
+        if (pageSymbol(page) != rowSymbol || Form(page.table->firstLine()).listed != form.listed)
+            continue;
+        if (rows == f1.x.points)
+            fail(block.source, page.table->line, tr("there are more rows than the %1 announced").arg(f1.x.points));
+        const std::string text = withoutBlanks(page.page->firstLine());
+        const double position = block.number(*page.page, std::string_view(text).substr(rowSymbol.size() + 1));
+        const double due = f1.x.first + rows * f1.x.step;
+        if (std::abs(position - due) > 1.5 * std::abs(f1.x.step) + 1e-5 * std::abs(due)
+            && !std::exchange(disagreed, true)) {
+            spectrum.notes.append(tr("The row at line %1 says that it lies at %2, by its place that is %3: the rows "
+                                     "were placed by their count.")
+                                      .arg(page.page->line)
+                                      .arg(position, 0, 'g', 10)
+                                      .arg(due, 0, 'g', 10));
+        }
+        reader.append(spectrum.data, *page.table, f2.x, factor);
+        ++rows;
     }
-    return values;
+    if (rows != f1.x.points)
+        fail(block.source, block.line, tr("%1 rows were announced, %2 are there").arg(f1.x.points).arg(rows));
+}
+
+void readTrace(ExperimentalSpectrum &spectrum, const JcampBlock &block, const LabelledRecord &table,
+               const TableValues &values, double factor, const ReadOptions &options, qint64 fileSize)
+{
+    const JcampAbscissa x = abscissa(block, values, fileSize);
+    spectrum.dimensions.push_back(jcampAxis(block, x, options, spectrum.notes));
+    TableReader(block, spectrum.notes).append(spectrum.data, table, x.x, factor);
+}
+
+void readNtuples(ExperimentalSpectrum &spectrum, const JcampBlock &block, const ReadOptions &options, qint64 fileSize)
+{
+    std::vector<Page> pages = pagesOf(block);
+    std::erase_if(pages, [](const Page &page) { return Form(page.table->firstLine()).counted.empty(); });
+    if (pages.empty())
+        fail(block.source, block.line, tr("the block that begins here has no table (X++(R..R))"));
+    const Form form(pages.front().table->firstLine());
+    // Rows of a plane lie along an axis with units; the other pages are numbered, the first one is the real part.
+    const int pageColumn = columnOf(block, pageSymbol(pages.front()));
+    const std::string units = normalisedLabel(jcampField(block.need("UNITS").text(), std::max(pageColumn, 0)));
+    if (pageColumn >= 0 && !units.empty()) {
+        readPlane(spectrum, block, pages, options, fileSize);
+    } else {
+        const double factor = TableValues(block, neededColumn(block, form.listed)).factor("YFACTOR");
+        readTrace(spectrum, block, *pages.front().table, TableValues(block, neededColumn(block, form.counted)), factor,
+                  options, fileSize);
+    }
+}
+
+ExperimentalSpectrum readSpectrum(const JcampBlock &block, const ReadOptions &options, qint64 fileSize)
+{
+    ExperimentalSpectrum spectrum;
+    spectrum.format = QStringLiteral("JCAMP-DX");
+    spectrum.title = ReaderText::decoded(block.text("TITLE"));
+    if (block.find("NTUPLES")) {
+        readNtuples(spectrum, block, options, fileSize);
+    } else {
+        const LabelledRecord &data = block.need("XYDATA");
+        if (withoutBlanks(data.firstLine()) != "(X++(Y..Y))")
+            fail(block.source, data.line, tr("expected a table (X++(Y..Y)), found %1").arg(excerpt(data.firstLine())));
+        const TableValues values(block);
+        readTrace(spectrum, block, data, values, values.factor("YFACTOR"), options, fileSize);
+    }
+    orient(spectrum, block.source);
+    return spectrum;
+}
+
+bool holdsTable(const JcampBlock &block)
+{
+    return block.find("XYDATA") || block.find("NTUPLES");
+}
+
+bool isSpectrum(const JcampBlock &block)
+{
+    const std::string type = normalisedLabel(block.text("DATATYPE"));
+    return type == "NMRSPECTRUM" || type == "NDNMRSPECTRUM" || type == "2DNMRSPECTRUM";
+}
+
+[[noreturn]] void failWithout(const std::vector<JcampBlock> &blocks)
+{
+    QStringList types;
+    for (const JcampBlock &block : blocks) {
+        const std::string type = block.text("DATATYPE");
+        if (normalisedLabel(type).find("NMRFID") != std::string::npos) {
+            fail(block.source, block.line,
+                 tr("this is an FID, a spectrum was expected: transform it with the spectrometer's software and export "
+                    "the spectrum"));
+        }
+        types.append(excerpt(type));
+    }
+    fail(blocks.front().source,
+         tr("expected a block with the data type \"NMR SPECTRUM\" and a table, or one with peaks, found %1")
+             .arg(types.mid(0, 8).join(QStringLiteral(", "))));
 }
 
 } // namespace
@@ -297,31 +324,37 @@ bool recognises(const QByteArray &start)
 {
     for (ReaderText::Lines lines(ReaderText::view(start)); lines.next();) {
         const std::string_view line = withoutComment(lines.line());
-        if (!line.empty())
-            return line.starts_with("##");
+        if (line.empty())
+            continue;
+        const size_t equals = line.find('=');
+        const std::string label = equals == line.npos || !line.starts_with("##")
+            ? std::string()
+            : normalisedLabel(line.substr(2, equals - 2));
+        return label == "TITLE" || label == "JCAMPDX" || label == "JCAMP";
     }
     return false;
 }
 
-ExperimentalSpectrum parse(const QByteArray &text, const QString &source)
+Measurement parse(const QByteArray &text, const QString &source, const ReadOptions &options)
 {
-    const std::vector<Block> blocks = blocksOf(labelledRecords(ReaderText::view(text), source), source);
-    const Block &block = spectrumBlock(blocks);
-    const Table table = tableOf(block);
-    const TableValues values(block, table);
-    const XyAbscissa x = abscissa(block, values, text.size());
-
-    ExperimentalSpectrum spectrum;
-    spectrum.title = ReaderText::decoded(block.text("TITLE"));
-    spectrum.dimensions.push_back(dimension(block, values, x));
-    spectrum.data = ordinates(block, table, x, values.yFactor());
-    orient(spectrum, source);
-    return spectrum;
+    const std::vector<JcampBlock> blocks = jcampBlocks(ReaderText::view(text), source);
+    const auto first = [&](auto fits) {
+        const auto found = std::find_if(blocks.begin(), blocks.end(), fits);
+        return found == blocks.end() ? nullptr : &*found;
+    };
+    const JcampBlock *spectrum = first([](const JcampBlock &b) { return isSpectrum(b) && holdsTable(b); });
+    if (spectrum)
+        return readSpectrum(*spectrum, options, text.size());
+    if (const JcampBlock *peaks = first([](const JcampBlock &b) { return JcampPeaks::table(b) != nullptr; }))
+        return JcampPeaks::read(*peaks, options);
+    if (const JcampBlock *empty = first(isSpectrum))
+        fail(source, empty->line, tr("the spectrum that begins here has no record ##XYDATA= or ##NTUPLES="));
+    failWithout(blocks);
 }
 
-ExperimentalSpectrum read(const QString &path)
+Measurement read(const QString &path, const ReadOptions &options)
 {
-    return parse(ReaderText::readFile(path, largestFile), path);
+    return parse(ReaderText::readText(path, largestFile), path, options);
 }
 
 } // namespace JcampReader

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "data/Measurement.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QVariantMap>
@@ -9,22 +11,16 @@
 
 namespace Workbench {
 
-/// An experimental peak list: comma-separated text, one peak a line, `position[,height]` for a 1D spectrum and
-/// `position,position_f1[,height]` for a 2D one, positions in ppm. Blank lines, comments from `#` on and one header
-/// line (first field begins with a letter) are passed over. The height is 1 where none is given.
+/// Experimental peak lists: one peak a line, `position[,height]` for a 1D spectrum and `position,position_f1[,height]`
+/// for a 2D one, positions in ppm, in any of the shapes that TextReader takes, with names and counts. The height is 1
+/// where none is given.
 namespace PeakListFile {
 
-struct Peak {
-    double f2 = 0;
-    double f1 = 0; ///< 0 in a 1D list
-    double height = 1;
+using Peak = MeasuredPeak;
 
-    bool operator==(const Peak &) const = default;
-};
-
-/// Errors are std::runtime_error with source (the name to show) and line.
+/// Errors are std::runtime_error with source (the name to show) and line; a list of another number of dimensions is
+/// one.
 std::vector<Peak> parse(const QByteArray &text, const QString &source, int dimensions);
-std::vector<Peak> read(const QString &fileName, int dimensions);
 
 /// The peaks in the form in which NMR data keep them.
 QVariantMap toPeakMap(const std::vector<Peak> &peaks);

@@ -2,26 +2,50 @@
 #include "fitting/ReferenceFit.h"
 
 #include "fitting/PeakPairing.h"
+#include "parameters/Texts.h"
 #include "support/MetaTypes.h"
 #include "support/TPluginError.h"
 
-#include <QCoreApplication>
+#include <algorithm>
+#include <cmath>
 
 namespace Magres {
 namespace {
 
-struct Texts {
-    Q_DECLARE_TR_FUNCTIONS(ReferenceFit)
-};
-
 double position(const QVariantMap &peak, size_t dimension)
 {
     const QVariant value = peak.value(QStringLiteral("Pos"));
-    if (value.metaType() == QMetaType::fromType<DoubleVector>()) {
-        const DoubleVector positions = value.value<DoubleVector>();
+    const DoubleVector positions = value.value<DoubleVector>();
+    if (!positions.empty())
         return dimension < positions.size() ? positions[dimension] : 0.0;
-    }
     return value.toList().value(qsizetype(dimension), 0.0).toDouble();
+}
+
+void requireNumbers(const QList<double> &values, const QString &message)
+{
+    const auto found = std::find_if_not(values.begin(), values.end(), [](double v) { return std::isfinite(v); });
+    if (found != values.end())
+        throw TPluginError(message.arg(found - values.begin() + 1));
+}
+
+/// Throws TPluginError when a number that counts is none. Weights that add up to zero are another matter: they give
+/// results that are not numbers.
+void requireNumbers(const PeakColumns &columns, bool twoD)
+{
+    const QString noPosition = Texts::tr("Peak %1 of the MAGRES spectrum has no position");
+    const QString noMeasuredPosition = Texts::tr("Peak %1 of the experimental spectrum has no position");
+    requireNumbers(columns.simulatedF2, noPosition);
+    requireNumbers(columns.heights, Texts::tr("Peak %1 of the MAGRES spectrum has no height"));
+    requireNumbers(columns.experimentalF2, noMeasuredPosition);
+    if (twoD) {
+        requireNumbers(columns.simulatedF1, noPosition);
+        requireNumbers(columns.experimentalF1, noMeasuredPosition);
+    }
+}
+
+QString number(double value)
+{
+    return QString::number(value, 'g', 6);
 }
 
 void shift(QList<double> &positions, double offset)
@@ -31,11 +55,11 @@ void shift(QList<double> &positions, double offset)
 }
 
 /// Adds the offset to the nucleus's reference. Returns the text that says so.
-QString moveReference(QVariantMap &references, const QString &nucleus, double offset, const QString &message)
+QString moveReference(MagresSpecParams &parameters, const QString &nucleus, double offset, const QString &message)
 {
-    const double old = references.value(nucleus).toDouble();
-    references.insert(nucleus, old + offset);
-    return message.arg(old).arg(old + offset);
+    const double old = parameters.referenceOf(nucleus);
+    parameters.ref.insert(nucleus, old + offset);
+    return message.arg(number(old), number(old + offset));
 }
 
 } // namespace
@@ -62,6 +86,7 @@ PeakColumns peakColumns(const QVariantList &simulated, const QVariantList &exper
 QString fitReference(PeakColumns columns, const AxisUnits &units, MagresSpecParams &parameters)
 {
     const bool twoD = parameters.isTwoD();
+    requireNumbers(columns, twoD);
     const bool bothReferences = twoD && parameters.nucF1 != parameters.nucF2;
     const auto rmsdF2 = [&] { return pairedRmsd(columns.simulatedF2, columns.experimentalF2, columns.heights); };
     const auto rmsdF1 = [&] { return pairedRmsd(columns.simulatedF1, columns.experimentalF1, columns.heights); };
@@ -70,40 +95,35 @@ QString fitReference(PeakColumns columns, const AxisUnits &units, MagresSpecPara
 
     const double offsetF2 = pairedOffset(columns.simulatedF2, columns.experimentalF2, columns.heights);
     QString report =
-        moveReference(parameters.ref, parameters.nucF2, offsetF2,
+        moveReference(parameters, parameters.nucF2, offsetF2,
                       bothReferences ? Texts::tr("Direct dimension reference is changed from %1 ppm to %2 ppm")
                                      : Texts::tr("Reference is changed from %1 ppm to %2 ppm"));
     shift(columns.simulatedF2, offsetF2);
     if (!bothReferences)
-        return report + Texts::tr("\n\nOld RMSD: %1 %2").arg(oldF2).arg(units.F2)
-            + Texts::tr("\nNew RMSD: %1 %2").arg(rmsdF2()).arg(units.F2);
+        return report + Texts::tr("\n\nOld RMSD: %1 %2").arg(number(oldF2), units.F2)
+            + Texts::tr("\nNew RMSD: %1 %2").arg(number(rmsdF2()), units.F2);
 
     const double offsetF1 = pairedOffset(columns.simulatedF1, columns.experimentalF1, columns.heights);
-    report += moveReference(parameters.ref, parameters.nucF1, offsetF1,
+    report += moveReference(parameters, parameters.nucF1, offsetF1,
                             Texts::tr("\nIndirect dimension reference is changed from %1 ppm to %2 ppm"));
     shift(columns.simulatedF1, offsetF1);
     // The blank that the first line lacks before its last unit is missing on purpose: scripts read these lines.
     return report
         + Texts::tr("\n\nOld RMSD. Direct dimension: %1 %2, indirect dimension: %3%4")
-              .arg(oldF2)
-              .arg(units.F2)
-              .arg(oldF1)
-              .arg(units.F1)
+              .arg(number(oldF2), units.F2, number(oldF1), units.F1)
         + Texts::tr("\nNew RMSD: Direct dimension: %1 %2, indirect dimension: %3 %4")
-              .arg(rmsdF2())
-              .arg(units.F2)
-              .arg(rmsdF1())
-              .arg(units.F1);
+              .arg(number(rmsdF2()), units.F2, number(rmsdF1()), units.F1);
 }
 
 QString rmsdReport(const PeakColumns &columns, const AxisUnits &units, const MagresSpecParams &parameters)
 {
+    requireNumbers(columns, parameters.isTwoD());
     const double rmsdF2 = pairedRmsd(columns.simulatedF2, columns.experimentalF2, columns.heights);
     if (!parameters.isTwoD())
-        return Texts::tr("RMSD: %1 %2").arg(rmsdF2).arg(units.F2);
+        return Texts::tr("RMSD: %1 %2").arg(number(rmsdF2), units.F2);
     const double rmsdF1 = pairedRmsd(columns.simulatedF1, columns.experimentalF1, columns.heights);
-    return Texts::tr("RMSD (direct dimension): %1 %2").arg(rmsdF2).arg(units.F2)
-        + Texts::tr("\nRMSD (indirect dimension): %1 %2").arg(rmsdF1).arg(units.F1);
+    return Texts::tr("RMSD (direct dimension): %1 %2").arg(number(rmsdF2), units.F2)
+        + Texts::tr("\nRMSD (indirect dimension): %1 %2").arg(number(rmsdF1), units.F1);
 }
 
 } // namespace Magres

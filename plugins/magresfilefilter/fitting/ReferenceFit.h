@@ -26,10 +26,11 @@ struct AxisUnits {
 };
 
 /// Moves the references of the record's nuclei by the offsets of the peaks (one reference for both dimensions if they
-/// have one nucleus: F2 decides then). Returns the report for the user.
+/// have one nucleus: F2 decides then). Returns the report for the user. Throws TPluginError, with the record unchanged,
+/// when a position or height is not a number.
 QString fitReference(PeakColumns columns, const AxisUnits &units, MagresSpecParams &parameters);
 
-/// How far the two spectra lie apart, as a text for the user.
+/// How far the two spectra lie apart, as a text for the user. Throws TPluginError as fitReference() does.
 QString rmsdReport(const PeakColumns &columns, const AxisUnits &units, const MagresSpecParams &parameters);
 
 } // namespace Magres

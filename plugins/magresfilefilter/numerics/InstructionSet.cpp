@@ -10,11 +10,11 @@ bool isSupported(InstructionSet set)
     switch (set) {
     case InstructionSet::Baseline:
         return true;
-#if defined(__x86_64__)
+#if defined(MAGRES_X86_VARIANTS)
     case InstructionSet::Avx2:
         return __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma");
     case InstructionSet::Avx512:
-        return __builtin_cpu_supports("avx512f");
+        return __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("fma");
 #endif
     default:
         return false;

@@ -3,9 +3,18 @@
 
 #include <array>
 
+// A kernel is plain loops in a source of its own, which CMake compiles once per instruction set (magres_add_kernels):
+// the compiler makes vectors of them, and the namespace named MAGRES_INSTRUCTION_SET keeps the variants apart. Every
+// variant gives the same bits: + - * / are rounded as written, never contracted, and fused operations are called by
+// name.
+//
+// Such a source must not call inline functions or templates of any header, the standard library's included: the linker
+// keeps one copy of those for the whole program, and it might be the one that only some processors can run. The test
+// kernels_define_nothing_shared watches over that.
+
 namespace Magres {
 
-/// What a numerical kernel is compiled for. Every variant of a kernel gives the same bits.
+/// What a numerical kernel is compiled for.
 enum class InstructionSet {
     Baseline, ///< what every processor of the platform has (SSE2 on x86-64)
     Avx2, ///< AVX2 with fused multiply-add

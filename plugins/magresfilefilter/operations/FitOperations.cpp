@@ -4,17 +4,12 @@
 #include "fitting/ReferenceFit.h"
 #include "operations/SpectrumOperations.h"
 #include "operations/WaitCursor.h"
+#include "parameters/Texts.h"
 #include "support/TPluginError.h"
 #include "ui/SettingsScope.h"
 
-#include <QCoreApplication>
-
 namespace Magres {
 namespace {
-
-struct Texts {
-    Q_DECLARE_TR_FUNCTIONS(MagresOperations)
-};
 
 /// A simulated and an experimental spectrum in one plot.
 struct FitStack {

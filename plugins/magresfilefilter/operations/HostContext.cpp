@@ -9,11 +9,20 @@
 
 Q_LOGGING_CATEGORY(magresLog, "magres")
 
+namespace Magres {
 namespace {
 
 WrNMRDataTables hostTables()
 {
     return WrNMRDataTables(qApp->property("nmrDataTables").value<QObject *>());
+}
+
+MagresData readBack(const QUuid &dataId, const QVariantMap &map)
+{
+    MagresData data;
+    data.fromMap(map);
+    data.ID = dataId;
+    return data;
 }
 
 } // namespace
@@ -42,28 +51,18 @@ QVariantMap HostContext::requiredDataMap(const QUuid &dataId) const
 {
     const QVariantMap map = dataMap(dataId);
     if (map.isEmpty())
-        throw TPluginError(QCoreApplication::translate("MagresOperations", "The document has no MAGRES data"));
+        throw TPluginError(Texts::tr("The document has no MAGRES data"));
     return map;
-}
-
-const MagresData &HostContext::readBack(const QVariantMap &map) const
-{
-    if (!m_lastMap.isSharedWith(map)) {
-        m_lastData = {};
-        m_lastData.fromMap(map);
-        m_lastMap = map;
-    }
-    return m_lastData;
 }
 
 MagresData HostContext::data(const QUuid &dataId) const
 {
-    return readBack(dataMap(dataId));
+    return readBack(dataId, dataMap(dataId));
 }
 
 MagresData HostContext::requiredData(const QUuid &dataId) const
 {
-    return readBack(requiredDataMap(dataId));
+    return readBack(dataId, requiredDataMap(dataId));
 }
 
 WrNMRData HostContext::activeSpectra() const
@@ -89,3 +88,5 @@ void HostContext::showFailure(const QString &title, const QString &text) const
     else
         QMessageBox::critical(window(), title, text, QMessageBox::Ok);
 }
+
+} // namespace Magres

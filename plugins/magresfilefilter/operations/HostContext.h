@@ -2,6 +2,7 @@
 #pragma once
 
 #include "parameters/NuclearProperties.h"
+#include "parameters/Texts.h"
 #include "reading/MagresData.h"
 #include "support/TPlugin.h"
 #include "support/WrDataEngine.h"
@@ -11,6 +12,8 @@
 #include <QLoggingCategory>
 
 Q_DECLARE_LOGGING_CATEGORY(magresLog)
+
+namespace Magres {
 
 /// The host's tables, found through the application.
 class HostNuclearProperties : public NuclearProperties {
@@ -36,7 +39,8 @@ public:
     QVariantMap dataMap(const QUuid &dataId) const;
     /// dataMap(), or a TPluginError that says that there is none.
     QVariantMap requiredDataMap(const QUuid &dataId) const;
-    /// The data set read back from its map form, which is done once for as long as the document holds the same map.
+    /// The data set read back from its map form, under the identity that it was asked for by; without atoms if it is
+    /// gone.
     MagresData data(const QUuid &dataId) const;
     /// data(), or a TPluginError that says that there is none.
     MagresData requiredData(const QUuid &dataId) const;
@@ -51,12 +55,8 @@ public:
     void showFailure(const QString &title, const QString &text) const;
 
 private:
-    const MagresData &readBack(const QVariantMap &map) const;
-
     const TPlugin &m_plugin;
     HostNuclearProperties m_properties;
-    mutable QVariantMap m_lastMap;
-    mutable MagresData m_lastData; ///< made from m_lastMap
 };
 
 /// Runs an operation; its failure is shown under the title, with the message in place of the %1 of the text.
@@ -67,5 +67,9 @@ void runReportingFailure(const HostContext &host, const QString &title, const QS
         operation();
     } catch (const std::exception &error) {
         host.showFailure(title, text.arg(QString::fromUtf8(error.what())));
+    } catch (...) { // a host's own; the event loop, where a menu would let it go, does not stand it
+        host.showFailure(title, text.arg(Texts::tr("Unknown error")));
     }
 }
+
+} // namespace Magres

@@ -9,27 +9,28 @@
 
 namespace Magres {
 
-bool chooseQuadrupolarIsotope(const HostContext &host, QUuid dataId)
+std::optional<MagresData> chooseQuadrupolarIsotope(const HostContext &host, QUuid dataId)
 {
-    if (host.isHeadless())
-        return false;
-    const QVariantMap map = host.dataMap(dataId);
-    if (map.isEmpty())
-        return false;
+    if (host.isHeadless() || host.dataMap(dataId).isEmpty())
+        return std::nullopt;
     SettingsScope<MagresData> data;
-    data.fromMap(map);
+    data.assign(host.data(dataId));
     // The window may go, and take its dialogs along, while the user looks at this one.
     QPointer<WMagresQuadIsoDialog> dialog = new WMagresQuadIsoDialog(data, host.nuclearProperties(), host.window());
     const bool accepted = dialog->exec() == QDialog::Accepted && dialog;
     const QString element = accepted ? dialog->currentElement() : QString();
     const QString isotope = accepted ? dialog->currentIsotope() : QString();
     delete dialog;
-    if (isotope.isEmpty() || host.dataMap(dataId).isEmpty())
-        return false;
+    QVariantMap map = host.dataMap(dataId);
+    if (isotope.isEmpty() || map.isEmpty())
+        return std::nullopt;
     data.QIso.insert(element, isotope);
+    // Nothing else is written anew: all that the document has of the data set stays as it is, in its order.
+    map.insert(QStringLiteral("ID"), dataId);
+    map.insert(QStringLiteral("QIso"), data.QIso);
     host.scene().delCustomData(dataId);
-    host.scene().setCustomData(data.toMap());
-    return true;
+    host.scene().setCustomData(map);
+    return data;
 }
 
 } // namespace Magres

@@ -3,11 +3,13 @@
 
 #include "operations/HostContext.h"
 
+#include <optional>
+
 namespace Magres {
 
-/// Lets the user choose an element's quadrupolar isotope and keeps the choice with the data set. True if it was kept;
-/// never without a user. Takes a copy of the identity: the table that it comes from may be deleted while the dialog is
-/// open.
-bool chooseQuadrupolarIsotope(const HostContext &host, QUuid dataId);
+/// Lets the user choose an element's quadrupolar isotope and keeps the choice with the data set. The data set with the
+/// choice; nothing if there was none, as always without a user. Takes a copy of the identity: the table that it comes
+/// from may be deleted while the dialog is open.
+std::optional<MagresData> chooseQuadrupolarIsotope(const HostContext &host, QUuid dataId);
 
 } // namespace Magres

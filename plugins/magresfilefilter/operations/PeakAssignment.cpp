@@ -4,56 +4,24 @@
 #include "parameters/Nuclei.h"
 #include "support/WrBaseGraphicsItem.h"
 
-#include <QHash>
-
 namespace Magres {
 namespace {
 
-using AtomsByLabel = QHash<QByteArray, QVariantList>; // positions in the file
-
-/// Of the labels that the peaks name.
-AtomsByLabel atomsByLabel(const MagresData &data, const QList<SpectrumPeak> &peaks)
+/// The atoms behind each peak in one dimension, with their shift.
+QVariantList shifts(const QList<SpectrumPeak> &peaks, QList<qint32> SpectrumPeak::*atoms,
+                    double SpectrumPeak::*position)
 {
-    AtomsByLabel atoms;
-    for (const SpectrumPeak &peak : peaks)
-        for (const QByteArray &label : peak.labelsF2 + peak.labelsF1)
-            atoms.insert(label, {});
-    for (const MagresAtom *atom : atomsInFileOrder(data))
-        for (const QByteArray &label : atom->labels)
-            if (const auto found = atoms.find(label); found != atoms.end())
-                found->append(atom->recordNo);
-    return atoms;
-}
-
-/// The atoms behind the peaks of one dimension, with their shift.
-QVariantList shifts(const QList<SpectrumPeak> &peaks, QByteArrayList SpectrumPeak::*labels,
-                    double SpectrumPeak::*position, const AtomsByLabel &atoms)
-{
-    struct Shift {
-        QVariantList atoms;
-        double value = 0.0;
-        QVariantList peaks;
-    };
-    QList<Shift> found;
-    QHash<QByteArrayList, qsizetype> known;
-    for (const SpectrumPeak &peak : peaks) {
-        if (!known.contains(peak.*labels)) {
-            known.insert(peak.*labels, found.size());
-            Shift &shift = found.emplaceBack();
-            shift.value = peak.*position;
-            for (const QByteArray &label : peak.*labels)
-                shift.atoms += atoms.value(label);
-        }
-        found[known.value(peak.*labels)].peaks.append(peak.id);
-    }
     QVariantList list;
-    for (const Shift &shift : found)
-        list.append(QVariantMap{{QStringLiteral("Nums"), shift.atoms},
-                                {QStringLiteral("ACount"), int(shift.atoms.size())},
-                                {QStringLiteral("Value"), shift.value},
+    list.reserve(peaks.size());
+    for (const SpectrumPeak &peak : peaks) {
+        const QList<qint32> &recordNos = peak.*atoms;
+        list.append(QVariantMap{{QStringLiteral("Nums"), QVariantList(recordNos.begin(), recordNos.end())},
+                                {QStringLiteral("ACount"), int(recordNos.size())},
+                                {QStringLiteral("Value"), peak.*position},
                                 {QStringLiteral("Value.Method"), QStringLiteral("MAGRES")},
                                 {QStringLiteral("Value.Error"), 0.0},
-                                {QStringLiteral("AssignedPeaks"), shift.peaks}});
+                                {QStringLiteral("AssignedPeaks"), QVariantList{peak.id}}});
+    }
     return list;
 }
 
@@ -67,11 +35,12 @@ void assignPeaks(const WrMainScene &scene, const MagresData &data, const MagresS
         return;
     const QString key = QStringLiteral("NMRAssignments");
     QVariantMap map = molecule.molMap();
+    if (map.isEmpty())
+        return; // not to be had from this host, so not to be replaced either
     QVariantList notes = map.value(key).toList();
     notes.removeIf(
         [&](const QVariant &note) { return note.toMap().value(QStringLiteral("Origin")).toUuid() == entry; });
 
-    const AtomsByLabel atoms = atomsByLabel(data, parameters.peaks);
     const QVariantList nuclei = nucleides(parameters.nucF2.toLatin1(), parameters.nucF1.toLatin1());
     const auto note = [&](int dimension, const QVariantList &shiftList) {
         notes.append(QVariantMap{{QStringLiteral("Origin"), entry},
@@ -79,9 +48,9 @@ void assignPeaks(const WrMainScene &scene, const MagresData &data, const MagresS
                                  {QStringLiteral("SpecType"), parameters.specType},
                                  {QStringLiteral("Shifts"), shiftList}});
     };
-    note(0, shifts(parameters.peaks, &SpectrumPeak::labelsF2, &SpectrumPeak::positionF2, atoms));
+    note(0, shifts(parameters.peaks, &SpectrumPeak::atomsF2, &SpectrumPeak::positionF2));
     if (parameters.isTwoD())
-        note(1, shifts(parameters.peaks, &SpectrumPeak::labelsF1, &SpectrumPeak::positionF1, atoms));
+        note(1, shifts(parameters.peaks, &SpectrumPeak::atomsF1, &SpectrumPeak::positionF1));
     map.insert(key, notes);
     molecule.setMolMap(map);
 }

@@ -11,9 +11,9 @@ namespace Magres {
 /// notes of an earlier state of the entry go. Nothing happens when the molecule is not on the page.
 ///
 /// The notes are the list "NMRAssignments", one map per dimension: "Origin" (the entry's QUuid), "Nucleus" ({"Isotope",
-/// "Name"}), "SpecType" (0 1D, 1 2D) and "Shifts", a list with one map per group of atoms: "Nums" (positions in the
+/// "Name"}), "SpecType" (0 1D, 1 2D) and "Shifts", a list with one map per peak: "Nums" (the atoms' positions in the
 /// file, from 0), "ACount" (how many), "Value" (ppm), "Value.Method" ("MAGRES"), "Value.Error" (0) and "AssignedPeaks"
-/// (the peaks' QUuids).
+/// (a list with the peak's QUuid).
 void assignPeaks(const WrMainScene &scene, const MagresData &data, const MagresSpecParams &parameters,
                  const QUuid &entry);
 

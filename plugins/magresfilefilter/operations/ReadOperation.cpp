@@ -37,7 +37,7 @@ QList<QGraphicsWidget *> readIntoDocument(const HostContext &host, MagresCommand
     host.scene().setCustomData(data.toMap());
 
     // The host's item takes the table over.
-    auto table = std::make_unique<WMagresTable>(commands, data.ID);
+    auto table = std::make_unique<WMagresTable>(commands, data);
     QGraphicsWidget *tableItem = host.scene().addCustomTableItem(table.get(), false);
     if (!tableItem)
         return items;

@@ -3,6 +3,7 @@
 
 #include "operations/PeakAssignment.h"
 #include "operations/WaitCursor.h"
+#include "parameters/Texts.h"
 #include "support/TPluginError.h"
 #include "support/WrBaseGraphicsItem.h"
 #include "support/WrNMRPlot.h"
@@ -11,15 +12,10 @@
 #include "ui/SettingsScope.h"
 #include "ui/WMagresDialog.h"
 
-#include <QCoreApplication>
 #include <QPointer>
 
 namespace Magres {
 namespace {
-
-struct Texts {
-    Q_DECLARE_TR_FUNCTIONS(MagresOperations)
-};
 
 /// Lets the user set the parameters; without a user, as if the dialog had been accepted at once. Throws TPluginError
 /// when it was cancelled, or when the data set was deleted meanwhile.
@@ -53,8 +49,10 @@ void createSpectrum(const HostContext &host, const QUuid &dataId)
         const WaitCursor cursor;
         const GeneratedSpectrum spectrum = generateSpectrum(data, parameters, host.nuclearProperties());
         QGraphicsWidget *item = host.scene().createNMRItem(host.scene().getEmptyRect(), spectrum.data, true);
-        const WrNMRData spectra(WrBaseGraphicsItem(item).getNMRData());
-        assignPeaks(host.scene(), data, parameters, spectra.activeEntryId());
+        const QUuid entry = WrNMRData(WrBaseGraphicsItem(item).getNMRData()).activeEntryId();
+        if (entry.isNull())
+            throw TPluginError(Texts::tr("The document has not taken the spectrum"));
+        assignPeaks(host.scene(), data, parameters, entry);
     });
 }
 

@@ -3,6 +3,8 @@
 
 #include <QGuiApplication>
 
+namespace Magres {
+
 /// The wait cursor for as long as the object lives.
 class WaitCursor {
 public:
@@ -10,3 +12,5 @@ public:
     ~WaitCursor() { QGuiApplication::restoreOverrideCursor(); }
     Q_DISABLE_COPY_MOVE(WaitCursor)
 };
+
+} // namespace Magres

@@ -13,7 +13,8 @@ struct Element {
 };
 
 // Covalent radii in Angstrom: B. Cordero et al., Dalton Trans. 2008, 2832, doi:10.1039/b801115j; low spin for Mn, high
-// spin for Fe and Co. The elements that are absent here count as unknown everywhere, on purpose.
+// spin for Fe and Co. The values of Lu and Hf are interchanged; the bonds in documents rest on them. The elements that
+// are absent here count as unknown everywhere, on purpose.
 constexpr Element elements[] = {
     {"H", 1, 0.31},   {"He", 2, 0.28},  {"Li", 3, 1.28},  {"Be", 4, 0.96},  {"B", 5, 0.84},   {"C", 6, 0.76},
     {"N", 7, 0.71},   {"O", 8, 0.66},   {"F", 9, 0.57},   {"Ne", 10, 0.58}, {"Na", 11, 1.66}, {"Mg", 12, 1.41},

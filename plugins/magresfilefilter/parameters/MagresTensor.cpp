@@ -5,7 +5,9 @@
 
 #include <cmath>
 
-MagresTensor::MagresTensor(const QByteArrayList &labels_, qint32 No_, const Magres::Tensor &tensor_)
+namespace Magres {
+
+MagresTensor::MagresTensor(const QByteArrayList &labels_, qint32 No_, const Tensor &tensor_)
     : labels(labels_), No(No_), tensor(tensor_), principalValues(Magres::principalValues(tensor_))
 {
 }
@@ -66,16 +68,18 @@ double MagresTensor::secondOrderQuadShift(const QByteArray &isotope, double quad
 
 QVariantMap MagresTensor::toMap() const
 {
-    return {{QStringLiteral("labels"), Magres::labelsToStrings(labels)},
+    return {{QStringLiteral("labels"), labelsToStrings(labels)},
             {QStringLiteral("No"), No},
             {QStringLiteral("tensor"), QVariant::fromValue(DoubleVector(tensor.begin(), tensor.end()))}};
 }
 
 void MagresTensor::fromMap(const QVariantMap &map)
 {
-    labels = Magres::labelsFromStrings(map.value(QStringLiteral("labels")));
+    labels = labelsFromStrings(map.value(QStringLiteral("labels")));
     No = map.value(QStringLiteral("No")).toInt();
     tensor = {};
-    Magres::copyExactly(map.value(QStringLiteral("tensor")).value<DoubleVector>(), tensor);
+    copyExactly(map.value(QStringLiteral("tensor")).value<DoubleVector>(), tensor);
     principalValues = Magres::principalValues(tensor);
 }
+
+} // namespace Magres

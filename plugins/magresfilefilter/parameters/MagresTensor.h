@@ -6,16 +6,18 @@
 #include <QByteArrayList>
 #include <QVariantMap>
 
+namespace Magres {
+
 /// One shielding (ppm) or electric-field-gradient (atomic units) tensor. It belongs to the atom with the same label and
 /// index, never to one at the same list position.
 struct MagresTensor {
     QByteArrayList labels; ///< the reader makes exactly one
     qint32 No = 0; ///< index within the label
-    Magres::Tensor tensor{}; ///< as read, not symmetrised
-    Magres::PrincipalValues principalValues;
+    Tensor tensor{}; ///< as read, not symmetrised
+    PrincipalValues principalValues;
 
     MagresTensor() = default;
-    MagresTensor(const QByteArrayList &labels, qint32 No, const Magres::Tensor &tensor);
+    MagresTensor(const QByteArrayList &labels, qint32 No, const Tensor &tensor);
 
     /// A third of the trace.
     double iso() const;
@@ -37,4 +39,6 @@ struct MagresTensor {
     void fromMap(const QVariantMap &map);
 };
 
-Q_DECLARE_TYPEINFO(MagresTensor, Q_RELOCATABLE_TYPE);
+} // namespace Magres
+
+Q_DECLARE_TYPEINFO(Magres::MagresTensor, Q_RELOCATABLE_TYPE);

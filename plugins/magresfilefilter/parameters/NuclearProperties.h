@@ -3,6 +3,8 @@
 
 #include <QByteArray>
 
+namespace Magres {
+
 /// Nuclear ground-state properties by nucleus name ("27Al"), which the computation takes from its surroundings.
 class NuclearProperties {
 public:
@@ -15,3 +17,5 @@ public:
     /// Percent of the element; 0 for an unknown nucleus.
     virtual double naturalAbundance(const QByteArray &nucleus) const = 0;
 };
+
+} // namespace Magres

@@ -2,18 +2,26 @@
 #include "parameters/TensorIndex.h"
 
 namespace Magres {
+namespace {
+
+bool comesBefore(const MagresTensor &a, const MagresTensor &b)
+{
+    return a.No != b.No ? a.No < b.No : a.tensor < b.tensor;
+}
+
+} // namespace
 
 TensorIndex::TensorIndex(const QList<MagresTensor> &tensors)
 {
     m_byAtom.reserve(tensors.size());
     m_byLabels.reserve(tensors.size());
-    const auto keepFirst = [](const MagresTensor *&slot, const MagresTensor &tensor) {
-        if (!slot)
+    const auto keepLowest = [](const MagresTensor *&slot, const MagresTensor &tensor) {
+        if (!slot || comesBefore(tensor, *slot))
             slot = &tensor;
     };
     for (const MagresTensor &tensor : tensors) {
-        keepFirst(m_byAtom[{tensor.labels, tensor.No}], tensor);
-        keepFirst(m_byLabels[tensor.labels], tensor);
+        keepLowest(m_byAtom[{tensor.labels, tensor.No}], tensor);
+        keepLowest(m_byLabels[tensor.labels], tensor);
     }
 }
 

@@ -41,13 +41,4 @@ private:
     std::vector<double> m_longest;
 };
 
-/// Squared distance, summed in the order x, y, z.
-inline double squaredDistance(const Position &a, const Position &b)
-{
-    const double dx = a[0] - b[0];
-    const double dy = a[1] - b[1];
-    const double dz = a[2] - b[2];
-    return dx * dx + dy * dy + dz * dz;
-}
-
 } // namespace Magres

@@ -5,10 +5,12 @@
 
 #include <cmath>
 
+namespace Magres {
+
 QVariantMap MagresAtom::toMap() const
 {
     return {{QStringLiteral("type"), type},
-            {QStringLiteral("labels"), Magres::labelsToStrings(labels)},
+            {QStringLiteral("labels"), labelsToStrings(labels)},
             {QStringLiteral("No"), No},
             {QStringLiteral("recordNo"), recordNo},
             {QStringLiteral("pos"), QVariant::fromValue(DoubleVector(pos.begin(), pos.end()))},
@@ -18,15 +20,13 @@ QVariantMap MagresAtom::toMap() const
 void MagresAtom::fromMap(const QVariantMap &map)
 {
     type = map.value(QStringLiteral("type")).toByteArray();
-    labels = Magres::labelsFromStrings(map.value(QStringLiteral("labels")));
+    labels = labelsFromStrings(map.value(QStringLiteral("labels")));
     No = map.value(QStringLiteral("No")).toInt();
     recordNo = map.value(QStringLiteral("recordNo")).toInt();
     pos = {};
-    Magres::copyExactly(map.value(QStringLiteral("pos")).value<DoubleVector>(), pos);
+    copyExactly(map.value(QStringLiteral("pos")).value<DoubleVector>(), pos);
     bonds = map.value(QStringLiteral("bonds")).value<QList<qint32>>();
 }
-
-namespace Magres {
 
 double atomDistance(const MagresAtom &a, const MagresAtom &b)
 {

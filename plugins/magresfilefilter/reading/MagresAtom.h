@@ -7,6 +7,8 @@
 
 #include <array>
 
+namespace Magres {
+
 /// A point or vector in Cartesian coordinates, Angstrom.
 using Position = std::array<double, 3>;
 
@@ -23,11 +25,9 @@ struct MagresAtom {
     void fromMap(const QVariantMap &map);
 };
 
-Q_DECLARE_TYPEINFO(MagresAtom, Q_RELOCATABLE_TYPE);
-
-namespace Magres {
-
 /// Angstrom; no periodic images.
 double atomDistance(const MagresAtom &a, const MagresAtom &b);
 
 } // namespace Magres
+
+Q_DECLARE_TYPEINFO(Magres::MagresAtom, Q_RELOCATABLE_TYPE);

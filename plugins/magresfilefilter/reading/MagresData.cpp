@@ -6,6 +6,7 @@
 
 #include <algorithm>
 
+namespace Magres {
 namespace {
 
 const QString isotopesKey = QStringLiteral("magresPlugin/QIso");
@@ -67,8 +68,6 @@ void MagresData::saveSettings(QSettings &settings) const
     if (!QIso.isEmpty() && settings.value(isotopesKey) != QIso)
         settings.setValue(isotopesKey, QIso);
 }
-
-namespace Magres {
 
 QList<const MagresAtom *> atomsInFileOrder(const MagresData &data)
 {

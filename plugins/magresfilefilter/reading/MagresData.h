@@ -8,6 +8,8 @@
 
 class QSettings;
 
+namespace Magres {
+
 /// The content of one MAGRES file. A plain value: copies are cheap and independent.
 ///
 /// Lists are in file order after reading, but in the order of their keys as texts ("0", "1", "10", …) after fromMap();
@@ -29,8 +31,6 @@ struct MagresData {
     void loadSettings(const QSettings &settings);
     void saveSettings(QSettings &settings) const;
 };
-
-namespace Magres {
 
 /// Every atom, by increasing recordNo.
 QList<const MagresAtom *> atomsInFileOrder(const MagresData &data);

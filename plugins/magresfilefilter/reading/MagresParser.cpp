@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "reading/MagresParser.h"
 
-#include <QCoreApplication>
+#include "parameters/Texts.h"
+
 #include <QFile>
 
 #include <algorithm>
 #include <charconv>
 #include <cstring>
 
+namespace Magres {
 namespace {
 
 constexpr QByteArrayView magic("#$magres-abinitio");
@@ -107,10 +109,8 @@ private:
 };
 
 class MagresParser {
-    Q_DECLARE_TR_FUNCTIONS(MagresParser)
-
 public:
-    MagresParser(QByteArrayView text, MagresData &data, const Magres::AtomsBlockHandler &atomsBlockRead)
+    MagresParser(QByteArrayView text, MagresData &data, const AtomsBlockHandler &atomsBlockRead)
         : m_rest(text), m_data(data), m_atomsBlockRead(atomsBlockRead)
     {
     }
@@ -185,15 +185,16 @@ private:
             return;
         const TokenList tokens(line);
         if (tokens.size() != 3)
-            throw MagresParseError(tr("Units record in line %1 cannot be parsed").arg(text(line)));
+            throw MagresParseError(Texts::tr("Units record in line %1 cannot be parsed").arg(text(line)));
         if (tokens[1] == "atom") {
             if (tokens[2] != "Angstrom")
                 throw MagresParseError(
-                    tr("Only Angstroms are supported as atom units but %1 is found").arg(text(line)));
+                    Texts::tr("Only Angstroms are supported as atom units but %1 is found").arg(text(line)));
             units.seen = true;
         } else if (tokens[1] == "ms") {
             if (tokens[2] != "ppm")
-                throw MagresParseError(tr("Only ppm are supported for shielding but %1 is found").arg(text(line)));
+                throw MagresParseError(
+                    Texts::tr("Only ppm are supported for shielding but %1 is found").arg(text(line)));
             units.seen = true;
         }
     }
@@ -231,13 +232,14 @@ private:
     void parseLattice(QByteArrayView line, const TokenList &tokens, double scale)
     {
         if (tokens.size() != 10)
-            throw MagresParseError(tr("Lattice record in line %1 cannot be parsed").arg(text(line)));
+            throw MagresParseError(Texts::tr("Lattice record in line %1 cannot be parsed").arg(text(line)));
         m_data.lattice.clear();
         for (int i = 1; i <= 9; ++i) {
             double value = 0.0;
             if (!tokens.toDouble(i, value)) {
                 // The number of the value takes the place of the line, which finds none left: "… in line 3 …".
-                throw MagresParseError(tr("Lattice coordinate #1 in line %2 cannot be parsed").arg(i).arg(text(line)));
+                throw MagresParseError(
+                    Texts::tr("Lattice coordinate #1 in line %2 cannot be parsed").arg(i).arg(text(line)));
             }
             m_data.lattice.append(value * scale);
         }
@@ -246,24 +248,26 @@ private:
     void parseAtom(QByteArrayView line, const TokenList &tokens, double scale)
     {
         if (tokens.size() != 7)
-            throw MagresParseError(tr("Atom record in line %1 cannot be parsed").arg(text(line)));
+            throw MagresParseError(Texts::tr("Atom record in line %1 cannot be parsed").arg(text(line)));
         MagresAtom &atom = m_data.atoms.emplaceBack();
         atom.recordNo = qint32(m_data.atoms.size() - 1);
-        atom.type = m_data.atoms.size() > 1 && m_data.atoms[m_data.atoms.size() - 2].type == tokens[1]
-            ? m_data.atoms[m_data.atoms.size() - 2].type
-            : toLatin1(tokens[1]);
+        if (tokens[1] != m_speciesToken) {
+            m_speciesToken = tokens[1].toByteArray();
+            m_species = toLatin1(tokens[1]);
+        }
+        atom.type = m_species;
         const QByteArray label = tokens[2] == tokens[1] ? atom.type : toLatin1(tokens[2]);
         atom.labels = {label};
         if (label != atom.type)
             m_data.numberToLabel = false;
         if (!toInt(tokens[3], atom.No))
-            throw MagresParseError(tr("Atom number in line %1 cannot be parsed").arg(text(line)));
+            throw MagresParseError(Texts::tr("Atom number in line %1 cannot be parsed").arg(text(line)));
         if (!tokens.toDouble(4, atom.pos[0]))
-            throw MagresParseError(tr("Atom x-coordinate in line %1 cannot be parsed").arg(text(line)));
+            throw MagresParseError(Texts::tr("Atom x-coordinate in line %1 cannot be parsed").arg(text(line)));
         if (!tokens.toDouble(5, atom.pos[1]))
-            throw MagresParseError(tr("Atom y-coordinate in line %1 cannot be parsed").arg(text(line)));
+            throw MagresParseError(Texts::tr("Atom y-coordinate in line %1 cannot be parsed").arg(text(line)));
         if (!tokens.toDouble(6, atom.pos[2]))
-            throw MagresParseError(tr("Atom z-coordinate in line %1 cannot be parsed").arg(text(line)));
+            throw MagresParseError(Texts::tr("Atom z-coordinate in line %1 cannot be parsed").arg(text(line)));
         for (double &coordinate : atom.pos)
             coordinate *= scale;
     }
@@ -280,11 +284,11 @@ private:
         readRecords("magres", [this](QByteArrayView line, const TokenList &tokens, double scale) {
             if (tokens[0] == "ms") {
                 if (tokens.size() != 12)
-                    throw MagresParseError(tr("Ms record in line %1 cannot be parsed").arg(text(line)));
+                    throw MagresParseError(Texts::tr("Ms record in line %1 cannot be parsed").arg(text(line)));
                 m_data.shieldings.append(parseTensor(line, tokens, scale));
             } else if (tokens[0] == "efg") {
                 if (tokens.size() != 12)
-                    throw MagresParseError(tr("EFG record in line %1 cannot be parsed").arg(text(line)));
+                    throw MagresParseError(Texts::tr("EFG record in line %1 cannot be parsed").arg(text(line)));
                 m_data.EFG.append(parseTensor(line, tokens, scale));
             }
         });
@@ -295,11 +299,11 @@ private:
         const QByteArray label = m_data.numberToLabel ? toLatin1(joined(tokens[1], tokens[2])) : toLatin1(tokens[1]);
         qint32 number = 0;
         if (!toInt(tokens[2], number))
-            throw MagresParseError(tr("Number in line %1 cannot be parsed").arg(text(line)));
-        Magres::Tensor tensor;
+            throw MagresParseError(Texts::tr("Number in line %1 cannot be parsed").arg(text(line)));
+        Tensor tensor;
         for (int i = 0; i < 9; ++i) {
             if (!tokens.toDouble(3 + i, tensor[size_t(i)]))
-                throw MagresParseError(tr("Tensor element in line %1 cannot be parsed").arg(text(line)));
+                throw MagresParseError(Texts::tr("Tensor element in line %1 cannot be parsed").arg(text(line)));
             tensor[size_t(i)] *= scale;
         }
         return MagresTensor({label}, number, tensor);
@@ -307,30 +311,35 @@ private:
 
     QByteArrayView m_rest;
     QByteArray m_converted;
+    QByteArray m_speciesToken; // of the atom before, as in the file; atoms of one species share its conversion
+    QByteArray m_species;
     MagresData &m_data;
-    const Magres::AtomsBlockHandler &m_atomsBlockRead;
+    const AtomsBlockHandler &m_atomsBlockRead;
 };
 
 } // namespace
 
-namespace Magres {
-
 bool isMagresFile(const QString &fileName)
 {
     QFile file(fileName);
-    return file.open(QIODevice::ReadOnly | QIODevice::Unbuffered) && file.read(19).startsWith(magic);
+    return file.open(QIODevice::ReadOnly | QIODevice::Text | QIODevice::Unbuffered) && file.read(19).startsWith(magic);
 }
 
 void parseMagres(QByteArrayView text, MagresData &data, const AtomsBlockHandler &atomsBlockRead)
 {
-    MagresParser(text, data, atomsBlockRead).parse();
+    if (std::memchr(text.data(), '\r', size_t(text.size()))) {
+        const QByteArray plain = text.toByteArray().replace('\r', "");
+        MagresParser(plain, data, atomsBlockRead).parse();
+    } else {
+        MagresParser(text, data, atomsBlockRead).parse();
+    }
 }
 
 void readMagresFile(const QString &fileName, MagresData &data, const AtomsBlockHandler &atomsBlockRead)
 {
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly))
-        throw MagresParseError(QCoreApplication::translate("MagresParser", "File %1 cannot be opened").arg(fileName));
+        throw MagresParseError(Texts::tr("File %1 cannot be opened").arg(fileName));
     parseMagres(file.readAll(), data, atomsBlockRead);
 }
 

@@ -3,6 +3,7 @@
 
 #include "reading/BondCriterion.h"
 #include "reading/NeighbourGrid.h"
+#include "reading/Vectors.h"
 
 #include <algorithm>
 #include <array>
@@ -12,21 +13,6 @@
 
 namespace Magres {
 namespace {
-
-Position plus(const Position &a, const Position &b)
-{
-    return {a[0] + b[0], a[1] + b[1], a[2] + b[2]};
-}
-
-double dot(const Position &a, const Position &b)
-{
-    return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
-}
-
-bool isFinite(const Position &p)
-{
-    return std::isfinite(p[0]) && std::isfinite(p[1]) && std::isfinite(p[2]);
-}
 
 /// The 26 lattice translations to the neighbouring cells, the multiple of c varying fastest.
 std::vector<Position> neighbourTranslations(const QList<double> &lattice)
@@ -56,11 +42,11 @@ public:
     explicit Slabs(const QList<double> &lattice)
     {
         for (std::size_t d = 0; d < 3; ++d) {
-            const qsizetype p = qsizetype((d + 1) % 3) * 3;
-            const qsizetype q = qsizetype((d + 2) % 3) * 3;
-            const Position normal = {lattice[p + 1] * lattice[q + 2] - lattice[p + 2] * lattice[q + 1],
-                                     lattice[p + 2] * lattice[q] - lattice[p] * lattice[q + 2],
-                                     lattice[p] * lattice[q + 1] - lattice[p + 1] * lattice[q]};
+            const auto vector = [&](std::size_t i) {
+                const qsizetype first = qsizetype(i % 3) * 3;
+                return Position{lattice[first], lattice[first + 1], lattice[first + 2]};
+            };
+            const Position normal = cross(vector(d + 1), vector(d + 2));
             double length = std::sqrt(dot(normal, normal));
             if (!(length > 1e-100 && length < 1e100)) // its square has lost digits
                 length = std::numeric_limits<double>::quiet_NaN();
@@ -119,8 +105,21 @@ private:
     bool m_bounded = true;
 };
 
-/// The atoms with their bonds and molecules, both kept up to date move by move: a move changes nothing but the
-/// distances of the moved molecule, so its bonds alone are found anew, with a grid instead of all pairs.
+// The result must be, bit for bit, that of this procedure:
+//
+//     take the atoms in file order; for each that is not handled yet:
+//         its molecule is what bonds lead to from it; all atoms of the molecule are handled
+//         for each translation t = i a + j b + l c, with i, j, l from -1 to 1 in this nesting, but for 0 0 0:
+//             in a copy of all atoms, add t to the positions of the molecule
+//             detect all bonds of the copy anew
+//             in the copy, find the molecule of the atom begun with
+//             if that has at least twice as many atoms as before the move:
+//                 the copy becomes the atoms, the molecule grows to what was found, and all its atoms are handled
+//     detect all bonds anew
+//
+// What follows does no more than the moves need. The atoms, their bonds and molecules are kept up to date move by move:
+// a move changes nothing but the distances of the moved molecule, so its bonds alone are found anew, with a grid
+// instead of all pairs; and nothing moves before the molecules it would meet are known to be large enough.
 class Completion {
 public:
     Completion(QList<MagresAtom> &atoms, const QList<double> &lattice);

@@ -7,8 +7,9 @@ namespace Magres {
 
 // The edge exceeds the reach by more than any rounding of squared distances and of scaled coordinates below `outermost`
 // can amount to, so that atoms within the reach lie in the same or in adjacent cells.
+// There are many more buckets than atoms, so that most of the empty cells about an atom have an empty one.
 NeighbourGrid::NeighbourGrid(double reach, std::size_t atomCount)
-    : m_inverseEdge(1.0 / (1.001 * reach)), m_entries(atomCount), m_buckets(std::bit_ceil(2 * atomCount + 1), none)
+    : m_inverseEdge(1.0 / (1.001 * reach)), m_entries(atomCount), m_buckets(std::bit_ceil(8 * atomCount + 1), none)
 {
 }
 

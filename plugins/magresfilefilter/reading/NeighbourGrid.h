@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
-#include "reading/MagresAtom.h"
+#include "reading/Vectors.h"
 
-#include <cmath>
+#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -26,6 +26,10 @@ public:
     template <class Visitor>
     bool visitNear(const Position &point, Visitor visit) const;
 
+    /// Calls visit(a, b) once for each two atoms in the same or in adjacent cells, in no particular order.
+    template <class Visitor>
+    void visitPairs(Visitor visit) const;
+
 private:
     struct Cell {
         std::int32_t x, y, z;
@@ -40,12 +44,9 @@ private:
     static constexpr qint32 none = -1;
     static constexpr double outermost = 1 << 30;
 
-    static bool isFinite(const Position &p)
-    {
-        return std::isfinite(p[0]) && std::isfinite(p[1]) && std::isfinite(p[2]);
-    }
     std::int32_t cellIndex(double coordinate) const;
     Cell cellOf(const Position &p) const { return {cellIndex(p[0]), cellIndex(p[1]), cellIndex(p[2])}; }
+    class Columns;
     /// Cells that follow each other along z lie side by side.
     std::size_t bucket(const Cell &cell) const;
 
@@ -70,26 +71,80 @@ inline std::size_t NeighbourGrid::bucket(const Cell &cell) const
     return std::size_t((mixed >> 32) + std::uint64_t(std::int64_t(cell.z))) & (m_buckets.size() - 1);
 }
 
+/// Cells whose atoms are to be visited. They are collected without a branch first: most are empty, and which ones is
+/// hard to guess for a processor.
+class NeighbourGrid::Columns {
+public:
+    explicit Columns(const NeighbourGrid &grid) : m_grid(grid) { }
+
+    /// Adds cells that follow each other along z.
+    void add(const Cell &first, int cells)
+    {
+        const std::size_t start = m_grid.bucket(first);
+        for (int dz = 0; dz < cells; ++dz) {
+            const qint32 atom = m_grid.m_buckets[(start + std::size_t(dz)) & (m_grid.m_buckets.size() - 1)];
+            m_cells[m_count] = {first.x, first.y, first.z + dz};
+            m_first[m_count] = atom;
+            m_count += atom != none ? 1 : 0;
+        }
+    }
+
+    template <class Visitor>
+    bool visit(Visitor visit) const
+    {
+        for (std::size_t i = 0; i < m_count; ++i) {
+            for (qint32 atom = m_first[i]; atom != none; atom = m_grid.m_entries[std::size_t(atom)].next) {
+                if (m_grid.m_entries[std::size_t(atom)].cell == m_cells[i] && visit(atom))
+                    return true;
+            }
+        }
+        return false;
+    }
+
+private:
+    const NeighbourGrid &m_grid;
+    std::array<Cell, 27 + 1> m_cells; // a place to write to behind the last
+    std::array<qint32, 27 + 1> m_first;
+    std::size_t m_count = 0;
+};
+
 template <class Visitor>
 bool NeighbourGrid::visitNear(const Position &point, Visitor visit) const
 {
     if (!isFinite(point))
         return false;
     const Cell centre = cellOf(point);
+    Columns columns(*this);
     for (std::int32_t x = centre.x - 1; x <= centre.x + 1; ++x) {
-        for (std::int32_t y = centre.y - 1; y <= centre.y + 1; ++y) {
-            const std::size_t first = bucket({x, y, centre.z - 1});
-            for (std::int32_t dz = 0; dz < 3; ++dz) {
-                const Cell cell = {x, y, centre.z - 1 + dz};
-                qint32 atom = m_buckets[(first + std::size_t(dz)) & (m_buckets.size() - 1)];
-                for (; atom != none; atom = m_entries[std::size_t(atom)].next) {
-                    if (m_entries[std::size_t(atom)].cell == cell && visit(atom))
-                        return true;
-                }
-            }
-        }
+        for (std::int32_t y = centre.y - 1; y <= centre.y + 1; ++y)
+            columns.add({x, y, centre.z - 1}, 3);
     }
-    return false;
+    return columns.visit(visit);
+}
+
+template <class Visitor>
+void NeighbourGrid::visitPairs(Visitor visit) const
+{
+    for (qint32 atom = 0; atom < qint32(m_entries.size()); ++atom) {
+        const Entry &entry = m_entries[std::size_t(atom)];
+        if (!entry.filed)
+            continue;
+        // The rest of its own cell, and one of each two cells that lie opposite each other.
+        const auto [x, y, z] = entry.cell;
+        for (qint32 other = entry.next; other != none; other = m_entries[std::size_t(other)].next) {
+            if (m_entries[std::size_t(other)].cell == entry.cell)
+                visit(atom, other);
+        }
+        Columns columns(*this);
+        columns.add({x, y, z + 1}, 1);
+        columns.add({x, y + 1, z - 1}, 3);
+        for (std::int32_t dy = -1; dy <= 1; ++dy)
+            columns.add({x + 1, y + dy, z - 1}, 3);
+        columns.visit([&](qint32 other) {
+            visit(atom, other);
+            return false;
+        });
+    }
 }
 
 } // namespace Magres

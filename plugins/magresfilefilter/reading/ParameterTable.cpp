@@ -63,13 +63,13 @@ ParameterTable parameterTable(MagresData &data, const NuclearProperties &propert
         row.values = {{QStringLiteral("ID"), QUuid::createUuid()},
                       {QStringLiteral("type"), QString::fromLatin1(atom->type)},
                       {QStringLiteral("labels"), labelsToStrings(atom->labels)}};
-        if (const MagresTensor *shielding = shieldings.find(atom->labels)) {
+        if (const MagresTensor *shielding = shieldings.findNearest(atom->labels, atom->No)) {
             table.hasShielding = true;
             row.values.insert(QStringLiteral("iso"), shielding->iso());
             row.values.insert(QStringLiteral("aniso"), shielding->aniso());
             row.values.insert(QStringLiteral("assym"), shielding->assym());
         }
-        if (const MagresTensor *efg = efgs.find(atom->labels)) {
+        if (const MagresTensor *efg = efgs.findNearest(atom->labels, atom->No)) {
             table.hasEfg = true;
             const ChosenIsotopes::Isotope &isotope = isotopes.of(atom->type);
             row.values.insert(QStringLiteral("eq"), efg->eq());

@@ -18,8 +18,8 @@ struct ParameterTable {
     bool hasEfg = false;
 };
 
-/// In file order of each row's first atom. Atoms that share labels share the values of the first tensor with these
-/// labels. Elements without a chosen isotope get their default one in data.QIso.
+/// In file order of each row's first atom, whose tensors the row shows: those with its label and index, or with its
+/// label where the file has none for that index. Elements without a chosen isotope get their default one in data.QIso.
 ParameterTable parameterTable(MagresData &data, const NuclearProperties &properties);
 
 } // namespace Magres

@@ -19,16 +19,28 @@ struct ScaledValues {
     const double *values;
 };
 
-/// The innermost loops, one variant per instruction set.
+/// The innermost loops. `data` overlaps nothing that is read.
 struct LineShapeKernels {
     /// Adds the Lorentzian of one peak at the points x, dividing twice per point.
     void (*addLorentzian)(const LinePeak &peak, double width, const double *x, double *data, std::size_t count);
-    /// The same bits with one division per point, in the range that Reciprocal allows; null without fused multiply-add.
+    /// The same bits with one division per point, where isTame() of the width and of all coordinates; null without
+    /// fused multiply-add.
     void (*addLorentzianByReciprocal)(const LinePeak &peak, double width, const double *x, double *data,
                                       std::size_t count);
     /// data[i] += factor * values[i] for one, two, three or four terms, one after the other.
     void (*addScaled[4])(const ScaledValues *terms, double *data, std::size_t count);
 };
+
+// One variant per instruction set, in a namespace of its name.
+namespace Baseline {
+extern const LineShapeKernels lineShapeKernels;
+}
+namespace Avx2 {
+extern const LineShapeKernels lineShapeKernels;
+}
+namespace Avx512 {
+extern const LineShapeKernels lineShapeKernels;
+}
 
 const LineShapeKernels &lineShapeKernels(InstructionSet set);
 

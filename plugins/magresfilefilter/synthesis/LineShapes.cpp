@@ -27,6 +27,20 @@ bool isTameWidth(double width)
 
 } // namespace
 
+const LineShapeKernels &lineShapeKernels(InstructionSet set)
+{
+    switch (set) {
+#if defined(MAGRES_X86_VARIANTS)
+    case InstructionSet::Avx512:
+        return Avx512::lineShapeKernels;
+    case InstructionSet::Avx2:
+        return Avx2::lineShapeKernels;
+#endif
+    default:
+        return Baseline::lineShapeKernels;
+    }
+}
+
 void addLorentzians(InstructionSet set, std::span<const LinePeak> peaks, double width, const SpectrumAxis &axis,
                     std::span<double> data)
 {
@@ -54,6 +68,15 @@ void addLorentzians(std::span<const LinePeak> peaks, double width, const Spectru
 }
 
 namespace {
+
+// How a 2D spectrum is made. A Gaussian of two dimensions is the product of one factor per column and one per row, so
+// two exponentials per peak and axis point stand for one per point of the plane (GaussianFactors). Far from the peak
+// the product is exactly zero, and those points are left alone: each axis keeps the window of its own factors, and
+// within it a row keeps the columns where the product with the row's factor can be more than zero (fitColumns). What is
+// left are sums of scaled pieces of rows, which the kernels add four peaks at a time, so that a point is loaded and
+// stored once for four terms; still one after the other in the order of the peaks, for the bits of the plain loop
+// (addTerms). The loops are nested for the caches: peaks in batches whose factors fit, rows of the plane a few at a
+// time, groups of four peaks over these rows (addGaussians, addGaussianRows, addGaussianRow).
 
 /// One peak of a batch: a factor per axis, and the columns whose product with the row's factor may differ from zero.
 struct GaussianPeak {

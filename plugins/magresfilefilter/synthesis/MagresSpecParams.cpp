@@ -5,6 +5,9 @@
 
 #include <QSettings>
 
+#include <cmath>
+
+namespace Magres {
 namespace {
 
 QVariant rangeValue(const std::array<double, 2> &range)
@@ -25,7 +28,28 @@ QList<bool> toFlags(const QList<int> &numbers)
     return flags;
 }
 
+double numberOf(const QVariantMap &perNucleus, const QString &nucleus, double fallBack)
+{
+    const double value = perNucleus.value(nucleus, fallBack).toDouble();
+    return std::isfinite(value) ? value : fallBack;
+}
+
 } // namespace
+
+double MagresSpecParams::referenceOf(const QString &nucleus) const
+{
+    return numberOf(ref, nucleus, 100.0);
+}
+
+double MagresSpecParams::slopeOf(const QString &nucleus) const
+{
+    return numberOf(slope, nucleus, -1.0);
+}
+
+double MagresSpecParams::lineWidthOf(const QString &nucleus, int dimension) const
+{
+    return numberOf(lw, nucleus, dimension == 0 ? 30.0 : 1.0);
+}
 
 QVariantHash MagresSpecParams::toMap() const
 {
@@ -73,8 +97,8 @@ void MagresSpecParams::fromMap(const QVariantHash &map)
     RangeF2User = map.value(QStringLiteral("RangeF2User"), false).toBool();
     RangeF1User = map.value(QStringLiteral("RangeF1User"), false).toBool();
     // The ranges are written together: a valid one for F2 stands for a valid pair.
-    if (Magres::copyExactly(map.value(QStringLiteral("RangeF2")).value<DoubleVector>(), RangeF2) && isTwoD())
-        Magres::copyExactly(map.value(QStringLiteral("RangeF1")).value<DoubleVector>(), RangeF1);
+    if (copyExactly(map.value(QStringLiteral("RangeF2")).value<DoubleVector>(), RangeF2) && isTwoD())
+        copyExactly(map.value(QStringLiteral("RangeF1")).value<DoubleVector>(), RangeF1);
 }
 
 void MagresSpecParams::loadSettings(const QSettings &settings)
@@ -118,3 +142,5 @@ void MagresSpecParams::saveSettings(QSettings &settings) const
     setValue("specType", specType);
     setValue("correlation", corr);
 }
+
+} // namespace Magres

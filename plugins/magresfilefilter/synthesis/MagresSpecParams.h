@@ -12,6 +12,8 @@
 
 class QSettings;
 
+namespace Magres {
+
 /// Which partners of a site make the cross peaks of a 2D spectrum.
 enum class CorrelationMode : qint32 { StrongestDipolar = 0, RssDipolar = 1 };
 /// Which XH3 groups have their sites averaged.
@@ -26,6 +28,8 @@ struct SpectrumPeak {
     double height = 1.0;
     QByteArrayList labelsF2;
     QByteArrayList labelsF1; ///< empty in 1D
+    QList<qint32> atomsF2; ///< recordNo of the atoms; labels may be shared by atoms that have no part in the peak
+    QList<qint32> atomsF1; ///< empty in 1D
 };
 
 /// What a simulated spectrum is made with. F2 is the direct dimension and the only one in 1D, F1 the indirect one.
@@ -57,6 +61,13 @@ struct MagresSpecParams {
     bool isTwoD() const { return specType == qint32(SpectrumKind::TwoD); }
     bool quadShift(int dimension) const { return qShift.value(dimension, false); }
 
+    // What the maps hold of a nucleus; the fall-back where they hold nothing or a number that is not finite. A text or
+    // another thing in place of the number counts as 0, as everywhere in the map form.
+    double referenceOf(const QString &nucleus) const; // ppm
+    double slopeOf(const QString &nucleus) const;
+    /// Hz. The fall-back depends on the dimension: 0 is F2, 1 is F1.
+    double lineWidthOf(const QString &nucleus, int dimension) const;
+
     QVariantHash toMap() const;
     /// Absent keys get defaults, which differ from those of a new record; absent ranges keep what the record has.
     void fromMap(const QVariantHash &map);
@@ -66,13 +77,5 @@ struct MagresSpecParams {
     void loadSettings(const QSettings &settings);
     void saveSettings(QSettings &settings) const;
 };
-
-namespace Magres {
-
-/// Of a nucleus without an entry in the maps.
-inline constexpr double defaultReference = 100.0; // ppm
-inline constexpr double defaultSlope = -1.0;
-inline constexpr double defaultLineWidthF2 = 30.0; // Hz
-inline constexpr double defaultLineWidthF1 = 1.0; // Hz
 
 } // namespace Magres

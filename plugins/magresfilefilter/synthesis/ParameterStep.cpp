@@ -11,23 +11,14 @@
 namespace Magres {
 namespace {
 
-double finiteOr(double value, double fallBack)
-{
-    return std::isfinite(value) ? value : fallBack;
-}
-
-/// A text or another thing in place of the number counts as 0, as everywhere in the map form.
-double numberOf(const QVariantMap &perNucleus, const QString &nucleus, double fallBack)
-{
-    return finiteOr(perNucleus.value(nucleus, fallBack).toDouble(), fallBack);
-}
-
 DimensionParameters completeDimension(const MagresData &data, const MagresSpecParams &parameters, int dimension,
                                       const QStringList &nuclei, const NuclearProperties &properties)
 {
     DimensionParameters complete;
     complete.nucleus = offeredNucleus(parameters, dimension, nuclei);
-    complete.values = nucleusParameters(parameters, complete.nucleus, dimension);
+    complete.reference = parameters.referenceOf(complete.nucleus);
+    complete.slope = parameters.slopeOf(complete.nucleus);
+    complete.lineWidth = parameters.lineWidthOf(complete.nucleus, dimension);
     complete.quadShift = parameters.quadShift(dimension);
     const qint32 pointsF2 = parameters.isTwoD() ? parameters.ptsF2 : parameters.pts;
     complete.points = offeredPointCount(dimension == 0 ? pointsF2 : parameters.ptsF1, dimension);
@@ -35,8 +26,8 @@ DimensionParameters completeDimension(const MagresData &data, const MagresSpecPa
         complete.range = dimension == 0 ? parameters.RangeF2 : parameters.RangeF1;
     } else {
         const ShiftRangeInData inData(data, complete.nucleus.toLatin1(), properties);
-        complete.range = displayRange(
-            inData.range(complete.values.reference, complete.values.slope, complete.quadShift, parameters.freq));
+        complete.range =
+            displayRange(inData.range(complete.reference, complete.slope, complete.quadShift, parameters.freq));
     }
     return complete;
 }
@@ -73,15 +64,9 @@ qint32 offeredPointCount(qint32 points, int dimension)
     return offeredPointCounts().contains(points) ? points : dimension == 0 ? defaultPoints : defaultPointsF1;
 }
 
-NucleusParameters nucleusParameters(const MagresSpecParams &parameters, const QString &nucleus, int dimension)
-{
-    return {numberOf(parameters.ref, nucleus, defaultReference), numberOf(parameters.slope, nucleus, defaultSlope),
-            numberOf(parameters.lw, nucleus, dimension == 0 ? defaultLineWidthF2 : defaultLineWidthF1)};
-}
-
 double protonFrequency(const MagresSpecParams &parameters)
 {
-    return finiteOr(parameters.freq, MagresSpecParams{}.freq);
+    return std::isfinite(parameters.freq) ? parameters.freq : MagresSpecParams{}.freq;
 }
 
 bool hasUserRange(const MagresSpecParams &parameters, int dimension)
@@ -98,9 +83,9 @@ void storeDimension(const DimensionParameters &chosen, int dimension, MagresSpec
     parameters.qShift = {direct ? chosen.quadShift : parameters.quadShift(0),
                          direct ? parameters.quadShift(1) : chosen.quadShift};
     if (!chosen.nucleus.isEmpty()) {
-        parameters.ref.insert(chosen.nucleus, chosen.values.reference);
-        parameters.slope.insert(chosen.nucleus, chosen.values.slope);
-        parameters.lw.insert(chosen.nucleus, chosen.values.lineWidth);
+        parameters.ref.insert(chosen.nucleus, chosen.reference);
+        parameters.slope.insert(chosen.nucleus, chosen.slope);
+        parameters.lw.insert(chosen.nucleus, chosen.lineWidth);
     }
     qint32 &pointsF2 = parameters.isTwoD() ? parameters.ptsF2 : parameters.pts;
     (direct ? pointsF2 : parameters.ptsF1) = chosen.points;

@@ -25,15 +25,6 @@ QString offeredNucleus(const MagresSpecParams &parameters, int dimension, const 
 /// The number of points, if it is on offer; else the fall-back of the dimension.
 qint32 offeredPointCount(qint32 points, int dimension);
 
-/// What the record holds of a nucleus that is observed in a dimension. A missing number and one that is not finite get
-/// the fall-back.
-struct NucleusParameters {
-    double reference = defaultReference; // ppm
-    double slope = defaultSlope;
-    double lineWidth = defaultLineWidthF2; // Hz
-};
-NucleusParameters nucleusParameters(const MagresSpecParams &parameters, const QString &nucleus, int dimension);
-
 /// MHz, of 1H; that of a new record for a number that is not finite.
 double protonFrequency(const MagresSpecParams &parameters);
 /// Whether the range of the dimension is marked as the user's and can be shown.
@@ -42,7 +33,9 @@ bool hasUserRange(const MagresSpecParams &parameters, int dimension);
 /// What the user or the fall-backs decide for one dimension.
 struct DimensionParameters {
     QString nucleus;
-    NucleusParameters values;
+    double reference = 0.0; // ppm
+    double slope = 0.0;
+    double lineWidth = 0.0; // Hz
     bool quadShift = false;
     qint32 points = defaultPoints;
     std::array<double, 2> range{}; // from, to, ppm
@@ -74,7 +67,8 @@ private:
     std::vector<std::optional<MagresTensor>> m_efgs;
 };
 
-inline constexpr double maximumDisplayShift = 100000.0; // ppm
+/// Farther than any shift, ppm: it keeps ranges finite where references are absurd.
+inline constexpr double maximumDisplayShift = 1e9;
 /// The range to show for a range in data: widened by a tenth at the low end and by a tenth of the then wider range at
 /// the high end. Bounds less than 0.01 ppm apart count as equal and are moved apart by 10 ppm each first. From, to,
 /// neither farther from 0 than maximumDisplayShift.

@@ -9,7 +9,7 @@ namespace Magres {
 
 /// The peaks of the spectrum that the parameters describe: one per site of nucF2 in 1D, one per correlated pair of
 /// sites in 2D, in file order of the F2 sites, with the averaged peaks of XH3 groups behind. Throws TPluginError when a
-/// site of an observed nucleus has no shielding.
+/// site of an observed nucleus has no shielding, or one that gives no finite shift.
 QList<SpectrumPeak> makePeaks(const MagresData &data, const MagresSpecParams &parameters,
                               const NuclearProperties &properties);
 

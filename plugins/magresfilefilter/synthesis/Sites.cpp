@@ -19,8 +19,8 @@ ShiftRule shiftRule(const MagresSpecParams &parameters, int dimension, const Nuc
     const QString &name = dimension == 0 ? parameters.nucF2 : parameters.nucF1;
     const QByteArray nucleus = name.toLatin1();
     return {nucleus,
-            parameters.ref.value(name, defaultReference).toDouble(),
-            parameters.slope.value(name, defaultSlope).toDouble(),
+            parameters.referenceOf(name),
+            parameters.slopeOf(name),
             parameters.quadShift(dimension),
             spectrometerFrequency(nucleus, parameters.freq),
             properties.quadrupoleMoment(nucleus)};

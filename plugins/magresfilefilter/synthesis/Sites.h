@@ -10,8 +10,8 @@ namespace Magres {
 /// How the sites of one dimension's nucleus get their chemical shifts.
 struct ShiftRule {
     QByteArray nucleus;
-    double reference = defaultReference; // ppm
-    double slope = defaultSlope;
+    double reference = 0.0; // ppm
+    double slope = 0.0;
     bool withQuadShift = false;
     double frequency = 0.0; // of the nucleus, MHz
     double quadrupoleMoment = 0.0; // fm^2
@@ -21,7 +21,7 @@ struct ShiftRule {
     double shift(double isotropicShielding, const MagresTensor *efg) const;
 };
 
-/// The rule of dimension 0 (F2) or 1 (F1). Slope and reference fall back to the defaults.
+/// The rule of dimension 0 (F2) or 1 (F1).
 ShiftRule shiftRule(const MagresSpecParams &parameters, int dimension, const NuclearProperties &properties);
 
 /// An atom of the observed element with its tensors; null where the file has none.

@@ -3,10 +3,9 @@
 
 #include "parameters/MapConversion.h"
 #include "parameters/Nuclei.h"
+#include "parameters/Texts.h"
 #include "support/TPluginError.h"
 #include "synthesis/PeakList.h"
-
-#include <QCoreApplication>
 
 #include <cmath>
 #include <new>
@@ -14,25 +13,19 @@
 namespace Magres {
 namespace {
 
-struct Texts {
-    Q_DECLARE_TR_FUNCTIONS(SpectrumRecord)
-};
-
 constexpr int describedDimensions = 8;
 constexpr qint64 mostPoints = qint64(1) << 28;
-constexpr int experimentType = 148; // the host's code of a simulated spectrum
+constexpr int experimentType = 148; // a code of the host's
 
-SpectrumDimension dimension(const QString &nucleus, const std::array<double, 2> &range, qint64 points,
+SpectrumDimension dimension(int index, const QString &nucleus, const std::array<double, 2> &range, qint64 points,
                             const MagresSpecParams &parameters)
 {
+    // The parameter step fills in every width. A record that never saw it shows no lines rather than made-up ones.
+    const double lineWidth = parameters.lw.contains(nucleus) ? parameters.lineWidthOf(nucleus, index) : 0.0;
     const double frequency = spectrometerFrequency(nucleus.toLatin1(), parameters.freq);
     const auto [from, to] = range;
-    return {nucleus.toLatin1(),
-            frequency,
-            std::abs(from - to) * frequency,
-            (from + to) * frequency * 0.5,
-            points,
-            parameters.lw.value(nucleus, 0.0).toDouble()};
+    return {nucleus.toLatin1(), frequency, std::abs(from - to) * frequency, (from + to) * frequency * 0.5, points,
+            lineWidth};
 }
 
 template <typename Number>
@@ -65,6 +58,10 @@ void checkAxes(const QList<SpectrumDimension> &dimensions)
             throw TPluginError(Texts::tr("The spectrometer frequency must be above 0 MHz"));
         if (!std::isfinite(d.width) || !std::isfinite(d.reference))
             throw TPluginError(Texts::tr("The range of %1 is not finite").arg(QString::fromLatin1(d.nucleus)));
+        // Towards -1,000,000 ppm the frequency goes to 0; beyond, the axis would run the wrong way.
+        if (!(d.carrier() > 0.0))
+            throw TPluginError(
+                Texts::tr("The range of %1 lies below -1000000 ppm").arg(QString::fromLatin1(d.nucleus)));
     }
 }
 
@@ -92,9 +89,9 @@ SpectrumAxis SpectrumDimension::axis() const
 QList<SpectrumDimension> dimensions(const MagresSpecParams &parameters)
 {
     if (!parameters.isTwoD())
-        return {dimension(parameters.nucF2, parameters.RangeF2, parameters.pts, parameters)};
-    return {dimension(parameters.nucF2, parameters.RangeF2, parameters.ptsF2, parameters),
-            dimension(parameters.nucF1, parameters.RangeF1, parameters.ptsF1, parameters)};
+        return {dimension(0, parameters.nucF2, parameters.RangeF2, parameters.pts, parameters)};
+    return {dimension(0, parameters.nucF2, parameters.RangeF2, parameters.ptsF2, parameters),
+            dimension(1, parameters.nucF1, parameters.RangeF1, parameters.ptsF1, parameters)};
 }
 
 DimensionDescription describe(const QList<SpectrumDimension> &dimensions, const MagresSpecParams &parameters)
@@ -123,7 +120,7 @@ QList<DoubleVector> synthesize(const MagresSpecParams &parameters, const QList<S
     }
     const std::vector<LinePeak> peaks = linePeaks(parameters.peaks);
     const SpectrumDimension &f2 = dimensions[0];
-    // The host's plots call a spectrum of one row one-dimensional, whatever it was asked for.
+    // A spectrum of one row is one-dimensional, whatever it was asked for.
     if (dimensions.value(1).points < 2) {
         addLorentzians(peaks, f2.lineWidthPpm(), f2.axis(), data[0]);
     } else {

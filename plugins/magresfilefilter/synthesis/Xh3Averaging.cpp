@@ -68,14 +68,24 @@ private:
     QHash<QByteArray, QList<qsizetype>> m_byLabel;
 };
 
+void addMissing(QList<qint32> &atoms, const QList<qint32> &more)
+{
+    for (qint32 atom : more)
+        if (!atoms.contains(atom))
+            atoms.append(atom);
+}
+
 /// A fresh peak that takes the place of others: their heights come on top of its own 1.0.
 SpectrumPeak mergedPeak(const QList<SpectrumPeak> &members)
 {
     SpectrumPeak merged = members.first();
     merged.id = QUuid::createUuid();
     merged.height = 1.0;
-    for (const SpectrumPeak &member : members)
+    for (const SpectrumPeak &member : members) {
         merged.height += member.height;
+        addMissing(merged.atomsF2, member.atomsF2);
+        addMissing(merged.atomsF1, member.atomsF1);
+    }
     return merged;
 }
 
@@ -119,7 +129,7 @@ QList<Xh3Group> xh3Groups(const MagresData &data, AveragingMode mode)
     return groups;
 }
 
-QList<SpectrumPeak> averaged(const QList<SpectrumPeak> &peaks, const QList<Xh3Group> &groups)
+QList<SpectrumPeak> averagedSitePeaks(const QList<SpectrumPeak> &peaks, const QList<Xh3Group> &groups)
 {
     MergingList list(peaks, &SpectrumPeak::labelsF2);
     for (const Xh3Group &group : groups) {
@@ -138,8 +148,8 @@ QList<SpectrumPeak> averaged(const QList<SpectrumPeak> &peaks, const QList<Xh3Gr
     return list.remaining();
 }
 
-QList<SpectrumPeak> averaged(const QList<SpectrumPeak> &peaks, const QList<Xh3Group> &groups, int dimension,
-                             const QList<Site> &sites, const std::vector<double> &shifts)
+QList<SpectrumPeak> averagedCrossPeaks(const QList<SpectrumPeak> &peaks, const QList<Xh3Group> &groups, int dimension,
+                                       const QList<Site> &sites, const std::vector<double> &shifts)
 {
     QHash<const MagresAtom *, double> shiftOf;
     for (qsizetype i = 0; i < sites.size(); ++i)
@@ -147,17 +157,22 @@ QList<SpectrumPeak> averaged(const QList<SpectrumPeak> &peaks, const QList<Xh3Gr
 
     const MergingList::Labels own = dimension == 0 ? &SpectrumPeak::labelsF2 : &SpectrumPeak::labelsF1;
     const MergingList::Labels other = dimension == 0 ? &SpectrumPeak::labelsF1 : &SpectrumPeak::labelsF2;
+    QList<qint32> SpectrumPeak::*const atoms = dimension == 0 ? &SpectrumPeak::atomsF2 : &SpectrumPeak::atomsF1;
     double SpectrumPeak::*const position = dimension == 0 ? &SpectrumPeak::positionF2 : &SpectrumPeak::positionF1;
 
     MergingList list(peaks, own);
     for (const Xh3Group &group : groups) {
         const QByteArrayList labels = labelsOf(group);
         double sum = 0.0;
-        for (const MagresAtom *atom : group)
+        QList<qint32> groupAtoms;
+        for (const MagresAtom *atom : group) {
             sum += shiftOf.value(atom);
+            groupAtoms.append(atom->recordNo);
+        }
         for (const QList<SpectrumPeak> &members : byLabels(list.take(labels), other)) {
             SpectrumPeak merged = mergedPeak(members);
             merged.*own = labels;
+            addMissing(merged.*atoms, groupAtoms);
             merged.*position = sum / double(group.size());
             list.append(merged);
         }

@@ -5,6 +5,8 @@
 
 #include <memory>
 
+namespace Magres {
+
 /// The application's settings, one object for all who hold it at a time: finding the settings' files, which each new
 /// object does, takes its time.
 inline std::shared_ptr<QSettings> sharedSettings()
@@ -29,3 +31,5 @@ public:
 private:
     std::shared_ptr<QSettings> m_settings = sharedSettings();
 };
+
+} // namespace Magres

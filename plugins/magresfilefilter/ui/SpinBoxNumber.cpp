@@ -4,6 +4,8 @@
 #include <QDoubleSpinBox>
 #include <QSignalBlocker>
 
+namespace Magres {
+
 SpinBoxNumber::SpinBoxNumber(QDoubleSpinBox *box)
     : QObject(box), m_box(box), m_value(box->value()), m_shown(box->value())
 {
@@ -18,6 +20,13 @@ void SpinBoxNumber::setValue(double value)
     m_value = value;
 }
 
+void SpinBoxNumber::setValueWithin(double value, double lowest, double highest)
+{
+    const double shown = qBound(lowest, value, highest);
+    m_box->setRange(qMin(m_box->minimum(), shown), qMax(m_box->maximum(), shown));
+    setValue(value);
+}
+
 void SpinBoxNumber::onBoxChanged(double shown)
 {
     if (shown == m_shown)
@@ -26,3 +35,5 @@ void SpinBoxNumber::onBoxChanged(double shown)
     m_value = shown;
     Q_EMIT edited();
 }
+
+} // namespace Magres

@@ -5,6 +5,8 @@
 
 class QDoubleSpinBox;
 
+namespace Magres {
+
 /// The number in a spin box. The box shows it rounded, but as long as nobody changes what is shown the number keeps its
 /// full precision, also where it lies outside the limits of the box.
 class SpinBoxNumber : public QObject {
@@ -16,6 +18,8 @@ public:
 
     /// Emits nothing.
     void setValue(double value);
+    /// setValue(), with the limits of the box moved as far as the number needs, up to the limits given.
+    void setValueWithin(double value, double lowest, double highest);
     double value() const { return m_value; }
 
 Q_SIGNALS:
@@ -29,3 +33,5 @@ private:
     double m_value;
     double m_shown;
 };
+
+} // namespace Magres

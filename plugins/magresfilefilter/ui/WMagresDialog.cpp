@@ -55,38 +55,38 @@ void selectPoints(QComboBox *combo, qint32 points, int dimension)
 
 } // namespace
 
-WMagresDialog::WMagresDialog(const MagresData &magresData, MagresSpecParams &parameters,
-                             const NuclearProperties &properties, QWidget *parent)
+WMagresDialog::WMagresDialog(const Magres::MagresData &magresData, Magres::MagresSpecParams &parameters,
+                             const Magres::NuclearProperties &properties, QWidget *parent)
     : QDialog(parent),
       m_data(magresData),
       m_parameters(parameters),
       m_properties(properties),
       m_ui(makeForm(this)),
-      m_frequency(new SpinBoxNumber(m_ui->fSpSfrq)),
-      m_f2{0,
-           new SpinBoxNumber(m_ui->fSpFromF2),
-           new SpinBoxNumber(m_ui->fSpToF2),
-           new SpinBoxNumber(m_ui->fSpCSRefF2),
-           new SpinBoxNumber(m_ui->fSpCSSlopeF2),
-           new SpinBoxNumber(m_ui->fSpLwF2),
-           m_ui->fCbPtsF2,
-           m_ui->fCbNucF2,
-           m_ui->fCbQShiftF2,
-           m_ui->fLbSpecHintF2,
-           &MagresSpecParams::RangeF2User,
-           {}},
-      m_f1{1,
-           new SpinBoxNumber(m_ui->fSpFromF1),
-           new SpinBoxNumber(m_ui->fSpToF1),
-           new SpinBoxNumber(m_ui->fSpCSRefF1),
-           new SpinBoxNumber(m_ui->fSpCSSlopeF1),
-           new SpinBoxNumber(m_ui->fSpLwF1),
-           m_ui->fCbPtsF1,
-           m_ui->fCbNucF1,
-           m_ui->fCbQShiftF1,
-           m_ui->fLbSpecHintF1,
-           &MagresSpecParams::RangeF1User,
-           {}}
+      m_frequency(new Magres::SpinBoxNumber(m_ui->fSpSfrq)),
+      m_f2{.index = 0,
+           .from = new Magres::SpinBoxNumber(m_ui->fSpFromF2),
+           .to = new Magres::SpinBoxNumber(m_ui->fSpToF2),
+           .reference = new Magres::SpinBoxNumber(m_ui->fSpCSRefF2),
+           .slope = new Magres::SpinBoxNumber(m_ui->fSpCSSlopeF2),
+           .lineWidth = new Magres::SpinBoxNumber(m_ui->fSpLwF2),
+           .points = m_ui->fCbPtsF2,
+           .nucleus = m_ui->fCbNucF2,
+           .quadShift = m_ui->fCbQShiftF2,
+           .hint = m_ui->fLbSpecHintF2,
+           .rangeIsUsers = &Magres::MagresSpecParams::RangeF2User,
+           .inData = {}},
+      m_f1{.index = 1,
+           .from = new Magres::SpinBoxNumber(m_ui->fSpFromF1),
+           .to = new Magres::SpinBoxNumber(m_ui->fSpToF1),
+           .reference = new Magres::SpinBoxNumber(m_ui->fSpCSRefF1),
+           .slope = new Magres::SpinBoxNumber(m_ui->fSpCSSlopeF1),
+           .lineWidth = new Magres::SpinBoxNumber(m_ui->fSpLwF1),
+           .points = m_ui->fCbPtsF1,
+           .nucleus = m_ui->fCbNucF1,
+           .quadShift = m_ui->fCbQShiftF1,
+           .hint = m_ui->fLbSpecHintF1,
+           .rangeIsUsers = &Magres::MagresSpecParams::RangeF1User,
+           .inData = {}}
 {
     setDarkText(m_ui->fGbF2);
     setDarkText(m_ui->fGbF1);
@@ -104,7 +104,7 @@ WMagresDialog::~WMagresDialog()
 
 bool WMagresDialog::isTwoD() const
 {
-    return m_ui->fCbDims->currentIndex() == int(SpectrumKind::TwoD);
+    return m_ui->fCbDims->currentIndex() == int(Magres::SpectrumKind::TwoD);
 }
 
 void WMagresDialog::restorePosition()
@@ -123,8 +123,8 @@ void WMagresDialog::fillLists()
         for (qint32 count : counts)
             dimension->points->addItem(QString::number(count), count);
     }
-    m_ui->fCbCorr->setItemData(0, int(CorrelationMode::StrongestDipolar));
-    m_ui->fCbCorr->setItemData(1, int(CorrelationMode::RssDipolar));
+    m_ui->fCbCorr->setItemData(0, int(Magres::CorrelationMode::StrongestDipolar));
+    m_ui->fCbCorr->setItemData(1, int(Magres::CorrelationMode::RssDipolar));
 }
 
 void WMagresDialog::fillFromRecord()
@@ -148,33 +148,33 @@ void WMagresDialog::fillFromRecord()
     onDimsChanged();
 
     if (userF2)
-        keepUserRange(m_f2, m_parameters.RangeF2);
+        showRange(m_f2, m_parameters.RangeF2, true);
     if (userF1)
-        keepUserRange(m_f1, m_parameters.RangeF1);
+        showRange(m_f1, m_parameters.RangeF1, true);
 }
 
-void WMagresDialog::keepUserRange(const Dimension &dimension, const std::array<double, 2> &range)
+void WMagresDialog::showRange(const Dimension &dimension, const std::array<double, 2> &range, bool isUsers)
 {
-    dimension.from->setValue(range[0]);
-    dimension.to->setValue(range[1]);
-    m_parameters.*dimension.rangeIsUsers = true;
+    dimension.from->setValueWithin(range[0], -Magres::maximumDisplayShift, Magres::maximumDisplayShift);
+    dimension.to->setValueWithin(range[1], -Magres::maximumDisplayShift, Magres::maximumDisplayShift);
+    m_parameters.*dimension.rangeIsUsers = isUsers;
 }
 
 void WMagresDialog::connectSignals()
 {
-    connect(m_frequency, &SpinBoxNumber::edited, this, &WMagresDialog::updateRangeF2);
-    connect(m_frequency, &SpinBoxNumber::edited, this, &WMagresDialog::updateRangeF1);
+    connect(m_frequency, &Magres::SpinBoxNumber::edited, this, &WMagresDialog::updateRangeF2);
+    connect(m_frequency, &Magres::SpinBoxNumber::edited, this, &WMagresDialog::updateRangeF1);
     connect(m_ui->fCbDims, &QComboBox::currentIndexChanged, this, &WMagresDialog::onDimsChanged);
     connect(m_f2.nucleus, &QComboBox::currentIndexChanged, this, &WMagresDialog::onNucChangedF2);
     connect(m_f1.nucleus, &QComboBox::currentIndexChanged, this, &WMagresDialog::onNucChangedF1);
     for (const Dimension *dimension : {&m_f2, &m_f1}) {
         const auto update = dimension == &m_f2 ? &WMagresDialog::updateRangeF2 : &WMagresDialog::updateRangeF1;
-        connect(dimension->reference, &SpinBoxNumber::edited, this, update);
-        connect(dimension->slope, &SpinBoxNumber::edited, this, update);
+        connect(dimension->reference, &Magres::SpinBoxNumber::edited, this, update);
+        connect(dimension->slope, &Magres::SpinBoxNumber::edited, this, update);
         connect(dimension->quadShift, &QCheckBox::toggled, this, update);
         const auto markRange = [this, dimension] { m_parameters.*dimension->rangeIsUsers = true; };
-        connect(dimension->from, &SpinBoxNumber::edited, this, markRange);
-        connect(dimension->to, &SpinBoxNumber::edited, this, markRange);
+        connect(dimension->from, &Magres::SpinBoxNumber::edited, this, markRange);
+        connect(dimension->to, &Magres::SpinBoxNumber::edited, this, markRange);
     }
 }
 
@@ -193,10 +193,7 @@ void WMagresDialog::updateRange(const Dimension &dimension)
     const Magres::ShiftRange inData = dimension.inData->range(dimension.reference->value(), dimension.slope->value(),
                                                               dimension.quadShift->isChecked(), m_frequency->value());
     dimension.hint->setText(tr("Range in data: %1 / %2 ppm").arg(inData.lo, 0, 'f', 1).arg(inData.hi, 0, 'f', 1));
-    const auto [from, to] = Magres::displayRange(inData);
-    dimension.from->setValue(from);
-    dimension.to->setValue(to);
-    m_parameters.*dimension.rangeIsUsers = false;
+    showRange(dimension, Magres::displayRange(inData), false);
 }
 
 void WMagresDialog::onDimsChanged()
@@ -222,10 +219,9 @@ void WMagresDialog::onNucChanged(Dimension &dimension)
 {
     const QString nucleus = dimension.nucleus->currentText();
     dimension.inData.emplace(m_data, nucleus.toLatin1(), m_properties);
-    const Magres::NucleusParameters values = Magres::nucleusParameters(m_parameters, nucleus, dimension.index);
-    dimension.reference->setValue(values.reference);
-    dimension.slope->setValue(values.slope);
-    dimension.lineWidth->setValue(values.lineWidth);
+    dimension.reference->setValue(m_parameters.referenceOf(nucleus));
+    dimension.slope->setValue(m_parameters.slopeOf(nucleus));
+    dimension.lineWidth->setValue(m_parameters.lineWidthOf(nucleus, dimension.index));
     dimension.quadShift->setVisible(hasSecondOrderShift(nucleus));
     updateRange(dimension);
     updateAveraging();
@@ -239,7 +235,9 @@ void WMagresDialog::updateAveraging()
 Magres::DimensionParameters WMagresDialog::chosen(const Dimension &dimension) const
 {
     return {dimension.nucleus->currentText(),
-            {dimension.reference->value(), dimension.slope->value(), dimension.lineWidth->value()},
+            dimension.reference->value(),
+            dimension.slope->value(),
+            dimension.lineWidth->value(),
             dimension.quadShift->isChecked(),
             dimension.points->currentData().toInt(),
             {dimension.from->value(), dimension.to->value()}};

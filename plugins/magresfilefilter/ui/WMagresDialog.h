@@ -14,7 +14,9 @@
 class QCheckBox;
 class QComboBox;
 class QLabel;
+namespace Magres {
 class SpinBoxNumber;
+}
 namespace Ui {
 class WMagresDialog;
 }
@@ -28,8 +30,8 @@ class WMagresDialog : public QDialog {
     Q_OBJECT
 
 public:
-    WMagresDialog(const MagresData &magresData, MagresSpecParams &parameters, const NuclearProperties &properties,
-                  QWidget *parent = nullptr);
+    WMagresDialog(const Magres::MagresData &magresData, Magres::MagresSpecParams &parameters,
+                  const Magres::NuclearProperties &properties, QWidget *parent = nullptr);
     /// Keeps the position for the next dialog.
     ~WMagresDialog() override;
 
@@ -48,16 +50,16 @@ private:
     /// The widgets of one dimension.
     struct Dimension {
         int index; // 0 is F2, 1 is F1
-        SpinBoxNumber *from;
-        SpinBoxNumber *to;
-        SpinBoxNumber *reference;
-        SpinBoxNumber *slope;
-        SpinBoxNumber *lineWidth;
+        Magres::SpinBoxNumber *from;
+        Magres::SpinBoxNumber *to;
+        Magres::SpinBoxNumber *reference;
+        Magres::SpinBoxNumber *slope;
+        Magres::SpinBoxNumber *lineWidth;
         QComboBox *points;
         QComboBox *nucleus;
         QCheckBox *quadShift;
         QLabel *hint;
-        bool MagresSpecParams::*rangeIsUsers;
+        bool Magres::MagresSpecParams::*rangeIsUsers;
         std::optional<Magres::ShiftRangeInData> inData; // of the nucleus
     };
 
@@ -65,18 +67,18 @@ private:
     void restorePosition();
     void fillLists();
     void fillFromRecord();
-    void keepUserRange(const Dimension &dimension, const std::array<double, 2> &range);
+    void showRange(const Dimension &dimension, const std::array<double, 2> &range, bool isUsers);
     void connectSignals();
     void updateRange(const Dimension &dimension);
     void onNucChanged(Dimension &dimension);
     void updateAveraging();
     Magres::DimensionParameters chosen(const Dimension &dimension) const;
 
-    const MagresData &m_data;
-    MagresSpecParams &m_parameters;
-    const NuclearProperties &m_properties;
+    const Magres::MagresData &m_data;
+    Magres::MagresSpecParams &m_parameters;
+    const Magres::NuclearProperties &m_properties;
     std::unique_ptr<Ui::WMagresDialog> m_ui;
-    SpinBoxNumber *m_frequency; // of 1H, MHz
+    Magres::SpinBoxNumber *m_frequency; // of 1H, MHz
     Dimension m_f2;
     Dimension m_f1;
 };

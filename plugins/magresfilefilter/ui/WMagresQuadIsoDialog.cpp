@@ -4,8 +4,8 @@
 #include "parameters/Nuclei.h"
 #include "ui_WMagresQuadIsoDialog.h"
 
-WMagresQuadIsoDialog::WMagresQuadIsoDialog(const MagresData &magresData, const NuclearProperties &properties,
-                                           QWidget *parent)
+WMagresQuadIsoDialog::WMagresQuadIsoDialog(const Magres::MagresData &magresData,
+                                           const Magres::NuclearProperties &properties, QWidget *parent)
     : QDialog(parent), m_data(magresData), m_properties(properties), m_ui(std::make_unique<Ui::WMagresQuadIsoDialog>())
 {
     m_ui->setupUi(this);

@@ -20,7 +20,8 @@ class WMagresQuadIsoDialog : public QDialog {
     Q_OBJECT
 
 public:
-    WMagresQuadIsoDialog(const MagresData &magresData, const NuclearProperties &properties, QWidget *parent = nullptr);
+    WMagresQuadIsoDialog(const Magres::MagresData &magresData, const Magres::NuclearProperties &properties,
+                         QWidget *parent = nullptr);
     ~WMagresQuadIsoDialog() override;
 
     /// Both are empty when the data has no quadrupolar element.
@@ -31,7 +32,7 @@ public Q_SLOTS:
     void elementChanged(const QString &element);
 
 private:
-    const MagresData &m_data;
-    const NuclearProperties &m_properties;
+    const Magres::MagresData &m_data;
+    const Magres::NuclearProperties &m_properties;
     std::unique_ptr<Ui::WMagresQuadIsoDialog> m_ui;
 };

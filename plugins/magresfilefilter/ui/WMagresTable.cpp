@@ -10,43 +10,56 @@
 #include <QSet>
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace {
 
-/// Column codes; documents and host settings know the columns by them.
-enum Column { Element = 0, Labels = 1, Iso = 2, Aniso = 3, Asymmetry = 4, Eq = 5, QAsymmetry = 6, Cq = 7 };
+/// A column. Everything about it stands here and nowhere else.
+struct Column {
+    enum Content { Always, Shielding, Efg };
 
-const char *rowKey(int column)
-{
-    switch (column) {
-    case Iso:
-        return "iso";
-    case Aniso:
-        return "aniso";
-    case Asymmetry:
-        return "assym";
-    case Eq:
-        return "eq";
-    case QAsymmetry:
-        return "qassym";
-    case Cq:
-        return "Cq";
-    default:
-        return "";
-    }
-}
+    int code; ///< documents and host settings know the column by it
+    const char *key; ///< of its value in a row
+    const char *header; ///< translated; %1 stands for eta
+    int digits; ///< decimals; -1: not a number
+    Content content; ///< what a row of the table must have for the column to be there
+};
 
-QVariantMap column(Column code, int digits)
-{
-    return {{QStringLiteral("Type"), int(code)}, {QStringLiteral("Digits"), digits}, {QStringLiteral("Units"), 0}};
-}
+constexpr int labelsCode = 1;
+constexpr int couplingCode = 7;
+constexpr Column allColumns[] = {
+    {0, "type", QT_TRANSLATE_NOOP("WMagresTable", "Element"), -1, Column::Always},
+    {labelsCode, "labels", QT_TRANSLATE_NOOP("WMagresTable", "Labels"), -1, Column::Always},
+    {2, "iso", QT_TRANSLATE_NOOP("WMagresTable", "Iso, ppm"), 3, Column::Shielding},
+    {3, "aniso", QT_TRANSLATE_NOOP("WMagresTable", "Aniso, ppm"), 3, Column::Shielding},
+    {4, "assym", "%1", 2, Column::Shielding},
+    {5, "eq", QT_TRANSLATE_NOOP("WMagresTable", "eQ"), 3, Column::Efg},
+    {6, "qassym", QT_TRANSLATE_NOOP("WMagresTable", "%1(Q)"), 2, Column::Efg},
+    {couplingCode, "Cq", QT_TRANSLATE_NOOP("WMagresTable", "Cq, MHz"), 3, Column::Efg},
+};
 
 constexpr QChar eta(0x03B7);
 
+/// Null for a code that no column has.
+const Column *columnOf(int code)
+{
+    const auto found = std::find_if(std::begin(allColumns), std::end(allColumns),
+                                    [code](const Column &column) { return column.code == code; });
+    return found == std::end(allColumns) ? nullptr : found;
+}
+
 } // namespace
 
-WMagresTable::WMagresTable(MagresCommands &commands, const QUuid &dataId) : m_commands(commands), m_dataId(dataId)
+WMagresTable::WMagresTable(Magres::MagresCommands &commands) : m_commands(&commands), m_plugin(commands.object())
 {
+}
+
+WMagresTable::WMagresTable(Magres::MagresCommands &commands, Magres::MagresData &data)
+    : m_commands(&commands), m_plugin(commands.object()), m_dataId(data.ID)
+{
+    show(data);
+    m_rowsAreNew = true;
 }
 
 WMagresTable::~WMagresTable() = default;
@@ -55,14 +68,17 @@ void WMagresTable::tableItem_init(QGraphicsWidget *item, QAbstractItemView *view
 {
     WTableItemImpl::tableItem_init(item, view, model);
     offerContextMenu();
-    reload();
+    if (!std::exchange(m_rowsAreNew, false))
+        return reload();
+    hostModel().beginResetModel();
+    hostModel().endResetModel();
 }
 
 void WMagresTable::offerContextMenu()
 {
     m_contextMenu = std::make_unique<QMenu>();
     QAction *section = m_contextMenu->addSection(tr("MAGRES"));
-    section->setIcon(m_commands.icon());
+    section->setIcon(commands() ? commands()->icon() : QIcon());
     connect(m_contextMenu->addAction(tr("Create spectrum...")), &QAction::triggered, this,
             &WMagresTable::createSpectrum);
     connect(m_contextMenu->addAction(tr("Set Quadrupolar Isotope...")), &QAction::triggered, this,
@@ -99,35 +115,15 @@ void WMagresTable::tableItem_onLMessage(const QVariantMap &message)
     selectRows(rows);
 }
 
-QString WMagresTable::headerOf(int column)
-{
-    switch (column) {
-    case Element:
-        return tr("Element");
-    case Labels:
-        return tr("Labels");
-    case Iso:
-        return tr("Iso, ppm");
-    case Aniso:
-        return tr("Aniso, ppm");
-    case Asymmetry:
-        return eta;
-    case Eq:
-        return tr("eQ");
-    case QAsymmetry:
-        return tr("%1(Q)").arg(eta);
-    case Cq:
-        return tr("Cq, MHz");
-    default:
-        return {};
-    }
-}
-
 QVariant WMagresTable::tableModel_headerData(int section, Qt::Orientation orientation, int role) const
 {
     if (role != Qt::DisplayRole || orientation != Qt::Horizontal)
         return {};
-    return headerOf(hostItem().colId(section));
+    const Column *column = columnOf(hostItem().colId(section));
+    if (!column)
+        return {};
+    const QString header = tr(column->header);
+    return header.contains(QLatin1String("%1")) ? header.arg(eta) : header;
 }
 
 QVariant WMagresTable::tableModel_data(const QModelIndex &index, int role) const
@@ -135,25 +131,23 @@ QVariant WMagresTable::tableModel_data(const QModelIndex &index, int role) const
     if (!index.isValid() || index.row() >= m_rows.size() || index.column() >= m_columns.size())
         return {};
     const QVariantMap row = m_rows[index.row()].toMap();
-    const QVariantMap columnMap = m_columns[index.column()].toMap();
-    const int code = columnMap.value(QStringLiteral("Type")).toInt();
-    if (role == Qt::ToolTipRole && code == Cq) {
+    const Column &column = *columnOf(m_columns[index.column()].toMap().value(QStringLiteral("Type")).toInt());
+    if (role == Qt::ToolTipRole && column.code == couplingCode) {
         const QString isotope = row.value(QStringLiteral("qIso")).toString();
         return isotope.isEmpty() ? QVariant() : tr("Isotope: %1").arg(isotope);
     }
     if (role != Qt::DisplayRole && role != Qt::EditRole)
         return {};
-    if (code == Element)
-        return row.value(QStringLiteral("type")).toString();
-    if (code == Labels)
-        return row.value(QStringLiteral("labels")).toStringList().join(QStringLiteral(", "));
-
-    const QVariant value = row.value(QLatin1String(rowKey(code)));
-    if (!value.isValid() || (code == Cq && value.toDouble() == 0.0))
+    const QVariant value = row.value(QLatin1String(column.key));
+    if (column.code == labelsCode)
+        return value.toStringList().join(QStringLiteral(", "));
+    if (column.digits < 0)
+        return value.toString();
+    if (!value.isValid() || (column.code == couplingCode && value.toDouble() == 0.0))
         return {};
     if (role == Qt::EditRole)
         return value.toDouble();
-    return QString::number(value.toDouble(), 'f', columnMap.value(QStringLiteral("Digits")).toInt());
+    return QString::number(value.toDouble(), 'f', column.digits);
 }
 
 QUuid WMagresTable::tableModel_rawId(const QModelIndex &index) const
@@ -165,14 +159,18 @@ QUuid WMagresTable::tableModel_rawId(const QModelIndex &index) const
 
 void WMagresTable::createSpectrum()
 {
-    m_commands.createSpectrum(m_dataId);
+    if (commands())
+        commands()->createSpectrum(m_dataId);
 }
 
 void WMagresTable::setQuadIsotope()
 {
+    if (!commands())
+        return;
     const QPointer<WMagresTable> stillThere(this); // the table may be deleted while the dialog is open
-    if (m_commands.chooseQuadrupolarIsotope(m_dataId) && stillThere)
-        reload();
+    std::optional<Magres::MagresData> changed = commands()->chooseQuadrupolarIsotope(m_dataId);
+    if (changed && stillThere && commands())
+        show(*changed);
 }
 
 void WMagresTable::onSelectionChanged()
@@ -195,24 +193,25 @@ void WMagresTable::onDataChanged()
 
 void WMagresTable::reload()
 {
-    SettingsScope<MagresData> data;
-    data.assign(m_commands.data(m_dataId));
-    Magres::ParameterTable table = Magres::parameterTable(data, m_commands.nuclearProperties());
+    if (!commands())
+        return;
+    Magres::SettingsScope<Magres::MagresData> data;
+    data.assign(commands()->data(m_dataId));
+    show(data);
+}
+
+void WMagresTable::show(Magres::MagresData &data)
+{
+    Magres::ParameterTable table = Magres::parameterTable(data, m_commands->nuclearProperties());
 
     hostModel().beginResetModel();
     m_rows = std::move(table.rows);
-    m_hasShielding = table.hasShielding;
-    m_hasEfg = table.hasEfg;
-    m_columns = columns(m_hasShielding, m_hasEfg);
+    m_columns.clear();
+    for (const Column &column : allColumns)
+        if (column.content == Column::Always || (column.content == Column::Shielding && table.hasShielding)
+            || (column.content == Column::Efg && table.hasEfg))
+            m_columns.append(QVariantMap{{QStringLiteral("Type"), column.code},
+                                         {QStringLiteral("Digits"), column.digits},
+                                         {QStringLiteral("Units"), 0}});
     hostModel().endResetModel();
-}
-
-QVariantList WMagresTable::columns(bool withShielding, bool withEfg)
-{
-    QVariantList list{column(Element, -1), column(Labels, -1)};
-    if (withShielding)
-        list << column(Iso, 3) << column(Aniso, 3) << column(Asymmetry, 2);
-    if (withEfg)
-        list << column(Eq, 3) << column(QAsymmetry, 2) << column(Cq, 3);
-    return list;
 }

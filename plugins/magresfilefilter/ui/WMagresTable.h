@@ -21,8 +21,12 @@ public:
     /// Type of a message that carries a selection of atoms in "data": a list of positions in the file, from 0.
     static constexpr int atomSelectionMessage = 22;
 
-    /// The commands must outlive the table.
-    explicit WMagresTable(MagresCommands &commands, const QUuid &dataId = {});
+    /// A table that is to be restored. Once the plug-in behind the commands is gone, the table keeps what it shows and
+    /// does nothing more.
+    explicit WMagresTable(Magres::MagresCommands &commands);
+    /// A table of data that has just been stored in the document. Gives elements without a chosen isotope their default
+    /// one in data.QIso.
+    WMagresTable(Magres::MagresCommands &commands, Magres::MagresData &data);
     ~WMagresTable() override;
 
     void tableItem_init(QGraphicsWidget *item, QAbstractItemView *view, QAbstractItemModel *model) override;
@@ -59,16 +63,18 @@ protected Q_SLOTS:
 
 private:
     void reload();
+    void show(Magres::MagresData &data);
     void offerContextMenu();
-    static QVariantList columns(bool withShielding, bool withEfg);
-    static QString headerOf(int column);
 
-    MagresCommands &m_commands;
+    /// Null when the plug-in is gone.
+    Magres::MagresCommands *commands() const { return m_plugin ? m_commands : nullptr; }
+
+    Magres::MagresCommands *m_commands;
+    QPointer<QObject> m_plugin;
     QUuid m_dataId;
     QVariantList m_rows;
     QVariantList m_columns;
-    bool m_hasShielding = false;
-    bool m_hasEfg = false;
+    bool m_rowsAreNew = false; ///< made of the data that was read a moment ago; not to be read back for the host
     bool m_selectingFromMessage = false;
     std::unique_ptr<QMenu> m_contextMenu;
 };

@@ -21,7 +21,7 @@ constexpr unsigned colors[] = {
     0x70abfa, 0x00baff, 0x00a1ff, 0x008fff, 0x0080ff, 0x006bff, 0x545cf2,
 };
 
-constexpr const char *symbols[] = {
+constexpr const char *elementSymbols[] = {
     "H",  "He", "Li", "Be", "B",  "C",  "N",  "O",  "F",  "Ne", "Na", "Mg", "Al", "Si", "P",  "S",  "Cl",
     "Ar", "K",  "Ca", "Sc", "Ti", "V",  "Cr", "Mn", "Fe", "Co", "Ni", "Cu", "Zn", "Ga", "Ge", "As", "Se",
     "Br", "Kr", "Rb", "Sr", "Y",  "Zr", "Nb", "Mo", "Tc", "Ru", "Rh", "Pd", "Ag", "Cd", "In", "Sn", "Sb",
@@ -30,7 +30,7 @@ constexpr const char *symbols[] = {
     "Rn", "Fr", "Ra", "Ac", "Th", "Pa", "U",  "Np", "Pu", "Am", "Cm", "Bk", "Cf", "Es", "Fm", "Md", "No",
     "Lr", "Rf", "Db", "Sg", "Bh", "Hs", "Mt", "Ds", "Rg", "Cn", "Nh", "Fl", "Mc", "Lv", "Ts", "Og",
 };
-static_assert(std::size(symbols) == 118);
+static_assert(std::size(elementSymbols) == 118);
 
 } // namespace
 
@@ -55,8 +55,8 @@ double ballRadius(int atomicNumber)
 
 QString symbol(int atomicNumber)
 {
-    const bool known = atomicNumber >= 1 && atomicNumber <= int(std::size(symbols));
-    return QString::fromLatin1(known ? symbols[atomicNumber - 1] : "?");
+    const bool known = atomicNumber >= 1 && atomicNumber <= int(std::size(elementSymbols));
+    return QString::fromLatin1(known ? elementSymbols[atomicNumber - 1] : "?");
 }
 
 } // namespace ElementStyle

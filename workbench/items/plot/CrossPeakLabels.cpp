@@ -14,7 +14,7 @@ namespace {
 constexpr double crossSize = 3; // pixels from the middle
 constexpr double largestPeak = 20; // pixels from the middle that are kept clear of labels
 constexpr double labelDistances[] = {2, 8, 14}; // pixels, the first one with room
-constexpr int fontSize = 10;
+constexpr int crossFontSize = 10;
 
 } // namespace
 
@@ -87,7 +87,7 @@ QList<CrossPeakLabels::PlacedLabel> CrossPeakLabels::placedLabels(const QList<Pl
     if (!m_labelsVisible || places.isEmpty())
         return {};
     const QRectF area(m_f2->axisRect()->rect());
-    const QFontMetricsF metrics(PlotStyle::font(fontSize));
+    const QFontMetricsF metrics(PlotStyle::font(crossFontSize));
     std::vector<QRectF> taken;
     for (const Place &place : places)
         taken.push_back(place.area);
@@ -135,7 +135,7 @@ void CrossPeakLabels::draw(QCPPainter *painter)
         painter->drawLine(QLineF(at.x() - crossSize, at.y(), at.x() + crossSize, at.y()));
         painter->drawLine(QLineF(at.x(), at.y() - crossSize, at.x(), at.y() + crossSize));
     }
-    painter->setFont(PlotStyle::font(fontSize));
+    painter->setFont(PlotStyle::font(crossFontSize));
     painter->setPen(Qt::black);
     for (const PlacedLabel &label : placedLabels(drawn))
         painter->drawText(label.area, Qt::AlignCenter, label.shared.text());

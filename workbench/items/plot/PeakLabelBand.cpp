@@ -10,7 +10,7 @@ namespace Workbench {
 
 namespace {
 
-constexpr int fontSize = 10;
+constexpr int bandFontSize = 10;
 constexpr double lineSpacing = 12; // pixels between neighbouring texts
 constexpr double treeHeight = 16; // the bent part of the lines
 constexpr int mostLeaders = 30; // more lines down to the peaks would hide the curve
@@ -103,7 +103,7 @@ QStringList PeakLabelBand::visibleTexts() const
 QList<LabelArea> PeakLabelBand::areas() const
 {
     QList<LabelArea> areas;
-    const QFontMetricsF metrics(PlotStyle::font(fontSize));
+    const QFontMetricsF metrics(PlotStyle::font(bandFontSize));
     const double foot = m_ppmAxis ? m_ppmAxis->axisRect()->top() - treeHeight - 2 : 0.0;
     for (const Label &label : labels()) {
         const double length = std::min(metrics.horizontalAdvance(text(label)), longestText()) + 2;
@@ -115,7 +115,7 @@ QList<LabelArea> PeakLabelBand::areas() const
 
 void PeakLabelBand::fitHeight()
 {
-    const QFontMetricsF metrics(PlotStyle::font(fontSize));
+    const QFontMetricsF metrics(PlotStyle::font(bandFontSize));
     double longest = 0;
     for (const QString &text : visibleTexts())
         longest = std::max(longest, metrics.horizontalAdvance(text));
@@ -143,7 +143,7 @@ void PeakLabelBand::draw(QCPPainter *painter)
     const QRect area = m_ppmAxis->axisRect()->rect();
     const double foot = area.top();
     const double head = foot - treeHeight;
-    painter->setFont(PlotStyle::font(fontSize));
+    painter->setFont(PlotStyle::font(bandFontSize));
     const QFontMetricsF metrics(painter->font());
     const QList<Label> shown = labels();
     for (const Label &label : shown) {

@@ -1,0 +1,736 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "Crystals.h"
+#include "Failure.h"
+#include "analysis/comparison/Agreement.h"
+#include "analysis/comparison/Assignment.h"
+#include "analysis/comparison/ConfigurationAverage.h"
+#include "analysis/comparison/CrossPeakPairing.h"
+#include "analysis/comparison/Lattice.h"
+#include "analysis/comparison/PoolProbabilities.h"
+#include "analysis/comparison/ShiftCalibration.h"
+#include "analysis/comparison/SiteColumns.h"
+#include "analysis/comparison/TensorValues.h"
+#include "analysis/comparison/UniqueSites.h"
+#include "data/structure/MagresText.h"
+#include "reading/MagresParser.h"
+
+#include <QTest>
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+#include <numbers>
+#include <numeric>
+
+using namespace Qt::StringLiterals;
+using namespace Workbench;
+using Crystals::Random;
+
+namespace {
+
+bool isClose(double value, double expected, double tolerance = 1e-9)
+{
+    if (std::abs(value - expected) <= tolerance * std::max(1.0, std::abs(expected)))
+        return true;
+    qWarning("%.15g instead of %.15g", value, expected);
+    return false;
+}
+
+double normal(Random &random)
+{
+    return std::sqrt(-2 * std::log(1 - random.uniform(0, 1))) * std::cos(2 * std::numbers::pi * random.uniform(0, 1));
+}
+
+/// The way of every file: the plug-in's parser, the document's map, the workbench's value.
+CrystalStructure structureOf(const QByteArray &text)
+{
+    Magres::MagresData data;
+    Magres::parseMagres(text, data);
+    return CrystalStructure::fromData(data.toMap());
+}
+
+std::vector<ComparedSite> sitesOf(const std::vector<double> &shieldings)
+{
+    std::vector<ComparedSite> sites;
+    for (double shielding : shieldings)
+        sites.push_back({u"C%1"_s.arg(sites.size() + 1), {}, shielding, 1, 1});
+    return sites;
+}
+
+std::vector<MeasuredLine> linesOf(const std::vector<double> &shifts)
+{
+    std::vector<MeasuredLine> lines;
+    for (double shift : shifts)
+        lines.push_back({shift, {}, {}});
+    return lines;
+}
+
+double leastSquares(const std::vector<ComparedSite> &sites, const std::vector<MeasuredLine> &lines,
+                    const std::vector<std::vector<int>> &of)
+{
+    return Agreement::of(sites, lines, of, {}).leastSquares;
+}
+
+/// Over every way to give each site a line that `isAllowed`.
+double leastOfAll(const std::vector<ComparedSite> &sites, const std::vector<MeasuredLine> &lines,
+                  const std::function<bool(const std::vector<std::vector<int>> &)> &isAllowed)
+{
+    double least = 1e300;
+    std::vector<std::vector<int>> of(sites.size(), {0});
+    for (;;) {
+        if (isAllowed(of))
+            least = std::min(least, leastSquares(sites, lines, of));
+        std::size_t i = 0;
+        while (i < of.size() && ++of[i][0] == int(lines.size()))
+            of[i++][0] = 0;
+        if (i == of.size())
+            return least;
+    }
+}
+
+std::vector<int> nucleiOfLines(const std::vector<ComparedSite> &sites, const std::vector<std::vector<int>> &of,
+                               std::size_t lines)
+{
+    std::vector<int> nuclei(lines);
+    for (std::size_t i = 0; i < sites.size(); ++i)
+        for (int line : of[i])
+            nuclei[std::size_t(line)] += sites[i].nuclei;
+    return nuclei;
+}
+
+std::vector<double> shuffled(Random &random, std::vector<double> values)
+{
+    for (int i = int(values.size()) - 1; i > 0; --i)
+        std::swap(values[std::size_t(i)], values[std::size_t(random.below(i + 1))]);
+    return values;
+}
+
+std::vector<double> uniform(Random &random, int count, double low, double high)
+{
+    std::vector<double> values;
+    for (int i = 0; i < count; ++i)
+        values.push_back(random.uniform(low, high));
+    return values;
+}
+
+/// P2_1/c, four molecules of one carbon with a methyl-like triple of hydrogens and one more hydrogen.
+QByteArray monoclinicCrystal(int copiesAlongA = 1, double distortion = 0)
+{
+    const double a = 7.1, b = 8.3, c = 9.7, beta = 101 * std::numbers::pi / 180;
+    const LatticeVectors cell{{{a, 0, 0}, {0, b, 0}, {c * std::cos(beta), 0, c * std::sin(beta)}}};
+    const Lattice lattice = *Lattice::of(cell);
+    struct Seed {
+        const char *species;
+        Vector3 fraction;
+        double shielding;
+    };
+    const Seed seeds[] = {{"C", {0.21, 0.13, 0.32}, 150},
+                          {"H", {0.33, 0.19, 0.28}, 27},
+                          {"H", {0.12, 0.19, 0.40}, 28},
+                          {"H", {0.15, 0.04, 0.25}, 29},
+                          {"H", {0.61, 0.37, 0.11}, 20}};
+    QByteArray atoms, tensors;
+    QHash<QByteArray, int> numbers;
+    for (const Seed &seed : seeds) {
+        const auto [x, y, z] = seed.fraction;
+        const Vector3 images[] = {{x, y, z}, {-x, y + 0.5, 0.5 - z}, {-x, -y, -z}, {x, 0.5 - y, z + 0.5}}; // of P2_1/c
+        for (int copy = 0; copy < copiesAlongA; ++copy) {
+            for (std::size_t i = 0; i < 4; ++i) {
+                Vector3 p = lattice.cartesian({images[i][0] + copy, images[i][1], images[i][2]});
+                p[0] += 0.004 * double(i % 2); // as unsharp as files are
+                const QByteArray name = QByteArray(seed.species) + ' ' + QByteArray::number(++numbers[seed.species]);
+                atoms += "atom " + QByteArray(seed.species) + ' ' + name;
+                for (double coordinate : p)
+                    atoms += ' ' + QByteArray::number(coordinate, 'f', 6);
+                const double iso = seed.shielding + (i == 3 ? distortion : 0);
+                tensors += "ms " + name;
+                for (double element : {iso + 3, 1.0, 2.0, 1.0, iso - 1, 0.5, 2.0, 0.5, iso - 2})
+                    tensors += ' ' + QByteArray::number(element, 'f', 6);
+                atoms += '\n';
+                tensors += '\n';
+            }
+        }
+    }
+    QByteArray text = "#$magres-abinitio-v1.0\n[atoms]\nlattice";
+    for (std::size_t i = 0; i < 3; ++i)
+        for (double element : cell[i])
+            text += ' ' + QByteArray::number(element * (i == 0 ? copiesAlongA : 1), 'f', 9);
+    return text + '\n' + atoms + "[/atoms]\n[magres]\n" + tensors + "[/magres]\n";
+}
+
+/// The bonds that the plug-in finds in that crystal.
+void bondMethyls(CrystalStructure &structure, int copies)
+{
+    const int n = 4 * copies;
+    for (int i = 0; i < n; ++i)
+        structure.atoms[std::size_t(i)].bonds = {n + i, 2 * n + i, 3 * n + i};
+}
+
+} // namespace
+
+class tst_Comparison : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void structure()
+    {
+        // Twelve atoms and more: the map's order is that of texts. The last tensor has a number that no atom has.
+        QByteArray text = "#$magres-abinitio-v1.0\n[atoms]\nlattice 5 0 0 0 6 0 0 0 7\n";
+        for (int i = 1; i <= 12; ++i)
+            text += "atom O OX " + QByteArray::number(i) + " 0 0 " + QByteArray::number(0.5 * i) + '\n';
+        text += "atom C CY 1 1 2 3\n[/atoms]\n[magres]\nms OX 3 1 0 0 0 2 0 0 0 6\nms CY 9 10 0 0 0 10 0 0 0 10\n"
+                "efg OX 2 nan 0 0 0 1 0 0 0 1\n[/magres]\n";
+        const CrystalStructure s = structureOf(text);
+        QCOMPARE(s.atoms.size(), 13u);
+        for (int i = 0; i < 12; ++i)
+            QCOMPARE(s.atoms[std::size_t(i)].position[2], 0.5 * (i + 1));
+        QCOMPARE(s.atoms[2].isotropicShielding(), 3.0);
+        QCOMPARE(s.atoms[0].isotropicShielding(), 3.0); // by label alone
+        QCOMPARE(s.atoms[12].isotropicShielding(), 10.0);
+        QVERIFY(!s.atoms[1].gradient); // it is not a number
+        QCOMPARE(s.name(11), u"OX.12"_s);
+        QVERIFY(s.isNamed(11, u"OX"_s) && !s.isNamed(11, u"OX.1"_s));
+        QCOMPARE(s.formula(), u"CO12"_s);
+        const CrystalStructure crystal = structureOf(monoclinicCrystal());
+        QCOMPARE(crystal.formula(), u"C4H16"_s);
+        QCOMPARE(crystal.formulaUnits(), 4);
+        QCOMPARE(crystal.name(19), u"H16"_s);
+    }
+
+    void textIsReadBack()
+    {
+        for (const QByteArray &source :
+             {monoclinicCrystal(),
+              QByteArray("#$magres-abinitio-v1.0\n[atoms]\natom H HM 1 0.1 0 0\natom H HM 2 0 0.3 0\n"
+                         "[/atoms]\n[magres]\nms HM 1 1 2 3 4 5 6 7 8 9\nms HM 2 1 2 3 4 5 6 7 8 10\n"
+                         "efg HM 1 0.1 0 0 0 0.1 0 0 0 -0.2\n[/magres]\n")}) {
+            const CrystalStructure s = structureOf(source);
+            const CalculationMethod method{u"CODE"_s, u"1.2"_s, u"PBE"_s, 680.0};
+            const QByteArray written = magresText(s, method, {u"one # of two\nlines"_s});
+            const CrystalStructure back = structureOf(written);
+            QVERIFY(back.lattice == s.lattice);
+            QCOMPARE(back.atoms.size(), s.atoms.size());
+            for (int i = 0; i < int(s.atoms.size()); ++i) {
+                const CrystalAtom &a = s.atoms[std::size_t(i)], &b = back.atoms[std::size_t(i)];
+                QVERIFY(a.position == b.position && a.shielding == b.shielding && a.gradient == b.gradient);
+                QCOMPARE(back.name(i), s.name(i));
+            }
+            QCOMPARE(CalculationMethod::fromText(written).text(), u"CODE, PBE, 680 eV"_s);
+        }
+    }
+
+    void calculationMethods()
+    {
+        const auto method = [](const char *lines) {
+            return CalculationMethod::fromText("#$magres-abinitio-v1.0\n[calculation]\n" + QByteArray(lines)
+                                               + "\n[/calculation]\n");
+        };
+        for (const auto &[lines, text] :
+             {std::pair("calc_code CASTEP\ncalc_xcfunctional  PBE   \nunits calc_cutoffenergy Hartree\n"
+                        "calc_cutoffenergy 2.5E+01",
+                        "CASTEP, PBE, 680 eV"),
+              std::pair("calc_cutoffenergy 25", "680 eV"), // the format's own unit
+              std::pair("calc_code QE\ncalc_cutoffenergy 50.0 Ry", "QE, 680 eV"),
+              std::pair("calc_cutoffenergy  80 furlong", "unknown method"), std::pair("calc_code", "unknown method")})
+            QCOMPARE(method(lines).text(), QLatin1String(text));
+        const auto pbe = method("calc_xcfunctional PBE\ncalc_cutoffenergy 25");
+        QVERIFY(pbe.agreesWith(method("calc_xcfunctional pbe\ncalc_code CASTEP\ncalc_cutoffenergy 25.001")));
+        QVERIFY(!pbe.agreesWith(method("calc_xcfunctional RPBE")));
+        QVERIFY(!pbe.agreesWith(method("calc_cutoffenergy 30")));
+        QVERIFY(pbe.agreesWith({}));
+    }
+
+    /// Against every image far around, in cells as flat and skewed as nobody would choose.
+    void nearestImages()
+    {
+        Random random(5);
+        for (const LatticeVectors &cell : {LatticeVectors{{{4, 0, 0}, {0, 5, 0}, {0, 0, 6}}},
+                                           LatticeVectors{{{4, 0, 0}, {7.7, 3, 0}, {9.1, 5.2, 5}}},
+                                           LatticeVectors{{{3, 0, 0}, {8.9, 2.5, 0}, {-5.9, -4.9, 3.1}}}}) {
+            const Lattice lattice = *Lattice::of(cell);
+            for (int trial = 0; trial < 200; ++trial) {
+                const Vector3 f{random.uniform(-2, 2), random.uniform(-2, 2), random.uniform(-2, 2)};
+                const Vector3 p = lattice.cartesian(f);
+                double least = 1e9;
+                for (int a = -12; a <= 12; ++a)
+                    for (int b = -12; b <= 12; ++b)
+                        for (int c = -6; c <= 6; ++c)
+                            least = std::min(least, length(lattice.cartesian({f[0] + a, f[1] + b, f[2] + c})));
+                QVERIFY(isClose(lattice.distance({0, 0, 0}, p), least));
+                for (std::size_t i = 0; i < 3; ++i)
+                    QVERIFY(isClose(lattice.fractional(p)[i], f[i]));
+            }
+        }
+        QVERIFY(!Lattice::of({{{1, 0, 0}, {2, 0, 0}, {0, 0, 1}}}));
+        QVERIFY(!Lattice::of({{{1, 0, 0}, {0, std::nan(""), 0}, {0, 0, 1}}}));
+    }
+
+    void uniqueSites_data()
+    {
+        using A = UniqueSites::Averaging;
+        QTest::addColumn<int>("copies");
+        QTest::addColumn<double>("distortion");
+        QTest::addColumn<double>("tolerance");
+        QTest::addColumn<int>("averaging");
+        QTest::addColumn<QString>("sites");
+        QTest::addColumn<int>("warnings");
+        QTest::newRow("cell") << 1 << 0.0 << 0.02 << int(A::None) << "C1 ×4, H1 ×4, H5 ×4, H9 ×4, H13 ×4" << 0;
+        QTest::newRow("supercell") << 2 << 0.0 << 0.02 << int(A::None) << "C1 ×8, H1 ×8, H9 ×8, H17 ×8, H25 ×8" << 0;
+        QTest::newRow("methyl") << 1 << 0.0 << 0.02 << int(A::Ch3) << "C1 ×4, H1 ×12, H13 ×4" << 0;
+        QTest::newRow("small spread") << 1 << 0.3 << 0.02 << int(A::Xh3) << "C1 ×4, H1 ×12, H13 ×4" << 0;
+        QTest::newRow("spread") << 1 << 2.0 << 0.02 << int(A::Ch3) << "C1 ×3, C4, H1 ×9, H4 ×3, H13 ×3, H16" << 3;
+        QTest::newRow("off") << 1 << 0.0 << 0.0 << int(A::Ch3)
+                             << "C1, C2, C3, C4, H1 ×3, H2 ×3, H3 ×3, H4 ×3, H13, H14, H15, H16" << 0;
+    }
+
+    void uniqueSites()
+    {
+        QFETCH(int, copies);
+        QFETCH(double, distortion);
+        QFETCH(double, tolerance);
+        QFETCH(int, averaging);
+        CrystalStructure s = structureOf(monoclinicCrystal(copies, distortion));
+        bondMethyls(s, copies);
+        const auto unique = UniqueSites::of(s, {tolerance, UniqueSites::Averaging(averaging)});
+        QStringList names;
+        int atoms = 0;
+        for (const UniqueSite &site : unique.sites) {
+            names.append(siteName(s, site));
+            atoms += site.nuclei();
+        }
+        QTEST(names.join(", "_L1), "sites");
+        QCOMPARE(atoms, 20 * copies);
+        if (QTest::currentTestFailed())
+            return;
+        QFETCH(int, warnings);
+        QCOMPARE(unique.warnings.size(), warnings);
+        QCOMPARE(unique.spaceGroup, tolerance > 0 ? u"P2_1/c (14)"_s : u""_s);
+        if (averaging != 0 && distortion == 0 && tolerance > 0) {
+            QVERIFY(isClose(*unique.sites[1].shielding, 28));
+            QCOMPARE(unique.sites[1].lines, 4);
+        }
+    }
+
+    void uniqueSitesWithoutSymmetry()
+    {
+        CrystalStructure molecule =
+            structureOf("#$magres-abinitio-v1.0\n[atoms]\natom H HM 1 0 0 0\natom H HM 2 1 0 0\natom H HO 1 2 0 "
+                        "0\natom C C 1 3 0 0\n"
+                        "[/atoms]\n[magres]\nms HM 1 1 2 3 4 5 6 7 8 9\nms HM 2 1 2 3 4 5 6.0000005 7 8 9\n"
+                        "ms HO 1 2 2 3 4 4 6 7 8 9\n[/magres]\n");
+        UniqueSites unique = UniqueSites::of(molecule, {});
+        QCOMPARE(unique.sites.size(), 3u); // HO has the same mean, but not the same tensor
+        QCOMPARE(siteName(molecule, unique.sites[0]), u"HM ×2"_s);
+        QVERIFY(!unique.sites[2].shielding);
+
+        // Two atoms in one place: no space group, no failure either.
+        CrystalStructure impossible = structureOf(monoclinicCrystal());
+        impossible.atoms[1].position = impossible.atoms[0].position;
+        unique = UniqueSites::of(impossible, {});
+        QCOMPARE(unique.sites.size(), 20u);
+        QVERIFY2(unique.warnings.value(0).contains("space group"_L1), qPrintable(unique.warnings.join(u'\n')));
+        for (double wrong : {0.0, std::nan(""), 1e300}) {
+            impossible.lattice = LatticeVectors{{{wrong, 0, 0}, {0, wrong, 0}, {0, 0, wrong}}};
+            QCOMPARE(UniqueSites::of(impossible, {}).sites.size(), 20u);
+        }
+
+        CrystalStructure large = structureOf(monoclinicCrystal(151));
+        unique = UniqueSites::of(large, {});
+        QCOMPARE(unique.sites.size(), 3020u);
+        QCOMPARE(unique.warnings.size(), 1);
+    }
+
+    /// Dynamic programming and alternation against every contiguous split.
+    void overlap()
+    {
+        Random random(11);
+        for (int trial = 0; trial < 400; ++trial) {
+            const int m = 1 + random.below(5), n = m + random.below(8 - m);
+            const auto sites = sitesOf(uniform(random, n, 0, 60));
+            const auto lines = linesOf(uniform(random, m, 100, 160));
+            const LinePairing pairing = LinePairing::of(sites, lines, {});
+            QCOMPARE(pairing.mode, m == n ? LinePairing::Mode::Equal : LinePairing::Mode::Overlap);
+            const double least = leastOfAll(sites, lines, [&](const auto &of) {
+                const auto nuclei = nucleiOfLines(sites, of, lines.size());
+                return std::count(nuclei.begin(), nuclei.end(), 0) == 0;
+            });
+            QVERIFY(isClose(leastSquares(sites, lines, pairing.linesOf), least));
+        }
+    }
+
+    /// Nuclei of several sizes, shared out exactly.
+    void overlapByCounts()
+    {
+        Random random(12);
+        int shared = 0, refused = 0;
+        for (int trial = 0; trial < 150; ++trial) {
+            auto sites = sitesOf(uniform(random, 6, 20, 32));
+            for (ComparedSite &site : sites)
+                site.nuclei = random.below(2) ? 4 : 12;
+            auto lines = linesOf(uniform(random, 3, 0, 12));
+            // In half of the trials, counts that some way of sharing out has.
+            std::vector<int> share(3);
+            for (std::size_t i = 0; i < 6; ++i)
+                share[i % 3] += sites[i].nuclei;
+            for (std::size_t k = 0; k < 3; ++k)
+                lines[k].count = trial % 2 ? share[k] / 4.0 : 1 + random.below(4);
+            const double total = *lines[0].count + *lines[1].count + *lines[2].count;
+            const double factor = (share[0] + share[1] + share[2]) / total;
+            const double least = leastOfAll(sites, lines, [&](const auto &of) {
+                const auto nuclei = nucleiOfLines(sites, of, 3);
+                return std::equal(nuclei.begin(), nuclei.end(), lines.begin(),
+                                  [&](int number, const MeasuredLine &line) {
+                                      return std::abs(number - *line.count * factor) < 1e-9;
+                                  });
+            });
+            if (least == 1e300) {
+                QVERIFY(!failure([&] { LinePairing::of(sites, lines, {}); }).isEmpty());
+                ++refused;
+            } else {
+                const LinePairing pairing = LinePairing::of(sites, lines, {});
+                QVERIFY(pairing.byCounts);
+                QVERIFY(isClose(leastSquares(sites, lines, pairing.linesOf), least));
+                ++shared;
+            }
+        }
+        QVERIFY(shared > 75 && refused > 10);
+    }
+
+    void moreLinesThanSites()
+    {
+        Random random(13);
+        for (int trial = 0; trial < 100; ++trial) {
+            const int n = 1 + random.below(4), m = n + 1 + random.below(3);
+            const auto sites = sitesOf(uniform(random, n, 0, 60));
+            const auto lines = linesOf(uniform(random, m, 100, 160));
+            const QByteArray refusal = failure([&] { LinePairing::of(sites, lines, {-1.0, m - n - 1}); });
+            QVERIFY2(refusal.contains(QByteArray::number(m)) && refusal.contains(QByteArray::number(n)), refusal);
+            const LinePairing pairing = LinePairing::of(sites, lines, {-1.0, m - n});
+            QCOMPARE(int(pairing.leftOut.size()), m - n);
+            const double least = leastOfAll(sites, lines, [&](const auto &of) {
+                const auto nuclei = nucleiOfLines(sites, of, lines.size());
+                return std::count(nuclei.begin(), nuclei.end(), 1) == n;
+            });
+            QVERIFY(isClose(leastSquares(sites, lines, pairing.linesOf), least));
+        }
+    }
+
+    void assignedLines()
+    {
+        auto sites = sitesOf({100, 50, 20, 60});
+        sites[3].labels = {u"CM"_s};
+        auto lines = linesOf({71, 151, 112, 119});
+        lines[2].sites = {u"CM"_s};
+        LinePairing pairing = LinePairing::of(sites, lines, {});
+        using Pairs = std::vector<std::vector<int>>;
+        QCOMPARE(pairing.linesOf, (Pairs{{0}, {3}, {1}, {2}}));
+        QCOMPARE(pairing.text(), u"1 assigned, equal"_s);
+        // Two carbons under one line, one left to the rest; against the order of the shifts.
+        lines = linesOf({150, 71});
+        lines[0].sites = {u"C1"_s, u"C2"_s};
+        pairing = LinePairing::of(sites, lines, {});
+        QCOMPARE(pairing.linesOf, (Pairs{{0}, {0}, {1}, {1}}));
+        lines[1].sites = {u"C3"_s};
+        pairing = LinePairing::of(sites, lines, {});
+        QCOMPARE(pairing.linesOf, (Pairs{{0}, {0}, {1}, {}})); // the fourth was not seen
+        QCOMPARE(pairing.text(), u"assigned"_s);
+        lines[1].sites = {u"C9"_s};
+        QVERIFY(failure([&] { LinePairing::of(sites, lines, {}); }).contains("C9"));
+        // A line for each atom; sites of two and of one, in the order of shifts.
+        sites = sitesOf({100, 50});
+        sites[0].lines = sites[0].nuclei = 2;
+        QCOMPARE(LinePairing::of(sites, linesOf({122, 70, 71}), {}).linesOf, (Pairs{{1, 2}, {0}}));
+    }
+
+    /// A slope that is fitted along is found again, however far it is from the start.
+    void slopeIsFitted()
+    {
+        Random random(14);
+        for (double slope : {-0.8, -1.0, -1.15}) {
+            const auto sites = sitesOf(uniform(random, 14, 20, 160));
+            std::vector<double> shifts;
+            for (std::size_t i = 0; i < sites.size(); ++i)
+                if (i != 5) // which falls upon a neighbour
+                    shifts.push_back(170 + slope * sites[i].shielding);
+            const auto lines = linesOf(shuffled(random, shifts));
+            const LinePairing pairing = LinePairing::of(sites, lines, {std::nullopt, 0});
+            const Agreement agreement = Agreement::of(sites, lines, pairing.linesOf, {std::nullopt, {}});
+            QVERIFY(isClose(agreement.slope, slope, 0.05));
+            QCOMPARE(agreement.degreesOfFreedom, 12);
+        }
+    }
+
+    void assignment()
+    {
+        Random random(15);
+        for (int trial = 0; trial < 300; ++trial) {
+            CostMatrix matrix{1 + random.below(5), 0, {}};
+            matrix.columns = matrix.rows + random.below(3);
+            // Small whole numbers: many equal costs.
+            for (int i = 0; i < matrix.rows * matrix.columns; ++i)
+                matrix.costs.push_back(trial % 2 ? random.uniform(-3, 3) : random.below(4));
+            std::vector<int> order(std::size_t(matrix.columns));
+            std::iota(order.begin(), order.end(), 0);
+            const auto cost = [&](const std::vector<int> &columns) {
+                double sum = 0;
+                for (int row = 0; row < matrix.rows; ++row)
+                    sum += matrix.at(row, columns[std::size_t(row)]);
+                return sum;
+            };
+            double least = 1e300;
+            do
+                least = std::min(least, cost(order));
+            while (std::next_permutation(order.begin(), order.end()));
+            std::vector<int> found = cheapestAssignment(matrix);
+            QVERIFY(isClose(cost(found), least));
+            std::sort(found.begin(), found.end());
+            QVERIFY(std::adjacent_find(found.begin(), found.end()) == found.end());
+        }
+    }
+
+    /// Both coordinates at once, against every way to give each measured peak a calculated one.
+    void crossPeaks()
+    {
+        Random random(16);
+        const CrossPeakPairing::Options options{{0.33, 2.2}, false, 2};
+        const auto squares = [&](const auto &calculated, const auto &measured, const std::vector<int> &lines) {
+            double sum = 0;
+            for (std::size_t d = 0; d < 2; ++d) {
+                double mean = 0;
+                for (std::size_t i = 0; i < lines.size(); ++i)
+                    mean += (measured[std::size_t(lines[i])][d] - calculated[i][d]) / double(lines.size());
+                for (std::size_t i = 0; i < lines.size(); ++i) {
+                    const double r = (measured[std::size_t(lines[i])][d] - calculated[i][d] - mean) / options.sigma[d];
+                    sum += r * r;
+                }
+            }
+            return sum;
+        };
+        int missed = 0;
+        for (int trial = 0; trial < 100; ++trial) {
+            const int m = 2 + random.below(3), n = m + random.below(7 - m) - (trial % 5 == 0 ? 1 : 0);
+            std::vector<PlanePoint> calculated, measured;
+            for (int i = 0; i < n; ++i)
+                calculated.push_back({random.uniform(-30, -20), random.uniform(-160, -20)});
+            for (int k = 0; k < m; ++k)
+                measured.push_back({calculated[std::size_t(k % n)][0] + 30.5 + 0.33 * normal(random),
+                                    calculated[std::size_t(k % n)][1] + 172 + 2.2 * normal(random)});
+            const CrossPeakPairing pairing = CrossPeakPairing::of(calculated, measured, options);
+            double least = 1e300;
+            std::vector<int> lines(std::size_t(n), 0);
+            for (bool more = true; more;) {
+                std::vector<int> taken(std::size_t(m), 0);
+                for (int line : lines)
+                    ++taken[std::size_t(line)];
+                if (std::count(taken.begin(), taken.end(), 0) == std::max(m - n, 0))
+                    least = std::min(least, squares(calculated, measured, lines));
+                std::size_t i = 0;
+                while (i < lines.size() && ++lines[i] == m)
+                    lines[i++] = 0;
+                more = i < lines.size();
+            }
+            const double found = squares(calculated, measured, pairing.lineOf);
+            QVERIFY(found >= least - 1e-9);
+            missed += found > least + 1e-9;
+            QCOMPARE(int(pairing.leftOut.size()), std::max(m - n, 0));
+        }
+        QVERIFY2(missed <= 1, qPrintable(QString::number(missed))); // local minima of few, random peaks
+        QVERIFY(failure([&] {
+                    CrossPeakPairing::of({{0, 0}}, {{0, 0}, {1, 1}, {2, 2}, {3, 3}}, options);
+                }).contains('4'));
+    }
+
+    void agreement()
+    {
+        auto sites = sitesOf({30, 28, 25});
+        sites[0].nuclei = 3;
+        const auto lines = linesOf({1, 2, 6});
+        const std::vector<std::vector<int>> of{{0}, {1}, {2}};
+        const Agreement a = Agreement::of(sites, lines, of, {});
+        // Sums of measured and shielding: 31, 30, 31.
+        QVERIFY(isClose(a.reference, (3 * 31 + 30 + 31) / 5.0) && isClose(a.plainReference, 92 / 3.0));
+        QVERIFY(isClose(a.leastSquares, 2 / 3.0));
+        const double d = a.reference - 31, e = a.reference - 30;
+        QVERIFY(isClose(a.rmsd, std::sqrt((2 * d * d + e * e) / 3)) && isClose(a.largest, e));
+        QCOMPARE(a.degreesOfFreedom, 2);
+        QVERIFY(isClose(*a.chiSquare(0.5).p, std::exp(-0.5 * (2 / 3.0) / 0.25))); // two degrees of freedom
+        const Agreement fixed = Agreement::of(sites, lines, of, {-1.0, 30.0});
+        QVERIFY(isClose(fixed.leastSquares, 2.0));
+        QCOMPARE(fixed.degreesOfFreedom, 3);
+        for (const auto &[value, degrees, p] :
+             {std::tuple(3.2, 4, 0.524930946786), std::tuple(30.0, 7, 9.49597250813e-05),
+              std::tuple(0.5, 1, 0.479500122187)}) // scipy.stats.chi2.sf
+            QVERIFY(isClose(*ChiSquare::of(value, degrees).p / p, 1, 1e-10));
+        QVERIFY(!ChiSquare::of(0, 0).p);
+    }
+
+    void calibration()
+    {
+        const std::vector<ShiftCalibration::Point> points{{150.0, 21.9}, {120.5, 50.1}, {45.25, 126.3},
+                                                          {10.0, 160.2}, {-3.5, 175.0}, {88.0, 83.1}};
+        const auto c = ShiftCalibration::of(points);
+        // numpy.linalg.lstsq, leaving out by repeated fits, scipy.stats.t
+        for (const auto &[value, expected] :
+             {std::pair(c.reference, 170.951036384), std::pair(c.slope, -0.997211988549),
+              std::pair(c.referenceError, 0.444283499948), std::pair(c.slopeError, 0.00502386554062),
+              std::pair(c.covariance, -0.00172573200734), std::pair(c.rmse, 0.69017781328),
+              std::pair(c.leaveOneOut, 0.912309794339), std::pair(c.lineVariance(60), 0.081161197338),
+              std::pair(c.prediction(60).shift, 111.118317070761),
+              std::pair(c.prediction(60).high - c.prediction(60).shift, 2.073070645661)})
+            QVERIFY(isClose(value, expected, 1e-10));
+        QVERIFY(!failure([&] { ShiftCalibration::of({points[0], points[1]}); }).isEmpty());
+        QVERIFY(!failure([&] { ShiftCalibration::of({{5, 1}, {5, 2}, {5, 3}}); }).isEmpty());
+    }
+
+    void likelihood()
+    {
+        // Of differences 1.2, -0.3, 0.8, 0.1 with σ = 0.5; scipy: integral over the reference, multivariate normal.
+        const Evidence evidence{4, 1.37, 0.45, 0.5};
+        QVERIFY(isClose(logLikelihood(evidence, {}), -7.10625351205, 1e-10));
+        QVERIFY(isClose(logLikelihood(evidence, {20, {{0.4, 0.7}}}), -4.73507129234, 1e-10));
+        // One member of 5000 kJ/mol more than another has no chance, and nothing overflows.
+        const auto p = poolProbabilities({-1e5, -1e5, std::nan("")}, boltzmannWeights({5000, 0, 0}, 298.15));
+        QCOMPARE(p, (std::vector<double>{0, 1, 0}));
+        const auto q = poolProbabilities({0, 0}, boltzmannWeights({0, 2.4789570296}, 298.15)); // RT
+        QVERIFY(isClose(q[0] / q[1], std::numbers::e));
+    }
+
+    /// Of the structures given a probability, as many are right: pools of rivals of one made-up crystal, with the
+    /// reference unknown and two nuclei.
+    void probabilitiesAreCalibrated()
+    {
+        Random random(17);
+        struct Bin {
+            double expected = 0, variance = 0;
+            int right = 0, count = 0;
+        };
+        std::vector<Bin> bins(5);
+        for (int pool = 0; pool < 1000; ++pool) {
+            constexpr int members = 6, sites = 9;
+            const int truth = random.below(members);
+            std::vector<double> logs(members, 0.0);
+            for (double sigma : {0.33, 2.2}) {
+                const double reference = random.uniform(160, 180);
+                const auto common = uniform(random, sites, 20, 20 + 400 * sigma);
+                std::vector<std::vector<ComparedSite>> pools;
+                for (int member = 0; member < members; ++member) {
+                    auto shieldings = common;
+                    for (double &value : shieldings)
+                        value += 0.5 * sigma * normal(random);
+                    pools.push_back(sitesOf(shieldings));
+                }
+                std::vector<double> shifts;
+                for (const ComparedSite &site : pools[std::size_t(truth)])
+                    shifts.push_back(reference - site.shielding + sigma * normal(random));
+                auto lines = linesOf(shifts);
+                for (std::size_t k = 0; k < lines.size(); ++k)
+                    lines[k].sites = {pools[0][k].name};
+                for (int member = 0; member < members; ++member) {
+                    const auto &own = pools[std::size_t(member)];
+                    const Agreement a = Agreement::of(own, lines, LinePairing::of(own, lines, {}).linesOf, {});
+                    logs[std::size_t(member)] += logLikelihood({sites, a.leastSquares, a.plainReference, sigma}, {});
+                }
+            }
+            const auto probabilities = poolProbabilities(logs, std::vector<double>(members, 0.0));
+            for (int member = 0; member < members; ++member) {
+                const double p = probabilities[std::size_t(member)];
+                Bin &bin = bins[std::min<std::size_t>(std::size_t(p * 5), 4)];
+                bin.expected += p;
+                bin.variance += p * (1 - p);
+                bin.right += member == truth;
+                ++bin.count;
+            }
+        }
+        for (const Bin &bin : bins) {
+            QVERIFY(bin.count > 100);
+            qInfo("%d structures, %d right of %.1f expected", bin.count, bin.right, bin.expected);
+            const double deviation = (bin.right - bin.expected) / std::sqrt(bin.variance);
+            QVERIFY2(std::abs(deviation) < 3,
+                     qPrintable(u"%1 right of %2 expected"_s.arg(bin.right).arg(bin.expected)));
+        }
+    }
+
+    void averages()
+    {
+        Random random(18);
+        const CrystalStructure first = structureOf(monoclinicCrystal());
+        ConfigurationAverage average;
+        std::vector<double> iso, along;
+        std::vector<CrystalStructure> configurations;
+        for (int i = 0; i < 7; ++i) {
+            CrystalStructure next = first;
+            for (CrystalAtom &atom : next.atoms) {
+                atom.gradient = Tensor3{};
+                for (std::size_t e = 0; e < 9; ++e) {
+                    (*atom.shielding)[e] += normal(random);
+                    (*atom.gradient)[e] = 0.1 * double(e == 8) + 0.01 * normal(random);
+                }
+                atom.position[1] += 0.1 * normal(random);
+            }
+            next.atoms[3].position[1] += (i % 2) * (*next.lattice)[1][1]; // it left through the cell's face
+            average.add(next, u"step %1"_s.arg(i));
+            configurations.push_back(next);
+            iso.push_back(*next.atoms[3].isotropicShielding());
+        }
+        const CrystalStructure mean = average.mean();
+        const auto [x, y, z] = GradientValues(*mean.atoms[3].gradient).zAxis;
+        double height = 0;
+        for (const CrystalStructure &c : configurations) {
+            const Tensor3 &g = *c.atoms[3].gradient;
+            along.push_back(x * x * g[0] + y * y * g[4] + z * z * g[8] + x * y * (g[1] + g[3]) + x * z * (g[2] + g[6])
+                            + y * z * (g[5] + g[7]));
+            height += c.atoms[3].position[1] / 7;
+        }
+        const auto meanAndError = [](const std::vector<double> &values) {
+            double sum = 0, squares = 0;
+            for (double v : values)
+                sum += v / double(values.size());
+            for (double v : values)
+                squares += (v - sum) * (v - sum);
+            return std::pair(sum, std::sqrt(squares / double(values.size() * (values.size() - 1))));
+        };
+        QVERIFY(isClose(*mean.atoms[3].isotropicShielding(), meanAndError(iso).first));
+        QVERIFY(isClose(*average.errors()[3].shielding, meanAndError(iso).second));
+        QVERIFY(isClose(GradientValues(*mean.atoms[3].gradient).Vzz, meanAndError(along).first));
+        QVERIFY(isClose(*average.errors()[3].gradient, meanAndError(along).second));
+        QVERIFY(isClose(mean.atoms[3].position[1], height - 3 / 7.0 * (*mean.lattice)[1][1]));
+
+        CrystalStructure other = first;
+        QVERIFY(failure([&] { average.add(other, u"b"_s); }).contains("electric field gradient of C1"));
+        other.atoms.pop_back();
+        QVERIFY(failure([&] { average.add(other, u"b"_s); }).contains("19 atoms"));
+        other = configurations[1];
+        other.atoms[4].element = u"D"_s;
+        QVERIFY(failure([&] { average.add(other, u"b"_s); }).contains("atom 5"));
+        QCOMPARE(average.count(), 7);
+    }
+
+    /// Numbers of numpy.
+    void columns()
+    {
+        CrystalAtom atom;
+        atom.position = {1, 2, 3};
+        atom.shielding = Tensor3{40, 5, -3, 1, -20, 8, 7, 2, 95};
+        atom.gradient = Tensor3{0.3, 0.1, -0.2, 0.1, -0.7, 0.05, -0.2, 0.05, 0.4};
+        const Lattice lattice = *Lattice::of({{{4, 0, 0}, {0, 4, 0}, {2, 0, 4}}});
+        const SiteValues site{atom, &lattice, 4, 170, -0.97, -2.558, 2.5, 67.8};
+        for (const auto &[name, expected] :
+             {std::pair("delta11", 189.746694931), std::pair("delta22", 131.143329315),
+              std::pair("delta33", 77.5599757543), std::pair("span", 112.186719177),
+              std::pair("skew", -0.0447469370088), std::pair("cq-signed", 4.29234090374),
+              std::pair("pq", 4.50970146249), std::pair("qis", -26.5452884339), std::pair("multiplicity", 4.0),
+              std::pair("x", -0.125), std::pair("y", 0.5), std::pair("z", 0.75)})
+            QVERIFY2(isClose(siteColumn(QLatin1String(name))->value(site).value(), expected), name);
+        QVERIFY(!siteColumn(u"delta"_s));
+        const CrystalAtom bare;
+        for (const SiteColumn &column : siteColumns())
+            QVERIFY(column.value({bare}).has_value() == (QByteArray(column.name) == "multiplicity"));
+        // The textbook's -6000 and -25000 (P/ν)² of I = 5/2 and 3/2.
+        QVERIFY(isClose(quadrupoleInducedShift(1, 100, 2.5), -0.6));
+        QVERIFY(isClose(quadrupoleInducedShift(1, 100, 1.5), -2.5));
+        QCOMPARE(quadrupoleInducedShift(1, 100, 1), 0.0);
+    }
+};
+
+QTEST_APPLESS_MAIN(tst_Comparison)
+#include "tst_comparison.moc"

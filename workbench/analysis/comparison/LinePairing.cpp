@@ -1,0 +1,416 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/comparison/LinePairing.h"
+
+#include "data/Error.h"
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+#include <map>
+#include <numeric>
+#include <set>
+
+namespace Workbench {
+namespace {
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
+struct Scale {
+    double offset = 0;
+    double slope = -1;
+};
+
+struct Point {
+    double shielding;
+    double shift;
+};
+
+struct Fit {
+    Scale scale;
+    double squares = infinity;
+};
+
+/// Least squares; with a fixed slope of the offset alone.
+Fit fitted(const std::vector<Point> &points, std::optional<double> slope, double fallbackSlope)
+{
+    const double n = double(points.size());
+    double meanX = 0, meanY = 0;
+    for (const Point &p : points) {
+        meanX += p.shielding / n;
+        meanY += p.shift / n;
+    }
+    double xx = 0, xy = 0;
+    for (const Point &p : points) {
+        xx += (p.shielding - meanX) * (p.shielding - meanX);
+        xy += (p.shielding - meanX) * (p.shift - meanY);
+    }
+    Fit fit;
+    fit.scale.slope = slope ? *slope : xx > 0 ? xy / xx : fallbackSlope;
+    fit.scale.offset = meanY - fit.scale.slope * meanX;
+    fit.squares = 0;
+    for (const Point &p : points) {
+        const double difference = p.shift - fit.scale.offset - fit.scale.slope * p.shielding;
+        fit.squares += difference * difference;
+    }
+    return fit;
+}
+
+/// The sites and lines that name nobody, both by ascending shift.
+struct Problem {
+    std::vector<int> siteIds, lineIds;
+    std::vector<double> shieldings, shifts;
+    std::vector<int> nuclei;
+    std::vector<double> counts; ///< of the lines; empty: not given
+    std::vector<Point> fixed; ///< pairs that are settled
+    LinePairing::Options options;
+
+    std::size_t sites() const { return shieldings.size(); }
+    std::size_t lines() const { return shifts.size(); }
+    double startSlope() const { return options.slope.value_or(-1.0); }
+    double calculated(std::size_t site, const Scale &scale) const
+    {
+        return scale.offset + scale.slope * shieldings[site];
+    }
+};
+
+/// The line of each site.
+using Split = std::vector<int>;
+
+/// The cheapest way to give sites 0, 1, … the lines 0, 1, … in order, each site one line and each line at least one
+/// site.
+Split contiguousSplit(const Problem &problem, const Scale &scale)
+{
+    const std::size_t n = problem.sites(), m = problem.lines();
+    // cost[k]: of the sites so far, the last of them in group k. opens: that site is the first of its group.
+    std::vector<double> cost(m, infinity);
+    std::vector<char> opens(n * m);
+    for (std::size_t i = 0; i < n; ++i) {
+        const double x = problem.calculated(i, scale);
+        for (std::size_t k = std::min(i, m - 1) + 1; k-- > 0;) {
+            const double stay = i > 0 ? cost[k] : infinity;
+            const double open = k > 0 ? cost[k - 1] : i == 0 ? 0 : infinity;
+            const double d = x - problem.shifts[k];
+            opens[i * m + k] = open <= stay;
+            cost[k] = std::min(open, stay) + d * d;
+        }
+    }
+    Split split(n);
+    for (std::size_t i = n, k = m - 1; i-- > 0;) {
+        split[i] = int(k);
+        if (opens[i * m + k] && k > 0)
+            --k;
+    }
+    return split;
+}
+
+/// The cheapest way to give each site a line of its own, in order, where there are more lines than sites.
+Split sparseSplit(const Problem &problem, const Scale &scale)
+{
+    const std::size_t n = problem.sites(), m = problem.lines();
+    // cost[i]: of the first i sites with the lines so far.
+    std::vector<double> cost(n + 1, infinity);
+    cost[0] = 0;
+    std::vector<char> taken(m * (n + 1));
+    for (std::size_t k = 0; k < m; ++k) {
+        for (std::size_t i = n; i > 0; --i) {
+            const double d = problem.calculated(i - 1, scale) - problem.shifts[k];
+            const double take = cost[i - 1] + d * d;
+            taken[k * (n + 1) + i] = take < cost[i];
+            cost[i] = std::min(cost[i], take);
+        }
+    }
+    Split split(n);
+    for (std::size_t k = m, i = n; k-- > 0 && i > 0;)
+        if (taken[k * (n + 1) + i])
+            split[--i] = int(k);
+    return split;
+}
+
+/// Splits sites among lines of given numbers of nuclei. Among sites of one size the order by shift is best; which sizes
+/// go into which line is searched exactly.
+class CountedSplit {
+public:
+    /// Throws when the numbers do not fit.
+    explicit CountedSplit(const Problem &problem) : m_problem(problem)
+    {
+        for (std::size_t i = 0; i < problem.sites(); ++i)
+            m_classes[problem.nuclei[i]].push_back(int(i));
+        const double nuclei = std::accumulate(problem.nuclei.begin(), problem.nuclei.end(), 0.0);
+        const double counts = std::accumulate(problem.counts.begin(), problem.counts.end(), 0.0);
+        for (double count : problem.counts) {
+            const double need = count * nuclei / counts;
+            if (std::abs(need - std::round(need)) > 1e-6 * nuclei)
+                fail(
+                    Texts::tr("the lines stand for %1 nuclei together, into which the %2 of the sites do not go evenly")
+                        .arg(counts)
+                        .arg(nuclei));
+            m_needs.push_back(int(std::lround(need)));
+        }
+    }
+
+    Split split(const Scale &scale) const
+    {
+        std::vector<Stage> stages{{{State(m_classes.size(), 0), {0, {}}}}};
+        for (std::size_t k = 0; k < m_needs.size(); ++k) {
+            Stage next;
+            for (const auto &[state, way] : stages.back())
+                extend(state, way.cost, k, scale, next);
+            if (next.size() > mostStates)
+                fail(Texts::tr("the sites have too many different numbers of nuclei to be shared out by counts"));
+            stages.push_back(std::move(next));
+        }
+        if (stages.back().empty())
+            fail(Texts::tr(
+                "the sites, with the numbers of nuclei that they have, cannot be shared out to lines of these counts"));
+
+        Split split(m_problem.sites());
+        State state = stages.back().begin()->first;
+        for (std::size_t k = m_needs.size(); k > 0; --k) {
+            const State before = stages[k].at(state).from;
+            std::size_t c = 0;
+            for (const auto &[size, members] : m_classes) {
+                for (int i = before[c]; i < state[c]; ++i)
+                    split[std::size_t(members[std::size_t(i)])] = int(k - 1);
+                ++c;
+            }
+            state = before;
+        }
+        return split;
+    }
+
+private:
+    static constexpr std::size_t mostStates = 20000;
+    using State = std::vector<int>; ///< sites given away so far, by size
+    struct Way {
+        double cost;
+        State from;
+    };
+    using Stage = std::map<State, Way>;
+
+    /// Adds every state that line k leads to.
+    void extend(const State &from, double costSoFar, std::size_t k, const Scale &scale, Stage &next) const
+    {
+        const std::function<void(std::map<int, std::vector<int>>::const_iterator, std::size_t, State, int, double)>
+            take = [&](auto sizes, std::size_t c, State state, int need, double cost) {
+                if (sizes == m_classes.end()) {
+                    if (need > 0)
+                        return;
+                    const auto known = next.find(state);
+                    if (known == next.end() || cost < known->second.cost)
+                        next.insert_or_assign(state, Way{cost, from});
+                    return;
+                }
+                const auto &[size, members] = *sizes;
+                take(std::next(sizes), c + 1, state, need, cost);
+                while (need >= size && state[c] < int(members.size())) {
+                    const std::size_t site = std::size_t(members[std::size_t(state[c]++)]);
+                    const double d = m_problem.calculated(site, scale) - m_problem.shifts[k];
+                    cost += d * d;
+                    need -= size;
+                    take(std::next(sizes), c + 1, state, need, cost);
+                }
+            };
+        take(m_classes.begin(), 0, from, m_needs[k], costSoFar);
+    }
+
+    const Problem &m_problem;
+    std::map<int, std::vector<int>> m_classes; ///< sites by number of nuclei, each by ascending shift
+    std::vector<int> m_needs; ///< nuclei of each line
+};
+
+using Splitter = std::function<Split(const Scale &)>;
+
+/// Between the smallest and the largest difference that a pair of an order-keeping pairing can have.
+std::vector<double> startOffsets(const Problem &problem)
+{
+    constexpr int steps = 48;
+    const Scale unreferenced{0, problem.startSlope()};
+    const std::size_t n = problem.sites(), m = problem.lines();
+    const std::size_t surplusSites = n > m ? n - m : 0, surplusLines = m > n ? m - n : 0;
+    double low = infinity, high = -infinity;
+    for (std::size_t k = 0; k < std::min(n, m); ++k) {
+        low = std::min(low, problem.shifts[k] - problem.calculated(k + surplusSites, unreferenced));
+        high = std::max(high, problem.shifts[k + surplusLines] - problem.calculated(k, unreferenced));
+    }
+    std::vector<double> offsets;
+    for (int i = 0; i <= steps; ++i)
+        offsets.push_back(low + (high - low) * i / steps);
+    return offsets;
+}
+
+/// The best split and the best scale for each other, from many starts. Each turn makes the sum smaller, so that it
+/// ends.
+Split best(const Problem &problem, const Splitter &splitter)
+{
+    double least = infinity;
+    Split result;
+    std::set<Split> seen; // what has led somewhere leads there again
+    for (double offset : startOffsets(problem)) {
+        Scale scale{offset, problem.startSlope()};
+        for (Split split = splitter(scale); seen.insert(split).second; split = splitter(scale)) {
+            std::vector<Point> points = problem.fixed;
+            for (std::size_t i = 0; i < problem.sites(); ++i)
+                points.push_back({problem.shieldings[i], problem.shifts[std::size_t(split[i])]});
+            const Fit fit = fitted(points, problem.options.slope, problem.startSlope());
+            // Sites are in the order of the start's slope; one of the other sign would be no calibration.
+            const bool isTurned = fit.scale.slope * problem.startSlope() <= 0;
+            if (result.empty() || (!isTurned && fit.squares < least)) {
+                least = isTurned ? infinity : fit.squares;
+                result = split;
+            }
+            if (isTurned)
+                break;
+            scale = fit.scale;
+        }
+    }
+    return result;
+}
+
+void enter(const Problem &problem, const Split &split, LinePairing &pairing)
+{
+    std::vector<char> used(problem.lines());
+    for (std::size_t i = 0; i < split.size(); ++i) {
+        pairing.linesOf[std::size_t(problem.siteIds[i])].push_back(problem.lineIds[std::size_t(split[i])]);
+        used[std::size_t(split[i])] = true;
+    }
+    for (std::size_t k = 0; k < used.size(); ++k)
+        if (!used[k])
+            pairing.leftOut.push_back(problem.lineIds[k]);
+    std::sort(pairing.leftOut.begin(), pairing.leftOut.end());
+}
+
+/// In order, each site as many lines as it would give without symmetry.
+void enterByAtoms(const Problem &problem, const std::vector<int> &linesPerSite, LinePairing &pairing)
+{
+    std::size_t line = 0;
+    for (std::size_t i = 0; i < problem.sites(); ++i)
+        for (int k = 0; k < linesPerSite[i]; ++k)
+            pairing.linesOf[std::size_t(problem.siteIds[i])].push_back(problem.lineIds[line++]);
+}
+
+std::vector<char> enterAssigned(const std::vector<ComparedSite> &sites, const std::vector<MeasuredLine> &lines,
+                                LinePairing &pairing)
+{
+    std::vector<char> isAssigned(lines.size());
+    for (std::size_t k = 0; k < lines.size(); ++k) {
+        for (const QString &label : lines[k].sites) {
+            const auto found = std::find_if(sites.begin(), sites.end(), [&](const ComparedSite &site) {
+                return site.name == label || site.labels.contains(label);
+            });
+            if (found == sites.end())
+                fail(Texts::tr(
+                         "the line at %1 ppm is assigned to \"%2\", but the structure has no such site of this nucleus")
+                         .arg(lines[k].shift)
+                         .arg(label));
+            std::vector<int> &own = pairing.linesOf[std::size_t(found - sites.begin())];
+            if (own.empty() || own.back() != int(k))
+                own.push_back(int(k));
+        }
+        isAssigned[k] = !lines[k].sites.isEmpty();
+        pairing.assignedLines += isAssigned[k];
+    }
+    return isAssigned;
+}
+
+Problem problemOf(const std::vector<ComparedSite> &sites, const std::vector<MeasuredLine> &lines,
+                  const LinePairing &assigned, const std::vector<char> &isAssigned, const LinePairing::Options &options)
+{
+    Problem problem;
+    problem.options = options;
+    for (int i = 0; i < int(sites.size()); ++i) {
+        const ComparedSite &site = sites[std::size_t(i)];
+        const std::vector<int> &own = assigned.linesOf[std::size_t(i)];
+        if (own.empty())
+            problem.siteIds.push_back(i);
+        double mean = 0;
+        for (int line : own)
+            mean += lines[std::size_t(line)].shift / double(own.size());
+        if (!own.empty())
+            problem.fixed.push_back({site.shielding, mean});
+    }
+    for (int k = 0; k < int(lines.size()); ++k)
+        if (!isAssigned[std::size_t(k)])
+            problem.lineIds.push_back(k);
+
+    const double slope = problem.startSlope();
+    std::stable_sort(problem.siteIds.begin(), problem.siteIds.end(), [&](int a, int b) {
+        return slope * sites[std::size_t(a)].shielding < slope * sites[std::size_t(b)].shielding;
+    });
+    std::stable_sort(problem.lineIds.begin(), problem.lineIds.end(),
+                     [&](int a, int b) { return lines[std::size_t(a)].shift < lines[std::size_t(b)].shift; });
+    for (int i : problem.siteIds) {
+        problem.shieldings.push_back(sites[std::size_t(i)].shielding);
+        problem.nuclei.push_back(sites[std::size_t(i)].nuclei);
+    }
+    for (int k : problem.lineIds) {
+        problem.shifts.push_back(lines[std::size_t(k)].shift);
+        if (const auto count = lines[std::size_t(k)].count; count && *count > 0)
+            problem.counts.push_back(*count);
+    }
+    if (problem.counts.size() != problem.lineIds.size())
+        problem.counts.clear();
+    return problem;
+}
+
+} // namespace
+
+LinePairing LinePairing::of(const std::vector<ComparedSite> &sites, const std::vector<MeasuredLine> &lines,
+                            const Options &options)
+{
+    LinePairing pairing;
+    pairing.linesOf.resize(sites.size());
+    if (lines.empty())
+        fail(Texts::tr("no line was measured"));
+    const std::vector<char> isAssigned = enterAssigned(sites, lines, pairing);
+    const Problem problem = problemOf(sites, lines, pairing, isAssigned, options);
+    const int n = int(problem.sites()), m = int(problem.lines());
+    if (m == 0) {
+        pairing.mode = Mode::Assigned;
+        return pairing;
+    }
+    std::vector<int> asLines, asNuclei;
+    for (int site : problem.siteIds) {
+        asLines.push_back(sites[std::size_t(site)].lines);
+        asNuclei.push_back(sites[std::size_t(site)].nuclei);
+    }
+    const auto sum = [](const std::vector<int> &numbers) { return std::accumulate(numbers.begin(), numbers.end(), 0); };
+
+    if (m <= n && !problem.counts.empty()) {
+        pairing.mode = m == n ? Mode::Equal : Mode::Overlap;
+        pairing.byCounts = true;
+        const CountedSplit counted(problem);
+        enter(problem, best(problem, [&](const Scale &scale) { return counted.split(scale); }), pairing);
+    } else if (m == n) {
+        enterByAtoms(problem, std::vector<int>(std::size_t(n), 1), pairing);
+    } else if (m < n) {
+        pairing.mode = Mode::Overlap;
+        enter(problem, best(problem, [&](const Scale &scale) { return contiguousSplit(problem, scale); }), pairing);
+    } else if (m == sum(asLines)) {
+        enterByAtoms(problem, asLines, pairing);
+    } else if (m == sum(asNuclei)) {
+        enterByAtoms(problem, asNuclei, pairing);
+    } else if (m - n <= options.unmatched) {
+        pairing.mode = Mode::Unmatched;
+        if (n == 0)
+            pairing.leftOut = problem.lineIds;
+        else
+            enter(problem, best(problem, [&](const Scale &scale) { return sparseSplit(problem, scale); }), pairing);
+    } else {
+        fail(Texts::tr("%1 lines were measured, but the structure has only %2 sites for them").arg(m).arg(n));
+    }
+    return pairing;
+}
+
+QString LinePairing::text() const
+{
+    if (mode == Mode::Assigned)
+        return Texts::tr("assigned");
+    QString rest = mode == Mode::Equal ? Texts::tr("equal")
+        : mode == Mode::Overlap        ? Texts::tr("overlap")
+                                       : Texts::tr("unmatched");
+    if (byCounts)
+        rest = Texts::tr("%1 by counts").arg(rest);
+    return assignedLines > 0 ? Texts::tr("%1 assigned, %2").arg(assignedLines).arg(rest) : rest;
+}
+
+} // namespace Workbench

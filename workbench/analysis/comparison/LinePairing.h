@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QStringList>
+
+#include <optional>
+#include <vector>
+
+namespace Workbench {
+
+/// A site whose calculated shift is held against measured lines.
+struct ComparedSite {
+    QString name;
+    QStringList labels; ///< by which a peak list may call it
+    double shielding = 0; ///< isotropic, ppm
+    int nuclei = 1;
+    int lines = 1; ///< that it would give if its symmetry were not known
+};
+
+struct MeasuredLine {
+    double shift = 0; ///< ppm
+    std::optional<double> count; ///< nuclei, relative to those of the other lines
+    QStringList sites; ///< labels of the sites that the line was assigned to
+};
+
+/// Which lines belong to which sites.
+struct LinePairing {
+    enum class Mode {
+        Assigned, ///< every line names its sites
+        Equal, ///< by order, as many lines as sites or as atoms
+        Overlap, ///< several sites a line
+        Unmatched, ///< more lines than sites: some are left out
+    };
+    struct Options {
+        std::optional<double> slope = -1.0; ///< of the shift over the shielding; none: fitted along
+        int unmatched = 0; ///< lines that may be left out where there are more than sites
+    };
+
+    Mode mode = Mode::Equal; ///< of the lines that name no site, unless all do
+    int assignedLines = 0; ///< lines that name their sites
+    bool byCounts = false; ///< nuclei of the lines have fixed the overlap
+    std::vector<std::vector<int>>
+        linesOf; ///< by site; empty for a site without a line, several where each atom has one
+    std::vector<int> leftOut; ///< lines
+
+    /// Lines that name sites go there. The others go to the sites that are left, so that the sum of squared
+    /// differences, each site once, is least at the best reference: by order where the numbers are equal; else sites
+    /// sorted by shift are cut into groups, one a line. Given the counts of all lines, groups have these numbers of
+    /// nuclei up to a common factor; groups then need not be neighbours where the sites' own numbers differ. Throws
+    /// std::runtime_error when there are more lines than sites, a label is not known or counts cannot be met.
+    static LinePairing of(const std::vector<ComparedSite> &sites, const std::vector<MeasuredLine> &lines,
+                          const Options &options);
+
+    /// "equal", "overlap by counts", "2 assigned, overlap"…
+    QString text() const;
+};
+
+} // namespace Workbench

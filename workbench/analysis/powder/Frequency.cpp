@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/powder/Frequency.h"
+
+#include "analysis/powder/Matrices.h"
+#include "analysis/powder/Kernels.h"
+#include "analysis/powder/Lattice.h"
+#include "analysis/powder/Trigonometry.h"
+
+#include <Eigen/Dense>
+#include <Eigen/Eigenvalues>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace Workbench::Powder {
+
+namespace {
+
+using Eigen::Matrix3d;
+using Eigen::Vector3d;
+
+void setForm(Form &form, const Matrix3d &m)
+{
+    const double values[] = {m(0, 0), m(1, 1), m(2, 2), 2 * m(0, 1), 2 * m(0, 2), 2 * m(1, 2)};
+    std::copy(std::begin(values), std::end(values), form);
+}
+
+Matrix3d matrix(const Form &f)
+{
+    Matrix3d m;
+    m << f[0], f[3] / 2, f[4] / 2, f[3] / 2, f[1], f[5] / 2, f[4] / 2, f[5] / 2, f[2];
+    return m;
+}
+
+Vector3d gradient(const FrequencyForm &form, const Vector3d &b)
+{
+    const Matrix3d q = matrix(form.coupling);
+    const Vector3d qb = q * b;
+    return 2 * (matrix(form.quadratic) * b) + 4 * form.quartic * b.dot(qb) * qb;
+}
+
+double value(const FrequencyForm &form, const Vector3d &b)
+{
+    return valueAt(form, {b.x(), b.y(), b.z()});
+}
+
+/// Climbs from a direction to the next maximum of sign * form along the sphere.
+double summit(const FrequencyForm &form, double sign, Vector3d b)
+{
+    double height = sign * value(form, b);
+    double step = 0.05; // radians
+    for (int i = 0; i < 200 && step > 1e-12; ++i) {
+        const Vector3d full = sign * gradient(form, b);
+        const Vector3d slope = full - full.dot(b) * b;
+        const double norm = slope.norm();
+        if (norm == 0)
+            break;
+        const Vector3d next = (b + step / norm * slope).normalized();
+        const double higher = sign * value(form, next);
+        if (higher > height) {
+            b = next;
+            height = higher;
+        } else {
+            step /= 4;
+        }
+    }
+    return height;
+}
+
+/// Calls for directions spread over a hemisphere.
+template <class Function>
+void forDirections(size_t rows, Function function)
+{
+    LatticeRows lattice(rows);
+    for (bool more = true; more; more = lattice.advance()) {
+        for (const Octant &octant : octants) {
+            for (size_t j = 0; j < lattice.row().count; ++j) {
+                const LatticeRows::Row &row = lattice.row();
+                function(Vector3d(octant.x * row.x[j], octant.y * row.y[j], row.z[j]));
+            }
+        }
+    }
+}
+
+} // namespace
+
+std::vector<Transition> transitions(const Site &site, const Conditions &conditions)
+{
+    const double larmor = conditions.larmor * 1e6, spin = conditions.spin;
+    const Matrix3d shift = symmetric(site.shift) * conditions.larmor; // Hz
+    FrequencyForm form{};
+    form.constant = shift.trace() / 3;
+    setForm(form.quadratic, withoutTrace(shift));
+    if (spin < 0.75 || !site.coupling)
+        return {{form, 1}};
+    const Matrix3d q = withoutTrace(symmetric(*site.coupling)) * 1e6;
+    if (q.isZero(0))
+        return {{form, 1}};
+    std::vector<Transition> found;
+    if (std::fmod(spin, 1) == 0) {
+        // m to m - 1, first order: 3 (2m - 1) / (4 I (2I - 1)) b.q.b
+        for (double m = spin; m > -spin; --m) {
+            const double factor = 3 * (2 * m - 1) / (4 * spin * (2 * spin - 1));
+            FrequencyForm shifted = form;
+            setForm(shifted.quadratic, withoutTrace(shift) + factor * q);
+            // Of the matrix elements of I-; their sum is 2/3 I (I + 1) (2I + 1).
+            const double weight = (spin + m) * (spin - m + 1) / (2.0 / 3 * spin * (spin + 1) * (2 * spin + 1));
+            found.push_back({shifted, weight});
+        }
+        return found;
+    }
+    // Central transition to second order: K [tr q^2 / 4 - 3/8 p^2 - 3/2 (b.q^2.b - p^2)] with p = b.q.b.
+    const double root = 4 * spin * (2 * spin - 1);
+    const double k = 2 / larmor * (4 * spin * (spin + 1) - 3) / (root * root);
+    const Matrix3d square = q * q;
+    setForm(form.quadratic, withoutTrace(shift - 1.5 * k * square));
+    form.constant += k * square.trace() * (0.25 - 0.5);
+    setForm(form.coupling, q);
+    form.quartic = 9.0 / 8 * k;
+    return {{form, 1}};
+}
+
+FrequencyForm spinningMean(const FrequencyForm &form)
+{
+    const Matrix3d q = matrix(form.coupling), square = q * q;
+    FrequencyForm result = form;
+    // Of p = b.q.b the constant part is 0, and <p^2> = tr q^2 / 9 + 2/9 a.q^2.a - 7/18 (a.q.a)^2 for the axis a.
+    result.constant += form.quartic * square.trace() * (1.0 / 9 + 2.0 / 27);
+    result.quartic = -7.0 / 18 * form.quartic;
+    setForm(result.quadratic, form.quartic * 2 / 9 * withoutTrace(square));
+    return result;
+}
+
+double mean(const FrequencyForm &form)
+{
+    const Matrix3d q = matrix(form.coupling);
+    return form.constant + form.quartic * 2 / 15 * (q * q).trace();
+}
+
+double valueAt(const FrequencyForm &form, const std::array<double, 3> &direction)
+{
+    const Vector3d b(direction[0], direction[1], direction[2]);
+    const double p = b.dot(matrix(form.coupling) * b);
+    return form.constant + b.dot(matrix(form.quadratic) * b) + form.quartic * p * p;
+}
+
+std::pair<double, double> extremes(const FrequencyForm &form)
+{
+    double lowest = std::numeric_limits<double>::infinity(), highest = -lowest;
+    Vector3d low = Vector3d::UnitZ(), high = low;
+    forDirections(12, [&](const Vector3d &b) {
+        const double nu = value(form, b);
+        if (nu < lowest) {
+            lowest = nu;
+            low = b;
+        }
+        if (nu > highest) {
+            highest = nu;
+            high = b;
+        }
+    });
+    return {-summit(form, -1, low), summit(form, 1, high)};
+}
+
+std::pair<double, double> modulationExtremes(const FrequencyForm &form)
+{
+    constexpr size_t steps = 16;
+    static const TwiddleTable table(steps);
+    const Twiddles circle = table.twiddles();
+    const FrequencyForm average = spinningMean(form);
+    const double cosine = std::sqrt(1.0 / 3), sine = std::sqrt(2.0 / 3);
+    double lowest = 0, highest = 0;
+    forDirections(8, [&](const Vector3d &a) {
+        const Vector3d other = std::abs(a.x()) < 0.6 ? Vector3d::UnitX() : Vector3d::UnitY();
+        const Vector3d e1 = a.cross(other).normalized(), e2 = a.cross(e1);
+        const double centre = value(average, a);
+        for (size_t i = 0; i < steps; ++i) {
+            const Vector3d b = cosine * a + sine * (circle.cosines[i] * e1 + circle.sines[i] * e2);
+            const double difference = value(form, b) - centre;
+            lowest = std::min(lowest, difference);
+            highest = std::max(highest, difference);
+        }
+    });
+    return {lowest, highest};
+}
+
+} // namespace Workbench::Powder

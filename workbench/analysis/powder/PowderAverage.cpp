@@ -1,0 +1,302 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/powder/PowderAverage.h"
+
+#include "analysis/powder/Kernels.h"
+#include "analysis/powder/Lattice.h"
+#include "analysis/powder/Trigonometry.h"
+
+#include <algorithm>
+#include <cmath>
+#include <stdexcept>
+#include <tuple>
+
+namespace Workbench::Powder {
+
+namespace {
+
+constexpr size_t mostSteps = 16384;
+constexpr size_t mostCells = size_t(1) << 24; // of bins and sidebands: 128 MB
+
+/// The form seen from an octant, where coordinates are positive.
+FrequencyForm mirrored(const FrequencyForm &form, const Octant &octant)
+{
+    FrequencyForm result = form;
+    for (Form *f : {&result.quadratic, &result.coupling}) {
+        (*f)[3] *= octant.x * octant.y;
+        (*f)[4] *= octant.x;
+        (*f)[5] *= octant.y;
+    }
+    return result;
+}
+
+/// The frequency in bins instead of Hz.
+FrequencyForm scaled(const FrequencyForm &form, double start, double step)
+{
+    FrequencyForm result = form;
+    result.constant = (form.constant - start) / step;
+    result.quartic /= step;
+    for (double &element : result.quadratic)
+        element /= step;
+    return result;
+}
+
+/// Bins that hold integrals over their width become values at their middles, to the fourth order. `stride` numbers
+/// stand in each bin.
+void sharpen(std::vector<double> &bins, size_t count, size_t stride)
+{
+    std::vector<double> before(stride, 0.0);
+    for (size_t b = 0; b < count; ++b) {
+        for (size_t k = 0; k < stride; ++k) {
+            const double here = bins[b * stride + k];
+            const double next = b + 1 < count ? bins[(b + 1) * stride + k] : 0;
+            bins[b * stride + k] = here - (before[k] - 2 * here + next) / 24;
+            before[k] = here;
+        }
+    }
+}
+
+/// Bins from the lowest to the highest value of a function on the sphere. One bin alone when the function is constant.
+struct Bins {
+    double start = 0; ///< lower edge
+    double step = 1;
+    size_t count = 1;
+    bool isLine = false;
+};
+
+Bins binsFor(double low, double high, const FrequencyGrid &grid, size_t sidebands)
+{
+    const double scale = std::max(std::abs(low), std::abs(high));
+    Bins bins;
+    if (!(high - low > 1e-6 * grid.step() && high - low > 1e-12 * scale)) {
+        bins.start = 0.5 * (low + high);
+        bins.isLine = true;
+        return bins;
+    }
+    // Narrow patterns are resolved as well as wide ones.
+    bins.step = std::min(grid.step(), (high - low) / 16);
+    if (sidebands == 1) {
+        const double margin = 4 * grid.step();
+        low = std::max(low, grid.first() - margin);
+        high = std::max(low + bins.step, std::min(high, grid.last() + margin));
+    }
+    bins.step = std::max(bins.step, (high - low) * double(sidebands) / double(mostCells));
+    bins.start = low - 2 * bins.step;
+    bins.count = size_t((high - low) / bins.step) + 5;
+    return bins;
+}
+
+void reportRow(const Progress &progress, size_t row, size_t rows)
+{
+    if (progress && !progress(1 - double(rows - row) * double(rows - row) / (double(rows) * double(rows))))
+        throw Stopped();
+}
+
+SidebandRange sidebandRange(double low, double high, double rate)
+{
+    // Beyond the extreme frequency intensities fall off as Bessel functions do when their order exceeds the argument,
+    // over a width that grows with its cube root.
+    const double reach = std::max(-low, high) / rate;
+    if (!(reach < double(mostSteps))) {
+        throw std::invalid_argument("The spinning is so slow that there are more than " + std::to_string(mostSteps)
+                                    + " sidebands: compute the static spectrum");
+    }
+    long root = 0;
+    while (double(root * root * root) < reach)
+        ++root;
+    const long margin = 3 * root + 3;
+    SidebandRange range;
+    range.first = long(std::floor(low / rate)) - margin;
+    const long last = long(std::ceil(high / rate)) + margin;
+    range.steps = 8;
+    while (long(range.steps) < last - range.first + 1)
+        range.steps *= 2;
+    if (range.steps > mostSteps) {
+        throw std::invalid_argument("The spinning is so slow that there are more than " + std::to_string(mostSteps)
+                                    + " sidebands: compute the static spectrum");
+    }
+    // Both sides get what is left over.
+    range.first -= (long(range.steps) - (last - range.first + 1)) / 2;
+    return range;
+}
+
+} // namespace
+
+void FrequencyGrid::add(double frequency, double weight)
+{
+    const double position = (frequency - m_first) / m_step;
+    const double below = std::floor(position);
+    if (!(below >= 2 && below + 4 <= double(m_values.size())))
+        return;
+    const double t = position - below;
+    double *at = m_values.data() + size_t(below) - 2;
+    // Lagrange polynomials of the points -2 ... 3.
+    const double a = t + 2, b = t + 1, c = t, d = t - 1, e = t - 2, f = t - 3;
+    const double ab = a * b, cd = c * d, ef = e * f;
+    at[0] += weight * (b * cd * ef) / -120;
+    at[1] += weight * (a * cd * ef) / 24;
+    at[2] += weight * (ab * d * ef) / -12;
+    at[3] += weight * (ab * c * ef) / 12;
+    at[4] += weight * (ab * cd * f) / -24;
+    at[5] += weight * (ab * cd * e) / 120;
+}
+
+PowderPattern::PowderPattern(const Transition &transition, const Conditions &conditions)
+    : m_weight(transition.weight),
+      m_rate(conditions.rotation == Rotation::MagicAngle ? conditions.rate : 0),
+      m_form(transition.form),
+      m_centres(conditions.rotation == Rotation::Static ? transition.form : spinningMean(transition.form))
+{
+    std::tie(m_low, m_high) = extremes(m_centres);
+    if (m_rate > 0) {
+        m_modulation = modulationExtremes(m_form);
+        m_sidebands = sidebandRange(m_modulation.first, m_modulation.second, m_rate);
+    }
+}
+
+std::pair<double, double> PowderPattern::limits() const
+{
+    // Sidebands just outside may still be seen.
+    return {m_low + m_modulation.first - 3 * m_rate, m_high + m_modulation.second + 3 * m_rate};
+}
+
+size_t PowderPattern::rowsForFirstTry(double width, double tolerance) const
+{
+    // Found by trying: a triangle's curvature against the width, and sidebands against the steps of their directions.
+    const double centres = 0.1 * std::sqrt((m_high - m_low) / (width * tolerance));
+    const double sidebands = m_rate > 0 ? 0.35 * double(m_sidebands.steps) : 0;
+    return size_t(std::clamp(std::max(centres, sidebands), double(leastRows), double(mostRows) / 2));
+}
+
+void PowderPattern::addTo(FrequencyGrid &grid, size_t rows, const Progress &progress) const
+{
+    const size_t count = std::clamp(rows, leastRows, mostRows);
+    if (m_rate > 0)
+        addSidebands(grid, count, progress);
+    else
+        addCentres(grid, count, progress);
+}
+
+void PowderPattern::addCentres(FrequencyGrid &grid, size_t rows, const Progress &progress) const
+{
+    const Kernels &loops = kernels();
+    const Bins bins = binsFor(m_low, m_high, grid, 1);
+    if (bins.isLine) {
+        grid.add(bins.start, m_weight);
+        return;
+    }
+    std::vector<double> values(bins.count), slopes(bins.count), constants(bins.count);
+    const FrequencyForm inBins = scaled(m_centres, bins.start, bins.step);
+    const double limit = double(bins.count) - 1e-3;
+    LatticeRows lattice(rows);
+    std::array<std::array<std::vector<double>, 2>, octants.size()> frequencies;
+    std::array<FrequencyForm, octants.size()> forms;
+    for (size_t i = 0; i < octants.size(); ++i) {
+        forms[i] = mirrored(inBins, octants[i]);
+        for (auto &row : frequencies[i])
+            row.resize(rows + 1);
+    }
+    size_t index = 0;
+    do {
+        const LatticeRows::Row &row = lattice.row();
+        for (size_t i = 0; i < octants.size(); ++i) {
+            double *here = frequencies[i][index % 2].data();
+            loops.frequencies(&forms[i], limit, row.count, row.x.data(), row.y.data(), row.z.data(), here);
+            if (index > 0) {
+                loops.addTriangles(row.count + 1, frequencies[i][1 - index % 2].data(), here, lattice.up().data(),
+                                   lattice.down().data(), values.data(), slopes.data(), constants.data());
+            }
+        }
+        reportRow(progress, index++, rows);
+    } while (lattice.advance());
+    double slope = 0, constant = 0;
+    for (size_t b = 0; b < bins.count; ++b) {
+        slope += slopes[b];
+        constant += constants[b];
+        values[b] += slope * double(b) + constant;
+    }
+    // What was cut off lies in the outermost bins.
+    values.front() = values.back() = 0;
+    sharpen(values, bins.count, 1);
+    for (size_t b = 0; b < bins.count; ++b) {
+        if (values[b] != 0)
+            grid.add(bins.start + (double(b) + 0.5) * bins.step, m_weight * values[b]);
+    }
+}
+
+void PowderPattern::addSidebands(FrequencyGrid &grid, size_t rows, const Progress &progress) const
+{
+    const Kernels &loops = kernels();
+    const size_t steps = m_sidebands.steps;
+    const Bins bins = binsFor(m_low, m_high, grid, steps);
+    std::vector<double> values(bins.count * steps);
+    // A pattern that is a line lies in the one bin that it has.
+    const FrequencyForm inBins = scaled(m_centres, bins.start, bins.step);
+    const double limit = bins.isLine ? 0 : double(bins.count) - 1e-3;
+
+    const auto table = TwiddleTable::shared(steps);
+    const Twiddles twiddles = table->twiddles();
+    std::vector<double> work(4 * steps * laneCount);
+    LatticeRows lattice(rows, laneCount);
+    struct Row {
+        std::vector<double> centres; ///< in bins
+        std::vector<double> weights; ///< of the sidebands, vertex by vertex
+    };
+    std::array<std::array<Row, 2>, octants.size()> found;
+    std::array<FrequencyForm, octants.size()> forms, centreForms;
+    for (size_t i = 0; i < octants.size(); ++i) {
+        forms[i] = mirrored(m_form, octants[i]);
+        centreForms[i] = mirrored(inBins, octants[i]);
+        for (Row &row : found[i]) {
+            row.centres.resize(rows + 1);
+            row.weights.resize((rows + 1 + laneCount) * steps);
+        }
+    }
+    std::vector<double> profile(bins.count);
+    const auto addTriangle = [&](double a, double b, double c, double part, const double *w0, const double *w1,
+                                 const double *w2) {
+        const double corners[] = {a, b, c};
+        loops.addWeightedTriangle(corners, part / 3, steps, w0, w1, w2, profile.data(), values.data());
+    };
+    size_t index = 0;
+    do {
+        const LatticeRows::Row &row = lattice.row();
+        for (size_t i = 0; i < octants.size(); ++i) {
+            Row &here = found[i][index % 2];
+            loops.frequencies(&centreForms[i], limit, row.count, row.x.data(), row.y.data(), row.z.data(),
+                              here.centres.data());
+            for (size_t j = 0; j < row.count; j += laneCount) {
+                loops.sidebands(&forms[i], m_rate, &twiddles, &row.x[j], &row.y[j], &row.z[j], work.data(),
+                                &here.weights[j * steps]);
+            }
+            if (index == 0)
+                continue;
+            const Row &before = found[i][1 - index % 2];
+            const size_t count = row.count + 1;
+            for (size_t j = 0; j + 1 < count; ++j) {
+                const double *w = &before.weights[j * steps], *v = &here.weights[j * steps];
+                const double *a = &before.centres[j], *b = &here.centres[j];
+                addTriangle(a[0], a[1], b[0], lattice.up()[j], w, w + steps, v);
+                if (j + 2 < count)
+                    addTriangle(a[1], b[0], b[1], lattice.down()[j], w + steps, v, v + steps);
+            }
+        }
+        reportRow(progress, index++, rows);
+    } while (lattice.advance());
+
+    if (!bins.isLine)
+        sharpen(values, bins.count, steps);
+    for (size_t i = 0; i < steps; ++i) {
+        const long sideband = m_sidebands.first + long(i);
+        const size_t place = size_t(sideband) & (steps - 1);
+        const double shift = m_rate * double(sideband);
+        for (size_t b = 0; b < bins.count; ++b) {
+            const double value = values[b * steps + place];
+            if (value == 0)
+                continue;
+            const double centre = bins.isLine ? bins.start : bins.start + (double(b) + 0.5) * bins.step;
+            grid.add(centre + shift, m_weight * value);
+        }
+    }
+}
+
+} // namespace Workbench::Powder

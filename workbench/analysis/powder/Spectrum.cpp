@@ -1,0 +1,234 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/powder/Spectrum.h"
+
+#include "analysis/powder/Lattice.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <stdexcept>
+
+namespace Workbench::Powder {
+
+namespace {
+
+/// An axis in Hz, ascending.
+struct Hertz {
+    double first, step;
+    bool descending; ///< the caller's
+
+    Hertz(const Axis &axis, double larmor)
+        : first(std::min(axis.first, axis.last) * larmor),
+          step(std::abs(axis.step()) * larmor),
+          descending(axis.last < axis.first)
+    {
+    }
+};
+
+std::vector<PowderPattern> patterns(const Site &site, const Conditions &conditions)
+{
+    std::vector<PowderPattern> found;
+    for (const Transition &transition : transitions(site, conditions))
+        found.emplace_back(transition, conditions);
+    return found;
+}
+
+/// Of all intensities, Hz.
+std::pair<double, double> limits(const std::vector<std::vector<PowderPattern>> &patterns)
+{
+    double low = std::numeric_limits<double>::infinity(), high = -low;
+    for (const auto &site : patterns) {
+        for (const PowderPattern &pattern : site) {
+            const auto [first, last] = pattern.limits();
+            low = std::min(low, first);
+            high = std::max(high, last);
+        }
+    }
+    return {low, high};
+}
+
+double distance(std::span<const double> a, std::span<const double> b)
+{
+    double difference = 0, area = 0;
+    for (size_t i = 0; i < a.size(); ++i) {
+        difference += std::abs(a[i] - b[i]);
+        area += std::abs(b[i]);
+    }
+    return area > 0 ? difference / area : 0;
+}
+
+class SiteComputation {
+public:
+    SiteComputation(const std::vector<PowderPattern> &patterns, const Broadening &broadening, double width,
+                    const Accuracy &accuracy, const Progress &progress)
+        : m_patterns(patterns), m_broadening(broadening), m_width(width), m_accuracy(accuracy), m_progress(progress)
+    {
+    }
+
+    SiteCurve compute() const
+    {
+        SiteCurve result;
+        if (m_accuracy.directions > 0) {
+            const size_t rows = rowsForDirections(m_accuracy.directions);
+            m_broadening.apply(average(rows, 0, 1), result.values);
+            result.directions = directionCount(rows);
+        } else {
+            converge(result);
+        }
+        return result;
+    }
+
+private:
+    FrequencyGrid average(size_t rows, double done, double part) const
+    {
+        FrequencyGrid grid = m_broadening.grid();
+        const double share = part / double(m_patterns.size());
+        for (const PowderPattern &pattern : m_patterns) {
+            const Progress progress =
+                m_progress ? [&](double inner) { return m_progress(done + share * inner); } : Progress();
+            pattern.addTo(grid, rows, progress);
+            done += share;
+        }
+        return grid;
+    }
+
+    void converge(SiteCurve &result) const
+    {
+        size_t rows = leastRows;
+        for (const PowderPattern &pattern : m_patterns)
+            rows = std::max(rows, pattern.rowsForFirstTry(m_width, m_accuracy.tolerance));
+        FrequencyGrid coarse = average(std::min(rows, mostRows / 2), 0, 0.2);
+        std::vector<double> coarseCurve;
+        for (;;) {
+            rows = std::min(2 * rows, mostRows);
+            const FrequencyGrid fine = average(rows, 0.2, 0.8);
+            m_broadening.apply(fine, result.values, &coarse, &coarseCurve);
+            // The error falls with the square of the number of rows, so that of the finer curve is a third.
+            result.estimatedError = distance(coarseCurve, result.values) / 3;
+            result.directions = directionCount(rows);
+            if (result.estimatedError <= m_accuracy.tolerance || rows == mostRows)
+                return;
+            coarse = fine;
+        }
+    }
+
+    const std::vector<PowderPattern> &m_patterns;
+    const Broadening &m_broadening;
+    double m_width;
+    const Accuracy &m_accuracy;
+    const Progress &m_progress;
+};
+
+} // namespace
+
+void check(const LineShape &shape)
+{
+    for (double width : {shape.lorentzian, shape.gaussian}) {
+        if (!(width >= 0 && width <= 1e9))
+            throw std::invalid_argument("A line width must be between 0 and 1000000000 Hz");
+    }
+}
+
+void check(const Axis &axis)
+{
+    if (!(axis.points >= 2 && axis.points <= mostPoints))
+        throw std::invalid_argument("The number of points must be between 2 and " + std::to_string(mostPoints));
+    if (!std::isfinite(axis.first) || !std::isfinite(axis.last) || std::abs(axis.first) > 1e9
+        || std::abs(axis.last) > 1e9)
+        throw std::invalid_argument("The range must lie between -1000000000 and 1000000000 ppm");
+    const double scale = std::max(std::abs(axis.first), std::abs(axis.last));
+    if (!(std::abs(axis.step()) > 1e-9 * scale))
+        throw std::invalid_argument("The range is empty");
+}
+
+size_t rowsForDirections(double directions)
+{
+    return std::clamp(size_t(std::ceil(std::sqrt(std::max(directions - 1, 0.0) / 2))), leastRows, mostRows);
+}
+
+std::optional<Spectrum> spectrum(std::span<const Site> sites, const Conditions &conditions, const LineShape &shape,
+                                 const Axis &axis, const Accuracy &accuracy, const Progress &progress)
+{
+    check(conditions);
+    check(shape);
+    check(axis);
+    if (!(accuracy.directions >= 0 && accuracy.directions <= mostDirections))
+        throw std::invalid_argument("The number of orientations must be between 1 and 10000000");
+    if (accuracy.directions == 0 && !(accuracy.tolerance > 0 && accuracy.tolerance < 1))
+        throw std::invalid_argument("The tolerance must be between 0 and 1");
+    for (const Site &site : sites)
+        check(site, conditions);
+    std::vector<std::vector<PowderPattern>> found;
+    for (const Site &site : sites)
+        found.push_back(patterns(site, conditions));
+    Spectrum result;
+    result.axis = axis;
+    result.sum.assign(axis.points, 0.0);
+    if (sites.empty())
+        return result;
+    const Hertz hertz(axis, conditions.larmor);
+    const auto [low, high] = limits(found);
+    const Broadening broadening(hertz.first, hertz.step, axis.points, shape, low, high);
+    const double width = std::max(fullWidth(shape), hertz.step);
+    try {
+        for (size_t i = 0; i < sites.size(); ++i) {
+            const Progress part = progress
+                ? [&](double inner) { return progress((double(i) + inner) / double(sites.size())); }
+                : Progress();
+            SiteCurve curve = SiteComputation(found[i], broadening, width, accuracy, part).compute();
+            const double scale = sites[i].multiplicity * conditions.larmor;
+            for (double &value : curve.values)
+                value *= scale;
+            if (hertz.descending)
+                std::reverse(curve.values.begin(), curve.values.end());
+            for (size_t j = 0; j < axis.points; ++j)
+                result.sum[j] += curve.values[j];
+            result.converged = result.converged && curve.estimatedError <= accuracy.tolerance;
+            result.sites.push_back(std::move(curve));
+        }
+    } catch (const Stopped &) {
+        return std::nullopt;
+    }
+    return result;
+}
+
+std::optional<Axis> fittingAxis(std::span<const Site> sites, const Conditions &conditions, const LineShape &shape,
+                                size_t points, const Progress &progress)
+{
+    check(conditions);
+    check(shape);
+    if (sites.empty())
+        throw std::invalid_argument("There are no sites");
+    std::vector<std::vector<PowderPattern>> found;
+    for (const Site &site : sites) {
+        check(site, conditions);
+        found.push_back(patterns(site, conditions));
+    }
+    const auto [low, high] = limits(found);
+    // The wings of a Lorentzian fall below 0.1 % at 16 widths, those of a pattern as wide as w / (2 pi x^2) does
+    // against a thousandth of its mean height.
+    const double wings = std::sqrt(160 * shape.lorentzian * (high - low));
+    const double margin = std::max({16.5 * shape.lorentzian + 2 * shape.gaussian + wings, 0.02 * (high - low), 1.0});
+    Axis axis;
+    axis.first = (high + margin) / conditions.larmor;
+    axis.last = (low - margin) / conditions.larmor;
+    axis.points = 4096;
+    Accuracy rough;
+    rough.tolerance = 0.02;
+    const auto preview = spectrum(sites, conditions, shape, axis, rough, progress);
+    if (!preview)
+        return std::nullopt;
+    const double threshold = 1e-3 * *std::max_element(preview->sum.begin(), preview->sum.end());
+    const auto above = [&](double value) { return value >= threshold; };
+    const auto begin = preview->sum.begin(), end = preview->sum.end();
+    const auto first = std::find_if(begin, end, above);
+    const auto last = std::find_if(preview->sum.rbegin(), preview->sum.rend(), above).base();
+    Axis fitting;
+    fitting.points = points;
+    fitting.first = axis.at(size_t(std::max<ptrdiff_t>(first - begin - 2, 0)));
+    fitting.last = axis.at(size_t(std::min<ptrdiff_t>(last - begin + 1, ptrdiff_t(axis.points) - 1)));
+    check(fitting);
+    return fitting;
+}
+
+} // namespace Workbench::Powder

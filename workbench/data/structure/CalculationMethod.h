@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <optional>
+
+namespace Workbench {
+
+/// How the parameters of a file were calculated, as far as its [calculation] block says. References of shifts carry
+/// over only between calculations of one method.
+struct CalculationMethod {
+    QString code;
+    QString version; ///< of the code; it does not make another method
+    QString functional;
+    std::optional<double> cutoff; ///< of the plane waves, electronvolt
+
+    /// From the text of a file; what is missing there stays empty.
+    static CalculationMethod fromText(const QByteArray &text);
+    /// From a file, of which only the head is read. Empty for a file that cannot be opened.
+    static CalculationMethod fromFile(const QString &fileName);
+
+    bool isEmpty() const { return code.isEmpty() && functional.isEmpty() && !cutoff; }
+    /// The same code, functional and cut-off, this to a tenth of a percent. What one of both does not know makes no
+    /// difference.
+    bool agreesWith(const CalculationMethod &other) const;
+    /// "CASTEP, PBE, 680 eV"; a note where nothing is known.
+    QString text() const;
+};
+
+} // namespace Workbench

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <optional>
+#include <span>
+
+namespace Workbench {
+
+/// The straight line through positions that were meant to lie evenly.
+struct EvenAxis {
+    double first = 0.0;
+    double step = 0.0;
+    bool rounded =
+        false; ///< positions lie off the line by more than a quarter of a step, but not more than they are rounded
+};
+
+/// `decimals` and `digits` are the most that any position is written with. None when a position lies farther from the
+/// line than a quarter of a step and its rounding: one that is missing or stands there twice shows.
+std::optional<EvenAxis> evenAxis(std::span<const double> positions, int decimals, int digits);
+
+/// The point whose distance from the one before differs most from the usual one, for positions that are nearly even:
+/// one step in ten may differ. 0 for others.
+size_t oddPoint(std::span<const double> positions, double &usual);
+
+} // namespace Workbench

@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "formats/JcampBlocks.h"
+
+#include "data/NumberText.h"
+#include "data/ReaderText.h"
+
+#include <algorithm>
+
+namespace Workbench {
+
+using ReaderText::excerpt;
+using ReaderText::fail;
+using ReaderText::tr;
+using ReaderText::trimmed;
+
+const LabelledRecord *JcampBlock::find(std::string_view label) const
+{
+    const auto isIt = [&](const LabelledRecord &record) { return record.label == label; };
+    const auto end = records.rend(), begin = end - std::ptrdiff_t(headerSize);
+    const auto found = std::find_if(begin, end, isIt);
+    return found == end ? nullptr : &*found;
+}
+
+const LabelledRecord *JcampBlock::find(std::string_view label, int index) const
+{
+    for (size_t i = 0; i < headerSize; ++i) {
+        if (records[i].label == label && index-- == 0)
+            return &records[i];
+    }
+    return nullptr;
+}
+
+const LabelledRecord &JcampBlock::need(std::string_view label) const
+{
+    const LabelledRecord *record = find(label);
+    if (!record)
+        fail(source, line, tr("the block that begins here has no record ##%1=").arg(ReaderText::decoded(label)));
+    return *record;
+}
+
+std::string JcampBlock::text(std::string_view label) const
+{
+    const LabelledRecord *record = find(label);
+    return record ? record->text() : std::string();
+}
+
+double JcampBlock::number(const LabelledRecord &record, std::string_view text) const
+{
+    const auto value = NumberText::parse<double>(trimmed(text));
+    if (!value)
+        fail(source, record.line,
+             tr("expected a number for %1, found %2").arg(ReaderText::decoded(record.label), excerpt(text)));
+    return *value;
+}
+
+std::vector<JcampBlock> jcampBlocks(std::string_view text, const QString &source)
+{
+    std::vector<JcampBlock> blocks;
+    bool open = false;
+    for (const LabelledRecord &record : labelledRecords(text, source)) {
+        if (record.label == "TITLE") {
+            blocks.push_back({{}, 0, source, record.line});
+            open = true;
+        } else if (record.label == "END") {
+            open = false;
+        }
+        if (open)
+            blocks.back().records.push_back(record);
+    }
+    if (blocks.empty())
+        fail(source, tr("a JCAMP-DX file was expected, no record ##TITLE= was found"));
+    for (JcampBlock &block : blocks) {
+        const auto page = std::find_if(block.records.begin(), block.records.end(),
+                                       [](const LabelledRecord &record) { return record.label == "PAGE"; });
+        block.headerSize = size_t(page - block.records.begin());
+    }
+    return blocks;
+}
+
+std::string_view jcampField(std::string_view text, int index)
+{
+    for (; index > 0; --index) {
+        const size_t comma = text.find(',');
+        if (comma == std::string_view::npos)
+            return {};
+        text.remove_prefix(comma + 1);
+    }
+    return trimmed(text.substr(0, text.find(',')));
+}
+
+} // namespace Workbench

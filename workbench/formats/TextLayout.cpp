@@ -1,0 +1,562 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "formats/TextLayout.h"
+
+#include "data/NumberText.h"
+#include "data/ReaderText.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+
+namespace Workbench {
+
+using ReaderText::excerpt;
+using ReaderText::fail;
+using ReaderText::tr;
+using ReaderText::trimmed;
+using Role = TextLayout::Role;
+using Unit = TextLayout::Unit;
+
+namespace {
+
+constexpr std::string_view commentMarks = "#%!;";
+constexpr size_t rowsOfSpectrum = 32;
+
+bool isBlank(char c)
+{
+    return c == ' ' || c == '\t';
+}
+
+/// The line up to a comment. A mark within a word is none: names may hold one.
+std::string_view uncommented(std::string_view line, char separator)
+{
+    bool quoted = false, atStart = true;
+    for (size_t i = 0; i < line.size(); ++i) {
+        const char c = line[i];
+        if (c == '"')
+            quoted = !quoted;
+        else if (!quoted && atStart && c != separator && commentMarks.find(c) != std::string_view::npos)
+            return line.substr(0, i);
+        atStart = isBlank(c) || c == separator;
+    }
+    return line;
+}
+
+/// A whole comment line's text; empty for another one.
+std::string_view commentText(std::string_view line)
+{
+    line = trimmed(line);
+    const size_t start = line.find_first_not_of(commentMarks);
+    return start == 0 || start == std::string_view::npos ? std::string_view() : trimmed(line.substr(start));
+}
+
+/// What the table of one way to split the lines looks like.
+struct Split {
+    TextLayout layout;
+    size_t matching = 0; ///< rows
+};
+
+using Fields = std::vector<std::string_view>;
+
+std::vector<Fields> splitAll(const TextLayout &layout, const std::vector<TextLine> &rows)
+{
+    std::vector<Fields> all(rows.size());
+    for (size_t i = 0; i < rows.size(); ++i)
+        layout.split(rows[i].text, all[i]);
+    return all;
+}
+
+bool matches(const TextLayout &layout, const Fields &fields)
+{
+    if (fields.size() != layout.columns.size())
+        return false;
+    for (size_t i = 0; i < fields.size(); ++i) {
+        if (layout.columns[i].numeric && !layout.number(fields[i]))
+            return false;
+    }
+    return true;
+}
+
+/// The number of fields that most rows have, and which of them are numbers in most of these rows.
+Split trySplit(char separator, bool decimalComma, const std::vector<TextLine> &rows)
+{
+    Split split;
+    split.layout.separator = separator;
+    split.layout.decimalComma = decimalComma;
+    const std::vector<Fields> all = splitAll(split.layout, rows);
+    std::map<size_t, std::vector<size_t>> numbers; // by the count of fields, how many rows have a number in each
+    std::map<size_t, size_t> rowsOf;
+    for (const Fields &fields : all) {
+        std::vector<size_t> &counts = numbers[fields.size()];
+        counts.resize(fields.size());
+        bool any = false;
+        for (size_t i = 0; i < fields.size(); ++i) {
+            const bool isNumber = split.layout.number(fields[i]).has_value();
+            counts[i] += isNumber;
+            any |= isNumber;
+        }
+        rowsOf[fields.size()] += any;
+    }
+    const auto usual = std::max_element(rowsOf.begin(), rowsOf.end(),
+                                        [](const auto &a, const auto &b) { return a.second < b.second; });
+    if (usual == rowsOf.end() || usual->second == 0)
+        return split;
+    split.layout.columns.resize(usual->first);
+    for (size_t i = 0; i < usual->first; ++i)
+        split.layout.columns[i].numeric = 2 * numbers[usual->first][i] > usual->second;
+    const auto &columns = split.layout.columns;
+    if (std::any_of(columns.begin(), columns.end(), [](const auto &column) { return column.numeric; }))
+        split.matching = size_t(
+            std::count_if(all.begin(), all.end(), [&](const Fields &fields) { return matches(split.layout, fields); }));
+    return split;
+}
+
+/// A number that is damaged rather than a word: 12.3abc, nan. The name of a nucleus is a word.
+bool isDamagedNumber(std::string_view field)
+{
+    const QString text = ReaderText::decoded(field).toLower();
+    if (text == u"nan" || text == u"inf" || text == u"-inf" || text == u"-nan")
+        return true;
+    static const QRegularExpression nucleus(QStringLiteral("^\\d{1,3}[A-Za-z]{1,2}\\b"));
+    return !field.empty() && std::string_view("0123456789.+-").find(field.front()) != std::string_view::npos
+        && field.find_first_of("0123456789") != std::string_view::npos
+        && !nucleus.match(ReaderText::decoded(field)).hasMatch();
+}
+
+struct Meaning {
+    Role role = Role::Ignored;
+    Unit unit = Unit::Unknown;
+    bool known = false;
+};
+
+/// What the name of a column says: "Chemical Shift (ppm)", "δ(1H)", "Hz", "Intensity", "ppm_f1".
+Meaning meaningOf(const QString &name)
+{
+    static const QRegularExpression notLetters(QStringLiteral("[^\\p{L}\\p{N}#]+"));
+    const QStringList words = name.toLower().split(notLetters, Qt::SkipEmptyParts);
+    const auto has = [&](std::initializer_list<const char *> any) {
+        return std::any_of(any.begin(), any.end(),
+                           [&](const char *word) { return words.contains(QString::fromUtf8(word)); });
+    };
+    if (has({"width", "fwhm", "linewidth", "error", "sigma", "integral", "integrals", "area", "phase", "coupling",
+             "volume"}))
+        return {Role::Ignored, Unit::Unknown, true};
+    const Unit unit = has({"khz"})                                                      ? Unit::Kilohertz
+        : has({"hz", "hertz"})                                                          ? Unit::Hertz
+        : has({"ppm", "shift", "shifts", "δ", "delta", "position", "positions", "pos"}) ? Unit::Ppm
+                                                                                        : Unit::Unknown;
+    if (unit != Unit::Unknown || has({"x", "f1", "f2", "w1", "w2", "frequency"}))
+        return {has({"f1", "w1"}) ? Role::PositionF1 : Role::Position, unit, true};
+    if (has({"imag", "imaginary", "im"}))
+        return {Role::Imaginary, unit, true};
+    if (has({"intensity", "intensities", "height", "amplitude", "real", "re", "signal", "y", "data", "abundance", "int",
+             "spectrum"}))
+        return {Role::Intensity, unit, true};
+    if (has({"count", "sites", "multiplicity"}))
+        return {Role::Count, unit, true};
+    if (has({"label", "labels", "name", "assignment", "assign", "atom", "atoms", "site", "comment", "annotation"}))
+        return {Role::Label, unit, true};
+    if (has({"number", "no", "nr", "#", "index", "point", "peak", "id"}))
+        return {Role::Number, unit, true};
+    return {};
+}
+
+/// The first nucleus that a text names.
+QString nucleusIn(const QString &text)
+{
+    static const QRegularExpression pattern(
+        QStringLiteral("(?<![A-Za-z0-9.])\\^?(\\d{1,3})([A-Z][a-z]?)(?![A-Za-z0-9])"));
+    const QRegularExpressionMatch match = pattern.match(text);
+    return match.hasMatch() && match.captured(2) != u"D" ? match.captured(1) + match.captured(2) : QString();
+}
+
+/// Names from the lines above the table, the nearest last; several lines may make one name each.
+void nameColumns(TextLayout &layout, const std::vector<QString> &headers)
+{
+    const size_t count = layout.columns.size();
+    for (auto header = headers.rbegin(); header != headers.rend() && header - headers.rbegin() < 4; ++header) {
+        Fields fields;
+        const std::string text = header->toStdString();
+        for (char separator : {layout.separator, ',', '\t', ';', ' '}) {
+            TextLayout other;
+            other.separator = separator;
+            other.split(text, fields);
+            if (fields.size() == count)
+                break;
+        }
+        if (fields.size() != count)
+            continue;
+        std::vector<Meaning> meanings;
+        for (std::string_view field : fields)
+            meanings.push_back(meaningOf(ReaderText::decoded(field)));
+        if (std::none_of(meanings.begin(), meanings.end(), [](const Meaning &meaning) { return meaning.known; }))
+            continue;
+        for (size_t i = 0; i < count; ++i) {
+            TextLayout::Column &column = layout.columns[i];
+            const QString name = ReaderText::decoded(fields[i]);
+            column.name = column.name.isEmpty() ? name : name + u' ' + column.name;
+        }
+    }
+    for (TextLayout::Column &column : layout.columns) {
+        const Meaning meaning = meaningOf(column.name);
+        column.role = column.numeric ? meaning.role : Role::Label;
+        column.unit = meaning.unit;
+        column.nucleus = nucleusIn(column.name);
+    }
+}
+
+/// 0, 1, 2… or 1, 2, 3…
+bool counts(const std::vector<double> &values)
+{
+    if (values.size() < 3 || (values[0] != 0.0 && values[0] != 1.0))
+        return false;
+    for (size_t i = 0; i < values.size(); ++i) {
+        if (values[i] != values[0] + double(i))
+            return false;
+    }
+    return true;
+}
+
+bool areWhole(const std::vector<double> &values)
+{
+    return std::all_of(values.begin(), values.end(), [](double v) { return v == std::floor(v); });
+}
+
+/// The other column is this one times a positive number: Hz and ppm of the same axis.
+double commonRatio(const std::vector<double> &numerator, const std::vector<double> &denominator)
+{
+    double xy = 0.0, xx = 0.0;
+    for (size_t i = 0; i < numerator.size(); ++i) {
+        xy += numerator[i] * denominator[i];
+        xx += denominator[i] * denominator[i];
+    }
+    const double ratio = xx > 0.0 ? xy / xx : 0.0;
+    const auto [low, high] = std::minmax_element(denominator.begin(), denominator.end());
+    for (size_t i = 0; i < numerator.size(); ++i) {
+        if (!(std::abs(numerator[i] - ratio * denominator[i]) <= 1e-3 * ratio * (*high - *low)))
+            return 0.0;
+    }
+    return ratio;
+}
+
+/// One of two coordinates stays while the other one runs.
+bool isGrid(const std::vector<double> &running, const std::vector<double> &staying)
+{
+    constexpr size_t leastRow = 4;
+    return running.size() >= rowsOfSpectrum
+        && std::all_of(staying.begin(), staying.begin() + leastRow, [&](double v) { return v == staying[0]; })
+        && looksEven({running.begin(), running.begin() + leastRow});
+}
+
+/// The roles of columns that no header names, by what they hold.
+class RoleGuess {
+public:
+    RoleGuess(TextLayout &layout, const std::vector<std::vector<double>> &values, const QString &source,
+              const ReadOptions &options)
+        : m_layout(layout), m_values(values), m_source(source), m_options(options)
+    {
+        for (int i = 0; i < int(layout.columns.size()); ++i) {
+            if (layout.columns[size_t(i)].numeric)
+                m_numeric.push_back(i);
+        }
+    }
+
+    void guess()
+    {
+        switch (m_numeric.size()) {
+        case 1:
+            return take({Role::Position});
+        case 2:
+            return guessTwo();
+        case 3:
+            return guessThree();
+        case 4:
+            return guessFour();
+        default:
+            fail(m_source, m_layout.firstLine,
+                 tr("%1 columns of numbers need a header line that names them, such as \"ppm,intensity\"")
+                     .arg(m_numeric.size()));
+        }
+    }
+
+private:
+    const std::vector<double> &values(size_t i) const { return m_values[size_t(m_numeric[i])]; }
+    bool isLong() const { return values(0).size() >= rowsOfSpectrum; }
+
+    void take(std::initializer_list<Role> roles)
+    {
+        size_t i = 0;
+        for (Role role : roles)
+            m_layout.columns[size_t(m_numeric[i++])].role = role;
+    }
+
+    void guessTwo()
+    {
+        const bool numbered = counts(values(0)) && !areWhole(values(1));
+        if (isLong() && counts(values(0)) && looksEven(values(0))) {
+            fail(m_source, m_layout.firstLine,
+                 tr("the first column counts the points, a position in ppm or Hz was expected; if these are "
+                    "positions, say so in a header line \"ppm,intensity\""));
+        }
+        if (m_options.dimensions == 2)
+            return take({Role::Position, Role::PositionF1});
+        if (numbered) {
+            m_layout.notes.append(
+                tr("The first column was taken as the number of the peak, the second as its position."));
+            return take({Role::Number, Role::Position});
+        }
+        take({Role::Position, Role::Intensity});
+    }
+
+    void guessThree()
+    {
+        if (isGrid(values(0), values(1)) || isGrid(values(1), values(0)))
+            return take({Role::Position, Role::PositionF1, Role::Intensity});
+        if (isLong() && looksEven(values(0)) && !counts(values(0))) {
+            m_layout.notes.append(tr("The three columns were taken as position, real and imaginary part."));
+            return take({Role::Position, Role::Intensity, Role::Imaginary});
+        }
+        if (counts(values(0))) {
+            m_layout.notes.append(tr("The columns were taken as number, position and height of the peaks."));
+            return take({Role::Number, Role::Position, Role::Intensity});
+        }
+        if (m_options.dimensions == 1)
+            fail(m_source, m_layout.firstLine, tr("expected \"position[,height]\", found 3 fields"));
+        m_layout.notes.append(tr("The columns were taken as position in F2, position in F1 and height."));
+        take({Role::Position, Role::PositionF1, Role::Intensity});
+    }
+
+    void guessFour()
+    {
+        const double frequency = commonRatio(values(2), values(3));
+        if (!counts(values(0)) || !(frequency > 1.0)) {
+            fail(m_source, m_layout.firstLine,
+                 tr("four columns without names were expected to be number, intensity, Hz and ppm; a header line "
+                    "such as \"ppm,intensity\" tells what they are"));
+        }
+        m_layout.notes.append(tr("The four columns were taken as number, intensity, Hz and ppm."));
+        take({Role::Number, Role::Intensity, Role::Ignored, Role::Position});
+        m_layout.columns[size_t(m_numeric[2])].unit = Unit::Hertz;
+        m_layout.columns[size_t(m_numeric[3])].unit = Unit::Ppm;
+    }
+
+    TextLayout &m_layout;
+    const std::vector<std::vector<double>> &m_values;
+    const QString &m_source;
+    const ReadOptions &m_options;
+    std::vector<int> m_numeric;
+};
+
+/// Of several columns with positions the one in ppm counts, a second one of the kind is F1.
+void sortOutPositions(TextLayout &layout)
+{
+    std::vector<TextLayout::Column *> positions;
+    for (TextLayout::Column &column : layout.columns) {
+        if (column.role == Role::Position)
+            positions.push_back(&column);
+    }
+    const bool hasPpm =
+        std::any_of(positions.begin(), positions.end(), [](const auto *column) { return column->unit == Unit::Ppm; });
+    bool taken = false, takenF1 = layout.columnOf(Role::PositionF1) >= 0;
+    for (TextLayout::Column *column : positions) {
+        if (hasPpm && column->unit != Unit::Ppm)
+            column->role = Role::Ignored;
+        else if (!std::exchange(taken, true))
+            continue;
+        else
+            column->role = std::exchange(takenF1, true) ? Role::Ignored : Role::PositionF1;
+    }
+    // A lone F1 is the only axis.
+    if (!taken && takenF1)
+        layout.columns[size_t(layout.columnOf(Role::PositionF1))].role = Role::Position;
+}
+
+/// The first of several columns of a role stays.
+void keepFirst(TextLayout &layout, Role role)
+{
+    bool taken = false;
+    for (TextLayout::Column &column : layout.columns) {
+        if (column.role == role && std::exchange(taken, true))
+            column.role = Role::Ignored;
+    }
+}
+
+/// In MHz, from a column in Hz beside the position in ppm, or the only frequency that the lines above name.
+void findFrequency(TextLayout &layout, const std::vector<std::vector<double>> &values,
+                   const std::vector<QString> &headers)
+{
+    const size_t position = size_t(layout.columnOf(Role::Position));
+    for (size_t i = 0; i < layout.columns.size() && layout.columns[position].unit == Unit::Ppm; ++i) {
+        if (layout.columns[i].role == Role::Ignored && layout.columns[i].numeric
+            && layout.columns[i].unit == Unit::Hertz)
+            layout.frequency = commonRatio(values[i], values[position]);
+    }
+    static const QRegularExpression pattern(QStringLiteral("(\\d+(?:\\.\\d+)?)\\s*MHz"));
+    QStringList found;
+    for (const QString &header : headers) {
+        for (auto match = pattern.globalMatch(header); match.hasNext();)
+            found.append(match.next().captured(1));
+    }
+    found.removeDuplicates();
+    if (layout.frequency == 0.0 && found.size() == 1)
+        layout.frequency = found.first().toDouble();
+}
+
+void noteIgnored(TextLayout &layout)
+{
+    QStringList names;
+    for (const TextLayout::Column &column : layout.columns) {
+        if (column.role == Role::Ignored && !column.name.isEmpty())
+            names.append(u'"' + column.name.simplified() + u'"');
+    }
+    if (!names.isEmpty())
+        layout.notes.append(tr("Columns that were not used: %1.").arg(names.join(QStringLiteral(", "))));
+}
+
+} // namespace
+
+bool looksEven(const std::vector<double> &positions)
+{
+    if (positions.size() < 3)
+        return positions.size() == 2 && positions[0] != positions[1];
+    const double step = (positions.back() - positions.front()) / double(positions.size() - 1);
+    for (size_t i = 0; i < positions.size(); ++i) {
+        // Rounded positions lie off by up to half of their last place, which may be several steps.
+        if (std::abs(positions[i] - positions.front() - step * double(i)) > 3.0 * std::abs(step))
+            return false;
+    }
+    return step != 0.0;
+}
+
+int TextLayout::columnOf(Role role) const
+{
+    const auto found =
+        std::find_if(columns.begin(), columns.end(), [&](const Column &column) { return column.role == role; });
+    return found == columns.end() ? -1 : int(found - columns.begin());
+}
+
+bool TextLayout::isEmptyLine(std::string_view line) const
+{
+    return trimmed(uncommented(line, separator)).empty();
+}
+
+void TextLayout::split(std::string_view line, std::vector<std::string_view> &fields) const
+{
+    fields.clear();
+    std::string_view rest = trimmed(uncommented(line, separator));
+    const bool blanks = separator == ' ';
+    while (!rest.empty() || (!blanks && !fields.empty())) {
+        size_t end = 0;
+        for (bool quoted = false; end < rest.size(); ++end) {
+            if (rest[end] == '"')
+                quoted = !quoted;
+            else if (!quoted && (blanks ? isBlank(rest[end]) : rest[end] == separator))
+                break;
+        }
+        std::string_view field = trimmed(rest.substr(0, end));
+        if (field.size() >= 2 && field.front() == '"' && field.back() == '"')
+            field = trimmed(field.substr(1, field.size() - 2));
+        fields.push_back(field);
+        if (end == rest.size())
+            break;
+        rest.remove_prefix(end + 1);
+        if (blanks)
+            rest = trimmed(rest);
+    }
+}
+
+std::optional<double> TextLayout::number(std::string_view field) const
+{
+    if (const size_t comma = field.find(','); decimalComma && comma != std::string_view::npos) {
+        std::string text(field);
+        text[comma] = '.';
+        return NumberText::parse<double>(text);
+    }
+    return NumberText::parse<double>(field);
+}
+
+TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, const QString &source,
+                        const ReadOptions &options)
+{
+    std::vector<TextLine> rows;
+    for (const TextLine &line : sample) {
+        if (!trimmed(line.text).empty() && commentText(line.text).empty()
+            && commentMarks.find(trimmed(line.text).front()) == std::string_view::npos)
+            rows.push_back(line);
+    }
+    if (rows.empty())
+        return {};
+    Split best;
+    for (const auto &[separator, decimalComma] :
+         {std::pair('\t', false), std::pair('\t', true), std::pair(';', false), std::pair(';', true),
+          std::pair(',', false), std::pair(' ', false), std::pair(' ', true)}) {
+        if (Split split = trySplit(separator, decimalComma, rows); split.matching > best.matching)
+            best = std::move(split);
+    }
+    TextLayout &layout = best.layout;
+    if (best.matching == 0) {
+        for (const TextLine &row : rows) {
+            if (isDamagedNumber(trimmed(row.text)))
+                fail(source, row.number, tr("expected a number, found %1").arg(excerpt(row.text)));
+        }
+        if (complete && rows.size() <= 2)
+            return {}; // a header alone
+        fail(source, rows.front().number, tr("no table of numbers was found, expected \"ppm,intensity\" or peaks"));
+    }
+
+    std::vector<QString> headers;
+    std::vector<std::vector<double>> values(layout.columns.size());
+    Fields fields;
+    int passedOver = 0;
+    bool started = false;
+    for (const TextLine &line : sample) {
+        if (const std::string_view comment = commentText(line.text); !comment.empty() && !started)
+            headers.push_back(ReaderText::decoded(comment));
+        if (layout.isEmptyLine(line.text))
+            continue;
+        layout.split(line.text, fields);
+        if (matches(layout, fields)) {
+            if (!std::exchange(started, true))
+                layout.firstLine = line.number;
+            for (size_t i = 0; i < fields.size(); ++i)
+                values[i].push_back(layout.columns[i].numeric ? *layout.number(fields[i]) : 0.0);
+            continue;
+        }
+        for (size_t i = 0; i < std::min(fields.size(), layout.columns.size()); ++i) {
+            if ((started || fields.size() == layout.columns.size()) && layout.columns[i].numeric
+                && !layout.number(fields[i]) && (started || isDamagedNumber(fields[i])))
+                fail(source, line.number, tr("expected a number, found %1").arg(excerpt(fields[i])));
+        }
+        if (started) {
+            fail(source, line.number,
+                 tr("expected %1 fields as in the lines before, found %2")
+                     .arg(layout.columns.size())
+                     .arg(fields.size()));
+        }
+        headers.push_back(ReaderText::decoded(line.text));
+        ++passedOver;
+    }
+    nameColumns(layout, headers);
+    if (layout.columnOf(Role::Position) < 0 && layout.columnOf(Role::PositionF1) < 0) {
+        for (TextLayout::Column &column : layout.columns)
+            column.role = column.numeric ? Role::Ignored : Role::Label;
+        RoleGuess(layout, values, source, options).guess();
+    }
+    sortOutPositions(layout);
+    for (Role role : {Role::Intensity, Role::Imaginary, Role::Count, Role::Number})
+        keepFirst(layout, role);
+    TextLayout::Column &position = layout.columns[size_t(layout.columnOf(Role::Position))];
+    for (auto header = headers.rbegin(); header != headers.rend() && position.unit == Unit::Unknown; ++header)
+        position.unit = meaningOf(*header).unit;
+    for (auto header = headers.rbegin(); header != headers.rend() && position.nucleus.isEmpty(); ++header)
+        position.nucleus = nucleusIn(*header);
+    findFrequency(layout, values, headers);
+    noteIgnored(layout);
+    if (passedOver > 1)
+        layout.notes.append(tr("%1 lines above the table were passed over.").arg(passedOver));
+    return std::move(layout);
+}
+
+} // namespace Workbench

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "data/Measurement.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Workbench {
+
+/// How the columns of a plain text are written and what they mean, found out from its first lines.
+struct TextLayout {
+    enum class Role { Ignored, Position, PositionF1, Intensity, Imaginary, Number, Count, Label };
+    enum class Unit { Unknown, Ppm, Hertz, Kilohertz };
+
+    struct Column {
+        Role role = Role::Ignored;
+        Unit unit = Unit::Unknown;
+        bool numeric = false;
+        QString name; ///< in the header; empty without one
+        QString nucleus; ///< that the name tells
+    };
+
+    char separator = ','; ///< a blank stands for blanks and tabs
+    bool decimalComma = false;
+    int firstLine = 0; ///< of the table
+    std::vector<Column> columns;
+    double frequency = 0.0; ///< MHz, where the text tells: a column in Hz beside the one in ppm, or "400.13 MHz"
+    QStringList notes;
+
+    int columnOf(Role role) const; ///< -1: none
+    /// The fields of a line, trimmed, quotes taken off. A comment at its end is no field.
+    void split(std::string_view line, std::vector<std::string_view> &fields) const;
+    std::optional<double> number(std::string_view field) const;
+    /// Nothing but blanks or a comment.
+    bool isEmptyLine(std::string_view line) const;
+};
+
+struct TextLine {
+    std::string text;
+    int number = 0;
+};
+
+/// The layout of a text by its first lines; `complete` when these are all. A text that is no table is an error
+/// that names `source`, and so is a row among the first lines that does not fit the others. No lines but comments: no
+/// columns.
+TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, const QString &source,
+                        const ReadOptions &options);
+
+/// Whether the positions lie evenly, but for the rounding of their texts.
+bool looksEven(const std::vector<double> &positions);
+
+} // namespace Workbench
