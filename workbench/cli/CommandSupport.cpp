@@ -8,6 +8,8 @@
 #include "cli/Simulation.h"
 #include "host/HostApplication.h"
 #include "host/PluginManager.h"
+#include "data/Error.h"
+#include "data/Language.h"
 
 #include <QApplication>
 
@@ -21,8 +23,7 @@ namespace {
 void printPluginFailures(const HostApplication &host)
 {
     for (const PluginManager::Failure &failure : host.plugins().failures()) {
-        printError(
-            QStringLiteral("magres-workbench: plug-in %1 is not loaded: %2\n").arg(failure.file, failure.reason));
+        printError(Texts::tr("magres-workbench: plug-in %1 is not loaded: %2\n").arg(failure.file, failure.reason));
     }
 }
 
@@ -35,6 +36,7 @@ CommandRun headless(std::function<void(HostApplication &, MessageLog &)> run, co
             qputenv("QT_QPA_PLATFORM", "offscreen");
         const PrivateSettings settings(settingsWithin);
         const QApplication application(start.argc, start.argv);
+        const Language language(start.language);
         MessageLog log;
         HostApplication host;
         host.loadPlugins(start.pluginDirectory);
@@ -51,7 +53,7 @@ CommandRun headless(std::function<void(HostApplication &, MessageLog &)> run, co
 QString required(const CommandLine &line, const char *option)
 {
     if (!line.has(option))
-        throw UsageError(QStringLiteral("option %1 is required").arg(CommandLine::shown(option)));
+        throw UsageError(Texts::tr("option %1 is required").arg(CommandLine::shown(option)));
     return line.value(option);
 }
 
@@ -60,7 +62,7 @@ void printOut(const QString &text)
     const QByteArray bytes = text.toUtf8();
     if (std::fwrite(bytes.constData(), 1, bytes.size(), stdout) != std::size_t(bytes.size())
         || std::fflush(stdout) != 0)
-        throw CommandError(QStringLiteral("standard output cannot be written"));
+        throw CommandError(Texts::tr("standard output cannot be written"));
 }
 
 void printError(const QString &text)
@@ -98,7 +100,7 @@ std::vector<OptionSpec> withSimulateOptions(std::vector<OptionSpec> options)
 
 void reportLineWidths(const Simulation &simulation, bool onStandardError)
 {
-    const QString text = QStringLiteral("Line width: %1\n").arg(simulation.lineWidths());
+    const QString text = Texts::tr("Line width: %1\n").arg(simulation.lineWidths());
     onStandardError ? printError(text) : printOut(text);
 }
 

@@ -9,6 +9,8 @@
 #include "host/FileFilterRegistry.h"
 #include "host/HostApplication.h"
 #include "formats/OutputFiles.h"
+#include "data/Error.h"
+#include "data/Language.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -53,7 +55,7 @@ Experiment readExperiment(const CommandLine &line, const SimulateOptions &option
         nuclei.append(options.dimension[1].nucleus);
     const QString path = line.value("experiment");
     if (!QFileInfo::exists(path))
-        throw CommandError(QStringLiteral("%1: there is no such file").arg(path));
+        throw CommandError(Texts::tr("%1: there is no such file").arg(path));
     return Experiment(path, nuclei);
 }
 
@@ -63,7 +65,7 @@ void refuseRepeated(const QStringList &files)
     for (const QString &file : files) {
         const QString path = QFileInfo(file).absoluteFilePath();
         if (seen.contains(path))
-            throw UsageError(QStringLiteral("\"%1\" is given twice").arg(file));
+            throw UsageError(Texts::tr("\"%1\" is given twice").arg(file));
         seen.insert(path);
     }
 }
@@ -78,7 +80,7 @@ public:
         const QString name = line.has("format") ? line.value("format") : known ? suffix : QStringLiteral("text");
         const auto format = TableExport::formatOfName(name);
         if (!format)
-            throw UsageError(QStringLiteral("option --format: \"%1\" is not one of: text, csv, json").arg(name));
+            throw UsageError(Texts::tr("option --format: \"%1\" is not one of: text, csv, json").arg(name));
         m_format = *format;
     }
 
@@ -111,7 +113,7 @@ int finish(std::vector<RankRow> rows, int dimensions, const RankOutput &output)
     output.write(rows, dimensions);
     const auto failed = std::count_if(rows.begin(), rows.end(), [](const RankRow &row) { return row.failed(); });
     if (failed > 0)
-        printError(QStringLiteral("magres-workbench rank: %1 of %2 files failed\n").arg(failed).arg(rows.size()));
+        printError(Texts::tr("magres-workbench rank: %1 of %2 files failed\n").arg(failed).arg(rows.size()));
     return failed > 0 ? ExitSomeFailed : ExitDone;
 }
 
@@ -120,12 +122,13 @@ CommandRun prepareMerge(const CommandLine &line)
     for (const OptionSpec &option : rankCommand().options) {
         const std::string_view name = option.name;
         if (line.has(option.name) && name != "merge" && name != "format" && name != "o")
-            throw UsageError(
-                QStringLiteral("option %1 means nothing with --merge").arg(CommandLine::shown(option.name)));
+            throw UsageError(Texts::tr("option %1 means nothing with --merge").arg(CommandLine::shown(option.name)));
     }
     const RankOutput output(line);
     const QStringList parts = line.positional();
-    return [=](const ProgramStart &) {
+    return [=](const ProgramStart &start) {
+        const QCoreApplication application(start.argc, start.argv);
+        const Language language(start.language);
         const RankTable::Part all = RankTable::merge(parts);
         return finish(all.rows, all.dimensions, output);
     };
@@ -143,18 +146,21 @@ CommandRun prepareRank(const CommandLine &line)
     const int jobs =
         line.has("jobs") ? OptionValues::count(CommandLine::shown("jobs"), line.value("jobs"), mostWorkers) : 1;
     return [=](const ProgramStart &start) {
-        readExperiment(line, options);
-        output.check();
-        const QStringList files = line.positional();
         // Workers put theirs inside: one that crashes leaves nothing behind.
         const PrivateSettings directory;
         const QCoreApplication application(start.argc, start.argv);
+        const Language language(start.language);
+        readExperiment(line, options);
+        output.check();
+        const QStringList files = line.positional();
         RankWorkers::Crew crew;
         ProgressLine progress;
         crew.program = QCoreApplication::applicationFilePath();
         crew.arguments = workerArguments(line);
         if (!start.pluginDirectory.isEmpty())
             crew.arguments.append(QStringLiteral("--plugin-path=") + start.pluginDirectory);
+        if (!start.language.isEmpty())
+            crew.arguments.append(QStringLiteral("--language=") + start.language);
         crew.arguments.append(QStringLiteral("--settings=") + directory.path());
         crew.workers = jobs;
         crew.dimensions = options.twoDimensional ? 2 : 1;
@@ -186,7 +192,7 @@ CommandRun prepareWorker(const CommandLine &line)
     const SimulateOptions options = SimulateOptions::parse(line);
     const auto run = [=](HostApplication &host, MessageLog &log) {
         if (host.fileFilters().filters().isEmpty())
-            throw CommandError(QStringLiteral("no plug-in with a file filter is loaded"));
+            throw CommandError(Texts::tr("no plug-in with a file filter is loaded"));
         const Experiment experiment = readExperiment(line, options);
         keepMemory();
         RankMeasurement measurement(host, log, options, experiment);

@@ -11,6 +11,7 @@
 #include "data/NumberText.h"
 #include "items/DocumentItem.h"
 #include "items/plot/NmrData.h"
+#include "data/Error.h"
 
 #include <QRegularExpression>
 
@@ -81,7 +82,7 @@ std::vector<double> rmsds(Simulation &simulation, const QUuid &experiment, int d
 {
     const std::vector<double> reported = reportedRmsds(simulation.rmsd());
     if (int(reported.size()) != dimensions)
-        throw CommandError(QStringLiteral("the plug-in's report of the RMSD is not understood"));
+        throw CommandError(Texts::tr("the plug-in's report of the RMSD is not understood"));
     const QList<SpectrumPeak> &simulated = simulation.data().spectrum(simulation.entry()).peaks;
     const QList<SpectrumPeak> &measured = simulation.data().spectrum(experiment).peaks;
     std::vector<double> values;
@@ -89,7 +90,7 @@ std::vector<double> rmsds(Simulation &simulation, const QUuid &experiment, int d
         const double own = pairedRmsd(simulated, measured, d == 0 ? &SpectrumPeak::f2 : &SpectrumPeak::f1);
         values.push_back(confirmed(own, reported[std::size_t(d)]));
         if (!std::isfinite(values.back()))
-            throw CommandError(QStringLiteral("the RMSD is not a number"));
+            throw CommandError(Texts::tr("the RMSD is not a number"));
     }
     return values;
 }
@@ -107,7 +108,7 @@ double overall(const std::vector<double> &rmsd, const Simulation &simulation)
                                  .value(QStringLiteral("SpectrometerFrequencies"))
                                  .value<DoubleVector>();
     if (frequencies.size() < 2 || !(frequencies[0] > 0) || !(frequencies[1] > 0))
-        throw CommandError(QStringLiteral("the spectrum has no frequencies"));
+        throw CommandError(Texts::tr("the spectrum has no frequencies"));
     const double inF2 = rmsd[1] * frequencies[1] / frequencies[0];
     return std::sqrt((rmsd[0] * rmsd[0] + inF2 * inF2) / 2);
 }
@@ -132,7 +133,7 @@ RankRow RankMeasurement::measure(const QString &file)
         // The plug-in's general advice stands before the cause.
         row.message = elided(QString::fromUtf8(error.what()).section(QStringLiteral("\n\n"), -1).simplified());
         if (row.message.isEmpty())
-            row.message = QStringLiteral("failed without a message");
+            row.message = Texts::tr("failed without a message");
     }
     emptyDocument();
     return row;

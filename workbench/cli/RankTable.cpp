@@ -15,7 +15,6 @@
 namespace Workbench {
 
 using ReaderText::fail;
-using ReaderText::tr;
 
 namespace RankTable {
 
@@ -23,7 +22,8 @@ namespace {
 
 constexpr qint64 largestPart = qint64(512) << 20;
 
-/// A column: its name in CSV and JSON, its title in text, and how a row's value goes in and comes out.
+/// A column: its name in CSV and JSON, its title in text (translated where it is shown), and how a row's value goes in
+/// and comes out.
 struct Column {
     const char *name;
     const char *title;
@@ -32,16 +32,16 @@ struct Column {
 };
 
 constexpr Column numberColumns1D[] = {
-    {"reference", "Reference, ppm", &RankRow::Dimension::reference, 0},
-    {"offset", "Offset, ppm", &RankRow::Dimension::offset, 0},
+    {"reference", QT_TRANSLATE_NOOP("Texts", "Reference, ppm"), &RankRow::Dimension::reference, 0},
+    {"offset", QT_TRANSLATE_NOOP("Texts", "Offset, ppm"), &RankRow::Dimension::offset, 0},
 };
 constexpr Column numberColumns2D[] = {
-    {"reference", "Reference, ppm", &RankRow::Dimension::reference, 0},
-    {"reference_f1", "Reference F1, ppm", &RankRow::Dimension::reference, 1},
-    {"offset", "Offset, ppm", &RankRow::Dimension::offset, 0},
-    {"offset_f1", "Offset F1, ppm", &RankRow::Dimension::offset, 1},
-    {"rmsd_f2", "RMSD F2, ppm", &RankRow::Dimension::rmsd, 0},
-    {"rmsd_f1", "RMSD F1, ppm", &RankRow::Dimension::rmsd, 1},
+    {"reference", QT_TRANSLATE_NOOP("Texts", "Reference, ppm"), &RankRow::Dimension::reference, 0},
+    {"reference_f1", QT_TRANSLATE_NOOP("Texts", "Reference F1, ppm"), &RankRow::Dimension::reference, 1},
+    {"offset", QT_TRANSLATE_NOOP("Texts", "Offset, ppm"), &RankRow::Dimension::offset, 0},
+    {"offset_f1", QT_TRANSLATE_NOOP("Texts", "Offset F1, ppm"), &RankRow::Dimension::offset, 1},
+    {"rmsd_f2", QT_TRANSLATE_NOOP("Texts", "RMSD F2, ppm"), &RankRow::Dimension::rmsd, 0},
+    {"rmsd_f1", QT_TRANSLATE_NOOP("Texts", "RMSD F1, ppm"), &RankRow::Dimension::rmsd, 1},
 };
 
 std::span<const Column> numberColumns(int dimensions)
@@ -118,7 +118,7 @@ public:
                 fields.back() += c;
             }
         }
-        fail(m_source, m_line, tr("the file ends within this line"));
+        fail(m_source, m_line, Texts::tr("the file ends within this line"));
     }
     int line() const { return m_line; }
 
@@ -147,7 +147,7 @@ public:
         const auto value = NumberText::parse<Number>(ReaderText::view(text));
         if (!value) {
             fail(m_source, m_records.line(),
-                 tr("expected a number for %1, found %2")
+                 Texts::tr("expected a number for %1, found %2")
                      .arg(QLatin1String(column), ReaderText::excerpt(ReaderText::view(text))));
         }
         return value;
@@ -164,7 +164,8 @@ RankRow rowOf(const Records &records, const QString &source, int dimensions)
     const auto columns = numberColumns(dimensions);
     const std::size_t expected = 2 + columns.size() + std::size(lastColumns);
     if (records.fields.size() != expected) {
-        fail(source, records.line(), tr("expected %1 fields, found %2").arg(expected).arg(records.fields.size()));
+        fail(source, records.line(),
+             Texts::tr("expected %1 fields, found %2").arg(expected).arg(records.fields.size()));
     }
     FieldReader reader(records, source);
     RankRow row;
@@ -174,8 +175,8 @@ RankRow rowOf(const Records &records, const QString &source, int dimensions)
     const auto needed = [&](std::optional<double> value, const char *name) {
         if (value.has_value() != ranked) {
             fail(source, records.line(),
-                 ranked ? tr("a structure with a rank has no %1").arg(QLatin1String(name))
-                        : tr("a structure without a rank has a number for %1").arg(QLatin1String(name)));
+                 ranked ? Texts::tr("a structure with a rank has no %1").arg(QLatin1String(name))
+                        : Texts::tr("a structure without a rank has a number for %1").arg(QLatin1String(name)));
         }
         return value.value_or(0.0);
     };
@@ -192,8 +193,8 @@ RankRow rowOf(const Records &records, const QString &source, int dimensions)
     row.message = QString::fromUtf8(reader.next());
     if (row.file.isEmpty() || ranked != row.message.isEmpty()) {
         fail(source, records.line(),
-             row.file.isEmpty() ? tr("the name of the structure is missing")
-                                : tr("expected either a rank or a message"));
+             row.file.isEmpty() ? Texts::tr("the name of the structure is missing")
+                                : Texts::tr("expected either a rank or a message"));
     }
     return row;
 }
@@ -208,10 +209,10 @@ void parseRowsInto(Part &part, Records &records, const QString &source)
 
 QByteArray text(const std::vector<RankRow> &rows, int dimensions)
 {
-    QStringList titles{tr("Rank"), tr("RMSD, ppm")};
+    QStringList titles{Texts::tr("Rank"), Texts::tr("RMSD, ppm")};
     for (const Column &column : numberColumns(dimensions))
-        titles.append(tr(column.title));
-    titles << tr("Peaks") << tr("Experimental") << tr("File") << tr("Message");
+        titles.append(Texts::tr(column.title));
+    titles << Texts::tr("Peaks") << Texts::tr("Experimental") << Texts::tr("File") << Texts::tr("Message");
     std::vector<QStringList> cells;
     int rank = 0;
     for (const RankRow &row : rows) {
@@ -305,8 +306,8 @@ Part parse(const QByteArray &text, const QString &source)
     if (bytes.starts_with("\xEF\xBB\xBF"))
         bytes.remove_prefix(3);
     Records records(bytes, source);
-    const QString expected =
-        tr("expected the output of rank in csv format, which begins with %1").arg(QLatin1String("rank,file,reference"));
+    const QString expected = Texts::tr("expected the output of rank in csv format, which begins with %1")
+                                 .arg(QLatin1String("rank,file,reference"));
     if (!records.next())
         fail(source, 1, expected);
     const QByteArray found = QByteArrayList(records.fields.begin(), records.fields.end()).join(',');
@@ -329,17 +330,15 @@ Part merge(const QStringList &files)
         const Part part = parse(ReaderText::readFile(file, largestPart), file);
         if (all.dimensions != 0 && part.dimensions != all.dimensions) {
             fail(file, 1,
-                 tr("this part ranks by %1D spectra, %2 by %3D ones")
-                     .arg(part.dimensions)
-                     .arg(files.constFirst())
-                     .arg(all.dimensions));
+                 Texts::tr("this part ranks by %1D spectra, %2 by %3D ones")
+                     .arg(QString::number(part.dimensions), files.constFirst(), QString::number(all.dimensions)));
         }
         all.dimensions = part.dimensions;
         for (std::size_t i = 0; i < part.rows.size(); ++i) {
             QString &place = places[part.rows[i].file];
             if (!place.isEmpty())
-                fail(file, part.lines[i], tr("%1 stands in %2 already").arg(part.rows[i].file, place));
-            place = tr("%1, line %2").arg(file).arg(part.lines[i]);
+                fail(file, part.lines[i], Texts::tr("%1 stands in %2 already").arg(part.rows[i].file, place));
+            place = Texts::tr("%1, line %2").arg(file, QString::number(part.lines[i]));
         }
         all.rows.insert(all.rows.end(), part.rows.begin(), part.rows.end());
     }

@@ -11,6 +11,7 @@
 #include "analysis/SpinSystem.h"
 #include "data/PluginCall.h"
 #include "items/table/TableItem.h"
+#include "data/Error.h"
 
 #include <QFileInfo>
 
@@ -26,10 +27,10 @@ QMap<QString, double> byNucleus(const CommandLine &line, const char *option, con
     for (const QString &text : line.values(option)) {
         const qsizetype equals = text.indexOf(u'=');
         if (equals < 0 && nuclei.size() > 1)
-            throw UsageError(QStringLiteral("option %1: \"%2\" names no nucleus, as in 13C=170").arg(shown, text));
+            throw UsageError(Texts::tr("option %1: \"%2\" names no nucleus, as in 13C=170").arg(shown, text));
         const QString nucleus = equals < 0 ? nuclei.constFirst() : text.left(equals);
         if (!nuclei.contains(nucleus))
-            throw UsageError(QStringLiteral("option %1: %2 is not among the nuclei given").arg(shown, nucleus));
+            throw UsageError(Texts::tr("option %1: %2 is not among the nuclei given").arg(shown, nucleus));
         values.insert(nucleus, OptionValues::number(shown, text.mid(equals + 1)));
     }
     return values;
@@ -42,9 +43,9 @@ SpinSystem::Options optionsOf(const CommandLine &line)
     for (const QString &text : line.values("nucleus")) {
         const QString nucleus = OptionValues::nucleus(QStringLiteral("--nucleus"), text);
         if (!Nuclides::table().contains(nucleus))
-            throw UsageError(QStringLiteral("option --nucleus: \"%1\" is not an NMR nucleus").arg(nucleus));
+            throw UsageError(Texts::tr("option --nucleus: \"%1\" is not an NMR nucleus").arg(nucleus));
         if (options.nuclei.contains(nucleus))
-            throw UsageError(QStringLiteral("option --nucleus: %1 is given twice").arg(nucleus));
+            throw UsageError(Texts::tr("option --nucleus: %1 is given twice").arg(nucleus));
         options.nuclei.append(nucleus);
     }
     options.labels = line.value("atoms").split(u',', Qt::SkipEmptyParts);

@@ -5,6 +5,7 @@
 #include "cli/Simulation.h"
 #include "formats/TableExport.h"
 #include "items/table/TableItem.h"
+#include "data/Error.h"
 
 namespace Workbench {
 
@@ -16,7 +17,7 @@ CommandRun prepareTable(const CommandLine &line)
     const QString formatName = line.has("format") ? line.value("format") : QStringLiteral("text");
     const auto format = TableExport::formatOfName(formatName);
     if (!format)
-        throw UsageError(QStringLiteral("option --format: \"%1\" is not one of: text, csv, json").arg(formatName));
+        throw UsageError(Texts::tr("option --format: \"%1\" is not one of: text, csv, json").arg(formatName));
     const QString file = line.positional().constFirst();
     return headless([=](HostApplication &host, MessageLog &log) {
         Simulation simulation(host, log);

@@ -35,7 +35,8 @@ QString massAndSymbol(const SpectrumAxis &axis)
 void checkDimensions(qsizetype found, qsizetype expected, const QString &name)
 {
     if (found != expected) {
-        fail(Texts::tr("%1 has %2 dimension(s), the spectrum in the plot has %3").arg(name).arg(found).arg(expected));
+        fail(Texts::tr("%1 has %2 dimension(s), the spectrum in the plot has %3")
+                 .arg(name, QString::number(found), QString::number(expected)));
     }
 }
 

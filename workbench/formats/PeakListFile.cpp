@@ -19,12 +19,12 @@ std::vector<Peak> parse(const QByteArray &text, const QString &source, int dimen
     Measurement measurement = TextReader::parse(text, source, options);
     auto *list = std::get_if<MeasuredPeaks>(&measurement);
     if (!list)
-        ReaderText::fail(source, ReaderText::tr("this is a spectrum, a list of peaks was expected"));
+        ReaderText::fail(source, Texts::tr("this is a spectrum, a list of peaks was expected"));
     if (list->dimensions != dimensions)
-        ReaderText::fail(
-            source,
-            dimensions == 1 ? ReaderText::tr("this is a list of 2D peaks, expected \"position[,height]\"")
-                            : ReaderText::tr("this is a list of 1D peaks, expected \"position,position_f1[,height]\""));
+        ReaderText::fail(source,
+                         dimensions == 1
+                             ? Texts::tr("this is a list of 2D peaks, expected \"position[,height]\"")
+                             : Texts::tr("this is a list of 1D peaks, expected \"position,position_f1[,height]\""));
     return std::move(list->peaks);
 }
 
