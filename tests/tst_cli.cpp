@@ -1,17 +1,13 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "Failure.h"
 #include "cli/CliErrors.h"
 #include "cli/OptionValues.h"
 #include "cli/SimulateOptions.h"
 #include "data/Nuclides.h"
-#include "formats/PeakListFile.h"
 
 #include <QtTest>
 
 using namespace Workbench;
 using namespace Qt::StringLiterals;
-
-using PeakListFile::Peak;
 
 namespace {
 
@@ -228,35 +224,6 @@ private Q_SLOTS:
         for (const OptionSpec &option : SimulateOptions::specs())
             QVERIFY2(finished.output.contains(CommandLine::shown(option.name) + u' '), option.name);
         QVERIFY(finished.output.contains(u"--plugin-path DIR"));
-    }
-
-    void peakLists()
-    {
-        struct Case {
-            const char *text;
-            int dimensions;
-            std::vector<Peak> peaks;
-        };
-        for (const Case &c : {Case{"10\n20.5\n", 1, {{10}, {20.5}}},
-                              Case{"position,height\n# c\n 10 , 2 # why\n\n-5,-1", 1, {{10, 0, 2}, {-5, 0, -1}}},
-                              Case{"3.5,60\n1.2,15,4\n", 2, {{3.5, 60, 1}, {1.2, 15, 4}}},
-                              Case{"\xEF\xBB\xBFppm\r\n1\r\n2\r\n", 1, {{1, 0, 1}, {2, 0, 1}}},
-                              Case{"1\r2", 1, {{1, 0, 1}, {2, 0, 1}}}})
-            QVERIFY2(PeakListFile::parse(c.text, u"exp.csv"_s, c.dimensions) == c.peaks, c.text);
-
-        for (const auto &[text, dimensions, message] :
-             {std::tuple("# nothing\n", 1, "no peaks"),
-              std::tuple("position,height\n1,2\n", 2, "line 1: this is a list of 1D peaks"),
-              std::tuple("f2,f1\n1,2\n", 1, "line 1: this is a list of 2D peaks"),
-              std::tuple("position\n", 1, "no peaks"), std::tuple("ppm\nppm\n1", 1, "line 2"),
-              std::tuple("1\n12.3abc\n", 1, "line 2: expected a number, found \"12.3abc\""),
-              std::tuple("12.3abc\n", 1, "line 1"), std::tuple("nan\n", 1, "line 1"),
-              std::tuple("1,inf\n", 1, "line 1"), std::tuple("1,5,2\n", 1, "found 3 fields"),
-              std::tuple("1\n", 2, "position,position_f1"), std::tuple("\1\2", 1, "line 1")}) {
-            const QByteArray found = failure(
-                [&, text = text, dimensions = dimensions] { PeakListFile::parse(text, u"exp.csv"_s, dimensions); });
-            QVERIFY2(found.contains(message) && found.contains("exp.csv"), found);
-        }
     }
 };
 

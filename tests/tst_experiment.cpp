@@ -195,7 +195,7 @@ private Q_SLOTS:
         for (const auto &[path, shown, message] :
              {std::tuple(proton, spectrumOf(u"13C"_s), "is a spectrum of 1H"),
               std::tuple(proton, spectrumOf(u"1H"_s, 2), "1 dimension"),
-              std::tuple(samples + u"/paracetamol-1H.csv"_s, spectrumOf(u"1H"_s, 2), "line "),
+              std::tuple(samples + u"/paracetamol-1H.csv"_s, spectrumOf(u"1H"_s, 2), "has 1 dimension"),
               std::tuple(samples, Spectrum(), "no spectrum to put"),
               std::tuple(u"/nowhere.csv"_s, spectrumOf(u"1H"_s), "/nowhere.csv")}) {
             const QByteArray text = failure([&, path = path, shown = shown] { ExperimentFile::read(path, shown); });

@@ -16,17 +16,6 @@ namespace {
 
 constexpr const char *version = WORKBENCH_VERSION;
 
-const std::vector<OptionSpec> &programOptions()
-{
-    static const std::vector<OptionSpec> list{
-        {"plugin-path", "DIR", "Directory of the plug-ins. Default: beside the program."},
-        {"language", "en|de", "Language of the texts. Default: the system's."},
-        {"version", nullptr, "Show the version."},
-        {"help", nullptr, "Show this help."},
-    };
-    return list;
-}
-
 QString commandList()
 {
     QString text = Texts::tr("Commands (magres-workbench COMMAND --help tells more):\n");
@@ -59,6 +48,7 @@ int runWindow(const QStringList &files, const ProgramStart &start)
 {
     const QApplication application(start.argc, start.argv);
     const Language language(start.language);
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/workbench/icon.svg")));
     WindowApplication host;
     host.loadPlugins(start.pluginDirectory);
     host.window().show();
@@ -119,6 +109,7 @@ int main(int argc, char **argv)
     QCoreApplication::setOrganizationName(QStringLiteral("magres-workbench"));
     QCoreApplication::setApplicationName(QStringLiteral("magres-workbench"));
     QCoreApplication::setApplicationVersion(QLatin1String(version));
+    QGuiApplication::setDesktopFileName(QStringLiteral("org.magres_tools.workbench"));
     QStringList arguments;
     for (int i = 1; i < argc; ++i)
         arguments.append(QFile::decodeName(argv[i]));

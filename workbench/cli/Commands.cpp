@@ -15,6 +15,9 @@ namespace Workbench {
 
 namespace {
 
+constexpr OptionSpec pluginPathOption{"plugin-path", "DIR", "Directory of the plug-ins. Default: beside the program."};
+constexpr OptionSpec languageOption{"language", "en|de", "Language of the texts. Default: the system's."};
+
 QString usageOf(const Command &command)
 {
     return QStringLiteral("magres-workbench %1 %2").arg(QLatin1String(command.name), QLatin1String(command.usage));
@@ -63,11 +66,22 @@ std::optional<CommandRun> prepared(const Command &command, const QStringList &ar
 
 } // namespace
 
+const std::vector<OptionSpec> &programOptions()
+{
+    static const std::vector<OptionSpec> list{
+        pluginPathOption,
+        languageOption,
+        {"version", nullptr, "Show the version."},
+        {"help", nullptr, "Show this help."},
+    };
+    return list;
+}
+
 const std::vector<OptionSpec> &commonOptions()
 {
     static const std::vector<OptionSpec> list{
-        {"plugin-path", "DIR", "Directory of the plug-ins. Default: beside the program."},
-        {"language", "en|de", "Language of the texts. Default: the system's."},
+        pluginPathOption,
+        languageOption,
         {"help", nullptr, "Show this help."},
     };
     return list;
@@ -76,8 +90,8 @@ const std::vector<OptionSpec> &commonOptions()
 const std::vector<Command> &commands()
 {
     static const std::vector<Command> list{
-        tableCommand(),  simulateCommand(),   fitCommand(),  rmsdCommand(),
-        renderCommand(), spinSystemCommand(), rankCommand(), rankWorkerCommand(),
+        tableCommand(),      simulateCommand(), fitCommand(),        rmsdCommand(),     renderCommand(),
+        spinSystemCommand(), rankCommand(),     rankWorkerCommand(), completeCommand(), manualPagesCommand(),
     };
     return list;
 }
@@ -94,7 +108,7 @@ const Command *findCommand(const QString &name)
 QString languageOf(const QStringList &arguments)
 {
     const QString option = CommandLine::shown("language");
-    for (qsizetype i = 0; i < arguments.size(); ++i) {
+    for (qsizetype i = 0; i < arguments.size() && arguments[i] != u"--"; ++i) {
         const bool separate = arguments[i] == option;
         if (!separate && !arguments[i].startsWith(option + u'='))
             continue;

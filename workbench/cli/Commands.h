@@ -53,6 +53,9 @@ Command spinSystemCommand();
 Command rankCommand();
 /// The workers of `rank`, started by the program itself.
 Command rankWorkerCommand();
+/// For the shell and for who packs the program.
+Command completeCommand();
+Command manualPagesCommand();
 
 /// Options that more than one command has.
 const OptionSpec &experimentOption();
@@ -69,6 +72,9 @@ QString required(const CommandLine &line, const char *option);
 const std::vector<Command> &commands();
 const Command *findCommand(const QString &name);
 
+/// Options of the program without a command.
+const std::vector<OptionSpec> &programOptions();
+
 /// Options that every command has.
 const std::vector<OptionSpec> &commonOptions();
 
@@ -76,8 +82,8 @@ const std::vector<OptionSpec> &commonOptions();
 /// no application object yet.
 int runCommand(const Command &command, const QStringList &arguments, ProgramStart start);
 
-/// The value of the option "--language" wherever it stands; empty without one. Throws UsageError for a language in
-/// which there are no texts.
+/// The value of the option "--language" wherever it stands before "--"; empty without one. Throws UsageError for a
+/// language in which there are no texts.
 QString languageOf(const QStringList &arguments);
 
 /// For users on a terminal: text to standard output. Throws CommandError when it cannot be written.

@@ -36,8 +36,8 @@ Language::Language(const QString &chosen)
         return;
     m_qtTexts = std::make_unique<Catalogue>(QLibraryInfo::path(QLibraryInfo::TranslationsPath),
                                             QStringLiteral("qtbase"), current());
-    m_texts = std::make_unique<Catalogue>(QStringLiteral(":/workbench/translations"), QStringLiteral("workbench"),
-                                          current());
+    m_texts =
+        std::make_unique<Catalogue>(QStringLiteral(":/workbench/translations"), QStringLiteral("workbench"), current());
 }
 
 Language::~Language()

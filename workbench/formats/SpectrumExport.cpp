@@ -137,23 +137,37 @@ void writeJson(const SpectrumEntry &entry, QIODevice &device)
     device.write(QJsonDocument(object).toJson());
 }
 
-const QStringList &suffixes()
+const std::vector<Format> &formats()
 {
-    static const QStringList list{QStringLiteral("csv"), QStringLiteral("json"), QStringLiteral("jdx"),
-                                  QStringLiteral("dx")};
+    static const std::vector<Format> list{
+        {QT_TRANSLATE_NOOP("Texts", "Data points"), "data points", {QStringLiteral("csv")}, writeCsv},
+        {QT_TRANSLATE_NOOP("Texts", "JCAMP-DX spectrum"),
+         "JCAMP-DX, 1D only",
+         {QStringLiteral("jdx"), QStringLiteral("dx")},
+         JcampExport::write},
+        {QT_TRANSLATE_NOOP("Texts", "Peaks and parameters"),
+         "axes, peaks, parameters",
+         {QStringLiteral("json")},
+         writeJson},
+    };
+    return list;
+}
+
+QStringList suffixes()
+{
+    QStringList list;
+    for (const Format &format : formats())
+        list += format.suffixes;
     return list;
 }
 
 void write(const SpectrumEntry &entry, const QString &suffix, QIODevice &device)
 {
-    if (suffix == u"csv")
-        writeCsv(entry, device);
-    else if (suffix == u"json")
-        writeJson(entry, device);
-    else if (suffix == u"jdx" || suffix == u"dx")
-        JcampExport::write(entry, device);
-    else
-        fail(Texts::tr("the file name must end in .%1").arg(suffixes().join(QLatin1String(", ."))));
+    for (const Format &format : formats()) {
+        if (format.suffixes.contains(suffix))
+            return format.write(entry, device);
+    }
+    fail(Texts::tr("the file name must end in .%1").arg(suffixes().join(QLatin1String(", ."))));
 }
 
 } // namespace SpectrumExport

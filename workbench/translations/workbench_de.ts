@@ -1345,6 +1345,18 @@ Optionen:
         <source>Please wait</source>
         <translation>Bitte warten</translation>
     </message>
+    <message>
+        <source>Data points</source>
+        <translation>Datenpunkte</translation>
+    </message>
+    <message>
+        <source>JCAMP-DX spectrum</source>
+        <translation>JCAMP-DX-Spektrum</translation>
+    </message>
+    <message>
+        <source>Peaks and parameters</source>
+        <translation>Peaks und Parameter</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::ContourLevelsDialog</name>
@@ -1433,18 +1445,6 @@ Optionen:
     <message>
         <source>PNG image</source>
         <translation>PNG-Bild</translation>
-    </message>
-    <message>
-        <source>Data points</source>
-        <translation>Datenpunkte</translation>
-    </message>
-    <message>
-        <source>JCAMP-DX spectrum</source>
-        <translation>JCAMP-DX-Spektrum</translation>
-    </message>
-    <message>
-        <source>Peaks and parameters</source>
-        <translation>Peaks und Parameter</translation>
     </message>
     <message>
         <source>Comma-separated values</source>
