@@ -9,6 +9,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -23,7 +24,9 @@ public:
     void ReportRuns(const std::vector<Run> &runs) override
     {
         for (const Run &run : runs) {
-            if (run.run_type != Run::RT_Iteration)
+            // Where repetitions are reported by their statistics alone, the median has to do.
+            const bool isRepetition = run.run_type == Run::RT_Iteration;
+            if (!isRepetition && (run.aggregate_name != "median" || m_seconds.contains(run.run_name.function_name)))
                 continue;
             const bool byHand = !run.run_name.time_type.empty();
             const double time = byHand ? run.GetAdjustedRealTime() : run.GetAdjustedCPUTime();
@@ -100,9 +103,10 @@ const Ratio ratios[] = {
     {"document/50: times as long as reading its file", "document/50", "limit/read", Ratio::AtMost, 2},
 };
 
-void printRatios(const Times &times)
+/// A heading and a line for each ratio, in this layout; ratios whose benchmarks did not run are left out.
+void printRatios(const Times &times, std::FILE *file, const char *heading, const char *line)
 {
-    std::printf("\n%-52s %10s   %s\n", "ratio within this run", "measured", "target");
+    std::fputs(heading, file);
     for (const Ratio &ratio : ratios) {
         const auto first = times[ratio.first];
         const auto second = times[ratio.second];
@@ -110,9 +114,21 @@ void printRatios(const Times &times)
             continue;
         const double value = ratio.scale * ratio.combine(*first, *second);
         const bool reached = ratio.goal == Ratio::AtLeast ? value >= ratio.target : value <= ratio.target;
-        std::printf("%-52s %10.4g   %s %g%s\n", ratio.meaning, value,
-                    ratio.goal == Ratio::AtLeast ? ">=" : "<=", ratio.target, reached ? "" : "   MISSED");
+        std::fprintf(file, line, ratio.meaning, value, ratio.goal == Ratio::AtLeast ? ">=" : "<=", ratio.target,
+                     reached ? "" : "   MISSED");
     }
+}
+
+/// The value of our own option, which it takes out of the arguments; empty when it is not given.
+std::string takeMarkdownFile(int &argc, char **argv)
+{
+    const std::string option = "--markdown=";
+    std::string file;
+    const auto isOurs = [&](const char *argument) { return std::string_view(argument).starts_with(option); };
+    if (const auto found = std::find_if(argv, argv + argc, isOurs); found != argv + argc)
+        file = *found + option.size();
+    argc = int(std::remove_if(argv, argv + argc, isOurs) - argv);
+    return file;
 }
 
 } // namespace
@@ -120,6 +136,7 @@ void printRatios(const Times &times)
 int main(int argc, char **argv)
 {
     benchmark::Initialize(&argc, argv);
+    const std::string markdown = takeMarkdownFile(argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;
     const QCoreApplication application(argc, argv);
@@ -130,7 +147,18 @@ int main(int argc, char **argv)
     Bench::registerRank();
     Times times(benchmark::ConsoleReporter::OO_Tabular);
     benchmark::RunSpecifiedBenchmarks(&times);
-    printRatios(times);
+    const char *heading = "\nratio within this run                                  measured   target\n";
+    printRatios(times, stdout, heading, "%-52s %10.4g   %s %g%s\n");
+    if (!markdown.empty()) {
+        std::FILE *file = std::fopen(markdown.c_str(), "w");
+        if (!file) {
+            std::fprintf(stderr, "%s cannot be written\n", markdown.c_str());
+            return 1;
+        }
+        printRatios(times, file, "| ratio within one run | measured | target |\n| --- | ---: | --- |\n",
+                    "| %s | %.4g | %s %g%s |\n");
+        std::fclose(file);
+    }
     benchmark::Shutdown();
     return 0;
 }

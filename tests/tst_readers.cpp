@@ -168,6 +168,23 @@ private Q_SLOTS:
         text("JCAMP vendor offset", jcamp(hertz + "##$OFFSET= 150\n", "0", "10000"), {80}, 18, "13C");
         text("JCAMP shift reference counts before vendor offset",
              jcamp(hertz + "##$OFFSET= 150\n##.SHIFT REFERENCE= , , 4, 12.5\n"), {12.5}, 18, "13C");
+        text("JCAMP vendor axis, in Hz of its own frequency",
+             jcamp(hertz + "##$OFFSET= 150\n##$SF= 100.01\n##$SW_p= 11000\n"), {150 - 3 * 1000 / 100.01}, 18, "13C");
+        text("JCAMP shift reference in parentheses", jcamp(hertz + "##.SHIFT REFERENCE= (INTERNAL, TMS, 4, 12.5)\n"),
+             {12.5}, 18, "13C");
+        text("JCAMP shift reference without a point", jcamp(hertz + "##.SHIFT REFERENCE= INTERNAL, TMS, 0, 12.5\n"),
+             {70}, 18, "13C");
+        text("JCAMP unit in parentheses", jcamp(QByteArray(ppm).replace("PPM", "(ppm)"), "95", "85"), {92}, 18, "13C");
+        text("JCAMP X that counts down", jcamp(ppm, "95", "85").replace("\n95 1", "\n10 1"), {92}, 18, "13C");
+        text("JCAMP 2D ntuples",
+             "##TITLE= n\n##DATA TYPE= nD NMR SPECTRUM\n##.OBSERVE FREQUENCY= 100\n##.OBSERVE NUCLEUS= ^1H\n"
+             "##NUM DIM= 2\n##.NUCLEUS= 13C, 1H\n##NTUPLES= nD NMR SPECTRUM\n"
+             "##VAR_NAME= FREQUENCY1, FREQUENCY2, SPECTRUM\n##SYMBOL= F1, F2, Y\n"
+             "##VAR_TYPE= INDEPENDENT, INDEPENDENT, DEPENDENT\n##VAR_FORM= AFFN, AFFN, ASDF\n##VAR_DIM= 2, 3, 3\n"
+             "##UNITS= PPM, PPM, ARBITRARY UNITS\n##FACTOR= 1, 1, 1\n##FIRST= 50, 3, 1\n##LAST= 25, 1, 5\n"
+             "##PAGE= F1=50\n##DATA TABLE= (F2++(Y..Y)), PROFILE\n3 1 2 3\n"
+             "##PAGE= F1=25\n##DATA TABLE= (F2++(Y..Y)), PROFILE\n3 4 9 5\n##END NTUPLES= nD NMR SPECTRUM\n##END=\n",
+             {2, 25}, 9, "1H/13C");
         text("JCAMP first NMR block of a link",
              "$$ three blocks\n##TITLE= all\n##DATA TYPE= LINK\n##BLOCKS= 3\n##TITLE= ir\n"
              "##DATA TYPE= INFRARED SPECTRUM\n##XYDATA= (X++(Y..Y))\n1 1 1\n##END=\n"

@@ -267,6 +267,9 @@ private Q_SLOTS:
         row("\"173,2\"\n\"55,1\"\n", 1, {{173.2}, {55.1}});
         row("173,2;2\n55,1;3\n", 1, {{173.2, 0, 2}, {55.1, 0, 3}});
         row("173,2 C1\n55,1 C2\n", 1, {{173.2, 0, 1, u"C1"_s}, {55.1, 0, 1, u"C2"_s}});
+        row("##TITLE= file\n##DATA TYPE= NMR PEAK TABLE\n##.OBSERVE NUCLEUS= ^13C\n##.OBSERVE FREQUENCY= 100\n"
+            "##XUNITS= PPM\n##YUNITS= ARB\n##NPOINTS= 2\n##PEAK TABLE= (XY..XY)\n173.2, 5\n55.1, 3\n##END=\n",
+            1, {{173.2, 0, 5}, {55.1, 0, 3}});
         row(quoted("<?xml version='1.0'?><PeakList><PeakList1D><Peak1D F1='173.2' intensity='2.5' type='0' "
                    "annotation='C1'/> <Peak1D F1='55.1' intensity='1' type='0'/></PeakList1D></PeakList>"),
             1, {{173.2, 0, 2.5, u"C1"_s}, {55.1, 0, 1}});

@@ -14,16 +14,6 @@ namespace {
 
 constexpr const char *version = WORKBENCH_VERSION;
 
-const std::vector<OptionSpec> &programOptions()
-{
-    static const std::vector<OptionSpec> list{
-        {"plugin-path", "DIR", "Directory of the plug-ins. Default: beside the program."},
-        {"version", nullptr, "Show the version."},
-        {"help", nullptr, "Show this help."},
-    };
-    return list;
-}
-
 QString commandList()
 {
     QString text = QStringLiteral("Commands (magres-workbench COMMAND --help tells more):\n");
@@ -59,6 +49,7 @@ int runWindow(const QStringList &files, int argc, char **argv, const QString &pl
         return ExitFailed;
     }
     QApplication application(argc, argv);
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/workbench/icon.svg")));
     WindowApplication host;
     host.loadPlugins(pluginDirectory);
     host.window().show();
@@ -104,6 +95,7 @@ int main(int argc, char **argv)
     QCoreApplication::setOrganizationName(QStringLiteral("magres-workbench"));
     QCoreApplication::setApplicationName(QStringLiteral("magres-workbench"));
     QCoreApplication::setApplicationVersion(QLatin1String(version));
+    QGuiApplication::setDesktopFileName(QStringLiteral("org.magres_tools.workbench"));
     QStringList arguments;
     for (int i = 1; i < argc; ++i)
         arguments.append(QFile::decodeName(argv[i]));

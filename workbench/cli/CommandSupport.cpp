@@ -6,6 +6,8 @@
 #include "cli/PrivateSettings.h"
 #include "cli/SimulateOptions.h"
 #include "cli/Simulation.h"
+#include "document/PageExport.h"
+#include "formats/SpectrumExport.h"
 #include "host/HostApplication.h"
 #include "host/PluginManager.h"
 
@@ -88,11 +90,17 @@ const OptionSpec &experimentOption()
 
 const OptionSpec &spectrumOutputOption()
 {
-    static constexpr OptionSpec option{
-        "o", "OUT",
-        "Output file; its suffix chooses the format: .csv (data points), .json (axes, peaks, parameters), .jdx or .dx "
-        "(JCAMP-DX, 1D only), .csdf (CSDM), .png, .svg or .pdf (the plot). May be given more than once.",
-        true};
+    static const QByteArray description = [] {
+        QStringList formats;
+        for (const SpectrumExport::Format &format : SpectrumExport::formats())
+            formats.append(QStringLiteral(".%1 (%2)")
+                               .arg(format.suffixes.join(QLatin1String(" or .")), QLatin1String(format.contents)));
+        formats.append(QStringLiteral(".%1 (the plot)").arg(PageExport::suffixes().join(QLatin1String(", ."))));
+        return QStringLiteral("Output file; its suffix chooses the format: %1. May be given more than once.")
+            .arg(formats.join(QLatin1String(", ")))
+            .toUtf8();
+    }();
+    static const OptionSpec option{"o", "OUT", description.constData(), true};
     return option;
 }
 

@@ -8,6 +8,8 @@ namespace Workbench {
 
 namespace {
 
+constexpr OptionSpec pluginPathOption{"plugin-path", "DIR", "Directory of the plug-ins. Default: beside the program."};
+
 QString usageOf(const Command &command)
 {
     return QStringLiteral("magres-workbench %1 %2").arg(QLatin1String(command.name), QLatin1String(command.usage));
@@ -31,10 +33,20 @@ void checkFiles(const Command &command, const QStringList &files)
 
 } // namespace
 
+const std::vector<OptionSpec> &programOptions()
+{
+    static const std::vector<OptionSpec> list{
+        pluginPathOption,
+        {"version", nullptr, "Show the version."},
+        {"help", nullptr, "Show this help."},
+    };
+    return list;
+}
+
 const std::vector<OptionSpec> &commonOptions()
 {
     static const std::vector<OptionSpec> list{
-        {"plugin-path", "DIR", "Directory of the plug-ins. Default: beside the program."},
+        pluginPathOption,
         {"help", nullptr, "Show this help."},
     };
     return list;
@@ -43,8 +55,9 @@ const std::vector<OptionSpec> &commonOptions()
 const std::vector<Command> &commands()
 {
     static const std::vector<Command> list{
-        tableCommand(),  simulateCommand(),   fitCommand(),  rmsdCommand(),       experimentCommand(),
-        renderCommand(), spinSystemCommand(), rankCommand(), rankWorkerCommand(),
+        tableCommand(),      simulateCommand(), fitCommand(),         rmsdCommand(),
+        experimentCommand(), renderCommand(),   spinSystemCommand(),  rankCommand(),
+        rankWorkerCommand(), completeCommand(), manualPagesCommand(),
     };
     return list;
 }

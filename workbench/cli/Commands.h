@@ -53,6 +53,9 @@ Command spinSystemCommand();
 Command rankCommand();
 /// The workers of `rank`, started by the program itself.
 Command rankWorkerCommand();
+/// For the shell and for who packs the program.
+Command completeCommand();
+Command manualPagesCommand();
 
 /// Options that more than one command has.
 const OptionSpec &experimentOption();
@@ -71,6 +74,9 @@ QString required(const CommandLine &line, const char *option);
 
 const std::vector<Command> &commands();
 const Command *findCommand(const QString &name);
+
+/// Options of the program without a command.
+const std::vector<OptionSpec> &programOptions();
 
 /// Options that every command has.
 const std::vector<OptionSpec> &commonOptions();

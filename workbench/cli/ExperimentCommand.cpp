@@ -113,15 +113,14 @@ Command experimentCommand()
         "EXP... [--nucleus NUC] [--unit ppm|Hz|kHz --frequency MHZ] [-o OUT]...",
         "Says what measured files hold: format, axes, noise, peaks, and every assumption made.",
         "The content of a file decides how it is read, not its name. A file that cannot be read is refused with the "
-        "reason;\nof several files the others are shown, and the exit status is 3.",
+        "reason;\nof several files the others are shown, and the exit status is 3. A list of peaks is written as .csv "
+        "or "
+        ".json;\n.json holds all of the report.",
         {{"nucleus", "NUC", "Nucleus of a file that does not name it, e.g. 13C. Another one in the file is an error."},
          {"unit", "ppm|Hz|kHz", "Unit of the positions in plain text. Default: what the file says, or ppm."},
          {"frequency", "MHZ", "Frequency of 0 ppm, for positions in Hz or kHz where the file does not tell it."},
          {"frequency-f1", "MHZ", "The same in the indirect dimension. Default: as --frequency."},
-         {"o", "OUT",
-          "Output file; its suffix chooses the format: .csv (data points or peaks), .json (all of the report), .jdx or "
-          ".dx (JCAMP-DX, 1D only), .csdf (CSDM), .png, .svg or .pdf (the plot). May be given more than once.",
-          true}},
+         spectrumOutputOption()},
         prepareExperiment,
         Command::Several,
     };

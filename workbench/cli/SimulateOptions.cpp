@@ -121,9 +121,9 @@ const std::vector<OptionSpec> &SimulateOptions::specs()
         {"points-f1", "N", "As --points, for F1. Default: 256."},
         {"range-f1", "FROM:TO", "As --range, for F1. Default: the range of the data and a margin."},
         {"quad-shift-f1", nullptr, "As --quad-shift, for F1. Default: off."},
-        {"average", "MODE",
+        {"average", "none|ch3|xh3",
          "Groups of three hydrogens averaged to one site: none, ch3 (on carbon) or xh3 (on any atom). Default: none."},
-        {"correlation", "MODE",
+        {"correlation", "strongest|rss",
          "Partner of each F2 site in 2D: strongest (largest dipolar coupling within 3 Angstrom) or rss (height from "
          "the "
          "root sum square of all couplings). Default: strongest."},

@@ -41,7 +41,7 @@ inline std::string_view view(const QByteArray &bytes)
     return {bytes.constData(), size_t(bytes.size())};
 }
 
-/// Walks over lines that end in \n, \r\n or \r, mixed as they come. A byte order mark at the start is passed over.
+/// Walks over lines that end in LF, CR LF or CR, mixed as they come. A byte order mark at the start is passed over.
 class Lines {
 public:
     /// `number` is that of the line before the first one.

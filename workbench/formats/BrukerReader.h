@@ -3,9 +3,9 @@
 
 #include "data/ExperimentalSpectrum.h"
 
-namespace Workbench {
-
 #include <array>
+
+namespace Workbench {
 
 /// Processed spectra in Bruker folders, EXPNO/pdata/PROCNO: real data in `1r` or `2rr`, 32-bit integers or doubles in
 /// either byte order, described by `procs` (F2) and `proc2s` (F1). Nuclei come from EXPNO's `acqus` and `acqu2s`, or

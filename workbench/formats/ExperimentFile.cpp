@@ -64,8 +64,6 @@ QStringList nameFilters()
 {
     QStringList patterns;
     for (const MeasurementFormat &format : measurementFormats()) {
-        if (!format.read)
-            continue;
         for (const QString &suffix : format.suffixes)
             patterns.append(QStringLiteral("*.") + suffix);
         patterns += format.fileNames;
@@ -79,7 +77,7 @@ bool isExperiment(const QString &path)
     const QString suffix = info.suffix().toLower();
     const auto &formats = measurementFormats();
     return info.isDir() || std::any_of(formats.begin(), formats.end(), [&](const MeasurementFormat &format) {
-               return format.read && (format.suffixes.contains(suffix) || format.fileNames.contains(info.fileName()));
+               return format.suffixes.contains(suffix) || format.fileNames.contains(info.fileName());
            });
 }
 

@@ -8,30 +8,19 @@
 
 #include <vector>
 
-class QIODevice;
-
 namespace Workbench {
 
-struct SpectrumEntry;
-
-/// A form in which measurements and spectra lie in files: the one place that tells what is read and what is written.
+/// A form in which measurements lie in files. What is written is the matter of SpectrumExport.
 struct MeasurementFormat {
     QString name;
-    QStringList suffixes; ///< lower case; the first one is the usual one
-    QString mediaType;
+    QStringList suffixes; ///< usual ones, lower case
     QStringList fileNames; ///< fixed names of files
-    /// By the path and the start of the file. Null: the format is written only.
-    bool (*recognises)(const QString &path, const QByteArray &start) = nullptr;
-    Measurement (*read)(const QString &path, const ReadOptions &options) = nullptr;
-    /// Null: the format is read only.
-    void (*write)(const SpectrumEntry &entry, QIODevice &device) = nullptr;
-    QString content = {}; ///< what a written file holds, for help texts
+    /// By the path and the start of the file.
+    bool (*recognises)(const QString &path, const QByteArray &start);
+    Measurement (*read)(const QString &path, const ReadOptions &options);
 };
 
-/// In the order in which they are tried on a file.
+/// In the order in which they are tried on a file. Readers, file dialogs and the drop of a file go by this table.
 const std::vector<MeasurementFormat> &measurementFormats();
-
-/// The format that a file with the suffix (lower case) is written in; null for none.
-const MeasurementFormat *formatToWrite(const QString &suffix);
 
 } // namespace Workbench

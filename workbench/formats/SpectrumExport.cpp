@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "formats/SpectrumExport.h"
 
-#include "formats/MeasurementFormats.h"
 #include "data/Error.h"
 #include "data/JsonValues.h"
 #include "data/NumberText.h"
 #include "data/SpectrumEntry.h"
+#include "formats/CsdmFile.h"
+#include "formats/JcampExport.h"
 
 #include <QIODevice>
 #include <QJsonArray>
@@ -137,24 +138,38 @@ void writeJson(const SpectrumEntry &entry, QIODevice &device)
     device.write(QJsonDocument(object).toJson());
 }
 
-const QStringList &suffixes()
+const std::vector<Format> &formats()
 {
-    static const QStringList list = [] {
-        QStringList all;
-        for (const MeasurementFormat &format : measurementFormats())
-            all += format.write ? format.suffixes : QStringList();
-        all.sort();
-        return all;
-    }();
+    static const std::vector<Format> list{
+        {QT_TRANSLATE_NOOP("Texts", "Data points"), "data points", {QStringLiteral("csv")}, writeCsv},
+        {QT_TRANSLATE_NOOP("Texts", "JCAMP-DX spectrum"),
+         "JCAMP-DX, 1D only",
+         {QStringLiteral("jdx"), QStringLiteral("dx")},
+         JcampExport::write},
+        {QT_TRANSLATE_NOOP("Texts", "CSDM spectrum"), "CSDM", {QStringLiteral("csdf")}, CsdmFile::write},
+        {QT_TRANSLATE_NOOP("Texts", "Peaks and parameters"),
+         "axes, peaks, parameters",
+         {QStringLiteral("json")},
+         writeJson},
+    };
+    return list;
+}
+
+QStringList suffixes()
+{
+    QStringList list;
+    for (const Format &format : formats())
+        list += format.suffixes;
     return list;
 }
 
 void write(const SpectrumEntry &entry, const QString &suffix, QIODevice &device)
 {
-    const MeasurementFormat *format = formatToWrite(suffix);
-    if (!format)
-        fail(Texts::tr("the file name must end in .%1").arg(suffixes().join(QLatin1String(", ."))));
-    format->write(entry, device);
+    for (const Format &format : formats()) {
+        if (format.suffixes.contains(suffix))
+            return format.write(entry, device);
+    }
+    fail(Texts::tr("the file name must end in .%1").arg(suffixes().join(QLatin1String(", ."))));
 }
 
 } // namespace SpectrumExport

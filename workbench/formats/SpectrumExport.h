@@ -3,6 +3,8 @@
 
 #include <QStringList>
 
+#include <vector>
+
 class QIODevice;
 
 namespace Workbench {
@@ -20,8 +22,17 @@ void writeCsv(const SpectrumEntry &entry, QIODevice &device);
 /// parameters of the plug-in. Arrays over dimensions hold F2, then F1, one entry per dimension.
 void writeJson(const SpectrumEntry &entry, QIODevice &device);
 
-/// The suffixes of all formats that are written.
-const QStringList &suffixes();
+/// All that menus, help and file names need to know of a format.
+struct Format {
+    const char *name; ///< in English, of the context "Texts"
+    const char *contents; ///< for the help of the command line
+    QStringList suffixes; ///< the first is the usual one
+    void (*write)(const SpectrumEntry &entry, QIODevice &device);
+};
+const std::vector<Format> &formats();
+
+/// The suffixes that stand for a format.
+QStringList suffixes();
 
 /// In the format of the suffix (lower case, without the dot); another suffix is an error.
 void write(const SpectrumEntry &entry, const QString &suffix, QIODevice &device);

@@ -8,6 +8,7 @@
 #include "data/Nuclides.h"
 #include "formats/OutputFiles.h"
 #include "document/PageExport.h"
+#include "formats/SpectrumExport.h"
 #include "formats/TableExport.h"
 #include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
@@ -61,10 +62,10 @@ Types pictures()
 
 Types spectrumFiles()
 {
-    return pictures()
-        + Types{{ExportMenu::tr("Data points"), QStringLiteral("csv")},
-                {ExportMenu::tr("JCAMP-DX spectrum"), QStringLiteral("jdx")},
-                {ExportMenu::tr("Peaks and parameters"), QStringLiteral("json")}};
+    Types types = pictures();
+    for (const SpectrumExport::Format &format : SpectrumExport::formats())
+        types.append({Texts::tr(format.name), format.suffixes.constFirst()});
+    return types;
 }
 
 Types tableFiles()
