@@ -80,7 +80,7 @@ int countBeyond(const Spectrum &spectrum)
     const auto isBeyond = [&](const SpectrumPeak &peak) {
         for (int d = 0; d < spectrum.dimensions(); ++d) {
             const SpectrumAxis &axis = spectrum.axes[d];
-            const auto [low, high] = std::minmax(axis.first, axis.last());
+            const auto [low, high] = std::minmax({axis.first, axis.last()});
             if (positionOf(peak, d) < low || positionOf(peak, d) > high)
                 return true;
         }
