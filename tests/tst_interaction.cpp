@@ -75,31 +75,6 @@ private Q_SLOTS:
         QCOMPARE(measured().peaks.size(), all);
     }
 
-    void mouseZoomsAndMoves()
-    {
-        const PlotUser user = makeSpectrum(carbon);
-        const auto range = [&] { return spectrum()->plot()->xAxis->range(); };
-        const QCPRange full = range();
-        const double ppm = f2At(200), height = spectrum()->plot()->yAxis->range().size();
-        scene().setActiveItem(molecule());
-        user.wheel({200, 120});
-        QCOMPARE(range(), full); // scrolls the page
-        scene().setActiveItem(spectrum());
-        user.wheel({200, 120});
-        QVERIFY(std::abs(range().size() * 1.25 - full.size()) < 1e-9 && isOnPixel(f2At(200), ppm));
-        user.wheel({200, 120}, Qt::ShiftModifier);
-        QVERIFY(std::abs(spectrum()->plot()->yAxis->range().size() * 1.25 / height - 1) < 1e-9);
-        QTest::qWait(20); // other numbers at the axis take other room
-        const double from = f2At(150), to = f2At(300);
-        user.drag({150, 100}, {300, 100});
-        QVERIFY(isOnPixel(range().upper, from, 4) && isOnPixel(range().lower, to, 4));
-        const double held = f2At(200);
-        user.drag({200, 100}, {230, 110}, Qt::ShiftModifier);
-        QVERIFY(isOnPixel(f2At(230), held));
-        QTest::keyClick(window().view(), Qt::Key_Home);
-        QCOMPARE(range(), full);
-    }
-
     void contoursAndLabelsOfMaps()
     {
         makeSpectrum(map);
@@ -186,6 +161,7 @@ private:
     {
         const PlotUser user = makeSpectrum(inputs);
         const SpectrumPeak peak = data()->shownSpectrum().peaks.first();
+        shiftsAreThoseOfTheirDimension();
         const auto isLit = [&] { return spectrum()->plot()->litPeaks().contains(peak.id); };
         user.click(user.topOf(peak));
         QStringList labels;
@@ -205,6 +181,21 @@ private:
             table()->view()->selectRow(row);
             const QString label = table()->view()->model()->index(row, 1).data().toString();
             QCOMPARE(isLit(), peak.label.split(u',').contains(label));
+        }
+    }
+
+    /// What the molecule notes about its atoms: the F2 shift for those of F2, the F1 shift for those of F1.
+    void shiftsAreThoseOfTheirDimension() const
+    {
+        const QVariantList notes = molecule()->molMap().value(u"NMRAssignments"_s).toList();
+        QCOMPARE(notes.size(), data()->shownSpectrum().dimensions());
+        for (qsizetype dimension = 0; dimension < notes.size(); ++dimension) {
+            for (const QVariant &note : notes[dimension].toMap().value(u"Shifts"_s).toList()) {
+                const QVariantList assigned = note.toMap().value(u"AssignedPeaks"_s).toList();
+                for (const SpectrumPeak &peak : data()->shownSpectrum().peaks)
+                    if (assigned.contains(peak.id))
+                        QCOMPARE(note.toMap().value(u"Value"_s).toDouble(), dimension == 0 ? peak.f2 : peak.f1);
+            }
         }
     }
 
