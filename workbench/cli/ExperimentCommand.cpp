@@ -13,6 +13,8 @@
 #include "host/MainScene.h"
 #include "items/plot/NmrItem.h"
 
+#include "data/Error.h"
+
 #include <QFileInfo>
 
 namespace Workbench {
@@ -27,7 +29,7 @@ struct Question {
 Measurement readFile(const QString &path, const Question &question)
 {
     if (!QFileInfo::exists(path))
-        throw CommandError(QStringLiteral("%1: there is no such file").arg(path));
+        throw CommandError(Texts::tr("%1: there is no such file").arg(path));
     Measurement measurement = readMeasurement(path, question.options);
     auto *spectrum = std::get_if<ExperimentalSpectrum>(&measurement);
     QString &nucleus = spectrum ? spectrum->dimensions[0].nucleus : std::get<MeasuredPeaks>(measurement).nuclei[0];
@@ -45,7 +47,7 @@ void writeReport(const MeasurementReport &report, const QString &suffix, HostApp
     if (suffix == u"json") {
         const QByteArray text = report.json();
         if (device.write(text) != text.size())
-            throw CommandError(QStringLiteral("the report cannot be written: %1").arg(device.errorString()));
+            throw CommandError(Texts::tr("the report cannot be written: %1").arg(device.errorString()));
     } else if (!report.hasPoints() && suffix == u"csv") {
         report.writePeaks(device);
     } else if (!report.hasPoints()) {
@@ -79,7 +81,7 @@ CommandRun prepareExperiment(const CommandLine &line)
     const QStringList outputs = line.values("o"), files = line.positional();
     const OutputOptions checked(outputs, OutputOptions::Spectrum);
     if (!outputs.isEmpty() && files.size() > 1)
-        throw UsageError(QStringLiteral("option -o: one EXP was expected, found %1").arg(files.size()));
+        throw UsageError(Texts::tr("option -o: one EXP was expected, found %1").arg(files.size()));
     return [=](const ProgramStart &start) {
         int failed = 0;
         const auto run = [&](HostApplication &host, MessageLog &) {

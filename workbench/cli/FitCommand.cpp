@@ -4,6 +4,7 @@
 #include "cli/OutputOptions.h"
 #include "cli/SimulateOptions.h"
 #include "cli/Simulation.h"
+#include "data/Error.h"
 
 #include <QFileInfo>
 
@@ -16,7 +17,7 @@ void stackWithExperiment(Simulation &simulation, const QString &file, const Simu
                          const QString &experiment)
 {
     if (!QFileInfo::exists(experiment))
-        throw CommandError(QStringLiteral("%1: there is no such file").arg(experiment));
+        throw CommandError(Texts::tr("%1: there is no such file").arg(experiment));
     simulation.readFile(file, options.isotopes);
     warnOfMethods(options.sets, file);
     simulation.run(options);

@@ -12,7 +12,6 @@
 namespace Workbench {
 
 using ReaderText::fail;
-using ReaderText::tr;
 using namespace Qt::StringLiterals;
 
 namespace BrukerPeakList {
@@ -28,7 +27,7 @@ double number(const QXmlStreamReader &xml, QLatin1StringView name, const QString
     const double value = text.toDouble(&isNumber);
     if (!isNumber || !std::isfinite(value))
         fail(source, int(xml.lineNumber()),
-             tr("expected a number for %1 of a peak, found \"%2\"").arg(name, text.left(40).toString()));
+             Texts::tr("expected a number for %1 of a peak, found \"%2\"").arg(name, text.left(40).toString()));
     return value;
 }
 
@@ -42,7 +41,7 @@ bool recognises(const QByteArray &start)
 MeasuredPeaks parse(const QByteArray &text, const QString &source)
 {
     MeasuredPeaks result;
-    result.format = tr("Bruker peak list");
+    result.format = Texts::tr("Bruker peak list");
     int lists = 0, dimensions = 0;
     QXmlStreamReader xml(text);
     while (!xml.atEnd()) {
@@ -53,7 +52,7 @@ MeasuredPeaks parse(const QByteArray &text, const QString &source)
         if (found == 0)
             continue;
         if (dimensions != 0 && found != dimensions)
-            fail(source, int(xml.lineNumber()), tr("peaks of one and of two dimensions are mixed"));
+            fail(source, int(xml.lineNumber()), Texts::tr("peaks of one and of two dimensions are mixed"));
         dimensions = found;
         MeasuredPeak peak;
         // The direct dimension is F1 of one and F2 of two dimensions.
@@ -67,10 +66,10 @@ MeasuredPeaks parse(const QByteArray &text, const QString &source)
     if (xml.hasError())
         fail(source, int(xml.lineNumber()), xml.errorString());
     if (result.peaks.empty())
-        fail(source, tr("the file holds no peaks"));
+        fail(source, Texts::tr("the file holds no peaks"));
     result.dimensions = dimensions;
     if (lists > 1)
-        result.notes.append(tr("The file has %1 lists, their peaks were joined.").arg(lists));
+        result.notes.append(Texts::tr("The file has %1 lists, their peaks were joined.").arg(lists));
     return result;
 }
 

@@ -11,8 +11,6 @@
 
 namespace Workbench {
 
-using ReaderText::tr;
-
 namespace ForeignFormats {
 
 namespace {
@@ -68,15 +66,16 @@ const QList<FolderMark> folderMarks{
 
 QString refusalOf(const char *name)
 {
-    return tr("this is data of %1, which cannot be read here: open it in the software that it belongs to and export "
-              "the "
-              "processed spectrum as JCAMP-DX (.jdx) or as text with ppm and intensity")
+    return Texts::tr(
+               "this is data of %1, which cannot be read here: open it in the software that it belongs to and export "
+               "the "
+               "processed spectrum as JCAMP-DX (.jdx) or as text with ppm and intensity")
         .arg(QString::fromLatin1(name));
 }
 
 QString rawBruker()
 {
-    return tr(
+    return Texts::tr(
         "these are raw data of a Bruker spectrometer (fid or ser): process them in TopSpin (for example efp, apk) "
         "and choose the folder again, or its pdata/1/1r");
 }

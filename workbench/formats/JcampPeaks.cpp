@@ -11,7 +11,6 @@ namespace Workbench {
 
 using ReaderText::excerpt;
 using ReaderText::fail;
-using ReaderText::tr;
 using ReaderText::trimmed;
 
 namespace JcampPeaks {
@@ -69,9 +68,9 @@ MeasuredPeaks read(const JcampBlock &block, const ReadOptions &options)
     const std::string fields = fieldsOf(record.firstLine());
     if (!fields.starts_with('X'))
         fail(block.source, record.line,
-             tr("expected peaks (XY..XY) or (XYA), found %1").arg(excerpt(record.firstLine())));
+             Texts::tr("expected peaks (XY..XY) or (XYA), found %1").arg(excerpt(record.firstLine())));
     MeasuredPeaks result;
-    result.format = tr("JCAMP-DX peak list");
+    result.format = Texts::tr("JCAMP-DX peak list");
     result.title = ReaderText::decoded(block.text("TITLE"));
     result.nuclei[0] = nucleusName(block.text(".OBSERVENUCLEUS"));
 
@@ -79,10 +78,10 @@ MeasuredPeaks read(const JcampBlock &block, const ReadOptions &options)
     const JcampAbscissa x{
         {}, units ? normalisedLabel(units->text()) : "PPM", units ? units->line : 0, result.nuclei[0], 0};
     if (!units)
-        result.notes.append(tr("The file names no units: the positions were taken as ppm."));
+        result.notes.append(Texts::tr("The file names no units: the positions were taken as ppm."));
     const double perPpm = jcampUnitsPerPpm(block, x, jcampFrequency(block, x, options, result.notes));
     if (perPpm != 1.0)
-        result.notes.append(tr("0 Hz was taken as 0 ppm: the file names no reference."));
+        result.notes.append(Texts::tr("0 Hz was taken as 0 ppm: the file names no reference."));
     const double xFactor = optionalNumber(block, "XFACTOR", 1.0), yFactor = optionalNumber(block, "YFACTOR", 1.0);
 
     ReaderText::Lines lines(record.value, record.line - 1);
@@ -97,7 +96,7 @@ MeasuredPeaks read(const JcampBlock &block, const ReadOptions &options)
                 } else if (field == 'X' || field == 'Y') {
                     const auto value = NumberText::parse<double>(text);
                     if (!value)
-                        fail(block.source, lines.number(), tr("expected a number, found %1").arg(excerpt(text)));
+                        fail(block.source, lines.number(), Texts::tr("expected a number, found %1").arg(excerpt(text)));
                     (field == 'X' ? peak.f2 : peak.height) = *value * (field == 'X' ? xFactor / perPpm : yFactor);
                 }
             }
@@ -107,7 +106,7 @@ MeasuredPeaks read(const JcampBlock &block, const ReadOptions &options)
     const double announced = optionalNumber(block, "NPOINTS", double(result.peaks.size()));
     if (result.peaks.empty() || announced != double(result.peaks.size())) {
         fail(block.source, record.line,
-             tr("%1 peaks were announced, %2 are there").arg(announced).arg(qulonglong(result.peaks.size())));
+             Texts::tr("%1 peaks were announced, %2 are there").arg(announced).arg(qulonglong(result.peaks.size())));
     }
     return result;
 }

@@ -24,7 +24,7 @@ Measurement readMeasurement(const QString &path, const ReadOptions &options)
             return format.read(path, options);
     }
     ReaderText::fail(path,
-                     ReaderText::tr("this is no measurement that can be read: expected a Bruker folder or its file "
+                     Texts::tr("this is no measurement that can be read: expected a Bruker folder or its file "
                                     "1r or 2rr, JCAMP-DX, CSDM, SIMPSON or text with ppm and intensity"));
 }
 
@@ -32,7 +32,7 @@ ExperimentalSpectrum openExperimentalSpectrum(const QString &path, const ReadOpt
 {
     Measurement measurement = readMeasurement(path, options);
     if (auto *peaks = std::get_if<MeasuredPeaks>(&measurement))
-        ReaderText::fail(path, ReaderText::tr("a spectrum was expected. %1").arg(peaks->notes.value(0)));
+        ReaderText::fail(path, Texts::tr("a spectrum was expected. %1").arg(peaks->notes.value(0)));
     return std::move(std::get<ExperimentalSpectrum>(measurement));
 }
 

@@ -106,9 +106,7 @@ PlacedTrace *StackedTraces::makeSticksBeyond(const PlotEntry &entry, PlacedTrace
     const double height = sticks->valueBounds().size();
     sticks->setPlacement(height > 0 ? scale / height : scale, offset);
     trace->setName(Texts::tr("%1 (%2 of %3 peaks beyond its range)")
-                       .arg(entry.name)
-                       .arg(beyond.size())
-                       .arg(entry.spectrum.peaks.size()));
+                       .arg(entry.name, QString::number(beyond.size()), QString::number(entry.spectrum.peaks.size())));
     return sticks;
 }
 
