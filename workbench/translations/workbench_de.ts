@@ -290,14 +290,6 @@ Mehr dazu mit magres-workbench %2 --help</translation>
         <translation>Änderung, ppm</translation>
     </message>
     <message>
-        <source>Reference F1, ppm</source>
-        <translation>Referenz F1, ppm</translation>
-    </message>
-    <message>
-        <source>Offset F1, ppm</source>
-        <translation>Änderung F1, ppm</translation>
-    </message>
-    <message>
         <source>RMSD F2, ppm</source>
         <translation>RMSD F2, ppm</translation>
     </message>
@@ -360,10 +352,6 @@ Mehr dazu mit magres-workbench %2 --help</translation>
     <message>
         <source>expected the output of rank in csv format, which begins with %1</source>
         <translation>die csv-Ausgabe von rank wurde erwartet, die mit %1 beginnt</translation>
-    </message>
-    <message>
-        <source>this part ranks by %1D spectra, %2 by %3D ones</source>
-        <translation>dieser Teil ordnet nach %1D-Spektren, %2 nach %3D-Spektren</translation>
     </message>
     <message>
         <source>%1 stands in %2 already</source>
@@ -436,10 +424,6 @@ Mehr dazu mit magres-workbench %2 --help</translation>
     <message>
         <source>%1 has no site of %2; it has sites of %3</source>
         <translation>%1 hat keinen Platz von %2; es gibt Plätze von %3</translation>
-    </message>
-    <message>
-        <source>no nucleus known here</source>
-        <translation>keinem hier bekannten Kern</translation>
     </message>
     <message>
         <source>the plug-in cannot simulate %1</source>
@@ -882,10 +866,6 @@ Mehr dazu mit magres-workbench %2 --help</translation>
         <translation>%1 ist ein Spektrum von %2, der Plot zeigt eines von %3</translation>
     </message>
     <message>
-        <source>Spectra and peak lists (*.%1 peaklist.xml 1r 2rr)</source>
-        <translation>Spektren und Peaklisten (*.%1 peaklist.xml 1r 2rr)</translation>
-    </message>
-    <message>
         <source>there is no spectrum to put %1 beside</source>
         <translation>es gibt kein Spektrum, neben das %1 gestellt werden könnte</translation>
     </message>
@@ -1048,18 +1028,6 @@ Mehr dazu mit magres-workbench %2 --help</translation>
     <message>
         <source>it is a directory</source>
         <translation>sie ist ein Verzeichnis</translation>
-    </message>
-    <message>
-        <source>this is a spectrum, a list of peaks was expected</source>
-        <translation>dies ist ein Spektrum, eine Peakliste wurde erwartet</translation>
-    </message>
-    <message>
-        <source>this is a list of 2D peaks, expected &quot;position[,height]&quot;</source>
-        <translation>dies ist eine Liste von 2D-Peaks, erwartet wurde „position[,height]“</translation>
-    </message>
-    <message>
-        <source>this is a list of 1D peaks, expected &quot;position,position_f1[,height]&quot;</source>
-        <translation>dies ist eine Liste von 1D-Peaks, erwartet wurde „position,position_f1[,height]“</translation>
     </message>
     <message>
         <source>the line %1= is missing before DATA</source>
@@ -1346,16 +1314,680 @@ Optionen:
         <translation>Bitte warten</translation>
     </message>
     <message>
-        <source>Data points</source>
+        <source>atom %1 has no shielding</source>
+        <translation>Atom %1 hat keine Abschirmung</translation>
+    </message>
+    <message>
+        <source>there is no %1 site %2; unique sites are %3</source>
+        <translation>es gibt keinen %1-Platz %2; die verschiedenen Plätze sind %3</translation>
+    </message>
+    <message>
+        <source>%1: Cq is %2 MHz at a Larmor frequency of %3 MHz; a pattern to first order is a rough one</source>
+        <translation>%1: Cq ist %2 MHz bei einer Larmorfrequenz von %3 MHz; ein Pulverspektrum in erster Ordnung ist nur eine grobe Näherung</translation>
+    </message>
+    <message>
+        <source>%1: Cq is %2 MHz at a Larmor frequency of %3 MHz; second order fails, the pattern means nothing</source>
+        <translation>%1: Cq ist %2 MHz bei einer Larmorfrequenz von %3 MHz; die zweite Ordnung versagt, das Pulverspektrum hat keine Bedeutung</translation>
+    </message>
+    <message>
+        <source>%1: what second order leaves out moves the line by up to %2 Hz, more than its width of %3 Hz; a higher field is needed for a pattern that is true to it</source>
+        <translation>%1: was die zweite Ordnung weglässt, verschiebt die Linie um bis zu %2 Hz, mehr als ihre Breite von %3 Hz; für ein Pulverspektrum, das ihr entspricht, ist ein höheres Feld nötig</translation>
+    </message>
+    <message>
+        <source> and %1 more</source>
+        <translation> und %1 weitere</translation>
+    </message>
+    <message>
+        <source>no shielding of %1: drawn at the reference, %2 ppm</source>
+        <translation>keine Abschirmung von %1: an der Referenz gezeichnet, %2 ppm</translation>
+    </message>
+    <message>
+        <source>no electric field gradient of %1: drawn with shift anisotropy alone</source>
+        <translation>kein elektrischer Feldgradient von %1: nur mit der Anisotropie der chemischen Verschiebung gezeichnet</translation>
+    </message>
+    <message>
+        <source>neither shielding nor electric field gradient of %1: left out</source>
+        <translation>weder Abschirmung noch elektrischer Feldgradient von %1: weggelassen</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not an NMR nucleus</source>
+        <translation>„%1“ ist kein NMR-Kern</translation>
+    </message>
+    <message>
+        <source>the frequency of %1 is not known here</source>
+        <translation>die Frequenz von %1 ist hier nicht bekannt</translation>
+    </message>
+    <message>
+        <source>there is no site of %1; there is %2</source>
+        <translation>es gibt keinen Platz von %1; vorhanden ist %2</translation>
+    </message>
+    <message>
+        <source>the %1 sites have neither shielding nor electric field gradient tensors</source>
+        <translation>die Plätze von %1 haben weder Tensoren der Abschirmung noch des elektrischen Feldgradienten</translation>
+    </message>
+    <message>
+        <source>the %1 sites have no shielding tensors</source>
+        <translation>die Plätze von %1 haben keine Tensoren der Abschirmung</translation>
+    </message>
+    <message>
+        <source>the %1 sites have no electric field gradient tensors, without which the line of a nucleus of spin %2 has no known shape</source>
+        <translation>die Plätze von %1 haben keine Tensoren des elektrischen Feldgradienten; ohne diese ist die Linienform eines Kerns mit Spin %2 nicht bekannt</translation>
+    </message>
+    <message>
+        <source>Shift anisotropy alone: no dipolar couplings; ideal excitation.</source>
+        <translation>Nur Anisotropie der chemischen Verschiebung: keine Dipolkopplungen; ideale Anregung.</translation>
+    </message>
+    <message>
+        <source>Quadrupole coupling to first order, all transitions, and shift anisotropy: no second order, no dipolar couplings or cross terms with them; ideal excitation.</source>
+        <translation>Quadrupolkopplung in erster Ordnung, alle Übergänge, und Anisotropie der chemischen Verschiebung: keine zweite Ordnung, keine Dipolkopplungen oder Kreuzterme mit ihnen; ideale Anregung.</translation>
+    </message>
+    <message>
+        <source>Central transition only, to second order, with shift anisotropy: no satellites, no dipolar couplings or cross terms with them; ideal excitation.</source>
+        <translation>Nur Zentralübergang, in zweiter Ordnung, mit Anisotropie der chemischen Verschiebung: keine Satelliten, keine Dipolkopplungen oder Kreuzterme mit ihnen; ideale Anregung.</translation>
+    </message>
+    <message>
+        <source>the powder spectrum</source>
+        <translation>das Pulverspektrum</translation>
+    </message>
+    <message>
+        <source>3QMAS</source>
+        <translation>3QMAS</translation>
+    </message>
+    <message>
+        <source>a complete input computes one site, for all spins of a file are computed as one coupled system: choose one atom</source>
+        <translation>eine vollständige Eingabe berechnet einen Platz, denn alle Spins einer Datei werden als ein gekoppeltes System berechnet: ein Atom auswählen</translation>
+    </message>
+    <message>
+        <source>a complete input needs a spinning rate, or a sample at rest</source>
+        <translation>eine vollständige Eingabe braucht eine Rotorfrequenz oder eine ruhende Probe</translation>
+    </message>
+    <message>
+        <source>%1 points</source>
+        <translation>%1 Punkte</translation>
+    </message>
+    <message>
+        <source>a line width of %1 Hz</source>
+        <translation>eine Linienbreite von %1 Hz</translation>
+    </message>
+    <message>
+        <source>a narrower range</source>
+        <translation>ein engerer Bereich</translation>
+    </message>
+    <message>
+        <source>%1: %2 points a line width, so that lines are missing or of the wrong height; %3 mends it</source>
+        <translation>%1: %2 Punkte je Linienbreite, sodass Linien fehlen oder die falsche Höhe haben; Abhilfe: %3</translation>
+    </message>
+    <message>
+        <source> or </source>
+        <translation> oder </translation>
+    </message>
+    <message>
+        <source>%1 of %2 peaks lie outside of the computed range</source>
+        <translation>%1 von %2 Peaks liegen außerhalb des berechneten Bereichs</translation>
+    </message>
+    <message>
+        <source>%1 (spin %2)</source>
+        <translation>%1 (Spin %2)</translation>
+    </message>
+    <message>
+        <source>The reference of %1 is a placeholder, %2 ppm: positions mean nothing yet, only distances do</source>
+        <translation>Die Referenz von %1 ist ein Platzhalter, %2 ppm: Positionen bedeuten noch nichts, nur Abstände</translation>
+    </message>
+    <message>
+        <source> and </source>
+        <translation> und </translation>
+    </message>
+    <message>
+        <source>%1: measured lines are quadrupolar powder patterns and look different from the simple lines drawn</source>
+        <translation>%1: gemessene Linien sind Quadrupol-Pulverspektren und sehen anders aus als die einfachen gezeichneten Linien</translation>
+    </message>
+    <message>
+        <source>there is no site of %1 among the chosen atoms</source>
+        <translation>unter den gewählten Atomen ist kein Platz von %1</translation>
+    </message>
+    <message>
+        <source>%1: calculated with %2, but %3 with %4</source>
+        <translation>%1: berechnet mit %2, %3 dagegen mit %4</translation>
+    </message>
+    <message>
+        <source>%1: calculated with %2, but %3 with %4 (--mix-methods takes both)</source>
+        <translation>%1: berechnet mit %2, %3 dagegen mit %4 (--mix-methods nimmt beide)</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>option -o: the suffix of &quot;%1&quot; is not one of: .json, .%2</source>
+        <translation>Option -o: die Endung von „%1“ ist keine von: .json, .%2</translation>
+    </message>
+    <message>
+        <source>magres-workbench calibrate: %1
+</source>
+        <translation>magres-workbench calibrate: %1
+</translation>
+    </message>
+    <message>
+        <source>magres-workbench calibrate: %1: %2
+</source>
+        <translation>magres-workbench calibrate: %1: %2
+</translation>
+    </message>
+    <message>
+        <source>magres-workbench: %1
+</source>
+        <translation>magres-workbench: %1
+</translation>
+    </message>
+    <message>
+        <source>%1: %2
+</source>
+        <translation>%1: %2
+</translation>
+    </message>
+    <message>
+        <source>Note: %1
+</source>
+        <translation>Hinweis: %1
+</translation>
+    </message>
+    <message>
+        <source>magres-workbench compare: %1
+</source>
+        <translation>magres-workbench compare: %1
+</translation>
+    </message>
+    <message>
+        <source>option -o: the suffix of &quot;%1&quot; is not one of: .txt, .csv, .json, .%2</source>
+        <translation>Option -o: die Endung von „%1“ ist keine von: .txt, .csv, .json, .%2</translation>
+    </message>
+    <message>
+        <source>option %1: &quot;%2&quot; is not an NMR nucleus</source>
+        <translation>Option %1: „%2“ ist kein NMR-Kern</translation>
+    </message>
+    <message>
+        <source>option --experiment: &quot;%1&quot; names no nucleus, as in 13C=%1</source>
+        <translation>Option --experiment: „%1“ nennt keinen Kern wie in 13C=%1</translation>
+    </message>
+    <message>
+        <source>option --experiment: &quot;%1&quot; names no file</source>
+        <translation>Option --experiment: „%1“ nennt keine Datei</translation>
+    </message>
+    <message>
+        <source>option --experiment: %1 is given twice</source>
+        <translation>Option --experiment: %1 ist zweimal angegeben</translation>
+    </message>
+    <message>
+        <source>option --nucleus: no experiment is of %1</source>
+        <translation>Option --nucleus: kein Experiment ist von %1</translation>
+    </message>
+    <message>
+        <source>option %1 is given twice for %2</source>
+        <translation>Option %1 ist für %2 zweimal angegeben</translation>
+    </message>
+    <message>
+        <source>option --reference-set: two sets are of %1</source>
+        <translation>Option --reference-set: zwei Sätze sind von %1</translation>
+    </message>
+    <message>
+        <source>option %1: &quot;%2&quot; is below 0</source>
+        <translation>Option %1: „%2“ liegt unter 0</translation>
+    </message>
+    <message>
+        <source>option --reference-set: no experiment is of %1</source>
+        <translation>Option --reference-set: kein Experiment ist von %1</translation>
+    </message>
+    <message>
+        <source>%1: there are no lines</source>
+        <translation>%1: es gibt keine Linien</translation>
+    </message>
+    <message>
+        <source>the report cannot be written: %1</source>
+        <translation>der Bericht kann nicht geschrieben werden: %1</translation>
+    </message>
+    <message>
+        <source>option -o: one EXP was expected, found %1</source>
+        <translation>Option -o: ein EXP wurde erwartet, %1 gefunden</translation>
+    </message>
+    <message>
+        <source>the spectrum cannot be put on a page</source>
+        <translation>das Spektrum kann nicht auf eine Seite gebracht werden</translation>
+    </message>
+    <message>
+        <source>%1: a spectrum of one dimension was expected</source>
+        <translation>%1: ein Spektrum mit einer Dimension wurde erwartet</translation>
+    </message>
+    <message>
+        <source>option --fit-scale needs --fit</source>
+        <translation>Option --fit-scale braucht --fit</translation>
+    </message>
+    <message>
+        <source>option --fit needs --experiment</source>
+        <translation>Option --fit braucht --experiment</translation>
+    </message>
+    <message>
+        <source>option --mqmas: ridges are those of infinitely fast spinning; leave out %1</source>
+        <translation>Option --mqmas: die Grate gelten für unendlich schnelle Rotation; %1 weglassen</translation>
+    </message>
+    <message>
+        <source>option --experiment: the ridges of --mqmas are not compared with a spectrum</source>
+        <translation>Option --experiment: die Grate von --mqmas werden nicht mit einem Spektrum verglichen</translation>
+    </message>
+    <message>
+        <source>option --sites-csv needs a 1D spectrum as -o NAME.csv</source>
+        <translation>Option --sites-csv braucht ein 1D-Spektrum als -o NAME.csv</translation>
+    </message>
+    <message>
+        <source>options --static and --mas contradict each other</source>
+        <translation>die Optionen --static und --mas widersprechen sich</translation>
+    </message>
+    <message>
+        <source>option --mas: a rate of 0 is a sample at rest; give --static</source>
+        <translation>Option --mas: eine Rotorfrequenz von 0 ist eine ruhende Probe; --static angeben</translation>
+    </message>
+    <message>
+        <source>option --mas: &quot;%1&quot; is not a rate between 0 and 10000000 Hz, or &quot;infinite&quot;</source>
+        <translation>Option --mas: „%1“ ist keine Rotorfrequenz zwischen 0 und 10000000 Hz und nicht „infinite“</translation>
+    </message>
+    <message>
+        <source>option %1: &quot;%2&quot; is not a width between 0 and 1000000000 Hz</source>
+        <translation>Option %1: „%2“ ist keine Breite zwischen 0 und 1000000000 Hz</translation>
+    </message>
+    <message>
+        <source>option --frequency: &quot;%1&quot; is not a 1H frequency from 1 to %2 MHz</source>
+        <translation>Option --frequency: „%1“ ist keine 1H-Frequenz von 1 bis %2 MHz</translation>
+    </message>
+    <message>
+        <source>option --points: a spectrum has at least two points</source>
+        <translation>Option --points: ein Spektrum hat mindestens zwei Punkte</translation>
+    </message>
+    <message>
+        <source>option --range: %1 ppm is as far as the frequency itself</source>
+        <translation>Option --range: %1 ppm ist so weit weg wie die Frequenz selbst</translation>
+    </message>
+    <message>
+        <source>expected a structure and its energy, found %1</source>
+        <translation>eine Struktur und ihre Energie wurden erwartet, %1 gefunden</translation>
+    </message>
+    <message>
+        <source>%1 has an energy already</source>
+        <translation>%1 hat schon eine Energie</translation>
+    </message>
+    <message>
+        <source>%1: there is no energy of %2</source>
+        <translation>%1: es gibt keine Energie von %2</translation>
+    </message>
+    <message>
+        <source>option --temperature goes with --energies</source>
+        <translation>Option --temperature gehört zu --energies</translation>
+    </message>
+    <message>
+        <source>magres-workbench rank: %1
+</source>
+        <translation>magres-workbench rank: %1
+</translation>
+    </message>
+    <message>
+        <source>option --energies needs the error of calculated shifts (--sigma)</source>
+        <translation>Option --energies braucht den Fehler der berechneten chemischen Verschiebungen (--sigma)</translation>
+    </message>
+    <message>
+        <source>option --slope: a slope fitted to each structure would hide how it fits</source>
+        <translation>Option --slope: eine an jede Struktur angepasste Steigung würde verdecken, wie gut sie passt</translation>
+    </message>
+    <message>
+        <source>option --sigma: the error of calculated shifts of %1 is needed, as in --sigma %1=5</source>
+        <translation>Option --sigma: der Fehler der berechneten chemischen Verschiebungen von %1 ist nötig wie in --sigma %1=5</translation>
+    </message>
+    <message>
+        <source>χ²/dof</source>
+        <translation>χ²/dof</translation>
+    </message>
+    <message>
+        <source>p</source>
+        <translation>p</translation>
+    </message>
+    <message>
+        <source>Fit</source>
+        <translation>Übereinstimmung</translation>
+    </message>
+    <message>
+        <source>Probability</source>
+        <translation>Wahrscheinlichkeit</translation>
+    </message>
+    <message>
+        <source>with σ × 1.5</source>
+        <translation>mit σ × 1.5</translation>
+    </message>
+    <message>
+        <source>%1 RMSD, ppm</source>
+        <translation>%1-RMSD, ppm</translation>
+    </message>
+    <message>
+        <source>%1 ref., ppm</source>
+        <translation>%1-Ref., ppm</translation>
+    </message>
+    <message>
+        <source>%1 pairing</source>
+        <translation>%1-Zuordnung</translation>
+    </message>
+    <message>
+        <source>Reference%1, ppm</source>
+        <translation>Referenz%1, ppm</translation>
+    </message>
+    <message>
+        <source>Offset%1, ppm</source>
+        <translation>Änderung%1, ppm</translation>
+    </message>
+    <message>
+        <source> F1</source>
+        <translation> F1</translation>
+    </message>
+    <message>
+        <source>Pairing</source>
+        <translation>Zuordnung</translation>
+    </message>
+    <message>
+        <source>this structure was compared with another σ than those in %1</source>
+        <translation>diese Struktur wurde mit einem anderen σ verglichen als die in %1</translation>
+    </message>
+    <message>
+        <source>only a part of the structures has energies</source>
+        <translation>nur ein Teil der Strukturen hat Energien</translation>
+    </message>
+    <message>
+        <source>this part ranks by other measurements than %1</source>
+        <translation>dieser Teil ordnet nach anderen Messungen als %1</translation>
+    </message>
+    <message>
+        <source>Note: %L1 points are many; this can take minutes
+</source>
+        <translation>Hinweis: %L1 Punkte sind viele; das kann Minuten dauern
+</translation>
+    </message>
+    <message>
+        <source>option %1 needs --complete</source>
+        <translation>Option %1 braucht --complete</translation>
+    </message>
+    <message>
+        <source>option --complete: one nucleus is observed, not several</source>
+        <translation>Option --complete: beobachtet wird ein Kern, nicht mehrere</translation>
+    </message>
+    <message>
+        <source>option --complete needs --mas HZ or --static</source>
+        <translation>Option --complete braucht --mas HZ oder --static</translation>
+    </message>
+    <message>
+        <source>option --columns: &quot;%1&quot; is not one of: %2</source>
+        <translation>Option --columns: „%1“ ist keines von: %2</translation>
+    </message>
+    <message>
+        <source>magres-workbench table: %1
+</source>
+        <translation>magres-workbench table: %1
+</translation>
+    </message>
+    <message>
+        <source>Spectra and peak lists (%1)</source>
+        <translation>Spektren und Peaklisten (%1)</translation>
+    </message>
+    <message>
+        <source>%1 peaks were picked from the spectrum.</source>
+        <translation>Im Spektrum wurden %1 Peaks gefunden.</translation>
+    </message>
+    <message>
+        <source>JCAMP-DX, 1D only</source>
+        <translation>JCAMP-DX, nur 1D</translation>
+    </message>
+    <message>
+        <source>CSDM</source>
+        <translation>CSDM</translation>
+    </message>
+    <message>
+        <source>axes, peaks, parameters</source>
+        <translation>Achsen, Peaks, Parameter</translation>
+    </message>
+    <message>
+        <source>data points</source>
         <translation>Datenpunkte</translation>
     </message>
     <message>
-        <source>JCAMP-DX spectrum</source>
-        <translation>JCAMP-DX-Spektrum</translation>
+        <source>%1 MHz</source>
+        <translation>%1 MHz</translation>
     </message>
     <message>
-        <source>Peaks and parameters</source>
-        <translation>Peaks und Parameter</translation>
+        <source>%1 points from %2 to %3 ppm, %4 ppm apart</source>
+        <translation>%1 Punkte von %2 bis %3 ppm im Abstand von %4 ppm</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>Format</translation>
+    </message>
+    <message>
+        <source>Title</source>
+        <translation>Titel</translation>
+    </message>
+    <message>
+        <source>Noise</source>
+        <translation>Rauschen</translation>
+    </message>
+    <message>
+        <source>%1 around %2</source>
+        <translation>%1 um %2</translation>
+    </message>
+    <message>
+        <source>nucleus unknown</source>
+        <translation>Kern unbekannt</translation>
+    </message>
+    <message>
+        <source>%1 picked</source>
+        <translation>%1 gefunden</translation>
+    </message>
+    <message>
+        <source>  counted %1 times</source>
+        <translation>  %1-mal gezählt</translation>
+    </message>
+    <message>
+        <source>%1 more</source>
+        <translation>%1 weitere</translation>
+    </message>
+    <message>
+        <source>Note</source>
+        <translation>Hinweis</translation>
+    </message>
+    <message>
+        <source>a site has no number called &quot;%1&quot;</source>
+        <translation>ein Platz hat keine Zahl namens „%1“</translation>
+    </message>
+    <message>
+        <source>expected a reference set, as calibrate writes it</source>
+        <translation>ein Referenzsatz wurde erwartet, wie ihn calibrate schreibt</translation>
+    </message>
+    <message>
+        <source>a single column of numbers without a name: intensities have no axis here; if these are positions of peaks, say so in a header line &quot;ppm&quot;</source>
+        <translation>eine einzelne Spalte von Zahlen ohne Namen: Intensitäten haben hier keine Achse; wenn es Positionen von Peaks sind, gehört eine Kopfzeile „ppm“ darüber</translation>
+    </message>
+    <message>
+        <source>Column &quot;%1&quot; was taken as the intensity.</source>
+        <translation>Die Spalte „%1“ wurde als Intensität genommen.</translation>
+    </message>
+    <message>
+        <source>Commas were taken to separate positions and heights, so that %1 is a peak at %2; if they are decimal commas, a header line &quot;ppm&quot; tells so.</source>
+        <translation>Kommas wurden als Trennung von Position und Höhe genommen, sodass %1 ein Peak bei %2 ist; wenn es Dezimalkommas sind, sagt das eine Kopfzeile „ppm“.</translation>
+    </message>
+    <message>
+        <source>Peaks without a height (%1) were given the height 1.</source>
+        <translation>Peaks ohne Höhe (%1) bekamen die Höhe 1.</translation>
+    </message>
+    <message>
+        <source>there is nothing to draw</source>
+        <translation>es gibt nichts zu zeichnen</translation>
+    </message>
+    <message>
+        <source>Blue</source>
+        <translation>Blau</translation>
+    </message>
+    <message>
+        <source>Vermilion</source>
+        <translation>Zinnoberrot</translation>
+    </message>
+    <message>
+        <source>Green</source>
+        <translation>Grün</translation>
+    </message>
+    <message>
+        <source>Purple</source>
+        <translation>Purpur</translation>
+    </message>
+    <message>
+        <source>Orange</source>
+        <translation>Orange</translation>
+    </message>
+    <message>
+        <source>Sky blue</source>
+        <translation>Himmelblau</translation>
+    </message>
+    <message>
+        <source>Black</source>
+        <translation>Schwarz</translation>
+    </message>
+    <message>
+        <source>%1 frequency from 0 ppm / Hz</source>
+        <translation>%1 Frequenz relativ zu 0 ppm / Hz</translation>
+    </message>
+    <message>
+        <source>%1, %2 Hz</source>
+        <translation>%1, %2 Hz</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot;: &quot;%2&quot; is no number</source>
+        <translation>„%1“: „%2“ ist keine Zahl</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot;: the numbers are iso, aniso, eta, eq, etaq and cq</source>
+        <translation>„%1“: die Zahlen sind iso, aniso, eta, eq, etaq und cq</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot;: a range of labels has two ends, as in C2..C10</source>
+        <translation>„%1“: ein Bereich von Bezeichnungen hat zwei Enden wie in C2..C10</translation>
+    </message>
+</context>
+<context>
+    <name>Workbench::AgreementPlot</name>
+    <message>
+        <source>%1: %2, RMSD %3 ppm</source>
+        <translation>%1: %2, RMSD %3 ppm</translation>
+    </message>
+    <message>
+        <source>Measured, ppm</source>
+        <translation>Gemessen, ppm</translation>
+    </message>
+    <message>
+        <source>Calculated, ppm</source>
+        <translation>Berechnet, ppm</translation>
+    </message>
+    <message>
+        <source>Difference, ppm</source>
+        <translation>Differenz, ppm</translation>
+    </message>
+</context>
+<context>
+    <name>Workbench::ContentsDock</name>
+    <message>
+        <source>a, b, c = %1, %2, %3 Å; α, β, γ = %4</source>
+        <translation>a, b, c = %1, %2, %3 Å; α, β, γ = %4</translation>
+    </message>
+    <message>
+        <source>Contents</source>
+        <translation>Inhalt</translation>
+    </message>
+    <message>
+        <source>Contents of the document</source>
+        <translation>Inhalt des Dokuments</translation>
+    </message>
+    <message>
+        <source>%1, Z = %2</source>
+        <translation>%1, Z = %2</translation>
+    </message>
+    <message>
+        <source>Without a file</source>
+        <translation>Ohne Datei</translation>
+    </message>
+    <message>
+        <source>%1, %2 MHz</source>
+        <translation>%1, %2 MHz</translation>
+    </message>
+    <message>
+        <source>%1, simulated</source>
+        <translation>%1, simuliert</translation>
+    </message>
+    <message>
+        <source>Measured spectrum</source>
+        <translation>Gemessenes Spektrum</translation>
+    </message>
+    <message>
+        <source>peak list</source>
+        <translation>Peakliste</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1
+%2
+%n peak(s)
+in the plot &quot;%3&quot;; can be dragged onto another one</source>
+        <translation>
+            <numerusform>%1
+%2
+%n Peak
+im Plot „%3“; lässt sich auf einen anderen ziehen</numerusform>
+            <numerusform>%1
+%2
+%n Peaks
+im Plot „%3“; lässt sich auf einen anderen ziehen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation>Umbenennen</translation>
+    </message>
+    <message>
+        <source>Name:</source>
+        <translation>Name:</translation>
+    </message>
+    <message>
+        <source>Rename Spectrum</source>
+        <translation>Spektrum umbenennen</translation>
+    </message>
+    <message>
+        <source>&amp;Go There	Enter</source>
+        <translation>&amp;Dorthin gehen	Eingabe</translation>
+    </message>
+    <message>
+        <source>&amp;Rename...	F2</source>
+        <translation>&amp;Umbenennen...	F2</translation>
+    </message>
+    <message>
+        <source>&amp;Show</source>
+        <translation>&amp;Zeigen</translation>
+    </message>
+    <message>
+        <source>Re&amp;move	Del</source>
+        <translation>&amp;Entfernen	Entf</translation>
+    </message>
+    <message>
+        <source>Spectra can be dropped onto plots</source>
+        <translation>Spektren lassen sich auf Plots ablegen</translation>
+    </message>
+    <message>
+        <source>%1 is in this plot already</source>
+        <translation>%1 ist schon in diesem Plot</translation>
+    </message>
+    <message>
+        <source>%1 is a spectrum of other nuclei or dimensions than this plot</source>
+        <translation>%1 ist ein Spektrum anderer Kerne oder Dimensionen als dieser Plot</translation>
+    </message>
+    <message>
+        <source>%1 is in the plot &quot;%2&quot; now, too</source>
+        <translation>%1 ist jetzt auch im Plot „%2“</translation>
     </message>
 </context>
 <context>
@@ -1430,6 +2062,45 @@ Optionen:
     <message>
         <source>Magres Workbench documents (*.%1)</source>
         <translation>Dokumente der Magres Workbench (*.%1)</translation>
+    </message>
+</context>
+<context>
+    <name>Workbench::DocumentItem</name>
+    <message>
+        <source>Picture</source>
+        <translation>Bild</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Save...</source>
+        <translation>Speichern...</translation>
+    </message>
+    <message>
+        <source>Print...</source>
+        <translation>Drucken...</translation>
+    </message>
+    <message>
+        <source>The picture is on the clipboard</source>
+        <translation>Das Bild ist in der Zwischenablage</translation>
+    </message>
+    <message>
+        <source>Save Picture</source>
+        <translation>Bild speichern</translation>
+    </message>
+    <message>
+        <source>PNG image (*.png);;SVG drawing (*.svg);;PDF (*.pdf)</source>
+        <translation>PNG-Bild (*.png);;SVG-Zeichnung (*.svg);;PDF (*.pdf)</translation>
+    </message>
+    <message>
+        <source>%1 is written</source>
+        <translation>%1 ist geschrieben</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written</source>
+        <translation>%1 kann nicht geschrieben werden</translation>
     </message>
 </context>
 <context>
@@ -1519,12 +2190,53 @@ Optionen:
         <translation>SIMPSON-Spinsystem</translation>
     </message>
     <message>
-        <source>Nuclei, such as 13C, 1H. Of their atoms those in the selected rows of the table are taken, or all:</source>
-        <translation>Kerne, etwa 13C, 1H. Von ihren Atomen werden die in den markierten Zeilen der Tabelle genommen oder alle:</translation>
-    </message>
-    <message>
         <source>SIMPSON input</source>
         <translation>SIMPSON-Eingabe</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>&amp;Notes in Pictures of the Page</source>
+        <translation>&amp;Hinweise in Bildern der Seite</translation>
+    </message>
+    <message>
+        <source>The selected rows of the table hold no site of %1. Select some, or no row at all for all sites</source>
+        <translation>Die markierten Zeilen der Tabelle enthalten keinen Platz von %1. Einige markieren oder gar keine Zeile für alle Plätze</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n site(s): %1</source>
+        <translation>
+            <numerusform>%n Platz: %1</numerusform>
+            <numerusform>%n Plätze: %1</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Sites that would be written: %1</source>
+        <translation>Plätze, die geschrieben würden: %1</translation>
+    </message>
+    <message>
+        <source>Nuclei, such as 13C, 1H. %1
+%2:</source>
+        <translation>Kerne, etwa 13C, 1H. %1
+%2:</translation>
+    </message>
+    <message>
+        <source>Only atoms in the selected rows of the table are taken.</source>
+        <translation>Nur Atome in den markierten Zeilen der Tabelle werden genommen.</translation>
+    </message>
+    <message>
+        <source>All their atoms are taken; rows selected in the table restrict them.</source>
+        <translation>Alle ihre Atome werden genommen; in der Tabelle markierte Zeilen schränken sie ein.</translation>
+    </message>
+    <message>
+        <source>The spin system is written: %1</source>
+        <translation>Das Spinsystem ist geschrieben: %1</translation>
     </message>
 </context>
 <context>
@@ -1701,10 +2413,6 @@ Optionen:
         <translation>dreht es zurück</translation>
     </message>
     <message>
-        <source>Page</source>
-        <translation>Seite</translation>
-    </message>
-    <message>
         <source>Drag the title bar or the lower right corner</source>
         <translation>Titelleiste oder rechte untere Ecke ziehen</translation>
     </message>
@@ -1733,10 +2441,6 @@ Optionen:
         <translation>Strg+Mausrad, Strg++, Strg+-, Strg+0</translation>
     </message>
     <message>
-        <source>zooms the page; page width</source>
-        <translation>zoomt die Seite; Seitenbreite</translation>
-    </message>
-    <message>
         <source>Drop files</source>
         <translation>Dateien ablegen</translation>
     </message>
@@ -1747,6 +2451,124 @@ Optionen:
     <message>
         <source>Keyboard and mouse</source>
         <translation>Tastatur und Maus</translation>
+    </message>
+    <message>
+        <source>Ctrl+drag</source>
+        <translation>Strg+Ziehen</translation>
+    </message>
+    <message>
+        <source>moves a 1D spectrum up or down; with Shift makes it higher or lower</source>
+        <translation>verschiebt ein 1D-Spektrum nach oben oder unten; mit Umschalt wird es höher oder niedriger</translation>
+    </message>
+    <message>
+        <source>I, D</source>
+        <translation>I, D</translation>
+    </message>
+    <message>
+        <source>dragging marks integrals, or distances in ppm and Hz; Esc ends</source>
+        <translation>Ziehen markiert Integrale oder Abstände in ppm und Hz; Esc beendet</translation>
+    </message>
+    <message>
+        <source>M</source>
+        <translation>M</translation>
+    </message>
+    <message>
+        <source>clicks on two, three, four atoms measure distance, angle, torsion; Esc ends</source>
+        <translation>Klicks auf zwei, drei, vier Atome messen Abstand, Winkel, Torsionswinkel; Esc beendet</translation>
+    </message>
+    <message>
+        <source>N</source>
+        <translation>N</translation>
+    </message>
+    <message>
+        <source>lists the nearest atoms of the selected one, with their dipolar couplings</source>
+        <translation>listet die nächsten Atome des gewählten auf, mit ihren Dipolkopplungen</translation>
+    </message>
+    <message>
+        <source>Table</source>
+        <translation>Tabelle</translation>
+    </message>
+    <message>
+        <source>Click on a title</source>
+        <translation>Klick auf einen Spaltentitel</translation>
+    </message>
+    <message>
+        <source>sorts by that column: up, down, as in the file</source>
+        <translation>sortiert nach dieser Spalte, auf- und absteigend, dann wie in der Datei</translation>
+    </message>
+    <message>
+        <source>Ctrl+F</source>
+        <translation>Strg+F</translation>
+    </message>
+    <message>
+        <source>filters the rows: C,H   C2..C10   iso&gt;100   cq=0.1..2</source>
+        <translation>filtert die Zeilen: C,H   C2..C10   iso&gt;100   cq=0.1..2</translation>
+    </message>
+    <message>
+        <source>Workspace</source>
+        <translation>Arbeitsfläche</translation>
+    </message>
+    <message>
+        <source>zooms; as wide as the window again</source>
+        <translation>zoomt; wieder so breit wie das Fenster</translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+P</source>
+        <translation>Strg+Umschalt+P</translation>
+    </message>
+    <message>
+        <source>the page as it is exported, and back</source>
+        <translation>die Seite, wie sie exportiert wird, und zurück</translation>
+    </message>
+    <message>
+        <source>Ctrl+Z, Ctrl+Y</source>
+        <translation>Strg+Z, Strg+Y</translation>
+    </message>
+    <message>
+        <source>takes changes back and makes them again</source>
+        <translation>nimmt Änderungen zurück und stellt sie wieder her</translation>
+    </message>
+    <message>
+        <source>F2, Delete</source>
+        <translation>F2, Entf</translation>
+    </message>
+    <message>
+        <source>renames or removes an item</source>
+        <translation>benennt ein Element um oder entfernt es</translation>
+    </message>
+    <message>
+        <source>Drag a spectrum from the contents</source>
+        <translation>Spektrum aus dem Inhalt ziehen</translation>
+    </message>
+    <message>
+        <source>puts it onto the plot where it falls</source>
+        <translation>legt es in den Plot, auf den es fällt</translation>
+    </message>
+</context>
+<context>
+    <name>Workbench::GuideWindow</name>
+    <message>
+        <source>User guide</source>
+        <translation>Benutzerhandbuch</translation>
+    </message>
+</context>
+<context>
+    <name>Workbench::ItemNotes</name>
+    <message>
+        <source>Edit Spectrum...</source>
+        <translation>Spektrum bearbeiten...</translation>
+    </message>
+    <message>
+        <source>Fit Range</source>
+        <translation>Bereich anpassen</translation>
+    </message>
+    <message>
+        <source>Auto reference</source>
+        <translation>Automatische Referenz</translation>
+    </message>
+    <message>
+        <source>Set Reference...</source>
+        <translation>Referenz festlegen...</translation>
     </message>
 </context>
 <context>
@@ -1766,6 +2588,21 @@ Optionen:
     <message>
         <source>Simulated</source>
         <translation>Simuliert</translation>
+    </message>
+    <message>
+        <source>Rename %1</source>
+        <translation>%1 umbenennen</translation>
+    </message>
+    <message>
+        <source>%1, simulated</source>
+        <translation>%1, simuliert</translation>
+    </message>
+</context>
+<context>
+    <name>Workbench::MainView</name>
+    <message>
+        <source>Workspace</source>
+        <translation>Arbeitsfläche</translation>
     </message>
 </context>
 <context>
@@ -1820,6 +2657,122 @@ Optionen:
     <message>
         <source>Label of the File</source>
         <translation>Bezeichnung der Datei</translation>
+    </message>
+    <message>
+        <source>%1 × %2 × %3 cells</source>
+        <translation>%1 × %2 × %3 Zellen</translation>
+    </message>
+    <message>
+        <source>shielding, semi-axes |σii|, scaled for each element</source>
+        <translation>Abschirmung, Halbachsen |σii|, für jedes Element skaliert</translation>
+    </message>
+    <message>
+        <source>shielding, semi-axes |σii − iso|, scaled for each element</source>
+        <translation>Abschirmung, Halbachsen |σii − iso|, für jedes Element skaliert</translation>
+    </message>
+    <message>
+        <source>electric field gradient, semi-axes |Vii|, scaled for each element</source>
+        <translation>elektrischer Feldgradient, Halbachsen |Vii|, für jedes Element skaliert</translation>
+    </message>
+    <message>
+        <source>dashed axes: negative</source>
+        <translation>gestrichelte Achsen: negativ</translation>
+    </message>
+    <message>
+        <source>Crystal</source>
+        <translation>Kristall</translation>
+    </message>
+    <message>
+        <source>Tensors</source>
+        <translation>Tensoren</translation>
+    </message>
+    <message>
+        <source>Measure Distances and Angles</source>
+        <translation>Abstände und Winkel messen</translation>
+    </message>
+    <message>
+        <source>Remove Measurements</source>
+        <translation>Messungen entfernen</translation>
+    </message>
+    <message>
+        <source>Nearest Contacts of the Selected Atom</source>
+        <translation>Nächste Kontakte des gewählten Atoms</translation>
+    </message>
+    <message>
+        <source>Copy Contacts</source>
+        <translation>Kontakte kopieren</translation>
+    </message>
+    <message>
+        <source>Molecules</source>
+        <translation>Moleküle</translation>
+    </message>
+    <message>
+        <source>Cell Contents</source>
+        <translation>Zellinhalt</translation>
+    </message>
+    <message>
+        <source>%1 × %1 × %1</source>
+        <translation>%1 × %1 × %1</translation>
+    </message>
+    <message>
+        <source>Other Numbers of Cells...</source>
+        <translation>Andere Zellenzahlen...</translation>
+    </message>
+    <message>
+        <source>Supercell</source>
+        <translation>Superzelle</translation>
+    </message>
+    <message>
+        <source>Numbers of cells along a, b and c:</source>
+        <translation>Zahl der Zellen entlang a, b und c:</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not understood: three whole numbers such as 2 2 1 are wanted</source>
+        <translation>„%1“ ist nicht zu verstehen: drei ganze Zahlen wie 2 2 1 sind gefragt</translation>
+    </message>
+    <message>
+        <source>%1 × %2 × %3 cells are shown: no more than %4 atoms can be</source>
+        <translation>%1 × %2 × %3 Zellen werden gezeigt: mehr als %4 Atome sind nicht möglich</translation>
+    </message>
+    <message>
+        <source>Shielding</source>
+        <translation>Abschirmung</translation>
+    </message>
+    <message>
+        <source>Anisotropic Part of the Shielding</source>
+        <translation>Anisotroper Teil der Abschirmung</translation>
+    </message>
+    <message>
+        <source>Electric Field Gradient</source>
+        <translation>Elektrischer Feldgradient</translation>
+    </message>
+    <message>
+        <source>Principal Axes</source>
+        <translation>Hauptachsen</translation>
+    </message>
+    <message>
+        <source>%1 % of their size</source>
+        <translation>%1 % ihrer Größe</translation>
+    </message>
+    <message>
+        <source>Measuring: click two atoms for their distance, a third for an angle, a fourth for a torsion angle; beside the atoms to start anew; Esc ends</source>
+        <translation>Messen: zwei Atome anklicken für ihren Abstand, ein drittes für einen Winkel, ein viertes für einen Torsionswinkel; neben die Atome klicken, um neu zu beginnen; Esc beendet</translation>
+    </message>
+    <message>
+        <source>Click an atom to see what is near it</source>
+        <translation>Ein Atom anklicken, um zu sehen, was in seiner Nähe ist</translation>
+    </message>
+    <message>
+        <source>atom	neighbour	cell	distance / Å	nuclei	dipolar coupling / kHz</source>
+        <translation>Atom	Nachbar	Zelle	Abstand / Å	Kerne	Dipolkopplung / kHz</translation>
+    </message>
+    <message>
+        <source> kHz</source>
+        <translation> kHz</translation>
+    </message>
+    <message>
+        <source>Nearest to %1</source>
+        <translation>Nächste Atome von %1</translation>
     </message>
 </context>
 <context>
@@ -1889,6 +2842,114 @@ Optionen:
     <message>
         <source>%1 spectrum</source>
         <translation>%1-Spektrum</translation>
+    </message>
+    <message>
+        <source>Active Spectrum</source>
+        <translation>Aktives Spektrum</translation>
+    </message>
+    <message>
+        <source>Measure</source>
+        <translation>Messen</translation>
+    </message>
+    <message>
+        <source>Edit Title...</source>
+        <translation>Titel bearbeiten...</translation>
+    </message>
+    <message>
+        <source>Copy Numbers</source>
+        <translation>Zahlen kopieren</translation>
+    </message>
+    <message>
+        <source>Spectra on One Base Line</source>
+        <translation>Spektren auf einer Grundlinie</translation>
+    </message>
+    <message>
+        <source>Axis in Hz</source>
+        <translation>Achse in Hz</translation>
+    </message>
+    <message>
+        <source>Same Range as Other Plots of the Nucleus</source>
+        <translation>Gleicher Bereich wie andere Plots des Kerns</translation>
+    </message>
+    <message>
+        <source>Colour</source>
+        <translation>Farbe</translation>
+    </message>
+    <message>
+        <source>By its place in the stack</source>
+        <translation>Nach der Stelle im Stapel</translation>
+    </message>
+    <message>
+        <source>Own Height and Place Again</source>
+        <translation>Wieder eigene Höhe und Lage</translation>
+    </message>
+    <message>
+        <source>Mark Integrals</source>
+        <translation>Integrale markieren</translation>
+    </message>
+    <message>
+        <source>Mark Distances</source>
+        <translation>Abstände markieren</translation>
+    </message>
+    <message>
+        <source>Set Integral</source>
+        <translation>Integral festlegen</translation>
+    </message>
+    <message>
+        <source>%1 to %2 ppm...</source>
+        <translation>%1 bis %2 ppm...</translation>
+    </message>
+    <message>
+        <source>Remove the Last Integral</source>
+        <translation>Letztes Integral entfernen</translation>
+    </message>
+    <message>
+        <source>Remove the Last Distance</source>
+        <translation>Letzten Abstand entfernen</translation>
+    </message>
+    <message>
+        <source>Remove All</source>
+        <translation>Alle entfernen</translation>
+    </message>
+    <message>
+        <source>Value of this integral:</source>
+        <translation>Wert dieses Integrals:</translation>
+    </message>
+    <message>
+        <source>Integrals: drag over the regions; Esc ends. The first one is 1 until another is set</source>
+        <translation>Integrale: über die Bereiche ziehen; Esc beendet. Das erste ist 1, bis ein anderes festgelegt wird</translation>
+    </message>
+    <message>
+        <source>Distances: drag from one place to another; Esc ends</source>
+        <translation>Abstände: von einer Stelle zur anderen ziehen; Esc beendet</translation>
+    </message>
+    <message>
+        <source>Title</source>
+        <translation>Titel</translation>
+    </message>
+    <message>
+        <source>Title of the plot (empty: made from its spectra):</source>
+        <translation>Titel des Plots (leer: aus seinen Spektren gebildet):</translation>
+    </message>
+    <message>
+        <source>ppm	intensity</source>
+        <translation>ppm	Intensität</translation>
+    </message>
+    <message>
+        <source>label	ppm F2	ppm F1	height</source>
+        <translation>Bezeichnung	ppm F2	ppm F1	Höhe</translation>
+    </message>
+    <message>
+        <source>label	ppm	height</source>
+        <translation>Bezeichnung	ppm	Höhe</translation>
+    </message>
+    <message>
+        <source>The numbers of %1 are on the clipboard</source>
+        <translation>Die Zahlen von %1 sind in der Zwischenablage</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
     </message>
 </context>
 <context>
@@ -2108,6 +3169,61 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     </message>
 </context>
 <context>
+    <name>Workbench::SpectrumCommands</name>
+    <message>
+        <source>Open a MAGRES file first: spectra are made from its table</source>
+        <translation>Zuerst eine MAGRES-Datei öffnen: Spektren entstehen aus ihrer Tabelle</translation>
+    </message>
+    <message>
+        <source>No plug-in that makes spectra is loaded</source>
+        <translation>Es ist kein Plug-in geladen, das Spektren erzeugt</translation>
+    </message>
+    <message>
+        <source>The current plot holds no simulated spectrum</source>
+        <translation>Der aktuelle Plot enthält kein simuliertes Spektrum</translation>
+    </message>
+    <message>
+        <source>There is no plot on the page: create a spectrum and add a measurement to it</source>
+        <translation>Auf der Seite ist kein Plot: ein Spektrum erzeugen und eine Messung hinzufügen</translation>
+    </message>
+    <message>
+        <source>It needs one simulated spectrum and one measurement in the plot; the current plot holds %1 and %2</source>
+        <translation>Nötig sind ein simuliertes Spektrum und eine Messung im Plot; der aktuelle Plot enthält %1 und %2</translation>
+    </message>
+    <message>
+        <source>Computing the spectrum...</source>
+        <translation>Das Spektrum wird berechnet...</translation>
+    </message>
+    <message>
+        <source>The plug-in of this table makes no spectra</source>
+        <translation>Das Plug-in dieser Tabelle erzeugt keine Spektren</translation>
+    </message>
+    <message>
+        <source>Fitting the reference...</source>
+        <translation>Die Referenz wird angepasst...</translation>
+    </message>
+    <message>
+        <source>Fit Range</source>
+        <translation>Bereich anpassen</translation>
+    </message>
+    <message>
+        <source>%1 cannot be computed anew: its calculation is no longer in the document</source>
+        <translation>%1 kann nicht neu berechnet werden: die zugehörige Rechnung ist nicht mehr im Dokument</translation>
+    </message>
+    <message>
+        <source>%1 is computed in the range of its lines</source>
+        <translation>%1 ist im Bereich der eigenen Linien berechnet</translation>
+    </message>
+    <message>
+        <source>Many Points</source>
+        <translation>Viele Punkte</translation>
+    </message>
+    <message>
+        <source>The spectrum has %L1 million points. To compute it again can take minutes. Go on?</source>
+        <translation>Das Spektrum hat %L1 Millionen Punkte. Es neu zu berechnen kann Minuten dauern. Fortfahren?</translation>
+    </message>
+</context>
+<context>
     <name>Workbench::StackMenu</name>
     <message>
         <source>Active &amp;Spectrum</source>
@@ -2120,10 +3236,6 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     <message>
         <source>Add &amp;Experimental Spectrum...</source>
         <translation>&amp;Experimentelles Spektrum hinzufügen...</translation>
-    </message>
-    <message>
-        <source>Ctrl+Shift+O</source>
-        <translation>Ctrl+Shift+O</translation>
     </message>
     <message>
         <source>&amp;Next</source>
@@ -2140,10 +3252,6 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     <message>
         <source>Ctrl+PgUp</source>
         <translation>Ctrl+PgUp</translation>
-    </message>
-    <message>
-        <source>There is no spectrum to add an experiment to: simulate one first</source>
-        <translation>Es gibt kein Spektrum, dem ein Experiment hinzugefügt werden könnte: simulieren Sie zuerst eines</translation>
     </message>
     <message>
         <source>All files (*)</source>
@@ -2176,6 +3284,48 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
         <source>Spectrum</source>
         <translation>Spektrum</translation>
     </message>
+    <message numerus="yes">
+        <source>%1 has a plot of its own; a spectrum that is created now joins it. %n peak(s)</source>
+        <translation>
+            <numerusform>%1 hat einen eigenen Plot; ein Spektrum, das jetzt erzeugt wird, kommt dazu. %n Peak</numerusform>
+            <numerusform>%1 hat einen eigenen Plot; ein Spektrum, das jetzt erzeugt wird, kommt dazu. %n Peaks</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>Workbench::StartHints</name>
+    <message>
+        <source>&lt;h2&gt;Nothing is open&lt;/h2&gt;&lt;p&gt;Drop MAGRES files, measured spectra or their folders here, or begin with one of these:&lt;/p&gt;</source>
+        <translation>&lt;h2&gt;Nichts ist geöffnet&lt;/h2&gt;&lt;p&gt;MAGRES-Dateien, gemessene Spektren oder deren Ordner hier ablegen oder mit einem von diesen beginnen:&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>Open...</source>
+        <translation>Öffnen...</translation>
+    </message>
+    <message>
+        <source>calculations (*.magres), measurements, documents</source>
+        <translation>Rechnungen (*.magres), Messungen, Dokumente</translation>
+    </message>
+    <message>
+        <source>Sample: %1</source>
+        <translation>Beispiel: %1</translation>
+    </message>
+    <message>
+        <source>Recent: %1</source>
+        <translation>Zuletzt geöffnet: %1</translation>
+    </message>
+    <message>
+        <source>a molecular crystal: shieldings and field gradients</source>
+        <translation>ein Molekülkristall: Abschirmungen und Feldgradienten</translation>
+    </message>
+    <message>
+        <source>a measured ¹³C spectrum to go with it</source>
+        <translation>ein gemessenes ¹³C-Spektrum dazu</translation>
+    </message>
+    <message>
+        <source>the sample cannot be written there</source>
+        <translation>das Beispiel kann dort nicht geschrieben werden</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::TableItem</name>
@@ -2193,6 +3343,79 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
             <numerusform>und %n weitere Zeile</numerusform>
             <numerusform>und %n weitere Zeilen</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>Filter: C   C2..C10   iso&gt;100   cq=0.1..2</source>
+        <translation>Filter: C   C2..C10   iso&gt;100   cq=0.1..2</translation>
+    </message>
+    <message>
+        <source>Filter of the table&apos;s rows</source>
+        <translation>Filter der Tabellenzeilen</translation>
+    </message>
+    <message>
+        <source>Filter Rows</source>
+        <translation>Zeilen filtern</translation>
+    </message>
+    <message>
+        <source>not understood</source>
+        <translation>nicht zu verstehen</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>of the rows with %1</source>
+        <translation>von den Zeilen mit %1</translation>
+    </message>
+</context>
+<context>
+    <name>Workbench::TableModel</name>
+    <message>
+        <source>Chemical element</source>
+        <translation>Chemisches Element</translation>
+    </message>
+    <message>
+        <source>The sites&apos; labels in the file</source>
+        <translation>Die Bezeichnungen der Plätze in der Datei</translation>
+    </message>
+    <message>
+        <source>Isotropic shielding, ppm
+(σ₁₁ + σ₂₂ + σ₃₃) / 3</source>
+        <translation>Isotrope Abschirmung, ppm
+(σ₁₁ + σ₂₂ + σ₃₃) / 3</translation>
+    </message>
+    <message>
+        <source>Anisotropy of the shielding, signed, ppm
+σzz − (σxx + σyy) / 2
+with |σzz − iso| ≥ |σxx − iso| ≥ |σyy − iso|</source>
+        <translation>Anisotropie der Abschirmung, mit Vorzeichen, ppm
+σzz − (σxx + σyy) / 2
+mit |σzz − iso| ≥ |σxx − iso| ≥ |σyy − iso|</translation>
+    </message>
+    <message>
+        <source>Asymmetry of the shielding, 0 to 1
+(σyy − σxx) / (σzz − iso)</source>
+        <translation>Asymmetrie der Abschirmung, 0 bis 1
+(σyy − σxx) / (σzz − iso)</translation>
+    </message>
+    <message>
+        <source>Magnitude of the largest component of the electric field gradient, atomic units
+|Vzz|</source>
+        <translation>Betrag der größten Komponente des elektrischen Feldgradienten, atomare Einheiten
+|Vzz|</translation>
+    </message>
+    <message>
+        <source>Asymmetry of the electric field gradient, 0 to 1
+(|Vxx| − |Vyy|) / |Vzz|</source>
+        <translation>Asymmetrie des elektrischen Feldgradienten, 0 bis 1
+(|Vxx| − |Vyy|) / |Vzz|</translation>
+    </message>
+    <message>
+        <source>Quadrupolar coupling constant, MHz, of the isotope in the cell&apos;s tooltip
+|Vzz| · Q · 2.3489 with Q in fm²: the sign is that of Q</source>
+        <translation>Quadrupolkopplungskonstante, MHz, des Isotops im Tooltip der Zelle
+|Vzz| · Q · 2.3489 mit Q in fm²: das Vorzeichen ist das von Q</translation>
     </message>
 </context>
 <context>
@@ -2256,10 +3479,6 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     <message>
         <source>Zoom &amp;Out</source>
         <translation>Ver&amp;kleinern</translation>
-    </message>
-    <message>
-        <source>&amp;Page Width</source>
-        <translation>&amp;Seitenbreite</translation>
     </message>
     <message>
         <source>Ctrl+0</source>
@@ -2340,6 +3559,187 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     <message>
         <source>About</source>
         <translation>Über</translation>
+    </message>
+    <message>
+        <source>%1. %2</source>
+        <translation>%1. %2</translation>
+    </message>
+    <message>
+        <source>Workspace</source>
+        <translation>Arbeitsfläche</translation>
+    </message>
+    <message>
+        <source>No item is current: click on one, or press Tab</source>
+        <translation>Kein Element ist aktuell: eines anklicken oder Tab drücken</translation>
+    </message>
+    <message>
+        <source>Opening %1...</source>
+        <translation>%1 wird geöffnet...</translation>
+    </message>
+    <message>
+        <source>Create Spectrum</source>
+        <translation>Spektrum erzeugen</translation>
+    </message>
+    <message>
+        <source>A simulated spectrum of the current table</source>
+        <translation>Ein simuliertes Spektrum der aktuellen Tabelle</translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+N</source>
+        <translation>Ctrl+Shift+N</translation>
+    </message>
+    <message>
+        <source>Add Measurement</source>
+        <translation>Messung hinzufügen</translation>
+    </message>
+    <message>
+        <source>A measured spectrum or peak list, beside the simulated one or on its own</source>
+        <translation>Ein gemessenes Spektrum oder eine Peakliste, neben dem simulierten oder allein</translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+O</source>
+        <translation>Ctrl+Shift+O</translation>
+    </message>
+    <message>
+        <source>Auto Reference</source>
+        <translation>Automatische Referenz</translation>
+    </message>
+    <message>
+        <source>Fits the reference of the simulated spectrum to the measurement beside it</source>
+        <translation>Passt die Referenz des simulierten Spektrums an die Messung daneben an</translation>
+    </message>
+    <message>
+        <source>Ctrl+R</source>
+        <translation>Ctrl+R</translation>
+    </message>
+    <message>
+        <source>&amp;Molecule</source>
+        <translation>&amp;Molekül</translation>
+    </message>
+    <message>
+        <source>No molecule on the page</source>
+        <translation>Kein Molekül auf der Seite</translation>
+    </message>
+    <message>
+        <source>&amp;Fit Window</source>
+        <translation>An &amp;Fenster anpassen</translation>
+    </message>
+    <message>
+        <source>&amp;Arrange Items</source>
+        <translation>Elemente an&amp;ordnen</translation>
+    </message>
+    <message>
+        <source>Puts items that were moved by hand into their rows again</source>
+        <translation>Stellt Elemente, die von Hand verschoben wurden, wieder in ihre Reihen</translation>
+    </message>
+    <message>
+        <source>&amp;Page Preview</source>
+        <translation>&amp;Seitenvorschau</translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+P</source>
+        <translation>Ctrl+Shift+P</translation>
+    </message>
+    <message>
+        <source>&amp;User Guide</source>
+        <translation>&amp;Benutzerhandbuch</translation>
+    </message>
+    <message>
+        <source>Calculations, measured spectra and documents</source>
+        <translation>Rechnungen, gemessene Spektren und Dokumente</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message>
+        <source>Takes the last change back</source>
+        <translation>Nimmt die letzte Änderung zurück</translation>
+    </message>
+    <message>
+        <source>there is nothing to take back</source>
+        <translation>es gibt nichts zurückzunehmen</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Makes the change again that was taken back</source>
+        <translation>Stellt die zurückgenommene Änderung wieder her</translation>
+    </message>
+    <message>
+        <source>nothing was taken back</source>
+        <translation>nichts wurde zurückgenommen</translation>
+    </message>
+    <message>
+        <source>Fit</source>
+        <translation>Einpassen</translation>
+    </message>
+    <message>
+        <source>The workspace as wide as the window</source>
+        <translation>Die Arbeitsfläche so breit wie das Fenster</translation>
+    </message>
+    <message>
+        <source>Export</source>
+        <translation>Exportieren</translation>
+    </message>
+    <message>
+        <source>The page, a spectrum or a table as a file</source>
+        <translation>Die Seite, ein Spektrum oder eine Tabelle als Datei</translation>
+    </message>
+    <message>
+        <source>there is nothing on the page</source>
+        <translation>auf der Seite ist nichts</translation>
+    </message>
+    <message>
+        <source>Open &amp;Folder...</source>
+        <translation>&amp;Ordner öffnen...</translation>
+    </message>
+    <message>
+        <source>A measured spectrum that is a folder of files</source>
+        <translation>Ein gemessenes Spektrum, das ein Ordner mit Dateien ist</translation>
+    </message>
+    <message>
+        <source>Open Sa&amp;mple</source>
+        <translation>Be&amp;ispiel öffnen</translation>
+    </message>
+    <message>
+        <source>Ctrl+Y</source>
+        <translation>Ctrl+Y</translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+Z</source>
+        <translation>Ctrl+Shift+Z</translation>
+    </message>
+    <message>
+        <source>&amp;Rename Item...</source>
+        <translation>Element &amp;umbenennen...</translation>
+    </message>
+    <message>
+        <source>Open Folder</source>
+        <translation>Ordner öffnen</translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation>Umbenennen</translation>
+    </message>
+    <message>
+        <source>Title (empty: the item&apos;s own):</source>
+        <translation>Titel (leer: der des Elements selbst):</translation>
+    </message>
+</context>
+<context>
+    <name>Workbench::WorkBar</name>
+    <message>
+        <source>Tool Bar</source>
+        <translation>Werkzeugleiste</translation>
+    </message>
+    <message>
+        <source>
+Not now: %1</source>
+        <translation>
+Jetzt nicht: %1</translation>
     </message>
 </context>
 </TS>

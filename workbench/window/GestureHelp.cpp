@@ -57,7 +57,7 @@ constexpr Row rows[] = {
      QT_TRANSLATE_NOOP("Workbench::GestureHelp", "lists the nearest atoms of the selected one, with their dipolar couplings")},
     {"", QT_TRANSLATE_NOOP("Workbench::GestureHelp", "Table")},
     {QT_TRANSLATE_NOOP("Workbench::GestureHelp", "Click on a title"),
-     QT_TRANSLATE_NOOP("Workbench::GestureHelp", "sorts by that column, down, up, as in the file")},
+     QT_TRANSLATE_NOOP("Workbench::GestureHelp", "sorts by that column: up, down, as in the file")},
     {QT_TRANSLATE_NOOP("Workbench::GestureHelp", "Ctrl+F"),
      QT_TRANSLATE_NOOP("Workbench::GestureHelp", "filters the rows: C,H   C2..C10   iso>100   cq=0.1..2")},
     {"", QT_TRANSLATE_NOOP("Workbench::GestureHelp", "Workspace")},

@@ -31,7 +31,7 @@ constexpr double smallestSemiAxis = 0.02;
 const QColor cellColor(0x70, 0x78, 0x82);
 const QColor axisColors[] = {QColor(0xc6, 0x28, 0x28), QColor(0x2e, 0x7d, 0x32), QColor(0x15, 0x65, 0xc0)};
 const QColor selectionColor(0xff, 0x9f, 0x00);
-const QColor lineColor(0x8e, 0x24, 0xaa);
+const QColor measuringColor(0x8e, 0x24, 0xaa);
 const QColor positiveColor(0x15, 0x4a, 0x9c);
 const QColor negativeColor(0xc6, 0x3d, 0x00);
 
@@ -517,12 +517,12 @@ void MoleculeView::drawLines(QPainter *painter) const
             continue;
         const QPointF from = project(turned(position(line.from) + m_packed.shift));
         const QPointF to = project(turned(position(line.to) + m_packed.shift));
-        painter->setPen(QPen(lineColor, 1.6, Qt::DashLine));
+        painter->setPen(QPen(measuringColor, 1.6, Qt::DashLine));
         painter->drawLine(from, to);
         // Where the neighbour itself is not shown, its place is.
         if (std::find(m_packed.images.begin(), m_packed.images.end(), line.to) == m_packed.images.end()) {
             const int element = m_molecule.atoms[size_t(line.to.atom)].element;
-            painter->setPen(QPen(lineColor, 1, Qt::DotLine));
+            painter->setPen(QPen(measuringColor, 1, Qt::DotLine));
             painter->setBrush(mixed(ElementStyle::color(element), Qt::white, 0.6));
             const double radius = ElementStyle::ballRadius(element) * scale();
             painter->drawEllipse(to, radius, radius);
@@ -532,7 +532,7 @@ void MoleculeView::drawLines(QPainter *painter) const
         QPainterPath path;
         path.addText((from + to) / 2 - QFontMetricsF(font).tightBoundingRect(line.text).center(), font, line.text);
         painter->strokePath(path, QPen(QColor(255, 255, 255, 230), 3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-        painter->fillPath(path, lineColor.darker(130));
+        painter->fillPath(path, measuringColor.darker(130));
     }
 }
 
