@@ -239,6 +239,8 @@ CommandRun prepareRank(const CommandLine &line)
     refuseRepeated(files);
     const std::optional<Energies> energies = readEnergies(line);
     return [=](const ProgramStart &start) {
+        const QCoreApplication application(start.argc, start.argv);
+        const Language language(start.language);
         QStringList notes;
         RankMeasurement(plan, &notes);
         printRankNotes(notes);
@@ -249,11 +251,6 @@ CommandRun prepareRank(const CommandLine &line)
             priors.push_back(energies->logWeight(file));
         // Workers put theirs inside: one that crashes leaves nothing behind.
         const PrivateSettings directory;
-        const QCoreApplication application(start.argc, start.argv);
-        const Language language(start.language);
-        readExperiment(line, options);
-        output.check();
-        const QStringList files = line.positional();
         RankWorkers::Crew crew;
         ProgressLine progress;
         crew.program = QCoreApplication::applicationFilePath();

@@ -60,30 +60,6 @@
         <translation>%1 Linien wurden gemessen, die Struktur hat dafür aber nur %2 Plätze</translation>
     </message>
     <message>
-        <source>assigned</source>
-        <translation>zugeordnet</translation>
-    </message>
-    <message>
-        <source>equal</source>
-        <translation>gleich</translation>
-    </message>
-    <message>
-        <source>overlap</source>
-        <translation>überlappend</translation>
-    </message>
-    <message>
-        <source>unmatched</source>
-        <translation>ohne Partner</translation>
-    </message>
-    <message>
-        <source>%1 by counts</source>
-        <translation>%1 nach Anzahlen</translation>
-    </message>
-    <message>
-        <source>%1 assigned, %2</source>
-        <translation>%1 zugeordnet, %2</translation>
-    </message>
-    <message>
         <source>a calibration takes at least three sites, and there are %1</source>
         <translation>eine Kalibrierung braucht mindestens drei Plätze, es sind %1</translation>
     </message>
@@ -2844,8 +2820,8 @@ im Plot „%3“; lässt sich auf einen anderen ziehen</numerusform>
         <translation>%1-Spektrum</translation>
     </message>
     <message>
-        <source>Active Spectrum</source>
-        <translation>Aktives Spektrum</translation>
+        <source>Appearance</source>
+        <translation>Darstellung</translation>
     </message>
     <message>
         <source>Measure</source>

@@ -133,7 +133,7 @@ void NmrItem::fillContextMenu(QMenu *menu)
     connect(menu->addAction(tr("Show Full Range") + QStringLiteral("\tHome")), &QAction::triggered, m_plot,
             &NmrPlot::fullReset);
     fillShowMenu(menu->addMenu(tr("Show")));
-    fillTraceMenu(menu->addMenu(tr("Active Spectrum")));
+    fillTraceMenu(menu->addMenu(tr("Appearance")));
     fillMarkMenu(menu->addMenu(tr("Measure")));
     connect(menu->addAction(tr("Edit Title...")), &QAction::triggered, this, &NmrItem::editTitle);
     connect(menu->addAction(tr("Copy Numbers")), &QAction::triggered, this, &NmrItem::copyNumbers);

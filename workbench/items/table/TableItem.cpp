@@ -242,9 +242,9 @@ void TableItem::createProxy()
     auto *layout = new QVBoxLayout(panel);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
+    layout->setSizeConstraint(QLayout::SetNoConstraint); // the item decides
     layout->addLayout(line);
     layout->addWidget(m_view, 1);
-    panel->setMinimumSize(0, 0);
     m_view->setFocus();
     auto *proxy = new TableProxy(this);
     proxy->setWidget(panel);
