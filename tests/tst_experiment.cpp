@@ -163,8 +163,7 @@ private Q_SLOTS:
         const auto add = [&](double column, double row, double height) {
             for (int r = 0; r < rows; ++r)
                 for (int c = 0; c < columns; ++c)
-                    map[size_t(r * columns + c)] +=
-                        std::max(0.0, height - bell(c, column, 0.5) - bell(r, row, 0.25));
+                    map[size_t(r * columns + c)] += std::max(0.0, height - bell(c, column, 0.5) - bell(r, row, 0.25));
         };
         add(50.3, 20.6, 6);
         add(12.8, 9.2, 3);

@@ -288,7 +288,7 @@ RankPlan RankPlan::parse(const CommandLine &line)
             throw UsageError(Texts::tr("option --slope: a slope fitted to each structure would hide how it fits"));
         if (plan.shifts.nuclei.size() > 1 && !nucleus.sigma)
             throw UsageError(Texts::tr("option --sigma: the error of calculated shifts of %1 is needed, as in "
-                                            "--sigma %1=5")
+                                       "--sigma %1=5")
                                  .arg(nucleus.name));
     }
     return plan;

@@ -346,11 +346,12 @@ struct Shown {
 
 std::vector<Shown> probabilityColumns()
 {
-    return {{Texts::tr("χ²/dof"), [](const RankRow &row) { return reduced(row.chiSquare, row.degreesOfFreedom); }, false},
-            {Texts::tr("p"), [](const RankRow &row) { return significant(row.p, 2); }, false},
-            {Texts::tr("Fit"), [](const RankRow &row) { return row.fit; }, false},
-            {Texts::tr("Probability"), [](const RankRow &row) { return fixed(row.probability, 4); }, false},
-            {Texts::tr("with σ × 1.5"), [](const RankRow &row) { return fixed(row.wideProbability, 4); }, false}};
+    return {
+        {Texts::tr("χ²/dof"), [](const RankRow &row) { return reduced(row.chiSquare, row.degreesOfFreedom); }, false},
+        {Texts::tr("p"), [](const RankRow &row) { return significant(row.p, 2); }, false},
+        {Texts::tr("Fit"), [](const RankRow &row) { return row.fit; }, false},
+        {Texts::tr("Probability"), [](const RankRow &row) { return fixed(row.probability, 4); }, false},
+        {Texts::tr("with σ × 1.5"), [](const RankRow &row) { return fixed(row.wideProbability, 4); }, false}};
 }
 
 Shown shownPart(const QString &title, std::size_t part, std::optional<double> RankRow::Part::*value)
@@ -381,8 +382,8 @@ std::vector<Shown> shownColumns(const RankLayout &layout)
     } else {
         columns.push_back({Texts::tr("RMSD, ppm"), [](const RankRow &row) { return fixed(row.rmsd, 4); }});
         if (layout.plane) {
-            for (const auto &[title, member] :
-                 {std::pair(Texts::tr("Reference%1, ppm"), &Part::reference), std::pair(Texts::tr("Offset%1, ppm"), &Part::offset)}) {
+            for (const auto &[title, member] : {std::pair(Texts::tr("Reference%1, ppm"), &Part::reference),
+                                                std::pair(Texts::tr("Offset%1, ppm"), &Part::offset)}) {
                 columns.push_back(shownPart(title.arg(QString()), 0, member));
                 columns.push_back(shownPart(title.arg(Texts::tr(" F1")), 1, member));
             }
@@ -393,7 +394,8 @@ std::vector<Shown> shownColumns(const RankLayout &layout)
             columns.push_back(shownPart(Texts::tr("Offset, ppm"), 0, &Part::offset));
         }
         columns.push_back({Texts::tr("Peaks"), [](const RankRow &row) { return fixed(row.simulatedPeaks, 0); }});
-        columns.push_back({Texts::tr("Experimental"), [](const RankRow &row) { return fixed(row.experimentalPeaks, 0); }});
+        columns.push_back(
+            {Texts::tr("Experimental"), [](const RankRow &row) { return fixed(row.experimentalPeaks, 0); }});
         columns.push_back(shownPairing(Texts::tr("Pairing"), 0));
         for (const Shown &column : probabilityColumns())
             columns.push_back(column);

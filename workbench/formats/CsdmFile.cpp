@@ -104,7 +104,8 @@ Coordinates monotonic(const QJsonObject &json, const QString &source)
         if (!even
             || !(std::abs(positions[i] - even->first - double(i) * even->step) <= tolerance * std::abs(even->step)))
             fail(source,
-                 Texts::tr("the coordinates of a monotonic dimension are not evenly spaced, as those of a spectrum must be"));
+                 Texts::tr(
+                     "the coordinates of a monotonic dimension are not evenly spaced, as those of a spectrum must be"));
     }
     checkedCount(double(positions.size()), source);
     const double offset = quantity(json[u"coordinates_offset"], source, u"coordinates_offset"_s).value;

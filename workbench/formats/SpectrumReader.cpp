@@ -25,7 +25,7 @@ Measurement readMeasurement(const QString &path, const ReadOptions &options)
     }
     ReaderText::fail(path,
                      Texts::tr("this is no measurement that can be read: expected a Bruker folder or its file "
-                                    "1r or 2rr, JCAMP-DX, CSDM, SIMPSON or text with ppm and intensity"));
+                               "1r or 2rr, JCAMP-DX, CSDM, SIMPSON or text with ppm and intensity"));
 }
 
 ExperimentalSpectrum openExperimentalSpectrum(const QString &path, const ReadOptions &options)

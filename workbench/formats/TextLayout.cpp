@@ -332,8 +332,9 @@ private:
         constexpr size_t mostUnnamedPeaks = 256;
         if (values(0).size() > mostUnnamedPeaks) {
             fail(m_source, m_layout.firstLine,
-                 Texts::tr("a single column of numbers without a name: intensities have no axis here; if these are positions "
-                    "of peaks, say so in a header line \"ppm\""));
+                 Texts::tr(
+                     "a single column of numbers without a name: intensities have no axis here; if these are positions "
+                     "of peaks, say so in a header line \"ppm\""));
         }
         take({Role::Position});
     }
@@ -631,7 +632,7 @@ TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, cons
     if (hasDoubtfulComma(layout, rows)) {
         layout.notes.append(
             Texts::tr("Commas were taken to separate positions and heights, so that %1 is a peak at %2; if they "
-               "are decimal commas, a header line \"ppm\" tells so.")
+                      "are decimal commas, a header line \"ppm\" tells so.")
                 .arg(ReaderText::excerpt(rows.front().text), QString::number(values.front().front(), 'g', 10)));
     }
     for (Role role : {Role::Intensity, Role::Imaginary, Role::Count, Role::Number})

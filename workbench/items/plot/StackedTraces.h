@@ -10,9 +10,9 @@ class PlacedTrace;
 class PlotMarks;
 
 /// One-dimensional spectra: a single one as it is, several one above the other or on one base line, each scaled to its
-/// highest point and as the user wants. Peak lists without a curve stand there as sticks, and so do, in a stack, the peaks
-/// that lie beyond their curve's end: a spectrum whose reference was changed need not have been computed where its peaks
-/// are now.
+/// highest point and as the user wants. Peak lists without a curve stand there as sticks, and so do, in a stack, the
+/// peaks that lie beyond their curve's end: a spectrum whose reference was changed need not have been computed where
+/// its peaks are now.
 class StackedTraces : public PlotContent {
 public:
     /// `entries` holds at least one spectrum; all have one dimension or are peak lists.
