@@ -1870,8 +1870,10 @@ Optionen:
 <context>
     <name>Workbench::ContentsDock</name>
     <message>
-        <source>a, b, c = %1, %2, %3 Å; α, β, γ = %4</source>
-        <translation>a, b, c = %1, %2, %3 Å; α, β, γ = %4</translation>
+        <source>a, b, c = %1, %2, %3 Å
+α, β, γ = %4</source>
+        <translation>a, b, c = %1, %2, %3 Å
+α, β, γ = %4</translation>
     </message>
     <message>
         <source>Contents</source>

@@ -91,7 +91,7 @@ QString cellText(const LatticeVectors &cell)
     QStringList angles;
     for (const auto &[i, j] : std::array<std::pair<int, int>, 3>{{{1, 2}, {0, 2}, {0, 1}}})
         angles.append(number(angle(cell[size_t(i)], cell[size_t(j)]), 1) + u'°');
-    return ContentsDock::tr("a, b, c = %1, %2, %3 Å; α, β, γ = %4")
+    return ContentsDock::tr("a, b, c = %1, %2, %3 Å\nα, β, γ = %4")
         .arg(number(length(cell[0]), 2), number(length(cell[1]), 2), number(length(cell[2]), 2),
              angles.join(QLatin1String(", ")));
 }

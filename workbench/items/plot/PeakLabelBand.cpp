@@ -54,6 +54,19 @@ QString PeakLabelBand::text(const Label &label) const
     return count > 1 ? ppm + QStringLiteral(" \u00d7%1").arg(count) : ppm;
 }
 
+QString PeakLabelBand::fittedText(const Label &label, const QFontMetricsF &metrics) const
+{
+    // Names can be shortened, numbers cannot: 170.2 without its 1 is another shift.
+    const QString whole = text(label);
+    if (!label.shared.hasName() || metrics.horizontalAdvance(whole) <= longestText() + 1)
+        return whole;
+    const QString number = QStringLiteral("  ") + ppmText(label);
+    const double left = longestText() + 1 - metrics.horizontalAdvance(number);
+    return left > metrics.horizontalAdvance(QStringLiteral("C1\u2026"))
+        ? metrics.elidedText(label.shared.text(), Qt::ElideRight, left) + number
+        : number.trimmed();
+}
+
 QList<PeakLabelBand::Label> PeakLabelBand::labels() const
 {
     if (!m_ppmAxis || m_ppmAxis->axisRect()->width() <= 0)
@@ -161,7 +174,7 @@ void PeakLabelBand::draw(QCPPainter *painter)
         painter->save();
         painter->translate(label.placed + metrics.ascent() / 2 - 1, head - 3);
         painter->rotate(-90);
-        painter->drawText(QPointF(0, 0), metrics.elidedText(text(label), Qt::ElideMiddle, longestText() + 1));
+        painter->drawText(QPointF(0, 0), fittedText(label, metrics));
         painter->restore();
     }
 }

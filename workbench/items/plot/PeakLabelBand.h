@@ -46,6 +46,8 @@ private:
     };
 
     QString text(const Label &label) const;
+    /// With as much of the name as there is room for.
+    QString fittedText(const Label &label, const QFontMetricsF &metrics) const;
     QString ppmText(const Label &label) const;
     double longestText() const;
     QList<Label> labels() const;
