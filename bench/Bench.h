@@ -31,5 +31,6 @@ void registerDocument();
 void registerLineShapes();
 void registerPowder();
 void registerRank();
+void registerText();
 
 } // namespace Bench

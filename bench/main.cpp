@@ -110,6 +110,7 @@ const Ratio ratios[] = {
      1.2, 1.0, growthExponent},
     {"rank/200: by simulated spectra", "rank/200", "rank/parts", Ratio::AtMost, 0.5},
     {"update: in bare syntheses and conversions", "update/200/8192", "update/200/8192/bare", Ratio::AtMost, 3},
+    {"text/16777216: in conversions of its numbers", "text/16777216", "limit/text/16777216", Ratio::AtMost, 3},
     {"document/50: times as long as reading its file", "document/50", "limit/read", Ratio::AtMost, 2},
 };
 
@@ -156,6 +157,7 @@ int main(int argc, char **argv)
     Bench::registerData();
     Bench::registerDocument();
     Bench::registerRank();
+    Bench::registerText();
     Times times(benchmark::ConsoleReporter::OO_Tabular);
     benchmark::RunSpecifiedBenchmarks(&times);
     const char *heading = "\nratio within this run                                  measured   target\n";

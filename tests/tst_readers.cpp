@@ -52,6 +52,18 @@ QByteArray table(int points, const QByteArray &lines)
         + "\n##LASTX= 1\n##NPOINTS= " + QByteArray::number(points) + "\n##XYDATA= (X++(Y..Y))\n" + lines + "##END=\n";
 }
 
+/// A spectrum in pairs, 40 points from 20 ppm down in steps of 0.5 with a 9 at 16 ppm, under a record of its own.
+QByteArray pairs(const QByteArray &record, const QByteArray &units)
+{
+    QByteArray text = "##TITLE= t\n##DATA TYPE= NMR SPECTRUM\n##$.OBSERVE FREQUENCY= 100\n##$.OBSERVE NUCLEUS= ^13C\n"
+                      "##XUNITS= "
+        + units + "\n##NPOINTS= 40\n##FIRSTX= 0.5\n##LASTX= 20\n##" + record + '\n';
+    const double scale = units.contains("HZ") ? 100 : 1;
+    for (int i = 0; i < 40; ++i)
+        text += QByteArray::number(scale * (20 - 0.5 * i)) + (i % 2 ? ", " : " ") + (i == 8 ? "9\n" : "1\n");
+    return text + "##END=\n";
+}
+
 QByteArray parameters(const QList<std::pair<QByteArray, QByteArray>> &values)
 {
     QByteArray text = "##TITLE= Parameter file\n$$ a comment\n##$D= (0..3)\n0 1\n2 3\n";
@@ -168,6 +180,38 @@ private Q_SLOTS:
         text("JCAMP vendor offset", jcamp(hertz + "##$OFFSET= 150\n", "0", "10000"), {80}, 18, "13C");
         text("JCAMP shift reference counts before vendor offset",
              jcamp(hertz + "##$OFFSET= 150\n##.SHIFT REFERENCE= , , 4, 12.5\n"), {12.5}, 18, "13C");
+        text("JCAMP vendor axis, in Hz of its own frequency",
+             jcamp(hertz + "##$OFFSET= 150\n##$SF= 100.01\n##$SW_p= 11000\n"), {150 - 3 * 1000 / 100.01}, 18, "13C");
+        text("JCAMP shift reference in parentheses", jcamp(hertz + "##.SHIFT REFERENCE= (INTERNAL, TMS, 4, 12.5)\n"),
+             {12.5}, 18, "13C");
+        text("JCAMP shift reference without a point", jcamp(hertz + "##.SHIFT REFERENCE= INTERNAL, TMS, 0, 12.5\n"),
+             {70}, 18, "13C");
+        text("JCAMP unit in parentheses", jcamp(QByteArray(ppm).replace("PPM", "(ppm)"), "95", "85"), {92}, 18, "13C");
+        text("JCAMP X that counts down", jcamp(ppm, "95", "85").replace("\n95 1", "\n10 1"), {92}, 18, "13C");
+        text("JCAMP 2D ntuples",
+             "##TITLE= n\n##DATA TYPE= nD NMR SPECTRUM\n##.OBSERVE FREQUENCY= 100\n##.OBSERVE NUCLEUS= ^1H\n"
+             "##NUM DIM= 2\n##.NUCLEUS= 13C, 1H\n##NTUPLES= nD NMR SPECTRUM\n"
+             "##VAR_NAME= FREQUENCY1, FREQUENCY2, SPECTRUM\n##SYMBOL= F1, F2, Y\n"
+             "##VAR_TYPE= INDEPENDENT, INDEPENDENT, DEPENDENT\n##VAR_FORM= AFFN, AFFN, ASDF\n##VAR_DIM= 2, 3, 3\n"
+             "##UNITS= PPM, PPM, ARBITRARY UNITS\n##FACTOR= 1, 1, 1\n##FIRST= 50, 3, 1\n##LAST= 25, 1, 5\n"
+             "##PAGE= F1=50\n##DATA TABLE= (F2++(Y..Y)), PROFILE\n3 1 2 3\n"
+             "##PAGE= F1=25\n##DATA TABLE= (F2++(Y..Y)), PROFILE\n3 4 9 5\n##END NTUPLES= nD NMR SPECTRUM\n##END=\n",
+             {2, 25}, 9, "1H/13C");
+        text("JCAMP spectrum as a peak table", pairs("PEAK TABLE= (XY..XY)", "Chemical shift (ppm)"), {16}, 9, "13C");
+        text("JCAMP spectrum as points, in Hz", pairs("XYPOINTS= (XY..XY)", "HZ"), {16}, 9, "13C");
+        text("JCAMP spectrum as data of points", pairs("XYDATA= (XY..XY)", "PPM"), {16}, 9, "13C");
+        text("JCAMP ntuples of points",
+             pairs("NTUPLES= NMR SPECTRUM\n##SYMBOL= X,Y\n##UNITS= ppm,arb\n##PAGE= N=1\n##DATA TABLE= (XY..XY), PEAKS",
+                   "PPM"),
+             {16}, 9, "13C");
+        text("JCAMP ntuples of points with an imaginary part",
+             pairs("NTUPLES= NMR SPECTRUM\n##SYMBOL= X,R,I\n##UNITS= ppm,arb,arb\n##PAGE= N=1\n"
+                   "##DATA TABLE= (XRI..XRI), PEAKS",
+                   "PPM")
+                 .replace("1\n", "1 -3\n")
+                 .replace("9\n", "9 -3\n")
+                 .replace("N=1 -3", "N=1"),
+             {16}, 9, "13C");
         text("JCAMP first NMR block of a link",
              "$$ three blocks\n##TITLE= all\n##DATA TYPE= LINK\n##BLOCKS= 3\n##TITLE= ir\n"
              "##DATA TYPE= INFRARED SPECTRUM\n##XYDATA= (X++(Y..Y))\n1 1 1\n##END=\n"
@@ -234,8 +278,15 @@ private Q_SLOTS:
              {std::pair("paracetamol-13C-bruker", QList<double>{116.79}),
               std::pair("paracetamol-13C-affn.jdx", QList<double>{115.23}), // few points: its neighbour
               std::pair("paracetamol-1H-difdup.jdx", QList<double>{1.49}),
-              std::pair("paracetamol-hetcor-bruker", QList<double>{116.25, 6.0})}) {
-            const auto spectrum = openExperimentalSpectrum(QStringLiteral(SAMPLES "/") + QLatin1String(name));
+              std::pair("paracetamol-hetcor-bruker", QList<double>{116.25, 6.0}),
+              std::pair("paracetamol-hetcor.jdx", QList<double>{116.25, 6.0}),
+              std::pair("paracetamol-13C-totxt.txt", QList<double>{116.66}), // lines of 2 ppm
+              std::pair("paracetamol-13C-commas.txt", QList<double>{116.66}),
+              std::pair("paracetamol-13C.csdf", QList<double>{116.66}),
+              std::pair("paracetamol-13C.spe", QList<double>{116.66})}) {
+            ReadOptions options;
+            options.frequency = {100.6128, 400.13};
+            const auto spectrum = openExperimentalSpectrum(QStringLiteral(SAMPLES "/") + QLatin1String(name), options);
             const QList<double> found = highestPoint(spectrum);
             QCOMPARE(found.size(), shifts.size());
             for (qsizetype d = 0; d < shifts.size(); ++d)

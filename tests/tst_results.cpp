@@ -44,6 +44,28 @@ private Q_SLOTS:
         }
     }
 
+    void jcampPlanesComeBack()
+    {
+        ExperimentalSpectrum spectrum{
+            u"x"_s, {{u"1H"_s, 400.13, 0, 12.5, -0.25, 40}, {u"13C"_s, 100.62, 0, 180.1, -2.5, 7}}, {}};
+        for (int i = 0; i < 40 * 7; ++i)
+            spectrum.data.push_back(std::sin(0.3 * i) - 1e-3 * i);
+        const QVariantMap map = toEntryMap(spectrum);
+        QBuffer file;
+        file.open(QIODevice::WriteOnly);
+        JcampExport::write({{}, u"a"_s, map, Spectrum::fromMap(map)}, file);
+        const auto back = std::get<ExperimentalSpectrum>(JcampReader::parse(file.data(), u"x.jdx"_s));
+        QCOMPARE(back.dimensions.size(), size_t(2));
+        for (size_t d = 0; d < 2; ++d) {
+            const SpectrumDimension &axis = back.dimensions[d], &was = spectrum.dimensions[d];
+            QVERIFY(axis.nucleus == was.nucleus && axis.points == was.points && axis.frequency == was.frequency);
+            QVERIFY(std::abs(axis.first - was.first) < 1e-9 && std::abs(axis.step - was.step) < 1e-11);
+        }
+        for (size_t i = 0; i < spectrum.data.size(); ++i)
+            QVERIFY(std::abs(back.data[i] - spectrum.data[i]) <= 1e-9);
+        QVERIFY2(back.notes.isEmpty(), qPrintable(back.notes.join(u'\n')));
+    }
+
     /// The tensors follow from the written lines, by the conventions at their head.
     void spinSystemRebuildsTheTensors()
     {

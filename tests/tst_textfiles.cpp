@@ -103,14 +103,17 @@ QByteArray simpson(const QByteArray &records)
     return text + "END\n";
 }
 
-Measurement readBytes(const QTemporaryDir &folder, const QByteArray &bytes, const ReadOptions &options = {},
-                      const QString &name = u"file"_s)
+QString writeBytes(const QTemporaryDir &folder, const QByteArray &bytes, const QString &name)
 {
     QFile file(folder.filePath(name));
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
         qFatal("no file");
-    file.close();
-    return readMeasurement(file.fileName(), options);
+    return file.fileName();
+}
+
+Measurement readBytes(const QTemporaryDir &folder, const QByteArray &bytes, const ReadOptions &options = {})
+{
+    return readMeasurement(writeBytes(folder, bytes, u"file"_s), options);
 }
 
 ReadOptions withFrequency(double megahertz, const QString &unit = {})
@@ -144,6 +147,7 @@ private Q_SLOTS:
         row("blanks", table({"   "}));
         row("semicolon", table({";"}));
         row("semicolon, decimal commas", table({";", ','}));
+        row("semicolon between blanks, decimal commas", table({" ; ", ','}));
         row("tab, decimal commas", table({"\t", ','}));
         row("blank, decimal commas", table({" ", ','}));
         row("comma and blank", table({", "}));
@@ -178,6 +182,10 @@ private Q_SLOTS:
         for (int i = 0; i < points; ++i)
             region += QByteArray::number(intensity(i)) + '\n';
         row("region and intensities", region, "LEFT and RIGHT");
+        row("separators at the end of each line", table({",", '.', "", ",\n"}, "ppm,intensity,\n"));
+        row("the unit in each row", table({" ppm ", '.', "", "\n"}));
+        row("exponents of Fortran", table({" "}).replace("50.000", "5.0D+01"));
+        row("minus signs of print, blanks that do not break", table({"\xC2\xA0"}).replace("-", "\xE2\x88\x92"));
         row("columns behind a record", table({"\t"}, "##freq 100\nppm\n"));
     }
     void spectra()
@@ -258,7 +266,11 @@ private Q_SLOTS:
         row("3.5,60\n1.2,15,4\n", 2, {{3.5, 60}, {1.2, 15, 4}}, "position in F2, position in F1");
         row("label,F2 (ppm),F1 (ppm),height\nA,3.5,60,2\nB,1.2,15,4\n", 2,
             {{3.5, 60, 2, u"A"_s}, {1.2, 15, 4, u"B"_s}});
+        // Names of columns begin with an empty one, and the last field of a row may be empty.
+        row("\tppm\tIntensity\tWidth\tType\tAnnotation\n1\t7.26\t500.5\t1.2\tSolvent\t\n2\t3.1\t300\t1\tCompound\tH1\n",
+            1, {{7.26, 0, 500.5, u"Solvent"_s}, {3.1, 0, 300, u"Compound H1"_s}}, "not used: \"Width\"");
         row("No.\tppm\tHz\tHeight\n1\t173.2\t21783.4\t3\n2\t55.1\t6929.9\t1\n", 1, {{173.2, 0, 3}, {55.1, 0, 1}});
+        row("C1 173.2 ppm\nC2 \u22125.1 ppm\n", 1, {{173.2, 0, 1, u"C1"_s}, {-5.1, 0, 1, u"C2"_s}});
         row("C1,173.2\nC2,55.1\n", 1, {{173.2, 0, 1, u"C1"_s}, {55.1, 0, 1, u"C2"_s}});
         row("173.2 C1\n55.1 C2\n", 1, {{173.2, 0, 1, u"C1"_s}, {55.1, 0, 1, u"C2"_s}});
         // Commas of numbers, and commas between them.
@@ -267,6 +279,9 @@ private Q_SLOTS:
         row("\"173,2\"\n\"55,1\"\n", 1, {{173.2}, {55.1}});
         row("173,2;2\n55,1;3\n", 1, {{173.2, 0, 2}, {55.1, 0, 3}});
         row("173,2 C1\n55,1 C2\n", 1, {{173.2, 0, 1, u"C1"_s}, {55.1, 0, 1, u"C2"_s}});
+        row("##TITLE= file\n##DATA TYPE= NMR PEAK TABLE\n##.OBSERVE NUCLEUS= ^13C\n##.OBSERVE FREQUENCY= 100\n"
+            "##XUNITS= PPM\n##YUNITS= ARB\n##NPOINTS= 2\n##PEAK TABLE= (XY..XY)\n173.2, 5\n55.1, 3\n##END=\n",
+            1, {{173.2, 0, 5}, {55.1, 0, 3}});
         row(quoted("<?xml version='1.0'?><PeakList><PeakList1D><Peak1D F1='173.2' intensity='2.5' type='0' "
                    "annotation='C1'/> <Peak1D F1='55.1' intensity='1' type='0'/></PeakList1D></PeakList>"),
             1, {{173.2, 0, 2.5, u"C1"_s}, {55.1, 0, 1}});
@@ -386,9 +401,11 @@ private Q_SLOTS:
         row("5 columns of numbers need a header line", columns("xyiii"));
         row("the data end after 1 points where 4 were announced",
             "# LEFT = 9 ppm. RIGHT = 2 ppm.\n# SIZE = 4 ( = number of points)\n1\n");
+        row("a row has 128 fields", table({" ", '.', "", " "}));
         row("no peaks", "# nothing\n");
         row("line 1: expected a number, found \"12.3abc\"", "12.3abc\n");
         row("line 1: expected a number, found \"inf\"", "1,inf\n");
+        row("line 1: no table of numbers", "Dear all,\nplease find 3 peaks below.\nRegards\n");
         row("no table of numbers was found", "Dear colleague,\nthe spectrum\nfollows\n");
         row("not evenly spaced, as those of a spectrum must be",
             csdm(quoted("{'type': 'monotonic', 'coordinates': ['1 ppm', '2 ppm', '4 ppm']}"), eightNumbers));
@@ -404,6 +421,35 @@ private Q_SLOTS:
         row("data of UCSF (Sparky)", QByteArray("UCSF NMR\0\2", 10));
         row("data of ssNake", quoted("{'dataReal': [1, 2], 'freq': [1]}"));
     }
+    /// Data of other software, known by their names and their files, and what to do with them.
+    void foreignData()
+    {
+        QByteArray pipe(2048, '\0');
+        qToLittleEndian<float>(2.345f, pipe.data() + 8);
+        using Files = QMap<QString, QByteArray>;
+        for (const auto &[files, opened, message] :
+             {std::tuple(Files{{u"s.fid/fid"_s, "x"}, {u"s.fid/procpar"_s, "x"}}, u"s.fid"_s, "Varian/Agilent"),
+              std::tuple(Files{{u"s.fid/fid"_s, "x"}, {u"s.fid/procpar"_s, "x"}}, u"s.fid/fid"_s, "Varian/Agilent"),
+              std::tuple(Files{{u"10/fid"_s, "x"}, {u"10/acqus"_s, "x"}}, u"10"_s, "process them in TopSpin"),
+              std::tuple(Files{{u"11/ser"_s, "x"}, {u"11/acqus"_s, "x"}}, u"11/ser"_s, "process them in TopSpin"),
+              std::tuple(Files{{u"m/acqu.par"_s, "x"}, {u"m/data.1d"_s, "x"}}, u"m"_s, "Magritek"),
+              std::tuple(Files{{u"data.1d"_s, "x"}}, u"data.1d"_s, "Magritek"),
+              std::tuple(Files{{u"s.mnova"_s, "x"}}, u"s.mnova"_s, "MestReNova"),
+              std::tuple(Files{{u"s.mat"_s, "MATLAB 5.0 MAT-file"}}, u"s.mat"_s, "ssNake"),
+              std::tuple(Files{{u"s.xlsx"_s, "PK\x03\x04"}}, u"s.xlsx"_s, "a spreadsheet, which cannot"),
+              std::tuple(Files{{u"s.zip"_s, "PK\x03\x04"}}, u"s.zip"_s, "unpack it"),
+              std::tuple(Files{{u"s.ft2"_s, pipe}}, u"s.ft2"_s, "NMRPipe")}) {
+            const QTemporaryDir folder;
+            for (auto file = files.begin(); file != files.end(); ++file) {
+                QVERIFY(QDir(folder.path()).mkpath(QFileInfo(file.key()).path()));
+                writeBytes(folder, *file, file.key());
+            }
+            const QString path = folder.filePath(opened);
+            const QString found = QString::fromUtf8(failure([&] { readMeasurement(path); }));
+            QVERIFY2(found.contains(QLatin1String(message)), qPrintable(found));
+        }
+    }
+
     void refusals()
     {
         QFETCH(QByteArray, text);

@@ -247,6 +247,25 @@ private Q_SLOTS:
         QCOMPARE(spectrum->nmrData()->entryIds().size(), 1);
     }
 
+    /// One box for all files that were opened, which are there all the same.
+    void doubtsAreToldOnce()
+    {
+        const QTemporaryDir directory;
+        QFile whole(sample("acetic-acid.magres"));
+        QVERIFY(whole.open(QIODevice::ReadOnly));
+        const QByteArray text = whole.readAll().replace("</magres>", "");
+        QStringList files;
+        for (const char *name : {"a.magres", "b.magres"}) {
+            files.append(directory.filePath(QLatin1String(name)));
+            QFile cut(files.last());
+            QVERIFY(cut.open(QIODevice::WriteOnly) && cut.write(text) == text.size());
+        }
+        const QString told = this->told(u"Opened, with doubts"_s, [&] { window().openFiles(files); });
+        QCOMPARE(told.count(u"is not closed"), 2);
+        QVERIFY2(told.contains(files[0]) && told.contains(files[1]), qPrintable(told));
+        QCOMPARE(scene().documentItems().size(), 6);
+    }
+
     void oddPeaksAreDrawnAndReported()
     {
         NmrItem *spectrum = createSpectrum();

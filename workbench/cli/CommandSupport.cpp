@@ -5,10 +5,12 @@
 #include "cli/CliErrors.h"
 #include "cli/ComparisonOptions.h"
 #include "cli/MessageLog.h"
+#include "cli/OptionValues.h"
 #include "cli/PrivateSettings.h"
 #include "cli/SimulateOptions.h"
 #include "cli/Simulation.h"
 #include "document/PageExport.h"
+#include "formats/BrukerPeakList.h"
 #include "formats/MeasurementFormats.h"
 #include "host/HostApplication.h"
 #include "host/PluginManager.h"
@@ -17,6 +19,7 @@
 #include "data/Language.h"
 
 #include <QApplication>
+#include <QFileInfo>
 
 #include <cstdio>
 
@@ -100,6 +103,28 @@ const OptionSpec &experimentOption()
         "JCAMP-DX, CSDM, SIMPSON or a Bruker folder. `magres-workbench experiment EXP` shows how a file is understood. "
         "Required."};
     return option;
+}
+
+const OptionSpec &peaksOption()
+{
+    static constexpr OptionSpec option{"peaks", "picked|file",
+                                       "Peaks of a Bruker folder: those that are picked from its spectrum here, or "
+                                       "those in its peaklist.xml. Default: "
+                                       "picked."};
+    return option;
+}
+
+bool wantsPeaksOfFile(const CommandLine &line)
+{
+    const QStringList sources{QStringLiteral("picked"), QStringLiteral("file")};
+    return line.has("peaks") && OptionValues::choice(CommandLine::shown("peaks"), line.value("peaks"), sources) == 1;
+}
+
+QString existingExperiment(const QString &path, bool peaksOfFile)
+{
+    if (!QFileInfo::exists(path))
+        throw CommandError(Texts::tr("%1: there is no such file").arg(path));
+    return peaksOfFile ? BrukerPeakList::beside(path) : path;
 }
 
 const OptionSpec &spectrumOutputOption()

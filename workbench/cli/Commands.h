@@ -65,9 +65,15 @@ Command manualPagesCommand();
 
 /// Options that more than one command has.
 const OptionSpec &experimentOption();
+const OptionSpec &peaksOption();
 const OptionSpec &spectrumOutputOption();
 /// These, and all of SimulateOptions.
 std::vector<OptionSpec> withSimulateOptions(std::vector<OptionSpec> options);
+
+/// What peaksOption() says.
+bool wantsPeaksOfFile(const CommandLine &line);
+/// The path itself, or that of the list of peaks beside its data. Nothing there is an error.
+QString existingExperiment(const QString &path, bool peaksOfFile);
 
 /// The line widths that a spectrum was made with.
 void reportLineWidths(const Simulation &simulation, bool onStandardError);

@@ -24,13 +24,12 @@ namespace {
 struct Question {
     QString nucleus; ///< of F2, where the file does not say
     ReadOptions options;
+    bool peaksOfFile = false;
 };
 
 Measurement readFile(const QString &path, const Question &question)
 {
-    if (!QFileInfo::exists(path))
-        throw CommandError(Texts::tr("%1: there is no such file").arg(path));
-    Measurement measurement = readMeasurement(path, question.options);
+    Measurement measurement = readMeasurement(existingExperiment(path, question.peaksOfFile), question.options);
     auto *spectrum = std::get_if<ExperimentalSpectrum>(&measurement);
     QString &nucleus = spectrum ? spectrum->dimensions[0].nucleus : std::get<MeasuredPeaks>(measurement).nuclei[0];
     if (nucleus.isEmpty())
@@ -78,6 +77,7 @@ CommandRun prepareExperiment(const CommandLine &line)
         question.options.frequency[1] =
             OptionValues::positive(CommandLine::shown("frequency-f1"), line.value("frequency-f1"));
     }
+    question.peaksOfFile = wantsPeaksOfFile(line);
     const QStringList outputs = line.values("o"), files = line.positional();
     const OutputOptions checked(outputs, OutputOptions::Spectrum);
     if (!outputs.isEmpty() && files.size() > 1)
@@ -112,7 +112,7 @@ Command experimentCommand()
 {
     return {
         "experiment",
-        "EXP... [--nucleus NUC] [--unit ppm|Hz|kHz --frequency MHZ] [-o OUT]...",
+        "EXP... [--nucleus NUC] [--unit ppm|Hz|kHz --frequency MHZ] [--peaks file] [-o OUT]...",
         "Says what measured files hold: format, axes, noise, peaks, and every assumption made.",
         "The content of a file decides how it is read, not its name. A file that cannot be read is refused with the "
         "reason;\nof several files the others are shown, and the exit status is 3.",
@@ -120,9 +120,10 @@ Command experimentCommand()
          {"unit", "ppm|Hz|kHz", "Unit of the positions in plain text. Default: what the file says, or ppm."},
          {"frequency", "MHZ", "Frequency of 0 ppm, for positions in Hz or kHz where the file does not tell it."},
          {"frequency-f1", "MHZ", "The same in the indirect dimension. Default: as --frequency."},
+         peaksOption(),
          {"o", "OUT",
           "Output file; its suffix chooses the format: .csv (data points or peaks), .json (all of the report), .jdx or "
-          ".dx (JCAMP-DX, 1D only), .csdf (CSDM), .png, .svg or .pdf (the plot). May be given more than once.",
+          ".dx (JCAMP-DX), .csdf (CSDM), .png, .svg or .pdf (the plot). May be given more than once.",
           true}},
         prepareExperiment,
         Command::Several,

@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "cli/CliErrors.h"
 #include "cli/Commands.h"
 #include "cli/OutputOptions.h"
 #include "cli/SimulateOptions.h"
 #include "cli/Simulation.h"
 #include "data/Error.h"
-
-#include <QFileInfo>
 
 namespace Workbench {
 
@@ -14,26 +11,26 @@ namespace {
 
 /// What `fit` and `rmsd` have in common: simulation and experiment in one stack.
 void stackWithExperiment(Simulation &simulation, const QString &file, const SimulateOptions &options,
-                         const QString &experiment)
+                         const QString &experiment, bool peaksOfFile)
 {
-    if (!QFileInfo::exists(experiment))
-        throw CommandError(Texts::tr("%1: there is no such file").arg(experiment));
+    const QString existing = existingExperiment(experiment, peaksOfFile);
     simulation.readFile(file, options.isotopes);
     warnOfMethods(options.sets, file);
     simulation.run(options);
-    simulation.addExperiment(experiment);
+    simulation.addExperiment(existing);
 }
 
 CommandRun prepareFit(const CommandLine &line)
 {
     required(line, "nucleus");
     const QString experiment = required(line, "experiment");
+    const bool peaksOfFile = wantsPeaksOfFile(line);
     const SimulateOptions options = SimulateOptions::parse(line);
     const OutputOptions outputs(line.values("o"), OutputOptions::Spectrum);
     const QString file = line.positional().constFirst();
     return headless([=](HostApplication &host, MessageLog &log) {
         Simulation simulation(host, log);
-        stackWithExperiment(simulation, file, options, experiment);
+        stackWithExperiment(simulation, file, options, experiment, peaksOfFile);
         const QString report = simulation.autoReference();
         outputs.write(host, simulation);
         reportLineWidths(simulation, true);
@@ -45,11 +42,12 @@ CommandRun prepareRmsd(const CommandLine &line)
 {
     required(line, "nucleus");
     const QString experiment = required(line, "experiment");
+    const bool peaksOfFile = wantsPeaksOfFile(line);
     const SimulateOptions options = SimulateOptions::parse(line);
     const QString file = line.positional().constFirst();
     return headless([=](HostApplication &host, MessageLog &log) {
         Simulation simulation(host, log);
-        stackWithExperiment(simulation, file, options, experiment);
+        stackWithExperiment(simulation, file, options, experiment, peaksOfFile);
         printOut(simulation.rmsd() + u'\n');
     });
 }
@@ -64,7 +62,7 @@ Command fitCommand()
         "Moves the shift reference of the simulated spectrum to the experiment and prints the report.",
         "The n-th largest simulated shift is compared with the n-th largest experimental one. Outputs show the "
         "spectrum with\nthe new reference.",
-        withSimulateOptions({experimentOption(), spectrumOutputOption()}),
+        withSimulateOptions({experimentOption(), peaksOption(), spectrumOutputOption()}),
         prepareFit,
     };
 }
@@ -77,7 +75,7 @@ Command rmsdCommand()
         "Prints the root-mean-square deviation between the simulated spectrum and the experiment.",
         "The n-th largest simulated shift is compared with the n-th largest experimental one, weighted by simulated "
         "height.",
-        withSimulateOptions({experimentOption()}),
+        withSimulateOptions({experimentOption(), peaksOption()}),
         prepareRmsd,
     };
 }

@@ -325,7 +325,7 @@ std::vector<OptionSpec> options()
     list.push_back(
         {"o", "OUT",
          "Output file; its suffix chooses the format: .csv (ppm,intensity; 1D or 2D points), .json (axis and "
-         "values of the sites), .jdx or .dx (JCAMP-DX, 1D only), .csdf, .png, .svg or .pdf (the plot). May be "
+         "values of the sites), .jdx or .dx (JCAMP-DX), .csdf, .png, .svg or .pdf (the plot). May be "
          "given more than once.",
          true});
     return list;

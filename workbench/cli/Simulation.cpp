@@ -135,6 +135,7 @@ void Simulation::readFile(const QString &fileName, const QMap<QString, QString> 
         QSettings().setValue(QStringLiteral("magresPlugin/QIso"), chosen);
     m_fileName = fileName;
     const HostApplication::ReadResult result = m_host.readFile(fileName);
+    reportNotes(fileName, result.warnings);
     m_plugin = result.filter;
     for (QGraphicsWidget *item : result.items) {
         if (auto *table = qobject_cast<TableItem *>(item))

@@ -147,6 +147,14 @@ bool FileLines::fill()
         if (at + 1 == end ? atEnd : at[1] != '\n')
             *at = '\n';
     }
+    // Blanks that do not break, as tables are pasted from print.
+    for (char *at = block.data() + from; at != end; ++at) {
+        at = static_cast<char *>(std::memchr(at, '\xC2', size_t(end - at)));
+        if (!at)
+            break;
+        if (at + 1 != end && at[1] == '\xA0')
+            at[0] = at[1] = ' ';
+    }
     m_block = block;
     m_at = m_block.constData();
     m_end = m_at + m_block.size();

@@ -4,6 +4,7 @@
 #include "formats/BrukerReader.h"
 #include "data/ReaderText.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QXmlStreamReader>
 
@@ -81,6 +82,20 @@ MeasuredPeaks read(const QString &path)
     for (size_t d = 0; d < size_t(peaks.dimensions); ++d)
         peaks.nuclei[d] = description.nuclei[d];
     return peaks;
+}
+
+QString beside(const QString &path)
+{
+    const QString name = u"peaklist.xml"_s;
+    if (QFileInfo(path).fileName() == name)
+        return path;
+    const QString folder = BrukerReader::dataFolder(path);
+    if (folder.isEmpty())
+        fail(path, Texts::tr("a Bruker folder was expected, in which %1 lies beside the data").arg(name));
+    const QString found = QDir(folder).filePath(name);
+    if (!QFileInfo::exists(found))
+        fail(path, Texts::tr("there is no %1 beside the data in %2").arg(name, folder));
+    return found;
 }
 
 } // namespace BrukerPeakList

@@ -17,6 +17,9 @@ MeasuredPeaks parse(const QByteArray &text, const QString &source);
 /// The title and the nuclei come from the data set that the file lies in, if it does.
 MeasuredPeaks read(const QString &path);
 
+/// The file beside the data that a path stands for as BrukerReader sees it; none there is an error.
+QString beside(const QString &path);
+
 } // namespace BrukerPeakList
 
 } // namespace Workbench

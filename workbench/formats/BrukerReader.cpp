@@ -347,6 +347,12 @@ ExperimentalSpectrum read(const QString &path)
     return spectrum;
 }
 
+QString dataFolder(const QString &path)
+{
+    const auto located = locate(path);
+    return located ? located->folder.path() : QString();
+}
+
 Description describe(const QString &path)
 {
     Description description;

@@ -19,6 +19,9 @@ bool recognises(const QString &path);
 /// data counts. Errors are std::runtime_error that name the file and the parameter.
 ExperimentalSpectrum read(const QString &path);
 
+/// The folder that read() takes the data from; empty where it finds none.
+QString dataFolder(const QString &path);
+
 /// What the data set that a file lies in says of itself; empty where it says nothing.
 struct Description {
     QString title;

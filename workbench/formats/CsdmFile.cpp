@@ -97,8 +97,7 @@ Coordinates monotonic(const QJsonObject &json, const QString &source)
         positions.push_back(position.value);
         unit = position.unit;
     }
-    constexpr int decimals = 300, digits = 15;
-    const auto even = evenAxis(positions, decimals, digits);
+    const auto even = evenAxis(positions, {300, 15});
     constexpr double tolerance = 0.05; // of a step
     for (size_t i = 0; i < positions.size(); ++i) {
         if (!even

@@ -10,11 +10,11 @@ namespace Workbench {
 namespace {
 
 /// Half a unit in the last place of a number that was written with so many decimals, or so many digits in all.
-double rounding(double value, int decimals, int digits)
+double rounding(double value, const Precision &precision)
 {
-    const double fixed = std::pow(10.0, -decimals);
+    const double fixed = std::pow(10.0, -precision.decimals);
     const double significant =
-        value == 0.0 ? 0.0 : std::pow(10.0, std::floor(std::log10(std::abs(value))) + 1.0 - digits);
+        value == 0.0 ? 0.0 : std::pow(10.0, std::floor(std::log10(std::abs(value))) + 1.0 - precision.digits);
     return 0.51 * std::max(fixed, significant);
 }
 
@@ -33,7 +33,21 @@ EvenAxis lineThrough(std::span<const double> positions)
 
 } // namespace
 
-std::optional<EvenAxis> evenAxis(std::span<const double> positions, int decimals, int digits)
+void Precision::add(std::string_view text)
+{
+    const std::string_view mantissa = text.substr(0, text.find_first_of("eE"));
+    const size_t point = mantissa.find_first_of(".,");
+    const size_t first = std::min(mantissa.find_first_of("123456789"), mantissa.size());
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    digits = std::max(digits, int(std::count_if(mantissa.begin() + std::ptrdiff_t(first), mantissa.end(), isDigit)));
+    // The decimals of a power of ten say nothing; its digits do.
+    if (mantissa.size() != text.size())
+        decimals = 300;
+    else if (point != std::string_view::npos)
+        decimals = std::max(decimals, int(mantissa.size() - point - 1));
+}
+
+std::optional<EvenAxis> evenAxis(std::span<const double> positions, const Precision &precision)
 {
     if (positions.size() < 2)
         return {};
@@ -41,8 +55,7 @@ std::optional<EvenAxis> evenAxis(std::span<const double> positions, int decimals
         const double tolerance = 0.25 * std::abs(axis.step);
         for (size_t i = 0; i < positions.size(); ++i) {
             const double off = std::abs(positions[i] - (axis.first + axis.step * double(i)));
-            if (!(off <= tolerance)
-                && !(roundingAllowed && off <= tolerance + rounding(positions[i], decimals, digits)))
+            if (!(off <= tolerance) && !(roundingAllowed && off <= tolerance + rounding(positions[i], precision)))
                 return false;
         }
         return axis.step != 0.0;

@@ -26,6 +26,11 @@ bool isNmrPipe(const QByteArray &start)
         && (std::abs(little - 2.345f) < 1e-3f || std::abs(big - 2.345f) < 1e-3f);
 }
 
+bool isZip(const QByteArray &start)
+{
+    return start.startsWith("PK\x03\x04");
+}
+
 struct Mark {
     const char *name;
     bool (*fits)(const QString &fileName, const QByteArray &start);
@@ -44,6 +49,12 @@ const Mark marks[] = {
              || name.endsWith(u".pt1") || name.endsWith(u".pt2");
      }},
     {"MestReNova (.mnova)", [](const QString &name, const QByteArray &) { return name.endsWith(u".mnova"); }},
+    {"Tecmag (.tnt)", [](const QString &, const QByteArray &start) { return start.startsWith("TNT1."); }},
+    {"a spreadsheet",
+     [](const QString &name, const QByteArray &start) {
+         const bool isOld = start.startsWith("\xD0\xCF\x11\xE0") && name.endsWith(u".xls");
+         return isOld || (isZip(start) && (name.endsWith(u".xlsx") || name.endsWith(u".ods")));
+     }},
     {"ssNake",
      [](const QString &name, const QByteArray &start) {
          const bool isMatlab = start.startsWith("MATLAB 5.0 MAT-file") || name.endsWith(u".mat");
@@ -102,6 +113,8 @@ QString refusal(const QString &path, const QByteArray &start)
         if (mark.fits(name, start))
             return refusalOf(mark.name);
     }
+    if (isZip(start) || start.startsWith("\x1F\x8B"))
+        return Texts::tr("this is an archive: unpack it and choose the folder or the file in it");
     const bool isRawName = name == u"fid" || name == u"ser" || name == u"procpar" || name == u"acqus";
     return isRawName ? folderRefusal(info.absoluteDir()) : QString();
 }

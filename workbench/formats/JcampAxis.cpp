@@ -140,8 +140,10 @@ double jcampFrequency(const JcampBlock &block, const JcampAbscissa &abscissa, co
 
 double jcampUnitsPerPpm(const JcampBlock &block, const JcampAbscissa &abscissa, double frequency)
 {
+    // "(ppm)", "Chemical shift (ppm)"
     std::string units = abscissa.units;
-    std::erase_if(units, [](char c) { return std::string_view("()[]").find(c) != std::string_view::npos; });
+    if (const size_t bracket = units.find_first_of("(["); bracket != std::string::npos)
+        units = units.substr(bracket + 1, units.find_first_of(")]", bracket) - bracket - 1);
     if (units == "PPM" || units == "PARTSPERMILLION")
         return 1.0;
     const bool hertz = units == "HZ" || units == "HERTZ";

@@ -52,6 +52,12 @@ double JcampBlock::number(const LabelledRecord &record, std::string_view text) c
     return *value;
 }
 
+bool isSpectrum(const JcampBlock &block)
+{
+    const std::string type = normalisedLabel(block.text("DATATYPE"));
+    return type == "NMRSPECTRUM" || type == "NDNMRSPECTRUM" || type == "2DNMRSPECTRUM";
+}
+
 std::vector<JcampBlock> jcampBlocks(std::string_view text, const QString &source)
 {
     std::vector<JcampBlock> blocks;
@@ -63,8 +69,12 @@ std::vector<JcampBlock> jcampBlocks(std::string_view text, const QString &source
         } else if (record.label == "END") {
             open = false;
         }
-        if (open)
-            blocks.back().records.push_back(record);
+        if (!open)
+            continue;
+        blocks.back().records.push_back(record);
+        // Some writers take the standard's own records for private ones: ##$.OBSERVE FREQUENCY=
+        if (record.label.starts_with("$."))
+            blocks.back().records.back().label.erase(0, 1);
     }
     if (blocks.empty())
         fail(source, Texts::tr("a JCAMP-DX file was expected, no record ##TITLE= was found"));

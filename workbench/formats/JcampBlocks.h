@@ -22,6 +22,9 @@ struct JcampBlock {
     double number(const LabelledRecord &record, std::string_view text) const;
 };
 
+/// By its data type, an NMR spectrum of one or two dimensions.
+bool isSpectrum(const JcampBlock &block);
+
 /// At least one; a text without is an error.
 std::vector<JcampBlock> jcampBlocks(std::string_view text, const QString &source);
 

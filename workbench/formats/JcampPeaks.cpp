@@ -2,10 +2,12 @@
 #include "formats/JcampPeaks.h"
 
 #include "data/NumberText.h"
+#include "formats/EvenAxis.h"
 #include "formats/JcampAxis.h"
 #include "data/ReaderText.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace Workbench {
 
@@ -28,6 +30,12 @@ std::string fieldsOf(std::string_view form)
     return letters;
 }
 
+/// Pairs of X and intensity, or X with a real and an imaginary part.
+bool isPoints(const std::string &fields)
+{
+    return fields == "XY" || fields == "XR" || fields == "XYI" || fields == "XRI";
+}
+
 /// One value of a peak group: plain text, or text in angle brackets.
 std::string_view takeValue(std::string_view &rest)
 {
@@ -45,10 +53,89 @@ bool isEmpty(std::string_view rest)
     return rest.find_first_not_of(" \t,;()") == std::string_view::npos;
 }
 
+/// What stands in the table, X in the units of the file.
+struct Rows {
+    std::vector<MeasuredPeak> peaks; ///< without positions
+    std::vector<double> positions;
+    Precision precision; ///< of the positions
+};
+
 double optionalNumber(const JcampBlock &block, const char *label, double missing)
 {
     const LabelledRecord *record = block.find(label);
     return record ? block.number(*record, record->text()) : missing;
+}
+
+Rows rowsOf(const JcampBlock &block, const LabelledRecord &record, const std::string &fields)
+{
+    const double xFactor = optionalNumber(block, "XFACTOR", 1.0), yFactor = optionalNumber(block, "YFACTOR", 1.0);
+    Rows rows;
+    ReaderText::Lines lines(record.value, record.line - 1);
+    lines.next(); // the form
+    while (lines.next()) {
+        for (std::string_view rest = withoutComment(lines.line()); !isEmpty(rest);) {
+            MeasuredPeak peak;
+            for (char field : fields) {
+                // R: the real part
+                if (field == 'R')
+                    field = 'Y';
+                const std::string_view text = trimmed(takeValue(rest));
+                if (field == 'A')
+                    peak.label = ReaderText::decoded(text);
+                if (field != 'X' && field != 'Y')
+                    continue;
+                const auto value = NumberText::parse<double>(text);
+                if (!value || !std::isfinite(*value * (field == 'X' ? xFactor : yFactor)))
+                    fail(block.source, lines.number(), Texts::tr("expected a number, found %1").arg(excerpt(text)));
+                if (field == 'Y') {
+                    peak.height = *value * yFactor;
+                } else {
+                    rows.positions.push_back(*value * xFactor);
+                    rows.precision.add(text);
+                }
+            }
+            rows.peaks.push_back(std::move(peak));
+        }
+    }
+    const double announced = optionalNumber(block, "NPOINTS", double(rows.peaks.size()));
+    if (rows.peaks.empty() || announced != double(rows.peaks.size())) {
+        fail(block.source, record.line,
+             Texts::tr("%1 peaks were announced, %2 are there").arg(announced).arg(qulonglong(rows.peaks.size())));
+    }
+    return rows;
+}
+
+Measurement spectrum(const JcampBlock &block, const Rows &rows, JcampAbscissa x, const EvenAxis &axis,
+                     const ReadOptions &options)
+{
+    ExperimentalSpectrum result;
+    result.format = QStringLiteral("JCAMP-DX");
+    result.title = ReaderText::decoded(block.text("TITLE"));
+    x.x = {axis.first, axis.step, 1.0, int(rows.positions.size())};
+    result.notes.append(Texts::tr("Read as a spectrum: %1 evenly spaced positions.").arg(rows.positions.size()));
+    result.dimensions.push_back(jcampAxis(block, x, options, result.notes));
+    for (const MeasuredPeak &point : rows.peaks)
+        result.data.push_back(point.height);
+    orient(result, block.source);
+    return result;
+}
+
+Measurement peaks(const JcampBlock &block, const Rows &rows, const JcampAbscissa &x, const ReadOptions &options,
+                  bool noUnits)
+{
+    MeasuredPeaks result;
+    result.format = Texts::tr("JCAMP-DX peak list");
+    result.title = ReaderText::decoded(block.text("TITLE"));
+    result.nuclei[0] = x.nucleus;
+    if (noUnits)
+        result.notes.append(Texts::tr("The file names no units: the positions were taken as ppm."));
+    const double perPpm = jcampUnitsPerPpm(block, x, jcampFrequency(block, x, options, result.notes));
+    if (perPpm != 1.0)
+        result.notes.append(Texts::tr("0 Hz was taken as 0 ppm: the file names no reference."));
+    result.peaks = rows.peaks;
+    for (size_t i = 0; i < result.peaks.size(); ++i)
+        result.peaks[i].f2 = rows.positions[i] / perPpm;
+    return result;
 }
 
 } // namespace
@@ -58,57 +145,42 @@ const LabelledRecord *table(const JcampBlock &block)
     const std::string type = normalisedLabel(block.text("DATATYPE"));
     if (type.find("NMR") == std::string::npos && !block.find(".OBSERVENUCLEUS"))
         return nullptr;
-    const LabelledRecord *assigned = block.find("PEAKASSIGNMENTS");
-    return assigned ? assigned : block.find("PEAKTABLE");
+    for (const char *label : {"PEAKASSIGNMENTS", "PEAKTABLE"}) {
+        if (const LabelledRecord *found = block.find(label))
+            return found;
+    }
+    for (const LabelledRecord &record : block.records) {
+        const bool isTable = record.label == "XYPOINTS" || record.label == "XYDATA" || record.label == "DATATABLE";
+        if (isTable && isPoints(fieldsOf(record.firstLine()))
+            && record.firstLine().find("++") == std::string_view::npos)
+            return &record;
+    }
+    return nullptr;
 }
 
-MeasuredPeaks read(const JcampBlock &block, const ReadOptions &options)
+Measurement read(const JcampBlock &block, const ReadOptions &options)
 {
     const LabelledRecord &record = *table(block);
     const std::string fields = fieldsOf(record.firstLine());
     if (!fields.starts_with('X'))
         fail(block.source, record.line,
              Texts::tr("expected peaks (XY..XY) or (XYA), found %1").arg(excerpt(record.firstLine())));
-    MeasuredPeaks result;
-    result.format = Texts::tr("JCAMP-DX peak list");
-    result.title = ReaderText::decoded(block.text("TITLE"));
-    result.nuclei[0] = nucleusName(block.text(".OBSERVENUCLEUS"));
+    const Rows rows = rowsOf(block, record, fields);
 
-    const LabelledRecord *units = block.find("XUNITS");
-    const JcampAbscissa x{
-        {}, units ? normalisedLabel(units->text()) : "PPM", units ? units->line : 0, result.nuclei[0], 0};
-    if (!units)
-        result.notes.append(Texts::tr("The file names no units: the positions were taken as ppm."));
-    const double perPpm = jcampUnitsPerPpm(block, x, jcampFrequency(block, x, options, result.notes));
-    if (perPpm != 1.0)
-        result.notes.append(Texts::tr("0 Hz was taken as 0 ppm: the file names no reference."));
-    const double xFactor = optionalNumber(block, "XFACTOR", 1.0), yFactor = optionalNumber(block, "YFACTOR", 1.0);
+    const LabelledRecord *units = block.find("XUNITS"), *listed = units ? nullptr : block.find("UNITS");
+    JcampAbscissa x;
+    x.nucleus = nucleusName(block.text(".OBSERVENUCLEUS"));
+    x.units = units ? normalisedLabel(units->text()) : listed ? normalisedLabel(jcampField(listed->text(), 0)) : "PPM";
+    x.unitsLine = units ? units->line : listed ? listed->line : 0;
 
-    ReaderText::Lines lines(record.value, record.line - 1);
-    lines.next(); // the form
-    while (lines.next()) {
-        for (std::string_view rest = withoutComment(lines.line()); !isEmpty(rest);) {
-            MeasuredPeak peak;
-            for (char field : fields) {
-                const std::string_view text = trimmed(takeValue(rest));
-                if (field == 'A') {
-                    peak.label = ReaderText::decoded(text);
-                } else if (field == 'X' || field == 'Y') {
-                    const auto value = NumberText::parse<double>(text);
-                    if (!value)
-                        fail(block.source, lines.number(), Texts::tr("expected a number, found %1").arg(excerpt(text)));
-                    (field == 'X' ? peak.f2 : peak.height) = *value * (field == 'X' ? xFactor / perPpm : yFactor);
-                }
-            }
-            result.peaks.push_back(std::move(peak));
-        }
-    }
-    const double announced = optionalNumber(block, "NPOINTS", double(result.peaks.size()));
-    if (result.peaks.empty() || announced != double(result.peaks.size())) {
-        fail(block.source, record.line,
-             Texts::tr("%1 peaks were announced, %2 are there").arg(announced).arg(qulonglong(result.peaks.size())));
-    }
-    return result;
+    constexpr size_t fewestPoints = 32;
+    const bool mayBeSpectrum = isSpectrum(block) && rows.peaks.size() >= fewestPoints && isPoints(fields);
+    if (const auto even = mayBeSpectrum ? evenAxis(rows.positions, rows.precision) : std::nullopt)
+        return spectrum(block, rows, x, *even, options);
+    constexpr size_t mostPeaks = 2000; // far more than any list has
+    if (mayBeSpectrum && rows.peaks.size() > mostPeaks)
+        fail(block.source, record.line, Texts::tr("the points of the spectrum are not evenly spaced"));
+    return peaks(block, rows, x, options, !units && !listed);
 }
 
 } // namespace JcampPeaks

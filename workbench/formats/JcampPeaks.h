@@ -6,13 +6,15 @@
 
 namespace Workbench {
 
-/// Peak lists of JCAMP-DX files: ##PEAK TABLE= (XY..XY) and ##PEAK ASSIGNMENTS= (XYA), with their variants.
+/// Tables of JCAMP-DX files in which each point has its own X: ##PEAK ASSIGNMENTS= (XYA), ##PEAK TABLE= (XY..XY),
+/// ##XYPOINTS= and ##DATA TABLE= of that form, with their variants.
 namespace JcampPeaks {
 
-/// The record that holds the peaks of an NMR block; null when there is none.
+/// The record that holds the table of an NMR block; null when there is none.
 const LabelledRecord *table(const JcampBlock &block);
 
-MeasuredPeaks read(const JcampBlock &block, const ReadOptions &options);
+/// A list of peaks; or a spectrum, if the block says that it is one and at least 32 points lie evenly.
+Measurement read(const JcampBlock &block, const ReadOptions &options);
 
 } // namespace JcampPeaks
 

@@ -296,15 +296,12 @@ ExperimentalSpectrum readSpectrum(const JcampBlock &block, const ReadOptions &op
     return spectrum;
 }
 
+/// A table (X++(Y..Y)) of any symbols.
 bool holdsTable(const JcampBlock &block)
 {
-    return block.find("XYDATA") || block.find("NTUPLES");
-}
-
-bool isSpectrum(const JcampBlock &block)
-{
-    const std::string type = normalisedLabel(block.text("DATATYPE"));
-    return type == "NMRSPECTRUM" || type == "NDNMRSPECTRUM" || type == "2DNMRSPECTRUM";
+    return std::any_of(block.records.begin(), block.records.end(), [](const LabelledRecord &record) {
+        return (record.label == "XYDATA" || record.label == "DATATABLE") && !Form(record.firstLine()).counted.empty();
+    });
 }
 
 [[noreturn]] void failWithout(const std::vector<JcampBlock> &blocks)
@@ -355,8 +352,12 @@ Measurement parse(const QByteArray &text, const QString &source, const ReadOptio
         return readSpectrum(*spectrum, options, text.size());
     if (const JcampBlock *peaks = first([](const JcampBlock &b) { return JcampPeaks::table(b) != nullptr; }))
         return JcampPeaks::read(*peaks, options);
+    // These say what is wrong with their table.
+    if (const JcampBlock *odd =
+            first([](const JcampBlock &b) { return isSpectrum(b) && (b.find("XYDATA") || b.find("NTUPLES")); }))
+        return readSpectrum(*odd, options, text.size());
     if (const JcampBlock *empty = first(isSpectrum))
-        fail(source, empty->line, Texts::tr("the spectrum that begins here has no record ##XYDATA= or ##NTUPLES="));
+        fail(source, empty->line, Texts::tr("the spectrum that begins here has no table (X++(Y..Y)) or (XY..XY)"));
     failWithout(blocks);
 }
 

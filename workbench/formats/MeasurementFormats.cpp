@@ -36,7 +36,7 @@ const std::vector<MeasurementFormat> &measurementFormats()
          [](Path, Start start) { return JcampReader::recognises(start); },
          [](Path path, Options options) { return Measurement(JcampReader::read(path, options)); },
          JcampExport::write,
-         Texts::tr("JCAMP-DX, 1D only"),
+         Texts::tr("JCAMP-DX"),
          2},
         {u"CSDM"_s,
          {u"csdf"_s, u"csdfe"_s},

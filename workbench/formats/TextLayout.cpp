@@ -29,7 +29,17 @@ bool isBlank(char c)
     return c == ' ' || c == '\t';
 }
 
-/// The line up to a comment. A mark within a word is none: names may hold one.
+/// Trimmed but for tabs.
+std::string_view withoutOuterBlanks(std::string_view text)
+{
+    constexpr std::string_view blanks = " \r";
+    const size_t first = text.find_first_not_of(blanks);
+    return first == std::string_view::npos ? std::string_view()
+                                           : text.substr(first, text.find_last_not_of(blanks) + 1 - first);
+}
+
+/// The line up to a comment. A mark within a word is none: names may hold one; and a semicolon is one at the start of a
+/// line alone, since columns are separated by it.
 std::string_view uncommented(std::string_view line, char separator)
 {
     bool quoted = false, atStart = true;
@@ -37,7 +47,8 @@ std::string_view uncommented(std::string_view line, char separator)
         const char c = line[i];
         if (c == '"')
             quoted = !quoted;
-        else if (!quoted && atStart && c != separator && commentMarks.find(c) != std::string_view::npos)
+        else if (!quoted && atStart && c != separator && (c != ';' || i == 0)
+                 && commentMarks.find(c) != std::string_view::npos)
             return line.substr(0, i);
         atStart = isBlank(c) || c == separator;
     }
@@ -156,6 +167,29 @@ Split trySplit(char separator, bool decimalComma, const std::vector<TextLine> &r
         }
     }
     return split;
+}
+
+/// Text columns that say the same in every row name no peaks: they are empty, behind a separator at the end of the
+/// lines, or repeat the unit.
+void passOverConstantColumns(TextLayout &layout, const std::vector<std::optional<QString>> &constants, size_t rows)
+{
+    TextLayout::Column *position = nullptr;
+    for (size_t i = 0; i < layout.columns.size(); ++i) {
+        TextLayout::Column &column = layout.columns[i];
+        if (column.role == Role::Position && !position)
+            position = &column;
+        if (column.numeric || !constants[i])
+            continue;
+        const QString text = constants[i]->toLower();
+        const Unit unit = text == u"ppm" ? Unit::Ppm
+            : text == u"hz"              ? Unit::Hertz
+            : text == u"khz"             ? Unit::Kilohertz
+                                         : Unit::Unknown;
+        if (unit != Unit::Unknown && position && position->unit == Unit::Unknown)
+            position->unit = unit;
+        if (text.isEmpty() || unit != Unit::Unknown || rows >= rowsOfSpectrum)
+            column.role = Role::Ignored;
+    }
 }
 
 struct Meaning {
@@ -522,8 +556,10 @@ bool TextLayout::isEmptyLine(std::string_view line) const
 void TextLayout::split(std::string_view line, std::vector<std::string_view> &fields) const
 {
     fields.clear();
-    std::string_view rest = trimmed(uncommented(line, separator));
+    // Tabs at the ends of a line have empty fields beside them.
     const bool blanks = separator == ' ';
+    std::string_view rest = uncommented(line, separator);
+    rest = separator == '\t' ? withoutOuterBlanks(rest) : trimmed(rest);
     while (!rest.empty() || (!blanks && !fields.empty())) {
         size_t end = 0;
         for (bool quoted = false; end < rest.size(); ++end) {
@@ -542,16 +578,33 @@ void TextLayout::split(std::string_view line, std::vector<std::string_view> &fie
         if (blanks)
             rest = trimmed(rest);
     }
+    // Empty fields at the end may be more or fewer than those of the other rows.
+    if (columns.empty() || fields.empty())
+        return;
+    while (fields.size() > columns.size() && fields.back().empty())
+        fields.pop_back();
+    while (fields.size() < columns.size() && !lastIsOptional && !columns[fields.size()].numeric)
+        fields.emplace_back();
 }
 
 std::optional<double> TextLayout::number(std::string_view field) const
 {
-    if (const size_t comma = field.find(','); decimalComma && comma != std::string_view::npos) {
-        std::string text(field);
+    if (const auto plain = NumberText::parse<double>(field))
+        return plain;
+    // A comma for the point, the minus signs of print (U+2212, U+2013), and the exponents of Fortran.
+    std::string text(field);
+    if (const size_t comma = text.find(','); decimalComma && comma != std::string::npos)
         text[comma] = '.';
-        return NumberText::parse<double>(text);
+    for (std::string_view minus : {"\xE2\x88\x92", "\xE2\x80\x93"}) {
+        if (const size_t at = text.find(minus); at != std::string::npos) {
+            text[at] = '-';
+            text.erase(at + 1, minus.size() - 1);
+        }
     }
-    return NumberText::parse<double>(field);
+    const size_t exponent = text.find_first_of("dD");
+    if (exponent != std::string::npos && exponent > 0)
+        text[exponent] = 'e';
+    return text == field ? std::nullopt : NumberText::parse<double>(text);
 }
 
 TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, const QString &source,
@@ -573,7 +626,12 @@ TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, cons
             best = std::move(split);
     }
     TextLayout &layout = best.layout;
-    if (best.matching == 0) {
+    // A sentence with a number in it.
+    constexpr std::ptrdiff_t mostWords = 2;
+    const bool isProse = best.matching == 1 && layout.separator == ' '
+        && std::count_if(layout.columns.begin(), layout.columns.end(), [](const auto &c) { return !c.numeric; })
+            > mostWords;
+    if (best.matching == 0 || isProse) {
         for (const TextLine &row : rows) {
             if (isDamagedNumber(trimmed(row.text)))
                 fail(source, row.number, Texts::tr("expected a number, found %1").arg(excerpt(row.text)));
@@ -584,8 +642,14 @@ TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, cons
              Texts::tr("no table of numbers was found, expected \"ppm,intensity\" or peaks"));
     }
 
+    constexpr size_t mostColumns = 64;
+    if (layout.columns.size() > mostColumns)
+        fail(source, rows.front().number,
+             Texts::tr("a row has %1 fields: a position and an intensity a line were expected").arg(layout.columns.size()));
+
     std::vector<QString> headers;
     std::vector<std::vector<double>> values(layout.columns.size());
+    std::vector<std::optional<QString>> constants(layout.columns.size()); // texts of columns that have only one
     Fields fields;
     int passedOver = 0, without = 0;
     bool started = false;
@@ -601,6 +665,10 @@ TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, cons
             for (size_t i = 0; i < layout.columns.size(); ++i) {
                 const bool isNumber = layout.columns[i].numeric && i < fields.size();
                 values[i].push_back(isNumber ? *layout.number(fields[i]) : 0.0);
+                if (!layout.columns[i].numeric) {
+                    const QString text = ReaderText::decoded(fields[i]);
+                    constants[i] = values[i].size() == 1 || constants[i] == text ? std::optional(text) : std::nullopt;
+                }
                 if (!layout.columns[i].numeric && isNoNumber(fields[i]))
                     fail(source, line.number, Texts::tr("expected a number, found %1").arg(excerpt(fields[i])));
             }
@@ -628,6 +696,7 @@ TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, cons
         RoleGuess(layout, values, source, options).guess();
     }
     sortOutPositions(layout);
+    passOverConstantColumns(layout, constants, values.front().size());
     findIntensity(layout);
     if (hasDoubtfulComma(layout, rows)) {
         layout.notes.append(

@@ -156,12 +156,6 @@ private:
     int m_next = 0;
 };
 
-/// The most decimals and digits with which positions are written.
-struct Precision {
-    int decimals = 0;
-    int digits = 0;
-};
-
 Precision precisionOf(const TextLayout &layout, const std::vector<TextLine> &sample, Role role)
 {
     Precision precision;
@@ -171,19 +165,8 @@ Precision precisionOf(const TextLayout &layout, const std::vector<TextLine> &sam
         if (line.number < layout.firstLine)
             continue;
         layout.split(line.text, fields);
-        if (column < 0 || size_t(column) >= fields.size())
-            continue;
-        const std::string_view mantissa = fields[size_t(column)].substr(0, fields[size_t(column)].find_first_of("eE"));
-        const size_t point = mantissa.find_first_of(".,");
-        const size_t first = std::min(mantissa.find_first_of("123456789"), mantissa.size());
-        const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
-        precision.digits = std::max(
-            precision.digits, int(std::count_if(mantissa.begin() + std::ptrdiff_t(first), mantissa.end(), isDigit)));
-        // The decimals of a power of ten say nothing; its digits do.
-        if (point != std::string_view::npos && mantissa.size() == fields[size_t(column)].size())
-            precision.decimals = std::max(precision.decimals, int(mantissa.size() - point - 1));
-        else if (mantissa.size() != fields[size_t(column)].size())
-            precision.decimals = 300;
+        if (column >= 0 && size_t(column) < fields.size())
+            precision.add(fields[size_t(column)]);
     }
     return precision;
 }
@@ -258,7 +241,7 @@ private:
     SpectrumDimension dimension(std::span<const double> positions, const LineNumbers &lines, int d) const
     {
         const Precision precision = precisionOf(m_layout, m_sample, d == 0 ? Role::Position : Role::PositionF1);
-        const auto even = evenAxis(positions, precision.decimals, precision.digits);
+        const auto even = evenAxis(positions, precision);
         double usual = 0.0;
         if (!even) {
             const size_t odd = oddPoint(positions, usual);
@@ -292,12 +275,8 @@ private:
             lines.add(x.size() - 1, m_rows.number());
         }
         const Precision precision = precisionOf(m_layout, m_sample, Role::Position);
-        const auto even = x.size() >= fewestPoints ? evenAxis(x, precision.decimals, precision.digits) : std::nullopt;
-        double usual = 0.0;
-        const bool sorted = std::is_sorted(x.begin(), x.end()) || std::is_sorted(x.rbegin(), x.rend());
-        const bool meantEven =
-            x.size() >= fewestPoints && (oddPoint(x, usual) != 0 || (sorted && x.size() > mostUnevenPoints));
-        if (!even && !meantEven)
+        const auto even = x.size() >= fewestPoints ? evenAxis(x, precision) : std::nullopt;
+        if (!even && !wasMeantEven(x))
             return peaksOf(x, y);
         ExperimentalSpectrum spectrum;
         spectrum.dimensions.push_back(dimension(x, lines, 0));
@@ -311,6 +290,14 @@ private:
         spectrum.data = std::move(y);
         finish(spectrum);
         return spectrum;
+    }
+
+    /// A spectrum with a fault, rather than a list of peaks.
+    static bool wasMeantEven(const std::vector<double> &x)
+    {
+        double usual = 0.0;
+        const bool sorted = std::is_sorted(x.begin(), x.end()) || std::is_sorted(x.rbegin(), x.rend());
+        return x.size() >= fewestPoints && (oddPoint(x, usual) != 0 || (sorted && x.size() > mostUnevenPoints));
     }
 
     /// Room for the rows that are left in the file, by the rows so far.

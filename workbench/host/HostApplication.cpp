@@ -3,6 +3,7 @@
 
 #include "data/Error.h"
 #include "data/structure/CalculationMethod.h"
+#include "formats/MagresCheck.h"
 #include "host/FileFilterRegistry.h"
 #include "host/HostWindow.h"
 #include "host/MainScene.h"
@@ -14,8 +15,53 @@
 #include <QApplication>
 #include <QFileInfo>
 #include <QGraphicsView>
+#include <QTemporaryDir>
+
+#include <optional>
 
 namespace Workbench {
+
+namespace {
+
+constexpr qint64 headLength = 1 << 16;
+
+QByteArray startOf(const QString &fileName)
+{
+    QFile file(fileName);
+    return file.open(QIODevice::ReadOnly) ? file.read(headLength) : QByteArray();
+}
+
+/// The file for the plug-in: itself, or a repaired copy of the same name that lasts as long as this does.
+class Prepared {
+public:
+    explicit Prepared(const QString &fileName) : m_fileName(fileName)
+    {
+        QFile file(fileName);
+        if (!MagresCheck::isMagres(startOf(fileName)) || !file.open(QIODevice::ReadOnly))
+            return;
+        const MagresCheck::Findings findings = MagresCheck::examine(file.readAll());
+        m_warnings = findings.warnings;
+        if (findings.repaired.isEmpty())
+            return;
+        m_folder.emplace();
+        const QString copyName = m_folder->filePath(QFileInfo(fileName).fileName());
+        QFile copy(copyName);
+        if (!copy.open(QIODevice::WriteOnly) || copy.write(findings.repaired) != findings.repaired.size()
+            || !copy.flush())
+            fail(copyName, Texts::tr("the repaired copy cannot be written (%1)").arg(copy.errorString()));
+        m_fileName = copyName;
+    }
+
+    const QString &fileName() const { return m_fileName; }
+    const QStringList &warnings() const { return m_warnings; }
+
+private:
+    QString m_fileName;
+    QStringList m_warnings;
+    std::optional<QTemporaryDir> m_folder;
+};
+
+} // namespace
 
 HostApplication::HostApplication() : HostApplication(std::make_unique<HostWindow>(), true)
 {
@@ -56,6 +102,8 @@ HostApplication::ReadResult HostApplication::readFile(const QString &fileName)
 {
     QObject *filter = m_filters->matching(fileName);
     if (!filter) {
+        if (QFileInfo(fileName).suffix().toLower() == u"magres")
+            fail(fileName, MagresCheck::whyNotMagres(startOf(fileName)));
         const QStringList known = m_filters->nameFilters();
         const QString offered = known.isEmpty()
             ? Texts::tr("no plug-in with a file filter is loaded")
@@ -64,7 +112,9 @@ HostApplication::ReadResult HostApplication::readFile(const QString &fileName)
     }
     const QList<DocumentItem *> before = scene().documentItems();
     try {
-        ReadResult result{filter, m_filters->read(filter, fileName, scene().emptyStructureRect())};
+        const Prepared prepared(fileName);
+        ReadResult result{filter, m_filters->read(filter, prepared.fileName(), scene().emptyStructureRect()),
+                          prepared.warnings()};
         const CalculationMethod method = CalculationMethod::fromFile(fileName);
         for (QGraphicsWidget *item : std::as_const(result.items)) {
             if (auto *made = qobject_cast<DocumentItem *>(item)) {

@@ -4,6 +4,7 @@
 #include <QGraphicsWidget>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 
@@ -30,10 +31,12 @@ public:
     void loadPlugins(const QString &directory = QString());
 
     struct ReadResult {
-        QObject *filter; ///< the plug-in that read the file
+        QObject *filter = nullptr; ///< the plug-in that read the file
         QList<QGraphicsWidget *> items;
+        QStringList warnings; ///< of what is doubtful in the file, whole sentences
     };
-    /// Reads the file into the document through the filter that takes it. Throws std::exception with a text for the
+    /// Reads the file into the document through the filter that takes it, or a repaired copy of it where its writer is
+    /// known to go astray. Throws std::exception with a text for the
     /// user; the document is then as before.
     ReadResult readFile(const QString &fileName);
 

@@ -13,7 +13,19 @@
 #include <QMessageBox>
 #include <QPointer>
 
+#include <optional>
+
 namespace Workbench {
+
+namespace {
+
+/// What was taken for granted in reading it, behind what is reported.
+QString assumed(const Experiment &experiment)
+{
+    return experiment.notes().isEmpty() ? QString() : u' ' + experiment.notes().join(u' ');
+}
+
+} // namespace
 
 StackMenu::StackMenu(MainScene *scene, QWidget *window)
     : QMenu(window),
@@ -22,6 +34,7 @@ StackMenu::StackMenu(MainScene *scene, QWidget *window)
       m_removeMenu(new QMenu(tr("&Remove Spectrum"), this))
 {
     addAction(tr("Add &Experimental Spectrum..."), this, &StackMenu::chooseExperiment);
+    addAction(tr("Add Bruker &Folder..."), this, &StackMenu::chooseFolder);
     addMenu(m_activeMenu);
     addMenu(m_removeMenu);
     m_next = new QAction(tr("&Next"), this);
@@ -48,6 +61,18 @@ void StackMenu::chooseExperiment()
     const QString filters = (ExperimentFile::nameFilters() << tr("All files (*)")).join(QLatin1String(";;"));
     const QString path =
         QFileDialog::getOpenFileName(parentWidget(), tr("Add Experimental Spectrum"), m_lastDirectory, filters);
+    addChosen(path, item);
+}
+
+void StackMenu::chooseFolder()
+{
+    const QPointer<NmrItem> item = m_scene->currentNmrItem();
+    const QString path = QFileDialog::getExistingDirectory(parentWidget(), tr("Add Bruker Folder"), m_lastDirectory);
+    addChosen(path, item);
+}
+
+void StackMenu::addChosen(const QString &path, NmrItem *item)
+{
     if (path.isEmpty())
         return;
     m_lastDirectory = QFileInfo(path).path();
@@ -66,22 +91,22 @@ bool StackMenu::tryOnto(const QString &path, NmrItem *item)
     NmrData *data = item->nmrData();
     if (data->shownSpectrum().isEmpty())
         return false;
-    QVariantMap entry;
+    std::optional<Experiment> experiment;
     try {
-        entry = ExperimentFile::read(path, data->shownSpectrum());
+        experiment = ExperimentFile::open(path, data->shownSpectrum());
     } catch (const std::exception &) {
         return false;
     }
-    add(entry, QFileInfo(path).fileName(), *item);
+    add(*experiment, QFileInfo(path).fileName(), *item);
     return true;
 }
 
-void StackMenu::add(const QVariantMap &entry, const QString &name, NmrItem &item)
+void StackMenu::add(const Experiment &experiment, const QString &name, NmrItem &item)
 {
     NmrData &data = *item.nmrData();
-    const QUuid id = data.addEntry(entry, name);
+    const QUuid id = data.addEntry(experiment.beside(data.shownSpectrum().peaks), name);
     Q_EMIT reported(tr("%1: %n peak(s) added", nullptr, int(data.spectrum(id).peaks.size())).arg(name)
-                    + QStringLiteral(". ") + PeakEditor::counts(data));
+                    + QStringLiteral(". ") + PeakEditor::counts(data) + assumed(experiment));
 }
 
 void StackMenu::addExperimentSomewhere(const QString &path)
@@ -101,19 +126,20 @@ void StackMenu::addExperimentSomewhere(const QString &path)
     }
     // Of which nuclei and how many dimensions it is, the file knows.
     const QString name = QFileInfo(path).fileName();
-    QVariantMap entry;
+    std::optional<Experiment> experiment;
     try {
-        entry = Experiment(path, {QString()}).beside({});
+        experiment.emplace(path, QStringList{QString()});
     } catch (const std::exception &) {
-        entry = Experiment(path, {QString(), QString()}).beside({});
+        experiment.emplace(path, QStringList{QString(), QString()});
     }
     auto *item = new NmrItem;
-    item->nmrData()->addEntry(entry, name);
+    item->nmrData()->addEntry(experiment->beside({}), name);
     m_scene->addNew(item, m_scene->getEmptyRect());
     m_scene->setActiveItem(item);
     Q_EMIT reported(tr("%1 has a plot of its own; a spectrum that is created now joins it. %n peak(s)", nullptr,
                        int(item->nmrData()->shownSpectrum().peaks.size()))
-                        .arg(name));
+                        .arg(name)
+                    + assumed(*experiment));
 }
 
 void StackMenu::addExperiment(const QString &path, NmrItem *item)
@@ -124,7 +150,7 @@ void StackMenu::addExperiment(const QString &path, NmrItem *item)
         if (!target)
             throw std::runtime_error(
                 tr("There is no spectrum on the page to put %1 beside: simulate one first.").arg(name).toStdString());
-        add(ExperimentFile::read(path, target->shownSpectrum()), name, item ? *item : *m_scene->currentNmrItem());
+        add(ExperimentFile::open(path, target->shownSpectrum()), name, item ? *item : *m_scene->currentNmrItem());
     } catch (const std::exception &error) {
         QMessageBox::critical(parentWidget(), tr("%1 cannot be added").arg(name),
                               elided(QString::fromUtf8(error.what())));

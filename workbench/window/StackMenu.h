@@ -8,6 +8,7 @@
 
 namespace Workbench {
 
+class Experiment;
 class MainScene;
 class NmrData;
 class NmrItem;
@@ -25,6 +26,8 @@ public:
     void addExperimentSomewhere(const QString &path);
     /// Asks for the file, which then goes onto the current plot or gets one of its own.
     void chooseExperiment();
+    /// The same for a Bruker folder: dialogs of the system take either files or folders.
+    void chooseFolder();
 
 Q_SIGNALS:
     /// What was done, for a status bar.
@@ -35,7 +38,9 @@ private:
     NmrData *data() const;
     /// False when the experiment does not fit the plot.
     bool tryOnto(const QString &path, NmrItem *item);
-    void add(const QVariantMap &entry, const QString &name, NmrItem &item);
+    /// Errors are shown in a message box. Nothing for an empty path; `item` may be null.
+    void addChosen(const QString &path, NmrItem *item);
+    void add(const Experiment &experiment, const QString &name, NmrItem &item);
     void activateNext(int direction);
     void fillActiveMenu();
     void fillRemoveMenu();

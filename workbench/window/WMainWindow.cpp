@@ -83,7 +83,7 @@ WMainWindow::WMainWindow()
     m_exportMenu->setProposal([this](const QString &suffix) { return m_document->proposedPath(suffix); });
     connect(m_document, &DocumentController::reported, this, report);
     connect(m_document, &DocumentController::fileUsed, m_recentFiles, &RecentFiles::add);
-    connect(m_recentFiles, &RecentFiles::chosen, this, [this](const QString &file) { openPath(file, nullptr); });
+    connect(m_recentFiles, &RecentFiles::chosen, this, [this](const QString &file) { openFiles({file}); });
     statusBar()->addPermanentWidget(m_readOut);
     new PeakAtomLinks(scene());
     connect(scene(), &MainScene::activeItemChanged, this, [this](QGraphicsWidget *item) {
@@ -98,7 +98,7 @@ WMainWindow::WMainWindow()
     connect(m_spectrumCommands, &SpectrumCommands::reported, this, report);
     connect(m_contents, &ContentsDock::reported, this, report);
     connect(m_hints, &StartHints::openRequested, this, &WMainWindow::chooseFiles);
-    connect(m_hints, &StartHints::chosen, this, [this](const QString &file) { openPath(file, nullptr); });
+    connect(m_hints, &StartHints::chosen, this, [this](const QString &file) { openFiles({file}); });
     connect(m_hints, &StartHints::sampleChosen, this, &WMainWindow::openSample);
     addDockWidget(Qt::LeftDockWidgetArea, m_contents);
     addToolBar(m_workBar);
@@ -201,6 +201,15 @@ void WMainWindow::openFiles(const QStringList &fileNames)
 
 void WMainWindow::openAll(const QStringList &paths, const QPointer<NmrItem> &onto)
 {
+    openEach(paths, onto);
+    // Once all files are there: one box for all of them, after what was opened can be seen.
+    const QStringList warnings = std::exchange(m_warnings, {});
+    if (!warnings.isEmpty())
+        QMessageBox::warning(this, tr("Opened, with doubts"), elided(warnings.join(QLatin1String("\n\n")), 2000));
+}
+
+void WMainWindow::openEach(const QStringList &paths, const QPointer<NmrItem> &onto)
+{
     Progress progress(tr("Opening files..."), this);
     for (qsizetype i = 0; i < paths.size(); ++i) {
         progress.setText(tr("Opening %1").arg(QFileInfo(paths[i]).fileName()));
@@ -223,12 +232,14 @@ void WMainWindow::openPath(const QString &path, NmrItem *onto)
         const bool forPlugin = QFileInfo(path).isFile() && m_host->fileFilters().matching(path);
         if (!forPlugin && ExperimentFile::isExperiment(path))
             return openExperiment(path, onto);
-        QList<QGraphicsWidget *> items;
+        HostApplication::ReadResult result;
         statusBar()->showMessage(tr("Opening %1...").arg(QFileInfo(path).fileName()));
         statusBar()->repaint();
-        m_document->read([&] { items = m_host->readFile(path).items; }, path);
-        if (!items.isEmpty())
-            m_view->ensureVisible(items.constFirst());
+        m_document->read([&] { result = m_host->readFile(path); }, path);
+        if (!result.items.isEmpty())
+            m_view->ensureVisible(result.items.constFirst());
+        if (!result.warnings.isEmpty())
+            m_warnings.append(path + u'\n' + result.warnings.join(u'\n'));
         m_recentFiles->add(path);
         statusBar()->showMessage(tr("%1 is open").arg(QFileInfo(path).fileName()), 5000);
     } catch (const std::exception &error) {
@@ -248,7 +259,7 @@ void WMainWindow::openExperiment(const QString &path, NmrItem *onto)
 void WMainWindow::openSample(const QString &name)
 {
     try {
-        openPath(StartHints::sampleFile(name), nullptr);
+        openFiles({StartHints::sampleFile(name)});
     } catch (const std::exception &error) {
         QMessageBox::critical(this, tr("%1 cannot be opened").arg(name), elided(QString::fromUtf8(error.what())));
     }

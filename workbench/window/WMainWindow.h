@@ -78,6 +78,7 @@ private:
     void openPath(const QString &path, NmrItem *onto);
     /// As openPath(), one after the other, until the user has enough.
     void openAll(const QStringList &paths, const QPointer<NmrItem> &onto);
+    void openEach(const QStringList &paths, const QPointer<NmrItem> &onto);
     void chooseFiles();
     void deleteActiveItem();
     void showAbout();
@@ -87,6 +88,7 @@ private:
     MainView *m_view;
     QMenu *m_itemMenu;
     StackMenu *m_stackMenu;
+    QStringList m_warnings; ///< of the files that are being opened, a text each
     PeakMenu *m_peakMenu;
     DocumentController *m_document;
     RecentFiles *m_recentFiles;
