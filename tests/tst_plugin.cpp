@@ -1014,12 +1014,34 @@ private Q_SLOTS:
     {
         FakeHost host;
         host.window->language = u"de_AT"_s;
+        qApp->setProperty("isHeadless", false);
         newPlugin();
         read(m_file);
         QCOMPARE(host.scene->tableItem->menu->actions().value(1)->text(), u"Spektrum erzeugen..."_s);
-        QVERIFY(report("updateSpectrum").startsWith(u"Unterbrochen\nDas Spektrum kann nicht aktualisiert werden: "_s));
+        QCOMPARE(call(host.scene->table, "tableItem_defTitle", QString()), u"MAGRES-Tabelle"_s);
+        QCOMPARE(host.scene->model->index(2, 7).data(Qt::ToolTipRole).toString(), u"Isotop: 17O"_s);
+        QString hint;
+        User user([&](QDialog *dialog) {
+            if (const auto *label = dialog->findChild<QLabel *>(u"fLbSpecHintF2"_s))
+                hint = label->text();
+            dialog->reject();
+        });
+        makeSpectrum(host);
+        QMetaObject::invokeMethod(host.scene->table, "setQuadIsotope");
+        report("calcRmsd");
+        QCOMPARE(user.seen.mid(0, 3),
+                 (QStringList{u"MAGRES-Parameter"_s,
+                              u"failure: Unterbrochen\nDas Spektrum kann nicht erzeugt werden: Abgebrochen"_s,
+                              u"Quadrupolares Isotop wählen"_s}));
+        QVERIFY2(user.seen.value(3).startsWith(u"failure: Fehler\nDiese Funktion braucht ein experimentelles"_s)
+                     && user.seen.value(3).endsWith(u"In diesem Plot sind 0 Spektren. Es müssen zwei sein"_s),
+                 qPrintable(user.seen.value(3)));
+        QVERIFY2(hint.startsWith(u"Bereich der Daten: "_s), qPrintable(hint));
+        const QString broken = magresFile("[atoms]\natom H H 1\n");
+        QCOMPARE(failure([&] { read(broken); }), "Der Atom-Eintrag in der Zeile atom H H 1 ist nicht lesbar");
         delete m_loader.instance();
         host.window->language = u"fr"_s;
+        qApp->setProperty("isHeadless", true);
         newPlugin();
         QVERIFY(report("updateSpectrum").startsWith(u"Interrupted\n"_s));
     }

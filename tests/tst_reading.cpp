@@ -221,6 +221,11 @@ private Q_SLOTS:
         QCOMPARE(parseError(QByteArray("[atoms]\natom C C 1 0 0 0\n[/atoms]\n").repeated(20)), QString());
         QCOMPARE(parseError(QByteArray("[atoms]\n").repeated(3) + QByteArray("[/atoms]\n[atoms]\n").repeated(20)),
                  u"The file has more than 20 atoms blocks"_s);
+        // Fewer where there are many atoms.
+        const QByteArray many = "[atoms]\n" + QByteArray("atom C C 1 0 0 0\n").repeated(2600) + "[/atoms]\n";
+        QCOMPARE(parseError(many + QByteArray("[atoms]\n[/atoms]\n").repeated(2)), QString());
+        QCOMPARE(parseError(many + QByteArray("[atoms]\n[/atoms]\n").repeated(3)),
+                 u"The file has more than 3 atoms blocks"_s);
     }
 
     void filesThatCannotBeOpened()
