@@ -130,6 +130,23 @@ void correlate(benchmark::State &state, int atoms, CorrelationMode mode)
         benchmark::DoNotOptimize(Magres::makePeaks(data, p, nuclei).data());
 }
 
+/// Without a lattice a pair has one distance: what images cost on top.
+void correlateMolecule(benchmark::State &state, int atoms)
+{
+    MagresData data = crystalData(atoms);
+    data.lattice.clear();
+    const MagresSpecParams p = parameters(CorrelationMode::RssDipolar);
+    const Magres::DipolarCoupling coupling("13C", "1H");
+    const QList<SpectrumPeak> peaks = Magres::makePeaks(data, p, nuclei);
+    double sum = 0.0;
+    const MagresAtom &first = data.atoms[peaks.first().atomsF2.first()];
+    for (const MagresAtom &atom : data.atoms)
+        sum += atom.type == "H" ? std::pow(coupling(Magres::atomDistance(first, atom)), 2) : 0.0;
+    Bench::require(std::abs(peaks.first().height / std::sqrt(sum) - 1.0) < 1e-8, "correlate/rss, molecule");
+    for (auto _ : state)
+        benchmark::DoNotOptimize(Magres::makePeaks(data, p, nuclei).data());
+}
+
 void range(benchmark::State &state, int atoms)
 {
     const MagresData data = crystalData(atoms);
@@ -209,6 +226,7 @@ void Bench::registerData()
         add("correlate/rss/" + std::to_string(count), correlate, count, CorrelationMode::RssDipolar);
         add("correlate/strongest/" + std::to_string(count), correlate, count, CorrelationMode::StrongestDipolar);
     }
+    add("correlate/rss/2000/molecule", correlateMolecule, 2000);
     add("update/200/8192", updateWhole);
     add("update/200/8192/bare", updateBare);
 }

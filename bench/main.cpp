@@ -106,6 +106,8 @@ const Ratio ratios[] = {
     {"range, 1000 to 5000: exponent of growth", "range/5000", "range/1000", Ratio::AtMost, 1.15, 1.0, growthExponent},
     {"correlate/rss, 400 to 2000: exponent of growth", "correlate/rss/2000", "correlate/rss/400", Ratio::AtMost, 2.05,
      1.0, growthExponent},
+    {"correlate/rss/2000: in those without a lattice", "correlate/rss/2000", "correlate/rss/2000/molecule",
+     Ratio::AtMost, 2.5},
     {"correlate/strongest, 400 to 2000: exponent", "correlate/strongest/2000", "correlate/strongest/400", Ratio::AtMost,
      1.2, 1.0, growthExponent},
     {"rank/200: by simulated spectra", "rank/200", "rank/parts", Ratio::AtMost, 0.5},

@@ -99,11 +99,14 @@ public:
     {
         if (!trace("spin"))
             return {};
-        return nucleus == "17O"_L1 ? u"5/2"_s : nucleus == "2H"_L1 || nucleus == "14N"_L1 ? u"1"_s : u"1/2"_s;
+        return nucleus == "17O"_L1                      ? u"5/2"_s
+            : nucleus.endsWith("Cl"_L1)                 ? u"3/2"_s
+            : nucleus == "2H"_L1 || nucleus == "14N"_L1 ? u"1"_s
+                                                        : u"1/2"_s;
     }
     Q_INVOKABLE double quadrupoleMoment(QString nucleus)
     {
-        return !trace("quadrupoleMoment") ? 0.0 : nucleus == "17O"_L1 ? -2.558 : 0.286;
+        return !trace("quadrupoleMoment") ? 0.0 : nucleus == "17O"_L1 ? -2.558 : nucleus == "37Cl"_L1 ? -6.435 : 0.286;
     }
     Q_INVOKABLE double naturalAbundance(QString) { return trace("naturalAbundance") ? 1.0 : 0.0; }
     Q_INVOKABLE void addPluginFilter(QObject *object)
@@ -131,7 +134,7 @@ public:
         return trace("entryPeakList") ? entries.value(id).value(u"Peaks"_s).toMap() : QVariantMap();
     }
     Q_INVOKABLE QString xUnitsString() { return trace("xUnitsString") ? u"ppm"_s : QString(); }
-    Q_INVOKABLE QString yUnitsString() { return trace("yUnitsString") ? u"ppm"_s : QString(); }
+    Q_INVOKABLE QString yUnitsString() { return trace("yUnitsString") ? u"kHz"_s : QString(); }
     Q_INVOKABLE void fullReset()
     {
         if (trace("fullReset"))
@@ -242,28 +245,33 @@ public:
     QPointer<QObject> table;
     FakeModel *model = nullptr;
     std::unique_ptr<QTableView> view;
+    QStringList placed; ///< items in their order, where, and whether the user is asked
+    QList<QGraphicsWidget *> dataItems; ///< that custom data was stored or deleted with
 
-    Q_INVOKABLE QGraphicsWidget *createMolItem(const QRectF &, const QVariantMap &description, const bool)
+    Q_INVOKABLE QGraphicsWidget *createMolItem(const QRectF &rect, const QVariantMap &description, const bool asking)
     {
         if (!trace("createMolItem"))
             return nullptr;
+        place(u"molecule"_s, rect, asking);
         molecule = newItem();
         molecule->molecule = description;
         return molecule;
     }
-    Q_INVOKABLE QGraphicsWidget *createNMRItem(const QRectF &, const QVariantMap &spectrum, const bool)
+    Q_INVOKABLE QGraphicsWidget *createNMRItem(const QRectF &rect, const QVariantMap &spectrum, const bool asking)
     {
         if (!trace("createNMRItem"))
             return nullptr;
+        place(u"spectrum"_s, rect, asking);
         nmr = newItem();
         nmr->spectra = services;
-        services->addEntry(spectrum);
+        services->activeEntryId = services->addEntry(spectrum);
         return nmr;
     }
-    Q_INVOKABLE QGraphicsWidget *addCustomTableItem(QObject *object, bool)
+    Q_INVOKABLE QGraphicsWidget *addCustomTableItem(QObject *object, bool asking)
     {
         if (!trace("addCustomTableItem"))
             return nullptr;
+        place(u"table"_s, {}, asking);
         tableItem = newItem();
         table = object;
         model = new Crippled<FakeModel>(without);
@@ -275,13 +283,15 @@ public:
                                   Q_ARG(QAbstractItemView *, view.get()), Q_ARG(QAbstractItemModel *, model));
         return tableItem;
     }
-    Q_INVOKABLE void setCustomData(QVariantMap map, QGraphicsWidget *)
+    Q_INVOKABLE void setCustomData(QVariantMap map, QGraphicsWidget *item)
     {
+        dataItems.append(item);
         if (trace("setCustomData"))
             services->data.insert(map.value(u"ID"_s).toUuid(), map);
     }
-    Q_INVOKABLE void delCustomData(QUuid id, QGraphicsWidget *)
+    Q_INVOKABLE void delCustomData(QUuid id, QGraphicsWidget *item)
     {
+        dataItems.append(item);
         if (trace("delCustomData"))
             services->data.remove(id);
     }
@@ -291,6 +301,11 @@ Q_SIGNALS:
     void activeItemChanged(QGraphicsWidget *item);
 
 private:
+    void place(const QString &what, const QRectF &at, bool asking)
+    {
+        placed.append(
+            u"%1 %2,%3 %4x%5 %6"_s.arg(what).arg(at.x()).arg(at.y()).arg(at.width()).arg(at.height()).arg(asking));
+    }
     FakeItem *newItem()
     {
         auto *item = new Crippled<FakeItem>(without);

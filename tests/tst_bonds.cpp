@@ -27,6 +27,23 @@ MagresAtom atomAt(const char *species, double x, double y = 0.0, double z = 0.0)
     return atom;
 }
 
+/// Whether many distances at once are the same bits as each alone, with every instruction set. All NaN count as one.
+bool agreeAtOnce(const NearestImage &images, const Position &from, const PositionColumns &points)
+{
+    std::vector<double> squared(points.size());
+    for (InstructionSet set : instructionSets) {
+        if (!isSupported(set))
+            continue;
+        images.squaredDistances(set, from, points, squared);
+        for (std::size_t i = 0; i < squared.size(); ++i) {
+            const double one = images.distance(from, points[i]);
+            if (std::sqrt(squared[i]) != one && !(std::isnan(squared[i]) && std::isnan(one)))
+                return false;
+        }
+    }
+    return true;
+}
+
 /// Atoms of mixed species, known and unknown, so dense that many pairs are near their limits.
 QList<MagresAtom> randomAtoms(int count, std::uint64_t seed)
 {
@@ -169,17 +186,21 @@ private Q_SLOTS:
                 continue;
             const Magres::NearestImage images(lattice);
             QVERIFY(images.isPeriodic());
+            PositionColumns points;
             for (int i = 0; i < 30; ++i) {
                 const double spread = i % 3 == 0 ? 100.0 : 4.0;
                 const Position v = {random.uniform(-spread, spread), random.uniform(-spread, spread),
                                     random.uniform(-spread, spread)};
                 const double expected = Literal::shortestImage(v, cell);
+                points.append(v);
                 const double found = images.distance(v, {});
                 // A rounding error of the longest vector counts as often as it takes to make it short.
                 QVERIFY2(
                     std::abs(found - expected) < 1e-12 + 1e-14 * longest * longest,
                     qPrintable(QStringLiteral("off by %1 in a cell as long as %2").arg(found - expected).arg(longest)));
             }
+            for (const Position &from : {Position{}, points[7]})
+                QVERIFY(agreeAtOnce(images, from, points));
         }
     }
 
@@ -195,11 +216,14 @@ private Q_SLOTS:
             const Magres::NearestImage images(lattice);
             QVERIFY(!images.isPeriodic());
             QCOMPARE(images.distance({30, 0, 4}, {0, 0, 0}), std::sqrt(916.0));
+            QVERIFY(agreeAtOnce(images, {30, 0, 4}, {{0, infinity, 1}, {0, 0, notANumber}, {0, -1e300, 2}}));
         }
         // Far away there is no telling, but there is an end.
         const Magres::NearestImage images({5, 1, 0, 0, 5, 1, 2, 0, 5});
-        for (double far : {1e15, 1e17, 1e200, 1e308, infinity, notANumber})
+        for (double far : {1e15, 1e17, 1e200, 1e308, infinity, notANumber}) {
             images.distance({far, -far, 1.0}, {0.5, far, -1.0});
+            QVERIFY(agreeAtOnce(images, {far, -far, 1.0}, {{0.5, 1, far}, {far, 2, -far}, {-1.0, 3, 0.0}}));
+        }
     }
 };
 

@@ -67,6 +67,43 @@ private Q_SLOTS:
         m_host.reset();
     }
 
+    /// Each peak its own, where a file names unlike oxygens alike.
+    void peaksOfOneLabelSelectTheirOwnAtoms()
+    {
+        QByteArray text = "#$magres-abinitio-v1.0\n[atoms]\nunits lattice Angstrom\nlattice 20 0 0 0 20 0 0 0 20\n"
+                          "units atom Angstrom\n";
+        for (int i = 1; i <= 5; ++i)
+            text += "atom O O " + QByteArray::number(i) + ' ' + QByteArray::number(3 * i) + " 1 1\n";
+        text += "[/atoms]\n[magres]\nunits ms ppm\n";
+        const int shieldings[] = {150, -50, 250, 50, -150}; // not in order
+        for (int i = 1; i <= 5; ++i) {
+            const QByteArray s = QByteArray::number(shieldings[i - 1]);
+            text += "ms O " + QByteArray::number(i) + ' ' + s + " 0 0 0 " + s + " 0 0 0 " + s + '\n';
+        }
+        QFile file(m_settings.filePath(u"oxygens.magres"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(text + "[/magres]\n") > 0);
+        file.close();
+        start(file.fileName());
+        const PlotUser user = makeSpectrum({{"fCbNucF2", u"17O"_s}, {"fSpCSRefF2", 250.0}, {"fSpLwF2", 300.0}});
+        const QList<SpectrumPeak> peaks = data()->shownSpectrum().peaks;
+        QCOMPARE(peaks.size(), 5);
+        const auto lit = [&] { return spectrum()->plot()->litPeaks(); };
+        for (const SpectrumPeak &peak : peaks) {
+            const auto own = std::find(std::begin(shieldings), std::end(shieldings), std::lround(250.0 - peak.f2));
+            user.click(user.topOf(peak));
+            QCOMPARE(molecule()->selectedAtoms(), QSet<int>{int(own - std::begin(shieldings))});
+            QCOMPARE(lit(), QSet<QUuid>{peak.id});
+        }
+        user.click(user.topOf(peaks[0]), Qt::ControlModifier);
+        QCOMPARE(molecule()->selectedAtoms(), (QSet<int>{4, 2})); // shifts 400 and 0
+        QCOMPARE(lit(), (QSet<QUuid>{peaks[0].id, peaks[4].id}));
+        // The row stands for all of its label.
+        table()->view()->clearSelection();
+        table()->view()->selectRow(0);
+        QCOMPARE(molecule()->selectedAtoms().size(), 5);
+        QCOMPARE(lit().size(), 5);
+    }
+
     void peaksArePickedAndCounted()
     {
         makeSpectrum(carbon);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "Crystals.h"
+#include "Failure.h"
 #include "Literal.h"
 #include "reading/Bonds.h"
 #include "reading/MoleculeCompletion.h"
@@ -158,6 +159,20 @@ private Q_SLOTS:
                 QCOMPARE(atoms.at(i).bonds, crystal.atoms.at(i).bonds);
             }
         }
+    }
+
+    /// Where every translation leaves every atom among all others, as never in a crystal, there is an end.
+    void cellsThatAreFarTooSmall()
+    {
+        Crystal crystal;
+        for (int i = 0; i < 3000; ++i) // not bonded, but within the reach of a caesium's bond
+            crystal.atoms.append(atomAt("H", {0.75 * (i % 12), 0.75 * (i / 12 % 12), 0.75 * (i / 144)}));
+        crystal.atoms.append(atomAt("Cs", {-9, 0, 0}));
+        Magres::detectBonds(crystal.atoms);
+        QVERIFY(failure([&] { Magres::completeMolecules(crystal.atoms, cubic(0.05)); }).startsWith("Too many atoms"));
+        // The same atoms in cells that hold them.
+        for (double edge : {16.0, 40.0})
+            QCOMPARE(failure([&] { Magres::completeMolecules(crystal.atoms, cubic(edge)); }), QByteArray());
     }
 
     void equalsLiteral_data()

@@ -10,6 +10,7 @@
 
 #include <cmath>
 #include <complex>
+#include <numeric>
 
 using namespace Magres;
 using namespace Qt::StringLiterals;
@@ -165,11 +166,46 @@ private Q_SLOTS:
                          && it->abundance == values[2].toDouble(),
                      it.key());
         }
-        // Every nucleus that the host is told of by code is one.
-        int coded = 0;
+        // Every nucleus that the host is told of by code is one, and the codes go by element and mass.
+        QMap<int, QByteArray> coded;
         for (auto it = nuclides.begin(); it != nuclides.end(); ++it)
-            coded += Magres::nucleusCode(it.key()) > 0;
-        QCOMPARE(coded, 118);
+            coded.insert(Magres::nucleusCode(it.key()), it.key());
+        coded.remove(-1);
+        QCOMPARE(coded.keys(), [] {
+            QList<int> all(118);
+            std::iota(all.begin(), all.end(), 1);
+            return all;
+        }());
+        const auto place = [](const QByteArray &nucleus) {
+            return std::pair(Magres::atomicNumber(Magres::elementOf(nucleus)), Magres::massNumber(nucleus));
+        };
+        QVERIFY(std::is_sorted(coded.begin(), coded.end(),
+                               [&](const QByteArray &a, const QByteArray &b) { return place(a) < place(b); }));
+    }
+
+    /// Widths in ppm and couplings of spectra in documents rest on every digit of the frequencies. Their isotopes'
+    /// ratios are free of chemical shifts; the sum, weighted by mass numbers, is that of the table as it was adopted.
+    void frequenciesStayAsTheyAre()
+    {
+        const auto ratios = facts("frequency_ratios.tsv");
+        int pairs = 0;
+        qint64 sum = 0;
+        for (const QByteArray &element : facts("covalent_radii.tsv").keys()) {
+            const QByteArrayList names = Magres::isotopes(element);
+            for (const QByteArray &name : names) {
+                QCOMPARE(Magres::elementOf(name), element);
+                sum += std::llround(Magres::isotopeFrequency(name) * 100) * Magres::massNumber(name);
+                const QByteArray &first = names.first();
+                if (name == first || !ratios.contains(name) || !ratios.contains(first) || element == "Os")
+                    continue;
+                const double ratio = Magres::isotopeFrequency(name) / Magres::isotopeFrequency(first);
+                const double fact = ratios[name][0].toDouble() / ratios[first][0].toDouble();
+                QVERIFY2(near(ratio / fact, 1.0, 3e-3), name + ' ' + QByteArray::number(ratio / fact));
+                ++pairs;
+            }
+        }
+        QCOMPARE(pairs, 25);
+        QCOMPARE(sum, 135474883);
     }
 
     void tiesOfPrincipalValues()

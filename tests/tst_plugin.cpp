@@ -32,11 +32,13 @@ static QStringList texts(const QMenu *menu)
     return texts;
 }
 
-static QVariantMap experimental(const QList<double> &positions)
+static QVariantMap experimental(const QList<double> &positions, const QList<double> &positionsF1 = {})
 {
     QVariantList peaks;
-    for (double position : positions)
-        peaks.append(QVariantMap{{u"Pos"_s, QVariant::fromValue(DoubleVector{position, 0.0})}, {u"Height"_s, 1.0}});
+    for (qsizetype i = 0; i < positions.size(); ++i) {
+        const DoubleVector position{positions[i], positionsF1.value(i)};
+        peaks.append(QVariantMap{{u"Pos"_s, QVariant::fromValue(position)}, {u"Height"_s, 1.0}});
+    }
     return {{u"Peaks"_s, QVariantMap{{u"PeakList"_s, peaks}}}};
 }
 
@@ -56,6 +58,46 @@ static void eachWith(const QVariantList &others, const QVariantMap &map,
             eachWith(others, it->toMap(), [&](const QVariantMap &inner) { replaced(inner); });
     }
 }
+
+static const QString stackHint =
+    u"Error\nThis function requires experimental and MAGRES spectra in the same stack. Both "
+    "spectra should have the same number of the compound peaks.\n\n"_s;
+
+/// Somebody at the screen: notes what opens, title and text, and answers it.
+class User : public QTimer {
+public:
+    using Answer = std::function<void(QDialog *)>;
+
+    explicit User(Answer answer = &QDialog::accept) : m_answer(std::move(answer))
+    {
+        callOnTimeout([this] { look(); });
+        start(0);
+    }
+
+    QStringList seen;
+
+private:
+    void look()
+    {
+        const QPointer<QDialog> dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+        if (!dialog)
+            return;
+        auto *box = qobject_cast<QMessageBox *>(dialog);
+        if (!box) {
+            seen.append(dialog->windowTitle());
+            m_answer(dialog);
+            return;
+        }
+        const bool whole = box->standardButtons() == QMessageBox::Ok && qobject_cast<QMainWindow *>(box->parent());
+        const QString kind = box->icon() == QMessageBox::Critical ? u"failure"_s
+            : box->icon() == QMessageBox::Information             ? u"result"_s
+                                                                  : u"?"_s;
+        seen.append((whole ? kind : u"odd box"_s) + u": "_s + box->windowTitle() + u'\n' + box->text());
+        box->accept();
+    }
+
+    Answer m_answer;
+};
 
 /// The built plug-in library in hosts of several degrees of completeness.
 class tst_Plugin : public QObject {
@@ -169,6 +211,24 @@ private Q_SLOTS:
         }
     }
 
+    void descriptionInTheHostsLanguage()
+    {
+        QWidget decoy;
+        decoy.setObjectName(u"mainWindow"_s); // of that name, but no window of a host
+        FakeHost host;
+        auto *plugin = qobject_cast<IPlugin_v1_4 *>(newPlugin());
+        QVERIFY(plugin->setMetaData(
+            json("{'dependencies': [{'name': 'Qt', 'version': [6, 5]}], 'id': 'I', 'version': [7, 8, 9],"
+                 "'command_line_options': ['a', 2], 'description': {'en': 'E', 'de': 'D', 'fr': ''}}")));
+        for (const auto &[language, text] :
+             {std::pair("", "E"), std::pair("de", "D"), std::pair("fr", "E"), std::pair("it", "E")}) {
+            host.window->language = QLatin1String(language);
+            QCOMPARE(plugin->description(), QLatin1String(text));
+        }
+        QCOMPARE(plugin->version(), qMakePair(7, 8));
+        QCOMPARE(plugin->command_line_options(), (QVariantList{u"a"_s, 2.0}));
+    }
+
     void makesTables()
     {
         FakeHost host;
@@ -226,6 +286,378 @@ private Q_SLOTS:
         QCOMPARE(host.scene->tableItem->messages.size(), sent);
     }
 
+    void tableAnswersItsHost()
+    {
+        FakeHost host;
+        newPlugin();
+        read(m_file);
+        QObject *table = host.scene->table;
+        QCOMPARE(call(table, "tableItem_sharedDataIds", QList<QUuid>()), host.services->data.keys());
+        QCOMPARE(call(table, "tableItem_sharedDataOwner", false), true);
+        QCOMPARE(call(table, "tableItem_objectTitle", QString()), u"MAGRES Table"_s);
+        QCOMPARE(call(table, "tableItem_defTitle", QString()), u"MAGRES Table"_s);
+        QCOMPARE(call(table, "tableItem_settingsKey", QString()), u"MagresTable"_s);
+        QVariant passedOn;
+        QMetaObject::invokeMethod(table, "tableItem_itemChange", Q_RETURN_ARG(QVariant, passedOn), Q_ARG(int, 9),
+                                  Q_ARG(QVariant, u"value"_s));
+        QCOMPARE(passedOn.toString(), u"value"_s);
+
+        const FakeModel &model = *host.scene->model;
+        const auto row = [&](int number, int role) {
+            QStringList cells;
+            for (int column = 0; column < model.columnCount(); ++column)
+                cells.append(model.index(number, column).data(role).toString());
+            return cells.join(u'|');
+        };
+        QCOMPARE(row(0, Qt::DisplayRole), u"H|H1|27.000|7.500|0.20|||"_s);
+        QCOMPARE(row(2, Qt::DisplayRole), u"O|O1|286.667|-55.000|0.82|1.200|0.50|-7.210"_s);
+        QVERIFY(row(2, Qt::EditRole).startsWith(u"O|O1|286.66666666666"_s));
+        QCOMPARE(model.index(2, 2).data(Qt::EditRole).typeId(), QMetaType::Double);
+        QCOMPARE(row(2, Qt::ToolTipRole), u"|||||||Isotope: 17O"_s);
+        QCOMPARE(row(0, Qt::ToolTipRole), u"|||||||"_s);
+        QCOMPARE(row(2, Qt::DecorationRole), u"|||||||"_s);
+        QCOMPARE(rawId(table, model.index(2, 0)).toString(),
+                 call(table, "tableModel_rows", QVariantList())[2].toMap()[u"ID"_s].toString());
+        QVERIFY(rawId(table, model.index(0, 0)) != rawId(table, model.index(2, 0)));
+        const QStandardItemModel larger(9, 9);
+        for (const QModelIndex &outside : {QModelIndex(), larger.index(3, 0), larger.index(0, 8)})
+            QVERIFY(!model.data(outside, Qt::DisplayRole).isValid());
+        QVERIFY(rawId(table, larger.index(3, 0)).isNull() && rawId(table, {}).isNull());
+
+        const auto header = [&](int column, Qt::Orientation orientation, int role) {
+            QVariant text;
+            QMetaObject::invokeMethod(table, "tableModel_headerData", Q_RETURN_ARG(QVariant, text), Q_ARG(int, column),
+                                      Q_ARG(Qt::Orientation, orientation), Q_ARG(int, role));
+            return text.toString();
+        };
+        QStringList headers;
+        for (int column = 0; column < 9; ++column)
+            headers.append(header(column, Qt::Horizontal, Qt::DisplayRole));
+        QCOMPARE(headers.join(u'|'), u"Element|Labels|Iso, ppm|Aniso, ppm|η|eQ|η(Q)|Cq, MHz|"_s);
+        QVERIFY(header(0, Qt::Vertical, Qt::DisplayRole).isEmpty()
+                && header(0, Qt::Horizontal, Qt::EditRole).isEmpty());
+    }
+
+    /// Column codes and decimals by what the file has.
+    void tableColumns()
+    {
+        for (const auto &[records, expected] :
+             {std::pair("", "0:-1 1:-1"), std::pair("ms C 1 1 0 0 0 2 0 0 0 4\n", "0:-1 1:-1 2:3 3:3 4:2"),
+              std::pair("efg C 1 1 0 0 0 2 0 0 0 4\n", "0:-1 1:-1 5:3 6:2 7:3")}) {
+            delete m_loader.instance();
+            FakeHost host;
+            newPlugin();
+            read(magresFile("[atoms]\natom C C 1 0 0 0\n[/atoms]\n[magres]\n" + QByteArray(records)));
+            QStringList columns;
+            for (const QVariant &entry : call(host.scene->table, "tableModel_columns", QVariantList())) {
+                const QVariantMap column = entry.toMap();
+                QCOMPARE(column.value(u"Units"_s, -1).toInt(), 0);
+                columns.append(column.value(u"Type"_s).toString() + u':' + column.value(u"Digits"_s).toString());
+            }
+            QCOMPARE(columns.join(u' '), QLatin1String(expected));
+        }
+    }
+
+    /// Messages of other kinds select nothing; those about atoms bring the first row into view.
+    void selectedRowsComeIntoView()
+    {
+        FakeHost host;
+        newPlugin();
+        QByteArray atoms;
+        for (int i = 1; i <= 60; ++i)
+            atoms += "atom C C " + QByteArray::number(i) + ' ' + QByteArray::number(9 * i) + " 0 0\n";
+        read(magresFile("[atoms]\n" + atoms));
+        QTableView *view = host.scene->view.get();
+        view->resize(300, 120);
+        view->show();
+        const auto isShown = [&](int row) {
+            return view->viewport()->rect().contains(view->visualRect(view->model()->index(row, 0)).center());
+        };
+        for (const auto &[type, selected] : {std::pair(21, 0), std::pair(22, 2)}) {
+            const QVariantMap message{{u"type"_s, type}, {u"data"_s, QVariantList{55, 40}}};
+            QMetaObject::invokeMethod(host.scene->table, "tableItem_onLMessage", Q_ARG(QVariantMap, message));
+            QCOMPARE(view->selectionModel()->selectedRows().size(), selected);
+            QCOMPARE(isShown(40), selected == 2);
+        }
+    }
+
+    void readingPlacesItems()
+    {
+        FakeHost host;
+        newPlugin();
+        QCOMPARE(call(m_loader.instance(), "fileFilter_matching", false, m_file), true);
+        QCOMPARE(call(m_loader.instance(), "fileFilter_matching", true, QStringLiteral(PLUGIN_FILE)), false);
+        read(m_file);
+        QSettings().setValue(u"magresPlugin/nucF2"_s, u"1H"_s);
+        makeSpectrum(host);
+        QCOMPARE(host.scene->placed,
+                 (QStringList{u"molecule 10,20 30x40 0"_s, u"table 0,0 0x0 0"_s, u"spectrum 0,0 100x100 1"_s}));
+        QCOMPARE(host.scene->dataItems, QList<QGraphicsWidget *>{nullptr}); // with the document itself
+    }
+
+    void stacksThatCannotBeCompared_data()
+    {
+        QTest::addColumn<QString>("entries"); // M: simulated, with two peaks; a number: measured, with as many
+        QTest::addColumn<bool>("hasData");
+        QTest::addColumn<QString>("reference"); // why there is none
+        QTest::addColumn<QString>("rmsd");
+        const QString neither = u"Neither of the spectra is generated from MAGRES"_s;
+        const QString both = u"Both spectra are generated from MAGRES. One should be experimental"_s;
+        const QString gone = u"The document has no MAGRES data"_s;
+        const QString counts = u"The MAGRES spectrum has 2 compound peaks and the experimental spectrum has 3"_s;
+        const auto many = [](int n) { return u"There are %1 spectra in this plot. Two is expected"_s.arg(n); };
+        const QString one = u"There is 1 spectrum in this plot. Two is expected"_s;
+        const auto row = [](const char *entries, bool hasData, const QString &reference, const QString &rmsd) {
+            QTest::addRow("%s%s", entries, hasData ? "" : ", data gone")
+                << QString::fromLatin1(entries) << hasData << reference << rmsd;
+        };
+        row("", true, many(0), many(0));
+        row("M", false, one, one);
+        row("M22", true, many(3), many(3));
+        row("23", false, neither, neither);
+        row("MM", false, both, both);
+        row("M3", false, gone, counts);
+        row("3M", true, counts, counts);
+        row("M2", true, {}, {});
+        row("2M", true, {}, {});
+        row("2M", false, gone, {});
+    }
+
+    void stacksThatCannotBeCompared()
+    {
+        QFETCH(QString, entries);
+        QFETCH(bool, hasData);
+        QFETCH(QString, reference);
+        QFETCH(QString, rmsd);
+        FakeHost host;
+        newPlugin();
+        read(m_file);
+        QSettings().setValue(u"magresPlugin/nucF2"_s, u"1H"_s);
+        QSettings().setValue(u"magresPlugin/ref"_s, QVariantMap{{u"1H"_s, 31.0}});
+        for (QChar entry : entries) {
+            if (entry == u'M')
+                makeSpectrum(host);
+            else
+                host.services->addEntry(experimental(QList<double>{4.75, 2.25, 7.0}.first(entry.digitValue())));
+        }
+        if (!hasData)
+            host.services->data.clear();
+        const auto before = host.services->entries;
+        QCOMPARE(report("calcRmsd"), rmsd.isEmpty() ? u"RMSD\nRMSD: 0.559017 ppm"_s : stackHint + rmsd);
+        QVERIFY(host.services->entries == before);
+        const QString fitted = report("autoRef");
+        if (!reference.isEmpty())
+            QCOMPARE(fitted, stackHint + reference);
+        else
+            QVERIFY2(fitted.startsWith(u"New reference\nReference is changed from 31 ppm to 31.5 ppm\n"_s),
+                     qPrintable(fitted));
+        QCOMPARE(host.services->entries == before, !reference.isEmpty());
+    }
+
+    /// Two dimensions with unlike nuclei and units; the molecule's notes of both, beside those of another spectrum.
+    void twoDimensionsThroughToFit()
+    {
+        FakeHost host;
+        newPlugin();
+        read(m_file);
+        for (const auto &[key, value] : {std::pair("nucF2", QVariant(u"1H"_s)), std::pair("nucF1", QVariant(u"17O"_s)),
+                                         std::pair("specType", QVariant(1)),
+                                         std::pair("ref", QVariant(QVariantMap{{u"1H"_s, 31.0}, {u"17O"_s, 286.0}}))})
+            QSettings().setValue(u"magresPlugin/"_s + QLatin1String(key), value);
+        makeSpectrum(host);
+        QCOMPARE(logged, QStringList());
+        const QUuid entry = host.services->activeEntryId;
+        const QVariantList peaks = host.services->entryPeakList(entry).value(u"PeakList"_s).toList();
+        QCOMPARE(peaks.size(), 2);
+        const auto notes = [&] { return host.scene->molecule->molecule.value(u"NMRAssignments"_s).toList(); };
+        QCOMPARE(notes().size(), 2);
+        for (int dimension = 0; dimension < 2; ++dimension) {
+            const QVariantMap note = notes()[dimension].toMap();
+            QCOMPARE(note.keys(), (QStringList{u"Nucleus"_s, u"Origin"_s, u"Shifts"_s, u"SpecType"_s}));
+            QCOMPARE(note[u"Origin"_s].toUuid(), entry);
+            QCOMPARE(note[u"SpecType"_s].toInt(), 1);
+            QCOMPARE(
+                note[u"Nucleus"_s].toMap(),
+                (QVariantMap{{u"Isotope"_s, dimension == 0 ? 1 : 17}, {u"Name"_s, dimension == 0 ? u"H"_s : u"O"_s}}));
+            const QVariantList shifts = note[u"Shifts"_s].toList();
+            QCOMPARE(shifts.size(), 2);
+            for (int i = 0; i < 2; ++i) {
+                const QVariantMap peak = peaks[i].toMap();
+                const double position = peak[u"Pos"_s].value<DoubleVector>()[size_t(dimension)];
+                QCOMPARE(shifts[i].toMap(),
+                         (QVariantMap{{u"ACount"_s, 1},
+                                      {u"AssignedPeaks"_s, QVariantList{peak[u"ID"_s]}},
+                                      {u"Nums"_s, QVariantList{dimension == 0 ? i : 2}},
+                                      {u"Value"_s, position},
+                                      {u"Value.Error"_s, 0.0},
+                                      {u"Value.Method"_s, u"MAGRES"_s}}));
+            }
+        }
+        QVERIFY(qAbs(peaks[0].toMap()[u"Pos"_s].value<DoubleVector>()[1] - (286.0 - 860.0 / 3.0)) < 1e-9);
+
+        // A second spectrum, and the first once more: each keeps one set of notes.
+        QSettings().setValue(u"magresPlugin/specType"_s, 0);
+        makeSpectrum(host);
+        const QUuid other = host.services->entryIds.last();
+        QCOMPARE(notes().size(), 3);
+        host.services->activeEntryId = entry;
+        QCOMPARE(report("updateSpectrum"), QString());
+        QList<QUuid> origins;
+        for (const QVariant &note : notes())
+            origins.append(note.toMap()[u"Origin"_s].toUuid());
+        QCOMPARE(origins, (QList<QUuid>{other, entry, entry}));
+
+        host.services->entryIds = {entry};
+        host.services->addEntry(experimental({2.5, 4.5}, {-1.0 / 6.0, 5.0 / 6.0}));
+        QCOMPARE(report("calcRmsd"),
+                 u"RMSD\nRMSD (direct dimension): 0.5 ppm\nRMSD (indirect dimension): 1.11803 kHz"_s);
+        QCOMPARE(report("autoRef"),
+                 u"New reference\nDirect dimension reference is changed from 31 ppm to 31.5 ppm\n"
+                 "Indirect dimension reference is changed from 286 ppm to 287 ppm\n\n"
+                 "Old RMSD. Direct dimension: 0.5 ppm, indirect dimension: 1.11803kHz\n"
+                 "New RMSD: Direct dimension: 0 ppm, indirect dimension: 0.5 kHz"_s);
+    }
+
+    /// Fits compare the spectra of the item whose menu was opened; an edit is one of the current spectrum.
+    void activeItemDecides()
+    {
+        FakeHost host;
+        newPlugin();
+        read(m_file);
+        QSettings().setValue(u"magresPlugin/nucF2"_s, u"1H"_s);
+        makeSpectrum(host);
+        host.services->addEntry(experimental({2.5, 4.5}));
+        FakeServices none;
+        auto *item = new FakeItem;
+        host.scene->addItem(item);
+        for (QObject *spectra : {static_cast<QObject *>(nullptr), static_cast<QObject *>(&none)}) {
+            item->spectra = spectra;
+            Q_EMIT host.scene->activeItemChanged(item);
+            QCOMPARE(report("calcRmsd").contains(u"There are 0 spectra"_s), spectra != nullptr);
+            QCOMPARE(report("updateSpectrum"), QString());
+        }
+        delete item;
+        QVERIFY(report("calcRmsd").startsWith(u"RMSD\n"_s));
+    }
+
+    void waitCursorWhileItWorks()
+    {
+        FakeHost host;
+        newPlugin();
+        read(m_file);
+        QSettings().setValue(u"magresPlugin/nucF2"_s, u"1H"_s);
+        int waiting = 0;
+        trace.interruption = [&] {
+            const QCursor *cursor = QGuiApplication::overrideCursor();
+            waiting += cursor && cursor->shape() == Qt::WaitCursor;
+        };
+        trace.interrupted = "createNMRItem";
+        makeSpectrum(host);
+        QCOMPARE(waiting, 1);
+        host.services->addEntry(experimental({2.5, 4.5}));
+        trace.interrupted = "insertSpectrum";
+        report("updateSpectrum");
+        report("autoRef");
+        QCOMPARE(waiting, 3);
+        QCOMPARE(QGuiApplication::overrideCursor(), nullptr);
+    }
+
+    void dialogsAndBoxes()
+    {
+        FakeHost host;
+        qApp->setProperty("isHeadless", false);
+        newPlugin();
+        read(m_file);
+        const QString dialog = u"MAGRES parameters"_s;
+        const auto choose = [](const char *nucleus) {
+            return [nucleus](QDialog *open) {
+                open->findChild<QComboBox *>(u"fCbNucF2"_s)->setCurrentText(QLatin1String(nucleus));
+                open->accept();
+            };
+        };
+        {
+            User user(&QDialog::reject);
+            makeSpectrum(host);
+            QCOMPARE(user.seen,
+                     (QStringList{dialog, u"failure: Interrupted\nThe spectrum cannot be generated: Canceled"_s}));
+            QVERIFY(host.services->entries.isEmpty());
+        }
+        {
+            User user(choose("1H"));
+            makeSpectrum(host);
+            QCOMPARE(user.seen, QStringList{dialog});
+            QCOMPARE(host.services->entries.size(), 1);
+        }
+        const auto before = host.services->entries;
+        {
+            User user(&QDialog::reject);
+            report("updateSpectrum");
+            QCOMPARE(user.seen,
+                     (QStringList{dialog, u"failure: Interrupted\nThe spectrum cannot be updated: Canceled"_s}));
+            QVERIFY(host.services->entries == before);
+        }
+        {
+            User user(choose("2H"));
+            report("updateSpectrum");
+            const QVariantHash kept = host.services->entryOrigParams(host.services->activeEntryId, u"magres"_s);
+            QCOMPARE(kept[u"nucF2"_s].toString(), u"2H"_s);
+        }
+        {
+            User user;
+            report("calcRmsd");
+            host.services->addEntry(experimental({72.0, 74.0}));
+            report("calcRmsd");
+            report("autoRef");
+            QCOMPARE(user.seen.size(), 3);
+            QCOMPARE(user.seen[0], u"failure: "_s + stackHint + u"There is 1 spectrum in this plot. Two is expected"_s);
+            QCOMPARE(user.seen[1], u"result: RMSD\nRMSD: 1 ppm"_s);
+            QVERIFY(user.seen[2].startsWith(u"result: New reference\nReference is changed from 100 ppm to 101 ppm"_s));
+        }
+        QCOMPARE(logged, QStringList());
+    }
+
+    /// An element's isotope, chosen once, is that of the table and of the files that are read later.
+    void chosenIsotope()
+    {
+        const QString file = magresFile("[atoms]\natom C C 1 0 0 0\natom Cl Cl 1 9 0 0\n[/atoms]\n[magres]\n"
+                                        "efg C 1 1 0 0 0 1 0 0 0 -2\nefg Cl 1 1 0 0 0 1 0 0 0 -2\n");
+        FakeHost host;
+        qApp->setProperty("isHeadless", false);
+        newPlugin();
+        read(file);
+        const auto tip = [&] { return host.scene->model->index(1, 4).data(Qt::ToolTipRole).toString(); };
+        const auto stored = [&] { return host.services->data.first().value(u"QIso"_s).toMap().value(u"Cl"_s); };
+        const auto answer = [](QDialog::DialogCode code) {
+            return [code](QDialog *dialog) {
+                const auto *element = dialog->findChild<QComboBox *>(u"fCbEl"_s);
+                auto *isotope = dialog->findChild<QComboBox *>(u"fCbIso"_s);
+                QVERIFY(element->count() == 1 && element->currentText() == u"Cl");
+                QVERIFY(isotope->count() == 2 && isotope->currentText() == u"35Cl");
+                isotope->setCurrentText(u"37Cl"_s);
+                dialog->done(code);
+            };
+        };
+        QCOMPARE(tip(), u"Isotope: 35Cl"_s);
+        for (const auto &[code, isotope] :
+             {std::pair(QDialog::Rejected, u"35Cl"_s), std::pair(QDialog::Accepted, u"37Cl"_s)}) {
+            User user(answer(code));
+            trace.calls.clear();
+            QMetaObject::invokeMethod(host.scene->table, "setQuadIsotope");
+            QCOMPARE(user.seen, QStringList{u"Select quadrupolar isotope"_s});
+            QCOMPARE(tip(), u"Isotope: "_s + isotope);
+            trace.calls.removeIf([](const QByteArray &name) { return !name.endsWith("CustomData"); });
+            QCOMPARE(trace.calls.join(' '),
+                     code == QDialog::Accepted ? QByteArray("delCustomData setCustomData") : QByteArray());
+        }
+        QCOMPARE(stored().toString(), u"37Cl"_s);
+        QCOMPARE(host.scene->dataItems, QList<QGraphicsWidget *>(3, nullptr));
+        QCOMPARE(host.scene->model->index(1, 4).data().toString(), u"-30.230"_s); // 2 * -6.435 * 2.3489
+        QCOMPARE(QSettings().value(u"magresPlugin/QIso"_s).toMap().value(u"Cl"_s).toString(), u"37Cl"_s);
+        host.services->data.clear();
+        read(file);
+        QCOMPARE(tip(), u"Isotope: 37Cl"_s);
+    }
+
     void unreadableFileLeavesNothing()
     {
         FakeHost host;
@@ -261,7 +693,7 @@ private Q_SLOTS:
         QCOMPARE(shift.value(u"Nums"_s).toList(), QVariantList{0});
         QCOMPARE(shift.value(u"AssignedPeaks"_s).toList(), QVariantList{peaks[0].toMap().value(u"ID"_s)});
 
-        QCOMPARE(report("updateSpectrum"), QString());
+        QCOMPARE(chosen(host, 0), QString());
         QCOMPARE(host.services->resets, 1);
         QCOMPARE(host.services->entryOrigParams(entry, u"magres"_s), made);
         const QVariantMap updated = host.services->entries.value(entry);
@@ -270,12 +702,13 @@ private Q_SLOTS:
         QCOMPARE(host.scene->molecule->molecule.value(u"NMRAssignments"_s).toList().size(), 1);
 
         host.services->addEntry(experimental({2.25, 4.75}));
-        QCOMPARE(report("autoRef"),
+        QCOMPARE(chosen(host, 1),
                  u"New reference\nReference is changed from 31 ppm to 31.5 ppm\n\n"
                  "Old RMSD: 0.559017 ppm\nNew RMSD: 0.25 ppm"_s);
         // The fitted reference is this spectrum's alone.
         QCOMPARE(QSettings().value(u"magresPlugin/ref"_s).toMap().value(u"1H"_s).toDouble(), 31.0);
-        QCOMPARE(report("calcRmsd"), u"RMSD\nRMSD: 0.25 ppm"_s);
+        QCOMPARE(chosen(host, 2), u"RMSD\nRMSD: 0.25 ppm"_s);
+        QCOMPARE(host.services->resets, 1); // fits leave the plot's view alone
     }
 
     void eachHostMethodMayBeMissing_data()
@@ -581,12 +1014,34 @@ private Q_SLOTS:
     {
         FakeHost host;
         host.window->language = u"de_AT"_s;
+        qApp->setProperty("isHeadless", false);
         newPlugin();
         read(m_file);
         QCOMPARE(host.scene->tableItem->menu->actions().value(1)->text(), u"Spektrum erzeugen..."_s);
-        QVERIFY(report("updateSpectrum").startsWith(u"Unterbrochen\nDas Spektrum kann nicht aktualisiert werden: "_s));
+        QCOMPARE(call(host.scene->table, "tableItem_defTitle", QString()), u"MAGRES-Tabelle"_s);
+        QCOMPARE(host.scene->model->index(2, 7).data(Qt::ToolTipRole).toString(), u"Isotop: 17O"_s);
+        QString hint;
+        User user([&](QDialog *dialog) {
+            if (const auto *label = dialog->findChild<QLabel *>(u"fLbSpecHintF2"_s))
+                hint = label->text();
+            dialog->reject();
+        });
+        makeSpectrum(host);
+        QMetaObject::invokeMethod(host.scene->table, "setQuadIsotope");
+        report("calcRmsd");
+        QCOMPARE(user.seen.mid(0, 3),
+                 (QStringList{u"MAGRES-Parameter"_s,
+                              u"failure: Unterbrochen\nDas Spektrum kann nicht erzeugt werden: Abgebrochen"_s,
+                              u"Quadrupolares Isotop wählen"_s}));
+        QVERIFY2(user.seen.value(3).startsWith(u"failure: Fehler\nDiese Funktion braucht ein experimentelles"_s)
+                     && user.seen.value(3).endsWith(u"In diesem Plot sind 0 Spektren. Es müssen zwei sein"_s),
+                 qPrintable(user.seen.value(3)));
+        QVERIFY2(hint.startsWith(u"Bereich der Daten: "_s), qPrintable(hint));
+        const QString broken = magresFile("[atoms]\natom H H 1\n");
+        QCOMPARE(failure([&] { read(broken); }), "Der Atom-Eintrag in der Zeile atom H H 1 ist nicht lesbar");
         delete m_loader.instance();
         host.window->language = u"fr"_s;
+        qApp->setProperty("isHeadless", true);
         newPlugin();
         QVERIFY(report("updateSpectrum").startsWith(u"Interrupted\n"_s));
     }
@@ -673,6 +1128,27 @@ private:
         return value;
     }
 
+    static bool call(QObject *object, const char *method, bool value, const QString &argument)
+    {
+        QMetaObject::invokeMethod(object, method, Q_RETURN_ARG(bool, value), Q_ARG(QString, argument));
+        return value;
+    }
+    static QUuid rawId(QObject *table, const QModelIndex &index)
+    {
+        QUuid id;
+        QMetaObject::invokeMethod(table, "tableModel_rawId", Q_RETURN_ARG(QUuid, id), Q_ARG(QModelIndex, index));
+        return id;
+    }
+
+    /// A file of these blocks.
+    QString magresFile(const QByteArray &blocks) const
+    {
+        QFile file(m_settings.filePath(u"made.magres"_s));
+        if (!file.open(QIODevice::WriteOnly) || file.write("#$magres-abinitio-v1.0\n" + blocks) < 0)
+            qFatal("%s", qPrintable(file.fileName()));
+        return file.fileName();
+    }
+
     QObject *newPlugin()
     {
         QObject *plugin = m_loader.instance();
@@ -686,8 +1162,16 @@ private:
         QList<QGraphicsWidget *> items;
         QMetaObject::invokeMethod(plugin ? plugin : m_loader.instance(), "fileFilter_read",
                                   Q_RETURN_ARG(QList<QGraphicsWidget *>, items), Q_ARG(QString, fileName),
-                                  Q_ARG(const QRectF &, QRectF()));
+                                  Q_ARG(const QRectF &, QRectF(10, 20, 30, 40)));
         return items;
+    }
+
+    /// What an entry of the plug-in's menu tells the user.
+    static QString chosen(FakeHost &host, int entry)
+    {
+        logged.clear();
+        host.window->menu.actions().value(0)->menu()->actions().value(entry)->trigger();
+        return logged.join(u'|');
     }
 
     void makeSpectrum(FakeHost &host) { QMetaObject::invokeMethod(host.scene->table, "createSpectrum"); }

@@ -43,7 +43,7 @@ static MagresData twelveAtoms()
     MagresData data;
     for (int i = 0; i < 12; ++i) {
         MagresAtom &atom = addAtom(data, "C", i + 1);
-        atom.pos = {0.5 * i, 1.0, -i / 3.0};
+        atom.pos = {0.5 * i, 1.25, -i / 3.0};
         atom.bonds = {i == 0 ? 1 : i - 1};
         data.shieldings.append({atom.labels, atom.No, {1.0 + i, 0.5, 0, 0.5, 3, 0, 0, 0, 7}});
     }
@@ -119,6 +119,12 @@ private Q_SLOTS:
               std::pair("0.1000000000000000055511151231257827", 0.1),
               std::pair("inf", std::numeric_limits<double>::infinity())})
             QCOMPARE(parsed(text(token)).atoms[0].pos[0], value);
+        for (const auto &[number, value] : {std::pair("+7", 7), std::pair("-12", -12), std::pair("007", 7),
+                                            std::pair("-2147483648", std::numeric_limits<int>::min())})
+            QCOMPARE(parsed(QByteArray("[atoms]\natom C C ") + number + " 0 0 0\n").atoms[0].No, value);
+        for (const char *number : {"+", "-", "++7", "+-7", "7.", "0x7", "1e2", "-2147483649"})
+            QVERIFY2(parseError(QByteArray("[atoms]\natom C C ") + number + " 0 0 0\n").startsWith(u"Atom number"_s),
+                     number);
         for (const char *token : {"12.3abc", "1,5", "0x10", "1e400", "-"})
             QCOMPARE(parseError(text(token)),
                      u"Atom x-coordinate in line atom C C 1 %1 0 0 cannot be parsed"_s.arg(QLatin1String(token)));
@@ -215,6 +221,11 @@ private Q_SLOTS:
         QCOMPARE(parseError(QByteArray("[atoms]\natom C C 1 0 0 0\n[/atoms]\n").repeated(20)), QString());
         QCOMPARE(parseError(QByteArray("[atoms]\n").repeated(3) + QByteArray("[/atoms]\n[atoms]\n").repeated(20)),
                  u"The file has more than 20 atoms blocks"_s);
+        // Fewer where there are many atoms.
+        const QByteArray many = "[atoms]\n" + QByteArray("atom C C 1 0 0 0\n").repeated(2600) + "[/atoms]\n";
+        QCOMPARE(parseError(many + QByteArray("[atoms]\n[/atoms]\n").repeated(2)), QString());
+        QCOMPARE(parseError(many + QByteArray("[atoms]\n[/atoms]\n").repeated(3)),
+                 u"The file has more than 3 atoms blocks"_s);
     }
 
     void filesThatCannotBeOpened()
@@ -274,6 +285,60 @@ private Q_SLOTS:
         QVERIFY(empty.ID.isNull() && empty.atoms.isEmpty() && empty.lattice.isEmpty() && !empty.numberToLabel);
     }
 
+    /// Every key and value of the map form, as documents have kept it.
+    void mapFormIsThatOfDocuments()
+    {
+        registerSharedMetaTypes();
+        MagresData data = twelveAtoms();
+        data.atoms = {data.atoms[2]};
+        data.shieldings = {data.shieldings[2]};
+        data.EFG = {{{"X1", "X2"}, 7, {9, 8, 7, 6, 5, 4, 3, 2, 1}}};
+        const auto numbers = [](const DoubleVector &values) { return QVariant::fromValue(values); };
+        const QVariantMap kept{{u"ID"_s, data.ID},
+                               {u"molItemID"_s, data.molItemID},
+                               {u"lattice"_s, QVariant::fromValue(QList<double>{1, 0, 0, 0, 2, 0, 0, 0, 3})},
+                               {u"numberToLabel"_s, false},
+                               {u"QIso"_s, QVariantMap{{u"Cu"_s, u"65Cu"_s}}},
+                               {u"atoms"_s,
+                                QVariantMap{{u"0"_s,
+                                             QVariantMap{{u"type"_s, QByteArray("C")},
+                                                         {u"labels"_s, QStringList{u"C3"_s}},
+                                                         {u"No"_s, 3},
+                                                         {u"recordNo"_s, 2},
+                                                         {u"pos"_s, numbers({1.0, 1.25, -2 / 3.0})},
+                                                         {u"bonds"_s, QVariant::fromValue(QList<int>{1})}}}}},
+                               {u"shieldings"_s,
+                                QVariantMap{{u"0"_s,
+                                             QVariantMap{{u"labels"_s, QStringList{u"C3"_s}},
+                                                         {u"No"_s, 3},
+                                                         {u"tensor"_s, numbers({3, 0.5, 0, 0.5, 3, 0, 0, 0, 7})}}}}},
+                               {u"EFG"_s,
+                                QVariantMap{{u"0"_s,
+                                             QVariantMap{{u"labels"_s, QStringList{u"X1"_s, u"X2"_s}},
+                                                         {u"No"_s, 7},
+                                                         {u"tensor"_s, numbers({9, 8, 7, 6, 5, 4, 3, 2, 1})}}}}}};
+        QCOMPARE(data.toMap(), kept);
+        MagresData back;
+        back.fromMap(kept);
+        QCOMPARE(back.toMap(), kept);
+    }
+
+    void settings()
+    {
+        QTemporaryDir dir;
+        QSettings file(dir.filePath(u"settings.ini"_s), QSettings::IniFormat);
+        MagresData data;
+        data.saveSettings(file);
+        QVERIFY(file.allKeys().isEmpty());
+        data = twelveAtoms();
+        data.saveSettings(file);
+        QCOMPARE(file.allKeys(), QStringList{u"magresPlugin/QIso"_s});
+        MagresData other, none;
+        none.saveSettings(file); // nothing chosen: what was, stays
+        other.loadSettings(file);
+        QCOMPARE(other.QIso, data.QIso);
+    }
+
     void mapFormHasThePersistedTypes()
     {
         registerSharedMetaTypes();
@@ -295,7 +360,7 @@ private Q_SLOTS:
         QDataStream in(bytes);
         in >> streamed;
         const QVariantMap atoms = streamed.toMap()[u"atoms"_s].toMap();
-        QCOMPARE(atoms[u"10"_s].toMap()[u"pos"_s].value<DoubleVector>(), (DoubleVector{5.0, 1.0, -10 / 3.0}));
+        QCOMPARE(atoms[u"10"_s].toMap()[u"pos"_s].value<DoubleVector>(), (DoubleVector{5.0, 1.25, -10 / 3.0}));
     }
 
     void moleculeDescription()
@@ -310,7 +375,10 @@ private Q_SLOTS:
         QCOMPARE(atoms[1].toMap()[u"El"_s].toInt(), -1);
         const QVariantMap third = atoms[2].toMap();
         QCOMPARE(third[u"El"_s].toInt(), 6);
+        QCOMPARE(third[u"X"_s].toDouble(), 2 * 0.5);
+        QCOMPARE(third[u"Y"_s].toDouble(), 1.25);
         QCOMPARE(third[u"Z"_s].toDouble(), -2 / 3.0);
+        QCOMPARE(third[u"nH"_s], QVariant(0));
         QCOMPARE(third[u"NB.Num"_s].value<QList<int>>(), QList<int>{1});
         QCOMPARE(third[u"NB.Conn"_s].value<QList<int>>(), QList<int>{1});
         const QVariantMap crystal = description[u"CrystallographicData"_s].toMap();
@@ -333,7 +401,13 @@ private Q_SLOTS:
         QCOMPARE(copper[u"qIso"_s].toString(), u"63Cu"_s);
         QVERIFY(std::abs(copper[u"Cq"_s].toDouble() - 3.0 * (-22.0 * 2.3489)) < 1e-9);
         QVERIFY(!copper.contains(u"iso"_s));
+        QCOMPARE(copper[u"type"_s].toString(), u"Cu"_s);
+        QCOMPARE(copper[u"labels"_s].toStringList(), QStringList{u"Cu"_s});
+        QVERIFY(std::abs(copper[u"eq"_s].toDouble() - 3.0) < 1e-9);
+        QVERIFY(std::abs(copper[u"qassym"_s].toDouble() - 1.0 / 3.0) < 1e-9);
         const QVariantMap oxygen = table.rows[1].toMap();
+        QVERIFY(std::abs(oxygen[u"aniso"_s].toDouble() - 45.0) < 1e-9);
+        QVERIFY(std::abs(oxygen[u"assym"_s].toDouble() - 1.0 / 3.0) < 1e-9);
         QCOMPARE(oxygen[u"atomNos"_s].toList(), (QVariantList{1, 2}));
         QCOMPARE(oxygen[u"iso"_s].toDouble(), 30.0);
         QVERIFY(!oxygen.contains(u"Cq"_s));

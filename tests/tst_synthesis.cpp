@@ -97,6 +97,74 @@ private Q_SLOTS:
         QVERIFY(!oneD.contains(u"RangeF1"_s) && !oneD.contains(u"RangeF1User"_s));
     }
 
+    /// Every key and value, as spectra in documents keep them and settings files of users have them.
+    void keptForms()
+    {
+        registerSharedMetaTypes();
+        MagresSpecParams p;
+        p.magresDataId = QUuid::createUuid();
+        p.corr = 1;
+        p.qShift = {false, true};
+        p.nucF1 = u"1H"_s;
+        p.nucF2 = u"14N"_s;
+        p.slope = {{u"1H"_s, -0.9}};
+        p.ref = {{u"1H"_s, 31.0}};
+        p.lw = {{u"14N"_s, 45.0}};
+        p.avIdx = 2;
+        p.freq = 850.25;
+        p.pts = 4096;
+        p.ptsF2 = 2048;
+        p.ptsF1 = 128;
+        p.specType = 1;
+        p.RangeF2 = {-300.5, 12.0};
+        p.RangeF1 = {3.0, 9.0};
+        p.RangeF2User = p.RangeF1User = true;
+        const QVariantHash kept{{u"magresDataId"_s, p.magresDataId},
+                                {u"corr"_s, 1},
+                                {u"qShift"_s, QVariant::fromValue(QList<int>{0, 1})},
+                                {u"nucF1"_s, u"1H"_s},
+                                {u"nucF2"_s, u"14N"_s},
+                                {u"slope"_s, p.slope},
+                                {u"ref"_s, p.ref},
+                                {u"lw"_s, p.lw},
+                                {u"avIdx"_s, 2},
+                                {u"freq"_s, 850.25},
+                                {u"pts"_s, 4096},
+                                {u"ptsF2"_s, 2048},
+                                {u"ptsF1"_s, 128},
+                                {u"specType"_s, 1},
+                                {u"RangeF2User"_s, true},
+                                {u"RangeF1User"_s, true},
+                                {u"RangeF2"_s, QVariant::fromValue(DoubleVector{-300.5, 12.0})},
+                                {u"RangeF1"_s, QVariant::fromValue(DoubleVector{3.0, 9.0})}};
+        QCOMPARE(p.toMap(), kept);
+        MagresSpecParams back;
+        back.fromMap(kept);
+        QCOMPARE(back.toMap(), kept);
+
+        QTemporaryDir dir;
+        QSettings file(dir.filePath(u"settings.ini"_s), QSettings::IniFormat);
+        p.saveSettings(file);
+        const QVariantMap settings{{u"nucF1"_s, u"1H"_s}, {u"nucF2"_s, u"14N"_s}, {u"slope"_s, p.slope},
+                                   {u"ref"_s, p.ref},     {u"lw"_s, p.lw},        {u"freq"_s, 850.25},
+                                   {u"pts"_s, 4096},      {u"ptsF2"_s, 2048},     {u"ptsF1"_s, 128},
+                                   {u"avIdx"_s, 2},       {u"specType"_s, 1},     {u"correlation"_s, 1}};
+        QVariantMap stored;
+        for (const QString &key : file.allKeys())
+            stored.insert(QString(key).remove(u"magresPlugin/"_s), file.value(key));
+        QCOMPARE(stored, settings);
+        MagresSpecParams loaded;
+        loaded.loadSettings(file);
+        // Of the rest, a new record's.
+        loaded.magresDataId = p.magresDataId;
+        loaded.qShift = p.qShift;
+        loaded.RangeF2User = loaded.RangeF1User = true;
+        QVERIFY(loaded.RangeF2 == (std::array{0.0, 1.0}) && loaded.RangeF1 == (std::array{0.0, 1.0}));
+        loaded.RangeF2 = p.RangeF2;
+        loaded.RangeF1 = p.RangeF1;
+        QCOMPARE(loaded.toMap(), kept);
+    }
+
     void hashDefaults()
     {
         MagresSpecParams p = parametersFor(u"27Al"_s);
@@ -245,6 +313,22 @@ private Q_SLOTS:
         QCOMPARE(Magres::makePeaks(data, p, TestNuclei()).size(), 0);
     }
 
+    void distancesOfPartners()
+    {
+        for (const auto &[distance, strongest, rss] :
+             {std::tuple(0.0, false, false), std::tuple(0.00099, false, false), std::tuple(0.00101, true, false),
+              std::tuple(0.0099, true, false), std::tuple(0.0101, true, true), std::tuple(2.9999, true, true),
+              std::tuple(3.0, false, true), std::tuple(400.0, false, true)}) {
+            MagresData data = methylamine();
+            data.atoms.resize(2); // a carbon and a hydrogen
+            data.atoms[1].pos = {0, -distance, 0};
+            MagresSpecParams p = parametersFor(u"13C"_s, u"1H"_s);
+            QCOMPARE(Magres::makePeaks(data, p, TestNuclei()).size(), strongest ? 1 : 0);
+            p.corr = 1;
+            QCOMPARE(Magres::makePeaks(data, p, TestNuclei()).size(), rss ? 1 : 0);
+        }
+    }
+
     void partnersAcrossTheCell_data()
     {
         QTest::addColumn<int>("atoms");
@@ -364,6 +448,46 @@ private Q_SLOTS:
         QVERIFY(near(std::remainder(heights - singleHeights, 1.0), 0.0));
     }
 
+    /// Peak by peak: labels, atoms, positions and heights, in the order of the list.
+    void averagedCrossPeaks()
+    {
+        const auto described = [](const QList<SpectrumPeak> &peaks) {
+            QByteArrayList lines;
+            for (const SpectrumPeak &peak : peaks) {
+                const auto numbers = [](const QList<qint32> &atoms) {
+                    QByteArrayList list;
+                    for (qint32 atom : atoms)
+                        list.append(QByteArray::number(atom));
+                    return list.join('+');
+                };
+                lines.append(peak.labelsF2.join('+') + '(' + numbers(peak.atomsF2) + ") "
+                             + QByteArray::number(peak.positionF2, 'f', 2) + " x " + peak.labelsF1.join('+') + '('
+                             + numbers(peak.atomsF1) + ") " + QByteArray::number(peak.positionF1, 'f', 2) + ": "
+                             + QByteArray::number(peak.height, 'f', 3));
+            }
+            return lines;
+        };
+        MagresData data = methylamine();
+        MagresSpecParams p = parametersFor(u"13C"_s, u"1H"_s);
+        p.ref = {{u"1H"_s, 30.0}, {u"13C"_s, 200.0}};
+        p.avIdx = 1;
+        const auto heights = [&](const QByteArrayList &nuclei, const QList<int> &others) {
+            const Magres::DipolarCoupling coupling(nuclei[0], nuclei[1]);
+            double sum = 1.0;
+            for (int other : others)
+                sum += std::abs(coupling(Magres::atomDistance(data.atoms[0], data.atoms[other])));
+            return QByteArray::number(sum, 'f', 3);
+        };
+        // The carbon has a partner in the group; the hydrogens have the carbon each.
+        QCOMPARE(described(Magres::makePeaks(data, p, TestNuclei())),
+                 QByteArrayList{"C1(0) 99.00 x H1+H2+H3(2+1+3) 28.00: " + heights({"13C", "1H"}, {2})});
+        std::swap(p.nucF2, p.nucF1);
+        const QByteArrayList merged = described(Magres::makePeaks(data, p, TestNuclei()));
+        QCOMPARE(merged.size(), 4); // three of the amine group, and the methyl group's
+        QVERIFY2(merged[0].startsWith("H4(5) 26.00 x C1(0) 99.00: "), merged[0]);
+        QCOMPARE(merged[3], "H1+H2+H3(1+2+3) 28.00 x C1(0) 99.00: " + heights({"1H", "13C"}, {1, 2, 3}));
+    }
+
     void missingShieldingEndsIt()
     {
         for (const auto &[without, message] : {std::pair("C1", "Atom C1 has no chem. shift"),
@@ -406,6 +530,9 @@ private Q_SLOTS:
 
     void shiftRanges()
     {
+        // Neither end is farther out than anybody would look.
+        QCOMPARE(Magres::displayRange({-2e12, 3e12}), (std::array{-1e9, 1e9}));
+
         // lo, hi, from, to: plain, a single value, two that the boxes cannot tell apart, two that they can
         for (const auto &[lo, hi, from, to] :
              {std::array{0.0, 100.0, -10.0, 111.0}, std::array{50.0, 50.0, 38.0, 62.2},
@@ -449,6 +576,30 @@ private Q_SLOTS:
         Magres::completeParameters(data, homonuclear, nuclei);
         QCOMPARE(homonuclear.lw[u"1H"_s].toDouble(), 1.0); // F1 is written last
 
+        // What is left open or impossible, where the fall-backs are not the first on offer.
+        MagresData hydrogenFirst = methylamine();
+        hydrogenFirst.atoms[0].recordNo = 99;
+        MagresSpecParams odd = parametersFor(u""_s, u""_s);
+        odd.ptsF2 = odd.ptsF1 = 1000;
+        odd.avIdx = 3;
+        odd.corr = 2;
+        odd.freq = std::nan("");
+        odd.RangeF2User = odd.RangeF1User = true;
+        odd.RangeF2 = {5.0, std::nan("")};
+        Magres::completeParameters(hydrogenFirst, odd, nuclei);
+        QCOMPARE(Magres::observableNuclei(hydrogenFirst).first(), u"1H"_s);
+        QVERIFY(odd.nucF2 == u"13C" && odd.nucF1 == u"1H" && odd.freq == 600.0);
+        QCOMPARE((QList<int>{odd.ptsF2, odd.ptsF1, odd.avIdx, odd.corr, odd.pts}),
+                 (QList<int>{8192, 1024, 0, 0, 8129}));
+        QVERIFY(!odd.RangeF2User && odd.RangeF1User && odd.RangeF2[1] > odd.RangeF2[0]);
+        QCOMPARE(odd.RangeF1, (std::array{0.0, 1.0}));
+        odd.corr = 1;
+        odd.avIdx = 2;
+        Magres::completeParameters(hydrogenFirst, odd, nuclei);
+        QVERIFY(odd.corr == 1 && odd.avIdx == 2);
+        QCOMPARE(Magres::offeredPointCounts().first(), 128);
+        QCOMPARE(Magres::offeredPointCounts().last(), 67108864);
+
         MagresSpecParams empty;
         Magres::completeParameters(MagresData(), empty, nuclei);
         QVERIFY(empty.nucF2.isEmpty() && near(empty.RangeF2[1], 12.2));
@@ -487,6 +638,13 @@ private Q_SLOTS:
         QCOMPARE(info[u"SpectrumType"_s].value<SignedCharVector>(), SignedCharVector(8, 1));
         const auto frequencies = info[u"SpectrometerFrequencies"_s].value<DoubleVector>();
         QVERIFY(near(frequencies[1], 600 * 188.64 / 750.03) && frequencies.size() == 8 && frequencies[2] == 400.0);
+        const auto described = Magres::dimensions(p);
+        QCOMPARE(info[u"SW"_s].value<DoubleVector>(),
+                 (DoubleVector{described[0].width, described[1].width, 0, 0, 0, 0, 0, 0}));
+        QCOMPARE(info[u"SpectrumRef"_s].value<DoubleVector>(),
+                 (DoubleVector{described[0].reference, described[1].reference, 0, 0, 0, 0, 0, 0}));
+        QCOMPARE(Magres::nucleusName(info[u"Nucleides"_s].toList()[0].toMap()), "1H");
+        QCOMPARE(Magres::nucleusName(info[u"Nucleides"_s].toList()[1].toMap()), "13C");
         const auto stored = info[u"OriginalParameters"_s].value<QMap<QString, QVariantHash>>();
         QCOMPARE(stored[u"magres"_s], p.toMap());
         QCOMPARE(p.magresDataId, data.ID);
@@ -509,6 +667,8 @@ private Q_SLOTS:
             const auto width = peak[u"Width"_s].value<DoubleVector>();
             QVERIFY(near(width[0], 0.5, 1e-4) && near(width[1], 0.9939, 1e-2));
             QVERIFY(peak[u"peakType"_s].toInt() == 1 && !peak[u"ID"_s].toUuid().isNull());
+            QCOMPARE(peak[u"ShapePar"_s].value<DoubleVector>(), (DoubleVector{0.0, 0.0}));
+            QVERIFY(near(peak[u"Pos"_s].value<DoubleVector>()[1], 69.0, 1e-3));
             volume += peak[u"Height"_s].toDouble() * width[0] * width[1];
         }
         // The area under a Gaussian of unit height and width is sqrt(pi / (4 ln 2)).
@@ -518,20 +678,68 @@ private Q_SLOTS:
         QVERIFY(near(sum / (volume * 3.14159265358979 / (4 * std::log(2.0))), 1.0, 1e-3));
     }
 
+    /// Lorentzians at the sites; one row of a map is a line as well.
+    void hostRecordOfALine()
+    {
+        const MagresData data = methylamine();
+        for (bool oneRow : {false, true}) {
+            MagresSpecParams p = parametersFor(u"13C"_s);
+            p.pts = p.ptsF2 = 64;
+            p.lw = {{u"13C"_s, 60.0}};
+            p.RangeF2 = {80.0, 60.0};
+            if (oneRow) {
+                p.specType = 1;
+                p.nucF1 = u"1H"_s;
+                p.ptsF1 = 1;
+            }
+            const Magres::GeneratedSpectrum spectrum = Magres::generateSpectrum(data, p, TestNuclei());
+            const QVariantMap peak = spectrum.data[u"Peaks"_s].toMap()[u"PeakList"_s].toList()[0].toMap();
+            const auto position = peak[u"Pos"_s].value<DoubleVector>();
+            const double carrier = Magres::dimensions(p)[0].carrier();
+            QVERIFY(near(position[0], 69.0, 1e-3) && near(carrier, 600.0 * 188.64 / 750.03 * (1.0 + 70e-6)));
+            if (!oneRow) {
+                QCOMPARE(position[1], 0.0);
+                QCOMPARE(peak[u"ShapePar"_s].value<DoubleVector>(), (DoubleVector{1.0, 0.0}));
+                QCOMPARE(peak[u"Width"_s].value<DoubleVector>(), (DoubleVector{60.0 / carrier, 0.0}));
+                QCOMPARE(peak[u"PeakLabel"_s].toString(), u"C1"_s);
+            }
+            const auto points = spectrum.data[u"DataPoints"_s].value<QList<DoubleVector>>()[0];
+            QCOMPARE(points.size(), size_t(64));
+            const double height = peak[u"Height"_s].toDouble();
+            const auto axis = Magres::dimensions(p)[0].axis();
+            for (size_t i = 0; i < points.size(); ++i) {
+                const double t = 2.0 * (axis.first + double(i) * axis.step - position[0]) / (60.0 / carrier);
+                QVERIFY(near(points[i], height / (1.0 + t * t), 1e-9 * height));
+            }
+        }
+    }
+
     void impossibleSizes()
     {
         const double infinite = std::numeric_limits<double>::infinity();
-        for (const auto &[ptsF2, ptsF1, frequency, from] :
-             {std::tuple(1 << 26, 1024, 600.0, 0.0), std::tuple(65536, 65536, 600.0, 0.0),
-              std::tuple(0, 128, 600.0, 0.0), std::tuple(128, -128, 600.0, 0.0), std::tuple(128, 128, 0.0, 0.0),
-              std::tuple(128, 128, std::nan(""), 0.0), std::tuple(128, 128, 600.0, infinite),
-              std::tuple(128, 128, 600.0, -2.1e6)}) {
+        const char *frequencyText = "The spectrometer frequency must be above 0 MHz";
+        for (const auto &[ptsF2, ptsF1, frequency, fromF2, fromF1, message] :
+             {std::tuple(1 << 26, 1024, 600.0, 0.0, 0.0,
+                         "68719476736 data points are more than the 268435456 that a spectrum can have"),
+              std::tuple(65536, 65536, 600.0, 0.0, 0.0,
+                         "4294967296 data points are more than the 268435456 that a spectrum can have"),
+              std::tuple(0, 128, 600.0, 0.0, 0.0, "A spectrum cannot have 0 points"),
+              std::tuple(128, -128, 600.0, 0.0, 0.0, "A spectrum cannot have -128 points"),
+              std::tuple(128, 128, 0.0, 0.0, 0.0, frequencyText), std::tuple(128, 128, -1.0, 0.0, 0.0, frequencyText),
+              std::tuple(128, 128, std::nan(""), 0.0, 0.0, frequencyText),
+              std::tuple(128, 128, infinite, 0.0, 0.0, frequencyText),
+              std::tuple(128, 128, 600.0, infinite, 0.0, "The range of 1H is not finite"),
+              std::tuple(128, 128, 600.0, 0.0, -infinite, "The range of 13C is not finite"),
+              std::tuple(128, 128, 600.0, -2.1e6, 0.0, "The range of 1H lies below -1000000 ppm"),
+              std::tuple(128, 128, 600.0, 0.0, -2.1e6, "The range of 13C lies below -1000000 ppm"),
+              std::tuple(128, 128, 600.0, 0.0, 0.0, "")}) {
             MagresSpecParams p = parametersFor(u"1H"_s, u"13C"_s);
             p.ptsF2 = ptsF2;
             p.ptsF1 = ptsF1;
             p.freq = frequency;
-            p.RangeF2[0] = from;
-            QVERIFY_THROWS_EXCEPTION(TPluginError, Magres::generateSpectrum(methylamine(), p, TestNuclei()));
+            p.RangeF2[0] = fromF2;
+            p.RangeF1[0] = fromF1;
+            QCOMPARE(failure([&] { Magres::generateSpectrum(methylamine(), p, TestNuclei()); }), message);
         }
     }
 };

@@ -15,7 +15,12 @@ public:
         if (!language.isEmpty() && m_translator.load(name + QLatin1Char('_') + language, directory))
             QCoreApplication::installTranslator(&m_translator);
     }
-    ~Catalogue() { QCoreApplication::removeTranslator(&m_translator); }
+    ~Catalogue()
+    {
+        // A plug-in that nobody deletes goes with the application, which holds no translators any more by then.
+        if (QCoreApplication::instance())
+            QCoreApplication::removeTranslator(&m_translator);
+    }
     Q_DISABLE_COPY_MOVE(Catalogue)
 
 private:

@@ -7,6 +7,8 @@
 
 #include <QPointer>
 
+#include <utility>
+
 namespace Magres {
 
 std::optional<MagresData> chooseQuadrupolarIsotope(const HostContext &host, QUuid dataId)
@@ -30,7 +32,8 @@ std::optional<MagresData> chooseQuadrupolarIsotope(const HostContext &host, QUui
     map.insert(QStringLiteral("QIso"), data.QIso);
     host.scene().delCustomData(dataId);
     host.scene().setCustomData(map);
-    return data;
+    // A copy: what is moved out of the scope is lost to the settings.
+    return std::as_const(data);
 }
 
 } // namespace Magres

@@ -117,15 +117,20 @@ public:
 
     void parse()
     {
-        // A calculation has one. All atoms are gone through for each.
+        // A calculation has one. All atoms are gone through for each, so that only a small file may have many.
         constexpr int mostAtomsBlocks = 20;
+        constexpr int mostOfManyAtoms = 3;
+        constexpr qsizetype manyAtoms = 5000; // over all blocks, those of each block once more with each that follows
         int atomsBlocks = 0;
+        qsizetype goneThrough = 0;
         while (!m_rest.isEmpty()) {
             const QByteArrayView line = nextLine();
             if (isMark(line, "atoms", "")) {
-                if (++atomsBlocks > mostAtomsBlocks)
-                    throw MagresParseError(Texts::tr("The file has more than %1 atoms blocks").arg(mostAtomsBlocks));
+                const int most = goneThrough > manyAtoms ? mostOfManyAtoms : mostAtomsBlocks;
+                if (++atomsBlocks > most)
+                    throw MagresParseError(Texts::tr("The file has more than %1 atoms blocks").arg(most));
                 parseAtomsBlock();
+                goneThrough += m_data.atoms.size();
                 if (m_atomsBlockRead)
                     m_atomsBlockRead(m_data);
             } else if (isMark(line, "magres", "")) {

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "reading/MoleculeCompletion.h"
 
+#include "parameters/Texts.h"
 #include "reading/BondCriterion.h"
+#include "reading/MagresParser.h"
 #include "reading/NeighbourGrid.h"
 #include "reading/Vectors.h"
 
@@ -141,10 +143,23 @@ private:
     bool meetsEnough(const Position &t);
     bool move(qint32 start, const Position &t);
     void place(qint32 atom, const Position &position);
-    QList<qint32> findBonds(qint32 atom) const;
+    QList<qint32> findBonds(qint32 atom);
     void link();
     void unlink();
     void relabel(bool connected);
+
+    /// Calls visit(atom) as the grid does, and counts.
+    template <class Visitor>
+    bool visitNear(const Position &point, Visitor visit)
+    {
+        return m_grid.visitNear(point, [&](qint32 j) {
+            if (++m_visits > m_mostVisits)
+                throw MagresParseError(
+                    Texts::tr("Too many atoms lie too close together to make molecules whole; are the coordinates and "
+                              "the lattice in the units that the file states?"));
+            return visit(j);
+        });
+    }
 
     MagresAtom &atom(qint32 i) { return m_atoms[i]; }
     qint32 &label(qint32 i) { return m_label[std::size_t(i)]; }
@@ -159,6 +174,10 @@ private:
     BondCriterion m_criterion;
     double m_reach; // longest bond, and a little more than rounding can add
     NeighbourGrid m_grid;
+    // Of atoms by atoms, all in all. In matter hundreds lie within reach, and molecules meet others near the cell's
+    // faces alone; where a cell is far too small for its atoms, all are in each other's way for every translation.
+    qint64 m_visits = 0;
+    qint64 m_mostVisits;
     Slabs m_everything; // never shrinks
 
     std::vector<qint32> m_label;
@@ -182,6 +201,7 @@ Completion::Completion(QList<MagresAtom> &atoms, const QList<double> &lattice)
       m_criterion(atoms),
       m_reach(1.001 * std::sqrt(std::max(m_criterion.longest(), 1.0))),
       m_grid(m_reach, std::size_t(m_count)),
+      m_mostVisits(10'000'000 + 3000 * qint64(m_count)),
       m_everything(lattice),
       m_label(std::size_t(m_count), -1),
       m_ring(std::size_t(m_count)),
@@ -314,7 +334,7 @@ bool Completion::meetsEnough(const Position &t)
         const Position moved = plus(atom(i).pos, t);
         if (m_everything.apart(moved, m_reach))
             continue;
-        const bool enough = m_grid.visitNear(moved, [&](qint32 j) {
+        const bool enough = visitNear(moved, [&](qint32 j) {
             const auto other = std::size_t(label(j));
             if (label(j) == own || m_visited[other] == m_visit || !isBonded(i, moved, j))
                 return false;
@@ -367,10 +387,10 @@ void Completion::place(qint32 i, const Position &position)
     m_grid.insert(i, position);
 }
 
-QList<qint32> Completion::findBonds(qint32 i) const
+QList<qint32> Completion::findBonds(qint32 i)
 {
     QList<qint32> bonds;
-    m_grid.visitNear(m_atoms[i].pos, [&](qint32 j) {
+    visitNear(m_atoms[i].pos, [&](qint32 j) {
         if (j != i && isBonded(i, m_atoms[i].pos, j))
             bonds.append(j);
         return false;

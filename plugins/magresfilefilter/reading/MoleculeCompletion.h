@@ -10,6 +10,8 @@ namespace Magres {
 /// atoms in file order with their bonds detected, and leaves the bonds of the result in them. `lattice`: the vectors a,
 /// b, c, Angstrom; other than nine values leaves the atoms alone.
 ///
+/// Throws MagresParseError where far more atoms are in each other's way than in any crystal, with some of them moved.
+///
 /// Positions and bonds are bit for bit those of trying every move on a copy of all atoms and detecting all bonds anew.
 void completeMolecules(QList<MagresAtom> &atoms, const QList<double> &lattice);
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "reading/NearestImage.h"
 
+#include "reading/ImageKernels.h"
+
 #include <algorithm>
 #include <optional>
 
@@ -62,6 +64,12 @@ std::optional<Basis> reduced(Basis basis)
     return {};
 }
 
+/// The product with a face's vector, of that square, beyond which a vector is beyond the face.
+double limitOf(double squared)
+{
+    return (0.5 + noticeable) * squared;
+}
+
 /// Rounded to an integer while below 2^51; faster than the library where that is a call.
 double roundedQuickly(double x)
 {
@@ -70,6 +78,20 @@ double roundedQuickly(double x)
 }
 
 } // namespace
+
+const ImageKernels &imageKernels(InstructionSet set)
+{
+    switch (set) {
+#if defined(MAGRES_X86_VARIANTS)
+    case InstructionSet::Avx512:
+        return Avx512::imageKernels;
+    case InstructionSet::Avx2:
+        return Avx2::imageKernels;
+#endif
+    default:
+        return Baseline::imageKernels;
+    }
+}
 
 NearestImage::NearestImage(const QList<double> &lattice)
 {
@@ -145,13 +167,50 @@ Position NearestImage::shortestOfImages(Position v) const
         beyond = false;
         for (const Face &face : m_faces) {
             const double height = dot(v, face.vector);
-            if (std::abs(height) > (0.5 + noticeable) * face.squared) {
+            if (std::abs(height) > limitOf(face.squared)) {
                 v = plusScaled(v, -std::nearbyint(height / face.squared), face.vector);
                 beyond = true;
             }
         }
     }
     return v;
+}
+
+ImageLattice NearestImage::kernelLattice() const
+{
+    ImageLattice lattice;
+    for (std::size_t i = 0; i < 3; ++i) {
+        std::copy(m_basis[i].begin(), m_basis[i].end(), lattice.basis[i]);
+        std::copy(m_dual[i].begin(), m_dual[i].end(), lattice.dual[i]);
+    }
+    lattice.certainSquared = m_certainSquared;
+    for (std::size_t i = 0; i < m_faces.size(); ++i) {
+        std::copy(m_faces[i].vector.begin(), m_faces[i].vector.end(), lattice.faces[i].vector);
+        lattice.faces[i].limit = limitOf(m_faces[i].squared);
+    }
+    return lattice;
+}
+
+// Most vectors are the shortest once whole basis vectors have been taken from them, which the kernels do for several at
+// a time. They leave out those that are beyond a face then.
+void NearestImage::squaredDistances(InstructionSet set, const Position &from, const PositionColumns &points,
+                                    std::span<double> squared) const
+{
+    const ImageKernels &kernels = imageKernels(set);
+    const double *x = points.x.data();
+    const double *y = points.y.data();
+    const double *z = points.z.data();
+    if (!m_periodic) {
+        kernels.squaredDistancesAlone(from.data(), x, y, z, squared.data(), squared.size());
+        return;
+    }
+    kernels.squaredDistances(kernelLattice(), from.data(), x, y, z, squared.data(), squared.size());
+    for (std::size_t i = 0; i < squared.size(); ++i) {
+        if (!std::isnan(squared[i]))
+            continue;
+        const Position d = shortestOfImages(minus(from, points[i]));
+        squared[i] = dot(d, d);
+    }
 }
 
 } // namespace Magres

@@ -1,13 +1,32 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "numerics/InstructionSet.h"
 #include "reading/Vectors.h"
 
 #include <QList>
 
 #include <array>
+#include <span>
+#include <vector>
 
 namespace Magres {
+
+struct ImageLattice;
+
+/// Positions, coordinate by coordinate, for what passes over many of them. Angstrom.
+struct PositionColumns {
+    std::vector<double> x, y, z;
+
+    std::size_t size() const { return x.size(); }
+    Position operator[](std::size_t i) const { return {x[i], y[i], z[i]}; }
+    void append(const Position &p)
+    {
+        x.push_back(p[0]);
+        y.push_back(p[1]);
+        z.push_back(p[2]);
+    }
+};
 
 /// Vectors between points of a crystal, each taken to the nearest of the periodic images, in cells of any skewness.
 ///
@@ -37,6 +56,16 @@ public:
         return std::sqrt(dot(d, d));
     }
 
+    /// Of each point from `from`, squared, Angstrom^2: what distance() gives is the root, bit for bit. As many as
+    /// points.
+    void squaredDistances(const Position &from, const PositionColumns &points, std::span<double> squared) const
+    {
+        squaredDistances(fastestInstructionSet(), from, points, squared);
+    }
+    /// With a set that is supported.
+    void squaredDistances(InstructionSet set, const Position &from, const PositionColumns &points,
+                          std::span<double> squared) const;
+
     /// Coordinates in the reduced basis. This and spacing() are for what is periodic.
     Position fractional(const Position &p) const { return {dot(m_dual[0], p), dot(m_dual[1], p), dot(m_dual[2], p)}; }
     /// Distance of the planes between which that fractional coordinate grows by one, Angstrom.
@@ -44,6 +73,7 @@ public:
 
 private:
     Position shortestOfImages(Position v) const;
+    ImageLattice kernelLattice() const;
     void findFaces();
 
     bool m_periodic = false;

@@ -10,7 +10,7 @@ constexpr double partnerReach = 3.0; // Angstrom
 
 } // namespace
 
-PartnerSearch::PeriodicGrid::PeriodicGrid(const std::vector<Position> &sites, const NearestImage &images, double reach)
+PartnerSearch::PeriodicGrid::PeriodicGrid(const PositionColumns &sites, const NearestImage &images, double reach)
     : m_images(images)
 {
     // A cell is at least as wide as the reach and what rounding can add, and there are not many more than sites.
@@ -27,8 +27,8 @@ PartnerSearch::PeriodicGrid::PeriodicGrid(const std::vector<Position> &sites, co
     std::vector<std::size_t> place;
     place.reserve(sites.size());
     m_begin.assign(m_cells[0] * m_cells[1] * m_cells[2] + 1, 0);
-    for (const Position &site : sites) {
-        const auto [i, j, l] = cellOf(site);
+    for (std::size_t site = 0; site < sites.size(); ++site) {
+        const auto [i, j, l] = cellOf(sites[site]);
         place.push_back(index(i, j, l));
         ++m_begin[place.back() + 1];
     }
@@ -78,7 +78,7 @@ PartnerSearch::PartnerSearch(const QList<Site> &sitesF1, const QList<double> &la
     : m_images(lattice), m_coupling(coupling), m_mode(mode)
 {
     for (const Site &site : sitesF1)
-        m_sites.push_back(site.atom->pos);
+        m_sites.append(site.atom->pos);
     if (mode == CorrelationMode::RssDipolar)
         return;
     if (m_images.isPeriodic()) {
@@ -133,10 +133,12 @@ Partner PartnerSearch::strongest(const Position &siteF2) const
 
 Partner PartnerSearch::rootSumSquare(const Position &siteF2) const
 {
+    std::vector<double> squared(m_sites.size());
+    m_images.squaredDistances(siteF2, m_sites, squared);
     double sum = 0.0;
     Partner best;
-    for (std::size_t site = 0; site < m_sites.size(); ++site) {
-        const double r = m_images.distance(siteF2, m_sites[site]);
+    for (std::size_t site = 0; site < squared.size(); ++site) {
+        const double r = std::sqrt(squared[site]);
         if (!(r > 0.01)) // that is the site itself
             continue;
         const double strength = std::abs(m_coupling(r));

@@ -35,7 +35,7 @@ private:
     /// The sites by cells of the lattice's parallelepiped, for a search that goes on at the opposite face.
     class PeriodicGrid {
     public:
-        PeriodicGrid(const std::vector<Position> &sites, const NearestImage &images, double reach);
+        PeriodicGrid(const PositionColumns &sites, const NearestImage &images, double reach);
         /// Appends all sites of which an image lies within the reach of the point, and some more.
         void findNear(const Position &point, std::vector<qint32> &found) const;
 
@@ -57,7 +57,7 @@ private:
     std::vector<qint32> near(const Position &siteF2) const;
     bool isStronger(double strength, const Partner &best) const;
 
-    std::vector<Position> m_sites;
+    PositionColumns m_sites;
     NearestImage m_images;
     DipolarCoupling m_coupling;
     CorrelationMode m_mode;

@@ -165,7 +165,7 @@ RMSD (indirekte Dimension): %1 %2</translation>
     </message>
     <message>
         <source>Atom number in line %1 cannot be parsed</source>
-        <translation>Die Atomnummer in der Zeile %1 ist nicht lesbar</translation>
+        <translation>Die Nummer des Atoms in der Zeile %1 ist nicht lesbar</translation>
     </message>
     <message>
         <source>Atom x-coordinate in line %1 cannot be parsed</source>
@@ -243,6 +243,10 @@ RMSD (indirekte Dimension): %1 %2</translation>
         <source>The file has more than %1 atoms blocks</source>
         <translation>Die Datei hat mehr als %1 atoms-Blöcke</translation>
     </message>
+    <message>
+        <source>Too many atoms lie too close together to make molecules whole; are the coordinates and the lattice in the units that the file states?</source>
+        <translation>Zu viele Atome liegen zu dicht beieinander, um Moleküle zu vervollständigen; stehen Koordinaten und Gitter in den Einheiten, die die Datei nennt?</translation>
+    </message>
 </context>
 <context>
     <name>WMagresDialog</name>
@@ -276,11 +280,11 @@ RMSD (indirekte Dimension): %1 %2</translation>
     </message>
     <message>
         <source>Average:</source>
-        <translation>Mitteln:</translation>
+        <translation>Mittelung:</translation>
     </message>
     <message>
         <source>None</source>
-        <translation>Nichts</translation>
+        <translation>keine</translation>
     </message>
     <message>
         <source>CH3 only</source>
@@ -376,7 +380,7 @@ RMSD (indirekte Dimension): %1 %2</translation>
     </message>
     <message>
         <source>Range in data: %1 / %2 ppm</source>
-        <translation>Bereich der Daten: %1 / %2 ppm</translation>
+        <translation>Bereich der Daten: %L1 / %L2 ppm</translation>
     </message>
     <message>
         <source>Spectrum parameters</source>
