@@ -906,10 +906,6 @@ Mehr dazu mit magres-workbench %2 --help</translation>
         <translation>das Spektrum enthält keine Daten</translation>
     </message>
     <message>
-        <source>a JCAMP-DX file holds one dimension here and the spectrum has two; .csv holds both</source>
-        <translation>eine JCAMP-DX-Datei nimmt hier eine Dimension auf, und das Spektrum hat zwei; .csv nimmt beide auf</translation>
-    </message>
-    <message>
         <source>the spectrum has points that are not numbers, which JCAMP-DX cannot hold</source>
         <translation>das Spektrum hat Punkte, die keine Zahlen sind; JCAMP-DX kann sie nicht aufnehmen</translation>
     </message>
@@ -988,10 +984,6 @@ Mehr dazu mit magres-workbench %2 --help</translation>
     <message>
         <source>expected a block with the data type &quot;NMR SPECTRUM&quot; and a table, or one with peaks, found %1</source>
         <translation>ein Block mit dem Datentyp „NMR SPECTRUM“ und einer Tabelle oder einer mit Peaks wurde erwartet, %1 gefunden</translation>
-    </message>
-    <message>
-        <source>the spectrum that begins here has no record ##XYDATA= or ##NTUPLES=</source>
-        <translation>das Spektrum, das hier beginnt, hat keinen Eintrag ##XYDATA= oder ##NTUPLES=</translation>
     </message>
     <message>
         <source>more than %1 records are too many</source>
@@ -1712,10 +1704,6 @@ Optionen:
         <translation>Im Spektrum wurden %1 Peaks gefunden.</translation>
     </message>
     <message>
-        <source>JCAMP-DX, 1D only</source>
-        <translation>JCAMP-DX, nur 1D</translation>
-    </message>
-    <message>
         <source>CSDM</source>
         <translation>CSDM</translation>
     </message>
@@ -1846,6 +1834,118 @@ Optionen:
     <message>
         <source>&quot;%1&quot;: a range of labels has two ends, as in C2..C10</source>
         <translation>„%1“: ein Bereich von Bezeichnungen hat zwei Enden wie in C2..C10</translation>
+    </message>
+    <message>
+        <source>a Bruker folder was expected, in which %1 lies beside the data</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is no %1 beside the data in %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>this is an archive: unpack it and choose the folder or the file in it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the points of the spectrum are not evenly spaced</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the spectrum that begins here has no table (X++(Y..Y)) or (XY..XY)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Label and index stand together in %1 records (the first one: %2 in line %3); they were taken apart, each in the only way that names an atom of the file.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no block [%1].</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The block [%1] that begins in line %2 is not closed where [%3] begins in line %4, which was therefore read as a part of it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The block [%1] that begins in line %2 is not closed: the file may have been cut off.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There are %1 blocks [atoms]: the atoms of all of them were read as one structure.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A species with a suffix is no element (%1, atoms: %2): it has no isotopes and is missing in spectra.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Atoms with the label and index of another one: %1 (the first one %2). Their tensors cannot be told apart.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is neither a shielding (ms) nor an electric-field gradient (efg).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Tensors that belong to no atom of the file: %1 (the first one %2).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%3: %1 of %2 (the first one %4)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Atoms without %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 has none, taken as %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 in %2, taken as %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Units that were not checked: %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a MAGRES file begins with a line #$magres-abinitio-v1.0</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1, this one with a byte order mark: save it as plain text without one (in UTF-8 or ASCII)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1, in this one blanks or empty lines stand before it: remove them</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1; this is the output of an older version of the program, from before the format had blocks: calculate with a newer one, or convert the file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1, this one with %2: if the line was lost, put it back</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The lines end in a carriage return alone; they were read as lines all the same.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>JCAMP-DX</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a row has %1 fields: a position and an intensity a line were expected</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the repaired copy cannot be written (%1)</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -3269,6 +3369,14 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
             <numerusform>%1 hat einen eigenen Plot; ein Spektrum, das jetzt erzeugt wird, kommt dazu. %n Peaks</numerusform>
         </translation>
     </message>
+    <message>
+        <source>Add Bruker &amp;Folder...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add Bruker Folder</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>Workbench::StartHints</name>
@@ -3705,6 +3813,10 @@ mit |σzz − iso| ≥ |σxx − iso| ≥ |σyy − iso|</translation>
     <message>
         <source>Title (empty: the item&apos;s own):</source>
         <translation>Titel (leer: der des Elements selbst):</translation>
+    </message>
+    <message>
+        <source>Opened, with doubts</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
