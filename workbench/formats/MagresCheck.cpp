@@ -15,7 +15,6 @@ namespace Workbench {
 
 using ReaderText::decoded;
 using ReaderText::excerpt;
-using ReaderText::tr;
 using ReaderText::trimmed;
 using namespace Qt::StringLiterals;
 
