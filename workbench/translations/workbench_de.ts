@@ -1837,115 +1837,115 @@ Optionen:
     </message>
     <message>
         <source>a Bruker folder was expected, in which %1 lies beside the data</source>
-        <translation type="unfinished"></translation>
+        <translation>erwartet wurde ein Bruker-Ordner, in dem %1 neben den Daten liegt</translation>
     </message>
     <message>
         <source>there is no %1 beside the data in %2</source>
-        <translation type="unfinished"></translation>
+        <translation>neben den Daten in %2 gibt es kein %1</translation>
     </message>
     <message>
         <source>this is an archive: unpack it and choose the folder or the file in it</source>
-        <translation type="unfinished"></translation>
+        <translation>dies ist ein Archiv: auspacken und den Ordner oder die Datei darin wählen</translation>
     </message>
     <message>
         <source>the points of the spectrum are not evenly spaced</source>
-        <translation type="unfinished"></translation>
+        <translation>die Punkte des Spektrums liegen nicht in gleichen Abständen</translation>
     </message>
     <message>
         <source>the spectrum that begins here has no table (X++(Y..Y)) or (XY..XY)</source>
-        <translation type="unfinished"></translation>
+        <translation>das Spektrum, das hier beginnt, hat keine Tabelle (X++(Y..Y)) oder (XY..XY)</translation>
     </message>
     <message>
         <source>Label and index stand together in %1 records (the first one: %2 in line %3); they were taken apart, each in the only way that names an atom of the file.</source>
-        <translation type="unfinished"></translation>
+        <translation>Bezeichnung und Index stehen in %1 Einträgen zusammen (der erste: %2 in Zeile %3); sie wurden getrennt, jeweils auf die einzige Art, die ein Atom der Datei benennt.</translation>
     </message>
     <message>
         <source>There is no block [%1].</source>
-        <translation type="unfinished"></translation>
+        <translation>Es gibt keinen Block [%1].</translation>
     </message>
     <message>
         <source>The block [%1] that begins in line %2 is not closed where [%3] begins in line %4, which was therefore read as a part of it.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Block [%1], der in Zeile %2 beginnt, ist nicht geschlossen, wo in Zeile %4 [%3] beginnt, das deshalb als Teil von ihm gelesen wurde.</translation>
     </message>
     <message>
         <source>The block [%1] that begins in line %2 is not closed: the file may have been cut off.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Block [%1], der in Zeile %2 beginnt, ist nicht geschlossen: die Datei ist vielleicht abgeschnitten.</translation>
     </message>
     <message>
         <source>There are %1 blocks [atoms]: the atoms of all of them were read as one structure.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es gibt %1 Blöcke [atoms]: die Atome aller wurden als eine Struktur gelesen.</translation>
     </message>
     <message>
         <source>A species with a suffix is no element (%1, atoms: %2): it has no isotopes and is missing in spectra.</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine Spezies mit Zusatz ist kein Element (%1, Atome: %2): sie hat keine Isotope und fehlt in Spektren.</translation>
     </message>
     <message>
         <source>Atoms with the label and index of another one: %1 (the first one %2). Their tensors cannot be told apart.</source>
-        <translation type="unfinished"></translation>
+        <translation>Atome mit Bezeichnung und Index eines anderen: %1 (das erste %2). Ihre Tensoren lassen sich nicht unterscheiden.</translation>
     </message>
     <message>
         <source>There is neither a shielding (ms) nor an electric-field gradient (efg).</source>
-        <translation type="unfinished"></translation>
+        <translation>Es gibt weder eine Abschirmung (ms) noch einen elektrischen Feldgradienten (efg).</translation>
     </message>
     <message>
         <source>Tensors that belong to no atom of the file: %1 (the first one %2).</source>
-        <translation type="unfinished"></translation>
+        <translation>Tensoren, die zu keinem Atom der Datei gehören: %1 (der erste %2).</translation>
     </message>
     <message>
         <source>%3: %1 of %2 (the first one %4)</source>
-        <translation type="unfinished"></translation>
+        <translation>%3: %1 von %2 (das erste %4)</translation>
     </message>
     <message>
         <source>Atoms without %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Atome ohne %1.</translation>
     </message>
     <message>
         <source>%1 has none, taken as %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 hat keine, als %2 gelesen</translation>
     </message>
     <message>
         <source>%1 in %2, taken as %3</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 in %2, als %3 gelesen</translation>
     </message>
     <message>
         <source>Units that were not checked: %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Nicht geprüfte Einheiten: %1.</translation>
     </message>
     <message>
         <source>a MAGRES file begins with a line #$magres-abinitio-v1.0</source>
-        <translation type="unfinished"></translation>
+        <translation>eine MAGRES-Datei beginnt mit einer Zeile #$magres-abinitio-v1.0</translation>
     </message>
     <message>
         <source>%1, this one with a byte order mark: save it as plain text without one (in UTF-8 or ASCII)</source>
-        <translation type="unfinished"></translation>
+        <translation>%1, diese mit einer Bytereihenfolge-Markierung: als einfachen Text ohne sie speichern (in UTF-8 oder ASCII)</translation>
     </message>
     <message>
         <source>%1, in this one blanks or empty lines stand before it: remove them</source>
-        <translation type="unfinished"></translation>
+        <translation>%1, in dieser stehen Leerzeichen oder leere Zeilen davor: diese entfernen</translation>
     </message>
     <message>
         <source>%1; this is the output of an older version of the program, from before the format had blocks: calculate with a newer one, or convert the file</source>
-        <translation type="unfinished"></translation>
+        <translation>%1; dies ist die Ausgabe einer älteren Version des Programms, aus der Zeit, bevor das Format Blöcke hatte: mit einer neueren rechnen oder die Datei umwandeln</translation>
     </message>
     <message>
         <source>%1, this one with %2: if the line was lost, put it back</source>
-        <translation type="unfinished"></translation>
+        <translation>%1, diese mit %2: wenn die Zeile verloren ging, wieder einsetzen</translation>
     </message>
     <message>
         <source>The lines end in a carriage return alone; they were read as lines all the same.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Zeilen enden nur mit einem Wagenrücklauf; sie wurden trotzdem als Zeilen gelesen.</translation>
     </message>
     <message>
         <source>JCAMP-DX</source>
-        <translation type="unfinished"></translation>
+        <translation>JCAMP-DX</translation>
     </message>
     <message>
         <source>a row has %1 fields: a position and an intensity a line were expected</source>
-        <translation type="unfinished"></translation>
+        <translation>eine Zeile hat %1 Felder: erwartet wurden eine Position und eine Intensität je Zeile</translation>
     </message>
     <message>
         <source>the repaired copy cannot be written (%1)</source>
-        <translation type="unfinished"></translation>
+        <translation>die reparierte Kopie kann nicht geschrieben werden (%1)</translation>
     </message>
 </context>
 <context>
@@ -3371,11 +3371,11 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     </message>
     <message>
         <source>Add Bruker &amp;Folder...</source>
-        <translation type="unfinished"></translation>
+        <translation>Bruker-&amp;Ordner hinzufügen...</translation>
     </message>
     <message>
         <source>Add Bruker Folder</source>
-        <translation type="unfinished"></translation>
+        <translation>Bruker-Ordner hinzufügen</translation>
     </message>
 </context>
 <context>
@@ -3816,7 +3816,7 @@ mit |σzz − iso| ≥ |σxx − iso| ≥ |σyy − iso|</translation>
     </message>
     <message>
         <source>Opened, with doubts</source>
-        <translation type="unfinished"></translation>
+        <translation>Geöffnet, mit Zweifeln</translation>
     </message>
 </context>
 <context>
