@@ -74,12 +74,14 @@ private Q_SLOTS:
                           "units atom Angstrom\n";
         for (int i = 1; i <= 5; ++i)
             text += "atom O O " + QByteArray::number(i) + ' ' + QByteArray::number(3 * i) + " 1 1\n";
-        text += "[/atoms]\n[magres]\nunits ms ppm\n";
+        // One label that is no species, and labels do not name single atoms any more.
+        text += "atom H HA 1 1 1 9\n[/atoms]\n[magres]\nunits ms ppm\n";
         const int shieldings[] = {150, -50, 250, 50, -150}; // not in order
         for (int i = 1; i <= 5; ++i) {
             const QByteArray s = QByteArray::number(shieldings[i - 1]);
             text += "ms O " + QByteArray::number(i) + ' ' + s + " 0 0 0 " + s + " 0 0 0 " + s + '\n';
         }
+        text += "ms HA 1 30 0 0 0 30 0 0 0 30\n";
         QFile file(m_settings.filePath(u"oxygens.magres"_s));
         QVERIFY(file.open(QIODevice::WriteOnly) && file.write(text + "[/magres]\n") > 0);
         file.close();

@@ -243,11 +243,12 @@ private:
                 m_tensors[kind].orphans.add(decoded(kinds[kind]) + u' ' + decoded(key));
         }
         if (repairable && !m_gaps.empty()) {
-            m_warnings.append(Texts::tr("Label and index stand together in %1 records (the first one: %2 in line %3); they "
-                                 "were taken apart, each in the only way that names an atom of the file.")
-                                  .arg(m_gaps.size())
-                                  .arg(decoded(m_fused.front().name))
-                                  .arg(m_fused.front().line));
+            m_warnings.append(
+                Texts::tr("Label and index stand together in %1 records (the first one: %2 in line %3); they "
+                          "were taken apart, each in the only way that names an atom of the file.")
+                    .arg(m_gaps.size())
+                    .arg(decoded(m_fused.front().name))
+                    .arg(m_fused.front().line));
         }
         warnOfBlocks();
         warnOfAtoms();
@@ -263,20 +264,23 @@ private:
                 m_warnings.append(Texts::tr("There is no block [%1].").arg(decoded(blockNames[b])));
         }
         if (m_swallowed.line > 0) {
-            m_warnings.append(Texts::tr("The block [%1] that begins in line %2 is not closed where [%3] begins in line %4, "
-                                 "which was therefore read as a part of it.")
-                                  .arg(decoded(m_swallowed.outer))
-                                  .arg(m_swallowed.outerLine)
-                                  .arg(decoded(m_swallowed.name))
-                                  .arg(m_swallowed.line));
+            m_warnings.append(
+                Texts::tr("The block [%1] that begins in line %2 is not closed where [%3] begins in line %4, "
+                          "which was therefore read as a part of it.")
+                    .arg(decoded(m_swallowed.outer))
+                    .arg(m_swallowed.outerLine)
+                    .arg(decoded(m_swallowed.name))
+                    .arg(m_swallowed.line));
         } else if (!m_open.empty()) {
-            m_warnings.append(Texts::tr("The block [%1] that begins in line %2 is not closed: the file may have been cut off.")
-                                  .arg(decoded(m_open))
-                                  .arg(m_opened));
+            m_warnings.append(
+                Texts::tr("The block [%1] that begins in line %2 is not closed: the file may have been cut off.")
+                    .arg(decoded(m_open))
+                    .arg(m_opened));
         }
         if (m_blocks[0] > 1)
-            m_warnings.append(Texts::tr("There are %1 blocks [atoms]: the atoms of all of them were read as one structure.")
-                                  .arg(m_blocks[0]));
+            m_warnings.append(
+                Texts::tr("There are %1 blocks [atoms]: the atoms of all of them were read as one structure.")
+                    .arg(m_blocks[0]));
     }
 
     void warnOfAtoms()
@@ -284,15 +288,16 @@ private:
         if (m_suffixed.count > 0) {
             m_warnings.append(
                 Texts::tr("A species with a suffix is no element (%1, atoms: %2): it has no isotopes and is missing in "
-                   "spectra.")
+                          "spectra.")
                     .arg(m_suffixed.first)
                     .arg(m_suffixed.count));
         }
         if (m_doubled.count > 0) {
-            m_warnings.append(Texts::tr("Atoms with the label and index of another one: %1 (the first one %2). Their tensors "
-                                 "cannot be told apart.")
-                                  .arg(m_doubled.count)
-                                  .arg(m_doubled.first));
+            m_warnings.append(
+                Texts::tr("Atoms with the label and index of another one: %1 (the first one %2). Their tensors "
+                          "cannot be told apart.")
+                    .arg(m_doubled.count)
+                    .arg(m_doubled.first));
         }
     }
 
@@ -374,15 +379,17 @@ QString whyNotMagres(const QByteArray &start)
     const std::string_view text = ReaderText::view(start);
     for (std::string_view mark : {"\xEF\xBB\xBF", "\xFF\xFE", "\xFE\xFF"}) {
         if (text.starts_with(mark))
-            return Texts::tr("%1, this one with a byte order mark: save it as plain text without one (in UTF-8 or ASCII)")
+            return Texts::tr(
+                       "%1, this one with a byte order mark: save it as plain text without one (in UTF-8 or ASCII)")
                 .arg(expected);
     }
     const size_t found = text.find(magic);
     if (found != text.npos && trimmed(text.substr(0, found)).empty())
         return Texts::tr("%1, in this one blanks or empty lines stand before it: remove them").arg(expected);
     if (text.find("TOTAL Shielding Tensor") != text.npos || text.find("Coordinates ") != text.npos)
-        return Texts::tr("%1; this is the output of an older version of the program, from before the format had blocks: "
-                  "calculate with a newer one, or convert the file")
+        return Texts::tr(
+                   "%1; this is the output of an older version of the program, from before the format had blocks: "
+                   "calculate with a newer one, or convert the file")
             .arg(expected);
     ReaderText::Lines lines(text);
     lines.next();

@@ -645,7 +645,8 @@ TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, cons
     constexpr size_t mostColumns = 64;
     if (layout.columns.size() > mostColumns)
         fail(source, rows.front().number,
-             Texts::tr("a row has %1 fields: a position and an intensity a line were expected").arg(layout.columns.size()));
+             Texts::tr("a row has %1 fields: a position and an intensity a line were expected")
+                 .arg(layout.columns.size()));
 
     std::vector<QString> headers;
     std::vector<std::vector<double>> values(layout.columns.size());
