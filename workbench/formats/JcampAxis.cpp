@@ -107,7 +107,11 @@ double jcampFrequency(const JcampBlock &block, const JcampAbscissa &abscissa, co
                       QStringList &notes)
 {
     const auto positive = [&](const LabelledRecord &record) {
-        const double value = block.number(record, record.text());
+        // "400.13 MHz"
+        std::string text = record.text();
+        if (upperCase(text).ends_with("MHZ"))
+            text.resize(text.size() - 3);
+        const double value = block.number(record, text);
         if (!(value > 0.0))
             fail(block.source, record.line, tr("expected a frequency in MHz, found %1").arg(value));
         return value;
@@ -118,7 +122,7 @@ double jcampFrequency(const JcampBlock &block, const JcampAbscissa &abscissa, co
     if (observe && abscissa.dimension == 0)
         return positive(*observe);
     const auto ratio = [](const QString &nucleus) { return std::abs(Nuclides::table()[nucleus].frequencyRatio); };
-    const double other = ratio(nucleusName(block.text(".OBSERVENUCLEUS"))), own = ratio(abscissa.nucleus);
+    const double other = ratio(observedNucleus(block)), own = ratio(abscissa.nucleus);
     if (observe && other > 0.0 && own > 0.0) {
         const double frequency = positive(*observe) * own / other;
         if (own != other)
@@ -141,8 +145,11 @@ double jcampUnitsPerPpm(const JcampBlock &block, const JcampAbscissa &abscissa, 
 {
     // "(ppm)", "Chemical shift (ppm)"
     std::string units = abscissa.units;
-    if (const size_t bracket = units.find_first_of("(["); bracket != std::string::npos)
-        units = units.substr(bracket + 1, units.find_first_of(")]", bracket) - bracket - 1);
+    if (const size_t bracket = units.find_first_of("(["); bracket != std::string::npos) {
+        const std::string within = units.substr(bracket + 1, units.find_first_of(")]", bracket) - bracket - 1);
+        units = within.empty() ? units.substr(0, bracket) : within;
+    }
+    std::erase(units, '.');
     if (units == "PPM" || units == "PARTSPERMILLION")
         return 1.0;
     const bool hertz = units == "HZ" || units == "HERTZ";
@@ -151,8 +158,10 @@ double jcampUnitsPerPpm(const JcampBlock &block, const JcampAbscissa &abscissa, 
              tr("expected X values in HZ or PPM, found %1").arg(excerpt(abscissa.units)));
     if (frequency == 0.0)
         fail(block.source, block.line,
-             abscissa.dimension == 0 ? tr("X values in Hz need the record ##.OBSERVE FREQUENCY=")
-                                     : tr("F1 is in Hz and its frequency in MHz is not in the file: it must be given"));
+             abscissa.dimension == 0
+                 ? tr("X values in Hz need the record ##.OBSERVE FREQUENCY=, or the frequency of 0 ppm in MHz must be "
+                      "given")
+                 : tr("F1 is in Hz and its frequency in MHz is not in the file: it must be given"));
     return hertz ? frequency : frequency / 1000.0;
 }
 
