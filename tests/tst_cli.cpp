@@ -299,6 +299,14 @@ private Q_SLOTS:
         const Finished asked = runProgram(ask), picked = runProgram(ask.mid(0, 2));
         QVERIFY2(asked.output.contains(u"99.5000 ppm") && asked.output.contains(u"13C"), qPrintable(asked.errors));
         QVERIFY(picked.output.contains(u"8 picked"));
+
+        // Numbers of sites go into the copy of a list.
+        QFile counted(directory.filePath(u"counted.txt"_s)), copy(directory.filePath(u"copy.csv"_s));
+        QVERIFY(counted.open(QIODevice::WriteOnly) && counted.write("shift,count\n10,2\n5,1\n") > 0);
+        counted.close();
+        const Finished copied = runProgram({u"experiment"_s, counted.fileName(), u"-o"_s, copy.fileName()});
+        QVERIFY2(copied.status == 0 && copy.open(QIODevice::ReadOnly), qPrintable(copied.errors));
+        QCOMPARE(copy.readAll(), QByteArray("position,height,label,count\n10,1,,2\n5,1,,1\n"));
     }
 
     /// Files of older writers are repaired on the way to the plug-in, and doubts are told once.

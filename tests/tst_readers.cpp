@@ -197,6 +197,15 @@ private Q_SLOTS:
              "##PAGE= F1=50\n##DATA TABLE= (F2++(Y..Y)), PROFILE\n3 1 2 3\n"
              "##PAGE= F1=25\n##DATA TABLE= (F2++(Y..Y)), PROFILE\n3 4 9 5\n##END NTUPLES= nD NMR SPECTRUM\n##END=\n",
              {2, 25}, 9, "1H/13C");
+        text("JCAMP unit beside the frequency", jcamp(QByteArray(hertz).replace("100", "100 MHz")), {70}, 18, "13C");
+        text("JCAMP small letters", jcamp(hertz).toLower().replace("13c", "13C"), {70}, 18, "13C");
+        text("JCAMP data type with a nucleus", jcamp(hertz).replace("NMR SPECTRUM", "13C NMR SPECTRUM"), {70}, 18,
+             "13C");
+        text("JCAMP without a data type", jcamp(hertz).replace("##DATA TYPE= NMR SPECTRUM\n", ""), {70}, 18, "13C");
+        text("JCAMP nucleus of the vendor", jcamp(hertz).replace(".OBSERVE NUCLEUS= ^13C", "$NUC1= <13C>"), {70}, 18,
+             "13C");
+        text("JCAMP unit with points", jcamp(QByteArray(ppm).replace("PPM", "p.p.m. ($$ shift)"), "95", "85"), {92}, 18,
+             "13C");
         text("JCAMP spectrum as a peak table", pairs("PEAK TABLE= (XY..XY)", "Chemical shift (ppm)"), {16}, 9, "13C");
         text("JCAMP spectrum as points, in Hz", pairs("XYPOINTS= (XY..XY)", "HZ"), {16}, 9, "13C");
         text("JCAMP spectrum as data of points", pairs("XYDATA= (XY..XY)", "PPM"), {16}, 9, "13C");

@@ -88,6 +88,9 @@ const QByteArray hertzAxis = quoted("{'type': 'linear', 'count': 8, 'increment':
 const QByteArray eightNumbers = quoted(
     "'type': 'internal', 'numeric_type': 'float64', 'encoding': 'none', 'components': [[1, 2, 3, 4, 5, 6, 70, 8]]");
 
+const QByteArray fourNumbers =
+    quoted("'type': 'internal', 'numeric_type': 'float64', 'encoding': 'none', 'components': [[1, 2, 30, 4]]");
+
 QByteArray base64(const QByteArray &type, const auto &values)
 {
     const QByteArray bytes(reinterpret_cast<const char *>(values.data()), qsizetype(sizeof values));
@@ -260,6 +263,7 @@ private Q_SLOTS:
         row("\"10.5\",\"3\"\n\"20.25\",\"4\"\n", 1, heights);
         row("δ(1H)\n10.5\n20.25\n", 1, plain);
         row("10.5\n20.25", 1, plain, "taken as ppm");
+        row("21783.4\n6929.9\n", 1, {{21783.4}, {6929.9}}, "if these are Hz");
         row("position,height\n# c\n 10 , 2 # why\n\n-5,-1", 1, {{10, 0, 2}, {-5, 0, -1}});
         row("1\r2", 1, {{1}, {2}});
         row("1\n2,3\n", 1, {{1}, {2, 0, 3}}, "without a height (1)");
@@ -326,6 +330,8 @@ private Q_SLOTS:
         const QByteArray ppm = quoted(
                              "{'type': 'linear', 'count': 4, 'increment': '-1 ppm', 'coordinates_offset': '10 ppm'}"),
                          monotonic = quoted("{'type': 'monotonic', 'coordinates': ['1 ppm', '2 ppm']}");
+        QByteArray ratios = ppm;
+        row("CSDM, ratios", csdm(ratios.replace("-1 ppm", "-1e-6").replace("10 ppm", "10e-6"), fourNumbers), {8});
         const std::array<float, 8> plane{0, 0, 0, 0, 0, 0, 9, 0};
         row("CSDM, base64, linear × monotonic", csdm(ppm + ',' + monotonic, base64("float32", plane)), {8, 2});
         const std::array<double, 8> complex{0, 9, 0, 9, 5, 9, 0, 9};
@@ -418,6 +424,7 @@ private Q_SLOTS:
             quoted("<?xml version='1.0'?><PeakList><Peak1D F1='1' intensity='1'/><Peak2D F1='1' F2='1' intensity='1'/> "
                    "</PeakList>"));
         row("data of JEOL Delta (.jdf), which cannot be read here", QByteArray("JEOL.NMR\0\0", 10));
+        row("this is a calculation (MAGRES)", "#$magres-abinitio-v1.0\n[atoms]\natom H H 1 0 0 0\n");
         row("data of UCSF (Sparky)", QByteArray("UCSF NMR\0\2", 10));
         row("data of ssNake", quoted("{'dataReal': [1, 2], 'freq': [1]}"));
     }

@@ -147,8 +147,16 @@ SpectrumDimension dimension(const QJsonObject &json, int d, const QString &sourc
                          : Texts::tr("Hz were divided by %1 MHz; 0 Hz was taken as 0 ppm.").arg(perPpm, 0, 'g', 12));
     } else {
         axis.frequency = given;
-        if (x.unit == Unit::None)
+        // A number without unit is a plain ratio by the format's rules; some write ppm all the same.
+        constexpr double largestRatio = 0.01;
+        const double largest = std::max(std::abs(x.first), std::abs(x.first + x.step * (x.points - 1)));
+        if (x.unit == Unit::None && largest <= largestRatio) {
+            perPpm = 1e-6;
+            notes.append(
+                Texts::tr("A dimension names no unit: its small numbers were taken as ratios, of which 1e-6 is 1 ppm."));
+        } else if (x.unit == Unit::None) {
             notes.append(Texts::tr("A dimension names no unit: it was taken as ppm."));
+        }
     }
     axis.first = x.first / perPpm;
     axis.step = x.step / perPpm;

@@ -2,6 +2,7 @@
 #include "formats/ForeignFormats.h"
 
 #include "data/ReaderText.h"
+#include "formats/MagresCheck.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -113,6 +114,8 @@ QString refusal(const QString &path, const QByteArray &start)
         if (mark.fits(name, start))
             return refusalOf(mark.name);
     }
+    if (MagresCheck::isMagres(start))
+        return Texts::tr("this is a calculation (MAGRES), a measurement was expected");
     if (isZip(start) || start.startsWith("\x1F\x8B"))
         return Texts::tr("this is an archive: unpack it and choose the folder or the file in it");
     const bool isRawName = name == u"fid" || name == u"ser" || name == u"procpar" || name == u"acqus";

@@ -108,7 +108,11 @@ double jcampFrequency(const JcampBlock &block, const JcampAbscissa &abscissa, co
                       QStringList &notes)
 {
     const auto positive = [&](const LabelledRecord &record) {
-        const double value = block.number(record, record.text());
+        // "400.13 MHz"
+        std::string text = record.text();
+        if (upperCase(text).ends_with("MHZ"))
+            text.resize(text.size() - 3);
+        const double value = block.number(record, text);
         if (!(value > 0.0))
             fail(block.source, record.line, Texts::tr("expected a frequency in MHz, found %1").arg(value));
         return value;
@@ -119,7 +123,7 @@ double jcampFrequency(const JcampBlock &block, const JcampAbscissa &abscissa, co
     if (observe && abscissa.dimension == 0)
         return positive(*observe);
     const auto ratio = [](const QString &nucleus) { return std::abs(Nuclides::table()[nucleus].frequencyRatio); };
-    const double other = ratio(nucleusName(block.text(".OBSERVENUCLEUS"))), own = ratio(abscissa.nucleus);
+    const double other = ratio(observedNucleus(block)), own = ratio(abscissa.nucleus);
     if (observe && other > 0.0 && own > 0.0) {
         const double frequency = positive(*observe) * own / other;
         if (own != other)
@@ -142,8 +146,11 @@ double jcampUnitsPerPpm(const JcampBlock &block, const JcampAbscissa &abscissa, 
 {
     // "(ppm)", "Chemical shift (ppm)"
     std::string units = abscissa.units;
-    if (const size_t bracket = units.find_first_of("(["); bracket != std::string::npos)
-        units = units.substr(bracket + 1, units.find_first_of(")]", bracket) - bracket - 1);
+    if (const size_t bracket = units.find_first_of("(["); bracket != std::string::npos) {
+        const std::string within = units.substr(bracket + 1, units.find_first_of(")]", bracket) - bracket - 1);
+        units = within.empty() ? units.substr(0, bracket) : within;
+    }
+    std::erase(units, '.');
     if (units == "PPM" || units == "PARTSPERMILLION")
         return 1.0;
     const bool hertz = units == "HZ" || units == "HERTZ";
@@ -153,7 +160,8 @@ double jcampUnitsPerPpm(const JcampBlock &block, const JcampAbscissa &abscissa, 
     if (frequency == 0.0)
         fail(block.source, block.line,
              abscissa.dimension == 0
-                 ? Texts::tr("X values in Hz need the record ##.OBSERVE FREQUENCY=")
+                 ? Texts::tr("X values in Hz need the record ##.OBSERVE FREQUENCY=, or the frequency of 0 ppm in MHz must be "
+                      "given")
                  : Texts::tr("F1 is in Hz and its frequency in MHz is not in the file: it must be given"));
     return hertz ? frequency : frequency / 1000.0;
 }

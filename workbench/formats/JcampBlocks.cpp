@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "formats/JcampBlocks.h"
 
+#include "data/ExperimentalSpectrum.h"
 #include "data/NumberText.h"
 #include "data/ReaderText.h"
 
@@ -54,8 +55,23 @@ double JcampBlock::number(const LabelledRecord &record, std::string_view text) c
 
 bool isSpectrum(const JcampBlock &block)
 {
+    // "nD NMR SPECTRUM", "13C NMR SPECTRUM"
     const std::string type = normalisedLabel(block.text("DATATYPE"));
-    return type == "NMRSPECTRUM" || type == "NDNMRSPECTRUM" || type == "2DNMRSPECTRUM";
+    return type.find("NMRSPECTRUM") != std::string::npos || (type.empty() && block.find(".OBSERVENUCLEUS"));
+}
+
+QString observedNucleus(const JcampBlock &block)
+{
+    const QString nucleus = nucleusName(block.text(".OBSERVENUCLEUS"));
+    return nucleus.isEmpty() ? nucleusName(block.text("$NUC1")) : nucleus;
+}
+
+std::string upperCase(std::string_view text)
+{
+    std::string result(text);
+    std::transform(result.begin(), result.end(), result.begin(),
+                   [](char c) { return c >= 'a' && c <= 'z' ? char(c - 'a' + 'A') : c; });
+    return result;
 }
 
 std::vector<JcampBlock> jcampBlocks(std::string_view text, const QString &source)

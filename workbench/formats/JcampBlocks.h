@@ -24,6 +24,11 @@ struct JcampBlock {
 
 /// By its data type, an NMR spectrum of one or two dimensions.
 bool isSpectrum(const JcampBlock &block);
+/// By the standard's record or a vendor's; empty where neither names one.
+QString observedNucleus(const JcampBlock &block);
+
+/// ASCII letters alone: the forms of tables are written in either case.
+std::string upperCase(std::string_view text);
 
 /// At least one; a text without is an error.
 std::vector<JcampBlock> jcampBlocks(std::string_view text, const QString &source);

@@ -23,7 +23,7 @@ namespace {
 std::string fieldsOf(std::string_view form)
 {
     std::string letters;
-    for (char c : form.substr(0, form.find(".."))) {
+    for (char c : upperCase(form.substr(0, form.find("..")))) {
         if (c >= 'A' && c <= 'Z')
             letters += c;
     }
@@ -169,7 +169,7 @@ Measurement read(const JcampBlock &block, const ReadOptions &options)
 
     const LabelledRecord *units = block.find("XUNITS"), *listed = units ? nullptr : block.find("UNITS");
     JcampAbscissa x;
-    x.nucleus = nucleusName(block.text(".OBSERVENUCLEUS"));
+    x.nucleus = observedNucleus(block);
     x.units = units ? normalisedLabel(units->text()) : listed ? normalisedLabel(jcampField(listed->text(), 0)) : "PPM";
     x.unitsLine = units ? units->line : listed ? listed->line : 0;
 

@@ -37,7 +37,7 @@ struct Form {
 
     explicit Form(std::string_view firstLine)
     {
-        const std::string text = withoutBlanks(firstLine);
+        const std::string text = upperCase(withoutBlanks(firstLine));
         const size_t plus = text.find("++("), dots = text.find(".."), end = text.find("))");
         if (!text.starts_with('(') || plus == text.npos || dots == text.npos || end == text.npos || dots < plus + 3
             || text.substr(plus + 3, dots - plus - 3) != text.substr(dots + 2, end - dots - 2))
@@ -67,7 +67,7 @@ public:
     {
         const std::string list = m_column < 0 ? std::string() : m_block.text(".NUCLEUS");
         const QString named = list.empty() ? QString() : nucleusName(field(list));
-        return named.isEmpty() ? nucleusName(m_block.text(".OBSERVENUCLEUS")) : named;
+        return named.isEmpty() ? observedNucleus(m_block) : named;
     }
 
 private:
@@ -286,9 +286,8 @@ ExperimentalSpectrum readSpectrum(const JcampBlock &block, const ReadOptions &op
         readNtuples(spectrum, block, options, fileSize);
     } else {
         const LabelledRecord &data = block.need("XYDATA");
-        if (withoutBlanks(data.firstLine()) != "(X++(Y..Y))")
-            fail(block.source, data.line,
-                 Texts::tr("expected a table (X++(Y..Y)), found %1").arg(excerpt(data.firstLine())));
+        if (upperCase(withoutBlanks(data.firstLine())) != "(X++(Y..Y))")
+            fail(block.source, data.line, Texts::tr("expected a table (X++(Y..Y)), found %1").arg(excerpt(data.firstLine())));
         const TableValues values(block);
         readTrace(spectrum, block, data, values, values.factor("YFACTOR"), options, fileSize);
     }

@@ -11,6 +11,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <algorithm>
+
 namespace Workbench {
 
 using namespace Qt::StringLiterals;
@@ -178,13 +180,17 @@ SpectrumEntry MeasurementReport::entry() const
 
 void MeasurementReport::writePeaks(QIODevice &device) const
 {
-    QByteArray text = dimensions() == 2 ? "position,position_f1,height,label\n" : "position,height,label\n";
+    const bool counted =
+        std::any_of(m_peaks.begin(), m_peaks.end(), [](const MeasuredPeak &peak) { return peak.count > 0; });
+    QByteArray text = dimensions() == 2 ? "position,position_f1,height,label" : "position,height,label";
+    text += counted ? ",count\n" : "\n";
     for (const MeasuredPeak &peak : m_peaks) {
         NumberText::append17(text, peak.f2);
         if (dimensions() == 2)
             NumberText::append17(text += ',', peak.f1);
         NumberText::append17(text += ',', peak.height);
-        text += ',' + csvField(peak.label).toUtf8() + '\n';
+        text += ',' + csvField(peak.label).toUtf8();
+        text += counted ? ',' + QByteArray::number(std::max(peak.count, 1)) + '\n' : QByteArray("\n");
     }
     if (device.write(text) != text.size())
         fail(Texts::tr("the data cannot be written: %1").arg(device.errorString()));

@@ -21,7 +21,8 @@ public:
     bool hasPoints() const { return std::holds_alternative<ExperimentalSpectrum>(m_measurement); }
     /// The spectrum with its peaks, its axes as the file gives them; the frequency is 0 where nobody knows it.
     SpectrumEntry entry() const;
-    /// A list of peaks: `position,height,label`, in two dimensions `position,position_f1,height,label`.
+    /// A list of peaks: `position,height,label`, in two dimensions `position,position_f1,height,label`; with
+    /// a column `count` where the list tells numbers of sites.
     void writePeaks(QIODevice &device) const;
 
 private:

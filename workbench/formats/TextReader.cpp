@@ -216,6 +216,7 @@ private:
                 if (column.name.contains(u"freq", Qt::CaseInsensitive))
                     fail(m_source, m_layout.firstLine,
                          Texts::tr("the positions are frequencies without a unit: ppm, Hz or kHz must be given"));
+                m_unitTold = m_unitTold && d != 0;
                 if (d == 0)
                     m_notes.append(Texts::tr("The file names no unit: the positions were taken as ppm."));
             }
@@ -322,6 +323,8 @@ private:
     {
         spectrum.title = QFileInfo(m_source).completeBaseName();
         spectrum.format = Texts::tr("text table");
+        doubtUnit(spectrum.dimensions[0].first);
+        doubtUnit(spectrum.dimensions[0].ppm(spectrum.dimensions[0].points - 1));
         spectrum.notes = m_notes;
         if (spectrum.data.size() > size_t(largestPointCount))
             fail(m_source, Texts::tr("%1 points are too many").arg(spectrum.data.size()));
@@ -350,8 +353,22 @@ private:
             result.nuclei[1] = m_layout.columns[size_t(m_positionF1)].nucleus;
         m_notes.prepend(why.isEmpty() ? Texts::tr("Read as a list of %1 peaks.").arg(result.peaks.size())
                                       : Texts::tr("Read as a list of %1 peaks: %2.").arg(result.peaks.size()).arg(why));
+        for (const MeasuredPeak &peak : result.peaks)
+            doubtUnit(peak.f2);
         result.notes = m_notes;
         return result;
+    }
+
+    /// Few nuclei have shifts so large; Hz without a unit do.
+    void doubtUnit(double ppm)
+    {
+        constexpr double usual = 1500.0;
+        if (!m_unitTold && std::abs(ppm) > usual) {
+            m_unitTold = true;
+            m_notes.append(
+                Texts::tr("Positions beyond %1 ppm are rare: if these are Hz, the unit and the frequency must be given.")
+                    .arg(usual));
+        }
     }
 
     MeasuredPeaks readPeaks()
@@ -479,6 +496,7 @@ private:
     int m_position;
     int m_positionF1;
     int m_intensity;
+    bool m_unitTold = true;
     bool m_f1Runs = false;
     qint64 m_bytesBefore = 0;
     std::array<double, 2> m_perPpm{1.0, 1.0};
