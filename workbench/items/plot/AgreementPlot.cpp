@@ -75,6 +75,9 @@ QSize AgreementPlot::fullSize() const
 
 void AgreementPlot::setComparisons(const std::vector<NucleusComparison> &comparisons)
 {
+    m_marks.clear();
+    m_rects.clear();
+    m_pairs = comparisons.empty() ? std::vector<SitePair>() : comparisons.front().agreement.pairs;
     clearPlottables();
     clearItems();
     plotLayout()->clear();
@@ -83,6 +86,25 @@ void AgreementPlot::setComparisons(const std::vector<NucleusComparison> &compari
         addColumn(int(i), comparisons[i]);
     if (!comparisons.empty())
         plotLayout()->setRowStretchFactors({0.01, 2, 1});
+    replot(rpQueuedReplot);
+}
+
+void AgreementPlot::setMarkedSite(int site)
+{
+    for (QCPGraph *mark : m_marks)
+        removePlottable(mark);
+    m_marks.clear();
+    const auto pair = std::find_if(m_pairs.begin(), m_pairs.end(), [&](const SitePair &p) { return p.site == site; });
+    if (pair != m_pairs.end() && m_rects.size() == 2) {
+        const double values[] = {pair->measured, pair->difference()};
+        for (std::size_t i = 0; i < 2; ++i) {
+            auto *mark = new QCPGraph(m_rects[i]->axis(QCPAxis::atBottom), m_rects[i]->axis(QCPAxis::atLeft));
+            mark->setLineStyle(QCPGraph::lsNone);
+            mark->setScatterStyle({QCPScatterStyle::ssCircle, PlotStyle::entryColor(1), 12});
+            mark->setData({pair->calculated}, {values[i]});
+            m_marks.push_back(mark);
+        }
+    }
     replot(rpQueuedReplot);
 }
 
@@ -108,6 +130,8 @@ void AgreementPlot::addColumn(int column, const NucleusComparison &comparison)
     plotLayout()->addElement(0, column, heading);
     plotLayout()->addElement(1, column, upper);
     plotLayout()->addElement(2, column, lower);
+    if (column == 0)
+        m_rects = {upper, lower};
     setUp(upper, QString(), tr("Measured, ppm"));
     setUp(lower, tr("Calculated, ppm"), tr("Difference, ppm"));
     auto *margins = new QCPMarginGroup(this);

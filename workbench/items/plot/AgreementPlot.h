@@ -15,11 +15,17 @@ public:
     explicit AgreementPlot(QWidget *parent = nullptr);
 
     void setComparisons(const std::vector<NucleusComparison> &comparisons);
+    /// Of the first comparison; -1 for none.
+    void setMarkedSite(int site);
     /// The size at which everything is readable.
     QSize fullSize() const;
 
 private:
     void addColumn(int column, const NucleusComparison &comparison);
+
+    std::vector<SitePair> m_pairs; ///< of the first comparison
+    std::vector<QPointer<QCPAxisRect>> m_rects; ///< its shifts and its differences
+    std::vector<QCPGraph *> m_marks;
 };
 
 } // namespace Workbench
