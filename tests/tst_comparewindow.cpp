@@ -242,6 +242,7 @@ private Q_SLOTS:
         dialog.start();
         QVERIFY(dialog.isRunning());
         QVERIFY(ranked.wait(60000));
+        QVERIFY2(dialog.status().startsWith(u"10 structures. Probabilities"), qPrintable(dialog.status()));
         QCOMPARE(scene().documentItems().size(), items);
 
         QDir candidates(sample(u"candidates"_s));
@@ -336,6 +337,7 @@ private Q_SLOTS:
         QVERIFY(!ranked.isEmpty() || ranked.wait(10000));
         QVERIFY(!dialog.isRunning());
         QVERIFY(dialog.model()->rowCount() < 10);
+        QVERIFY2(dialog.status().startsWith(u"Cancelled: "), qPrintable(dialog.status()));
         dialog.close();
     }
 
@@ -364,6 +366,7 @@ private Q_SLOTS:
                 offered = std::abs(box->value() - reference) < 0.01 ? box->value() : offered;
             dialog->reject();
         });
+        m_dialogs.expect(u"Interrupted"_s, [](QDialog *dialog) { dialog->accept(); });
         command(u"Create Spectrum"_s)->trigger();
         QVERIFY(offered > 0);
         m_dialogs.expect(u"pairs.txt is no reference set"_s, [](QDialog *dialog) { dialog->accept(); });

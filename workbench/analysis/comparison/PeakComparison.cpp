@@ -33,7 +33,11 @@ void takeLines(const QList<SpectrumPeak> &peaks, Counting counting, PeakComparis
         result.measurement.lines.push_back({peak.f2, {}, assignedSites(peak.label)});
         result.peaks.push_back({peak.id});
     }
-    if (counting == Counting::Counts && qsizetype(firsts.size()) < peaks.size()) {
+    // Where all count the same, they tell nothing about one another.
+    const bool areSame = std::adjacent_find(result.peaks.begin(), result.peaks.end(), [](const auto &a, const auto &b) {
+                             return a.size() != b.size();
+                         }) == result.peaks.end();
+    if (counting == Counting::Counts && !areSame) {
         for (std::size_t i = 0; i < firsts.size(); ++i)
             result.measurement.lines[i].count = double(result.peaks[i].size());
     }

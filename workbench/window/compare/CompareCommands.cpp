@@ -25,7 +25,7 @@ namespace Workbench {
 
 namespace {
 
-constexpr int panelWidth = 420;
+constexpr int panelWidth = 440;
 
 QString pluginDirectoryOf(const HostApplication *host)
 {

@@ -73,7 +73,7 @@ QDoubleSpinBox *numberBox(const char *name, double low, double high, int decimal
 
 QString probabilityText(double p)
 {
-    return p < 1e-4 ? QStringLiteral("p < 0.0001") : QStringLiteral("p = %1").arg(p, 0, 'g', 2);
+    return p < 1e-4 ? QStringLiteral("p < 0.0001") : QStringLiteral("p = %1").arg(p, 0, 'g', 3);
 }
 
 /// Of the simulated spectrum beside the measurement.
@@ -120,7 +120,7 @@ ComparePanel::ComparePanel(MainScene *scene, DataEngine *engine, QWidget *parent
       m_unmatched(new QSpinBox),
       m_pairs(new PairTable),
       m_result(new QLabel),
-      m_plot(new AgreementPlot)
+      m_plot(new AgreementPlot(AgreementPlot::Compact))
 {
     setObjectName(QStringLiteral("compareDock"));
     m_result->setObjectName(QStringLiteral("compareResult"));
@@ -128,7 +128,7 @@ ComparePanel::ComparePanel(MainScene *scene, DataEngine *engine, QWidget *parent
     m_result->setTextFormat(Qt::RichText);
     m_result->setTextInteractionFlags(Qt::TextBrowserInteraction);
     connect(m_result, &QLabel::linkActivated, this, &ComparePanel::freeAll);
-    m_plot->setMinimumHeight(200);
+    m_plot->setMinimumHeight(230);
     auto *splitter = new QSplitter(Qt::Vertical);
     splitter->addWidget(m_pairs);
     splitter->addWidget(m_plot);

@@ -74,6 +74,7 @@ PairTable::PairTable(QWidget *parent) : QTreeWidget(parent)
     setObjectName(QStringLiteral("pairs"));
     setAccessibleName(tr("Pairs of sites and measured lines"));
     setRootIsDecorated(false);
+    setIndentation(0);
     setUniformRowHeights(true);
     setAllColumnsShowFocus(true);
     setAlternatingRowColors(true);

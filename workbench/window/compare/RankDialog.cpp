@@ -350,9 +350,10 @@ QStringList RankDialog::workerArguments(const std::vector<Lines> &lines)
     m_folder = std::make_unique<QTemporaryDir>();
     QStringList arguments{QStringLiteral("rank-worker"),
                           QStringLiteral("--average=") + QLatin1String(averagingNames[m_averaging->currentIndex()]),
-                          QStringLiteral("--unmatched=") + QString::number(m_unmatched->value()),
                           QStringLiteral("--settings=") + m_folder->path(),
                           QStringLiteral("--plugin-path=") + m_program.pluginDirectory};
+    if (m_unmatched->value() > 0)
+        arguments.append(QStringLiteral("--unmatched=") + QString::number(m_unmatched->value()));
     for (const Lines &each : lines) {
         const QString nucleus = each.measurement.nucleus;
         const QString name = m_folder->filePath(nucleus + QStringLiteral(".csv"));
@@ -495,6 +496,11 @@ void RankDialog::end(const QString &failure)
     enableButtons();
     if (wasRunning)
         Q_EMIT ranked();
+}
+
+QString RankDialog::status() const
+{
+    return m_status->text();
 }
 
 void RankDialog::enableButtons()

@@ -54,6 +54,8 @@ public:
     void cancel();
     bool isRunning() const { return m_running; }
     RankModel *model() const { return m_model; }
+    /// What was done, or why nothing was.
+    QString status() const;
     /// The measurements that were compared.
     QList<QUuid> comparedEntries() const { return m_comparedEntries; }
 
