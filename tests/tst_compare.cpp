@@ -434,6 +434,39 @@ private Q_SLOTS:
         QCOMPARE(m_program.status, 0);
     }
 
+    /// Cross peaks that lie where the simulation has them, but for the references, which are found again.
+    void crossPeaks()
+    {
+        m_program.run("simulate " SAMPLES "/paracetamol.magres --nucleus 13C --nucleus-f1 1H --average ch3 -o @hetcor.json");
+        const QJsonArray peaks = QJsonDocument::fromJson(m_program.read("hetcor.json"))[u"peaks"_s].toArray();
+        QSet<QByteArray> places;
+        for (const QJsonValue &peak : peaks)
+            places.insert(QByteArray::number(peak[u"pos"_s][0].toDouble() + 72.5, 'f', 3) + ','
+                          + QByteArray::number(peak[u"pos"_s][1].toDouble() - 69.25, 'f', 3) + '\n');
+        QCOMPARE(places.size(), 8);
+        m_program.write("hetcor.csv", "f2,f1\n" + QByteArrayList(places.begin(), places.end()).join());
+        const QByteArray line = "compare " SAMPLES
+                                "/paracetamol.magres --nucleus 13C --nucleus-f1 1H --experiment @hetcor.csv --average ch3 ";
+        const QJsonDocument report = QJsonDocument::fromJson(m_program.run(line + "--format json"));
+        QCOMPARE(report[u"pairing"_s].toString(), u"equal"_s);
+        for (const auto &[d, reference, sites] : {std::tuple(0, 172.5, 8), std::tuple(1, 30.75, 7)}) {
+            const QJsonValue dimension = report[u"dimensions"_s][d];
+            QVERIFY(std::abs(dimension[u"reference"_s].toDouble() - reference) < 1e-3);
+            QVERIFY(dimension[u"rmsd"_s].toDouble() < 1e-3);
+            // Two carbons have the same proton, which counts once.
+            QCOMPARE(dimension[u"dof"_s].toInt(), sites - 1);
+        }
+        for (const QJsonValue &pair : report[u"pairs"_s].toArray())
+            for (int d = 0; d < 2; ++d)
+                QVERIFY(std::abs(pair[u"calculated"_s][d].toDouble() - pair[u"measured"_s][d].toDouble()) < 2e-3);
+        // One too many is refused, or left out.
+        m_program.write("hetcor.csv", "f2,f1\n90,12\n" + QByteArrayList(places.begin(), places.end()).join());
+        m_program.run(line);
+        QVERIFY(m_program.status == 1 && m_program.errors.contains("9 cross peaks were measured"));
+        const QJsonDocument more = QJsonDocument::fromJson(m_program.run(line + "--unmatched 1 --format json"));
+        QCOMPARE(more[u"leftOut"_s][0][0].toDouble(), 90.0);
+    }
+
     void averageOfConfigurations()
     {
         auto shieldings = m_pool.shieldings[0];

@@ -6,6 +6,7 @@
 #include "analysis/comparison/ConfigurationAverage.h"
 #include "analysis/comparison/CrossPeakPairing.h"
 #include "analysis/comparison/Lattice.h"
+#include "analysis/comparison/PeakComparison.h"
 #include "analysis/comparison/PoolProbabilities.h"
 #include "analysis/comparison/ShiftCalibration.h"
 #include "analysis/comparison/SiteColumns.h"
@@ -440,6 +441,85 @@ private Q_SLOTS:
         sites = sitesOf({100, 50});
         sites[0].lines = sites[0].nuclei = 2;
         QCOMPARE(LinePairing::of(sites, linesOf({122, 70, 71}), {}).linesOf, (Pairs{{1, 2}, {0}}));
+    }
+
+    /// What a user does with lines at a plot, on random structures: the line goes where it is put, no other line is left
+    /// without a site for that, and what nobody has touched stays without a name.
+    void linesAreMovedByHand()
+    {
+        Random random(17);
+        for (int trial = 0; trial < 300; ++trial) {
+            const int n = 3 + random.below(5), m = 2 + random.below(n - 1);
+            QByteArray text = "#$magres-abinitio-v1.0\n[atoms]\n", tensors;
+            for (int i = 1; i <= n; ++i) {
+                const QByteArray number = QByteArray::number(i), iso = QByteArray::number(random.uniform(0, 150), 'f', 4);
+                text += "atom C C " + number + ' ' + QByteArray::number(3 * i) + " 0 0\n";
+                tensors += "ms C " + number + ' ' + iso + " 0 0 0 " + iso + " 0 0 0 " + iso + '\n';
+            }
+            const CrystalStructure structure = structureOf(text + "[/atoms]\n[magres]\n" + tensors + "[/magres]\n");
+            const UniqueSites unique = UniqueSites::of(structure, {});
+            QList<SpectrumPeak> peaks;
+            for (int k = 0; k < m; ++k) {
+                peaks.append(SpectrumPeak());
+                peaks.last().id = QUuid::createUuid();
+                peaks.last().f2 = random.uniform(20, 170);
+            }
+            NucleusMeasurement options;
+            options.nucleus = u"13C"_s;
+            PeakComparison compared = PeakComparison::of(structure, unique, options, peaks);
+            QSet<int> touched;
+            for (int move = 0; move < 4; ++move) {
+                const auto &linesOf = compared.comparison.pairing.linesOf;
+                const int from = random.below(n), to = random.below(n);
+                const std::vector<int> lines = linesOf[std::size_t(from)];
+                if (from == to || lines.empty())
+                    continue;
+                for (const auto &[line, label] : compared.labelsAfter(lines, random.below(2) ? from : -1, to)) {
+                    peaks[line].label = label;
+                    touched.insert(line);
+                }
+                compared = PeakComparison::of(structure, unique, options, peaks);
+                QCOMPARE(compared.comparison.pairing.linesOf[std::size_t(to)], lines);
+                std::vector<int> sitesOfLine(std::size_t(m), 0);
+                for (const auto &own : compared.comparison.pairing.linesOf)
+                    for (int line : own)
+                        ++sitesOfLine[std::size_t(line)];
+                QVERIFY(std::find(sitesOfLine.begin(), sitesOfLine.end(), 0) == sitesOfLine.end());
+            }
+            for (int k = 0; k < m; ++k)
+                QVERIFY(touched.contains(k) || peaks[k].label.isEmpty());
+        }
+    }
+
+    void peaksAtOnePlaceAreCounts()
+    {
+        const CrystalStructure crystal = structureOf(monoclinicCrystal());
+        const UniqueSites unique = UniqueSites::of(crystal, {});
+        NucleusMeasurement protons;
+        protons.nucleus = u"1H"_s;
+        protons.scale.reference = 31;
+        const auto compare = [&](const std::vector<double> &shifts) {
+            QList<SpectrumPeak> peaks;
+            for (double shift : shifts) {
+                peaks.append(SpectrumPeak());
+                peaks.last().id = QUuid::createUuid();
+                peaks.last().f2 = shift;
+            }
+            return PeakComparison::of(crystal, unique, protons, peaks);
+        };
+        // Four sites of four protons; calculated 11, 4, 3 and 2 ppm.
+        PeakComparison compared = compare({11, 11, 4, 4, 3, 3, 2, 2});
+        QCOMPARE(compared.comparison.pairing.text(), u"equal"_s);
+        QCOMPARE(compared.peaks.size(), 4U);
+        // One to three: by the numbers, against what lies nearer.
+        compared = compare({4, 3, 3, 3});
+        QCOMPARE(compared.comparison.pairing.text(), u"overlap by counts"_s);
+        QCOMPARE(compared.comparison.pairing.linesOf[3], std::vector<int>{0});
+        QCOMPARE(compared.comparison.pairing.linesOf[0], std::vector<int>{1});
+        // Numbers that cannot be, and more than there are sites: places alone.
+        compared = compare({11, 11, 3, 3, 3});
+        QCOMPARE(compared.comparison.pairing.text(), u"overlap"_s);
+        QCOMPARE(compared.measurement.lines.size(), 2U);
     }
 
     /// A slope that is fitted along is found again, however far it is from the start.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/CliErrors.h"
 #include "cli/Commands.h"
+#include "cli/CompareCrossPeaks.h"
 #include "cli/ComparisonOptions.h"
 #include "cli/ComparisonReport.h"
 #include "cli/SimulateOptions.h"
@@ -75,6 +76,10 @@ struct CompareOutputs {
 
 CommandRun prepareCompare(const CommandLine &line)
 {
+    if (line.has("nucleus-f1"))
+        return prepareCompareCrossPeaks(line);
+    if (line.has("correlation"))
+        throw UsageError(QStringLiteral("option --correlation goes with --nucleus-f1"));
     const ComparisonOptions options = ComparisonOptions::parse(line);
     const CompareOutputs outputs(line);
     const auto isotopes = parseIsotopes(line);
@@ -116,6 +121,8 @@ Command compareCommand()
          "Output file; its suffix chooses the format: .txt, .csv or .json (the table), .png, .svg or .pdf (measured "
          "against calculated, with the differences). May be given more than once.",
          true},
+        {"nucleus-f1", "NUC", "Second nucleus of a 2D spectrum: cross peaks are paired, in both coordinates at once."},
+        {"correlation", "strongest|rss", "Which cross peaks a 2D spectrum has, as in simulate. Default: strongest."},
         isotopeSpec(),
     };
     const std::vector<OptionSpec> more = ComparisonOptions::specs();
@@ -130,7 +137,9 @@ Command compareCommand()
         "  overlap    fewer lines than sites: neighbouring sites share a line so that the sum of squares is least\n"
         "  unmatched  more lines than sites: some were left out (--unmatched)\n"
         "The reference is that of least squares, each site weighted with its nuclei, unless --reference or\n"
-        "--reference-set gives it; the slope is -1 unless --slope gives it, as a number or as \"fit\".\n\n"
+        "--reference-set gives it; the slope is -1 unless --slope gives it, as a number or as \"fit\".\n"
+        "With --nucleus-f1, cross peaks are paired so that the sum of squares of both coordinates, each in units of its\n"
+        "nucleus's sigma, is least; each site then counts once in its dimension.\n\n"
         "Example:\n"
         "  magres-workbench compare x.magres --experiment 13C=c.csv --experiment 1H=h.csv --average ch3 -o x.png",
         options,

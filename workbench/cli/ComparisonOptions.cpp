@@ -5,6 +5,7 @@
 #include "cli/CliErrors.h"
 #include "cli/Commands.h"
 #include "cli/OptionValues.h"
+#include "analysis/comparison/PeakComparison.h"
 #include "data/Nuclides.h"
 #include "formats/ExperimentFile.h"
 
@@ -57,13 +58,6 @@ std::vector<ComparisonOptions::Nucleus> parseExperiments(const CommandLine &line
     if (!isMeasured)
         throw UsageError(Texts::tr("option --nucleus: no experiment is of %1").arg(given));
     return nuclei;
-}
-
-/// The sites that a line was assigned to: "C1", "C1,C2", "C1/C2".
-QStringList sitesOf(const QString &label)
-{
-    static const QRegularExpression between(QStringLiteral("[,;/+&\\s]+"));
-    return label.split(between, Qt::SkipEmptyParts);
 }
 
 } // namespace
@@ -219,7 +213,7 @@ std::vector<NucleusMeasurement> ComparisonOptions::read(QStringList *notes) cons
         result.nucleus = nucleus.name;
         for (const MeasuredPeak &peak : measured.peaks) {
             result.lines.push_back({peak.f2, peak.count > 0 ? std::optional<double>(peak.count) : std::nullopt,
-                                    ignoresLabels ? QStringList() : sitesOf(peak.label)});
+                                    ignoresLabels ? QStringList() : assignedSites(peak.label)});
         }
         for (const QString &note : measured.notes)
             notes->append(QStringLiteral("%1: %2").arg(nucleus.experiment, note));

@@ -5,7 +5,6 @@
 #include "cli/PrivateSettings.h"
 #include "cli/ProgressLine.h"
 #include "cli/RankMeasurement.h"
-#include "cli/RankWorkers.h"
 #include "host/FileFilterRegistry.h"
 #include "host/HostApplication.h"
 #include "host/MainScene.h"
@@ -15,8 +14,10 @@
 #include "formats/OutputFiles.h"
 #include "data/Error.h"
 #include "data/Language.h"
+#include "ranking/RankCrew.h"
 
 #include <QCoreApplication>
+#include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
@@ -24,6 +25,8 @@
 #include <QSet>
 
 #include <algorithm>
+#include <iostream>
+#include <string>
 
 #ifdef __GLIBC__
 #include <malloc.h>
@@ -221,6 +224,38 @@ void warnOfRankMethods(const RankPlan &plan, const QStringList &files)
     }
 }
 
+std::vector<RankRow> measureAll(const RankCrew::Plan &plan, const QStringList &files)
+{
+    RankCrew crew(plan, files);
+    ProgressLine progress;
+    QEventLoop loop;
+    QObject::connect(&crew, &RankCrew::fileDone, &loop,
+                     [&](int index) { progress.show(crew.done(), files.size(), files[index]); });
+    QObject::connect(&crew, &RankCrew::chatter, &loop, [&](const QByteArray &text) {
+        if (!text.isEmpty())
+            progress.clear();
+        printError(QString::fromUtf8(text));
+    });
+    QObject::connect(&crew, &RankCrew::finished, &loop, &QEventLoop::quit);
+    crew.start();
+    loop.exec();
+    progress.clear();
+    if (crew.done() == 0 && !files.isEmpty())
+        throw CommandError(crew.startFailure());
+    return crew.rows();
+}
+
+/// Answers the crew until its input ends.
+void serve(const std::function<RankRow(const QString &file)> &measure, const RankLayout &layout)
+{
+    printOut(QLatin1String(RankCrew::readyLine));
+    for (std::string line; std::getline(std::cin, line);) {
+        const QString file = QString::fromUtf8(QByteArray::fromPercentEncoding(QByteArray::fromStdString(line)));
+        const RankRow row = measure(file);
+        printOut(QString::fromUtf8(RankTable::csvRow(row, layout, row.failed() ? 0 : 1)));
+    }
+}
+
 CommandRun prepareRank(const CommandLine &line)
 {
     if (line.has("merge")) {
@@ -251,8 +286,7 @@ CommandRun prepareRank(const CommandLine &line)
             priors.push_back(energies->logWeight(file));
         // Workers put theirs inside: one that crashes leaves nothing behind.
         const PrivateSettings directory;
-        RankWorkers::Crew crew;
-        ProgressLine progress;
+        RankCrew::Plan crew;
         crew.program = QCoreApplication::applicationFilePath();
         crew.arguments = workerArguments(line);
         if (!start.pluginDirectory.isEmpty())
@@ -262,16 +296,9 @@ CommandRun prepareRank(const CommandLine &line)
         crew.arguments.append(QStringLiteral("--settings=") + directory.path());
         crew.workers = jobs;
         crew.layout = plan.layout();
-        crew.progress = [&](int done, const QString &file) { progress.show(done, files.size(), file); };
-        crew.chatter = [&](const QByteArray &text) {
-            if (!text.isEmpty())
-                progress.clear();
-            printError(QString::fromUtf8(text));
-        };
-        std::vector<RankRow> rows = RankWorkers::measure(crew, files);
+        std::vector<RankRow> rows = measureAll(crew, files);
         for (std::size_t i = 0; i < priors.size(); ++i)
             rows[i].logPrior = priors[i];
-        progress.clear();
         return finish(std::move(rows), crew.layout, output);
     };
 }
@@ -297,7 +324,7 @@ CommandRun prepareWorker(const CommandLine &line)
         keepMemory();
         host.scene().setDrawn(false);
         const auto measure = [&](const QString &file) { return measurement.measure(host, log, file); };
-        RankWorkers::serve(measure, plan.layout());
+        serve(measure, plan.layout());
     };
     return headless(run, line.value("settings"));
 }

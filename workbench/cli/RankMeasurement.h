@@ -2,9 +2,9 @@
 #pragma once
 
 #include "cli/ComparisonOptions.h"
-#include "cli/RankTable.h"
 #include "cli/SimulateOptions.h"
 #include "formats/ExperimentFile.h"
+#include "ranking/ShiftRanking.h"
 
 namespace Workbench {
 
@@ -40,7 +40,7 @@ private:
     void compareSpectra(HostApplication &host, MessageLog &log, RankRow &row) const;
 
     RankPlan m_plan;
-    std::vector<NucleusMeasurement> m_measurements;
+    ShiftRanking m_shifts;
     std::optional<Experiment> m_experiment;
 };
 

@@ -9,6 +9,7 @@ const QString listKey = QStringLiteral("PeakList");
 const QString peaksIdKey = QStringLiteral("ID");
 const QString positionKey = QStringLiteral("Pos");
 const QString heightKey = QStringLiteral("Height");
+const QString labelKey = QStringLiteral("PeakLabel");
 
 QVariant position(const PeakListEdit::Place &place)
 {
@@ -42,7 +43,7 @@ QVariantMap added(const QVariantMap &peaks, const Place &place)
                             {positionKey, position(place)},
                             {heightKey, place.height},
                             {QStringLiteral("peakType"), 1},
-                            {QStringLiteral("PeakLabel"), QString()}});
+                            {labelKey, QString()}});
     return withList(peaks, list);
 }
 
@@ -64,6 +65,20 @@ QVariantMap removed(const QVariantMap &peaks, const QList<QUuid> &which)
 {
     QVariantList list = peaks.value(listKey).toList();
     list.removeIf([&](const QVariant &peak) { return isOneOf(peak, which); });
+    return withList(peaks, list);
+}
+
+QVariantMap labelled(const QVariantMap &peaks, const QHash<QUuid, QString> &labels)
+{
+    QVariantList list = peaks.value(listKey).toList();
+    for (QVariant &peak : list) {
+        QVariantMap map = peak.toMap();
+        const auto label = labels.constFind(map.value(peaksIdKey).toUuid());
+        if (label == labels.constEnd())
+            continue;
+        map.insert(labelKey, *label);
+        peak = map;
+    }
     return withList(peaks, list);
 }
 

@@ -18,6 +18,8 @@ struct Place {
 QVariantMap added(const QVariantMap &peaks, const Place &place);
 QVariantMap moved(const QVariantMap &peaks, const QList<QUuid> &which, const Place &to);
 QVariantMap removed(const QVariantMap &peaks, const QList<QUuid> &which);
+/// Peaks that are not named keep their labels.
+QVariantMap labelled(const QVariantMap &peaks, const QHash<QUuid, QString> &labels);
 
 } // namespace PeakListEdit
 

@@ -31,6 +31,8 @@
 #include "window/SpectrumCommands.h"
 #include "window/StartHints.h"
 #include "window/WorkBar.h"
+#include "window/compare/CompareCommands.h"
+#include "window/compare/ComparePanel.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -184,6 +186,7 @@ WMainWindow::~WMainWindow()
 void WMainWindow::setHost(HostApplication *host)
 {
     m_host = host;
+    m_compare->setHost(host);
     m_document->setPluginManager(&host->plugins());
 }
 
@@ -307,8 +310,11 @@ void WMainWindow::createMenus()
         tr("Auto Reference"), tr("Fits the reference of the simulated spectrum to the measurement beside it"),
         [this] { m_spectrumCommands->autoReference(); }, [this] { return m_spectrumCommands->whyNoAutoReference(); });
     m_autoReference->setShortcut(QKeySequence(tr("Ctrl+R")));
+    m_compare = new CompareCommands(scene(), documentData(), m_workBar, this);
+    connect(m_compare, &CompareCommands::reported, this, [this](const QString &text) { statusBar()->showMessage(text); });
+    connect(m_compare, &CompareCommands::fileWanted, this, [this](const QString &path) { openPath(path, nullptr); });
     createItemMenu(tr("&Spectrum"), [this] { return scene()->currentNmrItem(); }, tr("No spectrum on the page"),
-                   {m_create, m_addMeasurement});
+                   {m_create, m_addMeasurement, m_compare->referenceSetAction()});
     createItemMenu(
         tr("&Table"), [this] { return scene()->currentTableItem(); }, tr("No table on the page"));
     createItemMenu(
@@ -337,6 +343,7 @@ void WMainWindow::createViewMenu()
     connect(m_preview, &QAction::toggled, m_view, &MainView::setPagePreview);
     viewMenu->addSeparator();
     viewMenu->addAction(m_contents->toggleViewAction());
+    viewMenu->addAction(m_compare->panel()->toggleViewAction());
     viewMenu->addAction(m_workBar->toggleViewAction());
 }
 
@@ -445,6 +452,7 @@ void WMainWindow::addHostMenu(DocumentItem *item)
         item->addContextMenu(nmrContextMenu());
         item->addContextMenu(m_stackMenu);
         item->addContextMenu(m_peakMenu);
+        item->addContextMenu(m_compare);
         connect(spectrum, &NmrItem::pointed, m_readOut, &QLabel::setText);
     }
     connect(item, &DocumentItem::reported, this, [this](const QString &text) { statusBar()->showMessage(text); });

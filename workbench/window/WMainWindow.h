@@ -11,6 +11,7 @@ class QLabel;
 
 namespace Workbench {
 
+class CompareCommands;
 class ContentsDock;
 class DocumentController;
 class DocumentItem;
@@ -42,6 +43,7 @@ public:
     WorkBar *workBar() const { return m_workBar; }
     ContentsDock *contents() const { return m_contents; }
     SpectrumCommands *spectrumCommands() const { return m_spectrumCommands; }
+    CompareCommands *compareCommands() const { return m_compare; }
     ItemNotes *itemNotes() const { return m_itemNotes; }
 
 public Q_SLOTS:
@@ -96,6 +98,7 @@ private:
     QLabel *m_readOut; ///< what is under the cursor
     SpectrumCommands *m_spectrumCommands;
     ItemNotes *m_itemNotes;
+    CompareCommands *m_compare = nullptr;
     ContentsDock *m_contents;
     WorkBar *m_workBar;
     StartHints *m_hints;

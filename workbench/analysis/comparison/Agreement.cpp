@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/comparison/Agreement.h"
 
+#include "analysis/comparison/ShiftPoint.h"
 #include "data/Error.h"
 
 #include <boost/math/special_functions/gamma.hpp>
@@ -8,6 +9,7 @@
 #include <cmath>
 
 namespace Workbench {
+
 ChiSquare ChiSquare::of(double value, int degreesOfFreedom)
 {
     ChiSquare result{value, degreesOfFreedom, {}};
@@ -32,19 +34,13 @@ Agreement Agreement::of(const std::vector<ComparedSite> &sites, const std::vecto
 
     const double n = double(result.pairs.size());
     const auto shielding = [&](const SitePair &pair) { return sites[std::size_t(pair.site)].shielding; };
-    double meanShift = 0;
-    for (const SitePair &pair : result.pairs) {
-        result.meanShielding += shielding(pair) / n;
-        meanShift += pair.measured / n;
-    }
-    double xx = 0, xy = 0;
-    for (const SitePair &pair : result.pairs) {
-        const double x = shielding(pair) - result.meanShielding;
-        xx += x * x;
-        xy += x * (pair.measured - meanShift);
-    }
-    result.slope = options.slope ? *options.slope : xx > 0 ? xy / xx : -1.0;
-    result.plainReference = meanShift - result.slope * result.meanShielding;
+    std::vector<ShiftPoint> points;
+    for (const SitePair &pair : result.pairs)
+        points.push_back({shielding(pair), pair.measured});
+    const ShiftMoments moments = ShiftMoments::of(points);
+    result.meanShielding = moments.shielding;
+    result.slope = options.slope.value_or(moments.slope(-1.0));
+    result.plainReference = moments.reference(result.slope);
     result.degreesOfFreedom = int(result.pairs.size()) - (options.reference ? 0 : 1) - (options.slope ? 0 : 1);
 
     double sum = 0, nuclei = 0;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/comparison/LinePairing.h"
 
+#include "analysis/comparison/ShiftPoint.h"
 #include "data/Error.h"
 
 #include <algorithm>
@@ -20,10 +21,7 @@ struct Scale {
     double slope = -1;
 };
 
-struct Point {
-    double shielding;
-    double shift;
-};
+using Point = ShiftPoint;
 
 struct Fit {
     Scale scale;
@@ -33,20 +31,10 @@ struct Fit {
 /// Least squares; with a fixed slope of the offset alone.
 Fit fitted(const std::vector<Point> &points, std::optional<double> slope, double fallbackSlope)
 {
-    const double n = double(points.size());
-    double meanX = 0, meanY = 0;
-    for (const Point &p : points) {
-        meanX += p.shielding / n;
-        meanY += p.shift / n;
-    }
-    double xx = 0, xy = 0;
-    for (const Point &p : points) {
-        xx += (p.shielding - meanX) * (p.shielding - meanX);
-        xy += (p.shielding - meanX) * (p.shift - meanY);
-    }
+    const ShiftMoments moments = ShiftMoments::of(points);
     Fit fit;
-    fit.scale.slope = slope ? *slope : xx > 0 ? xy / xx : fallbackSlope;
-    fit.scale.offset = meanY - fit.scale.slope * meanX;
+    fit.scale.slope = slope.value_or(moments.slope(fallbackSlope));
+    fit.scale.offset = moments.reference(fit.scale.slope);
     fit.squares = 0;
     for (const Point &p : points) {
         const double difference = p.shift - fit.scale.offset - fit.scale.slope * p.shielding;
@@ -375,7 +363,13 @@ LinePairing LinePairing::of(const std::vector<ComparedSite> &sites, const std::v
     }
     const auto sum = [](const std::vector<int> &numbers) { return std::accumulate(numbers.begin(), numbers.end(), 0); };
 
-    if (m <= n && !problem.counts.empty()) {
+    // As many lines as sites, all alike: counts say nothing that the order does not.
+    const auto areSame = [](const auto &numbers) {
+        return std::adjacent_find(numbers.begin(), numbers.end(), std::not_equal_to<>()) == numbers.end();
+    };
+    const bool countsTell =
+        !problem.counts.empty() && !(m == n && areSame(problem.counts) && areSame(problem.nuclei));
+    if (m <= n && countsTell) {
         pairing.mode = m == n ? Mode::Equal : Mode::Overlap;
         pairing.byCounts = true;
         const CountedSplit counted(problem);

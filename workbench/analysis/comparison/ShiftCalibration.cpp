@@ -14,23 +14,15 @@ ShiftCalibration ShiftCalibration::of(const std::vector<Point> &points)
     if (points.size() < 3)
         fail(Texts::tr("a calibration takes at least three sites, and there are %1").arg(points.size()));
     const double n = double(points.size());
-    double meanX = 0, meanY = 0;
-    for (const Point &p : points) {
-        meanX += p.shielding / n;
-        meanY += p.shift / n;
-    }
-    double xx = 0, xy = 0;
-    for (const Point &p : points) {
-        xx += (p.shielding - meanX) * (p.shielding - meanX);
-        xy += (p.shielding - meanX) * (p.shift - meanY);
-    }
+    const ShiftMoments moments = ShiftMoments::of(points);
+    const double meanX = moments.shielding, xx = moments.squares;
     if (!(xx > 1e-12 * (1 + meanX * meanX)))
         fail(Texts::tr("all shieldings are the same: they tell no slope"));
 
     ShiftCalibration result;
     result.points = int(points.size());
-    result.slope = xy / xx;
-    result.reference = meanY - result.slope * meanX;
+    result.slope = moments.slope(-1.0);
+    result.reference = moments.reference(result.slope);
     result.meanShielding = meanX;
     double squares = 0, leftOut = 0;
     for (const Point &p : points) {

@@ -1,18 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "analysis/comparison/ShiftPoint.h"
+
 #include <optional>
-#include <vector>
 
 namespace Workbench {
 
 /// The line shift = reference + slope · shielding through sites of known compounds, by ordinary least squares of the
 /// shifts.
 struct ShiftCalibration {
-    struct Point {
-        double shielding = 0; ///< calculated, ppm
-        double shift = 0; ///< measured, ppm
-    };
+    using Point = ShiftPoint;
     struct Interval {
         double shift = 0;
         double low = 0, high = 0;

@@ -63,7 +63,7 @@ void addName(QCustomPlot *plot, QCPAxisRect *rect, double x, double y, const QSt
 
 } // namespace
 
-AgreementPlot::AgreementPlot(QWidget *parent) : QCustomPlot(parent)
+AgreementPlot::AgreementPlot(Looks looks, QWidget *parent) : QCustomPlot(parent), m_looks(looks)
 {
     setComparisons({});
 }
@@ -75,6 +75,9 @@ QSize AgreementPlot::fullSize() const
 
 void AgreementPlot::setComparisons(const std::vector<NucleusComparison> &comparisons)
 {
+    m_marks.clear();
+    m_rects.clear();
+    m_pairs = comparisons.empty() ? std::vector<SitePair>() : comparisons.front().agreement.pairs;
     clearPlottables();
     clearItems();
     plotLayout()->clear();
@@ -82,7 +85,27 @@ void AgreementPlot::setComparisons(const std::vector<NucleusComparison> &compari
     for (std::size_t i = 0; i < comparisons.size(); ++i)
         addColumn(int(i), comparisons[i]);
     if (!comparisons.empty())
-        plotLayout()->setRowStretchFactors({0.01, 2, 1});
+        plotLayout()->setRowStretchFactors({0.01, m_looks == Full ? 2.0 : 1.3, 1});
+    plotLayout()->setRowSpacing(m_looks == Full ? 5 : 0);
+    replot(rpQueuedReplot);
+}
+
+void AgreementPlot::setMarkedSite(int site)
+{
+    for (QCPGraph *mark : m_marks)
+        removePlottable(mark);
+    m_marks.clear();
+    const auto pair = std::find_if(m_pairs.begin(), m_pairs.end(), [&](const SitePair &p) { return p.site == site; });
+    if (pair != m_pairs.end() && m_rects.size() == 2) {
+        const double values[] = {pair->measured, pair->difference()};
+        for (std::size_t i = 0; i < 2; ++i) {
+            auto *mark = new QCPGraph(m_rects[i]->axis(QCPAxis::atBottom), m_rects[i]->axis(QCPAxis::atLeft));
+            mark->setLineStyle(QCPGraph::lsNone);
+            mark->setScatterStyle({QCPScatterStyle::ssCircle, PlotStyle::entryColor(1), 12});
+            mark->setData({pair->calculated}, {values[i]});
+            m_marks.push_back(mark);
+        }
+    }
     replot(rpQueuedReplot);
 }
 
@@ -103,13 +126,16 @@ void AgreementPlot::addColumn(int column, const NucleusComparison &comparison)
     const QString title =
         tr("%1: %2, RMSD %3 ppm")
             .arg(comparison.nucleus, comparison.pairing.text(), QString::number(agreement.rmsd, 'f', 2));
-    auto *heading = new QCPTextElement(this, title, PlotStyle::font(labelSize + 1, true));
+    const bool isFull = m_looks == Full;
+    auto *heading = new QCPTextElement(this, isFull ? title : QString(), PlotStyle::font(isFull ? labelSize + 1 : 1, true));
     auto *upper = new QCPAxisRect(this), *lower = new QCPAxisRect(this);
     plotLayout()->addElement(0, column, heading);
     plotLayout()->addElement(1, column, upper);
     plotLayout()->addElement(2, column, lower);
-    setUp(upper, QString(), tr("Measured, ppm"));
-    setUp(lower, tr("Calculated, ppm"), tr("Difference, ppm"));
+    if (column == 0)
+        m_rects = {upper, lower};
+    setUp(upper, QString(), isFull ? tr("Measured, ppm") : tr("Measured"));
+    setUp(lower, tr("Calculated, ppm"), isFull ? tr("Difference, ppm") : tr("Difference"));
     auto *margins = new QCPMarginGroup(this);
     upper->setMarginGroup(QCP::msLeft | QCP::msRight, margins);
     lower->setMarginGroup(QCP::msLeft | QCP::msRight, margins);

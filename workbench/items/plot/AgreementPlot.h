@@ -12,14 +12,23 @@ class AgreementPlot : public QCustomPlot {
     Q_OBJECT
 
 public:
-    explicit AgreementPlot(QWidget *parent = nullptr);
+    /// Compact: without headings, for where they stand beside it.
+    enum Looks { Full, Compact };
+    explicit AgreementPlot(Looks looks = Full, QWidget *parent = nullptr);
 
     void setComparisons(const std::vector<NucleusComparison> &comparisons);
+    /// Of the first comparison; -1 for none.
+    void setMarkedSite(int site);
     /// The size at which everything is readable.
     QSize fullSize() const;
 
 private:
     void addColumn(int column, const NucleusComparison &comparison);
+
+    const Looks m_looks;
+    std::vector<SitePair> m_pairs; ///< of the first comparison
+    std::vector<QPointer<QCPAxisRect>> m_rects; ///< its shifts and its differences
+    std::vector<QCPGraph *> m_marks;
 };
 
 } // namespace Workbench

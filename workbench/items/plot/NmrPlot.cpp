@@ -17,6 +17,21 @@ const QColor litColor(0xff, 0x9f, 0x00);
 constexpr double reach = 5; // pixels from a peak at which the mouse still means it
 constexpr double samePlace = 1; // pixels
 
+/// Peaks whose labels name sites instead of atoms, each once.
+Spectrum withSiteNames(Spectrum spectrum, const QHash<QString, QString> &names)
+{
+    if (names.isEmpty())
+        return spectrum;
+    for (SpectrumPeak &peak : spectrum.peaks) {
+        QStringList sites;
+        for (const QString &atom : peak.label.split(u','))
+            sites.append(names.value(atom, atom));
+        sites.removeDuplicates();
+        peak.label = sites.join(u',');
+    }
+    return spectrum;
+}
+
 } // namespace
 
 NmrPlot::NmrPlot(NmrData *nmrData, QWidget *parent)
@@ -90,11 +105,20 @@ QList<PlotEntry> NmrPlot::shownEntries(QString &note) const
             name = tr("Spectrum %1").arg(number);
         const bool peakList = spectrum.isEmpty() && !spectrum.peaks.isEmpty();
         if (peakList || (!spectrum.isEmpty() && spectrum.dimensions() == dimensions))
-            entries.append({id, name, spectrum, color, id == m_data->activeEntryId()});
+            entries.append({id, name, withSiteNames(spectrum, m_siteNames.value(id)), color,
+                            id == m_data->activeEntryId()});
     }
     if (entries.isEmpty())
         note = m_data->spectrum(m_data->activeEntryId()).note;
     return entries;
+}
+
+void NmrPlot::setSiteNames(const SiteNames &names)
+{
+    if (names == m_siteNames)
+        return;
+    m_siteNames = names;
+    invalidate(true);
 }
 
 int NmrPlot::shownDimensions() const

@@ -51,6 +51,9 @@ public:
     /// Sees the mouse before it zooms. Not owned.
     void setEditor(PeakEditor *editor) { m_editor = editor; }
 
+    /// For each entry, the names of sites by the labels of their atoms, "C1 ×4" of "C1": peaks are labelled with them.
+    using SiteNames = QHash<QUuid, QHash<QString, QString>>;
+    void setSiteNames(const SiteNames &names);
     /// Peaks that are marked, as those of selected atoms.
     void setLitPeaks(const QSet<QUuid> &peaks);
     const QSet<QUuid> &litPeaks() const { return m_litPeaks; }
@@ -91,6 +94,7 @@ private:
     PlotMarker m_marker;
     PeakEditor *m_editor = nullptr;
     QSet<QUuid> m_litPeaks;
+    SiteNames m_siteNames;
     QUuid m_previewEntry;
     QList<QPointF> m_preview;
     bool m_dirty = true;

@@ -32,6 +32,8 @@ struct RankRow {
     QString message; ///< one line: why the structure failed
 
     bool failed() const { return parts.empty(); }
+    /// Notes why.
+    void fail(const std::exception &error);
 };
 
 /// What the rows of a ranking have.

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "cli/RankTable.h"
+#include "ranking/RankTable.h"
 
 #include "analysis/comparison/PoolProbabilities.h"
+#include "data/Elision.h"
 #include "data/NumberText.h"
 #include "data/ReaderText.h"
 
@@ -17,6 +18,15 @@
 namespace Workbench {
 
 using ReaderText::fail;
+
+void RankRow::fail(const std::exception &error)
+{
+    parts.clear();
+    // The plug-in's general advice stands before the cause.
+    message = elided(QString::fromUtf8(error.what()).section(QStringLiteral("\n\n"), -1).simplified());
+    if (message.isEmpty())
+        message = QStringLiteral("failed without a message");
+}
 
 namespace RankTable {
 

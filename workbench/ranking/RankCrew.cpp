@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ranking/RankCrew.h"
+
+#include "data/Elision.h"
+
+#include <QProcess>
+
+#include <algorithm>
+
+namespace Workbench {
+
+struct RankCrew::Worker : QProcess {
+    using QProcess::QProcess;
+    qsizetype file = -1; ///< at which it works
+    bool ready = false;
+};
+
+namespace {
+
+QString endText(const QProcess &process)
+{
+    return process.exitStatus() == QProcess::CrashExit
+        ? QStringLiteral("the program crashed while it worked on this file")
+        : QStringLiteral("the program ended with status %1 while it worked on this file").arg(process.exitCode());
+}
+
+} // namespace
+
+RankCrew::RankCrew(Plan plan, QStringList files, QObject *parent)
+    : QObject(parent), m_plan(std::move(plan)), m_files(std::move(files)), m_rows(std::size_t(m_files.size()))
+{
+    for (qsizetype i = 0; i < m_files.size(); ++i)
+        m_rows[std::size_t(i)].file = m_files[i];
+}
+
+RankCrew::~RankCrew()
+{
+    for (Worker *worker : m_workers) {
+        worker->disconnect(this);
+        worker->kill();
+        worker->waitForFinished(1000);
+    }
+}
+
+void RankCrew::start()
+{
+    for (qsizetype i = 0; i < std::min<qsizetype>(m_plan.workers, m_files.size()); ++i)
+        startWorker();
+    if (m_workers.empty())
+        QMetaObject::invokeMethod(this, &RankCrew::finished, Qt::QueuedConnection);
+}
+
+void RankCrew::cancel()
+{
+    m_next = m_files.size();
+    for (Worker *worker : m_workers) {
+        worker->file = -1;
+        worker->kill();
+    }
+}
+
+void RankCrew::startWorker()
+{
+    auto *worker = new Worker(this);
+    m_workers.push_back(worker);
+    connect(worker, &QProcess::readyReadStandardOutput, this, [this, worker] { read(*worker); });
+    connect(worker, &QProcess::finished, this, [this, worker] { ended(*worker); });
+    connect(worker, &QProcess::errorOccurred, this, [this, worker](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart)
+            ended(*worker);
+    });
+    worker->start(m_plan.program, m_plan.arguments);
+}
+
+void RankCrew::read(Worker &worker)
+{
+    while (worker.canReadLine()) {
+        const QByteArray line = worker.readLine();
+        if (!worker.ready && line == readyLine)
+            worker.ready = true;
+        else if (worker.file < 0 || !take(worker, line)) {
+            Q_EMIT chatter(line); // a plug-in that prints
+            continue;
+        }
+        giveNext(worker);
+    }
+}
+
+bool RankCrew::take(Worker &worker, const QByteArray &line)
+{
+    try {
+        RankRow row = RankTable::parseRows(line, QStringLiteral("worker"), m_plan.layout).rows.at(0);
+        if (row.file != m_files[worker.file])
+            return false;
+        finish(worker, std::move(row));
+        return true;
+    } catch (const std::exception &) {
+        return false;
+    }
+}
+
+void RankCrew::finish(Worker &worker, RankRow row)
+{
+    const qsizetype file = std::exchange(worker.file, -1);
+    m_rows[std::size_t(file)] = std::move(row);
+    ++m_done;
+    Q_EMIT fileDone(int(file));
+}
+
+void RankCrew::giveNext(Worker &worker)
+{
+    if (m_next >= m_files.size())
+        return worker.closeWriteChannel();
+    worker.file = m_next++;
+    worker.write(m_files[worker.file].toUtf8().toPercentEncoding() + '\n');
+}
+
+void RankCrew::ended(Worker &worker)
+{
+    const QByteArray said = worker.readAllStandardError();
+    if (worker.ready) {
+        Q_EMIT chatter(said);
+    } else if (m_next < m_files.size()) {
+        m_startFailure = QString::fromUtf8(said).trimmed();
+        if (m_startFailure.isEmpty())
+            m_startFailure = QStringLiteral("a worker process cannot be started: ") + worker.errorString();
+    }
+    if (worker.file >= 0) {
+        RankRow row;
+        row.file = m_files[worker.file];
+        row.message = endText(worker);
+        finish(worker, std::move(row));
+    }
+    worker.disconnect(this);
+    worker.deleteLater();
+    std::erase(m_workers, &worker);
+    if (worker.ready && m_next < m_files.size())
+        startWorker();
+    if (!m_workers.empty())
+        return;
+    // Left over when no worker could take over from one that crashed.
+    for (; m_done > 0 && m_next < m_files.size(); ++m_next)
+        m_rows[std::size_t(m_next)].message = elided(m_startFailure.simplified());
+    Q_EMIT finished();
+}
+
+} // namespace Workbench

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "analysis/comparison/NucleusComparison.h"
+#include "ranking/RankTable.h"
+
+namespace Workbench {
+
+/// What structures are ranked by: the shifts of any number of nuclei.
+struct ShiftRanking {
+    /// The plug-in's start where nobody gives a reference, ppm.
+    static constexpr double usualReference = 100;
+
+    std::vector<NucleusMeasurement> measurements; ///< with references that are free
+    std::vector<double> startReferences; ///< ppm, one for each, from which offsets count
+    UniqueSites::Options sites;
+
+    /// Fills the row in; nothing of it where this throws (std::runtime_error).
+    void compare(const CrystalStructure &structure, RankRow &row) const;
+    /// Of a single nucleus: without a name.
+    RankLayout layout() const;
+};
+
+} // namespace Workbench
