@@ -16,6 +16,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScopedValueRollback>
+#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalBlocker>
@@ -107,7 +108,7 @@ PowderDialog::PowderDialog(const CrystalStructure &structure, const PowderSettin
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(both, 1);
     layout->addWidget(buttons);
-    resize(980, 600);
+    resize(QSize(1040, 600).boundedTo(screen()->availableSize() - QSize(20, 60)));
 
     m_timer.setSingleShot(true);
     m_timer.setInterval(pause);
@@ -208,6 +209,8 @@ QWidget *PowderDialog::createInputs()
               &m_settings.shape.lorentzian);
     addNumber(form, tr("&Gaussian:"), QStringLiteral("gaussian"), 0, 1e6, 1, tr(" Hz"), &m_settings.shape.gaussian);
     m_siteList->setObjectName(QStringLiteral("sites"));
+    m_siteList->setMinimumWidth(fontMetrics().horizontalAdvance(tr("O12 ×12: -1234.5 ppm, Cq -12.345 MHz, η 0.00"))
+                                + 48);
     m_siteList->setMinimumHeight(4 * fontMetrics().lineSpacing());
     m_siteList->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
     connect(m_siteList, &QListWidget::itemChanged, this, &PowderDialog::takeSites);
