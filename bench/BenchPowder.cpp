@@ -103,12 +103,12 @@ public:
 
     std::size_t steps() const { return m_steps; }
 
-    /// The least of 2^n directions for the accuracy.
+    /// About as many directions as the accuracy takes.
     std::size_t directionsFor(const std::vector<double> &converged) const
     {
         std::size_t count = 128;
         while (distance(compute(count), converged) > accuracy)
-            count *= 2;
+            count += count / 4;
         return count;
     }
 

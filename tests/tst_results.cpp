@@ -111,6 +111,39 @@ private Q_SLOTS:
             QVERIFY(!dipole || std::abs(fromEnd(4) + 120120 * std::pow(0.13556457, 2)) < 1);
         }
         QCOMPARE(lines, 4 + 4 + 3);
+
+        // The same in another program's form: zeta is that of the shielding, angles are radians.
+        options.labels = {u"O1"_s};
+        QCOMPARE(QString::fromUtf8(SpinSystem::fromData(data, options).mrsimulator(u"x"_s)), uR"({
+    "name": "x",
+    "spin_systems": [
+        {
+            "abundance": "100 %",
+            "name": "O1",
+            "sites": [
+                {
+                    "isotope": "17O",
+                    "isotropic_chemical_shift": "30.000000 ppm",
+                    "quadrupolar": {
+                        "Cq": "18025458.600 Hz",
+                        "alpha": "-1.570796327 rad",
+                        "beta": "0.000000000 rad",
+                        "eta": 0.33333333,
+                        "gamma": "0.000000000 rad"
+                    },
+                    "shielding_symmetric": {
+                        "alpha": "-1.570796327 rad",
+                        "beta": "0.000000000 rad",
+                        "eta": 0.33333333,
+                        "gamma": "0.000000000 rad",
+                        "zeta": "-3.000000 ppm"
+                    }
+                }
+            ]
+        }
+    ]
+}
+)"_s);
     }
 
     void tableIsSortedCopiedAndLinked()

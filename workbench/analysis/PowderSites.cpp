@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/PowderSites.h"
 
-#include "analysis/comparison/UniqueSites.h"
 #include "data/Error.h"
 #include "data/Nuclides.h"
 
@@ -152,6 +151,12 @@ Nuclide checkedNuclide(const PowderSettings &settings)
 
 PowderSites PowderSites::of(const CrystalStructure &structure, const PowderSettings &settings)
 {
+    return of(structure, UniqueSites::of(structure, {}), settings);
+}
+
+PowderSites PowderSites::of(const CrystalStructure &structure, const UniqueSites &unique,
+                            const PowderSettings &settings)
+{
     const Nuclide nuclide = checkedNuclide(settings);
     const QString element = Nuclides::element(settings.nucleus);
     PowderSites result;
@@ -160,7 +165,6 @@ PowderSites PowderSites::of(const CrystalStructure &structure, const PowderSetti
                          settings.rate};
     Powder::check(result.conditions);
 
-    const UniqueSites unique = UniqueSites::of(structure, {});
     const std::vector<UniqueSite> all = unique.ofElement(element);
     if (all.empty())
         fail(Texts::tr("there is no site of %1; there is %2").arg(settings.nucleus, structure.formula()));
@@ -172,7 +176,7 @@ PowderSites PowderSites::of(const CrystalStructure &structure, const PowderSetti
     bool anyGradient = false;
     for (const Chosen &chosen : chosenSites(structure, all, settings)) {
         const CrystalAtom &atom = structure.atoms[size_t(chosen.atom)];
-        PowderSite site{chosen.name, chosen.site->nuclei(), {}, {}};
+        PowderSite site{chosen.name, structure.name(chosen.atom), chosen.site->nuclei(), {}, {}};
         site.site.multiplicity = chosen.site->nuclei();
         if (atom.shielding)
             site.site.shift = scaled(*atom.shielding, settings.slope);
@@ -239,6 +243,7 @@ std::optional<Powder::Spectrum> powderSpectrum(const PowderSites &sites, const P
     }
     Powder::Accuracy accuracy;
     accuracy.directions = settings.directions;
+    accuracy.tolerance = settings.tolerance;
     return Powder::spectrum(plain, sites.conditions, settings.shape, axis, accuracy, progress);
 }
 

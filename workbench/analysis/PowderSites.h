@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "analysis/comparison/UniqueSites.h"
 #include "analysis/powder/Spectrum.h"
 #include "analysis/powder/SpectrumFit.h"
 #include "data/ExperimentalSpectrum.h"
@@ -22,11 +23,13 @@ struct PowderSettings {
     int points = 8192;
     std::optional<std::pair<double, double>> range; ///< ppm; nothing: all that is above 0.1 % of the highest point
     double directions = 0; ///< 0: as many as it takes
+    double tolerance = 1e-3; ///< as Powder::Accuracy's
 };
 
 /// A site of the crystal: an atom and those that are equivalent to it.
 struct PowderSite {
     QString name; ///< "O1 ×12"
+    QString label; ///< "O1"
     int nuclei = 1;
     Powder::Site site; ///< with the nuclei as its multiplicity
     Powder::SiteValues values;
@@ -41,6 +44,8 @@ struct PowderSites {
 
     /// Throws std::runtime_error with what is wrong about the input.
     static PowderSites of(const CrystalStructure &structure, const PowderSettings &settings);
+    /// With the structure's unique sites, which need to be found but once.
+    static PowderSites of(const CrystalStructure &structure, const UniqueSites &unique, const PowderSettings &settings);
 
     std::vector<Powder::Site> plain() const;
     /// What the model leaves out, in a sentence.

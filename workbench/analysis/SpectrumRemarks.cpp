@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/SpectrumRemarks.h"
 
+#include "analysis/PowderEntry.h"
 #include "data/Error.h"
 #include "data/Nuclides.h"
 
@@ -120,6 +121,17 @@ QList<SpectrumRemark> remarksOn(const SpectrumEntry &entry)
     if (const QStringList texts = undersampled(spectrum); !texts.isEmpty())
         add(SpectrumRemark::Undersampled, texts.join(QLatin1String(". ")));
 
+    const auto addPlaceholder = [&](const QStringList &nuclei) {
+        add(SpectrumRemark::PlaceholderReference,
+            Texts::tr("The reference of %1 is a placeholder, %2 ppm: positions mean nothing yet, only distances do")
+                .arg(nuclei.join(Texts::tr(" and ")))
+                .arg(placeholderReference));
+    };
+    if (const auto powder = PowderOrigin::of(entry)) {
+        if (powder->settings.reference == placeholderReference)
+            addPlaceholder({spectrum.axes.front().nucleus()});
+        return remarks;
+    }
     const QVariantMap references = entry.parameters(magresFormat).value(QStringLiteral("ref")).toMap();
     QStringList placeholders, quadrupolar;
     for (const SpectrumAxis &axis : nucleiOf(spectrum)) {
@@ -129,10 +141,7 @@ QList<SpectrumRemark> remarksOn(const SpectrumEntry &entry)
             quadrupolar.append(Texts::tr("%1 (spin %2)").arg(axis.nucleus(), nuclide.spin));
     }
     if (!placeholders.isEmpty())
-        add(SpectrumRemark::PlaceholderReference,
-            Texts::tr("The reference of %1 is a placeholder, %2 ppm: positions mean nothing yet, only distances do")
-                .arg(placeholders.join(Texts::tr(" and ")))
-                .arg(placeholderReference));
+        addPlaceholder(placeholders);
     if (!quadrupolar.isEmpty())
         add(SpectrumRemark::QuadrupolarLines,
             Texts::tr(

@@ -7,6 +7,9 @@
 #include "data/Nuclides.h"
 
 #include <QCoreApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 
 #include <Eigen/Dense>
 #include <Eigen/Eigenvalues>
@@ -117,6 +120,28 @@ QByteArray angleText(const SpinSystem::Angles &angles)
     return fixed(angles[0], 6) + fixed(angles[1], 6) + fixed(angles[2], 6);
 }
 
+/// Rounded, so that the last bits of an eigenvalue do not show.
+double rounded(double value, int decimals)
+{
+    return QByteArray::number(value == 0 ? 0.0 : value, 'f', decimals).toDouble();
+}
+
+QString quantity(double value, int decimals, const char *unit)
+{
+    return QString::number(rounded(value, decimals), 'f', decimals) + QLatin1Char(' ') + QLatin1String(unit);
+}
+
+/// A tensor of mrsimulator; its strength under the given name.
+QJsonObject tensorObject(const char *name, const QString &strength, double eta, const SpinSystem::Angles &angles)
+{
+    constexpr double radians = std::numbers::pi / 180;
+    return {{QLatin1String(name), strength},
+            {QStringLiteral("eta"), rounded(eta, 8)},
+            {QStringLiteral("alpha"), quantity(angles[0] * radians, 9, "rad")},
+            {QStringLiteral("beta"), quantity(angles[1] * radians, 9, "rad")},
+            {QStringLiteral("gamma"), quantity(angles[2] * radians, 9, "rad")}};
+}
+
 constexpr const char *conventions =
     "# Conventions\n"
     "#   Principal values: |zz-iso| >= |xx-iso| >= |yy-iso|, eta = (yy-xx)/(zz-iso), for shift and quadrupole alike.\n"
@@ -211,6 +236,28 @@ QByteArray SpinSystem::simpson(const QString &title) const
         text += "  dipole " + QByteArray::number(dipole.i + 1) + ' ' + QByteArray::number(dipole.j + 1)
             + fixed(dipole.coupling, 4) + angleText(dipole.angles) + '\n';
     return text + "}\n";
+}
+
+QByteArray SpinSystem::mrsimulator(const QString &title) const
+{
+    QJsonArray systems;
+    for (const Site &site : sites) {
+        QJsonObject object{{QStringLiteral("isotope"), site.nucleus}};
+        if (const auto &shift = site.shift) {
+            object.insert(QStringLiteral("isotropic_chemical_shift"), quantity(shift->iso, 6, "ppm"));
+            object.insert(QStringLiteral("shielding_symmetric"),
+                          tensorObject("zeta", quantity(-shift->aniso, 6, "ppm"), shift->eta, shift->angles));
+        }
+        if (const auto &quadrupole = site.quadrupole) {
+            object.insert(QStringLiteral("quadrupolar"),
+                          tensorObject("Cq", quantity(quadrupole->Cq, 3, "Hz"), quadrupole->eta, quadrupole->angles));
+        }
+        systems.append(QJsonObject{{QStringLiteral("name"), site.label},
+                                   {QStringLiteral("abundance"), QStringLiteral("100 %")},
+                                   {QStringLiteral("sites"), QJsonArray{object}}});
+    }
+    const QJsonObject all{{QStringLiteral("name"), title.simplified()}, {QStringLiteral("spin_systems"), systems}};
+    return QJsonDocument(all).toJson();
 }
 
 } // namespace Workbench

@@ -65,6 +65,10 @@ struct SpinSystem {
 
     /// As the input of SIMPSON: a spinsys section, with the conventions as comments at its head.
     QByteArray simpson(const QString &title) const;
+
+    /// As JSON of mrsimulator: one spin system of one site each, without dipole couplings. Anisotropies are those of
+    /// the shielding (zeta = zz - iso of sigma); angles in radians, with the meaning that they have here.
+    QByteArray mrsimulator(const QString &title) const;
 };
 
 } // namespace Workbench

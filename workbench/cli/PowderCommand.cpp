@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/CliErrors.h"
 #include "cli/Commands.h"
+#include "cli/ComparisonOptions.h"
 #include "cli/MessageLog.h"
 #include "cli/OutputOptions.h"
 #include "cli/PowderOptions.h"
@@ -36,6 +37,7 @@ struct PowderJob {
     QString file;
     QString experiment; ///< empty: none
     PowderSettings settings;
+    std::vector<ReferenceSet> sets; ///< that the reference was taken from
     bool fit = false;
     bool fitScale = false;
     bool tripleQuantum = false;
@@ -237,6 +239,7 @@ void runPowder(const PowderJob &job, const OutputOptions &outputs, HostApplicati
 {
     Simulation simulation(host, log);
     const CrystalStructure structure = structureOf(host, simulation, job.file);
+    warnOfMethods(job.sets, job.file);
     PowderSettings settings = job.settings;
     PowderSites sites = PowderSites::of(structure, settings);
     if (job.tripleQuantum && (sites.conditions.spin < 1 || std::fmod(2 * sites.conditions.spin, 2) == 0))
@@ -280,11 +283,30 @@ void runPowder(const PowderJob &job, const OutputOptions &outputs, HostApplicati
              + (job.tripleQuantum ? tripleQuantumTable(sites) : QString()) + report + sites.limits() + u'\n');
 }
 
+/// From reference sets, unless the options say it.
+void takeReference(const CommandLine &line, PowderJob &job)
+{
+    const std::vector<ReferenceSet> sets = parseReferenceSets(line);
+    for (const ReferenceSet &set : sets) {
+        if (set.nucleus != job.settings.nucleus || line.has("reference") || line.has("slope"))
+            continue;
+        job.settings.reference = set.calibration.reference;
+        job.settings.slope = set.calibration.slope;
+        job.sets.push_back(set);
+    }
+    const bool anyFits = std::any_of(sets.begin(), sets.end(),
+                                     [&](const ReferenceSet &set) { return set.nucleus == job.settings.nucleus; });
+    if (!sets.empty() && !anyFits)
+        throw UsageError(QStringLiteral("option --reference-set: there is none of %1, but of %2")
+                             .arg(job.settings.nucleus, sets.front().nucleus));
+}
+
 CommandRun preparePowder(const CommandLine &line)
 {
     PowderJob job;
     job.file = line.positional().constFirst();
     job.settings = parsePowder(line);
+    takeReference(line, job);
     job.experiment = line.value("experiment");
     job.fit = line.has("fit");
     job.fitScale = line.has("fit-scale");
@@ -313,6 +335,7 @@ CommandRun preparePowder(const CommandLine &line)
 std::vector<OptionSpec> options()
 {
     std::vector<OptionSpec> list = powderSpecs();
+    list.push_back(referenceSetOption());
     list.push_back({"experiment", "EXP", "A measured spectrum, stacked in pictures and fitted to by --fit."});
     list.push_back(
         {"fit", nullptr,

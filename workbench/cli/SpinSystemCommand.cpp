@@ -86,6 +86,12 @@ CommandRun prepareSpinSystem(const CommandLine &line)
     const std::vector<ReferenceSet> sets = parseReferenceSets(line);
     const SpinSystem::Options options = optionsOf(line, sets);
     const std::optional<PowderSettings> experiment = experimentOf(line, options);
+    const bool isMrsimulator = line.has("format")
+        && OptionValues::choice(QStringLiteral("--format"), line.value("format"),
+                                {QStringLiteral("simpson"), QStringLiteral("mrsimulator")})
+            == 1;
+    if (isMrsimulator && experiment)
+        throw UsageError(QStringLiteral("option --complete: it completes an input of SIMPSON, not of mrsimulator"));
     const QString file = line.positional().constFirst(), output = line.value("o");
     return headless([=](HostApplication &host, MessageLog &log) {
         Simulation simulation(host, log);
@@ -94,7 +100,12 @@ CommandRun prepareSpinSystem(const CommandLine &line)
         const auto ids = callPlugin<QList<QUuid>>(simulation.table().table(), "tableItem_sharedDataIds()");
         const QVariantMap data = host.documentData().getDataMap(ids.value(0));
         const SpinSystem system = SpinSystem::fromData(data, options);
-        QByteArray text = system.simpson(QStringLiteral("Spin system of %1").arg(QFileInfo(file).fileName()));
+        const QString title = QStringLiteral("Spin system of %1").arg(QFileInfo(file).fileName());
+        if (isMrsimulator) {
+            for (const QString &note : system.notes)
+                printError(QStringLiteral("Note: %1\n").arg(note));
+        }
+        QByteArray text = isMrsimulator ? system.mrsimulator(title) : system.simpson(title);
         if (experiment) {
             if (system.sites.size() != 1)
                 throw CommandError(
@@ -118,7 +129,7 @@ Command spinSystemCommand()
     return {
         "spinsystem",
         "FILE --nucleus NUC... [options] [-o OUT]",
-        "Writes the sites of chosen nuclei as a spin system for SIMPSON.",
+        "Writes the sites of chosen nuclei as a spin system for SIMPSON or mrsimulator.",
         "Shift, quadrupole and dipole lines; the conventions stand at the head of the output. An isotropic shift is\n"
         "reference + slope * shielding, as in a spectrum.\n\n"
         "Example:\n"
@@ -131,6 +142,8 @@ Command spinSystemCommand()
             {"slope", "NUC=X", "Slope of a nucleus. Default: -1.", true},
             referenceSetOption(),
             {"cutoff", "A", "Longest distance of a dipole line in Angstrom. Default: 4."},
+            {"format", "FORMAT",
+             "simpson or mrsimulator: one spin system a site, as JSON, without dipole couplings. Default: simpson."},
             {"complete", nullptr,
              "Adds what SIMPSON needs to run the file as it is: the spectrum of one site, as from powder."},
             {"frequency", "MHZ", "With --complete: spectrometer frequency of 1H in MHz. Default: 600."},

@@ -133,7 +133,11 @@ NmrItem *MainScene::waitingMeasurement(const QVariantMap &data) const
 
 QString MainScene::sourceOf(const SpectrumEntry &entry) const
 {
-    const QUuid dataId = entry.parameters(QStringLiteral("magres")).value(QStringLiteral("magresDataId")).toUuid();
+    QUuid dataId;
+    for (const QString &format : {QStringLiteral("magres"), QStringLiteral("powder")}) {
+        if (dataId.isNull())
+            dataId = entry.parameters(format).value(QStringLiteral("magresDataId")).toUuid();
+    }
     for (const DocumentItem *item : m_items) {
         const auto *table = qobject_cast<const TableItem *>(item);
         if (table && !dataId.isNull() && table->sharedDataIds().contains(dataId))

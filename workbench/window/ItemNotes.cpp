@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "window/ItemNotes.h"
 
+#include "analysis/PowderEntry.h"
 #include "host/MainScene.h"
 #include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
@@ -14,10 +15,12 @@ ItemNotes::ItemNotes(MainScene *scene, SpectrumCommands *commands)
     connect(scene, &MainScene::itemAdded, this, &ItemNotes::watch);
 }
 
-void ItemNotes::setPowderCommand(const QString &text, std::function<void(NmrItem *, const QUuid &)> run)
+void ItemNotes::setPowderCommand(const QString &text, std::function<void(NmrItem *, const QUuid &)> run,
+                                 std::function<void(NmrItem *, const QUuid &)> edit)
 {
     m_powderText = text;
     m_powder = std::move(run);
+    m_editPowder = std::move(edit);
 }
 
 void ItemNotes::watch(DocumentItem *item)
@@ -58,7 +61,9 @@ void ItemNotes::update(NmrItem *item) const
                   [commands = m_commands](NmrItem *at, const QUuid &entry) { commands->fitRange(at, entry); });
             break;
         case SpectrumRemark::PlaceholderReference:
-            if (besideMeasurement)
+            if (m_editPowder && PowderOrigin::of(data.stackEntry(remark.entry)))
+                offer(tr("Set Reference..."), m_editPowder);
+            else if (besideMeasurement)
                 offer(tr("Auto reference"),
                       [commands = m_commands](NmrItem *at, const QUuid &) { commands->autoReference(at); });
             else

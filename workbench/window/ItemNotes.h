@@ -20,8 +20,9 @@ class ItemNotes : public QObject {
 public:
     ItemNotes(MainScene *scene, SpectrumCommands *commands);
 
-    /// What a note on the lines of quadrupolar nuclei offers.
-    void setPowderCommand(const QString &text, std::function<void(NmrItem *, const QUuid &)> run);
+    /// What a note on the lines of quadrupolar nuclei offers, and how powder spectra are edited.
+    void setPowderCommand(const QString &text, std::function<void(NmrItem *, const QUuid &)> run,
+                          std::function<void(NmrItem *, const QUuid &)> edit = {});
 
 private:
     void watch(DocumentItem *item);
@@ -30,7 +31,7 @@ private:
     MainScene *m_scene;
     SpectrumCommands *m_commands;
     QString m_powderText;
-    std::function<void(NmrItem *, const QUuid &)> m_powder;
+    std::function<void(NmrItem *, const QUuid &)> m_powder, m_editPowder;
 };
 
 } // namespace Workbench

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "window/SpectrumCommands.h"
 
+#include "analysis/PowderEntry.h"
 #include "analysis/SpectrumRemarks.h"
 #include "host/MainScene.h"
 #include "items/plot/NmrData.h"
@@ -75,6 +76,8 @@ QString SpectrumCommands::whyNoAutoReference() const
         return tr("It needs one simulated spectrum and one measurement in the plot; the current plot holds %1 and %2")
             .arg(simulated)
             .arg(ids.size() - simulated);
+    if (PowderOrigin::of(data.stackEntry(data.simulatedEntry())))
+        return tr("A powder spectrum is fitted where it is edited");
     return {};
 }
 

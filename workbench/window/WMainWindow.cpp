@@ -12,6 +12,7 @@
 #include "window/GestureHelp.h"
 #include "window/PeakAtomLinks.h"
 #include "window/PeakMenu.h"
+#include "window/PowderCommands.h"
 #include "host/PluginManager.h"
 #include "window/Progress.h"
 #include "window/RecentFiles.h"
@@ -71,6 +72,9 @@ WMainWindow::WMainWindow()
       m_readOut(new QLabel(this)),
       m_spectrumCommands(new SpectrumCommands(scene(), nmrContextMenu(), this)),
       m_itemNotes(new ItemNotes(scene(), m_spectrumCommands)),
+      m_powderCommands(new PowderCommands(scene(), documentData(), this)),
+      m_tablePowderMenu(new QMenu(this)),
+      m_plotPowderMenu(new QMenu(this)),
       m_contents(new ContentsDock(scene(), documentData(), this)),
       m_workBar(new WorkBar(this)),
       m_hints(new StartHints(nullptr))
@@ -98,6 +102,7 @@ WMainWindow::WMainWindow()
                                      5000);
     });
     connect(m_spectrumCommands, &SpectrumCommands::reported, this, report);
+    connect(m_powderCommands, &PowderCommands::reported, this, report);
     connect(m_contents, &ContentsDock::reported, this, report);
     connect(m_hints, &StartHints::openRequested, this, &WMainWindow::chooseFiles);
     connect(m_hints, &StartHints::chosen, this, [this](const QString &file) { openFiles({file}); });
@@ -302,6 +307,7 @@ void WMainWindow::createMenus()
         tr("Create Spectrum"), tr("A simulated spectrum of the current table"),
         [this] { m_spectrumCommands->create(); }, [this] { return m_spectrumCommands->whyNoCreate(); });
     m_create->setShortcut(QKeySequence(tr("Ctrl+Shift+N")));
+    createPowderActions();
     m_addMeasurement = m_workBar->add(tr("Add Measurement"),
                                       tr("A measured spectrum or peak list, beside the simulated one or on its own"),
                                       [this] { m_stackMenu->chooseExperiment(); });
@@ -314,13 +320,34 @@ void WMainWindow::createMenus()
     connect(m_compare, &CompareCommands::reported, this, [this](const QString &text) { statusBar()->showMessage(text); });
     connect(m_compare, &CompareCommands::fileWanted, this, [this](const QString &path) { openPath(path, nullptr); });
     createItemMenu(tr("&Spectrum"), [this] { return scene()->currentNmrItem(); }, tr("No spectrum on the page"),
-                   {m_create, m_addMeasurement, m_compare->referenceSetAction()});
+                   {m_create, m_createPowder, m_addMeasurement, m_compare->referenceSetAction()});
     createItemMenu(
         tr("&Table"), [this] { return scene()->currentTableItem(); }, tr("No table on the page"));
     createItemMenu(
         tr("&Molecule"), [this] { return currentMolecule(); }, tr("No molecule on the page"));
     createViewMenu();
     createHelpMenu();
+}
+
+void WMainWindow::createPowderActions()
+{
+    m_createPowder = m_workBar->add(
+        tr("Powder Spectrum"), tr("The powder line shapes of the current table's sites, static or spinning"),
+        [this] { m_powderCommands->create(); }, [this] { return m_powderCommands->whyNoCreate(); });
+    m_createPowder->setShortcut(QKeySequence(tr("Ctrl+Shift+L")));
+    m_createPowder->setText(tr("Create Powder Spectrum..."));
+    m_createPowder->setIconText(tr("Powder Spectrum"));
+    m_tablePowderMenu->addAction(m_createPowder);
+    QAction *edit =
+        m_plotPowderMenu->addAction(tr("Edit Powder Spectrum..."), this, [this] { m_powderCommands->edit(); });
+    m_itemNotes->setPowderCommand(
+        tr("Create Powder Spectrum..."),
+        [this](NmrItem *item, const QUuid &entry) { m_powderCommands->createLike(item, entry); },
+        [this](NmrItem *item, const QUuid &entry) { m_powderCommands->edit(item, entry); });
+    const auto update = [this, edit] { edit->setVisible(m_powderCommands->whyNoEdit().isEmpty()); };
+    connect(scene(), &MainScene::currentItemsChanged, edit, update);
+    connect(scene()->undoStack(), &QUndoStack::indexChanged, edit, update);
+    update();
 }
 
 void WMainWindow::createViewMenu()
@@ -448,7 +475,10 @@ void WMainWindow::createItemMenu(const QString &title, const std::function<Docum
 
 void WMainWindow::addHostMenu(DocumentItem *item)
 {
+    if (qobject_cast<TableItem *>(item))
+        item->addContextMenu(m_tablePowderMenu);
     if (auto *spectrum = qobject_cast<NmrItem *>(item)) {
+        item->addContextMenu(m_plotPowderMenu);
         item->addContextMenu(nmrContextMenu());
         item->addContextMenu(m_stackMenu);
         item->addContextMenu(m_peakMenu);

@@ -22,6 +22,7 @@ class MainView;
 class MoleculeItem;
 class NmrItem;
 class PeakMenu;
+class PowderCommands;
 class RecentFiles;
 class SpectrumCommands;
 class StackMenu;
@@ -45,6 +46,7 @@ public:
     SpectrumCommands *spectrumCommands() const { return m_spectrumCommands; }
     CompareCommands *compareCommands() const { return m_compare; }
     ItemNotes *itemNotes() const { return m_itemNotes; }
+    PowderCommands *powderCommands() const { return m_powderCommands; }
 
 public Q_SLOTS:
     /// Each is a document, a file for a plug-in or a measured spectrum; errors are shown in a message box.
@@ -62,6 +64,7 @@ private:
     void createViewMenu();
     void createHelpMenu();
     void createWorkBar();
+    void createPowderActions();
     void updateActions();
     void restoreLayout();
     void saveLayout() const;
@@ -99,12 +102,16 @@ private:
     SpectrumCommands *m_spectrumCommands;
     ItemNotes *m_itemNotes;
     CompareCommands *m_compare = nullptr;
+    PowderCommands *m_powderCommands;
+    QMenu *m_tablePowderMenu; ///< of tables
+    QMenu *m_plotPowderMenu; ///< of plots
     ContentsDock *m_contents;
     WorkBar *m_workBar;
     StartHints *m_hints;
     QAction *m_undo = nullptr;
     QAction *m_redo = nullptr;
     QAction *m_create = nullptr;
+    QAction *m_createPowder = nullptr;
     QAction *m_addMeasurement = nullptr;
     QAction *m_autoReference = nullptr;
     QAction *m_preview = nullptr;

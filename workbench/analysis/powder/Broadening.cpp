@@ -22,24 +22,29 @@ Broadening::Broadening(double first, double step, size_t points, const LineShape
     const double width = fullWidth(shape);
     m_ratio = size_t(std::ceil(pointsPerWidth * step / std::max(width, step)));
     m_fine = step / double(m_ratio);
+    m_coarseness = size_t(std::max(std::floor(width / (8 * m_fine)), 1.0));
     m_cell = std::clamp(2 * step - width, 0.0, step) / m_fine;
     // Intensity outside the axis reaches into it with its wings alone, from farther away than its length not even so.
     const double length = step * double(points);
-    const auto margin = [&](double reach) { return size_t(std::clamp(reach, 0.0, length) / m_fine) + 8; };
-    m_lead = margin(first - low);
-    m_start = first - double(m_lead) * m_fine;
-    m_count = m_lead + (points - 1) * m_ratio + 1 + margin(high - (first + step * double(points - 1)));
-    size_t size = 8;
-    while (size < 2 * m_count)
-        size *= 2;
-    m_table = TwiddleTable::shared(size);
+    constexpr ptrdiff_t margin = 8;
+    const auto place = [&](double hertz) { return std::clamp(hertz - first, -length, 2 * length) / m_fine; };
+    m_offset = margin - ptrdiff_t(std::floor(place(low)));
+    m_count = size_t(ptrdiff_t(std::ceil(place(high))) + margin + m_offset + 1);
+    m_start = first - double(m_offset) * m_fine;
+    // Farthest of the intensities from a point of the axis.
+    const ptrdiff_t last = m_offset + ptrdiff_t((points - 1) * m_ratio), end = ptrdiff_t(m_count) - 1;
+    const double reach =
+        double(std::max({std::abs(last), std::abs(m_offset), std::abs(last - end), std::abs(m_offset - end)})
+               + ptrdiff_t(m_ratio));
+    const double blur = std::min(2.5 * std::max(shape.gaussian / m_fine, 4.0), 3 * double(m_count + points * m_ratio));
+    m_table = TwiddleTable::shared(transformSize(size_t(std::max(1.15 * reach, reach + blur)) + 64));
     makeKernel(shape);
+    makeImages(shape.lorentzian / m_fine);
 }
 
 void Broadening::makeKernel(const LineShape &shape)
 {
-    const Twiddles twiddles = m_table->twiddles();
-    const size_t size = twiddles.size;
+    const size_t size = m_table->twiddles().size;
     const double period = double(size);
     // Widths in grid points. A grid cannot hold lines that are much narrower; the mean over cells hides what is added.
     const double lorentzian = shape.lorentzian / m_fine;
@@ -48,70 +53,113 @@ void Broadening::makeKernel(const LineShape &shape)
         gaussian = std::sqrt(std::max(gaussian * gaussian, 9 - lorentzian * lorentzian));
 
     // The transform of the line: exp(-pi w t - (pi g t)^2 / (4 ln 2)) at t = i / period, by recurrences.
-    std::vector<double> re(size), im(size), work(2 * size);
+    m_kernel.assign(size, 0.0);
     const double decay = exponential(-std::numbers::pi * lorentzian / period);
     const double exponent = std::numbers::pi * gaussian / period;
     const double q = exponential(-exponent * exponent / (4 * std::numbers::ln2)), square = q * q;
-    double lorentz = 1, gauss = 1, ratio = q;
-    for (size_t i = 0; i <= size / 2; ++i) {
-        re[i] = lorentz * gauss;
-        re[(size - i) & (size - 1)] = re[i];
-        lorentz *= decay;
-        gauss *= ratio;
+    double value = 1 / period, ratio = q * decay;
+    for (size_t i = 0; i <= size / 2 && value * period > 1e-18; ++i) {
+        m_kernel[i] = value;
+        m_kernel[i == 0 ? 0 : size - i] = value;
+        value *= ratio;
         ratio *= square;
-        if (lorentz * gauss < 1e-200)
-            break;
     }
-    m_kernel.resize(size);
-    // That is a line repeated with the period. Where the repetitions' wings can be seen they are taken off.
-    if (lorentzian < 1e-4 * period) {
-        for (size_t i = 0; i < size; ++i)
-            m_kernel[i] = re[i] / period;
-        return;
-    }
-    kernels().transform(&twiddles, 1, re.data(), im.data(), work.data());
-    const double growth = exponential(std::numbers::pi * lorentzian / period), shrink = 1 / growth;
-    const double sinh = 0.5 * (growth - shrink), cosh = 0.5 * (growth + shrink);
-    for (size_t i = 0; i < size; ++i) {
-        const double offset = double(i <= size / 2 ? i : size - i);
-        double wings = 0;
-        if (lorentzian > 0 && offset > 0) {
-            const double repeated = sinh / (cosh - twiddles.cosines[i]) / period;
-            const double alone =
-                0.5 * std::numbers::inv_pi * lorentzian / (offset * offset + 0.25 * lorentzian * lorentzian);
-            wings = repeated - alone;
-        }
-        // Near the middle the difference of two large numbers is less accurate than its value there.
-        if (offset < 0.02 * period && lorentzian > 0)
-            wings = std::numbers::pi / 6 * lorentzian / (period * period);
-        re[i] = re[i] / period - wings;
-        im[i] = 0;
-    }
-    kernels().transform(&twiddles, 1, re.data(), im.data(), work.data());
-    for (size_t i = 0; i < size; ++i)
-        m_kernel[i] = re[i] / period;
 }
 
-std::vector<double> Broadening::sampled(const double *fine) const
+void Broadening::makeImages(double lorentzian)
 {
-    std::vector<double> curve(m_points);
+    const double period = double(m_table->twiddles().size);
+    if (!(lorentzian > 1e-9 * period))
+        return;
+    m_spacing = std::max<size_t>(m_table->twiddles().size / 128, 1);
+    // Those next to the line one by one, the others as if they were spread out.
+    constexpr int single = 5;
+    const auto beyond = [&](double distance) {
+        return std::numbers::inv_pi / period * arcTangent(0.5 * lorentzian / ((single + 0.5) * period + distance));
+    };
+    const double scale = 0.5 * std::numbers::inv_pi * lorentzian, square = 0.25 * lorentzian * lorentzian;
+    const size_t axis = coarsePoints((m_points - 1) * m_ratio + 1), grid = coarsePoints(m_count);
+    m_images.resize(axis + grid - 1);
+    for (size_t i = 0; i < m_images.size(); ++i) {
+        const double distance = double(m_offset) + (double(i) - double(grid - 1)) * double(m_spacing);
+        double sum = beyond(distance) + beyond(-distance);
+        for (int n = 1; n <= single; ++n) {
+            const double above = distance + n * period, below = distance - n * period;
+            sum += scale / (above * above + square) + scale / (below * below + square);
+        }
+        m_images[i] = sum;
+    }
+}
+
+/// How many coarse points it takes to have one on either side of the nearest of each of so many points.
+size_t Broadening::coarsePoints(size_t count) const
+{
+    return (count - 1 + m_spacing / 2) / m_spacing + 3;
+}
+
+/// The wings of the images at the points of the axis, from intensities shared out among coarse points. Parabolas
+/// through three of these lead there and back.
+std::vector<double> Broadening::imagesAt(const FrequencyGrid &grid) const
+{
+    const size_t coarse = coarsePoints(m_count), axis = coarsePoints((m_points - 1) * m_ratio + 1);
+    const size_t half = m_spacing / 2;
+    const double part = 1 / double(m_spacing);
+    std::vector<double> intensities(coarse), wings(axis), curve(m_points);
+    for (size_t k = 0, first = 0; first < m_count; ++k) {
+        const size_t end = std::min((k + 1) * m_spacing - half, m_count);
+        double sum = 0, moment = 0, second = 0;
+        for (size_t i = first; i < end; ++i) {
+            const double t = (double(i) - double(k * m_spacing)) * part, value = grid.values()[i];
+            sum += value;
+            moment += value * t;
+            second += value * (t * t);
+        }
+        intensities[k] += 0.5 * (second - moment);
+        intensities[k + 1] += sum - second;
+        intensities[k + 2] += 0.5 * (second + moment);
+        first = end;
+    }
+    for (size_t k = 0; k < coarse; ++k) {
+        const double intensity = intensities[k], *image = m_images.data() + (coarse - 1 - k);
+        for (size_t j = 0; j < axis; ++j)
+            wings[j] += intensity * image[j];
+    }
+    for (size_t i = 0, j = 1, rest = half; i < m_points; ++i, rest += m_ratio) {
+        for (; rest >= m_spacing; rest -= m_spacing)
+            ++j;
+        const double t = (double(rest) - double(half)) * part;
+        curve[i] =
+            wings[j] + 0.5 * t * ((wings[j + 1] - wings[j - 1]) + t * (wings[j + 1] - 2 * wings[j] + wings[j - 1]));
+    }
+    return curve;
+}
+
+std::vector<double> Broadening::sampled(const std::vector<double> &circle, const FrequencyGrid &grid) const
+{
+    std::vector<double> curve = m_spacing > 0 ? imagesAt(grid) : std::vector<double>(m_points);
     const double scale = 1 / m_fine;
+    const ptrdiff_t size = ptrdiff_t(circle.size());
+    const auto wrapped = [size](ptrdiff_t i) { return i < 0 ? i + size : i < size ? i : i - size; };
+    ptrdiff_t at = (m_offset % size + size) % size;
+    const ptrdiff_t stride = ptrdiff_t(m_ratio) % size;
     if (m_cell == 0) {
-        for (size_t i = 0; i < m_points; ++i)
-            curve[i] = scale * fine[m_lead + i * m_ratio];
+        for (double &value : curve) {
+            value = scale * (circle[size_t(at)] - value);
+            at = wrapped(at + stride);
+        }
         return curve;
     }
     // Whole grid points around the middle one, and parts of those at both ends.
     const double side = 0.5 * std::max(m_cell - 1, 0.0);
-    const size_t whole = size_t(side);
+    const ptrdiff_t whole = ptrdiff_t(side);
     const double part = side - double(whole);
-    const double norm = scale / (1 + 2 * side);
-    for (size_t i = 0; i < m_points; ++i) {
-        const double *middle = fine + m_lead + i * m_ratio;
-        double sum = part * (middle[-ptrdiff_t(whole) - 1] + middle[whole + 1]);
-        for (const double *at = middle - whole; at <= middle + whole; ++at)
-            sum += *at;
-        curve[i] = norm * sum;
+    const double norm = 1 / (1 + 2 * side);
+    for (double &value : curve) {
+        double sum = part * (circle[size_t(wrapped(at - whole - 1))] + circle[size_t(wrapped(at + whole + 1))]);
+        for (ptrdiff_t i = at - whole; i <= at + whole; ++i)
+            sum += circle[size_t(wrapped(i))];
+        value = scale * (norm * sum - value);
+        at = wrapped(at + stride);
     }
     return curve;
 }
@@ -121,9 +169,16 @@ void Broadening::apply(const FrequencyGrid &grid, std::vector<double> &curve, co
 {
     const size_t size = m_kernel.size();
     std::vector<double> re(size), im(size), work(2 * size);
-    std::copy(grid.values().begin(), grid.values().end(), re.begin());
+    const auto put = [size](const std::vector<double> &values, std::vector<double> &circle) {
+        for (size_t first = 0; first < values.size(); first += size) {
+            const size_t count = std::min(size, values.size() - first);
+            for (size_t i = 0; i < count; ++i)
+                circle[i] += values[first + i];
+        }
+    };
+    put(grid.values(), re);
     if (second)
-        std::copy(second->values().begin(), second->values().end(), im.begin());
+        put(second->values(), im);
     const Twiddles twiddles = m_table->twiddles();
     kernels().transform(&twiddles, 1, re.data(), im.data(), work.data());
     for (size_t i = 0; i < size; ++i) {
@@ -132,9 +187,9 @@ void Broadening::apply(const FrequencyGrid &grid, std::vector<double> &curve, co
     }
     // The inverse: real and imaginary parts changed places.
     kernels().transform(&twiddles, 1, im.data(), re.data(), work.data());
-    curve = sampled(re.data());
+    curve = sampled(re, grid);
     if (second)
-        *secondCurve = sampled(im.data());
+        *secondCurve = sampled(im, *second);
 }
 
 } // namespace Workbench::Powder

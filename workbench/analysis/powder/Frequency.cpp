@@ -68,20 +68,77 @@ double summit(const FrequencyForm &form, double sign, Vector3d b)
     return height;
 }
 
-/// Calls for directions spread over a hemisphere.
-template <class Function>
-void forDirections(size_t rows, Function function)
+struct Directions {
+    std::vector<double> x, y, z;
+
+    void add(const Vector3d &b)
+    {
+        x.push_back(b.x());
+        y.push_back(b.y());
+        z.push_back(b.z());
+    }
+    Vector3d operator[](size_t i) const { return {x[i], y[i], z[i]}; }
+
+    std::vector<double> frequencies(const FrequencyForm &form) const
+    {
+        // The loop knows no frequencies below 0.
+        const double least = -lowerBound(form);
+        FrequencyForm raised = form;
+        raised.constant += least;
+        std::vector<double> found(x.size());
+        kernels().frequencies(&raised, INFINITY, x.size(), x.data(), y.data(), z.data(), found.data());
+        for (double &frequency : found)
+            frequency -= least;
+        return found;
+    }
+
+private:
+    static double lowerBound(const FrequencyForm &form)
+    {
+        double quadratic = 0, coupling = 0;
+        for (double element : form.quadratic)
+            quadratic += std::abs(element);
+        for (double element : form.coupling)
+            coupling += std::abs(element);
+        return form.constant - quadratic - std::abs(form.quartic) * coupling * coupling;
+    }
+};
+
+/// Spread over a hemisphere.
+Directions spread(size_t rows)
 {
+    Directions directions;
     LatticeRows lattice(rows);
     for (bool more = true; more; more = lattice.advance()) {
+        const LatticeRows::Row &row = lattice.row();
         for (const Octant &octant : octants) {
-            for (size_t j = 0; j < lattice.row().count; ++j) {
-                const LatticeRows::Row &row = lattice.row();
-                function(Vector3d(octant.x * row.x[j], octant.y * row.y[j], row.z[j]));
-            }
+            for (size_t j = 0; j < row.count; ++j)
+                directions.add(Vector3d(octant.x * row.x[j], octant.y * row.y[j], row.z[j]));
         }
     }
+    return directions;
 }
+
+/// Directions of the field at steps of a rotor period, for rotor axes spread over a hemisphere.
+struct RotorPeriods {
+    static constexpr size_t steps = 16;
+    Directions axes = spread(8);
+    Directions fields;
+
+    RotorPeriods()
+    {
+        static const TwiddleTable table(steps);
+        const Twiddles circle = table.twiddles();
+        const double cosine = std::sqrt(1.0 / 3), sine = std::sqrt(2.0 / 3);
+        for (size_t k = 0; k < axes.x.size(); ++k) {
+            const Vector3d a = axes[k];
+            const Vector3d other = std::abs(a.x()) < 0.6 ? Vector3d::UnitX() : Vector3d::UnitY();
+            const Vector3d e1 = a.cross(other).normalized(), e2 = a.cross(e1);
+            for (size_t i = 0; i < steps; ++i)
+                fields.add(cosine * a + sine * (circle.cosines[i] * e1 + circle.sines[i] * e2));
+        }
+    }
+};
 
 } // namespace
 
@@ -147,41 +204,24 @@ double valueAt(const FrequencyForm &form, const std::array<double, 3> &direction
 
 std::pair<double, double> extremes(const FrequencyForm &form)
 {
-    double lowest = std::numeric_limits<double>::infinity(), highest = -lowest;
-    Vector3d low = Vector3d::UnitZ(), high = low;
-    forDirections(12, [&](const Vector3d &b) {
-        const double nu = value(form, b);
-        if (nu < lowest) {
-            lowest = nu;
-            low = b;
-        }
-        if (nu > highest) {
-            highest = nu;
-            high = b;
-        }
-    });
-    return {-summit(form, -1, low), summit(form, 1, high)};
+    static const Directions directions = spread(12);
+    const std::vector<double> found = directions.frequencies(form);
+    const auto [low, high] = std::minmax_element(found.begin(), found.end());
+    return {-summit(form, -1, directions[size_t(low - found.begin())]),
+            summit(form, 1, directions[size_t(high - found.begin())])};
 }
 
 std::pair<double, double> modulationExtremes(const FrequencyForm &form)
 {
-    constexpr size_t steps = 16;
-    static const TwiddleTable table(steps);
-    const Twiddles circle = table.twiddles();
-    const FrequencyForm average = spinningMean(form);
-    const double cosine = std::sqrt(1.0 / 3), sine = std::sqrt(2.0 / 3);
+    static const RotorPeriods periods;
+    const std::vector<double> centres = periods.axes.frequencies(spinningMean(form));
+    const std::vector<double> found = periods.fields.frequencies(form);
     double lowest = 0, highest = 0;
-    forDirections(8, [&](const Vector3d &a) {
-        const Vector3d other = std::abs(a.x()) < 0.6 ? Vector3d::UnitX() : Vector3d::UnitY();
-        const Vector3d e1 = a.cross(other).normalized(), e2 = a.cross(e1);
-        const double centre = value(average, a);
-        for (size_t i = 0; i < steps; ++i) {
-            const Vector3d b = cosine * a + sine * (circle.cosines[i] * e1 + circle.sines[i] * e2);
-            const double difference = value(form, b) - centre;
-            lowest = std::min(lowest, difference);
-            highest = std::max(highest, difference);
-        }
-    });
+    for (size_t i = 0; i < found.size(); ++i) {
+        const double difference = found[i] - centres[i / RotorPeriods::steps];
+        lowest = std::min(lowest, difference);
+        highest = std::max(highest, difference);
+    }
     return {lowest, highest};
 }
 

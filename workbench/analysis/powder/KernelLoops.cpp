@@ -7,6 +7,9 @@ namespace Workbench::Powder::POWDER_INSTRUCTION_SET {
 
 namespace {
 
+// Inlined functions forget that their pointers are restricted.
+#define POWDER_APART __attribute__((noinline))
+
 inline double squareRoot(double x)
 {
     return __builtin_sqrt(x);
@@ -75,126 +78,187 @@ void frequencies(const FrequencyForm *form, double limit, size_t count, const do
     }
 }
 
-/// Adds linear functions of the bin's number to runs of bins, one by one.
-struct EachBin {
-    double *bins;
+/// Steeper flanks than can be told apart would drown the others in rounding.
+constexpr double leastFlank = 1.0 / 1024;
 
-    void add(int from, int to, double slope, double constant) const
-    {
-        for (int i = from; i < to; ++i)
-            bins[i] += slope * double(i) + constant;
-    }
+/// D. W. Alderman, M. S. Solum, D. M. Grant, J. Chem. Phys. 84 (1986) 3717: the values of a function that is linear
+/// over a triangle rise linearly in number from the lowest corner to the middle one, and fall to the highest. So the
+/// distribution is known by the three places where its slope changes.
+struct Tent {
+    double a, b, c; ///< places
+    double rise, fall; ///< changes of slope at a and c; at b that is the negative sum
 };
 
-/// The same where runs are long: notes where they begin and end.
-struct Ramps {
-    double *slopes, *constants;
-
-    void add(int from, int to, double slope, double constant) const
-    {
-        if (from >= to)
-            return;
-        slopes[from] += slope;
-        slopes[to] -= slope;
-        constants[from] += constant;
-        constants[to] -= constant;
-    }
-};
-
-/// D. W. Alderman, M. S. Solum, D. M. Grant, J. Chem. Phys. 84 (1986) 3717: the distribution rises linearly from the
-/// lowest corner a to the middle one b and falls to the highest, c. Each bin gets the integral over it.
-template <class Runs>
-inline void addTriangle(double u, double v, double w, double weight, double *bins, const Runs &runs)
+inline Tent tent(double u, double v, double w, double weight)
 {
     const double low = u < v ? u : v, high = u < v ? v : u;
-    const double a = low < w ? low : w, c = high > w ? high : w;
-    const double inner = high < w ? high : w;
-    const double b = low > inner ? low : inner;
-    const int first = int(a), middle = int(b), last = int(c);
-    if (first == last) {
-        bins[first] += weight;
-        return;
+    const double a = low < w ? low : w, highest = high > w ? high : w;
+    const double inner = high < w ? high : w, middle = low > inner ? low : inner;
+    const double b = middle > a + leastFlank ? middle : a + leastFlank;
+    const double c = highest > b + leastFlank ? highest : b + leastFlank;
+    const double perWidth = 2 * weight / (c - a);
+    return {a, b, c, perWidth / (b - a), perWidth / (c - b)};
+}
+
+/// Of many changes of slope: the bin, and the second differences that each makes there and in the next two of the
+/// integrals over bins.
+constexpr int mostKinks = 64;
+struct Kinks {
+    int bin[mostKinks];
+    double first[mostKinks], middle[mostKinks], last[mostKinks];
+};
+
+inline void setKink(Kinks &kinks, int j, double place, double slope)
+{
+    const int bin = int(place);
+    const double u = bin + 1 - place, v = 1 - u;
+    kinks.bin[j] = bin;
+    kinks.first[j] = 0.5 * slope * (u * u);
+    kinks.last[j] = 0.5 * slope * (v * v);
+    kinks.middle[j] = slope - kinks.first[j] - kinks.last[j];
+}
+
+inline void addKinks(const Kinks &kinks, int count, double *bins)
+{
+    for (int j = 0; j < count; ++j) {
+        double *at = bins + kinks.bin[j];
+        at[0] += kinks.first[j];
+        at[1] += kinks.middle[j];
+        at[2] += kinks.last[j];
     }
-    double before = 0, after = 0; // the middle bin
-    const double perWidth = weight / (c - a);
-    if (middle > first) {
-        const double rise = perWidth / (b - a);
-        const double start = first + 1 - a, whole = middle - a;
-        bins[first] += rise * (start * start);
-        runs.add(first + 1, middle, 2 * rise, rise * (1 - 2 * a));
-        before = rise * (whole * whole);
+}
+
+POWDER_APART void addTents(size_t count, const double *u, const double *v, const double *w, const double *weights,
+                           double *bins)
+{
+    Kinks a, b, c;
+    for (size_t start = 0; start < count; start += mostKinks) {
+        const int n = count - start < mostKinks ? int(count - start) : mostKinks;
+        for (int j = 0; j < n; ++j) {
+            const size_t i = start + size_t(j);
+            const Tent t = tent(u[i], v[i], w[i], weights[i]);
+            setKink(a, j, t.a, t.rise);
+            setKink(b, j, t.b, -(t.rise + t.fall));
+            setKink(c, j, t.c, t.fall);
+        }
+        addKinks(a, n, bins);
+        addKinks(b, n, bins);
+        addKinks(c, n, bins);
     }
-    if (last > middle) {
-        const double fall = perWidth / (c - b);
-        const double end = c - last, rest = c - (middle + 1);
-        bins[last] += fall * (end * end);
-        runs.add(middle + 1, last, -2 * fall, fall * (2 * c - 1));
-        after = fall * (rest * rest);
-    }
-    bins[middle] += weight - before - after;
 }
 
 void addTriangles(size_t count, const double *row, const double *next, const double *up, const double *down,
-                  double *bins, double *slopes, double *constants)
+                  double *bins)
 {
-    const Ramps ramps = {slopes, constants};
-    for (size_t j = 0; j + 1 < count; ++j) {
-        addTriangle(row[j], row[j + 1], next[j], up[j], bins, ramps);
-        if (j + 2 < count)
-            addTriangle(row[j + 1], next[j], next[j + 1], down[j], bins, ramps);
-    }
+    addTents(count - 1, row, row + 1, next, up, bins);
+    addTents(count - 2, row + 1, next, next + 1, down, bins);
 }
 
 /// One stage of radix 4 of the autosorting transform without bit reversal (Stockham): n points left, `stride`
-/// sequences.
-inline void stage4(const Twiddles &t, size_t n, size_t stride, const double *__restrict xr, const double *__restrict xi,
-                   double *__restrict yr, double *__restrict yi)
+/// sequences, a multiple of Block.
+template <size_t Block>
+POWDER_APART void stage4(const Twiddles &t, size_t n, size_t stride, const double *__restrict xr,
+                         const double *__restrict xi, double *__restrict yr, double *__restrict yi)
 {
-    const size_t quarter = n / 4, step = t.size / n;
+    const size_t quarter = n / 4, step = t.size / n, far = stride * quarter;
     for (size_t p = 0; p < quarter; ++p) {
         const double c1 = t.cosines[p * step], s1 = t.sines[p * step];
         const double c2 = t.cosines[2 * p * step], s2 = t.sines[2 * p * step];
         const double c3 = t.cosines[3 * p * step], s3 = t.sines[3 * p * step];
-        const double *ar = xr + stride * p, *br = ar + stride * quarter, *cr = br + stride * quarter,
-                     *dr = cr + stride * quarter;
-        const double *ai = xi + stride * p, *bi = ai + stride * quarter, *ci = bi + stride * quarter,
-                     *di = ci + stride * quarter;
-        double *r = yr + stride * 4 * p, *i = yi + stride * 4 * p;
-        for (size_t q = 0; q < stride; ++q) {
-            const double sumR = ar[q] + cr[q], sumI = ai[q] + ci[q], differenceR = ar[q] - cr[q],
-                         differenceI = ai[q] - ci[q];
-            const double otherR = br[q] + dr[q], otherI = bi[q] + di[q];
-            const double turnedR = di[q] - bi[q], turnedI = br[q] - dr[q]; // i (b - d)
-            r[q] = sumR + otherR;
-            i[q] = sumI + otherI;
-            const double oneR = differenceR - turnedR, oneI = differenceI - turnedI;
-            r[q + stride] = oneR * c1 + oneI * s1;
-            i[q + stride] = oneI * c1 - oneR * s1;
-            const double twoR = sumR - otherR, twoI = sumI - otherI;
-            r[q + 2 * stride] = twoR * c2 + twoI * s2;
-            i[q + 2 * stride] = twoI * c2 - twoR * s2;
-            const double threeR = differenceR + turnedR, threeI = differenceI + turnedI;
-            r[q + 3 * stride] = threeR * c3 + threeI * s3;
-            i[q + 3 * stride] = threeI * c3 - threeR * s3;
+        for (size_t start = 0; start < stride; start += Block) {
+            const double *ar = xr + stride * p + start, *br = ar + far, *cr = br + far, *dr = cr + far;
+            const double *ai = xi + stride * p + start, *bi = ai + far, *ci = bi + far, *di = ci + far;
+            double *r = yr + stride * 4 * p + start, *i = yi + stride * 4 * p + start;
+            for (size_t q = 0; q < Block; ++q) {
+                const double sumR = ar[q] + cr[q], sumI = ai[q] + ci[q], differenceR = ar[q] - cr[q],
+                             differenceI = ai[q] - ci[q];
+                const double otherR = br[q] + dr[q], otherI = bi[q] + di[q];
+                const double turnedR = di[q] - bi[q], turnedI = br[q] - dr[q]; // i (b - d)
+                r[q] = sumR + otherR;
+                i[q] = sumI + otherI;
+                const double oneR = differenceR - turnedR, oneI = differenceI - turnedI;
+                r[q + stride] = oneR * c1 + oneI * s1;
+                i[q + stride] = oneI * c1 - oneR * s1;
+                const double twoR = sumR - otherR, twoI = sumI - otherI;
+                r[q + 2 * stride] = twoR * c2 + twoI * s2;
+                i[q + 2 * stride] = twoI * c2 - twoR * s2;
+                const double threeR = differenceR + turnedR, threeI = differenceI + turnedI;
+                r[q + 3 * stride] = threeR * c3 + threeI * s3;
+                i[q + 3 * stride] = threeI * c3 - threeR * s3;
+            }
         }
     }
 }
 
-inline void stage2(size_t stride, const double *__restrict xr, const double *__restrict xi, double *__restrict yr,
-                   double *__restrict yi)
+POWDER_APART void stage2(const Twiddles &t, size_t n, size_t stride, const double *__restrict xr,
+                         const double *__restrict xi, double *__restrict yr, double *__restrict yi)
 {
+    const size_t half = n / 2, step = t.size / n;
+    for (size_t p = 0; p < half; ++p) {
+        const double c = t.cosines[p * step], s = t.sines[p * step];
+        const double *ar = xr + stride * p, *br = ar + stride * half;
+        const double *ai = xi + stride * p, *bi = ai + stride * half;
+        double *r = yr + stride * 2 * p, *i = yi + stride * 2 * p;
+        for (size_t q = 0; q < stride; ++q) {
+            const double differenceR = ar[q] - br[q], differenceI = ai[q] - bi[q];
+            r[q] = ar[q] + br[q];
+            i[q] = ai[q] + bi[q];
+            r[q + stride] = differenceR * c + differenceI * s;
+            i[q + stride] = differenceI * c - differenceR * s;
+        }
+    }
+}
+
+/// Last stages, of three and of five points.
+POWDER_APART void stage3(size_t stride, const double *__restrict xr, const double *__restrict xi, double *__restrict yr,
+                         double *__restrict yi)
+{
+    constexpr double sine = 0.8660254037844386;
     for (size_t q = 0; q < stride; ++q) {
-        const double r = xr[q + stride], i = xi[q + stride];
-        yr[q] = xr[q] + r;
-        yi[q] = xi[q] + i;
-        yr[q + stride] = xr[q] - r;
-        yi[q + stride] = xi[q] - i;
+        const double sumR = xr[q + stride] + xr[q + 2 * stride], sumI = xi[q + stride] + xi[q + 2 * stride];
+        const double turnedR = sine * (xi[q + stride] - xi[q + 2 * stride]),
+                     turnedI = sine * (xr[q + 2 * stride] - xr[q + stride]);
+        const double middleR = xr[q] - 0.5 * sumR, middleI = xi[q] - 0.5 * sumI;
+        yr[q] = xr[q] + sumR;
+        yi[q] = xi[q] + sumI;
+        yr[q + stride] = middleR + turnedR;
+        yi[q + stride] = middleI + turnedI;
+        yr[q + 2 * stride] = middleR - turnedR;
+        yi[q + 2 * stride] = middleI - turnedI;
+    }
+}
+
+POWDER_APART void stage5(size_t stride, const double *__restrict xr, const double *__restrict xi, double *__restrict yr,
+                         double *__restrict yi)
+{
+    constexpr double c1 = 0.30901699437494745, s1 = 0.9510565162951535, c2 = -0.8090169943749475,
+                     s2 = 0.5877852522924731;
+    const double *ar = xr + stride, *br = ar + stride, *cr = br + stride, *dr = cr + stride;
+    const double *ai = xi + stride, *bi = ai + stride, *ci = bi + stride, *di = ci + stride;
+    for (size_t q = 0; q < stride; ++q) {
+        const double outerR = ar[q] + dr[q], outerI = ai[q] + di[q], innerR = br[q] + cr[q], innerI = bi[q] + ci[q];
+        const double acrossR = ar[q] - dr[q], acrossI = ai[q] - di[q], betweenR = br[q] - cr[q],
+                     betweenI = bi[q] - ci[q];
+        yr[q] = xr[q] + (outerR + innerR);
+        yi[q] = xi[q] + (outerI + innerI);
+        const double oneR = xr[q] + (c1 * outerR + c2 * innerR), oneI = xi[q] + (c1 * outerI + c2 * innerI);
+        const double oneTurnedR = s1 * acrossI + s2 * betweenI, oneTurnedI = s1 * acrossR + s2 * betweenR;
+        yr[q + stride] = oneR + oneTurnedR;
+        yi[q + stride] = oneI - oneTurnedI;
+        yr[q + 4 * stride] = oneR - oneTurnedR;
+        yi[q + 4 * stride] = oneI + oneTurnedI;
+        const double twoR = xr[q] + (c2 * outerR + c1 * innerR), twoI = xi[q] + (c2 * outerI + c1 * innerI);
+        const double twoTurnedR = s2 * acrossI - s1 * betweenI, twoTurnedI = s2 * acrossR - s1 * betweenR;
+        yr[q + 2 * stride] = twoR + twoTurnedR;
+        yi[q + 2 * stride] = twoI - twoTurnedI;
+        yr[q + 3 * stride] = twoR - twoTurnedR;
+        yi[q + 3 * stride] = twoI + twoTurnedI;
     }
 }
 
 /// The same for one sequence, in the order that suits vectors.
-inline void firstStage4(const Twiddles &t, const double *__restrict xr, const double *__restrict xi,
-                        double *__restrict yr, double *__restrict yi)
+POWDER_APART void firstStage4(const Twiddles &t, const double *__restrict xr, const double *__restrict xi,
+                              double *__restrict yr, double *__restrict yi)
 {
     const int quarter = int(t.size / 4);
     const double *cosines = t.cosines, *sines = t.sines;
@@ -223,21 +287,30 @@ inline void firstStage4(const Twiddles &t, const double *__restrict xr, const do
 inline bool stages(const Twiddles &t, size_t batch, double *r0, double *i0, double *r1, double *i1)
 {
     bool swapped = false;
+    const auto exchange = [&] {
+        double *const r = r0, *const i = i0;
+        r0 = r1;
+        i0 = i1;
+        r1 = r;
+        i1 = i;
+        swapped = !swapped;
+    };
     size_t n = t.size, stride = batch;
-    for (; n >= 4; n /= 4, stride *= 4, swapped = !swapped) {
+    for (; n % 4 == 0; n /= 4, stride *= 4, exchange()) {
         if (stride == 1)
             firstStage4(t, r0, i0, r1, i1);
-        else if (swapped)
-            stage4(t, n, stride, r1, i1, r0, i0);
         else
-            stage4(t, n, stride, r0, i0, r1, i1);
+            (stride % 16 == 0 ? stage4<16> : stage4<4>)(t, n, stride, r0, i0, r1, i1);
     }
-    if (n == 2) {
-        if (swapped)
-            stage2(stride, r1, i1, r0, i0);
-        else
-            stage2(stride, r0, i0, r1, i1);
-        swapped = !swapped;
+    if (n % 2 == 0) {
+        stage2(t, n, stride, r0, i0, r1, i1);
+        n /= 2;
+        stride *= 2;
+        exchange();
+    }
+    if (n == 3 || n == 5) {
+        (n == 3 ? stage3 : stage5)(stride, r0, i0, r1, i1);
+        exchange();
     }
     return swapped;
 }
@@ -337,13 +410,14 @@ void sidebands(const FrequencyForm *form, double rate, const Twiddles *twiddles,
         sine4[l] = scale / 4 * c4;
         cosine4[l] = -scale / 4 * s4;
     }
-    const size_t steps = twiddles->size, half = steps / 2, mask = steps - 1;
+    const size_t steps = twiddles->size, half = steps / 2;
     double *re = work, *im = work + steps * L;
     for (size_t j = 0; j < half; ++j) {
         const double C1 = twiddles->cosines[j], S1 = twiddles->sines[j];
-        const double C2 = twiddles->cosines[2 * j & mask], S2 = twiddles->sines[2 * j & mask];
-        const double C3 = twiddles->cosines[3 * j & mask], S3 = twiddles->sines[3 * j & mask];
-        const double C4 = twiddles->cosines[4 * j & mask], S4 = twiddles->sines[4 * j & mask];
+        const double C2 = twiddles->cosines[2 * j], S2 = twiddles->sines[2 * j];
+        const size_t three = 3 * j < steps ? 3 * j : 3 * j - steps, four = 4 * j < steps ? 4 * j : 4 * j - steps;
+        const double C3 = twiddles->cosines[three], S3 = twiddles->sines[three];
+        const double C4 = twiddles->cosines[four], S4 = twiddles->sines[four];
         double *r0 = re + j * L, *i0 = im + j * L, *r1 = re + (j + half) * L, *i1 = im + (j + half) * L;
         for (int l = 0; l < L; ++l) {
             // Half a turn later the odd harmonics have the other sign.
@@ -359,32 +433,44 @@ void sidebands(const FrequencyForm *form, double rate, const Twiddles *twiddles,
         im = other + steps * L;
     }
     const double norm = 1 / (double(steps) * double(steps));
-    for (int l = 0; l < L; ++l) {
-        double *to = weights + size_t(l) * steps;
-        for (size_t k = 0; k < steps; ++k) {
-            const double r = re[k * L + size_t(l)], i = im[k * L + size_t(l)];
-            to[k] = norm * (r * r + i * i);
+    for (size_t i = 0; i < steps * L; ++i)
+        re[i] = norm * (re[i] * re[i] + im[i] * im[i]);
+    for (size_t k = 0; k < steps; k += 4) {
+        const double *from = re + k * L;
+        for (size_t l = 0; l < size_t(L); ++l) {
+            double *to = weights + l * steps + k;
+            for (size_t i = 0; i < 4; ++i)
+                to[i] = from[i * L + l];
         }
     }
 }
 
+/// Three neighbouring rows of `count` numbers, from that of the bin on: second differences of the integrals over bins
+/// of a function that begins to rise at `position` with the slope 1.
+POWDER_APART void addKink(double position, double scale, size_t count, const double *__restrict values,
+                          double *__restrict bins)
+{
+    const int bin = int(position);
+    const double u = bin + 1 - position, v = 1 - u;
+    const double first = 0.5 * scale * (u * u), last = 0.5 * scale * (v * v), middle = scale - first - last;
+    double *row = bins + size_t(bin) * count, *next = row + count, *third = next + count;
+    for (size_t k = 0; k < count; ++k) {
+        row[k] += first * values[k];
+        next[k] += middle * values[k];
+        third[k] += last * values[k];
+    }
+}
+
 void addWeightedTriangle(const double *corners, double part, size_t count, const double *__restrict w0,
-                         const double *__restrict w1, const double *__restrict w2, double *__restrict profile,
+                         const double *__restrict w1, const double *__restrict w2, double *__restrict sum,
                          double *__restrict bins)
 {
-    const double low = corners[0] < corners[1] ? corners[0] : corners[1];
-    const double high = corners[0] < corners[1] ? corners[1] : corners[0];
-    const int first = int(low < corners[2] ? low : corners[2]), last = int(high > corners[2] ? high : corners[2]);
-    double *shares = profile - first;
-    for (int b = first; b <= last; ++b)
-        shares[b] = 0;
-    addTriangle(corners[0], corners[1], corners[2], part, shares, EachBin{shares});
-    for (int b = first; b <= last; ++b) {
-        const double share = shares[b];
-        double *row = bins + size_t(b) * count;
-        for (size_t k = 0; k < count; ++k)
-            row[k] += share * (w0[k] + w1[k] + w2[k]);
-    }
+    for (size_t k = 0; k < count; ++k)
+        sum[k] = w0[k] + w1[k] + w2[k];
+    const Tent t = tent(corners[0], corners[1], corners[2], part);
+    addKink(t.a, t.rise, count, sum, bins);
+    addKink(t.b, -(t.rise + t.fall), count, sum, bins);
+    addKink(t.c, t.fall, count, sum, bins);
 }
 
 } // namespace

@@ -23,7 +23,7 @@ struct FrequencyForm {
 /// How many orientations go side by side through the computation of sidebands.
 inline constexpr int laneCount = 16;
 
-/// Of the transform of a power of two: cosines and sines of 2 pi i / size, i < size.
+/// Of the transform of 2^n, 3 * 2^n or 5 * 2^n points, n >= 2: cosines and sines of 2 pi i / size, i < size.
 struct Twiddles {
     size_t size;
     const double *cosines;
@@ -45,10 +45,10 @@ struct Kernels {
                         const double *z, double *nu);
     /// Adds to the bins, for each triangle j, the distribution of a function that is linear over it: corners
     /// row[j], row[j + 1], next[j] with weights up[j] and row[j + 1], next[j], next[j + 1] with weights down[j].
-    /// Positions are in bins, 0 the lower edge of the first, and within the bins. Long runs of bins are noted by their
-    /// ends: the sums of slopes and constants up to bin i, slope * i + constant, are to be added to it.
+    /// Positions are in bins, 0 the lower edge of the first, and within the bins. What is added are second differences,
+    /// from bin to bin, of the integrals over bins; they reach three bins beyond that of the highest corner.
     void (*addTriangles)(size_t count, const double *row, const double *next, const double *up, const double *down,
-                         double *bins, double *slopes, double *constants);
+                         double *bins);
     /// The phase in turns that the periodic part of the frequency accumulates, at `steps` even times of a rotor period,
     /// for rotor axes (x, y, z) with z > -1, laneCount of them; sideband weights from it, which add up to 1.
     /// weights[lane * steps + (k mod steps)]. The constant of the form does not matter. `work` holds 4 laneCount steps
@@ -56,9 +56,9 @@ struct Kernels {
     void (*sidebands)(const FrequencyForm *form, double rate, const Twiddles *twiddles, const double *x,
                       const double *y, const double *z, double *work, double *weights);
     /// Such a distribution of one triangle times the sum of three weights, of each of `count` sidebands, into
-    /// bins[b * count + k]. `profile` is room for as many numbers as there are bins.
+    /// bins[b * count + k]. `sum` is room for `count` numbers.
     void (*addWeightedTriangle)(const double *corners, double part, size_t count, const double *w0, const double *w1,
-                                const double *w2, double *profile, double *bins);
+                                const double *w2, double *sum, double *bins);
     /// Forward transform of `batch` interleaved sequences; the result is in re, im. `work` holds twice their size.
     void (*transform)(const Twiddles *twiddles, size_t batch, double *re, double *im, double *work);
 };

@@ -40,6 +40,23 @@ FrequencyForm scaled(const FrequencyForm &form, double start, double step)
     return result;
 }
 
+/// Bins that a triangle in the last one reaches beyond it.
+constexpr size_t overhang = 3;
+
+/// From second differences to what they are of. `stride` numbers stand in each bin.
+void sumTwice(std::vector<double> &bins, size_t count, size_t stride)
+{
+    std::vector<double> slope(stride), height(stride);
+    for (size_t b = 0; b < count; ++b) {
+        double *row = bins.data() + b * stride;
+        for (size_t k = 0; k < stride; ++k) {
+            slope[k] += row[k];
+            height[k] += slope[k];
+            row[k] = height[k];
+        }
+    }
+}
+
 /// Bins that hold integrals over their width become values at their middles, to the fourth order. `stride` numbers
 /// stand in each bin.
 void sharpen(std::vector<double> &bins, size_t count, size_t stride)
@@ -60,6 +77,7 @@ struct Bins {
     double start = 0; ///< lower edge
     double step = 1;
     size_t count = 1;
+    size_t points = 0; ///< of the grid in a bin; 0: no whole number
     bool isLine = false;
 };
 
@@ -73,16 +91,34 @@ Bins binsFor(double low, double high, const FrequencyGrid &grid, size_t sideband
         return bins;
     }
     // Narrow patterns are resolved as well as wide ones.
-    bins.step = std::min(grid.step(), (high - low) / 16);
+    bins.step = double(grid.coarseness()) * grid.step();
+    bins.points = grid.coarseness();
+    if (bins.step > (high - low) / 16) {
+        bins.step = (high - low) / 16;
+        bins.points = 0;
+    }
     if (sidebands == 1) {
-        const double margin = 4 * grid.step();
+        const double margin = 4 * bins.step;
         low = std::max(low, grid.first() - margin);
         high = std::max(low + bins.step, std::min(high, grid.last() + margin));
     }
-    bins.step = std::max(bins.step, (high - low) * double(sidebands) / double(mostCells));
+    if (const double least = (high - low) * double(sidebands) / double(mostCells); bins.step < least) {
+        bins.step = least;
+        bins.points = 0;
+    }
     bins.start = low - 2 * bins.step;
     bins.count = size_t((high - low) / bins.step) + 5;
     return bins;
+}
+
+/// Lines at the middles of bins.
+void addBins(FrequencyGrid &grid, const Bins &bins, double start, const double *values, size_t stride, double weight)
+{
+    const double middle = start + 0.5 * bins.step;
+    if (bins.points > 0)
+        return grid.add(middle, bins.points, bins.count, values, stride, weight);
+    for (size_t b = 0; b < bins.count; ++b)
+        grid.add(middle + double(b) * bins.step, weight * values[b * stride]);
 }
 
 void reportRow(const Progress &progress, size_t row, size_t rows)
@@ -107,9 +143,7 @@ SidebandRange sidebandRange(double low, double high, double rate)
     SidebandRange range;
     range.first = long(std::floor(low / rate)) - margin;
     const long last = long(std::ceil(high / rate)) + margin;
-    range.steps = 8;
-    while (long(range.steps) < last - range.first + 1)
-        range.steps *= 2;
+    range.steps = transformSize(size_t(last - range.first + 1));
     if (range.steps > mostSteps) {
         throw std::invalid_argument("The spinning is so slow that there are more than " + std::to_string(mostSteps)
                                     + " sidebands: compute the static spectrum");
@@ -121,23 +155,42 @@ SidebandRange sidebandRange(double low, double high, double rate)
 
 } // namespace
 
-void FrequencyGrid::add(double frequency, double weight)
+namespace {
+
+/// Lagrange polynomials of the points -2 ... 3, at t.
+std::array<double, 6> shares(double t)
 {
-    const double position = (frequency - m_first) / m_step;
-    const double below = std::floor(position);
-    if (!(below >= 2 && below + 4 <= double(m_values.size())))
-        return;
-    const double t = position - below;
-    double *at = m_values.data() + size_t(below) - 2;
-    // Lagrange polynomials of the points -2 ... 3.
     const double a = t + 2, b = t + 1, c = t, d = t - 1, e = t - 2, f = t - 3;
     const double ab = a * b, cd = c * d, ef = e * f;
-    at[0] += weight * (b * cd * ef) / -120;
-    at[1] += weight * (a * cd * ef) / 24;
-    at[2] += weight * (ab * d * ef) / -12;
-    at[3] += weight * (ab * c * ef) / 12;
-    at[4] += weight * (ab * cd * f) / -24;
-    at[5] += weight * (ab * cd * e) / 120;
+    return {(b * cd * ef) / -120, (a * cd * ef) / 24,  (ab * d * ef) / -12,
+            (ab * c * ef) / 12,   (ab * cd * f) / -24, (ab * cd * e) / 120};
+}
+
+} // namespace
+
+void FrequencyGrid::add(double frequency, double weight)
+{
+    add(frequency, 1, 1, &weight, 1, 1);
+}
+
+void FrequencyGrid::add(double first, size_t spacing, size_t count, const double *values, size_t stride, double weight)
+{
+    const double position = (first - m_first) / m_step;
+    if (!(std::abs(position) < 1e15))
+        return;
+    const double below = std::floor(position);
+    std::array<double, 6> part = shares(position - below);
+    for (double &share : part)
+        share *= weight;
+    for (size_t i = 0; i < count; ++i) {
+        const ptrdiff_t place = ptrdiff_t(below) + ptrdiff_t(i * spacing);
+        if (place < 2 || place + 4 > ptrdiff_t(m_values.size()))
+            continue;
+        double *at = m_values.data() + (place - 2);
+        const double value = values[i * stride];
+        for (size_t k = 0; k < part.size(); ++k)
+            at[k] += part[k] * value;
+    }
 }
 
 PowderPattern::PowderPattern(const Transition &transition, const Conditions &conditions)
@@ -148,22 +201,22 @@ PowderPattern::PowderPattern(const Transition &transition, const Conditions &con
 {
     std::tie(m_low, m_high) = extremes(m_centres);
     if (m_rate > 0) {
-        m_modulation = modulationExtremes(m_form);
-        m_sidebands = sidebandRange(m_modulation.first, m_modulation.second, m_rate);
+        const auto [low, high] = modulationExtremes(m_form);
+        m_sidebands = sidebandRange(low, high, m_rate);
     }
 }
 
 std::pair<double, double> PowderPattern::limits() const
 {
-    // Sidebands just outside may still be seen.
-    return {m_low + m_modulation.first - 3 * m_rate, m_high + m_modulation.second + 3 * m_rate};
+    const long last = m_sidebands.first + long(m_sidebands.steps) - 1;
+    return {m_low + m_rate * double(m_sidebands.first), m_high + m_rate * double(last)};
 }
 
 size_t PowderPattern::rowsForFirstTry(double width, double tolerance) const
 {
     // Found by trying: a triangle's curvature against the width, and sidebands against the steps of their directions.
     const double centres = 0.1 * std::sqrt((m_high - m_low) / (width * tolerance));
-    const double sidebands = m_rate > 0 ? 0.35 * double(m_sidebands.steps) : 0;
+    const double sidebands = m_rate > 0 ? std::min(0.35, 0.021 / std::sqrt(tolerance)) * double(m_sidebands.steps) : 0;
     return size_t(std::clamp(std::max(centres, sidebands), double(leastRows), double(mostRows) / 2));
 }
 
@@ -184,7 +237,7 @@ void PowderPattern::addCentres(FrequencyGrid &grid, size_t rows, const Progress 
         grid.add(bins.start, m_weight);
         return;
     }
-    std::vector<double> values(bins.count), slopes(bins.count), constants(bins.count);
+    std::vector<double> values(bins.count + overhang);
     const FrequencyForm inBins = scaled(m_centres, bins.start, bins.step);
     const double limit = double(bins.count) - 1e-3;
     LatticeRows lattice(rows);
@@ -203,24 +256,16 @@ void PowderPattern::addCentres(FrequencyGrid &grid, size_t rows, const Progress 
             loops.frequencies(&forms[i], limit, row.count, row.x.data(), row.y.data(), row.z.data(), here);
             if (index > 0) {
                 loops.addTriangles(row.count + 1, frequencies[i][1 - index % 2].data(), here, lattice.up().data(),
-                                   lattice.down().data(), values.data(), slopes.data(), constants.data());
+                                   lattice.down().data(), values.data());
             }
         }
         reportRow(progress, index++, rows);
     } while (lattice.advance());
-    double slope = 0, constant = 0;
-    for (size_t b = 0; b < bins.count; ++b) {
-        slope += slopes[b];
-        constant += constants[b];
-        values[b] += slope * double(b) + constant;
-    }
+    sumTwice(values, bins.count, 1);
     // What was cut off lies in the outermost bins.
     values.front() = values.back() = 0;
     sharpen(values, bins.count, 1);
-    for (size_t b = 0; b < bins.count; ++b) {
-        if (values[b] != 0)
-            grid.add(bins.start + (double(b) + 0.5) * bins.step, m_weight * values[b]);
-    }
+    addBins(grid, bins, bins.start, values.data(), 1, m_weight);
 }
 
 void PowderPattern::addSidebands(FrequencyGrid &grid, size_t rows, const Progress &progress) const
@@ -228,7 +273,7 @@ void PowderPattern::addSidebands(FrequencyGrid &grid, size_t rows, const Progres
     const Kernels &loops = kernels();
     const size_t steps = m_sidebands.steps;
     const Bins bins = binsFor(m_low, m_high, grid, steps);
-    std::vector<double> values(bins.count * steps);
+    std::vector<double> values((bins.count + overhang) * steps);
     // A pattern that is a line lies in the one bin that it has.
     const FrequencyForm inBins = scaled(m_centres, bins.start, bins.step);
     const double limit = bins.isLine ? 0 : double(bins.count) - 1e-3;
@@ -251,11 +296,11 @@ void PowderPattern::addSidebands(FrequencyGrid &grid, size_t rows, const Progres
             row.weights.resize((rows + 1 + laneCount) * steps);
         }
     }
-    std::vector<double> profile(bins.count);
+    std::vector<double> sum(steps);
     const auto addTriangle = [&](double a, double b, double c, double part, const double *w0, const double *w1,
                                  const double *w2) {
         const double corners[] = {a, b, c};
-        loops.addWeightedTriangle(corners, part / 3, steps, w0, w1, w2, profile.data(), values.data());
+        loops.addWeightedTriangle(corners, part / 3, steps, w0, w1, w2, sum.data(), values.data());
     };
     size_t index = 0;
     do {
@@ -283,19 +328,18 @@ void PowderPattern::addSidebands(FrequencyGrid &grid, size_t rows, const Progres
         reportRow(progress, index++, rows);
     } while (lattice.advance());
 
+    sumTwice(values, bins.count, steps);
     if (!bins.isLine)
         sharpen(values, bins.count, steps);
     for (size_t i = 0; i < steps; ++i) {
         const long sideband = m_sidebands.first + long(i);
-        const size_t place = size_t(sideband) & (steps - 1);
+        const long turns = long(steps);
+        const size_t place = size_t((sideband % turns + turns) % turns);
         const double shift = m_rate * double(sideband);
-        for (size_t b = 0; b < bins.count; ++b) {
-            const double value = values[b * steps + place];
-            if (value == 0)
-                continue;
-            const double centre = bins.isLine ? bins.start : bins.start + (double(b) + 0.5) * bins.step;
-            grid.add(centre + shift, m_weight * value);
-        }
+        if (bins.isLine)
+            grid.add(bins.start + shift, m_weight * values[place]);
+        else
+            addBins(grid, bins, bins.start + shift, values.data() + place, steps, m_weight);
     }
 }
 

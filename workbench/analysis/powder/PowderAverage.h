@@ -11,11 +11,15 @@ namespace Workbench::Powder {
 class FrequencyGrid {
 public:
     FrequencyGrid() = default;
-    /// Hz; points from first on.
-    FrequencyGrid(double first, double step, size_t count) : m_first(first), m_step(step), m_values(count) { }
+    /// Hz; points from first on. Patterns may be computed in bins of `coarseness` points.
+    FrequencyGrid(double first, double step, size_t count, size_t coarseness = 1)
+        : m_first(first), m_step(step), m_coarseness(coarseness), m_values(count)
+    {
+    }
 
     double first() const { return m_first; }
     double step() const { return m_step; }
+    size_t coarseness() const { return m_coarseness; }
     double last() const { return m_first + m_step * double(m_values.size() - 1); }
     const std::vector<double> &values() const { return m_values; }
     std::vector<double> &values() { return m_values; }
@@ -23,10 +27,13 @@ public:
     /// A line at any frequency, as the six weights of the interpolation polynomial there, which keep the moments of the
     /// line up to the fifth. What lies outside is left out.
     void add(double frequency, double weight);
+    /// `count` lines, each `spacing` points from the one before, of the weights values[0], values[stride] ...
+    void add(double first, size_t spacing, size_t count, const double *values, size_t stride, double weight);
 
 private:
     double m_first = 0;
     double m_step = 1;
+    size_t m_coarseness = 1;
     std::vector<double> m_values;
 };
 
@@ -69,7 +76,6 @@ private:
     FrequencyForm m_form;
     FrequencyForm m_centres; ///< the mean over a rotor period where it spins
     double m_low, m_high; ///< of the centres
-    std::pair<double, double> m_modulation{};
     SidebandRange m_sidebands;
 };
 

@@ -214,7 +214,7 @@ std::optional<Axis> fittingAxis(std::span<const Site> sites, const Conditions &c
     axis.last = (low - margin) / conditions.larmor;
     axis.points = 4096;
     Accuracy rough;
-    rough.tolerance = 0.02;
+    rough.tolerance = 0.1; // wings and edges alone matter
     const auto preview = spectrum(sites, conditions, shape, axis, rough, progress);
     if (!preview)
         return std::nullopt;

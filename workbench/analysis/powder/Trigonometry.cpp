@@ -38,6 +38,30 @@ double exponential(double x)
     return std::ldexp(sum, int(whole));
 }
 
+double arcTangent(double x)
+{
+    // Half the angle three times, then the series.
+    for (int i = 0; i < 3; ++i)
+        x = x / (1 + std::sqrt(1 + x * x));
+    const double s = x * x;
+    double sum = 0;
+    for (int k = 21; k >= 1; k -= 2)
+        sum = 1.0 / k - s * sum;
+    return 8 * x * sum;
+}
+
+size_t transformSize(size_t least)
+{
+    size_t size = 8;
+    while (size < least)
+        size *= 2;
+    for (size_t candidate : {size / 8 * 5, size / 4 * 3}) {
+        if (candidate >= least && candidate % 4 == 0)
+            return candidate;
+    }
+    return size;
+}
+
 TwiddleTable::TwiddleTable(size_t size) : m_cosines(size), m_sines(size)
 {
     for (size_t i = 0; i < size; ++i) {

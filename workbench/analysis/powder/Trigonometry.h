@@ -14,10 +14,16 @@ namespace Workbench::Powder {
 /// Relative error below 1e-15 for moderate x; 0 below -700.
 double exponential(double x);
 
+/// Relative error below 1e-15.
+double arcTangent(double x);
+
+/// The least size not below this one that can be transformed: 2^n, 3 * 2^n or 5 * 2^n, at least 8.
+size_t transformSize(size_t least);
+
 /// Cosine and sine of 2 pi i / size.
 class TwiddleTable {
 public:
-    /// `size` is a power of two, at least 4.
+    /// `size` is one of those that can be transformed.
     explicit TwiddleTable(size_t size);
     /// Kept for the next caller until a few of other sizes were asked for.
     static std::shared_ptr<const TwiddleTable> shared(size_t size);

@@ -1,0 +1,238 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "ModalAnswers.h"
+#include "WorkbenchUser.h"
+
+#include "analysis/PowderEntry.h"
+#include "cli/PrivateSettings.h"
+#include "document/DocumentState.h"
+#include "formats/DocumentFile.h"
+#include "host/DataEngine.h"
+#include "host/MainScene.h"
+#include "items/plot/NmrData.h"
+#include "items/plot/NmrItem.h"
+#include "items/table/TableItem.h"
+#include "window/MainView.h"
+#include "window/PowderCommands.h"
+#include "window/WMainWindow.h"
+#include "window/WindowApplication.h"
+
+#include <QtTest>
+#include <QtWidgets>
+
+using namespace Workbench;
+using namespace Qt::StringLiterals;
+
+/// Powder spectra in the window, from the table to the saved document.
+class TestPowderWindow : public QObject {
+    Q_OBJECT
+
+    const PrivateSettings m_settings;
+    std::unique_ptr<WindowApplication> m_host;
+    ModalAnswers m_answers;
+
+    WMainWindow &window() { return m_host->window(); }
+    MainScene &scene() { return m_host->scene(); }
+    NmrData *data() { return scene().currentNmrItem()->nmrData(); }
+    PowderSettings settings(const QUuid &entry) { return PowderOrigin::of(data()->stackEntry(entry))->settings; }
+
+    void open(const QString &file)
+    {
+        m_host.reset();
+        m_host = std::make_unique<WindowApplication>();
+        m_host->loadPlugins(QStringLiteral(PLUGIN_DIRECTORY));
+        window().resize(1280, 720);
+        window().show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window()));
+        window().openFiles({file});
+    }
+
+    QByteArray state()
+    {
+        QBuffer buffer;
+        buffer.open(QIODevice::WriteOnly);
+        DocumentFile::write(buffer, DocumentState::capture(scene(), m_host->documentData(), &m_host->plugins()));
+        return buffer.data();
+    }
+
+    void create(const Inputs &inputs)
+    {
+        m_answers.expect(u"Powder Spectrum"_s, [inputs](QDialog *dialog) {
+            fill(dialog, inputs);
+            dialog->accept();
+        });
+        window().powderCommands()->create();
+    }
+
+    /// Centre of gravity, ppm, and area, ppm.
+    static std::pair<double, double> moments(const Spectrum &spectrum)
+    {
+        double sum = 0, first = 0;
+        const auto points = spectrum.real();
+        for (size_t i = 0; i < points.size(); ++i) {
+            sum += points[i];
+            first += points[i] * spectrum.axes[0].ppm(double(i));
+        }
+        return {first / sum, sum * std::abs(spectrum.axes[0].step)};
+    }
+
+private Q_SLOTS:
+    void init() { open(QStringLiteral(SAMPLES "/berlinite.magres")); }
+
+    void cleanup()
+    {
+        QCOMPARE(m_answers.missing(), QStringList());
+        m_host.reset();
+    }
+
+    void createsEditsAndKeeps()
+    {
+        QUndoStack &undo = *scene().undoStack();
+        const int steps = undo.count();
+        m_answers.expect(u"Powder Spectrum"_s, [](QDialog *dialog) {
+            fill(dialog, {{"nucleus", u"27Al"_s}, {"frequency", 400.0}, {"gaussian", 50.0}, {"reference", 560.123}});
+            QCOMPARE(part<QListWidget>(dialog, "sites")->count(), 1);
+            QVERIFY(part<QListWidget>(dialog, "sites")->item(0)->text().contains(u"Cq"));
+            // Nothing measured, nothing to fit to.
+            QVERIFY(!part<QPushButton>(dialog, "fit")->isVisible());
+            dialog->accept();
+        });
+        choose(window(), scene().currentTableItem(), {u"Create Powder Spectrum..."_s});
+        QVERIFY(scene().currentNmrItem());
+        const QUuid entry = data()->entryIds().constFirst();
+        QCOMPARE(undo.count(), steps + 1);
+        QCOMPARE(data()->entryName(entry), u"berlinite, 27Al powder"_s);
+        QCOMPARE(settings(entry).reference, 560.123); // what the box shows
+        QVERIFY(data()->isSimulated(entry));
+        const auto [centre, area] = moments(data()->spectrum(entry));
+        QVERIFY2(centre < 50 && centre > -50, qPrintable(QString::number(centre)));
+        QVERIFY2(std::abs(area - 3) < 0.1, qPrintable(QString::number(area)));
+        const QByteArray created = state();
+
+        // A value that nobody touched keeps its digits; the change is one step.
+        m_answers.expect(u"Edit Powder Spectrum"_s, [](QDialog *dialog) {
+            fill(dialog, {{"rotation", u"Static"_s}});
+            dialog->accept();
+        });
+        window().powderCommands()->edit();
+        QCOMPARE(undo.count(), steps + 2);
+        QCOMPARE(settings(entry).rotation, Powder::Rotation::Static);
+        QVERIFY(data()->spectrum(entry).real().size() > 1000);
+        const QByteArray edited = state();
+        undo.undo();
+        QCOMPARE(settings(entry).rotation, Powder::Rotation::InfiniteRate);
+        undo.redo();
+        QCOMPARE(state(), edited);
+        undo.undo();
+        undo.undo();
+        QVERIFY(!scene().currentNmrItem());
+        undo.redo();
+        QCOMPARE(scene().currentNmrItem()->nmrData()->entryName(entry), u"berlinite, 27Al powder"_s);
+
+        // Cancelled: nothing has happened.
+        const QByteArray before = state();
+        m_answers.expect(u"Edit Powder Spectrum"_s, [](QDialog *dialog) {
+            fill(dialog, {{"reference", 500.0}});
+            dialog->reject();
+        });
+        window().powderCommands()->edit();
+        QCOMPARE(state(), before);
+
+        // In a saved document it can be edited again.
+        QTemporaryDir directory;
+        const QString file = directory.filePath(u"powder.magresdoc"_s);
+        QFile saved(file);
+        QVERIFY(saved.open(QIODevice::WriteOnly));
+        saved.write(before);
+        saved.close();
+        open(file);
+        QVERIFY(scene().currentNmrItem());
+        QCOMPARE(settings(entry).protonFrequency, 400.0);
+        QCOMPARE(window().powderCommands()->whyNoEdit(), QString());
+    }
+
+    void fitsToAMeasurement()
+    {
+        create({{"nucleus", u"27Al"_s}, {"frequency", 400.0}, {"lorentzian", 150.0}, {"reference", 560.0}});
+        const QUuid entry = data()->entryIds().constFirst();
+        // Its own curve, as a measurement that stands 4 ppm off.
+        ExperimentalSpectrum measured = asMeasured(data()->stackEntry(entry));
+        measured.dimensions.front().first += 4;
+        data()->addEntry(toEntryMap(measured), u"measured.csv"_s);
+        // However slow the machine: no bar with a button to cancel.
+        qApp->setProperty("isHeadless", true);
+        m_answers.expect(u"Edit Powder Spectrum"_s, [](QDialog *dialog) {
+            fill(dialog, {{"lorentzian", 90.0}});
+            QTRY_VERIFY(part<QPushButton>(dialog, "fit")->isEnabled());
+            part<QPushButton>(dialog, "fit")->click();
+            QVERIFY2(part<QLabel>(dialog, "fitResult")->text().contains(u"Reference: 56"),
+                     qPrintable(part<QLabel>(dialog, "fitResult")->text()));
+            dialog->accept();
+        });
+        window().powderCommands()->edit();
+        qApp->setProperty("isHeadless", false);
+        QVERIFY2(std::abs(settings(entry).reference - 564) < 0.02,
+                 qPrintable(QString::number(settings(entry).reference)));
+        QVERIFY(std::abs(settings(entry).shape.lorentzian - 150) < 1);
+    }
+
+    void noteOffersIt()
+    {
+        m_answers.expect(u"MAGRES parameters"_s, [](QDialog *dialog) {
+            fill(dialog, {{"fCbNucF2", u"27Al"_s}});
+            dialog->accept();
+        });
+        choose(window(), scene().currentTableItem(), {u"Create spectrum..."_s});
+        const QList<ItemNote> notes = scene().currentNmrItem()->notes();
+        const auto offered = std::find_if(notes.begin(), notes.end(), [](const ItemNote &note) {
+            return note.action == u"Create Powder Spectrum...";
+        });
+        QVERIFY(offered != notes.end());
+        m_answers.expect(u"Powder Spectrum"_s, [](QDialog *dialog) {
+            QCOMPARE(part<QComboBox>(dialog, "nucleus")->currentText(), u"27Al"_s);
+            dialog->accept();
+        });
+        offered->run();
+        QCOMPARE(data()->entryIds().size(), 2);
+        QVERIFY(PowderOrigin::of(data()->stackEntry(data()->activeEntryId())));
+    }
+
+    void refusesWhatMakesNoSense()
+    {
+        m_answers.expect(u"Powder Spectrum"_s, [](QDialog *dialog) {
+            auto *sites = part<QListWidget>(dialog, "sites");
+            auto *ok = part<QDialogButtonBox>(dialog, "buttonBox")->button(QDialogButtonBox::Ok);
+            auto *notes = part<QLabel>(dialog, "notes");
+            sites->item(0)->setCheckState(Qt::Unchecked);
+            QTRY_VERIFY(!ok->isEnabled());
+            QVERIFY2(notes->text().contains(u"No site is chosen"), qPrintable(notes->text()));
+            sites->item(0)->setCheckState(Qt::Checked);
+            QTRY_VERIFY(ok->isEnabled());
+            dialog->reject();
+        });
+        window().powderCommands()->create();
+        QVERIFY(!scene().currentNmrItem());
+    }
+
+    void otherPeoplesSettingsAreChecked()
+    {
+        SpectrumEntry entry;
+        QVERIFY(!PowderOrigin::of(entry));
+        const QVariantHash good{{u"nucleus"_s, u"27Al"_s}, {u"freq"_s, 400.0},      {u"rotation"_s, u"mas"_s},
+                                {u"rate"_s, 1e4},          {u"ref"_s, 10.0},        {u"slope"_s, -1.0},
+                                {u"scale"_s, 1.0},         {u"lorentzian"_s, 30.0}, {u"pts"_s, 1024}};
+        entry.setParameters(u"powder"_s, good);
+        QVERIFY(PowderOrigin::of(entry));
+        const std::pair<QString, QVariant> bad[] = {{u"nucleus"_s, u"99Xx"_s},     {u"freq"_s, std::nan("")},
+                                                    {u"rotation"_s, u"upwards"_s}, {u"pts"_s, -1},
+                                                    {u"lorentzian"_s, -5.0},       {u"ref"_s, INFINITY}};
+        for (const auto &[key, value] : bad) {
+            QVariantHash hash = good;
+            hash[key] = value;
+            entry.setParameters(u"powder"_s, hash);
+            QVERIFY2(!PowderOrigin::of(entry), qPrintable(key));
+        }
+    }
+};
+
+QTEST_MAIN(TestPowderWindow)
+#include "tst_powderwindow.moc"

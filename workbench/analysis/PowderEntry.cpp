@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/PowderEntry.h"
+
+#include "data/Nuclides.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace Workbench {
+
+namespace {
+
+const QString powderFormat = QStringLiteral("powder");
+const QString magresFormat = QStringLiteral("magres");
+const QString dataKey = QStringLiteral("magresDataId");
+
+// In the order of Powder::Rotation; files hold these.
+const QStringList rotations{QStringLiteral("static"), QStringLiteral("mas"), QStringLiteral("infinite")};
+
+QVariantHash toHash(const PowderOrigin &origin)
+{
+    const PowderSettings &settings = origin.settings;
+    QVariantHash hash{{dataKey, origin.dataId},
+                      {QStringLiteral("nucleus"), settings.nucleus},
+                      {QStringLiteral("freq"), settings.protonFrequency},
+                      {QStringLiteral("rotation"), rotations[int(settings.rotation)]},
+                      {QStringLiteral("rate"), settings.rate},
+                      {QStringLiteral("sites"), settings.labels},
+                      {QStringLiteral("ref"), settings.reference},
+                      {QStringLiteral("slope"), settings.slope},
+                      {QStringLiteral("scale"), settings.couplingScale},
+                      {QStringLiteral("lorentzian"), settings.shape.lorentzian},
+                      {QStringLiteral("gaussian"), settings.shape.gaussian},
+                      {QStringLiteral("pts"), settings.points}};
+    if (settings.range) {
+        hash.insert(QStringLiteral("from"), settings.range->first);
+        hash.insert(QStringLiteral("to"), settings.range->second);
+    }
+    return hash;
+}
+
+/// Documents come from anywhere.
+bool isSensible(const PowderSettings &settings)
+{
+    const auto isWithin = [](double value, double low, double high) { return value >= low && value <= high; };
+    return Nuclides::table().contains(settings.nucleus) && isWithin(settings.protonFrequency, 1, 1e4)
+        && isWithin(settings.rate, 0, 1e7) && isWithin(std::abs(settings.reference), 0, 1e6)
+        && isWithin(std::abs(settings.slope), 0, 1e3) && isWithin(std::abs(settings.couplingScale), 0, 1e3)
+        && isWithin(settings.shape.lorentzian, 0, 1e9) && isWithin(settings.shape.gaussian, 0, 1e9)
+        && isWithin(settings.points, 2, double(Powder::mostPoints))
+        && (!settings.range
+            || (isWithin(std::abs(settings.range->first), 0, 1e6) && isWithin(std::abs(settings.range->second), 0, 1e6)
+                && settings.range->first != settings.range->second));
+}
+
+} // namespace
+
+std::optional<PowderOrigin> PowderOrigin::of(const SpectrumEntry &entry)
+{
+    const QVariantHash hash = entry.parameters(powderFormat);
+    const auto number = [&](const char *key) { return hash.value(QLatin1String(key)).toDouble(); };
+    const qsizetype rotation = rotations.indexOf(hash.value(QStringLiteral("rotation")).toString());
+    if (rotation < 0)
+        return std::nullopt;
+    PowderOrigin origin;
+    origin.dataId = hash.value(dataKey).toUuid();
+    PowderSettings &settings = origin.settings;
+    settings.nucleus = hash.value(QStringLiteral("nucleus")).toString();
+    settings.protonFrequency = number("freq");
+    settings.rotation = Powder::Rotation(rotation);
+    settings.rate = number("rate");
+    settings.labels = hash.value(QStringLiteral("sites")).toStringList();
+    settings.reference = number("ref");
+    settings.slope = number("slope");
+    settings.couplingScale = number("scale");
+    settings.shape = {number("lorentzian"), number("gaussian")};
+    settings.points = hash.value(QStringLiteral("pts")).toInt();
+    if (hash.contains(QStringLiteral("from")) && hash.contains(QStringLiteral("to")))
+        settings.range = {number("from"), number("to")};
+    return isSensible(settings) ? std::optional(origin) : std::nullopt;
+}
+
+QVariantMap powderEntry(const PowderSites &sites, const Powder::Spectrum &spectrum, const PowderOrigin &origin)
+{
+    SpectrumEntry entry;
+    entry.data = toEntryMap(powderCurve(sites, spectrum.axis, spectrum.sum, {}));
+    entry.setParameters(powderFormat, toHash(origin));
+    return entry.data;
+}
+
+PowderSettings powderSettingsLike(const SpectrumEntry &simulated)
+{
+    PowderSettings settings;
+    if (simulated.spectrum.isEmpty())
+        return settings;
+    const SpectrumAxis &axis = simulated.spectrum.axes.front();
+    settings.nucleus = QString::number(axis.massNumber) + axis.element;
+    const double ratio = Nuclides::table()[settings.nucleus].larmorFrequency(1);
+    // Of the spectrometer; the nucleus's own differs by its carrier offset at most.
+    if (axis.frequency > 0 && ratio > 0)
+        settings.protonFrequency = std::clamp(std::round(axis.frequency / ratio * 100) / 100, 1.0, 1e4);
+    const QVariantHash parameters = simulated.parameters(magresFormat);
+    if (const double frequency = parameters.value(QStringLiteral("freq")).toDouble();
+        frequency >= 1 && frequency <= 1e4)
+        settings.protonFrequency = frequency;
+    const auto take = [&](const char *key, double &value) {
+        const QVariantMap byNucleus = parameters.value(QLatin1String(key)).toMap();
+        value = byNucleus.value(settings.nucleus, value).toDouble();
+    };
+    take("ref", settings.reference);
+    take("slope", settings.slope);
+    return settings;
+}
+
+ExperimentalSpectrum asMeasured(const SpectrumEntry &entry)
+{
+    ExperimentalSpectrum measured;
+    measured.title = entry.name;
+    if (entry.spectrum.dimensions() != 1)
+        return measured;
+    const SpectrumAxis &axis = entry.spectrum.axes.front();
+    SpectrumDimension dimension;
+    if (axis.massNumber > 0 && !axis.element.isEmpty())
+        dimension.nucleus = QString::number(axis.massNumber) + axis.element;
+    dimension.frequency = axis.frequency;
+    dimension.first = axis.first;
+    dimension.step = axis.step;
+    dimension.points = axis.size;
+    measured.dimensions.push_back(dimension);
+    const auto points = entry.spectrum.real();
+    measured.data.assign(points.begin(), points.end());
+    return measured;
+}
+
+} // namespace Workbench

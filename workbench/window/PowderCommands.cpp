@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "window/PowderCommands.h"
+
+#include "analysis/PowderEntry.h"
+#include "host/DataEngine.h"
+#include "host/MainScene.h"
+#include "items/plot/NmrData.h"
+#include "items/plot/NmrItem.h"
+#include "items/table/TableItem.h"
+#include "window/PowderDialog.h"
+
+#include <QMainWindow>
+#include <QMessageBox>
+
+namespace Workbench {
+
+namespace {
+
+/// The measured curves of the plot: whatever nobody has computed.
+std::vector<ExperimentalSpectrum> measurementsIn(const NmrItem *item)
+{
+    std::vector<ExperimentalSpectrum> found;
+    if (!item)
+        return found;
+    for (const SpectrumEntry &entry : item->nmrData()->stack().entries) {
+        if (entry.spectrum.dimensions() == 1 && !entry.isSimulated())
+            found.push_back(asMeasured(entry));
+    }
+    return found;
+}
+
+} // namespace
+
+PowderCommands::PowderCommands(MainScene *scene, DataEngine *data, QMainWindow *window)
+    : QObject(window), m_scene(scene), m_data(data), m_window(window)
+{
+}
+
+QString PowderCommands::whyNoCreate() const
+{
+    const TableItem *table = m_scene->currentTableItem();
+    if (!table)
+        return tr("Open a MAGRES file first: powder spectra are made from its table");
+    return table->sharedDataIds().isEmpty() ? tr("The current table holds no calculation") : QString();
+}
+
+QString PowderCommands::whyNoEdit() const
+{
+    return powderIn(m_scene->currentNmrItem()).isNull() ? tr("The current plot holds no powder spectrum") : QString();
+}
+
+QUuid PowderCommands::powderIn(const NmrItem *item) const
+{
+    if (!item)
+        return {};
+    const NmrData &data = *item->nmrData();
+    if (PowderOrigin::of(data.stackEntry(data.activeEntryId())))
+        return data.activeEntryId();
+    for (const SpectrumEntry &entry : data.stack().entries) {
+        if (PowderOrigin::of(entry))
+            return entry.id;
+    }
+    return {};
+}
+
+QString PowderCommands::nameOf(const PowderOrigin &origin, const QVariantMap &entry) const
+{
+    const QString source = m_scene->sourceOf({{}, {}, entry, {}});
+    const QString what = tr("%1 powder").arg(origin.settings.nucleus);
+    return source.isEmpty() ? what : tr("%1, %2").arg(source, what);
+}
+
+bool PowderCommands::ask(PowderOrigin &origin, const NmrItem *item, const QUuid &itself, QVariantMap &entry)
+{
+    const QVariantMap data = m_data->getDataMap(origin.dataId);
+    if (data.isEmpty()) {
+        QMessageBox::critical(m_window, tr("Powder Spectrum"),
+                              tr("The calculation that this spectrum is made from is no longer in the document."));
+        return false;
+    }
+    try {
+        PowderDialog dialog(CrystalStructure::fromData(data), origin.settings, measurementsIn(item), m_window);
+        dialog.setObjectName(QStringLiteral("powderDialog"));
+        if (!itself.isNull())
+            dialog.setWindowTitle(tr("Edit Powder Spectrum"));
+        if (dialog.exec() != QDialog::Accepted)
+            return false;
+        origin.settings = dialog.settings();
+        entry = powderEntry(dialog.sites(), dialog.spectrum(), origin);
+        return true;
+    } catch (const std::exception &error) {
+        QMessageBox::critical(m_window, tr("Powder Spectrum"), QString::fromUtf8(error.what()));
+        return false;
+    }
+}
+
+void PowderCommands::create()
+{
+    if (const QString reason = whyNoCreate(); !reason.isEmpty())
+        return Q_EMIT reported(reason);
+    PowderOrigin origin;
+    origin.dataId = m_scene->currentTableItem()->sharedDataIds().constFirst();
+    // A measurement that stands alone waits for what is computed.
+    const NmrItem *plot = m_scene->currentNmrItem();
+    const bool waits = plot && plot->nmrData()->entryIds().size() == 1 && plot->nmrData()->simulatedEntry().isNull();
+    if (waits)
+        origin.settings.nucleus = powderSettingsLike(plot->nmrData()->stack().entries.constFirst()).nucleus;
+    QVariantMap entry;
+    if (!ask(origin, waits ? plot : nullptr, {}, entry))
+        return;
+    auto *item = qobject_cast<NmrItem *>(m_scene->createNMRItem(m_scene->getEmptyRect(), entry, true));
+    if (!item)
+        return;
+    NmrData &data = *item->nmrData();
+    data.setEntryName(data.entryIds().constLast(), nameOf(origin, entry));
+    Q_EMIT reported(tr("Powder spectrum of %1").arg(origin.settings.nucleus));
+}
+
+void PowderCommands::createLike(NmrItem *item, const QUuid &simulated)
+{
+    const SpectrumEntry &like = item->nmrData()->stackEntry(simulated);
+    PowderOrigin origin{like.parameters(QStringLiteral("magres")).value(QStringLiteral("magresDataId")).toUuid(),
+                        powderSettingsLike(like)};
+    const QPointer<NmrItem> still = item;
+    QVariantMap entry;
+    if (!ask(origin, item, {}, entry) || !still)
+        return;
+    NmrData &data = *item->nmrData();
+    if (like.spectrum.dimensions() == 1)
+        data.setActiveEntryId(data.addEntry(entry, nameOf(origin, entry)));
+    else
+        m_scene->createNMRItem(m_scene->getEmptyRect(), entry, true);
+}
+
+void PowderCommands::edit()
+{
+    NmrItem *item = m_scene->currentNmrItem();
+    const QUuid entry = powderIn(item);
+    if (entry.isNull())
+        return Q_EMIT reported(whyNoEdit());
+    edit(item, entry);
+}
+
+void PowderCommands::edit(NmrItem *item, const QUuid &id)
+{
+    auto origin = PowderOrigin::of(item->nmrData()->stackEntry(id));
+    if (!origin)
+        return;
+    const QString nameBefore = nameOf(*origin, item->nmrData()->entry(id));
+    const QPointer<NmrItem> still = item;
+    QVariantMap entry;
+    if (!ask(*origin, item, id, entry) || !still)
+        return;
+    NmrData &data = *item->nmrData();
+    const QString name = nameOf(*origin, entry);
+    data.announceEdit(tr("Edit Powder Spectrum"));
+    // A name that the user has given stays.
+    if (data.entryName(id) == nameBefore)
+        data.setEntryName(id, name);
+    data.insertSpectrum(id, entry);
+}
+
+} // namespace Workbench

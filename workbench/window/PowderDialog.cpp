@@ -1,0 +1,405 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "window/PowderDialog.h"
+
+#include "data/Nuclides.h"
+#include "items/plot/NmrPlot.h"
+#include "window/Progress.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QDoubleSpinBox>
+#include <QElapsedTimer>
+#include <QFormLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScopedValueRollback>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QSplitter>
+
+#include <algorithm>
+
+namespace Workbench {
+
+namespace {
+
+constexpr int pause = 120; // ms after the last change
+constexpr int patience = 1500; // ms for a preview
+constexpr int previewPoints = 2048;
+
+/// NMR nuclei of the structure's elements whose spectra can be computed.
+QStringList nucleiOf(const CrystalStructure &structure)
+{
+    QStringList nuclei;
+    for (const auto &[element, count] : structure.composition()) {
+        for (const QString &nucleus : Nuclides::table().isotopes(element)) {
+            if (Nuclides::table()[nucleus].larmorFrequency(1) > 0)
+                nuclei.append(nucleus);
+        }
+    }
+    return nuclei;
+}
+
+QString withError(const Powder::FittedValue &fitted, double value, int decimals)
+{
+    return fitted.error > 0 ? QStringLiteral("%1 ± %2").arg(value, 0, 'f', decimals).arg(fitted.error, 0, 'g', 2)
+                            : QString::number(value, 'f', decimals);
+}
+
+} // namespace
+
+PowderDialog::PowderDialog(const CrystalStructure &structure, const PowderSettings &settings,
+                           std::vector<ExperimentalSpectrum> measured, QWidget *parent)
+    : QDialog(parent),
+      m_structure(structure),
+      m_unique(UniqueSites::of(structure, {})),
+      m_settings(settings),
+      m_measured(std::move(measured)),
+      m_nucleus(new QComboBox),
+      m_rotation(new QComboBox),
+      m_siteList(new QListWidget),
+      m_measurement(new QComboBox),
+      m_fitScale(new QCheckBox(tr("One &factor on all Cq as well"))),
+      m_fit(new QPushButton(tr("Fi&t to Measurement"))),
+      m_fitResult(new QLabel),
+      m_notes(new QLabel),
+      m_plot(new NmrPlot(&m_shown))
+{
+    setWindowTitle(tr("Powder Spectrum"));
+    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    buttons->setObjectName(QStringLiteral("buttonBox"));
+    m_ok = buttons->button(QDialogButtonBox::Ok);
+    connect(buttons, &QDialogButtonBox::accepted, this, &PowderDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+
+    m_notes->setObjectName(QStringLiteral("notes"));
+    m_notes->setWordWrap(true);
+    m_notes->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_notes->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    auto *notes = new QScrollArea;
+    notes->setWidget(m_notes);
+    notes->setWidgetResizable(true);
+    notes->setFrameShape(QFrame::NoFrame);
+    notes->setMaximumHeight(5 * fontMetrics().lineSpacing());
+    notes->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+    auto *right = new QWidget;
+    auto *rightLayout = new QVBoxLayout(right);
+    rightLayout->setContentsMargins(0, 0, 0, 0);
+    m_plot->setMinimumSize(260, 160);
+    // On a page the item below paints the paper.
+    m_plot->setAttribute(Qt::WA_OpaquePaintEvent, false);
+    m_plot->setAutoFillBackground(true);
+    QPalette paper = m_plot->palette();
+    paper.setColor(QPalette::Window, Qt::white);
+    m_plot->setPalette(paper);
+    rightLayout->addWidget(m_plot, 1);
+    rightLayout->addWidget(notes);
+
+    auto *both = new QSplitter;
+    both->addWidget(createInputs());
+    both->addWidget(right);
+    both->setStretchFactor(1, 1);
+    both->setChildrenCollapsible(false);
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(both, 1);
+    layout->addWidget(buttons);
+    resize(QSize(1040, 600).boundedTo(screen()->availableSize() - QSize(20, 60)));
+
+    m_timer.setSingleShot(true);
+    m_timer.setInterval(pause);
+    connect(&m_timer, &QTimer::timeout, this, &PowderDialog::updatePreview);
+    showNumbers();
+    fillSites();
+    updatePreview();
+}
+
+QDoubleSpinBox *PowderDialog::addNumber(QFormLayout *form, const QString &label, const QString &name, double low,
+                                        double high, int decimals, const QString &suffix, double *value)
+{
+    auto *box = new QDoubleSpinBox;
+    box->setObjectName(name);
+    box->setDecimals(decimals);
+    box->setRange(low, high);
+    box->setSuffix(suffix);
+    box->setStepType(QAbstractSpinBox::AdaptiveDecimalStepType);
+    form->addRow(label, box);
+    m_numbers.push_back({box, value});
+    connect(box, &QDoubleSpinBox::valueChanged, this, [this, value](double now) {
+        *value = now;
+        changed();
+    });
+    return box;
+}
+
+void PowderDialog::addRotation(QFormLayout *form)
+{
+    m_rotation->setObjectName(QStringLiteral("rotation"));
+    // In the order of Powder::Rotation.
+    m_rotation->addItems({tr("Static"), tr("Magic angle, at a rate"), tr("Magic angle, infinitely fast")});
+    m_rotation->setCurrentIndex(int(m_settings.rotation));
+    form->addRow(tr("S&pinning:"), m_rotation);
+    if (!(m_settings.rate > 0))
+        m_settings.rate = 20000;
+    m_rate = addNumber(form, tr("R&ate:"), QStringLiteral("rate"), 100, 1e6, 0, tr(" Hz"), &m_settings.rate);
+    m_rate->setEnabled(m_settings.rotation == Powder::Rotation::MagicAngle);
+    connect(m_rotation, &QComboBox::currentIndexChanged, this, [this](int index) {
+        m_settings.rotation = Powder::Rotation(index);
+        m_rate->setEnabled(m_settings.rotation == Powder::Rotation::MagicAngle);
+        changed();
+    });
+}
+
+void PowderDialog::addFit(QFormLayout *form)
+{
+    m_measurement->setObjectName(QStringLiteral("measurement"));
+    m_measurement->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    m_measurement->setMinimumContentsLength(12);
+    for (const ExperimentalSpectrum &spectrum : m_measured)
+        m_measurement->addItem(spectrum.title);
+    m_fitScale->setObjectName(QStringLiteral("fitScale"));
+    m_fit->setObjectName(QStringLiteral("fit"));
+    m_fitResult->setObjectName(QStringLiteral("fitResult"));
+    m_fitResult->setWordWrap(true);
+    m_fitResult->hide();
+    connect(m_measurement, &QComboBox::currentIndexChanged, this, &PowderDialog::changed);
+    connect(m_fit, &QPushButton::clicked, this, &PowderDialog::fit);
+    if (m_measured.empty()) {
+        for (QWidget *widget : {static_cast<QWidget *>(m_measurement), static_cast<QWidget *>(m_fitScale),
+                                static_cast<QWidget *>(m_fit), static_cast<QWidget *>(m_fitResult)})
+            widget->setParent(this);
+        m_measurement->hide();
+        m_fitScale->hide();
+        m_fit->hide();
+        return;
+    }
+    m_fit->setToolTip(tr("Moves the reference and the line widths that are not 0 to the least squares of the measured "
+                         "curve"));
+    form->addRow(tr("&Measured:"), m_measurement);
+    form->addRow(m_fitScale);
+    form->addRow(m_fit);
+    form->addRow(m_fitResult);
+}
+
+QWidget *PowderDialog::createInputs()
+{
+    const QStringList nuclei = nucleiOf(m_structure);
+    m_nucleus->setObjectName(QStringLiteral("nucleus"));
+    m_nucleus->addItems(nuclei);
+    if (!nuclei.contains(m_settings.nucleus))
+        m_settings.nucleus = nuclei.value(0);
+    m_nucleus->setCurrentText(m_settings.nucleus);
+    connect(m_nucleus, &QComboBox::currentTextChanged, this, &PowderDialog::chooseNucleus);
+
+    auto *inputs = new QWidget;
+    auto *form = new QFormLayout(inputs);
+    form->setContentsMargins(0, 0, 6, 0);
+    form->addRow(tr("&Nucleus:"), m_nucleus);
+    addNumber(form, tr("1&H frequency:"), QStringLiteral("frequency"), 1, 1e4, 2, tr(" MHz"),
+              &m_settings.protonFrequency);
+    addRotation(form);
+    addNumber(form, tr("&Reference:"), QStringLiteral("reference"), -1e5, 1e5, 3, tr(" ppm"), &m_settings.reference);
+    addNumber(form, tr("S&lope:"), QStringLiteral("slope"), -100, 100, 4, {}, &m_settings.slope);
+    addNumber(form, tr("Fa&ctor on Cq:"), QStringLiteral("scale"), 0.01, 100, 4, {}, &m_settings.couplingScale);
+    addNumber(form, tr("Loren&tzian:"), QStringLiteral("lorentzian"), 0, 1e6, 1, tr(" Hz"),
+              &m_settings.shape.lorentzian);
+    addNumber(form, tr("&Gaussian:"), QStringLiteral("gaussian"), 0, 1e6, 1, tr(" Hz"), &m_settings.shape.gaussian);
+    m_siteList->setObjectName(QStringLiteral("sites"));
+    m_siteList->setMinimumWidth(fontMetrics().horizontalAdvance(tr("O12 ×12: -1234.5 ppm, Cq -12.345 MHz, η 0.00"))
+                                + 48);
+    m_siteList->setMinimumHeight(4 * fontMetrics().lineSpacing());
+    m_siteList->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
+    connect(m_siteList, &QListWidget::itemChanged, this, &PowderDialog::takeSites);
+    form->addRow(tr("&Sites:"), m_siteList);
+    addFit(form);
+
+    auto *area = new QScrollArea;
+    area->setWidget(inputs);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setMinimumWidth(inputs->minimumSizeHint().width() + area->verticalScrollBar()->sizeHint().width() + 6);
+    return area;
+}
+
+void PowderDialog::chooseNucleus(const QString &nucleus)
+{
+    m_settings.nucleus = nucleus;
+    m_settings.labels.clear();
+    m_settings.range.reset(); // that of another nucleus
+    fillSites();
+    changed();
+}
+
+/// All sites of the nucleus, with the chosen ones checked.
+void PowderDialog::fillSites()
+{
+    const QSignalBlocker blocker(m_siteList);
+    m_siteList->clear();
+    PowderSettings all = m_settings;
+    all.labels.clear();
+    try {
+        for (const PowderSite &site : PowderSites::of(m_structure, m_unique, all).sites) {
+            QString text = tr("%1: %2 ppm").arg(site.name).arg(site.values.shift, 0, 'f', 1);
+            if (site.values.coupling != 0)
+                text +=
+                    tr(", Cq %1 MHz, η %2").arg(site.values.coupling, 0, 'f', 3).arg(site.values.asymmetry, 0, 'f', 2);
+            auto *item = new QListWidgetItem(text, m_siteList);
+            item->setData(Qt::UserRole, site.label);
+            item->setFlags(Qt::ItemIsUserCheckable | Qt::ItemIsEnabled | Qt::ItemIsSelectable);
+            const bool isChosen = m_settings.labels.isEmpty() || m_settings.labels.contains(site.label);
+            item->setCheckState(isChosen ? Qt::Checked : Qt::Unchecked);
+        }
+    } catch (const std::exception &) {
+        // The preview says what is wrong.
+    }
+}
+
+void PowderDialog::takeSites()
+{
+    QStringList chosen;
+    for (int i = 0; i < m_siteList->count(); ++i) {
+        if (m_siteList->item(i)->checkState() == Qt::Checked)
+            chosen.append(m_siteList->item(i)->data(Qt::UserRole).toString());
+    }
+    m_settings.labels = chosen.size() == m_siteList->count() ? QStringList() : chosen;
+    if (chosen.isEmpty() && m_siteList->count() > 0)
+        m_settings.labels = {QString()}; // none is not all
+    changed();
+}
+
+void PowderDialog::showNumbers()
+{
+    for (const Number &number : m_numbers) {
+        const QSignalBlocker blocker(number.box);
+        number.box->setValue(*number.value);
+    }
+}
+
+void PowderDialog::changed()
+{
+    m_fitResult->hide();
+    m_timer.start();
+}
+
+const ExperimentalSpectrum *PowderDialog::chosenMeasurement() const
+{
+    const int index = m_measurement->currentIndex();
+    if (index < 0 || index >= int(m_measured.size()))
+        return nullptr;
+    const ExperimentalSpectrum &spectrum = m_measured[size_t(index)];
+    const QString &nucleus = spectrum.dimensions.front().nucleus;
+    return nucleus.isEmpty() || nucleus == m_settings.nucleus ? &spectrum : nullptr;
+}
+
+void PowderDialog::showNotes(const QStringList &notes, const QString &error)
+{
+    QStringList lines;
+    if (!error.isEmpty())
+        lines.append(tr("<b>%1</b>").arg(error.toHtmlEscaped()));
+    for (const QString &note : notes)
+        lines.append(note.toHtmlEscaped());
+    m_notes->setText(lines.join(QLatin1String("<br>")));
+}
+
+void PowderDialog::updatePreview()
+{
+    if (m_busy)
+        return;
+    m_timer.stop();
+    const ExperimentalSpectrum *measured = chosenMeasurement();
+    m_fit->setEnabled(false);
+    m_ok->setEnabled(false);
+    try {
+        if (m_settings.labels == QStringList{QString()})
+            throw std::runtime_error(tr("No site is chosen").toStdString());
+        m_sites = PowderSites::of(m_structure, m_unique, m_settings);
+        m_ok->setEnabled(true);
+        m_fit->setEnabled(measured != nullptr);
+        PowderSettings rough = m_settings;
+        rough.points = previewPoints;
+        rough.tolerance = 0.02;
+        QElapsedTimer clock;
+        clock.start();
+        const auto spectrum = powderSpectrum(m_sites, rough, [&](double) { return clock.elapsed() < patience; });
+        if (!spectrum)
+            return showNotes(m_sites.notes, tr("This takes too long to be shown while values change; OK computes it"));
+        const ExperimentalSpectrum curve = powderCurve(m_sites, spectrum->axis, spectrum->sum, {});
+        if (m_sum.isNull())
+            m_sum = m_shown.addEntry(toEntryMap(curve), tr("Powder"));
+        else
+            m_shown.insertSpectrum(m_sum, toEntryMap(curve));
+        if (!m_beside.isNull())
+            m_shown.removeEntry(std::exchange(m_beside, QUuid()));
+        if (measured)
+            m_beside = m_shown.addEntry(toEntryMap(*measured), measured->title);
+        showNotes(m_sites.notes + QStringList{m_sites.limits()}, {});
+    } catch (const std::exception &error) {
+        showNotes({}, QString::fromUtf8(error.what()));
+    }
+}
+
+bool PowderDialog::work(const QString &what, const std::function<bool(const Powder::Progress &)> &run)
+{
+    if (m_busy)
+        return false;
+    const QScopedValueRollback busy(m_busy, true);
+    try {
+        Progress progress(what, this);
+        return run(std::ref(progress));
+    } catch (const std::exception &error) {
+        QMessageBox::critical(this, windowTitle(), QString::fromUtf8(error.what()));
+        return false;
+    }
+}
+
+void PowderDialog::fit()
+{
+    const ExperimentalSpectrum *measured = chosenMeasurement();
+    if (!measured)
+        return;
+    std::optional<PowderFit> found;
+    const bool done = work(tr("Fitting to %1...").arg(measured->title), [&](const Powder::Progress &progress) {
+        m_sites = PowderSites::of(m_structure, m_unique, m_settings);
+        found = fitPowder(m_sites, m_settings, *measured, m_fitScale->isChecked(), progress);
+        return found.has_value();
+    });
+    if (!done)
+        return;
+    m_settings = found->settings;
+    showNumbers();
+    fillSites();
+    updatePreview();
+    QStringList lines{tr("Reference: %1 ppm").arg(withError(found->fit.reference, m_settings.reference, 3))};
+    if (found->fit.lorentzian.error > 0)
+        lines.append(tr("Lorentzian: %1 Hz").arg(withError(found->fit.lorentzian, m_settings.shape.lorentzian, 1)));
+    if (found->fit.gaussian.error > 0)
+        lines.append(tr("Gaussian: %1 Hz").arg(withError(found->fit.gaussian, m_settings.shape.gaussian, 1)));
+    if (m_fitScale->isChecked())
+        lines.append(tr("Factor on Cq: %1").arg(withError(found->fit.scale, m_settings.couplingScale, 4)));
+    lines.append(tr("Deviation: %1 % of the highest point").arg(100 * found->fit.deviation, 0, 'f', 2));
+    if (!found->fit.converged)
+        lines.append(tr("The fit has not converged."));
+    m_fitResult->setText(lines.join(QLatin1Char('\n')));
+    m_fitResult->show();
+}
+
+void PowderDialog::accept()
+{
+    m_timer.stop();
+    std::optional<Powder::Spectrum> spectrum;
+    const bool done = work(tr("Computing the powder spectrum..."), [&](const Powder::Progress &progress) {
+        m_sites = PowderSites::of(m_structure, m_unique, m_settings);
+        spectrum = powderSpectrum(m_sites, m_settings, progress);
+        return spectrum.has_value();
+    });
+    if (!done)
+        return;
+    m_spectrum = std::move(*spectrum);
+    QDialog::accept();
+}
+
+} // namespace Workbench
