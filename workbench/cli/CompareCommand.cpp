@@ -79,7 +79,7 @@ CommandRun prepareCompare(const CommandLine &line)
     if (line.has("nucleus-f1"))
         return prepareCompareCrossPeaks(line);
     if (line.has("correlation"))
-        throw UsageError(QStringLiteral("option --correlation goes with --nucleus-f1"));
+        throw UsageError(Texts::tr("option --correlation goes with --nucleus-f1"));
     const ComparisonOptions options = ComparisonOptions::parse(line);
     const CompareOutputs outputs(line);
     const auto isotopes = parseIsotopes(line);
@@ -138,7 +138,8 @@ Command compareCommand()
         "  unmatched  more lines than sites: some were left out (--unmatched)\n"
         "The reference is that of least squares, each site weighted with its nuclei, unless --reference or\n"
         "--reference-set gives it; the slope is -1 unless --slope gives it, as a number or as \"fit\".\n"
-        "With --nucleus-f1, cross peaks are paired so that the sum of squares of both coordinates, each in units of its\n"
+        "With --nucleus-f1, cross peaks are paired so that the sum of squares of both coordinates, each in units of "
+        "its\n"
         "nucleus's sigma, is least; each site then counts once in its dimension.\n\n"
         "Example:\n"
         "  magres-workbench compare x.magres --experiment 13C=c.csv --experiment 1H=h.csv --average ch3 -o x.png",

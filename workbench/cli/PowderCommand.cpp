@@ -297,7 +297,7 @@ void takeReference(const CommandLine &line, PowderJob &job)
     const bool anyFits = std::any_of(sets.begin(), sets.end(),
                                      [&](const ReferenceSet &set) { return set.nucleus == job.settings.nucleus; });
     if (!sets.empty() && !anyFits)
-        throw UsageError(QStringLiteral("option --reference-set: there is none of %1, but of %2")
+        throw UsageError(Texts::tr("option --reference-set: there is none of %1, but of %2")
                              .arg(job.settings.nucleus, sets.front().nucleus));
 }
 

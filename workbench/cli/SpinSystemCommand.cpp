@@ -91,7 +91,7 @@ CommandRun prepareSpinSystem(const CommandLine &line)
                                 {QStringLiteral("simpson"), QStringLiteral("mrsimulator")})
             == 1;
     if (isMrsimulator && experiment)
-        throw UsageError(QStringLiteral("option --complete: it completes an input of SIMPSON, not of mrsimulator"));
+        throw UsageError(Texts::tr("option --complete: it completes an input of SIMPSON, not of mrsimulator"));
     const QString file = line.positional().constFirst(), output = line.value("o");
     return headless([=](HostApplication &host, MessageLog &log) {
         Simulation simulation(host, log);
@@ -103,7 +103,7 @@ CommandRun prepareSpinSystem(const CommandLine &line)
         const QString title = QStringLiteral("Spin system of %1").arg(QFileInfo(file).fileName());
         if (isMrsimulator) {
             for (const QString &note : system.notes)
-                printError(QStringLiteral("Note: %1\n").arg(note));
+                printError(Texts::tr("Note: %1\n").arg(note));
         }
         QByteArray text = isMrsimulator ? system.mrsimulator(title) : system.simpson(title);
         if (experiment) {

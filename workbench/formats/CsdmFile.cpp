@@ -152,8 +152,8 @@ SpectrumDimension dimension(const QJsonObject &json, int d, const QString &sourc
         const double largest = std::max(std::abs(x.first), std::abs(x.first + x.step * (x.points - 1)));
         if (x.unit == Unit::None && largest <= largestRatio) {
             perPpm = 1e-6;
-            notes.append(
-                Texts::tr("A dimension names no unit: its small numbers were taken as ratios, of which 1e-6 is 1 ppm."));
+            notes.append(Texts::tr(
+                "A dimension names no unit: its small numbers were taken as ratios, of which 1e-6 is 1 ppm."));
         } else if (x.unit == Unit::None) {
             notes.append(Texts::tr("A dimension names no unit: it was taken as ppm."));
         }

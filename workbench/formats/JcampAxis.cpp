@@ -160,8 +160,9 @@ double jcampUnitsPerPpm(const JcampBlock &block, const JcampAbscissa &abscissa, 
     if (frequency == 0.0)
         fail(block.source, block.line,
              abscissa.dimension == 0
-                 ? Texts::tr("X values in Hz need the record ##.OBSERVE FREQUENCY=, or the frequency of 0 ppm in MHz must be "
-                      "given")
+                 ? Texts::tr(
+                     "X values in Hz need the record ##.OBSERVE FREQUENCY=, or the frequency of 0 ppm in MHz must be "
+                     "given")
                  : Texts::tr("F1 is in Hz and its frequency in MHz is not in the file: it must be given"));
     return hertz ? frequency : frequency / 1000.0;
 }

@@ -287,7 +287,8 @@ ExperimentalSpectrum readSpectrum(const JcampBlock &block, const ReadOptions &op
     } else {
         const LabelledRecord &data = block.need("XYDATA");
         if (upperCase(withoutBlanks(data.firstLine())) != "(X++(Y..Y))")
-            fail(block.source, data.line, Texts::tr("expected a table (X++(Y..Y)), found %1").arg(excerpt(data.firstLine())));
+            fail(block.source, data.line,
+                 Texts::tr("expected a table (X++(Y..Y)), found %1").arg(excerpt(data.firstLine())));
         const TableValues values(block);
         readTrace(spectrum, block, data, values, values.factor("YFACTOR"), options, fileSize);
     }

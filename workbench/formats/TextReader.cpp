@@ -366,7 +366,8 @@ private:
         if (!m_unitTold && std::abs(ppm) > usual) {
             m_unitTold = true;
             m_notes.append(
-                Texts::tr("Positions beyond %1 ppm are rare: if these are Hz, the unit and the frequency must be given.")
+                Texts::tr(
+                    "Positions beyond %1 ppm are rare: if these are Hz, the unit and the frequency must be given.")
                     .arg(usual));
         }
     }

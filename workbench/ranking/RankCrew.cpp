@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ranking/RankCrew.h"
 
+#include "data/Error.h"
+
 #include "data/Elision.h"
 
 #include <QProcess>
@@ -20,8 +22,8 @@ namespace {
 QString endText(const QProcess &process)
 {
     return process.exitStatus() == QProcess::CrashExit
-        ? QStringLiteral("the program crashed while it worked on this file")
-        : QStringLiteral("the program ended with status %1 while it worked on this file").arg(process.exitCode());
+        ? Texts::tr("the program crashed while it worked on this file")
+        : Texts::tr("the program ended with status %1 while it worked on this file").arg(process.exitCode());
 }
 
 } // namespace
@@ -123,7 +125,7 @@ void RankCrew::ended(Worker &worker)
     } else if (m_next < m_files.size()) {
         m_startFailure = QString::fromUtf8(said).trimmed();
         if (m_startFailure.isEmpty())
-            m_startFailure = QStringLiteral("a worker process cannot be started: ") + worker.errorString();
+            m_startFailure = Texts::tr("a worker process cannot be started: ") + worker.errorString();
     }
     if (worker.file >= 0) {
         RankRow row;

@@ -25,7 +25,7 @@ void RankRow::fail(const std::exception &error)
     // The plug-in's general advice stands before the cause.
     message = elided(QString::fromUtf8(error.what()).section(QStringLiteral("\n\n"), -1).simplified());
     if (message.isEmpty())
-        message = QStringLiteral("failed without a message");
+        message = Texts::tr("failed without a message");
 }
 
 namespace RankTable {

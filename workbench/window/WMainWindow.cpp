@@ -317,7 +317,8 @@ void WMainWindow::createMenus()
         [this] { m_spectrumCommands->autoReference(); }, [this] { return m_spectrumCommands->whyNoAutoReference(); });
     m_autoReference->setShortcut(QKeySequence(tr("Ctrl+R")));
     m_compare = new CompareCommands(scene(), documentData(), m_workBar, this);
-    connect(m_compare, &CompareCommands::reported, this, [this](const QString &text) { statusBar()->showMessage(text); });
+    connect(m_compare, &CompareCommands::reported, this,
+            [this](const QString &text) { statusBar()->showMessage(text); });
     connect(m_compare, &CompareCommands::fileWanted, this, [this](const QString &path) { openPath(path, nullptr); });
     createItemMenu(tr("&Spectrum"), [this] { return scene()->currentNmrItem(); }, tr("No spectrum on the page"),
                    {m_create, m_createPowder, m_addMeasurement, m_compare->referenceSetAction()});

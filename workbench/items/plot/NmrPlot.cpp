@@ -105,8 +105,8 @@ QList<PlotEntry> NmrPlot::shownEntries(QString &note) const
             name = tr("Spectrum %1").arg(number);
         const bool peakList = spectrum.isEmpty() && !spectrum.peaks.isEmpty();
         if (peakList || (!spectrum.isEmpty() && spectrum.dimensions() == dimensions))
-            entries.append({id, name, withSiteNames(spectrum, m_siteNames.value(id)), color,
-                            id == m_data->activeEntryId()});
+            entries.append(
+                {id, name, withSiteNames(spectrum, m_siteNames.value(id)), color, id == m_data->activeEntryId()});
     }
     if (entries.isEmpty())
         note = m_data->spectrum(m_data->activeEntryId()).note;
