@@ -878,10 +878,6 @@ Mehr dazu mit magres-workbench %2 --help</translation>
         <translation>X-Werte in HZ oder PPM wurden erwartet, %1 gefunden</translation>
     </message>
     <message>
-        <source>X values in Hz need the record ##.OBSERVE FREQUENCY=</source>
-        <translation>X-Werte in Hz brauchen den Eintrag ##.OBSERVE FREQUENCY=</translation>
-    </message>
-    <message>
         <source>F1 is in Hz and its frequency in MHz is not in the file: it must be given</source>
         <translation>F1 ist in Hz und seine Frequenz in MHz steht nicht in der Datei: sie muss angegeben werden</translation>
     </message>
@@ -1947,6 +1943,50 @@ Optionen:
         <source>the repaired copy cannot be written (%1)</source>
         <translation>die reparierte Kopie kann nicht geschrieben werden (%1)</translation>
     </message>
+    <message>
+        <source>option --correlation goes with --nucleus-f1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>option %1 goes with one dimension alone</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>option --sigma: the error of calculated shifts of %1 is needed, as in --sigma %1=5: differences of both dimensions are weighed by it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>option -o: cross peaks are written to one file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the table of cross peaks cannot be written as &quot;%1&quot;: txt, csv and json can be</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>option --reference-set: there is none of %1, but of %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>option --complete: it completes an input of SIMPSON, not of mrsimulator</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A dimension names no unit: its small numbers were taken as ratios, of which 1e-6 is 1 ppm.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>this is a calculation (MAGRES), a measurement was expected</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>X values in Hz need the record ##.OBSERVE FREQUENCY=, or the frequency of 0 ppm in MHz must be given</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Positions beyond %1 ppm are rare: if these are Hz, the unit and the frequency must be given.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>Workbench::AgreementPlot</name>
@@ -1965,6 +2005,295 @@ Optionen:
     <message>
         <source>Difference, ppm</source>
         <translation>Differenz, ppm</translation>
+    </message>
+    <message>
+        <source>Measured</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Difference</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>Workbench::CompareCommands</name>
+    <message>
+        <source>Reference Se&amp;t...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Compare...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pairs the lines of a measurement with the sites of a structure, whatever their numbers</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Compare</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+C</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ran&amp;k Structures...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Which of many structures fits the measured lines best, and how surely</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no measurement in one dimension: add a spectrum or a peak list</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Rank Structures</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+R</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reference and slope from a set that the command calibrate has written</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This structure is no longer on the page</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reference Set</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reference sets (*.json);;All files (*)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: new spectra and comparisons start with reference %2 ppm and slope %3 (%4)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is no reference set</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Compare pairs any numbers of lines and sites: it is in the tool bar and in the menu Spectrum.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>Workbench::ComparePanel</name>
+    <message>
+        <source>Every line names its sites</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>As many lines as sites, or as atoms: paired by their order</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Fewer lines than sites: neighbouring sites share a line so that the sum of squared differences is least</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>More lines than sites: some are left out so that the sum of squares is least</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Compare</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>no groups</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>CH3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>XH3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Groups of three hydrogens that turn fast enough to give one line</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>fixed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>fitted</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Of the shift over the shielding. A fitted slope takes a part of the differences away: give one that is known from a calibration where you can</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Fitted: least squares, each site weighted with its nuclei</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not known</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> ppm</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Root mean square error of calculated shifts of this nucleus: without it there is no χ² and no probability</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>So many lines may be left out where more were measured than there are sites</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>S&amp;tructure:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Measured:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Nucleus:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Average:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Reference:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>S&amp;lope:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Error σ:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Leave &amp;out:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no structure: open a MAGRES file first</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no measurement in one dimension: add a spectrum or a peak list</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>As the spectrum says</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The peak list does not say of which nucleus it is</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>of the set</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reference &lt;b&gt;%1 ppm&lt;/b&gt; (%2), slope %3 (%4)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pairing: &lt;b&gt;%1&lt;/b&gt;; %2 lines, %3 sites%4</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> in %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>RMSD &lt;b&gt;%1 ppm&lt;/b&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> (paired automatically: %1)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>; largest difference %1 (%2)%3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>, RMSD without it %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>χ² %1, %2 degrees of freedom, &lt;b&gt;%3&lt;/b&gt;%4</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>: &lt;b&gt;fits badly&lt;/b&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>%n line(s) left out</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>&lt;i&gt;%1&lt;/i&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pair all automatically</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pair %1 by Hand</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: line at %2 ppm; RMSD %3 ppm</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This line finds its site by itself already</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pair Line Automatically</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pair All Automatically</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Line of %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 ppm</source>
+        <translation type="unfinished">%1 ppm</translation>
+    </message>
+    <message>
+        <source>Pair This Line &amp;Automatically	Del</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pair A&amp;ll Automatically</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -2622,6 +2951,50 @@ im Plot „%3“; lässt sich auf einen anderen ziehen</numerusform>
         <source>puts it onto the plot where it falls</source>
         <translation>legt es in den Plot, auf den es fällt</translation>
     </message>
+    <message>
+        <source>Compare (Ctrl+Shift+C): pairs of sites and measured lines</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Click on a row, arrow keys</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>lights the atoms, the peaks and the point of the pair</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drag a row onto another, Alt+arrow keys</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>puts its line onto that site</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Enter, right click</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>all lines, to choose the one of this site</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Delete on a row</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>lets the line find its site by itself again</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+R</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>ranks many structures by measured lines</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>Workbench::GuideWindow</name>
@@ -3042,6 +3415,77 @@ im Plot „%3“; lässt sich auf einen anderen ziehen</numerusform>
     </message>
 </context>
 <context>
+    <name>Workbench::PairTable</name>
+    <message>
+        <source>Pairs of sites and measured lines</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Site</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Calculated</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Measured</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Difference</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Paired</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The site by its first atom, × the atoms that the space group maps onto it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Calculated shift, ppm: reference + slope · isotropic shielding</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Position of the measured line, ppm; the mean where a site has several</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Calculated less measured, ppm</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>By hand: this line was assigned to the site, here or by the peak list. Shared: other sites have the same line</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>by hand</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>shared</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>no line</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>left out</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This site has no line that could be moved</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Lines are put onto sites; Delete lets a line find its site by itself</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>Workbench::PeakEditor</name>
     <message>
         <source>There is no spectrum whose peaks could be edited</source>
@@ -3236,6 +3680,482 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     </message>
 </context>
 <context>
+    <name>Workbench::PowderCommands</name>
+    <message>
+        <source>Open a MAGRES file first: powder spectra are made from its table</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The current table holds no calculation</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The current plot holds no powder spectrum</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 powder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation type="unfinished">%1. %2 {1,?}</translation>
+    </message>
+    <message>
+        <source>Powder Spectrum</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The calculation that this spectrum is made from is no longer in the document.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Edit Powder Spectrum</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Powder spectrum of %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>Workbench::PowderDialog</name>
+    <message>
+        <source>One &amp;factor on all Cq as well</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Fi&amp;t to Measurement</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Powder Spectrum</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Static</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Magic angle, at a rate</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Magic angle, infinitely fast</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>S&amp;pinning:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>R&amp;ate:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> Hz</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Moves the reference and the line widths that are not 0 to the least squares of the measured curve</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Measured:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Nucleus:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>1&amp;H frequency:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> MHz</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Reference:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> ppm</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>S&amp;lope:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Fa&amp;ctor on Cq:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Loren&amp;tzian:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Gaussian:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>O12 ×12: -1234.5 ppm, Cq -12.345 MHz, η 0.00</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Sites:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: %2 ppm</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>, Cq %1 MHz, η %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&lt;b&gt;%1&lt;/b&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No site is chosen</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This takes too long to be shown while values change; OK computes it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Powder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Fitting to %1...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reference: %1 ppm</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Lorentzian: %1 Hz</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Gaussian: %1 Hz</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Factor on Cq: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Deviation: %1 % of the highest point</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The fit has not converged.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Computing the powder spectrum...</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>Workbench::RankDialog</name>
+    <message>
+        <source>&amp;Ignore the assignment of lines to sites</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Use reference s&amp;ets</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Rank Structures</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Measured</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Nucleus</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Error σ, ppm</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Root mean square error of calculated shifts; 0: not known</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Of the &amp;Page</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The structures that are open</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Files...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Calculations, which are read without being opened</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>F&amp;older...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>All calculations in a folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>no groups</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>CH3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>XH3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Groups of three hydrogens that turn fast enough to give one line</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>So many lines may be left out where more were measured than there are sites</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Slope, and what is known of the reference, from the reference sets that were chosen</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Average:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Leave out lines:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Rank</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Save Table...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>%1: %n line(s)</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Of which nucleus the lines are</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not known</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>Candidates: the %n structure(s) of the page</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Candidates: %n file(s) in %1</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>There is no calculation in %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Candidates</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Calculations (*.magres);;All files (*)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Folder of Candidates</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Of which nucleus is %1? Choose it in the list</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Two measurements are of %1: choose one of them</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose a measurement in the list</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Several nuclei are weighed by their errors: give the σ of each</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no structure on the page</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ranking...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancelled: %1 of %2 structures were compared</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 structures</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>, %n failed: the last column says why</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>. Probabilities are relative to this pool: they say nothing about structures that are not in it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no measurement in one dimension on the page: add one first</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save Table</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Tables (*.csv *.json *.txt)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is written</source>
+        <translation type="unfinished">%1 ist geschrieben</translation>
+    </message>
+    <message>
+        <source>The table cannot be saved</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>Workbench::RankModel</name>
+    <message>
+        <source>Structure</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A click opens it beside the measurement</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>RMSD %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Root mean square difference, ppm, with the reference that fits best</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reference %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>That fits best, ppm</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pairing %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>How lines and sites were paired</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>χ²/dof</source>
+        <translation type="unfinished">χ²/dof</translation>
+    </message>
+    <message>
+        <source>Sum of squared differences over their expected squares, by degrees of freedom; about 1 for a structure that is right</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>p</source>
+        <translation type="unfinished">p</translation>
+    </message>
+    <message>
+        <source>Of a χ² as large by chance; below 0.001 the structure fits badly, whatever its rank</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Probability</source>
+        <translation type="unfinished">Wahrscheinlichkeit</translation>
+    </message>
+    <message>
+        <source>In this pool, given that one of its structures is right</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>with 1.5 σ</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The same with errors half as large again</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Fit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Bad: the differences are larger than errors explain</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>Workbench::RecentFiles</name>
     <message>
         <source>Open &amp;Recent</source>
@@ -3299,6 +4219,10 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     <message>
         <source>The spectrum has %L1 million points. To compute it again can take minutes. Go on?</source>
         <translation>Das Spektrum hat %L1 Millionen Punkte. Es neu zu berechnen kann Minuten dauern. Fortfahren?</translation>
+    </message>
+    <message>
+        <source>A powder spectrum is fitted where it is edited</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -3817,6 +4741,26 @@ mit |σzz − iso| ≥ |σxx − iso| ≥ |σyy − iso|</translation>
     <message>
         <source>Opened, with doubts</source>
         <translation>Geöffnet, mit Zweifeln</translation>
+    </message>
+    <message>
+        <source>Powder Spectrum</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The powder line shapes of the current table&apos;s sites, static or spinning</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+L</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Create Powder Spectrum...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Edit Powder Spectrum...</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
