@@ -60,6 +60,43 @@ static MagresSpecParams parametersFor(const QString &nucF2, const QString &nucF1
     return p;
 }
 
+/// The cross peaks against those of every pair, with every image tried.
+static void comparePartners(const MagresData &data, const std::array<Position, 3> &cell)
+{
+    for (const auto &[f2, f1, mode] : {std::tuple("13C", "1H", 0), std::tuple("1H", "1H", 0),
+                                       std::tuple("13C", "1H", 1), std::tuple("1H", "1H", 1)}) {
+        const Magres::DipolarCoupling coupling(f2, f1);
+        MagresSpecParams p = parametersFor(QString::fromLatin1(f2), QString::fromLatin1(f1));
+        p.corr = mode;
+        const QList<SpectrumPeak> peaks = Magres::makePeaks(data, p, TestNuclei());
+        auto peak = peaks.begin();
+        for (const MagresAtom &a : data.atoms) {
+            double strongest = 0.0, sumOfSquares = 0.0;
+            QByteArrayList partner;
+            for (const MagresAtom &b : data.atoms) {
+                const double r = Literal::shortestImage(Magres::minus(a.pos, b.pos), cell);
+                if (a.type != Magres::elementOf(f2) || b.type != Magres::elementOf(f1) || a.recordNo == b.recordNo
+                    || (mode == 0 && r >= 3.0))
+                    continue;
+                const double d = std::abs(coupling(r));
+                sumOfSquares += d * d;
+                if (d > strongest * (1.0 + 1e-9)) {
+                    strongest = d;
+                    partner = b.labels;
+                }
+            }
+            if (partner.isEmpty())
+                continue;
+            QVERIFY(peak != peaks.end());
+            QCOMPARE(peak->labelsF2, a.labels);
+            QCOMPARE(peak->labelsF1, partner);
+            QVERIFY(near(peak->height / (mode == 1 ? std::sqrt(sumOfSquares) : strongest), 1.0, 1e-8));
+            ++peak;
+        }
+        QVERIFY(peak == peaks.end() && !peaks.isEmpty());
+    }
+}
+
 class tst_Synthesis : public QObject {
     Q_OBJECT
 
@@ -364,37 +401,24 @@ private Q_SLOTS:
                 copy.pos = Magres::plusScaled(copy.pos, random.below(5) - 2, vector);
             data.shieldings.append({copy.labels, copy.No, {1, 0, 0, 0, 1, 0, 0, 0, 1}});
         }
-        for (const auto &[f2, f1, mode] : {std::tuple("13C", "1H", 0), std::tuple("1H", "1H", 0),
-                                           std::tuple("13C", "1H", 1), std::tuple("1H", "1H", 1)}) {
-            const Magres::DipolarCoupling coupling(f2, f1);
-            MagresSpecParams p = parametersFor(QString::fromLatin1(f2), QString::fromLatin1(f1));
-            p.corr = mode;
-            const QList<SpectrumPeak> peaks = Magres::makePeaks(data, p, TestNuclei());
-            auto peak = peaks.begin();
-            for (const MagresAtom &a : data.atoms) {
-                double strongest = 0.0, sumOfSquares = 0.0;
-                QByteArrayList partner;
-                for (const MagresAtom &b : data.atoms) {
-                    const double r = Literal::shortestImage(Magres::minus(a.pos, b.pos), cell);
-                    if (a.type != Magres::elementOf(f2) || b.type != Magres::elementOf(f1) || a.recordNo == b.recordNo
-                        || (mode == 0 && r >= 3.0))
-                        continue;
-                    const double d = std::abs(coupling(r));
-                    sumOfSquares += d * d;
-                    if (d > strongest * (1.0 + 1e-9)) {
-                        strongest = d;
-                        partner = b.labels;
-                    }
-                }
-                if (partner.isEmpty())
-                    continue;
-                QVERIFY(peak != peaks.end());
-                QCOMPARE(peak->labelsF2, a.labels);
-                QCOMPARE(peak->labelsF1, partner);
-                QVERIFY(near(peak->height / (mode == 1 ? std::sqrt(sumOfSquares) : strongest), 1.0, 1e-8));
-                ++peak;
+        comparePartners(data, cell);
+    }
+
+    /// Cells of another number along each axis of the lattice.
+    void partnersInUnevenCells()
+    {
+        const std::array<Position, 3> cell{{{4.5, 0, 0}, {0.7, 10.5, 0}, {-0.4, 1.1, 23}}};
+        Crystals::Random random(17);
+        for (const std::array<std::size_t, 3> &axes : {std::array<std::size_t, 3>{0, 1, 2}, {2, 1, 0}, {1, 2, 0}}) {
+            MagresData data;
+            for (std::size_t axis : axes)
+                data.lattice.append({cell[axis][0], cell[axis][1], cell[axis][2]});
+            for (int i = 0; i < 150; ++i) {
+                MagresAtom &atom = addAtom(data, i % 4 == 0 ? "C" : "H", i);
+                atom.pos = {random.uniform(-2, 4), random.uniform(-5, 10), random.uniform(-11, 23)};
+                data.shieldings.append({atom.labels, atom.No, {1, 0, 0, 0, 1, 0, 0, 0, 1}});
             }
-            QVERIFY(peak == peaks.end() && !peaks.isEmpty());
+            comparePartners(data, cell);
         }
     }
 
