@@ -11,7 +11,7 @@ namespace Workbench {
 namespace {
 
 const QString powderFormat = QStringLiteral("powder");
-const QString magresFormat = QStringLiteral("magres");
+const QString simulatedFormat = QStringLiteral("magres");
 const QString dataKey = QStringLiteral("magresDataId");
 
 // In the order of Powder::Rotation; files hold these.
@@ -99,7 +99,7 @@ PowderSettings powderSettingsLike(const SpectrumEntry &simulated)
     // Of the spectrometer; the nucleus's own differs by its carrier offset at most.
     if (axis.frequency > 0 && ratio > 0)
         settings.protonFrequency = std::clamp(std::round(axis.frequency / ratio * 100) / 100, 1.0, 1e4);
-    const QVariantHash parameters = simulated.parameters(magresFormat);
+    const QVariantHash parameters = simulated.parameters(simulatedFormat);
     if (const double frequency = parameters.value(QStringLiteral("freq")).toDouble();
         frequency >= 1 && frequency <= 1e4)
         settings.protonFrequency = frequency;
