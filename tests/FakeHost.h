@@ -78,7 +78,7 @@ inline Trace trace;
 /// spectra of the only NMR item, and its plot.
 class FakeServices : public QObject {
     Q_OBJECT
-    Q_PROPERTY(QList<QUuid> entryIds MEMBER entryIds)
+    Q_PROPERTY(QVariant entryIds READ offeredIds)
     Q_PROPERTY(QUuid activeEntryId MEMBER activeEntryId)
 
 public:
@@ -88,7 +88,12 @@ public:
     QMap<QUuid, QVariantMap> data;
     QObject *filter = nullptr;
     int resets = 0;
+    bool idsAsVariants = false; ///< another form of the same list
 
+    QVariant offeredIds() const
+    {
+        return idsAsVariants ? QVariant(QVariantList(entryIds.begin(), entryIds.end())) : QVariant::fromValue(entryIds);
+    }
     Q_INVOKABLE QVariantMap getDataMap(QUuid id) { return trace("getDataMap") ? data.value(id) : QVariantMap(); }
     Q_INVOKABLE QString spin(QString nucleus)
     {

@@ -22,12 +22,14 @@ struct Finished {
     QString errors;
 };
 
-Finished runProgram(const QStringList &arguments)
+/// The locale is that of the user's messages.
+Finished runProgram(const QStringList &arguments, const QString &locale = u"C.UTF-8"_s)
 {
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
         environment.remove(QLatin1String(name));
+    environment.insert(u"LC_ALL"_s, locale);
     process.setProcessEnvironment(environment);
     process.start(QStringLiteral(WORKBENCH_PROGRAM), arguments);
     if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
@@ -58,6 +60,43 @@ private Q_SLOTS:
         QCOMPARE(points(name, u"67108864"_s), 67108864);
         for (const char *bad : {"0", "-128", "64", "100", "8129", "134217728", "99999999999", "128.0", "1e3"})
             QVERIFY_THROWS_EXCEPTION(UsageError, points(name, QLatin1String(bad)));
+    }
+
+    void languages_data()
+    {
+        QTest::addColumn<QString>("locale");
+        QTest::addColumn<QString>("arguments");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("told");
+        const auto row = [](const char *locale, const char *arguments, int status, const char *told) {
+            QTest::addRow("%s %s", locale, arguments)
+                << QString::fromUtf8(locale) << QString::fromUtf8(arguments) << status << QString::fromUtf8(told);
+        };
+        row("C", "simulate a --language de", 2, "Option --nucleus ist nötig\nAufruf: ");
+        row("C", "--language=de simulate a", 2, "Option --nucleus ist nötig");
+        row("de_DE.UTF-8", "simulate a", 2, "Option --nucleus ist nötig");
+        row("de_DE.UTF-8", "simulate a --language en", 2, "option --nucleus is required");
+        row("fr_FR.UTF-8", "simulate a", 2, "option --nucleus is required");
+        row("de_DE.UTF-8", "--nonsense", 2, "Aufruf: magres-workbench [FILE]...");
+        row("de_DE.UTF-8", "", 1, "keine Anzeige");
+        row("C", "table a --language fr", 2, "\"fr\" is not one of: en, de");
+        // While it runs: by the workbench, a worker of its own, and the plug-in.
+        row("de_DE.UTF-8", "table /nowhere", 1, "Die Datei /nowhere gibt es nicht");
+        row("de_DE.UTF-8", "rank --merge /nowhere", 1, "diese Datei gibt es nicht");
+        row("de_DE.UTF-8",
+            "fit " SAMPLES "/paracetamol.magres --nucleus 13C --experiment " SAMPLES "/paracetamol-13C.csv", 0,
+            "Neuer RMSD: ");
+    }
+
+    void languages()
+    {
+        QFETCH(QString, locale);
+        QFETCH(QString, arguments);
+        QFETCH(int, status);
+        QFETCH(QString, told);
+        const Finished run = runProgram(arguments.split(u' ', Qt::SkipEmptyParts), locale);
+        QVERIFY2((run.output + run.errors).contains(told), qPrintable(run.output + run.errors));
+        QCOMPARE(run.status, status);
     }
 
     void optionForms()

@@ -2,6 +2,7 @@
 #include "Failure.h"
 #include "formats/ExperimentFile.h"
 #include "analysis/PeakPicking.h"
+#include "analysis/SpinSystem.h"
 #include "data/ExperimentalSpectrum.h"
 
 #include <QtTest>
@@ -130,22 +131,74 @@ private Q_SLOTS:
         QVERIFY(PeakPicking::pick2D({}, 0).empty());
     }
 
-    void pickingOfMaps()
+    /// 64 parts of a known scatter on slopes: the quietest quarter counts, its median scatter and its mean.
+    void noiseIsThatOfTheQuietestQuarter()
     {
-        constexpr int columns = 128, rows = 64;
-        std::vector<double> values = trace(columns * rows, {}, 0.02, 0);
+        std::vector<double> values;
+        for (int part = 0; part < 64; ++part) {
+            const int rank = part * 37 % 64; // by scatter
+            for (int i = 0; i < 8; ++i) {
+                const int pattern[] = {1, -1, -1, 1, 1, -1, -1, 1}; // no mean, no slope, 8 squares
+                values.push_back(rank + (rank + 1) * pattern[i] + 5 * (i - 3.5));
+            }
+        }
+        const PeakPicking::Noise noise = PeakPicking::noise(values);
+        QVERIFY(std::abs(noise.baseline - 7.5) < 1e-9); // of 0 to 15
+        QVERIFY(std::abs(noise.deviation - 9 * std::sqrt(8.0 / 6)) < 1e-9);
+    }
+
+    /// Parabolas: their vertex is known exactly, between the points and along each axis.
+    void topsAreVertices()
+    {
+        const auto bell = [](double x, double centre, double curvature) { return curvature * std::pow(x - centre, 2); };
+        std::vector<double> line(400, -2.0);
+        for (int i = 90; i < 110; ++i)
+            line[size_t(i)] = std::max(-2.0, 10 - bell(i, 100.3, 0.5));
+        for (const auto &peak : {PeakPicking::pick(line).at(0), *PeakPicking::summit(line, 103, 5)}) {
+            QVERIFY(std::abs(peak.point - 100.3) < 1e-9);
+            QVERIFY(std::abs(peak.height - 12) < 1e-9); // above the base line
+        }
+        constexpr int columns = 64, rows = 32;
+        std::vector<double> map(columns * rows, 0.0);
         const auto add = [&](double column, double row, double height) {
             for (int r = 0; r < rows; ++r)
                 for (int c = 0; c < columns; ++c)
-                    values[size_t(r * columns + c)] +=
-                        height * std::exp(-0.1 * (std::pow(c - column, 2) + std::pow(r - row, 2)));
+                    map[size_t(r * columns + c)] += std::max(0.0, height - bell(c, column, 0.5) - bell(r, row, 0.25));
         };
-        add(30.3, 20.6, 2);
-        add(90, 40, 1);
-        const auto peaks = PeakPicking::pick2D(values, columns);
+        add(50.3, 20.6, 6);
+        add(12.8, 9.2, 3);
+        const auto peaks = PeakPicking::pick2D(map, columns);
         QCOMPARE(peaks.size(), size_t(2));
-        QVERIFY(std::hypot(peaks[0].column - 30.3, peaks[0].row - 20.6) < 0.2);
-        QVERIFY(std::hypot(peaks[1].column - 90, peaks[1].row - 40) < 0.3);
+        for (const auto &[peak, column, row, height] :
+             {std::tuple(peaks[0], 50.3, 20.6, 6.0), std::tuple(peaks[1], 12.8, 9.2, 3.0),
+              std::tuple(*PeakPicking::summit2D(map, columns, 11, 8, 3, 3), 12.8, 9.2, 3.0)}) {
+            QVERIFY(std::hypot(peak.column - column, peak.row - row) < 1e-9);
+            QVERIFY(std::abs(peak.height - height) < 1e-9);
+        }
+    }
+
+    /// Hz, from -mu0 hbar gamma gamma / (8 pi^2 r^3) by hand, with the gyromagnetic ratios of R. K. Harris et al., Pure
+    /// Appl. Chem. 73 (2001) 1795.
+    void signsOfDipolarCouplings()
+    {
+        for (const auto &[a, b, distance, expected] :
+             {std::tuple("1H", "1H", 1.5, -35591.16), std::tuple("13C", "1H", 1.09, -23328.18),
+              std::tuple("15N", "1H", 1.02, 11477.42), std::tuple("15N", "13C", 1.34, 1273.14),
+              std::tuple("15N", "17O", 2.2, -155.13)}) {
+            QVariantMap atoms;
+            for (const auto &[nucleus, place] : {std::pair(a, 0.0), std::pair(b, distance)})
+                atoms.insert(QString::number(atoms.size()),
+                             QVariantMap{{u"type"_s, QByteArray(nucleus + (isdigit(nucleus[1]) ? 2 : 1))},
+                                         {u"labels"_s, QStringList{QString::number(place)}},
+                                         {u"recordNo"_s, int(atoms.size())},
+                                         {u"pos"_s, QVariant::fromValue(DoubleVector{0, place, 0})}});
+            SpinSystem::Options options;
+            options.nuclei = QStringList{QLatin1String(a), QLatin1String(b)};
+            options.nuclei.removeDuplicates();
+            const SpinSystem system = SpinSystem::fromData({{u"atoms"_s, atoms}}, options);
+            QCOMPARE(system.dipoles.size(), size_t(1));
+            QVERIFY2(std::abs(system.dipoles[0].coupling / expected - 1) < 1e-3, a);
+        }
     }
 
     void pointsAndPeaksComeIn()

@@ -3,6 +3,7 @@
 #include "PlotUser.h"
 #include "WorkbenchUser.h"
 
+#include "data/Language.h"
 #include "window/WindowApplication.h"
 #include "host/MainScene.h"
 #include "window/MainView.h"
@@ -16,6 +17,7 @@
 #include "items/table/TableItem.h"
 
 #include <QLabel>
+#include <QMenuBar>
 #include <QSettings>
 #include <QStatusBar>
 #include <QTableView>
@@ -44,11 +46,7 @@ private Q_SLOTS:
     void init()
     {
         QSettings().clear();
-        m_host = std::make_unique<WindowApplication>();
-        m_host->plugins().load(QStringLiteral(PLUGIN_FILE));
-        window().show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window()));
-        open(u"paracetamol.magres"_s);
+        start(QStringLiteral(SAMPLE_DIRECTORY "/paracetamol.magres"));
     }
     void cleanup() { m_host.reset(); }
 
@@ -56,6 +54,18 @@ private Q_SLOTS:
     void peaksOfAMapAreEditedByHand() { editPeaks(map, u"paracetamol-hetcor-bruker"_s); }
     void peaksOfALineSelectAtomsAndRows() { selectTogether(carbon); }
     void peaksOfAMapSelectAtomsAndRows() { selectTogether(map); }
+
+    void windowAndPluginSpeakGerman()
+    {
+        m_host.reset();
+        const Language german(u"de"_s);
+        start(QStringLiteral(SAMPLE_DIRECTORY "/paracetamol.magres"));
+        QCOMPARE(window().menuBar()->actions().first()->text(), u"&Datei"_s);
+        m_dialogs.expect(u"MAGRES-Parameter"_s, [](QDialog *dialog) { press(dialog, QDialogButtonBox::Ok); });
+        choose(window(), table(), {u"Spektrum erzeugen..."_s});
+        QVERIFY(spectrum()->plot()->xAxis->label().startsWith(u"Chemische Verschiebung"_s));
+        m_host.reset();
+    }
 
     void peaksArePickedAndCounted()
     {
@@ -73,31 +83,6 @@ private Q_SLOTS:
         }
         choose(window(), spectrum(), {u"&Count Equivalent Sites"_s});
         QCOMPARE(measured().peaks.size(), all);
-    }
-
-    void mouseZoomsAndMoves()
-    {
-        const PlotUser user = makeSpectrum(carbon);
-        const auto range = [&] { return spectrum()->plot()->xAxis->range(); };
-        const QCPRange full = range();
-        const double ppm = f2At(200), height = spectrum()->plot()->yAxis->range().size();
-        scene().setActiveItem(molecule());
-        user.wheel({200, 120});
-        QCOMPARE(range(), full); // scrolls the page
-        scene().setActiveItem(spectrum());
-        user.wheel({200, 120});
-        QVERIFY(std::abs(range().size() * 1.25 - full.size()) < 1e-9 && isOnPixel(f2At(200), ppm));
-        user.wheel({200, 120}, Qt::ShiftModifier);
-        QVERIFY(std::abs(spectrum()->plot()->yAxis->range().size() * 1.25 / height - 1) < 1e-9);
-        QTest::qWait(20); // other numbers at the axis take other room
-        const double from = f2At(150), to = f2At(300);
-        user.drag({150, 100}, {300, 100});
-        QVERIFY(isOnPixel(range().upper, from, 4) && isOnPixel(range().lower, to, 4));
-        const double held = f2At(200);
-        user.drag({200, 100}, {230, 110}, Qt::ShiftModifier);
-        QVERIFY(isOnPixel(f2At(230), held));
-        QTest::keyClick(window().view(), Qt::Key_Home);
-        QCOMPARE(range(), full);
     }
 
     void contoursAndLabelsOfMaps()
@@ -133,6 +118,16 @@ private:
     bool isOnPixel(double ppm, double expected, double zoom = 1) const
     {
         return std::abs(ppm - expected) <= zoom * std::abs(f2At(1) - f2At(0));
+    }
+    /// A window of its own for the file.
+    void start(const QString &path)
+    {
+        m_host.reset();
+        m_host = std::make_unique<WindowApplication>();
+        m_host->plugins().load(QStringLiteral(PLUGIN_FILE));
+        window().show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window()));
+        window().openFiles({path});
     }
     void open(const QString &name) { window().openFiles({QStringLiteral(SAMPLE_DIRECTORY "/") + name}); }
     PlotUser makeSpectrum(const Inputs &inputs)
@@ -186,6 +181,7 @@ private:
     {
         const PlotUser user = makeSpectrum(inputs);
         const SpectrumPeak peak = data()->shownSpectrum().peaks.first();
+        shiftsAreThoseOfTheirDimension();
         const auto isLit = [&] { return spectrum()->plot()->litPeaks().contains(peak.id); };
         user.click(user.topOf(peak));
         QStringList labels;
@@ -205,6 +201,21 @@ private:
             table()->view()->selectRow(row);
             const QString label = table()->view()->model()->index(row, 1).data().toString();
             QCOMPARE(isLit(), peak.label.split(u',').contains(label));
+        }
+    }
+
+    /// What the molecule notes about its atoms: the F2 shift for those of F2, the F1 shift for those of F1.
+    void shiftsAreThoseOfTheirDimension() const
+    {
+        const QVariantList notes = molecule()->molMap().value(u"NMRAssignments"_s).toList();
+        QCOMPARE(notes.size(), data()->shownSpectrum().dimensions());
+        for (qsizetype dimension = 0; dimension < notes.size(); ++dimension) {
+            for (const QVariant &note : notes[dimension].toMap().value(u"Shifts"_s).toList()) {
+                const QVariantList assigned = note.toMap().value(u"AssignedPeaks"_s).toList();
+                for (const SpectrumPeak &peak : data()->shownSpectrum().peaks)
+                    if (assigned.contains(peak.id))
+                        QCOMPARE(note.toMap().value(u"Value"_s).toDouble(), dimension == 0 ? peak.f2 : peak.f1);
+            }
         }
     }
 

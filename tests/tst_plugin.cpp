@@ -447,6 +447,46 @@ private Q_SLOTS:
         QVERIFY(cases > 200);
     }
 
+    /// Lists of ids in another form, data whose map names another id, and nothing that is remembered from one command
+    /// to the next.
+    void hostsMayStoreOtherwise()
+    {
+        FakeHost host;
+        host.services->idsAsVariants = true;
+        newPlugin();
+        read(m_file);
+        const QUuid asked = host.services->data.firstKey();
+        QVariantMap &data = host.services->data.first();
+        data.insert(u"ID"_s, QUuid::createUuid());
+        QSettings().setValue(u"magresPlugin/nucF2"_s, u"1H"_s);
+        makeSpectrum(host);
+        const QUuid made = host.services->activeEntryId;
+        QCOMPARE(host.services->entryOrigParams(made, u"magres"_s).value(u"magresDataId"_s).toUuid(), asked);
+        host.services->addEntry(experimental({2.5, 4.5}));
+        QCOMPARE(report("updateSpectrum"), QString());
+        QVERIFY(report("autoRef").startsWith(u"New reference"_s));
+
+        const auto highest = [&] {
+            const QVariantList peaks = host.services->entryPeakList(made).value(u"PeakList"_s).toList();
+            return peaks.first().toMap().value(u"Pos"_s).value<DoubleVector>().at(0);
+        };
+        const double before = highest();
+        QVariantMap shieldings = data.value(u"shieldings"_s).toMap();
+        for (QVariant &shielding : shieldings) {
+            QVariantMap map = shielding.toMap();
+            auto tensor = map.value(u"tensor"_s).value<DoubleVector>();
+            for (int i : {0, 4, 8})
+                tensor.at(i) += 3.0;
+            map.insert(u"tensor"_s, QVariant::fromValue(tensor));
+            shielding = map;
+        }
+        data.insert(u"shieldings"_s, shieldings);
+        QCOMPARE(report("updateSpectrum"), QString());
+        QVERIFY2(qAbs(before - highest() - 3.0) < 1e-9, qPrintable(QString::number(before - highest())));
+        host.services->data.clear();
+        QVERIFY(report("updateSpectrum").contains(u"The document has no MAGRES data"_s));
+    }
+
     /// While a dialog is open, its user and the host go on.
     void thingsMayGoWhileADialogIsOpen()
     {

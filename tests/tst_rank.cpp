@@ -75,6 +75,7 @@ private Q_SLOTS:
         QVERIFY2(fit.contains(u"to %1 ppm"_s.arg(row[u"reference"].toDouble()).toUtf8()), fit);
         QVERIFY2(fit.contains(u"New RMSD: %1 ppm"_s.arg(row[u"rmsd"].toDouble()).toUtf8()), fit);
         QCOMPARE(row[u"offset"].toDouble(), row[u"reference"].toDouble() - 100);
+        QCOMPARE(ranked("rank --nucleus 13C --experiment @list.csv --format json --language de"), row);
         const QJsonObject plane = ranked("rank --nucleus 13C --nucleus-f1 1H --experiment @plane.csv --format json");
         const double f2 = plane[u"rmsd_f2"].toDouble(), f1 = plane[u"rmsd_f1"].toDouble() * 750.03 / 188.64;
         QCOMPARE(f2, row[u"rmsd"].toDouble());

@@ -180,6 +180,9 @@ private Q_SLOTS:
                 QVERIFY2(state() == undone[index],
                          qPrintable(u"redo, step %1: %2"_s.arg(steps).arg(history().undoText())));
                 ++redos;
+            } else if (what == 10) {
+                // No step of the history: the user clicks on an item.
+                m_scene->setActiveItem(any<DocumentItem>());
             } else {
                 const QByteArray now = state();
                 const QUndoCommand *last = index > 0 ? history().command(index - 1) : nullptr;

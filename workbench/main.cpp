@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/CliErrors.h"
 #include "cli/Commands.h"
+#include "data/Error.h"
+#include "data/Language.h"
 #include "window/WMainWindow.h"
 #include "window/WindowApplication.h"
 
@@ -16,7 +18,7 @@ constexpr const char *version = WORKBENCH_VERSION;
 
 QString commandList()
 {
-    QString text = QStringLiteral("Commands (magres-workbench COMMAND --help tells more):\n");
+    QString text = Texts::tr("Commands (magres-workbench COMMAND --help tells more):\n");
     for (const Command &command : commands()) {
         if (command.isInternal)
             continue;
@@ -28,8 +30,8 @@ QString commandList()
 
 QString programHelp()
 {
-    return QStringLiteral("Usage: magres-workbench [FILE]...\n       magres-workbench COMMAND FILE [options]\n\n"
-                          "Opens files in a window, or runs a command without one.\n\n%1\nOptions:\n%2")
+    return Texts::tr("Usage: magres-workbench [FILE]...\n       magres-workbench COMMAND FILE [options]\n\n"
+                     "Opens files in a window, or runs a command without one.\n\n%1\nOptions:\n%2")
         .arg(commandList(), CommandLine::help(programOptions()));
 }
 
@@ -42,27 +44,24 @@ bool hasDisplay()
     return false;
 }
 
-int runWindow(const QStringList &files, int argc, char **argv, const QString &pluginDirectory)
+int runWindow(const QStringList &files, const ProgramStart &start)
 {
-    if (!hasDisplay()) {
-        printError(QStringLiteral("magres-workbench: there is no display to open a window on.\n") + commandList());
-        return ExitFailed;
-    }
-    QApplication application(argc, argv);
+    const QApplication application(start.argc, start.argv);
+    const Language language(start.language);
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/workbench/icon.svg")));
     WindowApplication host;
-    host.loadPlugins(pluginDirectory);
+    host.loadPlugins(start.pluginDirectory);
     host.window().show();
     if (!files.isEmpty())
         QTimer::singleShot(0, &host.window(), [&] { host.window().openFiles(files); });
-    return application.exec();
+    return QApplication::exec();
 }
 
 /// The index of the command's name, passing over the program's own options; -1 when there is no command.
 qsizetype commandIndex(const QStringList &arguments)
 {
     for (qsizetype i = 0; i < arguments.size(); ++i) {
-        if (arguments[i] == u"--plugin-path")
+        if (arguments[i] == u"--plugin-path" || arguments[i] == u"--language")
             ++i;
         else if (!arguments[i].startsWith(u'-'))
             return findCommand(arguments[i]) ? i : -1;
@@ -72,17 +71,32 @@ qsizetype commandIndex(const QStringList &arguments)
 
 int run(const QStringList &arguments, int argc, char **argv)
 {
+    ProgramStart start{argc, argv, {}, languageOf(arguments)};
     const qsizetype index = commandIndex(arguments);
-    const CommandLine line(programOptions(), index < 0 ? arguments : arguments.first(index));
-    if (line.has("help") || line.has("version")) {
-        printOut(line.has("help") ? programHelp()
-                                  : QStringLiteral("magres-workbench %1\n").arg(QLatin1String(version)));
-        return ExitDone;
+    QStringList files;
+    {
+        // What is said here takes an application to be translated; window and commands have one of their own kind.
+        const QCoreApplication application(argc, argv);
+        const Language language(start.language);
+        try {
+            const CommandLine line(programOptions(), index < 0 ? arguments : arguments.first(index));
+            if (line.has("help") || line.has("version")) {
+                printOut(line.has("help") ? programHelp()
+                                          : QStringLiteral("magres-workbench %1\n").arg(QLatin1String(version)));
+                return ExitDone;
+            }
+            start.pluginDirectory = line.value("plugin-path");
+            files = line.positional();
+        } catch (const UsageError &error) {
+            throw UsageError(QString::fromUtf8(error.what()) + u'\n' + programHelp());
+        }
+        if (index < 0 && !hasDisplay()) {
+            throw CommandError(Texts::tr("there is no display to open a window on.") + u'\n' + commandList().trimmed());
+        }
     }
-    const QString pluginDirectory = line.value("plugin-path");
     if (index < 0)
-        return runWindow(line.positional(), argc, argv, pluginDirectory);
-    return runCommand(*findCommand(arguments[index]), arguments.mid(index + 1), argc, argv, pluginDirectory);
+        return runWindow(files, start);
+    return runCommand(*findCommand(arguments[index]), arguments.mid(index + 1), start);
 }
 
 } // namespace
@@ -102,7 +116,7 @@ int main(int argc, char **argv)
     try {
         return run(arguments, argc, argv);
     } catch (const UsageError &error) {
-        printError(QStringLiteral("magres-workbench: %1\n%2").arg(QString::fromUtf8(error.what()), programHelp()));
+        printError(QStringLiteral("magres-workbench: %1\n").arg(QString::fromUtf8(error.what()).trimmed()));
         return ExitWrongUsage;
     } catch (const std::exception &error) {
         printError(QStringLiteral("magres-workbench: %1\n").arg(QString::fromUtf8(error.what())));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/SpinSystem.h"
 
+#include "analysis/Contacts.h"
 #include "analysis/comparison/Lattice.h"
 #include "data/Error.h"
 #include "data/Nuclides.h"
@@ -18,15 +19,6 @@
 namespace Workbench {
 
 namespace {
-
-/// Hz, for a distance in Angstrom.
-double dipolarCoupling(const QString &a, const QString &b, double distance)
-{
-    constexpr double mu0 = 1.25663706212e-6, hbar = 1.054571817e-34; // CODATA 2018, SI
-    const double metres = distance * 1e-10;
-    return -mu0 * hbar * Nuclides::table()[a].gyromagneticRatio() * Nuclides::table()[b].gyromagneticRatio()
-        / (8 * std::numbers::pi * std::numbers::pi * metres * metres * metres);
-}
 
 /// Of R = Rz(alpha) Ry(beta) Rz(gamma).
 SpinSystem::Angles eulerAngles(const Eigen::Matrix3d &r)

@@ -11,6 +11,8 @@
 #include "host/MainScene.h"
 #include "items/DocumentItem.h"
 
+#include "data/Error.h"
+
 #include <QFileInfo>
 
 #include <algorithm>
@@ -86,7 +88,7 @@ CommandRun prepareAverage(const CommandLine &line)
             if (average.count() == 1)
                 method = other;
             else if (!method.agreesWith(other))
-                throw CommandError(QStringLiteral("%1: calculated with %2, but %3 with %4")
+                throw CommandError(Texts::tr("%1: calculated with %2, but %3 with %4")
                                        .arg(file, other.text(), files.constFirst(), method.text()));
         }
         const CrystalStructure mean = average.mean();

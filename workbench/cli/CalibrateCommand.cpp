@@ -13,6 +13,8 @@
 #include "items/plot/AgreementPlot.h"
 #include "items/plot/PlotPainting.h"
 
+#include "data/Error.h"
+
 #include <QFileInfo>
 
 #include <algorithm>
@@ -62,7 +64,7 @@ public:
             m_method = method;
         } else if (!m_method.agreesWith(method)) {
             if (!m_mayMix)
-                throw CommandError(QStringLiteral("%1: calculated with %2, but %3 with %4 (--mix-methods takes both)")
+                throw CommandError(Texts::tr("%1: calculated with %2, but %3 with %4 (--mix-methods takes both)")
                                        .arg(file, method.text(), m_first, m_method.text()));
             m_isMixed = true;
         }
@@ -100,7 +102,7 @@ ReferenceSet calibrated(const std::vector<Compound> &compounds, std::vector<Line
                     set.sources.push_back({compound.file, site.name, points.back()});
                 }
             } catch (const std::exception &error) {
-                throw CommandError(QStringLiteral("%1: %2").arg(compound.file, QString::fromUtf8(error.what())));
+                throw CommandError(Texts::tr("%1: %2").arg(compound.file, QString::fromUtf8(error.what())));
             }
         }
         set.calibration = ShiftCalibration::of(points);
@@ -182,13 +184,13 @@ CommandRun prepareCalibrate(const CommandLine &line)
 {
     const QString nucleus = OptionValues::nucleus(QStringLiteral("--nucleus"), required(line, "nucleus"));
     if (!Nuclides::table().contains(nucleus))
-        throw UsageError(QStringLiteral("option --nucleus: \"%1\" is not an NMR nucleus").arg(nucleus));
+        throw UsageError(Texts::tr("option --nucleus: \"%1\" is not an NMR nucleus").arg(nucleus));
     std::vector<Compound> compounds;
     for (const QString &argument : line.positional())
         compounds.push_back(splitArgument(argument));
     for (const QString &output : line.values("o")) {
         if (QFileInfo(output).suffix().toLower() != u"json" && !PageExport::formatOfSuffix(QFileInfo(output).suffix()))
-            throw UsageError(QStringLiteral("option -o: the suffix of \"%1\" is not one of: .json, .%2")
+            throw UsageError(Texts::tr("option -o: the suffix of \"%1\" is not one of: .json, .%2")
                                  .arg(output, PageExport::suffixes().join(QLatin1String(", ."))));
     }
     std::vector<double> shieldings;
@@ -216,9 +218,9 @@ CommandRun prepareCalibrate(const CommandLine &line)
             const UniqueSites unique = UniqueSites::of(structure, options.sites);
             compound.sites = comparedSites(structure, unique.ofElement(Nuclides::element(nucleus)));
             for (const QString &note : notes)
-                printError(QStringLiteral("magres-workbench calibrate: %1\n").arg(note));
+                printError(Texts::tr("magres-workbench calibrate: %1\n").arg(note));
             for (const QString &warning : unique.warnings)
-                printError(QStringLiteral("magres-workbench calibrate: %1: %2\n").arg(compound.file, warning));
+                printError(Texts::tr("magres-workbench calibrate: %1: %2\n").arg(compound.file, warning));
         }
         std::vector<LinePairing> pairings;
         ReferenceSet set = calibrated(compounds, &pairings);

@@ -2,6 +2,7 @@
 #include "cli/CommandLine.h"
 
 #include "cli/CliErrors.h"
+#include "data/Error.h"
 
 #include <QCommandLineParser>
 
@@ -43,9 +44,9 @@ CommandLine::CommandLine(const std::vector<OptionSpec> &options, const QStringLi
             continue;
         const QStringList values = parser.values(name);
         if (values.size() > 1 && !option.repeatable)
-            throw UsageError(QStringLiteral("option %1 is given %2 times").arg(shown(option.name)).arg(values.size()));
+            throw UsageError(Texts::tr("option %1 is given %2 times").arg(shown(option.name)).arg(values.size()));
         if (option.value && values.contains(QString()))
-            throw UsageError(QStringLiteral("option %1 has an empty value").arg(shown(option.name)));
+            throw UsageError(Texts::tr("option %1 has an empty value").arg(shown(option.name)));
         m_values.insert(name, values);
     }
     m_positional = parser.positionalArguments();

@@ -15,6 +15,8 @@
 #include "host/HostApplication.h"
 #include "host/PluginManager.h"
 #include "items/plot/NmrData.h"
+#include "data/Error.h"
+#include "data/Language.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -29,8 +31,7 @@ namespace {
 void printPluginFailures(const HostApplication &host)
 {
     for (const PluginManager::Failure &failure : host.plugins().failures()) {
-        printError(
-            QStringLiteral("magres-workbench: plug-in %1 is not loaded: %2\n").arg(failure.file, failure.reason));
+        printError(Texts::tr("magres-workbench: plug-in %1 is not loaded: %2\n").arg(failure.file, failure.reason));
     }
 }
 
@@ -43,6 +44,7 @@ CommandRun headless(std::function<void(HostApplication &, MessageLog &)> run, co
             qputenv("QT_QPA_PLATFORM", "offscreen");
         const PrivateSettings settings(settingsWithin);
         const QApplication application(start.argc, start.argv);
+        const Language language(start.language);
         MessageLog log;
         HostApplication host;
         host.loadPlugins(start.pluginDirectory);
@@ -61,20 +63,20 @@ void warnOfMethods(const std::vector<ReferenceSet> &sets, const QString &file)
     for (const ReferenceSet &set : sets) {
         const QString warning = methodWarning(set, file);
         if (!warning.isEmpty())
-            printError(QStringLiteral("magres-workbench: %1\n").arg(warning));
+            printError(Texts::tr("magres-workbench: %1\n").arg(warning));
     }
 }
 
 void reportNotes(const QString &path, const QStringList &notes)
 {
     for (const QString &note : notes)
-        printError(QStringLiteral("%1: %2\n").arg(path, note));
+        printError(Texts::tr("%1: %2\n").arg(path, note));
 }
 
 QString required(const CommandLine &line, const char *option)
 {
     if (!line.has(option))
-        throw UsageError(QStringLiteral("option %1 is required").arg(CommandLine::shown(option)));
+        throw UsageError(Texts::tr("option %1 is required").arg(CommandLine::shown(option)));
     return line.value(option);
 }
 
@@ -83,7 +85,7 @@ void printOut(const QString &text)
     const QByteArray bytes = text.toUtf8();
     if (std::fwrite(bytes.constData(), 1, bytes.size(), stdout) != std::size_t(bytes.size())
         || std::fflush(stdout) != 0)
-        throw CommandError(QStringLiteral("standard output cannot be written"));
+        throw CommandError(Texts::tr("standard output cannot be written"));
 }
 
 void printError(const QString &text)
@@ -121,7 +123,7 @@ bool wantsPeaksOfFile(const CommandLine &line)
 QString existingExperiment(const QString &path, bool peaksOfFile)
 {
     if (!QFileInfo::exists(path))
-        throw CommandError(QStringLiteral("%1: there is no such file").arg(path));
+        throw CommandError(Texts::tr("%1: there is no such file").arg(path));
     return peaksOfFile ? BrukerPeakList::beside(path) : path;
 }
 
@@ -151,10 +153,10 @@ std::vector<OptionSpec> withSimulateOptions(std::vector<OptionSpec> options)
 
 void reportLineWidths(const Simulation &simulation, bool onStandardError)
 {
-    const QString text = QStringLiteral("Line width: %1\n").arg(simulation.lineWidths());
+    const QString text = Texts::tr("Line width: %1\n").arg(simulation.lineWidths());
     onStandardError ? printError(text) : printOut(text);
     for (const SpectrumRemark &remark : remarksOn(simulation.data().stackEntry(simulation.entry())))
-        printError(QStringLiteral("Note: %1\n").arg(remark.text));
+        printError(Texts::tr("Note: %1\n").arg(remark.text));
 }
 
 } // namespace Workbench

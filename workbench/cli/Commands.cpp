@@ -2,13 +2,21 @@
 #include "cli/Commands.h"
 
 #include "cli/CliErrors.h"
+#include "cli/OptionValues.h"
 #include "data/Elision.h"
+#include "data/Error.h"
+#include "data/Language.h"
+
+#include <QCoreApplication>
+
+#include <optional>
 
 namespace Workbench {
 
 namespace {
 
 constexpr OptionSpec pluginPathOption{"plugin-path", "DIR", "Directory of the plug-ins. Default: beside the program."};
+constexpr OptionSpec languageOption{"language", "en|de", "Language of the texts. Default: the system's."};
 
 QString usageOf(const Command &command)
 {
@@ -17,7 +25,7 @@ QString usageOf(const Command &command)
 
 QString helpOf(const Command &command)
 {
-    return QStringLiteral("Usage: %1\n\n%2\n%3\n\nOptions:\n%4%5")
+    return Texts::tr("Usage: %1\n\n%2\n%3\n\nOptions:\n%4%5")
         .arg(usageOf(command), QLatin1String(command.summary), QLatin1String(command.details),
              CommandLine::help(command.options), CommandLine::help(commonOptions()));
 }
@@ -26,10 +34,35 @@ void checkFiles(const Command &command, const QStringList &files)
 {
     const bool isNeeded = command.files == Command::One || command.files == Command::Several;
     if (isNeeded && files.isEmpty())
-        throw UsageError(QStringLiteral("FILE is missing"));
+        throw UsageError(Texts::tr("FILE is missing"));
     const qsizetype most = command.files == Command::None ? 0 : command.files == Command::One ? 1 : files.size();
     if (files.size() > most)
-        throw UsageError(QStringLiteral("expected one FILE, found \"%1\" as well").arg(files[most]));
+        throw UsageError(Texts::tr("expected one FILE, found \"%1\" as well").arg(files[most]));
+}
+
+/// Nothing when the help is all that was asked for.
+std::optional<CommandRun> prepared(const Command &command, const QStringList &arguments, ProgramStart &start)
+{
+    // Wrong usage is told in the user's language, which takes an application; the run has one of its own kind.
+    const QCoreApplication application(start.argc, start.argv);
+    const Language language(start.language);
+    std::vector<OptionSpec> options = command.options;
+    options.insert(options.end(), commonOptions().begin(), commonOptions().end());
+    try {
+        const CommandLine line(options, arguments);
+        if (line.has("help")) {
+            printOut(helpOf(command));
+            return std::nullopt;
+        }
+        checkFiles(command, line.positional());
+        if (line.has("plugin-path"))
+            start.pluginDirectory = line.value("plugin-path");
+        return command.prepare(line);
+    } catch (const UsageError &error) {
+        throw UsageError(QString::fromUtf8(error.what())
+                         + Texts::tr("\nUsage: %1\nSee magres-workbench %2 --help")
+                               .arg(usageOf(command), QLatin1String(command.name)));
+    }
 }
 
 } // namespace
@@ -38,6 +71,7 @@ const std::vector<OptionSpec> &programOptions()
 {
     static const std::vector<OptionSpec> list{
         pluginPathOption,
+        languageOption,
         {"version", nullptr, "Show the version."},
         {"help", nullptr, "Show this help."},
     };
@@ -48,6 +82,7 @@ const std::vector<OptionSpec> &commonOptions()
 {
     static const std::vector<OptionSpec> list{
         pluginPathOption,
+        languageOption,
         {"help", nullptr, "Show this help."},
     };
     return list;
@@ -72,25 +107,28 @@ const Command *findCommand(const QString &name)
     return nullptr;
 }
 
-int runCommand(const Command &command, const QStringList &arguments, int argc, char **argv,
-               const QString &pluginDirectory)
+QString languageOf(const QStringList &arguments)
+{
+    const QString option = CommandLine::shown("language");
+    for (qsizetype i = 0; i < arguments.size() && arguments[i] != u"--"; ++i) {
+        const bool separate = arguments[i] == option;
+        if (!separate && !arguments[i].startsWith(option + u'='))
+            continue;
+        const QString language = separate ? arguments.value(i + 1) : arguments[i].mid(option.size() + 1);
+        OptionValues::choice(option, language, Language::known());
+        return language;
+    }
+    return {};
+}
+
+int runCommand(const Command &command, const QStringList &arguments, ProgramStart start)
 {
     const QString program = QStringLiteral("magres-workbench %1: ").arg(QLatin1String(command.name));
     try {
-        std::vector<OptionSpec> options = command.options;
-        options.insert(options.end(), commonOptions().begin(), commonOptions().end());
-        const CommandLine line(options, arguments);
-        if (line.has("help")) {
-            printOut(helpOf(command));
-            return ExitDone;
-        }
-        checkFiles(command, line.positional());
-        const CommandRun run = command.prepare(line);
-        return run({argc, argv, line.has("plugin-path") ? line.value("plugin-path") : pluginDirectory});
+        const std::optional<CommandRun> run = prepared(command, arguments, start);
+        return run ? (*run)(start) : ExitDone;
     } catch (const UsageError &error) {
-        printError(program + QString::fromUtf8(error.what())
-                   + QStringLiteral("\nUsage: %1\nSee magres-workbench %2 --help\n")
-                         .arg(usageOf(command), QLatin1String(command.name)));
+        printError(program + QString::fromUtf8(error.what()) + u'\n');
         return ExitWrongUsage;
     } catch (const std::exception &error) {
         printError(program + elided(QString::fromUtf8(error.what())) + u'\n');

@@ -17,6 +17,7 @@ struct ProgramStart {
     int &argc;
     char **argv;
     QString pluginDirectory; ///< empty: the default
+    QString language; ///< empty: the system's
 };
 
 /// What a command does when its arguments are right; returns the exit status.
@@ -95,9 +96,13 @@ const std::vector<OptionSpec> &programOptions();
 /// Options that every command has.
 const std::vector<OptionSpec> &commonOptions();
 
-/// Runs the command headless with the arguments after its name; returns the program's exit status.
-int runCommand(const Command &command, const QStringList &arguments, int argc, char **argv,
-               const QString &pluginDirectory);
+/// Runs the command headless with the arguments after its name; returns the program's exit status. Needs that there is
+/// no application object yet.
+int runCommand(const Command &command, const QStringList &arguments, ProgramStart start);
+
+/// The value of the option "--language" wherever it stands before "--"; empty without one. Throws UsageError for a
+/// language in which there are no texts.
+QString languageOf(const QStringList &arguments);
 
 /// For users on a terminal: text to standard output. Throws CommandError when it cannot be written.
 void printOut(const QString &text);

@@ -11,6 +11,8 @@
 #include "items/plot/AgreementPlot.h"
 #include "items/plot/PlotPainting.h"
 
+#include "data/Error.h"
+
 #include <QFileInfo>
 
 namespace Workbench {
@@ -18,7 +20,7 @@ namespace {
 
 void printNote(const QString &note)
 {
-    printError(QStringLiteral("magres-workbench compare: %1\n").arg(note));
+    printError(Texts::tr("magres-workbench compare: %1\n").arg(note));
 }
 
 /// Where a comparison goes: standard output unless a table or a picture has a file.
@@ -31,11 +33,11 @@ struct CompareOutputs {
         const QString name = line.has("format") ? line.value("format") : QStringLiteral("text");
         const auto known = TableExport::formatOfName(name);
         if (!known)
-            throw UsageError(QStringLiteral("option --format: \"%1\" is not one of: text, csv, json").arg(name));
+            throw UsageError(Texts::tr("option --format: \"%1\" is not one of: text, csv, json").arg(name));
         format = *known;
         for (const QString &fileName : fileNames) {
             if (!tableFormat(fileName) && !PageExport::formatOfSuffix(QFileInfo(fileName).suffix()))
-                throw UsageError(QStringLiteral("option -o: the suffix of \"%1\" is not one of: .txt, .csv, .json, .%2")
+                throw UsageError(Texts::tr("option -o: the suffix of \"%1\" is not one of: .txt, .csv, .json, .%2")
                                      .arg(fileName, PageExport::suffixes().join(QLatin1String(", ."))));
         }
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/ComparisonOptions.h"
 
+#include "data/Error.h"
 #include "cli/CliErrors.h"
 #include "cli/Commands.h"
 #include "cli/OptionValues.h"
@@ -21,7 +22,7 @@ QString knownNucleus(const QString &option, const QString &text)
 {
     const QString nucleus = OptionValues::nucleus(option, text);
     if (!Nuclides::table().contains(nucleus))
-        throw UsageError(QStringLiteral("option %1: \"%2\" is not an NMR nucleus").arg(option, nucleus));
+        throw UsageError(Texts::tr("option %1: \"%2\" is not an NMR nucleus").arg(option, nucleus));
     return nucleus;
 }
 
@@ -44,17 +45,17 @@ std::vector<ComparisonOptions::Nucleus> parseExperiments(const CommandLine &line
         nucleus.name = named.isEmpty() ? given : knownNucleus(QStringLiteral("--experiment"), named);
         nucleus.experiment = named.isEmpty() ? text : text.mid(named.size() + 1);
         if (nucleus.name.isEmpty())
-            throw UsageError(QStringLiteral("option --experiment: \"%1\" names no nucleus, as in 13C=%1").arg(text));
+            throw UsageError(Texts::tr("option --experiment: \"%1\" names no nucleus, as in 13C=%1").arg(text));
         if (nucleus.experiment.isEmpty())
-            throw UsageError(QStringLiteral("option --experiment: \"%1\" names no file").arg(text));
+            throw UsageError(Texts::tr("option --experiment: \"%1\" names no file").arg(text));
         if (std::any_of(nuclei.begin(), nuclei.end(), [&](const auto &other) { return other.name == nucleus.name; }))
-            throw UsageError(QStringLiteral("option --experiment: %1 is given twice").arg(nucleus.name));
+            throw UsageError(Texts::tr("option --experiment: %1 is given twice").arg(nucleus.name));
         nuclei.push_back(nucleus);
     }
     const bool isMeasured = given.isEmpty()
         || std::any_of(nuclei.begin(), nuclei.end(), [&](const auto &nucleus) { return nucleus.name == given; });
     if (!isMeasured)
-        throw UsageError(QStringLiteral("option --nucleus: no experiment is of %1").arg(given));
+        throw UsageError(Texts::tr("option --nucleus: no experiment is of %1").arg(given));
     return nuclei;
 }
 
@@ -74,12 +75,12 @@ QMap<QString, QString> valuesByNucleus(const CommandLine &line, const char *opti
     for (const QString &text : line.values(option)) {
         const qsizetype equals = text.indexOf(u'=');
         if (equals < 0 && nuclei.size() > 1)
-            throw UsageError(QStringLiteral("option %1: \"%2\" names no nucleus, as in 13C=170").arg(shown, text));
+            throw UsageError(Texts::tr("option %1: \"%2\" names no nucleus, as in 13C=170").arg(shown, text));
         const QString nucleus = equals < 0 ? nuclei.value(0) : text.left(equals);
         if (!nuclei.contains(nucleus))
-            throw UsageError(QStringLiteral("option %1: %2 is not among the nuclei given").arg(shown, nucleus));
+            throw UsageError(Texts::tr("option %1: %2 is not among the nuclei given").arg(shown, nucleus));
         if (values.contains(nucleus))
-            throw UsageError(QStringLiteral("option %1 is given twice for %2").arg(shown, nucleus));
+            throw UsageError(Texts::tr("option %1 is given twice for %2").arg(shown, nucleus));
         values.insert(nucleus, text.mid(equals + 1));
     }
     return values;
@@ -102,7 +103,7 @@ std::vector<ReferenceSet> parseReferenceSets(const CommandLine &line)
         sets.push_back(ReferenceSet::read(fileName));
         const auto isSame = [&](const ReferenceSet &set) { return set.nucleus == sets.back().nucleus; };
         if (std::count_if(sets.begin(), sets.end(), isSame) > 1)
-            throw UsageError(QStringLiteral("option --reference-set: two sets are of %1").arg(sets.back().nucleus));
+            throw UsageError(Texts::tr("option --reference-set: two sets are of %1").arg(sets.back().nucleus));
     }
     return sets;
 }
@@ -141,7 +142,7 @@ double parseSymmetryTolerance(const CommandLine &line)
     const QString name = QStringLiteral("--symmetry-tolerance");
     const double value = OptionValues::number(name, line.value("symmetry-tolerance"));
     if (value < 0)
-        throw UsageError(QStringLiteral("option %1: \"%2\" is below 0").arg(name, line.value("symmetry-tolerance")));
+        throw UsageError(Texts::tr("option %1: \"%2\" is below 0").arg(name, line.value("symmetry-tolerance")));
     return value;
 }
 
@@ -196,7 +197,7 @@ ComparisonOptions ComparisonOptions::parse(const CommandLine &line)
     }
     for (const ReferenceSet &set : sets) {
         if (!names.contains(set.nucleus))
-            throw UsageError(QStringLiteral("option --reference-set: no experiment is of %1").arg(set.nucleus));
+            throw UsageError(Texts::tr("option --reference-set: no experiment is of %1").arg(set.nucleus));
     }
     options.sites = {parseSymmetryTolerance(line), parseAveraging(line)};
     if (line.has("unmatched"))
@@ -210,10 +211,10 @@ std::vector<NucleusMeasurement> ComparisonOptions::read(QStringList *notes) cons
     std::vector<NucleusMeasurement> measurements;
     for (const Nucleus &nucleus : nuclei) {
         if (!QFileInfo::exists(nucleus.experiment))
-            throw CommandError(QStringLiteral("%1: there is no such file").arg(nucleus.experiment));
+            throw CommandError(Texts::tr("%1: there is no such file").arg(nucleus.experiment));
         const MeasuredPeaks measured = ExperimentFile::peaks(nucleus.experiment, {nucleus.name});
         if (measured.peaks.empty())
-            throw CommandError(QStringLiteral("%1: there are no lines").arg(nucleus.experiment));
+            throw CommandError(Texts::tr("%1: there are no lines").arg(nucleus.experiment));
         NucleusMeasurement result;
         result.nucleus = nucleus.name;
         for (const MeasuredPeak &peak : measured.peaks) {

@@ -13,6 +13,8 @@
 #include "host/MainScene.h"
 #include "items/plot/NmrItem.h"
 
+#include "data/Error.h"
+
 #include <QFileInfo>
 
 namespace Workbench {
@@ -44,7 +46,7 @@ void writeReport(const MeasurementReport &report, const QString &suffix, HostApp
     if (suffix == u"json") {
         const QByteArray text = report.json();
         if (device.write(text) != text.size())
-            throw CommandError(QStringLiteral("the report cannot be written: %1").arg(device.errorString()));
+            throw CommandError(Texts::tr("the report cannot be written: %1").arg(device.errorString()));
     } else if (!report.hasPoints() && suffix == u"csv") {
         report.writePeaks(device);
     } else if (!report.hasPoints()) {
@@ -79,7 +81,7 @@ CommandRun prepareExperiment(const CommandLine &line)
     const QStringList outputs = line.values("o"), files = line.positional();
     const OutputOptions checked(outputs, OutputOptions::Spectrum);
     if (!outputs.isEmpty() && files.size() > 1)
-        throw UsageError(QStringLiteral("option -o: one EXP was expected, found %1").arg(files.size()));
+        throw UsageError(Texts::tr("option -o: one EXP was expected, found %1").arg(files.size()));
     return [=](const ProgramStart &start) {
         int failed = 0;
         const auto run = [&](HostApplication &host, MessageLog &) {

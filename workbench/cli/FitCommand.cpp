@@ -3,6 +3,7 @@
 #include "cli/OutputOptions.h"
 #include "cli/SimulateOptions.h"
 #include "cli/Simulation.h"
+#include "data/Error.h"
 
 namespace Workbench {
 

@@ -3,6 +3,7 @@
 
 #include "cli/CliErrors.h"
 #include "data/NumberText.h"
+#include "data/Error.h"
 
 #include <QRegularExpression>
 #include <QStringList>
@@ -18,7 +19,7 @@ constexpr int mostPoints = 1 << 26;
 
 [[noreturn]] void fail(const QString &option, const QString &text, const QString &expected)
 {
-    throw UsageError(QStringLiteral("option %1: \"%2\" is not %3").arg(option, text, expected));
+    throw UsageError(Texts::tr("option %1: \"%2\" is not %3").arg(option, text, expected));
 }
 
 template <typename Number>
@@ -42,7 +43,7 @@ double number(const QString &option, const QString &text)
 {
     const auto value = parsed<double>(text);
     if (!value)
-        fail(option, text, QStringLiteral("a number"));
+        fail(option, text, Texts::tr("a number"));
     return *value;
 }
 
@@ -50,14 +51,14 @@ double positive(const QString &option, const QString &text)
 {
     const double value = number(option, text);
     if (!(value > 0))
-        fail(option, text, QStringLiteral("a number above 0"));
+        fail(option, text, Texts::tr("a number above 0"));
     return value;
 }
 
 std::pair<double, double> range(const QString &option, const QString &text)
 {
     const QStringList bounds = text.split(u':');
-    const auto expected = QStringLiteral("a range FROM:TO of two different numbers in ppm, such as 200:-20");
+    const auto expected = Texts::tr("a range FROM:TO of two different numbers in ppm, such as 200:-20");
     if (bounds.size() != 2)
         fail(option, text, expected);
     const auto from = parsed<double>(bounds[0]);
@@ -71,7 +72,7 @@ int count(const QString &option, const QString &text, int most)
 {
     const auto value = parsed<int>(text);
     if (!value || *value < 1 || *value > most)
-        fail(option, text, QStringLiteral("a whole number from 1 to %1").arg(most));
+        fail(option, text, Texts::tr("a whole number from 1 to %1").arg(most));
     return *value;
 }
 
@@ -79,7 +80,7 @@ int points(const QString &option, const QString &text)
 {
     const auto value = parsed<int>(text);
     if (!value || *value < fewestPoints || *value > mostPoints || (*value & (*value - 1)) != 0)
-        fail(option, text, QStringLiteral("one of the point counts %1").arg(offeredPoints()));
+        fail(option, text, Texts::tr("one of the point counts %1").arg(offeredPoints()));
     return *value;
 }
 
@@ -87,7 +88,7 @@ std::pair<QString, QString> isotope(const QString &option, const QString &text)
 {
     const qsizetype equals = text.indexOf(u'=');
     if (equals < 1)
-        fail(option, text, QStringLiteral("of the form El=NUC, such as O=17O"));
+        fail(option, text, Texts::tr("of the form El=NUC, such as O=17O"));
     return {text.left(equals), nucleus(option, text.mid(equals + 1))};
 }
 
@@ -95,7 +96,7 @@ int choice(const QString &option, const QString &text, const QStringList &words)
 {
     const qsizetype index = words.indexOf(text);
     if (index < 0)
-        fail(option, text, QStringLiteral("one of: %1").arg(words.join(QLatin1String(", "))));
+        fail(option, text, Texts::tr("one of: %1").arg(words.join(QLatin1String(", "))));
     return int(index);
 }
 
@@ -103,7 +104,7 @@ QString nucleus(const QString &option, const QString &text)
 {
     static const QRegularExpression form(QRegularExpression::anchoredPattern(QStringLiteral("[1-9][0-9]*[A-Z][a-z]?")));
     if (!form.match(text).hasMatch())
-        fail(option, text, QStringLiteral("a nucleus such as 13C"));
+        fail(option, text, Texts::tr("a nucleus such as 13C"));
     return text;
 }
 

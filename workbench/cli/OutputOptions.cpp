@@ -12,6 +12,7 @@
 #include "document/PageExport.h"
 #include "formats/SpectrumExport.h"
 #include "items/plot/NmrItem.h"
+#include "data/Error.h"
 
 #include <QFileInfo>
 
@@ -54,12 +55,12 @@ OutputOptions::OutputOptions(const QStringList &fileNames, Kind kind) : m_fileNa
     for (const QString &fileName : fileNames) {
         const QString suffix = suffixOf(fileName);
         if (!known.contains(suffix)) {
-            throw UsageError(QStringLiteral("option -o: the suffix of \"%1\" is not one of: %2")
+            throw UsageError(Texts::tr("option -o: the suffix of \"%1\" is not one of: %2")
                                  .arg(fileName, u'.' + known.join(QLatin1String(", ."))));
         }
         const QString path = QFileInfo(fileName).absoluteFilePath();
         if (seen.contains(path))
-            throw UsageError(QStringLiteral("option -o: \"%1\" is given twice").arg(fileName));
+            throw UsageError(Texts::tr("option -o: \"%1\" is given twice").arg(fileName));
         seen.append(path);
     }
 }

@@ -22,6 +22,8 @@
 #include "items/plot/NmrItem.h"
 #include "items/table/TableItem.h"
 
+#include "data/Error.h"
+
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -112,7 +114,7 @@ QString conditionsText(const PowderSites &sites, const PowderSettings &settings)
 void printNotes(const QStringList &notes)
 {
     for (const QString &note : notes)
-        printError(QStringLiteral("Note: %1\n").arg(note));
+        printError(Texts::tr("Note: %1\n").arg(note));
 }
 
 /// As many traces as a plot has room for.
@@ -124,7 +126,7 @@ QUuid showOnPage(const PowderResult &result, MainScene &scene)
     const QVariantMap sum = toEntryMap(result.shown);
     auto *item = qobject_cast<NmrItem *>(scene.createNMRItem(scene.getEmptyRect(), sum, true));
     if (!item)
-        throw CommandError(QStringLiteral("the spectrum cannot be put on a page"));
+        throw CommandError(Texts::tr("the spectrum cannot be put on a page"));
     NmrData &data = *item->nmrData();
     const QUuid entry = data.entryIds().constFirst();
     const auto &sites = result.sites.sites;
@@ -179,13 +181,13 @@ void writeOutputs(const PowderResult &result, const QStringList &fileNames, bool
 ExperimentalSpectrum measuredSpectrum(const PowderJob &job, const PowderSites &sites)
 {
     if (!QFileInfo::exists(job.experiment))
-        throw CommandError(QStringLiteral("%1: there is no such file").arg(job.experiment));
+        throw CommandError(Texts::tr("%1: there is no such file").arg(job.experiment));
     ReadOptions options;
     options.dimensions = 1;
     options.frequency[0] = sites.conditions.larmor;
     ExperimentalSpectrum measured = openExperimentalSpectrum(job.experiment, options);
     if (measured.dimensions.size() != 1)
-        throw CommandError(QStringLiteral("%1: a spectrum of one dimension was expected").arg(job.experiment));
+        throw CommandError(Texts::tr("%1: a spectrum of one dimension was expected").arg(job.experiment));
     SpectrumDimension &axis = measured.dimensions.front();
     if (!axis.nucleus.isEmpty() && axis.nucleus != sites.nucleus) {
         throw CommandError(
@@ -290,20 +292,20 @@ CommandRun preparePowder(const CommandLine &line)
     job.sitesCsv = line.has("sites-csv");
     const OutputOptions outputs(line.values("o"), OutputOptions::Powder);
     if (job.fitScale && !job.fit)
-        throw UsageError(QStringLiteral("option --fit-scale needs --fit"));
+        throw UsageError(Texts::tr("option --fit-scale needs --fit"));
     if (job.fit && job.experiment.isEmpty())
-        throw UsageError(QStringLiteral("option --fit needs --experiment"));
+        throw UsageError(Texts::tr("option --fit needs --experiment"));
     if (job.tripleQuantum && job.settings.rotation != Powder::Rotation::InfiniteRate)
-        throw UsageError(QStringLiteral("option --mqmas: ridges are those of infinitely fast spinning; leave out %1")
+        throw UsageError(Texts::tr("option --mqmas: ridges are those of infinitely fast spinning; leave out %1")
                              .arg(line.has("static") ? QStringLiteral("--static") : QStringLiteral("--mas")));
     if (job.tripleQuantum && (job.fit || !job.experiment.isEmpty()))
-        throw UsageError(QStringLiteral("option --experiment: the ridges of --mqmas are not compared with a spectrum"));
+        throw UsageError(Texts::tr("option --experiment: the ridges of --mqmas are not compared with a spectrum"));
     if (job.sitesCsv) {
         const QStringList names = line.values("o");
         const bool anyCsv = std::any_of(names.begin(), names.end(),
                                         [](const QString &name) { return OutputOptions::suffixOf(name) == u"csv"; });
         if (!anyCsv || job.tripleQuantum)
-            throw UsageError(QStringLiteral("option --sites-csv needs a 1D spectrum as -o NAME.csv"));
+            throw UsageError(Texts::tr("option --sites-csv needs a 1D spectrum as -o NAME.csv"));
     }
     return headless([=](HostApplication &host, MessageLog &log) { runPowder(job, outputs, host, log); });
 }

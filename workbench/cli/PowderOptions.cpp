@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/PowderOptions.h"
 
+#include "data/Error.h"
 #include "cli/CliErrors.h"
 #include "cli/Commands.h"
 #include "cli/OptionValues.h"
@@ -17,14 +18,14 @@ QString nucleusOption(const CommandLine &line)
     const QString shown = CommandLine::shown("nucleus");
     const QString nucleus = OptionValues::nucleus(shown, required(line, "nucleus"));
     if (!Nuclides::table().contains(nucleus))
-        throw UsageError(QStringLiteral("option %1: \"%2\" is not an NMR nucleus").arg(shown, nucleus));
+        throw UsageError(Texts::tr("option %1: \"%2\" is not an NMR nucleus").arg(shown, nucleus));
     return nucleus;
 }
 
 void takeRotation(const CommandLine &line, PowderSettings &settings)
 {
     if (line.has("static") && line.has("mas"))
-        throw UsageError(QStringLiteral("options --static and --mas contradict each other"));
+        throw UsageError(Texts::tr("options --static and --mas contradict each other"));
     if (line.has("static"))
         settings.rotation = Powder::Rotation::Static;
     if (!line.has("mas") || line.value("mas") == QLatin1String("infinite"))
@@ -32,9 +33,9 @@ void takeRotation(const CommandLine &line, PowderSettings &settings)
     settings.rotation = Powder::Rotation::MagicAngle;
     settings.rate = OptionValues::number(CommandLine::shown("mas"), line.value("mas"));
     if (settings.rate == 0)
-        throw UsageError(QStringLiteral("option --mas: a rate of 0 is a sample at rest; give --static"));
+        throw UsageError(Texts::tr("option --mas: a rate of 0 is a sample at rest; give --static"));
     if (!(settings.rate > 0 && settings.rate <= 1e7)) {
-        throw UsageError(QStringLiteral("option --mas: \"%1\" is not a rate between 0 and 10000000 Hz, or \"infinite\"")
+        throw UsageError(Texts::tr("option --mas: \"%1\" is not a rate between 0 and 10000000 Hz, or \"infinite\"")
                              .arg(line.value("mas")));
     }
 }
@@ -45,7 +46,7 @@ double width(const CommandLine &line, const char *option, double fallback)
         return fallback;
     const double value = OptionValues::number(CommandLine::shown(option), line.value(option));
     if (!(value >= 0 && value <= 1e9)) {
-        throw UsageError(QStringLiteral("option %1: \"%2\" is not a width between 0 and 1000000000 Hz")
+        throw UsageError(Texts::tr("option %1: \"%2\" is not a width between 0 and 1000000000 Hz")
                              .arg(CommandLine::shown(option), line.value(option)));
     }
     return value;
@@ -88,7 +89,7 @@ PowderSettings parsePowderConditions(const CommandLine &line)
     if (line.has("frequency")) {
         settings.protonFrequency = OptionValues::positive(CommandLine::shown("frequency"), line.value("frequency"));
         if (settings.protonFrequency < 1 || settings.protonFrequency > highestFrequency) {
-            throw UsageError(QStringLiteral("option --frequency: \"%1\" is not a 1H frequency from 1 to %2 MHz")
+            throw UsageError(Texts::tr("option --frequency: \"%1\" is not a 1H frequency from 1 to %2 MHz")
                                  .arg(line.value("frequency"))
                                  .arg(highestFrequency));
         }
@@ -111,13 +112,13 @@ PowderSettings parsePowder(const CommandLine &line)
         settings.points =
             OptionValues::count(CommandLine::shown("points"), line.value("points"), int(Powder::mostPoints));
         if (settings.points < 2)
-            throw UsageError(QStringLiteral("option --points: a spectrum has at least two points"));
+            throw UsageError(Texts::tr("option --points: a spectrum has at least two points"));
     }
     if (line.has("range")) {
         settings.range = OptionValues::range(CommandLine::shown("range"), line.value("range"));
         for (double end : {settings.range->first, settings.range->second}) {
             if (!(std::abs(end) < 1e6)) {
-                throw UsageError(QStringLiteral("option --range: %1 ppm is as far as the frequency itself").arg(end));
+                throw UsageError(Texts::tr("option --range: %1 ppm is as far as the frequency itself").arg(end));
             }
         }
     }

@@ -2,6 +2,7 @@
 #include "cli/PrivateSettings.h"
 
 #include "cli/CliErrors.h"
+#include "data/Error.h"
 
 #include <QDir>
 #include <QSettings>
@@ -39,7 +40,7 @@ PrivateSettings::PrivateSettings(const QString &within)
     : m_directory((within.isEmpty() ? QDir::tempPath() : within) + QStringLiteral("/magres-workbench-XXXXXX"))
 {
     if (!m_directory.isValid()) {
-        throw CommandError(QStringLiteral("a temporary directory cannot be made in %1: %2")
+        throw CommandError(Texts::tr("a temporary directory cannot be made in %1: %2")
                                .arg(within.isEmpty() ? QDir::tempPath() : within, m_directory.errorString()));
     }
     removeWhenInterrupted(m_directory.path().toStdString());
@@ -51,7 +52,7 @@ PrivateSettings::PrivateSettings(const QString &within)
     QFile noDirectory(m_directory.filePath(QStringLiteral("settings")));
     if (!noDirectory.open(QIODevice::WriteOnly))
         throw CommandError(
-            QStringLiteral("%1 cannot be written: %2").arg(noDirectory.fileName(), noDirectory.errorString()));
+            Texts::tr("%1 cannot be written: %2").arg(noDirectory.fileName(), noDirectory.errorString()));
     QSettings::setDefaultFormat(QSettings::IniFormat);
     for (QSettings::Scope scope : {QSettings::UserScope, QSettings::SystemScope})
         QSettings::setPath(QSettings::IniFormat, scope, noDirectory.fileName());

@@ -13,6 +13,8 @@
 #include "data/NumberText.h"
 #include "data/ReaderText.h"
 #include "formats/OutputFiles.h"
+#include "data/Error.h"
+#include "data/Language.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -55,7 +57,7 @@ QStringList candidateFiles(const CommandLine &line)
         QFile list(name);
         const bool isOpen = name == u"-" ? list.open(stdin, QIODevice::ReadOnly) : list.open(QIODevice::ReadOnly);
         if (!isOpen)
-            throw CommandError(QStringLiteral("%1: %2").arg(name, list.errorString()));
+            throw CommandError(Texts::tr("%1: %2").arg(name, list.errorString()));
         while (!list.atEnd()) {
             QByteArray file = list.readLine();
             while (file.endsWith('\n') || file.endsWith('\r'))
@@ -65,7 +67,7 @@ QStringList candidateFiles(const CommandLine &line)
         }
     }
     if (files.isEmpty())
-        throw UsageError(QStringLiteral("FILE is missing"));
+        throw UsageError(Texts::tr("FILE is missing"));
     return files;
 }
 
@@ -104,7 +106,7 @@ public:
             if (const auto found = m_values.constFind(name); found != m_values.constEnd())
                 return boltzmannWeights({*found}, m_temperature).front();
         }
-        throw CommandError(QStringLiteral("%1: there is no energy of %2").arg(m_fileName, file));
+        throw CommandError(Texts::tr("%1: there is no energy of %2").arg(m_fileName, file));
     }
 
 private:
@@ -116,7 +118,7 @@ private:
 std::optional<Energies> readEnergies(const CommandLine &line)
 {
     if (!line.has("energies") && line.has("temperature"))
-        throw UsageError(QStringLiteral("option --temperature goes with --energies"));
+        throw UsageError(Texts::tr("option --temperature goes with --energies"));
     constexpr double roomTemperature = 298.15;
     const double temperature = line.has("temperature")
         ? OptionValues::positive(QStringLiteral("--temperature"), line.value("temperature"))
@@ -130,7 +132,7 @@ void refuseRepeated(const QStringList &files)
     for (const QString &file : files) {
         const QString path = QFileInfo(file).absoluteFilePath();
         if (seen.contains(path))
-            throw UsageError(QStringLiteral("\"%1\" is given twice").arg(file));
+            throw UsageError(Texts::tr("\"%1\" is given twice").arg(file));
         seen.insert(path);
     }
 }
@@ -145,7 +147,7 @@ public:
         const QString name = line.has("format") ? line.value("format") : known ? suffix : QStringLiteral("text");
         const auto format = TableExport::formatOfName(name);
         if (!format)
-            throw UsageError(QStringLiteral("option --format: \"%1\" is not one of: text, csv, json").arg(name));
+            throw UsageError(Texts::tr("option --format: \"%1\" is not one of: text, csv, json").arg(name));
         m_format = *format;
     }
 
@@ -178,7 +180,7 @@ int finish(std::vector<RankRow> rows, const RankLayout &layout, const RankOutput
     output.write(rows, layout);
     const auto failed = std::count_if(rows.begin(), rows.end(), [](const RankRow &row) { return row.failed(); });
     if (failed > 0)
-        printError(QStringLiteral("magres-workbench rank: %1 of %2 files failed\n").arg(failed).arg(rows.size()));
+        printError(Texts::tr("magres-workbench rank: %1 of %2 files failed\n").arg(failed).arg(rows.size()));
     return failed > 0 ? ExitSomeFailed : ExitDone;
 }
 
@@ -187,12 +189,13 @@ CommandRun prepareMerge(const CommandLine &line)
     for (const OptionSpec &option : rankCommand().options) {
         const std::string_view name = option.name;
         if (line.has(option.name) && name != "merge" && name != "format" && name != "o")
-            throw UsageError(
-                QStringLiteral("option %1 means nothing with --merge").arg(CommandLine::shown(option.name)));
+            throw UsageError(Texts::tr("option %1 means nothing with --merge").arg(CommandLine::shown(option.name)));
     }
     const RankOutput output(line);
     const QStringList parts = line.positional();
-    return [=](const ProgramStart &) {
+    return [=](const ProgramStart &start) {
+        const QCoreApplication application(start.argc, start.argv);
+        const Language language(start.language);
         const RankTable::Part all = RankTable::merge(parts);
         return finish(all.rows, all.layout, output);
     };
@@ -201,7 +204,7 @@ CommandRun prepareMerge(const CommandLine &line)
 void printRankNotes(const QStringList &notes)
 {
     for (const QString &note : notes)
-        printError(QStringLiteral("magres-workbench rank: %1\n").arg(note));
+        printError(Texts::tr("magres-workbench rank: %1\n").arg(note));
 }
 
 /// Of the structures that were calculated otherwise than a reference set, as far as that can be seen.
@@ -222,13 +225,13 @@ CommandRun prepareRank(const CommandLine &line)
 {
     if (line.has("merge")) {
         if (line.positional().isEmpty())
-            throw UsageError(QStringLiteral("FILE is missing"));
+            throw UsageError(Texts::tr("FILE is missing"));
         refuseRepeated(line.positional());
         return prepareMerge(line);
     }
     const RankPlan plan = RankPlan::parse(line);
     if (line.has("energies") && (plan.spectrum || !plan.shifts.nuclei.front().sigma))
-        throw UsageError(QStringLiteral("option --energies needs the error of calculated shifts (--sigma)"));
+        throw UsageError(Texts::tr("option --energies needs the error of calculated shifts (--sigma)"));
     const RankOutput output(line);
     const int jobs =
         line.has("jobs") ? OptionValues::count(CommandLine::shown("jobs"), line.value("jobs"), mostWorkers) : 1;
@@ -236,6 +239,8 @@ CommandRun prepareRank(const CommandLine &line)
     refuseRepeated(files);
     const std::optional<Energies> energies = readEnergies(line);
     return [=](const ProgramStart &start) {
+        const QCoreApplication application(start.argc, start.argv);
+        const Language language(start.language);
         QStringList notes;
         RankMeasurement(plan, &notes);
         printRankNotes(notes);
@@ -246,13 +251,14 @@ CommandRun prepareRank(const CommandLine &line)
             priors.push_back(energies->logWeight(file));
         // Workers put theirs inside: one that crashes leaves nothing behind.
         const PrivateSettings directory;
-        const QCoreApplication application(start.argc, start.argv);
         RankWorkers::Crew crew;
         ProgressLine progress;
         crew.program = QCoreApplication::applicationFilePath();
         crew.arguments = workerArguments(line);
         if (!start.pluginDirectory.isEmpty())
             crew.arguments.append(QStringLiteral("--plugin-path=") + start.pluginDirectory);
+        if (!start.language.isEmpty())
+            crew.arguments.append(QStringLiteral("--language=") + start.language);
         crew.arguments.append(QStringLiteral("--settings=") + directory.path());
         crew.workers = jobs;
         crew.layout = plan.layout();
@@ -286,7 +292,7 @@ CommandRun prepareWorker(const CommandLine &line)
     const RankPlan plan = RankPlan::parse(line);
     const auto run = [=](HostApplication &host, MessageLog &log) {
         if (host.fileFilters().filters().isEmpty())
-            throw CommandError(QStringLiteral("no plug-in with a file filter is loaded"));
+            throw CommandError(Texts::tr("no plug-in with a file filter is loaded"));
         const RankMeasurement measurement(plan);
         keepMemory();
         host.scene().setDrawn(false);

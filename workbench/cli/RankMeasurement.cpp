@@ -13,6 +13,7 @@
 #include "data/NumberText.h"
 #include "items/DocumentItem.h"
 #include "items/plot/NmrData.h"
+#include "data/Error.h"
 
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -84,7 +85,7 @@ std::vector<double> rmsds(Simulation &simulation, const QUuid &experiment, int d
 {
     const std::vector<double> reported = reportedRmsds(simulation.rmsd());
     if (int(reported.size()) != dimensions)
-        throw CommandError(QStringLiteral("the plug-in's report of the RMSD is not understood"));
+        throw CommandError(Texts::tr("the plug-in's report of the RMSD is not understood"));
     const QList<SpectrumPeak> &simulated = simulation.data().spectrum(simulation.entry()).peaks;
     const QList<SpectrumPeak> &measured = simulation.data().spectrum(experiment).peaks;
     std::vector<double> values;
@@ -92,7 +93,7 @@ std::vector<double> rmsds(Simulation &simulation, const QUuid &experiment, int d
         const double own = pairedRmsd(simulated, measured, d == 0 ? &SpectrumPeak::f2 : &SpectrumPeak::f1);
         values.push_back(confirmed(own, reported[std::size_t(d)]));
         if (!std::isfinite(values.back()))
-            throw CommandError(QStringLiteral("the RMSD is not a number"));
+            throw CommandError(Texts::tr("the RMSD is not a number"));
     }
     return values;
 }
@@ -110,7 +111,7 @@ double overall(const std::vector<double> &rmsd, const Simulation &simulation)
                                  .value(QStringLiteral("SpectrometerFrequencies"))
                                  .value<DoubleVector>();
     if (frequencies.size() < 2 || !(frequencies[0] > 0) || !(frequencies[1] > 0))
-        throw CommandError(QStringLiteral("the spectrum has no frequencies"));
+        throw CommandError(Texts::tr("the spectrum has no frequencies"));
     const double inF2 = rmsd[1] * frequencies[1] / frequencies[0];
     return std::sqrt((rmsd[0] * rmsd[0] + inF2 * inF2) / 2);
 }
@@ -284,10 +285,10 @@ RankPlan RankPlan::parse(const CommandLine &line)
         SimulateOptions::parse(line);
     for (const ComparisonOptions::Nucleus &nucleus : plan.shifts.nuclei) {
         if (nucleus.fitsSlope)
-            throw UsageError(QStringLiteral("option --slope: a slope fitted to each structure would hide how it fits"));
+            throw UsageError(Texts::tr("option --slope: a slope fitted to each structure would hide how it fits"));
         if (plan.shifts.nuclei.size() > 1 && !nucleus.sigma)
-            throw UsageError(QStringLiteral("option --sigma: the error of calculated shifts of %1 is needed, as in "
-                                            "--sigma %1=5")
+            throw UsageError(Texts::tr("option --sigma: the error of calculated shifts of %1 is needed, as in "
+                                       "--sigma %1=5")
                                  .arg(nucleus.name));
     }
     return plan;
@@ -308,7 +309,7 @@ RankMeasurement::RankMeasurement(const RankPlan &plan, QStringList *notes) : m_p
     QStringList all;
     if (const auto &spectrum = m_plan.spectrum) {
         if (!QFileInfo::exists(m_plan.experiment))
-            throw CommandError(QStringLiteral("%1: there is no such file").arg(m_plan.experiment));
+            throw CommandError(Texts::tr("%1: there is no such file").arg(m_plan.experiment));
         QStringList nuclei{spectrum->dimension[0].nucleus};
         if (spectrum->twoDimensional)
             nuclei.append(spectrum->dimension[1].nucleus);
@@ -335,7 +336,7 @@ RankRow RankMeasurement::measure(HostApplication &host, MessageLog &log, const Q
         // The plug-in's general advice stands before the cause.
         row.message = elided(QString::fromUtf8(error.what()).section(QStringLiteral("\n\n"), -1).simplified());
         if (row.message.isEmpty())
-            row.message = QStringLiteral("failed without a message");
+            row.message = Texts::tr("failed without a message");
     }
     emptyDocument(host, log);
     return row;

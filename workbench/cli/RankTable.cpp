@@ -17,7 +17,6 @@
 namespace Workbench {
 
 using ReaderText::fail;
-using ReaderText::tr;
 
 namespace RankTable {
 
@@ -227,7 +226,7 @@ public:
                 fields.back() += c;
             }
         }
-        fail(m_source, m_line, tr("the file ends within this line"));
+        fail(m_source, m_line, Texts::tr("the file ends within this line"));
     }
     int line() const { return m_line; }
 
@@ -255,7 +254,7 @@ public:
         const auto value = NumberText::parse<double>(ReaderText::view(text));
         if (!value) {
             fail(m_source, m_records.line(),
-                 tr("expected a number for %1, found %2")
+                 Texts::tr("expected a number for %1, found %2")
                      .arg(QString::fromUtf8(column), ReaderText::excerpt(ReaderText::view(text))));
         }
         return value;
@@ -272,7 +271,8 @@ RankRow rowOf(const Records &records, const QString &source, const RankLayout &l
     const std::vector<Column> columns = columnsOf(layout);
     const std::size_t expected = columns.size() + 3;
     if (records.fields.size() != expected) {
-        fail(source, records.line(), tr("expected %1 fields, found %2").arg(expected).arg(records.fields.size()));
+        fail(source, records.line(),
+             Texts::tr("expected %1 fields, found %2").arg(expected).arg(records.fields.size()));
     }
     FieldReader reader(records, source);
     RankRow row;
@@ -289,15 +289,15 @@ RankRow rowOf(const Records &records, const QString &source, const RankLayout &l
         if (column.isNeeded && value.has_value() != ranked) {
             const QString name = QString::fromUtf8(column.name);
             fail(source, records.line(),
-                 ranked ? tr("a structure with a rank has no %1").arg(name)
-                        : tr("a structure without a rank has a number for %1").arg(name));
+                 ranked ? Texts::tr("a structure with a rank has no %1").arg(name)
+                        : Texts::tr("a structure without a rank has a number for %1").arg(name));
         }
     }
     row.message = QString::fromUtf8(reader.next());
     if (row.file.isEmpty() || ranked != row.message.isEmpty()) {
         fail(source, records.line(),
-             row.file.isEmpty() ? tr("the name of the structure is missing")
-                                : tr("expected either a rank or a message"));
+             row.file.isEmpty() ? Texts::tr("the name of the structure is missing")
+                                : Texts::tr("expected either a rank or a message"));
     }
     if (!ranked) {
         row.parts.clear();
@@ -346,11 +346,12 @@ struct Shown {
 
 std::vector<Shown> probabilityColumns()
 {
-    return {{tr("χ²/dof"), [](const RankRow &row) { return reduced(row.chiSquare, row.degreesOfFreedom); }, false},
-            {tr("p"), [](const RankRow &row) { return significant(row.p, 2); }, false},
-            {tr("Fit"), [](const RankRow &row) { return row.fit; }, false},
-            {tr("Probability"), [](const RankRow &row) { return fixed(row.probability, 4); }, false},
-            {tr("with σ × 1.5"), [](const RankRow &row) { return fixed(row.wideProbability, 4); }, false}};
+    return {
+        {Texts::tr("χ²/dof"), [](const RankRow &row) { return reduced(row.chiSquare, row.degreesOfFreedom); }, false},
+        {Texts::tr("p"), [](const RankRow &row) { return significant(row.p, 2); }, false},
+        {Texts::tr("Fit"), [](const RankRow &row) { return row.fit; }, false},
+        {Texts::tr("Probability"), [](const RankRow &row) { return fixed(row.probability, 4); }, false},
+        {Texts::tr("with σ × 1.5"), [](const RankRow &row) { return fixed(row.wideProbability, 4); }, false}};
 }
 
 Shown shownPart(const QString &title, std::size_t part, std::optional<double> RankRow::Part::*value)
@@ -374,38 +375,39 @@ std::vector<Shown> shownColumns(const RankLayout &layout)
         std::rotate(columns.begin(), columns.begin() + 3, columns.end()); // what it ranks by comes first
         for (std::size_t i = 0; i < std::size_t(layout.parts()); ++i) {
             const QString nucleus = layout.nuclei[int(i)];
-            columns.push_back(shownPart(tr("%1 RMSD, ppm").arg(nucleus), i, &Part::rmsd));
-            columns.push_back(shownPart(tr("%1 ref., ppm").arg(nucleus), i, &Part::reference));
-            columns.push_back(shownPairing(tr("%1 pairing").arg(nucleus), i));
+            columns.push_back(shownPart(Texts::tr("%1 RMSD, ppm").arg(nucleus), i, &Part::rmsd));
+            columns.push_back(shownPart(Texts::tr("%1 ref., ppm").arg(nucleus), i, &Part::reference));
+            columns.push_back(shownPairing(Texts::tr("%1 pairing").arg(nucleus), i));
         }
     } else {
-        columns.push_back({tr("RMSD, ppm"), [](const RankRow &row) { return fixed(row.rmsd, 4); }});
+        columns.push_back({Texts::tr("RMSD, ppm"), [](const RankRow &row) { return fixed(row.rmsd, 4); }});
         if (layout.plane) {
-            for (const auto &[title, member] :
-                 {std::pair(tr("Reference%1, ppm"), &Part::reference), std::pair(tr("Offset%1, ppm"), &Part::offset)}) {
+            for (const auto &[title, member] : {std::pair(Texts::tr("Reference%1, ppm"), &Part::reference),
+                                                std::pair(Texts::tr("Offset%1, ppm"), &Part::offset)}) {
                 columns.push_back(shownPart(title.arg(QString()), 0, member));
-                columns.push_back(shownPart(title.arg(tr(" F1")), 1, member));
+                columns.push_back(shownPart(title.arg(Texts::tr(" F1")), 1, member));
             }
-            columns.push_back(shownPart(tr("RMSD F2, ppm"), 0, &Part::rmsd));
-            columns.push_back(shownPart(tr("RMSD F1, ppm"), 1, &Part::rmsd));
+            columns.push_back(shownPart(Texts::tr("RMSD F2, ppm"), 0, &Part::rmsd));
+            columns.push_back(shownPart(Texts::tr("RMSD F1, ppm"), 1, &Part::rmsd));
         } else {
-            columns.push_back(shownPart(tr("Reference, ppm"), 0, &Part::reference));
-            columns.push_back(shownPart(tr("Offset, ppm"), 0, &Part::offset));
+            columns.push_back(shownPart(Texts::tr("Reference, ppm"), 0, &Part::reference));
+            columns.push_back(shownPart(Texts::tr("Offset, ppm"), 0, &Part::offset));
         }
-        columns.push_back({tr("Peaks"), [](const RankRow &row) { return fixed(row.simulatedPeaks, 0); }});
-        columns.push_back({tr("Experimental"), [](const RankRow &row) { return fixed(row.experimentalPeaks, 0); }});
-        columns.push_back(shownPairing(tr("Pairing"), 0));
+        columns.push_back({Texts::tr("Peaks"), [](const RankRow &row) { return fixed(row.simulatedPeaks, 0); }});
+        columns.push_back(
+            {Texts::tr("Experimental"), [](const RankRow &row) { return fixed(row.experimentalPeaks, 0); }});
+        columns.push_back(shownPairing(Texts::tr("Pairing"), 0));
         for (const Shown &column : probabilityColumns())
             columns.push_back(column);
     }
-    columns.push_back({tr("File"), [](const RankRow &row) { return row.file; }});
-    columns.push_back({tr("Message"), [](const RankRow &row) { return row.message; }});
+    columns.push_back({Texts::tr("File"), [](const RankRow &row) { return row.file; }});
+    columns.push_back({Texts::tr("Message"), [](const RankRow &row) { return row.message; }});
     return columns;
 }
 
 QByteArray text(const std::vector<RankRow> &rows, const RankLayout &layout)
 {
-    QStringList titles{tr("Rank")};
+    QStringList titles{Texts::tr("Rank")};
     std::vector<QStringList> cells(rows.size());
     int rank = 0;
     for (std::size_t i = 0; i < rows.size(); ++i)
@@ -520,7 +522,7 @@ Part parse(const QByteArray &text, const QString &source)
         bytes.remove_prefix(3);
     Records records(bytes, source);
     const QString expected =
-        tr("expected the output of rank in csv format, which begins with %1").arg(QLatin1String("rank,file,"));
+        Texts::tr("expected the output of rank in csv format, which begins with %1").arg(QLatin1String("rank,file,"));
     if (!records.next())
         fail(source, 1, expected);
     const auto layout = layoutOf(QByteArrayList(records.fields.begin(), records.fields.end()));
@@ -542,9 +544,9 @@ void checkErrors(const Part &part, const RankRow &first, const QString &file, co
         for (std::size_t n = 0; n < std::min(row.parts.size(), first.parts.size()); ++n)
             if (row.parts[n].sigma != first.parts[n].sigma)
                 fail(file, part.lines[i],
-                     tr("this structure was compared with another σ than those in %1").arg(firstFile));
+                     Texts::tr("this structure was compared with another σ than those in %1").arg(firstFile));
         if (!row.failed() && row.logPrior.has_value() != first.logPrior.has_value())
-            fail(file, part.lines[i], tr("only a part of the structures has energies"));
+            fail(file, part.lines[i], Texts::tr("only a part of the structures has energies"));
     }
 }
 
@@ -557,7 +559,7 @@ Part merge(const QStringList &files)
     for (const QString &file : files) {
         const Part part = parse(ReaderText::readFile(file, largestPart), file);
         if (all.layout.parts() != 0 && part.layout != all.layout)
-            fail(file, 1, tr("this part ranks by other measurements than %1").arg(files.constFirst()));
+            fail(file, 1, Texts::tr("this part ranks by other measurements than %1").arg(files.constFirst()));
         all.layout = part.layout;
         const auto first =
             std::find_if(all.rows.begin(), all.rows.end(), [](const RankRow &row) { return !row.failed(); });
@@ -566,8 +568,8 @@ Part merge(const QStringList &files)
         for (std::size_t i = 0; i < part.rows.size(); ++i) {
             QString &place = places[part.rows[i].file];
             if (!place.isEmpty())
-                fail(file, part.lines[i], tr("%1 stands in %2 already").arg(part.rows[i].file, place));
-            place = tr("%1, line %2").arg(file, QString::number(part.lines[i]));
+                fail(file, part.lines[i], Texts::tr("%1 stands in %2 already").arg(part.rows[i].file, place));
+            place = Texts::tr("%1, line %2").arg(file, QString::number(part.lines[i]));
         }
         all.rows.insert(all.rows.end(), part.rows.begin(), part.rows.end());
     }

@@ -4,6 +4,7 @@
 #include "cli/CliErrors.h"
 #include "cli/Commands.h"
 #include "data/Elision.h"
+#include "data/Error.h"
 
 #include <QEventLoop>
 #include <QProcess>
@@ -114,7 +115,7 @@ private:
         } else {
             m_startFailure = QString::fromUtf8(said).trimmed();
             if (m_startFailure.isEmpty())
-                m_startFailure = QStringLiteral("a worker process cannot be started: ") + worker.errorString();
+                m_startFailure = Texts::tr("a worker process cannot be started: ") + worker.errorString();
         }
         if (worker.file >= 0) {
             RankRow row;
@@ -134,8 +135,8 @@ private:
     static QString endText(const QProcess &process)
     {
         return process.exitStatus() == QProcess::CrashExit
-            ? QStringLiteral("the program crashed while it worked on this file")
-            : QStringLiteral("the program ended with status %1 while it worked on this file").arg(process.exitCode());
+            ? Texts::tr("the program crashed while it worked on this file")
+            : Texts::tr("the program ended with status %1 while it worked on this file").arg(process.exitCode());
     }
 
     const Crew &m_crew;

@@ -4,6 +4,7 @@
 #include "cli/OutputOptions.h"
 #include "cli/SimulateOptions.h"
 #include "cli/Simulation.h"
+#include "data/Error.h"
 
 namespace Workbench {
 
@@ -15,7 +16,7 @@ CommandRun prepareRender(const CommandLine &line)
     const bool withSpectrum = line.has("nucleus");
     for (const OptionSpec &option : SimulateOptions::specs()) {
         if (!withSpectrum && line.has(option.name) && option.name != std::string_view(isotopeSpec().name)) {
-            throw UsageError(QStringLiteral("option %1 needs --nucleus: without it no spectrum is drawn")
+            throw UsageError(Texts::tr("option %1 needs --nucleus: without it no spectrum is drawn")
                                  .arg(CommandLine::shown(option.name)));
         }
     }

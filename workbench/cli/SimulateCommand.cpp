@@ -3,6 +3,7 @@
 #include "cli/OutputOptions.h"
 #include "cli/SimulateOptions.h"
 #include "cli/Simulation.h"
+#include "data/Error.h"
 #include "formats/TableExport.h"
 #include "items/plot/NmrData.h"
 
@@ -15,11 +16,11 @@ QString peakTable(const Simulation &simulation)
 {
     const QVariantHash parameters = simulation.parameters();
     const bool plane = parameters.value(QStringLiteral("specType")).toInt() == 1;
-    QStringList titles{QStringLiteral("Labels"),
+    QStringList titles{Texts::tr("Labels"),
                        QStringLiteral("%1, ppm").arg(parameters.value(QStringLiteral("nucF2")).toString())};
     if (plane)
         titles.append(QStringLiteral("%1, ppm").arg(parameters.value(QStringLiteral("nucF1")).toString()));
-    titles.append(QStringLiteral("Height"));
+    titles.append(Texts::tr("Height"));
     std::vector<QStringList> cells;
     for (const SpectrumPeak &peak : simulation.data().spectrum(simulation.entry()).peaks) {
         QStringList row{peak.label, QString::number(peak.f2, 'f', 3)};

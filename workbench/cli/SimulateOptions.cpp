@@ -5,6 +5,7 @@
 #include "cli/ComparisonOptions.h"
 #include "cli/OptionValues.h"
 #include "data/Nuclides.h"
+#include "data/Error.h"
 
 namespace Workbench {
 
@@ -55,7 +56,7 @@ void refuseTwoDimensionalOptions(const CommandLine &line)
     for (const char *option :
          {f1.nucleus, f1.reference, f1.slope, f1.lineWidth, f1.points, f1.range, f1.quadrupolarShift, "correlation"}) {
         if (line.has(option)) {
-            throw UsageError(QStringLiteral("option %1 needs a 2D spectrum (give --nucleus-f1 or --dims 2)")
+            throw UsageError(Texts::tr("option %1 needs a 2D spectrum (give --nucleus-f1 or --dims 2)")
                                  .arg(CommandLine::shown(option)));
         }
     }
@@ -65,10 +66,9 @@ template <typename Value>
 void refuseContradiction(const std::optional<Value> &f2, const std::optional<Value> &f1, const char *option)
 {
     if (f2 && f1 && *f2 != *f1) {
-        throw UsageError(
-            QStringLiteral("options --%1 and --%1-f1 differ, but both dimensions have the same nucleus and "
-                           "a nucleus has one %1")
-                .arg(QLatin1String(option)));
+        throw UsageError(Texts::tr("options --%1 and --%1-f1 differ, but both dimensions have the same nucleus and "
+                                   "a nucleus has one %1")
+                             .arg(QLatin1String(option)));
     }
 }
 
@@ -79,11 +79,11 @@ void checkNuclei(const SimulateOptions &options)
         if (!nucleus.isEmpty() && !Nuclides::table().contains(nucleus)) {
             const QStringList known = Nuclides::table().isotopes(Nuclides::element(nucleus));
             throw UsageError(
-                QStringLiteral("option %1: \"%2\" is not an NMR nucleus%3")
+                Texts::tr("option %1: \"%2\" is not an NMR nucleus%3")
                     .arg(CommandLine::shown(names[d].nucleus), nucleus,
                          known.isEmpty()
                              ? QString()
-                             : QStringLiteral("; those of the element are %1").arg(known.join(QLatin1String(", ")))));
+                             : Texts::tr("; those of the element are %1").arg(known.join(QLatin1String(", ")))));
         }
     }
 }
@@ -141,13 +141,13 @@ QMap<QString, QString> parseIsotopes(const CommandLine &line)
         const auto [element, nucleus] = OptionValues::isotope(QStringLiteral("--isotope"), text);
         const QStringList offered = Nuclides::table().quadrupolarIsotopes(element);
         if (!offered.contains(nucleus)) {
-            throw UsageError(QStringLiteral("option --isotope: %1 is not a quadrupolar isotope of %2 (%3)")
+            throw UsageError(Texts::tr("option --isotope: %1 is not a quadrupolar isotope of %2 (%3)")
                                  .arg(nucleus, element,
-                                      offered.isEmpty() ? QStringLiteral("it has none")
-                                                        : QStringLiteral("it has %1").arg(offered.join(u", "))));
+                                      offered.isEmpty() ? Texts::tr("it has none")
+                                                        : Texts::tr("it has %1").arg(offered.join(u", "))));
         }
         if (isotopes.contains(element) && isotopes.value(element) != nucleus)
-            throw UsageError(QStringLiteral("option --isotope names two isotopes of %1").arg(element));
+            throw UsageError(Texts::tr("option --isotope names two isotopes of %1").arg(element));
         isotopes.insert(element, nucleus);
     }
     return isotopes;

@@ -16,6 +16,7 @@
 #include "items/plot/NmrItem.h"
 #include "items/table/TableItem.h"
 #include "support/MetaTypes.h"
+#include "data/Error.h"
 
 #include <QFileInfo>
 #include <QMetaMethod>
@@ -141,7 +142,7 @@ void Simulation::readFile(const QString &fileName, const QMap<QString, QString> 
             m_table = table;
     }
     if (!m_table || !m_table->table())
-        throw CommandError(QStringLiteral("%1 was read, but gave no table").arg(fileName));
+        throw CommandError(Texts::tr("%1 was read, but gave no table").arg(fileName));
 }
 
 CrystalStructure Simulation::structure() const
@@ -186,7 +187,7 @@ void Simulation::checkSites(const SimulateOptions &options)
             QStringList offered;
             std::copy_if(present.begin(), present.end(), std::back_inserter(offered),
                          [&](const QString &other) { return canSimulate(options, other); });
-            throw CommandError(QStringLiteral("%1 has no site of %2; it has sites of %3")
+            throw CommandError(Texts::tr("%1 has no site of %2; it has sites of %3")
                                    .arg(m_fileName, nucleus,
                                         offered.isEmpty() ? QStringLiteral("no nucleus known here")
                                                           : offered.join(QLatin1String(", "))));
@@ -200,7 +201,7 @@ void Simulation::checkNuclei(const SimulateOptions &options, const QVariantHash 
     const char *keys[] = {"nucF2", "nucF1"};
     for (int d = 0; d < (options.twoDimensional ? 2 : 1); ++d) {
         if (made.value(key(keys[d])).toString() != options.dimension[d].nucleus)
-            throw CommandError(QStringLiteral("the plug-in cannot simulate %1").arg(options.dimension[d].nucleus));
+            throw CommandError(Texts::tr("the plug-in cannot simulate %1").arg(options.dimension[d].nucleus));
     }
 }
 
@@ -208,7 +209,7 @@ void Simulation::callSlot(QObject *object, const char *slot)
 {
     const int index = object ? object->metaObject()->indexOfMethod(slot) : -1;
     if (index < 0)
-        throw CommandError(QStringLiteral("the plug-in that read %1 has no method %2").arg(m_fileName, key(slot)));
+        throw CommandError(Texts::tr("the plug-in that read %1 has no method %2").arg(m_fileName, key(slot)));
     object->metaObject()->method(index).invoke(object, Qt::DirectConnection);
     const QStringList errors = m_log.takeErrors();
     if (!errors.isEmpty())
@@ -220,7 +221,7 @@ void Simulation::createSpectrum(const SimulateOptions &options)
     checkSites(options);
     const qint64 points = qint64(pointsOf(options, 0)) * (options.twoDimensional ? pointsOf(options, 1) : 1);
     if (points > manyPoints)
-        printError(QStringLiteral("Note: %L1 points are many; this can take minutes\n").arg(points));
+        printError(Texts::tr("Note: %L1 points are many; this can take minutes\n").arg(points));
     m_options = options;
     // Alive until the plug-in is done: what it writes itself then goes to the file together with this.
     QSettings settings;
@@ -229,7 +230,7 @@ void Simulation::createSpectrum(const SimulateOptions &options)
     callSlot(m_table->table(), "createSpectrum()");
     m_item = m_host.scene().currentNmrItem();
     if (!m_item || m_item == before)
-        throw CommandError(QStringLiteral("the plug-in made no spectrum of %1").arg(m_fileName));
+        throw CommandError(Texts::tr("the plug-in made no spectrum of %1").arg(m_fileName));
     m_entry = data().activeEntryId();
     checkNuclei(options, parameters());
 }
@@ -363,7 +364,7 @@ QString Simulation::report(const char *slot)
     callSlot(m_plugin, slot);
     const QStringList texts = m_log.takeInformation();
     if (texts.isEmpty())
-        throw CommandError(QStringLiteral("the plug-in gave no report"));
+        throw CommandError(Texts::tr("the plug-in gave no report"));
     return texts.join(u'\n');
 }
 

@@ -14,6 +14,7 @@
 #include "analysis/SpinSystem.h"
 #include "data/PluginCall.h"
 #include "items/table/TableItem.h"
+#include "data/Error.h"
 
 #include <QFileInfo>
 
@@ -40,9 +41,9 @@ SpinSystem::Options optionsOf(const CommandLine &line, const std::vector<Referen
     for (const QString &text : line.values("nucleus")) {
         const QString nucleus = OptionValues::nucleus(QStringLiteral("--nucleus"), text);
         if (!Nuclides::table().contains(nucleus))
-            throw UsageError(QStringLiteral("option --nucleus: \"%1\" is not an NMR nucleus").arg(nucleus));
+            throw UsageError(Texts::tr("option --nucleus: \"%1\" is not an NMR nucleus").arg(nucleus));
         if (options.nuclei.contains(nucleus))
-            throw UsageError(QStringLiteral("option --nucleus: %1 is given twice").arg(nucleus));
+            throw UsageError(Texts::tr("option --nucleus: %1 is given twice").arg(nucleus));
         options.nuclei.append(nucleus);
     }
     options.labels = line.value("atoms").split(u',', Qt::SkipEmptyParts);
@@ -65,14 +66,14 @@ std::optional<PowderSettings> experimentOf(const CommandLine &line, const SpinSy
     if (!line.has("complete")) {
         for (const char *option : experimentOptions) {
             if (line.has(option))
-                throw UsageError(QStringLiteral("option %1 needs --complete").arg(CommandLine::shown(option)));
+                throw UsageError(Texts::tr("option %1 needs --complete").arg(CommandLine::shown(option)));
         }
         return std::nullopt;
     }
     if (options.nuclei.size() > 1)
-        throw UsageError(QStringLiteral("option --complete: one nucleus is observed, not several"));
+        throw UsageError(Texts::tr("option --complete: one nucleus is observed, not several"));
     if (!line.has("static") && line.value("mas").isEmpty())
-        throw UsageError(QStringLiteral("option --complete needs --mas HZ or --static"));
+        throw UsageError(Texts::tr("option --complete needs --mas HZ or --static"));
     PowderSettings settings = parsePowderConditions(line);
     settings.labels = options.labels;
     settings.reference = options.references.value(options.nuclei.constFirst(), settings.reference);

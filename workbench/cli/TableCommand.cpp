@@ -10,6 +10,7 @@
 #include "data/Nuclides.h"
 #include "formats/TableExport.h"
 #include "items/table/TableItem.h"
+#include "data/Error.h"
 
 #include <algorithm>
 #include <cmath>
@@ -41,7 +42,7 @@ std::vector<const SiteColumn *> parseColumns(const CommandLine &line)
     for (const QString &name : line.value("columns").split(u',', Qt::SkipEmptyParts)) {
         const SiteColumn *column = siteColumn(name.trimmed());
         if (!column)
-            throw UsageError(QStringLiteral("option --columns: \"%1\" is not one of: %2").arg(name, columnNames()));
+            throw UsageError(Texts::tr("option --columns: \"%1\" is not one of: %2").arg(name, columnNames()));
         columns.push_back(column);
     }
     return columns;
@@ -55,7 +56,7 @@ QMap<QString, double> byElement(const CommandLine &line, const char *option)
         const QString shown = CommandLine::shown(option);
         const qsizetype equals = text.indexOf(u'=');
         if (equals < 0)
-            throw UsageError(QStringLiteral("option %1: \"%2\" names no nucleus, as in 13C=170").arg(shown, text));
+            throw UsageError(Texts::tr("option %1: \"%2\" names no nucleus, as in 13C=170").arg(shown, text));
         const QString nucleus = OptionValues::nucleus(shown, text.left(equals));
         values.insert(Nuclides::element(nucleus), OptionValues::number(shown, text.mid(equals + 1)));
     }
@@ -213,7 +214,7 @@ CommandRun prepareTable(const CommandLine &line)
     const QString formatName = line.has("format") ? line.value("format") : QStringLiteral("text");
     const auto format = TableExport::formatOfName(formatName);
     if (!format)
-        throw UsageError(QStringLiteral("option --format: \"%1\" is not one of: text, csv, json").arg(formatName));
+        throw UsageError(Texts::tr("option --format: \"%1\" is not one of: text, csv, json").arg(formatName));
     const TableOptions options = parseTableOptions(line);
     const QString file = line.positional().constFirst();
     return headless([=](HostApplication &host, MessageLog &log) {
@@ -224,7 +225,7 @@ CommandRun prepareTable(const CommandLine &line)
             const CrystalStructure structure = simulation.structure();
             const ExtendedTable extended(options, structure, content);
             for (const QString &warning : extended.warnings())
-                printError(QStringLiteral("magres-workbench table: %1\n").arg(warning));
+                printError(Texts::tr("magres-workbench table: %1\n").arg(warning));
             content = extended.content();
         }
         printOut(QString::fromUtf8(TableExport::write(content, *format)));

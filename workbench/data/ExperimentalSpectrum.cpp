@@ -11,8 +11,6 @@
 
 namespace Workbench {
 
-using ReaderText::tr;
-
 namespace {
 
 /// Hosts keep this many dimensions in each parameter.
@@ -33,7 +31,7 @@ void checkAxis(const SpectrumDimension &axis, const QString &source)
     if (!(axis.step < 0.0) || !(last < axis.first) || !(std::abs(axis.first) < largestShift)
         || !(std::abs(last) < largestShift)) {
         ReaderText::fail(source,
-                         tr("an axis of %1 points from %2 to %3 ppm is not that of a spectrum")
+                         Texts::tr("an axis of %1 points from %2 to %3 ppm is not that of a spectrum")
                              .arg(axis.points)
                              .arg(axis.first)
                              .arg(last));

@@ -37,18 +37,18 @@ QByteArray readFile(const QString &path, qint64 limit)
 {
     const QFileInfo info(path);
     if (!info.exists())
-        fail(path, tr("there is no such file"));
+        fail(path, Texts::tr("there is no such file"));
     // Pipes and devices have no size and may never end.
     if (!info.isFile())
-        fail(path, tr("this is not a regular file"));
+        fail(path, Texts::tr("this is not a regular file"));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        fail(path, tr("the file cannot be opened (%1)").arg(file.errorString()));
+        fail(path, Texts::tr("the file cannot be opened (%1)").arg(file.errorString()));
     if (file.size() > limit)
-        fail(path, tr("the file has %1 bytes, at most %2 were expected").arg(file.size()).arg(limit));
+        fail(path, Texts::tr("the file has %1 bytes, at most %2 were expected").arg(file.size()).arg(limit));
     const QByteArray bytes = file.read(file.size());
     if (bytes.size() != file.size())
-        fail(path, tr("only %1 of %2 bytes could be read").arg(bytes.size()).arg(file.size()));
+        fail(path, Texts::tr("only %1 of %2 bytes could be read").arg(bytes.size()).arg(file.size()));
     return bytes;
 }
 
@@ -126,7 +126,7 @@ bool FileLines::fill()
 {
     QByteArray block(m_at, m_end - m_at);
     if (block.size() > blockSize)
-        fail(m_source, m_number + 1, tr("this line is longer than %1 bytes").arg(blockSize));
+        fail(m_source, m_number + 1, Texts::tr("this line is longer than %1 bytes").arg(blockSize));
     QByteArray more = m_device.read(blockSize);
     const bool atEnd = more.isEmpty();
     if (!std::exchange(m_started, true)) {

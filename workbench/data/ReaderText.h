@@ -18,10 +18,6 @@ namespace Workbench {
 /// What the readers of text files share: bounded reading, lines, and errors that name the place.
 namespace ReaderText {
 
-inline QString tr(const char *text)
-{
-    return Texts::tr(text);
-}
 using Workbench::fail;
 
 /// The whole of a regular file. A directory, a device or a file of more than `limit` bytes is an error.

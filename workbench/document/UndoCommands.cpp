@@ -77,22 +77,20 @@ void ItemSpectra::set(MainScene &scene, DocumentItem &item, const Value &value)
 template <typename Property>
 ItemCommand<Property>::ItemCommand(MainScene *scene, const DocumentItem *item, const QString &what, Value before,
                                    const MainScene::CurrentItems &currentBefore)
-    : QUndoCommand(what), m_hold(scene, item->id()), m_other(std::move(before)), m_otherCurrent(currentBefore)
+    : QUndoCommand(what), m_hold(scene, item->id()), m_other(std::move(before)), m_currentBefore(currentBefore)
 {
 }
 
 template <typename Property>
-void ItemCommand<Property>::exchange()
+void ItemCommand<Property>::exchange(const MainScene::CurrentItems &current)
 {
     if (!m_hold.item())
         return setObsolete(true);
     MainScene &scene = *m_hold.scene();
-    const MainScene::CurrentItems current = scene.currentItems();
     Value value = Property::get(scene, *m_hold.item());
     Property::set(scene, *m_hold.item(), m_other);
-    scene.setCurrentItems(m_otherCurrent);
+    scene.setCurrentItems(current);
     m_other = std::move(value);
-    m_otherCurrent = current;
 }
 
 template <typename Property>
@@ -100,14 +98,15 @@ void ItemCommand<Property>::redo()
 {
     // The history does this once when the command, whose change is made, comes into it.
     if (!m_done)
-        exchange();
+        exchange(m_currentAfter);
     m_done = true;
 }
 
 template <typename Property>
 void ItemCommand<Property>::undo()
 {
-    exchange();
+    m_currentAfter = m_hold.scene() ? m_hold.scene()->currentItems() : MainScene::CurrentItems();
+    exchange(m_currentBefore);
     m_done = false;
 }
 

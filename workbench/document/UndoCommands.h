@@ -67,11 +67,13 @@ public:
     void undo() override;
 
 private:
-    void exchange();
+    void exchange(const MainScene::CurrentItems &current);
 
     ItemHold m_hold;
     Value m_other;
-    MainScene::CurrentItems m_otherCurrent;
+    // What is current is no part of the change: clicks between undo and redo alter neither of these.
+    const MainScene::CurrentItems m_currentBefore;
+    MainScene::CurrentItems m_currentAfter; ///< when it was last undone
     bool m_done = true;
 };
 

@@ -10,7 +10,6 @@
 namespace Workbench {
 
 using ReaderText::excerpt;
-using ReaderText::tr;
 
 namespace {
 
@@ -118,7 +117,7 @@ double AsdfDecoder::takeNumber(std::string_view &rest, bool exponentNeedsSign) c
     n += exponentLength(rest.substr(n), exponentNeedsSign || !hasPoint);
     const auto number = NumberText::parse<double>(rest.substr(0, n));
     if (!number)
-        fail(tr("expected a number, found %1").arg(excerpt(rest)));
+        fail(Texts::tr("expected a number, found %1").arg(excerpt(rest)));
     rest.remove_prefix(n);
     return *number;
 }
@@ -130,7 +129,7 @@ double AsdfDecoder::takeDigits(std::string_view &rest, std::string lead) const
     lead += rest.substr(1, n);
     const auto number = NumberText::parse<double>(lead);
     if (!number)
-        fail(tr("expected a number, found %1").arg(excerpt(rest)));
+        fail(Texts::tr("expected a number, found %1").arg(excerpt(rest)));
     rest.remove_prefix(1 + n);
     return *number;
 }
@@ -157,12 +156,12 @@ void AsdfDecoder::addLine(std::string_view line, int number)
         else if (const std::string count = duplicateLead(c); !count.empty())
             addToken(Form::Duplicate, takeDigits(rest, count));
         else if (c == '?')
-            fail(tr("a point has no ordinate (\"?\"), a number was expected"));
+            fail(Texts::tr("a point has no ordinate (\"?\"), a number was expected"));
         else
-            fail(tr("expected an ordinate, found %1").arg(excerpt(rest)));
+            fail(Texts::tr("expected an ordinate, found %1").arg(excerpt(rest)));
     }
     if (m_previous == Form::None)
-        fail(tr("no ordinate follows the X value"));
+        fail(Texts::tr("no ordinate follows the X value"));
     m_checkDue = m_previous == Form::Difference;
 }
 
@@ -171,13 +170,13 @@ void AsdfDecoder::addToken(Form form, double number)
     switch (form) {
     case Form::Difference:
         if (m_previous == Form::None)
-            fail(tr("the line begins with a difference, an ordinate was expected"));
+            fail(Texts::tr("the line begins with a difference, an ordinate was expected"));
         m_difference = number;
         append(m_last + m_difference);
         break;
     case Form::Duplicate:
         if (m_previous == Form::None || m_duplicated)
-            fail(tr("a repeat count stands where an ordinate was expected"));
+            fail(Texts::tr("a repeat count stands where an ordinate was expected"));
         repeat(number);
         break;
     default:
@@ -194,7 +193,7 @@ void AsdfDecoder::addValue(double value)
     if (!std::exchange(m_checkDue, false)) {
         append(value);
     } else if (value != m_last) {
-        fail(tr("the Y-check fails: the line begins with %1 where the line before ended with %2")
+        fail(Texts::tr("the Y-check fails: the line begins with %1 where the line before ended with %2")
                  .arg(value, 0, 'g', 15)
                  .arg(m_last, 0, 'g', 15));
     }
@@ -203,7 +202,7 @@ void AsdfDecoder::addValue(double value)
 void AsdfDecoder::append(double value)
 {
     if (m_ordinates.size() >= size_t(m_abscissa.points))
-        fail(tr("there are more points than the %1 that were announced").arg(m_abscissa.points));
+        fail(Texts::tr("there are more points than the %1 that were announced").arg(m_abscissa.points));
     m_ordinates.push_back(value);
     m_last = value;
 }
@@ -212,7 +211,7 @@ void AsdfDecoder::repeat(double count)
 {
     const double room = m_abscissa.points - double(m_ordinates.size());
     if (count != std::floor(count) || count - 1.0 > room) {
-        fail(tr("an ordinate is repeated %1 times where %2 points are left of the %3 announced")
+        fail(Texts::tr("an ordinate is repeated %1 times where %2 points are left of the %3 announced")
                  .arg(count, 0, 'g', 15)
                  .arg(room)
                  .arg(m_abscissa.points));
@@ -237,7 +236,9 @@ std::vector<double> AsdfDecoder::finish(int number)
 {
     m_line = number;
     if (m_ordinates.size() != size_t(m_abscissa.points)) {
-        fail(tr("the data end after %1 points where %2 were announced").arg(m_ordinates.size()).arg(m_abscissa.points));
+        fail(Texts::tr("the data end after %1 points where %2 were announced")
+                 .arg(m_ordinates.size())
+                 .arg(m_abscissa.points));
     }
     return std::move(m_ordinates);
 }

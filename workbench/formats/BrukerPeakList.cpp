@@ -13,7 +13,6 @@
 namespace Workbench {
 
 using ReaderText::fail;
-using ReaderText::tr;
 using namespace Qt::StringLiterals;
 
 namespace BrukerPeakList {
@@ -29,7 +28,7 @@ double number(const QXmlStreamReader &xml, QLatin1StringView name, const QString
     const double value = text.toDouble(&isNumber);
     if (!isNumber || !std::isfinite(value))
         fail(source, int(xml.lineNumber()),
-             tr("expected a number for %1 of a peak, found \"%2\"").arg(name, text.left(40).toString()));
+             Texts::tr("expected a number for %1 of a peak, found \"%2\"").arg(name, text.left(40).toString()));
     return value;
 }
 
@@ -43,7 +42,7 @@ bool recognises(const QByteArray &start)
 MeasuredPeaks parse(const QByteArray &text, const QString &source)
 {
     MeasuredPeaks result;
-    result.format = tr("Bruker peak list");
+    result.format = Texts::tr("Bruker peak list");
     int lists = 0, dimensions = 0;
     QXmlStreamReader xml(text);
     while (!xml.atEnd()) {
@@ -54,7 +53,7 @@ MeasuredPeaks parse(const QByteArray &text, const QString &source)
         if (found == 0)
             continue;
         if (dimensions != 0 && found != dimensions)
-            fail(source, int(xml.lineNumber()), tr("peaks of one and of two dimensions are mixed"));
+            fail(source, int(xml.lineNumber()), Texts::tr("peaks of one and of two dimensions are mixed"));
         dimensions = found;
         MeasuredPeak peak;
         // The direct dimension is F1 of one and F2 of two dimensions.
@@ -68,10 +67,10 @@ MeasuredPeaks parse(const QByteArray &text, const QString &source)
     if (xml.hasError())
         fail(source, int(xml.lineNumber()), xml.errorString());
     if (result.peaks.empty())
-        fail(source, tr("the file holds no peaks"));
+        fail(source, Texts::tr("the file holds no peaks"));
     result.dimensions = dimensions;
     if (lists > 1)
-        result.notes.append(tr("The file has %1 lists, their peaks were joined.").arg(lists));
+        result.notes.append(Texts::tr("The file has %1 lists, their peaks were joined.").arg(lists));
     return result;
 }
 
@@ -92,10 +91,10 @@ QString beside(const QString &path)
         return path;
     const QString folder = BrukerReader::dataFolder(path);
     if (folder.isEmpty())
-        fail(path, tr("a Bruker folder was expected, in which %1 lies beside the data").arg(name));
+        fail(path, Texts::tr("a Bruker folder was expected, in which %1 lies beside the data").arg(name));
     const QString found = QDir(folder).filePath(name);
     if (!QFileInfo::exists(found))
-        fail(path, tr("there is no %1 beside the data in %2").arg(name, folder));
+        fail(path, Texts::tr("there is no %1 beside the data in %2").arg(name, folder));
     return found;
 }
 

@@ -17,7 +17,6 @@ namespace Workbench {
 
 using ReaderText::excerpt;
 using ReaderText::fail;
-using ReaderText::tr;
 
 namespace BrukerReader {
 
@@ -46,12 +45,12 @@ public:
         if (!record && missing)
             return *missing;
         if (!record)
-            fail(m_path, tr("the parameter %1 is missing").arg(QString::fromLatin1(name)));
+            fail(m_path, Texts::tr("the parameter %1 is missing").arg(QString::fromLatin1(name)));
         const std::string text = record->text();
         const auto value = NumberText::parse<Number>(text);
         if (!value) {
             fail(m_path, record->line,
-                 tr("expected a number for %1, found %2").arg(QString::fromLatin1(name), excerpt(text)));
+                 Texts::tr("expected a number for %1, found %2").arg(QString::fromLatin1(name), excerpt(text)));
         }
         return *value;
     }
@@ -141,13 +140,13 @@ SpectrumDimension dimension(const Parameters &process)
     SpectrumDimension axis;
     axis.points = process.number<int>("SI");
     if (axis.points < 2 || axis.points > largestPointCount)
-        process.failFor("SI", tr("expected 2 to %1 points, found %2").arg(largestPointCount).arg(axis.points));
+        process.failFor("SI", Texts::tr("expected 2 to %1 points, found %2").arg(largestPointCount).arg(axis.points));
     axis.frequency = process.number<double>("SF");
     if (!(axis.frequency > 0.0))
-        process.failFor("SF", tr("expected a frequency in MHz, found %1").arg(axis.frequency));
+        process.failFor("SF", Texts::tr("expected a frequency in MHz, found %1").arg(axis.frequency));
     axis.width = process.number<double>("SW_p");
     if (!(axis.width > 0.0))
-        process.failFor("SW_p", tr("expected a width in Hz, found %1").arg(axis.width));
+        process.failFor("SW_p", Texts::tr("expected a width in Hz, found %1").arg(axis.width));
     axis.first = process.number<double>("OFFSET");
     axis.step = -axis.width / axis.frequency / axis.points;
     return axis;
@@ -181,15 +180,16 @@ Format format(const Parameters &process)
 {
     const int order = process.number<int>("BYTORDP");
     if (order != 0 && order != 1)
-        process.failFor("BYTORDP", tr("expected 0 (little endian) or 1 (big endian), found %1").arg(order));
+        process.failFor("BYTORDP", Texts::tr("expected 0 (little endian) or 1 (big endian), found %1").arg(order));
     const int type = process.number<int>("DTYPP", 0);
     if (type != 0 && type != 2)
-        process.failFor("DTYPP", tr("expected 0 (32-bit integers) or 2 (doubles), found %1").arg(type));
+        process.failFor("DTYPP", Texts::tr("expected 0 (32-bit integers) or 2 (doubles), found %1").arg(type));
     const int exponent = process.number<int>("NC_proc", 0);
     constexpr int largestExponent = 500;
     if (std::abs(double(exponent)) > largestExponent)
-        process.failFor("NC_proc",
-                        tr("expected an exponent of two of at most %1, found %2").arg(largestExponent).arg(exponent));
+        process.failFor(
+            "NC_proc",
+            Texts::tr("expected an exponent of two of at most %1, found %2").arg(largestExponent).arg(exponent));
     return {order == 1, type == 2, std::ldexp(1.0, exponent)};
 }
 
@@ -207,7 +207,7 @@ Tiling tiling(const Parameters &process, int points)
 {
     const int tile = process.number<int>("XDIM", 0);
     if (tile < 0 || tile > points)
-        process.failFor("XDIM", tr("expected a block of at most %1 points, found %2").arg(points).arg(tile));
+        process.failFor("XDIM", Texts::tr("expected a block of at most %1 points, found %2").arg(points).arg(tile));
     return {points, tile == 0 ? points : tile};
 }
 
@@ -216,13 +216,13 @@ QByteArray dataBytes(const QString &path, qint64 points, const Format &format, c
 {
     const QFileInfo info(path);
     if (!info.exists())
-        fail(path, tr("the data file is missing"));
+        fail(path, Texts::tr("the data file is missing"));
     if (points > largestPointCount)
-        fail(path, tr("%1 points (%2) are too many").arg(QString::number(points), explained));
+        fail(path, Texts::tr("%1 points (%2) are too many").arg(QString::number(points), explained));
     const qint64 expected = points * format.bytesPerPoint();
     if (info.size() != expected) {
         fail(path,
-             tr("the file has %1 bytes where the parameters (%2, %3 bytes a point) make %4")
+             Texts::tr("the file has %1 bytes where the parameters (%2, %3 bytes a point) make %4")
                  .arg(QString::number(info.size()), explained, QString::number(format.bytesPerPoint()),
                       QString::number(expected)));
     }
@@ -252,7 +252,7 @@ void checkValues(const std::vector<double> &data, const QString &path)
 {
     const auto bad = std::find_if_not(data.begin(), data.end(), [](double v) { return std::isfinite(v); });
     if (bad != data.end())
-        fail(path, tr("point %1 is not a finite number").arg(qulonglong(bad - data.begin())));
+        fail(path, Texts::tr("point %1 is not a finite number").arg(qulonglong(bad - data.begin())));
 }
 
 /// The first line of the folder's title; empty without one.
@@ -274,9 +274,10 @@ QString title(const Location &location)
 void checkTransformed(const Parameters &process)
 {
     if (process.number<int>("FT_mod", 1) == 0 && process.number<int>("FTSIZE", 1) == 0) {
-        process.failFor("FT_mod",
-                        tr("F1 was not Fourier-transformed, so this is a series of spectra and no 2D spectrum: extract "
-                           "the row that you want as a 1D spectrum (rsr in TopSpin)"));
+        process.failFor(
+            "FT_mod",
+            Texts::tr("F1 was not Fourier-transformed, so this is a series of spectra and no 2D spectrum: extract "
+                      "the row that you want as a 1D spectrum (rsr in TopSpin)"));
     }
 }
 
@@ -292,7 +293,7 @@ void noteOtherProcessings(const Location &location, QStringList &notes)
             others.append(folder.dirName());
     }
     if (!others.isEmpty())
-        notes.append(tr("Processing %1 was read; there are also %2.")
+        notes.append(Texts::tr("Processing %1 was read; there are also %2.")
                          .arg(location.folder.dirName(), others.join(QStringLiteral(", "))));
 }
 
@@ -312,7 +313,8 @@ ExperimentalSpectrum read(const QString &path)
 {
     const auto located = locate(path);
     if (!located)
-        fail(path, tr("no processed data were found here: expected a file 1r or 2rr, in this folder or in pdata/1"));
+        fail(path,
+             Texts::tr("no processed data were found here: expected a file 1r or 2rr, in this folder or in pdata/1"));
     const Location &location = *located;
     const Parameters processF2(location.file("procs"));
     const Format dataFormat = format(processF2);

@@ -22,7 +22,6 @@
 namespace Workbench {
 
 using ReaderText::fail;
-using ReaderText::tr;
 using namespace Qt::StringLiterals;
 
 namespace CsdmFile {
@@ -49,7 +48,7 @@ Quantity quantity(const QJsonValue &json, const QString &source, const QString &
     bool isNumber = false;
     const double value = match.captured(1).toDouble(&isNumber);
     if (!isNumber)
-        fail(source, tr("%1: expected a number with its unit, found \"%2\"").arg(name, text.left(40)));
+        fail(source, Texts::tr("%1: expected a number with its unit, found \"%2\"").arg(name, text.left(40)));
     const QString unit = match.captured(2);
     static const QHash<QString, double> hertz{{u"Hz"_s, 1.0},  {u"kHz"_s, 1e3},   {u"MHz"_s, 1e6}, {u"GHz"_s, 1e9},
                                               {u"1/s"_s, 1.0}, {u"(1/s)"_s, 1.0}, {u"s^-1"_s, 1.0}};
@@ -58,7 +57,7 @@ Quantity quantity(const QJsonValue &json, const QString &source, const QString &
     if (unit.isEmpty())
         return {value, Unit::None};
     if (!hertz.contains(unit))
-        fail(source, tr("%1 is in %2: a spectrum in Hz or ppm was expected").arg(name, unit));
+        fail(source, Texts::tr("%1 is in %2: a spectrum in Hz or ppm was expected").arg(name, unit));
     return {value * hertz.value(unit), Unit::Hertz};
 }
 
@@ -73,7 +72,7 @@ struct Coordinates {
 int checkedCount(double count, const QString &source)
 {
     if (!(count >= 2.0 && count <= double(largestPointCount)) || count != std::floor(count))
-        fail(source, tr("a dimension of %1 points is none of a spectrum").arg(count));
+        fail(source, Texts::tr("a dimension of %1 points is none of a spectrum").arg(count));
     return int(count);
 }
 
@@ -83,7 +82,7 @@ Coordinates linear(const QJsonObject &json, const QString &source)
                    offset = quantity(json[u"coordinates_offset"], source, u"coordinates_offset"_s);
     const int points = checkedCount(json[u"count"].toDouble(), source);
     if (offset.unit != Unit::None && offset.unit != increment.unit)
-        fail(source, tr("increment and coordinates_offset differ in their units"));
+        fail(source, Texts::tr("increment and coordinates_offset differ in their units"));
     // Transformed coordinates are counted from the middle, for an odd number of points from the middle one.
     const int before = json[u"complex_fft"].toBool() ? points / 2 : 0;
     return {offset.value - before * increment.value, increment.value, points, increment.unit};
@@ -104,7 +103,8 @@ Coordinates monotonic(const QJsonObject &json, const QString &source)
         if (!even
             || !(std::abs(positions[i] - even->first - double(i) * even->step) <= tolerance * std::abs(even->step)))
             fail(source,
-                 tr("the coordinates of a monotonic dimension are not evenly spaced, as those of a spectrum must be"));
+                 Texts::tr(
+                     "the coordinates of a monotonic dimension are not evenly spaced, as those of a spectrum must be"));
     }
     checkedCount(double(positions.size()), source);
     const double offset = quantity(json[u"coordinates_offset"], source, u"coordinates_offset"_s).value;
@@ -124,7 +124,7 @@ SpectrumDimension dimension(const QJsonObject &json, int d, const QString &sourc
 {
     const QString type = json[u"type"].toString();
     if (type != u"linear" && type != u"monotonic")
-        fail(source, tr("expected a linear or a monotonic dimension, found \"%1\"").arg(type));
+        fail(source, Texts::tr("expected a linear or a monotonic dimension, found \"%1\"").arg(type));
     const Coordinates x = type == u"linear" ? linear(json, source) : monotonic(json, source);
     const double origin = quantity(json[u"origin_offset"], source, u"origin_offset"_s).value;
     const double middle = x.first + (x.points / 2) * x.step;
@@ -136,14 +136,15 @@ SpectrumDimension dimension(const QJsonObject &json, int d, const QString &sourc
     if (x.unit == Unit::Hertz) {
         axis.frequency = origin > 0.0 ? (origin - middle) * 1e-6 : given;
         if (!(axis.frequency > 0.0))
-            fail(source,
-                 tr("the dimension is in Hz and has no origin_offset: the frequency of 0 ppm in MHz is needed to "
-                    "make ppm of it and must be given"));
+            fail(
+                source,
+                Texts::tr("the dimension is in Hz and has no origin_offset: the frequency of 0 ppm in MHz is needed to "
+                          "make ppm of it and must be given"));
         perPpm = axis.frequency;
         notes.append(origin > 0.0
-                         ? tr("Hz were divided by %1 MHz, the origin offset less the coordinate of the middle.")
+                         ? Texts::tr("Hz were divided by %1 MHz, the origin offset less the coordinate of the middle.")
                                .arg(perPpm, 0, 'g', 12)
-                         : tr("Hz were divided by %1 MHz; 0 Hz was taken as 0 ppm.").arg(perPpm, 0, 'g', 12));
+                         : Texts::tr("Hz were divided by %1 MHz; 0 Hz was taken as 0 ppm.").arg(perPpm, 0, 'g', 12));
     } else {
         axis.frequency = given;
         // A number without unit is a plain ratio by the format's rules; some write ppm all the same.
@@ -151,10 +152,10 @@ SpectrumDimension dimension(const QJsonObject &json, int d, const QString &sourc
         const double largest = std::max(std::abs(x.first), std::abs(x.first + x.step * (x.points - 1)));
         if (x.unit == Unit::None && largest <= largestRatio) {
             perPpm = 1e-6;
-            notes.append(
-                tr("A dimension names no unit: its small numbers were taken as ratios, of which 1e-6 is 1 ppm."));
+            notes.append(Texts::tr(
+                "A dimension names no unit: its small numbers were taken as ratios, of which 1e-6 is 1 ppm."));
         } else if (x.unit == Unit::None) {
-            notes.append(tr("A dimension names no unit: it was taken as ppm."));
+            notes.append(Texts::tr("A dimension names no unit: it was taken as ppm."));
         }
     }
     axis.first = x.first / perPpm;
@@ -186,7 +187,7 @@ NumberType numberType(const QString &name, const QString &source)
         {u"uint8"_s, {1, 1, littleEndian<quint8>}},    {u"uint16"_s, {2, 1, littleEndian<quint16>}},
         {u"uint32"_s, {4, 1, littleEndian<quint32>}},  {u"uint64"_s, {8, 1, littleEndian<quint64>}}};
     if (!types.contains(name))
-        fail(source, tr("numeric_type \"%1\" is not known").arg(name));
+        fail(source, Texts::tr("numeric_type \"%1\" is not known").arg(name));
     return types.value(name);
 }
 
@@ -198,7 +199,7 @@ std::vector<double> fromBytes(const QByteArray &bytes, const NumberType &type, q
     const double expected = double(total) * double(width) * double(components);
     if (double(bytes.size()) != expected)
         fail(source,
-             tr("the values have %1 bytes, the dimensions make %2").arg(bytes.size()).arg(expected, 0, 'g', 15));
+             Texts::tr("the values have %1 bytes, the dimensions make %2").arg(bytes.size()).arg(expected, 0, 'g', 15));
     std::vector<double> data(static_cast<size_t>(total));
     for (qint64 i = 0; i < total; ++i)
         data[size_t(i)] = type.value(bytes.constData() + i * width);
@@ -208,11 +209,12 @@ std::vector<double> fromBytes(const QByteArray &bytes, const NumberType &type, q
 std::vector<double> fromNumbers(const QJsonArray &numbers, const NumberType &type, qint64 total, const QString &source)
 {
     if (numbers.size() != total * type.stride)
-        fail(source, tr("there are %1 numbers, the dimensions make %2").arg(numbers.size()).arg(total * type.stride));
+        fail(source,
+             Texts::tr("there are %1 numbers, the dimensions make %2").arg(numbers.size()).arg(total * type.stride));
     std::vector<double> data;
     for (qsizetype i = 0; i < numbers.size(); i += type.stride) {
         if (!numbers[i].isDouble())
-            fail(source, tr("value %1 is no number").arg(i));
+            fail(source, Texts::tr("value %1 is no number").arg(i));
         data.push_back(numbers[i].toDouble());
     }
     return data;
@@ -225,7 +227,7 @@ QByteArray externalBytes(const QString &url, const QString &source)
     const QDir folder = QFileInfo(source).absoluteDir();
     const QString path = QDir::cleanPath(folder.filePath(name));
     if (url.contains(u"://") || !path.startsWith(folder.absolutePath() + u'/'))
-        fail(source, tr("the values lie at \"%1\", a file beside this one was expected").arg(url));
+        fail(source, Texts::tr("the values lie at \"%1\", a file beside this one was expected").arg(url));
     return ReaderText::readFile(path, largestFile);
 }
 
@@ -243,10 +245,10 @@ std::vector<double> values(const QJsonObject &variable, qint64 total, const QStr
     if (encoding == u"none")
         return fromNumbers(component.toArray(), type, total, source);
     if (encoding != u"base64")
-        fail(source, tr("encoding \"%1\" was found, base64, raw or none was expected").arg(encoding));
+        fail(source, Texts::tr("encoding \"%1\" was found, base64, raw or none was expected").arg(encoding));
     const auto bytes = QByteArray::fromBase64Encoding(component.toString().toLatin1());
     if (!bytes)
-        fail(source, tr("the values are no base64 text"));
+        fail(source, Texts::tr("the values are no base64 text"));
     return fromBytes(*bytes, type, total, 1, source);
 }
 
@@ -263,12 +265,12 @@ ExperimentalSpectrum parse(const QByteArray &text, const QString &source, const 
     QJsonParseError error;
     const QJsonObject csdm = QJsonDocument::fromJson(text, &error).object()[u"csdm"].toObject();
     if (error.error != QJsonParseError::NoError)
-        fail(source, tr("byte %1: %2").arg(error.offset).arg(error.errorString()));
+        fail(source, Texts::tr("byte %1: %2").arg(error.offset).arg(error.errorString()));
     const QJsonArray dimensions = csdm[u"dimensions"].toArray(), variables = csdm[u"dependent_variables"].toArray();
     if (dimensions.size() < 1 || dimensions.size() > 2)
-        fail(source, tr("expected one or two dimensions, found %1").arg(dimensions.size()));
+        fail(source, Texts::tr("expected one or two dimensions, found %1").arg(dimensions.size()));
     if (variables.isEmpty())
-        fail(source, tr("there are no dependent variables"));
+        fail(source, Texts::tr("there are no dependent variables"));
     ExperimentalSpectrum spectrum;
     spectrum.format = u"CSDM"_s;
     spectrum.title = csdm[u"description"].toString().simplified();
@@ -280,18 +282,18 @@ ExperimentalSpectrum parse(const QByteArray &text, const QString &source, const 
         total *= spectrum.dimensions.back().points;
     }
     if (total > largestPointCount)
-        fail(source, tr("%1 points are too many").arg(total));
+        fail(source, Texts::tr("%1 points are too many").arg(total));
     if (variables.size() > 1)
-        spectrum.notes.append(tr("Of %1 dependent variables the first one was read.").arg(variables.size()));
+        spectrum.notes.append(Texts::tr("Of %1 dependent variables the first one was read.").arg(variables.size()));
     const QJsonObject variable = variables[0].toObject();
     spectrum.data = values(variable, total, source);
     if (variable[u"numeric_type"].toString().startsWith(u"complex"))
-        spectrum.notes.append(tr("The imaginary part was left out."));
+        spectrum.notes.append(Texts::tr("The imaginary part was left out."));
     if (variable[u"components"].toArray().size() > 1)
         spectrum.notes.append(
-            tr("Of %1 components the first one was read.").arg(variable[u"components"].toArray().size()));
+            Texts::tr("Of %1 components the first one was read.").arg(variable[u"components"].toArray().size()));
     if (!std::all_of(spectrum.data.begin(), spectrum.data.end(), [](double v) { return std::isfinite(v); }))
-        fail(source, tr("a value is not a finite number"));
+        fail(source, Texts::tr("a value is not a finite number"));
     orient(spectrum, source);
     return spectrum;
 }
@@ -340,7 +342,7 @@ void write(const SpectrumEntry &entry, QIODevice &device)
 {
     const Spectrum &spectrum = entry.spectrum;
     if (spectrum.isEmpty())
-        Workbench::fail(tr("the spectrum holds no data: %1").arg(spectrum.note));
+        Workbench::fail(Texts::tr("the spectrum holds no data: %1").arg(spectrum.note));
     ExperimentalSpectrum plain;
     plain.title = entry.name;
     for (const SpectrumAxis &axis : spectrum.axes) {
@@ -351,7 +353,7 @@ void write(const SpectrumEntry &entry, QIODevice &device)
     plain.data.assign(spectrum.real().begin(), spectrum.real().end());
     const QByteArray text = written(plain);
     if (device.write(text) != text.size())
-        Workbench::fail(tr("the data cannot be written: %1").arg(device.errorString()));
+        Workbench::fail(Texts::tr("the data cannot be written: %1").arg(device.errorString()));
 }
 
 } // namespace CsdmFile

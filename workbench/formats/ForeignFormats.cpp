@@ -12,8 +12,6 @@
 
 namespace Workbench {
 
-using ReaderText::tr;
-
 namespace ForeignFormats {
 
 namespace {
@@ -80,15 +78,16 @@ const QList<FolderMark> folderMarks{
 
 QString refusalOf(const char *name)
 {
-    return tr("this is data of %1, which cannot be read here: open it in the software that it belongs to and export "
-              "the "
-              "processed spectrum as JCAMP-DX (.jdx) or as text with ppm and intensity")
+    return Texts::tr(
+               "this is data of %1, which cannot be read here: open it in the software that it belongs to and export "
+               "the "
+               "processed spectrum as JCAMP-DX (.jdx) or as text with ppm and intensity")
         .arg(QString::fromLatin1(name));
 }
 
 QString rawBruker()
 {
-    return tr(
+    return Texts::tr(
         "these are raw data of a Bruker spectrometer (fid or ser): process them in TopSpin (for example efp, apk) "
         "and choose the folder again, or its pdata/1/1r");
 }
@@ -116,9 +115,9 @@ QString refusal(const QString &path, const QByteArray &start)
             return refusalOf(mark.name);
     }
     if (MagresCheck::isMagres(start))
-        return tr("this is a calculation (MAGRES), a measurement was expected");
+        return Texts::tr("this is a calculation (MAGRES), a measurement was expected");
     if (isZip(start) || start.startsWith("\x1F\x8B"))
-        return tr("this is an archive: unpack it and choose the folder or the file in it");
+        return Texts::tr("this is an archive: unpack it and choose the folder or the file in it");
     const bool isRawName = name == u"fid" || name == u"ser" || name == u"procpar" || name == u"acqus";
     return isRawName ? folderRefusal(info.absoluteDir()) : QString();
 }

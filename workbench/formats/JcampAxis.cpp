@@ -11,7 +11,6 @@ namespace Workbench {
 
 using ReaderText::excerpt;
 using ReaderText::fail;
-using ReaderText::tr;
 
 namespace {
 
@@ -50,9 +49,10 @@ std::optional<Statement> vendorStatement(const JcampBlock &block, const JcampAbs
     const double range = *width / *frequency, tableRange = std::abs(plain.step) * points;
     // A table may end at its last point or one step beyond.
     if (std::abs(range - tableRange) > 1.5 * std::abs(plain.step) + 1e-3 * range) {
-        notes.append(tr("$SW_p and $SF make a width of %1 ppm, the table has one of %2 ppm: $OFFSET was not used.")
-                         .arg(range, 0, 'g', 6)
-                         .arg(tableRange, 0, 'g', 6));
+        notes.append(
+            Texts::tr("$SW_p and $SF make a width of %1 ppm, the table has one of %2 ppm: $OFFSET was not used.")
+                .arg(range, 0, 'g', 6)
+                .arg(tableRange, 0, 'g', 6));
         return {};
     }
     const double step = !size || *size == points ? range / points : plain.step;
@@ -72,7 +72,7 @@ std::optional<Statement> referenceStatement(const JcampBlock &block, const State
         return {};
     const double point = block.number(*record, pointText), shift = block.number(*record, shiftText);
     if (point < 1.0) {
-        notes.append(tr(".SHIFT REFERENCE names point %1, points count from 1: it was not used.").arg(point));
+        notes.append(Texts::tr(".SHIFT REFERENCE names point %1, points count from 1: it was not used.").arg(point));
         return {};
     }
     return Statement{QStringLiteral(".SHIFT REFERENCE"), shift - (point - 1.0) * plain.step, plain.step};
@@ -92,13 +92,14 @@ void noteDisagreement(const Statement &taken, const Statement &other, int points
     const double most = std::abs(atFirst) > std::abs(atLast) ? atFirst : atLast;
     if (std::abs(most) <= std::abs(taken.step) * (1.0 + 1e-6))
         return;
-    notes.append(tr("The file's statements about its axis differ: by %1 the first point lies at %2 ppm, which was "
-                    "taken; by %3 it would lie at %4 ppm and the last one %5 ppm off.")
-                     .arg(taken.records)
-                     .arg(taken.first, 0, 'f', 4)
-                     .arg(other.records)
-                     .arg(other.first, 0, 'f', 4)
-                     .arg(atLast, 0, 'g', 4));
+    notes.append(
+        Texts::tr("The file's statements about its axis differ: by %1 the first point lies at %2 ppm, which was "
+                  "taken; by %3 it would lie at %4 ppm and the last one %5 ppm off.")
+            .arg(taken.records)
+            .arg(taken.first, 0, 'f', 4)
+            .arg(other.records)
+            .arg(other.first, 0, 'f', 4)
+            .arg(atLast, 0, 'g', 4));
 }
 
 } // namespace
@@ -113,7 +114,7 @@ double jcampFrequency(const JcampBlock &block, const JcampAbscissa &abscissa, co
             text.resize(text.size() - 3);
         const double value = block.number(record, text);
         if (!(value > 0.0))
-            fail(block.source, record.line, tr("expected a frequency in MHz, found %1").arg(value));
+            fail(block.source, record.line, Texts::tr("expected a frequency in MHz, found %1").arg(value));
         return value;
     };
     if (const LabelledRecord *record = block.find("$SF", abscissa.dimension))
@@ -127,15 +128,15 @@ double jcampFrequency(const JcampBlock &block, const JcampAbscissa &abscissa, co
         const double frequency = positive(*observe) * own / other;
         if (own != other)
             notes.append(
-                tr("The file names no frequency for F1: %1 MHz of %2 follows from the observe frequency and the "
-                   "ratio of the nuclei.")
+                Texts::tr("The file names no frequency for F1: %1 MHz of %2 follows from the observe frequency and the "
+                          "ratio of the nuclei.")
                     .arg(frequency, 0, 'f', 6)
                     .arg(abscissa.nucleus));
         return frequency;
     }
     const double given = options.frequency[size_t(abscissa.dimension)];
     if (given > 0.0)
-        notes.append(tr("The file names no frequency for %1; %2 MHz was taken from elsewhere.")
+        notes.append(Texts::tr("The file names no frequency for %1; %2 MHz was taken from elsewhere.")
                          .arg(abscissa.dimension == 0 ? QStringLiteral("F2") : QStringLiteral("F1"))
                          .arg(given, 0, 'g', 10));
     return given;
@@ -155,13 +156,14 @@ double jcampUnitsPerPpm(const JcampBlock &block, const JcampAbscissa &abscissa, 
     const bool hertz = units == "HZ" || units == "HERTZ";
     if (!hertz && units != "KHZ")
         fail(block.source, abscissa.unitsLine,
-             tr("expected X values in HZ or PPM, found %1").arg(excerpt(abscissa.units)));
+             Texts::tr("expected X values in HZ or PPM, found %1").arg(excerpt(abscissa.units)));
     if (frequency == 0.0)
         fail(block.source, block.line,
              abscissa.dimension == 0
-                 ? tr("X values in Hz need the record ##.OBSERVE FREQUENCY=, or the frequency of 0 ppm in MHz must be "
-                      "given")
-                 : tr("F1 is in Hz and its frequency in MHz is not in the file: it must be given"));
+                 ? Texts::tr(
+                     "X values in Hz need the record ##.OBSERVE FREQUENCY=, or the frequency of 0 ppm in MHz must be "
+                     "given")
+                 : Texts::tr("F1 is in Hz and its frequency in MHz is not in the file: it must be given"));
     return hertz ? frequency : frequency / 1000.0;
 }
 
@@ -171,7 +173,7 @@ SpectrumDimension jcampAxis(const JcampBlock &block, const JcampAbscissa &abscis
     const double frequency = jcampFrequency(block, abscissa, options, notes);
     const double perPpm = jcampUnitsPerPpm(block, abscissa, frequency);
     const int points = abscissa.x.points;
-    const Statement plain{tr("the X values"), abscissa.x.first / perPpm, abscissa.x.step / perPpm};
+    const Statement plain{Texts::tr("the X values"), abscissa.x.first / perPpm, abscissa.x.step / perPpm};
 
     std::vector<Statement> statements;
     const auto add = [&](std::optional<Statement> statement) {
@@ -186,7 +188,7 @@ SpectrumDimension jcampAxis(const JcampBlock &block, const JcampAbscissa &abscis
     const double end = 1.5 * std::abs(plain.step);
     const bool counted = perPpm != 1.0 && (std::abs(plain.first) < end || std::abs(plain.ppm(points - 1)) < end);
     if (statements.empty() && perPpm != 1.0)
-        notes.append(tr("0 Hz was taken as 0 ppm: the file names no reference."));
+        notes.append(Texts::tr("0 Hz was taken as 0 ppm: the file names no reference."));
     if (statements.empty() || !counted)
         statements.push_back(plain);
     const Statement &taken = statements.front();

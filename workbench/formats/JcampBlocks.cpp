@@ -11,7 +11,6 @@ namespace Workbench {
 
 using ReaderText::excerpt;
 using ReaderText::fail;
-using ReaderText::tr;
 using ReaderText::trimmed;
 
 const LabelledRecord *JcampBlock::find(std::string_view label) const
@@ -35,7 +34,7 @@ const LabelledRecord &JcampBlock::need(std::string_view label) const
 {
     const LabelledRecord *record = find(label);
     if (!record)
-        fail(source, line, tr("the block that begins here has no record ##%1=").arg(ReaderText::decoded(label)));
+        fail(source, line, Texts::tr("the block that begins here has no record ##%1=").arg(ReaderText::decoded(label)));
     return *record;
 }
 
@@ -50,7 +49,7 @@ double JcampBlock::number(const LabelledRecord &record, std::string_view text) c
     const auto value = NumberText::parse<double>(trimmed(text));
     if (!value)
         fail(source, record.line,
-             tr("expected a number for %1, found %2").arg(ReaderText::decoded(record.label), excerpt(text)));
+             Texts::tr("expected a number for %1, found %2").arg(ReaderText::decoded(record.label), excerpt(text)));
     return *value;
 }
 
@@ -94,7 +93,7 @@ std::vector<JcampBlock> jcampBlocks(std::string_view text, const QString &source
             blocks.back().records.back().label.erase(0, 1);
     }
     if (blocks.empty())
-        fail(source, tr("a JCAMP-DX file was expected, no record ##TITLE= was found"));
+        fail(source, Texts::tr("a JCAMP-DX file was expected, no record ##TITLE= was found"));
     for (JcampBlock &block : blocks) {
         const auto page = std::find_if(block.records.begin(), block.records.end(),
                                        [](const LabelledRecord &record) { return record.label == "PAGE"; });

@@ -13,7 +13,6 @@ namespace Workbench {
 
 using ReaderText::excerpt;
 using ReaderText::fail;
-using ReaderText::tr;
 using ReaderText::trimmed;
 
 namespace JcampPeaks {
@@ -87,7 +86,7 @@ Rows rowsOf(const JcampBlock &block, const LabelledRecord &record, const std::st
                     continue;
                 const auto value = NumberText::parse<double>(text);
                 if (!value || !std::isfinite(*value * (field == 'X' ? xFactor : yFactor)))
-                    fail(block.source, lines.number(), tr("expected a number, found %1").arg(excerpt(text)));
+                    fail(block.source, lines.number(), Texts::tr("expected a number, found %1").arg(excerpt(text)));
                 if (field == 'Y') {
                     peak.height = *value * yFactor;
                 } else {
@@ -101,7 +100,7 @@ Rows rowsOf(const JcampBlock &block, const LabelledRecord &record, const std::st
     const double announced = optionalNumber(block, "NPOINTS", double(rows.peaks.size()));
     if (rows.peaks.empty() || announced != double(rows.peaks.size())) {
         fail(block.source, record.line,
-             tr("%1 peaks were announced, %2 are there").arg(announced).arg(qulonglong(rows.peaks.size())));
+             Texts::tr("%1 peaks were announced, %2 are there").arg(announced).arg(qulonglong(rows.peaks.size())));
     }
     return rows;
 }
@@ -113,7 +112,7 @@ Measurement spectrum(const JcampBlock &block, const Rows &rows, JcampAbscissa x,
     result.format = QStringLiteral("JCAMP-DX");
     result.title = ReaderText::decoded(block.text("TITLE"));
     x.x = {axis.first, axis.step, 1.0, int(rows.positions.size())};
-    result.notes.append(tr("Read as a spectrum: %1 evenly spaced positions.").arg(rows.positions.size()));
+    result.notes.append(Texts::tr("Read as a spectrum: %1 evenly spaced positions.").arg(rows.positions.size()));
     result.dimensions.push_back(jcampAxis(block, x, options, result.notes));
     for (const MeasuredPeak &point : rows.peaks)
         result.data.push_back(point.height);
@@ -125,14 +124,14 @@ Measurement peaks(const JcampBlock &block, const Rows &rows, const JcampAbscissa
                   bool noUnits)
 {
     MeasuredPeaks result;
-    result.format = tr("JCAMP-DX peak list");
+    result.format = Texts::tr("JCAMP-DX peak list");
     result.title = ReaderText::decoded(block.text("TITLE"));
     result.nuclei[0] = x.nucleus;
     if (noUnits)
-        result.notes.append(tr("The file names no units: the positions were taken as ppm."));
+        result.notes.append(Texts::tr("The file names no units: the positions were taken as ppm."));
     const double perPpm = jcampUnitsPerPpm(block, x, jcampFrequency(block, x, options, result.notes));
     if (perPpm != 1.0)
-        result.notes.append(tr("0 Hz was taken as 0 ppm: the file names no reference."));
+        result.notes.append(Texts::tr("0 Hz was taken as 0 ppm: the file names no reference."));
     result.peaks = rows.peaks;
     for (size_t i = 0; i < result.peaks.size(); ++i)
         result.peaks[i].f2 = rows.positions[i] / perPpm;
@@ -165,7 +164,7 @@ Measurement read(const JcampBlock &block, const ReadOptions &options)
     const std::string fields = fieldsOf(record.firstLine());
     if (!fields.starts_with('X'))
         fail(block.source, record.line,
-             tr("expected peaks (XY..XY) or (XYA), found %1").arg(excerpt(record.firstLine())));
+             Texts::tr("expected peaks (XY..XY) or (XYA), found %1").arg(excerpt(record.firstLine())));
     const Rows rows = rowsOf(block, record, fields);
 
     const LabelledRecord *units = block.find("XUNITS"), *listed = units ? nullptr : block.find("UNITS");
@@ -180,7 +179,7 @@ Measurement read(const JcampBlock &block, const ReadOptions &options)
         return spectrum(block, rows, x, *even, options);
     constexpr size_t mostPeaks = 2000; // far more than any list has
     if (mayBeSpectrum && rows.peaks.size() > mostPeaks)
-        fail(block.source, record.line, tr("the points of the spectrum are not evenly spaced"));
+        fail(block.source, record.line, Texts::tr("the points of the spectrum are not evenly spaced"));
     return peaks(block, rows, x, options, !units && !listed);
 }
 

@@ -15,7 +15,6 @@ namespace Workbench {
 
 using ReaderText::excerpt;
 using ReaderText::fail;
-using ReaderText::tr;
 using ReaderText::trimmed;
 
 namespace JcampReader {
@@ -107,7 +106,7 @@ int neededColumn(const JcampBlock &block, std::string_view symbol)
     const int column = columnOf(block, symbol);
     if (column < 0)
         fail(block.source, block.need("SYMBOL").line,
-             tr("the table's symbol %1 is not in this list").arg(excerpt(symbol)));
+             Texts::tr("the table's symbol %1 is not in this list").arg(excerpt(symbol)));
     return column;
 }
 
@@ -124,13 +123,15 @@ JcampAbscissa abscissa(const JcampBlock &block, const TableValues &values, qint6
     const double points = values.points(), most = double(mostPoints(fileSize));
     if (!(points >= 2.0) || points > most || points != std::floor(points)) {
         fail(block.source, values.pointsRecord().line,
-             tr("%1 points cannot be, between 2 and %2 were expected").arg(points, 0, 'g', 15).arg(most, 0, 'g', 15));
+             Texts::tr("%1 points cannot be, between 2 and %2 were expected")
+                 .arg(points, 0, 'g', 15)
+                 .arg(most, 0, 'g', 15));
     }
     XyAbscissa x{values.first(), 0.0, values.factor("XFACTOR"), int(points)};
     x.step = (values.last() - x.first) / (points - 1.0);
     if (x.step == 0.0 || !std::isfinite(x.step)) {
         fail(block.source, block.line,
-             tr("the first and the last X value (%1, %2) span no axis").arg(x.first).arg(values.last()));
+             Texts::tr("the first and the last X value (%1, %2) span no axis").arg(x.first).arg(values.last()));
     }
     return {x, values.units(), values.unitsRecord().line, values.nucleus(), dimension};
 }
@@ -140,7 +141,7 @@ void checkLastLine(const JcampBlock &block, std::string_view tableText, int line
 {
     const size_t end = tableText.find_last_not_of(" \t");
     if (end == std::string_view::npos || (tableText[end] != '\n' && tableText[end] != '\r'))
-        fail(block.source, line, tr("the file ends within this line, ##END= was expected"));
+        fail(block.source, line, Texts::tr("the file ends within this line, ##END= was expected"));
 }
 
 class TableReader {
@@ -161,15 +162,17 @@ public:
         for (double value : decoder.finish(lines.number())) {
             data.push_back(value * factor);
             if (!std::isfinite(data.back()))
-                fail(m_block.source, table.line, tr("an ordinate times its factor (%1) is too large").arg(factor));
+                fail(m_block.source, table.line,
+                     Texts::tr("an ordinate times its factor (%1) is too large").arg(factor));
         }
         if (decoder.disagreement() && !m_disagreed) {
             m_disagreed = true;
-            m_notes.append(tr("Line %1 says that it begins at X = %2, by its place that is %3: the points were placed "
-                              "by their count.")
-                               .arg(decoder.disagreement()->line)
-                               .arg(decoder.disagreement()->found, 0, 'g', 10)
-                               .arg(decoder.disagreement()->due, 0, 'g', 10));
+            m_notes.append(
+                Texts::tr("Line %1 says that it begins at X = %2, by its place that is %3: the points were placed "
+                          "by their count.")
+                    .arg(decoder.disagreement()->line)
+                    .arg(decoder.disagreement()->found, 0, 'g', 10)
+                    .arg(decoder.disagreement()->due, 0, 'g', 10));
         }
     }
 
@@ -216,7 +219,7 @@ void readPlane(ExperimentalSpectrum &spectrum, const JcampBlock &block, const st
     const double factor = TableValues(block, neededColumn(block, form.listed)).factor("YFACTOR");
     if (qint64(f1.x.points) * f2.x.points > mostPoints(fileSize))
         fail(block.source, f1Values.pointsRecord().line,
-             tr("%1 × %2 points are more than the file can hold").arg(f2.x.points).arg(f1.x.points));
+             Texts::tr("%1 × %2 points are more than the file can hold").arg(f2.x.points).arg(f1.x.points));
     spectrum.dimensions.push_back(jcampAxis(block, f2, options, spectrum.notes));
     spectrum.dimensions.push_back(jcampAxis(block, f1, options, spectrum.notes));
     TableReader reader(block, spectrum.notes);
@@ -226,23 +229,25 @@ void readPlane(ExperimentalSpectrum &spectrum, const JcampBlock &block, const st
         if (pageSymbol(page) != rowSymbol || Form(page.table->firstLine()).listed != form.listed)
             continue;
         if (rows == f1.x.points)
-            fail(block.source, page.table->line, tr("there are more rows than the %1 announced").arg(f1.x.points));
+            fail(block.source, page.table->line,
+                 Texts::tr("there are more rows than the %1 announced").arg(f1.x.points));
         const std::string text = withoutBlanks(page.page->firstLine());
         const double position = block.number(*page.page, std::string_view(text).substr(rowSymbol.size() + 1));
         const double due = f1.x.first + rows * f1.x.step;
         if (std::abs(position - due) > 1.5 * std::abs(f1.x.step) + 1e-5 * std::abs(due)
             && !std::exchange(disagreed, true)) {
-            spectrum.notes.append(tr("The row at line %1 says that it lies at %2, by its place that is %3: the rows "
-                                     "were placed by their count.")
-                                      .arg(page.page->line)
-                                      .arg(position, 0, 'g', 10)
-                                      .arg(due, 0, 'g', 10));
+            spectrum.notes.append(
+                Texts::tr("The row at line %1 says that it lies at %2, by its place that is %3: the rows "
+                          "were placed by their count.")
+                    .arg(page.page->line)
+                    .arg(position, 0, 'g', 10)
+                    .arg(due, 0, 'g', 10));
         }
         reader.append(spectrum.data, *page.table, f2.x, factor);
         ++rows;
     }
     if (rows != f1.x.points)
-        fail(block.source, block.line, tr("%1 rows were announced, %2 are there").arg(f1.x.points).arg(rows));
+        fail(block.source, block.line, Texts::tr("%1 rows were announced, %2 are there").arg(f1.x.points).arg(rows));
 }
 
 void readTrace(ExperimentalSpectrum &spectrum, const JcampBlock &block, const LabelledRecord &table,
@@ -258,7 +263,7 @@ void readNtuples(ExperimentalSpectrum &spectrum, const JcampBlock &block, const 
     std::vector<Page> pages = pagesOf(block);
     std::erase_if(pages, [](const Page &page) { return Form(page.table->firstLine()).counted.empty(); });
     if (pages.empty())
-        fail(block.source, block.line, tr("the block that begins here has no table (X++(R..R))"));
+        fail(block.source, block.line, Texts::tr("the block that begins here has no table (X++(R..R))"));
     const Form form(pages.front().table->firstLine());
     // Rows of a plane lie along an axis with units; the other pages are numbered, the first one is the real part.
     const int pageColumn = columnOf(block, pageSymbol(pages.front()));
@@ -282,7 +287,8 @@ ExperimentalSpectrum readSpectrum(const JcampBlock &block, const ReadOptions &op
     } else {
         const LabelledRecord &data = block.need("XYDATA");
         if (upperCase(withoutBlanks(data.firstLine())) != "(X++(Y..Y))")
-            fail(block.source, data.line, tr("expected a table (X++(Y..Y)), found %1").arg(excerpt(data.firstLine())));
+            fail(block.source, data.line,
+                 Texts::tr("expected a table (X++(Y..Y)), found %1").arg(excerpt(data.firstLine())));
         const TableValues values(block);
         readTrace(spectrum, block, data, values, values.factor("YFACTOR"), options, fileSize);
     }
@@ -304,14 +310,16 @@ bool holdsTable(const JcampBlock &block)
     for (const JcampBlock &block : blocks) {
         const std::string type = block.text("DATATYPE");
         if (normalisedLabel(type).find("NMRFID") != std::string::npos) {
-            fail(block.source, block.line,
-                 tr("this is an FID, a spectrum was expected: transform it with the spectrometer's software and export "
+            fail(
+                block.source, block.line,
+                Texts::tr(
+                    "this is an FID, a spectrum was expected: transform it with the spectrometer's software and export "
                     "the spectrum"));
         }
         types.append(excerpt(type));
     }
     fail(blocks.front().source,
-         tr("expected a block with the data type \"NMR SPECTRUM\" and a table, or one with peaks, found %1")
+         Texts::tr("expected a block with the data type \"NMR SPECTRUM\" and a table, or one with peaks, found %1")
              .arg(types.mid(0, 8).join(QStringLiteral(", "))));
 }
 
@@ -349,7 +357,7 @@ Measurement parse(const QByteArray &text, const QString &source, const ReadOptio
             first([](const JcampBlock &b) { return isSpectrum(b) && (b.find("XYDATA") || b.find("NTUPLES")); }))
         return readSpectrum(*odd, options, text.size());
     if (const JcampBlock *empty = first(isSpectrum))
-        fail(source, empty->line, tr("the spectrum that begins here has no table (X++(Y..Y)) or (XY..XY)"));
+        fail(source, empty->line, Texts::tr("the spectrum that begins here has no table (X++(Y..Y)) or (XY..XY)"));
     failWithout(blocks);
 }
 

@@ -60,8 +60,7 @@ std::vector<LabelledRecord> labelledRecords(std::string_view text, const QString
         if (!line.starts_with("##") || equals == std::string_view::npos)
             continue;
         if (records.size() == mostRecords)
-            ReaderText::fail(source, lines.number(),
-                             ReaderText::tr("more than %1 records are too many").arg(mostRecords));
+            ReaderText::fail(source, lines.number(), Texts::tr("more than %1 records are too many").arg(mostRecords));
         endLast(line.data());
         records.push_back({normalisedLabel(line.substr(2, equals - 2)), line.substr(equals + 1), lines.number()});
     }

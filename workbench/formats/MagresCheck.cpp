@@ -15,7 +15,6 @@ namespace Workbench {
 
 using ReaderText::decoded;
 using ReaderText::excerpt;
-using ReaderText::tr;
 using ReaderText::trimmed;
 using namespace Qt::StringLiterals;
 
@@ -244,11 +243,12 @@ private:
                 m_tensors[kind].orphans.add(decoded(kinds[kind]) + u' ' + decoded(key));
         }
         if (repairable && !m_gaps.empty()) {
-            m_warnings.append(tr("Label and index stand together in %1 records (the first one: %2 in line %3); they "
-                                 "were taken apart, each in the only way that names an atom of the file.")
-                                  .arg(m_gaps.size())
-                                  .arg(decoded(m_fused.front().name))
-                                  .arg(m_fused.front().line));
+            m_warnings.append(
+                Texts::tr("Label and index stand together in %1 records (the first one: %2 in line %3); they "
+                          "were taken apart, each in the only way that names an atom of the file.")
+                    .arg(m_gaps.size())
+                    .arg(decoded(m_fused.front().name))
+                    .arg(m_fused.front().line));
         }
         warnOfBlocks();
         warnOfAtoms();
@@ -261,46 +261,50 @@ private:
     {
         for (size_t b = 0; b < blockNames.size(); ++b) {
             if (m_blocks[b] == 0 && m_swallowed.name != blockNames[b])
-                m_warnings.append(tr("There is no block [%1].").arg(decoded(blockNames[b])));
+                m_warnings.append(Texts::tr("There is no block [%1].").arg(decoded(blockNames[b])));
         }
         if (m_swallowed.line > 0) {
-            m_warnings.append(tr("The block [%1] that begins in line %2 is not closed where [%3] begins in line %4, "
-                                 "which was therefore read as a part of it.")
-                                  .arg(decoded(m_swallowed.outer))
-                                  .arg(m_swallowed.outerLine)
-                                  .arg(decoded(m_swallowed.name))
-                                  .arg(m_swallowed.line));
+            m_warnings.append(
+                Texts::tr("The block [%1] that begins in line %2 is not closed where [%3] begins in line %4, "
+                          "which was therefore read as a part of it.")
+                    .arg(decoded(m_swallowed.outer))
+                    .arg(m_swallowed.outerLine)
+                    .arg(decoded(m_swallowed.name))
+                    .arg(m_swallowed.line));
         } else if (!m_open.empty()) {
-            m_warnings.append(tr("The block [%1] that begins in line %2 is not closed: the file may have been cut off.")
-                                  .arg(decoded(m_open))
-                                  .arg(m_opened));
+            m_warnings.append(
+                Texts::tr("The block [%1] that begins in line %2 is not closed: the file may have been cut off.")
+                    .arg(decoded(m_open))
+                    .arg(m_opened));
         }
         if (m_blocks[0] > 1)
-            m_warnings.append(tr("There are %1 blocks [atoms]: the atoms of all of them were read as one structure.")
-                                  .arg(m_blocks[0]));
+            m_warnings.append(
+                Texts::tr("There are %1 blocks [atoms]: the atoms of all of them were read as one structure.")
+                    .arg(m_blocks[0]));
     }
 
     void warnOfAtoms()
     {
         if (m_suffixed.count > 0) {
             m_warnings.append(
-                tr("A species with a suffix is no element (%1, atoms: %2): it has no isotopes and is missing in "
-                   "spectra.")
+                Texts::tr("A species with a suffix is no element (%1, atoms: %2): it has no isotopes and is missing in "
+                          "spectra.")
                     .arg(m_suffixed.first)
                     .arg(m_suffixed.count));
         }
         if (m_doubled.count > 0) {
-            m_warnings.append(tr("Atoms with the label and index of another one: %1 (the first one %2). Their tensors "
-                                 "cannot be told apart.")
-                                  .arg(m_doubled.count)
-                                  .arg(m_doubled.first));
+            m_warnings.append(
+                Texts::tr("Atoms with the label and index of another one: %1 (the first one %2). Their tensors "
+                          "cannot be told apart.")
+                    .arg(m_doubled.count)
+                    .arg(m_doubled.first));
         }
     }
 
     void warnOfTensors()
     {
         if (m_blocks[1] > 0 && m_tensors[0].records == 0 && m_tensors[1].records == 0)
-            m_warnings.append(tr("There is neither a shielding (ms) nor an electric-field gradient (efg)."));
+            m_warnings.append(Texts::tr("There is neither a shielding (ms) nor an electric-field gradient (efg)."));
         Found orphans;
         for (const Tensors &tensors : m_tensors) {
             orphans.count += tensors.orphans.count;
@@ -308,7 +312,7 @@ private:
                 orphans.first = tensors.orphans.first;
         }
         if (orphans.count > 0)
-            m_warnings.append(tr("Tensors that belong to no atom of the file: %1 (the first one %2).")
+            m_warnings.append(Texts::tr("Tensors that belong to no atom of the file: %1 (the first one %2).")
                                   .arg(orphans.count)
                                   .arg(orphans.first));
         QStringList without;
@@ -319,13 +323,13 @@ private:
                     bare.add(decoded(atom));
             }
             if (bare.count > 0)
-                without.append(tr("%3: %1 of %2 (the first one %4)")
+                without.append(Texts::tr("%3: %1 of %2 (the first one %4)")
                                    .arg(bare.count)
                                    .arg(m_atomOrder.size())
                                    .arg(decoded(kinds[k]), bare.first));
         }
         if (!without.isEmpty())
-            m_warnings.append(tr("Atoms without %1.").arg(without.join(u", "_s)));
+            m_warnings.append(Texts::tr("Atoms without %1.").arg(without.join(u", "_s)));
     }
 
     /// A plug-in that refuses a unit says so itself; these are the ones that nobody looked at.
@@ -335,12 +339,12 @@ private:
         for (const Unit &unit : m_units) {
             const QString quantity = QLatin1String(unit.quantity), assumed = QLatin1String(unit.assumed);
             if (unit.needed && !unit.stated)
-                units.append(tr("%1 has none, taken as %2").arg(quantity, assumed));
+                units.append(Texts::tr("%1 has none, taken as %2").arg(quantity, assumed));
             else if (unit.needed && !unit.other.isEmpty())
-                units.append(tr("%1 in %2, taken as %3").arg(quantity, unit.other, assumed));
+                units.append(Texts::tr("%1 in %2, taken as %3").arg(quantity, unit.other, assumed));
         }
         if (!units.isEmpty())
-            m_warnings.append(tr("Units that were not checked: %1.").arg(units.join(u", "_s)));
+            m_warnings.append(Texts::tr("Units that were not checked: %1.").arg(units.join(u", "_s)));
     }
 
     std::string_view m_text;
@@ -371,23 +375,25 @@ bool isMagres(const QByteArray &start)
 
 QString whyNotMagres(const QByteArray &start)
 {
-    const QString expected = tr("a MAGRES file begins with a line #$magres-abinitio-v1.0");
+    const QString expected = Texts::tr("a MAGRES file begins with a line #$magres-abinitio-v1.0");
     const std::string_view text = ReaderText::view(start);
     for (std::string_view mark : {"\xEF\xBB\xBF", "\xFF\xFE", "\xFE\xFF"}) {
         if (text.starts_with(mark))
-            return tr("%1, this one with a byte order mark: save it as plain text without one (in UTF-8 or ASCII)")
+            return Texts::tr(
+                       "%1, this one with a byte order mark: save it as plain text without one (in UTF-8 or ASCII)")
                 .arg(expected);
     }
     const size_t found = text.find(magic);
     if (found != text.npos && trimmed(text.substr(0, found)).empty())
-        return tr("%1, in this one blanks or empty lines stand before it: remove them").arg(expected);
+        return Texts::tr("%1, in this one blanks or empty lines stand before it: remove them").arg(expected);
     if (text.find("TOTAL Shielding Tensor") != text.npos || text.find("Coordinates ") != text.npos)
-        return tr("%1; this is the output of an older version of the program, from before the format had blocks: "
-                  "calculate with a newer one, or convert the file")
+        return Texts::tr(
+                   "%1; this is the output of an older version of the program, from before the format had blocks: "
+                   "calculate with a newer one, or convert the file")
             .arg(expected);
     ReaderText::Lines lines(text);
     lines.next();
-    return tr("%1, this one with %2: if the line was lost, put it back").arg(expected, excerpt(lines.line()));
+    return Texts::tr("%1, this one with %2: if the line was lost, put it back").arg(expected, excerpt(lines.line()));
 }
 
 Findings examine(const QByteArray &text)
@@ -398,7 +404,7 @@ Findings examine(const QByteArray &text)
         if (findings.repaired.isEmpty())
             findings.repaired = plain;
         findings.warnings.prepend(
-            tr("The lines end in a carriage return alone; they were read as lines all the same."));
+            Texts::tr("The lines end in a carriage return alone; they were read as lines all the same."));
         return findings;
     }
     return Examination(ReaderText::view(text)).run();

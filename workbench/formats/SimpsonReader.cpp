@@ -15,7 +15,6 @@ namespace Workbench {
 
 using ReaderText::excerpt;
 using ReaderText::fail;
-using ReaderText::tr;
 using ReaderText::trimmed;
 
 namespace SimpsonReader {
@@ -37,12 +36,12 @@ struct Header {
         const auto found = values.find(name);
         if (found == values.end()) {
             if (!missing)
-                fail(source, tr("the line %1= is missing before DATA").arg(QString::fromLatin1(name)));
+                fail(source, Texts::tr("the line %1= is missing before DATA").arg(QString::fromLatin1(name)));
             return *missing;
         }
         const auto value = NumberText::parse<double>(found->second.text);
         if (!value)
-            fail(source, found->second.line, tr("expected a number, found %1").arg(excerpt(found->second.text)));
+            fail(source, found->second.line, Texts::tr("expected a number, found %1").arg(excerpt(found->second.text)));
         return *value;
     }
     std::string text(const char *name) const
@@ -57,14 +56,15 @@ qint64 checkedSize(const Header &header, double points, double rows)
 {
     if (header.text("TYPE") != "SPE")
         fail(header.source,
-             tr("expected TYPE=SPE, found %1: transform the FID (fft) and save the spectrum")
+             Texts::tr("expected TYPE=SPE, found %1: transform the FID (fft) and save the spectrum")
                  .arg(excerpt(header.text("TYPE"))));
     if (header.text("FORMAT") == "BINARY")
-        fail(header.source, tr("the points are in binary form: save the spectrum as text (fsave without -binary)"));
+        fail(header.source,
+             Texts::tr("the points are in binary form: save the spectrum as text (fsave without -binary)"));
     const double most = double(largestPointCount);
     if (!(points >= 2.0) || !(rows >= 1.0) || !(points * rows <= most) || points != std::floor(points)
         || rows != std::floor(rows))
-        fail(header.source, tr("NP=%1, NI=%2 are no size of a spectrum").arg(points).arg(rows));
+        fail(header.source, Texts::tr("NP=%1, NI=%2 are no size of a spectrum").arg(points).arg(rows));
     return qint64(points) * qint64(rows);
 }
 
@@ -105,8 +105,9 @@ ExperimentalSpectrum parse(const QByteArray &text, const QString &source, const 
     for (int d = 0; d < (rows > 1.0 ? 2 : 1); ++d) {
         if (!(options.frequency[size_t(d)] > 0.0))
             fail(source,
-                 tr("the positions are in Hz: the frequency of 0 ppm in MHz is needed to make ppm of them and must "
-                    "be given"));
+                 Texts::tr(
+                     "the positions are in Hz: the frequency of 0 ppm in MHz is needed to make ppm of them and must "
+                     "be given"));
     }
     ExperimentalSpectrum spectrum;
     spectrum.format = QStringLiteral("SIMPSON");
@@ -118,7 +119,7 @@ ExperimentalSpectrum parse(const QByteArray &text, const QString &source, const 
             dimension(rows, header.number("SW1"), header.number("REF1", 0.0), options.frequency[1]));
     for (const SpectrumDimension &axis : spectrum.dimensions)
         spectrum.notes.append(
-            tr("Hz were divided by %1 MHz; 0 Hz was taken as 0 ppm.").arg(axis.frequency, 0, 'g', 10));
+            Texts::tr("Hz were divided by %1 MHz; 0 Hz was taken as 0 ppm.").arg(axis.frequency, 0, 'g', 10));
     bool ended = false;
     while (!ended && lines.next()) {
         const std::string_view line = trimmed(lines.line());
@@ -128,14 +129,15 @@ ExperimentalSpectrum parse(const QByteArray &text, const QString &source, const 
         const size_t blank = line.find_first_of(" \t");
         const auto real = NumberText::parse<double>(line.substr(0, blank));
         if (!real || blank == std::string_view::npos || !NumberText::parse<double>(trimmed(line.substr(blank))))
-            fail(source, lines.number(), tr("expected a real and an imaginary part, found %1").arg(excerpt(line)));
+            fail(source, lines.number(),
+                 Texts::tr("expected a real and an imaginary part, found %1").arg(excerpt(line)));
         if (qint64(spectrum.data.size()) == total)
-            fail(source, lines.number(), tr("there are more points than the %1 announced").arg(total));
+            fail(source, lines.number(), Texts::tr("there are more points than the %1 announced").arg(total));
         spectrum.data.push_back(*real);
     }
     if (!ended || qint64(spectrum.data.size()) != total)
         fail(source,
-             tr("the data end after %1 points where %2 and END were expected")
+             Texts::tr("the data end after %1 points where %2 and END were expected")
                  .arg(qulonglong(spectrum.data.size()))
                  .arg(total));
     orient(spectrum, source);

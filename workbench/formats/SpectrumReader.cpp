@@ -24,15 +24,15 @@ Measurement readMeasurement(const QString &path, const ReadOptions &options)
             return format.read(path, options);
     }
     ReaderText::fail(path,
-                     ReaderText::tr("this is no measurement that can be read: expected a Bruker folder or its file "
-                                    "1r or 2rr, JCAMP-DX, CSDM, SIMPSON or text with ppm and intensity"));
+                     Texts::tr("this is no measurement that can be read: expected a Bruker folder or its file "
+                               "1r or 2rr, JCAMP-DX, CSDM, SIMPSON or text with ppm and intensity"));
 }
 
 ExperimentalSpectrum openExperimentalSpectrum(const QString &path, const ReadOptions &options)
 {
     Measurement measurement = readMeasurement(path, options);
     if (auto *peaks = std::get_if<MeasuredPeaks>(&measurement))
-        ReaderText::fail(path, ReaderText::tr("a spectrum was expected. %1").arg(peaks->notes.value(0)));
+        ReaderText::fail(path, Texts::tr("a spectrum was expected. %1").arg(peaks->notes.value(0)));
     return std::move(std::get<ExperimentalSpectrum>(measurement));
 }
 

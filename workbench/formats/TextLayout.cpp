@@ -15,7 +15,6 @@ namespace Workbench {
 
 using ReaderText::excerpt;
 using ReaderText::fail;
-using ReaderText::tr;
 using ReaderText::trimmed;
 using Role = TextLayout::Role;
 using Unit = TextLayout::Unit;
@@ -346,7 +345,7 @@ public:
             return guessFour();
         default:
             fail(m_source, m_layout.firstLine,
-                 tr("%1 columns of numbers need a header line that names them, such as \"ppm,intensity\"")
+                 Texts::tr("%1 columns of numbers need a header line that names them, such as \"ppm,intensity\"")
                      .arg(m_numeric.size()));
         }
     }
@@ -367,8 +366,9 @@ private:
         constexpr size_t mostUnnamedPeaks = 256;
         if (values(0).size() > mostUnnamedPeaks) {
             fail(m_source, m_layout.firstLine,
-                 tr("a single column of numbers without a name: intensities have no axis here; if these are positions "
-                    "of peaks, say so in a header line \"ppm\""));
+                 Texts::tr(
+                     "a single column of numbers without a name: intensities have no axis here; if these are positions "
+                     "of peaks, say so in a header line \"ppm\""));
         }
         take({Role::Position});
     }
@@ -378,14 +378,14 @@ private:
         const bool numbered = counts(values(0)) && !areWhole(values(1));
         if (isLong() && counts(values(0)) && looksEven(values(0))) {
             fail(m_source, m_layout.firstLine,
-                 tr("the first column counts the points, a position in ppm or Hz was expected; if these are "
-                    "positions, say so in a header line \"ppm,intensity\""));
+                 Texts::tr("the first column counts the points, a position in ppm or Hz was expected; if these are "
+                           "positions, say so in a header line \"ppm,intensity\""));
         }
         if (m_options.dimensions == 2)
             return take({Role::Position, Role::PositionF1});
         if (numbered) {
             m_layout.notes.append(
-                tr("The first column was taken as the number of the peak, the second as its position."));
+                Texts::tr("The first column was taken as the number of the peak, the second as its position."));
             return take({Role::Number, Role::Position});
         }
         take({Role::Position, Role::Intensity});
@@ -396,16 +396,16 @@ private:
         if (isGrid(values(0), values(1)) || isGrid(values(1), values(0)))
             return take({Role::Position, Role::PositionF1, Role::Intensity});
         if (isLong() && looksEven(values(0)) && !counts(values(0))) {
-            m_layout.notes.append(tr("The three columns were taken as position, real and imaginary part."));
+            m_layout.notes.append(Texts::tr("The three columns were taken as position, real and imaginary part."));
             return take({Role::Position, Role::Intensity, Role::Imaginary});
         }
         if (counts(values(0))) {
-            m_layout.notes.append(tr("The columns were taken as number, position and height of the peaks."));
+            m_layout.notes.append(Texts::tr("The columns were taken as number, position and height of the peaks."));
             return take({Role::Number, Role::Position, Role::Intensity});
         }
         if (m_options.dimensions == 1)
-            fail(m_source, m_layout.firstLine, tr("expected \"position[,height]\", found 3 fields"));
-        m_layout.notes.append(tr("The columns were taken as position in F2, position in F1 and height."));
+            fail(m_source, m_layout.firstLine, Texts::tr("expected \"position[,height]\", found 3 fields"));
+        m_layout.notes.append(Texts::tr("The columns were taken as position in F2, position in F1 and height."));
         take({Role::Position, Role::PositionF1, Role::Intensity});
     }
 
@@ -413,11 +413,12 @@ private:
     {
         const double frequency = commonRatio(values(2), values(3));
         if (!counts(values(0)) || !(frequency > 1.0)) {
-            fail(m_source, m_layout.firstLine,
-                 tr("four columns without names were expected to be number, intensity, Hz and ppm; a header line "
-                    "such as \"ppm,intensity\" tells what they are"));
+            fail(
+                m_source, m_layout.firstLine,
+                Texts::tr("four columns without names were expected to be number, intensity, Hz and ppm; a header line "
+                          "such as \"ppm,intensity\" tells what they are"));
         }
-        m_layout.notes.append(tr("The four columns were taken as number, intensity, Hz and ppm."));
+        m_layout.notes.append(Texts::tr("The four columns were taken as number, intensity, Hz and ppm."));
         take({Role::Number, Role::Intensity, Role::Ignored, Role::Position});
         m_layout.columns[size_t(m_numeric[2])].unit = Unit::Hertz;
         m_layout.columns[size_t(m_numeric[3])].unit = Unit::Ppm;
@@ -465,7 +466,7 @@ void findIntensity(TextLayout &layout)
     if (found == layout.columns.end())
         return;
     found->role = Role::Intensity;
-    layout.notes.append(tr("Column \"%1\" was taken as the intensity.").arg(found->name.simplified()));
+    layout.notes.append(Texts::tr("Column \"%1\" was taken as the intensity.").arg(found->name.simplified()));
 }
 
 /// "173,2" may be a position and its height, or one position with a decimal comma.
@@ -522,7 +523,7 @@ void noteIgnored(TextLayout &layout)
             names.append(u'"' + column.name.simplified() + u'"');
     }
     if (!names.isEmpty())
-        layout.notes.append(tr("Columns that were not used: %1.").arg(names.join(QStringLiteral(", "))));
+        layout.notes.append(Texts::tr("Columns that were not used: %1.").arg(names.join(QStringLiteral(", "))));
 }
 
 } // namespace
@@ -633,17 +634,19 @@ TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, cons
     if (best.matching == 0 || isProse) {
         for (const TextLine &row : rows) {
             if (isDamagedNumber(trimmed(row.text)))
-                fail(source, row.number, tr("expected a number, found %1").arg(excerpt(row.text)));
+                fail(source, row.number, Texts::tr("expected a number, found %1").arg(excerpt(row.text)));
         }
         if (complete && rows.size() <= 2)
             return {}; // a header alone
-        fail(source, rows.front().number, tr("no table of numbers was found, expected \"ppm,intensity\" or peaks"));
+        fail(source, rows.front().number,
+             Texts::tr("no table of numbers was found, expected \"ppm,intensity\" or peaks"));
     }
 
     constexpr size_t mostColumns = 64;
     if (layout.columns.size() > mostColumns)
         fail(source, rows.front().number,
-             tr("a row has %1 fields: a position and an intensity a line were expected").arg(layout.columns.size()));
+             Texts::tr("a row has %1 fields: a position and an intensity a line were expected")
+                 .arg(layout.columns.size()));
 
     std::vector<QString> headers;
     std::vector<std::vector<double>> values(layout.columns.size());
@@ -668,7 +671,7 @@ TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, cons
                     constants[i] = values[i].size() == 1 || constants[i] == text ? std::optional(text) : std::nullopt;
                 }
                 if (!layout.columns[i].numeric && isNoNumber(fields[i]))
-                    fail(source, line.number, tr("expected a number, found %1").arg(excerpt(fields[i])));
+                    fail(source, line.number, Texts::tr("expected a number, found %1").arg(excerpt(fields[i])));
             }
             without += fields.size() < layout.columns.size();
             continue;
@@ -676,11 +679,11 @@ TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, cons
         for (size_t i = 0; i < std::min(fields.size(), layout.columns.size()); ++i) {
             if ((started || fields.size() == layout.columns.size()) && layout.columns[i].numeric
                 && !layout.number(fields[i]) && (started || isDamagedNumber(fields[i])))
-                fail(source, line.number, tr("expected a number, found %1").arg(excerpt(fields[i])));
+                fail(source, line.number, Texts::tr("expected a number, found %1").arg(excerpt(fields[i])));
         }
         if (started) {
             fail(source, line.number,
-                 tr("expected %1 fields as in the lines before, found %2")
+                 Texts::tr("expected %1 fields as in the lines before, found %2")
                      .arg(layout.columns.size())
                      .arg(fields.size()));
         }
@@ -698,8 +701,8 @@ TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, cons
     findIntensity(layout);
     if (hasDoubtfulComma(layout, rows)) {
         layout.notes.append(
-            tr("Commas were taken to separate positions and heights, so that %1 is a peak at %2; if they "
-               "are decimal commas, a header line \"ppm\" tells so.")
+            Texts::tr("Commas were taken to separate positions and heights, so that %1 is a peak at %2; if they "
+                      "are decimal commas, a header line \"ppm\" tells so.")
                 .arg(ReaderText::excerpt(rows.front().text), QString::number(values.front().front(), 'g', 10)));
     }
     for (Role role : {Role::Intensity, Role::Imaginary, Role::Count, Role::Number})
@@ -712,9 +715,9 @@ TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, cons
     findFrequency(layout, values, headers);
     noteIgnored(layout);
     if (without > 0)
-        layout.notes.append(tr("Peaks without a height (%1) were given the height 1.").arg(without));
+        layout.notes.append(Texts::tr("Peaks without a height (%1) were given the height 1.").arg(without));
     if (passedOver > 1)
-        layout.notes.append(tr("%1 lines above the table were passed over.").arg(passedOver));
+        layout.notes.append(Texts::tr("%1 lines above the table were passed over.").arg(passedOver));
     return std::move(layout);
 }
 

@@ -19,7 +19,6 @@ namespace Workbench {
 using ReaderText::excerpt;
 using ReaderText::fail;
 using ReaderText::FileLines;
-using ReaderText::tr;
 using Role = TextLayout::Role;
 using Unit = TextLayout::Unit;
 
@@ -79,12 +78,12 @@ public:
         m_layout.split(m_line, m_fields);
         if (!m_layout.fits(m_fields.size()))
             fail(m_source, m_number,
-                 tr("expected %1 fields as in the lines before, found %2")
+                 Texts::tr("expected %1 fields as in the lines before, found %2")
                      .arg(m_layout.columns.size())
                      .arg(m_fields.size()));
         for (size_t i = 0; i < m_fields.size(); ++i) {
             if (m_layout.columns[i].numeric && !m_layout.number(m_fields[i]))
-                fail(m_source, m_number, tr("expected a number, found %1").arg(excerpt(m_fields[i])));
+                fail(m_source, m_number, Texts::tr("expected a number, found %1").arg(excerpt(m_fields[i])));
         }
     }
     /// Of the line that was split; empty where an optional one is left out.
@@ -216,10 +215,10 @@ private:
             } else if (unit == Unit::Unknown) {
                 if (column.name.contains(u"freq", Qt::CaseInsensitive))
                     fail(m_source, m_layout.firstLine,
-                         tr("the positions are frequencies without a unit: ppm, Hz or kHz must be given"));
+                         Texts::tr("the positions are frequencies without a unit: ppm, Hz or kHz must be given"));
                 m_unitTold = m_unitTold && d != 0;
                 if (d == 0)
-                    m_notes.append(tr("The file names no unit: the positions were taken as ppm."));
+                    m_notes.append(Texts::tr("The file names no unit: the positions were taken as ppm."));
             }
             const double given = m_options.frequency[size_t(d)];
             m_frequency[size_t(d)] = d == 0 && m_layout.frequency > 0.0 ? m_layout.frequency : 0.0;
@@ -228,11 +227,12 @@ private:
                 frequency = given > 0.0 ? given : frequency;
                 if (!(frequency > 0.0))
                     fail(m_source, m_layout.firstLine,
-                         tr("the positions are in %1: the frequency of 0 ppm in MHz is needed to make ppm of them and "
-                            "must be given")
+                         Texts::tr(
+                             "the positions are in %1: the frequency of 0 ppm in MHz is needed to make ppm of them and "
+                             "must be given")
                              .arg(unit == Unit::Hertz ? QStringLiteral("Hz") : QStringLiteral("kHz")));
                 m_perPpm[size_t(d)] = unit == Unit::Hertz ? frequency : frequency / 1000.0;
-                m_notes.append(tr("Positions in %1 were divided by %2 MHz; 0 Hz was taken as 0 ppm.")
+                m_notes.append(Texts::tr("Positions in %1 were divided by %2 MHz; 0 Hz was taken as 0 ppm.")
                                    .arg(unit == Unit::Hertz ? QStringLiteral("Hz") : QStringLiteral("kHz"))
                                    .arg(frequency, 0, 'g', 10));
             }
@@ -247,7 +247,7 @@ private:
         if (!even) {
             const size_t odd = oddPoint(positions, usual);
             fail(m_source, lines.of(odd),
-                 tr("the points are not evenly spaced: %1 follows %2 where the step is %3")
+                 Texts::tr("the points are not evenly spaced: %1 follows %2 where the step is %3")
                      .arg(positions[odd], 0, 'g', 10)
                      .arg(positions[odd == 0 ? 0 : odd - 1], 0, 'g', 10)
                      .arg(usual, 0, 'g', 6));
@@ -282,11 +282,12 @@ private:
         ExperimentalSpectrum spectrum;
         spectrum.dimensions.push_back(dimension(x, lines, 0));
         if (even->rounded)
-            m_notes.append(tr("The positions are rounded by more than their step: a straight line was laid through "
-                              "them."));
-        m_notes.prepend(tr("Read as a spectrum: %1 evenly spaced positions.").arg(x.size()));
+            m_notes.append(
+                Texts::tr("The positions are rounded by more than their step: a straight line was laid through "
+                          "them."));
+        m_notes.prepend(Texts::tr("Read as a spectrum: %1 evenly spaced positions.").arg(x.size()));
         if (m_layout.columnOf(Role::Imaginary) >= 0)
-            m_notes.append(tr("The imaginary part was left out."));
+            m_notes.append(Texts::tr("The imaginary part was left out."));
         spectrum.data = std::move(y);
         finish(spectrum);
         return spectrum;
@@ -321,12 +322,12 @@ private:
     void finish(ExperimentalSpectrum &spectrum)
     {
         spectrum.title = QFileInfo(m_source).completeBaseName();
-        spectrum.format = tr("text table");
+        spectrum.format = Texts::tr("text table");
         doubtUnit(spectrum.dimensions[0].first);
         doubtUnit(spectrum.dimensions[0].ppm(spectrum.dimensions[0].points - 1));
         spectrum.notes = m_notes;
         if (spectrum.data.size() > size_t(largestPointCount))
-            fail(m_source, tr("%1 points are too many").arg(spectrum.data.size()));
+            fail(m_source, Texts::tr("%1 points are too many").arg(spectrum.data.size()));
         orient(spectrum, m_source);
     }
 
@@ -336,22 +337,22 @@ private:
         for (size_t i = 0; i < x.size(); ++i)
             result.peaks.push_back({x[i] / m_perPpm[0], 0.0, y[i], {}, 0});
         return finish(std::move(result),
-                      x.size() >= fewestPoints ? tr("the positions are not evenly spaced")
-                                               : tr("a spectrum has %1 rows at least").arg(fewestPoints));
+                      x.size() >= fewestPoints ? Texts::tr("the positions are not evenly spaced")
+                                               : Texts::tr("a spectrum has %1 rows at least").arg(fewestPoints));
     }
 
     MeasuredPeaks finish(MeasuredPeaks result, const QString &why = {})
     {
         if (result.peaks.empty())
-            fail(m_source, tr("the file holds no peaks"));
+            fail(m_source, Texts::tr("the file holds no peaks"));
         result.title = QFileInfo(m_source).completeBaseName();
-        result.format = tr("text peak list");
+        result.format = Texts::tr("text peak list");
         result.dimensions = m_positionF1 >= 0 ? 2 : 1;
         result.nuclei[0] = m_layout.columns[size_t(m_position)].nucleus;
         if (m_positionF1 >= 0)
             result.nuclei[1] = m_layout.columns[size_t(m_positionF1)].nucleus;
-        m_notes.prepend(why.isEmpty() ? tr("Read as a list of %1 peaks.").arg(result.peaks.size())
-                                      : tr("Read as a list of %1 peaks: %2.").arg(result.peaks.size()).arg(why));
+        m_notes.prepend(why.isEmpty() ? Texts::tr("Read as a list of %1 peaks.").arg(result.peaks.size())
+                                      : Texts::tr("Read as a list of %1 peaks: %2.").arg(result.peaks.size()).arg(why));
         for (const MeasuredPeak &peak : result.peaks)
             doubtUnit(peak.f2);
         result.notes = m_notes;
@@ -365,7 +366,8 @@ private:
         if (!m_unitTold && std::abs(ppm) > usual) {
             m_unitTold = true;
             m_notes.append(
-                tr("Positions beyond %1 ppm are rare: if these are Hz, the unit and the frequency must be given.")
+                Texts::tr(
+                    "Positions beyond %1 ppm are rare: if these are Hz, the unit and the frequency must be given.")
                     .arg(usual));
         }
     }
@@ -387,7 +389,7 @@ private:
                 peak.count = countIn(m_rows.number(count));
             sites += size_t(std::max(peak.count, 1));
             if (sites > mostPeaks)
-                fail(m_source, m_rows.number(), tr("more than %1 peaks are too many").arg(mostPeaks));
+                fail(m_source, m_rows.number(), Texts::tr("more than %1 peaks are too many").arg(mostPeaks));
             peak.label = label();
             result.peaks.push_back(std::move(peak));
         }
@@ -398,7 +400,7 @@ private:
     {
         constexpr double most = 100000;
         if (!(value >= 1.0 && value <= most) || value != std::floor(value))
-            fail(m_source, m_rows.number(), tr("expected a count of sites from 1 on, found %1").arg(value));
+            fail(m_source, m_rows.number(), Texts::tr("expected a count of sites from 1 on, found %1").arg(value));
         return int(value);
     }
 
@@ -441,7 +443,8 @@ private:
         LineNumbers runLines, stayLines;
         size_t column = 0;
         const auto expectRows = [&](size_t length) {
-            fail(m_source, m_rows.number(), tr("expected rows of %1 points with the same positions").arg(length));
+            fail(m_source, m_rows.number(),
+                 Texts::tr("expected rows of %1 points with the same positions").arg(length));
         };
         while (m_rows.next()) {
             m_rows.split();
@@ -463,7 +466,8 @@ private:
             data.push_back(m_rows.number(m_intensity));
         }
         if (stay.size() < 2 || run.size() < 2 || data.size() != run.size() * stay.size()) {
-            fail(m_source, tr("%1 points do not make two or more rows of %2 points").arg(data.size()).arg(run.size()));
+            fail(m_source,
+                 Texts::tr("%1 points do not make two or more rows of %2 points").arg(data.size()).arg(run.size()));
         }
         ExperimentalSpectrum spectrum;
         if (m_f1Runs) {
@@ -479,7 +483,7 @@ private:
         spectrum.dimensions.push_back(dimension(run, runLines, 0));
         spectrum.dimensions.push_back(dimension(stay, stayLines, 1));
         spectrum.data = std::move(data);
-        m_notes.prepend(tr("Read as a spectrum of %1 × %2 points.").arg(run.size()).arg(stay.size()));
+        m_notes.prepend(Texts::tr("Read as a spectrum of %1 × %2 points.").arg(run.size()).arg(stay.size()));
         finish(spectrum);
         return spectrum;
     }
@@ -516,7 +520,7 @@ Measurement parse(QIODevice &text, const QString &source, const ReadOptions &opt
     }
     const TextLayout layout = detectLayout(sample, sample.size() < sampleLines, source, options);
     if (layout.columns.empty())
-        fail(source, tr("the file holds no peaks"));
+        fail(source, Texts::tr("the file holds no peaks"));
     return TableReader(layout, sample, lines, source, options).read();
 }
 
@@ -531,10 +535,10 @@ Measurement parse(const QByteArray &text, const QString &source, const ReadOptio
 Measurement read(const QString &path, const ReadOptions &options)
 {
     if (QFileInfo(path).exists() && !QFileInfo(path).isFile())
-        fail(path, tr("this is not a regular file"));
+        fail(path, Texts::tr("this is not a regular file"));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        fail(path, tr("the file cannot be opened (%1)").arg(file.errorString()));
+        fail(path, Texts::tr("the file cannot be opened (%1)").arg(file.errorString()));
     return parse(file, path, options);
 }
 

@@ -11,7 +11,6 @@ namespace Workbench {
 
 using ReaderText::excerpt;
 using ReaderText::fail;
-using ReaderText::tr;
 using ReaderText::trimmed;
 
 namespace TextRegion {
@@ -76,23 +75,23 @@ ExperimentalSpectrum read(const Region &region, const std::vector<TextLine> &sam
     const qint64 rows = region.dimensions == 2 ? region.f1.points : 1;
     if (region.f2.points < 2 || (region.dimensions == 2 && rows < 2) || region.f2.points > largestPointCount
         || rows > largestPointCount / region.f2.points)
-        fail(source, tr("%1 × %2 points cannot be").arg(region.f2.points).arg(rows));
+        fail(source, Texts::tr("%1 × %2 points cannot be").arg(region.f2.points).arg(rows));
     const size_t total = size_t(region.f2.points * rows);
     ExperimentalSpectrum spectrum;
-    spectrum.format = tr("text, region and intensities");
+    spectrum.format = Texts::tr("text, region and intensities");
     spectrum.dimensions.push_back(dimension(region.f2));
     if (region.dimensions == 2)
         spectrum.dimensions.push_back(dimension(region.f1));
-    spectrum.notes.append(tr("LEFT and RIGHT were taken as the positions of the first and the last point."));
+    spectrum.notes.append(Texts::tr("LEFT and RIGHT were taken as the positions of the first and the last point."));
     const auto add = [&](std::string_view line, int number) {
         line = trimmed(line.substr(0, line.find('#')));
         if (line.empty())
             return;
         const auto value = NumberText::parse<double>(line);
         if (!value)
-            fail(source, number, tr("expected one intensity, found %1").arg(excerpt(line)));
+            fail(source, number, Texts::tr("expected one intensity, found %1").arg(excerpt(line)));
         if (spectrum.data.size() == total)
-            fail(source, number, tr("there are more points than the %1 announced").arg(qulonglong(total)));
+            fail(source, number, Texts::tr("there are more points than the %1 announced").arg(qulonglong(total)));
         spectrum.data.push_back(*value);
     };
     for (const TextLine &line : sample)
@@ -101,7 +100,7 @@ ExperimentalSpectrum read(const Region &region, const std::vector<TextLine> &sam
         add(lines.line(), lines.number());
     if (spectrum.data.size() != total)
         fail(source,
-             tr("the data end after %1 points where %2 were announced")
+             Texts::tr("the data end after %1 points where %2 were announced")
                  .arg(qulonglong(spectrum.data.size()))
                  .arg(qulonglong(total)));
     return spectrum;

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/HostWindow.h"
 
+#include "data/Language.h"
 #include "host/DataEngine.h"
 #include "host/MainScene.h"
 #include "items/plot/NmrItem.h"
 #include "items/plot/NmrPlot.h"
-
-#include <QLocale>
 
 namespace Workbench {
 
@@ -47,7 +46,7 @@ bool HostWindow::checkProductLicense(QString) const
 
 QString HostWindow::language() const
 {
-    return QLocale().name().section(u'_', 0, 0);
+    return Language::current();
 }
 
 } // namespace Workbench

@@ -476,6 +476,11 @@ QGraphicsWidget *MainScene::place(DocumentItem *item, const QRectF &rect, bool a
     addItem(item);
     item->setPlace({rect, item->place().workspace});
     item->setGeometry(rect);
+    if (auto *molecule = qobject_cast<MoleculeItem *>(item)) {
+        molecule->setDataSource([data = QPointer<DataEngine>(m_data)](const QUuid &id) {
+            return data ? data->getDataMap(id) : QVariantMap();
+        });
+    }
     updatePages();
     Q_EMIT itemAdded(item);
     // The current NMR item and table are the ones made last, whatever is active.

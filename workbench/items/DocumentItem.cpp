@@ -1,13 +1,25 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/DocumentItem.h"
 
+#include "data/Elision.h"
+#include "items/ItemPicture.h"
+
+#include <QClipboard>
 #include <QCursor>
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QGraphicsSceneContextMenuEvent>
 #include <QGraphicsSceneMouseEvent>
 #include <QGraphicsSceneResizeEvent>
+#include <QGraphicsView>
+#include <QGuiApplication>
 #include <QMenu>
+#include <QMessageBox>
+#include <QMimeData>
 #include <QPaintEngine>
 #include <QPainter>
+#include <QPrintDialog>
+#include <QPrinter>
 #include <QScopedValueRollback>
 
 #include <algorithm>
@@ -227,6 +239,8 @@ QMenu *DocumentItem::contextMenu()
     }
     m_menu->addSeparator();
     fillContextMenu(m_menu.get());
+    if (!m_menu->isEmpty())
+        fillPictureMenu(m_menu->addMenu(tr("Picture")));
     for (const auto &menu : std::as_const(m_pluginMenus)) {
         if (!menu)
             continue;
@@ -235,6 +249,62 @@ QMenu *DocumentItem::contextMenu()
         m_menu->addActions(menu->actions());
     }
     return m_menu.get();
+}
+
+void DocumentItem::fillPictureMenu(QMenu *menu)
+{
+    connect(menu->addAction(tr("Copy")), &QAction::triggered, this, &DocumentItem::copyPicture);
+    connect(menu->addAction(tr("Save...")), &QAction::triggered, this, &DocumentItem::savePicture);
+    connect(menu->addAction(tr("Print...")), &QAction::triggered, this, &DocumentItem::printPicture);
+}
+
+QWidget *DocumentItem::viewWindow() const
+{
+    return scene() && !scene()->views().isEmpty() ? scene()->views().constFirst()->window() : nullptr;
+}
+
+void DocumentItem::copyPicture()
+{
+    try {
+        QGuiApplication::clipboard()->setMimeData(ItemPicture::mimeData(*this));
+        Q_EMIT reported(tr("The picture is on the clipboard"));
+    } catch (const std::exception &error) {
+        Q_EMIT reported(QString::fromUtf8(error.what()));
+    }
+}
+
+void DocumentItem::savePicture()
+{
+    QString chosen;
+    QString name = QFileDialog::getSaveFileName(viewWindow(), tr("Save Picture"), QString(),
+                                                tr("PNG image (*.png);;SVG drawing (*.svg);;PDF (*.pdf)"), &chosen);
+    if (name.isEmpty())
+        return;
+    if (QFileInfo(name).suffix().isEmpty())
+        name += chosen.section(u'*', 1).chopped(1);
+    try {
+        ItemPicture::save(*this, name);
+        Q_EMIT reported(tr("%1 is written").arg(name));
+    } catch (const std::exception &error) {
+        QMessageBox::critical(viewWindow(), tr("%1 cannot be written").arg(QFileInfo(name).fileName()),
+                              elided(QString::fromUtf8(error.what())));
+    }
+}
+
+void DocumentItem::printPicture()
+{
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setDocName(title());
+    if (size().width() > size().height())
+        printer.setPageOrientation(QPageLayout::Landscape);
+    const QPointer<DocumentItem> stillThere(this);
+    if (QPrintDialog dialog(&printer, viewWindow()); dialog.exec() != QDialog::Accepted || !stillThere)
+        return;
+    try {
+        ItemPicture::print(*this, printer);
+    } catch (const std::exception &error) {
+        Q_EMIT reported(QString::fromUtf8(error.what()));
+    }
 }
 
 void DocumentItem::addContextMenu(QMenu *menu)
@@ -297,6 +367,11 @@ void DocumentItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QW
 
 void DocumentItem::paintContent(QPainter *, const QRectF &, bool)
 {
+}
+
+void DocumentItem::paintPicture(QPainter *painter, const QRectF &area)
+{
+    paintContent(painter, area, true);
 }
 
 void DocumentItem::layoutContent(const QRectF &)

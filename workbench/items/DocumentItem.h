@@ -85,12 +85,16 @@ public:
     void addContextMenu(QMenu *menu);
 
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) final;
+    /// The content as on paper, without frame and title, laid out for the content's size.
+    virtual void paintPicture(QPainter *painter, const QRectF &area);
 
     /// True when painting goes to paper or a picture file rather than to a window.
     static bool isPageOutput(const QPainter *painter, const QWidget *widget);
 
 Q_SIGNALS:
     void titleChanged();
+    /// What an action of the item has done, for a status bar.
+    void reported(const QString &text);
     /// The user has moved or resized the item by hand: its geometry, no more.
     void geometryEdited(const QRectF &before, const QRectF &after);
 
@@ -105,6 +109,8 @@ protected:
     void mouseMoveEvent(QGraphicsSceneMouseEvent *event) override;
     void mouseReleaseEvent(QGraphicsSceneMouseEvent *event) override;
 
+    /// For dialogs; null when nobody looks.
+    QWidget *viewWindow() const;
     /// True for the title bar, by which the item is moved.
     bool isTitleBar(const QPointF &pos) const;
 
@@ -114,6 +120,10 @@ protected:
 
 private:
     void layOut();
+    void fillPictureMenu(QMenu *menu);
+    void copyPicture();
+    void savePicture();
+    void printPicture();
 
     QUuid m_id;
     QString m_title;

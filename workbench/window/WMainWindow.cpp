@@ -446,8 +446,8 @@ void WMainWindow::addHostMenu(DocumentItem *item)
         item->addContextMenu(m_stackMenu);
         item->addContextMenu(m_peakMenu);
         connect(spectrum, &NmrItem::pointed, m_readOut, &QLabel::setText);
-        connect(spectrum, &NmrItem::reported, this, [this](const QString &text) { statusBar()->showMessage(text); });
     }
+    connect(item, &DocumentItem::reported, this, [this](const QString &text) { statusBar()->showMessage(text); });
     item->addContextMenu(m_itemMenu);
     item->setOnPaper(m_view->isPagePreview());
     connect(item, &DocumentItem::titleChanged, this, &WMainWindow::tellActiveItem);

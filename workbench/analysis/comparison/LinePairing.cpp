@@ -404,13 +404,13 @@ LinePairing LinePairing::of(const std::vector<ComparedSite> &sites, const std::v
 QString LinePairing::text() const
 {
     if (mode == Mode::Assigned)
-        return Texts::tr("assigned");
-    QString rest = mode == Mode::Equal ? Texts::tr("equal")
-        : mode == Mode::Overlap        ? Texts::tr("overlap")
-                                       : Texts::tr("unmatched");
+        return QStringLiteral("assigned");
+    QString rest = mode == Mode::Equal ? QStringLiteral("equal")
+        : mode == Mode::Overlap        ? QStringLiteral("overlap")
+                                       : QStringLiteral("unmatched");
     if (byCounts)
-        rest = Texts::tr("%1 by counts").arg(rest);
-    return assignedLines > 0 ? Texts::tr("%1 assigned, %2").arg(assignedLines).arg(rest) : rest;
+        rest += QStringLiteral(" by counts");
+    return assignedLines > 0 ? QStringLiteral("%1 assigned, %2").arg(assignedLines).arg(rest) : rest;
 }
 
 } // namespace Workbench

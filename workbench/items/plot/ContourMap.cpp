@@ -8,6 +8,7 @@
 #include "items/plot/CrossPeakLabels.h"
 #include "items/plot/IntensityMap.h"
 #include "items/plot/PeakSticks.h"
+#include "items/plot/PlotMarks.h"
 #include "items/plot/SpectrumLine.h"
 
 #include <QCoreApplication>
@@ -74,8 +75,8 @@ ContourMap::ContourMap(QCustomPlot *plot, const QList<PlotEntry> &entries, const
 {
     layOut(plot);
     const PlotEntry &shown = mappedEntry(entries);
-    PlotStyle::setUpAxis(m_f2, shown.spectrum.axes[0].label());
-    PlotStyle::setUpAxis(m_f1, shown.spectrum.axes[1].label());
+    PlotStyle::setUpShiftAxis(m_f2, shown.spectrum.axes[0], options.hertz);
+    PlotStyle::setUpShiftAxis(m_f1, shown.spectrum.axes[1], options.hertz);
     m_f2->setRangeReversed(true);
     m_f1->setRangeReversed(true);
 
@@ -94,6 +95,7 @@ ContourMap::ContourMap(QCustomPlot *plot, const QList<PlotEntry> &entries, const
     }
     if (entries.size() > 1 && options.legend)
         PlotStyle::makeLegend(plot, named, active);
+    m_marks = new PlotMarks(plot, m_f2, m_f1, entries, shown.spectrum, options);
     resetRanges();
 }
 

@@ -12,6 +12,7 @@ class ContourLines;
 class CrossPeakLabels;
 class IntensityMap;
 class PlacedTrace;
+class PlotMarks;
 
 /// Two-dimensional spectra: contours over a colour map of the active one, its projections at top and left. F2 runs to
 /// the left, F1 downwards. Peak lists without points are crosses, and sticks in the projections.
@@ -39,6 +40,7 @@ public:
     QString readOut(const QPointF &pixel) const override;
 
     CrossPeakLabels *labels() const { return m_labels; }
+    PlotMarks *marks() const { return m_marks; }
 
 private:
     struct Layer {
@@ -69,6 +71,7 @@ private:
     ContourLevels m_levels;
     CrossPeakLabels *m_labels;
     IntensityMap *m_map = nullptr;
+    PlotMarks *m_marks = nullptr;
     QList<PlacedTrace *> m_topTraces; ///< one per entry
     QList<PlacedTrace *> m_leftTraces;
     QList<Layer> m_layers;

@@ -113,7 +113,7 @@ QList<LabelArea> CrossPeakLabels::areas() const
 {
     QList<LabelArea> areas;
     for (const PlacedLabel &label : placedLabels(places()))
-        areas.append({label.area, label.shared.peaks()});
+        areas.append({label.area, label.shared.peaks(), label.shared.fullText()});
     return areas;
 }
 

@@ -10,10 +10,14 @@
 #include "items/plot/PeakEditor.h"
 #include "items/plot/PlotContent.h"
 
+#include <QActionGroup>
+#include <QClipboard>
 #include <QGraphicsProxyWidget>
 #include <QGraphicsSceneContextMenuEvent>
 #include <QGraphicsSceneWheelEvent>
 #include <QGraphicsView>
+#include <QGuiApplication>
+#include <QInputDialog>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QStyleOptionGraphicsItem>
@@ -88,6 +92,7 @@ NmrItem::NmrItem(const QUuid &id, Looks looks, QGraphicsItem *parent)
     });
     connect(m_editor, &PeakEditor::reported, this, &NmrItem::reported);
     connect(m_plot, &NmrPlot::pointed, this, &NmrItem::pointed);
+    connect(m_plot, &QCustomPlot::afterReplot, this, &NmrItem::shareRange);
     connect(m_plot, &NmrPlot::peaksClicked, this, [this](const auto &peaks, Qt::KeyboardModifiers modifiers) {
         selectPeaks(peaks, modifiers.testFlag(Qt::ControlModifier));
     });
@@ -106,6 +111,20 @@ void NmrItem::layoutContent(const QRectF &content)
         m_proxy->setGeometry(content);
 }
 
+void NmrItem::paintPicture(QPainter *painter, const QRectF &area)
+{
+    if (m_plot)
+        m_plot->paintTo(painter, area);
+}
+
+template <typename Change>
+void NmrItem::changeOptions(Change change)
+{
+    PlotOptions options = m_plot->options();
+    change(options);
+    m_plot->setOptions(options);
+}
+
 void NmrItem::fillContextMenu(QMenu *menu)
 {
     if (!m_plot)
@@ -114,6 +133,10 @@ void NmrItem::fillContextMenu(QMenu *menu)
     connect(menu->addAction(tr("Show Full Range") + QStringLiteral("\tHome")), &QAction::triggered, m_plot,
             &NmrPlot::fullReset);
     fillShowMenu(menu->addMenu(tr("Show")));
+    fillTraceMenu(menu->addMenu(tr("Appearance")));
+    fillMarkMenu(menu->addMenu(tr("Measure")));
+    connect(menu->addAction(tr("Edit Title...")), &QAction::triggered, this, &NmrItem::editTitle);
+    connect(menu->addAction(tr("Copy Numbers")), &QAction::triggered, this, &NmrItem::copyNumbers);
     if (m_plot->shownDimensions() == 2)
         connect(menu->addAction(tr("Contour Levels...")), &QAction::triggered, this, &NmrItem::editContourLevels);
 }
@@ -136,14 +159,204 @@ void NmrItem::fillShowMenu(QMenu *menu)
         add(tr("Peak Sticks"), &PlotOptions::sticks);
     add(tr("Peak Labels"), &PlotOptions::labels);
     add(tr("Legend"), &PlotOptions::legend);
+    menu->addSeparator();
+    if (m_plot->shownDimensions() == 1)
+        add(tr("Spectra on One Base Line"), &PlotOptions::overlay);
+    add(tr("Axis in Hz"), &PlotOptions::hertz);
+    QAction *shares = menu->addAction(tr("Same Range as Other Plots of the Nucleus"));
+    shares->setCheckable(true);
+    shares->setChecked(m_plot->options().sharesRange);
+    connect(shares, &QAction::toggled, this, &NmrItem::setSharesRange);
+}
+
+void NmrItem::fillTraceMenu(QMenu *menu)
+{
+    const QUuid entry = m_data->activeEntryId();
+    menu->setEnabled(!entry.isNull());
+    const TraceStyle style = m_plot->options().traces.value(entry);
+    QMenu *colors = menu->addMenu(tr("Colour"));
+    auto *group = new QActionGroup(colors);
+    const QStringList names = PlotStyle::colorNames();
+    for (int color = -1; color < int(names.size()); ++color) {
+        QAction *action = colors->addAction(color < 0 ? tr("By its place in the stack") : names[color]);
+        if (color >= 0) {
+            QPixmap patch(16, 16);
+            patch.fill(PlotStyle::entryColor(color));
+            action->setIcon(patch);
+        }
+        action->setCheckable(true);
+        action->setActionGroup(group);
+        action->setChecked(color == style.color);
+        connect(action, &QAction::triggered, this, [this, entry, color] {
+            changeOptions([&](PlotOptions &options) { options.traces[entry].color = color; });
+        });
+    }
+    QAction *reset = menu->addAction(tr("Own Height and Place Again"));
+    reset->setEnabled(m_plot->shownDimensions() == 1 && (style.scale != 1 || style.offset != 0));
+    connect(reset, &QAction::triggered, this, [this, entry] {
+        changeOptions([&](PlotOptions &options) { options.traces[entry] = {1, 0, options.traces[entry].color}; });
+    });
+}
+
+void NmrItem::fillMarkMenu(QMenu *menu)
+{
+    const PlotOptions &options = m_plot->options();
+    QAction *integrate = menu->addAction(tr("Mark Integrals") + QStringLiteral("\tI"));
+    integrate->setEnabled(m_plot->shownDimensions() == 1);
+    connect(integrate, &QAction::triggered, this, [this] { startMarking(PlotMarker::Mode::Integral); });
+    connect(menu->addAction(tr("Mark Distances") + QStringLiteral("\tD")), &QAction::triggered, this,
+            [this] { startMarking(PlotMarker::Mode::Distance); });
+    QMenu *set = menu->addMenu(tr("Set Integral"));
+    set->setEnabled(!options.integrals.isEmpty());
+    for (int i = 0; i < int(options.integrals.size()); ++i) {
+        const IntegralMark &mark = options.integrals[i];
+        QAction *action = set->addAction(tr("%1 to %2 ppm...").arg(mark.from, 0, 'f', 2).arg(mark.to, 0, 'f', 2));
+        action->setCheckable(true);
+        action->setChecked(i == options.integralReference);
+        connect(action, &QAction::triggered, this, [this, i] { setIntegral(i); });
+    }
+    menu->addSeparator();
+    QAction *last = menu->addAction(tr("Remove the Last Integral"));
+    last->setEnabled(!options.integrals.isEmpty());
+    connect(last, &QAction::triggered, this, [this] {
+        changeOptions([](PlotOptions &changed) {
+            changed.integrals.removeLast();
+            changed.integralReference =
+                std::min(changed.integralReference, std::max<int>(0, int(changed.integrals.size()) - 1));
+        });
+    });
+    QAction *lastDistance = menu->addAction(tr("Remove the Last Distance"));
+    lastDistance->setEnabled(!options.distances.isEmpty());
+    connect(lastDistance, &QAction::triggered, this,
+            [this] { changeOptions([](PlotOptions &changed) { changed.distances.removeLast(); }); });
+    QAction *all = menu->addAction(tr("Remove All"));
+    all->setEnabled(!options.integrals.isEmpty() || !options.distances.isEmpty());
+    connect(all, &QAction::triggered, this, [this] {
+        changeOptions([](PlotOptions &changed) {
+            changed.integrals.clear();
+            changed.distances.clear();
+            changed.integralReference = 0;
+        });
+    });
+}
+
+void NmrItem::setIntegral(int index)
+{
+    bool accepted = false;
+    const QPointer<NmrItem> stillThere(this);
+    const double value = QInputDialog::getDouble(viewWindow(), tr("Set Integral"), tr("Value of this integral:"), 1.0,
+                                                 -1e6, 1e6, 3, &accepted);
+    if (!accepted || value == 0 || !stillThere)
+        return;
+    changeOptions([&](PlotOptions &options) {
+        options.integralReference = index;
+        options.referenceValue = value;
+    });
+}
+
+void NmrItem::startMarking(PlotMarker::Mode mode)
+{
+    if (!m_plot)
+        return;
+    if (mode == PlotMarker::Mode::Integral && m_plot->shownDimensions() != 1)
+        mode = PlotMarker::Mode::None;
+    m_editor->setActive(false);
+    m_plot->marker().setMode(mode);
+    if (mode == PlotMarker::Mode::Integral)
+        Q_EMIT reported(tr("Integrals: drag over the regions; Esc ends. The first one is 1 until another is set"));
+    else if (mode == PlotMarker::Mode::Distance)
+        Q_EMIT reported(tr("Distances: drag from one place to another; Esc ends"));
+    else
+        Q_EMIT reported(QString());
+}
+
+void NmrItem::editTitle()
+{
+    bool accepted = false;
+    const QPointer<NmrItem> stillThere(this);
+    const QString text =
+        QInputDialog::getText(viewWindow(), tr("Title"), tr("Title of the plot (empty: made from its spectra):"),
+                              QLineEdit::Normal, title(), &accepted);
+    if (!accepted || !stillThere)
+        return;
+    changeOptions([&](PlotOptions &options) { options.title = text.simplified(); });
+    updateTitle();
+}
+
+QList<NmrItem *> NmrItem::plotsOfNucleus() const
+{
+    QList<NmrItem *> found;
+    const auto nucleus = [](const NmrItem *item) { return item->m_data->shownSpectrum().axes.value(0).nucleus(); };
+    for (QGraphicsItem *other : scene() ? scene()->items() : QList<QGraphicsItem *>()) {
+        auto *item = qobject_cast<NmrItem *>(other->toGraphicsObject());
+        if (item && item->m_plot && nucleus(item) == nucleus(this))
+            found.append(item);
+    }
+    return found;
+}
+
+void NmrItem::setSharesRange(bool shares)
+{
+    // Those that have it already go where this one is.
+    for (NmrItem *item : plotsOfNucleus())
+        item->changeOptions([&](PlotOptions &options) { options.sharesRange = shares; });
+    shareRange();
+}
+
+void NmrItem::shareRange()
+{
+    PlotContent *content = m_plot->content();
+    if (!m_plot->options().sharesRange || !content)
+        return;
+    const QCPRange range = content->ppmAxes().first()->range();
+    for (NmrItem *item : plotsOfNucleus()) {
+        PlotContent *other = item == this || !item->m_plot->options().sharesRange ? nullptr : item->m_plot->content();
+        if (!other || other->ppmAxes().first()->range() == range)
+            continue;
+        other->ppmAxes().first()->setRange(range);
+        item->m_plot->replot(QCustomPlot::rpQueuedReplot);
+    }
+}
+
+QString NmrItem::numbersText() const
+{
+    PlotContent *content = m_plot ? m_plot->content() : nullptr;
+    if (!content)
+        return {};
+    const Spectrum &spectrum = m_data->spectrum(m_data->activeEntryId());
+    const auto inSight = [&](double f2, double f1) {
+        return content->ppmAxes().first()->range().contains(f2)
+            && (content->ppmAxes().size() == 1 || content->ppmAxes().last()->range().contains(f1));
+    };
+    const auto number = [](double x) { return QString::number(x, 'g', 10); };
+    QStringList lines;
+    if (spectrum.dimensions() == 1) {
+        lines.append(tr("ppm\tintensity"));
+        for (int i = 0; i < spectrum.axes[0].size; ++i)
+            if (inSight(spectrum.axes[0].ppm(i), 0))
+                lines.append(number(spectrum.axes[0].ppm(i)) + u'\t' + number(spectrum.real()[size_t(i)]));
+    } else {
+        const bool two = content->ppmAxes().size() > 1;
+        lines.append(two ? tr("label\tppm F2\tppm F1\theight") : tr("label\tppm\theight"));
+        for (const SpectrumPeak &peak : spectrum.peaks)
+            if (inSight(peak.f2, peak.f1))
+                lines.append(peak.label + u'\t' + number(peak.f2) + (two ? u'\t' + number(peak.f1) : QString()) + u'\t'
+                             + number(peak.height));
+    }
+    return lines.join(u'\n') + u'\n';
+}
+
+void NmrItem::copyNumbers()
+{
+    QGuiApplication::clipboard()->setText(numbersText());
+    Q_EMIT reported(tr("The numbers of %1 are on the clipboard").arg(m_data->entryName(m_data->activeEntryId())));
 }
 
 void NmrItem::editContourLevels()
 {
-    QWidget *window = scene() && !scene()->views().isEmpty() ? scene()->views().constFirst()->window() : nullptr;
     const PlotOptions before = m_plot->options();
     const QPointer<NmrItem> stillThere(this);
-    ContourLevelsDialog dialog(before.contours, window);
+    ContourLevelsDialog dialog(before.contours, viewWindow());
     connect(&dialog, &ContourLevelsDialog::changed, m_plot, [this](const ContourLevels &levels) {
         PlotOptions options = m_plot->options();
         options.contours = levels;
@@ -160,8 +373,10 @@ QVariantMap NmrItem::viewSettings() const
 
 void NmrItem::setViewSettings(const QVariantMap &settings)
 {
-    if (m_plot)
-        m_plot->setOptions(PlotOptions::fromMap(settings));
+    if (!m_plot)
+        return;
+    m_plot->setOptions(PlotOptions::fromMap(settings));
+    updateTitle();
 }
 
 QList<MoleculeItem *> NmrItem::molecules() const
@@ -241,6 +456,15 @@ void NmrItem::keyPressEvent(QKeyEvent *event)
         break;
     case Qt::Key_Escape:
         m_plot->navigation().cancel();
+        m_plot->marker().cancel();
+        if (m_plot->marker().mode() != PlotMarker::Mode::None)
+            startMarking(PlotMarker::Mode::None);
+        break;
+    case Qt::Key_I:
+        startMarking(PlotMarker::Mode::Integral);
+        break;
+    case Qt::Key_D:
+        startMarking(PlotMarker::Mode::Distance);
         break;
     case Qt::Key_PageUp:
         m_plot->navigation().zoom(step);
@@ -277,6 +501,10 @@ void NmrItem::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
 
 void NmrItem::updateTitle()
 {
+    if (m_plot && !m_plot->options().title.isEmpty()) {
+        setTitle(m_plot->options().title);
+        return update();
+    }
     const QUuid active = m_data->activeEntryId();
     const Spectrum &spectrum = m_data->spectrum(active);
     QStringList nuclei;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "items/DocumentItem.h"
+#include "items/plot/PlotMarker.h"
 
 namespace Workbench {
 
@@ -37,12 +38,17 @@ public:
     void setViewSettings(const QVariantMap &settings) override;
 
     void receiveMessage(const QVariantMap &message) override;
+    void paintPicture(QPainter *painter, const QRectF &area) override;
+
+    /// The points or peaks of the active spectrum that are in sight, a line each, tab-separated, under a header.
+    QString numbersText() const;
+    void copyNumbers();
+    /// Until Esc, a drag marks an integral or a distance.
+    void startMarking(PlotMarker::Mode mode);
 
 Q_SIGNALS:
     /// What is under the cursor; empty when that is nothing.
     void pointed(const QString &text);
-    /// What a click has found, for a status bar.
-    void reported(const QString &text);
 
 protected:
     bool sceneEvent(QEvent *event) override;
@@ -56,6 +62,16 @@ protected:
 private:
     void updateTitle();
     void fillShowMenu(QMenu *menu);
+    void fillMarkMenu(QMenu *menu);
+    void fillTraceMenu(QMenu *menu);
+    void setIntegral(int index);
+    void editTitle();
+    void setSharesRange(bool shares);
+    /// Hands the range of F2 to the plots that share it.
+    void shareRange();
+    QList<NmrItem *> plotsOfNucleus() const;
+    template <typename Change>
+    void changeOptions(Change change);
     void editContourLevels();
     void selectPeaks(const QList<QUuid> &peaks, bool toggle);
     QList<MoleculeItem *> molecules() const;

@@ -4,6 +4,7 @@
 #include "items/plot/ContourMap.h"
 #include "items/plot/PeakEditor.h"
 #include "items/plot/PlotPainting.h"
+#include "items/plot/SharedLabel.h"
 #include "items/plot/StackedTraces.h"
 
 #include <cmath>
@@ -18,7 +19,8 @@ constexpr double samePlace = 1; // pixels
 
 } // namespace
 
-NmrPlot::NmrPlot(NmrData *nmrData, QWidget *parent) : QCustomPlot(parent), m_data(nmrData), m_navigation(this)
+NmrPlot::NmrPlot(NmrData *nmrData, QWidget *parent)
+    : QCustomPlot(parent), m_data(nmrData), m_navigation(this), m_marker(this)
 {
     setBackground(QBrush(Qt::white));
     setMinimumSize(80, 60);
@@ -80,7 +82,9 @@ QList<PlotEntry> NmrPlot::shownEntries(QString &note) const
     int number = 0;
     for (const QUuid &id : m_data->entryIds()) {
         const Spectrum &spectrum = m_data->spectrum(id);
-        const QColor color = PlotStyle::entryColor(number++);
+        const int chosen = m_options.traces.value(id).color;
+        const QColor color = PlotStyle::entryColor(chosen >= 0 ? chosen : number);
+        ++number;
         QString name = m_data->entryName(id);
         if (name.isEmpty())
             name = tr("Spectrum %1").arg(number);
@@ -192,6 +196,7 @@ void NmrPlot::paintOverlay(QPainter *painter)
     if (m_editor)
         m_editor->paint(painter);
     m_navigation.paint(painter);
+    m_marker.paint(painter);
 }
 
 void NmrPlot::setOptions(const PlotOptions &options)
@@ -255,10 +260,34 @@ QList<QUuid> NmrPlot::peaksAt(const QPointF &pixel)
     return peaks;
 }
 
+QString NmrPlot::hoverText(const QPointF &pixel)
+{
+    if (!content())
+        return {};
+    for (const LabelArea &label : m_content->labelAreas()) {
+        if (label.area.contains(pixel))
+            return label.text;
+    }
+    const QList<QUuid> peaks = peaksAt(pixel);
+    SharedLabel label;
+    QString place;
+    for (const PeakMark &mark : peaks.isEmpty() ? QList<PeakMark>() : m_content->peakMarks()) {
+        if (!peaks.contains(mark.peak.id))
+            continue;
+        label.add(mark.peak.id, mark.peak.label);
+        place = PlotContent::ppmText(m_content->ppmAxes().first(), mark.peak.f2);
+        if (m_content->ppmAxes().size() > 1)
+            place += QStringLiteral(", ") + PlotContent::ppmText(m_content->ppmAxes().last(), mark.peak.f1);
+    }
+    return (label.fullText() + QStringLiteral("  ") + place).trimmed();
+}
+
 void NmrPlot::mousePressEvent(QMouseEvent *event)
 {
     event->accept();
     if (!content() || (m_editor && m_editor->press(event)))
+        return;
+    if (!(m_editor && m_editor->isActive()) && m_marker.press(event))
         return;
     m_navigation.press(event);
 }
@@ -268,10 +297,14 @@ void NmrPlot::mouseMoveEvent(QMouseEvent *event)
     event->accept();
     if (!content())
         return;
-    if (m_editor && m_editor->move(event))
+    if ((m_editor && m_editor->move(event)) || m_marker.move(event))
         update();
     else if (m_navigation.move(event))
         replot(rpQueuedReplot);
+    if (!content())
+        return;
+    if (event->buttons() == Qt::NoButton)
+        setToolTip(hoverText(event->position()));
     Q_EMIT pointed(m_content->readOut(event->position()));
 }
 
@@ -279,7 +312,7 @@ void NmrPlot::mouseReleaseEvent(QMouseEvent *event)
 {
     event->accept();
     const bool edited = m_editor && m_editor->release(event);
-    if (!content() || edited)
+    if (!content() || edited || m_marker.release())
         return;
     if (m_navigation.release()) {
         replot(rpQueuedReplot);
@@ -296,8 +329,11 @@ void NmrPlot::mouseDoubleClickEvent(QMouseEvent *event)
     // Who sets peaks quickly does not want to see another part of the spectrum.
     if (m_editor && m_editor->isActive())
         return mousePressEvent(event);
+    if (m_marker.mode() != PlotMarker::Mode::None)
+        return mousePressEvent(event);
     event->accept();
     m_navigation.cancel();
+    m_marker.cancel();
     if (content() && event->button() == Qt::LeftButton) {
         m_content->resetRanges();
         replot(rpQueuedReplot);

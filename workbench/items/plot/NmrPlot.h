@@ -4,6 +4,7 @@
 #include "items/plot/NmrData.h"
 
 #include "items/plot/CustomPlot.h"
+#include "items/plot/PlotMarker.h"
 #include "items/plot/PlotNavigation.h"
 #include "items/plot/PlotOptions.h"
 
@@ -42,6 +43,11 @@ public:
     /// Makes 1D spectra higher, each about its own base line; lets 2D spectra show contours lower down.
     void scaleIntensity(double factor);
     PlotNavigation &navigation() { return m_navigation; }
+    PlotMarker &marker() { return m_marker; }
+    /// Null without data.
+    QUuid activeEntry() const { return m_data ? m_data->activeEntryId() : QUuid(); }
+    /// All that the label or the peak there says; empty for none.
+    QString hoverText(const QPointF &pixel);
     /// Sees the mouse before it zooms. Not owned.
     void setEditor(PeakEditor *editor) { m_editor = editor; }
 
@@ -82,6 +88,7 @@ private:
     std::unique_ptr<PlotContent> m_content;
     PlotOptions m_options;
     PlotNavigation m_navigation;
+    PlotMarker m_marker;
     PeakEditor *m_editor = nullptr;
     QSet<QUuid> m_litPeaks;
     QUuid m_previewEntry;

@@ -14,6 +14,8 @@ constexpr int bandFontSize = 10;
 constexpr double lineSpacing = 12; // pixels between neighbouring texts
 constexpr double treeHeight = 16; // the bent part of the lines
 constexpr int mostLeaders = 30; // more lines down to the peaks would hide the curve
+constexpr double mostOfHeight = 1.0 / 3;
+constexpr double around = 6; // pixels about the text
 
 } // namespace
 
@@ -32,10 +34,19 @@ void PeakLabelBand::setPeaks(const QList<Peak> &peaks)
     fitHeight();
 }
 
+QString PeakLabelBand::ppmText(const Label &label) const
+{
+    return QString::number(label.ppm, 'f', m_ppmAxis && m_ppmAxis->range().size() > 50 ? 1 : 2);
+}
+
+double PeakLabelBand::longestText() const
+{
+    return std::max(0.0, parentPlot()->viewport().height() * mostOfHeight - treeHeight - around);
+}
+
 QString PeakLabelBand::text(const Label &label) const
 {
-    const int decimals = m_ppmAxis && m_ppmAxis->range().size() > 50 ? 1 : 2;
-    const QString ppm = QString::number(label.ppm, 'f', decimals);
+    const QString ppm = ppmText(label);
     if (label.shared.hasName())
         return label.shared.text() + QStringLiteral("  ") + ppm;
     // Measured peaks have no names; one that stands for several sites says so.
@@ -95,9 +106,9 @@ QList<LabelArea> PeakLabelBand::areas() const
     const QFontMetricsF metrics(PlotStyle::font(bandFontSize));
     const double foot = m_ppmAxis ? m_ppmAxis->axisRect()->top() - treeHeight - 2 : 0.0;
     for (const Label &label : labels()) {
-        const double length = metrics.horizontalAdvance(text(label)) + 2;
-        areas.append(
-            {QRectF(label.placed - lineSpacing / 2, foot - length, lineSpacing, length), label.shared.peaks()});
+        const double length = std::min(metrics.horizontalAdvance(text(label)), longestText()) + 2;
+        areas.append({QRectF(label.placed - lineSpacing / 2, foot - length, lineSpacing, length), label.shared.peaks(),
+                      (label.shared.fullText() + QStringLiteral("  ") + ppmText(label)).trimmed()});
     }
     return areas;
 }
@@ -108,7 +119,8 @@ void PeakLabelBand::fitHeight()
     double longest = 0;
     for (const QString &text : visibleTexts())
         longest = std::max(longest, metrics.horizontalAdvance(text));
-    const int height = longest > 0 ? int(std::ceil(longest + treeHeight + 6)) : 8;
+    longest = std::min(longest, longestText());
+    const int height = longest > 0 ? int(std::ceil(longest + treeHeight + around)) : 8;
     setMinimumSize(0, height);
     setMaximumSize(QWIDGETSIZE_MAX, height);
 }
@@ -149,7 +161,7 @@ void PeakLabelBand::draw(QCPPainter *painter)
         painter->save();
         painter->translate(label.placed + metrics.ascent() / 2 - 1, head - 3);
         painter->rotate(-90);
-        painter->drawText(QPointF(0, 0), text(label));
+        painter->drawText(QPointF(0, 0), metrics.elidedText(text(label), Qt::ElideMiddle, longestText() + 1));
         painter->restore();
     }
 }

@@ -7,7 +7,7 @@
 namespace Workbench {
 
 /// The peaks' labels above a 1D spectrum: written upwards in one row, each joined to its peak by a line. Where there is
-/// no room for all, the lowest peaks go without.
+/// no room for all, the lowest peaks go without. They take at most a third of the plot's height: longer ones are cut.
 class PeakLabelBand : public QCPLayoutElement {
     Q_OBJECT
 
@@ -46,6 +46,8 @@ private:
     };
 
     QString text(const Label &label) const;
+    QString ppmText(const Label &label) const;
+    double longestText() const;
     QList<Label> labels() const;
 
     QPointer<QCPAxis> m_ppmAxis;

@@ -2,6 +2,7 @@
 #include "items/plot/PlotContent.h"
 
 #include "data/Error.h"
+#include "items/plot/HertzTicker.h"
 
 #include <QCoreApplication>
 
@@ -27,12 +28,41 @@ QFont font(int pixelSize, bool bold)
     return font;
 }
 
+namespace {
+
+struct Named {
+    QColor color;
+    const char *name;
+};
+const Named palette[] = {{QColor(0x00, 0x72, 0xb2), QT_TRANSLATE_NOOP("Texts", "Blue")},
+                         {QColor(0xd5, 0x5e, 0x00), QT_TRANSLATE_NOOP("Texts", "Vermilion")},
+                         {QColor(0x00, 0x9e, 0x73), QT_TRANSLATE_NOOP("Texts", "Green")},
+                         {QColor(0xcc, 0x79, 0xa7), QT_TRANSLATE_NOOP("Texts", "Purple")},
+                         {QColor(0xe6, 0x9f, 0x00), QT_TRANSLATE_NOOP("Texts", "Orange")},
+                         {QColor(0x56, 0xb4, 0xe9), QT_TRANSLATE_NOOP("Texts", "Sky blue")},
+                         {QColor(0x00, 0x00, 0x00), QT_TRANSLATE_NOOP("Texts", "Black")}};
+
+} // namespace
+
 QColor entryColor(int n)
 {
-    // Dark enough for thin lines on white, apart from one another in brightness too.
-    static const QColor colors[] = {QColor(0x1b, 0x4f, 0x9c), QColor(0xc6, 0x28, 0x28), QColor(0x2e, 0x7d, 0x32),
-                                    QColor(0xd8, 0x6c, 0x00), QColor(0x6a, 0x1b, 0x9a), QColor(0x00, 0x7c, 0x8a)};
-    return colors[size_t(n) % std::size(colors)];
+    return palette[size_t(n) % std::size(palette)].color;
+}
+
+QStringList colorNames()
+{
+    QStringList names;
+    for (const Named &named : palette)
+        names.append(Texts::tr(named.name));
+    return names;
+}
+
+void setUpShiftAxis(QCPAxis *axis, const SpectrumAxis &spectrum, bool hertz)
+{
+    if (!hertz || spectrum.frequency <= 0)
+        return setUpAxis(axis, spectrum.label());
+    setUpAxis(axis, Texts::tr("%1 frequency from 0 ppm / Hz").arg(spectrum.nucleus()).trimmed());
+    axis->setTicker(QSharedPointer<HertzTicker>::create(spectrum.frequency));
 }
 
 void setUpAxis(QCPAxis *axis, const QString &label)

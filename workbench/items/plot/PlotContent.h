@@ -32,6 +32,7 @@ struct PeakMark {
 struct LabelArea {
     QRectF area; ///< pixels
     QList<QUuid> peaks;
+    QString text; ///< in full, where the label had no room for all of it
 };
 
 /// What fills an NMR plot: it builds its axes and curves in the plot's empty layout. The plot is cleared before the
@@ -60,6 +61,10 @@ public:
     /// The height on the scale of the entry's values at which the pixel lies.
     virtual double heightAt(const QUuid &entry, const QPointF &pixel) const = 0;
     virtual QList<LabelArea> labelAreas() const = 0;
+    /// The spectrum that the user means who takes hold of the plot there; null for none that can be moved.
+    virtual QUuid traceAt(const QPointF &) const { return {}; }
+    /// What a pixel is in units of a trace's offset.
+    virtual double traceHeightPerPixel() const { return 0.0; }
     /// Position and intensity of the active spectrum there; empty outside of the spectra.
     virtual QString readOut(const QPointF &pixel) const = 0;
     /// Adjusts to the sizes that the layout gave; true when it has to be made again.
@@ -83,9 +88,14 @@ namespace PlotStyle {
 
 /// Sizes in pixels: points would follow the resolution of the paint device.
 QFont font(int pixelSize, bool bold = false);
-/// The colour of the n-th spectrum of a stack.
+/// The colour of the n-th spectrum of a stack: those of M. Okabe and K. Ito (Color Universal Design, 2008) that show on
+/// white, told apart by people who do not see red or green.
 QColor entryColor(int n);
+/// Their names, in the same order.
+QStringList colorNames();
 void setUpAxis(QCPAxis *axis, const QString &label);
+/// Shifts in ppm, or frequencies in Hz where the spectrum has one.
+void setUpShiftAxis(QCPAxis *axis, const SpectrumAxis &spectrum, bool hertz);
 /// As many numbers as the axis has room for.
 void fitTicks(QCPAxis *axis);
 /// A line only: no ticks, numbers and label.

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QList>
+#include <QMap>
+#include <QPointF>
+#include <QUuid>
 #include <QVariantMap>
 
 namespace Workbench {
@@ -16,13 +20,49 @@ struct ContourLevels {
     bool operator==(const ContourLevels &) const = default;
 };
 
+/// How one spectrum of a plot was changed by hand.
+struct TraceStyle {
+    double scale = 1.0; ///< of its height
+    double offset = 0.0; ///< upwards, in heights of an unscaled spectrum
+    int color = -1; ///< of the palette; -1: by its place in the stack
+
+    bool operator==(const TraceStyle &) const = default;
+};
+
+/// A region of a 1D spectrum whose area is wanted.
+struct IntegralMark {
+    QUuid entry;
+    double from = 0.0; ///< ppm, the higher one
+    double to = 0.0;
+
+    bool operator==(const IntegralMark &) const = default;
+};
+
+/// Two places whose distance is wanted. x: F2 in ppm; y: F1 in ppm, or in 1D the part of the plot's height from its
+/// top.
+struct DistanceMark {
+    QPointF from;
+    QPointF to;
+
+    bool operator==(const DistanceMark &) const = default;
+};
+
 /// How a user wants an NMR plot to look. It belongs to the item, whatever is in it.
 struct PlotOptions {
     bool sticks = false; ///< at the peaks under 1D curves
     bool crosses = true; ///< at the peaks of 2D spectra
     bool labels = true;
     bool legend = true;
+    bool overlay = false; ///< 1D spectra on one base line instead of one above the other
+    bool hertz = false; ///< the axes in Hz instead of ppm
+    bool sharesRange = false; ///< of F2, with the other plots of the nucleus that share theirs
     ContourLevels contours;
+    QString title; ///< empty: made from the spectra
+    QMap<QUuid, TraceStyle> traces; ///< by entry, those that were changed
+    QList<IntegralMark> integrals;
+    int integralReference = 0; ///< the integral that is set, to `referenceValue`
+    double referenceValue = 1.0;
+    QList<DistanceMark> distances;
 
     QVariantMap toMap() const;
     /// What is missing or makes no sense stays at its default.

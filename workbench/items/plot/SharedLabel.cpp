@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/plot/SharedLabel.h"
 
-#include <QCollator>
+#include "data/NaturalOrder.h"
 
 #include <algorithm>
 
@@ -29,17 +29,21 @@ void SharedLabel::add(const SharedLabel &other)
             m_names.append(name);
 }
 
+QString SharedLabel::fullText() const
+{
+    QStringList names = m_names;
+    std::sort(names.begin(), names.end(), naturalOrder());
+    return names.join(QStringLiteral(", "));
+}
+
 QString SharedLabel::text() const
 {
     // Names of cross peaks, and of groups, hold commas themselves and are long: one stands for all.
     const bool compound = m_names.join(QString()).contains(u',');
     const qsizetype named = compound ? 1 : mostNames;
     const QString more = m_names.size() > named ? QStringLiteral(" +%1").arg(m_names.size() - named) : QString();
-    // C2 before C10, whatever the order of the peaks.
-    QCollator collator(QLocale(QLocale::English)); // the C locale knows no numbers
-    collator.setNumericMode(true);
     QStringList names = m_names;
-    std::sort(names.begin(), names.end(), collator);
+    std::sort(names.begin(), names.end(), naturalOrder());
     const QString text = names.mid(0, named).join(u',');
     const qsizetype room = longestText - more.size();
     return (text.size() > room ? text.left(room - 1) + QChar(0x2026) : text) + more;

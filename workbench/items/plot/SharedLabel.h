@@ -20,6 +20,8 @@ public:
     bool hasName() const { return !m_names.isEmpty(); }
     /// The first names and how many more there are, short enough to be drawn.
     QString text() const;
+    /// All names.
+    QString fullText() const;
 
 private:
     QList<QUuid> m_peaks;

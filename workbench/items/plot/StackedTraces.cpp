@@ -5,6 +5,7 @@
 
 #include "items/plot/PeakLabelBand.h"
 #include "items/plot/PeakSticks.h"
+#include "items/plot/PlotMarks.h"
 #include "items/plot/SpectrumLine.h"
 
 #include <QCoreApplication>
@@ -18,13 +19,14 @@ namespace {
 constexpr double stackDistance = 1.12; // of the common height
 constexpr double stickWidth = 1.4; // pixels
 
-QString axisLabel(const QList<PlotEntry> &entries)
+/// Of the first spectrum that has one.
+SpectrumAxis shiftAxis(const QList<PlotEntry> &entries)
 {
     for (const PlotEntry &entry : entries) {
         if (!entry.isPeakList())
-            return entry.spectrum.axes.first().label();
+            return entry.spectrum.axes.first();
     }
-    return SpectrumAxis().label();
+    return {};
 }
 
 } // namespace
@@ -46,7 +48,7 @@ StackedTraces::StackedTraces(QCustomPlot *plot, const QList<PlotEntry> &entries,
     plot->xAxis = m_ppm;
     plot->yAxis = m_intensity;
 
-    PlotStyle::setUpAxis(m_ppm, axisLabel(entries));
+    PlotStyle::setUpShiftAxis(m_ppm, shiftAxis(entries), options.hertz);
     m_ppm->setRangeReversed(true);
     if (entries.size() == 1) {
         PlotStyle::setUpAxis(m_intensity, Texts::tr("Intensity / arb. units"));
@@ -66,6 +68,9 @@ StackedTraces::StackedTraces(QCustomPlot *plot, const QList<PlotEntry> &entries,
         }
         PlotStyle::makeLegend(plot, lines, active);
     }
+    Spectrum shown;
+    shown.axes = {shiftAxis(entries)};
+    m_marks = new PlotMarks(plot, m_ppm, nullptr, entries, shown, options);
     resetRanges();
 }
 
@@ -83,7 +88,8 @@ PlacedTrace *StackedTraces::makeTrace(const PlotEntry &entry) const
     return line;
 }
 
-PlacedTrace *StackedTraces::makeSticksBeyond(const PlotEntry &entry, PlacedTrace *trace, double offset) const
+PlacedTrace *StackedTraces::makeSticksBeyond(const PlotEntry &entry, PlacedTrace *trace, double scale,
+                                             double offset) const
 {
     bool found = false;
     const QCPRange computed = trace->getKeyRange(found);
@@ -98,11 +104,9 @@ PlacedTrace *StackedTraces::makeSticksBeyond(const PlotEntry &entry, PlacedTrace
     sticks->setPeaks(beyond);
     sticks->setPen(QPen(entry.color, stickWidth, Qt::DotLine));
     const double height = sticks->valueBounds().size();
-    sticks->setPlacement(height > 0 ? 1 / height : 1, offset);
+    sticks->setPlacement(height > 0 ? scale / height : scale, offset);
     trace->setName(Texts::tr("%1 (%2 of %3 peaks beyond its range)")
-                       .arg(entry.name)
-                       .arg(beyond.size())
-                       .arg(entry.spectrum.peaks.size()));
+                       .arg(entry.name, QString::number(beyond.size()), QString::number(entry.spectrum.peaks.size())));
     return sticks;
 }
 
@@ -123,20 +127,22 @@ PlacedTrace *StackedTraces::addSticks(const PlotEntry &entry, const PlacedTrace 
 void StackedTraces::addTraces(const QList<PlotEntry> &entries, const PlotOptions &options)
 {
     const bool stacked = entries.size() > 1;
-    double offset = 0;
+    double level = 0; // of the lowest point of the next trace
     for (const PlotEntry &entry : entries) {
+        const TraceStyle style = options.traces.value(entry.id);
         PlacedTrace *line = makeTrace(entry);
         line->setName(entry.name);
         PlacedTrace *beyond = nullptr;
-        if (stacked) {
-            const double height = line->valueBounds().size();
-            const double scale = height > 0 ? 1 / height : 1;
-            const double base = offset - scale * line->valueBounds().lower;
-            line->setPlacement(scale, base);
-            if (!entry.isPeakList())
-                beyond = makeSticksBeyond(entry, line, base);
-            offset += stackDistance;
-        }
+        const QCPRange bounds = line->valueBounds();
+        const double height = bounds.size() > 0 ? bounds.size() : 1;
+        m_unit = stacked ? 1 : height;
+        const double scale = m_unit / height;
+        const double base = stacked && !options.overlay ? level - scale * bounds.lower : 0;
+        m_values.expand(QCPRange(base + scale * bounds.lower, base + scale * bounds.upper));
+        line->setPlacement(scale * style.scale, base + m_unit * style.offset);
+        if (stacked && !entry.isPeakList())
+            beyond = makeSticksBeyond(entry, line, style.scale, base + style.offset);
+        level += stackDistance;
         PlacedTrace *sticks = options.sticks && !entry.isPeakList() ? addSticks(entry, line) : nullptr;
         m_traces.append({entry, line, beyond, sticks});
     }
@@ -159,11 +165,10 @@ void StackedTraces::resetRanges()
     setZoom(1);
     bool found = false;
     QCPRange keys = m_traces.first().line->getKeyRange(found);
-    QCPRange values = m_traces.first().line->getValueRange(found);
-    for (const Trace &trace : std::as_const(m_traces)) {
+    for (const Trace &trace : std::as_const(m_traces))
         keys.expand(trace.line->getKeyRange(found));
-        values.expand(trace.line->getValueRange(found));
-    }
+    // That of the traces as they were: one that is dragged must not drag the axis along.
+    QCPRange values = m_values;
     if (values.size() <= 0)
         values = QCPRange(values.lower - 0.1, values.upper + 1);
     m_fullIntensity = QCPRange(values.lower - 0.03 * values.size(), values.upper + 0.02 * values.size());
@@ -262,6 +267,28 @@ double StackedTraces::heightAt(const QUuid &entry, const QPointF &pixel) const
 QList<LabelArea> StackedTraces::labelAreas() const
 {
     return m_band->areas();
+}
+
+QUuid StackedTraces::traceAt(const QPointF &pixel) const
+{
+    const double ppm = m_ppm->pixelToCoord(pixel.x());
+    QUuid nearest;
+    double least = std::numeric_limits<double>::infinity();
+    for (const Trace &trace : m_traces) {
+        const double top = m_intensity->coordToPixel(topAt(trace, ppm));
+        const double base = m_intensity->coordToPixel(trace.line->placed(0));
+        const double distance = std::abs(pixel.y() - std::clamp(pixel.y(), std::min(top, base), std::max(top, base)));
+        if (distance < least) {
+            least = distance;
+            nearest = trace.entry.id;
+        }
+    }
+    return nearest;
+}
+
+double StackedTraces::traceHeightPerPixel() const
+{
+    return m_intensity->range().size() / std::max(1, m_axisRect->height()) / m_unit;
 }
 
 QString StackedTraces::readOut(const QPointF &pixel) const

@@ -7,10 +7,12 @@ namespace Workbench {
 
 class PeakLabelBand;
 class PlacedTrace;
+class PlotMarks;
 
-/// One-dimensional spectra: a single one as it is, several one above the other, each scaled to its highest point. Peak
-/// lists without a curve stand there as sticks, and so do, in a stack, the peaks that lie beyond their curve's end: a
-/// spectrum whose reference was changed need not have been computed where its peaks are now.
+/// One-dimensional spectra: a single one as it is, several one above the other or on one base line, each scaled to its
+/// highest point and as the user wants. Peak lists without a curve stand there as sticks, and so do, in a stack, the
+/// peaks that lie beyond their curve's end: a spectrum whose reference was changed need not have been computed where
+/// its peaks are now.
 class StackedTraces : public PlotContent {
 public:
     /// `entries` holds at least one spectrum; all have one dimension or are peak lists.
@@ -29,11 +31,14 @@ public:
     double heightAt(const QUuid &entry, const QPointF &pixel) const override;
     QList<LabelArea> labelAreas() const override;
     QString readOut(const QPointF &pixel) const override;
+    QUuid traceAt(const QPointF &pixel) const override;
+    double traceHeightPerPixel() const override;
 
     /// Makes the spectra higher or lower, each about its own base line.
     void scaleIntensity(double factor);
 
     PeakLabelBand *labelBand() const { return m_band; }
+    PlotMarks *marks() const { return m_marks; }
 
 private:
     struct Trace {
@@ -51,7 +56,7 @@ private:
     double topAt(const Trace &trace, double ppm) const;
     PlacedTrace *makeTrace(const PlotEntry &entry) const;
     /// Null when no peak is beyond.
-    PlacedTrace *makeSticksBeyond(const PlotEntry &entry, PlacedTrace *trace, double offset) const;
+    PlacedTrace *makeSticksBeyond(const PlotEntry &entry, PlacedTrace *trace, double scale, double offset) const;
 
     QCPAxisRect *m_axisRect;
     QCPAxis *m_ppm;
@@ -61,6 +66,9 @@ private:
     QCPRange m_fullIntensity;
     bool m_labelled = false;
     double m_zoom = 1; ///< of the spectra of a stack, beyond their common height
+    QCPRange m_values; ///< of all traces before the user moved any
+    double m_unit = 1.0; ///< height of an unscaled trace
+    PlotMarks *m_marks = nullptr;
 };
 
 } // namespace Workbench

@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/table/TableItem.h"
 
+#include "data/NaturalOrder.h"
 #include "data/PluginCall.h"
 #include "items/table/TableModel.h"
 
 #include <QClipboard>
-#include <QCollator>
+#include <QBoxLayout>
 #include <QGraphicsProxyWidget>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPainter>
 #include <QScrollBar>
@@ -28,6 +31,7 @@ constexpr int fontSize = 12;
 constexpr int cellPadding = 6;
 constexpr int widestColumn = 260;
 constexpr int mostMeasuredRows = 1000;
+constexpr int filterHeight = 24;
 
 /// Shows the view in windows, and lets the item draw the table itself on paper, where a widget would turn to pixels.
 class TableProxy : public QGraphicsProxyWidget {
@@ -75,17 +79,47 @@ QFont headerFont()
     return font;
 }
 
-/// Copies rows where the base class would copy a single cell.
+/// The sort arrow lies above the title and takes no room of its own: columns keep their width when they are sorted.
+class TableHeader : public QHeaderView {
+public:
+    explicit TableHeader(QWidget *parent) : QHeaderView(Qt::Horizontal, parent) { }
+
+protected:
+    void paintSection(QPainter *painter, const QRect &rect, int section) const override
+    {
+        painter->save();
+        QHeaderView::paintSection(painter, rect, section);
+        painter->restore();
+        if (section != sortIndicatorSection())
+            return;
+        const bool up = sortIndicatorOrder() == Qt::AscendingOrder;
+        const QPointF base(rect.center().x() + 0.5, rect.top() + (up ? 5 : 1));
+        const double tip = up ? -4 : 4;
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(Qt::NoPen);
+        painter->setBrush(QColor(0x1f, 0x6f, 0xb5));
+        painter->drawPolygon(QPolygonF{base + QPointF(-5, 0), base + QPointF(5, 0), base + QPointF(0, tip)});
+        painter->restore();
+    }
+};
+
+/// Copies rows where the base class would copy a single cell, and knows nothing of rows that are filtered out.
 class TableView : public QTableView {
 public:
-    explicit TableView(TableItem *item) : m_item(item) { }
+    explicit TableView(TableItem *item) : m_item(item) { setHorizontalHeader(new TableHeader(this)); }
+
+    void selectAll() override { m_item->selectShown(); }
 
 protected:
     void keyPressEvent(QKeyEvent *event) override
     {
-        if (!event->matches(QKeySequence::Copy))
+        if (event->matches(QKeySequence::Copy))
+            m_item->copySelection();
+        else if (event->matches(QKeySequence::Find))
+            m_item->editFilter();
+        else
             return QTableView::keyPressEvent(event);
-        m_item->copySelection();
         event->accept();
     }
 
@@ -93,39 +127,48 @@ private:
     TableItem *m_item;
 };
 
-/// Numbers by size, texts by the alphabet but with the numbers in them by size (C2 before C10), empty cells last.
+/// Numbers by size, texts as people order them, empty cells last.
 class CellOrder {
 public:
     CellOrder(const TableModel &model, int column, Qt::SortOrder order) : m_descending(order == Qt::DescendingOrder)
     {
-        for (int row = 0; row < model.rowCount(); ++row)
-            m_values.append(model.data(model.index(row, column), Qt::EditRole));
-        m_collator.setNumericMode(true);
+        const QCollator collator = naturalOrder();
+        m_cells.reserve(size_t(model.rowCount()));
+        for (int row = 0; row < model.rowCount(); ++row) {
+            const QVariant value = model.data(model.index(row, column), Qt::EditRole);
+            const bool isNumber = value.typeId() == QMetaType::Double;
+            const QString text = isNumber ? QString() : value.toString();
+            // A key takes much longer to make than to compare.
+            m_cells.push_back({isNumber ? !std::isnan(value.toDouble()) : !text.isEmpty(), isNumber,
+                               isNumber ? value.toDouble() : 0.0, collator.sortKey(text)});
+        }
     }
 
     bool operator()(int a, int b) const
     {
-        const bool hasA = isComparable(m_values[a]), hasB = isComparable(m_values[b]);
-        if (!hasA || !hasB)
-            return hasA && !hasB;
-        const int comparison = compared(m_values[a], m_values[b]);
+        const Cell &first = m_cells[size_t(a)], &second = m_cells[size_t(b)];
+        if (!first.isFilled || !second.isFilled)
+            return first.isFilled && !second.isFilled;
+        const int comparison = compared(first, second);
         return m_descending ? comparison > 0 : comparison < 0;
     }
 
 private:
-    static bool isComparable(const QVariant &value)
+    struct Cell {
+        bool isFilled;
+        bool isNumber;
+        double number;
+        QCollatorSortKey text;
+    };
+
+    static int compared(const Cell &a, const Cell &b)
     {
-        return value.typeId() == QMetaType::Double ? !std::isnan(value.toDouble()) : !value.toString().isEmpty();
-    }
-    int compared(const QVariant &a, const QVariant &b) const
-    {
-        if (a.typeId() == QMetaType::Double && b.typeId() == QMetaType::Double)
-            return (a.toDouble() > b.toDouble()) - (a.toDouble() < b.toDouble());
-        return m_collator.compare(a.toString(), b.toString());
+        if (a.isNumber != b.isNumber)
+            return a.isNumber ? -1 : 1;
+        return a.isNumber ? (a.number > b.number) - (a.number < b.number) : a.text.compare(b.text);
     }
 
-    QVariantList m_values;
-    QCollator m_collator{QLocale::c()};
+    std::vector<Cell> m_cells;
     bool m_descending;
 };
 
@@ -178,10 +221,37 @@ TableItem::TableItem(QObject *table, const QUuid &id, Looks looks, QGraphicsItem
 
 void TableItem::createProxy()
 {
+    auto *panel = new QWidget;
+    panel->setPalette(pagePalette());
+    m_filterLine = new QLineEdit;
+    m_filterLine->setPlaceholderText(tr("Filter: C   C2..C10   iso>100   cq=0.1..2"));
+    m_filterLine->setAccessibleName(tr("Filter of the table's rows"));
+    m_filterLine->setClearButtonEnabled(true);
+    m_filterLine->setFocusPolicy(Qt::ClickFocus); // Ctrl+F; Tab leads on to the next item of the page
+    m_filterResult = new QLabel;
+    for (QWidget *widget : std::initializer_list<QWidget *>{m_filterLine, m_filterResult}) {
+        widget->setPalette(pagePalette());
+        widget->setFont(tableFont());
+        widget->setFixedHeight(filterHeight - 2);
+    }
+    auto *line = new QHBoxLayout;
+    line->setContentsMargins(2, 1, 4, 1);
+    line->setSpacing(6);
+    line->addWidget(m_filterLine, 1);
+    line->addWidget(m_filterResult);
+    auto *layout = new QVBoxLayout(panel);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->setSizeConstraint(QLayout::SetNoConstraint); // the item decides
+    layout->addLayout(line);
+    layout->addWidget(m_view, 1);
+    m_view->setFocus();
     auto *proxy = new TableProxy(this);
-    proxy->setWidget(m_view);
+    proxy->setWidget(panel);
     m_proxy = proxy;
     setFocusProxy(proxy);
+    connect(m_filterLine, &QLineEdit::textChanged, this, &TableItem::readFilter);
+    connect(m_filterLine, &QLineEdit::returnPressed, m_view, qOverload<>(&QWidget::setFocus));
     connect(m_model, &QAbstractItemModel::modelReset, this, &TableItem::fitColumnsLater);
     offerSorting();
 }
@@ -202,7 +272,8 @@ QSizeF TableItem::fullSize()
     const QSizeF frame = size() - contentRect().size();
     // Wide enough for the scroll bar of a lower item too.
     const int scrollBar = m_view->verticalScrollBar()->sizeHint().width();
-    return QSizeF(m_view->horizontalHeader()->length() + scrollBar + 2, (m_model->rowCount() + 1) * rowHeight + 2)
+    return QSizeF(m_view->horizontalHeader()->length() + scrollBar + 2,
+                  filterHeight + (m_model->rowCount() + 1) * rowHeight + 2)
         + frame;
 }
 
@@ -230,6 +301,8 @@ void TableItem::typeCntxtMenu(QMenu *menu)
 void TableItem::receiveMessage(const QVariantMap &message)
 {
     callPlugin(m_table, "tableItem_onLMessage(QVariantMap)", message);
+    if (!m_view)
+        return;
     // As many of the selected rows as can be, the first one in any case.
     const QModelIndexList rows = m_view->selectionModel()->selectedRows();
     if (!rows.isEmpty()) {
@@ -249,10 +322,14 @@ void TableItem::fillContextMenu(QMenu *menu)
 {
     if (!m_view)
         return;
-    connect(menu->addAction(tr("Select All")), &QAction::triggered, m_view, &QTableView::selectAll);
-    // The key is the view's: it works where the menu is not open.
-    const QString key = QKeySequence(QKeySequence::Copy).toString(QKeySequence::NativeText);
-    connect(menu->addAction(tr("Copy") + u'\t' + key), &QAction::triggered, this, &TableItem::copySelection);
+    // The keys are the view's: they work where the menu is not open.
+    const auto add = [&](const QString &text, QKeySequence::StandardKey key, auto slot) {
+        const QString shown = text + u'\t' + QKeySequence(key).toString(QKeySequence::NativeText);
+        connect(menu->addAction(shown), &QAction::triggered, this, slot);
+    };
+    add(tr("Select All"), QKeySequence::SelectAll, &TableItem::selectShown);
+    add(tr("Copy"), QKeySequence::Copy, &TableItem::copySelection);
+    add(tr("Filter Rows"), QKeySequence::Find, &TableItem::editFilter);
 }
 
 void TableItem::offerSorting()
@@ -262,13 +339,7 @@ void TableItem::offerSorting()
     // The third click shows the order of the file again.
     header->setSortIndicatorClearable(true);
     header->setSortIndicator(-1, Qt::AscendingOrder);
-    connect(header, &QHeaderView::sortIndicatorChanged, this, [this, header](int section) {
-        // Room for the arrow only where there is one: the table has to fit beside the molecule.
-        header->setSortIndicatorShown(section >= 0);
-        if (section >= 0)
-            m_view->setColumnWidth(section, std::max(m_view->columnWidth(section), header->sectionSizeHint(section)));
-        sortRows();
-    });
+    connect(header, &QHeaderView::sortIndicatorChanged, this, &TableItem::sortRows);
     connect(m_model, &QAbstractItemModel::modelReset, this, &TableItem::sortRows);
 }
 
@@ -281,18 +352,108 @@ void TableItem::sortRows()
         std::stable_sort(order.begin(), order.end(),
                          CellOrder(*m_model, header->sortIndicatorSection(), header->sortIndicatorOrder()));
     QHeaderView *rows = m_view->verticalHeader();
-    const QSignalBlocker quiet(rows); // one repaint for all
-    for (int visual = 0; visual < order.size(); ++visual)
-        rows->moveSection(rows->visualIndex(order[visual]), visual);
-    m_view->viewport()->update();
+    // Swapped while all are in sight, each of the same height: then a swap does not move the rows between.
+    for (int row = 0; rows->hiddenSectionCount() > 0 && row < order.size(); ++row)
+        m_view->showRow(row);
+    {
+        const QSignalBlocker quiet(rows); // one repaint for all
+        for (int visual = 0; visual < order.size(); ++visual) {
+            const int from = rows->visualIndex(order[visual]);
+            if (from != visual)
+                rows->swapSections(visual, from);
+        }
+    }
+    hideRows();
+}
+
+QString TableItem::filter() const
+{
+    return m_filterLine ? m_filterLine->text() : QString();
+}
+
+void TableItem::setFilter(const QString &text)
+{
+    if (m_filterLine)
+        m_filterLine->setText(text);
+}
+
+void TableItem::editFilter()
+{
+    setFocus();
+    m_filterLine->setFocus();
+    m_filterLine->selectAll();
+}
+
+void TableItem::readFilter()
+{
+    try {
+        m_filter = RowFilter::parse(m_filterLine->text());
+        m_filterLine->setToolTip(QString());
+        hideRows();
+    } catch (const std::exception &error) {
+        m_filterLine->setToolTip(QString::fromUtf8(error.what()));
+        m_filterResult->setText(tr("not understood"));
+        m_filterResult->setToolTip(m_filterLine->toolTip());
+    }
+}
+
+void TableItem::hideRows()
+{
+    int shown = m_model->rowCount();
+    const QVariantList rows = m_filter.isEmpty() ? QVariantList() : rowMaps();
+    for (int row = 0; row < m_model->rowCount(); ++row) {
+        const bool hides = !m_filter.isEmpty() && !m_filter.accepts(rows.value(row).toMap());
+        shown -= hides ? 1 : 0;
+        if (m_view->isRowHidden(row) != hides)
+            m_view->setRowHidden(row, hides);
+    }
+    m_filterResult->setText(m_filter.isEmpty() ? QString() : tr("%1 of %2").arg(shown).arg(m_model->rowCount()));
+    m_filterResult->setToolTip(QString());
+    // Qt 6 takes the wrong row for the first one where rows are hidden, moved and coloured in turns.
+    m_view->setAlternatingRowColors(m_filter.isEmpty());
+    m_view->doItemsLayout();
     update();
+}
+
+void TableItem::selectShown()
+{
+    if (!m_view)
+        return;
+    QItemSelection rows;
+    for (int row : shownRows())
+        rows.select(m_model->index(row, 0), m_model->index(row, m_model->columnCount() - 1));
+    m_view->selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect);
+}
+
+QVariantMap TableItem::viewSettings() const
+{
+    if (!m_view)
+        return {};
+    const QHeaderView *header = m_view->horizontalHeader();
+    return {{QStringLiteral("Filter"), filter()},
+            {QStringLiteral("SortColumn"), header->sortIndicatorSection()},
+            {QStringLiteral("Descending"), header->sortIndicatorOrder() == Qt::DescendingOrder}};
+}
+
+void TableItem::setViewSettings(const QVariantMap &settings)
+{
+    if (!m_view)
+        return;
+    setFilter(settings.value(QStringLiteral("Filter")).toString());
+    const int column = settings.value(QStringLiteral("SortColumn"), -1).toInt();
+    if (column >= -1 && column < m_model->columnCount())
+        m_view->horizontalHeader()->setSortIndicator(
+            column, settings.value(QStringLiteral("Descending")).toBool() ? Qt::DescendingOrder : Qt::AscendingOrder);
 }
 
 QList<int> TableItem::shownRows() const
 {
     QList<int> rows;
-    for (int visual = 0; visual < m_model->rowCount(); ++visual)
-        rows.append(m_view ? m_view->verticalHeader()->logicalIndex(visual) : visual);
+    for (int visual = 0; visual < m_model->rowCount(); ++visual) {
+        const int row = m_view ? m_view->verticalHeader()->logicalIndex(visual) : visual;
+        if (!m_view || !m_view->isRowHidden(row))
+            rows.append(row);
+    }
     return rows;
 }
 
@@ -381,6 +542,11 @@ void TableItem::fitColumns()
     update();
 }
 
+void TableItem::paintPicture(QPainter *painter, const QRectF &area)
+{
+    paintTable(painter, area);
+}
+
 void TableItem::paintTable(QPainter *painter, const QRectF &area)
 {
     if (!m_view)
@@ -390,10 +556,11 @@ void TableItem::paintTable(QPainter *painter, const QRectF &area)
     painter->setClipRect(area, Qt::IntersectClip);
     painter->fillRect(area, Qt::white);
     const QList<int> order = shownRows();
+    const bool filtered = !m_filter.isEmpty();
     const int first = std::max<int>(0, order.indexOf(m_view->rowAt(0)));
     const int all = int(order.size()) - first;
     const int room = int(area.height() / rowHeight) - 1;
-    const int rows = std::max(0, all <= room ? all : room - 1);
+    const int rows = std::max(0, all <= room && !filtered ? all : std::min(all, room - 1));
     const qreal width = std::min<qreal>(area.width(), m_view->horizontalHeader()->length());
 
     for (int row = -1; row < rows; ++row) {
@@ -414,12 +581,17 @@ void TableItem::paintTable(QPainter *painter, const QRectF &area)
         painter->setPen(row < 0 ? QPen(Qt::black, 1) : QPen(QColor(0xdd, 0xe1, 0xe6), 0.5));
         painter->drawLine(QLineF(area.left(), y + rowHeight, area.left() + width, y + rowHeight));
     }
-    if (rows < all) {
+    if (rows < all || filtered) {
+        QStringList notes;
+        if (rows < all)
+            notes.append(tr("and %n more row(s)", nullptr, all - rows));
+        if (filtered)
+            notes.append(tr("of the rows with %1").arg(filter().simplified()));
         painter->setPen(QColor(0x50, 0x56, 0x5e));
         painter->setFont(tableFont());
         painter->drawText(
             QRectF(area.left() + cellPadding, area.top() + (rows + 1) * rowHeight, area.width(), rowHeight),
-            Qt::AlignVCenter | Qt::AlignLeft, tr("and %n more row(s)", nullptr, all - rows));
+            Qt::AlignVCenter | Qt::AlignLeft, notes.join(u' '));
     }
     painter->restore();
 }

@@ -3,14 +3,18 @@
 
 #include "data/TableContent.h"
 #include "items/DocumentItem.h"
+#include "items/table/RowFilter.h"
 
+class QLabel;
+class QLineEdit;
 class QTableView;
 
 namespace Workbench {
 
 class TableModel;
 
-/// A plug-in's table on the page: a table view in the window, ruled text on paper. Owns the plug-in's table object.
+/// A plug-in's table on the page: a table view under a line that filters its rows in the window, ruled text on paper.
+/// Owns the plug-in's table object.
 class TableItem : public DocumentItem {
     Q_OBJECT
 
@@ -51,8 +55,19 @@ public:
     /// The plug-in's own entries for the context menu.
     Q_INVOKABLE void typeCntxtMenu(QMenu *menu);
 
+    /// The line above the rows. A text that is no filter leaves the rows as they are and says what is wrong with it.
+    QString filter() const;
+    void setFilter(const QString &text);
+    void editFilter();
+    /// The rows in sight.
+    void selectShown();
+
+    QVariantMap viewSettings() const override;
+    void setViewSettings(const QVariantMap &settings) override;
+
     void receiveMessage(const QVariantMap &message) override;
 
+    void paintPicture(QPainter *painter, const QRectF &area) override;
     /// Rules, header and as many rows as fit.
     void paintTable(QPainter *painter, const QRectF &area);
 
@@ -72,7 +87,9 @@ private:
     /// By the column of the header's sort indicator. Rows change their places in the view only: for the plug-in, which
     /// knows the view, they keep their numbers.
     void sortRows();
-    /// The model's rows from top to bottom.
+    void readFilter();
+    void hideRows();
+    /// The model's rows in sight, from top to bottom.
     QList<int> shownRows() const;
     QList<int> selectedRows() const;
 
@@ -80,6 +97,9 @@ private:
     TableModel *m_model;
     QTableView *m_view;
     QGraphicsWidget *m_proxy = nullptr;
+    QLineEdit *m_filterLine = nullptr;
+    QLabel *m_filterResult = nullptr;
+    RowFilter m_filter;
     bool m_fitted = false;
 };
 

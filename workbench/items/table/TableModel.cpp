@@ -9,6 +9,32 @@ namespace {
 
 /// Codes of columns, as plug-ins give them.
 enum Column { Anisotropy = 3, Asymmetry = 4, Gradient = 5, GradientAsymmetry = 6 };
+/// What a column of parameters means, by its code; empty for a code that is not known here.
+QString meaning(int code)
+{
+    switch (code) {
+    case 0:
+        return TableModel::tr("Chemical element");
+    case 1:
+        return TableModel::tr("The sites' labels in the file");
+    case 2:
+        return TableModel::tr("Isotropic shielding, ppm\n(σ₁₁ + σ₂₂ + σ₃₃) / 3");
+    case 3:
+        return TableModel::tr("Anisotropy of the shielding, signed, ppm\nσzz − (σxx + σyy) / 2\n"
+                              "with |σzz − iso| ≥ |σxx − iso| ≥ |σyy − iso|");
+    case 4:
+        return TableModel::tr("Asymmetry of the shielding, 0 to 1\n(σyy − σxx) / (σzz − iso)");
+    case 5:
+        return TableModel::tr("Magnitude of the largest component of the electric field gradient, atomic units\n|Vzz|");
+    case 6:
+        return TableModel::tr("Asymmetry of the electric field gradient, 0 to 1\n(|Vxx| − |Vyy|) / |Vzz|");
+    case 7:
+        return TableModel::tr("Quadrupolar coupling constant, MHz, of the isotope in the cell's tooltip\n"
+                              "|Vzz| · Q · 2.3489 with Q in fm²: the sign is that of Q");
+    default:
+        return {};
+    }
+}
 
 } // namespace
 
@@ -32,14 +58,21 @@ void TableModel::setTable(QObject *table)
     endResetModel();
 }
 
+void TableModel::readShape()
+{
+    m_rowCount = std::max(0, callPlugin<int>(m_table, "tableModel_rowCount()"));
+    m_columnCount = std::max(0, callPlugin<int>(m_table, "tableModel_columnCount()"));
+    m_columns = callPlugin<QVariantList>(m_table, "tableModel_columns()");
+}
+
 int TableModel::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : std::max(0, callPlugin<int>(m_table, "tableModel_rowCount()"));
+    return parent.isValid() ? 0 : m_rowCount;
 }
 
 int TableModel::columnCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : std::max(0, callPlugin<int>(m_table, "tableModel_columnCount()"));
+    return parent.isValid() ? 0 : m_columnCount;
 }
 
 QVariant TableModel::data(const QModelIndex &index, int role) const
@@ -77,7 +110,11 @@ QVariant TableModel::headerData(int section, Qt::Orientation orientation, int ro
         return {};
     if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole)
         return int(Qt::AlignVCenter | (columnDigits(section) >= 0 ? Qt::AlignRight : Qt::AlignLeft));
-    return callPlugin<QVariant>(m_table, "tableModel_headerData(int,Qt::Orientation,int)", section, orientation, role);
+    const auto own =
+        callPlugin<QVariant>(m_table, "tableModel_headerData(int,Qt::Orientation,int)", section, orientation, role);
+    if (orientation == Qt::Horizontal && role == Qt::ToolTipRole && !own.isValid())
+        return meaning(columnCode(section));
+    return own;
 }
 
 int TableModel::columnCode(int column) const
@@ -92,11 +129,10 @@ int TableModel::columnDigits(int column) const
 
 int TableModel::columnValue(int column, const char *key) const
 {
-    const auto columns = callPlugin<QVariantList>(m_table, "tableModel_columns()");
-    if (column < 0 || column >= columns.size())
+    if (column < 0 || column >= m_columns.size())
         return -1;
     bool isNumber = false;
-    const int value = columns.at(column).toMap().value(QLatin1String(key)).toInt(&isNumber);
+    const int value = m_columns.at(column).toMap().value(QLatin1String(key)).toInt(&isNumber);
     return isNumber ? value : -1;
 }
 
@@ -113,8 +149,10 @@ void TableModel::beginResetModel()
 
 void TableModel::endResetModel()
 {
-    if (m_resetDepth > 0 && --m_resetDepth == 0)
-        QAbstractTableModel::endResetModel();
+    if (m_resetDepth == 0 || --m_resetDepth > 0)
+        return;
+    readShape();
+    QAbstractTableModel::endResetModel();
 }
 
 } // namespace Workbench

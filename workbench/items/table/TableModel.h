@@ -36,8 +36,13 @@ private:
     /// A number as one reads it: no negative zero, and a dash for what means nothing. The plug-in's cells stay.
     QString shownNumber(const QModelIndex &index, const QString &text) const;
     int columnValue(int column, const char *key) const;
+    void readShape();
 
     QPointer<QObject> m_table;
+    // Asked for at every cell, and the same from one reset to the next.
+    int m_rowCount = 0;
+    int m_columnCount = 0;
+    QVariantList m_columns;
     int m_resetDepth = 0;
 };
 

@@ -1,0 +1,589 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "data/AtomSelection.h"
+#include "data/ExperimentalSpectrum.h"
+#include "items/molecule/MoleculeItem.h"
+#include "items/plot/ContourMap.h"
+#include "items/plot/CrossPeakLabels.h"
+#include "items/plot/NmrData.h"
+#include "items/plot/NmrItem.h"
+#include "items/plot/NmrPlot.h"
+#include "items/plot/PeakLabelBand.h"
+#include "items/plot/PlotMarks.h"
+#include "items/plot/StackedTraces.h"
+
+#include <QtTest>
+#include <QtWidgets>
+
+#include <cmath>
+
+using namespace Workbench;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Ranges = QList<double>; ///< from, to of F2, then of F1 in two dimensions
+
+QUuid id(int number)
+{
+    return QUuid(u"{00000000-0000-0000-0000-%1}"_s.arg(number, 12, 10, QChar(u'0')));
+}
+
+QVariantMap peak(int number, double f2, double f1 = 0, double height = 1)
+{
+    return {{u"ID"_s, id(number)},
+            {u"PeakLabel"_s, u"X%1"_s.arg(number)},
+            {u"Pos"_s, QVariant::fromValue(DoubleVector{f2, f1})},
+            {u"Height"_s, height}};
+}
+
+/// 7 points of 13C from 70 to 10 ppm; in two dimensions 3 of 1H, from 9 to 3 ppm. The points count from 1, row by row.
+QVariantMap spectrum(int dimensions, const QVariantList &peaks = {})
+{
+    ExperimentalSpectrum made{{}, {{u"13C"_s, 100, 0, 70, -10, 7}}, {}};
+    if (dimensions == 2)
+        made.dimensions.push_back({u"1H"_s, 400, 0, 9, -3, 3});
+    for (int i = 0; i < (dimensions == 2 ? 21 : 7); ++i)
+        made.data.push_back(i + 1);
+    QVariantMap map = toEntryMap(made);
+    map.insert(u"Peaks"_s, QVariantMap{{u"PeakList"_s, peaks}});
+    return map;
+}
+
+/// A carbon in the middle, oxygen to the right, nitrogen up left and behind, a hydrogen before the carbon. No symmetry.
+QVariantMap molecule()
+{
+    QVariantList atoms;
+    for (const auto &[element, x, y, z] : {std::tuple(6, 0.0, 0.0, 0.0), std::tuple(8, 1.4, 0.2, 0.1),
+                                           std::tuple(7, -0.5, 1.2, -0.8), std::tuple(1, 0.15, 0.1, 2.0)})
+        atoms.append(QVariantMap{{u"El"_s, element}, {u"X"_s, x}, {u"Y"_s, y}, {u"Z"_s, z}});
+    return {{u"ID"_s, id(900)}, {u"Atoms"_s, atoms}};
+}
+enum MoleculeAtom { Carbon, Oxygen, Nitrogen, Hydrogen };
+
+/// Mouse and keyboard over one item in a view.
+class Stage {
+public:
+    explicit Stage(DocumentItem *item) : m_item(item)
+    {
+        m_scene.addItem(item);
+        m_view.setFrameShape(QFrame::NoFrame);
+        m_view.resize(720, 460);
+        m_scene.setSceneRect(0, 0, 720, 460);
+        item->setGeometry(10, 10, 700, 440);
+        item->setCurrent(true);
+        m_view.show();
+        QApplication::processEvents();
+    }
+
+    /// Of the item's content.
+    QPoint at(const QPointF &pixel) const
+    {
+        return m_view.mapFromScene(m_item->mapToScene(m_item->contentRect().topLeft() + pixel));
+    }
+    void key(int key)
+    {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+        m_scene.sendEvent(m_item, &event);
+    }
+    void wheel(const QPointF &pixel, Qt::KeyboardModifiers modifiers = {})
+    {
+        const QPoint place = at(pixel);
+        QWheelEvent event(place, m_view.viewport()->mapToGlobal(place), {}, {0, 120}, Qt::NoButton, modifiers,
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(m_view.viewport(), &event);
+    }
+    void click(const QPointF &pixel, Qt::KeyboardModifiers modifiers = {})
+    {
+        QTest::mouseClick(m_view.viewport(), Qt::LeftButton, modifiers, at(pixel));
+        QTest::qWait(QApplication::doubleClickInterval() + 20); // the next click makes no double click of it
+    }
+    void drag(const QPointF &from, const QPointF &to, Qt::KeyboardModifiers modifiers = {})
+    {
+        QTest::mousePress(m_view.viewport(), Qt::LeftButton, modifiers, at(from));
+        for (const QPointF &step : {(from + to) / 2, to}) {
+            QMouseEvent event(QEvent::MouseMove, at(step), m_view.viewport()->mapToGlobal(at(step)), Qt::NoButton,
+                              Qt::LeftButton, modifiers);
+            QApplication::sendEvent(m_view.viewport(), &event);
+        }
+        QTest::mouseRelease(m_view.viewport(), Qt::LeftButton, modifiers, at(to));
+    }
+
+private:
+    QGraphicsScene m_scene;
+    QGraphicsView m_view{&m_scene};
+    DocumentItem *m_item;
+};
+
+/// An item with the spectrum in it, laid out.
+struct PlotStage {
+    NmrItem *item = new NmrItem;
+    Stage stage{item};
+
+    explicit PlotStage(const QVariantMap &entry)
+    {
+        item->nmrData()->addEntry(entry, u"s"_s);
+        layOut();
+    }
+    void layOut()
+    {
+        item->plot()->content();
+        item->plot()->replot();
+    }
+    PlotContent *content() const { return item->plot()->content(); }
+    bool isMap() const { return content()->ppmAxes().size() == 2; }
+    QPointF pixel(double f2, double f1) const
+    {
+        const double y = isMap() ? content()->ppmAxes()[1]->coordToPixel(f1) : item->plot()->yAxis->coordToPixel(f1);
+        return {content()->ppmAxes()[0]->coordToPixel(f2), y};
+    }
+    void show(const Ranges &ranges)
+    {
+        for (qsizetype i = 0; i < content()->ppmAxes().size(); ++i)
+            content()->ppmAxes()[i]->setRange(ranges[2 * i], ranges[2 * i + 1]);
+        layOut();
+    }
+    Ranges ranges() const
+    {
+        Ranges ranges;
+        for (const QCPAxis *axis : content()->ppmAxes())
+            ranges << axis->range().lower << axis->range().upper;
+        return ranges;
+    }
+    /// How much a user has made the lines higher, or the lowest contour lower.
+    double intensity() const
+    {
+        return isMap() ? 0.05 / item->plot()->options().contours.lowest
+                       : content()->fullRanges()[1].size() / content()->ranges()[1].size();
+    }
+};
+
+void compareRanges(const Ranges &ranges, const Ranges &expected, double tolerance = 1e-9)
+{
+    QCOMPARE(ranges.size(), expected.size());
+    for (qsizetype i = 0; i < ranges.size(); ++i)
+        QVERIFY2(std::abs(ranges[i] - expected[i]) <= tolerance * (i < 2 ? 60 : 6),
+                 qPrintable(u"%1: %2 instead of %3"_s.arg(i).arg(ranges[i]).arg(expected[i])));
+}
+
+} // namespace
+
+/// What gestures do, as tables, on data in which nothing can be mistaken for anything else.
+class TestGestures : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    // --- spectra
+
+    void readOut_data()
+    {
+        QTest::addColumn<int>("dimensions");
+        QTest::addColumn<double>("f2");
+        QTest::addColumn<double>("f1");
+        QTest::addColumn<QStringList>("expected"); // words: nucleus, ppm, unit, …
+        QTest::newRow("line") << 1 << 30.0 << 2.0 << u"¹³C 30 ppm intensity 5"_s.split(u' ');
+        QTest::newRow("nearest point") << 1 << 44.0 << 2.0 << u"¹³C 44 ppm intensity 4"_s.split(u' ');
+        QTest::newRow("first row") << 2 << 60.0 << 8.9 << u"¹³C 60 ppm ¹H 8.9 ppm intensity 2"_s.split(u' ');
+        QTest::newRow("second row") << 2 << 20.0 << 6.0 << u"¹³C 20 ppm ¹H 6 ppm intensity 13"_s.split(u' ');
+        QTest::newRow("third row") << 2 << 56.0 << 4.0 << u"¹³C 56 ppm ¹H 4 ppm intensity 16"_s.split(u' ');
+        QTest::newRow("beside the plot") << 2 << 75.0 << 4.0 << QStringList();
+    }
+    void readOut()
+    {
+        QFETCH(int, dimensions);
+        QFETCH(double, f2);
+        QFETCH(double, f1);
+        QFETCH(QStringList, expected);
+        PlotStage plot(spectrum(dimensions));
+        const QStringList words =
+            plot.content()->readOut(plot.pixel(f2, f1)).simplified().split(u' ', Qt::SkipEmptyParts);
+        QCOMPARE(words.size(), expected.size());
+        for (qsizetype i = 0; i < words.size(); ++i) {
+            const double pixels = i > 2 ? 0.03 : 0.3; // ppm of F1, F2
+            const bool same = words[i] == expected[i]
+                || (i > 0 && words[i - 1] != u"intensity"
+                    && std::abs(words[i].toDouble() - expected[i].toDouble()) < pixels && words[i].toDouble() > 0);
+            QVERIFY2(same, qPrintable(words.join(u' ')));
+        }
+    }
+
+    void keys_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::addColumn<Ranges>("map"); // after 30 to 50 and 5 to 7 ppm
+        QTest::addColumn<Ranges>("line");
+        QTest::addColumn<double>("mapIntensity");
+        QTest::addColumn<double>("lineIntensity");
+        const auto row = [](const char *name, Qt::Key key, const Ranges &map, double mapIntensity,
+                            double lineIntensity) {
+            QTest::newRow(name) << int(key) << map << map.first(2) << mapIntensity << lineIntensity;
+        };
+        row("Left", Qt::Key_Left, {32, 52, 5, 7}, 1, 1); // ppm grow to the left and downwards
+        row("Right", Qt::Key_Right, {28, 48, 5, 7}, 1, 1);
+        row("Up", Qt::Key_Up, {30, 50, 4.8, 6.8}, 1, 1.25);
+        row("Down", Qt::Key_Down, {30, 50, 5.2, 7.2}, 1, 0.8);
+        row("Page Up", Qt::Key_PageUp, {32, 48, 5.2, 6.8}, 1, 1);
+        row("Page Down", Qt::Key_PageDown, {27.5, 52.5, 4.75, 7.25}, 1, 1);
+        row("Plus", Qt::Key_Plus, {30, 50, 5, 7}, 1.25, 1.25);
+        row("Minus", Qt::Key_Minus, {30, 50, 5, 7}, 0.8, 0.8);
+        row("Home", Qt::Key_Home, {10, 70, 3, 9}, 1, 1);
+    }
+    void keys()
+    {
+        QFETCH(int, key);
+        QFETCH(Ranges, map);
+        QFETCH(Ranges, line);
+        QFETCH(double, mapIntensity);
+        QFETCH(double, lineIntensity);
+        for (int dimensions : {1, 2}) {
+            PlotStage plot(spectrum(dimensions));
+            plot.show({30, 50, 5, 7});
+            plot.stage.key(key);
+            compareRanges(plot.ranges(), dimensions == 2 ? map : line);
+            const double expected = dimensions == 2 ? mapIntensity : lineIntensity;
+            QVERIFY(std::abs(plot.intensity() - expected) < 1e-9);
+        }
+    }
+
+    void wheel_data()
+    {
+        QTest::addColumn<int>("dimensions");
+        QTest::addColumn<QPointF>("place"); // F2 and F1 in ppm, or the height
+        QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+        QTest::addColumn<Ranges>("expected"); // after 30 to 50 and 5 to 7 ppm
+        QTest::addColumn<double>("intensity");
+        const Qt::KeyboardModifiers none, shift = Qt::ShiftModifier;
+        const Ranges before{30, 50, 5, 7};
+        QTest::newRow("at the cursor") << 2 << QPointF(35, 5.5) << none << Ranges{31, 47, 5.1, 6.7} << 1.0;
+        QTest::newRow("below") << 2 << QPointF(45, 7.2) << none << Ranges{33, 49, 5, 7} << 1.0;
+        QTest::newRow("to the right") << 2 << QPointF(29.2, 6.5) << none << Ranges{30, 50, 5.3, 6.9} << 1.0;
+        QTest::newRow("Shift") << 2 << QPointF(35, 5.5) << shift << before << 1.25;
+        QTest::newRow("line") << 1 << QPointF(45, 3) << none << Ranges{33, 49} << 1.0;
+        QTest::newRow("line, to the left") << 1 << QPointF(50.8, 3) << none << before.first(2) << 1.25;
+        QTest::newRow("line, Shift") << 1 << QPointF(45, 3) << shift << before.first(2) << 1.25;
+    }
+    void wheel()
+    {
+        QFETCH(int, dimensions);
+        QFETCH(QPointF, place);
+        QFETCH(Qt::KeyboardModifiers, modifiers);
+        QFETCH(Ranges, expected);
+        QFETCH(double, intensity);
+        PlotStage plot(spectrum(dimensions));
+        const Ranges before = Ranges{30, 50, 5, 7}.first(2 * dimensions);
+        plot.show({30, 50, 5, 7});
+        plot.item->setCurrent(false); // the page scrolls
+        plot.stage.wheel(plot.pixel(place.x(), place.y()), modifiers);
+        compareRanges(plot.ranges(), before);
+        plot.item->setCurrent(true);
+        plot.stage.wheel(plot.pixel(place.x(), place.y()), modifiers);
+        compareRanges(plot.ranges(), expected, 1e-3); // the mouse is on whole pixels
+        QVERIFY(std::abs(plot.intensity() - intensity) < 1e-9);
+    }
+
+    void drags_data()
+    {
+        QTest::addColumn<int>("dimensions");
+        QTest::addColumn<QPointF>("from");
+        QTest::addColumn<QPointF>("to");
+        QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+        QTest::addColumn<Ranges>("expected"); // after 30 to 50 and 5 to 7 ppm
+        const Qt::KeyboardModifiers none, shift = Qt::ShiftModifier;
+        QTest::newRow("box") << 2 << QPointF(48, 5.5) << QPointF(35, 6.5) << none << Ranges{35, 48, 5.5, 6.5};
+        QTest::newRow("along F2") << 2 << QPointF(35, 6) << QPointF(48, 6) << none << Ranges{35, 48, 5, 7};
+        QTest::newRow("along F1") << 2 << QPointF(40, 5.5) << QPointF(40, 6.5) << none << Ranges{30, 50, 5.5, 6.5};
+        QTest::newRow("moved") << 2 << QPointF(48, 5.5) << QPointF(40, 6) << shift << Ranges{38, 58, 4.5, 6.5};
+        QTest::newRow("line") << 1 << QPointF(48, 2) << QPointF(35, 3) << none << Ranges{35, 48};
+        QTest::newRow("line moved") << 1 << QPointF(48, 2) << QPointF(40, 3) << shift << Ranges{38, 58};
+    }
+    void drags()
+    {
+        QFETCH(int, dimensions);
+        QFETCH(QPointF, from);
+        QFETCH(QPointF, to);
+        QFETCH(Qt::KeyboardModifiers, modifiers);
+        QFETCH(Ranges, expected);
+        PlotStage plot(spectrum(dimensions));
+        plot.show({30, 50, 5, 7});
+        plot.stage.drag(plot.pixel(from.x(), from.y()), plot.pixel(to.x(), to.y()), modifiers);
+        compareRanges(plot.ranges(), expected, 3e-3);
+    }
+
+    /// Atoms of peak 1 in F2: oxygen; of peak 2: carbon and nitrogen.
+    void clickOnAPeakSelectsItsAtoms_data()
+    {
+        QTest::addColumn<int>("dimensions");
+        QTest::newRow("line") << 1;
+        QTest::newRow("map") << 2;
+    }
+    void clickOnAPeakSelectsItsAtoms()
+    {
+        QFETCH(int, dimensions);
+        PlotStage plot(spectrum(dimensions, {peak(1, 57, 4), peak(2, 28, 7.5)}));
+        QVariantMap description = molecule();
+        const auto shift = [](int number, const QVariantList &atoms) {
+            return QVariantMap{{u"Nums"_s, atoms}, {u"AssignedPeaks"_s, QVariantList{id(number)}}};
+        };
+        description.insert(
+            u"NMRAssignments"_s,
+            QVariantList{QVariantMap{{u"Shifts"_s, QVariantList{shift(1, {Oxygen}), shift(2, {Carbon, Nitrogen})}}}});
+        MoleculeItem shown(description);
+        plot.item->linkObject(&shown);
+        const auto click = [&](int number, Qt::KeyboardModifiers modifiers = {}, const QPointF &beside = {}) {
+            for (const PeakMark &mark : plot.content()->peakMarks())
+                if (mark.peak.id == id(number))
+                    plot.stage.click(mark.top + beside, modifiers);
+            return shown.selectedAtoms();
+        };
+        QCOMPARE(click(1), QSet<int>{Oxygen});
+        QCOMPARE(click(2, Qt::ControlModifier), (QSet<int>{Oxygen, Carbon, Nitrogen}));
+        QCOMPARE(click(1, Qt::ControlModifier), (QSet<int>{Carbon, Nitrogen}));
+        QCOMPARE(click(1, {}, {-12, 12}), QSet<int>()); // a little beside
+        shown.sendMessage(AtomSelection::toMessage({Nitrogen}));
+        QCOMPARE(plot.item->plot()->litPeaks(), QSet<QUuid>{id(2)});
+    }
+
+    void whereLabelsHaveNoRoomTheLowestPeaksGoWithout()
+    {
+        QVariantList crowd;
+        for (int i = 0; i < 90; ++i)
+            crowd.append(peak(i, 70 - i * 0.6, 6, 1 + (i * 37) % 90));
+        QVariantMap list{{u"Peaks"_s, QVariantMap{{u"PeakList"_s, crowd}}}};
+        PlotStage line(list);
+        QStringList strongest;
+        const QStringList texts = dynamic_cast<StackedTraces *>(line.content())->labelBand()->visibleTexts();
+        QVERIFY(texts.size() > 20 && texts.size() < 90);
+        for (const QVariant &one : std::as_const(crowd))
+            if (one.toMap().value(u"Height"_s).toDouble() > 90.0 - double(texts.size()))
+                strongest.append(one.toMap().value(u"PeakLabel"_s).toString());
+        QCOMPARE(texts.size(), strongest.size());
+        for (qsizetype i = 0; i < texts.size(); ++i) // from left to right, from high to low ppm
+            QCOMPARE(texts[i].section(u' ', 0, 0), strongest[i]);
+
+        // In a map: as many in a heap as fit around it. The strongest is there, the weakest is not.
+        QVariantList heap;
+        for (int i = 0; i < 40; ++i)
+            heap.append(peak(i, 40 + 0.2 * (i % 5), 6 + 0.06 * (i / 5), 1 + (i * 17) % 40));
+        PlotStage map(spectrum(2, heap));
+        const QStringList around = dynamic_cast<ContourMap *>(map.content())->labels()->visibleTexts();
+        QVERIFY(!around.isEmpty() && around.size() < 40);
+        QCOMPARE(around.first(), u"X7"_s); // 1 + 119 % 40 = 40
+        QVERIFY(!around.contains(u"X0"_s));
+    }
+
+    void spectraAreDragged()
+    {
+        PlotStage plot(spectrum(1));
+        const QUuid first = plot.item->nmrData()->entryIds().first();
+        const QUuid second = plot.item->nmrData()->addEntry(spectrum(1), u"t"_s);
+        plot.layOut();
+        const auto style = [&](const QUuid &entry) { return plot.item->plot()->options().traces.value(entry); };
+        const QCPAxis *height = plot.item->plot()->yAxis;
+        const double perPixel = height->range().size() / plot.content()->mainRect()->height();
+        const QPointF at = plot.pixel(20, 1.12 + 0.5); // in the upper one
+        plot.stage.drag(at, at - QPointF(0, 40), Qt::ControlModifier);
+        QVERIFY(std::abs(style(second).offset - 40 * perPixel) < 1.5 * perPixel && style(second).scale == 1);
+        plot.stage.drag(at, at - QPointF(0, 60), Qt::ControlModifier | Qt::ShiftModifier);
+        QVERIFY(std::abs(style(second).scale - 2) < 0.05);
+        QCOMPARE(style(first), TraceStyle());
+        QCOMPARE(plot.ranges(), (Ranges{10, 70})); // it was no zoom
+
+        // On one base line both stand at the same height.
+        PlotOptions overlaid;
+        overlaid.overlay = true;
+        plot.item->plot()->setOptions(overlaid);
+        plot.layOut();
+        const QPointF somewhere = plot.pixel(30, 0.4);
+        QCOMPARE(plot.content()->heightAt(first, somewhere), plot.content()->heightAt(second, somewhere));
+    }
+
+    /// The points count from 1 at 70 ppm to 7 at 10 ppm: areas of 60 to 40 and of 30 to 10 ppm are as 6 to 12.
+    void integralsAndDistancesAreMarked()
+    {
+        PlotStage plot(spectrum(1));
+        const auto marks = [&] {
+            plot.layOut();
+            return dynamic_cast<StackedTraces *>(plot.content())->marks();
+        };
+        plot.stage.key(Qt::Key_I);
+        plot.stage.drag(plot.pixel(60, 3), plot.pixel(40, 3));
+        plot.stage.drag(plot.pixel(10, 3), plot.pixel(30, 3));
+        const auto integrals = [&] {
+            const QStringList texts = marks()->integralTexts();
+            return QPointF(texts.value(0).toDouble(), texts.value(1).toDouble());
+        };
+        QVERIFY(QLineF(integrals(), {1, 2}).length() < 0.03); // the mouse is on whole pixels
+        PlotOptions options = plot.item->plot()->options();
+        options.integralReference = 1;
+        options.referenceValue = 3;
+        plot.item->plot()->setOptions(options);
+        QVERIFY(QLineF(integrals(), {1.5, 3}).length() < 0.03);
+
+        plot.stage.key(Qt::Key_D);
+        plot.stage.drag(plot.pixel(50, 3), plot.pixel(30, 5));
+        const QStringList words = marks()->distanceTexts().value(0).split(u' ');
+        QCOMPARE(words.size(), 4);
+        QVERIFY(std::abs(words[0].toDouble() - 20) < 0.3 && words[1] == u"ppm,");
+        QVERIFY(std::abs(words[2].toDouble() / words[0].toDouble() - 100) < 0.05 && words[3] == u"Hz"); // 100 MHz
+        plot.stage.key(Qt::Key_Escape);
+        QCOMPARE(plot.ranges(), (Ranges{10, 70}));
+        plot.stage.drag(plot.pixel(50, 3), plot.pixel(30, 5));
+        compareRanges(plot.ranges(), {30, 50}, 3e-3);
+    }
+
+    void plotsShareTheirRange()
+    {
+        PlotStage plot(spectrum(1));
+        auto *other = new NmrItem, *proton = new NmrItem;
+        other->nmrData()->addEntry(spectrum(2), {});
+        ExperimentalSpectrum hydrogen{{}, {{u"1H"_s, 400, 0, 10, -1, 10}}, std::vector<double>(10, 1.0)};
+        proton->nmrData()->addEntry(toEntryMap(hydrogen), {});
+        for (NmrItem *item : {other, proton}) {
+            plot.item->scene()->addItem(item);
+            item->resize(300, 200);
+            item->plot()->content();
+            item->plot()->replot();
+        }
+        PlotOptions sharing;
+        sharing.sharesRange = true;
+        for (NmrItem *item : {plot.item, other, proton})
+            item->plot()->setOptions(sharing);
+        plot.show({30, 50});
+        QCOMPARE(other->plot()->xAxis->range(), QCPRange(30, 50));
+        QVERIFY(proton->plot()->xAxis->range().upper > 9); // another nucleus
+    }
+
+    void labelsLeaveRoomForTheSpectrum()
+    {
+        QVariantMap crowd = peak(1, 40);
+        crowd[u"PeakLabel"_s] = u"C1A,C1B,C1C,C1D,C1E"_s + QString(80, u'x');
+        PlotStage plot(spectrum(1, {crowd}));
+        QVERIFY(plot.content()->mainRect()->top() <= plot.item->plot()->viewport().height() / 3.0 + 1);
+        const QList<LabelArea> labels = plot.content()->labelAreas();
+        QCOMPARE(labels.size(), 1);
+        QVERIFY(plot.item->plot()->hoverText(labels[0].area.center()).contains(crowd[u"PeakLabel"_s].toString()));
+        QVERIFY(plot.item->plot()->hoverText(plot.pixel(40, 2)).contains(crowd[u"PeakLabel"_s].toString()));
+    }
+
+    void axesInHertz()
+    {
+        PlotStage plot(spectrum(1));
+        PlotOptions options;
+        options.hertz = true;
+        plot.item->plot()->setOptions(options);
+        plot.layOut();
+        const QCPAxis *axis = plot.item->plot()->xAxis;
+        QVERIFY(axis->label().contains(u"Hz"));
+        QVector<double> ticks;
+        QVector<QString> labels;
+        axis->ticker()->generate(axis->range(), QLocale::c(), u'f', 0, ticks, nullptr, &labels);
+        QVERIFY(ticks.size() > 2);
+        for (qsizetype i = 0; i < ticks.size(); ++i)
+            QVERIFY(std::abs(labels[i].toDouble() - 100 * ticks[i]) < 0.5); // 100 MHz
+    }
+
+    // --- molecule
+
+    /// Where each atom is, from the carbon, in units of the carbon-oxygen distance on the screen at the start.
+    void moleculeKeys_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::addColumn<QPointF>("hydrogen"); // Angstrom to the right and up, from the carbon
+        // (0.15, 0.1, 2) turned by 0.12 about the vertical or the horizontal axis
+        QTest::newRow("Left") << int(Qt::Key_Left) << QPointF(-0.0905, 0.1);
+        QTest::newRow("Right") << int(Qt::Key_Right) << QPointF(0.3883, 0.1);
+        QTest::newRow("Up") << int(Qt::Key_Up) << QPointF(0.15, 0.3387);
+        QTest::newRow("Down") << int(Qt::Key_Down) << QPointF(0.15, -0.1401);
+        QTest::newRow("Plus") << int(Qt::Key_Plus) << QPointF(0.1875, 0.125);
+        QTest::newRow("Minus") << int(Qt::Key_Minus) << QPointF(0.12, 0.08);
+    }
+    void moleculeKeys()
+    {
+        QFETCH(int, key);
+        QFETCH(QPointF, hydrogen);
+        auto *item = new MoleculeItem(molecule());
+        Stage stage(item);
+        lookAlongZ(*item);
+        const auto from = [&](int a, int b) { return item->atomPosition(b) - item->atomPosition(a); };
+        const double scale = from(Carbon, Oxygen).x() / 1.4; // pixels per Angstrom
+        stage.key(key);
+        const QPointF moved = from(Carbon, Hydrogen) / scale;
+        QVERIFY2(std::hypot(moved.x() - hydrogen.x(), -moved.y() - hydrogen.y()) < 1e-3,
+                 qPrintable(u"%1 %2"_s.arg(moved.x()).arg(-moved.y())));
+    }
+
+    void clickTakesTheFrontAtom()
+    {
+        auto *item = new MoleculeItem(molecule());
+        Stage stage(item);
+        lookAlongZ(*item);
+        const QPointF origin = item->contentRect().topLeft();
+        const auto click = [&](const QPointF &place, Qt::KeyboardModifiers modifiers = {}) {
+            stage.click(place - origin, modifiers);
+            return item->selectedAtoms();
+        };
+        const auto between = [&](double part) {
+            return item->atomPosition(Carbon) * (1 - part) + item->atomPosition(Hydrogen) * part;
+        };
+        QCOMPARE(click(between(0.9)), QSet<int>{Hydrogen});
+        QCOMPARE(click(between(-1)), QSet<int>{Carbon}); // where the hydrogen leaves it free
+        QCOMPARE(click(item->atomPosition(Oxygen), Qt::ControlModifier), (QSet<int>{Carbon, Oxygen}));
+        QCOMPARE(click(item->contentRect().topRight() + QPointF(-15, 15)), QSet<int>());
+        // From behind.
+        item->setViewSettings({{u"Rotation"_s, QVariant::fromValue(DoubleVector{0, 0, 1, 0})}, {u"Zoom"_s, 1.0}});
+        QCOMPARE(click(between(0.9)), QSet<int>{Carbon});
+        // A drag to the right by 0.01 a pixel: what is behind goes to the left.
+        const double before = item->atomPosition(Hydrogen).x() - item->atomPosition(Carbon).x();
+        stage.drag({100, 100}, {130, 100});
+        QVERIFY(item->atomPosition(Hydrogen).x() - item->atomPosition(Carbon).x() < before - 5);
+        QCOMPARE(item->selectedAtoms(), QSet<int>{Carbon}); // a drag selects nothing
+    }
+
+    /// Oxygen, nitrogen, hydrogen, carbon: distance, angle and torsion angle by numpy.
+    void clicksMeasure()
+    {
+        auto *item = new MoleculeItem(molecule());
+        Stage stage(item);
+        lookAlongZ(*item);
+        stage.key(Qt::Key_M);
+        const auto click = [&](const QPointF &place) {
+            stage.click(place - item->contentRect().topLeft());
+            return item->measurements().value(0);
+        };
+        QCOMPARE(click(item->atomPosition(Oxygen)), QString());
+        QCOMPARE(click(item->atomPosition(Nitrogen)), u"O2\u2013N3  2.328 \u00c5"_s);
+        QCOMPARE(click(item->atomPosition(Hydrogen)), u"O2\u2013N3\u2013H4  47.3\u00b0"_s);
+        QCOMPARE(click(item->atomPosition(Carbon) * 2 - item->atomPosition(Hydrogen)),
+                 u"O2\u2013N3\u2013H4\u2013C1  -53.3\u00b0"_s);
+        click(item->atomPosition(Oxygen));
+        click(item->atomPosition(Nitrogen));
+        QCOMPARE(item->measurements().size(), 2);
+        QVERIFY(item->selectedAtoms().isEmpty());
+        stage.key(Qt::Key_Escape);
+        click(item->atomPosition(Oxygen));
+        QCOMPARE(item->selectedAtoms(), QSet<int>{Oxygen});
+        QVERIFY(item->contactsText().contains(u"\tC1\t0 0 0\t1.4177\t"_s));
+    }
+
+    void wheelZoomsTheCurrentMolecule()
+    {
+        auto *item = new MoleculeItem(molecule());
+        Stage stage(item);
+        const auto length = [&] { return QLineF(item->atomPosition(0), item->atomPosition(1)).length(); };
+        const double before = length();
+        item->setCurrent(false);
+        stage.wheel({300, 200});
+        QCOMPARE(length(), before);
+        item->setCurrent(true);
+        stage.wheel({300, 200});
+        QVERIFY(std::abs(length() / before - std::pow(1.0015, 120)) < 1e-6);
+    }
+
+private:
+    static void lookAlongZ(MoleculeItem &item)
+    {
+        item.setViewSettings({{u"Rotation"_s, QVariant::fromValue(DoubleVector{1, 0, 0, 0})}, {u"Zoom"_s, 1.0}});
+    }
+};
+
+QTEST_MAIN(TestGestures)
+#include "tst_gestures.moc"
