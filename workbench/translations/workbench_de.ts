@@ -1973,19 +1973,19 @@ Optionen:
     </message>
     <message>
         <source>A dimension names no unit: its small numbers were taken as ratios, of which 1e-6 is 1 ppm.</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine Dimension nennt keine Einheit: ihre kleinen Zahlen wurden als Verhältnisse genommen, 1e-6 ist 1 ppm.</translation>
     </message>
     <message>
         <source>this is a calculation (MAGRES), a measurement was expected</source>
-        <translation type="unfinished"></translation>
+        <translation>das ist eine Rechnung (MAGRES), erwartet wurde eine Messung</translation>
     </message>
     <message>
         <source>X values in Hz need the record ##.OBSERVE FREQUENCY=, or the frequency of 0 ppm in MHz must be given</source>
-        <translation type="unfinished"></translation>
+        <translation>X-Werte in Hz brauchen den Eintrag ##.OBSERVE FREQUENCY=, oder die Frequenz von 0 ppm in MHz muss angegeben werden</translation>
     </message>
     <message>
         <source>Positions beyond %1 ppm are rare: if these are Hz, the unit and the frequency must be given.</source>
-        <translation type="unfinished"></translation>
+        <translation>Positionen jenseits von %1 ppm sind selten: wenn es Hz sind, müssen Einheit und Frequenz angegeben werden.</translation>
     </message>
 </context>
 <context>
@@ -2285,7 +2285,7 @@ Optionen:
     </message>
     <message>
         <source>%1 ppm</source>
-        <translation type="unfinished">%1 ppm</translation>
+        <translation>%1 ppm</translation>
     </message>
     <message>
         <source>Pair This Line &amp;Automatically	Del</source>
@@ -4073,7 +4073,7 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     </message>
     <message>
         <source>%1 is written</source>
-        <translation type="unfinished">%1 ist geschrieben</translation>
+        <translation>%1 ist geschrieben</translation>
     </message>
     <message>
         <source>The table cannot be saved</source>
@@ -4116,7 +4116,7 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     </message>
     <message>
         <source>χ²/dof</source>
-        <translation type="unfinished">χ²/dof</translation>
+        <translation>χ²/dof</translation>
     </message>
     <message>
         <source>Sum of squared differences over their expected squares, by degrees of freedom; about 1 for a structure that is right</source>
@@ -4124,7 +4124,7 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     </message>
     <message>
         <source>p</source>
-        <translation type="unfinished">p</translation>
+        <translation>p</translation>
     </message>
     <message>
         <source>Of a χ² as large by chance; below 0.001 the structure fits badly, whatever its rank</source>
@@ -4132,7 +4132,7 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     </message>
     <message>
         <source>Probability</source>
-        <translation type="unfinished">Wahrscheinlichkeit</translation>
+        <translation>Wahrscheinlichkeit</translation>
     </message>
     <message>
         <source>In this pool, given that one of its structures is right</source>
@@ -4148,7 +4148,7 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     </message>
     <message>
         <source>Fit</source>
-        <translation type="unfinished"></translation>
+        <translation>Einpassen</translation>
     </message>
     <message>
         <source>Bad: the differences are larger than errors explain</source>
