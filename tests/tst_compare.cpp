@@ -437,7 +437,8 @@ private Q_SLOTS:
     /// Cross peaks that lie where the simulation has them, but for the references, which are found again.
     void crossPeaks()
     {
-        m_program.run("simulate " SAMPLES "/paracetamol.magres --nucleus 13C --nucleus-f1 1H --average ch3 -o @hetcor.json");
+        m_program.run("simulate " SAMPLES
+                      "/paracetamol.magres --nucleus 13C --nucleus-f1 1H --average ch3 -o @hetcor.json");
         const QJsonArray peaks = QJsonDocument::fromJson(m_program.read("hetcor.json"))[u"peaks"_s].toArray();
         QSet<QByteArray> places;
         for (const QJsonValue &peak : peaks)
@@ -445,8 +446,9 @@ private Q_SLOTS:
                           + QByteArray::number(peak[u"pos"_s][1].toDouble() - 69.25, 'f', 3) + '\n');
         QCOMPARE(places.size(), 8);
         m_program.write("hetcor.csv", "f2,f1\n" + QByteArrayList(places.begin(), places.end()).join());
-        const QByteArray line = "compare " SAMPLES
-                                "/paracetamol.magres --nucleus 13C --nucleus-f1 1H --experiment @hetcor.csv --average ch3 ";
+        const QByteArray line =
+            "compare " SAMPLES
+            "/paracetamol.magres --nucleus 13C --nucleus-f1 1H --experiment @hetcor.csv --average ch3 ";
         const QJsonDocument report = QJsonDocument::fromJson(m_program.run(line + "--format json"));
         QCOMPARE(report[u"pairing"_s].toString(), u"equal"_s);
         for (const auto &[d, reference, sites] : {std::tuple(0, 172.5, 8), std::tuple(1, 30.75, 7)}) {

@@ -162,8 +162,8 @@ private Q_SLOTS:
 
     void moreLinesThanSites()
     {
-        const QString list = m_files.write(
-            "many.csv", "position\n170.1\n160\n154.3\n134.5\n124.2\n121.8\n116.8\n115.2\n22.7\n");
+        const QString list =
+            m_files.write("many.csv", "position\n170.1\n160\n154.3\n134.5\n124.2\n121.8\n116.8\n115.2\n22.7\n");
         openPanel(u"candidates/candidate-3.magres"_s, list);
         QVERIFY(panel().summary().contains(u"9 lines were measured, but the structure has only 8 sites"));
         QVERIFY(rows().isEmpty());
@@ -233,7 +233,8 @@ private Q_SLOTS:
         auto *list = dialog.findChild<QTreeWidget *>(u"rankMeasurements"_s);
         for (int i = 0; i < 2; ++i) {
             list->topLevelItem(i)->setCheckState(0, Qt::Checked);
-            qobject_cast<QComboBox *>(list->itemWidget(list->topLevelItem(i), 1))->setCurrentText(i ? u"1H"_s : u"13C"_s);
+            qobject_cast<QComboBox *>(list->itemWidget(list->topLevelItem(i), 1))
+                ->setCurrentText(i ? u"1H"_s : u"13C"_s);
         }
         dialog.findChild<QComboBox *>(u"rankAveraging"_s)->setCurrentIndex(1);
         dialog.setFolder(sample(u"candidates"_s));
@@ -249,14 +250,12 @@ private Q_SLOTS:
         QStringList files;
         for (const QString &name : candidates.entryList({u"*.magres"_s}))
             files.append(candidates.absoluteFilePath(name));
-        const QByteArray printed = m_files.run(
-            "rank --format csv --average ch3 --experiment 13C=" SAMPLES "/paracetamol-13C.csv --experiment 1H=" SAMPLES
-            "/paracetamol-1H.csv",
-            files);
+        const QByteArray printed = m_files.run("rank --format csv --average ch3 --experiment 13C=" SAMPLES
+                                               "/paracetamol-13C.csv --experiment 1H=" SAMPLES "/paracetamol-1H.csv",
+                                               files);
         QCOMPARE(m_files.status, 0);
         // To the last digit; the lists count equal lines where the command has lines of their own.
-        QByteArray shown =
-            RankTable::write(dialog.model()->rows(), dialog.model()->layout(), TableExport::Format::Csv);
+        QByteArray shown = RankTable::write(dialog.model()->rows(), dialog.model()->layout(), TableExport::Format::Csv);
         const auto numbers = [](const QByteArray &csv) {
             QList<QByteArrayList> all;
             for (const QByteArray &line : csv.trimmed().split('\n'))
@@ -351,11 +350,10 @@ private Q_SLOTS:
         window().compareCommands()->useReferenceSet(set);
         QCOMPARE(panel().findChild<QComboBox *>(u"compareReferenceKind"_s)->currentText(), u"of the set"_s);
         const double reference = panel().findChild<QDoubleSpinBox *>(u"compareReference"_s)->value();
-        const QByteArray printed = m_files.run("compare " SAMPLES
-                                               "/candidates/candidate-3.magres --experiment 13C=" SAMPLES
-                                               "/paracetamol-13C.csv --reference-set @set.json --format json");
-        const QJsonObject nucleus =
-            QJsonDocument::fromJson(printed)[u"nuclei"_s].toArray().at(0).toObject();
+        const QByteArray printed =
+            m_files.run("compare " SAMPLES "/candidates/candidate-3.magres --experiment 13C=" SAMPLES
+                        "/paracetamol-13C.csv --reference-set @set.json --format json");
+        const QJsonObject nucleus = QJsonDocument::fromJson(printed)[u"nuclei"_s].toArray().at(0).toObject();
         QVERIFY(std::abs(nucleus[u"reference"_s].toDouble() - reference) < 0.005);
         QVERIFY(panel().summary().contains(
             u"RMSD <b>%1 ppm</b>"_s.arg(QString::number(nucleus[u"rmsd"_s].toDouble(), 'f', 2))));

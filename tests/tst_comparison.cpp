@@ -443,8 +443,8 @@ private Q_SLOTS:
         QCOMPARE(LinePairing::of(sites, linesOf({122, 70, 71}), {}).linesOf, (Pairs{{1, 2}, {0}}));
     }
 
-    /// What a user does with lines at a plot, on random structures: the line goes where it is put, no other line is left
-    /// without a site for that, and what nobody has touched stays without a name.
+    /// What a user does with lines at a plot, on random structures: the line goes where it is put, no other line is
+    /// left without a site for that, and what nobody has touched stays without a name.
     void linesAreMovedByHand()
     {
         Random random(17);
@@ -452,7 +452,8 @@ private Q_SLOTS:
             const int n = 3 + random.below(5), m = 2 + random.below(n - 1);
             QByteArray text = "#$magres-abinitio-v1.0\n[atoms]\n", tensors;
             for (int i = 1; i <= n; ++i) {
-                const QByteArray number = QByteArray::number(i), iso = QByteArray::number(random.uniform(0, 150), 'f', 4);
+                const QByteArray number = QByteArray::number(i),
+                                 iso = QByteArray::number(random.uniform(0, 150), 'f', 4);
                 text += "atom C C " + number + ' ' + QByteArray::number(3 * i) + " 0 0\n";
                 tensors += "ms C " + number + ' ' + iso + " 0 0 0 " + iso + " 0 0 0 " + iso + '\n';
             }

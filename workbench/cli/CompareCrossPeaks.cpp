@@ -87,13 +87,13 @@ Plan parsePlan(const CommandLine &line)
         throw UsageError(QStringLiteral("option -o: cross peaks are written to one file"));
     plan.output = outputs.value(0);
     const QString suffix = QFileInfo(plan.output).suffix().toLower();
-    const QString name = line.has("format") ? line.value("format")
+    const QString name = line.has("format")         ? line.value("format")
         : plan.output.isEmpty() || suffix == u"txt" ? QStringLiteral("text")
                                                     : suffix;
     const auto format = TableExport::formatOfName(name);
     if (!format)
-        throw UsageError(QStringLiteral("the table of cross peaks cannot be written as \"%1\": txt, csv and json can be")
-                             .arg(name));
+        throw UsageError(
+            QStringLiteral("the table of cross peaks cannot be written as \"%1\": txt, csv and json can be").arg(name));
     plan.format = *format;
     return plan;
 }
@@ -175,14 +175,11 @@ struct Report {
 
     QString mode() const
     {
-        return !pairing.leftOut.empty()        ? QStringLiteral("unmatched")
+        return !pairing.leftOut.empty()       ? QStringLiteral("unmatched")
             : peaks.size() == measured.size() ? QStringLiteral("equal")
                                               : QStringLiteral("overlap");
     }
-    double calculated(std::size_t i, std::size_t d) const
-    {
-        return peaks[i].calculated[d] + agreement[d].reference;
-    }
+    double calculated(std::size_t i, std::size_t d) const { return peaks[i].calculated[d] + agreement[d].reference; }
     double measuredAt(std::size_t i, std::size_t d) const { return measured[std::size_t(pairing.lineOf[i])][d]; }
 
     QByteArray text() const;
@@ -190,7 +187,7 @@ struct Report {
     QByteArray json() const;
     QByteArray write() const
     {
-        return plan.format == TableExport::Format::Csv    ? csv()
+        return plan.format == TableExport::Format::Csv ? csv()
             : plan.format == TableExport::Format::Json ? json()
                                                        : text();
     }
@@ -223,13 +220,13 @@ QByteArray Report::text() const
     text += TableExport::alignedText(titles, cells) + u'\n';
     for (std::size_t d = 0; d < 2; ++d) {
         const ChiSquare chiSquare = agreement[d].chiSquare(*plan.sigma[d]);
-        text += QStringLiteral("%1 (%2): reference %3 ppm (fitted), %4 sites, RMSD %5 ppm, largest difference %6 ppm, "
-                               "χ² %7 with %8 degrees of freedom%9\n")
-                    .arg(QLatin1String(dimensionNames[d]), dimension[d].nucleus,
-                         ppm(reference[d] + agreement[d].reference), QString::number(agreement[d].pairs.size()),
-                         ppm(agreement[d].rmsd), ppm(agreement[d].largest), ppm(chiSquare.value),
-                         QString::number(chiSquare.degreesOfFreedom),
-                         chiSquare.p ? QStringLiteral(", p = %1").arg(*chiSquare.p, 0, 'g', 3) : QString());
+        text +=
+            QStringLiteral("%1 (%2): reference %3 ppm (fitted), %4 sites, RMSD %5 ppm, largest difference %6 ppm, "
+                           "χ² %7 with %8 degrees of freedom%9\n")
+                .arg(QLatin1String(dimensionNames[d]), dimension[d].nucleus, ppm(reference[d] + agreement[d].reference),
+                     QString::number(agreement[d].pairs.size()), ppm(agreement[d].rmsd), ppm(agreement[d].largest),
+                     ppm(chiSquare.value), QString::number(chiSquare.degreesOfFreedom),
+                     chiSquare.p ? QStringLiteral(", p = %1").arg(*chiSquare.p, 0, 'g', 3) : QString());
     }
     for (int line : pairing.leftOut)
         text += QStringLiteral("Left out: %1, %2 ppm\n")
@@ -329,9 +326,8 @@ CommandRun prepareCompareCrossPeaks(const CommandLine &line)
                                               {{*plan.sigma[0], *plan.sigma[1]}, oneReference, plan.unmatched});
         for (std::size_t d = 0; d < 2; ++d) {
             report.reference[d] = references.value(nuclei[qsizetype(d)]).toDouble();
-            report.agreement[d] =
-                agreementOf(report.peaks, report.measured, report.pairing, d,
-                            oneReference ? std::optional(report.pairing.offset[d]) : std::nullopt);
+            report.agreement[d] = agreementOf(report.peaks, report.measured, report.pairing, d,
+                                              oneReference ? std::optional(report.pairing.offset[d]) : std::nullopt);
         }
         if (plan.output.isEmpty())
             return printOut(QString::fromUtf8(report.write()));

@@ -367,8 +367,7 @@ LinePairing LinePairing::of(const std::vector<ComparedSite> &sites, const std::v
     const auto areSame = [](const auto &numbers) {
         return std::adjacent_find(numbers.begin(), numbers.end(), std::not_equal_to<>()) == numbers.end();
     };
-    const bool countsTell =
-        !problem.counts.empty() && !(m == n && areSame(problem.counts) && areSame(problem.nuclei));
+    const bool countsTell = !problem.counts.empty() && !(m == n && areSame(problem.counts) && areSame(problem.nuclei));
     if (m <= n && countsTell) {
         pairing.mode = m == n ? Mode::Equal : Mode::Overlap;
         pairing.byCounts = true;

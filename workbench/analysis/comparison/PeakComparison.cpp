@@ -34,9 +34,9 @@ void takeLines(const QList<SpectrumPeak> &peaks, Counting counting, PeakComparis
         result.peaks.push_back({peak.id});
     }
     // Where all count the same, they tell nothing about one another.
-    const bool areSame = std::adjacent_find(result.peaks.begin(), result.peaks.end(), [](const auto &a, const auto &b) {
-                             return a.size() != b.size();
-                         }) == result.peaks.end();
+    const bool areSame = std::adjacent_find(result.peaks.begin(), result.peaks.end(),
+                                            [](const auto &a, const auto &b) { return a.size() != b.size(); })
+        == result.peaks.end();
     if (counting == Counting::Counts && !areSame) {
         for (std::size_t i = 0; i < firsts.size(); ++i)
             result.measurement.lines[i].count = double(result.peaks[i].size());

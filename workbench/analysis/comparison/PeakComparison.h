@@ -24,8 +24,8 @@ struct PeakComparison {
     static std::vector<MeasuredLine> countedLines(const QList<SpectrumPeak> &peaks);
 
     /// The label of each line whose label changes when these lines are put onto a site by hand, away from the site
-    /// `from` (-1: from whichever they have), with what else they were paired with. Lines without a label find sites by themselves: a
-    /// line that loses its only site gets the chance of the one that these lines leave.
+    /// `from` (-1: from whichever they have), with what else they were paired with. Lines without a label find sites by
+    /// themselves: a line that loses its only site gets the chance of the one that these lines leave.
     std::map<int, QString> labelsAfter(const std::vector<int> &moved, int from, int to) const;
 
     /// The agreement of all others when the site of the largest difference is left out; none where little would be

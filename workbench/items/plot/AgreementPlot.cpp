@@ -127,7 +127,8 @@ void AgreementPlot::addColumn(int column, const NucleusComparison &comparison)
         tr("%1: %2, RMSD %3 ppm")
             .arg(comparison.nucleus, comparison.pairing.text(), QString::number(agreement.rmsd, 'f', 2));
     const bool isFull = m_looks == Full;
-    auto *heading = new QCPTextElement(this, isFull ? title : QString(), PlotStyle::font(isFull ? labelSize + 1 : 1, true));
+    auto *heading =
+        new QCPTextElement(this, isFull ? title : QString(), PlotStyle::font(isFull ? labelSize + 1 : 1, true));
     auto *upper = new QCPAxisRect(this), *lower = new QCPAxisRect(this);
     plotLayout()->addElement(0, column, heading);
     plotLayout()->addElement(1, column, upper);

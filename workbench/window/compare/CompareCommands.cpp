@@ -50,8 +50,7 @@ CompareCommands::CompareCommands(MainScene *scene, DataEngine *engine, WorkBar *
 
     const auto whyNot = [this] { return m_panel->whyNot(); };
     QAction *compare = bar->add(
-        tr("&Compare..."),
-        tr("Pairs the lines of a measurement with the sites of a structure, whatever their numbers"),
+        tr("&Compare..."), tr("Pairs the lines of a measurement with the sites of a structure, whatever their numbers"),
         [this] { m_panel->open(); }, whyNot);
     compare->setIconText(tr("Compare"));
     compare->setShortcut(QKeySequence(tr("Ctrl+Shift+C")));
@@ -76,8 +75,8 @@ RankDialog *CompareCommands::rankDialog()
 {
     if (m_rank)
         return m_rank;
-    const RankDialog::Program program{
-        m_rankProgram.isEmpty() ? QCoreApplication::applicationFilePath() : m_rankProgram, pluginDirectoryOf(m_host)};
+    const RankDialog::Program program{m_rankProgram.isEmpty() ? QCoreApplication::applicationFilePath() : m_rankProgram,
+                                      pluginDirectoryOf(m_host)};
     const auto isCandidate = [this](const QString &path) { return m_host && m_host->fileFilters().matching(path); };
     m_rank = new RankDialog(m_scene, m_data, program, isCandidate, m_window);
     connect(m_rank, &RankDialog::structureChosen, this, &CompareCommands::showRanked);
@@ -159,17 +158,18 @@ bool CompareCommands::isAboutCounts(const QMessageBox &box) const
     QList<qsizetype> counts;
     for (const SpectrumEntry &entry : stack->stack().entries)
         counts.append(entry.spectrum.peaks.size());
-    return counts[0] != counts[1]
-        && std::all_of(counts.begin(), counts.end(),
-                       [&](qsizetype count) { return box.text().contains(QString::number(count)); });
+    return counts[0] != counts[1] && std::all_of(counts.begin(), counts.end(), [&](qsizetype count) {
+               return box.text().contains(QString::number(count));
+           });
 }
 
 bool CompareCommands::eventFilter(QObject *watched, QEvent *event)
 {
     auto *box = event->type() == QEvent::Polish ? qobject_cast<QMessageBox *>(watched) : nullptr;
     if (box && box->informativeText().isEmpty() && isAboutCounts(*box))
-        box->setInformativeText(tr("Compare pairs any numbers of lines and sites: it is in the tool bar and in the menu "
-                                   "Spectrum."));
+        box->setInformativeText(
+            tr("Compare pairs any numbers of lines and sites: it is in the tool bar and in the menu "
+               "Spectrum."));
     return QMenu::eventFilter(watched, event);
 }
 

@@ -80,9 +80,11 @@ QString probabilityText(double p)
 int averagingOf(const NmrItem &item)
 {
     const NmrData &data = *item.nmrData();
-    return std::clamp(
-        data.stackEntry(data.simulatedEntry()).parameters(QStringLiteral("magres")).value(QStringLiteral("avIdx")).toInt(),
-        0, 2);
+    return std::clamp(data.stackEntry(data.simulatedEntry())
+                          .parameters(QStringLiteral("magres"))
+                          .value(QStringLiteral("avIdx"))
+                          .toInt(),
+                      0, 2);
 }
 
 /// What the mode means, for a tooltip.
@@ -383,8 +385,8 @@ void ComparePanel::fillNuclei()
     m_nucleus->setEnabled(true);
     m_nucleus->setToolTip(tr("The peak list does not say of which nucleus it is"));
     QStringList nuclei;
-    for (const auto &[element, count] : structure() ? structureData(structure()->data).composition()
-                                                    : std::map<QString, int>())
+    for (const auto &[element, count] :
+         structure() ? structureData(structure()->data).composition() : std::map<QString, int>())
         nuclei += Nuclides::table().isotopes(element);
     // Those that are measured most come first.
     std::stable_sort(nuclei.begin(), nuclei.end(), [](const QString &a, const QString &b) {
@@ -650,9 +652,8 @@ void ComparePanel::openMenu(QTreeWidgetItem *row, const QPoint &globalPos)
     std::vector<int> order(lines.size());
     for (std::size_t i = 0; i < order.size(); ++i)
         order[i] = int(i);
-    std::stable_sort(order.begin(), order.end(), [&](int a, int b) {
-        return lines[std::size_t(a)].shift > lines[std::size_t(b)].shift;
-    });
+    std::stable_sort(order.begin(), order.end(),
+                     [&](int a, int b) { return lines[std::size_t(a)].shift > lines[std::size_t(b)].shift; });
     if (site >= 0)
         menu->addSection(tr("Line of %1").arg(m_compared->comparison.sites[std::size_t(site)].name));
     for (int line : site >= 0 ? order : std::vector<int>()) {

@@ -14,8 +14,7 @@ namespace {
 QString nucleusOf(const Spectrum &spectrum)
 {
     const SpectrumAxis axis = spectrum.axes.value(0);
-    return axis.element.isEmpty() || axis.massNumber == 0 ? QString()
-                                                          : QString::number(axis.massNumber) + axis.element;
+    return axis.element.isEmpty() || axis.massNumber == 0 ? QString() : QString::number(axis.massNumber) + axis.element;
 }
 
 bool isPlane(const Spectrum &spectrum)
@@ -34,9 +33,9 @@ QList<StructureChoice> structuresOf(const MainScene &scene)
         const auto *table = qobject_cast<const TableItem *>(item);
         const QList<QUuid> data = table ? table->sharedDataIds() : QList<QUuid>();
         if (!data.isEmpty())
-            choices.append({table->id(), data.constFirst(),
-                            table->givenName().isEmpty() && !table->source().isEmpty() ? table->source()
-                                                                                       : table->title()});
+            choices.append(
+                {table->id(), data.constFirst(),
+                 table->givenName().isEmpty() && !table->source().isEmpty() ? table->source() : table->title()});
     }
     return choices;
 }

@@ -46,7 +46,8 @@ constexpr const char *averagingNames[] = {"none", "ch3", "xh3"};
 QByteArray peakList(const std::vector<MeasuredLine> &lines)
 {
     const bool isCounted = std::any_of(lines.begin(), lines.end(), [](const auto &line) { return line.count; });
-    const bool isLabelled = std::any_of(lines.begin(), lines.end(), [](const auto &line) { return !line.sites.isEmpty(); });
+    const bool isLabelled =
+        std::any_of(lines.begin(), lines.end(), [](const auto &line) { return !line.sites.isEmpty(); });
     QByteArray text = "position";
     text += isLabelled ? ",label" : "";
     text += isCounted ? ",count\n" : "\n";
@@ -303,8 +304,10 @@ std::vector<RankDialog::Lines> RankDialog::chosenLines() const
         const QString nucleus = static_cast<QComboBox *>(m_measurements->itemWidget(row, Nucleus))->currentText();
         const double sigma = static_cast<QDoubleSpinBox *>(m_measurements->itemWidget(row, Sigma))->value();
         if (nucleus.isEmpty())
-            throw std::runtime_error(tr("Of which nucleus is %1? Choose it in the list").arg(choice->name).toStdString());
-        if (std::any_of(all.begin(), all.end(), [&](const Lines &other) { return other.measurement.nucleus == nucleus; }))
+            throw std::runtime_error(
+                tr("Of which nucleus is %1? Choose it in the list").arg(choice->name).toStdString());
+        if (std::any_of(all.begin(), all.end(),
+                        [&](const Lines &other) { return other.measurement.nucleus == nucleus; }))
             throw std::runtime_error(tr("Two measurements are of %1: choose one of them").arg(nucleus).toStdString());
         Lines lines;
         lines.choice = *choice;
@@ -419,9 +422,8 @@ void RankDialog::startFiles(const std::vector<Lines> &lines)
         if (!m_showLater->isActive())
             m_showLater->start();
     });
-    connect(m_crew.get(), &RankCrew::finished, this, [this] {
-        end(m_crew->done() == 0 ? m_crew->startFailure() : QString());
-    });
+    connect(m_crew.get(), &RankCrew::finished, this,
+            [this] { end(m_crew->done() == 0 ? m_crew->startFailure() : QString()); });
     m_crew->start();
 }
 
@@ -482,8 +484,7 @@ void RankDialog::end(const QString &failure)
     if (wasRunning) {
         showRows();
         const auto &rows = m_model->rows();
-        const auto failed =
-            std::count_if(rows.begin(), rows.end(), [](const RankRow &row) { return row.failed(); });
+        const auto failed = std::count_if(rows.begin(), rows.end(), [](const RankRow &row) { return row.failed(); });
         QString text = int(rows.size()) < m_progress->maximum()
             ? tr("Cancelled: %1 of %2 structures were compared").arg(rows.size()).arg(m_progress->maximum())
             : tr("%1 structures").arg(rows.size());

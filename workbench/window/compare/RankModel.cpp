@@ -35,8 +35,7 @@ void RankModel::createColumns(const QString &singleNucleus)
     using Value = std::optional<double>;
     m_columns.clear();
     const auto add = [&](const QString &title, const QString &tip, Value RankRow::*member, int decimals) {
-        m_columns.append(
-            {title, tip, [member](const RankRow &row) { return toVariant(row.*member); }, decimals});
+        m_columns.append({title, tip, [member](const RankRow &row) { return toVariant(row.*member); }, decimals});
     };
     m_columns.append({tr("Structure"), tr("A click opens it beside the measurement"),
                       [](const RankRow &row) { return QVariant(QFileInfo(row.file).fileName()); }, -1});
@@ -59,8 +58,9 @@ void RankModel::createColumns(const QString &singleNucleus)
                           },
                           -1});
     }
-    m_columns.append({tr("χ²/dof"), tr("Sum of squared differences over their expected squares, by degrees of freedom; "
-                                       "about 1 for a structure that is right"),
+    m_columns.append({tr("χ²/dof"),
+                      tr("Sum of squared differences over their expected squares, by degrees of freedom; "
+                         "about 1 for a structure that is right"),
                       [](const RankRow &row) {
                           return row.chiSquare && row.degreesOfFreedom && *row.degreesOfFreedom > 0
                               ? QVariant(*row.chiSquare / *row.degreesOfFreedom)

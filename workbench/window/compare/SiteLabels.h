@@ -11,8 +11,8 @@ class DocumentItem;
 class MainScene;
 struct SpectrumEntry;
 
-/// Labels the peaks of simulated spectra with the sites of their atoms: "C1 ×4" for four atoms that the space group maps
-/// onto each other.
+/// Labels the peaks of simulated spectra with the sites of their atoms: "C1 ×4" for four atoms that the space group
+/// maps onto each other.
 class SiteLabels : public QObject {
     Q_OBJECT
 public:
