@@ -1945,31 +1945,31 @@ Optionen:
     </message>
     <message>
         <source>option --correlation goes with --nucleus-f1</source>
-        <translation type="unfinished"></translation>
+        <translation>Option --correlation gehört zu --nucleus-f1</translation>
     </message>
     <message>
         <source>option %1 goes with one dimension alone</source>
-        <translation type="unfinished"></translation>
+        <translation>Option %1 gehört zu nur einer Dimension</translation>
     </message>
     <message>
         <source>option --sigma: the error of calculated shifts of %1 is needed, as in --sigma %1=5: differences of both dimensions are weighed by it</source>
-        <translation type="unfinished"></translation>
+        <translation>Option --sigma: der Fehler der berechneten chemischen Verschiebungen von %1 ist nötig wie in --sigma %1=5: die Differenzen beider Dimensionen werden mit ihm gewichtet</translation>
     </message>
     <message>
         <source>option -o: cross peaks are written to one file</source>
-        <translation type="unfinished"></translation>
+        <translation>Option -o: Kreuzpeaks werden in eine einzige Datei geschrieben</translation>
     </message>
     <message>
         <source>the table of cross peaks cannot be written as &quot;%1&quot;: txt, csv and json can be</source>
-        <translation type="unfinished"></translation>
+        <translation>die Tabelle der Kreuzpeaks kann nicht als „%1“ geschrieben werden: möglich sind txt, csv und json</translation>
     </message>
     <message>
         <source>option --reference-set: there is none of %1, but of %2</source>
-        <translation type="unfinished"></translation>
+        <translation>Option --reference-set: es gibt keinen von %1, aber von %2</translation>
     </message>
     <message>
         <source>option --complete: it completes an input of SIMPSON, not of mrsimulator</source>
-        <translation type="unfinished"></translation>
+        <translation>Option --complete: sie vervollständigt eine Eingabe von SIMPSON, nicht von mrsimulator</translation>
     </message>
     <message>
         <source>A dimension names no unit: its small numbers were taken as ratios, of which 1e-6 is 1 ppm.</source>
@@ -2008,280 +2008,280 @@ Optionen:
     </message>
     <message>
         <source>Measured</source>
-        <translation type="unfinished"></translation>
+        <translation>Gemessen</translation>
     </message>
     <message>
         <source>Difference</source>
-        <translation type="unfinished"></translation>
+        <translation>Differenz</translation>
     </message>
 </context>
 <context>
     <name>Workbench::CompareCommands</name>
     <message>
         <source>Reference Se&amp;t...</source>
-        <translation type="unfinished"></translation>
+        <translation>Referenz&amp;satz...</translation>
     </message>
     <message>
         <source>&amp;Compare...</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Vergleichen...</translation>
     </message>
     <message>
         <source>Pairs the lines of a measurement with the sites of a structure, whatever their numbers</source>
-        <translation type="unfinished"></translation>
+        <translation>Ordnet die Linien einer Messung den Plätzen einer Struktur zu, gleich wie viele es sind</translation>
     </message>
     <message>
         <source>Compare</source>
-        <translation type="unfinished"></translation>
+        <translation>Vergleichen</translation>
     </message>
     <message>
         <source>Ctrl+Shift+C</source>
-        <translation type="unfinished"></translation>
+        <translation>Ctrl+Shift+C</translation>
     </message>
     <message>
         <source>Ran&amp;k Structures...</source>
-        <translation type="unfinished"></translation>
+        <translation>Strukturen &amp;ordnen...</translation>
     </message>
     <message>
         <source>Which of many structures fits the measured lines best, and how surely</source>
-        <translation type="unfinished"></translation>
+        <translation>Welche von vielen Strukturen am besten zu den gemessenen Linien passt, und wie sicher</translation>
     </message>
     <message>
         <source>There is no measurement in one dimension: add a spectrum or a peak list</source>
-        <translation type="unfinished"></translation>
+        <translation>Es gibt keine Messung in einer Dimension: ein Spektrum oder eine Peakliste hinzufügen</translation>
     </message>
     <message>
         <source>Rank Structures</source>
-        <translation type="unfinished"></translation>
+        <translation>Strukturen ordnen</translation>
     </message>
     <message>
         <source>Ctrl+Shift+R</source>
-        <translation type="unfinished"></translation>
+        <translation>Ctrl+Shift+R</translation>
     </message>
     <message>
         <source>Reference and slope from a set that the command calibrate has written</source>
-        <translation type="unfinished"></translation>
+        <translation>Referenz und Steigung aus einem Satz, den der Befehl calibrate geschrieben hat</translation>
     </message>
     <message>
         <source>This structure is no longer on the page</source>
-        <translation type="unfinished"></translation>
+        <translation>Diese Struktur ist nicht mehr auf der Seite</translation>
     </message>
     <message>
         <source>Reference Set</source>
-        <translation type="unfinished"></translation>
+        <translation>Referenzsatz</translation>
     </message>
     <message>
         <source>Reference sets (*.json);;All files (*)</source>
-        <translation type="unfinished"></translation>
+        <translation>Referenzsätze (*.json);;Alle Dateien (*)</translation>
     </message>
     <message>
         <source>%1: new spectra and comparisons start with reference %2 ppm and slope %3 (%4)</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: neue Spektren und Vergleiche beginnen mit der Referenz %2 ppm und der Steigung %3 (%4)</translation>
     </message>
     <message>
         <source>%1 is no reference set</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ist kein Referenzsatz</translation>
     </message>
     <message>
         <source>Compare pairs any numbers of lines and sites: it is in the tool bar and in the menu Spectrum.</source>
-        <translation type="unfinished"></translation>
+        <translation>Vergleichen ordnet beliebig viele Linien und Plätze einander zu: es steht in der Werkzeugleiste und im Menü Spektrum.</translation>
     </message>
 </context>
 <context>
     <name>Workbench::ComparePanel</name>
     <message>
         <source>Every line names its sites</source>
-        <translation type="unfinished"></translation>
+        <translation>Jede Linie nennt ihre Plätze</translation>
     </message>
     <message>
         <source>As many lines as sites, or as atoms: paired by their order</source>
-        <translation type="unfinished"></translation>
+        <translation>So viele Linien wie Plätze oder wie Atome: nach ihrer Reihenfolge zugeordnet</translation>
     </message>
     <message>
         <source>Fewer lines than sites: neighbouring sites share a line so that the sum of squared differences is least</source>
-        <translation type="unfinished"></translation>
+        <translation>Weniger Linien als Plätze: benachbarte Plätze teilen sich eine Linie, sodass die Summe der Differenzquadrate am kleinsten ist</translation>
     </message>
     <message>
         <source>More lines than sites: some are left out so that the sum of squares is least</source>
-        <translation type="unfinished"></translation>
+        <translation>Mehr Linien als Plätze: einige werden weggelassen, sodass die Summe der Quadrate am kleinsten ist</translation>
     </message>
     <message>
         <source>Compare</source>
-        <translation type="unfinished"></translation>
+        <translation>Vergleichen</translation>
     </message>
     <message>
         <source>no groups</source>
-        <translation type="unfinished"></translation>
+        <translation>keine Gruppen</translation>
     </message>
     <message>
         <source>CH3</source>
-        <translation type="unfinished"></translation>
+        <translation>CH3</translation>
     </message>
     <message>
         <source>XH3</source>
-        <translation type="unfinished"></translation>
+        <translation>XH3</translation>
     </message>
     <message>
         <source>Groups of three hydrogens that turn fast enough to give one line</source>
-        <translation type="unfinished"></translation>
+        <translation>Gruppen aus drei Wasserstoffatomen, die sich schnell genug drehen, um eine einzige Linie zu geben</translation>
     </message>
     <message>
         <source>fixed</source>
-        <translation type="unfinished"></translation>
+        <translation>fest</translation>
     </message>
     <message>
         <source>fitted</source>
-        <translation type="unfinished"></translation>
+        <translation>angepasst</translation>
     </message>
     <message>
         <source>Of the shift over the shielding. A fitted slope takes a part of the differences away: give one that is known from a calibration where you can</source>
-        <translation type="unfinished"></translation>
+        <translation>Der chemischen Verschiebung über der Abschirmung. Eine angepasste Steigung nimmt einen Teil der Differenzen weg: nach Möglichkeit eine aus einer Kalibrierung bekannte angeben</translation>
     </message>
     <message>
         <source>Fitted: least squares, each site weighted with its nuclei</source>
-        <translation type="unfinished"></translation>
+        <translation>Angepasst: kleinste Quadrate, jeder Platz mit der Zahl seiner Kerne gewichtet</translation>
     </message>
     <message>
         <source>not known</source>
-        <translation type="unfinished"></translation>
+        <translation>nicht bekannt</translation>
     </message>
     <message>
         <source> ppm</source>
-        <translation type="unfinished"></translation>
+        <translation> ppm</translation>
     </message>
     <message>
         <source>Root mean square error of calculated shifts of this nucleus: without it there is no χ² and no probability</source>
-        <translation type="unfinished"></translation>
+        <translation>Wurzel des mittleren quadratischen Fehlers der berechneten chemischen Verschiebungen dieses Kerns: ohne ihn gibt es kein χ² und keine Wahrscheinlichkeit</translation>
     </message>
     <message>
         <source>So many lines may be left out where more were measured than there are sites</source>
-        <translation type="unfinished"></translation>
+        <translation>So viele Linien dürfen weggelassen werden, wenn mehr gemessen wurden, als es Plätze gibt</translation>
     </message>
     <message>
         <source>S&amp;tructure:</source>
-        <translation type="unfinished"></translation>
+        <translation>Str&amp;uktur:</translation>
     </message>
     <message>
         <source>&amp;Measured:</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Gemessen:</translation>
     </message>
     <message>
         <source>&amp;Nucleus:</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Kern:</translation>
     </message>
     <message>
         <source>&amp;Average:</source>
-        <translation type="unfinished"></translation>
+        <translation>M&amp;ittelung:</translation>
     </message>
     <message>
         <source>&amp;Reference:</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Referenz:</translation>
     </message>
     <message>
         <source>S&amp;lope:</source>
-        <translation type="unfinished"></translation>
+        <translation>St&amp;eigung:</translation>
     </message>
     <message>
         <source>&amp;Error σ:</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Fehler σ:</translation>
     </message>
     <message>
         <source>Leave &amp;out:</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Weglassen:</translation>
     </message>
     <message>
         <source>There is no structure: open a MAGRES file first</source>
-        <translation type="unfinished"></translation>
+        <translation>Es gibt keine Struktur: zuerst eine MAGRES-Datei öffnen</translation>
     </message>
     <message>
         <source>There is no measurement in one dimension: add a spectrum or a peak list</source>
-        <translation type="unfinished"></translation>
+        <translation>Es gibt keine Messung in einer Dimension: ein Spektrum oder eine Peakliste hinzufügen</translation>
     </message>
     <message>
         <source>As the spectrum says</source>
-        <translation type="unfinished"></translation>
+        <translation>Wie im Spektrum angegeben</translation>
     </message>
     <message>
         <source>The peak list does not say of which nucleus it is</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Peakliste sagt nicht, von welchem Kern sie ist</translation>
     </message>
     <message>
         <source>of the set</source>
-        <translation type="unfinished"></translation>
+        <translation>aus dem Satz</translation>
     </message>
     <message>
         <source>Reference &lt;b&gt;%1 ppm&lt;/b&gt; (%2), slope %3 (%4)</source>
-        <translation type="unfinished"></translation>
+        <translation>Referenz &lt;b&gt;%1 ppm&lt;/b&gt; (%2), Steigung %3 (%4)</translation>
     </message>
     <message>
         <source>Pairing: &lt;b&gt;%1&lt;/b&gt;; %2 lines, %3 sites%4</source>
-        <translation type="unfinished"></translation>
+        <translation>Zuordnung: &lt;b&gt;%1&lt;/b&gt;; %2 Linien, %3 Plätze%4</translation>
     </message>
     <message>
         <source> in %1</source>
-        <translation type="unfinished"></translation>
+        <translation> in %1</translation>
     </message>
     <message>
         <source>RMSD &lt;b&gt;%1 ppm&lt;/b&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>RMSD &lt;b&gt;%1 ppm&lt;/b&gt;</translation>
     </message>
     <message>
         <source> (paired automatically: %1)</source>
-        <translation type="unfinished"></translation>
+        <translation> (automatisch zugeordnet: %1)</translation>
     </message>
     <message>
         <source>; largest difference %1 (%2)%3</source>
-        <translation type="unfinished"></translation>
+        <translation>; größte Differenz %1 (%2)%3</translation>
     </message>
     <message>
         <source>, RMSD without it %1</source>
-        <translation type="unfinished"></translation>
+        <translation>, RMSD ohne sie %1</translation>
     </message>
     <message>
         <source>χ² %1, %2 degrees of freedom, &lt;b&gt;%3&lt;/b&gt;%4</source>
-        <translation type="unfinished"></translation>
+        <translation>χ² %1, %2 Freiheitsgrade, &lt;b&gt;%3&lt;/b&gt;%4</translation>
     </message>
     <message>
         <source>: &lt;b&gt;fits badly&lt;/b&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>: &lt;b&gt;passt schlecht&lt;/b&gt;</translation>
     </message>
     <message numerus="yes">
         <source>%n line(s) left out</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n Linie weggelassen</numerusform>
+            <numerusform>%n Linien weggelassen</numerusform>
         </translation>
     </message>
     <message>
         <source>&lt;i&gt;%1&lt;/i&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;i&gt;%1&lt;/i&gt;</translation>
     </message>
     <message>
         <source>Pair all automatically</source>
-        <translation type="unfinished"></translation>
+        <translation>Alle automatisch zuordnen</translation>
     </message>
     <message>
         <source>Pair %1 by Hand</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 von Hand zuordnen</translation>
     </message>
     <message>
         <source>%1: line at %2 ppm; RMSD %3 ppm</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: Linie bei %2 ppm; RMSD %3 ppm</translation>
     </message>
     <message>
         <source>This line finds its site by itself already</source>
-        <translation type="unfinished"></translation>
+        <translation>Diese Linie findet ihren Platz schon von selbst</translation>
     </message>
     <message>
         <source>Pair Line Automatically</source>
-        <translation type="unfinished"></translation>
+        <translation>Linie automatisch zuordnen</translation>
     </message>
     <message>
         <source>Pair All Automatically</source>
-        <translation type="unfinished"></translation>
+        <translation>Alle automatisch zuordnen</translation>
     </message>
     <message>
         <source>Line of %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Linie von %1</translation>
     </message>
     <message>
         <source>%1 ppm</source>
@@ -2289,11 +2289,11 @@ Optionen:
     </message>
     <message>
         <source>Pair This Line &amp;Automatically	Del</source>
-        <translation type="unfinished"></translation>
+        <translation>Diese Linie &amp;automatisch zuordnen	Entf</translation>
     </message>
     <message>
         <source>Pair A&amp;ll Automatically</source>
-        <translation type="unfinished"></translation>
+        <translation>A&amp;lle automatisch zuordnen</translation>
     </message>
 </context>
 <context>
@@ -2953,47 +2953,47 @@ im Plot „%3“; lässt sich auf einen anderen ziehen</numerusform>
     </message>
     <message>
         <source>Compare (Ctrl+Shift+C): pairs of sites and measured lines</source>
-        <translation type="unfinished"></translation>
+        <translation>Vergleichen (Strg+Umschalt+C): Paare aus Plätzen und gemessenen Linien</translation>
     </message>
     <message>
         <source>Click on a row, arrow keys</source>
-        <translation type="unfinished"></translation>
+        <translation>Klick auf eine Zeile, Pfeiltasten</translation>
     </message>
     <message>
         <source>lights the atoms, the peaks and the point of the pair</source>
-        <translation type="unfinished"></translation>
+        <translation>hebt die Atome, die Peaks und den Punkt des Paares hervor</translation>
     </message>
     <message>
         <source>Drag a row onto another, Alt+arrow keys</source>
-        <translation type="unfinished"></translation>
+        <translation>Zeile auf eine andere ziehen, Alt+Pfeiltasten</translation>
     </message>
     <message>
         <source>puts its line onto that site</source>
-        <translation type="unfinished"></translation>
+        <translation>legt ihre Linie auf jenen Platz</translation>
     </message>
     <message>
         <source>Enter, right click</source>
-        <translation type="unfinished"></translation>
+        <translation>Eingabe, Rechtsklick</translation>
     </message>
     <message>
         <source>all lines, to choose the one of this site</source>
-        <translation type="unfinished"></translation>
+        <translation>alle Linien, um die dieses Platzes zu wählen</translation>
     </message>
     <message>
         <source>Delete on a row</source>
-        <translation type="unfinished"></translation>
+        <translation>Entf auf einer Zeile</translation>
     </message>
     <message>
         <source>lets the line find its site by itself again</source>
-        <translation type="unfinished"></translation>
+        <translation>lässt die Linie ihren Platz wieder von selbst finden</translation>
     </message>
     <message>
         <source>Ctrl+Shift+R</source>
-        <translation type="unfinished"></translation>
+        <translation>Strg+Umschalt+R</translation>
     </message>
     <message>
         <source>ranks many structures by measured lines</source>
-        <translation type="unfinished"></translation>
+        <translation>ordnet viele Strukturen nach gemessenen Linien</translation>
     </message>
 </context>
 <context>
@@ -3418,71 +3418,71 @@ im Plot „%3“; lässt sich auf einen anderen ziehen</numerusform>
     <name>Workbench::PairTable</name>
     <message>
         <source>Pairs of sites and measured lines</source>
-        <translation type="unfinished"></translation>
+        <translation>Paare aus Plätzen und gemessenen Linien</translation>
     </message>
     <message>
         <source>Site</source>
-        <translation type="unfinished"></translation>
+        <translation>Platz</translation>
     </message>
     <message>
         <source>Calculated</source>
-        <translation type="unfinished"></translation>
+        <translation>Berechnet</translation>
     </message>
     <message>
         <source>Measured</source>
-        <translation type="unfinished"></translation>
+        <translation>Gemessen</translation>
     </message>
     <message>
         <source>Difference</source>
-        <translation type="unfinished"></translation>
+        <translation>Differenz</translation>
     </message>
     <message>
         <source>Paired</source>
-        <translation type="unfinished"></translation>
+        <translation>Zuordnung</translation>
     </message>
     <message>
         <source>The site by its first atom, × the atoms that the space group maps onto it</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Platz nach seinem ersten Atom, × die Atome, die die Raumgruppe auf ihn abbildet</translation>
     </message>
     <message>
         <source>Calculated shift, ppm: reference + slope · isotropic shielding</source>
-        <translation type="unfinished"></translation>
+        <translation>Berechnete chemische Verschiebung, ppm: Referenz + Steigung · isotrope Abschirmung</translation>
     </message>
     <message>
         <source>Position of the measured line, ppm; the mean where a site has several</source>
-        <translation type="unfinished"></translation>
+        <translation>Position der gemessenen Linie, ppm; der Mittelwert, wenn ein Platz mehrere hat</translation>
     </message>
     <message>
         <source>Calculated less measured, ppm</source>
-        <translation type="unfinished"></translation>
+        <translation>Berechnet minus gemessen, ppm</translation>
     </message>
     <message>
         <source>By hand: this line was assigned to the site, here or by the peak list. Shared: other sites have the same line</source>
-        <translation type="unfinished"></translation>
+        <translation>Von Hand: diese Linie wurde dem Platz zugeordnet, hier oder durch die Peakliste. Geteilt: andere Plätze haben dieselbe Linie</translation>
     </message>
     <message>
         <source>by hand</source>
-        <translation type="unfinished"></translation>
+        <translation>von Hand</translation>
     </message>
     <message>
         <source>shared</source>
-        <translation type="unfinished"></translation>
+        <translation>geteilt</translation>
     </message>
     <message>
         <source>no line</source>
-        <translation type="unfinished"></translation>
+        <translation>keine Linie</translation>
     </message>
     <message>
         <source>left out</source>
-        <translation type="unfinished"></translation>
+        <translation>weggelassen</translation>
     </message>
     <message>
         <source>This site has no line that could be moved</source>
-        <translation type="unfinished"></translation>
+        <translation>Dieser Platz hat keine Linie, die sich verschieben ließe</translation>
     </message>
     <message>
         <source>Lines are put onto sites; Delete lets a line find its site by itself</source>
-        <translation type="unfinished"></translation>
+        <translation>Linien werden auf Plätze gelegt; Entf lässt eine Linie ihren Platz von selbst finden</translation>
     </message>
 </context>
 <context>
@@ -3683,393 +3683,393 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     <name>Workbench::PowderCommands</name>
     <message>
         <source>Open a MAGRES file first: powder spectra are made from its table</source>
-        <translation type="unfinished"></translation>
+        <translation>Zuerst eine MAGRES-Datei öffnen: Pulverspektren entstehen aus ihrer Tabelle</translation>
     </message>
     <message>
         <source>The current table holds no calculation</source>
-        <translation type="unfinished"></translation>
+        <translation>Die aktuelle Tabelle enthält keine Rechnung</translation>
     </message>
     <message>
         <source>The current plot holds no powder spectrum</source>
-        <translation type="unfinished"></translation>
+        <translation>Der aktuelle Plot enthält kein Pulverspektrum</translation>
     </message>
     <message>
         <source>%1 powder</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Pulver</translation>
     </message>
     <message>
         <source>%1, %2</source>
-        <translation type="unfinished">%1. %2 {1,?}</translation>
+        <translation>%1, %2</translation>
     </message>
     <message>
         <source>Powder Spectrum</source>
-        <translation type="unfinished"></translation>
+        <translation>Pulverspektrum</translation>
     </message>
     <message>
         <source>The calculation that this spectrum is made from is no longer in the document.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Rechnung, aus der dieses Spektrum entsteht, ist nicht mehr im Dokument.</translation>
     </message>
     <message>
         <source>Edit Powder Spectrum</source>
-        <translation type="unfinished"></translation>
+        <translation>Pulverspektrum bearbeiten</translation>
     </message>
     <message>
         <source>Powder spectrum of %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Pulverspektrum von %1</translation>
     </message>
 </context>
 <context>
     <name>Workbench::PowderDialog</name>
     <message>
         <source>One &amp;factor on all Cq as well</source>
-        <translation type="unfinished"></translation>
+        <translation>Auch einen gemeinsamen &amp;Faktor für alle Cq</translation>
     </message>
     <message>
         <source>Fi&amp;t to Measurement</source>
-        <translation type="unfinished"></translation>
+        <translation>An &amp;Messung anpassen</translation>
     </message>
     <message>
         <source>Powder Spectrum</source>
-        <translation type="unfinished"></translation>
+        <translation>Pulverspektrum</translation>
     </message>
     <message>
         <source>Static</source>
-        <translation type="unfinished"></translation>
+        <translation>Statisch</translation>
     </message>
     <message>
         <source>Magic angle, at a rate</source>
-        <translation type="unfinished"></translation>
+        <translation>Magischer Winkel, mit Rotorfrequenz</translation>
     </message>
     <message>
         <source>Magic angle, infinitely fast</source>
-        <translation type="unfinished"></translation>
+        <translation>Magischer Winkel, unendlich schnell</translation>
     </message>
     <message>
         <source>S&amp;pinning:</source>
-        <translation type="unfinished"></translation>
+        <translation>R&amp;otation:</translation>
     </message>
     <message>
         <source>R&amp;ate:</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Rotorfrequenz:</translation>
     </message>
     <message>
         <source> Hz</source>
-        <translation type="unfinished"></translation>
+        <translation> Hz</translation>
     </message>
     <message>
         <source>Moves the reference and the line widths that are not 0 to the least squares of the measured curve</source>
-        <translation type="unfinished"></translation>
+        <translation>Bringt die Referenz und die Linienbreiten, die nicht 0 sind, auf die kleinsten Quadrate zur gemessenen Kurve</translation>
     </message>
     <message>
         <source>&amp;Measured:</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Gemessen:</translation>
     </message>
     <message>
         <source>&amp;Nucleus:</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Kern:</translation>
     </message>
     <message>
         <source>1&amp;H frequency:</source>
-        <translation type="unfinished"></translation>
+        <translation>1&amp;H-Frequenz:</translation>
     </message>
     <message>
         <source> MHz</source>
-        <translation type="unfinished"></translation>
+        <translation> MHz</translation>
     </message>
     <message>
         <source>&amp;Reference:</source>
-        <translation type="unfinished"></translation>
+        <translation>Refere&amp;nz:</translation>
     </message>
     <message>
         <source> ppm</source>
-        <translation type="unfinished"></translation>
+        <translation> ppm</translation>
     </message>
     <message>
         <source>S&amp;lope:</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Steigung:</translation>
     </message>
     <message>
         <source>Fa&amp;ctor on Cq:</source>
-        <translation type="unfinished"></translation>
+        <translation>Faktor für &amp;Cq:</translation>
     </message>
     <message>
         <source>Loren&amp;tzian:</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Lorentzbreite:</translation>
     </message>
     <message>
         <source>&amp;Gaussian:</source>
-        <translation type="unfinished"></translation>
+        <translation>Ga&amp;ußbreite:</translation>
     </message>
     <message>
         <source>O12 ×12: -1234.5 ppm, Cq -12.345 MHz, η 0.00</source>
-        <translation type="unfinished"></translation>
+        <translation>O12 ×12: -1234.5 ppm, Cq -12.345 MHz, η 0.00</translation>
     </message>
     <message>
         <source>&amp;Sites:</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Plätze:</translation>
     </message>
     <message>
         <source>%1: %2 ppm</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: %2 ppm</translation>
     </message>
     <message>
         <source>, Cq %1 MHz, η %2</source>
-        <translation type="unfinished"></translation>
+        <translation>, Cq %1 MHz, η %2</translation>
     </message>
     <message>
         <source>&lt;b&gt;%1&lt;/b&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;b&gt;%1&lt;/b&gt;</translation>
     </message>
     <message>
         <source>No site is chosen</source>
-        <translation type="unfinished"></translation>
+        <translation>Kein Platz ist gewählt</translation>
     </message>
     <message>
         <source>This takes too long to be shown while values change; OK computes it</source>
-        <translation type="unfinished"></translation>
+        <translation>Dies dauert zu lange, um es beim Ändern der Werte zu zeigen; OK berechnet es</translation>
     </message>
     <message>
         <source>Powder</source>
-        <translation type="unfinished"></translation>
+        <translation>Pulver</translation>
     </message>
     <message>
         <source>Fitting to %1...</source>
-        <translation type="unfinished"></translation>
+        <translation>Anpassung an %1...</translation>
     </message>
     <message>
         <source>Reference: %1 ppm</source>
-        <translation type="unfinished"></translation>
+        <translation>Referenz: %1 ppm</translation>
     </message>
     <message>
         <source>Lorentzian: %1 Hz</source>
-        <translation type="unfinished"></translation>
+        <translation>Lorentzbreite: %1 Hz</translation>
     </message>
     <message>
         <source>Gaussian: %1 Hz</source>
-        <translation type="unfinished"></translation>
+        <translation>Gaußbreite: %1 Hz</translation>
     </message>
     <message>
         <source>Factor on Cq: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Faktor für Cq: %1</translation>
     </message>
     <message>
         <source>Deviation: %1 % of the highest point</source>
-        <translation type="unfinished"></translation>
+        <translation>Abweichung: %1 % des höchsten Punktes</translation>
     </message>
     <message>
         <source>The fit has not converged.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Anpassung ist nicht konvergiert.</translation>
     </message>
     <message>
         <source>Computing the powder spectrum...</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Pulverspektrum wird berechnet...</translation>
     </message>
 </context>
 <context>
     <name>Workbench::RankDialog</name>
     <message>
         <source>&amp;Ignore the assignment of lines to sites</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Zuordnung von Linien zu Plätzen ignorieren</translation>
     </message>
     <message>
         <source>Use reference s&amp;ets</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Referenzsätze verwenden</translation>
     </message>
     <message>
         <source>Rank Structures</source>
-        <translation type="unfinished"></translation>
+        <translation>Strukturen ordnen</translation>
     </message>
     <message>
         <source>Measured</source>
-        <translation type="unfinished"></translation>
+        <translation>Gemessen</translation>
     </message>
     <message>
         <source>Nucleus</source>
-        <translation type="unfinished"></translation>
+        <translation>Kern</translation>
     </message>
     <message>
         <source>Error σ, ppm</source>
-        <translation type="unfinished"></translation>
+        <translation>Fehler σ, ppm</translation>
     </message>
     <message>
         <source>Root mean square error of calculated shifts; 0: not known</source>
-        <translation type="unfinished"></translation>
+        <translation>Wurzel des mittleren quadratischen Fehlers der berechneten chemischen Verschiebungen; 0: nicht bekannt</translation>
     </message>
     <message>
         <source>Of the &amp;Page</source>
-        <translation type="unfinished"></translation>
+        <translation>Von der &amp;Seite</translation>
     </message>
     <message>
         <source>The structures that are open</source>
-        <translation type="unfinished"></translation>
+        <translation>Die geöffneten Strukturen</translation>
     </message>
     <message>
         <source>&amp;Files...</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Dateien...</translation>
     </message>
     <message>
         <source>Calculations, which are read without being opened</source>
-        <translation type="unfinished"></translation>
+        <translation>Rechnungen, die gelesen werden, ohne geöffnet zu werden</translation>
     </message>
     <message>
         <source>F&amp;older...</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Ordner...</translation>
     </message>
     <message>
         <source>All calculations in a folder</source>
-        <translation type="unfinished"></translation>
+        <translation>Alle Rechnungen in einem Ordner</translation>
     </message>
     <message>
         <source>no groups</source>
-        <translation type="unfinished"></translation>
+        <translation>keine Gruppen</translation>
     </message>
     <message>
         <source>CH3</source>
-        <translation type="unfinished"></translation>
+        <translation>CH3</translation>
     </message>
     <message>
         <source>XH3</source>
-        <translation type="unfinished"></translation>
+        <translation>XH3</translation>
     </message>
     <message>
         <source>Groups of three hydrogens that turn fast enough to give one line</source>
-        <translation type="unfinished"></translation>
+        <translation>Gruppen aus drei Wasserstoffatomen, die sich schnell genug drehen, um eine einzige Linie zu geben</translation>
     </message>
     <message>
         <source>So many lines may be left out where more were measured than there are sites</source>
-        <translation type="unfinished"></translation>
+        <translation>So viele Linien dürfen weggelassen werden, wenn mehr gemessen wurden, als es Plätze gibt</translation>
     </message>
     <message>
         <source>Slope, and what is known of the reference, from the reference sets that were chosen</source>
-        <translation type="unfinished"></translation>
+        <translation>Steigung und was über die Referenz bekannt ist, aus den gewählten Referenzsätzen</translation>
     </message>
     <message>
         <source>&amp;Average:</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Mittelung:</translation>
     </message>
     <message>
         <source>&amp;Leave out lines:</source>
-        <translation type="unfinished"></translation>
+        <translation>Linien &amp;weglassen:</translation>
     </message>
     <message>
         <source>&amp;Rank</source>
-        <translation type="unfinished"></translation>
+        <translation>Ord&amp;nen</translation>
     </message>
     <message>
         <source>&amp;Cancel</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Abbrechen</translation>
     </message>
     <message>
         <source>&amp;Save Table...</source>
-        <translation type="unfinished"></translation>
+        <translation>Tabelle s&amp;peichern...</translation>
     </message>
     <message>
         <source>Close</source>
-        <translation type="unfinished"></translation>
+        <translation>Schließen</translation>
     </message>
     <message numerus="yes">
         <source>%1: %n line(s)</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%1: %n Linie</numerusform>
+            <numerusform>%1: %n Linien</numerusform>
         </translation>
     </message>
     <message>
         <source>Of which nucleus the lines are</source>
-        <translation type="unfinished"></translation>
+        <translation>Von welchem Kern die Linien sind</translation>
     </message>
     <message>
         <source>not known</source>
-        <translation type="unfinished"></translation>
+        <translation>nicht bekannt</translation>
     </message>
     <message numerus="yes">
         <source>Candidates: the %n structure(s) of the page</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>Kandidaten: die %n Struktur der Seite</numerusform>
+            <numerusform>Kandidaten: die %n Strukturen der Seite</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>Candidates: %n file(s) in %1</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>Kandidaten: %n Datei in %1</numerusform>
+            <numerusform>Kandidaten: %n Dateien in %1</numerusform>
         </translation>
     </message>
     <message>
         <source>There is no calculation in %1</source>
-        <translation type="unfinished"></translation>
+        <translation>In %1 gibt es keine Rechnung</translation>
     </message>
     <message>
         <source>Candidates</source>
-        <translation type="unfinished"></translation>
+        <translation>Kandidaten</translation>
     </message>
     <message>
         <source>Calculations (*.magres);;All files (*)</source>
-        <translation type="unfinished"></translation>
+        <translation>Rechnungen (*.magres);;Alle Dateien (*)</translation>
     </message>
     <message>
         <source>Folder of Candidates</source>
-        <translation type="unfinished"></translation>
+        <translation>Ordner der Kandidaten</translation>
     </message>
     <message>
         <source>Of which nucleus is %1? Choose it in the list</source>
-        <translation type="unfinished"></translation>
+        <translation>Von welchem Kern ist %1? In der Liste wählen</translation>
     </message>
     <message>
         <source>Two measurements are of %1: choose one of them</source>
-        <translation type="unfinished"></translation>
+        <translation>Zwei Messungen sind von %1: eine davon wählen</translation>
     </message>
     <message>
         <source>Choose a measurement in the list</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine Messung in der Liste wählen</translation>
     </message>
     <message>
         <source>Several nuclei are weighed by their errors: give the σ of each</source>
-        <translation type="unfinished"></translation>
+        <translation>Mehrere Kerne werden mit ihren Fehlern gewichtet: für jeden das σ angeben</translation>
     </message>
     <message>
         <source>There is no structure on the page</source>
-        <translation type="unfinished"></translation>
+        <translation>Auf der Seite ist keine Struktur</translation>
     </message>
     <message>
         <source>Ranking...</source>
-        <translation type="unfinished"></translation>
+        <translation>Strukturen werden geordnet...</translation>
     </message>
     <message>
         <source>%1 (%2)</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 (%2)</translation>
     </message>
     <message>
         <source>Cancelled: %1 of %2 structures were compared</source>
-        <translation type="unfinished"></translation>
+        <translation>Abgebrochen: %1 von %2 Strukturen wurden verglichen</translation>
     </message>
     <message>
         <source>%1 structures</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Strukturen</translation>
     </message>
     <message numerus="yes">
         <source>, %n failed: the last column says why</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>, %n fehlgeschlagen: die letzte Spalte sagt, warum</numerusform>
+            <numerusform>, %n fehlgeschlagen: die letzte Spalte sagt, warum</numerusform>
         </translation>
     </message>
     <message>
         <source>. Probabilities are relative to this pool: they say nothing about structures that are not in it</source>
-        <translation type="unfinished"></translation>
+        <translation>. Wahrscheinlichkeiten gelten relativ zu dieser Auswahl: sie sagen nichts über Strukturen, die nicht darin sind</translation>
     </message>
     <message>
         <source>There is no measurement in one dimension on the page: add one first</source>
-        <translation type="unfinished"></translation>
+        <translation>Auf der Seite ist keine Messung in einer Dimension: zuerst eine hinzufügen</translation>
     </message>
     <message>
         <source>Save Table</source>
-        <translation type="unfinished"></translation>
+        <translation>Tabelle speichern</translation>
     </message>
     <message>
         <source>Tables (*.csv *.json *.txt)</source>
-        <translation type="unfinished"></translation>
+        <translation>Tabellen (*.csv *.json *.txt)</translation>
     </message>
     <message>
         <source>%1 is written</source>
@@ -4077,42 +4077,42 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     </message>
     <message>
         <source>The table cannot be saved</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Tabelle kann nicht gespeichert werden</translation>
     </message>
 </context>
 <context>
     <name>Workbench::RankModel</name>
     <message>
         <source>Structure</source>
-        <translation type="unfinished"></translation>
+        <translation>Struktur</translation>
     </message>
     <message>
         <source>A click opens it beside the measurement</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein Klick öffnet sie neben der Messung</translation>
     </message>
     <message>
         <source>RMSD %1</source>
-        <translation type="unfinished"></translation>
+        <translation>RMSD %1</translation>
     </message>
     <message>
         <source>Root mean square difference, ppm, with the reference that fits best</source>
-        <translation type="unfinished"></translation>
+        <translation>Wurzel der mittleren quadratischen Differenz, ppm, mit der am besten passenden Referenz</translation>
     </message>
     <message>
         <source>Reference %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Referenz %1</translation>
     </message>
     <message>
         <source>That fits best, ppm</source>
-        <translation type="unfinished"></translation>
+        <translation>Die am besten passende, ppm</translation>
     </message>
     <message>
         <source>Pairing %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Zuordnung %1</translation>
     </message>
     <message>
         <source>How lines and sites were paired</source>
-        <translation type="unfinished"></translation>
+        <translation>Wie Linien und Plätze einander zugeordnet wurden</translation>
     </message>
     <message>
         <source>χ²/dof</source>
@@ -4120,7 +4120,7 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     </message>
     <message>
         <source>Sum of squared differences over their expected squares, by degrees of freedom; about 1 for a structure that is right</source>
-        <translation type="unfinished"></translation>
+        <translation>Summe der quadrierten Differenzen, bezogen auf ihre erwarteten Quadrate, je Freiheitsgrad; etwa 1 bei einer richtigen Struktur</translation>
     </message>
     <message>
         <source>p</source>
@@ -4128,7 +4128,7 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     </message>
     <message>
         <source>Of a χ² as large by chance; below 0.001 the structure fits badly, whatever its rank</source>
-        <translation type="unfinished"></translation>
+        <translation>Für ein zufällig ebenso großes χ²; unter 0.001 passt die Struktur schlecht, gleich welchen Rang sie hat</translation>
     </message>
     <message>
         <source>Probability</source>
@@ -4136,15 +4136,15 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     </message>
     <message>
         <source>In this pool, given that one of its structures is right</source>
-        <translation type="unfinished"></translation>
+        <translation>In dieser Auswahl, vorausgesetzt, dass eine ihrer Strukturen richtig ist</translation>
     </message>
     <message>
         <source>with 1.5 σ</source>
-        <translation type="unfinished"></translation>
+        <translation>mit 1.5 σ</translation>
     </message>
     <message>
         <source>The same with errors half as large again</source>
-        <translation type="unfinished"></translation>
+        <translation>Dasselbe mit anderthalbmal so großen Fehlern</translation>
     </message>
     <message>
         <source>Fit</source>
@@ -4152,7 +4152,7 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     </message>
     <message>
         <source>Bad: the differences are larger than errors explain</source>
-        <translation type="unfinished"></translation>
+        <translation>Schlecht: die Differenzen sind größer, als Fehler erklären</translation>
     </message>
 </context>
 <context>
@@ -4222,7 +4222,7 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     </message>
     <message>
         <source>A powder spectrum is fitted where it is edited</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein Pulverspektrum wird dort angepasst, wo es bearbeitet wird</translation>
     </message>
 </context>
 <context>
@@ -4744,23 +4744,23 @@ mit |σzz − iso| ≥ |σxx − iso| ≥ |σyy − iso|</translation>
     </message>
     <message>
         <source>Powder Spectrum</source>
-        <translation type="unfinished"></translation>
+        <translation>Pulverspektrum</translation>
     </message>
     <message>
         <source>The powder line shapes of the current table&apos;s sites, static or spinning</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Pulver-Linienformen der Plätze der aktuellen Tabelle, statisch oder mit Rotation</translation>
     </message>
     <message>
         <source>Ctrl+Shift+L</source>
-        <translation type="unfinished"></translation>
+        <translation>Ctrl+Shift+L</translation>
     </message>
     <message>
         <source>Create Powder Spectrum...</source>
-        <translation type="unfinished"></translation>
+        <translation>Pulverspektrum erzeugen...</translation>
     </message>
     <message>
         <source>Edit Powder Spectrum...</source>
-        <translation type="unfinished"></translation>
+        <translation>Pulverspektrum bearbeiten...</translation>
     </message>
 </context>
 <context>
