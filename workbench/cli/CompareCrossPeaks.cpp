@@ -29,7 +29,6 @@ namespace Workbench {
 namespace {
 
 constexpr const char *dimensionNames[] = {"F2", "F1"};
-constexpr int mostUnmatched = 1000;
 
 /// Cross peaks that the space group maps onto each other.
 struct CrossPeak {
@@ -81,7 +80,8 @@ Plan parsePlan(const CommandLine &line)
                                  .arg(dimension.nucleus));
     }
     if (line.has("unmatched"))
-        plan.unmatched = OptionValues::count(QStringLiteral("--unmatched"), line.value("unmatched"), mostUnmatched);
+        plan.unmatched =
+            OptionValues::count(QStringLiteral("--unmatched"), line.value("unmatched"), LinePairing::mostUnmatched);
     const QStringList outputs = line.values("o");
     if (outputs.size() > 1)
         throw UsageError(Texts::tr("option -o: cross peaks are written to one file"));
@@ -193,7 +193,7 @@ struct Report {
     }
 };
 
-QString ppm(double value)
+QString ppmText(double value)
 {
     constexpr double half = 0.005; // of the last digit; a zero has no sign
     return QString::number(std::abs(value) < half ? 0.0 : value, 'f', 2);
@@ -210,7 +210,8 @@ QByteArray Report::text() const
     for (std::size_t i = 0; i < peaks.size(); ++i) {
         QStringList row{peaks[i].sites[0], peaks[i].sites[1]};
         for (std::size_t d = 0; d < 2; ++d)
-            row << ppm(calculated(i, d)) << ppm(measuredAt(i, d)) << ppm(calculated(i, d) - measuredAt(i, d));
+            row << ppmText(calculated(i, d)) << ppmText(measuredAt(i, d))
+                << ppmText(calculated(i, d) - measuredAt(i, d));
         cells.push_back(row);
     }
     QStringList titles{QStringLiteral("F2 site"), QStringLiteral("F1 site")};
@@ -220,17 +221,17 @@ QByteArray Report::text() const
     text += TableExport::alignedText(titles, cells) + u'\n';
     for (std::size_t d = 0; d < 2; ++d) {
         const ChiSquare chiSquare = agreement[d].chiSquare(*plan.sigma[d]);
-        text +=
-            QStringLiteral("%1 (%2): reference %3 ppm (fitted), %4 sites, RMSD %5 ppm, largest difference %6 ppm, "
-                           "χ² %7 with %8 degrees of freedom%9\n")
-                .arg(QLatin1String(dimensionNames[d]), dimension[d].nucleus, ppm(reference[d] + agreement[d].reference),
-                     QString::number(agreement[d].pairs.size()), ppm(agreement[d].rmsd), ppm(agreement[d].largest),
-                     ppm(chiSquare.value), QString::number(chiSquare.degreesOfFreedom),
-                     chiSquare.p ? QStringLiteral(", p = %1").arg(*chiSquare.p, 0, 'g', 3) : QString());
+        text += QStringLiteral("%1 (%2): reference %3 ppm (fitted), %4 sites, RMSD %5 ppm, largest difference %6 ppm, "
+                               "χ² %7 with %8 degrees of freedom%9\n")
+                    .arg(QLatin1String(dimensionNames[d]), dimension[d].nucleus,
+                         ppmText(reference[d] + agreement[d].reference), QString::number(agreement[d].pairs.size()),
+                         ppmText(agreement[d].rmsd), ppmText(agreement[d].largest), ppmText(chiSquare.value),
+                         QString::number(chiSquare.degreesOfFreedom),
+                         chiSquare.p ? QStringLiteral(", p = %1").arg(*chiSquare.p, 0, 'g', 3) : QString());
     }
     for (int line : pairing.leftOut)
         text += QStringLiteral("Left out: %1, %2 ppm\n")
-                    .arg(ppm(measured[std::size_t(line)][0]), ppm(measured[std::size_t(line)][1]));
+                    .arg(ppmText(measured[std::size_t(line)][0]), ppmText(measured[std::size_t(line)][1]));
     return text.toUtf8();
 }
 

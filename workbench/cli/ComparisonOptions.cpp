@@ -17,8 +17,6 @@
 namespace Workbench {
 namespace {
 
-constexpr int mostUnmatched = 1000;
-
 QString knownNucleus(const QString &option, const QString &text)
 {
     const QString nucleus = OptionValues::nucleus(option, text);
@@ -195,7 +193,8 @@ ComparisonOptions ComparisonOptions::parse(const CommandLine &line)
     }
     options.sites = {parseSymmetryTolerance(line), parseAveraging(line)};
     if (line.has("unmatched"))
-        options.unmatched = OptionValues::count(QStringLiteral("--unmatched"), line.value("unmatched"), mostUnmatched);
+        options.unmatched =
+            OptionValues::count(QStringLiteral("--unmatched"), line.value("unmatched"), LinePairing::mostUnmatched);
     options.ignoresLabels = line.has("ignore-labels");
     return options;
 }

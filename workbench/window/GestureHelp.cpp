@@ -9,12 +9,12 @@ namespace Workbench {
 
 namespace {
 
-struct Row {
+struct Gesture {
     const char *gesture; ///< empty: `effect` is a heading
     const char *effect;
 };
 
-constexpr Row rows[] = {
+constexpr Gesture rows[] = {
     {"", QT_TRANSLATE_NOOP("Workbench::GestureHelp", "Spectrum")},
     {QT_TRANSLATE_NOOP("Workbench::GestureHelp", "Wheel"),
      QT_TRANSLATE_NOOP("Workbench::GestureHelp",
@@ -107,7 +107,7 @@ GestureHelp::GestureHelp(QWidget *parent) : QDialog(parent)
 {
     setWindowTitle(tr("Keyboard and mouse"));
     QString html = QStringLiteral("<table cellspacing='0' cellpadding='3'>");
-    for (const Row &row : rows) {
+    for (const Gesture &row : rows) {
         if (*row.gesture)
             html += QStringLiteral("<tr><td><b>%1</b>&nbsp;&nbsp;</td><td>%2</td></tr>")
                         .arg(tr(row.gesture).toHtmlEscaped(), tr(row.effect).toHtmlEscaped());

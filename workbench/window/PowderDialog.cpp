@@ -29,7 +29,7 @@ namespace Workbench {
 namespace {
 
 constexpr int pause = 120; // ms after the last change
-constexpr int patience = 1500; // ms for a preview
+constexpr int previewPatience = 1500; // ms for a preview
 constexpr int previewPoints = 2048;
 
 /// NMR nuclei of the structure's elements whose spectra can be computed.
@@ -324,7 +324,7 @@ void PowderDialog::updatePreview()
         rough.tolerance = 0.02;
         QElapsedTimer clock;
         clock.start();
-        const auto spectrum = powderSpectrum(m_sites, rough, [&](double) { return clock.elapsed() < patience; });
+        const auto spectrum = powderSpectrum(m_sites, rough, [&](double) { return clock.elapsed() < previewPatience; });
         if (!spectrum)
             return showNotes(m_sites.notes, tr("This takes too long to be shown while values change; OK computes it"));
         const ExperimentalSpectrum curve = powderCurve(m_sites, spectrum->axis, spectrum->sum, {});

@@ -31,6 +31,7 @@ struct LinePairing {
         Overlap, ///< several sites a line
         Unmatched, ///< more lines than sites: some are left out
     };
+    static constexpr int mostUnmatched = 1000; ///< that a user may ask for
     struct Options {
         std::optional<double> slope = -1.0; ///< of the shift over the shielding; none: fitted along
         int unmatched = 0; ///< lines that may be left out where there are more than sites

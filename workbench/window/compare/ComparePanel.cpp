@@ -34,7 +34,6 @@ namespace {
 enum ScaleKind { Fitted, Given, OfSet };
 
 constexpr double smallestP = 0.001;
-constexpr int mostUnmatched = 1000;
 
 QString ppm(double value)
 {
@@ -186,7 +185,7 @@ QWidget *ComparePanel::createOptions()
     m_reference->setSuffix(tr(" ppm"));
     m_sigma->setToolTip(tr("Root mean square error of calculated shifts of this nucleus: without it there is no χ² and "
                            "no probability"));
-    m_unmatched->setRange(0, mostUnmatched);
+    m_unmatched->setRange(0, LinePairing::mostUnmatched);
     m_unmatched->setKeyboardTracking(false);
     m_unmatched->setToolTip(tr("So many lines may be left out where more were measured than there are sites"));
 

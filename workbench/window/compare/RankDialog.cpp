@@ -39,7 +39,6 @@ namespace {
 
 enum MeasurementColumn { Name, Nucleus, Sigma };
 constexpr int showInterval = 300; // ms: a table that changes faster cannot be read
-constexpr int mostUnmatched = 1000;
 constexpr const char *averagingNames[] = {"none", "ch3", "xh3"};
 
 /// A peak list that the commands read.
@@ -152,7 +151,7 @@ QWidget *RankDialog::createOptions()
     m_useSets->setObjectName(QStringLiteral("rankUseSets"));
     m_averaging->addItems({tr("no groups"), tr("CH3"), tr("XH3")});
     m_averaging->setToolTip(tr("Groups of three hydrogens that turn fast enough to give one line"));
-    m_unmatched->setRange(0, mostUnmatched);
+    m_unmatched->setRange(0, LinePairing::mostUnmatched);
     m_unmatched->setToolTip(tr("So many lines may be left out where more were measured than there are sites"));
     m_useSets->setToolTip(tr("Slope, and what is known of the reference, from the reference sets that were chosen"));
     auto *box = new QWidget;
