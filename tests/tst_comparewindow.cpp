@@ -67,6 +67,16 @@ private Q_SLOTS:
 
     void cleanup() { QCOMPARE(m_dialogs.missing(), QStringList()); }
 
+    void namesOfListsTellTheNucleus()
+    {
+        openPanel(u"candidates/candidate-3.magres"_s, sample(u"paracetamol-1H.csv"_s));
+        auto *nucleus = panel().findChild<QComboBox *>(u"compareNucleus"_s);
+        nucleus->setCurrentText(u"13C"_s);
+        Q_EMIT nucleus->activated(nucleus->currentIndex());
+        window().openFiles({sample(u"acetic-acid.magres"_s)});
+        QCOMPARE(nucleus->currentText(), u"13C"_s); // the user's choice stays
+    }
+
     void commandsSayWhyTheyAreGrey()
     {
         QAction *compare = command(u"Compare"_s), *rank = command(u"Rank Structures"_s);
@@ -229,12 +239,12 @@ private Q_SLOTS:
         window().openFiles({sample(u"paracetamol-13C.csv"_s), sample(u"paracetamol-1H.csv"_s)});
         RankDialog &dialog = *window().compareCommands()->rankDialog();
         window().compareCommands()->openRanking();
-        // Of lists alone nobody knows the nuclei.
+        // Of lists without nuclei the names tell; one of each is chosen to begin with.
         auto *list = dialog.findChild<QTreeWidget *>(u"rankMeasurements"_s);
         for (int i = 0; i < 2; ++i) {
-            list->topLevelItem(i)->setCheckState(0, Qt::Checked);
-            qobject_cast<QComboBox *>(list->itemWidget(list->topLevelItem(i), 1))
-                ->setCurrentText(i ? u"1H"_s : u"13C"_s);
+            QCOMPARE(list->topLevelItem(i)->checkState(0), Qt::Checked);
+            QCOMPARE(qobject_cast<QComboBox *>(list->itemWidget(list->topLevelItem(i), 1))->currentText(),
+                     i ? u"1H"_s : u"13C"_s);
         }
         dialog.findChild<QComboBox *>(u"rankAveraging"_s)->setCurrentIndex(1);
         dialog.setFolder(sample(u"candidates"_s));
@@ -391,10 +401,9 @@ private:
     {
         window().openFiles({sample(structure), list});
         command(u"Compare"_s)->trigger();
-        // A list alone does not say of which nucleus it is: carbon is what these are of.
+        // Carbon comes first of what the structure has, unless the list's name says something else.
         auto *nucleus = panel().findChild<QComboBox *>(u"compareNucleus"_s);
-        nucleus->setCurrentText(u"13C"_s);
-        Q_EMIT nucleus->activated(nucleus->currentIndex());
+        QCOMPARE(nucleus->currentText(), list.contains(u"1H") ? u"1H"_s : u"13C"_s);
     }
 
     QString column(int row, int column) { return table().topLevelItem(row)->text(column); }

@@ -2,6 +2,7 @@
 #include "data/Nuclides.h"
 
 #include <QFile>
+#include <QRegularExpression>
 
 #include <cmath>
 #include <utility>
@@ -85,6 +86,18 @@ QStringList Nuclides::quadrupolarIsotopes(const QString &wanted) const
     QStringList found = isotopes(wanted);
     found.removeIf([this](const QString &name) { return !m_nuclei.value(name).isQuadrupolar(); });
     return found;
+}
+
+QStringList Nuclides::namedIn(const QString &text) const
+{
+    static const QRegularExpression nucleus(QStringLiteral("(?<!\\d)(\\d{1,3})([A-Z][a-z]?)(?![a-zA-Z])"));
+    QStringList named;
+    for (auto it = nucleus.globalMatch(text); it.hasNext();) {
+        const QString name = it.next().captured(0);
+        if (contains(name) && !named.contains(name))
+            named.append(name);
+    }
+    return named;
 }
 
 } // namespace Workbench

@@ -33,6 +33,8 @@ public:
     bool contains(const QString &nucleus) const { return m_nuclei.contains(nucleus); }
     /// In the order of the table, by mass number.
     const QStringList &names() const { return m_order; }
+    /// What a name such as "sample-13C.csv" speaks of: nuclides of the table, each once.
+    QStringList namedIn(const QString &text) const;
     /// All nuclei of the element, by mass number.
     QStringList isotopes(const QString &element) const;
     /// Those of them whose spin exceeds 1/2.

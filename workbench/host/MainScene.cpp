@@ -16,7 +16,6 @@
 #include <QGraphicsView>
 #include <QKeyEvent>
 #include <QMenu>
-#include <QRegularExpression>
 #include <QUndoStack>
 
 namespace Workbench {
@@ -29,17 +28,8 @@ constexpr int mostUndoSteps = 100;
 /// A name such as "sample-13C.csv" beside a spectrum of protons.
 bool namesOtherNucleus(const QString &name, const SpectrumAxis &axis)
 {
-    static const QRegularExpression nucleus(QStringLiteral("(\\d{1,3})([A-Z][a-z]?)(?![a-zA-Z])"));
-    bool names = false;
-    for (auto it = nucleus.globalMatch(name); it.hasNext();) {
-        const QRegularExpressionMatch match = it.next();
-        if (!Nuclides::table().contains(match.captured(0)))
-            continue;
-        if (match.captured(0) == QString::number(axis.massNumber) + axis.element)
-            return false;
-        names = true;
-    }
-    return names;
+    const QStringList named = Nuclides::table().namedIn(name);
+    return !named.isEmpty() && !named.contains(QString::number(axis.massNumber) + axis.element);
 }
 
 bool isTwoDimensional(const QVariantMap &spectrum)

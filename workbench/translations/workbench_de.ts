@@ -4287,10 +4287,10 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
         <translation>Spektrum</translation>
     </message>
     <message numerus="yes">
-        <source>%1 has a plot of its own; a spectrum that is created now joins it. %n peak(s)</source>
+        <source>%1 has a plot of its own; a spectrum that is created now joins it. %n peak(s).</source>
         <translation>
-            <numerusform>%1 hat einen eigenen Plot; ein Spektrum, das jetzt erzeugt wird, kommt dazu. %n Peak</numerusform>
-            <numerusform>%1 hat einen eigenen Plot; ein Spektrum, das jetzt erzeugt wird, kommt dazu. %n Peaks</numerusform>
+            <numerusform>%1 hat einen eigenen Plot; ein Spektrum, das jetzt erzeugt wird, kommt dazu. %n Peak.</numerusform>
+            <numerusform>%1 hat einen eigenen Plot; ein Spektrum, das jetzt erzeugt wird, kommt dazu. %n Peaks.</numerusform>
         </translation>
     </message>
     <message>

@@ -136,7 +136,7 @@ void StackMenu::addExperimentSomewhere(const QString &path)
     item->nmrData()->addEntry(experiment->beside({}), name);
     m_scene->addNew(item, m_scene->getEmptyRect());
     m_scene->setActiveItem(item);
-    Q_EMIT reported(tr("%1 has a plot of its own; a spectrum that is created now joins it. %n peak(s)", nullptr,
+    Q_EMIT reported(tr("%1 has a plot of its own; a spectrum that is created now joins it. %n peak(s).", nullptr,
                        int(item->nmrData()->shownSpectrum().peaks.size()))
                         .arg(name)
                     + assumed(*experiment));

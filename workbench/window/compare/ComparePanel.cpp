@@ -392,7 +392,10 @@ void ComparePanel::fillNuclei()
         return usualError(a).has_value() > usualError(b).has_value();
     });
     m_nucleus->addItems(nuclei);
-    m_nucleus->setCurrentIndex(std::max(0, m_nucleus->findText(current)));
+    // The list's name makes the start, the user's choice goes before it.
+    const bool isNew = measurement() && std::exchange(m_nucleusFor, measurement()->entry) != measurement()->entry;
+    const int likely = isNew ? m_nucleus->findText(measurement()->likelyNucleus) : -1;
+    m_nucleus->setCurrentIndex(std::max(0, likely >= 0 ? likely : m_nucleus->findText(current)));
 }
 
 void ComparePanel::takeNucleus()

@@ -101,6 +101,7 @@ private:
     QList<MeasurementChoice> m_measurements;
     QUuid m_lastPlot, m_lastTable; ///< that were followed
     QString m_lastNucleus;
+    QUuid m_nucleusFor; ///< the measurement whose name was asked for its nucleus
     std::optional<ReferenceSet> m_set; ///< of the nucleus
     std::optional<PeakComparison> m_compared;
     QString m_failure;

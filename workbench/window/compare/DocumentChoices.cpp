@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "window/compare/DocumentChoices.h"
 
+#include "data/Nuclides.h"
 #include "host/MainScene.h"
 #include "items/molecule/MoleculeItem.h"
 #include "items/plot/NmrData.h"
@@ -47,9 +48,10 @@ QList<MeasurementChoice> measurementsOf(const NmrItem &item)
     for (const SpectrumEntry &entry : data.stack().entries) {
         if (entry.isSimulated() || entry.spectrum.peaks.isEmpty() || isPlane(entry.spectrum))
             continue;
-        const QString own = nucleusOf(entry.spectrum);
-        choices.append({item.id(), entry.id, entry.name.isEmpty() ? item.title() : entry.name,
-                        own.isEmpty() ? nucleusOf(data.shownSpectrum()) : own, int(entry.spectrum.peaks.size())});
+        const QString own = nucleusOf(entry.spectrum), name = entry.name.isEmpty() ? item.title() : entry.name;
+        const QStringList named = Nuclides::table().namedIn(name);
+        choices.append({item.id(), entry.id, name, own.isEmpty() ? nucleusOf(data.shownSpectrum()) : own,
+                        named.size() == 1 ? named.constFirst() : QString(), int(entry.spectrum.peaks.size())});
     }
     return choices;
 }

@@ -26,6 +26,7 @@ struct MeasurementChoice {
     QUuid entry;
     QString name;
     QString nucleus; ///< "13C"; empty where neither the spectrum nor its plot says it
+    QString likelyNucleus; ///< by its name, where nothing else says it
     int peaks = 0;
 };
 

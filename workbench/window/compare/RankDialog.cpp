@@ -218,20 +218,22 @@ void RankDialog::fillMeasurements()
         nucleus->addItems(choice.nucleus.isEmpty() ? QStringList{QString()} + Nuclides::table().names()
                                                    : QStringList{choice.nucleus});
         nucleus->setEnabled(choice.nucleus.isEmpty());
+        const QString shown = choice.nucleus.isEmpty() ? choice.likelyNucleus : choice.nucleus;
+        nucleus->setCurrentText(shown);
         auto *sigma = new QDoubleSpinBox;
         sigma->setRange(0, 1e4);
         sigma->setSpecialValueText(tr("not known"));
-        sigma->setValue(usualError(choice.nucleus).value_or(0));
+        sigma->setValue(usualError(shown).value_or(0));
         connect(nucleus, &QComboBox::currentTextChanged, sigma,
                 [sigma](const QString &name) { sigma->setValue(usualError(name).value_or(0)); });
         m_measurements->setItemWidget(row, Nucleus, nucleus);
         m_measurements->setItemWidget(row, Sigma, sigma);
         // One of each nucleus to begin with.
-        const bool isFirst = !choice.nucleus.isEmpty() && !checked.contains(choice.nucleus);
+        const bool isFirst = !shown.isEmpty() && !checked.contains(shown);
         const Qt::CheckState state = before.value(choice.entry, isFirst ? Qt::Checked : Qt::Unchecked);
         row->setCheckState(Name, state);
         if (state == Qt::Checked)
-            checked.append(choice.nucleus);
+            checked.append(shown);
     }
     m_measurements->header()->resizeSection(Name, 420);
 }
