@@ -106,7 +106,7 @@ void StackMenu::add(const Experiment &experiment, const QString &name, NmrItem &
     NmrData &data = *item.nmrData();
     const QUuid id = data.addEntry(experiment.beside(data.shownSpectrum().peaks), name);
     Q_EMIT reported(tr("%1: %n peak(s) added", nullptr, int(data.spectrum(id).peaks.size())).arg(name)
-                    + QStringLiteral(". ") + PeakEditor::counts(data) + assumed(experiment));
+                    + QStringLiteral(". ") + PeakEditor::counts(data) + u'.' + assumed(experiment));
 }
 
 void StackMenu::addExperimentSomewhere(const QString &path)

@@ -60,11 +60,11 @@ QString PeakLabelBand::fittedText(const Label &label, const QFontMetricsF &metri
     const QString whole = text(label);
     if (!label.shared.hasName() || metrics.horizontalAdvance(whole) <= longestText() + 1)
         return whole;
-    const QString number = QStringLiteral("  ") + ppmText(label);
-    const double left = longestText() + 1 - metrics.horizontalAdvance(number);
-    return left > metrics.horizontalAdvance(QStringLiteral("C1\u2026"))
-        ? metrics.elidedText(label.shared.text(), Qt::ElideRight, left) + number
-        : number.trimmed();
+    const QString name = label.shared.text(), number = QStringLiteral("  ") + ppmText(label);
+    const auto isEnd = [](QChar c) { return c == u' ' || c == u','; };
+    const QString first = QString(name.cbegin(), std::find_if(name.cbegin(), name.cend(), isEnd) - name.cbegin());
+    const QString shortened = first + QChar(0x2026) + number;
+    return metrics.horizontalAdvance(shortened) <= longestText() + 1 ? shortened : number.trimmed();
 }
 
 QList<PeakLabelBand::Label> PeakLabelBand::labels() const
