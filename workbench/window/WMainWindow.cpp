@@ -346,8 +346,8 @@ void WMainWindow::createPowderActions()
         [this](NmrItem *item, const QUuid &entry) { m_powderCommands->createLike(item, entry); },
         [this](NmrItem *item, const QUuid &entry) { m_powderCommands->edit(item, entry); });
     const auto update = [this, edit] { edit->setVisible(m_powderCommands->whyNoEdit().isEmpty()); };
-    connect(scene(), &MainScene::currentItemsChanged, edit, update);
-    connect(scene()->undoStack(), &QUndoStack::indexChanged, edit, update);
+    connect(scene(), &MainScene::currentItemsChanged, this, update);
+    connect(scene()->undoStack(), &QUndoStack::indexChanged, this, update);
     update();
 }
 
