@@ -289,8 +289,7 @@ private:
             m_warnings.append(
                 Texts::tr("A species with a suffix is no element (%1, atoms: %2): it has no isotopes and is missing in "
                           "spectra.")
-                    .arg(m_suffixed.first)
-                    .arg(m_suffixed.count));
+                    .arg(m_suffixed.first, QString::number(m_suffixed.count)));
         }
         if (m_doubled.count > 0) {
             m_warnings.append(
