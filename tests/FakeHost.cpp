@@ -17,3 +17,5 @@ FakeHost::~FakeHost()
     for (const char *name : {"isHeadless", "fileFilters", "nmrDataTables"})
         qApp->setProperty(name, QVariant());
 }
+
+#include "moc_FakeHost.cpp"

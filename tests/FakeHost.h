@@ -1,7 +1,15 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
-#include <QtWidgets>
+#include <QAbstractTableModel>
+#include <QApplication>
+#include <QGraphicsScene>
+#include <QGraphicsWidget>
+#include <QMainWindow>
+#include <QMenu>
+#include <QPointer>
+#include <QTableView>
+#include <QUuid>
 
 #include <functional>
 #include <memory>

@@ -2,7 +2,10 @@
 #include "FakeHost.h"
 #include "foreignhost/ForeignHost.h"
 
-#include <QtTest>
+#include <QPluginLoader>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTest>
 
 /// The map as a host hands it out that has stored and restored the numbers under its own name of their type.
 static QVariant restored(const QVariant &value)

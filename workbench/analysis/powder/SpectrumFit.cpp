@@ -3,19 +3,26 @@
 
 #include "analysis/powder/Trigonometry.h"
 
-#include <Eigen/Dense>
-#include <unsupported/Eigen/NonLinearOptimization>
+#include <gsl/gsl_errno.h>
+#include <gsl/gsl_multifit_nlinear.h>
 
 #include <algorithm>
 #include <cmath>
+#include <exception>
+#include <memory>
+#include <numeric>
 #include <stdexcept>
 
 namespace Workbench::Powder {
 
 namespace {
 
-using Eigen::MatrixXd;
-using Eigen::VectorXd;
+using Values = std::vector<double>;
+
+double dot(const Values &a, const Values &b)
+{
+    return std::inner_product(a.begin(), a.end(), b.begin(), 0.0);
+}
 
 void check(const Measured &measured, size_t parameters)
 {
@@ -57,10 +64,10 @@ public:
 
     const Axis &axis() const { return m_axis; }
 
-    LineShape shape(const VectorXd &x) const
+    LineShape shape(std::span<const double> x) const
     {
         LineShape shape = m_start;
-        int i = m_choice.reference ? 1 : 0;
+        size_t i = m_choice.reference ? 1 : 0;
         if (m_choice.lorentzian)
             shape.lorentzian = m_start.lorentzian * exponential(x[i++]);
         if (m_choice.gaussian)
@@ -72,8 +79,8 @@ public:
         }
         return shape;
     }
-    double shift(const VectorXd &x) const { return m_choice.reference ? x[0] : 0; }
-    double scale(const VectorXd &x) const { return m_choice.scale ? exponential(x[x.size() - 1]) : 1; }
+    double shift(std::span<const double> x) const { return m_choice.reference ? x[0] : 0; }
+    double scale(std::span<const double> x) const { return m_choice.scale ? exponential(x.back()) : 1; }
 
     /// Decides the number of directions, for all calls alike: the curve must change smoothly.
     void prepare()
@@ -87,7 +94,7 @@ public:
     }
 
     /// At the measured points, in calculated intensity.
-    VectorXd values(const VectorXd &x)
+    Values values(std::span<const double> x)
     {
         const LineShape width = shape(x);
         const double factor = scale(x);
@@ -101,9 +108,9 @@ public:
     }
 
     /// A curve of the model's axis, moved and read at the measured points: cubic interpolation.
-    VectorXd at(const std::vector<double> &curve, double move) const
+    Values at(const Values &curve, double move) const
     {
-        VectorXd result(ptrdiff_t(m_measured.ppm.size()));
+        Values result(m_measured.ppm.size());
         for (size_t i = 0; i < m_measured.ppm.size(); ++i) {
             const double position = (m_measured.ppm[i] - move - m_axis.first) / m_axis.step();
             const double below = std::floor(position);
@@ -114,13 +121,13 @@ public:
                 value = -p[-1] * t * (t - 1) * (t - 2) / 6 + p[0] * (t + 1) * (t - 1) * (t - 2) / 2
                     - p[1] * (t + 1) * t * (t - 2) / 2 + p[2] * (t + 1) * t * (t - 1) / 6;
             }
-            result[ptrdiff_t(i)] = value;
+            result[i] = value;
         }
         return result;
     }
 
     /// The curve that the search for the reference moves about: wide lines, so that near counts.
-    std::vector<double> blurred()
+    Values blurred()
     {
         LineShape wide = m_start;
         wide.gaussian = std::max(4 * fullWidth(m_start), 4 * m_axis.step() * m_conditions.larmor);
@@ -158,57 +165,144 @@ private:
     Axis m_axis;
     Accuracy m_accuracy;
     int m_calls = 0;
-    std::vector<double> m_curve; ///< of the last call
+    Values m_curve; ///< of the last call
     LineShape m_width;
     double m_factor = 1;
 };
 
-double bestIntensity(const VectorXd &model, const VectorXd &measured)
+double bestIntensity(const Values &model, const Values &measured)
 {
-    const double norm = model.squaredNorm();
-    return norm > 0 ? model.dot(measured) / norm : 0;
+    const double norm = dot(model, model);
+    return norm > 0 ? dot(model, measured) / norm : 0;
 }
 
 /// What is left of the measured points, the intensity being the best for each set of parameters.
-struct Residuals {
-    Model &model;
-    const VectorXd &measured;
-    const VectorXd &differences; ///< by how much parameters are moved for the derivatives
+class Residuals {
+public:
+    Residuals(Model &model, const Values &measured, const Values &differences)
+        : m_model(model),
+          m_measured(measured),
+          m_differences(differences)
+    {
+        m_system.f = [](const gsl_vector *x, void *self, gsl_vector *residuals) {
+            return static_cast<Residuals *>(self)->answer([=](Residuals &r) { r.write(x, residuals); });
+        };
+        m_system.df = [](const gsl_vector *x, void *self, gsl_matrix *jacobian) {
+            return static_cast<Residuals *>(self)->answer([=](Residuals &r) { r.write(x, jacobian); });
+        };
+        m_system.fvv = nullptr;
+        m_system.n = measured.size();
+        m_system.p = differences.size();
+        m_system.params = this;
+    }
+    Residuals(const Residuals &) = delete;
+    Residuals &operator=(const Residuals &) = delete;
 
-    int operator()(const VectorXd &x, VectorXd &residuals) const
+    gsl_multifit_nlinear_fdf *system() { return &m_system; }
+
+    /// What went wrong in a call, which the library cannot hand on.
+    void rethrow() const
     {
-        const VectorXd curve = model.values(x);
-        residuals = measured - bestIntensity(curve, measured) * curve;
-        return 0;
+        if (m_error)
+            std::rethrow_exception(m_error);
     }
-    int df(const VectorXd &x, MatrixXd &jacobian) const
+
+private:
+    template <typename Call>
+    int answer(Call call)
     {
-        VectorXd above, below;
-        jacobian.resize(measured.size(), x.size());
-        for (ptrdiff_t i = 0; i < x.size(); ++i) {
-            VectorXd moved = x;
-            moved[i] = x[i] + differences[i];
-            (*this)(moved, above);
-            moved[i] = x[i] - differences[i];
-            (*this)(moved, below);
-            jacobian.col(i) = (above - below) / (2 * differences[i]);
+        try {
+            call(*this);
+            return GSL_SUCCESS;
+        } catch (...) {
+            m_error = std::current_exception();
+            return GSL_EBADFUNC;
         }
-        return 0;
     }
-    ptrdiff_t inputs() const { return differences.size(); }
-    ptrdiff_t values() const { return measured.size(); }
+
+    Values at(const Values &x) const
+    {
+        Values residuals = m_model.values(x);
+        const double intensity = bestIntensity(residuals, m_measured);
+        for (size_t i = 0; i < residuals.size(); ++i)
+            residuals[i] = m_measured[i] - intensity * residuals[i];
+        return residuals;
+    }
+    void write(const gsl_vector *x, gsl_vector *residuals) const
+    {
+        const Values values = at(Values(x->data, x->data + x->size));
+        for (size_t i = 0; i < values.size(); ++i)
+            gsl_vector_set(residuals, i, values[i]);
+    }
+    void write(const gsl_vector *x, gsl_matrix *jacobian) const
+    {
+        for (size_t p = 0; p < m_differences.size(); ++p) {
+            Values moved(x->data, x->data + x->size);
+            const double place = moved[p];
+            moved[p] = place + m_differences[p];
+            const Values above = at(moved);
+            moved[p] = place - m_differences[p];
+            const Values below = at(moved);
+            for (size_t i = 0; i < above.size(); ++i)
+                gsl_matrix_set(jacobian, i, p, (above[i] - below[i]) / (2 * m_differences[p]));
+        }
+    }
+
+    Model &m_model;
+    const Values &m_measured;
+    const Values &m_differences; ///< by how much parameters are moved for the derivatives
+    gsl_multifit_nlinear_fdf m_system{};
+    std::exception_ptr m_error;
 };
 
-/// The move of the calculated curve that explains most of the measured one.
-double bestShift(Model &model, const VectorXd &measured, double width, double reach)
+struct Minimum {
+    Values x;
+    Values errors; ///< per unit of the residuals' standard deviation
+    int steps = 0;
+    bool converged = false;
+};
+
+/// The method of Levenberg and Marquardt, from a start that need not be near.
+Minimum minimise(Model &model, const Values &measured, const Values &start, const Values &differences)
 {
-    const std::vector<double> curve = model.blurred();
+    gsl_set_error_handler_off(); // Errors come back as numbers, instead of ending the program.
+    Residuals residuals(model, measured, differences);
+    const gsl_multifit_nlinear_parameters parameters = gsl_multifit_nlinear_default_parameters();
+    const std::unique_ptr<gsl_multifit_nlinear_workspace, decltype(&gsl_multifit_nlinear_free)> workspace(
+        gsl_multifit_nlinear_alloc(gsl_multifit_nlinear_trust, &parameters, measured.size(), start.size()),
+        gsl_multifit_nlinear_free);
+    const gsl_vector_const_view first = gsl_vector_const_view_array(start.data(), start.size());
+    gsl_multifit_nlinear_init(&first.vector, residuals.system(), workspace.get());
+    residuals.rethrow();
+    int reason = 0;
+    const int status =
+        gsl_multifit_nlinear_driver(60, 1e-7, 1e-9, 1e-9, nullptr, nullptr, &reason, workspace.get());
+    residuals.rethrow();
+
+    Minimum result;
+    const gsl_vector *x = gsl_multifit_nlinear_position(workspace.get());
+    result.x.assign(x->data, x->data + x->size);
+    result.steps = int(gsl_multifit_nlinear_niter(workspace.get()));
+    // No progress is what rounding leaves at the minimum.
+    result.converged = status == GSL_SUCCESS || status == GSL_ENOPROG;
+    Values covariance(start.size() * start.size());
+    gsl_matrix_view matrix = gsl_matrix_view_array(covariance.data(), start.size(), start.size());
+    gsl_multifit_nlinear_covar(gsl_multifit_nlinear_jac(workspace.get()), 1e-12, &matrix.matrix);
+    for (size_t i = 0; i < start.size(); ++i)
+        result.errors.push_back(std::sqrt(std::max(covariance[i * start.size() + i], 0.0)));
+    return result;
+}
+
+/// The move of the calculated curve that explains most of the measured one.
+double bestShift(Model &model, const Values &measured, double width, double reach)
+{
+    const Values curve = model.blurred();
     const int count = int(std::clamp(std::ceil(reach / width), 1.0, 2000.0));
     double best = 0, most = -1;
     for (int i = -count; i <= count; ++i) {
         const double move = reach * i / count;
-        const VectorXd values = model.at(curve, move);
-        const double norm = values.squaredNorm(), product = values.dot(measured);
+        const Values values = model.at(curve, move);
+        const double norm = dot(values, values), product = dot(values, measured);
         const double explained = norm > 0 && product > 0 ? product * product / norm : 0;
         if (explained > most) {
             most = explained;
@@ -218,11 +312,12 @@ double bestShift(Model &model, const VectorXd &measured, double width, double re
     return best;
 }
 
-SpectrumFit fit(Model &model, const VectorXd &measured, const FitChoice &choice, const Conditions &conditions,
+SpectrumFit fit(Model &model, const Values &measured, const FitChoice &choice, const Conditions &conditions,
                 const LineShape &shape, double reach)
 {
-    const int count = int(choice.reference) + int(choice.lorentzian) + int(choice.gaussian) + int(choice.scale);
-    VectorXd x = VectorXd::Zero(count), differences = VectorXd::Constant(count, 0.02);
+    const size_t count =
+        size_t(choice.reference) + size_t(choice.lorentzian) + size_t(choice.gaussian) + size_t(choice.scale);
+    Values x(count, 0.0), differences(count, 0.02), errors;
     const double width = fullWidth(shape) / conditions.larmor;
     if (choice.reference) {
         x[0] = bestShift(model, measured, width, reach);
@@ -233,39 +328,33 @@ SpectrumFit fit(Model &model, const VectorXd &measured, const FitChoice &choice,
     model.prepare();
 
     SpectrumFit result;
-    Residuals residuals{model, measured, differences};
+    result.converged = true;
     if (count > 0) {
-        Eigen::LevenbergMarquardt<Residuals> method(residuals);
-        method.parameters.ftol = method.parameters.xtol = 1e-7;
-        method.parameters.maxfev = 60;
-        const auto status = method.minimize(x);
-        result.steps = int(method.iter);
-        result.converged = status >= Eigen::LevenbergMarquardtSpace::RelativeReductionTooSmall
-            && status <= Eigen::LevenbergMarquardtSpace::CosinusTooSmall;
-    } else {
-        result.converged = true;
+        const Minimum minimum = minimise(model, measured, x, differences);
+        x = minimum.x;
+        errors = minimum.errors;
+        result.steps = minimum.steps;
+        result.converged = minimum.converged;
     }
 
-    const VectorXd curve = model.values(x);
-    result.intensity = bestIntensity(curve, measured);
-    const VectorXd fitted = result.intensity * curve;
-    result.curve.assign(fitted.begin(), fitted.end());
-    const double variance = (measured - fitted).squaredNorm() / double(measured.size() - count - 1);
-    result.deviation = std::sqrt(variance) / measured.cwiseAbs().maxCoeff();
-    VectorXd errors = VectorXd::Zero(count);
-    if (count > 0) {
-        MatrixXd jacobian;
-        residuals.df(x, jacobian);
-        const MatrixXd covariance =
-            variance * (jacobian.transpose() * jacobian).completeOrthogonalDecomposition().pseudoInverse();
-        errors = covariance.diagonal().cwiseMax(0).cwiseSqrt();
+    result.curve = model.values(x);
+    result.intensity = bestIntensity(result.curve, measured);
+    double squares = 0, highest = 0;
+    for (size_t i = 0; i < measured.size(); ++i) {
+        result.curve[i] *= result.intensity;
+        squares += (measured[i] - result.curve[i]) * (measured[i] - result.curve[i]);
+        highest = std::max(highest, std::abs(measured[i]));
     }
+    const double deviation = std::sqrt(squares / double(measured.size() - count - 1));
+    result.deviation = deviation / highest;
+    for (double &error : errors)
+        error *= deviation;
     const LineShape final = model.shape(x);
     result.lorentzian.value = final.lorentzian;
     result.gaussian.value = final.gaussian;
     result.scale.value = model.scale(x);
     result.reference.value = model.shift(x);
-    int i = 0;
+    size_t i = 0;
     // Errors of logarithms are relative ones.
     if (choice.reference)
         result.reference.error = errors[i++];
@@ -302,11 +391,9 @@ std::optional<SpectrumFit> fitSpectrum(std::span<const Site> sites, const Condit
         start.gaussian = std::max(0.5 * start.lorentzian, least);
     if (!(fullWidth(start) > 0))
         start.gaussian = least;
-    const VectorXd intensities =
-        Eigen::Map<const VectorXd>(measured.intensity.data(), ptrdiff_t(measured.intensity.size()));
     try {
         Model model(sites, conditions, start, measured, choice, choice.reference ? reach : 0, progress);
-        return fit(model, intensities, choice, conditions, start, reach);
+        return fit(model, measured.intensity, choice, conditions, start, reach);
     } catch (const Stopped &) {
         return std::nullopt;
     }
