@@ -94,6 +94,12 @@ private Q_SLOTS:
                                                            .axisF1 = {6.0, -0.02},
                                                            .pointsF2 = 700,
                                                            .before = 0.0};
+        // What such products are added to, and whether they change it; peaks of both signs.
+        std::vector<LinePeak> mixed = randomPeaks(24, 3);
+        mixed[9].height = -mixed[9].height;
+        for (double before : {0x1p-968, -0x1p-968, 0x1p-1020, 0x1p-1021, 0x1.8p-1022, 5e-324, -5e-324})
+            QTest::addRow("before %g", before)
+                << Case{.peaks = mixed, .widthF2 = 0.2, .widthF1 = 0.1, .before = before};
     }
 
     void kernelsEqualTheLoops()

@@ -61,10 +61,15 @@ GaussianFactors::GaussianFactors(double position, double width, const SpectrumAx
     }
     end = std::max(end, m_begin);
     m_size = end - m_begin;
-    m_storage.resize(m_size + 3 * vectorSize);
+    m_loweredOffset = (m_size + 4 * vectorSize) / vectorSize * vectorSize;
+    m_storage.resize(2 * m_loweredOffset);
     m_offset = vectorSize + (placeInVector(like) + m_begin + vectorSize - placeInVector(m_storage.data())) % vectorSize;
-    for (std::size_t i = m_begin; i < end; ++i)
-        m_storage[m_offset + (i - m_begin)] = factor(axis.at(std::ptrdiff_t(i)), position, width);
+    for (std::size_t i = m_begin; i < end; ++i) {
+        const double value = factor(axis.at(std::ptrdiff_t(i)), position, width);
+        double *raised = m_storage.data() + (m_offset + i - m_begin);
+        raised[0] = value * raising;
+        raised[m_loweredOffset] = value * lowering;
+    }
     if (m_cut) {
         for (; m_size != 0 && m_storage[m_offset + m_size - 1] == 0.0; --m_size) { }
         for (; m_size != 0 && m_storage[m_offset] == 0.0; --m_size) {
@@ -72,7 +77,7 @@ GaussianFactors::GaussianFactors(double position, double width, const SpectrumAx
             ++m_offset;
         }
     }
-    const double *first = from(m_begin);
+    const double *first = raisedFrom(m_begin);
     m_peak = m_begin + std::size_t(std::max_element(first, first + m_size) - first);
 }
 

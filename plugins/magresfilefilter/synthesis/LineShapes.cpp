@@ -75,44 +75,64 @@ namespace {
 // within it a row keeps the columns where the product with the row's factor can be more than zero (fitColumns). What is
 // left are sums of scaled pieces of rows, which the kernels add four peaks at a time, so that a point is loaded and
 // stored once for four terms; still one after the other in the order of the peaks, for the bits of the plain loop
-// (addTerms). The loops are nested for the caches: peaks in batches whose factors fit, rows of the plane a few at a
-// time, groups of four peaks over these rows (addGaussians, addGaussianRows, addGaussianRow).
+// (addTerms). Products that would be subnormal are left out where they cannot change a sum (absorbs): multiplying them
+// takes a processor longer than all others together. The loops are nested for the caches: peaks in batches whose
+// factors fit, rows of the plane a few at a time, groups of four peaks over these rows (addGaussians, addGaussianRows,
+// addGaussianRow).
 
-/// One peak of a batch: a factor per axis, and the columns whose product with the row's factor may differ from zero.
+/// Columns of a row, [begin, end).
+struct Columns {
+    std::size_t begin;
+    std::size_t end;
+};
+
+/// One peak of a batch: a factor per axis, and what of the columns matters to the row visited last.
 struct GaussianPeak {
     GaussianFactors columns;
     GaussianFactors rows;
     double height;
-    std::size_t begin; // of the columns that matter, as of the row visited last
-    std::size_t end;
+    Columns reached; ///< the product with the row's factor may differ from zero
+    Columns normal; ///< it may be 2^-1022 or more, which is part of these
 };
 
-/// Fits the columns to a row's factor. Rows follow each other, so the ends move little.
-void fitColumns(GaussianPeak &peak, double rowFactor)
+/// Fits the window to where the columns' factors, raised, are at least so much. Rows follow each other, so the ends
+/// move little.
+void fitColumns(Columns &window, const GaussianFactors &columns, double raisedLeast)
 {
-    // Half of what makes the product round to zero, so that it does so also where a factor is off in its last place.
-    const double least = 0.25 * (0x1p-1074 / std::abs(rowFactor));
-    const GaussianFactors &columns = peak.columns;
-    const auto matters = [&](std::size_t i) { return columns.at(i) >= least; };
+    const auto matters = [&](std::size_t i) { return columns.isAtLeast(raisedLeast, i); };
     const std::size_t middle = columns.peakIndex();
-    peak.begin = std::min(peak.begin, middle);
-    while (peak.begin < middle && !matters(peak.begin))
-        ++peak.begin;
-    while (peak.begin > columns.begin() && matters(peak.begin - 1))
-        --peak.begin;
-    peak.end = std::max(peak.end, middle);
-    while (peak.end > middle && !matters(peak.end - 1))
-        --peak.end;
-    while (peak.end < columns.end() && matters(peak.end))
-        ++peak.end;
+    window.begin = std::min(window.begin, middle);
+    while (window.begin < middle && !matters(window.begin))
+        ++window.begin;
+    while (window.begin > columns.begin() && matters(window.begin - 1))
+        --window.begin;
+    window.end = std::max(window.end, middle);
+    while (window.end > middle && !matters(window.end - 1))
+        --window.end;
+    while (window.end < columns.end() && matters(window.end))
+        ++window.end;
 }
 
-/// What a peak adds to a row: factor times its factors of the columns [begin, end).
+void fitColumns(GaussianPeak &peak, double rowFactor)
+{
+    const double factor = std::abs(rowFactor);
+    // 2^-1076, raised: half of what makes the product round to zero, so that it does so also where a factor is off in
+    // its last place.
+    fitColumns(peak.reached, peak.columns, 0x1p-976 / factor);
+    fitColumns(peak.normal, peak.columns, 0x1p-922 / factor);
+}
+
+/// Whether products below 2^-1022 can be left out: added to such values they are less than half of the last place.
+bool absorbs(std::span<const double> values)
+{
+    return std::all_of(values.begin(), values.end(), [](double value) { return value >= 0x1p-968; });
+}
+
+/// What a peak adds to a row: factor times its factors of the columns.
 struct RowTerm {
     double factor;
     const GaussianPeak *peak;
-    std::size_t begin;
-    std::size_t end;
+    Columns columns;
 };
 
 /// Adds up to four terms, from one end of any to the next with those that have these columns, in their order.
@@ -120,8 +140,8 @@ void addTerms(const LineShapeKernels &kernels, std::span<const RowTerm> terms, d
 {
     std::array<std::size_t, 8> ends{};
     for (std::size_t i = 0; i < terms.size(); ++i) {
-        ends[2 * i] = terms[i].begin;
-        ends[2 * i + 1] = terms[i].end;
+        ends[2 * i] = terms[i].columns.begin;
+        ends[2 * i + 1] = terms[i].columns.end;
     }
     std::sort(ends.begin(), ends.end());
     for (std::size_t i = 0; i + 1 < ends.size(); ++i) {
@@ -130,23 +150,22 @@ void addTerms(const LineShapeKernels &kernels, std::span<const RowTerm> terms, d
         std::array<ScaledValues, 4> present;
         std::size_t count = 0;
         for (const RowTerm &term : terms) {
-            if (term.begin <= begin && term.end >= end)
-                present[count++] = {term.factor, term.peak->columns.from(begin)};
+            if (term.columns.begin <= begin && term.columns.end >= end)
+                present[count++] = term.peak->columns.scaledFrom(begin, term.factor);
         }
         if (begin < end && count > 0)
             kernels.addScaled[count - 1](present.data(), row + begin, end - begin);
     }
 }
 
-/// The term over whole vectors of the row, as far as the row reaches: the zeros that come in cost less than odd ends
+/// The columns of whole vectors of the row, as far as the row reaches: the zeros that come in cost less than odd ends
 /// do.
-RowTerm widened(RowTerm term, std::span<const double> row)
+Columns widened(Columns columns, std::span<const double> row)
 {
     constexpr std::size_t size = GaussianFactors::vectorSize;
     const std::size_t place = GaussianFactors::placeInVector(row.data());
-    term.begin -= std::min(term.begin, (place + term.begin) % size);
-    term.end = std::min(row.size(), term.end + (size - (place + term.end) % size) % size);
-    return term;
+    return {columns.begin - std::min(columns.begin, (place + columns.begin) % size),
+            std::min(row.size(), columns.end + (size - (place + columns.end) % size) % size)};
 }
 
 /// `peaks`: at most four.
@@ -155,6 +174,7 @@ void addGaussianRow(const LineShapeKernels &kernels, std::span<GaussianPeak *> p
 {
     std::array<RowTerm, 4> terms;
     std::size_t count = 0;
+    bool isAbsorbed = true;
     for (GaussianPeak *peak : peaks) {
         if (!peak->rows.contains(index))
             continue;
@@ -164,9 +184,17 @@ void addGaussianRow(const LineShapeKernels &kernels, std::span<GaussianPeak *> p
                 continue;
             fitColumns(*peak, factor);
         }
-        if (peak->begin < peak->end)
-            terms[count++] = widened({factor, peak, peak->begin, peak->end}, row);
+        const Columns &reached = peak->reached;
+        const Columns &normal = peak->normal;
+        if (reached.begin == reached.end)
+            continue;
+        terms[count++] = {factor, peak, reached};
+        // Sums of what is positive stay as large as they are before the first term.
+        isAbsorbed = isAbsorbed && factor > 0.0 && absorbs(row.subspan(reached.begin, normal.begin - reached.begin))
+            && absorbs(row.subspan(normal.end, reached.end - normal.end));
     }
+    for (RowTerm &term : std::span(terms).first(count))
+        term.columns = isAbsorbed ? term.peak->normal : widened(term.columns, row);
     addTerms(kernels, std::span(terms).first(count), row.data());
 }
 
@@ -215,9 +243,8 @@ void addGaussians(InstructionSet set, std::span<const LinePeak> peaks, double wi
             GaussianFactors columns(next->positionF2, widthF2, axisF2, pointsF2, cut, data.data());
             GaussianFactors lines(next->positionF1, widthF1, axisF1, rows, cut);
             factors += columns.size() + lines.size();
-            const std::size_t begin = columns.begin();
-            const std::size_t end = columns.end();
-            batch.push_back({std::move(columns), std::move(lines), next->height, begin, end});
+            const Columns all = {columns.begin(), columns.end()};
+            batch.push_back({std::move(columns), std::move(lines), next->height, all, all});
         }
         for (std::size_t row = 0; row < rows; row += rowsAtOnce) {
             const std::size_t count = std::min(rowsAtOnce, rows - row);

@@ -180,9 +180,7 @@ double bestIntensity(const Values &model, const Values &measured)
 class Residuals {
 public:
     Residuals(Model &model, const Values &measured, const Values &differences)
-        : m_model(model),
-          m_measured(measured),
-          m_differences(differences)
+        : m_model(model), m_measured(measured), m_differences(differences)
     {
         m_system.f = [](const gsl_vector *x, void *self, gsl_vector *residuals) {
             return static_cast<Residuals *>(self)->answer([=](Residuals &r) { r.write(x, residuals); });
@@ -275,8 +273,7 @@ Minimum minimise(Model &model, const Values &measured, const Values &start, cons
     gsl_multifit_nlinear_init(&first.vector, residuals.system(), workspace.get());
     residuals.rethrow();
     int reason = 0;
-    const int status =
-        gsl_multifit_nlinear_driver(60, 1e-7, 1e-9, 1e-9, nullptr, nullptr, &reason, workspace.get());
+    const int status = gsl_multifit_nlinear_driver(60, 1e-7, 1e-9, 1e-9, nullptr, nullptr, &reason, workspace.get());
     residuals.rethrow();
 
     Minimum result;
