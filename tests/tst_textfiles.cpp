@@ -277,6 +277,23 @@ private Q_SLOTS:
         row("C1 173.2 ppm\nC2 \u22125.1 ppm\n", 1, {{173.2, 0, 1, u"C1"_s}, {-5.1, 0, 1, u"C2"_s}});
         row("C1,173.2\nC2,55.1\n", 1, {{173.2, 0, 1, u"C1"_s}, {55.1, 0, 1, u"C2"_s}});
         row("173.2 C1\n55.1 C2\n", 1, {{173.2, 0, 1, u"C1"_s}, {55.1, 0, 1, u"C2"_s}});
+        // Tables and running text of publications.
+        row("Table S2. 1H shifts (ppm), 9.4 T\nH1 9.4\nH2 2.2(1)\nH3 1.15 ± 0.05\nH4 7.0–7.5\n", 1,
+            {{9.4, 0, 1, u"H1"_s}, {2.2, 0, 1, u"H2"_s}, {1.15, 0, 1, u"H3"_s}, {7.25, 0, 1, u"H4"_s}},
+            "Errors of the positions were left out. Ranges of shifts");
+        row("| Site | δ (ppm) |\n|---|---|\n| C1 | 170.2 |\n| C2 | 133.3 |\n", 1,
+            {{170.2, 0, 1, u"C1"_s}, {133.3, 0, 1, u"C2"_s}});
+        row("C1 & 170.2 \\\\\nC2 & 133.3 \\\\\n", 1, {{170.2, 0, 1, u"C1"_s}, {133.3, 0, 1, u"C2"_s}});
+        row("#\tppm\tHz\tIntensity\n1\t3.5\t350\t7\n2\t1.5\t150\t2\n3\t0.5\t50\t4\n", 1,
+            {{3.5, 0, 7}, {1.5, 0, 2}, {0.5, 0, 4}}, "not used: \"Hz\"");
+        row("13C NMR chemical shifts\n170.2, 100\n133.3, 50\n", 1, {{170.2, 0, 100}, {133.3, 0, 50}});
+        row("¹³C NMR (101 MHz, DMSO-d₆) δ 170.2 (C-1), 133.3 (d, J = 12.3 Hz, C-2),\n128.0–127.6 (m, 2C) and 21.5 ppm. "
+            "HRMS (ESI) calcd 123.4567.\n",
+            1, {{170.2, 0, 1, u"C-1"_s}, {133.3, 0, 1, u"C-2"_s}, {127.8}, {21.5}}, "left out: \"HRMS");
+        row("1H NMR (400 MHz, CDCl3): δ 7.26 (s, 1H, H-3), 2.31 (br s, 3H)\n", 1,
+            {{7.26, 0, 1, u"H-3"_s, 1}, {2.31, 0, 1, {}, 3}});
+        row("δF −110.2; −120.5 (m)", 1, {{-110.2}, {-120.5}});
+        row("13C{1H} NMR (C6D6, 75.5 MHz): δ = 170,2; 133,3\n", 1, {{170.2}, {133.3}});
         // Commas of numbers, and commas between them.
         row("10,2\n20,1\n", 1, {{10, 0, 2}, {20, 0, 1}}, "\"10,2\" is a peak at 10");
         row("ppm\n173,2\n55,1\n", 1, {{173.2}, {55.1}});
@@ -411,6 +428,9 @@ private Q_SLOTS:
         row("no peaks", "# nothing\n");
         row("line 1: expected a number, found \"12.3abc\"", "12.3abc\n");
         row("line 1: expected a number, found \"inf\"", "1,inf\n");
+        row("line 2: expected a shift such as 7.26 or 7.26 (2H), found \"foo\"",
+            "In CDCl3:\n13C NMR: δ 170.2, foo, 133.3\n");
+        row("more than one list of shifts", "1H NMR δ 7.2, 7.1. 13C NMR (100 MHz) δ 120.1, 119.2.\n");
         row("line 1: no table of numbers", "Dear all,\nplease find 3 peaks below.\nRegards\n");
         row("no table of numbers was found", "Dear colleague,\nthe spectrum\nfollows\n");
         row("not evenly spaced, as those of a spectrum must be",

@@ -55,7 +55,9 @@ std::optional<EvenAxis> evenAxis(std::span<const double> positions, const Precis
         const double tolerance = 0.25 * std::abs(axis.step);
         for (size_t i = 0; i < positions.size(); ++i) {
             const double off = std::abs(positions[i] - (axis.first + axis.step * double(i)));
-            if (!(off <= tolerance) && !(roundingAllowed && off <= tolerance + rounding(positions[i], precision)))
+            // The line itself is off by little: with more, a point that is missing would pass for rounding.
+            if (!(off <= tolerance)
+                && !(roundingAllowed && off <= 0.05 * std::abs(axis.step) + rounding(positions[i], precision)))
                 return false;
         }
         return axis.step != 0.0;

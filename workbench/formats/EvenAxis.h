@@ -24,7 +24,7 @@ struct Precision {
     void add(std::string_view text);
 };
 
-/// None when a position lies farther from the line than a quarter of a step and its rounding: one that is missing or
+/// None when a position lies farther from the line than a quarter of a step or its rounding: one that is missing or
 /// stands there twice shows.
 std::optional<EvenAxis> evenAxis(std::span<const double> positions, const Precision &precision);
 

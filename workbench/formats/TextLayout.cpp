@@ -63,6 +63,49 @@ std::string_view commentText(std::string_view line)
     return start == 0 || start == std::string_view::npos ? std::string_view() : trimmed(line.substr(start));
 }
 
+constexpr std::string_view plusMinus = "\xC2\xB1";
+
+bool isPlusMinus(std::string_view field)
+{
+    return field == plusMinus || field == "+/-" || field == "+-";
+}
+
+/// "2.2" of "2.2(1)", "2.2 ± 0.1" and "2.2+/-0.1".
+std::string_view withoutError(std::string_view field)
+{
+    for (std::string_view sign : {plusMinus, std::string_view("+/-")}) {
+        if (const size_t at = field.find(sign); at != std::string_view::npos && at > 0)
+            return trimmed(field.substr(0, at));
+    }
+    const size_t bracket = field.find('(');
+    const bool isError = bracket != std::string_view::npos && bracket > 0 && field.back() == ')'
+        && field.find_first_not_of("0123456789.", bracket + 1) == field.size() - 1 && field.size() > bracket + 2;
+    return isError ? field.substr(0, bracket) : field;
+}
+
+/// With a point for the comma, and the minus signs of print as they are on a keyboard.
+std::string asTyped(std::string_view number, bool decimalComma)
+{
+    std::string text(number);
+    if (const size_t comma = text.find(','); decimalComma && comma != std::string::npos)
+        text[comma] = '.';
+    for (std::string_view minus : {"\xE2\x88\x92", "\xE2\x80\x93"}) {
+        for (size_t at = text.find(minus); at != std::string::npos; at = text.find(minus, at))
+            text.replace(at, minus.size(), 1, '-');
+    }
+    return text;
+}
+
+/// Of the dash between two numbers that both have decimals, so that 3-4 stays a name.
+size_t rangeDash(std::string_view text)
+{
+    const size_t dash = text.find('-', 1);
+    if (dash == std::string_view::npos || text.find_first_not_of("0123456789.- ") != std::string_view::npos
+        || text.substr(0, dash).find('.') == std::string_view::npos || text.find('.', dash) == std::string_view::npos)
+        return std::string_view::npos;
+    return dash;
+}
+
 /// What the table of one way to split the lines looks like.
 struct Split {
     TextLayout layout;
@@ -239,8 +282,21 @@ QString nucleusIn(const QString &text)
     return match.hasMatch() && match.captured(2) != u"D" ? match.captured(1) + match.captured(2) : QString();
 }
 
+/// 0, 1, 2… or 1, 2, 3…
+bool counts(const std::vector<double> &values)
+{
+    if (values.size() < 3 || (values[0] != 0.0 && values[0] != 1.0))
+        return false;
+    for (size_t i = 0; i < values.size(); ++i) {
+        if (values[i] != values[0] + double(i))
+            return false;
+    }
+    return true;
+}
+
 /// Names from the lines above the table, the nearest last; several lines may make one name each.
-void nameColumns(TextLayout &layout, const std::vector<QString> &headers)
+void nameColumns(TextLayout &layout, const std::vector<QString> &headers,
+                 const std::vector<std::vector<double>> &values)
 {
     const size_t count = layout.columns.size();
     for (auto header = headers.rbegin(); header != headers.rend() && header - headers.rbegin() < 4; ++header) {
@@ -250,6 +306,9 @@ void nameColumns(TextLayout &layout, const std::vector<QString> &headers)
             TextLayout other;
             other.separator = separator;
             other.split(text, fields);
+            // The column that counts the rows may go without a name, or its "#" pass for the mark of a comment.
+            if (fields.size() + 1 == count && count > 2 && counts(values.front()))
+                fields.insert(fields.begin(), "#");
             if (fields.size() == count)
                 break;
         }
@@ -272,18 +331,6 @@ void nameColumns(TextLayout &layout, const std::vector<QString> &headers)
         column.unit = meaning.unit;
         column.nucleus = nucleusIn(column.name);
     }
-}
-
-/// 0, 1, 2… or 1, 2, 3…
-bool counts(const std::vector<double> &values)
-{
-    if (values.size() < 3 || (values[0] != 0.0 && values[0] != 1.0))
-        return false;
-    for (size_t i = 0; i < values.size(); ++i) {
-        if (values[i] != values[0] + double(i))
-            return false;
-    }
-    return true;
 }
 
 bool areWhole(const std::vector<double> &values)
@@ -515,6 +562,35 @@ void findFrequency(TextLayout &layout, const std::vector<std::vector<double>> &v
         layout.frequency = found.first().toDouble();
 }
 
+bool hasWordForNumber(const TextLayout &layout, const Fields &fields)
+{
+    for (size_t i = 0; i < std::min(fields.size(), layout.columns.size()); ++i) {
+        if (layout.columns[i].numeric && !fields[i].empty() && !layout.number(fields[i]) && !isDamagedNumber(fields[i]))
+            return true;
+    }
+    return false;
+}
+
+/// What of the positions' texts was left out.
+void noteNotation(TextLayout &layout, const std::vector<TextLine> &rows)
+{
+    const size_t position = size_t(layout.columnOf(Role::Position));
+    Fields fields;
+    bool hasErrors = false, hasRanges = false;
+    for (const TextLine &row : rows) {
+        layout.split(row.text, fields);
+        if (!matches(layout, fields))
+            continue;
+        hasErrors |= row.text.find(plusMinus) != std::string::npos
+            || withoutError(fields[position]).size() < fields[position].size();
+        hasRanges |= rangeDash(asTyped(withoutError(fields[position]), layout.decimalComma)) != std::string::npos;
+    }
+    if (hasErrors)
+        layout.notes.append(Texts::tr("Errors of the positions were left out."));
+    if (hasRanges)
+        layout.notes.append(Texts::tr("Ranges of shifts were replaced by their middles."));
+}
+
 void noteIgnored(TextLayout &layout)
 {
     QStringList names;
@@ -560,6 +636,12 @@ void TextLayout::split(std::string_view line, std::vector<std::string_view> &fie
     const bool blanks = separator == ' ';
     std::string_view rest = uncommented(line, separator);
     rest = separator == '\t' ? withoutOuterBlanks(rest) : trimmed(rest);
+    // Tables of Markdown and TeX have marks at the ends of their lines.
+    if (separator == '|' && rest.size() > 1 && rest.front() == '|' && rest.back() == '|')
+        rest = rest.substr(1, rest.size() - 2);
+    if (separator == '&' && rest.ends_with("\\\\"))
+        rest = trimmed(rest.substr(0, rest.size() - 2));
+    bool isError = false;
     while (!rest.empty() || (!blanks && !fields.empty())) {
         size_t end = 0;
         for (bool quoted = false; end < rest.size(); ++end) {
@@ -571,7 +653,11 @@ void TextLayout::split(std::string_view line, std::vector<std::string_view> &fie
         std::string_view field = trimmed(rest.substr(0, end));
         if (field.size() >= 2 && field.front() == '"' && field.back() == '"')
             field = trimmed(field.substr(1, field.size() - 2));
-        fields.push_back(field);
+        // An error with blanks about its sign belongs to the number before.
+        if (blanks && !fields.empty() && isPlusMinus(field))
+            isError = true;
+        else if (!std::exchange(isError, false))
+            fields.push_back(field);
         if (end == rest.size())
             break;
         rest.remove_prefix(end + 1);
@@ -591,16 +677,13 @@ std::optional<double> TextLayout::number(std::string_view field) const
 {
     if (const auto plain = NumberText::parse<double>(field))
         return plain;
-    // A comma for the point, the minus signs of print (U+2212, U+2013), and the exponents of Fortran.
-    std::string text(field);
-    if (const size_t comma = text.find(','); decimalComma && comma != std::string::npos)
-        text[comma] = '.';
-    for (std::string_view minus : {"\xE2\x88\x92", "\xE2\x80\x93"}) {
-        if (const size_t at = text.find(minus); at != std::string::npos) {
-            text[at] = '-';
-            text.erase(at + 1, minus.size() - 1);
-        }
+    std::string text = asTyped(withoutError(field), decimalComma);
+    if (const size_t dash = rangeDash(text); dash != std::string::npos) {
+        const auto from = NumberText::parse<double>(trimmed(std::string_view(text).substr(0, dash)));
+        const auto to = NumberText::parse<double>(trimmed(std::string_view(text).substr(dash + 1)));
+        return from && to ? std::optional(0.5 * (*from + *to)) : std::nullopt;
     }
+    // Fortran's.
     const size_t exponent = text.find_first_of("dD");
     if (exponent != std::string::npos && exponent > 0)
         text[exponent] = 'e';
@@ -620,8 +703,9 @@ TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, cons
         return {};
     Split best;
     for (const auto &[separator, decimalComma] :
-         {std::pair('\t', false), std::pair(';', false), std::pair(',', false), std::pair(' ', false),
-          std::pair('\t', true), std::pair(';', true), std::pair(' ', true), std::pair(',', true)}) {
+         {std::pair('\t', false), std::pair(';', false), std::pair(',', false), std::pair('|', false),
+          std::pair('&', false), std::pair(' ', false), std::pair('\t', true), std::pair(';', true),
+          std::pair(' ', true), std::pair(',', true)}) {
         if (Split split = trySplit(separator, decimalComma, rows); best < split)
             best = std::move(split);
     }
@@ -676,7 +760,9 @@ TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, cons
             without += fields.size() < layout.columns.size();
             continue;
         }
-        for (size_t i = 0; i < std::min(fields.size(), layout.columns.size()); ++i) {
+        // A title may hold a number with a unit.
+        const bool isTitle = !started && hasWordForNumber(layout, fields);
+        for (size_t i = 0; i < std::min(fields.size(), layout.columns.size()) && !isTitle; ++i) {
             if ((started || fields.size() == layout.columns.size()) && layout.columns[i].numeric
                 && !layout.number(fields[i]) && (started || isDamagedNumber(fields[i])))
                 fail(source, line.number, Texts::tr("expected a number, found %1").arg(excerpt(fields[i])));
@@ -690,7 +776,7 @@ TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, cons
         headers.push_back(ReaderText::decoded(line.text));
         ++passedOver;
     }
-    nameColumns(layout, headers);
+    nameColumns(layout, headers, values);
     if (layout.columnOf(Role::Position) < 0 && layout.columnOf(Role::PositionF1) < 0) {
         for (TextLayout::Column &column : layout.columns)
             column.role = column.numeric ? Role::Ignored : Role::Label;
@@ -716,6 +802,7 @@ TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, cons
     noteIgnored(layout);
     if (without > 0)
         layout.notes.append(Texts::tr("Peaks without a height (%1) were given the height 1.").arg(without));
+    noteNotation(layout, rows);
     if (passedOver > 1)
         layout.notes.append(Texts::tr("%1 lines above the table were passed over.").arg(passedOver));
     return std::move(layout);

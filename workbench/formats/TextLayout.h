@@ -39,6 +39,8 @@ struct TextLayout {
     }
     /// The fields of a line, trimmed, quotes taken off. A comment at its end is no field.
     void split(std::string_view line, std::vector<std::string_view> &fields) const;
+    /// Also as publications write numbers: the error behind "±" or in brackets is left out, and a range such as
+    /// "7.10–7.25" is its middle.
     std::optional<double> number(std::string_view field) const;
     /// Nothing but blanks or a comment.
     bool isEmptyLine(std::string_view line) const;

@@ -3,6 +3,7 @@
 
 #include "formats/EvenAxis.h"
 #include "data/ReaderText.h"
+#include "formats/PublishedPeaks.h"
 #include "formats/TextLayout.h"
 #include "formats/TextRegion.h"
 
@@ -282,9 +283,9 @@ private:
         ExperimentalSpectrum spectrum;
         spectrum.dimensions.push_back(dimension(x, lines, 0));
         if (even->rounded)
-            m_notes.append(
-                Texts::tr("The positions are rounded by more than their step: a straight line was laid through "
-                          "them."));
+            m_notes.append(Texts::tr(
+                "The positions are rounded by more than their step, or one is missing: a straight line was laid "
+                "through them."));
         m_notes.prepend(Texts::tr("Read as a spectrum: %1 evenly spaced positions.").arg(x.size()));
         if (m_layout.columnOf(Role::Imaginary) >= 0)
             m_notes.append(Texts::tr("The imaginary part was left out."));
@@ -517,6 +518,10 @@ Measurement parse(QIODevice &text, const QString &source, const ReadOptions &opt
         spectrum.title = QFileInfo(source).completeBaseName();
         orient(spectrum, source);
         return spectrum;
+    }
+    if (sample.size() < sampleLines) {
+        if (std::optional<MeasuredPeaks> published = PublishedPeaks::parse(sample, source))
+            return *std::move(published);
     }
     const TextLayout layout = detectLayout(sample, sample.size() < sampleLines, source, options);
     if (layout.columns.empty())

@@ -1110,10 +1110,6 @@ Mehr dazu mit magres-workbench %2 --help</translation>
         <translation>die Punkte haben keine gleichen Abstände: %1 folgt auf %2, wo die Schrittweite %3 ist</translation>
     </message>
     <message>
-        <source>The positions are rounded by more than their step: a straight line was laid through them.</source>
-        <translation>Die Positionen sind gröber gerundet als ihre Schrittweite: eine Gerade wurde durch sie gelegt.</translation>
-    </message>
-    <message>
         <source>Read as a spectrum: %1 evenly spaced positions.</source>
         <translation>Als Spektrum gelesen: %1 Positionen in gleichen Abständen.</translation>
     </message>
@@ -1986,6 +1982,38 @@ Optionen:
     <message>
         <source>Positions beyond %1 ppm are rare: if these are Hz, the unit and the frequency must be given.</source>
         <translation>Positionen jenseits von %1 ppm sind selten: wenn es Hz sind, müssen Einheit und Frequenz angegeben werden.</translation>
+    </message>
+    <message>
+        <source>text of a publication</source>
+        <translation>Text einer Veröffentlichung</translation>
+    </message>
+    <message>
+        <source>expected a shift such as 7.26 or 7.26 (2H), found %1</source>
+        <translation>eine Verschiebung wie 7.26 oder 7.26 (2H) wurde erwartet, gefunden wurde %1</translation>
+    </message>
+    <message>
+        <source>there is more than one list of shifts: each needs a file of its own</source>
+        <translation>es gibt mehr als eine Liste von Verschiebungen: jede braucht eine eigene Datei</translation>
+    </message>
+    <message>
+        <source>Read as the list of %1 shifts of a publication.</source>
+        <translation>Als Liste von %1 Verschiebungen einer Veröffentlichung gelesen.</translation>
+    </message>
+    <message>
+        <source>Ranges of shifts were replaced by their middles.</source>
+        <translation>Bereiche von Verschiebungen wurden durch ihre Mitte ersetzt.</translation>
+    </message>
+    <message>
+        <source>What follows the full stop was left out: %1.</source>
+        <translation>Was auf den Punkt am Satzende folgt, wurde weggelassen: %1.</translation>
+    </message>
+    <message>
+        <source>Errors of the positions were left out.</source>
+        <translation>Fehler der Positionen wurden weggelassen.</translation>
+    </message>
+    <message>
+        <source>The positions are rounded by more than their step, or one is missing: a straight line was laid through them.</source>
+        <translation>Die Positionen sind um mehr als ihren Schritt gerundet, oder eine fehlt: es wurde eine Gerade durch sie gelegt.</translation>
     </message>
 </context>
 <context>

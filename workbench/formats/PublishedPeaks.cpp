@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "formats/PublishedPeaks.h"
+
+#include "data/Error.h"
+#include "data/ReaderText.h"
+
+#include <QFileInfo>
+#include <QRegularExpression>
+
+#include <algorithm>
+
+namespace Workbench {
+
+namespace PublishedPeaks {
+
+namespace {
+
+/// Letters as they come from print: superscript digits, signs of their own for minus and dashes.
+QString plainText(QString text)
+{
+    static const QString raised = QStringLiteral("⁰¹²³⁴⁵⁶⁷⁸⁹");
+    for (QChar &c : text) {
+        if (const qsizetype digit = raised.indexOf(c); digit >= 0)
+            c = QChar(u'0' + char16_t(digit));
+        else if (QStringView(u"‐‑‒–—−").contains(c))
+            c = u'-';
+        else if (c.isSpace())
+            c = u' ';
+    }
+    return text;
+}
+
+/// What stands before the first shift: the nucleus with "NMR" and what is said about the measurement, or "δ", or both.
+const QRegularExpression &head()
+{
+    static const QRegularExpression pattern(QStringLiteral(
+        "(?:(?<![A-Za-z0-9])\\^?(?<nucleus>\\d{1,3}[A-Z][a-z]?)(?![a-z])(?:[ ]*\\{[^}]*\\})?[-/ \\w]{0,40}?\\bNMR\\b"
+        "[^:=δ()]{0,40}(?:\\([^()]*(?:\\([^()]*\\)[^()]*)*\\))?[ ]*[:;,=]?[ ]*(?:δ[ ]*[A-Z]?[a-z]?)?"
+        "|δ[ ]*_?(?<letter>[HCNFP])?(?:\\((?<element>\\d{1,3}[A-Z][a-z]?)\\))?)"
+        "[ ]*(?:[(\\[/]?[ ]*(?:δ[ ]*[,/]?[ ]*)?ppm[ ]*[)\\]]?)?[ ]*[:=]?[ ]*(?=[-+]?\\d)"));
+    return pattern;
+}
+
+QString nucleusOf(const QRegularExpressionMatch &head)
+{
+    if (head.hasCaptured(u"nucleus"))
+        return head.captured(u"nucleus");
+    // δH is that of the isotope everybody measures.
+    const QString letter = head.captured(u"letter");
+    return letter == u"H" ? QStringLiteral("1H")
+        : letter == u"C"  ? QStringLiteral("13C")
+        : letter == u"N"  ? QStringLiteral("15N")
+        : letter == u"F"  ? QStringLiteral("19F")
+        : letter == u"P"  ? QStringLiteral("31P")
+                          : head.captured(u"element");
+}
+
+/// The parts between commas and semicolons outside brackets.
+QStringList entries(const QString &list)
+{
+    QStringList parts{{}};
+    int depth = 0;
+    for (const QChar c : list) {
+        depth += c == u'(' || c == u'[' ? 1 : c == u')' || c == u']' ? -1 : 0;
+        if (depth <= 0 && (c == u',' || c == u';'))
+            parts.append(QString());
+        else
+            parts.last().append(c);
+    }
+    for (QString &part : parts)
+        part = part.trimmed();
+    parts.removeAll(QString());
+    return parts;
+}
+
+/// "170,2; 133,3" and "170,2, 133,3" have decimal commas: no decimal point, and another mark between the shifts.
+QString withDecimalPoints(const QString &list)
+{
+    static const QRegularExpression point(QStringLiteral("\\d\\.\\d")), comma(QStringLiteral("(\\d),(?=\\d)")),
+        mark(QStringLiteral(";|, "));
+    return !list.contains(point) && list.contains(mark) ? QString(list).replace(comma, QStringLiteral("\\1.")) : list;
+}
+
+/// What the brackets behind a shift tell, apart from multiplet and couplings: the number of nuclei and names.
+void annotate(MeasuredPeak &peak, const QString &text)
+{
+    static const QRegularExpression multiplet(
+        QStringLiteral("^(?:(?:br|app|appt)\\.?[ ]*)*(?:[sdtqmhp]{1,4}|quint|quin|sept|sext|br)\\.?$")),
+        coupling(QStringLiteral("^\\^?\\d?J\\b|\\bHz$")),
+        nuclei(QStringLiteral("^(\\d{1,3})[ ]*(?:×[ ]*)?[A-Z][a-z]?$"));
+    QStringList names;
+    for (const QString &part : entries(text)) {
+        if (const auto match = nuclei.match(part); match.hasMatch())
+            peak.count = match.captured(1).toInt();
+        else if (!multiplet.match(part).hasMatch() && !coupling.match(part).hasMatch())
+            names.append(part);
+    }
+    peak.label = names.join(u' ');
+}
+
+/// The shift in ppm; a range of a multiplet has its middle.
+std::optional<MeasuredPeak> peakOf(const QString &entry, bool &isRange)
+{
+    static const QRegularExpression pattern(
+        QStringLiteral("^(?:and[ ]+)?(?<from>[-+]?\\d+(?:\\.\\d+)?)(?:[ ]*(?:-|to)[ ]*(?<to>\\d+\\.\\d+))?[ ]*(?:ppm)?"
+                       "(?:[ ]*[(\\[](?<text>.*)[)\\]])?[ ]*(?:ppm)?$"));
+    const QRegularExpressionMatch match = pattern.match(entry);
+    if (!match.hasMatch())
+        return {};
+    MeasuredPeak peak;
+    peak.f2 = match.captured(u"from").toDouble();
+    if (match.hasCaptured(u"to")) {
+        peak.f2 = 0.5 * (peak.f2 + match.captured(u"to").toDouble());
+        isRange = true;
+    }
+    annotate(peak, match.captured(u"text"));
+    return peak;
+}
+
+} // namespace
+
+std::optional<MeasuredPeaks> parse(const std::vector<TextLine> &lines, const QString &source)
+{
+    QRegularExpressionMatch start;
+    QString text;
+    int line = 0;
+    for (const TextLine &next : lines) {
+        const QString plain = plainText(ReaderText::decoded(next.text));
+        if (text.isEmpty()) {
+            start = head().match(plain);
+            line = next.number;
+            if (start.hasMatch())
+                text = plain.mid(start.capturedEnd());
+        } else {
+            text += u' ' + plain;
+        }
+    }
+    static const QRegularExpression fullStop(QStringLiteral("\\.(?= |$)")), conjunction(QStringLiteral("[ ]+and[ ]+"));
+    const qsizetype end = text.indexOf(fullStop);
+    const QString rest = end < 0 ? QString() : text.mid(end + 1).trimmed();
+    QString list = text.left(end < 0 ? text.size() : end);
+    const QStringList shifts = entries(withDecimalPoints(list.replace(conjunction, QStringLiteral(", "))));
+    bool isRange = false;
+    // One number may be a row of a table below a title, and so may two that the next line follows.
+    if (shifts.size() < 2 || !peakOf(shifts.first(), isRange))
+        return {};
+
+    MeasuredPeaks result;
+    result.title = QFileInfo(source).completeBaseName();
+    result.format = Texts::tr("text of a publication");
+    result.nuclei[0] = nucleusOf(start);
+    for (const QString &entry : shifts) {
+        const auto peak = peakOf(entry, isRange);
+        if (!peak)
+            fail(source, line,
+                 Texts::tr("expected a shift such as 7.26 or 7.26 (2H), found %1")
+                     .arg(ReaderText::excerpt(entry.toStdString())));
+        result.peaks.push_back(*peak);
+    }
+    if (head().match(rest).hasMatch())
+        fail(source, line, Texts::tr("there is more than one list of shifts: each needs a file of its own"));
+    // Numbers of nuclei mean something only where all are told.
+    if (std::any_of(result.peaks.begin(), result.peaks.end(),
+                    [](const MeasuredPeak &peak) { return peak.count == 0; })) {
+        for (MeasuredPeak &peak : result.peaks)
+            peak.count = 0;
+    }
+    result.notes.append(Texts::tr("Read as the list of %1 shifts of a publication.").arg(result.peaks.size()));
+    if (isRange)
+        result.notes.append(Texts::tr("Ranges of shifts were replaced by their middles."));
+    if (!rest.isEmpty())
+        result.notes.append(
+            Texts::tr("What follows the full stop was left out: %1.").arg(ReaderText::excerpt(rest.toStdString())));
+    return result;
+}
+
+} // namespace PublishedPeaks
+
+} // namespace Workbench

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "data/Measurement.h"
+#include "formats/TextLayout.h"
+
+#include <optional>
+
+namespace Workbench {
+
+/// Peaks in the running text of a publication: "13C NMR (100 MHz, CDCl3): δ 170.2 (C-1), 133.3, 21.5 ppm."
+namespace PublishedPeaks {
+
+/// None where the lines are no such text: what follows "NMR" or "δ" on its line is no shift. From there on each
+/// entry up to the full stop must be one; the others, and a second list, are errors that name `source` and the line.
+std::optional<MeasuredPeaks> parse(const std::vector<TextLine> &lines, const QString &source);
+
+} // namespace PublishedPeaks
+
+} // namespace Workbench
