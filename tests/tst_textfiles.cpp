@@ -161,6 +161,8 @@ private Q_SLOTS:
         row("UTF-8 with a mark", "\xEF\xBB\xBF" + table({}, "ppm,intensity\n"));
         row("UTF-16, little-endian", wide(table({"\t"}, "δ(13C)\tI\n"), false), "Column \"I\"");
         row("UTF-16, big-endian", wide(table({"\t"}, "ppm\treal\n"), true));
+        row("UTF-16, of several blocks",
+            wide(("# " + QByteArray(3000, '-') + "\n").repeated(500) + table({"\t"}), false));
         row("Latin-1", table({"\t"}, "# Gr\xF6\xDF\x65\nppm\theight\n"));
         row("every mark of a comment", table({" "}, "% a\n! b\n; c\n# d\n"));
         row("names in any case, in brackets", table({"\t"}, "SHIFT [PPM]\tINTENSITY [a.u.]\n"));

@@ -4,6 +4,7 @@
 #include "analysis/Integration.h"
 #include "items/ItemPicture.h"
 #include "items/molecule/MoleculeItem.h"
+#include "items/molecule/MoleculeView.h"
 #include "items/plot/PlotOptions.h"
 #include "items/table/TableItem.h"
 #include "support/MetaTypes.h"
@@ -251,6 +252,44 @@ private Q_SLOTS:
         QCOMPARE(found.size(), expected.size());
         for (size_t i = 0; i < found.size(); ++i)
             QVERIFY(std::abs(found[i].distance - expected[i]) < 1e-4);
+    }
+
+    /// Principal values 4, 2 and 1 along axes that lie 30 degrees from the screen's, and 1 towards the viewer.
+    void ellipsoidsShowTheTensor()
+    {
+        Molecule molecule;
+        molecule.atoms.push_back({6, {}, true});
+        MoleculeView view;
+        view.setMolecule(molecule);
+        view.setArea({0, 0, 401, 401});
+        view.setRotation({}, 1);
+        const double angle = M_PI / 6, values[] = {4, 2};
+        const float c = float(std::cos(angle)), s = float(std::sin(angle));
+        view.setTensors({{{4, -2, 1}, {QVector3D(c, s, 0), QVector3D(-s, c, 0), QVector3D(0, 0, 1)}, true}}, 1);
+        QImage image(401, 401, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        view.paint(&painter);
+        painter.end();
+        const QPoint centre = view.atomPosition(0).toPoint();
+        const auto isDrawn = [&](double x, double y) {
+            return image.pixelColor(centre + QPointF(x, -y).toPoint()) != Qt::white;
+        };
+        double reach = 0; // along the longest axis
+        while (isDrawn((reach + 1) * std::cos(angle), (reach + 1) * std::sin(angle)))
+            ++reach;
+        QVERIFY(reach > 30);
+        QRect box;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x)
+                box |= image.pixelColor(x, y) != Qt::white ? QRect(x, y, 1, 1) : QRect();
+        }
+        const double unit = reach / values[0];
+        const double width = 2 * unit * std::hypot(values[0] * std::cos(angle), values[1] * std::sin(angle));
+        const double height = 2 * unit * std::hypot(values[0] * std::sin(angle), values[1] * std::cos(angle));
+        QVERIFY2(std::abs(box.width() - width) < 4 && std::abs(box.height() - height) < 4,
+                 qPrintable(u"%1×%2, expected %3×%4"_s.arg(box.width()).arg(box.height()).arg(width).arg(height)));
+        QVERIFY(!isDrawn(0.8 * reach * std::cos(angle), -0.8 * reach * std::sin(angle)));
     }
 
     void areas()
