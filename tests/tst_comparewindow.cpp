@@ -331,6 +331,17 @@ private Q_SLOTS:
         dialog.close();
     }
 
+    void rankingsOfOtherNucleiHaveTheirColumns()
+    {
+        RankModel model;
+        model.setRows(std::vector<RankRow>(2), {{u"13C"_s}}, {});
+        const int columns = model.columnCount();
+        model.setRows(std::vector<RankRow>(2), {{u"13C"_s, u"1H"_s}}, {});
+        QVERIFY(model.columnCount() > columns);
+        model.setRows(std::vector<RankRow>(3), {{u"13C"_s, u"1H"_s}}, {});
+        QCOMPARE(model.rowCount(), 3);
+    }
+
     void aRankingOfFilesCanBeCancelled()
     {
         window().openFiles({sample(u"paracetamol.magres"_s), sample(u"paracetamol-13C.csv"_s)});

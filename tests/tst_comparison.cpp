@@ -802,6 +802,11 @@ private Q_SLOTS:
               std::pair("pq", 4.50970146249), std::pair("qis", -26.5452884339), std::pair("multiplicity", 4.0),
               std::pair("x", -0.125), std::pair("y", 0.5), std::pair("z", 0.75)})
             QVERIFY2(isClose(siteColumn(QLatin1String(name))->value(site).value(), expected), name);
+        // The order is that of the shifts, whatever the slope's sign.
+        SiteValues rising = site;
+        rising.slope = 0.97;
+        QVERIFY(isClose(siteColumn(u"delta11"_s)->value(rising).value(), 262.4400242457));
+        QVERIFY(isClose(siteColumn(u"skew"_s)->value(rising).value(), 0.0447469370088));
         QVERIFY(!siteColumn(u"delta"_s));
         const CrystalAtom bare;
         for (const SiteColumn &column : siteColumns())

@@ -302,6 +302,47 @@ private Q_SLOTS:
         QCOMPARE(contents().filter(u"Unit cell"_s).size(), 1);
     }
 
+    /// A spectrum is dragged from the list onto a plot: the view hands it over and says where it is let go.
+    void spectraAreDraggedOntoPlots()
+    {
+        window().openFiles({sample(u"paracetamol.magres"_s)});
+        create({{"fCbNucF2", u"1H"_s}});
+        NmrItem *hydrogen = plot();
+        create();
+        NmrItem *first = plot();
+        create();
+        NmrItem *second = plot();
+        QVERIFY(first != hydrogen && second != first);
+        QTreeWidget *tree = window().contents()->tree();
+        const auto drag = [&](const NmrItem *from, NmrItem *onto) {
+            const QList<QTreeWidgetItem *> lines =
+                tree->findItems(u"simulated"_s, Qt::MatchContains | Qt::MatchRecursive);
+            const auto line = std::find_if(lines.begin(), lines.end(), [&](const QTreeWidgetItem *candidate) {
+                return scene().item(candidate->data(0, Qt::UserRole).toUuid()) == from;
+            });
+            QVERIFY(line != lines.end());
+            const std::unique_ptr<QMimeData> dragged(tree->model()->mimeData({tree->indexFromItem(*line)}));
+            QVERIFY(dragged);
+            QCoreApplication::processEvents(); // The plots are laid out.
+            MainView *view = window().view();
+            view->centerOn(onto);
+            const QPoint inView = view->mapFromScene(onto->sceneBoundingRect().center());
+            const QPointF where = view->viewport()->mapTo(&window(), inView);
+            QDragEnterEvent enter(where.toPoint(), Qt::CopyAction, dragged.get(), Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(&window(), &enter);
+            QDropEvent event(where, Qt::CopyAction, dragged.get(), Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(&window(), &event);
+        };
+        const auto count = [](NmrItem *item) { return item->nmrData()->entryIds().size(); };
+        drag(hydrogen, second);
+        QCOMPARE(count(second), 1);
+        drag(first, second);
+        QCOMPARE(count(second), 2);
+        scene().undoStack()->undo();
+        QCOMPARE(count(second), 1);
+        QCOMPARE(count(first), 1);
+    }
+
     void wholeSession()
     {
         QStringList files;
