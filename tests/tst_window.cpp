@@ -206,6 +206,20 @@ private Q_SLOTS:
         QCOMPARE(data->activeEntryId(), ids[0]);
     }
 
+    void gesturesAreListedWithTheirEffects()
+    {
+        QString list;
+        m_dialogs.expect(u"Keyboard and mouse"_s, [&](QDialog *dialog) {
+            list = dialog->findChild<QTextBrowser *>()->toPlainText().simplified();
+            dialog->reject();
+        });
+        shortcut(Qt::Key_F1);
+        for (const QString &row :
+             {u"Ctrl+Z, Ctrl+Y takes changes back"_s, u"Tab, Shift+Tab next or previous item"_s, u"Drop files opens"_s})
+            QVERIFY2(list.contains(row.simplified()), qPrintable(list));
+        QVERIFY(!list.contains(u'%'));
+    }
+
     void menusOfTheBarAreThoseOfTheCurrentItems()
     {
         QMenu *menu = action(window().menuBar(), u"Spectrum"_s)->menu();
