@@ -13,8 +13,8 @@ namespace Workbench::Powder {
 /// The lines are added in a Fourier transform, that is on a circle, on which every line has images at multiples of its
 /// length. The circle is long enough for the Gaussian part; the images' Lorentzian wings are smooth, and taken off.
 ///
-/// The curve is the value at each point of the axis. Where points lie farther apart than half a line width, so that
-/// lines could fall between them, it turns by and by into the mean over the point's cell: the area stays what it is.
+/// The curve is the value at each point of the axis. Where points lie so far apart that lines could fall between them,
+/// it turns into the mean over the point's cell: the area is that of the lines to 1.5 %.
 class Broadening {
 public:
     /// The axis in Hz, ascending. `low` and `high`: where there is intensity.

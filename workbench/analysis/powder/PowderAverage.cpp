@@ -308,20 +308,14 @@ void PowderPattern::addSidebands(FrequencyGrid &grid, size_t rows, const Progres
     const auto table = TwiddleTable::shared(steps);
     const Twiddles twiddles = table->twiddles();
     std::vector<double> work(4 * steps * laneCount);
-    LatticeRows lattice(rows, laneCount);
     struct Row {
         std::vector<double> centres; ///< in bins
         std::vector<double> weights; ///< of the sidebands, vertex by vertex
     };
-    std::array<std::array<Row, 2>, octants.size()> found;
-    std::array<FrequencyForm, octants.size()> forms, centreForms;
-    for (size_t i = 0; i < octants.size(); ++i) {
-        forms[i] = mirrored(m_form, octants[i]);
-        centreForms[i] = mirrored(inBins, octants[i]);
-        for (Row &row : found[i]) {
-            row.centres.resize(rows + 1);
-            row.weights.resize((rows + 1 + laneCount) * steps);
-        }
+    std::array<Row, 2> found;
+    for (Row &row : found) {
+        row.centres.resize(rows + 1);
+        row.weights.resize((rows + 1 + laneCount) * steps);
     }
     std::vector<double> sum(steps);
     const auto addTriangle = [&](double a, double b, double c, double part, const double *w0, const double *w1,
@@ -329,31 +323,35 @@ void PowderPattern::addSidebands(FrequencyGrid &grid, size_t rows, const Progres
         const double corners[] = {a, b, c};
         loops.addWeightedTriangle(corners, part / 3, steps, w0, w1, w2, sum.data(), values.data());
     };
-    size_t index = 0;
-    do {
-        const LatticeRows::Row &row = lattice.row();
-        for (size_t i = 0; i < octants.size(); ++i) {
-            Row &here = found[i][index % 2];
-            loops.frequencies(&centreForms[i], limit, row.count, row.x.data(), row.y.data(), row.z.data(),
+    // Octant by octant, so that no more than two rows are kept: many directions times many sidebands are much.
+    for (size_t i = 0; i < octants.size(); ++i) {
+        const FrequencyForm form = mirrored(m_form, octants[i]), centreForm = mirrored(inBins, octants[i]);
+        const Progress ofOctant = progress
+            ? [&](double inner) { return progress((double(i) + inner) / double(octants.size())); }
+            : Progress();
+        LatticeRows lattice(rows, laneCount);
+        size_t index = 0;
+        do {
+            const LatticeRows::Row &row = lattice.row();
+            Row &here = found[index % 2];
+            loops.frequencies(&centreForm, limit, row.count, row.x.data(), row.y.data(), row.z.data(),
                               here.centres.data());
             for (size_t j = 0; j < row.count; j += laneCount) {
-                loops.sidebands(&forms[i], m_rate, &twiddles, &row.x[j], &row.y[j], &row.z[j], work.data(),
+                loops.sidebands(&form, m_rate, &twiddles, &row.x[j], &row.y[j], &row.z[j], work.data(),
                                 &here.weights[j * steps]);
             }
-            if (index == 0)
-                continue;
-            const Row &before = found[i][1 - index % 2];
+            const Row &before = found[1 - index % 2];
             const size_t count = row.count + 1;
-            for (size_t j = 0; j + 1 < count; ++j) {
+            for (size_t j = 0; index > 0 && j + 1 < count; ++j) {
                 const double *w = &before.weights[j * steps], *v = &here.weights[j * steps];
                 const double *a = &before.centres[j], *b = &here.centres[j];
                 addTriangle(a[0], a[1], b[0], lattice.up()[j], w, w + steps, v);
                 if (j + 2 < count)
                     addTriangle(a[1], b[0], b[1], lattice.down()[j], w + steps, v, v + steps);
             }
-        }
-        reportRow(progress, index++, rows);
-    } while (lattice.advance());
+            reportRow(ofOctant, index++, rows);
+        } while (lattice.advance());
+    }
 
     sumTwice(values, bins.count, steps);
     if (!bins.isLine)

@@ -155,7 +155,9 @@ void check(const Axis &axis)
         throw std::invalid_argument("The range must lie between -1000000000 and 1000000000 ppm");
     const double scale = std::max(std::abs(axis.first), std::abs(axis.last));
     if (!(std::abs(axis.step()) > 1e-9 * scale))
-        throw std::invalid_argument("The range is empty");
+        throw std::invalid_argument(axis.first == axis.last
+                                        ? "The range is empty"
+                                        : "The range is too narrow for so many points so far from 0 ppm");
 }
 
 size_t rowsForDirections(double directions)
