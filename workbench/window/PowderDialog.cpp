@@ -11,6 +11,7 @@
 #include <QDoubleSpinBox>
 #include <QElapsedTimer>
 #include <QFormLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
 #include <QMessageBox>
@@ -198,7 +199,9 @@ void PowderDialog::addAxis(QFormLayout *form)
             take();
         changed();
     });
-    form->addRow(tr("Rang&e:"), ends);
+    auto *label = new QLabel(tr("Rang&e:"));
+    label->setBuddy(m_from);
+    form->addRow(label, ends);
     form->addRow(QString(), m_automatic);
     if (m_settings.range)
         showRange({m_settings.range->first, m_settings.range->second, 2});

@@ -146,9 +146,13 @@ std::vector<double> Broadening::sampled(const double *circle, std::vector<double
     ptrdiff_t at = (m_offset % size + size) % size;
     const ptrdiff_t stride = ptrdiff_t(m_ratio) % size;
     if (m_cell == 0) {
-        for (double &value : curve) {
-            value = scale * (circle[at] - value);
-            at = wrapped(at + stride);
+        // In runs that do not go round the circle.
+        for (size_t i = 0; i < curve.size();) {
+            const size_t run = std::min(curve.size() - i, size_t((size - at + stride - 1) / stride));
+            for (size_t j = 0; j < run; ++j)
+                curve[i + j] = scale * (circle[at + ptrdiff_t(j) * stride] - curve[i + j]);
+            i += run;
+            at = (at + ptrdiff_t(run) * stride) % size;
         }
         return curve;
     }
@@ -193,13 +197,17 @@ void Broadening::apply(const FrequencyGrid &grid, std::vector<double> &curve, co
             im[i] += others[i] - values[i];
     }
     const Twiddles twiddles = m_table->twiddles();
-    kernels().transform(&twiddles, 1, re, im, work);
+    const bool isMoved = kernels().transform(&twiddles, 1, re, im, work);
+    const double *fromRe = isMoved ? work : re, *fromIm = isMoved ? work + size : im;
     for (size_t i = 0; i < size; ++i) {
-        re[i] *= m_kernel[i];
-        im[i] *= m_kernel[i];
+        re[i] = fromRe[i] * m_kernel[i];
+        im[i] = fromIm[i] * m_kernel[i];
     }
     // The inverse: real and imaginary parts changed places.
-    kernels().transform(&twiddles, 1, im, re, work);
+    if (kernels().transform(&twiddles, 1, im, re, work)) {
+        im = work;
+        re = work + size;
+    }
     curve = sampled(re, m_spacing > 0 ? imagesAt(grid) : std::vector<double>(m_points));
     // Of the same area and all but the same place, both have the same images.
     if (second)

@@ -207,6 +207,24 @@ void FrequencyGrid::add(double first, size_t spacing, size_t count, const double
     std::array<double, 6> part = shares(position - below);
     for (double &share : part)
         share *= weight;
+    const ptrdiff_t start = ptrdiff_t(below) - 2;
+    if (spacing == 1 && stride == 1 && start >= 0 && start + ptrdiff_t(count) + 5 <= ptrdiff_t(m_values.size())) {
+        double *at = m_values.data() + start;
+        const auto [a, b, c, d, e, f] = part;
+        const ptrdiff_t last = ptrdiff_t(count) - 1;
+        const auto atEnd = [&](ptrdiff_t i) {
+            for (ptrdiff_t k = 0; k < 6; ++k)
+                at[i] += i - k >= 0 && i - k <= last ? part[size_t(k)] * values[i - k] : 0;
+        };
+        for (ptrdiff_t i = 0; i < std::min<ptrdiff_t>(5, last + 6); ++i)
+            atEnd(i);
+        for (ptrdiff_t i = 5; i <= last; ++i)
+            at[i] += a * values[i] + b * values[i - 1] + c * values[i - 2] + d * values[i - 3] + e * values[i - 4]
+                + f * values[i - 5];
+        for (ptrdiff_t i = std::max<ptrdiff_t>(5, last + 1); i < last + 6; ++i)
+            atEnd(i);
+        return;
+    }
     for (size_t i = 0; i < count; ++i) {
         const ptrdiff_t place = ptrdiff_t(below) + ptrdiff_t(i * spacing);
         if (place < 2 || place + 4 > ptrdiff_t(m_values.size()))

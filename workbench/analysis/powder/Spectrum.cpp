@@ -246,6 +246,13 @@ std::optional<Axis> fittingAxis(std::span<const Site> sites, const Conditions &c
     fitting.points = points;
     fitting.first = axis.at(size_t(std::max<ptrdiff_t>(first - begin - 2, 0)));
     fitting.last = axis.at(size_t(std::min<ptrdiff_t>(last - begin + 1, ptrdiff_t(axis.points) - 1)));
+    // Lines without any width need some room as well.
+    const double centre = 0.5 * (fitting.first + fitting.last);
+    const double least = std::max(2 / conditions.larmor, 4e-9 * std::abs(centre) * double(points));
+    if (fitting.first - fitting.last < least) {
+        fitting.first = centre + 0.5 * least;
+        fitting.last = centre - 0.5 * least;
+    }
     check(fitting);
     return fitting;
 }
