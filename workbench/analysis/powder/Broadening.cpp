@@ -26,7 +26,7 @@ Broadening::Broadening(double first, double step, size_t points, const LineShape
     // The sum of a line's values at points is its area but for 2 exp(-decay) of it at most.
     const double g = std::numbers::pi * shape.gaussian / step;
     const double decay = std::numbers::pi * shape.lorentzian / step + g * g / (4 * std::numbers::ln2);
-    m_cell = std::clamp(5 - decay, 0.0, 1.0) * double(m_ratio);
+    m_cell = std::clamp(4 - decay, 0.0, 1.0) * double(m_ratio);
     // Intensity outside the axis reaches into it with its wings alone, from farther away than its length not even so.
     const double length = step * double(points);
     constexpr ptrdiff_t margin = 8;

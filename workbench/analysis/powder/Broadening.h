@@ -14,7 +14,7 @@ namespace Workbench::Powder {
 /// length. The circle is long enough for the Gaussian part; the images' Lorentzian wings are smooth, and taken off.
 ///
 /// The curve is the value at each point of the axis. Where points lie so far apart that lines could fall between them,
-/// it turns into the mean over the point's cell: the area is that of the lines to 1.5 %.
+/// it turns into the mean over the point's cell: the area is that of the lines to 4 %.
 class Broadening {
 public:
     /// The axis in Hz, ascending. `low` and `high`: where there is intensity.
