@@ -305,6 +305,12 @@ private Q_SLOTS:
         const Finished asked = runProgram(ask), picked = runProgram(ask.mid(0, 2));
         QVERIFY2(asked.output.contains(u"99.5000 ppm") && asked.output.contains(u"13C"), qPrintable(asked.errors));
         QVERIFY(picked.output.contains(u"8 picked"));
+        // Of several measurements, those that are such folders.
+        const QStringList compare = words("compare " SAMPLES "/paracetamol.magres --average ch3 --unmatched 0 "
+                                          "--experiment 1H=" SAMPLES "/paracetamol-1H.csv --experiment");
+        const QString folder = u"13C="_s + directory.filePath(u"1"_s);
+        QVERIFY(runProgram(compare + QStringList{folder, u"--peaks"_s, u"file"_s}).output.contains(u"13C: 1 lines"));
+        QVERIFY(runProgram(compare + QStringList{folder}).output.contains(u"13C: 8 lines"));
 
         // Numbers of sites go into the copy of a list.
         QFile counted(directory.filePath(u"counted.txt"_s)), copy(directory.filePath(u"copy.csv"_s));

@@ -189,6 +189,8 @@ private Q_SLOTS:
         text("JCAMP unit in parentheses", jcamp(QByteArray(ppm).replace("PPM", "(ppm)"), "95", "85"), {92}, 18, "13C");
         text("JCAMP without the number of points", jcamp(ppm, "95", "85").replace("##NPOINTS= 11\n", ""), {92}, 18,
              "13C");
+        text("JCAMP with the distance of points for the last one",
+             jcamp(ppm, "95", "85").replace("##LASTX= 85", "##DELTAX= -1"), {92}, 18, "13C");
         text("JCAMP decimal commas",
              jcamp(ppm, "95", "85").replace("X= 95", "X= 95,5").replace("X= 85", "X= 85,5").replace("100", "100,0"),
              {92.5}, 18, "13C");
@@ -349,6 +351,9 @@ private Q_SLOTS:
         row("a lost line that no number of points tells",
             table(30, "30 1 1 1 1 1 1 1 1 1 1\n10 1 1 1 1 1 1 1 1 1 1\n").replace("##NPOINTS= 30\n", ""),
             "of the 20 points that the table holds the one here would lie at 14.7");
+        row("a distance of points of the wrong sign",
+            table(6, "6 1 2 3\n3 4 5 6\n").replace("##LASTX= 1", "##DELTAX= 1"),
+            "by ##DELTAX= this line begins at X = 9, it says 3");
         row("a repeat of 10^15", table(4, "4AZ00000000000000\n"), "an ordinate is repeated 800000000000000 times");
         row("more points than bytes explain", table(2, "2 1 1\n").replace("NPOINTS= 2", "NPOINTS= 200000000"),
             "between 2 and 1048576 were expected");

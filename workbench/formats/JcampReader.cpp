@@ -57,7 +57,17 @@ public:
     TableValues(const JcampBlock &block, int column) : m_block(block), m_column(column) { }
 
     double first() const { return value("FIRSTX", "FIRST"); }
-    double last() const { return value("LASTX", "LAST"); }
+    /// Some programs give the distance of points in its place.
+    double last(double points) const
+    {
+        const LabelledRecord *step = m_block.find("DELTAX");
+        if (m_column >= 0 || m_block.find("LASTX") || !step)
+            return value("LASTX", "LAST");
+        const QString note = Texts::tr("The record ##LASTX= is missing: the axis follows from ##DELTAX=.");
+        if (!m_block.notes.contains(note))
+            m_block.notes.append(note);
+        return first() + m_block.number(*step, step->text()) * (points - 1);
+    }
     double points() const { return value("NPOINTS", "VARDIM"); }
     double factor(const char *plain) const { return value(plain, "FACTOR", 1.0); }
     const LabelledRecord &pointsRecord() const { return record("NPOINTS", "VARDIM"); }
@@ -130,10 +140,11 @@ JcampAbscissa abscissa(const JcampBlock &block, const TableValues &values, qint6
                  .arg(most, 0, 'g', 15));
     }
     XyAbscissa x{values.first(), 0.0, values.factor("XFACTOR"), int(points)};
-    x.step = (values.last() - x.first) / (points - 1.0);
+    const double last = values.last(points);
+    x.step = (last - x.first) / (points - 1.0);
     if (x.step == 0.0 || !std::isfinite(x.step)) {
         fail(block.source, block.line,
-             Texts::tr("the first and the last X value (%1, %2) span no axis").arg(x.first).arg(values.last()));
+             Texts::tr("the first and the last X value (%1, %2) span no axis").arg(x.first).arg(last));
     }
     return {x, values.units(), values.unitsRecord().line, values.nucleus(), dimension};
 }
@@ -190,6 +201,13 @@ public:
     {
         AsdfDecoder decoder(m_block.source, x);
         const int last = decode(decoder, m_block, table);
+        // Nothing else says whether the axis rises.
+        const bool isByStep = m_block.find("XYDATA") && !m_block.find("LASTX");
+        if (const auto &wrong = decoder.disagreement(); wrong && isByStep)
+            fail(m_block.source, wrong->line,
+                 Texts::tr("by ##DELTAX= this line begins at X = %1, it says %2")
+                     .arg(wrong->due, 0, 'g', 10)
+                     .arg(wrong->found, 0, 'g', 10));
         for (double value : decoder.finish(last)) {
             data.push_back(value * factor);
             if (!std::isfinite(data.back()))

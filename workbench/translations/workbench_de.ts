@@ -1999,6 +1999,14 @@ Optionen:
         <source>The record ##NPOINTS= is missing: the %1 points of the table were counted.</source>
         <translation>Der Eintrag ##NPOINTS= fehlt: Die %1 Punkte der Tabelle wurden gezählt.</translation>
     </message>
+    <message>
+        <source>The record ##LASTX= is missing: the axis follows from ##DELTAX=.</source>
+        <translation>Der Eintrag ##LASTX= fehlt: Die Achse folgt aus ##DELTAX=.</translation>
+    </message>
+    <message>
+        <source>by ##DELTAX= this line begins at X = %1, it says %2</source>
+        <translation>nach ##DELTAX= beginnt diese Zeile bei X = %1, sie sagt %2</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::AgreementPlot</name>
