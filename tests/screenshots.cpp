@@ -37,6 +37,7 @@ private Q_SLOTS:
     void initTestCase();
     void file();
     void dialogs();
+    void powder();
     void litAtoms();
     void stack();
     void editedPeaks();
@@ -124,6 +125,19 @@ void Screenshots::dialogs()
     });
     choose(window(), m_table, {u"Set Quadrupolar Isotope..."_s});
     makeSpectrum({{"fCbNucF2", u"13C"_s}, {"fSpCSRefF2", 170.0}}, u"dialog-1d.png"_s);
+}
+
+void Screenshots::powder()
+{
+    m_dialogs.expect(u"Powder Spectrum"_s, [this](QDialog *dialog) {
+        fill(dialog, {{"nucleus", u"17O"_s}, {"frequency", 800.0}, {"reference", 287.0}, {"lorentzian", 100.0}});
+        dialog->resize(1000, 640);
+        QTest::qWait(500); // the preview
+        QVERIFY(QTest::qWaitForWindowExposed(dialog));
+        QVERIFY(dialog->screen()->grabWindow(dialog->winId()).save(m_directory.filePath(u"dialog-powder.png"_s)));
+        dialog->reject();
+    });
+    choose(window(), m_table, {u"Create Powder Spectrum..."_s});
 }
 
 void Screenshots::stack()

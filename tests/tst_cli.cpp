@@ -155,6 +155,12 @@ private Q_SLOTS:
         row(2, "powder a --nucleus 16O", "16O");
         row(2, "powder a --nucleus 27Al --mas 0", "--static");
         row(2, "powder a --nucleus 27Al --mas fast", "--mas");
+        row(2, "powder a --nucleus 27Al --mas -5", "is not a rate");
+        row(2, "powder a --nucleus 27Al --mas nan", "is not a number");
+        row(2, "powder a --nucleus 27Al --linewidth inf", "is not a number");
+        row(2, "powder a --nucleus 27Al --range 5:5", "two different numbers");
+        row(2, "powder a --nucleus 27Al --range nan:5", "--range");
+        row(2, "powder a --nucleus 27Al --points 67108864", "from 2 to 4194304");
         row(2, "powder a --nucleus 27Al --mas 10 --static", "contradict");
         row(2, "powder a --nucleus 27Al --frequency 60000", "10000 MHz");
         row(2, "powder a --nucleus 27Al --linewidth -1", "--linewidth");
@@ -299,6 +305,12 @@ private Q_SLOTS:
         const Finished asked = runProgram(ask), picked = runProgram(ask.mid(0, 2));
         QVERIFY2(asked.output.contains(u"99.5000 ppm") && asked.output.contains(u"13C"), qPrintable(asked.errors));
         QVERIFY(picked.output.contains(u"8 picked"));
+        // Of several measurements, those that are such folders.
+        const QStringList compare = words("compare " SAMPLES "/paracetamol.magres --average ch3 --unmatched 0 "
+                                          "--experiment 1H=" SAMPLES "/paracetamol-1H.csv --experiment");
+        const QString folder = u"13C="_s + directory.filePath(u"1"_s);
+        QVERIFY(runProgram(compare + QStringList{folder, u"--peaks"_s, u"file"_s}).output.contains(u"13C: 1 lines"));
+        QVERIFY(runProgram(compare + QStringList{folder}).output.contains(u"13C: 8 lines"));
 
         // Numbers of sites go into the copy of a list.
         QFile counted(directory.filePath(u"counted.txt"_s)), copy(directory.filePath(u"copy.csv"_s));
@@ -400,6 +412,22 @@ private Q_SLOTS:
         QTest::newRow("isotropic") << gradient + u"ms Al 1 500 0 0 0 500 0 0 0 500\n"_s << u""_s << 0 << u""_s;
         QTest::newRow("beyond second order")
             << u"efg Al 1 0.5 0 0 0 0.5 0 0 0 -1.0\n"_s + shielding << u"--frequency 100"_s << 0 << u"second order"_s;
+        QTest::newRow("not a number") << gradient + u"ms Al 1 nan 0 0 0 510 0 0 0 520\n"_s << u""_s << 0
+                                      << u"no shielding of Al1"_s;
+        QTest::newRow("a shielding of 10^30 ppm")
+            << gradient + u"ms Al 1 1e30 0 0 0 510 0 0 0 520\n"_s << u""_s << 1 << u"larger than 1000000 ppm"_s;
+        QTest::newRow("one turn in a quarter of an hour")
+            << gradient + shielding << u"--mas 1e-3"_s << 1 << u"compute the static spectrum"_s;
+        QTest::newRow("as fast as can be") << gradient + shielding << u"--mas 1e7"_s << 0 << u""_s;
+        QTest::newRow("the field of the Earth")
+            << gradient + shielding << u"--frequency 1"_s << 1 << u"second order fails"_s;
+        QTest::newRow("points too close") << gradient + shielding << u"--points 4096 --range 900000:900001"_s << 1
+                                          << u"too narrow for so many points"_s;
+        QTest::newRow("nothing in range") << gradient + shielding << u"--range 900000:899000"_s << 0 << u""_s;
+        QTest::newRow("10^7 orientations")
+            << gradient + shielding << u"--static --orientations 10000000"_s << 0 << u""_s;
+        QTest::newRow("no width") << shielding + u"efg Al 1 0 0 0 0 0 0 0 0 0\n"_s << u"--linewidth 0"_s << 0 << u""_s;
+        QTest::newRow("two points") << gradient + shielding << u"--points 2"_s << 0 << u""_s;
         QTest::newRow("spin 1/2 without shielding") << gradient << u"--nucleus 1H"_s << 1 << u"no shielding"_s;
         QTest::newRow("triple quantum of spin 1/2")
             << u"ms H 1 20 0 0 0 25 0 0 0 30\n"_s << u"--nucleus 1H --mqmas"_s << 1 << u"triple-quantum"_s;
@@ -418,7 +446,9 @@ private Q_SLOTS:
                    "units efg au\n"
                    + tensors.toUtf8() + "[/magres]\n");
         file.close();
-        QStringList arguments = words("powder --points 64");
+        QStringList arguments = words("powder");
+        if (!options.contains(u"--points"_s))
+            arguments += words("--points 64");
         if (!options.contains(u"--nucleus"_s))
             arguments += words("--nucleus 27Al");
         const QString csv = directory.filePath(u"a.csv"_s);
@@ -428,6 +458,9 @@ private Q_SLOTS:
         QVERIFY2(run.errors.contains(message) && (status == 0) == run.output.contains(u"Breadth"_s),
                  qPrintable(run.errors));
         QCOMPARE(QFile::exists(csv), status == 0);
+        QFile written(csv);
+        const QByteArray numbers = written.open(QIODevice::ReadOnly) ? written.readAll() : QByteArray();
+        QVERIFY(!numbers.contains("nan") && !numbers.contains("inf"));
         // That the hydrogen has no tensors is told of every file.
         const bool quiet =
             run.errors.isEmpty() || (run.errors.contains(u"Atoms without") && run.errors.count(u'\n') == 1);

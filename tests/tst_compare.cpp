@@ -467,6 +467,50 @@ private Q_SLOTS:
         QVERIFY(m_program.status == 1 && m_program.errors.contains("9 cross peaks were measured"));
         const QJsonDocument more = QJsonDocument::fromJson(m_program.run(line + "--unmatched 1 --format json"));
         QCOMPARE(more[u"leftOut"_s][0][0].toDouble(), 90.0);
+
+        // Peaks that name their sites belong there, even where others fit better; the rest is paired as ever.
+        const QJsonArray pairs = report[u"pairs"_s].toArray();
+        const auto row = [&](int place, const QByteArray &name) {
+            const QJsonValue measured = pairs[place][u"measured"_s];
+            return QByteArray::number(measured[0].toDouble(), 'g', 10) + ','
+                + QByteArray::number(measured[1].toDouble(), 'g', 10) + ",1," + name + '\n';
+        };
+        const auto siteOf = [&](int place, int d) {
+            return pairs[place][u"sites"_s][d].toString().section(u' ', 0, 0).toUtf8();
+        };
+        QByteArray rows;
+        for (int i = 2; i < 8; ++i)
+            rows += row(i, {});
+        const QByteArray first = siteOf(0, 0) + '-' + siteOf(0, 1), second = siteOf(1, 1) + '/' + siteOf(1, 0);
+        m_program.write("named.csv", "f2,f1,height,label\n" + row(0, second) + row(1, first) + rows);
+        const QByteArray named =
+            "compare " SAMPLES
+            "/paracetamol.magres --nucleus 13C --nucleus-f1 1H --experiment @named.csv --average ch3 --format json ";
+        const QJsonDocument assigned = QJsonDocument::fromJson(m_program.run(named));
+        QVERIFY2(m_program.status == 0, m_program.errors);
+        QCOMPARE(assigned[u"pairing"_s].toString(), u"2 assigned, equal"_s);
+        for (int i : {0, 1})
+            QCOMPARE(assigned[u"pairs"_s][i][u"measured"_s], pairs[1 - i][u"measured"_s]);
+        QCOMPARE(QJsonDocument::fromJson(m_program.run(named + "--ignore-labels"))[u"pairing"_s].toString(),
+                 u"equal"_s);
+        // Nothing but names: the others have no line.
+        m_program.write("named.csv", "f2,f1,height,label\n" + row(0, first) + row(1, second));
+        const QJsonDocument two = QJsonDocument::fromJson(m_program.run(named));
+        QVERIFY(two[u"pairing"_s].toString() == u"assigned" && two[u"without"_s].toArray().size() == 6);
+        m_program.write("named.csv", "f2,f1,height,label\n" + row(0, "C99-H1") + row(1, {}));
+        m_program.run(named);
+        QVERIFY2(m_program.status == 1 && m_program.errors.contains("\"C99\""), m_program.errors);
+
+        // A reference that is given stays, and what it is off by is in the differences. A picture beside the table.
+        const QJsonDocument fixed = QJsonDocument::fromJson(
+            m_program.run(line + "--unmatched 1 --reference 13C=171 -o @fixed.json -o @fixed.svg").isEmpty()
+                ? m_program.read("fixed.json")
+                : QByteArray());
+        QCOMPARE(fixed[u"dimensions"_s][0][u"reference"_s].toDouble(), 171.0);
+        QVERIFY(fixed[u"dimensions"_s][0][u"referenceIsGiven"_s].toBool());
+        QVERIFY(!fixed[u"dimensions"_s][1][u"referenceIsGiven"_s].toBool());
+        QVERIFY(std::abs(fixed[u"dimensions"_s][0][u"rmsd"_s].toDouble() - 1.5) < 1e-3);
+        QVERIFY(m_program.read("fixed.svg").contains("F1, 1H"));
     }
 
     void averageOfConfigurations()

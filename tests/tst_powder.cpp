@@ -231,21 +231,15 @@ void tst_Powder::means()
             QVERIFY(eta == 1 || values.coupling < 0);
             QVERIFY(std::abs(values.asymmetry - eta) < 1e-9);
             QVERIFY(std::abs(values.span - 120) < 1e-9);
-            if (spin != 2.5)
-                continue;
-            // The same from the curves themselves; Gaussian lines, whose wings do not reach beyond the axis. What
-            // linear interpolation adds falls with the square of the triangles' size: two of them tell the limit. What
-            // remains is the bins' width, where a pattern has a step.
+            // The same from the curves themselves, however few the directions; Gaussian lines, whose wings do not reach
+            // beyond the axis.
             for (Rotation rotation : {Rotation::Static, Rotation::MagicAngle, Rotation::InfiniteRate}) {
-                const Conditions now = conditions(spin, larmor, rotation, 15000);
-                const auto meanOf = [&](double rows) {
-                    const Axis axis{2000, -2000, 16384};
-                    return moments(*spectrum({&site, 1}, now, {0, 100}, axis, {1e-3, 2 * rows * rows + 1})).mean;
-                };
-                const double coarse = meanOf(100), fine = meanOf(200), limit = fine + (fine - coarse) / 3;
-                QVERIFY2(std::abs(limit / values.centre - 1) < 2e-5,
-                         qPrintable(QString::number(limit / values.centre - 1)));
-                QVERIFY(std::abs(fine / values.centre - 1) < 1e-3);
+                for (double directions : {0.0, 200.0}) {
+                    const auto curve = spectrum({&site, 1}, conditions(spin, larmor, rotation, 15000), {0, 100},
+                                                {6000, -6000, 32768}, {1e-3, directions});
+                    const double error = (moments(*curve).mean - values.centre) / expected;
+                    QVERIFY2(std::abs(error) < 1e-6, qPrintable(QString::number(error)));
+                }
             }
         }
     }
@@ -402,7 +396,7 @@ void tst_Powder::areas()
         const Site sharp{diagonal(shift, shift, shift), std::nullopt, 1};
         for (double width : {0.0, 5.0, 300.0, 900.0}) {
             const auto coarse = spectrum({&sharp, 1}, now, {0, width}, {-500, 500, 101});
-            QVERIFY(std::abs(area(*coarse) - 1) < 3e-3);
+            QVERIFY(std::abs(area(*coarse) - 1) < 4e-2);
             const auto top = std::max_element(coarse->sum.begin(), coarse->sum.end());
             QVERIFY(std::abs(coarse->axis.at(size_t(top - coarse->sum.begin())) - shift) < 5.1);
             QVERIFY(std::all_of(coarse->sum.begin(), coarse->sum.end(), [](double value) { return value > -1e-4; }));

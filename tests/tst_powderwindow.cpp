@@ -150,6 +150,58 @@ private Q_SLOTS:
         QCOMPARE(window().powderCommands()->whyNoEdit(), QString());
     }
 
+    void showsSitesPointsAndRange()
+    {
+        open(QStringLiteral(SAMPLES "/paracetamol.magres"));
+        QUndoStack &undo = *scene().undoStack();
+        const int steps = undo.count();
+        m_answers.expect(u"Powder Spectrum"_s, [](QDialog *dialog) {
+            fill(dialog, {{"nucleus", u"17O"_s}, {"frequency", 800.0}, {"reference", 287.0}});
+            auto *from = part<QDoubleSpinBox>(dialog, "rangeFrom"), *to = part<QDoubleSpinBox>(dialog, "rangeTo");
+            QVERIFY(part<QCheckBox>(dialog, "siteCurves")->isChecked() && !from->isEnabled());
+            QTRY_VERIFY(from->value() > 100); // that of the preview
+            const double high = from->value();
+            part<QCheckBox>(dialog, "automaticRange")->setChecked(false);
+            QCOMPARE(from->value(), high);
+            part<QSpinBox>(dialog, "points")->setValue(4096);
+            from->setValue(to->value());
+            auto *ok = part<QDialogButtonBox>(dialog, "buttonBox")->button(QDialogButtonBox::Ok);
+            QTRY_VERIFY(!ok->isEnabled());
+            from->setValue(400);
+            to->setValue(-100);
+            QTRY_VERIFY(ok->isEnabled());
+            dialog->accept();
+        });
+        window().powderCommands()->create();
+        QCOMPARE(undo.count(), steps + 1);
+        const QList<QUuid> ids = data()->entryIds();
+        QCOMPARE(ids.size(), 3);
+        const SpectrumAxis axis = data()->spectrum(ids[0]).axes[0];
+        QCOMPARE(axis.size, 4096);
+        QVERIFY(std::abs(axis.ppm(0) - 400) < 1e-6 && std::abs(axis.ppm(4095) + 100) < 1e-6);
+        QVERIFY(data()->entryName(ids[1]).startsWith(u"O"));
+        const auto sum = data()->spectrum(ids[0]).real(), one = data()->spectrum(ids[1]).real(),
+                   other = data()->spectrum(ids[2]).real();
+        const double highest = *std::max_element(sum.begin(), sum.end());
+        for (size_t i = 0; i < sum.size(); ++i)
+            QVERIFY(std::abs(sum[i] - one[i] - other[i]) < 1e-9 * highest);
+
+        // A site's curve leads to the sum; the curves follow it, in one step.
+        data()->setActiveEntryId(ids[1]);
+        const QByteArray before = state();
+        m_answers.expect(u"Edit Powder Spectrum"_s, [](QDialog *dialog) {
+            QCOMPARE(part<QSpinBox>(dialog, "points")->value(), 4096);
+            QCOMPARE(part<QDoubleSpinBox>(dialog, "rangeFrom")->value(), 400.0);
+            part<QCheckBox>(dialog, "siteCurves")->setChecked(false);
+            dialog->accept();
+        });
+        window().powderCommands()->edit();
+        QCOMPARE(data()->entryIds(), QList<QUuid>{ids[0]});
+        QCOMPARE(undo.count(), steps + 2);
+        undo.undo();
+        QCOMPARE(state(), before);
+    }
+
     void fitsToAMeasurement()
     {
         create({{"nucleus", u"27Al"_s}, {"frequency", 400.0}, {"lorentzian", 150.0}, {"reference", 560.0}});

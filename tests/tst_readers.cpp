@@ -187,6 +187,15 @@ private Q_SLOTS:
         text("JCAMP shift reference without a point", jcamp(hertz + "##.SHIFT REFERENCE= INTERNAL, TMS, 0, 12.5\n"),
              {70}, 18, "13C");
         text("JCAMP unit in parentheses", jcamp(QByteArray(ppm).replace("PPM", "(ppm)"), "95", "85"), {92}, 18, "13C");
+        text("JCAMP without the number of points", jcamp(ppm, "95", "85").replace("##NPOINTS= 11\n", ""), {92}, 18,
+             "13C");
+        text("JCAMP with the distance of points for the last one",
+             jcamp(ppm, "95", "85").replace("##LASTX= 85", "##DELTAX= -1"), {92}, 18, "13C");
+        text("JCAMP decimal commas",
+             jcamp(ppm, "95", "85").replace("X= 95", "X= 95,5").replace("X= 85", "X= 85,5").replace("100", "100,0"),
+             {92.5}, 18, "13C");
+        text("JCAMP shift reference with a decimal comma",
+             jcamp(hertz + "##.SHIFT REFERENCE= (INTERNAL, TMS, 4, 12,5)\n"), {12.5}, 18, "13C");
         text("JCAMP X that counts down", jcamp(ppm, "95", "85").replace("\n95 1", "\n10 1"), {92}, 18, "13C");
         text("JCAMP 2D ntuples",
              "##TITLE= n\n##DATA TYPE= nD NMR SPECTRUM\n##.OBSERVE FREQUENCY= 100\n##.OBSERVE NUCLEUS= ^1H\n"
@@ -339,6 +348,12 @@ private Q_SLOTS:
         row("cut off within the last number", table(2, "2 1 1234\n").chopped(10),
             "line 8: the file ends within this line");
         row("a lost line", table(12, "12 1 2 3\n3 4 5 6\n"), "the data end after 6 points where 12 were announced");
+        row("a lost line that no number of points tells",
+            table(30, "30 1 1 1 1 1 1 1 1 1 1\n10 1 1 1 1 1 1 1 1 1 1\n").replace("##NPOINTS= 30\n", ""),
+            "of the 20 points that the table holds the one here would lie at 14.7");
+        row("a distance of points of the wrong sign",
+            table(6, "6 1 2 3\n3 4 5 6\n").replace("##LASTX= 1", "##DELTAX= 1"),
+            "by ##DELTAX= this line begins at X = 9, it says 3");
         row("a repeat of 10^15", table(4, "4AZ00000000000000\n"), "an ordinate is repeated 800000000000000 times");
         row("more points than bytes explain", table(2, "2 1 1\n").replace("NPOINTS= 2", "NPOINTS= 200000000"),
             "between 2 and 1048576 were expected");

@@ -13,6 +13,7 @@ namespace {
 const QString powderFormat = QStringLiteral("powder");
 const QString simulatedFormat = QStringLiteral("magres");
 const QString dataKey = QStringLiteral("magresDataId");
+const QString sumKey = QStringLiteral("partOf");
 
 // In the order of Powder::Rotation; files hold these.
 const QStringList rotations{QStringLiteral("static"), QStringLiteral("mas"), QStringLiteral("infinite")};
@@ -31,7 +32,10 @@ QVariantHash toHash(const PowderOrigin &origin)
                       {QStringLiteral("scale"), settings.couplingScale},
                       {QStringLiteral("lorentzian"), settings.shape.lorentzian},
                       {QStringLiteral("gaussian"), settings.shape.gaussian},
-                      {QStringLiteral("pts"), settings.points}};
+                      {QStringLiteral("pts"), settings.points},
+                      {QStringLiteral("siteCurves"), settings.siteCurves}};
+    if (!origin.sum.isNull())
+        hash.insert(sumKey, origin.sum);
     if (settings.range) {
         hash.insert(QStringLiteral("from"), settings.range->first);
         hash.insert(QStringLiteral("to"), settings.range->second);
@@ -75,17 +79,58 @@ std::optional<PowderOrigin> PowderOrigin::of(const SpectrumEntry &entry)
     settings.couplingScale = number("scale");
     settings.shape = {number("lorentzian"), number("gaussian")};
     settings.points = hash.value(QStringLiteral("pts")).toInt();
+    settings.siteCurves = hash.value(QStringLiteral("siteCurves")).toBool();
+    origin.sum = hash.value(sumKey).toUuid();
     if (hash.contains(QStringLiteral("from")) && hash.contains(QStringLiteral("to")))
         settings.range = {number("from"), number("to")};
     return isSensible(settings) ? std::optional(origin) : std::nullopt;
 }
 
-QVariantMap powderEntry(const PowderSites &sites, const Powder::Spectrum &spectrum, const PowderOrigin &origin)
+namespace {
+
+QVariantMap entryOf(const PowderSites &sites, const Powder::Axis &axis, const std::vector<double> &values,
+                    const PowderOrigin &origin)
 {
     SpectrumEntry entry;
-    entry.data = toEntryMap(powderCurve(sites, spectrum.axis, spectrum.sum, {}));
+    entry.data = toEntryMap(powderCurve(sites, axis, values, {}));
     entry.setParameters(powderFormat, toHash(origin));
     return entry.data;
+}
+
+} // namespace
+
+QVariantMap powderEntry(const PowderSites &sites, const Powder::Spectrum &spectrum, const PowderOrigin &origin)
+{
+    return entryOf(sites, spectrum.axis, spectrum.sum, origin);
+}
+
+NmrStack withSiteCurves(NmrStack stack, const QUuid &sum, const PowderSites &sites, const Powder::Spectrum &spectrum,
+                        const PowderOrigin &origin)
+{
+    stack.entries.removeIf([&](const SpectrumEntry &entry) {
+        const auto made = PowderOrigin::of(entry);
+        return made && made->sum == sum;
+    });
+    const auto isThere = [&](const QUuid &id) {
+        return std::any_of(stack.entries.cbegin(), stack.entries.cend(),
+                           [&](const SpectrumEntry &entry) { return entry.id == id; });
+    };
+    if (!isThere(stack.activeId))
+        stack.activeId = sum;
+    if (!origin.settings.siteCurves || sites.sites.size() < 2 || sites.sites.size() > mostSiteCurves || !isThere(sum))
+        return stack;
+    qsizetype place = 1
+        + std::distance(stack.entries.cbegin(),
+                        std::find_if(stack.entries.cbegin(), stack.entries.cend(),
+                                     [&](const SpectrumEntry &entry) { return entry.id == sum; }));
+    for (size_t i = 0; i < sites.sites.size(); ++i) {
+        PowderOrigin part = origin;
+        part.sum = sum;
+        part.settings.labels = {sites.sites[i].label};
+        const QVariantMap data = entryOf(sites, spectrum.axis, spectrum.sites[i].values, part);
+        stack.entries.insert(place++, {QUuid::createUuid(), sites.sites[i].name, data, Spectrum::fromMap(data)});
+    }
+    return stack;
 }
 
 PowderSettings powderSettingsLike(const SpectrumEntry &simulated)

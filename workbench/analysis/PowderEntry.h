@@ -10,6 +10,7 @@ namespace Workbench {
 struct PowderOrigin {
     QUuid dataId; ///< of the calculation among the document's data
     PowderSettings settings;
+    QUuid sum; ///< of a site's curve: the entry that it is a part of
 
     /// Nothing for entries that are no powder spectra, and for settings that make no sense.
     static std::optional<PowderOrigin> of(const SpectrumEntry &entry);
@@ -17,6 +18,11 @@ struct PowderOrigin {
 
 /// The sum over the sites as an entry of a host's NMR data, which remembers its origin.
 QVariantMap powderEntry(const PowderSites &sites, const Powder::Spectrum &spectrum, const PowderOrigin &origin);
+
+/// The stack with the sites' curves behind their sum, where the settings ask for them and there are several, but not
+/// too many; those of before go. Each can be told by its origin and remembers how it is made alone.
+NmrStack withSiteCurves(NmrStack stack, const QUuid &sum, const PowderSites &sites, const Powder::Spectrum &spectrum,
+                        const PowderOrigin &origin);
 
 /// The settings with which a powder spectrum shows what a plug-in's simulated spectrum of one dimension does: its
 /// nucleus, frequency, reference and slope.

@@ -24,7 +24,11 @@ struct PowderSettings {
     std::optional<std::pair<double, double>> range; ///< ppm; nothing: all that is above 0.1 % of the highest point
     double directions = 0; ///< 0: as many as it takes
     double tolerance = 1e-3; ///< as Powder::Accuracy's
+    bool siteCurves = false; ///< each site's curve stands beside the sum
 };
+
+/// As many curves of sites as a plot has room for.
+inline constexpr size_t mostSiteCurves = 12;
 
 /// A site of the crystal: an atom and those that are equivalent to it.
 struct PowderSite {

@@ -199,7 +199,7 @@ CommandRun prepareCalibrate(const CommandLine &line)
     ComparisonOptions options;
     options.sites = {parseSymmetryTolerance(line), parseAveraging(line)};
     if (line.has("unmatched"))
-        options.unmatched = OptionValues::count(QStringLiteral("--unmatched"), line.value("unmatched"), 1000);
+        options.unmatched = OptionValues::count(QStringLiteral("--unmatched"), line.value("unmatched"), 1000, 0);
     const bool mayMix = line.has("mix-methods");
     const QStringList outputs = line.values("o");
     return headless([=](HostApplication &host, MessageLog &log) mutable {

@@ -2,19 +2,13 @@
 #include "cli/CliErrors.h"
 #include "cli/Commands.h"
 #include "cli/CompareCrossPeaks.h"
+#include "cli/CompareOutputs.h"
 #include "cli/ComparisonOptions.h"
 #include "cli/ComparisonReport.h"
 #include "cli/SimulateOptions.h"
 #include "cli/Simulation.h"
-#include "document/PageExport.h"
-#include "formats/OutputFiles.h"
-#include "formats/TableExport.h"
-#include "items/plot/AgreementPlot.h"
-#include "items/plot/PlotPainting.h"
 
 #include "data/Error.h"
-
-#include <QFileInfo>
 
 namespace Workbench {
 namespace {
@@ -23,56 +17,6 @@ void printNote(const QString &note)
 {
     printError(Texts::tr("magres-workbench compare: %1\n").arg(note));
 }
-
-/// Where a comparison goes: standard output unless a table or a picture has a file.
-struct CompareOutputs {
-    TableExport::Format format = TableExport::Format::Text;
-    QStringList fileNames;
-
-    explicit CompareOutputs(const CommandLine &line) : fileNames(line.values("o"))
-    {
-        const QString name = line.has("format") ? line.value("format") : QStringLiteral("text");
-        const auto known = TableExport::formatOfName(name);
-        if (!known)
-            throw UsageError(Texts::tr("option --format: \"%1\" is not one of: text, csv, json").arg(name));
-        format = *known;
-        for (const QString &fileName : fileNames) {
-            if (!tableFormat(fileName) && !PageExport::formatOfSuffix(QFileInfo(fileName).suffix()))
-                throw UsageError(Texts::tr("option -o: the suffix of \"%1\" is not one of: .txt, .csv, .json, .%2")
-                                     .arg(fileName, PageExport::suffixes().join(QLatin1String(", ."))));
-        }
-    }
-
-    static std::optional<TableExport::Format> tableFormat(const QString &fileName)
-    {
-        const QString suffix = QFileInfo(fileName).suffix().toLower();
-        return suffix == u"txt" ? TableExport::Format::Text
-            : suffix == u"text" ? std::nullopt
-                                : TableExport::formatOfName(suffix);
-    }
-
-    void write(const ComparisonReport &report) const
-    {
-        OutputFiles files;
-        bool hasTable = false;
-        for (const QString &fileName : fileNames) {
-            QIODevice &device = files.open(fileName);
-            if (const auto table = tableFormat(fileName)) {
-                device.write(report.write(*table));
-                hasTable = true;
-                continue;
-            }
-            AgreementPlot plot;
-            plot.setComparisons(report.comparisons);
-            PageExport::writePicture([&](QPainter *painter, const QRectF &area) { paintPlot(plot, painter, area); },
-                                     plot.fullSize(), device,
-                                     *PageExport::formatOfSuffix(QFileInfo(fileName).suffix()));
-        }
-        files.commit();
-        if (!hasTable)
-            printOut(QString::fromUtf8(report.write(format)));
-    }
-};
 
 CommandRun prepareCompare(const CommandLine &line)
 {
@@ -107,7 +51,7 @@ CommandRun prepareCompare(const CommandLine &line)
         notes.removeAll(QString());
         for (const QString &note : notes)
             printNote(note);
-        outputs.write(report);
+        outputs.write([&](TableExport::Format format) { return report.write(format); }, report.comparisons);
     });
 }
 
@@ -140,7 +84,9 @@ Command compareCommand()
         "--reference-set gives it; the slope is -1 unless --slope gives it, as a number or as \"fit\".\n"
         "With --nucleus-f1, cross peaks are paired so that the sum of squares of both coordinates, each in units of "
         "its\n"
-        "nucleus's sigma, is least; each site then counts once in its dimension.\n\n"
+        "nucleus's sigma, is least; each site then counts once in its dimension. A peak that names its two sites, as "
+        "in\n"
+        "C1-H1, belongs there.\n\n"
         "Example:\n"
         "  magres-workbench compare x.magres --experiment 13C=c.csv --experiment 1H=h.csv --average ch3 -o x.png",
         options,

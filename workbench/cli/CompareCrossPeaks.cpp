@@ -3,9 +3,12 @@
 
 #include "analysis/comparison/Agreement.h"
 #include "analysis/comparison/CrossPeakPairing.h"
+#include "analysis/comparison/NucleusComparison.h"
+#include "analysis/comparison/PeakComparison.h"
 #include "analysis/comparison/UniqueSites.h"
 #include "cli/CliErrors.h"
 #include "cli/Commands.h"
+#include "cli/CompareOutputs.h"
 #include "cli/ComparisonOptions.h"
 #include "cli/OptionValues.h"
 #include "cli/SimulateOptions.h"
@@ -13,15 +16,14 @@
 #include "data/Error.h"
 #include "data/NumberText.h"
 #include "formats/ExperimentFile.h"
-#include "formats/OutputFiles.h"
 #include "formats/TableExport.h"
 #include "items/plot/NmrData.h"
 
-#include <QFileInfo>
 #include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <cmath>
@@ -43,19 +45,49 @@ struct Plan {
     UniqueSites::Options sites;
     QString experiment;
     std::optional<double> sigma[2];
+    std::optional<double> reference[2]; ///< ppm, where it is not to be found
+    std::vector<ReferenceSet> sets;
     int unmatched = 0;
-    TableExport::Format format = TableExport::Format::Text;
-    QString output;
+    bool ignoresLabels = false;
 };
+
+/// Slope, error and reference of a dimension. A set's reference goes with its slope.
+void takeScale(const CommandLine &line, const QStringList &nuclei, Plan &plan)
+{
+    const auto slopes = valuesByNucleus(line, "slope", nuclei), sigmas = valuesByNucleus(line, "sigma", nuclei),
+               references = valuesByNucleus(line, "reference", nuclei);
+    plan.sets = parseReferenceSets(line);
+    for (const ReferenceSet &set : plan.sets) {
+        if (!nuclei.contains(set.nucleus))
+            throw UsageError(Texts::tr("option --reference-set: no dimension is of %1").arg(set.nucleus));
+    }
+    for (int d = 0; d < 2; ++d) {
+        DimensionOptions &dimension = plan.spectrum.dimension[d];
+        const QString &nucleus = dimension.nucleus;
+        if (slopes.contains(nucleus))
+            dimension.slope = OptionValues::number(QStringLiteral("--slope"), slopes[nucleus]);
+        if (references.contains(nucleus))
+            plan.reference[d] = OptionValues::number(QStringLiteral("--reference"), references[nucleus]);
+        for (const ReferenceSet &set : plan.sets) {
+            if (set.nucleus != nucleus || slopes.contains(nucleus))
+                continue;
+            dimension.slope = set.calibration.slope;
+            if (!plan.reference[d])
+                plan.reference[d] = set.calibration.reference;
+        }
+        plan.sigma[d] = sigmas.contains(nucleus) ? OptionValues::positive(QStringLiteral("--sigma"), sigmas[nucleus])
+                                                 : usualError(nucleus);
+        if (!plan.sigma[d])
+            throw UsageError(Texts::tr("option --sigma: the error of calculated shifts of %1 is needed, as in "
+                                       "--sigma %1=5: differences of both dimensions are weighed by it")
+                                 .arg(nucleus));
+    }
+}
 
 Plan parsePlan(const CommandLine &line)
 {
-    for (const char *option : {"reference", "reference-set", "ignore-labels"}) {
-        if (line.has(option))
-            throw UsageError(Texts::tr("option %1 goes with one dimension alone").arg(CommandLine::shown(option)));
-    }
     Plan plan;
-    plan.experiment = required(line, "experiment");
+    plan.experiment = existingExperiment(required(line, "experiment"), wantsPeaksOfFile(line));
     SimulateOptions &spectrum = plan.spectrum;
     spectrum.twoDimensional = true;
     spectrum.dimension[0].nucleus = OptionValues::nucleus(QStringLiteral("--nucleus"), required(line, "nucleus"));
@@ -67,35 +99,11 @@ Plan parsePlan(const CommandLine &line)
     spectrum.averaging = int(plan.sites.averaging);
     QStringList nuclei{spectrum.dimension[0].nucleus, spectrum.dimension[1].nucleus};
     nuclei.removeDuplicates();
-    const auto slopes = valuesByNucleus(line, "slope", nuclei), sigmas = valuesByNucleus(line, "sigma", nuclei);
-    for (int d = 0; d < 2; ++d) {
-        DimensionOptions &dimension = spectrum.dimension[d];
-        if (slopes.contains(dimension.nucleus))
-            dimension.slope = OptionValues::number(QStringLiteral("--slope"), slopes[dimension.nucleus]);
-        plan.sigma[d] = sigmas.contains(dimension.nucleus)
-            ? OptionValues::positive(QStringLiteral("--sigma"), sigmas[dimension.nucleus])
-            : usualError(dimension.nucleus);
-        if (!plan.sigma[d])
-            throw UsageError(Texts::tr("option --sigma: the error of calculated shifts of %1 is needed, as in "
-                                       "--sigma %1=5: differences of both dimensions are weighed by it")
-                                 .arg(dimension.nucleus));
-    }
+    takeScale(line, nuclei, plan);
+    plan.ignoresLabels = line.has("ignore-labels");
     if (line.has("unmatched"))
         plan.unmatched =
-            OptionValues::count(QStringLiteral("--unmatched"), line.value("unmatched"), LinePairing::mostUnmatched);
-    const QStringList outputs = line.values("o");
-    if (outputs.size() > 1)
-        throw UsageError(Texts::tr("option -o: cross peaks are written to one file"));
-    plan.output = outputs.value(0);
-    const QString suffix = QFileInfo(plan.output).suffix().toLower();
-    const QString name = line.has("format")         ? line.value("format")
-        : plan.output.isEmpty() || suffix == u"txt" ? QStringLiteral("text")
-                                                    : suffix;
-    const auto format = TableExport::formatOfName(name);
-    if (!format)
-        throw UsageError(
-            Texts::tr("the table of cross peaks cannot be written as \"%1\": txt, csv and json can be").arg(name));
-    plan.format = *format;
+            OptionValues::count(QStringLiteral("--unmatched"), line.value("unmatched"), LinePairing::mostUnmatched, 0);
     return plan;
 }
 
@@ -136,32 +144,129 @@ std::vector<CrossPeak> uniquePeaks(const QList<SpectrumPeak> &peaks, const Cryst
     return all;
 }
 
-/// One dimension of the pairs: each of its sites once, at the mean of what was measured of it.
-Agreement agreementOf(const std::vector<CrossPeak> &peaks, const std::vector<PlanePoint> &measured,
-                      const CrossPeakPairing &pairing, std::size_t d, std::optional<double> offset)
+/// The atoms and sites that a label may name, with the names of their sites.
+QMultiHash<QString, QString> namesOfSites(const CrystalStructure &structure, const UniqueSites &unique)
 {
-    std::vector<ComparedSite> sites;
+    QMultiHash<QString, QString> names;
+    for (const UniqueSite &site : unique.sites) {
+        const QString own = siteName(structure, site);
+        names.insert(own, own);
+        for (int atom : site.atoms) {
+            QStringList of = structure.atoms[std::size_t(atom)].labels;
+            of.append(structure.name(atom));
+            for (const QString &name : std::as_const(of)) {
+                if (!names.contains(name, own))
+                    names.insert(name, own);
+            }
+        }
+    }
+    return names;
+}
+
+/// "C1-H1", "C1,H1", "H1/C1"; names may have a dash of their own.
+QStringList namedIn(const QString &label, const QMultiHash<QString, QString> &siteOf)
+{
+    static const QRegularExpression dash(QStringLiteral("[-\u2013\u2014>\u2192]+"));
+    QStringList names;
+    for (const QString &name : assignedSites(label))
+        names += siteOf.contains(name) ? QStringList{name} : name.split(dash, Qt::SkipEmptyParts);
+    return names;
+}
+
+/// The measured peak of each calculated one whose sites its label names; -1 for the others.
+std::vector<int> assignedPeaks(const std::vector<MeasuredPeak> &measured, const std::vector<CrossPeak> &peaks,
+                               const QMultiHash<QString, QString> &siteOf)
+{
+    std::vector<int> lineOf(peaks.size(), -1);
+    for (std::size_t k = 0; k < measured.size(); ++k) {
+        const QStringList names = namedIn(measured[k].label, siteOf);
+        if (names.isEmpty())
+            continue;
+        const QString place =
+            QStringLiteral("%1, %2 ppm").arg(measured[k].f2, 0, 'g', 8).arg(measured[k].f1, 0, 'g', 8);
+        for (const QString &name : names) {
+            if (!siteOf.contains(name))
+                throw CommandError(Texts::tr("the cross peak at %1 is assigned to \"%2\", but the structure has no "
+                                             "such site (--ignore-labels pairs without names)")
+                                       .arg(place, name));
+        }
+        const auto isNamed = [&](const QString &site) {
+            return std::any_of(names.begin(), names.end(),
+                               [&](const QString &name) { return siteOf.contains(name, site); });
+        };
+        std::vector<std::size_t> found;
+        for (std::size_t i = 0; i < peaks.size(); ++i) {
+            const bool f2 = isNamed(peaks[i].sites[0]), f1 = isNamed(peaks[i].sites[1]);
+            if (names.size() > 1 ? f2 && f1 : f2 || f1)
+                found.push_back(i);
+        }
+        if (found.empty() || (names.size() == 1 && found.size() > 1))
+            throw CommandError(Texts::tr("the cross peak at %1 is assigned to \"%2\", but the structure has %3 cross "
+                                         "peaks of that name (--ignore-labels pairs without names)")
+                                   .arg(place, measured[k].label)
+                                   .arg(found.size()));
+        for (std::size_t i : found) {
+            if (lineOf[i] >= 0)
+                throw CommandError(Texts::tr("two cross peaks, at %1 and %2 ppm of F2, are assigned to %3 and %4")
+                                       .arg(measured[std::size_t(lineOf[i])].f2)
+                                       .arg(measured[k].f2)
+                                       .arg(peaks[i].sites[0], peaks[i].sites[1]));
+            lineOf[i] = int(k);
+        }
+    }
+    return lineOf;
+}
+
+/// One dimension of the pairs: each of its sites once, at the mean of what was measured of it.
+NucleusComparison comparisonOf(const std::vector<CrossPeak> &peaks, const std::vector<PlanePoint> &measured,
+                               const CrossPeakPairing &pairing, std::size_t d, std::optional<double> offset)
+{
+    NucleusComparison result;
     std::vector<MeasuredLine> lines;
-    std::vector<std::vector<int>> linesOf;
     for (std::size_t i = 0; i < peaks.size(); ++i) {
-        auto known = std::find_if(sites.begin(), sites.end(),
+        if (pairing.lineOf[i] < 0)
+            continue;
+        auto known = std::find_if(result.sites.begin(), result.sites.end(),
                                   [&](const ComparedSite &site) { return site.name == peaks[i].sites[d]; });
-        if (known == sites.end()) {
+        if (known == result.sites.end()) {
             ComparedSite site;
             site.name = peaks[i].sites[d];
             site.shielding = peaks[i].calculated[d];
             site.nuclei = 0;
-            known = sites.insert(sites.end(), site);
-            linesOf.emplace_back();
+            known = result.sites.insert(result.sites.end(), site);
+            result.pairing.linesOf.emplace_back();
         }
         known->nuclei += peaks[i].peaks;
-        linesOf[std::size_t(known - sites.begin())].push_back(int(lines.size()));
+        result.pairing.linesOf[std::size_t(known - result.sites.begin())].push_back(int(lines.size()));
         lines.push_back({measured[std::size_t(pairing.lineOf[i])][d], {}, {}});
     }
     Agreement::Options options;
     options.slope = 1; // the positions are shifts already
     options.reference = offset;
-    return Agreement::of(sites, lines, linesOf, options);
+    result.agreement = Agreement::of(result.sites, lines, result.pairing.linesOf, options);
+    return result;
+}
+
+/// How the pairs were found, by the names that one dimension has for it.
+LinePairing modeOf(const std::vector<int> &assigned, const CrossPeakPairing &pairing, std::size_t measured)
+{
+    LinePairing mode;
+    std::vector<char> isAssigned(measured);
+    int freePeaks = 0;
+    for (int line : assigned) {
+        if (line >= 0)
+            isAssigned[std::size_t(line)] = true;
+        else
+            ++freePeaks;
+    }
+    mode.assignedLines = int(std::count(isAssigned.begin(), isAssigned.end(), char(true)));
+    const int freeLines = int(measured) - mode.assignedLines;
+    mode.mode = freeLines == 0     ? LinePairing::Mode::Assigned
+        : !pairing.leftOut.empty() ? LinePairing::Mode::Unmatched
+        : freePeaks == freeLines   ? LinePairing::Mode::Equal
+                                   : LinePairing::Mode::Overlap;
+    mode.leftOut = pairing.leftOut;
+    return mode;
 }
 
 struct Report {
@@ -171,26 +276,21 @@ struct Report {
     std::vector<CrossPeak> peaks;
     std::vector<PlanePoint> measured;
     CrossPeakPairing pairing;
-    Agreement agreement[2];
+    std::vector<NucleusComparison> comparisons; ///< F2 and F1
     double reference[2] = {0, 0}; ///< of the simulation
 
-    QString mode() const
-    {
-        return !pairing.leftOut.empty()       ? QStringLiteral("unmatched")
-            : peaks.size() == measured.size() ? QStringLiteral("equal")
-                                              : QStringLiteral("overlap");
-    }
-    double calculated(std::size_t i, std::size_t d) const { return peaks[i].calculated[d] + agreement[d].reference; }
+    QString mode() const { return comparisons[0].pairing.text(); }
+    const Agreement &agreement(std::size_t d) const { return comparisons[d].agreement; }
+    bool isPaired(std::size_t i) const { return pairing.lineOf[i] >= 0; }
+    double calculated(std::size_t i, std::size_t d) const { return peaks[i].calculated[d] + agreement(d).reference; }
     double measuredAt(std::size_t i, std::size_t d) const { return measured[std::size_t(pairing.lineOf[i])][d]; }
 
     QByteArray text() const;
     QByteArray csv() const;
     QByteArray json() const;
-    QByteArray write() const
+    QByteArray write(TableExport::Format format) const
     {
-        return plan.format == TableExport::Format::Csv ? csv()
-            : plan.format == TableExport::Format::Json ? json()
-                                                       : text();
+        return format == TableExport::Format::Csv ? csv() : format == TableExport::Format::Json ? json() : text();
     }
 };
 
@@ -208,7 +308,12 @@ QByteArray Report::text() const
                             QString::number(peaks.size()),
                             spaceGroup.isEmpty() ? QString() : QStringLiteral(" in %1").arg(spaceGroup), mode());
     std::vector<QStringList> cells;
+    QStringList without;
     for (std::size_t i = 0; i < peaks.size(); ++i) {
+        if (!isPaired(i)) {
+            without.append(QStringLiteral("%1 and %2").arg(peaks[i].sites[0], peaks[i].sites[1]));
+            continue;
+        }
         QStringList row{peaks[i].sites[0], peaks[i].sites[1]};
         for (std::size_t d = 0; d < 2; ++d)
             row << ppmText(calculated(i, d)) << ppmText(measuredAt(i, d))
@@ -221,18 +326,21 @@ QByteArray Report::text() const
             titles.append(QStringLiteral("%1 %2").arg(QLatin1String(name), QLatin1String(what)));
     text += TableExport::alignedText(titles, cells) + u'\n';
     for (std::size_t d = 0; d < 2; ++d) {
-        const ChiSquare chiSquare = agreement[d].chiSquare(*plan.sigma[d]);
-        text += QStringLiteral("%1 (%2): reference %3 ppm (fitted), %4 sites, RMSD %5 ppm, largest difference %6 ppm, "
+        const ChiSquare chiSquare = agreement(d).chiSquare(*plan.sigma[d]);
+        text += QStringLiteral("%1 (%2): reference %3 ppm (%10), %4 sites, RMSD %5 ppm, largest difference %6 ppm, "
                                "χ² %7 with %8 degrees of freedom%9\n")
                     .arg(QLatin1String(dimensionNames[d]), dimension[d].nucleus,
-                         ppmText(reference[d] + agreement[d].reference), QString::number(agreement[d].pairs.size()),
-                         ppmText(agreement[d].rmsd), ppmText(agreement[d].largest), ppmText(chiSquare.value),
+                         ppmText(reference[d] + agreement(d).reference), QString::number(agreement(d).pairs.size()),
+                         ppmText(agreement(d).rmsd), ppmText(agreement(d).largest), ppmText(chiSquare.value),
                          QString::number(chiSquare.degreesOfFreedom),
-                         chiSquare.p ? QStringLiteral(", p = %1").arg(*chiSquare.p, 0, 'g', 3) : QString());
+                         chiSquare.p ? QStringLiteral(", p = %1").arg(*chiSquare.p, 0, 'g', 3) : QString(),
+                         plan.reference[d] ? QStringLiteral("given") : QStringLiteral("fitted"));
     }
     for (int line : pairing.leftOut)
         text += QStringLiteral("Left out: %1, %2 ppm\n")
                     .arg(ppmText(measured[std::size_t(line)][0]), ppmText(measured[std::size_t(line)][1]));
+    if (!without.isEmpty())
+        text += QStringLiteral("Without a line: %1\n").arg(without.join(QStringLiteral("; ")));
     return text.toUtf8();
 }
 
@@ -240,15 +348,16 @@ QByteArray Report::csv() const
 {
     QByteArray csv = "pairing,site_f2,site_f1,peaks,calculated_f2,measured_f2,calculated_f1,measured_f1\n";
     for (std::size_t i = 0; i < peaks.size(); ++i) {
-        csv += mode().toUtf8();
+        csv += mode().contains(u',') ? '"' + mode().toUtf8() + '"' : mode().toUtf8();
         for (const QString &site : peaks[i].sites)
             csv += ",\"" + site.toUtf8().replace('"', "\"\"") + '"';
         csv += ',' + QByteArray::number(peaks[i].peaks);
         for (std::size_t d = 0; d < 2; ++d) {
-            for (double value : {calculated(i, d), measuredAt(i, d)}) {
-                csv += ',';
-                NumberText::append17(csv, value);
-            }
+            csv += ',';
+            NumberText::append17(csv, calculated(i, d));
+            csv += ',';
+            if (isPaired(i))
+                NumberText::append17(csv, measuredAt(i, d));
         }
         csv += '\n';
     }
@@ -257,9 +366,14 @@ QByteArray Report::csv() const
 
 QByteArray Report::json() const
 {
-    QJsonArray pairs, leftOut, dimensions;
+    QJsonArray pairs, without, leftOut, dimensions;
     for (std::size_t i = 0; i < peaks.size(); ++i) {
-        pairs.append(QJsonObject{{QStringLiteral("sites"), QJsonArray{peaks[i].sites[0], peaks[i].sites[1]}},
+        const QJsonArray sites{peaks[i].sites[0], peaks[i].sites[1]};
+        if (!isPaired(i)) {
+            without.append(sites);
+            continue;
+        }
+        pairs.append(QJsonObject{{QStringLiteral("sites"), sites},
                                  {QStringLiteral("peaks"), peaks[i].peaks},
                                  {QStringLiteral("calculated"), QJsonArray{calculated(i, 0), calculated(i, 1)}},
                                  {QStringLiteral("measured"), QJsonArray{measuredAt(i, 0), measuredAt(i, 1)}}});
@@ -267,11 +381,13 @@ QByteArray Report::json() const
     for (int line : pairing.leftOut)
         leftOut.append(QJsonArray{measured[std::size_t(line)][0], measured[std::size_t(line)][1]});
     for (std::size_t d = 0; d < 2; ++d) {
-        const ChiSquare chiSquare = agreement[d].chiSquare(*plan.sigma[d]);
+        const ChiSquare chiSquare = agreement(d).chiSquare(*plan.sigma[d]);
         QJsonObject object{{QStringLiteral("nucleus"), plan.spectrum.dimension[d].nucleus},
-                           {QStringLiteral("reference"), reference[d] + agreement[d].reference},
-                           {QStringLiteral("rmsd"), agreement[d].rmsd},
-                           {QStringLiteral("largestDifference"), agreement[d].largest},
+                           {QStringLiteral("reference"), reference[d] + agreement(d).reference},
+                           {QStringLiteral("referenceIsGiven"), plan.reference[d].has_value()},
+                           {QStringLiteral("slope"), plan.spectrum.dimension[d].slope.value_or(-1)},
+                           {QStringLiteral("rmsd"), agreement(d).rmsd},
+                           {QStringLiteral("largestDifference"), agreement(d).largest},
                            {QStringLiteral("sigma"), *plan.sigma[d]},
                            {QStringLiteral("chi2"), chiSquare.value},
                            {QStringLiteral("dof"), chiSquare.degreesOfFreedom}};
@@ -284,6 +400,7 @@ QByteArray Report::json() const
                                      {QStringLiteral("pairing"), mode()},
                                      {QStringLiteral("dimensions"), dimensions},
                                      {QStringLiteral("pairs"), pairs},
+                                     {QStringLiteral("without"), without},
                                      {QStringLiteral("leftOut"), leftOut}})
         .toJson();
 }
@@ -298,6 +415,7 @@ void note(const QString &text)
 CommandRun prepareCompareCrossPeaks(const CommandLine &line)
 {
     const Plan plan = parsePlan(line);
+    const CompareOutputs outputs(line);
     const auto isotopes = parseIsotopes(line);
     const QString file = line.positional().constFirst();
     return headless([=](HostApplication &host, MessageLog &log) {
@@ -305,6 +423,10 @@ CommandRun prepareCompareCrossPeaks(const CommandLine &line)
         const MeasuredPeaks measured = ExperimentFile::peaks(plan.experiment, nuclei);
         for (const QString &text : measured.notes)
             note(QStringLiteral("%1: %2").arg(plan.experiment, text));
+        for (const ReferenceSet &set : plan.sets) {
+            if (const QString warning = methodWarning(set, file); !warning.isEmpty())
+                note(warning);
+        }
         Report report;
         report.file = file;
         report.plan = plan;
@@ -323,19 +445,32 @@ CommandRun prepareCompareCrossPeaks(const CommandLine &line)
         std::vector<PlanePoint> calculated;
         for (const CrossPeak &peak : report.peaks)
             calculated.push_back(peak.calculated);
-        const bool oneReference = plan.spectrum.homonuclear();
-        report.pairing = CrossPeakPairing::of(calculated, report.measured,
-                                              {{*plan.sigma[0], *plan.sigma[1]}, oneReference, plan.unmatched});
+        CrossPeakPairing::Options options;
+        options.sigma = {*plan.sigma[0], *plan.sigma[1]};
+        options.oneReference = plan.spectrum.homonuclear();
+        options.unmatched = plan.unmatched;
         for (std::size_t d = 0; d < 2; ++d) {
             report.reference[d] = references.value(nuclei[qsizetype(d)]).toDouble();
-            report.agreement[d] = agreementOf(report.peaks, report.measured, report.pairing, d,
-                                              oneReference ? std::optional(report.pairing.offset[d]) : std::nullopt);
+            if (plan.reference[d])
+                options.offset[d] = *plan.reference[d] - report.reference[d];
         }
-        if (plan.output.isEmpty())
-            return printOut(QString::fromUtf8(report.write()));
-        OutputFiles files;
-        files.open(plan.output).write(report.write());
-        files.commit();
+        options.assigned.assign(report.peaks.size(), -1);
+        if (!plan.ignoresLabels)
+            options.assigned = assignedPeaks(measured.peaks, report.peaks, namesOfSites(structure, unique));
+        report.pairing = CrossPeakPairing::of(calculated, report.measured, options);
+        for (std::size_t d = 0; d < 2; ++d) {
+            const bool isKnown = options.oneReference || plan.reference[d];
+            NucleusComparison comparison =
+                comparisonOf(report.peaks, report.measured, report.pairing, d,
+                             isKnown ? std::optional(report.pairing.offset[d]) : std::nullopt);
+            const LinePairing mode = modeOf(options.assigned, report.pairing, report.measured.size());
+            comparison.pairing.mode = mode.mode;
+            comparison.pairing.assignedLines = mode.assignedLines;
+            comparison.pairing.leftOut = mode.leftOut;
+            comparison.nucleus = QStringLiteral("%1, %2").arg(QLatin1String(dimensionNames[d]), nuclei[qsizetype(d)]);
+            report.comparisons.push_back(std::move(comparison));
+        }
+        outputs.write([&](TableExport::Format format) { return report.write(format); }, report.comparisons);
     });
 }
 

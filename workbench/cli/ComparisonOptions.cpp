@@ -7,6 +7,7 @@
 #include "cli/OptionValues.h"
 #include "analysis/comparison/PeakComparison.h"
 #include "data/Nuclides.h"
+#include "formats/BrukerReader.h"
 #include "formats/ExperimentFile.h"
 
 #include <QFileInfo>
@@ -146,6 +147,7 @@ std::vector<OptionSpec> ComparisonOptions::specs()
          "or a spectrum, of which the peaks are picked. May be given for several nuclei, as in 13C=c.csv. Required.",
          true},
         {"nucleus", "NUC", "Nucleus of an experiment that is given without one."},
+        peaksOption(),
         {"sigma", "NUC=PPM",
          "Error of calculated shifts, root mean square. Default: 1H 0.33, 13C 2.2, 15N 5.4, 17O 7.2; none for others.",
          true},
@@ -194,8 +196,17 @@ ComparisonOptions ComparisonOptions::parse(const CommandLine &line)
     options.sites = {parseSymmetryTolerance(line), parseAveraging(line)};
     if (line.has("unmatched"))
         options.unmatched =
-            OptionValues::count(QStringLiteral("--unmatched"), line.value("unmatched"), LinePairing::mostUnmatched);
+            OptionValues::count(QStringLiteral("--unmatched"), line.value("unmatched"), LinePairing::mostUnmatched, 0);
     options.ignoresLabels = line.has("ignore-labels");
+    if (wantsPeaksOfFile(line)) {
+        const auto isFolder = [](const Nucleus &nucleus) { return BrukerReader::recognises(nucleus.experiment); };
+        // Beside a folder may stand a list of another nucleus; the only experiment has to be one, or says why not.
+        const bool anyFolder = std::any_of(options.nuclei.begin(), options.nuclei.end(), isFolder);
+        for (Nucleus &nucleus : options.nuclei) {
+            if (!anyFolder || isFolder(nucleus))
+                nucleus.experiment = existingExperiment(nucleus.experiment, true);
+        }
+    }
     return options;
 }
 

@@ -68,11 +68,11 @@ std::pair<double, double> range(const QString &option, const QString &text)
     return {*from, *to};
 }
 
-int count(const QString &option, const QString &text, int most)
+int count(const QString &option, const QString &text, int most, int least)
 {
     const auto value = parsed<int>(text);
-    if (!value || *value < 1 || *value > most)
-        fail(option, text, Texts::tr("a whole number from 1 to %1").arg(most));
+    if (!value || *value < least || *value > most)
+        fail(option, text, Texts::tr("a whole number from %1 to %2").arg(least).arg(most));
     return *value;
 }
 

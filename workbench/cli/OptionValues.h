@@ -17,8 +17,8 @@ double positive(const QString &option, const QString &text);
 /// "FROM:TO", two different numbers in any order.
 std::pair<double, double> range(const QString &option, const QString &text);
 
-/// A whole number from 1 to `most`.
-int count(const QString &option, const QString &text, int most);
+/// A whole number from `least` to `most`.
+int count(const QString &option, const QString &text, int most, int least = 1);
 
 /// One of the offered point counts, the powers of two from 128 to 67108864.
 int points(const QString &option, const QString &text);

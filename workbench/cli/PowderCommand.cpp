@@ -119,9 +119,6 @@ void printNotes(const QStringList &notes)
         printError(Texts::tr("Note: %1\n").arg(note));
 }
 
-/// As many traces as a plot has room for.
-constexpr size_t mostSiteTraces = 12;
-
 /// On the page, as a stack: measured spectrum, sum, sites. Gives the entry of the sum.
 QUuid showOnPage(const PowderResult &result, MainScene &scene)
 {
@@ -132,7 +129,7 @@ QUuid showOnPage(const PowderResult &result, MainScene &scene)
     NmrData &data = *item->nmrData();
     const QUuid entry = data.entryIds().constFirst();
     const auto &sites = result.sites.sites;
-    if (result.spectrum && sites.size() > 1 && sites.size() <= mostSiteTraces) {
+    if (result.spectrum && sites.size() > 1 && sites.size() <= mostSiteCurves) {
         for (size_t i = 0; i < sites.size(); ++i) {
             const auto curve = powderCurve(result.sites, result.spectrum->axis, result.spectrum->sites[i].values, {});
             data.addEntry(toEntryMap(curve), sites[i].name);

@@ -110,9 +110,7 @@ PowderSettings parsePowder(const CommandLine &line)
         settings.slope = OptionValues::number(CommandLine::shown("slope"), line.value("slope"));
     if (line.has("points")) {
         settings.points =
-            OptionValues::count(CommandLine::shown("points"), line.value("points"), int(Powder::mostPoints));
-        if (settings.points < 2)
-            throw UsageError(Texts::tr("option --points: a spectrum has at least two points"));
+            OptionValues::count(CommandLine::shown("points"), line.value("points"), int(Powder::mostPoints), 2);
     }
     if (line.has("range")) {
         settings.range = OptionValues::range(CommandLine::shown("range"), line.value("range"));

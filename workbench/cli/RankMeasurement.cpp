@@ -154,7 +154,7 @@ RankPlan RankPlan::parse(const CommandLine &line)
     plan.isotopes = parseIsotopes(line);
     if (line.has("nucleus-f1") || line.has("quad-shift") || line.value("dims") == u"2") {
         required(line, "nucleus");
-        plan.experiment = required(line, "experiment");
+        plan.experiment = existingExperiment(required(line, "experiment"), wantsPeaksOfFile(line));
         for (const char *option : {"sigma", "window", "unmatched", "ignore-labels", "symmetry-tolerance"}) {
             if (line.has(option))
                 throw UsageError(

@@ -31,6 +31,8 @@ public:
     AsdfDecoder(const QString &source, const XyAbscissa &abscissa);
 
     void addLine(std::string_view line, int number);
+    /// So far.
+    size_t count() const { return m_ordinates.size(); }
     /// The ordinates, without any factor. Fewer than the abscissa says are an error, given for the line `number`.
     std::vector<double> finish(int number);
 

@@ -67,7 +67,13 @@ std::optional<Statement> referenceStatement(const JcampBlock &block, const State
     // Kind, compound, number of the data point from 1, shift in ppm.
     std::string text = record->text();
     std::erase_if(text, [](char c) { return c == '(' || c == ')'; });
-    const std::string_view pointText = jcampField(text, 2), shiftText = jcampField(text, 3);
+    const std::string_view pointText = jcampField(text, 2);
+    std::string_view shiftText = jcampField(text, 3);
+    if (const std::string_view fraction = jcampField(text, 4); !shiftText.empty() && !fraction.empty()) {
+        const std::string_view both(shiftText.data(), size_t(fraction.data() + fraction.size() - shiftText.data()));
+        if (hasDecimalComma(both))
+            shiftText = both;
+    }
     if (pointText.empty() || shiftText.empty())
         return {};
     const double point = block.number(*record, pointText), shift = block.number(*record, shiftText);

@@ -46,11 +46,27 @@ std::string JcampBlock::text(std::string_view label) const
 
 double JcampBlock::number(const LabelledRecord &record, std::string_view text) const
 {
-    const auto value = NumberText::parse<double>(trimmed(text));
+    std::string plain(trimmed(text));
+    if (hasDecimalComma(plain)) {
+        const QString note = Texts::tr("The comma in ##%1= %2 was taken for a decimal point.")
+                                 .arg(ReaderText::decoded(record.label), ReaderText::decoded(plain));
+        if (!notes.contains(note))
+            notes.append(note);
+        plain[plain.find(',')] = '.';
+    }
+    const auto value = NumberText::parse<double>(plain);
     if (!value)
         fail(source, record.line,
              Texts::tr("expected a number for %1, found %2").arg(ReaderText::decoded(record.label), excerpt(text)));
     return *value;
+}
+
+bool hasDecimalComma(std::string_view text)
+{
+    const auto isDigit = [&](size_t i) { return i < text.size() && text[i] >= '0' && text[i] <= '9'; };
+    const size_t comma = text.find(',');
+    return comma != text.npos && comma > 0 && isDigit(comma - 1) && isDigit(comma + 1)
+        && text.find_first_of(",.", comma + 1) == text.npos && text.substr(0, comma).find('.') == text.npos;
 }
 
 bool isSpectrum(const JcampBlock &block)

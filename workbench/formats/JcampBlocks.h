@@ -3,6 +3,8 @@
 
 #include "formats/LabelledRecords.h"
 
+#include <QStringList>
+
 namespace Workbench {
 
 /// One block of a JCAMP-DX file: from its ##TITLE= to its ##END=, without the blocks within.
@@ -11,6 +13,7 @@ struct JcampBlock {
     size_t headerSize = 0; ///< records before the first ##PAGE=, which may repeat them
     QString source;
     int line = 0; ///< of the title
+    mutable QStringList notes = {}; ///< what was assumed to read its numbers, in whole sentences
 
     /// The last record of the label in the header, null when there is none.
     const LabelledRecord *find(std::string_view label) const;
@@ -19,6 +22,7 @@ struct JcampBlock {
     const LabelledRecord &need(std::string_view label) const;
     /// The value without comments; empty when there is none.
     std::string text(std::string_view label) const;
+    /// A decimal comma is taken for a point, and noted.
     double number(const LabelledRecord &record, std::string_view text) const;
 };
 
@@ -32,6 +36,9 @@ std::string upperCase(std::string_view text);
 
 /// At least one; a text without is an error.
 std::vector<JcampBlock> jcampBlocks(std::string_view text, const QString &source);
+
+/// "400,13": one comma, with digits around it.
+bool hasDecimalComma(std::string_view text);
 
 /// One of the comma-separated fields of a record; empty behind the last one.
 std::string_view jcampField(std::string_view text, int index);

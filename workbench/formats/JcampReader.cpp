@@ -57,10 +57,21 @@ public:
     TableValues(const JcampBlock &block, int column) : m_block(block), m_column(column) { }
 
     double first() const { return value("FIRSTX", "FIRST"); }
-    double last() const { return value("LASTX", "LAST"); }
+    /// Some programs give the distance of points in its place.
+    double last(double points) const
+    {
+        const LabelledRecord *step = m_block.find("DELTAX");
+        if (m_column >= 0 || m_block.find("LASTX") || !step)
+            return value("LASTX", "LAST");
+        const QString note = Texts::tr("The record ##LASTX= is missing: the axis follows from ##DELTAX=.");
+        if (!m_block.notes.contains(note))
+            m_block.notes.append(note);
+        return first() + m_block.number(*step, step->text()) * (points - 1);
+    }
     double points() const { return value("NPOINTS", "VARDIM"); }
     double factor(const char *plain) const { return value(plain, "FACTOR", 1.0); }
     const LabelledRecord &pointsRecord() const { return record("NPOINTS", "VARDIM"); }
+    bool hasPoints() const { return m_block.find(m_column < 0 ? "NPOINTS" : "VARDIM"); }
     const LabelledRecord &unitsRecord() const { return record("XUNITS", "UNITS"); }
     std::string units() const { return normalisedLabel(field(unitsRecord().text())); }
     QString nucleus() const
@@ -117,21 +128,23 @@ qint64 mostPoints(qint64 fileSize)
     return std::min(largestPointCount, std::max(alwaysAllowed, fileSize * pointsPerByte));
 }
 
-/// The abscissa in the file's units.
-JcampAbscissa abscissa(const JcampBlock &block, const TableValues &values, qint64 fileSize, int dimension = 0)
+/// The abscissa in the file's units. `counted`: points of the table where the file does not say their number.
+JcampAbscissa abscissa(const JcampBlock &block, const TableValues &values, qint64 fileSize, int dimension = 0,
+                       std::optional<double> counted = {})
 {
-    const double points = values.points(), most = double(mostPoints(fileSize));
+    const double points = counted ? *counted : values.points(), most = double(mostPoints(fileSize));
     if (!(points >= 2.0) || points > most || points != std::floor(points)) {
-        fail(block.source, values.pointsRecord().line,
+        fail(block.source, counted ? block.line : values.pointsRecord().line,
              Texts::tr("%1 points cannot be, between 2 and %2 were expected")
                  .arg(points, 0, 'g', 15)
                  .arg(most, 0, 'g', 15));
     }
     XyAbscissa x{values.first(), 0.0, values.factor("XFACTOR"), int(points)};
-    x.step = (values.last() - x.first) / (points - 1.0);
+    const double last = values.last(points);
+    x.step = (last - x.first) / (points - 1.0);
     if (x.step == 0.0 || !std::isfinite(x.step)) {
         fail(block.source, block.line,
-             Texts::tr("the first and the last X value (%1, %2) span no axis").arg(x.first).arg(values.last()));
+             Texts::tr("the first and the last X value (%1, %2) span no axis").arg(x.first).arg(last));
     }
     return {x, values.units(), values.unitsRecord().line, values.nucleus(), dimension};
 }
@@ -144,6 +157,42 @@ void checkLastLine(const JcampBlock &block, std::string_view tableText, int line
         fail(block.source, line, Texts::tr("the file ends within this line, ##END= was expected"));
 }
 
+/// All lines of a table. Gives the number of the last one.
+int decode(AsdfDecoder &decoder, const JcampBlock &block, const LabelledRecord &table)
+{
+    ReaderText::Lines lines(table.value, table.line - 1);
+    lines.next(); // the form of the table
+    while (lines.next()) {
+        const std::string_view line = withoutComment(lines.line());
+        if (!line.empty())
+            decoder.addLine(line, lines.number());
+    }
+    checkLastLine(block, table.value, lines.number());
+    return lines.number();
+}
+
+/// Some programs leave the number of points out. The X values at the beginnings of lines have to agree with it.
+JcampAbscissa countedAbscissa(const JcampBlock &block, const LabelledRecord &table, const TableValues &values,
+                              qint64 fileSize, QStringList &notes)
+{
+    AsdfDecoder all(block.source, {values.first(), 0, values.factor("XFACTOR"), int(mostPoints(fileSize))});
+    decode(all, block, table);
+    const JcampAbscissa x = abscissa(block, values, fileSize, 0, double(all.count()));
+    AsdfDecoder placed(block.source, x.x);
+    decode(placed, block, table);
+    if (const auto &wrong = placed.disagreement()) {
+        fail(block.source, wrong->line,
+             Texts::tr("the record ##NPOINTS= is missing, and of the %1 points that the table holds the one here would "
+                       "lie at %2, not at %3 as the line says")
+                 .arg(all.count())
+                 .arg(wrong->due, 0, 'g', 10)
+                 .arg(wrong->found, 0, 'g', 10));
+    }
+    notes.append(
+        Texts::tr("The record ##NPOINTS= is missing: the %1 points of the table were counted.").arg(all.count()));
+    return x;
+}
+
 class TableReader {
 public:
     TableReader(const JcampBlock &block, QStringList &notes) : m_block(block), m_notes(notes) { }
@@ -151,15 +200,15 @@ public:
     void append(std::vector<double> &data, const LabelledRecord &table, const XyAbscissa &x, double factor)
     {
         AsdfDecoder decoder(m_block.source, x);
-        ReaderText::Lines lines(table.value, table.line - 1);
-        lines.next(); // the form of the table
-        while (lines.next()) {
-            const std::string_view line = withoutComment(lines.line());
-            if (!line.empty())
-                decoder.addLine(line, lines.number());
-        }
-        checkLastLine(m_block, table.value, lines.number());
-        for (double value : decoder.finish(lines.number())) {
+        const int last = decode(decoder, m_block, table);
+        // Nothing else says whether the axis rises.
+        const bool isByStep = m_block.find("XYDATA") && !m_block.find("LASTX");
+        if (const auto &wrong = decoder.disagreement(); wrong && isByStep)
+            fail(m_block.source, wrong->line,
+                 Texts::tr("by ##DELTAX= this line begins at X = %1, it says %2")
+                     .arg(wrong->due, 0, 'g', 10)
+                     .arg(wrong->found, 0, 'g', 10));
+        for (double value : decoder.finish(last)) {
             data.push_back(value * factor);
             if (!std::isfinite(data.back()))
                 fail(m_block.source, table.line,
@@ -253,7 +302,8 @@ void readPlane(ExperimentalSpectrum &spectrum, const JcampBlock &block, const st
 void readTrace(ExperimentalSpectrum &spectrum, const JcampBlock &block, const LabelledRecord &table,
                const TableValues &values, double factor, const ReadOptions &options, qint64 fileSize)
 {
-    const JcampAbscissa x = abscissa(block, values, fileSize);
+    const JcampAbscissa x = values.hasPoints() ? abscissa(block, values, fileSize)
+                                               : countedAbscissa(block, table, values, fileSize, spectrum.notes);
     spectrum.dimensions.push_back(jcampAxis(block, x, options, spectrum.notes));
     TableReader(block, spectrum.notes).append(spectrum.data, table, x.x, factor);
 }
@@ -304,6 +354,12 @@ bool holdsTable(const JcampBlock &block)
     });
 }
 
+Measurement withNotes(Measurement measurement, const JcampBlock &block)
+{
+    std::visit([&](auto &held) { held.notes += block.notes; }, measurement);
+    return measurement;
+}
+
 [[noreturn]] void failWithout(const std::vector<JcampBlock> &blocks)
 {
     QStringList types;
@@ -349,9 +405,9 @@ Measurement parse(const QByteArray &text, const QString &source, const ReadOptio
     };
     const JcampBlock *spectrum = first([](const JcampBlock &b) { return isSpectrum(b) && holdsTable(b); });
     if (spectrum)
-        return readSpectrum(*spectrum, options, text.size());
+        return withNotes(readSpectrum(*spectrum, options, text.size()), *spectrum);
     if (const JcampBlock *peaks = first([](const JcampBlock &b) { return JcampPeaks::table(b) != nullptr; }))
-        return JcampPeaks::read(*peaks, options);
+        return withNotes(JcampPeaks::read(*peaks, options), *peaks);
     // These say what is wrong with their table.
     if (const JcampBlock *odd =
             first([](const JcampBlock &b) { return isSpectrum(b) && (b.find("XYDATA") || b.find("NTUPLES")); }))

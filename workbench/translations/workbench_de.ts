@@ -184,10 +184,6 @@ Mehr dazu mit magres-workbench %2 --help</translation>
         <translation>ein Bereich FROM:TO aus zwei verschiedenen Zahlen in ppm wie 200:-20</translation>
     </message>
     <message>
-        <source>a whole number from 1 to %1</source>
-        <translation>eine ganze Zahl von 1 bis %1</translation>
-    </message>
-    <message>
         <source>one of the point counts %1</source>
         <translation>eine der Punktzahlen %1</translation>
     </message>
@@ -1558,10 +1554,6 @@ Optionen:
         <translation>Option --frequency: „%1“ ist keine 1H-Frequenz von 1 bis %2 MHz</translation>
     </message>
     <message>
-        <source>option --points: a spectrum has at least two points</source>
-        <translation>Option --points: ein Spektrum hat mindestens zwei Punkte</translation>
-    </message>
-    <message>
         <source>option --range: %1 ppm is as far as the frequency itself</source>
         <translation>Option --range: %1 ppm ist so weit weg wie die Frequenz selbst</translation>
     </message>
@@ -1944,20 +1936,8 @@ Optionen:
         <translation>Option --correlation gehört zu --nucleus-f1</translation>
     </message>
     <message>
-        <source>option %1 goes with one dimension alone</source>
-        <translation>Option %1 gehört zu nur einer Dimension</translation>
-    </message>
-    <message>
         <source>option --sigma: the error of calculated shifts of %1 is needed, as in --sigma %1=5: differences of both dimensions are weighed by it</source>
         <translation>Option --sigma: der Fehler der berechneten chemischen Verschiebungen von %1 ist nötig wie in --sigma %1=5: die Differenzen beider Dimensionen werden mit ihm gewichtet</translation>
-    </message>
-    <message>
-        <source>option -o: cross peaks are written to one file</source>
-        <translation>Option -o: Kreuzpeaks werden in eine einzige Datei geschrieben</translation>
-    </message>
-    <message>
-        <source>the table of cross peaks cannot be written as &quot;%1&quot;: txt, csv and json can be</source>
-        <translation>die Tabelle der Kreuzpeaks kann nicht als „%1“ geschrieben werden: möglich sind txt, csv und json</translation>
     </message>
     <message>
         <source>option --reference-set: there is none of %1, but of %2</source>
@@ -2014,6 +1994,46 @@ Optionen:
     <message>
         <source>The positions are rounded by more than their step, or one is missing: a straight line was laid through them.</source>
         <translation>Die Positionen sind um mehr als ihren Schritt gerundet, oder eine fehlt: es wurde eine Gerade durch sie gelegt.</translation>
+    </message>
+    <message>
+        <source>option --reference-set: no dimension is of %1</source>
+        <translation>Option --reference-set: keine Dimension ist von %1</translation>
+    </message>
+    <message>
+        <source>the cross peak at %1 is assigned to &quot;%2&quot;, but the structure has no such site (--ignore-labels pairs without names)</source>
+        <translation>der Kreuzpeak bei %1 ist &quot;%2&quot; zugeordnet, aber die Struktur hat keine solche Lage (--ignore-labels paart ohne Namen)</translation>
+    </message>
+    <message>
+        <source>the cross peak at %1 is assigned to &quot;%2&quot;, but the structure has %3 cross peaks of that name (--ignore-labels pairs without names)</source>
+        <translation>der Kreuzpeak bei %1 ist &quot;%2&quot; zugeordnet, aber die Struktur hat %3 Kreuzpeaks dieses Namens (--ignore-labels paart ohne Namen)</translation>
+    </message>
+    <message>
+        <source>two cross peaks, at %1 and %2 ppm of F2, are assigned to %3 and %4</source>
+        <translation>zwei Kreuzpeaks, bei %1 und %2 ppm in F2, sind %3 und %4 zugeordnet</translation>
+    </message>
+    <message>
+        <source>a whole number from %1 to %2</source>
+        <translation>eine ganze Zahl von %1 bis %2</translation>
+    </message>
+    <message>
+        <source>The comma in ##%1= %2 was taken for a decimal point.</source>
+        <translation>Das Komma in ##%1= %2 wurde als Dezimalkomma gelesen.</translation>
+    </message>
+    <message>
+        <source>The record ##LASTX= is missing: the axis follows from ##DELTAX=.</source>
+        <translation>Der Eintrag ##LASTX= fehlt: Die Achse folgt aus ##DELTAX=.</translation>
+    </message>
+    <message>
+        <source>the record ##NPOINTS= is missing, and of the %1 points that the table holds the one here would lie at %2, not at %3 as the line says</source>
+        <translation>der Eintrag ##NPOINTS= fehlt, und von den %1 Punkten der Tabelle läge dieser bei %2, nicht bei %3, wie die Zeile sagt</translation>
+    </message>
+    <message>
+        <source>The record ##NPOINTS= is missing: the %1 points of the table were counted.</source>
+        <translation>Der Eintrag ##NPOINTS= fehlt: Die %1 Punkte der Tabelle wurden gezählt.</translation>
+    </message>
+    <message>
+        <source>by ##DELTAX= this line begins at X = %1, it says %2</source>
+        <translation>nach ##DELTAX= beginnt diese Zeile bei X = %1, sie sagt %2</translation>
     </message>
 </context>
 <context>
@@ -2593,10 +2613,6 @@ im Plot „%3“; lässt sich auf einen anderen ziehen</numerusform>
         <translation>Tabelle exportieren</translation>
     </message>
     <message>
-        <source>SIMPSON Spin S&amp;ystem...</source>
-        <translation>SIMPSON-Spins&amp;ystem...</translation>
-    </message>
-    <message>
         <source>%1 is written</source>
         <translation>%1 ist geschrieben</translation>
     </message>
@@ -2619,10 +2635,6 @@ im Plot „%3“; lässt sich auf einen anderen ziehen</numerusform>
     <message>
         <source>&quot;%1&quot; is not an NMR nucleus such as 13C</source>
         <translation>„%1“ ist kein NMR-Kern wie 13C</translation>
-    </message>
-    <message>
-        <source>SIMPSON Spin System</source>
-        <translation>SIMPSON-Spinsystem</translation>
     </message>
     <message>
         <source>SIMPSON input</source>
@@ -2672,6 +2684,18 @@ im Plot „%3“; lässt sich auf einen anderen ziehen</numerusform>
     <message>
         <source>The spin system is written: %1</source>
         <translation>Das Spinsystem ist geschrieben: %1</translation>
+    </message>
+    <message>
+        <source>Spin S&amp;ystem...</source>
+        <translation>Spins&amp;ystem...</translation>
+    </message>
+    <message>
+        <source>Export Spin System</source>
+        <translation>Spinsystem exportieren</translation>
+    </message>
+    <message>
+        <source>mrsimulator spin systems</source>
+        <translation>Spinsysteme für mrsimulator</translation>
     </message>
 </context>
 <context>
@@ -3891,6 +3915,30 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     <message>
         <source>Computing the powder spectrum...</source>
         <translation>Das Pulverspektrum wird berechnet...</translation>
+    </message>
+    <message>
+        <source>All a&amp;bove 0.1 % of the highest point</source>
+        <translation>Alles ü&amp;ber 0,1 % des höchsten Punkts</translation>
+    </message>
+    <message>
+        <source>C&amp;urves of the sites beside their sum</source>
+        <translation>K&amp;urven der Lagen neben ihrer Summe</translation>
+    </message>
+    <message>
+        <source>Po&amp;ints:</source>
+        <translation>P&amp;unkte:</translation>
+    </message>
+    <message>
+        <source>to</source>
+        <translation>bis</translation>
+    </message>
+    <message>
+        <source>Rang&amp;e:</source>
+        <translation>B&amp;ereich:</translation>
+    </message>
+    <message>
+        <source>Of two to %1 sites</source>
+        <translation>Bei zwei bis %1 Lagen</translation>
     </message>
 </context>
 <context>

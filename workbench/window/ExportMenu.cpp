@@ -97,7 +97,7 @@ ExportMenu::ExportMenu(MainScene *scene, DataEngine *customData, QWidget *window
     });
     addAction(tr("&Table..."), this,
               [this] { ask(tr("Export Table"), tableFiles(), [this](const QString &name) { writeTable(name); }); });
-    addAction(tr("SIMPSON Spin S&ystem..."), this, &ExportMenu::askForSpinSystem);
+    addAction(tr("Spin S&ystem..."), this, &ExportMenu::askForSpinSystem);
     addSeparator();
     m_withNotes = addAction(tr("&Notes in Pictures of the Page"));
     m_withNotes->setCheckable(true);
@@ -216,8 +216,15 @@ QString ExportMenu::writeSpinSystem(const QString &fileName, const QStringList &
                                          [&](const SpinSystem::Site &site) { return site.nucleus == nucleus; });
         counts.append(tr("%1 of %2").arg(sites).arg(nucleus));
     }
-    writeFile(fileName, [&](QIODevice &device) { device.write(system.simpson(table->title())); });
-    return tr("%n site(s): %1", nullptr, int(system.sites.size())).arg(counts.join(QLatin1String(", ")));
+    const bool isMrsimulator = suffixOf(fileName) == u"mrsim" || suffixOf(fileName) == u"json";
+    writeFile(fileName, [&](QIODevice &device) {
+        device.write(isMrsimulator ? system.mrsimulator(table->title()) : system.simpson(table->title()));
+    });
+    QString text = tr("%n site(s): %1", nullptr, int(system.sites.size())).arg(counts.join(QLatin1String(", ")));
+    // An input of SIMPSON has them in comments.
+    if (isMrsimulator && !system.notes.isEmpty())
+        text += QLatin1String("; ") + system.notes.join(QLatin1String("; "));
+    return text;
 }
 
 QString ExportMenu::sitesOffered() const
@@ -242,7 +249,7 @@ void ExportMenu::askForSpinSystem()
     const bool chosen = table && !table->selectedRowMaps().isEmpty();
     bool accepted = false;
     const QString text = QInputDialog::getText(
-        parentWidget(), tr("SIMPSON Spin System"),
+        parentWidget(), tr("Export Spin System"),
         tr("Nuclei, such as 13C, 1H. %1\n%2:")
             .arg(chosen ? tr("Only atoms in the selected rows of the table are taken.")
                         : tr("All their atoms are taken; rows selected in the table restrict them."),
@@ -253,7 +260,8 @@ void ExportMenu::askForSpinSystem()
         return;
     m_lastNuclei = text;
     QString done;
-    ask(tr("SIMPSON Spin System"), {{tr("SIMPSON input"), QStringLiteral("in")}},
+    ask(tr("Export Spin System"),
+        {{tr("SIMPSON input"), QStringLiteral("in")}, {tr("mrsimulator spin systems"), QStringLiteral("mrsim")}},
         [&](const QString &name) { done = writeSpinSystem(name, nuclei); });
     if (!done.isEmpty())
         Q_EMIT reported(tr("The spin system is written: %1").arg(done));

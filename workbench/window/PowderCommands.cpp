@@ -14,6 +14,15 @@
 
 namespace Workbench {
 
+/// What a dialog was left with.
+struct PowderMade {
+    PowderOrigin origin;
+    PowderSites sites;
+    Powder::Spectrum spectrum;
+
+    QVariantMap entry() const { return powderEntry(sites, spectrum, origin); }
+};
+
 namespace {
 
 /// The measured curves of the plot: whatever nobody has computed.
@@ -70,13 +79,13 @@ QString PowderCommands::nameOf(const PowderOrigin &origin, const QVariantMap &en
     return source.isEmpty() ? what : tr("%1, %2").arg(source, what);
 }
 
-bool PowderCommands::ask(PowderOrigin &origin, const NmrItem *item, const QUuid &itself, QVariantMap &entry)
+std::optional<PowderMade> PowderCommands::ask(const PowderOrigin &origin, const NmrItem *item, const QUuid &itself)
 {
     const QVariantMap data = m_data->getDataMap(origin.dataId);
     if (data.isEmpty()) {
         QMessageBox::critical(m_window, tr("Powder Spectrum"),
                               tr("The calculation that this spectrum is made from is no longer in the document."));
-        return false;
+        return std::nullopt;
     }
     try {
         PowderDialog dialog(CrystalStructure::fromData(data), origin.settings, measurementsIn(item), m_window);
@@ -84,14 +93,18 @@ bool PowderCommands::ask(PowderOrigin &origin, const NmrItem *item, const QUuid 
         if (!itself.isNull())
             dialog.setWindowTitle(tr("Edit Powder Spectrum"));
         if (dialog.exec() != QDialog::Accepted)
-            return false;
-        origin.settings = dialog.settings();
-        entry = powderEntry(dialog.sites(), dialog.spectrum(), origin);
-        return true;
+            return std::nullopt;
+        return PowderMade{{origin.dataId, dialog.settings(), {}}, dialog.sites(), dialog.spectrum()};
     } catch (const std::exception &error) {
         QMessageBox::critical(m_window, tr("Powder Spectrum"), QString::fromUtf8(error.what()));
-        return false;
+        return std::nullopt;
     }
+}
+
+void PowderCommands::putSiteCurves(NmrItem *item, const QUuid &sum, const PowderMade &made)
+{
+    NmrData &data = *item->nmrData();
+    data.setStack(withSiteCurves(data.stack(), sum, made.sites, made.spectrum, made.origin));
 }
 
 void PowderCommands::create()
@@ -105,31 +118,45 @@ void PowderCommands::create()
     const bool waits = plot && plot->nmrData()->entryIds().size() == 1 && plot->nmrData()->simulatedEntry().isNull();
     if (waits)
         origin.settings.nucleus = powderSettingsLike(plot->nmrData()->stack().entries.constFirst()).nucleus;
-    QVariantMap entry;
-    if (!ask(origin, waits ? plot : nullptr, {}, entry))
+    origin.settings.siteCurves = true;
+    const auto made = ask(origin, waits ? plot : nullptr, {});
+    if (!made)
         return;
+    const QVariantMap entry = made->entry();
     auto *item = qobject_cast<NmrItem *>(m_scene->createNMRItem(m_scene->getEmptyRect(), entry, true));
     if (!item)
         return;
     NmrData &data = *item->nmrData();
-    data.setEntryName(data.entryIds().constLast(), nameOf(origin, entry));
-    Q_EMIT reported(tr("Powder spectrum of %1").arg(origin.settings.nucleus));
+    const QUuid sum = data.entryIds().constLast();
+    data.setEntryName(sum, nameOf(made->origin, entry));
+    putSiteCurves(item, sum, *made);
+    Q_EMIT reported(tr("Powder spectrum of %1").arg(made->origin.settings.nucleus));
 }
 
 void PowderCommands::createLike(NmrItem *item, const QUuid &simulated)
 {
     const SpectrumEntry &like = item->nmrData()->stackEntry(simulated);
     PowderOrigin origin{like.parameters(QStringLiteral("magres")).value(QStringLiteral("magresDataId")).toUuid(),
-                        powderSettingsLike(like)};
+                        powderSettingsLike(like),
+                        {}};
+    origin.settings.siteCurves = true;
+    const bool isOneDimensional = like.spectrum.dimensions() == 1;
     const QPointer<NmrItem> still = item;
-    QVariantMap entry;
-    if (!ask(origin, item, {}, entry) || !still)
+    const auto made = ask(origin, item, {});
+    if (!made || !still)
+        return;
+    const QVariantMap entry = made->entry();
+    if (!isOneDimensional)
+        item = qobject_cast<NmrItem *>(m_scene->createNMRItem(m_scene->getEmptyRect(), entry, true));
+    if (!item)
         return;
     NmrData &data = *item->nmrData();
-    if (like.spectrum.dimensions() == 1)
-        data.setActiveEntryId(data.addEntry(entry, nameOf(origin, entry)));
+    const QString name = nameOf(made->origin, entry);
+    if (isOneDimensional)
+        data.setActiveEntryId(data.addEntry(entry, name));
     else
-        m_scene->createNMRItem(m_scene->getEmptyRect(), entry, true);
+        data.setEntryName(data.entryIds().constLast(), name);
+    putSiteCurves(item, data.entryIds().constLast(), *made);
 }
 
 void PowderCommands::edit()
@@ -143,21 +170,26 @@ void PowderCommands::edit()
 
 void PowderCommands::edit(NmrItem *item, const QUuid &id)
 {
-    auto origin = PowderOrigin::of(item->nmrData()->stackEntry(id));
+    const auto origin = PowderOrigin::of(item->nmrData()->stackEntry(id));
     if (!origin)
         return;
+    // A site's curve is edited with the sum that it belongs to.
+    if (!origin->sum.isNull() && item->nmrData()->entryIds().contains(origin->sum))
+        return edit(item, origin->sum);
     const QString nameBefore = nameOf(*origin, item->nmrData()->entry(id));
     const QPointer<NmrItem> still = item;
-    QVariantMap entry;
-    if (!ask(*origin, item, id, entry) || !still)
+    const auto made = ask(*origin, item, id);
+    if (!made || !still)
         return;
+    const QVariantMap entry = made->entry();
     NmrData &data = *item->nmrData();
-    const QString name = nameOf(*origin, entry);
+    const QString name = nameOf(made->origin, entry);
     data.announceEdit(tr("Edit Powder Spectrum"));
     // A name that the user has given stays.
     if (data.entryName(id) == nameBefore)
         data.setEntryName(id, name);
     data.insertSpectrum(id, entry);
+    putSiteCurves(item, id, *made);
 }
 
 } // namespace Workbench

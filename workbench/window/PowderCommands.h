@@ -4,6 +4,8 @@
 #include <QObject>
 #include <QUuid>
 
+#include <optional>
+
 class QMainWindow;
 
 namespace Workbench {
@@ -11,8 +13,8 @@ namespace Workbench {
 class DataEngine;
 class MainScene;
 class NmrItem;
-class PowderDialog;
 struct PowderOrigin;
+struct PowderMade;
 
 /// The window's own powder spectra: made from the calculation behind a table, changed afterwards.
 class PowderCommands : public QObject {
@@ -36,8 +38,10 @@ Q_SIGNALS:
     void reported(const QString &text);
 
 private:
-    /// Fills in the dialog; false when the user cancels or the calculation is gone, and the user knows.
-    bool ask(PowderOrigin &origin, const NmrItem *item, const QUuid &itself, QVariantMap &entry);
+    /// Fills in the dialog; nothing when the user cancels or the calculation is gone, and the user knows.
+    std::optional<PowderMade> ask(const PowderOrigin &origin, const NmrItem *item, const QUuid &itself);
+    /// Behind the entry of the sum, as part of the edit that was made last.
+    void putSiteCurves(NmrItem *item, const QUuid &sum, const PowderMade &made);
     QUuid powderIn(const NmrItem *item) const;
     QString nameOf(const PowderOrigin &origin, const QVariantMap &entry) const;
 

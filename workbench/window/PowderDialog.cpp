@@ -11,6 +11,7 @@
 #include <QDoubleSpinBox>
 #include <QElapsedTimer>
 #include <QFormLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
 #include <QMessageBox>
@@ -20,6 +21,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalBlocker>
+#include <QSpinBox>
 #include <QSplitter>
 
 #include <algorithm>
@@ -62,7 +64,11 @@ PowderDialog::PowderDialog(const CrystalStructure &structure, const PowderSettin
       m_measured(std::move(measured)),
       m_nucleus(new QComboBox),
       m_rotation(new QComboBox),
+      m_automatic(new QCheckBox(tr("All a&bove 0.1 % of the highest point"))),
+      m_from(new QDoubleSpinBox),
+      m_to(new QDoubleSpinBox),
       m_siteList(new QListWidget),
+      m_siteCurves(new QCheckBox(tr("C&urves of the sites beside their sum"))),
       m_measurement(new QComboBox),
       m_fitScale(new QCheckBox(tr("One &factor on all Cq as well"))),
       m_fit(new QPushButton(tr("Fi&t to Measurement"))),
@@ -154,6 +160,60 @@ void PowderDialog::addRotation(QFormLayout *form)
     });
 }
 
+void PowderDialog::addAxis(QFormLayout *form)
+{
+    auto *points = new QSpinBox;
+    points->setObjectName(QStringLiteral("points"));
+    points->setRange(2, int(Powder::mostPoints));
+    points->setStepType(QAbstractSpinBox::AdaptiveDecimalStepType);
+    points->setValue(m_settings.points);
+    form->addRow(tr("Po&ints:"), points);
+    // The preview has a number of its own.
+    connect(points, &QSpinBox::valueChanged, this, [this](int now) { m_settings.points = now; });
+
+    m_automatic->setObjectName(QStringLiteral("automaticRange"));
+    m_automatic->setChecked(!m_settings.range);
+    m_from->setObjectName(QStringLiteral("rangeFrom"));
+    m_to->setObjectName(QStringLiteral("rangeTo"));
+    auto *ends = new QHBoxLayout;
+    const auto take = [this] { m_settings.range = {m_from->value(), m_to->value()}; };
+    for (QDoubleSpinBox *end : {m_from, m_to}) {
+        end->setDecimals(3);
+        end->setRange(-999999, 999999);
+        end->setSuffix(tr(" ppm"));
+        end->setStepType(QAbstractSpinBox::AdaptiveDecimalStepType);
+        end->setEnabled(m_settings.range.has_value());
+        ends->addWidget(end, 1);
+        connect(end, &QDoubleSpinBox::valueChanged, this, [this, take] {
+            take();
+            changed();
+        });
+    }
+    ends->insertWidget(1, new QLabel(tr("to")));
+    connect(m_automatic, &QCheckBox::toggled, this, [this, take](bool automatic) {
+        m_from->setEnabled(!automatic);
+        m_to->setEnabled(!automatic);
+        if (automatic)
+            m_settings.range.reset();
+        else
+            take();
+        changed();
+    });
+    auto *label = new QLabel(tr("Rang&e:"));
+    label->setBuddy(m_from);
+    form->addRow(label, ends);
+    form->addRow(QString(), m_automatic);
+    if (m_settings.range)
+        showRange({m_settings.range->first, m_settings.range->second, 2});
+}
+
+void PowderDialog::showRange(const Powder::Axis &axis)
+{
+    const QSignalBlocker from(m_from), to(m_to);
+    m_from->setValue(axis.first);
+    m_to->setValue(axis.last);
+}
+
 void PowderDialog::addFit(QFormLayout *form)
 {
     m_measurement->setObjectName(QStringLiteral("measurement"));
@@ -208,6 +268,7 @@ QWidget *PowderDialog::createInputs()
     addNumber(form, tr("Loren&tzian:"), QStringLiteral("lorentzian"), 0, 1e6, 1, tr(" Hz"),
               &m_settings.shape.lorentzian);
     addNumber(form, tr("&Gaussian:"), QStringLiteral("gaussian"), 0, 1e6, 1, tr(" Hz"), &m_settings.shape.gaussian);
+    addAxis(form);
     m_siteList->setObjectName(QStringLiteral("sites"));
     m_siteList->setMinimumWidth(fontMetrics().horizontalAdvance(tr("O12 ×12: -1234.5 ppm, Cq -12.345 MHz, η 0.00"))
                                 + 48);
@@ -215,6 +276,14 @@ QWidget *PowderDialog::createInputs()
     m_siteList->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
     connect(m_siteList, &QListWidget::itemChanged, this, &PowderDialog::takeSites);
     form->addRow(tr("&Sites:"), m_siteList);
+    m_siteCurves->setObjectName(QStringLiteral("siteCurves"));
+    m_siteCurves->setChecked(m_settings.siteCurves);
+    m_siteCurves->setToolTip(tr("Of two to %1 sites").arg(mostSiteCurves));
+    connect(m_siteCurves, &QCheckBox::toggled, this, [this](bool now) {
+        m_settings.siteCurves = now;
+        changed();
+    });
+    form->addRow(QString(), m_siteCurves);
     addFit(form);
 
     auto *area = new QScrollArea;
@@ -229,7 +298,7 @@ void PowderDialog::chooseNucleus(const QString &nucleus)
 {
     m_settings.nucleus = nucleus;
     m_settings.labels.clear();
-    m_settings.range.reset(); // that of another nucleus
+    m_automatic->setChecked(true); // the range was that of another nucleus
     fillSites();
     changed();
 }
@@ -327,19 +396,36 @@ void PowderDialog::updatePreview()
         const auto spectrum = powderSpectrum(m_sites, rough, [&](double) { return clock.elapsed() < previewPatience; });
         if (!spectrum)
             return showNotes(m_sites.notes, tr("This takes too long to be shown while values change; OK computes it"));
-        const ExperimentalSpectrum curve = powderCurve(m_sites, spectrum->axis, spectrum->sum, {});
-        if (m_sum.isNull())
-            m_sum = m_shown.addEntry(toEntryMap(curve), tr("Powder"));
-        else
-            m_shown.insertSpectrum(m_sum, toEntryMap(curve));
-        if (!m_beside.isNull())
-            m_shown.removeEntry(std::exchange(m_beside, QUuid()));
-        if (measured)
-            m_beside = m_shown.addEntry(toEntryMap(*measured), measured->title);
+        if (!m_settings.range)
+            showRange(spectrum->axis);
+        show(*spectrum, measured);
         showNotes(m_sites.notes + QStringList{m_sites.limits()}, {});
     } catch (const std::exception &error) {
+        m_ok->setEnabled(false);
+        m_fit->setEnabled(false);
         showNotes({}, QString::fromUtf8(error.what()));
     }
+}
+
+void PowderDialog::show(const Powder::Spectrum &spectrum, const ExperimentalSpectrum *measured)
+{
+    NmrStack stack;
+    const auto add = [&](const ExperimentalSpectrum &curve, const QString &name) {
+        // The same traces as before keep their colours.
+        if (stack.entries.size() == m_traces.size())
+            m_traces.append(QUuid::createUuid());
+        const QVariantMap data = toEntryMap(curve);
+        stack.entries.append({m_traces[stack.entries.size()], name, data, Spectrum::fromMap(data)});
+    };
+    add(powderCurve(m_sites, spectrum.axis, spectrum.sum, {}), tr("Powder"));
+    if (measured)
+        add(*measured, measured->title);
+    const bool several = m_sites.sites.size() > 1 && m_sites.sites.size() <= mostSiteCurves;
+    m_siteCurves->setEnabled(several);
+    for (size_t i = 0; several && m_settings.siteCurves && i < m_sites.sites.size(); ++i)
+        add(powderCurve(m_sites, spectrum.axis, spectrum.sites[i].values, {}), m_sites.sites[i].name);
+    stack.activeId = m_traces.constFirst();
+    m_shown.setStack(stack);
 }
 
 bool PowderDialog::work(const QString &what, const std::function<bool(const Powder::Progress &)> &run)

@@ -16,6 +16,7 @@ class QFormLayout;
 class QLabel;
 class QListWidget;
 class QPushButton;
+class QSpinBox;
 
 namespace Workbench {
 
@@ -43,6 +44,10 @@ private:
     QDoubleSpinBox *addNumber(QFormLayout *form, const QString &label, const QString &name, double low, double high,
                               int decimals, const QString &suffix, double *value);
     void addRotation(QFormLayout *form);
+    void addAxis(QFormLayout *form);
+    void showRange(const Powder::Axis &axis);
+    /// Of the preview.
+    void show(const Powder::Spectrum &spectrum, const ExperimentalSpectrum *measured);
     void addFit(QFormLayout *form);
     void chooseNucleus(const QString &nucleus);
     void fillSites();
@@ -72,7 +77,10 @@ private:
     QComboBox *m_nucleus;
     QComboBox *m_rotation;
     QDoubleSpinBox *m_rate = nullptr;
+    QCheckBox *m_automatic;
+    QDoubleSpinBox *m_from, *m_to;
     QListWidget *m_siteList;
+    QCheckBox *m_siteCurves;
     QComboBox *m_measurement;
     QCheckBox *m_fitScale;
     QPushButton *m_fit;
@@ -80,7 +88,7 @@ private:
     QLabel *m_notes;
     QPushButton *m_ok = nullptr;
     NmrData m_shown;
-    QUuid m_sum, m_beside;
+    QList<QUuid> m_traces; ///< of the preview: the sum, the measurement, sites
     NmrPlot *m_plot;
     QTimer m_timer;
 };

@@ -23,7 +23,10 @@ Broadening::Broadening(double first, double step, size_t points, const LineShape
     m_ratio = size_t(std::ceil(pointsPerWidth * step / std::max(width, step)));
     m_fine = step / double(m_ratio);
     m_coarseness = size_t(std::max(std::floor(width / (8 * m_fine)), 1.0));
-    m_cell = std::clamp(2 * step - width, 0.0, step) / m_fine;
+    // The sum of a line's values at points is its area but for 2 exp(-decay) of it at most.
+    const double g = std::numbers::pi * shape.gaussian / step;
+    const double decay = std::numbers::pi * shape.lorentzian / step + g * g / (4 * std::numbers::ln2);
+    m_cell = std::clamp(4 - decay, 0.0, 1.0) * double(m_ratio);
     // Intensity outside the axis reaches into it with its wings alone, from farther away than its length not even so.
     const double length = step * double(points);
     constexpr ptrdiff_t margin = 8;
@@ -134,18 +137,22 @@ std::vector<double> Broadening::imagesAt(const FrequencyGrid &grid) const
     return curve;
 }
 
-std::vector<double> Broadening::sampled(const std::vector<double> &circle, const FrequencyGrid &grid) const
+/// At the points of the axis: what is on the circle, less the wings of images.
+std::vector<double> Broadening::sampled(const double *circle, std::vector<double> curve) const
 {
-    std::vector<double> curve = m_spacing > 0 ? imagesAt(grid) : std::vector<double>(m_points);
     const double scale = 1 / m_fine;
-    const ptrdiff_t size = ptrdiff_t(circle.size());
+    const ptrdiff_t size = ptrdiff_t(m_kernel.size());
     const auto wrapped = [size](ptrdiff_t i) { return i < 0 ? i + size : i < size ? i : i - size; };
     ptrdiff_t at = (m_offset % size + size) % size;
     const ptrdiff_t stride = ptrdiff_t(m_ratio) % size;
     if (m_cell == 0) {
-        for (double &value : curve) {
-            value = scale * (circle[size_t(at)] - value);
-            at = wrapped(at + stride);
+        // In runs that do not go round the circle.
+        for (size_t i = 0; i < curve.size();) {
+            const size_t run = std::min(curve.size() - i, size_t((size - at + stride - 1) / stride));
+            for (size_t j = 0; j < run; ++j)
+                curve[i + j] = scale * (circle[at + ptrdiff_t(j) * stride] - curve[i + j]);
+            i += run;
+            at = (at + ptrdiff_t(run) * stride) % size;
         }
         return curve;
     }
@@ -155,9 +162,9 @@ std::vector<double> Broadening::sampled(const std::vector<double> &circle, const
     const double part = side - double(whole);
     const double norm = 1 / (1 + 2 * side);
     for (double &value : curve) {
-        double sum = part * (circle[size_t(wrapped(at - whole - 1))] + circle[size_t(wrapped(at + whole + 1))]);
+        double sum = part * (circle[wrapped(at - whole - 1)] + circle[wrapped(at + whole + 1)]);
         for (ptrdiff_t i = at - whole; i <= at + whole; ++i)
-            sum += circle[size_t(wrapped(i))];
+            sum += circle[wrapped(i)];
         value = scale * (norm * sum - value);
         at = wrapped(at + stride);
     }
@@ -165,31 +172,46 @@ std::vector<double> Broadening::sampled(const std::vector<double> &circle, const
 }
 
 void Broadening::apply(const FrequencyGrid &grid, std::vector<double> &curve, const FrequencyGrid *second,
-                       std::vector<double> *secondCurve) const
+                       std::vector<double> *difference) const
 {
     const size_t size = m_kernel.size();
-    std::vector<double> re(size), im(size), work(2 * size);
-    const auto put = [size](const std::vector<double> &values, std::vector<double> &circle) {
-        for (size_t first = 0; first < values.size(); first += size) {
-            const size_t count = std::min(size, values.size() - first);
-            for (size_t i = 0; i < count; ++i)
-                circle[i] += values[first + i];
-        }
-    };
-    put(grid.values(), re);
-    if (second)
-        put(second->values(), im);
+    // Fresh memory from the system would take as long as one of the transforms.
+    constexpr size_t mostKept = size_t(1) << 19; // 4 MB
+    static thread_local std::vector<double> kept;
+    std::vector<double> own;
+    std::vector<double> &room = 4 * size <= mostKept ? kept : own;
+    if (room.size() < 4 * size)
+        room.resize(4 * size);
+    double *re = room.data(), *im = re + size, *work = im + size;
+    std::fill(re, work, 0.0);
+    const size_t count = grid.values().size();
+    for (size_t first = 0; first < count; first += size) {
+        const size_t here = std::min(size, count - first);
+        const double *values = grid.values().data() + first;
+        for (size_t i = 0; i < here; ++i)
+            re[i] += values[i];
+        if (!second)
+            continue;
+        const double *others = second->values().data() + first;
+        for (size_t i = 0; i < here; ++i)
+            im[i] += others[i] - values[i];
+    }
     const Twiddles twiddles = m_table->twiddles();
-    kernels().transform(&twiddles, 1, re.data(), im.data(), work.data());
+    const bool isMoved = kernels().transform(&twiddles, 1, re, im, work);
+    const double *fromRe = isMoved ? work : re, *fromIm = isMoved ? work + size : im;
     for (size_t i = 0; i < size; ++i) {
-        re[i] *= m_kernel[i];
-        im[i] *= m_kernel[i];
+        re[i] = fromRe[i] * m_kernel[i];
+        im[i] = fromIm[i] * m_kernel[i];
     }
     // The inverse: real and imaginary parts changed places.
-    kernels().transform(&twiddles, 1, im.data(), re.data(), work.data());
-    curve = sampled(re, grid);
+    if (kernels().transform(&twiddles, 1, im, re, work)) {
+        im = work;
+        re = work + size;
+    }
+    curve = sampled(re, m_spacing > 0 ? imagesAt(grid) : std::vector<double>(m_points));
+    // Of the same area and all but the same place, both have the same images.
     if (second)
-        *secondCurve = sampled(im, *second);
+        *difference = sampled(im, std::vector<double>(m_points));
 }
 
 } // namespace Workbench::Powder

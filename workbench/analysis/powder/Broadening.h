@@ -13,8 +13,8 @@ namespace Workbench::Powder {
 /// The lines are added in a Fourier transform, that is on a circle, on which every line has images at multiples of its
 /// length. The circle is long enough for the Gaussian part; the images' Lorentzian wings are smooth, and taken off.
 ///
-/// The curve is the value at each point of the axis. Where points lie farther apart than half a line width, so that
-/// lines could fall between them, it turns by and by into the mean over the point's cell: the area stays what it is.
+/// The curve is the value at each point of the axis. Where points lie so far apart that lines could fall between them,
+/// it turns into the mean over the point's cell: the area is that of the lines to 4 %.
 class Broadening {
 public:
     /// The axis in Hz, ascending. `low` and `high`: where there is intensity.
@@ -22,14 +22,15 @@ public:
 
     /// An empty one of the right spacing, where there is intensity that the axis can see.
     FrequencyGrid grid() const { return FrequencyGrid(m_start, m_fine, m_count, m_coarseness); }
-    /// Per Hz. The second grid may be left out; two cost no more than one.
+    /// Per Hz. The second grid, a computation of the same pattern, may be left out; by how much its curve differs costs
+    /// next to nothing.
     void apply(const FrequencyGrid &grid, std::vector<double> &curve, const FrequencyGrid *second = nullptr,
-               std::vector<double> *secondCurve = nullptr) const;
+               std::vector<double> *difference = nullptr) const;
 
 private:
     void makeKernel(const LineShape &shape);
     void makeImages(double lorentzian);
-    std::vector<double> sampled(const std::vector<double> &circle, const FrequencyGrid &grid) const;
+    std::vector<double> sampled(const double *circle, std::vector<double> images) const;
     size_t coarsePoints(size_t count) const;
     std::vector<double> imagesAt(const FrequencyGrid &grid) const;
 

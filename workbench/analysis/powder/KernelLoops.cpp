@@ -315,15 +315,9 @@ inline bool stages(const Twiddles &t, size_t batch, double *r0, double *i0, doub
     return swapped;
 }
 
-void transform(const Twiddles *twiddles, size_t batch, double *re, double *im, double *work)
+bool transform(const Twiddles *twiddles, size_t batch, double *re, double *im, double *work)
 {
-    const size_t size = twiddles->size * batch;
-    if (!stages(*twiddles, batch, re, im, work, work + size))
-        return;
-    for (size_t i = 0; i < size; ++i) {
-        re[i] = work[i];
-        im[i] = work[size + i];
-    }
+    return stages(*twiddles, batch, re, im, work, work + twiddles->size * batch);
 }
 
 /// For a in the first octant, q applied to vectors, and so on: coefficients of the rotation's harmonics. The rotor

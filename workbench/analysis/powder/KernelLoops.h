@@ -59,8 +59,9 @@ struct Kernels {
     /// bins[b * count + k]. `sum` is room for `count` numbers.
     void (*addWeightedTriangle)(const double *corners, double part, size_t count, const double *w0, const double *w1,
                                 const double *w2, double *sum, double *bins);
-    /// Forward transform of `batch` interleaved sequences; the result is in re, im. `work` holds twice their size.
-    void (*transform)(const Twiddles *twiddles, size_t batch, double *re, double *im, double *work);
+    /// Forward transform of `batch` interleaved sequences. `work` holds twice their size. True: the result is there,
+    /// real parts first; false: in re, im. Both are overwritten.
+    bool (*transform)(const Twiddles *twiddles, size_t batch, double *re, double *im, double *work);
 };
 
 namespace baseline {

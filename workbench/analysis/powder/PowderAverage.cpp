@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 #include <stdexcept>
 #include <tuple>
 
@@ -46,6 +47,12 @@ constexpr size_t overhang = 3;
 /// From second differences to what they are of. `stride` numbers stand in each bin.
 void sumTwice(std::vector<double> &bins, size_t count, size_t stride)
 {
+    if (stride == 1) {
+        double slope = 0, height = 0;
+        for (size_t b = 0; b < count; ++b)
+            bins[b] = height += slope += bins[b];
+        return;
+    }
     std::vector<double> slope(stride), height(stride);
     for (size_t b = 0; b < count; ++b) {
         double *row = bins.data() + b * stride;
@@ -79,6 +86,7 @@ struct Bins {
     size_t count = 1;
     size_t points = 0; ///< of the grid in a bin; 0: no whole number
     bool isLine = false;
+    bool isWhole = true; ///< nothing lies beyond the first or the last
 };
 
 Bins binsFor(double low, double high, const FrequencyGrid &grid, size_t sidebands)
@@ -99,6 +107,7 @@ Bins binsFor(double low, double high, const FrequencyGrid &grid, size_t sideband
     }
     if (sidebands == 1) {
         const double margin = 4 * bins.step;
+        bins.isWhole = low >= grid.first() - margin && high <= grid.last() + margin;
         low = std::max(low, grid.first() - margin);
         high = std::max(low + bins.step, std::min(high, grid.last() + margin));
     }
@@ -109,6 +118,22 @@ Bins binsFor(double low, double high, const FrequencyGrid &grid, size_t sideband
     bins.start = low - 2 * bins.step;
     bins.count = size_t((high - low) / bins.step) + 5;
     return bins;
+}
+
+/// By how much the mean of what is in the bins falls short of the right one, Hz. Flat triangles and the width of bins
+/// move the mean a little, and the whole pattern is put back by that.
+double shiftToMean(const Bins &bins, const std::vector<double> &values, size_t stride, double mean)
+{
+    if (!bins.isWhole)
+        return 0;
+    double area = 0, moment = 0;
+    for (size_t b = 0; b < bins.count; ++b) {
+        const auto row = values.begin() + ptrdiff_t(b * stride);
+        const double sum = std::accumulate(row, row + ptrdiff_t(stride), 0.0);
+        area += sum;
+        moment += sum * double(b);
+    }
+    return area > 0 ? mean - (bins.start + (moment / area + 0.5) * bins.step) : 0;
 }
 
 /// Lines at the middles of bins.
@@ -182,6 +207,24 @@ void FrequencyGrid::add(double first, size_t spacing, size_t count, const double
     std::array<double, 6> part = shares(position - below);
     for (double &share : part)
         share *= weight;
+    const ptrdiff_t start = ptrdiff_t(below) - 2;
+    if (spacing == 1 && stride == 1 && start >= 0 && start + ptrdiff_t(count) + 5 <= ptrdiff_t(m_values.size())) {
+        double *at = m_values.data() + start;
+        const auto [a, b, c, d, e, f] = part;
+        const ptrdiff_t last = ptrdiff_t(count) - 1;
+        const auto atEnd = [&](ptrdiff_t i) {
+            for (ptrdiff_t k = 0; k < 6; ++k)
+                at[i] += i - k >= 0 && i - k <= last ? part[size_t(k)] * values[i - k] : 0;
+        };
+        for (ptrdiff_t i = 0; i < std::min<ptrdiff_t>(5, last + 6); ++i)
+            atEnd(i);
+        for (ptrdiff_t i = 5; i <= last; ++i)
+            at[i] += a * values[i] + b * values[i - 1] + c * values[i - 2] + d * values[i - 3] + e * values[i - 4]
+                + f * values[i - 5];
+        for (ptrdiff_t i = std::max<ptrdiff_t>(5, last + 1); i < last + 6; ++i)
+            atEnd(i);
+        return;
+    }
     for (size_t i = 0; i < count; ++i) {
         const ptrdiff_t place = ptrdiff_t(below) + ptrdiff_t(i * spacing);
         if (place < 2 || place + 4 > ptrdiff_t(m_values.size()))
@@ -214,8 +257,10 @@ std::pair<double, double> PowderPattern::limits() const
 
 size_t PowderPattern::rowsForFirstTry(double width, double tolerance) const
 {
-    // Found by trying: a triangle's curvature against the width, and sidebands against the steps of their directions.
-    const double centres = 0.1 * std::sqrt((m_high - m_low) / (width * tolerance));
+    // Found by trying: a triangle's curvature, which wide lines hide, and sidebands against the steps of their
+    // directions.
+    const double curvature = m_centres.quartic != 0 ? 1.7 : 0.9;
+    const double centres = std::min(0.1 * std::sqrt((m_high - m_low) / width), curvature) / std::sqrt(tolerance);
     const double sidebands = m_rate > 0 ? std::min(0.35, 0.021 / std::sqrt(tolerance)) * double(m_sidebands.steps) : 0;
     return size_t(std::clamp(std::max(centres, sidebands), double(leastRows), double(mostRows) / 2));
 }
@@ -265,7 +310,7 @@ void PowderPattern::addCentres(FrequencyGrid &grid, size_t rows, const Progress 
     // What was cut off lies in the outermost bins.
     values.front() = values.back() = 0;
     sharpen(values, bins.count, 1);
-    addBins(grid, bins, bins.start, values.data(), 1, m_weight);
+    addBins(grid, bins, bins.start + shiftToMean(bins, values, 1, mean(m_centres)), values.data(), 1, m_weight);
 }
 
 void PowderPattern::addSidebands(FrequencyGrid &grid, size_t rows, const Progress &progress) const
@@ -281,20 +326,14 @@ void PowderPattern::addSidebands(FrequencyGrid &grid, size_t rows, const Progres
     const auto table = TwiddleTable::shared(steps);
     const Twiddles twiddles = table->twiddles();
     std::vector<double> work(4 * steps * laneCount);
-    LatticeRows lattice(rows, laneCount);
     struct Row {
         std::vector<double> centres; ///< in bins
         std::vector<double> weights; ///< of the sidebands, vertex by vertex
     };
-    std::array<std::array<Row, 2>, octants.size()> found;
-    std::array<FrequencyForm, octants.size()> forms, centreForms;
-    for (size_t i = 0; i < octants.size(); ++i) {
-        forms[i] = mirrored(m_form, octants[i]);
-        centreForms[i] = mirrored(inBins, octants[i]);
-        for (Row &row : found[i]) {
-            row.centres.resize(rows + 1);
-            row.weights.resize((rows + 1 + laneCount) * steps);
-        }
+    std::array<Row, 2> found;
+    for (Row &row : found) {
+        row.centres.resize(rows + 1);
+        row.weights.resize((rows + 1 + laneCount) * steps);
     }
     std::vector<double> sum(steps);
     const auto addTriangle = [&](double a, double b, double c, double part, const double *w0, const double *w1,
@@ -302,44 +341,56 @@ void PowderPattern::addSidebands(FrequencyGrid &grid, size_t rows, const Progres
         const double corners[] = {a, b, c};
         loops.addWeightedTriangle(corners, part / 3, steps, w0, w1, w2, sum.data(), values.data());
     };
-    size_t index = 0;
-    do {
-        const LatticeRows::Row &row = lattice.row();
-        for (size_t i = 0; i < octants.size(); ++i) {
-            Row &here = found[i][index % 2];
-            loops.frequencies(&centreForms[i], limit, row.count, row.x.data(), row.y.data(), row.z.data(),
+    // Octant by octant, so that no more than two rows are kept: many directions times many sidebands are much.
+    for (size_t i = 0; i < octants.size(); ++i) {
+        const FrequencyForm form = mirrored(m_form, octants[i]), centreForm = mirrored(inBins, octants[i]);
+        const Progress ofOctant = progress
+            ? [&](double inner) { return progress((double(i) + inner) / double(octants.size())); }
+            : Progress();
+        LatticeRows lattice(rows, laneCount);
+        size_t index = 0;
+        do {
+            const LatticeRows::Row &row = lattice.row();
+            Row &here = found[index % 2];
+            loops.frequencies(&centreForm, limit, row.count, row.x.data(), row.y.data(), row.z.data(),
                               here.centres.data());
             for (size_t j = 0; j < row.count; j += laneCount) {
-                loops.sidebands(&forms[i], m_rate, &twiddles, &row.x[j], &row.y[j], &row.z[j], work.data(),
+                loops.sidebands(&form, m_rate, &twiddles, &row.x[j], &row.y[j], &row.z[j], work.data(),
                                 &here.weights[j * steps]);
             }
-            if (index == 0)
-                continue;
-            const Row &before = found[i][1 - index % 2];
+            const Row &before = found[1 - index % 2];
             const size_t count = row.count + 1;
-            for (size_t j = 0; j + 1 < count; ++j) {
+            for (size_t j = 0; index > 0 && j + 1 < count; ++j) {
                 const double *w = &before.weights[j * steps], *v = &here.weights[j * steps];
                 const double *a = &before.centres[j], *b = &here.centres[j];
                 addTriangle(a[0], a[1], b[0], lattice.up()[j], w, w + steps, v);
                 if (j + 2 < count)
                     addTriangle(a[1], b[0], b[1], lattice.down()[j], w + steps, v, v + steps);
             }
-        }
-        reportRow(progress, index++, rows);
-    } while (lattice.advance());
+            reportRow(ofOctant, index++, rows);
+        } while (lattice.advance());
+    }
 
     sumTwice(values, bins.count, steps);
     if (!bins.isLine)
         sharpen(values, bins.count, steps);
+    const auto place = [&](size_t i) {
+        const long turns = long(steps), sideband = m_sidebands.first + long(i);
+        return size_t((sideband % turns + turns) % turns);
+    };
+    const auto offset = [&](size_t i) { return m_rate * double(m_sidebands.first + long(i)); };
+    // Sidebands do not move the mean, but for those that are too weak to be told from others.
+    double bands = 0;
     for (size_t i = 0; i < steps; ++i) {
-        const long sideband = m_sidebands.first + long(i);
-        const long turns = long(steps);
-        const size_t place = size_t((sideband % turns + turns) % turns);
-        const double shift = m_rate * double(sideband);
+        for (size_t b = 0; b < bins.count; ++b)
+            bands += offset(i) * values[b * steps + place(i)];
+    }
+    const double start = bins.start - bands + (bins.isLine ? 0 : shiftToMean(bins, values, steps, mean(m_centres)));
+    for (size_t i = 0; i < steps; ++i) {
         if (bins.isLine)
-            grid.add(bins.start + shift, m_weight * values[place]);
+            grid.add(start + offset(i), m_weight * values[place(i)]);
         else
-            addBins(grid, bins, bins.start + shift, values.data() + place, steps, m_weight);
+            addBins(grid, bins, start + offset(i), values.data() + place(i), steps, m_weight);
     }
 }
 

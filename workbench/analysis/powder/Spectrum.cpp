@@ -4,8 +4,10 @@
 #include "analysis/powder/Lattice.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
+#include <numeric>
 #include <stdexcept>
 
 namespace Workbench::Powder {
@@ -47,14 +49,24 @@ std::pair<double, double> limits(const std::vector<std::vector<PowderPattern>> &
     return {low, high};
 }
 
-double distance(std::span<const double> a, std::span<const double> b)
+double sumOfMagnitudes(std::span<const double> values)
 {
-    double difference = 0, area = 0;
-    for (size_t i = 0; i < a.size(); ++i) {
-        difference += std::abs(a[i] - b[i]);
-        area += std::abs(b[i]);
+    // Several sums: one would wait for each addition.
+    std::array<double, 8> sums{};
+    const size_t whole = values.size() - values.size() % sums.size();
+    for (size_t i = 0; i < whole; i += sums.size()) {
+        for (size_t k = 0; k < sums.size(); ++k)
+            sums[k] += std::abs(values[i + k]);
     }
-    return area > 0 ? difference / area : 0;
+    for (size_t i = whole; i < values.size(); ++i)
+        sums[0] += std::abs(values[i]);
+    return std::accumulate(sums.begin(), sums.end(), 0.0);
+}
+
+double relative(std::span<const double> difference, std::span<const double> curve)
+{
+    const double area = sumOfMagnitudes(curve);
+    return area > 0 ? sumOfMagnitudes(difference) / area : 0;
 }
 
 class SiteComputation {
@@ -97,18 +109,23 @@ private:
         size_t rows = leastRows;
         for (const PowderPattern &pattern : m_patterns)
             rows = std::max(rows, pattern.rowsForFirstTry(m_width, m_accuracy.tolerance));
-        FrequencyGrid coarse = average(std::min(rows, mostRows / 2), 0, 0.2);
-        std::vector<double> coarseCurve;
+        rows = std::min(rows, mostRows / 2);
+        FrequencyGrid coarse = average(rows, 0, 0.2);
+        std::vector<double> difference;
+        double growth = 2;
         for (;;) {
-            rows = std::min(2 * rows, mostRows);
-            const FrequencyGrid fine = average(rows, 0.2, 0.8);
-            m_broadening.apply(fine, result.values, &coarse, &coarseCurve);
-            // The error falls with the square of the number of rows, so that of the finer curve is a third.
-            result.estimatedError = distance(coarseCurve, result.values) / 3;
+            const size_t before = rows;
+            rows = std::min(size_t(std::ceil(growth * double(rows))), mostRows);
+            FrequencyGrid fine = average(rows, 0.2, 0.8);
+            m_broadening.apply(fine, result.values, &coarse, &difference);
+            // The error falls with the square of the number of rows.
+            const double ratio = double(rows) / double(before);
+            result.estimatedError = relative(difference, result.values) / (ratio * ratio - 1);
             result.directions = directionCount(rows);
             if (result.estimatedError <= m_accuracy.tolerance || rows == mostRows)
                 return;
-            coarse = fine;
+            growth = std::clamp(1.1 * std::sqrt(result.estimatedError / m_accuracy.tolerance), 1.4, 3.0);
+            coarse = std::move(fine);
         }
     }
 
@@ -138,7 +155,9 @@ void check(const Axis &axis)
         throw std::invalid_argument("The range must lie between -1000000000 and 1000000000 ppm");
     const double scale = std::max(std::abs(axis.first), std::abs(axis.last));
     if (!(std::abs(axis.step()) > 1e-9 * scale))
-        throw std::invalid_argument("The range is empty");
+        throw std::invalid_argument(axis.first == axis.last
+                                        ? "The range is empty"
+                                        : "The range is too narrow for so many points so far from 0 ppm");
 }
 
 size_t rowsForDirections(double directions)
@@ -214,7 +233,7 @@ std::optional<Axis> fittingAxis(std::span<const Site> sites, const Conditions &c
     axis.last = (low - margin) / conditions.larmor;
     axis.points = 4096;
     Accuracy rough;
-    rough.tolerance = 0.1; // wings and edges alone matter
+    rough.tolerance = 0.03; // wings and edges alone matter
     const auto preview = spectrum(sites, conditions, shape, axis, rough, progress);
     if (!preview)
         return std::nullopt;
@@ -227,6 +246,13 @@ std::optional<Axis> fittingAxis(std::span<const Site> sites, const Conditions &c
     fitting.points = points;
     fitting.first = axis.at(size_t(std::max<ptrdiff_t>(first - begin - 2, 0)));
     fitting.last = axis.at(size_t(std::min<ptrdiff_t>(last - begin + 1, ptrdiff_t(axis.points) - 1)));
+    // Lines without any width need some room as well.
+    const double centre = 0.5 * (fitting.first + fitting.last);
+    const double least = std::max(2 / conditions.larmor, 4e-9 * std::abs(centre) * double(points));
+    if (fitting.first - fitting.last < least) {
+        fitting.first = centre + 0.5 * least;
+        fitting.last = centre - 0.5 * least;
+    }
     check(fitting);
     return fitting;
 }
