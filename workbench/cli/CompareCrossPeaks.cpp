@@ -10,6 +10,7 @@
 #include "cli/OptionValues.h"
 #include "cli/SimulateOptions.h"
 #include "cli/Simulation.h"
+#include "data/Error.h"
 #include "data/NumberText.h"
 #include "formats/ExperimentFile.h"
 #include "formats/OutputFiles.h"
