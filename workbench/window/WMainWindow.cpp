@@ -210,10 +210,9 @@ void WMainWindow::openFiles(const QStringList &fileNames)
 void WMainWindow::openAll(const QStringList &paths, const QPointer<NmrItem> &onto)
 {
     openEach(paths, onto);
-    // Once all files are there: one box for all of them, after what was opened can be seen.
-    const QStringList warnings = std::exchange(m_warnings, {});
-    if (!warnings.isEmpty())
-        QMessageBox::warning(this, tr("Opened, with doubts"), elided(warnings.join(QLatin1String("\n\n")), 2000));
+    if (const int doubtful = std::exchange(m_doubtfulFiles, 0))
+        statusBar()->showMessage(
+            tr("%n file(s) opened with doubts: the note under the title tells them", nullptr, doubtful));
 }
 
 void WMainWindow::openEach(const QStringList &paths, const QPointer<NmrItem> &onto)
@@ -246,8 +245,7 @@ void WMainWindow::openPath(const QString &path, NmrItem *onto)
         m_document->read([&] { result = m_host->readFile(path); }, path);
         if (!result.items.isEmpty())
             m_view->ensureVisible(result.items.constFirst());
-        if (!result.warnings.isEmpty())
-            m_warnings.append(path + u'\n' + result.warnings.join(u'\n'));
+        noteDoubts(result.items, path, result.warnings);
         m_recentFiles->add(path);
         statusBar()->showMessage(tr("%1 is open").arg(QFileInfo(path).fileName()), 5000);
     } catch (const std::exception &error) {
@@ -256,11 +254,29 @@ void WMainWindow::openPath(const QString &path, NmrItem *onto)
     }
 }
 
+void WMainWindow::noteDoubts(const QList<QGraphicsWidget *> &items, const QString &path, const QStringList &doubts)
+{
+    if (doubts.isEmpty())
+        return;
+    ++m_doubtfulFiles;
+    // Beside the numbers that they are about.
+    const auto isTable = [](QGraphicsWidget *item) { return qobject_cast<TableItem *>(item); };
+    const auto table = std::find_if(items.begin(), items.end(), isTable);
+    auto *item = qobject_cast<DocumentItem *>(table != items.end() ? *table : items.value(0));
+    if (item)
+        item->setDoubts(doubts);
+    else
+        QMessageBox::warning(this, tr("Doubts about the file"), path + QLatin1String("\n\n") + doubts.join(u'\n'));
+}
+
 void WMainWindow::openExperiment(const QString &path, NmrItem *onto)
 {
     if (onto)
         return m_stackMenu->addExperiment(path, onto);
-    m_document->read([&] { m_stackMenu->addExperimentSomewhere(path); }, path);
+    const auto found = m_stackMenu->find(path);
+    if (!found)
+        return;
+    m_document->read([&] { m_stackMenu->put(*found); }, path);
     m_recentFiles->add(path);
 }
 
@@ -490,6 +506,7 @@ void WMainWindow::addHostMenu(DocumentItem *item)
     item->addContextMenu(m_itemMenu);
     item->setOnPaper(m_view->isPagePreview());
     connect(item, &DocumentItem::titleChanged, this, &WMainWindow::tellActiveItem);
+    connect(item, &DocumentItem::notesChanged, this, &WMainWindow::tellActiveItem);
 }
 
 void WMainWindow::chooseFiles()
