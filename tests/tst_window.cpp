@@ -323,6 +323,7 @@ private Q_SLOTS:
                 auto *box = dialog->findChild<QComboBox *>(u"nucleus"_s);
                 auto *ok = dialog->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok);
                 QCOMPARE(ok->isEnabled(), proton == 0);
+                QVERIFY(!box->currentText().isEmpty());
                 if (!nucleus.isEmpty())
                     box->setCurrentText(nucleus);
                 if (proton > 0)

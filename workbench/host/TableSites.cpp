@@ -36,8 +36,8 @@ void takeScale(const SpectrumEntry &entry, const QUuid &dataId, SiteTable::Optio
     for (const SpectrumAxis &axis : entry.spectrum.axes) {
         const QString nucleus = QString::number(axis.massNumber) + axis.element;
         if (references.contains(nucleus))
-            options.scales.insert(axis.element, {references.value(nucleus).toDouble(),
-                                                 slopes.value(nucleus, -1).toDouble(), source});
+            options.scales.insert(axis.element,
+                                  {references.value(nucleus).toDouble(), slopes.value(nucleus, -1).toDouble(), source});
     }
 }
 

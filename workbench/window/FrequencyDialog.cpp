@@ -32,7 +32,8 @@ QDoubleSpinBox *megahertzBox(const char *name, int decimals)
     return box;
 }
 
-/// First and last position as the file has them, in Hz, with the nucleus that it names. Nothing where it cannot be read.
+/// First and last position as the file has them, in Hz, with the nucleus that it names. Nothing where it cannot be
+/// read.
 struct RawPositions {
     double first = 0;
     double last = 0;
@@ -151,10 +152,13 @@ void FrequencyDialog::propose(const Proposal &proposal)
 {
     // The file's name may say more than what lies beside it.
     const QStringList named = Nuclides::table().namedIn(QFileInfo(m_path).fileName());
-    m_nucleus->setCurrentIndex(
-        std::max(0, m_nucleus->findText(named.isEmpty() ? proposal.nucleus : named.constFirst())));
+    const auto choose = [](QComboBox *box, const QString &nucleus) {
+        // The separator has no text either.
+        box->setCurrentIndex(nucleus.isEmpty() ? 0 : std::max(0, box->findText(nucleus)));
+    };
+    choose(m_nucleus, named.isEmpty() ? proposal.nucleus : named.constFirst());
     if (m_nucleusF1)
-        m_nucleusF1->setCurrentIndex(std::max(0, m_nucleusF1->findText(named.value(1))));
+        choose(m_nucleusF1, named.value(1));
     m_proton->setValue(proposal.protonFrequency);
     updateFrequency();
     (m_nucleus->currentIndex() == 0 ? static_cast<QWidget *>(m_nucleus) : m_proton)->setFocus();
@@ -199,9 +203,9 @@ void FrequencyDialog::showRange()
     }
     const double unit = m_unit->currentText() == u"kHz" && !m_unitKnown ? 1000 : 1;
     const double perPpm = isPpm ? 1 : m_frequency->value() / unit;
-    m_range->setText(tr("The positions go from %1 to %2 ppm.")
-                         .arg(QString::number(m_hertz->first / perPpm, 'f', 2),
-                              QString::number(m_hertz->second / perPpm, 'f', 2)));
+    m_range->setText(
+        tr("The positions go from %1 to %2 ppm.")
+            .arg(QString::number(m_hertz->first / perPpm, 'f', 2), QString::number(m_hertz->second / perPpm, 'f', 2)));
 }
 
 ReadOptions FrequencyDialog::readOptions() const

@@ -38,9 +38,8 @@ int SiteTable::atomOfRow(const QVariantMap &row) const
 QString SiteTable::isotopeOf(const QString &element) const
 {
     const auto chosen = m_structure.quadrupolarIsotopes.find(element);
-    return chosen != m_structure.quadrupolarIsotopes.end()
-        ? chosen->second
-        : Nuclides::table().quadrupolarIsotopes(element).value(0);
+    return chosen != m_structure.quadrupolarIsotopes.end() ? chosen->second
+                                                           : Nuclides::table().quadrupolarIsotopes(element).value(0);
 }
 
 double SiteTable::larmorFrequency(const QString &isotope) const

@@ -179,6 +179,36 @@ private:
     bool m_descending;
 };
 
+/// Stays open while its entries are switched, one after the other.
+class ColumnMenu : public QMenu {
+public:
+    using QMenu::QMenu;
+
+protected:
+    void mouseReleaseEvent(QMouseEvent *event) override
+    {
+        if (!switchEntry(actionAt(event->position().toPoint())))
+            QMenu::mouseReleaseEvent(event);
+    }
+
+    void keyPressEvent(QKeyEvent *event) override
+    {
+        const bool isSwitch =
+            event->key() == Qt::Key_Space || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+        if (!isSwitch || !switchEntry(activeAction()))
+            QMenu::keyPressEvent(event);
+    }
+
+private:
+    static bool switchEntry(QAction *action)
+    {
+        const bool canSwitch = action && action->isCheckable() && action->isEnabled();
+        if (canSwitch)
+            action->trigger();
+        return canSwitch;
+    }
+};
+
 QTableView *makeView(TableItem *item, TableModel *model)
 {
     auto *view = new TableView(item);
@@ -366,24 +396,28 @@ void TableItem::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
 
 QMenu *TableItem::createColumnMenu(QWidget *parent)
 {
-    auto *menu = new QMenu(tr("&Columns"), parent);
+    auto *menu = new ColumnMenu(tr("&Columns"), parent);
     menu->setToolTipsVisible(true);
-    const qsizetype inSight = shownColumns().size();
     for (int column = 0; column < m_model->columnCount(); ++column) {
         const SiteColumn *site = m_model->siteColumnAt(column);
         if (site && !m_model->hasSites())
             break;
         if (site == siteColumns().data())
             menu->addSeparator();
-        const bool shows = !m_view->isColumnHidden(column);
-        QAction *action = menu->addAction(m_model->headerData(column, Qt::Horizontal).toString());
-        action->setCheckable(true);
-        action->setChecked(shows);
-        action->setEnabled(!shows || inSight > 1);
         const QString meaning = m_model->headerData(column, Qt::Horizontal, Qt::ToolTipRole).toString();
-        action->setToolTip(action->isEnabled() ? meaning : tr("A table has at least one column"));
+        // What it is beside the symbol, the formula in the tooltip.
+        QString name = meaning.section(u'\n', 0, 0).section(u':', 0, 0).section(u';', 0, 0);
+        if (name.endsWith(u'.'))
+            name.chop(1);
+        QAction *action = menu->addAction(m_model->headerData(column, Qt::Horizontal).toString() + u'\t' + name);
+        action->setCheckable(true);
+        action->setChecked(!m_view->isColumnHidden(column));
+        action->setToolTip(meaning);
         action->setStatusTip(QString(meaning).replace(u'\n', u' '));
-        connect(action, &QAction::toggled, this, [this, column](bool wanted) { showColumn(column, wanted); });
+        connect(action, &QAction::toggled, this, [this, column, action](bool wanted) {
+            showColumn(column, wanted);
+            action->setChecked(!m_view->isColumnHidden(column));
+        });
     }
     return menu;
 }
@@ -399,8 +433,10 @@ void TableItem::setColumns(const TableColumns &columns)
 
 void TableItem::showColumn(int column, bool shows)
 {
-    if (!m_view || m_view->isColumnHidden(column) != shows || (!shows && shownColumns().size() < 2))
+    if (!m_view || m_view->isColumnHidden(column) != shows)
         return;
+    if (!shows && shownColumns().size() < 2)
+        return Q_EMIT reported(tr("A table has at least one column"));
     const TableColumns before = m_columns;
     TableColumns columns = m_columns;
     QStringList &exceptions = m_model->siteColumnAt(column) ? columns.shown : columns.hidden;

@@ -22,14 +22,9 @@ const QString unmatchedKey = QStringLiteral("Unmatched");
 
 QVariantMap CompareOptions::toMap() const
 {
-    return {{nucleusKey, nucleus},
-            {averagingKey, averaging},
-            {referenceKindKey, int(referenceKind)},
-            {referenceKey, reference},
-            {slopeKindKey, int(slopeKind)},
-            {slopeKey, slope},
-            {sigmaKey, sigma},
-            {unmatchedKey, unmatched}};
+    return {{nucleusKey, nucleus},     {averagingKey, averaging},      {referenceKindKey, int(referenceKind)},
+            {referenceKey, reference}, {slopeKindKey, int(slopeKind)}, {slopeKey, slope},
+            {sigmaKey, sigma},         {unmatchedKey, unmatched}};
 }
 
 std::optional<CompareOptions> CompareOptions::fromMap(const QVariantMap &map)
