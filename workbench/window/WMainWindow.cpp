@@ -48,6 +48,7 @@
 #include <QScreen>
 #include <QSettings>
 #include <QStatusBar>
+#include <QTimer>
 #include <QUndoStack>
 
 namespace Workbench {
@@ -58,6 +59,7 @@ const QString geometryKey = QStringLiteral("window/geometry");
 const QString stateKey = QStringLiteral("window/state");
 const QString previewKey = QStringLiteral("window/pagePreview");
 constexpr int contentsWidth = 250;
+constexpr int frameDelay = 100; // ms
 
 } // namespace
 
@@ -133,6 +135,28 @@ void WMainWindow::restoreLayout()
     resize(size().boundedTo(screen()->availableSize()));
     if (settings.value(previewKey).toBool())
         m_preview->setChecked(true);
+}
+
+void WMainWindow::showEvent(QShowEvent *event)
+{
+    HostWindow::showEvent(event);
+    // How wide its frame is, the window system says only after a while.
+    if (!event->spontaneous())
+        QTimer::singleShot(frameDelay, this, &WMainWindow::keepOnScreen);
+}
+
+void WMainWindow::keepOnScreen()
+{
+    if (isMaximized() || isFullScreen())
+        return;
+    const QRect available = screen()->availableGeometry(), frame = frameGeometry();
+    const QSize margins = frame.size() - size();
+    if (frame.width() > available.width() || frame.height() > available.height())
+        resize(size().boundedTo(available.size() - margins));
+    const QRect now(frame.topLeft(), size() + margins);
+    if (!available.contains(now))
+        move(std::clamp(now.left(), available.left(), std::max(available.left(), available.right() + 1 - now.width())),
+             std::clamp(now.top(), available.top(), std::max(available.top(), available.bottom() + 1 - now.height())));
 }
 
 void WMainWindow::saveLayout() const

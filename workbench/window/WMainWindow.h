@@ -55,6 +55,7 @@ public Q_SLOTS:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    void showEvent(QShowEvent *event) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dropEvent(QDropEvent *event) override;
 
@@ -69,6 +70,8 @@ private:
     void updateActions();
     void restoreLayout();
     void saveLayout() const;
+    /// With frame and status line.
+    void keepOnScreen();
     void openSample(const QString &name);
     void chooseFolder();
     void renameActiveItem();

@@ -496,6 +496,11 @@ CompareOptions ComparePanel::options() const
         options.reference = m_set->calibration.reference;
     if (m_set && options.slopeKind == OfSet)
         options.slope = m_set->calibration.slope;
+    // What is fitted is no choice of the user.
+    if (options.referenceKind == Fitted)
+        options.reference = CompareOptions().reference;
+    if (options.slopeKind == Fitted)
+        options.slope = CompareOptions().slope;
     return options;
 }
 
@@ -621,6 +626,12 @@ void ComparePanel::showResult()
     m_pairs->setComparison(m_compared ? &*m_compared : nullptr);
     m_plot->setVisible(m_compared.has_value());
     if (m_compared) {
+        const Agreement &agreement = m_compared->comparison.agreement;
+        const QSignalBlocker blockers[] = {QSignalBlocker(m_reference), QSignalBlocker(m_slope)};
+        if (m_referenceKind->currentData() == Fitted)
+            m_reference->setValue(agreement.reference);
+        if (m_slopeKind->currentData() == Fitted)
+            m_slope->setValue(agreement.slope);
         m_plot->setComparisons({m_compared->comparison});
         m_plot->setMarkedSite(PairTable::siteOf(m_pairs->currentItem()));
         m_result->setText(resultText());
