@@ -59,7 +59,7 @@ const QString geometryKey = QStringLiteral("window/geometry");
 const QString stateKey = QStringLiteral("window/state");
 const QString previewKey = QStringLiteral("window/pagePreview");
 constexpr int contentsWidth = 250;
-constexpr int frameDelay = 100; // ms
+constexpr std::initializer_list<int> frameDelays{100, 500, 2000}; // ms
 
 } // namespace
 
@@ -141,8 +141,8 @@ void WMainWindow::showEvent(QShowEvent *event)
 {
     HostWindow::showEvent(event);
     // How wide its frame is, the window system says only after a while.
-    if (!event->spontaneous())
-        QTimer::singleShot(frameDelay, this, &WMainWindow::keepOnScreen);
+    for (int delay : event->spontaneous() ? std::initializer_list<int>() : frameDelays)
+        QTimer::singleShot(delay, this, &WMainWindow::keepOnScreen);
 }
 
 void WMainWindow::keepOnScreen()

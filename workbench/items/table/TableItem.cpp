@@ -405,11 +405,11 @@ QMenu *TableItem::createColumnMenu(QWidget *parent)
         if (site == siteColumns().data())
             menu->addSeparator();
         const QString meaning = m_model->headerData(column, Qt::Horizontal, Qt::ToolTipRole).toString();
-        // What it is beside the symbol, the formula in the tooltip.
-        QString name = meaning.section(u'\n', 0, 0).section(u':', 0, 0).section(u';', 0, 0);
-        if (name.endsWith(u'.'))
-            name.chop(1);
-        QAction *action = menu->addAction(m_model->headerData(column, Qt::Horizontal).toString() + u'\t' + name);
+        // What it is beside the symbol; the tooltip has the formula.
+        static const QRegularExpression end(QStringLiteral("[\\n:;,.]"));
+        const QString name = meaning.section(end, 0, 0);
+        QAction *action = menu->addAction(m_model->headerData(column, Qt::Horizontal).toString()
+                                          + (name.isEmpty() ? QString() : QStringLiteral("  \u2013  ") + name));
         action->setCheckable(true);
         action->setChecked(!m_view->isColumnHidden(column));
         action->setToolTip(meaning);
