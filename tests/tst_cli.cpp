@@ -176,7 +176,12 @@ private Q_SLOTS:
         row(1, "table /", "directory");
         row(1, "table /dev/null", "/dev/null");
         row(1, "fit / --nucleus 13C --experiment nowhere.csv", "nowhere.csv");
+        // What the plug-in cannot pair, another command can.
+        row(1, "rmsd " SAMPLES "/paracetamol.magres --nucleus 1H --experiment " SAMPLES "/paracetamol-1H.csv",
+            "/paracetamol.magres --nucleus 1H --experiment " SAMPLES "/paracetamol-1H.csv` pairs different numbers");
         row(1, "experiment nowhere.csv", "nowhere.csv");
+        row(1, "--reference-set nowhere.json a.magres", "nowhere.json");
+        row(2, "--reference-set nowhere.json table a.magres", "behind the command");
         row(1, "a.magres", "magres-workbench simulate"); // a window without a display
         row(1, "table / --plugin-path /nowhere", "/nowhere");
     }

@@ -361,6 +361,69 @@ private Q_SLOTS:
         dialog.close();
     }
 
+    /// How it is compared belongs to the measurement: undone, saved, and its own for each.
+    void optionsStayWithTheMeasurement()
+    {
+        openPanel(u"candidates/candidate-3.magres"_s, sample(u"paracetamol-13C.csv"_s));
+        auto *sigma = panel().findChild<QDoubleSpinBox *>(u"compareSigma"_s);
+        auto *unmatched = panel().findChild<QSpinBox *>(u"compareUnmatched"_s);
+        auto *slope = panel().findChild<QComboBox *>(u"compareSlopeKind"_s);
+        auto *reference = panel().findChild<QComboBox *>(u"compareReferenceKind"_s);
+        auto *averaging = panel().findChild<QComboBox *>(u"compareAveraging"_s);
+        const auto choose = [](QComboBox *box, int index) {
+            box->setCurrentIndex(index);
+            Q_EMIT box->activated(index);
+        };
+        const auto shown = [&] {
+            QCoreApplication::processEvents();
+            return u"%1|%2|%3|%4|%5|%6"_s.arg(sigma->value())
+                .arg(unmatched->value())
+                .arg(slope->currentText(), reference->currentText(), averaging->currentText(), panel().summary());
+        };
+        const QString atFirst = shown();
+        const QByteArray start = state();
+        const int steps = scene().undoStack()->index();
+        sigma->setValue(1);
+        sigma->setValue(1.1);
+        sigma->setValue(1.25); // one step
+        unmatched->setValue(2);
+        choose(slope, 1);
+        choose(averaging, 1);
+        const QString fitted = panel().summary();
+        choose(reference, 1); // starts with what was fitted
+        const auto rmsd = [](const QString &text) { return text.section(u"RMSD <b>"_s, 1).section(u"</b>"_s, 0, 0); };
+        QVERIFY(rmsd(fitted).endsWith(u"ppm") && rmsd(panel().summary()) == rmsd(fitted));
+        QCOMPARE(scene().undoStack()->index(), steps + 5);
+        const QString changed = shown();
+        QVERIFY(changed != atFirst && changed.startsWith(u"1.25|2|fitted|fixed|CH3|"));
+        const QByteArray document = state();
+
+        // Another measurement has its own; the first one's come back with it.
+        const QUuid first = scene().currentNmrItem()->nmrData()->activeEntryId();
+        window().openFiles({sample(u"paracetamol-1H.csv"_s)});
+        panel().showMeasurement(scene().currentNmrItem()->nmrData()->activeEntryId());
+        QVERIFY2(shown().startsWith(u"0.33|0|fixed|fitted|no groups|"), qPrintable(shown()));
+        panel().showMeasurement(first);
+        QCOMPARE(shown(), changed);
+        scene().undoStack()->undo(); // of the second list
+
+        for (int i = 0; i < 5; ++i)
+            scene().undoStack()->undo();
+        QCOMPARE(shown(), atFirst);
+        QVERIFY(state() == start);
+        for (int i = 0; i < 5; ++i)
+            scene().undoStack()->redo();
+        QCOMPARE(shown(), changed);
+
+        scene().removeAll();
+        QBuffer file;
+        file.setData(document);
+        file.open(QIODevice::ReadOnly);
+        DocumentState::restore(DocumentFile::read(file), scene(), m_host->documentData(), &m_host->plugins());
+        command(u"Compare"_s)->trigger();
+        QCOMPARE(shown(), changed);
+    }
+
     void aReferenceSetIsTheStart()
     {
         const QString set = m_files.path("set.json");

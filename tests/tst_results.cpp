@@ -1,5 +1,10 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "window/ExportMenu.h"
+#include "document/DocumentState.h"
+#include "document/UndoRecorder.h"
+#include "formats/TableExport.h"
+#include "data/Document.h"
+#include "data/TableContent.h"
 #include "host/HostApplication.h"
 #include "host/MainScene.h"
 #include "window/WMainWindow.h"
@@ -12,7 +17,9 @@
 #include <Eigen/Geometry>
 #include <QClipboard>
 #include <QHeaderView>
+#include <QMenu>
 #include <QTableView>
+#include <QUndoStack>
 #include <QtTest>
 
 using namespace Workbench;
@@ -179,6 +186,95 @@ private Q_SLOTS:
         menu.writeSpinSystem(name + u"in"_s, {u"17O"_s});
         QFile spins(name + u"in"_s);
         QVERIFY(spins.open(QIODevice::ReadOnly) && spins.readAll().count("  shift ") == 1); // of the selected row
+    }
+
+    /// Columns come and go with the others as they are, and leave the program as they are shown.
+    void columnsAreChosen()
+    {
+        QTemporaryDir directory;
+        QSettings::setDefaultFormat(QSettings::IniFormat);
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, directory.path());
+        QSettings().setValue(u"magresPlugin/nucF2"_s, u"13C"_s);
+        QSettings().setValue(u"magresPlugin/ref"_s, QVariantMap{{u"13C"_s, 170.5}});
+        HostApplication host;
+        host.loadPlugins(QStringLiteral(PLUGIN_DIRECTORY));
+        MainScene &scene = host.scene();
+        new UndoRecorder(&scene);
+        host.readFile(QStringLiteral(SAMPLES "/paracetamol.magres"));
+        TableItem *table = scene.currentTableItem();
+        const QStringList own = table->content().titles;
+        QCOMPARE(own.size(), 8);
+        table->ensureFitted();
+        QHeaderView *header = table->view()->horizontalHeader();
+        header->resizeSection(1, 77);
+        const int width = header->sectionSize(2);
+
+        const auto press = [&](const QString &title) {
+            const std::unique_ptr<QMenu> menu(table->createColumnMenu(nullptr));
+            for (QAction *action : menu->actions()) {
+                QVERIFY2(action->isSeparator() || action->toolTip().size() > 15, qPrintable(action->text()));
+                if (action->text().section(u"  "_s, 0, 0) == title)
+                    return action->trigger();
+            }
+            QFAIL(qPrintable(title));
+        };
+        for (const QString &title : {u"Ω, ppm"_s, u"δ33, ppm"_s, u"δ22, ppm"_s, u"δ11, ppm"_s, u"Atoms"_s, own[5]})
+            press(title);
+        QStringList shown = own + QStringList{u"δ11, ppm"_s, u"δ22, ppm"_s, u"δ33, ppm"_s, u"Ω, ppm"_s, u"Atoms"_s};
+        shown.removeAt(5);
+        QCOMPARE(table->content().titles, shown);
+        QVERIFY(header->sectionSize(1) == 77 && header->sectionSize(2) == width);
+
+        // The mean of the principal shifts is the isotropic one, with the reference of the spectrum where there is one.
+        const auto reference = [&](const QString &element) {
+            double sum = 0;
+            int rows = 0;
+            for (const QVariant &row : table->content().rows) {
+                const QVariantMap map = row.toMap();
+                const auto number = [&](const QString &key) { return map[key].toDouble(); };
+                if (std::abs(number(u"span"_s) - number(u"delta11"_s) + number(u"delta33"_s)) > 1e-9)
+                    return std::numeric_limits<double>::quiet_NaN();
+                if (map[u"type"_s] != element)
+                    continue;
+                ++rows;
+                sum += (number(u"delta11"_s) + number(u"delta22"_s) + number(u"delta33"_s)) / 3 + number(u"iso"_s);
+            }
+            return sum / rows;
+        };
+        QVERIFY(std::abs(reference(u"C"_s) - 100) < 1e-9);
+        QMetaObject::invokeMethod(table->table(), "createSpectrum");
+        QVERIFY2(std::abs(reference(u"C"_s) - 170.5) < 1e-9, qPrintable(QString::number(reference(u"C"_s))));
+        QVERIFY(std::abs(reference(u"H"_s) - 100) < 1e-9);
+        const TableModel &model = *table->model();
+        const auto tip = [&](int row) {
+            return model.index(row, model.columnOfKey(u"delta11"_s)).data(Qt::ToolTipRole).toString();
+        };
+        const auto rowOf = [&](const QString &element) {
+            int row = 0;
+            while (table->rowMaps().value(row).toMap()[u"type"_s] != element)
+                ++row;
+            return row;
+        };
+        const int carbon = rowOf(u"C"_s), proton = rowOf(u"H"_s);
+        QVERIFY2(tip(carbon).contains(u"170.50"_s) && tip(proton).contains(u"placeholders"_s), qPrintable(tip(carbon)));
+
+        const QByteArray csv = TableExport::write(table->content(), TableExport::Format::Csv);
+        QCOMPARE(csv.left(csv.indexOf('\n')),
+                 "type,labels,atomNos,iso,aniso,assym,qassym,Cq,qIso,delta11,delta22,delta33,span,multiplicity");
+        const QByteArray json = TableExport::write(table->content(), TableExport::Format::Json);
+        QVERIFY(json.contains("\"span\"") && !json.contains("\"eq\""));
+        QCOMPARE(table->selectionText().section(u'\n', 0, 0), shown.join(u'\t'));
+
+        // Kept with the document, undone step by step.
+        const Document document = DocumentState::capture(scene, host.documentData(), &host.plugins());
+        for (int i = 0; i < 8; ++i)
+            scene.undoStack()->undo();
+        QCOMPARE(table->content().titles, own);
+        DocumentState::restore(document, scene, host.documentData(), &host.plugins());
+        table = scene.currentTableItem();
+        table->ensureFitted();
+        QCOMPARE(table->content().titles, shown);
+        QVERIFY(table->view()->columnWidth(1) == 77 && std::abs(reference(u"C"_s) - 170.5) < 1e-9);
     }
 };
 

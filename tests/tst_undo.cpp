@@ -8,12 +8,14 @@
 #include "items/molecule/MoleculeItem.h"
 #include "items/plot/NmrItem.h"
 #include "items/table/TableItem.h"
+#include "items/table/TableModel.h"
 #include "window/PeakAtomLinks.h"
 
 #include <QBuffer>
 #include <QGraphicsSceneMouseEvent>
 #include <QRandomGenerator>
 #include <QTest>
+#include <QTableView>
 #include <QUndoStack>
 
 using namespace Workbench;
@@ -139,6 +141,9 @@ class TestUndo : public QObject {
             Q_EMIT item->geometryEdited(before, item->geometry());
         } else if (what == 4) {
             renameWithUndo(*m_scene, item, u"named %1"_s.arg(m_random.bounded(100)));
+        } else if (auto *table = what == 5 ? any<TableItem>() : nullptr) {
+            const int column = m_random.bounded(table->model()->columnCount());
+            table->showColumn(column, table->view()->isColumnHidden(column));
         } else if (auto *nmr = any<NmrItem>()) {
             changeSpectra(nmr);
         }

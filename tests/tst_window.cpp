@@ -6,6 +6,7 @@
 #include "host/MainScene.h"
 #include "window/MainView.h"
 #include "host/PluginManager.h"
+#include "window/DocumentController.h"
 #include "window/WMainWindow.h"
 #include "data/AtomSelection.h"
 #include "items/molecule/MoleculeItem.h"
@@ -261,8 +262,8 @@ private Q_SLOTS:
         QCOMPARE(spectrum->nmrData()->entryIds().size(), 1);
     }
 
-    /// One box for all files that were opened, which are there all the same.
-    void doubtsAreToldOnce()
+    /// No box is in the way: what is doubtful stands under the title until it was read, and can be had back.
+    void doubtsAreNotes()
     {
         const QTemporaryDir directory;
         QFile whole(sample("acetic-acid.magres"));
@@ -274,10 +275,101 @@ private Q_SLOTS:
             QFile cut(files.last());
             QVERIFY(cut.open(QIODevice::WriteOnly) && cut.write(text) == text.size());
         }
-        const QString told = this->told(u"Opened, with doubts"_s, [&] { window().openFiles(files); });
-        QCOMPARE(told.count(u"is not closed"), 2);
-        QVERIFY2(told.contains(files[0]) && told.contains(files[1]), qPrintable(told));
+        window().openFiles(files);
         QCOMPARE(scene().documentItems().size(), 6);
+        QVERIFY(window().statusBar()->currentMessage().contains(u"2 file"));
+        int told = 0;
+        for (const DocumentItem *item : scene().documentItems())
+            told += item->doubts().join(u'\n').contains(u"is not closed") && item->notes().size() == 1;
+        QCOMPARE(told, 2);
+
+        const QString path = directory.filePath(u"kept.magresdoc"_s);
+        QVERIFY(window().document()->saveTo(path));
+        window().openFiles({path});
+        TableItem *last = table();
+        QVERIFY(last->notes().value(0).text.contains(u"is not closed"));
+        const auto read = [&](const QString &button) {
+            m_dialogs.expect(u"Doubts about the file"_s, [&](QDialog *dialog) {
+                auto *box = qobject_cast<QMessageBox *>(dialog);
+                QVERIFY(box->informativeText().contains(u"is not closed"));
+                for (QAbstractButton *candidate : box->buttons()) {
+                    if (candidate->text().remove(u'&') == button)
+                        return candidate->click();
+                }
+                QFAIL(qPrintable(button));
+            });
+            last->notes().constFirst().run();
+        };
+        read(u"Close"_s);
+        QVERIFY(last->notes().size() == 1 && !window().document()->isModified());
+        read(u"Dismiss Note"_s);
+        QVERIFY(last->notes().isEmpty() && window().document()->isModified());
+        scene().undoStack()->undo();
+        QVERIFY(last->notes().size() == 1 && !window().document()->isModified());
+    }
+
+    /// Positions in Hz lie nowhere until somebody says what they are divided by.
+    void hertzAreAskedFor()
+    {
+        const QTemporaryDir directory;
+        const auto write = [&](const char *name, const QByteArray &text) {
+            QFile file(directory.filePath(QLatin1String(name)));
+            if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
+                qFatal("cannot write");
+            return file.fileName();
+        };
+        QByteArray points = "Hz,intensity\n";
+        for (int i = 0; i < 100; ++i)
+            points += QByteArray::number(10000 - 100 * i) + ',' + (i == 50 ? "100" : i % 2 ? "1" : "0") + '\n';
+        const QString spectrum = write("unknown.csv", points), list = write("si-29Si.csv", "kHz\n-8.5\n-9.25\n");
+        const bool modified = window().document()->isModified();
+        const int steps = scene().undoStack()->count();
+
+        m_dialogs.expect(u"Frequency of the spectrum"_s, [](QDialog *dialog) { dialog->reject(); });
+        window().openFiles({spectrum});
+        QVERIFY(scene().documentItems().size() == 2 && scene().undoStack()->count() == steps);
+        QCOMPARE(window().document()->isModified(), modified);
+        QVERIFY(window().statusBar()->currentMessage().contains(u"was not opened"));
+
+        // One is left out, the next one is there: several files ask one by one.
+        const auto answer = [this](const QString &nucleus, double proton, const QString &range) {
+            m_dialogs.expect(u"Frequency of the spectrum"_s, [=](QDialog *dialog) {
+                auto *box = dialog->findChild<QComboBox *>(u"nucleus"_s);
+                auto *ok = dialog->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok);
+                QCOMPARE(ok->isEnabled(), proton == 0);
+                QVERIFY(!box->currentText().isEmpty());
+                if (!nucleus.isEmpty())
+                    box->setCurrentText(nucleus);
+                if (proton > 0)
+                    dialog->findChild<QDoubleSpinBox *>(u"protonFrequency"_s)->setValue(proton);
+                QCOMPARE(dialog->findChild<QLabel *>(u"range"_s)->text(), range);
+                ok->click();
+            });
+        };
+        m_dialogs.expect(u"Frequency of the spectrum"_s, [](QDialog *dialog) { dialog->reject(); });
+        answer(u"13C"_s, 400, u"The positions go from 99.42 to 0.99 ppm."_s);
+        window().openFiles({spectrum, spectrum});
+        QCOMPARE(scene().documentItems().size(), 3);
+        const SpectrumAxis axis = scene().currentNmrItem()->nmrData()->shownSpectrum().axes.at(0);
+        // 13C resonates at 25.145020 % of 1H.
+        QVERIFY(axis.nucleus() == u"¹³C" && std::abs(axis.ppm(50) - 5000 / 100.58008) < 1e-3);
+        QVERIFY(std::abs(axis.frequency - 100.58008) < 1e-5);
+
+        // The file's name and the last answer make the proposal; kHz are not Hz.
+        answer({}, 0, u"The positions go from -106.96 to -116.40 ppm."_s);
+        window().openFiles({list});
+        QCOMPARE(scene().documentItems().size(), 4);
+        const QList<SpectrumPeak> peaks = scene().currentNmrItem()->nmrData()->stack().entries[0].spectrum.peaks;
+        QVERIFY(peaks.size() == 2 && std::abs(peaks[0].f2 + 8500 / (4 * 19.867187)) < 1e-3);
+
+        // A calculation makes the proposal, and is not taken for granted: 13C beside 600 MHz, as it is simulated.
+        NmrItem *simulated = createSpectrum();
+        answer(u"1H"_s, 0, u"The positions go from 16.67 to 0.17 ppm."_s);
+        window().openFiles({spectrum});
+        QCOMPARE(simulated->nmrData()->entryIds().size(), 1);
+        answer({}, 0, u"The positions go from 66.28 to 0.66 ppm."_s);
+        window().openFiles({spectrum});
+        QCOMPARE(simulated->nmrData()->entryIds().size(), 2);
     }
 
     void oddPeaksAreDrawnAndReported()

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/CliErrors.h"
 #include "cli/Commands.h"
+#include "cli/ComparisonOptions.h"
 #include "data/Error.h"
 #include "data/Language.h"
 #include "window/WMainWindow.h"
 #include "window/WindowApplication.h"
+#include "window/compare/CompareCommands.h"
 
 #include <QApplication>
 #include <QFile>
@@ -51,6 +53,8 @@ int runWindow(const QStringList &files, const ProgramStart &start)
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/workbench/icon.svg")));
     WindowApplication host;
     host.loadPlugins(start.pluginDirectory);
+    for (const QString &set : start.referenceSets)
+        host.window().compareCommands()->useReferenceSet(set);
     host.window().show();
     if (!files.isEmpty())
         QTimer::singleShot(0, &host.window(), [&] { host.window().openFiles(files); });
@@ -61,7 +65,7 @@ int runWindow(const QStringList &files, const ProgramStart &start)
 qsizetype commandIndex(const QStringList &arguments)
 {
     for (qsizetype i = 0; i < arguments.size(); ++i) {
-        if (arguments[i] == u"--plugin-path" || arguments[i] == u"--language")
+        if (arguments[i] == u"--plugin-path" || arguments[i] == u"--language" || arguments[i] == u"--reference-set")
             ++i;
         else if (!arguments[i].startsWith(u'-'))
             return findCommand(arguments[i]) ? i : -1;
@@ -71,7 +75,7 @@ qsizetype commandIndex(const QStringList &arguments)
 
 int run(const QStringList &arguments, int argc, char **argv)
 {
-    ProgramStart start{argc, argv, {}, languageOf(arguments)};
+    ProgramStart start{argc, argv, {}, languageOf(arguments), {}};
     const qsizetype index = commandIndex(arguments);
     QStringList files;
     {
@@ -86,6 +90,10 @@ int run(const QStringList &arguments, int argc, char **argv)
                 return ExitDone;
             }
             start.pluginDirectory = line.value("plugin-path");
+            start.referenceSets = line.values("reference-set");
+            if (index >= 0 && !start.referenceSets.isEmpty())
+                throw UsageError(Texts::tr("option --reference-set: it goes behind the command"));
+            parseReferenceSets(line);
             files = line.positional();
         } catch (const UsageError &error) {
             throw UsageError(QString::fromUtf8(error.what()) + u'\n' + programHelp());

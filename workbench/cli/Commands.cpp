@@ -72,6 +72,10 @@ const std::vector<OptionSpec> &programOptions()
     static const std::vector<OptionSpec> list{
         pluginPathOption,
         languageOption,
+        {"reference-set", "SET.json",
+         "Reference and slope with which spectra and comparisons of a nucleus start in the window, from a set that "
+         "calibrate has written. Kept for the next time. May be given for several nuclei.",
+         true},
         {"version", nullptr, "Show the version."},
         {"help", nullptr, "Show this help."},
     };

@@ -18,6 +18,7 @@ struct ProgramStart {
     char **argv;
     QString pluginDirectory; ///< empty: the default
     QString language; ///< empty: the system's
+    QStringList referenceSets; ///< with which a window starts; files
 };
 
 /// What a command does when its arguments are right; returns the exit status.

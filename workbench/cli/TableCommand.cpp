@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "analysis/comparison/SiteColumns.h"
-#include "analysis/comparison/UniqueSites.h"
+#include "analysis/comparison/SiteTable.h"
 #include "cli/CliErrors.h"
 #include "cli/Commands.h"
 #include "cli/ComparisonOptions.h"
@@ -23,9 +22,7 @@ namespace {
 struct TableOptions {
     std::vector<const SiteColumn *> columns;
     bool unique = false;
-    UniqueSites::Options sites;
-    QMap<QString, double> references, slopes; ///< by element
-    double frequency = 600; ///< of 1H, MHz
+    SiteTable::Options sites;
 };
 
 QString columnNames()
@@ -68,15 +65,17 @@ TableOptions parseTableOptions(const CommandLine &line)
     TableOptions options;
     options.columns = parseColumns(line);
     options.unique = line.has("unique");
-    options.sites = {parseSymmetryTolerance(line), parseAveraging(line)};
-    for (const ReferenceSet &set : parseReferenceSets(line)) {
-        options.references.insert(Nuclides::element(set.nucleus), set.calibration.reference);
-        options.slopes.insert(Nuclides::element(set.nucleus), set.calibration.slope);
-    }
-    options.references.insert(byElement(line, "reference"));
-    options.slopes.insert(byElement(line, "slope"));
+    options.sites.sites = {parseSymmetryTolerance(line), parseAveraging(line)};
+    QMap<QString, SiteTable::Scale> &scales = options.sites.scales;
+    for (const ReferenceSet &set : parseReferenceSets(line))
+        scales[Nuclides::element(set.nucleus)] = {set.calibration.reference, set.calibration.slope, {}};
+    const QMap<QString, double> references = byElement(line, "reference"), slopes = byElement(line, "slope");
+    for (auto it = references.cbegin(); it != references.cend(); ++it)
+        scales[it.key()].reference = *it;
+    for (auto it = slopes.cbegin(); it != slopes.cend(); ++it)
+        scales[it.key()].slope = *it;
     if (line.has("frequency"))
-        options.frequency = OptionValues::positive(QStringLiteral("--frequency"), line.value("frequency"));
+        options.sites.frequency = OptionValues::positive(QStringLiteral("--frequency"), line.value("frequency"));
     return options;
 }
 
@@ -84,15 +83,17 @@ TableOptions parseTableOptions(const CommandLine &line)
 class ExtendedTable {
 public:
     ExtendedTable(const TableOptions &options, const CrystalStructure &structure, const TableContent &plugin)
-        : m_options(options),
-          m_structure(structure),
-          m_plugin(plugin),
-          m_unique(UniqueSites::of(structure, options.sites)),
-          m_lattice(structure.lattice ? Lattice::of(*structure.lattice) : std::nullopt)
+        : m_options(options), m_plugin(plugin), m_sites(structure, options.sites)
     {
     }
 
-    const QStringList &warnings() const { return m_unique.warnings; }
+    /// Of the sites, where they are shown.
+    QStringList warnings() const
+    {
+        const auto needsSites = [](const SiteColumn *column) { return column->basis == SiteColumn::Basis::Symmetry; };
+        const bool any = std::any_of(m_options.columns.begin(), m_options.columns.end(), needsSites);
+        return m_options.unique || any ? m_sites.unique().warnings : QStringList();
+    }
 
     TableContent content() const
     {
@@ -108,66 +109,23 @@ public:
         table.cells.clear();
         table.rows.clear();
         if (m_options.unique) {
-            for (const UniqueSite &site : m_unique.sites)
+            for (const UniqueSite &site : m_sites.unique().sites)
                 addRow(table, site.atoms.front(), &site);
         } else {
             for (int row = 0; row < int(m_plugin.rows.size()); ++row)
-                addRow(table, firstAtomOf(row), nullptr);
+                addRow(table, m_sites.atomOfRow(m_plugin.rows[row].toMap()), nullptr);
         }
         return table;
     }
 
 private:
-    bool isOfRow(const CrystalAtom &atom, const QVariantMap &row) const
-    {
-        return row.value(QStringLiteral("type")).toString() == atom.element
-            && row.value(QStringLiteral("labels")).toStringList() == atom.labels;
-    }
-
-    int firstAtomOf(int row) const
-    {
-        const QVariantMap map = m_plugin.rows[row].toMap();
-        for (int i = 0; i < int(m_structure.atoms.size()); ++i)
-            if (isOfRow(m_structure.atoms[std::size_t(i)], map))
-                return i;
-        // The row of a label that elements share has the type of one of them.
-        for (int i = 0; i < int(m_structure.atoms.size()); ++i)
-            if (map.value(QStringLiteral("labels")).toStringList() == m_structure.atoms[std::size_t(i)].labels)
-                return i;
-        return -1;
-    }
-
     int rowOf(int atom) const
     {
         for (int row = 0; row < int(m_plugin.rows.size()); ++row)
             if (m_plugin.rows[row].toMap().value(QStringLiteral("labels")).toStringList()
-                == m_structure.atoms[std::size_t(atom)].labels)
+                == m_sites.structure().atoms[std::size_t(atom)].labels)
                 return row;
         return -1;
-    }
-
-    const UniqueSite &siteOf(int atom) const
-    {
-        return *std::find_if(m_unique.sites.begin(), m_unique.sites.end(), [&](const UniqueSite &site) {
-            return std::binary_search(site.atoms.begin(), site.atoms.end(), atom);
-        });
-    }
-
-    SiteValues valuesOf(int atom) const
-    {
-        const CrystalAtom &member = m_structure.atoms[std::size_t(atom)];
-        const auto chosen = m_structure.quadrupolarIsotopes.find(member.element);
-        const QStringList offered = Nuclides::table().quadrupolarIsotopes(member.element);
-        const Nuclide nuclide =
-            Nuclides::table()[chosen != m_structure.quadrupolarIsotopes.end() ? chosen->second : offered.value(0)];
-        return {member,
-                m_lattice ? &*m_lattice : nullptr,
-                siteOf(atom).nuclei(),
-                m_options.references.value(member.element, 100),
-                m_options.slopes.value(member.element, -1),
-                nuclide.quadrupoleMoment,
-                nuclide.spinNumber(),
-                m_options.frequency * std::abs(nuclide.frequencyRatio) / 100};
     }
 
     void addRow(TableContent &table, int atom, const UniqueSite *site) const
@@ -177,9 +135,8 @@ private:
             row >= 0 ? m_plugin.cells[std::size_t(row)] : QStringList(m_plugin.titles.size(), QString());
         QVariantMap map = row >= 0 ? m_plugin.rows[row].toMap() : QVariantMap();
         if (atom >= 0) {
-            const SiteValues values = valuesOf(atom);
             for (const SiteColumn *column : m_options.columns) {
-                const auto value = column->value(values);
+                const auto value = m_sites.value(*column, atom);
                 cells.append(value ? QString::number(*value, 'f', column->digits) : QString());
                 if (value)
                     map.insert(QLatin1String(column->name), *value);
@@ -191,8 +148,8 @@ private:
         if (site) {
             QStringList atomNames;
             for (int member : site->atoms)
-                atomNames.append(m_structure.name(member));
-            const QString name = siteName(m_structure, *site);
+                atomNames.append(m_sites.structure().name(member));
+            const QString name = siteName(m_sites.structure(), *site);
             cells = QStringList{name, atomNames.join(u' ')} + cells;
             map.insert(QStringLiteral("site"), name);
             map.insert(QStringLiteral("atoms"), atomNames);
@@ -202,10 +159,8 @@ private:
     }
 
     const TableOptions &m_options;
-    const CrystalStructure &m_structure;
     const TableContent m_plugin;
-    const UniqueSites m_unique;
-    const std::optional<Lattice> m_lattice;
+    const SiteTable m_sites;
 };
 
 CommandRun prepareTable(const CommandLine &line)

@@ -4,6 +4,7 @@
 #include "data/ExperimentalSpectrum.h"
 
 #include <array>
+#include <stdexcept>
 #include <variant>
 
 namespace Workbench {
@@ -30,6 +31,16 @@ struct MeasuredPeaks {
 
 /// What a measured file holds.
 using Measurement = std::variant<ExperimentalSpectrum, MeasuredPeaks>;
+
+/// The positions of a file are frequencies, and it does not say by what they become ppm.
+struct FrequencyNeeded : std::runtime_error {
+    explicit FrequencyNeeded(const QString &text, int dimensionCount = 1, bool isUnitKnown = true)
+        : std::runtime_error(text.toStdString()), dimensions(dimensionCount), unitKnown(isUnitKnown)
+    {
+    }
+    int dimensions;
+    bool unitKnown; ///< false: they might be Hz, kHz or even ppm
+};
 
 /// What is known of a measurement besides its file, for what the file leaves open.
 struct ReadOptions {

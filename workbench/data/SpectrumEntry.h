@@ -23,6 +23,9 @@ struct SpectrumEntry {
     bool isSimulated() const;
     /// The "Peaks" map.
     QVariantMap peakList() const;
+    /// What was assumed in reading a measurement, whole sentences.
+    QStringList notes() const { return data.value(notesKey()).toStringList(); }
+    static QString notesKey() { return QStringLiteral("Notes"); }
 };
 
 /// A state of a stack. Copies share the spectra, so that keeping one costs next to nothing.

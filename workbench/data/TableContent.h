@@ -14,6 +14,7 @@ struct TableContent {
     std::vector<QStringList> cells; ///< as shown, row by row
     QVariantList rows; ///< the plug-in's row maps, in full precision
     QStringList extraKeys; ///< of the row maps, for what the workbench has added
+    QStringList hiddenKeys; ///< of the row maps, for what is not to be seen
 };
 
 } // namespace Workbench

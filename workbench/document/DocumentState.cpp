@@ -29,6 +29,7 @@ using Items = std::vector<std::unique_ptr<DocumentItem>>;
 // In the view settings of every item.
 const QString sourceKey = QStringLiteral("Source");
 const QString sourceNoteKey = QStringLiteral("SourceNote");
+const QString doubtsKey = QStringLiteral("Doubts");
 const QString hiddenKey = QStringLiteral("Hidden");
 const QString nameKey = QStringLiteral("Name");
 const QString workspaceKey = QStringLiteral("Workspace"); // scene units
@@ -65,6 +66,7 @@ Document::Item captureItem(const DocumentItem *item, const MainScene &scene, con
     };
     keep(sourceKey, item->source(), !item->source().isEmpty());
     keep(sourceNoteKey, item->sourceNote(), !item->sourceNote().isEmpty());
+    keep(doubtsKey, item->doubts(), !item->doubts().isEmpty());
     keep(hiddenKey, true, !item->isVisible());
     keep(nameKey, item->givenName(), !item->givenName().isEmpty());
     keep(workspaceKey, place.workspace, !place.workspace.isEmpty());
@@ -103,6 +105,7 @@ public:
             made->setTitle(item.title);
         made->setSource(item.view.value(sourceKey).toString());
         made->setSourceNote(item.view.value(sourceNoteKey).toString());
+        made->setDoubts(item.view.value(doubtsKey).toStringList());
         made->setVisible(!item.view.value(hiddenKey).toBool());
         made->setGivenName(item.view.value(nameKey).toString());
         made->setPlace({item.geometry, item.view.value(workspaceKey).toRectF()});

@@ -63,6 +63,16 @@ void ItemName::set(MainScene &, DocumentItem &item, const QString &name)
     item.setGivenName(name);
 }
 
+QStringList ItemDoubts::get(const MainScene &, const DocumentItem &item)
+{
+    return item.doubts();
+}
+
+void ItemDoubts::set(MainScene &, DocumentItem &item, const QStringList &doubts)
+{
+    item.setDoubts(doubts);
+}
+
 ItemSpectra::Value ItemSpectra::get(const MainScene &scene, const DocumentItem &item)
 {
     return {qobject_cast<const NmrItem *>(&item)->nmrData()->stack(), peakNotes(scene)};
@@ -74,11 +84,33 @@ void ItemSpectra::set(MainScene &scene, DocumentItem &item, const Value &value)
     setPeakNotes(value.notes, scene);
 }
 
+TableColumns ItemColumns::get(const MainScene &, const DocumentItem &item)
+{
+    return qobject_cast<const TableItem *>(&item)->columns();
+}
+
+void ItemColumns::set(MainScene &, DocumentItem &item, const TableColumns &columns)
+{
+    qobject_cast<TableItem *>(&item)->setColumns(columns);
+}
+
 template <typename Property>
 ItemCommand<Property>::ItemCommand(MainScene *scene, const DocumentItem *item, const QString &what, Value before,
-                                   const MainScene::CurrentItems &currentBefore)
-    : QUndoCommand(what), m_hold(scene, item->id()), m_other(std::move(before)), m_currentBefore(currentBefore)
+                                   const MainScene::CurrentItems &currentBefore, bool continues)
+    : QUndoCommand(what),
+      m_hold(scene, item->id()),
+      m_other(std::move(before)),
+      m_currentBefore(currentBefore),
+      m_continues(continues)
 {
+}
+
+template <typename Property>
+bool ItemCommand<Property>::mergeWith(const QUndoCommand *next)
+{
+    // What was there before is kept, and what is there is read when it is undone.
+    const auto *other = dynamic_cast<const ItemCommand *>(next);
+    return other && m_done && other->m_hold.item() == m_hold.item() && other->text() == text();
 }
 
 template <typename Property>
@@ -113,7 +145,9 @@ void ItemCommand<Property>::undo()
 template class ItemCommand<ItemPresence>;
 template class ItemCommand<ItemPlace>;
 template class ItemCommand<ItemName>;
+template class ItemCommand<ItemDoubts>;
 template class ItemCommand<ItemSpectra>;
+template class ItemCommand<ItemColumns>;
 
 void removeWithUndo(MainScene &scene, DocumentItem *item)
 {
@@ -131,6 +165,16 @@ void renameWithUndo(MainScene &scene, DocumentItem *item, const QString &name)
     auto *command = new ItemCommand<ItemName>(&scene, item, MainScene::tr("Rename %1").arg(item->title()),
                                               item->givenName(), scene.currentItems());
     item->setGivenName(name);
+    scene.undoStack()->push(command);
+}
+
+void dismissDoubtsWithUndo(MainScene &scene, DocumentItem *item)
+{
+    if (item->doubts().isEmpty())
+        return;
+    auto *command = new ItemCommand<ItemDoubts>(&scene, item, MainScene::tr("Dismiss Note of %1").arg(item->title()),
+                                                item->doubts(), scene.currentItems());
+    item->setDoubts({});
     scene.undoStack()->push(command);
 }
 

@@ -3,6 +3,7 @@
 
 #include "host/MainScene.h"
 #include "items/plot/NmrData.h"
+#include "items/table/TableItem.h"
 
 #include <QUndoCommand>
 
@@ -41,6 +42,13 @@ struct ItemName {
     static void set(MainScene &scene, DocumentItem &item, const Value &name);
 };
 
+/// What was doubtful in its file, for as long as it is to be seen.
+struct ItemDoubts {
+    using Value = QStringList;
+    static Value get(const MainScene &scene, const DocumentItem &item);
+    static void set(MainScene &scene, DocumentItem &item, const Value &doubts);
+};
+
 /// The spectra of an NMR item, with the notes on their peaks.
 struct ItemSpectra {
     struct Value {
@@ -51,6 +59,13 @@ struct ItemSpectra {
     static void set(MainScene &scene, DocumentItem &item, const Value &value);
 };
 
+/// Which columns a table shows.
+struct ItemColumns {
+    using Value = TableColumns;
+    static Value get(const MainScene &scene, const DocumentItem &item);
+    static void set(MainScene &scene, DocumentItem &item, const Value &columns);
+};
+
 /// A change of one value of an item, made already when the command is. Undo and redo are the same: they put the kept
 /// value there and keep the one that they find, and with it what the user was working with, so that neither can lead to
 /// a state that was not there before.
@@ -59,12 +74,15 @@ class ItemCommand : public QUndoCommand {
 public:
     using Value = typename Property::Value;
 
-    /// `before` and `currentBefore`: before the change.
+    /// `before` and `currentBefore`: before the change. One that continues makes one step with another that does, of
+    /// the same item and name: the value goes through many on its way.
     ItemCommand(MainScene *scene, const DocumentItem *item, const QString &what, Value before,
-                const MainScene::CurrentItems &currentBefore);
+                const MainScene::CurrentItems &currentBefore, bool continues = false);
 
     void redo() override;
     void undo() override;
+    int id() const override { return m_continues ? 1 : -1; }
+    bool mergeWith(const QUndoCommand *next) override;
 
 private:
     void exchange(const MainScene::CurrentItems &current);
@@ -75,16 +93,20 @@ private:
     const MainScene::CurrentItems m_currentBefore;
     MainScene::CurrentItems m_currentAfter; ///< when it was last undone
     bool m_done = true;
+    const bool m_continues;
 };
 
 extern template class ItemCommand<ItemPresence>;
 extern template class ItemCommand<ItemPlace>;
 extern template class ItemCommand<ItemName>;
+extern template class ItemCommand<ItemDoubts>;
 extern template class ItemCommand<ItemSpectra>;
+extern template class ItemCommand<ItemColumns>;
 
 // Changes that the user makes; undoable.
 void removeWithUndo(MainScene &scene, DocumentItem *item);
 /// An empty name gives the item its own title again.
 void renameWithUndo(MainScene &scene, DocumentItem *item, const QString &name);
+void dismissDoubtsWithUndo(MainScene &scene, DocumentItem *item);
 
 } // namespace Workbench

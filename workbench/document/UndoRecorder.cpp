@@ -22,15 +22,23 @@ void UndoRecorder::watch(DocumentItem *item)
         m_scene->undoStack()->push(new ItemCommand<ItemPlace>(
             m_scene, item, MainScene::tr("Move %1").arg(item->title()), place, m_scene->currentItems()));
     });
+    if (auto *table = qobject_cast<TableItem *>(item)) {
+        connect(table, &TableItem::columnsEdited, this, [this, table](const TableColumns &before) {
+            m_scene->undoStack()->push(new ItemCommand<ItemColumns>(
+                m_scene, table, MainScene::tr("Columns of %1").arg(table->title()), before, m_scene->currentItems()));
+        });
+    }
     auto *nmr = qobject_cast<NmrItem *>(item);
     if (!nmr)
         return;
     connect(nmr->nmrData(), &NmrData::aboutToBeEdited, this, [this] { m_currentBefore = m_scene->currentItems(); });
-    connect(nmr->nmrData(), &NmrData::edited, this, [this, nmr](const QString &what, const NmrStack &before) {
-        ItemSpectra::Value value = ItemSpectra::get(*m_scene, *nmr);
-        value.stack = before;
-        m_scene->undoStack()->push(new ItemCommand<ItemSpectra>(m_scene, nmr, what, value, m_currentBefore));
-    });
+    connect(nmr->nmrData(), &NmrData::edited, this,
+            [this, nmr](const QString &what, const NmrStack &before, bool continues) {
+                ItemSpectra::Value value = ItemSpectra::get(*m_scene, *nmr);
+                value.stack = before;
+                m_scene->undoStack()->push(
+                    new ItemCommand<ItemSpectra>(m_scene, nmr, what, value, m_currentBefore, continues));
+            });
     // Molecules and tables come with a file and the data behind them; a spectrum is made by a command.
     m_scene->undoStack()->push(new ItemCommand<ItemPresence>(m_scene, item, MainScene::tr("Add %1").arg(item->title()),
                                                              {false, ItemPresence::get(*m_scene, *item).notes},

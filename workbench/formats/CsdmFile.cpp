@@ -136,10 +136,13 @@ SpectrumDimension dimension(const QJsonObject &json, int d, const QString &sourc
     if (x.unit == Unit::Hertz) {
         axis.frequency = origin > 0.0 ? (origin - middle) * 1e-6 : given;
         if (!(axis.frequency > 0.0))
-            fail(
-                source,
-                Texts::tr("the dimension is in Hz and has no origin_offset: the frequency of 0 ppm in MHz is needed to "
-                          "make ppm of it and must be given"));
+            throw FrequencyNeeded(
+                QStringLiteral("%1: %2").arg(
+                    source,
+                    Texts::tr(
+                        "the dimension is in Hz and has no origin_offset: the frequency of 0 ppm in MHz is needed to "
+                        "make ppm of it and must be given")),
+                d + 1);
         perPpm = axis.frequency;
         notes.append(origin > 0.0
                          ? Texts::tr("Hz were divided by %1 MHz, the origin offset less the coordinate of the middle.")

@@ -72,9 +72,17 @@ ReadOptions optionsFor(const QStringList &nuclei, const std::vector<double> &fre
     return options;
 }
 
+/// What the file says of its frequency goes before what others do.
 Measurement readFor(const QString &path, const QStringList &nuclei, const std::vector<double> &frequencies)
 {
-    return readMeasurement(path, optionsFor(nuclei, frequencies));
+    const ReadOptions options = optionsFor(nuclei, frequencies);
+    try {
+        return readMeasurement(path, optionsFor(nuclei, {}));
+    } catch (const FrequencyNeeded &) {
+        if (!(options.frequency[0] > 0))
+            throw;
+        return readMeasurement(path, options);
+    }
 }
 
 /// The measurement, which has to be of these dimensions and nuclei; the frequencies stand in where the file is silent.

@@ -164,12 +164,14 @@ double jcampUnitsPerPpm(const JcampBlock &block, const JcampAbscissa &abscissa, 
         fail(block.source, abscissa.unitsLine,
              Texts::tr("expected X values in HZ or PPM, found %1").arg(excerpt(abscissa.units)));
     if (frequency == 0.0)
-        fail(block.source, block.line,
-             abscissa.dimension == 0
-                 ? Texts::tr(
-                     "X values in Hz need the record ##.OBSERVE FREQUENCY=, or the frequency of 0 ppm in MHz must be "
-                     "given")
-                 : Texts::tr("F1 is in Hz and its frequency in MHz is not in the file: it must be given"));
+        throw FrequencyNeeded(
+            Texts::tr("%1, line %2: %3")
+                .arg(block.source, QString::number(block.line),
+                     abscissa.dimension == 0
+                         ? Texts::tr("X values in Hz need the record ##.OBSERVE FREQUENCY=, or the frequency of 0 ppm "
+                                     "in MHz must be given")
+                         : Texts::tr("F1 is in Hz and its frequency in MHz is not in the file: it must be given")),
+            abscissa.dimension + 1);
     return hertz ? frequency : frequency / 1000.0;
 }
 

@@ -104,10 +104,13 @@ ExperimentalSpectrum parse(const QByteArray &text, const QString &source, const 
     const qint64 total = checkedSize(header, points, rows);
     for (int d = 0; d < (rows > 1.0 ? 2 : 1); ++d) {
         if (!(options.frequency[size_t(d)] > 0.0))
-            fail(source,
-                 Texts::tr(
-                     "the positions are in Hz: the frequency of 0 ppm in MHz is needed to make ppm of them and must "
-                     "be given"));
+            throw FrequencyNeeded(
+                QStringLiteral("%1: %2").arg(
+                    source,
+                    Texts::tr(
+                        "the positions are in Hz: the frequency of 0 ppm in MHz is needed to make ppm of them and must "
+                        "be given")),
+                rows > 1.0 ? 2 : 1);
     }
     ExperimentalSpectrum spectrum;
     spectrum.format = QStringLiteral("SIMPSON");

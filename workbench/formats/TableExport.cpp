@@ -39,8 +39,10 @@ QByteArray csvField(const QVariant &value)
 QStringList keysOf(const TableContent &table)
 {
     QStringList keys;
-    for (const char *key : rowKeys)
-        keys.append(QLatin1String(key));
+    for (const char *key : rowKeys) {
+        if (!table.hiddenKeys.contains(QLatin1String(key)))
+            keys.append(QLatin1String(key));
+    }
     return keys + table.extraKeys;
 }
 

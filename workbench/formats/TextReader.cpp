@@ -205,6 +205,12 @@ private:
             && m_layout.columnOf(Role::Count) < 0;
     }
 
+    [[noreturn]] void needFrequency(const QString &what, bool unitKnown) const
+    {
+        throw FrequencyNeeded(Texts::tr("%1, line %2: %3").arg(m_source, QString::number(m_layout.firstLine), what),
+                              m_positionF1 >= 0 ? 2 : 1, unitKnown);
+    }
+
     /// What positions are divided by to be ppm, per dimension.
     void settleUnits()
     {
@@ -215,8 +221,8 @@ private:
                 unit = m_options.unit == u"ppm" ? Unit::Ppm : m_options.unit == u"kHz" ? Unit::Kilohertz : Unit::Hertz;
             } else if (unit == Unit::Unknown) {
                 if (column.name.contains(u"freq", Qt::CaseInsensitive))
-                    fail(m_source, m_layout.firstLine,
-                         Texts::tr("the positions are frequencies without a unit: ppm, Hz or kHz must be given"));
+                    needFrequency(
+                        Texts::tr("the positions are frequencies without a unit: ppm, Hz or kHz must be given"), false);
                 m_unitTold = m_unitTold && d != 0;
                 if (d == 0)
                     m_notes.append(Texts::tr("The file names no unit: the positions were taken as ppm."));
@@ -227,11 +233,12 @@ private:
                 double &frequency = m_frequency[size_t(d)];
                 frequency = given > 0.0 ? given : frequency;
                 if (!(frequency > 0.0))
-                    fail(m_source, m_layout.firstLine,
-                         Texts::tr(
-                             "the positions are in %1: the frequency of 0 ppm in MHz is needed to make ppm of them and "
-                             "must be given")
-                             .arg(unit == Unit::Hertz ? QStringLiteral("Hz") : QStringLiteral("kHz")));
+                    needFrequency(
+                        Texts::tr(
+                            "the positions are in %1: the frequency of 0 ppm in MHz is needed to make ppm of them and "
+                            "must be given")
+                            .arg(unit == Unit::Hertz ? QStringLiteral("Hz") : QStringLiteral("kHz")),
+                        true);
                 m_perPpm[size_t(d)] = unit == Unit::Hertz ? frequency : frequency / 1000.0;
                 m_notes.append(Texts::tr("Positions in %1 were divided by %2 MHz; 0 Hz was taken as 0 ppm.")
                                    .arg(unit == Unit::Hertz ? QStringLiteral("Hz") : QStringLiteral("kHz"))

@@ -122,6 +122,8 @@ HostApplication::ReadResult HostApplication::readFile(const QString &fileName)
                 made->setSourceNote(method.isEmpty() ? QString() : method.text());
             }
         }
+        // Which items belong beside each other is known only now that they are linked.
+        scene().updatePages();
         return result;
     } catch (...) {
         // A filter that fails half-way leaves nothing on the page.

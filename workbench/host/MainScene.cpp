@@ -4,6 +4,7 @@
 #include "data/Nuclides.h"
 #include "host/DataEngine.h"
 #include "host/PageLayout.h"
+#include "host/TableSites.h"
 #include "host/WorkspaceLayout.h"
 #include "items/molecule/MoleculeItem.h"
 #include "items/plot/NmrData.h"
@@ -41,7 +42,7 @@ bool isTwoDimensional(const QVariantMap &spectrum)
 } // namespace
 
 MainScene::MainScene(DataEngine *data, QObject *parent)
-    : QGraphicsScene(parent), m_data(data), m_undoStack(new QUndoStack(this))
+    : QGraphicsScene(parent), m_data(data), m_undoStack(new QUndoStack(this)), m_tableSites(new TableSites(this, data))
 {
     setObjectName(QStringLiteral("mainScene"));
     m_undoStack->setObjectName(QStringLiteral("sceneUndoStack"));
@@ -475,6 +476,8 @@ QGraphicsWidget *MainScene::place(DocumentItem *item, const QRectF &rect, bool a
             return data ? data->getDataMap(id) : QVariantMap();
         });
     }
+    if (auto *table = qobject_cast<TableItem *>(item))
+        connect(table, &TableItem::columnsChanged, this, &MainScene::updatePages);
     updatePages();
     Q_EMIT itemAdded(item);
     // The current NMR item and table are the ones made last, whatever is active.

@@ -16,6 +16,7 @@ namespace Workbench {
 class DataEngine;
 class NmrItem;
 class TableItem;
+class TableSites;
 struct SpectrumEntry;
 
 /// The document: a stack of A4 pages with molecule, table and NMR items, and the custom data of plug-ins behind them.
@@ -105,6 +106,7 @@ public:
     void setCurrentItems(const CurrentItems &current);
 
     QUndoStack *undoStack() const { return m_undoStack; }
+    TableSites *tableSites() const { return m_tableSites; }
     /// Puts a new item there, which the document owns from now on. It becomes the current one of its kind, not the
     /// active one.
     void addNew(DocumentItem *item, const QRectF &rect) { place(item, rect, false); }
@@ -153,6 +155,7 @@ private:
     QList<DocumentItem *> m_items; ///< on the page or not, from the back to the front
     QHash<QUuid, int> m_holds; ///< how many hold the item
     QUndoStack *m_undoStack;
+    TableSites *m_tableSites;
     QPointer<QGraphicsWidget> m_active;
     QPointer<NmrItem> m_currentNmr;
     QPointer<TableItem> m_currentTable;

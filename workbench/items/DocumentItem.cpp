@@ -147,6 +147,15 @@ void DocumentItem::setNotes(const QList<ItemNote> &notes)
     m_noteBar->setNotes(notes);
     m_noteBar->setVisible(!notes.isEmpty());
     layOut();
+    Q_EMIT notesChanged();
+}
+
+void DocumentItem::setDoubts(const QStringList &doubts)
+{
+    if (doubts == m_doubts)
+        return;
+    m_doubts = doubts;
+    Q_EMIT doubtsChanged();
 }
 
 void DocumentItem::setOnPaper(bool onPaper, bool withNotes)

@@ -40,6 +40,10 @@ public:
     /// By the user; empty for none.
     QString givenName() const { return m_givenName; }
     void setGivenName(const QString &name);
+    /// What was doubtful in the file that it is of, whole sentences. Kept with the document until the user has enough
+    /// of them.
+    const QStringList &doubts() const { return m_doubts; }
+    void setDoubts(const QStringList &doubts);
     /// Said in the title bar while a mode of working lasts, on the screen only; empty for none.
     void setMode(const QString &mode);
     /// Where it lies on paper and, when somebody has put it there by hand, in the workspace (else an empty rectangle).
@@ -93,6 +97,8 @@ public:
 
 Q_SIGNALS:
     void titleChanged();
+    void doubtsChanged();
+    void notesChanged();
     /// What an action of the item has done, for a status bar.
     void reported(const QString &text);
     /// The user has moved or resized the item by hand: its geometry, no more.
@@ -130,6 +136,7 @@ private:
     QString m_source;
     QString m_sourceNote;
     QString m_givenName;
+    QStringList m_doubts;
     QString m_mode;
     Place m_place;
     NoteBar *m_noteBar;

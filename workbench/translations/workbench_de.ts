@@ -2035,6 +2035,78 @@ Optionen:
         <source>by ##DELTAX= this line begins at X = %1, it says %2</source>
         <translation>nach ##DELTAX= beginnt diese Zeile bei X = %1, sie sagt %2</translation>
     </message>
+    <message>
+        <source>Largest principal shift: reference + slope · σ(ii), with δ11 ≥ δ22 ≥ δ33.</source>
+        <translation>Größte Hauptverschiebung: Referenz + Steigung · σ(ii), mit δ11 ≥ δ22 ≥ δ33.</translation>
+    </message>
+    <message>
+        <source>Middle principal shift: reference + slope · σ(ii), with δ11 ≥ δ22 ≥ δ33.</source>
+        <translation>Mittlere Hauptverschiebung: Referenz + Steigung · σ(ii), mit δ11 ≥ δ22 ≥ δ33.</translation>
+    </message>
+    <message>
+        <source>Smallest principal shift: reference + slope · σ(ii), with δ11 ≥ δ22 ≥ δ33.</source>
+        <translation>Kleinste Hauptverschiebung: Referenz + Steigung · σ(ii), mit δ11 ≥ δ22 ≥ δ33.</translation>
+    </message>
+    <message>
+        <source>Span of the shift tensor: Ω = δ11 − δ33 (Herzfeld–Berger).</source>
+        <translation>Spannweite des Verschiebungstensors: Ω = δ11 − δ33 (Herzfeld–Berger).</translation>
+    </message>
+    <message>
+        <source>Skew of the shift tensor: κ = 3 (δ22 − δiso) / Ω, from −1 to 1 (Herzfeld–Berger).</source>
+        <translation>Schiefe des Verschiebungstensors: κ = 3 (δ22 − δiso) / Ω, von −1 bis 1 (Herzfeld–Berger).</translation>
+    </message>
+    <message>
+        <source>Quadrupolar coupling constant with the sign of Vzz: Cq = Vzz · Q · 2.3489 (Vzz in a.u., Q in fm²), |Vzz| ≥ |Vyy| ≥ |Vxx|.</source>
+        <translation>Quadrupolkopplungskonstante mit dem Vorzeichen von Vzz: Cq = Vzz · Q · 2,3489 (Vzz in a. u., Q in fm²), |Vzz| ≥ |Vyy| ≥ |Vxx|.</translation>
+    </message>
+    <message>
+        <source>Quadrupolar product: P(Q) = |Cq| · √(1 + η²/3).</source>
+        <translation>Quadrupolprodukt: P(Q) = |Cq| · √(1 + η²/3).</translation>
+    </message>
+    <message>
+        <source>Quadrupole induced shift of the central transition at the Larmor frequency ν: −3/40 · (P(Q)/ν)² · (I(I+1) − 3/4) / (I²(2I−1)²) · 10⁶, with P(Q)² = Cq² (1 + η²/3).</source>
+        <translation>Quadrupolinduzierte Verschiebung des Zentralübergangs bei der Larmorfrequenz ν: −3/40 · (P(Q)/ν)² · (I(I+1) − 3/4) / (I²(2I−1)²) · 10⁶, mit P(Q)² = Cq² (1 + η²/3).</translation>
+    </message>
+    <message>
+        <source>Number of atoms in the cell that the space group maps onto each other.</source>
+        <translation>Zahl der Atome in der Zelle, die die Raumgruppe aufeinander abbildet.</translation>
+    </message>
+    <message>
+        <source>Fractional coordinate along a; not brought into the cell.</source>
+        <translation>Fraktionelle Koordinate entlang a; nicht in die Zelle gebracht.</translation>
+    </message>
+    <message>
+        <source>Fractional coordinate along b; not brought into the cell.</source>
+        <translation>Fraktionelle Koordinate entlang b; nicht in die Zelle gebracht.</translation>
+    </message>
+    <message>
+        <source>Fractional coordinate along c; not brought into the cell.</source>
+        <translation>Fraktionelle Koordinate entlang c; nicht in die Zelle gebracht.</translation>
+    </message>
+    <message>
+        <source>Reference %1 ppm, slope %2: %3</source>
+        <translation>Referenz %1 ppm, Steigung %2: %3</translation>
+    </message>
+    <message>
+        <source>placeholders, only differences mean something</source>
+        <translation>Platzhalter, nur Differenzen bedeuten etwas</translation>
+    </message>
+    <message>
+        <source>%1 at %2 MHz, where 1H is at %3 MHz</source>
+        <translation>%1 bei %2 MHz, wo 1H bei %3 MHz liegt</translation>
+    </message>
+    <message>
+        <source>`%1` pairs different numbers of lines and sites.</source>
+        <translation>`%1` paart auch verschieden viele Linien und Plätze.</translation>
+    </message>
+    <message>
+        <source>of %1</source>
+        <translation>von %1</translation>
+    </message>
+    <message>
+        <source>option --reference-set: it goes behind the command</source>
+        <translation>Option --reference-set: sie gehört hinter den Befehl</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::AgreementPlot</name>
@@ -2343,6 +2415,34 @@ Optionen:
         <source>Pair A&amp;ll Automatically</source>
         <translation>A&amp;lle automatisch zuordnen</translation>
     </message>
+    <message>
+        <source>Nucleus</source>
+        <translation>Kern</translation>
+    </message>
+    <message>
+        <source>Averaging</source>
+        <translation>Mittelung</translation>
+    </message>
+    <message>
+        <source>Reference</source>
+        <translation>Referenz</translation>
+    </message>
+    <message>
+        <source>Slope</source>
+        <translation>Steigung</translation>
+    </message>
+    <message>
+        <source>Error σ</source>
+        <translation>Fehler σ</translation>
+    </message>
+    <message>
+        <source>Lines Left Out</source>
+        <translation>Ausgelassene Linien</translation>
+    </message>
+    <message>
+        <source>Comparison: %1</source>
+        <translation>Vergleich: %1</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::ContentsDock</name>
@@ -2443,6 +2543,10 @@ im Plot „%3“; lässt sich auf einen anderen ziehen</numerusform>
     <message>
         <source>%1 is in the plot &quot;%2&quot; now, too</source>
         <translation>%1 ist jetzt auch im Plot „%2“</translation>
+    </message>
+    <message>
+        <source>As it was read:</source>
+        <translation>Beim Lesen:</translation>
     </message>
 </context>
 <context>
@@ -2719,6 +2823,65 @@ im Plot „%3“; lässt sich auf einen anderen ziehen</numerusform>
     <message>
         <source>File %1 is empty</source>
         <translation>Die Datei %1 ist leer</translation>
+    </message>
+</context>
+<context>
+    <name>Workbench::FrequencyDialog</name>
+    <message>
+        <source>not known</source>
+        <translation>nicht bekannt</translation>
+    </message>
+    <message>
+        <source>Frequency of the spectrum</source>
+        <translation>Frequenz des Spektrums</translation>
+    </message>
+    <message>
+        <source>The positions in %1 are frequencies. Of which nucleus is it, and what is the frequency of 0 ppm?</source>
+        <translation>Die Positionen in %1 sind Frequenzen. Von welchem Kern ist es, und bei welcher Frequenz liegt 0 ppm?</translation>
+    </message>
+    <message>
+        <source>What the spectrometer is called by: the frequency of 1H</source>
+        <translation>Wonach das Spektrometer benannt ist: die Frequenz von 1H</translation>
+    </message>
+    <message>
+        <source>Hz divided by this are ppm. Follows from the nucleus and the spectrometer, and can be given to the last digit</source>
+        <translation>Hz, hierdurch geteilt, sind ppm. Folgt aus Kern und Spektrometer und kann bis zur letzten Stelle angegeben werden</translation>
+    </message>
+    <message>
+        <source>&amp;Unit:</source>
+        <translation>&amp;Einheit:</translation>
+    </message>
+    <message>
+        <source>&amp;Nucleus of F2:</source>
+        <translation>&amp;Kern in F2:</translation>
+    </message>
+    <message>
+        <source>&amp;Nucleus:</source>
+        <translation>&amp;Kern:</translation>
+    </message>
+    <message>
+        <source>Nucleus of F&amp;1:</source>
+        <translation>Kern in F&amp;1:</translation>
+    </message>
+    <message>
+        <source>&amp;Spectrometer (1H):</source>
+        <translation>&amp;Spektrometer (1H):</translation>
+    </message>
+    <message>
+        <source>&amp;0 ppm at:</source>
+        <translation>&amp;0 ppm bei:</translation>
+    </message>
+    <message>
+        <source>choose</source>
+        <translation>wählen</translation>
+    </message>
+    <message>
+        <source>The nucleus and a frequency are needed</source>
+        <translation>Kern und Frequenz werden gebraucht</translation>
+    </message>
+    <message>
+        <source>The positions go from %1 to %2 ppm.</source>
+        <translation>Die Positionen reichen von %1 bis %2 ppm.</translation>
     </message>
 </context>
 <context>
@@ -3047,6 +3210,14 @@ im Plot „%3“; lässt sich auf einen anderen ziehen</numerusform>
         <source>ranks many structures by measured lines</source>
         <translation>ordnet viele Strukturen nach gemessenen Linien</translation>
     </message>
+    <message>
+        <source>Right click on a title</source>
+        <translation>Rechtsklick auf einen Titel</translation>
+    </message>
+    <message>
+        <source>shows and hides columns, as the menu Table does</source>
+        <translation>zeigt und verbirgt Spalten, wie das Menü Tabelle</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::GuideWindow</name>
@@ -3072,6 +3243,29 @@ im Plot „%3“; lässt sich auf einen anderen ziehen</numerusform>
     <message>
         <source>Set Reference...</source>
         <translation>Referenz festlegen...</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 (and %n more doubt(s) about the file)</source>
+        <translation>
+            <numerusform>%1 (und %n weiterer Zweifel an der Datei)</numerusform>
+            <numerusform>%1 (und %n weitere Zweifel an der Datei)</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Read...</source>
+        <translation>Lesen...</translation>
+    </message>
+    <message>
+        <source>Doubts about the file</source>
+        <translation>Zweifel an der Datei</translation>
+    </message>
+    <message>
+        <source>%1 was opened. What is doubtful in it:</source>
+        <translation>%1 ist geöffnet. Zweifelhaft daran ist:</translation>
+    </message>
+    <message>
+        <source>&amp;Dismiss Note</source>
+        <translation>Hinweis &amp;verwerfen</translation>
     </message>
 </context>
 <context>
@@ -3099,6 +3293,14 @@ im Plot „%3“; lässt sich auf einen anderen ziehen</numerusform>
     <message>
         <source>%1, simulated</source>
         <translation>%1, simuliert</translation>
+    </message>
+    <message>
+        <source>Dismiss Note of %1</source>
+        <translation>Hinweis zu %1 verwerfen</translation>
+    </message>
+    <message>
+        <source>Columns of %1</source>
+        <translation>Spalten von %1</translation>
     </message>
 </context>
 <context>
@@ -4377,6 +4579,14 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
         <source>Add Bruker Folder</source>
         <translation>Bruker-Ordner hinzufügen</translation>
     </message>
+    <message>
+        <source>%1 was not opened</source>
+        <translation>%1 wurde nicht geöffnet</translation>
+    </message>
+    <message>
+        <source>%1 is a spectrum of %2, which the plot does not show</source>
+        <translation>%1 ist ein Spektrum von %2, das die Grafik nicht zeigt</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::StartHints</name>
@@ -4453,6 +4663,14 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     <message>
         <source>of the rows with %1</source>
         <translation>von den Zeilen mit %1</translation>
+    </message>
+    <message>
+        <source>&amp;Columns</source>
+        <translation>&amp;Spalten</translation>
+    </message>
+    <message>
+        <source>A table has at least one column</source>
+        <translation>Eine Tabelle hat mindestens eine Spalte</translation>
     </message>
 </context>
 <context>
@@ -4815,10 +5033,6 @@ mit |σzz − iso| ≥ |σxx − iso| ≥ |σyy − iso|</translation>
         <translation>Titel (leer: der des Elements selbst):</translation>
     </message>
     <message>
-        <source>Opened, with doubts</source>
-        <translation>Geöffnet, mit Zweifeln</translation>
-    </message>
-    <message>
         <source>Powder Spectrum</source>
         <translation>Pulverspektrum</translation>
     </message>
@@ -4837,6 +5051,17 @@ mit |σzz − iso| ≥ |σxx − iso| ≥ |σyy − iso|</translation>
     <message>
         <source>Edit Powder Spectrum...</source>
         <translation>Pulverspektrum bearbeiten...</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s) opened with doubts: the note under the title tells them</source>
+        <translation>
+            <numerusform>%n Datei mit Zweifeln geöffnet: Der Hinweis unter dem Titel nennt sie</numerusform>
+            <numerusform>%n Dateien mit Zweifeln geöffnet: Der Hinweis unter dem Titel nennt sie</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Doubts about the file</source>
+        <translation>Zweifel an der Datei</translation>
     </message>
 </context>
 <context>

@@ -165,10 +165,12 @@ QString ContentsDock::describe(const DocumentItem *table) const
         return *known;
     const CrystalStructure structure = CrystalStructure::fromData(m_data->getDataMap(id));
     QStringList parts;
-    if (!structure.atoms.empty())
+    if (structure.lattice) {
         parts.append(tr("%1, Z = %2").arg(structure.formula()).arg(structure.formulaUnits()));
-    if (structure.lattice)
         parts.append(cellText(*structure.lattice));
+    } else if (!structure.atoms.empty()) {
+        parts.append(structure.formula());
+    }
     if (!table->sourceNote().isEmpty())
         parts.append(table->sourceNote());
     return m_descriptions[id] = parts.join(u'\n');
@@ -211,10 +213,12 @@ void ContentsDock::addSpectra(QHash<QString, QTreeWidgetItem *> &nodes, NmrItem 
         }
         node->setData(0, itemRole, item->id());
         node->setData(0, entryRole, id);
-        node->setToolTip(0,
-                         tr("%1\n%2\n%n peak(s)\nin the plot \"%3\"; can be dragged onto another one", nullptr,
-                            int(spectrum.peaks.size()))
-                             .arg(stack.entryName(id), nuclei.join(u'\n'), item->title()));
+        QString tip = tr("%1\n%2\n%n peak(s)\nin the plot \"%3\"; can be dragged onto another one", nullptr,
+                         int(spectrum.peaks.size()))
+                          .arg(stack.entryName(id), nuclei.join(u'\n'), item->title());
+        if (const QStringList notes = stack.stackEntry(id).notes(); !notes.isEmpty())
+            tip += u'\n' + tr("As it was read:") + QStringLiteral("\n– ") + notes.join(QLatin1String("\n– "));
+        node->setToolTip(0, tip);
     }
 }
 

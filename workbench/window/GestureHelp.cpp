@@ -67,6 +67,8 @@ constexpr Gesture rows[] = {
     {"", QT_TRANSLATE_NOOP("Workbench::GestureHelp", "Table")},
     {QT_TRANSLATE_NOOP("Workbench::GestureHelp", "Click on a title"),
      QT_TRANSLATE_NOOP("Workbench::GestureHelp", "sorts by that column: up, down, as in the file")},
+    {QT_TRANSLATE_NOOP("Workbench::GestureHelp", "Right click on a title"),
+     QT_TRANSLATE_NOOP("Workbench::GestureHelp", "shows and hides columns, as the menu Table does")},
     {QT_TRANSLATE_NOOP("Workbench::GestureHelp", "Ctrl+F"),
      QT_TRANSLATE_NOOP("Workbench::GestureHelp", "filters the rows: C,H   C2..C10   iso>100   cq=0.1..2")},
     {"", QT_TRANSLATE_NOOP("Workbench::GestureHelp", "Compare (Ctrl+Shift+C): pairs of sites and measured lines")},

@@ -2,12 +2,24 @@
 #include "window/ItemNotes.h"
 
 #include "analysis/PowderEntry.h"
+#include "data/Elision.h"
+#include "document/UndoCommands.h"
 #include "host/MainScene.h"
 #include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
 #include "window/SpectrumCommands.h"
 
+#include <QGraphicsView>
+#include <QMessageBox>
+#include <QPushButton>
+
 namespace Workbench {
+
+namespace {
+
+constexpr int mostShown = 1500; // characters
+
+} // namespace
 
 ItemNotes::ItemNotes(MainScene *scene, SpectrumCommands *commands)
     : QObject(scene), m_scene(scene), m_commands(commands)
@@ -25,16 +37,51 @@ void ItemNotes::setPowderCommand(const QString &text, std::function<void(NmrItem
 
 void ItemNotes::watch(DocumentItem *item)
 {
-    auto *nmr = qobject_cast<NmrItem *>(item);
-    if (!nmr)
-        return;
-    const auto updateIt = [this, nmr] { update(nmr); };
-    connect(nmr->nmrData(), &NmrData::entriesChanged, this, updateIt);
-    connect(nmr->nmrData(), &NmrData::entryChanged, this, updateIt);
-    update(nmr);
+    const auto updateIt = [this, item] { update(item); };
+    connect(item, &DocumentItem::doubtsChanged, this, updateIt);
+    if (const auto *nmr = qobject_cast<NmrItem *>(item)) {
+        connect(nmr->nmrData(), &NmrData::entriesChanged, this, updateIt);
+        connect(nmr->nmrData(), &NmrData::entryChanged, this, updateIt);
+    }
+    update(item);
 }
 
-void ItemNotes::update(NmrItem *item) const
+void ItemNotes::update(DocumentItem *item) const
+{
+    auto *nmr = qobject_cast<NmrItem *>(item);
+    QList<ItemNote> notes = nmr ? remarks(nmr) : QList<ItemNote>();
+    if (const QStringList &doubts = item->doubts(); !doubts.isEmpty()) {
+        const QString text = doubts.size() == 1
+            ? doubts.constFirst()
+            : tr("%1 (and %n more doubt(s) about the file)", nullptr, int(doubts.size()) - 1).arg(doubts.constFirst());
+        notes.prepend({text, tr("Read..."), [this, at = QPointer<DocumentItem>(item)] {
+                           if (at)
+                               readDoubts(at);
+                       }});
+    }
+    if (!notes.isEmpty() || !item->notes().isEmpty())
+        item->setNotes(notes);
+}
+
+void ItemNotes::readDoubts(DocumentItem *item) const
+{
+    QWidget *window = m_scene->views().isEmpty() ? nullptr : m_scene->views().constFirst()->window();
+    QMessageBox box(QMessageBox::Warning, tr("Doubts about the file"),
+                    tr("%1 was opened. What is doubtful in it:").arg(item->title()), QMessageBox::Close, window);
+    box.setTextFormat(Qt::PlainText);
+    const QString all = item->doubts().join(QLatin1String("\n\n"));
+    box.setInformativeText(elided(all, mostShown));
+    if (all.size() > mostShown)
+        box.setDetailedText(all);
+    const QPushButton *dismiss = box.addButton(tr("&Dismiss Note"), QMessageBox::ActionRole);
+    box.setDefaultButton(QMessageBox::Close);
+    const QPointer<DocumentItem> stillThere(item);
+    box.exec();
+    if (stillThere && box.clickedButton() == dismiss)
+        dismissDoubtsWithUndo(*m_scene, item);
+}
+
+QList<ItemNote> ItemNotes::remarks(NmrItem *item) const
 {
     const NmrData &data = *item->nmrData();
     const QList<QUuid> ids = data.entryIds();
@@ -76,7 +123,7 @@ void ItemNotes::update(NmrItem *item) const
         }
         notes.append(note);
     }
-    item->setNotes(notes);
+    return notes;
 }
 
 } // namespace Workbench

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "analysis/SpectrumRemarks.h"
+#include "items/NoteBar.h"
 
 #include <QObject>
 
@@ -14,7 +15,8 @@ class MainScene;
 class NmrItem;
 class SpectrumCommands;
 
-/// Keeps the notes of plots: what one should know before one believes their spectra, and the command that mends it.
+/// Keeps the notes of items: what was doubtful in their files, and what one should know before one believes the spectra
+/// of a plot, with the command that mends it.
 class ItemNotes : public QObject {
     Q_OBJECT
 public:
@@ -26,7 +28,9 @@ public:
 
 private:
     void watch(DocumentItem *item);
-    void update(NmrItem *item) const;
+    void update(DocumentItem *item) const;
+    QList<ItemNote> remarks(NmrItem *item) const;
+    void readDoubts(DocumentItem *item) const;
 
     MainScene *m_scene;
     SpectrumCommands *m_commands;

@@ -2,22 +2,27 @@
 #include "window/StackMenu.h"
 
 #include "data/Elision.h"
+#include "data/Error.h"
+#include "data/Nuclides.h"
 #include "host/MainScene.h"
 #include "formats/ExperimentFile.h"
+#include "formats/SpectrumReader.h"
 #include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
 #include "items/plot/PeakEditor.h"
+#include "window/FrequencyDialog.h"
 
 #include <QActionGroup>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPointer>
-
-#include <optional>
+#include <QSettings>
 
 namespace Workbench {
 
 namespace {
+
+const QString protonFrequencyKey = QStringLiteral("window/protonFrequency"); // MHz, as it was answered last
 
 /// What was taken for granted in reading it, behind what is reported.
 QString assumed(const Experiment &experiment)
@@ -25,7 +30,22 @@ QString assumed(const Experiment &experiment)
     return experiment.notes().isEmpty() ? QString() : u' ' + experiment.notes().join(u' ');
 }
 
+/// With what was taken for granted, which the status line tells only once.
+QVariantMap entryWithNotes(const Experiment &experiment, const QList<SpectrumPeak> &simulated)
+{
+    QVariantMap entry = experiment.beside(simulated);
+    if (!experiment.notes().isEmpty())
+        entry.insert(SpectrumEntry::notesKey(), experiment.notes());
+    return entry;
+}
+
 } // namespace
+
+struct StackMenu::Found {
+    Experiment experiment;
+    QString name;
+    QPointer<NmrItem> plot; ///< null: none that takes it
+};
 
 StackMenu::StackMenu(MainScene *scene, QWidget *window)
     : QMenu(window),
@@ -79,78 +99,157 @@ void StackMenu::addChosen(const QString &path, NmrItem *item)
     if (item)
         return addExperiment(path, item);
     try {
-        addExperimentSomewhere(path);
+        if (const auto found = find(path))
+            put(*found);
     } catch (const std::exception &error) {
         QMessageBox::critical(parentWidget(), tr("%1 cannot be added").arg(QFileInfo(path).fileName()),
                               elided(QString::fromUtf8(error.what())));
     }
 }
 
-bool StackMenu::tryOnto(const QString &path, NmrItem *item)
-{
-    NmrData *data = item->nmrData();
-    if (data->shownSpectrum().isEmpty())
-        return false;
-    std::optional<Experiment> experiment;
-    try {
-        experiment = ExperimentFile::open(path, data->shownSpectrum());
-    } catch (const std::exception &) {
-        return false;
-    }
-    add(*experiment, QFileInfo(path).fileName(), *item);
-    return true;
-}
-
 void StackMenu::add(const Experiment &experiment, const QString &name, NmrItem &item)
 {
     NmrData &data = *item.nmrData();
-    const QUuid id = data.addEntry(experiment.beside(data.shownSpectrum().peaks), name);
+    const QUuid id = data.addEntry(entryWithNotes(experiment, data.shownSpectrum().peaks), name);
     Q_EMIT reported(tr("%1: %n peak(s) added", nullptr, int(data.spectrum(id).peaks.size())).arg(name)
                     + QStringLiteral(". ") + PeakEditor::counts(data) + u'.' + assumed(experiment));
 }
 
-void StackMenu::addExperimentSomewhere(const QString &path)
+QList<NmrItem *> StackMenu::plotsWithCalculation() const
 {
     QList<NmrItem *> plots;
     for (DocumentItem *item : m_scene->documentItems()) {
-        if (auto *plot = qobject_cast<NmrItem *>(item))
+        // A measurement joins a calculation, not another measurement.
+        if (auto *plot = qobject_cast<NmrItem *>(item); plot && !plot->nmrData()->simulatedEntry().isNull())
             plots.append(plot);
     }
-    // Where one works now, before all others; but a measurement joins a calculation, not another measurement.
+    // Where one works now, before all others.
     std::stable_sort(plots.begin(), plots.end(), [this](const NmrItem *a, const NmrItem *b) {
         return (a == m_scene->currentNmrItem()) > (b == m_scene->currentNmrItem());
     });
-    for (NmrItem *plot : std::as_const(plots)) {
-        if (!plot->nmrData()->simulatedEntry().isNull() && tryOnto(path, plot))
-            return;
+    return plots;
+}
+
+std::optional<Experiment> StackMenu::fitting(const QString &path, const NmrItem &item,
+                                             const std::optional<Answer> &answer) const
+{
+    const Spectrum &shown = item.nmrData()->shownSpectrum();
+    if (shown.isEmpty())
+        return std::nullopt;
+    QStringList nuclei;
+    std::vector<double> frequencies;
+    for (const SpectrumAxis &axis : shown.axes) {
+        nuclei.append(axis.massNumber > 0 ? QString::number(axis.massNumber) + axis.element : QString());
+        frequencies.push_back(axis.frequency);
+    }
+    if (answer && answer->nuclei != nuclei)
+        return std::nullopt;
+    ReadOptions options = answer ? answer->options : ReadOptions();
+    options.dimensions = int(nuclei.size());
+    try {
+        return Experiment(readMeasurement(path, options), QFileInfo(path).fileName(), nuclei, frequencies);
+    } catch (const FrequencyNeeded &) {
+        throw; // that another plot is at some frequency says nothing about this file
+    } catch (const std::exception &) {
+        return std::nullopt;
+    }
+}
+
+StackMenu::Found StackMenu::place(const QString &path, const std::optional<Answer> &answer) const
+{
+    const QString name = QFileInfo(path).fileName();
+    for (NmrItem *plot : plotsWithCalculation()) {
+        if (auto experiment = fitting(path, *plot, answer))
+            return {*std::move(experiment), name, plot};
     }
     // Of which nuclei and how many dimensions it is, the file knows.
-    const QString name = QFileInfo(path).fileName();
-    std::optional<Experiment> experiment;
+    const auto alone = [&](int dimensions) {
+        ReadOptions options = answer ? answer->options : ReadOptions();
+        options.dimensions = dimensions;
+        QStringList nuclei = answer ? answer->nuclei : QStringList();
+        nuclei.resize(dimensions);
+        return Experiment(readMeasurement(path, options), name, nuclei,
+                          {options.frequency.begin(), options.frequency.begin() + dimensions});
+    };
     try {
-        experiment.emplace(path, QStringList{QString()});
+        return {alone(1), name, nullptr};
+    } catch (const FrequencyNeeded &) {
+        throw;
     } catch (const std::exception &) {
-        experiment.emplace(path, QStringList{QString(), QString()});
+        return {alone(2), name, nullptr};
     }
+}
+
+std::optional<StackMenu::Answer> StackMenu::ask(const QString &path, const FrequencyNeeded &needed,
+                                                const NmrItem *beside)
+{
+    FrequencyDialog::Proposal proposal{{}, QSettings().value(protonFrequencyKey).toDouble()};
+    if (const NmrData *data = beside ? beside->nmrData() : nullptr; data && !data->shownSpectrum().isEmpty()) {
+        const SpectrumAxis &axis = data->shownSpectrum().axes.constFirst();
+        const QString nucleus = axis.massNumber > 0 ? QString::number(axis.massNumber) + axis.element : QString();
+        const double ratio = std::abs(Nuclides::table()[nucleus].frequencyRatio);
+        // Simulations know the spectrometer by its name, and their nuclei without the shift of a standard.
+        const QVariantHash simulated = data->stackEntry(data->simulatedEntry()).parameters(QStringLiteral("magres"));
+        proposal.nucleus = nucleus;
+        if (const double named = simulated.value(QStringLiteral("freq")).toDouble(); named > 0)
+            proposal.protonFrequency = named;
+        else if (ratio > 0 && axis.frequency > 0)
+            proposal.protonFrequency = axis.frequency * 100 / ratio;
+    }
+    FrequencyDialog dialog(path, needed, proposal, parentWidget());
+    if (dialog.exec() != QDialog::Accepted) {
+        Q_EMIT reported(tr("%1 was not opened").arg(QFileInfo(path).fileName()));
+        return std::nullopt;
+    }
+    QSettings().setValue(protonFrequencyKey, dialog.protonFrequency());
+    return Answer{dialog.readOptions(), dialog.nuclei()};
+}
+
+std::shared_ptr<const StackMenu::Found> StackMenu::find(const QString &path)
+{
+    try {
+        return std::make_shared<const Found>(place(path, std::nullopt));
+    } catch (const FrequencyNeeded &needed) {
+        const auto answer = ask(path, needed, plotsWithCalculation().value(0));
+        return answer ? std::make_shared<const Found>(place(path, answer)) : nullptr;
+    }
+}
+
+void StackMenu::put(const Found &found)
+{
+    if (found.plot)
+        return add(found.experiment, found.name, *found.plot);
     auto *item = new NmrItem;
-    item->nmrData()->addEntry(experiment->beside({}), name);
+    item->nmrData()->addEntry(entryWithNotes(found.experiment, {}), found.name);
     m_scene->addNew(item, m_scene->getEmptyRect());
     m_scene->setActiveItem(item);
     Q_EMIT reported(tr("%1 has a plot of its own; a spectrum that is created now joins it. %n peak(s).", nullptr,
                        int(item->nmrData()->shownSpectrum().peaks.size()))
-                        .arg(name)
-                    + assumed(*experiment));
+                        .arg(found.name)
+                    + assumed(found.experiment));
 }
 
 void StackMenu::addExperiment(const QString &path, NmrItem *item)
 {
     const QString name = QFileInfo(path).fileName();
-    NmrData *target = item ? item->nmrData() : data();
+    NmrItem *target = item ? item : m_scene->currentNmrItem();
     try {
         if (!target)
             throw std::runtime_error(
                 tr("There is no spectrum on the page to put %1 beside: simulate one first.").arg(name).toStdString());
-        add(ExperimentFile::open(path, target->shownSpectrum()), name, item ? *item : *m_scene->currentNmrItem());
+        try {
+            add(ExperimentFile::open(path, target->nmrData()->shownSpectrum()), name, *target);
+        } catch (const FrequencyNeeded &needed) {
+            const QPointer<NmrItem> stillThere(target);
+            const auto answer = ask(path, needed, target);
+            if (!answer || !stillThere)
+                return;
+            if (const auto experiment = fitting(path, *target, answer))
+                add(*experiment, name, *target);
+            else
+                fail(tr("%1 is a spectrum of %2, which the plot does not show")
+                         .arg(name, answer->nuclei.join(QStringLiteral(", "))));
+        }
     } catch (const std::exception &error) {
         QMessageBox::critical(parentWidget(), tr("%1 cannot be added").arg(name),
                               elided(QString::fromUtf8(error.what())));

@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "data/Measurement.h"
+
 #include <QMenu>
 #include <QVariantMap>
 
 #include <functional>
+#include <memory>
+#include <optional>
 
 namespace Workbench {
 
@@ -22,8 +26,13 @@ public:
 
     /// Onto the item, or the current one when that is null. Errors are shown in a message box.
     void addExperiment(const QString &path, NmrItem *item = nullptr);
-    /// Onto the current plot or another one that takes it, else as a plot of its own. Throws std::exception.
-    void addExperimentSomewhere(const QString &path);
+    /// A measurement and where it goes.
+    struct Found;
+    /// The current plot or another one that takes it, else none. Asks for what the file does not say; nothing when the
+    /// user does not say it either. Throws std::exception.
+    std::shared_ptr<const Found> find(const QString &path);
+    /// Onto that plot, else as a plot of its own.
+    void put(const Found &found);
     /// Asks for the file, which then goes onto the current plot or gets one of its own.
     void chooseExperiment();
     /// The same for a Bruker folder: dialogs of the system take either files or folders.
@@ -36,8 +45,17 @@ Q_SIGNALS:
 private:
     /// Null when there is no NMR item.
     NmrData *data() const;
-    /// False when the experiment does not fit the plot.
-    bool tryOnto(const QString &path, NmrItem *item);
+    /// What the user has answered to a question about a file.
+    struct Answer {
+        ReadOptions options;
+        QStringList nuclei;
+    };
+    std::optional<Answer> ask(const QString &path, const FrequencyNeeded &needed, const NmrItem *beside);
+    /// Nothing when the experiment does not fit the plot.
+    std::optional<Experiment> fitting(const QString &path, const NmrItem &item,
+                                      const std::optional<Answer> &answer) const;
+    QList<NmrItem *> plotsWithCalculation() const;
+    Found place(const QString &path, const std::optional<Answer> &answer) const;
     /// Errors are shown in a message box. Nothing for an empty path; `item` may be null.
     void addChosen(const QString &path, NmrItem *item);
     void add(const Experiment &experiment, const QString &name, NmrItem &item);

@@ -48,6 +48,7 @@
 #include <QScreen>
 #include <QSettings>
 #include <QStatusBar>
+#include <QTimer>
 #include <QUndoStack>
 
 namespace Workbench {
@@ -58,6 +59,7 @@ const QString geometryKey = QStringLiteral("window/geometry");
 const QString stateKey = QStringLiteral("window/state");
 const QString previewKey = QStringLiteral("window/pagePreview");
 constexpr int contentsWidth = 250;
+constexpr std::initializer_list<int> frameDelays{100, 500, 2000}; // ms
 
 } // namespace
 
@@ -135,6 +137,28 @@ void WMainWindow::restoreLayout()
         m_preview->setChecked(true);
 }
 
+void WMainWindow::showEvent(QShowEvent *event)
+{
+    HostWindow::showEvent(event);
+    // How wide its frame is, the window system says only after a while.
+    for (int delay : event->spontaneous() ? std::initializer_list<int>() : frameDelays)
+        QTimer::singleShot(delay, this, &WMainWindow::keepOnScreen);
+}
+
+void WMainWindow::keepOnScreen()
+{
+    if (isMaximized() || isFullScreen())
+        return;
+    const QRect available = screen()->availableGeometry(), frame = frameGeometry();
+    const QSize margins = frame.size() - size();
+    if (frame.width() > available.width() || frame.height() > available.height())
+        resize(size().boundedTo(available.size() - margins));
+    const QRect now(frame.topLeft(), size() + margins);
+    if (!available.contains(now))
+        move(std::clamp(now.left(), available.left(), std::max(available.left(), available.right() + 1 - now.width())),
+             std::clamp(now.top(), available.top(), std::max(available.top(), available.bottom() + 1 - now.height())));
+}
+
 void WMainWindow::saveLayout() const
 {
     QSettings settings;
@@ -210,10 +234,9 @@ void WMainWindow::openFiles(const QStringList &fileNames)
 void WMainWindow::openAll(const QStringList &paths, const QPointer<NmrItem> &onto)
 {
     openEach(paths, onto);
-    // Once all files are there: one box for all of them, after what was opened can be seen.
-    const QStringList warnings = std::exchange(m_warnings, {});
-    if (!warnings.isEmpty())
-        QMessageBox::warning(this, tr("Opened, with doubts"), elided(warnings.join(QLatin1String("\n\n")), 2000));
+    if (const int doubtful = std::exchange(m_doubtfulFiles, 0))
+        statusBar()->showMessage(
+            tr("%n file(s) opened with doubts: the note under the title tells them", nullptr, doubtful));
 }
 
 void WMainWindow::openEach(const QStringList &paths, const QPointer<NmrItem> &onto)
@@ -246,8 +269,7 @@ void WMainWindow::openPath(const QString &path, NmrItem *onto)
         m_document->read([&] { result = m_host->readFile(path); }, path);
         if (!result.items.isEmpty())
             m_view->ensureVisible(result.items.constFirst());
-        if (!result.warnings.isEmpty())
-            m_warnings.append(path + u'\n' + result.warnings.join(u'\n'));
+        noteDoubts(result.items, path, result.warnings);
         m_recentFiles->add(path);
         statusBar()->showMessage(tr("%1 is open").arg(QFileInfo(path).fileName()), 5000);
     } catch (const std::exception &error) {
@@ -256,11 +278,29 @@ void WMainWindow::openPath(const QString &path, NmrItem *onto)
     }
 }
 
+void WMainWindow::noteDoubts(const QList<QGraphicsWidget *> &items, const QString &path, const QStringList &doubts)
+{
+    if (doubts.isEmpty())
+        return;
+    ++m_doubtfulFiles;
+    // Beside the numbers that they are about.
+    const auto isTable = [](QGraphicsWidget *item) { return qobject_cast<TableItem *>(item); };
+    const auto table = std::find_if(items.begin(), items.end(), isTable);
+    auto *item = qobject_cast<DocumentItem *>(table != items.end() ? *table : items.value(0));
+    if (item)
+        item->setDoubts(doubts);
+    else
+        QMessageBox::warning(this, tr("Doubts about the file"), path + QLatin1String("\n\n") + doubts.join(u'\n'));
+}
+
 void WMainWindow::openExperiment(const QString &path, NmrItem *onto)
 {
     if (onto)
         return m_stackMenu->addExperiment(path, onto);
-    m_document->read([&] { m_stackMenu->addExperimentSomewhere(path); }, path);
+    const auto found = m_stackMenu->find(path);
+    if (!found)
+        return;
+    m_document->read([&] { m_stackMenu->put(*found); }, path);
     m_recentFiles->add(path);
 }
 
@@ -490,6 +530,7 @@ void WMainWindow::addHostMenu(DocumentItem *item)
     item->addContextMenu(m_itemMenu);
     item->setOnPaper(m_view->isPagePreview());
     connect(item, &DocumentItem::titleChanged, this, &WMainWindow::tellActiveItem);
+    connect(item, &DocumentItem::notesChanged, this, &WMainWindow::tellActiveItem);
 }
 
 void WMainWindow::chooseFiles()

@@ -7,6 +7,7 @@
 
 #include <functional>
 
+class QGraphicsWidget;
 class QLabel;
 
 namespace Workbench {
@@ -54,6 +55,7 @@ public Q_SLOTS:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    void showEvent(QShowEvent *event) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dropEvent(QDropEvent *event) override;
 
@@ -68,12 +70,16 @@ private:
     void updateActions();
     void restoreLayout();
     void saveLayout() const;
+    /// With frame and status line.
+    void keepOnScreen();
     void openSample(const QString &name);
     void chooseFolder();
     void renameActiveItem();
     void tellActiveItem();
     QString whyNoItem() const;
     MoleculeItem *currentMolecule() const;
+    /// As a note of the item that the file is told by.
+    void noteDoubts(const QList<QGraphicsWidget *> &items, const QString &path, const QStringList &doubts);
     /// On a plot that takes it, or one of its own.
     void openExperiment(const QString &path, NmrItem *onto);
     /// A menu of the menu bar with whatever the current item of a kind offers in its context menu.
@@ -93,7 +99,7 @@ private:
     MainView *m_view;
     QMenu *m_itemMenu;
     StackMenu *m_stackMenu;
-    QStringList m_warnings; ///< of the files that are being opened, a text each
+    int m_doubtfulFiles = 0; ///< of those that are being opened
     PeakMenu *m_peakMenu;
     DocumentController *m_document;
     RecentFiles *m_recentFiles;

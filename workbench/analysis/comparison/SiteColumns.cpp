@@ -2,6 +2,7 @@
 #include "analysis/comparison/SiteColumns.h"
 
 #include "analysis/comparison/TensorValues.h"
+#include "data/Error.h"
 
 #include <algorithm>
 #include <cmath>
@@ -80,29 +81,45 @@ Value fractional(const SiteValues &site)
     return site.lattice ? Value(site.lattice->fractional(site.atom.position)[Axis]) : std::nullopt;
 }
 
+using Basis = SiteColumn::Basis;
+
 constexpr SiteColumn columns[] = {
-    {"delta11", "δ11, ppm", "Largest principal shift: reference + slope · σ(ii), with δ11 ≥ δ22 ≥ δ33.", 2,
-     principalShift<0>},
-    {"delta22", "δ22, ppm", "Middle principal shift: reference + slope · σ(ii), with δ11 ≥ δ22 ≥ δ33.", 2,
-     principalShift<1>},
-    {"delta33", "δ33, ppm", "Smallest principal shift: reference + slope · σ(ii), with δ11 ≥ δ22 ≥ δ33.", 2,
-     principalShift<2>},
-    {"span", "Ω, ppm", "Span of the shift tensor: Ω = δ11 − δ33 (Herzfeld–Berger).", 2, span},
-    {"skew", "κ", "Skew of the shift tensor: κ = 3 (δ22 − δiso) / Ω, from −1 to 1 (Herzfeld–Berger).", 3, skew},
+    {"delta11", "δ11, ppm",
+     QT_TRANSLATE_NOOP("Texts", "Largest principal shift: reference + slope · σ(ii), with δ11 ≥ δ22 ≥ δ33."), 2,
+     Basis::Scale, principalShift<0>},
+    {"delta22", "δ22, ppm",
+     QT_TRANSLATE_NOOP("Texts", "Middle principal shift: reference + slope · σ(ii), with δ11 ≥ δ22 ≥ δ33."), 2,
+     Basis::Scale, principalShift<1>},
+    {"delta33", "δ33, ppm",
+     QT_TRANSLATE_NOOP("Texts", "Smallest principal shift: reference + slope · σ(ii), with δ11 ≥ δ22 ≥ δ33."), 2,
+     Basis::Scale, principalShift<2>},
+    {"span", "Ω, ppm", QT_TRANSLATE_NOOP("Texts", "Span of the shift tensor: Ω = δ11 − δ33 (Herzfeld–Berger)."), 2,
+     Basis::Scale, span},
+    {"skew", "κ",
+     QT_TRANSLATE_NOOP("Texts", "Skew of the shift tensor: κ = 3 (δ22 − δiso) / Ω, from −1 to 1 (Herzfeld–Berger)."), 3,
+     Basis::Scale, skew},
     {"cq-signed", "Cq (signed), MHz",
-     "Quadrupolar coupling constant with the sign of Vzz: Cq = Vzz · Q · 2.3489 (Vzz in a.u., Q in fm²), "
-     "|Vzz| ≥ |Vyy| ≥ |Vxx|.",
-     3, signedCq},
-    {"pq", "P(Q), MHz", "Quadrupolar product: P(Q) = |Cq| · √(1 + η²/3).", 3, quadrupolarProduct},
+     QT_TRANSLATE_NOOP(
+         "Texts",
+         "Quadrupolar coupling constant with the sign of Vzz: Cq = Vzz · Q · 2.3489 (Vzz in a.u., Q in fm²), "
+         "|Vzz| ≥ |Vyy| ≥ |Vxx|."),
+     3, Basis::Isotope, signedCq},
+    {"pq", "P(Q), MHz", QT_TRANSLATE_NOOP("Texts", "Quadrupolar product: P(Q) = |Cq| · √(1 + η²/3)."), 3,
+     Basis::Isotope, quadrupolarProduct},
     {"qis", "δ(QIS), ppm",
-     "Quadrupole induced shift of the central transition at the Larmor frequency ν: "
-     "−3/40 · (P(Q)/ν)² · (I(I+1) − 3/4) / (I²(2I−1)²) · 10⁶, with P(Q)² = Cq² (1 + η²/3).",
-     2, inducedShift},
-    {"multiplicity", "Atoms", "Number of atoms in the cell that the space group maps onto each other.", 0,
-     multiplicity},
-    {"x", "x/a", "Fractional coordinate along a; not brought into the cell.", 5, fractional<0>},
-    {"y", "y/b", "Fractional coordinate along b; not brought into the cell.", 5, fractional<1>},
-    {"z", "z/c", "Fractional coordinate along c; not brought into the cell.", 5, fractional<2>},
+     QT_TRANSLATE_NOOP("Texts",
+                       "Quadrupole induced shift of the central transition at the Larmor frequency ν: "
+                       "−3/40 · (P(Q)/ν)² · (I(I+1) − 3/4) / (I²(2I−1)²) · 10⁶, with P(Q)² = Cq² (1 + η²/3)."),
+     2, Basis::Field, inducedShift},
+    {"multiplicity", "Atoms",
+     QT_TRANSLATE_NOOP("Texts", "Number of atoms in the cell that the space group maps onto each other."), 0,
+     Basis::Symmetry, multiplicity},
+    {"x", "x/a", QT_TRANSLATE_NOOP("Texts", "Fractional coordinate along a; not brought into the cell."), 5,
+     Basis::Tensor, fractional<0>},
+    {"y", "y/b", QT_TRANSLATE_NOOP("Texts", "Fractional coordinate along b; not brought into the cell."), 5,
+     Basis::Tensor, fractional<1>},
+    {"z", "z/c", QT_TRANSLATE_NOOP("Texts", "Fractional coordinate along c; not brought into the cell."), 5,
+     Basis::Tensor, fractional<2>},
 };
 
 } // namespace

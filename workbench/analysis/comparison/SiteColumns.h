@@ -22,10 +22,14 @@ struct SiteValues {
 
 /// A column that the table can have besides its own.
 struct SiteColumn {
+    /// On what its values rest besides the tensor and the position of the atom.
+    enum class Basis { Tensor, Scale, Isotope, Field, Symmetry };
+
     const char *name; ///< as options have it
     const char *title; ///< with the unit
-    const char *explanation; ///< formula and convention, one sentence
+    const char *explanation; ///< formula and convention, one sentence; to be translated as one of Texts
     int digits; ///< behind the point, in text
+    Basis basis;
     /// None where the site has no such value.
     std::optional<double> (*value)(const SiteValues &site);
 };

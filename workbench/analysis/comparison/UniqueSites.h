@@ -21,6 +21,7 @@ struct UniqueSites {
     struct Options {
         double tolerance = 0.02; ///< of positions, Angstrom; 0: every atom is a site of its own
         Averaging averaging = Averaging::None;
+        bool operator==(const Options &) const = default;
     };
 
     std::vector<UniqueSite> sites; ///< by their first atoms, in the order of the file

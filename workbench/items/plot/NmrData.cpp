@@ -190,6 +190,18 @@ void NmrData::setEntryPeaks(const QUuid &entry, const QVariantMap &peaks, const 
     noteEdit(what, before);
 }
 
+void NmrData::setEntryValue(const QUuid &entry, const QString &key, const QVariant &value, const QString &what)
+{
+    const Entry *now = std::as_const(*this).find(entry);
+    if (!now || now->data.value(key) == value)
+        return;
+    const NmrStack before = m_stack;
+    Q_EMIT aboutToBeEdited();
+    find(entry)->data.insert(key, value);
+    Q_EMIT entryChanged(entry);
+    Q_EMIT edited(what, before, true);
+}
+
 void NmrData::setStack(const NmrStack &stack)
 {
     const QList<QUuid> idsBefore = entryIds();

@@ -8,6 +8,7 @@
 #include <QClipboard>
 #include <QBoxLayout>
 #include <QGraphicsProxyWidget>
+#include <QGraphicsSceneContextMenuEvent>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -15,6 +16,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QTableView>
 
@@ -32,6 +34,11 @@ constexpr int cellPadding = 6;
 constexpr int widestColumn = 260;
 constexpr int mostMeasuredRows = 1000;
 constexpr int filterHeight = 24;
+constexpr int widestByHand = 2000;
+
+const QString hiddenColumnsKey = QStringLiteral("HiddenColumns");
+const QString shownColumnsKey = QStringLiteral("ShownColumns");
+const QString columnWidthsKey = QStringLiteral("ColumnWidths"); // pixels
 
 /// Shows the view in windows, and lets the item draw the table itself on paper, where a widget would turn to pixels.
 class TableProxy : public QGraphicsProxyWidget {
@@ -172,6 +179,36 @@ private:
     bool m_descending;
 };
 
+/// Stays open while its entries are switched, one after the other.
+class ColumnMenu : public QMenu {
+public:
+    using QMenu::QMenu;
+
+protected:
+    void mouseReleaseEvent(QMouseEvent *event) override
+    {
+        if (!switchEntry(actionAt(event->position().toPoint())))
+            QMenu::mouseReleaseEvent(event);
+    }
+
+    void keyPressEvent(QKeyEvent *event) override
+    {
+        const bool isSwitch =
+            event->key() == Qt::Key_Space || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+        if (!isSwitch || !switchEntry(activeAction()))
+            QMenu::keyPressEvent(event);
+    }
+
+private:
+    static bool switchEntry(QAction *action)
+    {
+        const bool canSwitch = action && action->isCheckable() && action->isEnabled();
+        if (canSwitch)
+            action->trigger();
+        return canSwitch;
+    }
+};
+
 QTableView *makeView(TableItem *item, TableModel *model)
 {
     auto *view = new TableView(item);
@@ -216,6 +253,10 @@ TableItem::TableItem(QObject *table, const QUuid &id, Looks looks, QGraphicsItem
     callPlugin(table, "tableItem_init(QGraphicsWidget*,QAbstractItemView*,QAbstractItemModel*)",
                static_cast<QGraphicsWidget *>(this), static_cast<QAbstractItemView *>(m_view),
                static_cast<QAbstractItemModel *>(m_model));
+    if (m_view) {
+        m_model->offerSiteColumns();
+        hideColumns();
+    }
     setTitle(callPlugin<QString>(table, "tableItem_objectTitle()"));
 }
 
@@ -253,6 +294,12 @@ void TableItem::createProxy()
     connect(m_filterLine, &QLineEdit::textChanged, this, &TableItem::readFilter);
     connect(m_filterLine, &QLineEdit::returnPressed, m_view, qOverload<>(&QWidget::setFocus));
     connect(m_model, &QAbstractItemModel::modelReset, this, &TableItem::fitColumnsLater);
+    connect(m_model, &QAbstractItemModel::modelReset, this, &TableItem::hideColumns);
+    connect(m_model, &QAbstractItemModel::dataChanged, this, &TableItem::fitColumnsLater);
+    connect(m_view->horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column, int, int width) {
+        if (!m_fitting && width > 0 && !m_view->isColumnHidden(column))
+            m_widths.insert(m_model->columnKey(column), width);
+    });
     offerSorting();
 }
 
@@ -330,6 +377,106 @@ void TableItem::fillContextMenu(QMenu *menu)
     add(tr("Select All"), QKeySequence::SelectAll, &TableItem::selectShown);
     add(tr("Copy"), QKeySequence::Copy, &TableItem::copySelection);
     add(tr("Filter Rows"), QKeySequence::Find, &TableItem::editFilter);
+    menu->addMenu(createColumnMenu(menu));
+}
+
+void TableItem::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
+{
+    const QHeaderView *header = m_view ? m_view->horizontalHeader() : nullptr;
+    const QRectF area = header && m_proxy
+        ? m_proxy->mapRectToParent(QRectF(header->mapTo(m_view->parentWidget(), QPoint()), header->size()))
+        : QRectF();
+    if (!area.contains(mapFromScene(event->scenePos())))
+        return DocumentItem::contextMenuEvent(event);
+    QMenu *menu = createColumnMenu(event->widget());
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->popup(event->screenPos());
+    event->accept();
+}
+
+QMenu *TableItem::createColumnMenu(QWidget *parent)
+{
+    auto *menu = new ColumnMenu(tr("&Columns"), parent);
+    menu->setToolTipsVisible(true);
+    for (int column = 0; column < m_model->columnCount(); ++column) {
+        const SiteColumn *site = m_model->siteColumnAt(column);
+        if (site && !m_model->hasSites())
+            break;
+        if (site == siteColumns().data())
+            menu->addSeparator();
+        const QString meaning = m_model->headerData(column, Qt::Horizontal, Qt::ToolTipRole).toString();
+        // What it is beside the symbol; the tooltip has the formula.
+        static const QRegularExpression end(QStringLiteral("[\\n:;,.]"));
+        const QString name = meaning.section(end, 0, 0);
+        QAction *action = menu->addAction(m_model->headerData(column, Qt::Horizontal).toString()
+                                          + (name.isEmpty() ? QString() : QStringLiteral("  \u2013  ") + name));
+        action->setCheckable(true);
+        action->setChecked(!m_view->isColumnHidden(column));
+        action->setToolTip(meaning);
+        action->setStatusTip(QString(meaning).replace(u'\n', u' '));
+        connect(action, &QAction::toggled, this, [this, column, action](bool wanted) {
+            showColumn(column, wanted);
+            action->setChecked(!m_view->isColumnHidden(column));
+        });
+    }
+    return menu;
+}
+
+void TableItem::setColumns(const TableColumns &columns)
+{
+    if (columns == m_columns)
+        return;
+    m_columns = columns;
+    hideColumns();
+    Q_EMIT columnsChanged();
+}
+
+void TableItem::showColumn(int column, bool shows)
+{
+    if (!m_view || m_view->isColumnHidden(column) != shows)
+        return;
+    if (!shows && shownColumns().size() < 2)
+        return Q_EMIT reported(tr("A table has at least one column"));
+    const TableColumns before = m_columns;
+    TableColumns columns = m_columns;
+    QStringList &exceptions = m_model->siteColumnAt(column) ? columns.shown : columns.hidden;
+    const QString key = m_model->columnKey(column);
+    if (!exceptions.removeOne(key))
+        exceptions.append(key);
+    setColumns(columns);
+    Q_EMIT columnsEdited(before);
+}
+
+void TableItem::hideColumns()
+{
+    if (!m_view)
+        return;
+    QHeaderView *header = m_view->horizontalHeader();
+    const QScopedValueRollback fitting(m_fitting, true);
+    for (int column = 0; column < m_model->columnCount(); ++column) {
+        const QString key = m_model->columnKey(column);
+        const bool hides =
+            m_model->siteColumnAt(column) ? !m_columns.shown.contains(key) : m_columns.hidden.contains(key);
+        if (header->isSectionHidden(column) == hides)
+            continue;
+        header->setSectionHidden(column, hides);
+        if (!hides && m_fitted)
+            fitColumn(column);
+        // Rows in the order of what cannot be seen would look like no order at all.
+        if (hides && header->sortIndicatorSection() == column)
+            header->setSortIndicator(-1, Qt::AscendingOrder);
+    }
+    update();
+}
+
+QList<int> TableItem::shownColumns() const
+{
+    QList<int> columns;
+    for (int column = 0; column < m_model->columnCount(); ++column) {
+        if (m_view ? !m_view->isColumnHidden(column) : !m_model->siteColumnAt(column))
+            columns.append(column);
+    }
+    return columns;
 }
 
 void TableItem::offerSorting()
@@ -430,9 +577,16 @@ QVariantMap TableItem::viewSettings() const
     if (!m_view)
         return {};
     const QHeaderView *header = m_view->horizontalHeader();
-    return {{QStringLiteral("Filter"), filter()},
-            {QStringLiteral("SortColumn"), header->sortIndicatorSection()},
-            {QStringLiteral("Descending"), header->sortIndicatorOrder() == Qt::DescendingOrder}};
+    QVariantMap settings{{QStringLiteral("Filter"), filter()},
+                         {QStringLiteral("SortColumn"), header->sortIndicatorSection()},
+                         {QStringLiteral("Descending"), header->sortIndicatorOrder() == Qt::DescendingOrder}};
+    if (!m_columns.hidden.isEmpty())
+        settings.insert(hiddenColumnsKey, m_columns.hidden);
+    if (!m_columns.shown.isEmpty())
+        settings.insert(shownColumnsKey, m_columns.shown);
+    if (!m_widths.isEmpty())
+        settings.insert(columnWidthsKey, m_widths);
+    return settings;
 }
 
 void TableItem::setViewSettings(const QVariantMap &settings)
@@ -440,6 +594,18 @@ void TableItem::setViewSettings(const QVariantMap &settings)
     if (!m_view)
         return;
     setFilter(settings.value(QStringLiteral("Filter")).toString());
+    TableColumns columns{settings.value(hiddenColumnsKey).toStringList(),
+                         settings.value(shownColumnsKey).toStringList()};
+    columns.hidden.removeDuplicates();
+    columns.shown.removeDuplicates();
+    setColumns(columns);
+    m_widths.clear();
+    const QVariantMap widths = settings.value(columnWidthsKey).toMap();
+    for (auto it = widths.cbegin(); it != widths.cend(); ++it) {
+        if (const int width = it->toInt(); width > 0 && width <= widestByHand)
+            m_widths.insert(it.key(), width);
+    }
+    fitColumnsLater();
     const int column = settings.value(QStringLiteral("SortColumn"), -1).toInt();
     if (column >= -1 && column < m_model->columnCount())
         m_view->horizontalHeader()->setSortIndicator(
@@ -478,11 +644,27 @@ TableContent TableItem::content() const
 {
     TableContent content;
     content.rows = rowMaps();
-    for (int column = 0; column < m_model->columnCount(); ++column)
+    const QList<int> columns = shownColumns();
+    for (int column = 0; column < m_model->columnCount(); ++column) {
+        const SiteColumn *site = m_model->siteColumnAt(column);
+        if (!columns.contains(column)) {
+            content.hiddenKeys += m_model->rowKeys(column);
+            continue;
+        }
         content.titles.append(m_model->headerData(column, Qt::Horizontal).toString());
+        if (!site)
+            continue;
+        content.extraKeys += m_model->rowKeys(column);
+        for (int row = 0; row < int(content.rows.size()); ++row) {
+            QVariantMap map = content.rows[row].toMap();
+            if (const auto value = m_model->siteValue(row, *site))
+                map.insert(content.extraKeys.constLast(), *value);
+            content.rows[row] = map;
+        }
+    }
     for (int row = 0; row < m_model->rowCount(); ++row) {
         QStringList cells;
-        for (int column = 0; column < m_model->columnCount(); ++column)
+        for (int column : columns)
             cells.append(m_model->data(m_model->index(row, column)).toString());
         content.cells.push_back(cells);
     }
@@ -527,19 +709,26 @@ void TableItem::ensureFitted()
 
 void TableItem::fitColumns()
 {
+    const QScopedValueRollback fitting(m_fitting, true);
+    for (int column : shownColumns())
+        fitColumn(column);
+    update();
+}
+
+void TableItem::fitColumn(int column)
+{
+    if (const QVariant width = m_widths.value(m_model->columnKey(column)); width.isValid())
+        return m_view->setColumnWidth(column, width.toInt());
     // Wide enough for the view and for paper, where the header is bold.
-    m_view->resizeColumnsToContents();
-    const QFontMetricsF headerMetrics(headerFont());
+    m_view->resizeColumnToContents(column);
     const QFontMetricsF metrics(tableFont());
     const int rows = std::min(m_model->rowCount(), mostMeasuredRows);
-    for (int column = 0; column < m_model->columnCount(); ++column) {
-        double width = headerMetrics.horizontalAdvance(m_model->headerData(column, Qt::Horizontal).toString());
-        for (int row = 0; row < rows; ++row)
-            width = std::max(width, metrics.horizontalAdvance(m_model->index(row, column).data().toString()));
-        m_view->setColumnWidth(
-            column, std::min(std::max(m_view->columnWidth(column), qCeil(width) + 2 * cellPadding), widestColumn));
-    }
-    update();
+    double width =
+        QFontMetricsF(headerFont()).horizontalAdvance(m_model->headerData(column, Qt::Horizontal).toString());
+    for (int row = 0; row < rows; ++row)
+        width = std::max(width, metrics.horizontalAdvance(m_model->index(row, column).data().toString()));
+    m_view->setColumnWidth(
+        column, std::min(std::max(m_view->columnWidth(column), qCeil(width) + 2 * cellPadding), widestColumn));
 }
 
 void TableItem::paintPicture(QPainter *painter, const QRectF &area)
@@ -555,7 +744,7 @@ void TableItem::paintTable(QPainter *painter, const QRectF &area)
     painter->save();
     painter->setClipRect(area, Qt::IntersectClip);
     painter->fillRect(area, Qt::white);
-    const QList<int> order = shownRows();
+    const QList<int> order = shownRows(), columns = shownColumns();
     const bool filtered = !m_filter.isEmpty();
     const int first = std::max<int>(0, order.indexOf(m_view->rowAt(0)));
     const int all = int(order.size()) - first;
@@ -567,7 +756,7 @@ void TableItem::paintTable(QPainter *painter, const QRectF &area)
         const qreal y = area.top() + (row + 1) * rowHeight;
         painter->setFont(row < 0 ? headerFont() : tableFont());
         painter->setPen(Qt::black);
-        for (int column = 0; column < m_model->columnCount(); ++column) {
+        for (int column : columns) {
             const QRectF cell(area.left() + m_view->columnViewportPosition(column), y, m_view->columnWidth(column),
                               rowHeight);
             const QModelIndex index = m_model->index(order.value(first + row, -1), column);

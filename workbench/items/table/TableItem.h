@@ -13,6 +13,14 @@ namespace Workbench {
 
 class TableModel;
 
+/// Which columns a table shows, by their keys: the plug-in's own are shown unless they are hidden, the others only when
+/// they were asked for.
+struct TableColumns {
+    QStringList hidden;
+    QStringList shown;
+    bool operator==(const TableColumns &) const = default;
+};
+
 /// A plug-in's table on the page: a table view under a line that filters its rows in the window, ruled text on paper.
 /// Owns the plug-in's table object.
 class TableItem : public DocumentItem {
@@ -36,7 +44,7 @@ public:
     /// The width at which every column shows in an item of this height, beside the scroll bar if that takes one.
     double fullWidth(double height);
 
-    /// In the plug-in's order.
+    /// Rows in the plug-in's order; the columns in sight, or all of the plug-in's when nobody looks.
     TableContent content() const;
     /// Of the data sets that the table shows.
     QList<QUuid> sharedDataIds() const;
@@ -54,6 +62,13 @@ public:
     Q_INVOKABLE int colDigits(qint8 section);
     /// The plug-in's own entries for the context menu.
     Q_INVOKABLE void typeCntxtMenu(QMenu *menu);
+
+    const TableColumns &columns() const { return m_columns; }
+    void setColumns(const TableColumns &columns);
+    /// By the user: columnsEdited() follows. The last column in sight stays.
+    void showColumn(int column, bool shows);
+    /// The columns to choose from, each with what it means. Owned by the parent.
+    QMenu *createColumnMenu(QWidget *parent);
 
     /// The line above the rows. A text that is no filter leaves the rows as they are and says what is wrong with it.
     QString filter() const;
@@ -74,15 +89,26 @@ public:
     /// Gives the columns the widths of their contents, if they have not got them yet.
     void ensureFitted();
 
+Q_SIGNALS:
+    /// Others than before are in sight.
+    void columnsChanged();
+    /// The user has chosen other columns.
+    void columnsEdited(const TableColumns &before);
+
 protected:
     void layoutContent(const QRectF &content) override;
     void fillContextMenu(QMenu *menu) override;
+    void contextMenuEvent(QGraphicsSceneContextMenuEvent *event) override;
 
 private:
     void createProxy();
     /// Measuring every cell is worth its time only when somebody looks.
     void fitColumns();
+    void fitColumn(int column);
     void fitColumnsLater();
+    void hideColumns();
+    /// In the order of the view.
+    QList<int> shownColumns() const;
     void offerSorting();
     /// By the column of the header's sort indicator. Rows change their places in the view only: for the plug-in, which
     /// knows the view, they keep their numbers.
@@ -100,6 +126,9 @@ private:
     QLineEdit *m_filterLine = nullptr;
     QLabel *m_filterResult = nullptr;
     RowFilter m_filter;
+    TableColumns m_columns;
+    QVariantMap m_widths; ///< of the columns that the user has made wider or narrower, by key
+    bool m_fitting = false;
     bool m_fitted = false;
 };
 

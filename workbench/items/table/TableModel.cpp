@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/table/TableModel.h"
 
+#include "data/Error.h"
 #include "data/PluginCall.h"
 
 namespace Workbench {
@@ -36,6 +37,11 @@ QString meaning(int code)
     }
 }
 
+QString withoutNegativeZero(const QString &text)
+{
+    return text.startsWith(u'-') && text.toDouble() == 0 ? text.mid(1) : text;
+}
+
 } // namespace
 
 TableModel::TableModel(QObject *table, QObject *parent) : QAbstractTableModel(parent)
@@ -63,6 +69,8 @@ void TableModel::readShape()
     m_rowCount = std::max(0, callPlugin<int>(m_table, "tableModel_rowCount()"));
     m_columnCount = std::max(0, callPlugin<int>(m_table, "tableModel_columnCount()"));
     m_columns = callPlugin<QVariantList>(m_table, "tableModel_columns()");
+    m_sites.reset();
+    m_atoms.clear();
 }
 
 int TableModel::rowCount(const QModelIndex &parent) const
@@ -72,7 +80,7 @@ int TableModel::rowCount(const QModelIndex &parent) const
 
 int TableModel::columnCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : m_columnCount;
+    return parent.isValid() ? 0 : m_columnCount + (m_offersSites ? int(siteColumns().size()) : 0);
 }
 
 QVariant TableModel::data(const QModelIndex &index, int role) const
@@ -80,7 +88,9 @@ QVariant TableModel::data(const QModelIndex &index, int role) const
     if (!hasIndex(index.row(), index.column(), index.parent()))
         return {};
     if (role == Qt::TextAlignmentRole)
-        return int(Qt::AlignVCenter | (columnDigits(index.column()) >= 0 ? Qt::AlignRight : Qt::AlignLeft));
+        return int(Qt::AlignVCenter | (isNumeric(index.column()) ? Qt::AlignRight : Qt::AlignLeft));
+    if (const SiteColumn *column = siteColumnAt(index.column()))
+        return siteData(index.row(), *column, role);
     const QVariant value = callPlugin<QVariant>(m_table, "tableModel_data(QModelIndex,int)", index, role);
     return role == Qt::DisplayRole && value.isValid() && columnDigits(index.column()) >= 0
         ? shownNumber(index, value.toString())
@@ -92,7 +102,7 @@ QString TableModel::shownNumber(const QModelIndex &index, const QString &text) c
     // The asymmetry of a tensor without anisotropy is that of its rounding errors.
     const int code = columnCode(index.column());
     const int deciding = code == Asymmetry ? Anisotropy : code == GradientAsymmetry ? Gradient : -1;
-    for (int column = 0; deciding >= 0 && column < columnCount(); ++column) {
+    for (int column = 0; deciding >= 0 && column < m_columnCount; ++column) {
         if (columnCode(column) != deciding)
             continue;
         const QModelIndex other = index.siblingAtColumn(column);
@@ -101,7 +111,7 @@ QString TableModel::shownNumber(const QModelIndex &index, const QString &text) c
         if (shown.isValid() && shown.toString().toDouble() == 0)
             return QStringLiteral("\u2013");
     }
-    return text.startsWith(u'-') && text.toDouble() == 0 ? text.mid(1) : text;
+    return withoutNegativeZero(text);
 }
 
 QVariant TableModel::headerData(int section, Qt::Orientation orientation, int role) const
@@ -109,7 +119,12 @@ QVariant TableModel::headerData(int section, Qt::Orientation orientation, int ro
     if (section < 0 || section >= (orientation == Qt::Horizontal ? columnCount() : rowCount()))
         return {};
     if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole)
-        return int(Qt::AlignVCenter | (columnDigits(section) >= 0 ? Qt::AlignRight : Qt::AlignLeft));
+        return int(Qt::AlignVCenter | (isNumeric(section) ? Qt::AlignRight : Qt::AlignLeft));
+    if (const SiteColumn *column = orientation == Qt::Horizontal ? siteColumnAt(section) : nullptr) {
+        return role == Qt::DisplayRole ? QVariant(QString::fromUtf8(column->title))
+            : role == Qt::ToolTipRole  ? QVariant(Texts::tr(column->explanation))
+                                       : QVariant();
+    }
     const auto own =
         callPlugin<QVariant>(m_table, "tableModel_headerData(int,Qt::Orientation,int)", section, orientation, role);
     if (orientation == Qt::Horizontal && role == Qt::ToolTipRole && !own.isValid())
@@ -125,6 +140,119 @@ int TableModel::columnCode(int column) const
 int TableModel::columnDigits(int column) const
 {
     return columnValue(column, "Digits");
+}
+
+QString TableModel::columnKey(int column) const
+{
+    if (const SiteColumn *site = siteColumnAt(column))
+        return QLatin1String(site->name);
+    const int code = columnCode(column);
+    return code >= 0 ? QString::number(code) : QStringLiteral("#%1").arg(column);
+}
+
+int TableModel::columnOfKey(const QString &key) const
+{
+    for (int column = 0; column < columnCount(); ++column) {
+        if (columnKey(column) == key)
+            return column;
+    }
+    return -1;
+}
+
+const SiteColumn *TableModel::siteColumnAt(int column) const
+{
+    const int place = column - m_columnCount;
+    return m_offersSites && place >= 0 && place < int(siteColumns().size()) ? &siteColumns()[std::size_t(place)]
+                                                                            : nullptr;
+}
+
+QStringList TableModel::rowKeys(int column) const
+{
+    if (const SiteColumn *site = siteColumnAt(column))
+        return {QLatin1String(site->name)};
+    switch (columnCode(column)) {
+    case 0:
+        return {QStringLiteral("type")};
+    case 1:
+        return {QStringLiteral("labels"), QStringLiteral("atomNos")};
+    case 2:
+        return {QStringLiteral("iso")};
+    case Anisotropy:
+        return {QStringLiteral("aniso")};
+    case Asymmetry:
+        return {QStringLiteral("assym")};
+    case Gradient:
+        return {QStringLiteral("eq")};
+    case GradientAsymmetry:
+        return {QStringLiteral("qassym")};
+    case 7:
+        return {QStringLiteral("Cq"), QStringLiteral("qIso")};
+    default:
+        return {};
+    }
+}
+
+bool TableModel::isNumeric(int column) const
+{
+    return siteColumnAt(column) || columnDigits(column) >= 0;
+}
+
+void TableModel::offerSiteColumns()
+{
+    if (m_offersSites)
+        return;
+    beginInsertColumns({}, m_columnCount, m_columnCount + int(siteColumns().size()) - 1);
+    m_offersSites = true;
+    endInsertColumns();
+}
+
+void TableModel::setSiteSource(const SiteSource &source)
+{
+    m_siteSource = source;
+    forgetSites();
+}
+
+void TableModel::forgetSites()
+{
+    m_sites.reset();
+    m_atoms.clear();
+    if (m_offersSites && m_rowCount > 0)
+        Q_EMIT dataChanged(index(0, m_columnCount), index(m_rowCount - 1, columnCount() - 1));
+}
+
+const SiteTable *TableModel::sites() const
+{
+    if (!m_sites)
+        m_sites = m_siteSource ? m_siteSource() : nullptr;
+    return m_sites->get();
+}
+
+int TableModel::atomOfRow(int row) const
+{
+    if (m_atoms.empty()) {
+        for (const QVariant &map : callPlugin<QVariantList>(m_table, "tableModel_rows()"))
+            m_atoms.push_back(m_sites->get()->atomOfRow(map.toMap()));
+    }
+    return row < int(m_atoms.size()) ? m_atoms[std::size_t(row)] : -1;
+}
+
+std::optional<double> TableModel::siteValue(int row, const SiteColumn &column) const
+{
+    const int atom = sites() ? atomOfRow(row) : -1;
+    return atom < 0 ? std::nullopt : sites()->value(column, atom);
+}
+
+QVariant TableModel::siteData(int row, const SiteColumn &column, int role) const
+{
+    if (role != Qt::DisplayRole && role != Qt::EditRole && role != Qt::ToolTipRole)
+        return {};
+    const std::optional<double> value = siteValue(row, column);
+    if (!value)
+        return {};
+    if (role == Qt::ToolTipRole)
+        return sites()->basis(column, atomOfRow(row));
+    const QString text = QString::number(*value, 'f', column.digits);
+    return role == Qt::EditRole ? QVariant(*value) : withoutNegativeZero(text);
 }
 
 int TableModel::columnValue(int column, const char *key) const

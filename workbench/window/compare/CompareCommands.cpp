@@ -6,6 +6,7 @@
 #include "host/HostApplication.h"
 #include "host/MainScene.h"
 #include "host/PluginManager.h"
+#include "host/TableSites.h"
 #include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
 #include "items/table/TableItem.h"
@@ -68,6 +69,7 @@ CompareCommands::CompareCommands(MainScene *scene, DataEngine *engine, WorkBar *
     m_referenceSet->setToolTip(tr("Reference and slope from a set that the command calibrate has written"));
     connect(m_referenceSet, &QAction::triggered, this, &CompareCommands::chooseReferenceSet);
     new SiteLabels(scene, engine);
+    scene->tableSites()->setStart(ReferenceSets::scales());
     qApp->installEventFilter(this);
 }
 
@@ -140,6 +142,7 @@ void CompareCommands::useReferenceSet(const QString &fileName)
     try {
         const ReferenceSet set = ReferenceSets::use(fileName);
         m_panel->followReferenceSets();
+        m_scene->tableSites()->setStart(ReferenceSets::scales());
         Q_EMIT reported(tr("%1: new spectra and comparisons start with reference %2 ppm and slope %3 (%4)")
                             .arg(set.nucleus, QString::number(set.calibration.reference, 'f', 2),
                                  QString::number(set.calibration.slope, 'f', 4), set.method.text()));

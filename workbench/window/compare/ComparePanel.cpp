@@ -31,7 +31,9 @@ namespace Workbench {
 
 namespace {
 
-enum ScaleKind { Fitted, Given, OfSet };
+constexpr auto Fitted = CompareOptions::Fitted;
+constexpr auto Given = CompareOptions::Given;
+constexpr auto OfSet = CompareOptions::OfSet;
 
 constexpr double smallestP = 0.001;
 
@@ -211,11 +213,31 @@ QWidget *ComparePanel::createOptions()
     grid->setColumnStretch(1, 1);
     grid->setColumnStretch(3, 1);
 
-    for (QComboBox *box : {m_structure, m_measurement, m_nucleus, m_averaging, m_referenceKind, m_slopeKind})
+    for (QComboBox *box : {m_structure, m_measurement})
         connect(box, &QComboBox::activated, this, &ComparePanel::refresh);
-    for (QDoubleSpinBox *box : {m_reference, m_slope, m_sigma})
-        connect(box, &QDoubleSpinBox::valueChanged, this, &ComparePanel::refreshLater);
-    connect(m_unmatched, &QSpinBox::valueChanged, this, &ComparePanel::refreshLater);
+    connect(m_nucleus, &QComboBox::activated, this, [this] { takeDefaults(m_nucleus->currentText()); });
+    // A fixed value starts with the one that was fitted.
+    const auto startFrom = [this](const QComboBox *kind, QDoubleSpinBox *box, double &exact,
+                                  double Agreement::*fitted) {
+        return [=, this, &exact] {
+            if (!m_compared || kind->currentData() != Given)
+                return;
+            const QSignalBlocker blocked(box);
+            box->setValue(exact = m_compared->comparison.agreement.*fitted);
+        };
+    };
+    connect(m_referenceKind, &QComboBox::activated, this,
+            startFrom(m_referenceKind, m_reference, m_exactReference, &Agreement::reference));
+    connect(m_slopeKind, &QComboBox::activated, this, startFrom(m_slopeKind, m_slope, m_exactSlope, &Agreement::slope));
+    const auto keep = [this](const QString &what) { return [this, what] { keepOptions(what); }; };
+    connect(m_nucleus, &QComboBox::activated, this, keep(tr("Nucleus")));
+    connect(m_averaging, &QComboBox::activated, this, keep(tr("Averaging")));
+    connect(m_referenceKind, &QComboBox::activated, this, keep(tr("Reference")));
+    connect(m_reference, &QDoubleSpinBox::valueChanged, this, keep(tr("Reference")));
+    connect(m_slopeKind, &QComboBox::activated, this, keep(tr("Slope")));
+    connect(m_slope, &QDoubleSpinBox::valueChanged, this, keep(tr("Slope")));
+    connect(m_sigma, &QDoubleSpinBox::valueChanged, this, keep(tr("Error σ")));
+    connect(m_unmatched, &QSpinBox::valueChanged, this, keep(tr("Lines Left Out")));
     return options;
 }
 
@@ -282,8 +304,6 @@ void ComparePanel::followCurrentItems()
         };
         if (!own.isEmpty() && std::none_of(own.begin(), own.end(), isChosen))
             setCurrentData(m_measurement, own.constFirst().entry);
-        if (!own.isEmpty())
-            m_averaging->setCurrentIndex(averagingOf(*item));
         if (const QUuid structure = structureOf(*m_scene, *item); !structure.isNull() && !own.isEmpty())
             setCurrentData(m_structure, structure);
     }
@@ -298,7 +318,7 @@ void ComparePanel::followCurrentItems()
 
 void ComparePanel::followReferenceSets()
 {
-    m_lastNucleus.clear();
+    m_takenFrom = QUuid();
     refresh();
 }
 
@@ -319,7 +339,7 @@ void ComparePanel::refresh()
         return;
     fillChoices();
     fillNuclei();
-    takeNucleus();
+    takeOptions();
     enableInputs();
     compare();
     showResult();
@@ -392,32 +412,106 @@ void ComparePanel::fillNuclei()
         return usualError(a).has_value() > usualError(b).has_value();
     });
     m_nucleus->addItems(nuclei);
-    // The list's name makes the start, the user's choice goes before it.
-    const bool isNew = measurement() && std::exchange(m_nucleusFor, measurement()->entry) != measurement()->entry;
-    const int likely = isNew ? m_nucleus->findText(measurement()->likelyNucleus) : -1;
-    m_nucleus->setCurrentIndex(std::max(0, likely >= 0 ? likely : m_nucleus->findText(current)));
+    // The user's choice goes before the list's name, which makes the start.
+    const bool isNew = measurement() && (m_takenFrom != measurement()->entry || m_taken != keptOptions());
+    const auto kept = CompareOptions::fromMap(keptOptions());
+    const int start = isNew ? m_nucleus->findText(kept ? kept->nucleus : measurement()->likelyNucleus) : -1;
+    m_nucleus->setCurrentIndex(std::max(0, start >= 0 ? start : m_nucleus->findText(current)));
 }
 
-void ComparePanel::takeNucleus()
+QVariantMap ComparePanel::keptOptions() const
+{
+    return plot() ? plot()->nmrData()->entry(measurement()->entry).value(CompareOptions::key()).toMap() : QVariantMap();
+}
+
+void ComparePanel::takeOptions()
 {
     const QString nucleus = m_nucleus->currentText();
-    if (nucleus == m_lastNucleus)
+    const QUuid entry = measurement() ? measurement()->entry : QUuid();
+    const QVariantMap kept = keptOptions();
+    if (entry == m_takenFrom && kept == m_taken && nucleus == m_lastNucleus)
         return;
+    m_takenFrom = entry;
+    m_taken = kept;
+    takeDefaults(nucleus);
+    if (const auto options = CompareOptions::fromMap(kept); options && options->nucleus == nucleus)
+        setOptions(*options);
+}
+
+void ComparePanel::takeDefaults(const QString &nucleus)
+{
     m_lastNucleus = nucleus;
-    const QSignalBlocker blockedSigma(m_sigma);
-    m_sigma->setValue(usualError(nucleus).value_or(0));
+    m_set = ReferenceSets::of(nucleus);
     for (QComboBox *box : {m_referenceKind, m_slopeKind}) {
         box->removeItem(box->findData(OfSet));
-        box->setCurrentIndex(0);
-    }
-    m_set = ReferenceSets::of(nucleus);
-    if (m_set) {
-        for (QComboBox *box : {m_referenceKind, m_slopeKind}) {
+        if (m_set) {
             box->addItem(tr("of the set"), OfSet);
             box->setItemData(box->count() - 1, ReferenceSets::fileOf(nucleus), Qt::ToolTipRole);
-            setCurrentData(box, OfSet);
         }
     }
+    CompareOptions defaults;
+    defaults.nucleus = nucleus;
+    defaults.averaging = plot() ? averagingOf(*plot()) : 0;
+    defaults.sigma = usualError(nucleus).value_or(0);
+    if (m_set) {
+        defaults.referenceKind = defaults.slopeKind = OfSet;
+        defaults.reference = m_set->calibration.reference;
+        defaults.slope = m_set->calibration.slope;
+    }
+    setOptions(defaults);
+}
+
+void ComparePanel::setOptions(const CompareOptions &options)
+{
+    const QSignalBlocker blockers[] = {QSignalBlocker(m_reference), QSignalBlocker(m_slope), QSignalBlocker(m_sigma),
+                                       QSignalBlocker(m_unmatched)};
+    // A set that is another one by now, or is not here, must not change what was compared.
+    const auto kind = [&](CompareOptions::Scale kept, double value, double ShiftCalibration::*ofSet) {
+        return kept == OfSet && (!m_set || m_set->calibration.*ofSet != value) ? Given : kept;
+    };
+    setCurrentData(m_referenceKind, kind(options.referenceKind, options.reference, &ShiftCalibration::reference));
+    setCurrentData(m_slopeKind, kind(options.slopeKind, options.slope, &ShiftCalibration::slope));
+    m_averaging->setCurrentIndex(options.averaging);
+    m_reference->setValue(m_exactReference = options.reference);
+    m_slope->setValue(m_exactSlope = options.slope);
+    m_sigma->setValue(options.sigma);
+    m_unmatched->setValue(options.unmatched);
+}
+
+CompareOptions ComparePanel::options() const
+{
+    const auto exact = [](const QDoubleSpinBox *box, double value) {
+        return std::abs(box->value() - value) <= 0.5 * std::pow(10.0, -box->decimals()) ? value : box->value();
+    };
+    CompareOptions options;
+    options.nucleus = m_nucleus->currentText();
+    options.averaging = m_averaging->currentIndex();
+    options.referenceKind = CompareOptions::Scale(m_referenceKind->currentData().toInt());
+    options.reference = exact(m_reference, m_exactReference);
+    options.slopeKind = CompareOptions::Scale(m_slopeKind->currentData().toInt());
+    options.slope = exact(m_slope, m_exactSlope);
+    options.sigma = m_sigma->value();
+    options.unmatched = m_unmatched->value();
+    if (m_set && options.referenceKind == OfSet)
+        options.reference = m_set->calibration.reference;
+    if (m_set && options.slopeKind == OfSet)
+        options.slope = m_set->calibration.slope;
+    // What is fitted is no choice of the user.
+    if (options.referenceKind == Fitted)
+        options.reference = CompareOptions().reference;
+    if (options.slopeKind == Fitted)
+        options.slope = CompareOptions().slope;
+    return options;
+}
+
+void ComparePanel::keepOptions(const QString &what)
+{
+    if (plot()) {
+        m_taken = options().toMap();
+        plot()->nmrData()->setEntryValue(measurement()->entry, CompareOptions::key(), m_taken,
+                                         tr("Comparison: %1").arg(what));
+    }
+    refresh();
 }
 
 void ComparePanel::enableInputs()
@@ -435,20 +529,18 @@ void ComparePanel::enableInputs()
 
 NucleusMeasurement ComparePanel::measurementOptions() const
 {
-    NucleusMeasurement options;
-    options.nucleus = m_nucleus->currentText();
-    // The boxes round what a set says.
-    const auto value = [&](const QComboBox *kind, double given, double ShiftCalibration::*ofSet) {
-        return kind->currentData() == Fitted        ? std::nullopt
-            : kind->currentData() == OfSet && m_set ? std::optional(m_set->calibration.*ofSet)
-                                                    : std::optional(given);
+    const CompareOptions chosen = options();
+    const auto unlessFitted = [](CompareOptions::Scale kind, double value) {
+        return kind == Fitted ? std::nullopt : std::optional(value);
     };
-    options.scale.reference = value(m_referenceKind, m_reference->value(), &ShiftCalibration::reference);
-    options.scale.slope = value(m_slopeKind, m_slope->value(), &ShiftCalibration::slope);
-    options.unmatched = m_unmatched->value();
-    if (m_sigma->value() > 0)
-        options.sigma = m_sigma->value();
-    return options;
+    NucleusMeasurement measurement;
+    measurement.nucleus = chosen.nucleus;
+    measurement.scale.reference = unlessFitted(chosen.referenceKind, chosen.reference);
+    measurement.scale.slope = unlessFitted(chosen.slopeKind, chosen.slope);
+    measurement.unmatched = chosen.unmatched;
+    if (chosen.sigma > 0)
+        measurement.sigma = chosen.sigma;
+    return measurement;
 }
 
 void ComparePanel::compare()
@@ -534,6 +626,12 @@ void ComparePanel::showResult()
     m_pairs->setComparison(m_compared ? &*m_compared : nullptr);
     m_plot->setVisible(m_compared.has_value());
     if (m_compared) {
+        const Agreement &agreement = m_compared->comparison.agreement;
+        const QSignalBlocker blockers[] = {QSignalBlocker(m_reference), QSignalBlocker(m_slope)};
+        if (m_referenceKind->currentData() == Fitted)
+            m_reference->setValue(agreement.reference);
+        if (m_slopeKind->currentData() == Fitted)
+            m_slope->setValue(agreement.slope);
         m_plot->setComparisons({m_compared->comparison});
         m_plot->setMarkedSite(PairTable::siteOf(m_pairs->currentItem()));
         m_result->setText(resultText());

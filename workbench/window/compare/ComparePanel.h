@@ -3,6 +3,7 @@
 
 #include "analysis/comparison/PeakComparison.h"
 #include "formats/ReferenceSet.h"
+#include "window/compare/CompareOptions.h"
 #include "window/compare/DocumentChoices.h"
 
 #include <QDockWidget>
@@ -23,7 +24,8 @@ class PairTable;
 
 /// Holds the lines of a measured spectrum against the sites of a structure, and shows who is paired with whom. It
 /// follows the current plot and table. Pairs that the user makes by hand are the labels of the measured peaks, so that
-/// they are kept with the document, can be undone and go along with an exported peak list.
+/// they are kept with the document, can be undone and go along with an exported peak list. How the lines are compared
+/// is kept with the measurement too.
 class ComparePanel : public QDockWidget {
     Q_OBJECT
 public:
@@ -58,8 +60,14 @@ private:
     void refresh();
     void fillChoices();
     void fillNuclei();
-    /// Start values that belong to the nucleus.
-    void takeNucleus();
+    /// As the measurement has them, else start values that belong to the nucleus.
+    void takeOptions();
+    void takeDefaults(const QString &nucleus);
+    void setOptions(const CompareOptions &options);
+    CompareOptions options() const;
+    /// With the measurement; `what` was changed.
+    void keepOptions(const QString &what);
+    QVariantMap keptOptions() const;
     void enableInputs();
     void compare();
     void showResult();
@@ -101,7 +109,11 @@ private:
     QList<MeasurementChoice> m_measurements;
     QUuid m_lastPlot, m_lastTable; ///< that were followed
     QString m_lastNucleus;
-    QUuid m_nucleusFor; ///< the measurement whose name was asked for its nucleus
+    QUuid m_takenFrom; ///< the measurement whose options are in the boxes
+    QVariantMap m_taken; ///< what it had
+    // The boxes round.
+    double m_exactReference = 0;
+    double m_exactSlope = -1;
     std::optional<ReferenceSet> m_set; ///< of the nucleus
     std::optional<PeakComparison> m_compared;
     QString m_failure;

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "window/compare/ReferenceSets.h"
 
+#include "data/Error.h"
+#include "data/Nuclides.h"
+
 #include <QFileInfo>
 #include <QSettings>
 
@@ -50,6 +53,18 @@ std::optional<ReferenceSet> of(const QString &nucleus)
     } catch (const std::exception &) {
         return std::nullopt;
     }
+}
+
+QMap<QString, SiteTable::Scale> scales()
+{
+    QMap<QString, SiteTable::Scale> found;
+    for (const QString &nucleus : QSettings().value(filesKey).toMap().keys()) {
+        if (const auto set = of(nucleus))
+            found.insert(Nuclides::element(nucleus),
+                         {set->calibration.reference, set->calibration.slope,
+                          Texts::tr("of %1").arg(QFileInfo(fileOf(nucleus)).fileName())});
+    }
+    return found;
 }
 
 } // namespace ReferenceSets

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "analysis/comparison/SiteTable.h"
 #include "formats/ReferenceSet.h"
 
 #include <QStringList>
@@ -17,6 +18,8 @@ ReferenceSet use(const QString &fileName);
 
 /// None for a nucleus without, or whose file can no longer be read.
 std::optional<ReferenceSet> of(const QString &nucleus);
+/// All of them, for further columns of tables; by element.
+QMap<QString, SiteTable::Scale> scales();
 /// Empty for none.
 QString fileOf(const QString &nucleus);
 

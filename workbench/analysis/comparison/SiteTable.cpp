@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/comparison/SiteTable.h"
+
+#include "data/Error.h"
+#include "data/Nuclides.h"
+
+#include <cmath>
+
+namespace Workbench {
+
+SiteTable::SiteTable(CrystalStructure structure, Options options)
+    : m_structure(std::move(structure)),
+      m_options(std::move(options)),
+      m_lattice(m_structure.lattice ? Lattice::of(*m_structure.lattice) : std::nullopt)
+{
+    for (int i = int(m_structure.atoms.size()) - 1; i >= 0; --i) {
+        const CrystalAtom &atom = m_structure.atoms[std::size_t(i)];
+        m_atoms.insert({atom.element, atom.labels}, i);
+        m_byLabels.insert(atom.labels, i);
+    }
+}
+
+const UniqueSites &SiteTable::unique() const
+{
+    if (!m_unique)
+        m_unique = UniqueSites::of(m_structure, m_options.sites);
+    return *m_unique;
+}
+
+int SiteTable::atomOfRow(const QVariantMap &row) const
+{
+    const QStringList labels = row.value(QStringLiteral("labels")).toStringList();
+    const int own = m_atoms.value({row.value(QStringLiteral("type")).toString(), labels}, -1);
+    // The row of a label that elements share has the type of one of them.
+    return own >= 0 ? own : m_byLabels.value(labels, -1);
+}
+
+QString SiteTable::isotopeOf(const QString &element) const
+{
+    const auto chosen = m_structure.quadrupolarIsotopes.find(element);
+    return chosen != m_structure.quadrupolarIsotopes.end() ? chosen->second
+                                                           : Nuclides::table().quadrupolarIsotopes(element).value(0);
+}
+
+double SiteTable::larmorFrequency(const QString &isotope) const
+{
+    return m_options.frequency * std::abs(Nuclides::table()[isotope].frequencyRatio) / 100;
+}
+
+std::optional<double> SiteTable::value(const SiteColumn &column, int atom) const
+{
+    const CrystalAtom &member = m_structure.atoms[std::size_t(atom)];
+    const QString isotope = isotopeOf(member.element);
+    const Nuclide nuclide = Nuclides::table()[isotope];
+    const Scale scale = m_options.scales.value(member.element);
+    int multiplicity = 1;
+    if (column.basis == SiteColumn::Basis::Symmetry) {
+        if (m_multiplicities.empty()) {
+            m_multiplicities.assign(m_structure.atoms.size(), 1);
+            for (const UniqueSite &site : unique().sites)
+                for (int equivalent : site.atoms)
+                    m_multiplicities[std::size_t(equivalent)] = site.nuclei();
+        }
+        multiplicity = m_multiplicities[std::size_t(atom)];
+    }
+    return column.value({member, m_lattice ? &*m_lattice : nullptr, multiplicity, scale.reference, scale.slope,
+                         nuclide.quadrupoleMoment, nuclide.spinNumber(), larmorFrequency(isotope)});
+}
+
+QString SiteTable::basis(const SiteColumn &column, int atom) const
+{
+    const QString &element = m_structure.atoms[std::size_t(atom)].element;
+    const QString isotope = isotopeOf(element);
+    const Scale scale = m_options.scales.value(element);
+    switch (column.basis) {
+    case SiteColumn::Basis::Tensor:
+        break;
+    case SiteColumn::Basis::Scale:
+        return Texts::tr("Reference %1 ppm, slope %2: %3")
+            .arg(QString::number(scale.reference, 'f', 2), QString::number(scale.slope, 'g', 5),
+                 scale.source.isEmpty() ? Texts::tr("placeholders, only differences mean something") : scale.source);
+    case SiteColumn::Basis::Isotope:
+        return isotope;
+    case SiteColumn::Basis::Field:
+        return isotope.isEmpty() ? QString()
+                                 : Texts::tr("%1 at %2 MHz, where 1H is at %3 MHz")
+                                       .arg(isotope, QString::number(larmorFrequency(isotope), 'f', 2),
+                                            QString::number(m_options.frequency));
+    case SiteColumn::Basis::Symmetry:
+        return unique().spaceGroup;
+    }
+    return {};
+}
+
+} // namespace Workbench

@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "host/TableSites.h"
+
+#include "analysis/PowderEntry.h"
+#include "data/Error.h"
+#include "data/Nuclides.h"
+#include "host/DataEngine.h"
+#include "host/MainScene.h"
+#include "items/plot/NmrData.h"
+#include "items/plot/NmrItem.h"
+#include "items/table/TableItem.h"
+#include "items/table/TableModel.h"
+
+namespace Workbench {
+
+namespace {
+
+/// Adds what the spectrum says of the data set's nuclei.
+void takeScale(const SpectrumEntry &entry, const QUuid &dataId, SiteTable::Options &options)
+{
+    const QString source = Texts::tr("of %1").arg(entry.name);
+    if (const auto powder = PowderOrigin::of(entry)) {
+        if (powder->dataId == dataId) {
+            options.frequency = powder->settings.protonFrequency;
+            options.scales.insert(Nuclides::element(powder->settings.nucleus),
+                                  {powder->settings.reference, powder->settings.slope, source});
+        }
+        return;
+    }
+    const QVariantHash parameters = entry.parameters(QStringLiteral("magres"));
+    if (parameters.value(QStringLiteral("magresDataId")).toUuid() != dataId)
+        return;
+    options.frequency = parameters.value(QStringLiteral("freq"), options.frequency).toDouble();
+    const QVariantMap references = parameters.value(QStringLiteral("ref")).toMap();
+    const QVariantMap slopes = parameters.value(QStringLiteral("slope")).toMap();
+    for (const SpectrumAxis &axis : entry.spectrum.axes) {
+        const QString nucleus = QString::number(axis.massNumber) + axis.element;
+        if (references.contains(nucleus))
+            options.scales.insert(axis.element,
+                                  {references.value(nucleus).toDouble(), slopes.value(nucleus, -1).toDouble(), source});
+    }
+}
+
+} // namespace
+
+TableSites::TableSites(MainScene *scene, DataEngine *data) : QObject(scene), m_scene(scene), m_data(data)
+{
+    connect(scene, &MainScene::itemAdded, this, &TableSites::watch);
+    connect(scene, &MainScene::itemsChanged, this, &TableSites::refresh);
+    if (data)
+        connect(data, &DataEngine::changed, this, [this] {
+            m_options.clear();
+            for (DocumentItem *item : m_scene->documentItems()) {
+                if (auto *table = qobject_cast<TableItem *>(item))
+                    table->model()->forgetSites();
+            }
+        });
+}
+
+void TableSites::setStart(const QMap<QString, SiteTable::Scale> &scales)
+{
+    m_start = scales;
+    refresh();
+}
+
+void TableSites::watch(DocumentItem *item)
+{
+    if (auto *table = qobject_cast<TableItem *>(item))
+        table->model()->setSiteSource([this, table] { return sitesOf(*table); });
+    if (auto *spectra = qobject_cast<NmrItem *>(item)) {
+        connect(spectra->nmrData(), &NmrData::entriesChanged, this, &TableSites::refresh);
+        connect(spectra->nmrData(), &NmrData::entryChanged, this, &TableSites::refresh);
+    }
+}
+
+void TableSites::refresh()
+{
+    for (DocumentItem *item : m_scene->documentItems()) {
+        auto *table = qobject_cast<TableItem *>(item);
+        const auto known = table ? m_options.constFind(table->id()) : m_options.constEnd();
+        if (known == m_options.constEnd() || *known == optionsOf(*table))
+            continue;
+        m_options.erase(known);
+        table->model()->forgetSites();
+    }
+}
+
+SiteTable::Options TableSites::optionsOf(const TableItem &table) const
+{
+    SiteTable::Options options;
+    options.scales = m_start;
+    const QUuid data = table.sharedDataIds().value(0);
+    for (const DocumentItem *item : m_scene->documentItems()) {
+        const auto *spectra = qobject_cast<const NmrItem *>(item);
+        for (const SpectrumEntry &entry : spectra ? spectra->nmrData()->stack().entries : QList<SpectrumEntry>())
+            takeScale(entry, data, options);
+    }
+    return options;
+}
+
+std::shared_ptr<const SiteTable> TableSites::sitesOf(const TableItem &table)
+{
+    const QVariantMap data = m_data ? m_data->getDataMap(table.sharedDataIds().value(0)) : QVariantMap();
+    if (data.isEmpty())
+        return nullptr;
+    const SiteTable::Options options = optionsOf(table);
+    m_options.insert(table.id(), options);
+    return std::make_shared<const SiteTable>(CrystalStructure::fromData(data), options);
+}
+
+} // namespace Workbench
