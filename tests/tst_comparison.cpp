@@ -573,7 +573,9 @@ private Q_SLOTS:
     void crossPeaks()
     {
         Random random(16);
-        const CrossPeakPairing::Options options{{0.33, 2.2}, false, 2};
+        CrossPeakPairing::Options options;
+        options.sigma = {0.33, 2.2};
+        options.unmatched = 2;
         const auto squares = [&](const auto &calculated, const auto &measured, const std::vector<int> &lines) {
             double sum = 0;
             for (std::size_t d = 0; d < 2; ++d) {

@@ -42,7 +42,9 @@ CommandLine::CommandLine(const std::vector<OptionSpec> &options, const QStringLi
         const QString name = QString::fromUtf8(option.name);
         if (!parser.isSet(name))
             continue;
-        const QStringList values = parser.values(name);
+        // Options without a value are asked for none: newer Qt complains.
+        const QStringList values =
+            option.value ? parser.values(name) : QStringList(parser.optionNames().count(name), QString());
         if (values.size() > 1 && !option.repeatable)
             throw UsageError(Texts::tr("option %1 is given %2 times").arg(shown(option.name)).arg(values.size()));
         if (option.value && values.contains(QString()))

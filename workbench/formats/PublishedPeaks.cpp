@@ -141,8 +141,9 @@ std::optional<MeasuredPeaks> parse(const std::vector<TextLine> &lines, const QSt
     QString list = text.left(end < 0 ? text.size() : end);
     const QStringList shifts = entries(withDecimalPoints(list.replace(conjunction, QStringLiteral(", "))));
     bool isRange = false;
-    // One number may be a row of a table below a title, and so may two that the next line follows.
-    if (shifts.size() < 2 || !peakOf(shifts.first(), isRange))
+    // The title of a table may go on with a number.
+    const auto isShift = [&](const QString &entry) { return peakOf(entry, isRange).has_value(); };
+    if (shifts.size() < 2 || 2 * std::count_if(shifts.begin(), shifts.end(), isShift) <= shifts.size())
         return {};
 
     MeasuredPeaks result;
