@@ -186,6 +186,10 @@ private Q_SLOTS:
         menu.writeSpinSystem(name + u"in"_s, {u"17O"_s});
         QFile spins(name + u"in"_s);
         QVERIFY(spins.open(QIODevice::ReadOnly) && spins.readAll().count("  shift ") == 1); // of the selected row
+        menu.writeSpinSystem(name + u"mrsim"_s, {u"17O"_s});
+        QFile systems(name + u"mrsim"_s);
+        QVERIFY(systems.open(QIODevice::ReadOnly));
+        QCOMPARE(QJsonDocument::fromJson(systems.readAll())[u"spin_systems"].toArray().size(), 1);
     }
 
     /// Columns come and go with the others as they are, and leave the program as they are shown.

@@ -127,12 +127,21 @@ std::vector<double> Broadening::imagesAt(const FrequencyGrid &grid) const
         for (size_t j = 0; j < axis; ++j)
             wings[j] += intensity * image[j];
     }
-    for (size_t i = 0, j = 1, rest = half; i < m_points; ++i, rest += m_ratio) {
-        for (; rest >= m_spacing; rest -= m_spacing)
-            ++j;
-        const double t = (double(rest) - double(half)) * part;
-        curve[i] =
-            wings[j] + 0.5 * t * ((wings[j + 1] - wings[j - 1]) + t * (wings[j + 1] - 2 * wings[j] + wings[j - 1]));
+    // Between two coarse points at a time.
+    const double step = double(m_ratio) * part;
+    for (size_t i = 0, j = 1, rest = half; i < m_points;) {
+        j += rest / m_spacing;
+        rest %= m_spacing;
+        const double middle = wings[j], slope = 0.5 * (wings[j + 1] - wings[j - 1]),
+                     curvature = 0.5 * (wings[j + 1] - 2 * middle + wings[j - 1]);
+        const double start = (double(rest) - double(half)) * part;
+        const int run = int(std::min(m_points - i, (m_spacing - rest + m_ratio - 1) / m_ratio));
+        for (int k = 0; k < run; ++k) {
+            const double t = start + k * step;
+            curve[i + size_t(k)] = middle + t * (slope + t * curvature);
+        }
+        i += size_t(run);
+        rest += size_t(run) * m_ratio;
     }
     return curve;
 }

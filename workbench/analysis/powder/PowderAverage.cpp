@@ -68,12 +68,22 @@ void sumTwice(std::vector<double> &bins, size_t count, size_t stride)
 /// stand in each bin.
 void sharpen(std::vector<double> &bins, size_t count, size_t stride)
 {
+    constexpr double part = 1.0 / 24;
+    if (stride == 1) {
+        double before = 0;
+        for (size_t b = 0; b < count; ++b) {
+            const double here = bins[b], next = b + 1 < count ? bins[b + 1] : 0;
+            bins[b] = here - part * (before - 2 * here + next);
+            before = here;
+        }
+        return;
+    }
     std::vector<double> before(stride, 0.0);
     for (size_t b = 0; b < count; ++b) {
         for (size_t k = 0; k < stride; ++k) {
             const double here = bins[b * stride + k];
             const double next = b + 1 < count ? bins[(b + 1) * stride + k] : 0;
-            bins[b * stride + k] = here - (before[k] - 2 * here + next) / 24;
+            bins[b * stride + k] = here - part * (before[k] - 2 * here + next);
             before[k] = here;
         }
     }
