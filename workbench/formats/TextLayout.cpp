@@ -192,7 +192,8 @@ Split trySplit(char separator, bool decimalComma, const std::vector<TextLine> &r
         std::all_of(columns.begin(), columns.end(), [](const auto &column) { return column.numeric; });
     if (allNumeric && separator != ' ' && rows.size() < rowsOfSpectrum) {
         const size_t count = columns.size();
-        if (rowsOf.contains(count + 1) && rowsOf[count + 1] > 0) {
+        const auto &longer = numbers[count + 1];
+        if (!longer.empty() && std::find(longer.begin(), longer.end(), 0u) == longer.end()) {
             columns.push_back(columns.back());
             split.layout.lastIsOptional = true;
         } else {
