@@ -14,6 +14,7 @@
 
 #include <QActionGroup>
 #include <QFileDialog>
+#include <QGraphicsView>
 #include <QMessageBox>
 #include <QPointer>
 #include <QSettings>
@@ -96,9 +97,10 @@ void StackMenu::addChosen(const QString &path, NmrItem *item)
     if (path.isEmpty())
         return;
     m_lastDirectory = QFileInfo(path).path();
-    if (item)
-        return addExperiment(path, item);
     try {
+        // Nobody has pointed at this plot: what does not belong there goes elsewhere.
+        if (item && fitsOnto(path, *item))
+            return addExperiment(path, item);
         if (const auto found = find(path))
             put(*found);
     } catch (const std::exception &error) {
@@ -152,6 +154,16 @@ std::optional<Experiment> StackMenu::fitting(const QString &path, const NmrItem 
         throw; // that another plot is at some frequency says nothing about this file
     } catch (const std::exception &) {
         return std::nullopt;
+    }
+}
+
+bool StackMenu::fitsOnto(const QString &path, const NmrItem &item) const
+{
+    try {
+        return fitting(path, item, std::nullopt).has_value();
+    } catch (const FrequencyNeeded &) {
+        // Its frequency is as good as any, where the plot has one.
+        return item.nmrData()->shownSpectrum().axes.value(0).frequency > 0;
     }
 }
 
@@ -223,6 +235,8 @@ void StackMenu::put(const Found &found)
     item->nmrData()->addEntry(entryWithNotes(found.experiment, {}), found.name);
     m_scene->addNew(item, m_scene->getEmptyRect());
     m_scene->setActiveItem(item);
+    for (QGraphicsView *view : m_scene->views())
+        view->ensureVisible(item, 0, 0);
     Q_EMIT reported(tr("%1 has a plot of its own; a spectrum that is created now joins it. %n peak(s).", nullptr,
                        int(item->nmrData()->shownSpectrum().peaks.size()))
                         .arg(found.name)

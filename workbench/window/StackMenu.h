@@ -54,6 +54,7 @@ private:
     /// Nothing when the experiment does not fit the plot.
     std::optional<Experiment> fitting(const QString &path, const NmrItem &item,
                                       const std::optional<Answer> &answer) const;
+    bool fitsOnto(const QString &path, const NmrItem &item) const;
     QList<NmrItem *> plotsWithCalculation() const;
     Found place(const QString &path, const std::optional<Answer> &answer) const;
     /// Errors are shown in a message box. Nothing for an empty path; `item` may be null.
