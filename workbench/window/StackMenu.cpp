@@ -31,6 +31,13 @@ QString assumed(const Experiment &experiment)
     return experiment.notes().isEmpty() ? QString() : u' ' + experiment.notes().join(u' ');
 }
 
+qsizetype dimensionsOf(const Measurement &measurement)
+{
+    if (const auto *spectrum = std::get_if<ExperimentalSpectrum>(&measurement))
+        return qsizetype(spectrum->dimensions.size());
+    return std::get<MeasuredPeaks>(measurement).dimensions;
+}
+
 /// With what was taken for granted, which the status line tells only once.
 QVariantMap entryWithNotes(const Experiment &experiment, const QList<SpectrumPeak> &simulated)
 {
@@ -47,6 +54,13 @@ struct StackMenu::Found {
     QString name;
     QPointer<NmrItem> plot; ///< null: none that takes it
 };
+
+ReadOptions StackMenu::optionsOf(const std::optional<Answer> &answer, int dimensions)
+{
+    ReadOptions options = answer ? answer->options : ReadOptions();
+    options.dimensions = dimensions > 0 || !answer ? dimensions : int(answer->nuclei.size());
+    return options;
+}
 
 StackMenu::StackMenu(MainScene *scene, QWidget *window)
     : QMenu(window),
@@ -132,8 +146,8 @@ QList<NmrItem *> StackMenu::plotsWithCalculation() const
     return plots;
 }
 
-std::optional<Experiment> StackMenu::fitting(const QString &path, const NmrItem &item,
-                                             const std::optional<Answer> &answer) const
+std::optional<Experiment> StackMenu::fitting(const QString &path, const Measurement &measurement, const NmrItem &item,
+                                             const std::optional<Answer> &answer)
 {
     const Spectrum &shown = item.nmrData()->shownSpectrum();
     if (shown.isEmpty())
@@ -146,50 +160,47 @@ std::optional<Experiment> StackMenu::fitting(const QString &path, const NmrItem 
     }
     if (answer && answer->nuclei != nuclei)
         return std::nullopt;
-    ReadOptions options = answer ? answer->options : ReadOptions();
-    options.dimensions = int(nuclei.size());
+    const QString name = QFileInfo(path).fileName();
     try {
-        return Experiment(readMeasurement(path, options), QFileInfo(path).fileName(), nuclei, frequencies);
-    } catch (const FrequencyNeeded &) {
-        throw; // that another plot is at some frequency says nothing about this file
+        if (dimensionsOf(measurement) == nuclei.size())
+            return Experiment(measurement, name, nuclei, frequencies);
+        // A folder may hold data of several dimensions; a file read in fewer would lose some.
+        if (!QFileInfo(path).isDir())
+            return std::nullopt;
+        return Experiment(readMeasurement(path, optionsOf(answer, int(nuclei.size()))), name, nuclei, frequencies);
     } catch (const std::exception &) {
         return std::nullopt;
     }
 }
 
-bool StackMenu::fitsOnto(const QString &path, const NmrItem &item) const
+bool StackMenu::fitsOnto(const QString &path, const NmrItem &item)
 {
     try {
-        return fitting(path, item, std::nullopt).has_value();
+        return fitting(path, readMeasurement(path), item, std::nullopt).has_value();
     } catch (const FrequencyNeeded &) {
-        // Its frequency is as good as any, where the plot has one.
+        // The plot's frequency is as good as any, where it has one.
         return item.nmrData()->shownSpectrum().axes.value(0).frequency > 0;
+    } catch (const std::exception &) {
+        return false;
     }
 }
 
 StackMenu::Found StackMenu::place(const QString &path, const std::optional<Answer> &answer) const
 {
     const QString name = QFileInfo(path).fileName();
+    // Of which nuclei and how many dimensions it is, the file knows.
+    const ReadOptions options = optionsOf(answer, 0);
+    Measurement measurement = readMeasurement(path, options);
     for (NmrItem *plot : plotsWithCalculation()) {
-        if (auto experiment = fitting(path, *plot, answer))
+        if (auto experiment = fitting(path, measurement, *plot, answer))
             return {*std::move(experiment), name, plot};
     }
-    // Of which nuclei and how many dimensions it is, the file knows.
-    const auto alone = [&](int dimensions) {
-        ReadOptions options = answer ? answer->options : ReadOptions();
-        options.dimensions = dimensions;
-        QStringList nuclei = answer ? answer->nuclei : QStringList();
-        nuclei.resize(dimensions);
-        return Experiment(readMeasurement(path, options), name, nuclei,
-                          {options.frequency.begin(), options.frequency.begin() + dimensions});
-    };
-    try {
-        return {alone(1), name, nullptr};
-    } catch (const FrequencyNeeded &) {
-        throw;
-    } catch (const std::exception &) {
-        return {alone(2), name, nullptr};
-    }
+    const qsizetype dimensions = dimensionsOf(measurement);
+    QStringList nuclei = answer ? answer->nuclei : QStringList();
+    nuclei.resize(dimensions);
+    return {Experiment(std::move(measurement), name, nuclei,
+                       {options.frequency.begin(), options.frequency.begin() + dimensions}),
+            name, nullptr};
 }
 
 std::optional<StackMenu::Answer> StackMenu::ask(const QString &path, const FrequencyNeeded &needed,
@@ -258,7 +269,7 @@ void StackMenu::addExperiment(const QString &path, NmrItem *item)
             const auto answer = ask(path, needed, target);
             if (!answer || !stillThere)
                 return;
-            if (const auto experiment = fitting(path, *target, answer))
+            if (const auto experiment = fitting(path, readMeasurement(path, optionsOf(answer, 0)), *target, answer))
                 add(*experiment, name, *target);
             else
                 fail(tr("%1 is a spectrum of %2, which the plot does not show")
