@@ -362,6 +362,18 @@ private Q_SLOTS:
         const QList<SpectrumPeak> peaks = scene().currentNmrItem()->nmrData()->stack().entries[0].spectrum.peaks;
         QVERIFY(peaks.size() == 2 && std::abs(peaks[0].f2 + 8500 / (4 * 19.867187)) < 1e-3);
 
+        // Both dimensions are kept.
+        const QString plane = write("plane.csv", "F2 (Hz),F1 (Hz),height\n4000,12000,1\n2000,3000,2\n");
+        m_dialogs.expect(u"Frequency of the spectrum"_s, [](QDialog *dialog) {
+            dialog->findChild<QComboBox *>(u"nucleus"_s)->setCurrentText(u"1H"_s);
+            dialog->findChild<QComboBox *>(u"nucleusF1"_s)->setCurrentText(u"13C"_s);
+            dialog->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->click();
+        });
+        window().openFiles({plane});
+        const SpectrumPeak cross = scene().currentNmrItem()->nmrData()->stack().entries[0].spectrum.peaks.value(0);
+        QVERIFY(std::abs(cross.f2 - 10) < 1e-6 && std::abs(cross.f1 - 12000 / 100.58008) < 1e-3);
+        scene().destroy(scene().currentNmrItem());
+
         // A calculation makes the proposal, and is not taken for granted: 13C beside 600 MHz, as it is simulated.
         NmrItem *simulated = createSpectrum();
         answer(u"1H"_s, 0, u"The positions go from 16.67 to 0.17 ppm."_s);

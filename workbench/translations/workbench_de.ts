@@ -2443,6 +2443,10 @@ Optionen:
         <source>Comparison: %1</source>
         <translation>Vergleich: %1</translation>
     </message>
+    <message>
+        <source>Reference, ppm</source>
+        <translation>Referenz, ppm</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::ContentsDock</name>

@@ -14,6 +14,7 @@
 
 #include <QActionGroup>
 #include <QFileDialog>
+#include <QGraphicsView>
 #include <QMessageBox>
 #include <QPointer>
 #include <QSettings>
@@ -28,6 +29,13 @@ const QString protonFrequencyKey = QStringLiteral("window/protonFrequency"); // 
 QString assumed(const Experiment &experiment)
 {
     return experiment.notes().isEmpty() ? QString() : u' ' + experiment.notes().join(u' ');
+}
+
+qsizetype dimensionsOf(const Measurement &measurement)
+{
+    if (const auto *spectrum = std::get_if<ExperimentalSpectrum>(&measurement))
+        return qsizetype(spectrum->dimensions.size());
+    return std::get<MeasuredPeaks>(measurement).dimensions;
 }
 
 /// With what was taken for granted, which the status line tells only once.
@@ -46,6 +54,13 @@ struct StackMenu::Found {
     QString name;
     QPointer<NmrItem> plot; ///< null: none that takes it
 };
+
+ReadOptions StackMenu::optionsOf(const std::optional<Answer> &answer, int dimensions)
+{
+    ReadOptions options = answer ? answer->options : ReadOptions();
+    options.dimensions = dimensions > 0 || !answer ? dimensions : int(answer->nuclei.size());
+    return options;
+}
 
 StackMenu::StackMenu(MainScene *scene, QWidget *window)
     : QMenu(window),
@@ -96,9 +111,10 @@ void StackMenu::addChosen(const QString &path, NmrItem *item)
     if (path.isEmpty())
         return;
     m_lastDirectory = QFileInfo(path).path();
-    if (item)
-        return addExperiment(path, item);
     try {
+        // Nobody has pointed at this plot: what does not belong there goes elsewhere.
+        if (item && fitsOnto(path, *item))
+            return addExperiment(path, item);
         if (const auto found = find(path))
             put(*found);
     } catch (const std::exception &error) {
@@ -130,8 +146,8 @@ QList<NmrItem *> StackMenu::plotsWithCalculation() const
     return plots;
 }
 
-std::optional<Experiment> StackMenu::fitting(const QString &path, const NmrItem &item,
-                                             const std::optional<Answer> &answer) const
+std::optional<Experiment> StackMenu::fitting(const QString &path, const Measurement &measurement, const NmrItem &item,
+                                             const std::optional<Answer> &answer)
 {
     const Spectrum &shown = item.nmrData()->shownSpectrum();
     if (shown.isEmpty())
@@ -144,40 +160,47 @@ std::optional<Experiment> StackMenu::fitting(const QString &path, const NmrItem 
     }
     if (answer && answer->nuclei != nuclei)
         return std::nullopt;
-    ReadOptions options = answer ? answer->options : ReadOptions();
-    options.dimensions = int(nuclei.size());
+    const QString name = QFileInfo(path).fileName();
     try {
-        return Experiment(readMeasurement(path, options), QFileInfo(path).fileName(), nuclei, frequencies);
-    } catch (const FrequencyNeeded &) {
-        throw; // that another plot is at some frequency says nothing about this file
+        if (dimensionsOf(measurement) == nuclei.size())
+            return Experiment(measurement, name, nuclei, frequencies);
+        // A folder may hold data of several dimensions; a file read in fewer would lose some.
+        if (!QFileInfo(path).isDir())
+            return std::nullopt;
+        return Experiment(readMeasurement(path, optionsOf(answer, int(nuclei.size()))), name, nuclei, frequencies);
     } catch (const std::exception &) {
         return std::nullopt;
+    }
+}
+
+bool StackMenu::fitsOnto(const QString &path, const NmrItem &item)
+{
+    try {
+        return fitting(path, readMeasurement(path), item, std::nullopt).has_value();
+    } catch (const FrequencyNeeded &) {
+        // The plot's frequency is as good as any, where it has one.
+        return item.nmrData()->shownSpectrum().axes.value(0).frequency > 0;
+    } catch (const std::exception &) {
+        return false;
     }
 }
 
 StackMenu::Found StackMenu::place(const QString &path, const std::optional<Answer> &answer) const
 {
     const QString name = QFileInfo(path).fileName();
+    // Of which nuclei and how many dimensions it is, the file knows.
+    const ReadOptions options = optionsOf(answer, 0);
+    Measurement measurement = readMeasurement(path, options);
     for (NmrItem *plot : plotsWithCalculation()) {
-        if (auto experiment = fitting(path, *plot, answer))
+        if (auto experiment = fitting(path, measurement, *plot, answer))
             return {*std::move(experiment), name, plot};
     }
-    // Of which nuclei and how many dimensions it is, the file knows.
-    const auto alone = [&](int dimensions) {
-        ReadOptions options = answer ? answer->options : ReadOptions();
-        options.dimensions = dimensions;
-        QStringList nuclei = answer ? answer->nuclei : QStringList();
-        nuclei.resize(dimensions);
-        return Experiment(readMeasurement(path, options), name, nuclei,
-                          {options.frequency.begin(), options.frequency.begin() + dimensions});
-    };
-    try {
-        return {alone(1), name, nullptr};
-    } catch (const FrequencyNeeded &) {
-        throw;
-    } catch (const std::exception &) {
-        return {alone(2), name, nullptr};
-    }
+    const qsizetype dimensions = dimensionsOf(measurement);
+    QStringList nuclei = answer ? answer->nuclei : QStringList();
+    nuclei.resize(dimensions);
+    return {Experiment(std::move(measurement), name, nuclei,
+                       {options.frequency.begin(), options.frequency.begin() + dimensions}),
+            name, nullptr};
 }
 
 std::optional<StackMenu::Answer> StackMenu::ask(const QString &path, const FrequencyNeeded &needed,
@@ -223,6 +246,8 @@ void StackMenu::put(const Found &found)
     item->nmrData()->addEntry(entryWithNotes(found.experiment, {}), found.name);
     m_scene->addNew(item, m_scene->getEmptyRect());
     m_scene->setActiveItem(item);
+    for (QGraphicsView *view : m_scene->views())
+        view->ensureVisible(item, 0, 0);
     Q_EMIT reported(tr("%1 has a plot of its own; a spectrum that is created now joins it. %n peak(s).", nullptr,
                        int(item->nmrData()->shownSpectrum().peaks.size()))
                         .arg(found.name)
@@ -244,7 +269,7 @@ void StackMenu::addExperiment(const QString &path, NmrItem *item)
             const auto answer = ask(path, needed, target);
             if (!answer || !stillThere)
                 return;
-            if (const auto experiment = fitting(path, *target, answer))
+            if (const auto experiment = fitting(path, readMeasurement(path, optionsOf(answer, 0)), *target, answer))
                 add(*experiment, name, *target);
             else
                 fail(tr("%1 is a spectrum of %2, which the plot does not show")

@@ -51,9 +51,12 @@ private:
         QStringList nuclei;
     };
     std::optional<Answer> ask(const QString &path, const FrequencyNeeded &needed, const NmrItem *beside);
-    /// Nothing when the experiment does not fit the plot.
-    std::optional<Experiment> fitting(const QString &path, const NmrItem &item,
-                                      const std::optional<Answer> &answer) const;
+    /// `dimensions` 0: as many as were asked about, else any.
+    static ReadOptions optionsOf(const std::optional<Answer> &answer, int dimensions);
+    /// Nothing when the measurement, of the path, does not fit the plot.
+    static std::optional<Experiment> fitting(const QString &path, const Measurement &measurement, const NmrItem &item,
+                                             const std::optional<Answer> &answer);
+    static bool fitsOnto(const QString &path, const NmrItem &item);
     QList<NmrItem *> plotsWithCalculation() const;
     Found place(const QString &path, const std::optional<Answer> &answer) const;
     /// Errors are shown in a message box. Nothing for an empty path; `item` may be null.

@@ -122,6 +122,7 @@ WMainWindow::WMainWindow()
     connect(scene(), &MainScene::activeItemChanged, this, &WMainWindow::tellActiveItem);
     connect(scene()->undoStack(), &QUndoStack::indexChanged, this, &WMainWindow::updateActions);
     updateActions();
+    qApp->installEventFilter(this);
 }
 
 void WMainWindow::restoreLayout()
@@ -143,6 +144,15 @@ void WMainWindow::showEvent(QShowEvent *event)
     // How wide its frame is, the window system says only after a while.
     for (int delay : event->spontaneous() ? std::initializer_list<int>() : frameDelays)
         QTimer::singleShot(delay, this, &WMainWindow::keepOnScreen);
+}
+
+bool WMainWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    auto *dialog = event->type() == QEvent::Show ? qobject_cast<QDialog *>(watched) : nullptr;
+    // Forms of plug-ins bring the corner of the screen along as their place; without one they come up over the window.
+    if (dialog && !event->spontaneous() && dialog->pos().isNull())
+        dialog->setAttribute(Qt::WA_Moved, false);
+    return HostWindow::eventFilter(watched, event);
 }
 
 void WMainWindow::keepOnScreen()

@@ -141,6 +141,13 @@ void AgreementPlot::addColumn(int column, const NucleusComparison &comparison)
     upper->setMarginGroup(QCP::msLeft | QCP::msRight, margins);
     lower->setMarginGroup(QCP::msLeft | QCP::msRight, margins);
     upper->axis(QCPAxis::atBottom)->setTickLabels(false);
+    if (!isFull) {
+        // The height is for points, and for few numbers beside them.
+        for (QCPAxisRect *rect : {upper, lower})
+            rect->setMinimumMargins(QMargins(15, 4, 15, 4));
+        upper->axis(QCPAxis::atLeft)->ticker()->setTickCount(3);
+        lower->axis(QCPAxis::atLeft)->ticker()->setTickCount(3);
+    }
 
     for (QCPAxisRect *rect : {upper, lower})
         rect->axis(QCPAxis::atBottom)->setRange(shifts);

@@ -185,9 +185,17 @@ public:
     using QMenu::QMenu;
 
 protected:
+    void mousePressEvent(QMouseEvent *event) override
+    {
+        m_pressed = actionAt(event->position().toPoint());
+        QMenu::mousePressEvent(event);
+    }
+
     void mouseReleaseEvent(QMouseEvent *event) override
     {
-        if (!switchEntry(actionAt(event->position().toPoint())))
+        // The release of the button that has opened the menu means none of its entries.
+        QAction *action = actionAt(event->position().toPoint());
+        if (action != std::exchange(m_pressed, nullptr) || !switchEntry(action))
             QMenu::mouseReleaseEvent(event);
     }
 
@@ -207,6 +215,8 @@ private:
             action->trigger();
         return canSwitch;
     }
+
+    QAction *m_pressed = nullptr; ///< for comparison only
 };
 
 QTableView *makeView(TableItem *item, TableModel *model)

@@ -26,7 +26,7 @@ namespace Workbench {
 
 namespace {
 
-constexpr int panelWidth = 440;
+constexpr int panelWidth = 465;
 
 QString pluginDirectoryOf(const HostApplication *host)
 {

@@ -181,6 +181,8 @@ QWidget *ComparePanel::createOptions()
     m_referenceKind->addItem(tr("fitted"), Fitted);
     m_referenceKind->addItem(tr("fixed"), Given);
     m_referenceKind->setToolTip(tr("Fitted: least squares, each site weighted with its nuclei"));
+    m_reference->setAccessibleName(tr("Reference, ppm"));
+    m_slope->setAccessibleName(tr("Slope"));
     m_slope->setValue(-1);
     m_sigma->setSpecialValueText(tr("not known"));
     m_sigma->setSuffix(tr(" ppm"));

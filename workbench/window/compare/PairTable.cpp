@@ -96,8 +96,9 @@ PairTable::PairTable(QWidget *parent) : QTreeWidget(parent)
         if (column >= Calculated && column <= Difference)
             headerItem()->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
     }
-    header()->setStretchLastSection(true);
+    header()->setStretchLastSection(false);
     header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    header()->setSectionResizeMode(How, QHeaderView::Stretch);
     setSortingEnabled(true);
     sortByColumn(Calculated, Qt::DescendingOrder);
 }
