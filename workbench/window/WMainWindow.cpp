@@ -141,6 +141,7 @@ void WMainWindow::restoreLayout()
 void WMainWindow::showEvent(QShowEvent *event)
 {
     HostWindow::showEvent(event);
+    keepOnScreen();
     // How wide its frame is, the window system says only after a while.
     for (int delay : event->spontaneous() ? std::initializer_list<int>() : frameDelays)
         QTimer::singleShot(delay, this, &WMainWindow::keepOnScreen);
