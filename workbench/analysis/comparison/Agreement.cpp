@@ -2,9 +2,10 @@
 #include "analysis/comparison/Agreement.h"
 
 #include "analysis/comparison/ShiftPoint.h"
+#include "analysis/powder/GslErrors.h"
 #include "data/Error.h"
 
-#include <boost/math/special_functions/gamma.hpp>
+#include <gsl/gsl_cdf.h>
 
 #include <cmath>
 
@@ -13,8 +14,10 @@ namespace Workbench {
 ChiSquare ChiSquare::of(double value, int degreesOfFreedom)
 {
     ChiSquare result{value, degreesOfFreedom, {}};
-    if (degreesOfFreedom > 0 && std::isfinite(value))
-        result.p = boost::math::gamma_q(degreesOfFreedom / 2.0, value / 2);
+    if (degreesOfFreedom > 0 && std::isfinite(value)) {
+        returnGslErrors();
+        result.p = gsl_cdf_chisq_Q(value, degreesOfFreedom);
+    }
     return result;
 }
 

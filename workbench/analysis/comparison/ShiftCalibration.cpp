@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/comparison/ShiftCalibration.h"
 
+#include "analysis/powder/GslErrors.h"
 #include "data/Error.h"
 
-#include <boost/math/distributions/students_t.hpp>
+#include <gsl/gsl_cdf.h>
 
 #include <algorithm>
 #include <cmath>
@@ -51,8 +52,8 @@ double ShiftCalibration::lineVariance(double shielding) const
 
 ShiftCalibration::Interval ShiftCalibration::prediction(double shielding, double probability) const
 {
-    const boost::math::students_t distribution(points - 2);
-    const double t = boost::math::quantile(distribution, (1 + probability) / 2);
+    returnGslErrors();
+    const double t = gsl_cdf_tdist_Pinv((1 + probability) / 2, points - 2);
     const double half = t * std::sqrt(rmse * rmse + lineVariance(shielding));
     const double shift = reference + slope * shielding;
     return {shift, shift - half, shift + half};

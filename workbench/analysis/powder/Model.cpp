@@ -3,13 +3,17 @@
 
 #include "analysis/powder/Matrices.h"
 #include "analysis/powder/Frequency.h"
+#include "analysis/powder/GslErrors.h"
 
 #include <Eigen/Dense>
 #include <Eigen/Eigenvalues>
 
+#include <gsl/gsl_eigen.h>
+
 #include <algorithm>
 #include <cmath>
 #include <complex>
+#include <memory>
 #include <stdexcept>
 
 namespace Workbench::Powder {
@@ -26,6 +30,78 @@ bool isFinite(const Tensor &tensor)
 bool isHalfInteger(double spin)
 {
     return std::fmod(2 * spin, 2) == 1;
+}
+
+using Complex = std::complex<double>;
+
+/// Of one spin, in the states of its z component, from the highest on; row by row.
+struct Operator {
+    explicit Operator(size_t states) : size(states), elements(states * states) { }
+    Complex &at(size_t row, size_t column) { return elements[row * size + column]; }
+    const Complex &at(size_t row, size_t column) const { return elements[row * size + column]; }
+
+    size_t size;
+    std::vector<Complex> elements;
+};
+
+Operator product(const Operator &a, const Operator &b)
+{
+    Operator result(a.size);
+    for (size_t i = 0; i < a.size; ++i) {
+        for (size_t k = 0; k < a.size; ++k) {
+            for (size_t j = 0; j < a.size; ++j)
+                result.at(i, j) += a.at(i, k) * b.at(k, j);
+        }
+    }
+    return result;
+}
+
+/// x, y and z of the spin.
+std::array<Operator, 3> spinOperators(double spin)
+{
+    const auto size = size_t(2 * spin + 1);
+    Operator x(size), y(size), z(size);
+    for (size_t i = 0; i < size; ++i) {
+        const double m = spin - double(i);
+        z.at(i, i) = m;
+        if (i == 0)
+            continue;
+        const double half = 0.5 * std::sqrt(spin * (spin + 1) - m * (m + 1));
+        x.at(i - 1, i) = x.at(i, i - 1) = half;
+        y.at(i - 1, i) = Complex(0, -half);
+        y.at(i, i - 1) = Complex(0, half);
+    }
+    return {x, y, z};
+}
+
+/// The energies of the states that are for the most part the given ones; none where a state is too mixed to say.
+std::optional<std::array<double, 2>> levels(Operator hamiltonian, const std::array<size_t, 2> &states)
+{
+    returnGslErrors();
+    const size_t size = hamiltonian.size;
+    std::vector<double> energies(size);
+    Operator vectors(size); // columns
+    const auto view = [size](Operator &of) {
+        return gsl_matrix_complex_view_array(reinterpret_cast<double *>(of.elements.data()), size, size);
+    };
+    gsl_matrix_complex_view matrix = view(hamiltonian), found = view(vectors);
+    gsl_vector_view values = gsl_vector_view_array(energies.data(), size);
+    const std::unique_ptr<gsl_eigen_hermv_workspace, decltype(&gsl_eigen_hermv_free)> workspace(
+        gsl_eigen_hermv_alloc(size), gsl_eigen_hermv_free);
+    gsl_eigen_hermv(&matrix.matrix, &values.vector, &found.matrix, workspace.get());
+
+    std::array<double, 2> result{};
+    for (size_t i = 0; i < states.size(); ++i) {
+        size_t best = 0;
+        for (size_t k = 1; k < size; ++k) {
+            if (std::norm(vectors.at(states[i], k)) > std::norm(vectors.at(states[i], best)))
+                best = k;
+        }
+        if (!(std::norm(vectors.at(states[i], best)) > 0.5))
+            return std::nullopt;
+        result[i] = energies[best];
+    }
+    return result;
 }
 
 } // namespace
@@ -94,18 +170,12 @@ std::optional<double> secondOrderError(const Site &site, const Conditions &condi
     const double spin = conditions.spin;
     if (!isHalfInteger(spin) || spin < 1 || !site.coupling)
         return std::nullopt;
-    using Complex = std::complex<double>;
-    using Operator = Eigen::MatrixXcd;
-    const int size = int(2 * spin + 1);
-    Operator z = Operator::Zero(size, size), plus = z;
-    for (int i = 0; i < size; ++i) {
-        const double m = spin - i;
-        z(i, i) = m;
-        if (i > 0)
-            plus(i - 1, i) = std::sqrt(spin * (spin + 1) - m * (m + 1));
+    const std::array<Operator, 3> axes = spinOperators(spin);
+    std::vector<Operator> products; // of each two
+    for (const Operator &left : axes) {
+        for (const Operator &right : axes)
+            products.push_back(product(left, right));
     }
-    const Operator minus = plus.adjoint();
-    const Operator axes[] = {0.5 * (plus + minus), Complex(0, -0.5) * (plus - minus), z};
     const Matrix3d q = withoutTrace(symmetric(*site.coupling)) * 1e6;
     if (q.isZero(0))
         return 0;
@@ -122,23 +192,23 @@ std::optional<double> secondOrderError(const Site &site, const Conditions &condi
             continue;
         const Eigen::Vector3d b = principal.eigenvectors() * local.normalized();
         // Quadrupole tensor in a frame with the field along z: I.q.I / (2 I (2I - 1)).
-        const Matrix3d turn = Eigen::Quaterniond::FromTwoVectors(b, Eigen::Vector3d::UnitZ()).toRotationMatrix();
-        const Matrix3d turned = turn * q * turn.transpose();
-        Operator hamiltonian = larmor * z;
-        for (int i = 0; i < 3; ++i) {
-            for (int j = 0; j < 3; ++j)
-                hamiltonian += turned(i, j) / (2 * spin * (2 * spin - 1)) * (axes[i] * axes[j]);
+        Matrix3d turn;
+        turn.row(0) = b.unitOrthogonal();
+        turn.row(1) = b.cross(Eigen::Vector3d(turn.row(0)));
+        turn.row(2) = b;
+        const Matrix3d turned = turn * q * turn.transpose() / (2 * spin * (2 * spin - 1));
+        Operator hamiltonian(axes[2].size);
+        for (size_t i = 0; i < hamiltonian.elements.size(); ++i) {
+            hamiltonian.elements[i] = larmor * axes[2].elements[i];
+            for (size_t k = 0; k < products.size(); ++k)
+                hamiltonian.elements[i] += turned(ptrdiff_t(k / 3), ptrdiff_t(k % 3)) * products[k].elements[i];
         }
-        const Eigen::SelfAdjointEigenSolver<Operator> levels(hamiltonian);
-        const auto level = [&](int state) -> std::optional<double> {
-            int best = 0;
-            const double overlap = levels.eigenvectors().row(state).cwiseAbs2().maxCoeff(&best);
-            return overlap > 0.5 ? std::optional(levels.eigenvalues()[best]) : std::nullopt;
-        };
-        const auto upper = level(size / 2 - 1), lower = level(size / 2); // m = 1/2 and -1/2
-        if (!upper || !lower)
+        const size_t upper = axes[2].size / 2 - 1; // m = 1/2
+        const auto energies = levels(std::move(hamiltonian), {upper, upper + 1});
+        if (!energies)
             return std::nullopt;
-        worst = std::max(worst, std::abs(*upper - *lower - larmor - valueAt(form, {b.x(), b.y(), b.z()})));
+        const double exact = (*energies)[0] - (*energies)[1] - larmor;
+        worst = std::max(worst, std::abs(exact - valueAt(form, {b.x(), b.y(), b.z()})));
     }
     return worst;
 }

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/powder/SpectrumFit.h"
 
+#include "analysis/powder/GslErrors.h"
 #include "analysis/powder/Trigonometry.h"
 
-#include <gsl/gsl_errno.h>
 #include <gsl/gsl_multifit_nlinear.h>
 
 #include <algorithm>
@@ -263,7 +263,7 @@ struct Minimum {
 /// The method of Levenberg and Marquardt, from a start that need not be near.
 Minimum minimise(Model &model, const Values &measured, const Values &start, const Values &differences)
 {
-    gsl_set_error_handler_off(); // Errors come back as numbers, instead of ending the program.
+    returnGslErrors();
     Residuals residuals(model, measured, differences);
     const gsl_multifit_nlinear_parameters parameters = gsl_multifit_nlinear_default_parameters();
     const std::unique_ptr<gsl_multifit_nlinear_workspace, decltype(&gsl_multifit_nlinear_free)> workspace(
