@@ -348,6 +348,7 @@ private Q_SLOTS:
                                                        "/paracetamol-1H.csv")
                                          << 7 << 7;
         QTest::newRow("methyl") << QByteArray("--average ch3 --experiment 1H=" SAMPLES "/paracetamol-1H.csv") << 7 << 6;
+        QTest::newRow("each place once") << QByteArray("--experiment 1H=" SAMPLES "/paracetamol-1H.csv") << 9 << 8;
         QTest::newRow("no symmetry") << QByteArray("--symmetry-tolerance 0 --experiment 13C=" SAMPLES
                                                    "/paracetamol-13C.csv")
                                      << 32 << 31;

@@ -2107,6 +2107,10 @@ Optionen:
         <source>option --reference-set: it goes behind the command</source>
         <translation>Option --reference-set: sie gehört hinter den Befehl</translation>
     </message>
+    <message>
+        <source>%1: the %2 lines lie at %3 places, which were compared</source>
+        <translation>%1: die %2 Linien liegen an %3 Stellen, die verglichen wurden</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::AgreementPlot</name>

@@ -303,6 +303,14 @@ void PowderDialog::chooseNucleus(const QString &nucleus)
     changed();
 }
 
+QString PowderDialog::siteText(const PowderSite &site)
+{
+    const QString text = tr("%1: %2 ppm").arg(site.name).arg(site.values.shift, 0, 'f', 1);
+    return site.values.coupling == 0
+        ? text
+        : text + tr(", Cq %1 MHz, η %2").arg(site.values.coupling, 0, 'f', 3).arg(site.values.asymmetry, 0, 'f', 2);
+}
+
 /// All sites of the nucleus, with the chosen ones checked.
 void PowderDialog::fillSites()
 {
@@ -312,16 +320,27 @@ void PowderDialog::fillSites()
     all.labels.clear();
     try {
         for (const PowderSite &site : PowderSites::of(m_structure, m_unique, all).sites) {
-            QString text = tr("%1: %2 ppm").arg(site.name).arg(site.values.shift, 0, 'f', 1);
-            if (site.values.coupling != 0)
-                text +=
-                    tr(", Cq %1 MHz, η %2").arg(site.values.coupling, 0, 'f', 3).arg(site.values.asymmetry, 0, 'f', 2);
-            auto *item = new QListWidgetItem(text, m_siteList);
+            auto *item = new QListWidgetItem(siteText(site), m_siteList);
             item->setData(Qt::UserRole, site.label);
             item->setFlags(Qt::ItemIsUserCheckable | Qt::ItemIsEnabled | Qt::ItemIsSelectable);
             const bool isChosen = m_settings.labels.isEmpty() || m_settings.labels.contains(site.label);
             item->setCheckState(isChosen ? Qt::Checked : Qt::Unchecked);
         }
+    } catch (const std::exception &) {
+        // The preview says what is wrong.
+    }
+}
+
+/// As reference, slope and factor are now.
+void PowderDialog::describeSites()
+{
+    const QSignalBlocker blocker(m_siteList);
+    PowderSettings all = m_settings;
+    all.labels.clear();
+    try {
+        const std::vector<PowderSite> sites = PowderSites::of(m_structure, m_unique, all).sites;
+        for (int i = 0; i < std::min(m_siteList->count(), int(sites.size())); ++i)
+            m_siteList->item(i)->setText(siteText(sites[size_t(i)]));
     } catch (const std::exception &) {
         // The preview says what is wrong.
     }
@@ -351,6 +370,7 @@ void PowderDialog::showNumbers()
 void PowderDialog::changed()
 {
     m_fitResult->hide();
+    describeSites();
     m_timer.start();
 }
 

@@ -51,6 +51,8 @@ private:
     void addFit(QFormLayout *form);
     void chooseNucleus(const QString &nucleus);
     void fillSites();
+    void describeSites();
+    static QString siteText(const PowderSite &site);
     void takeSites();
     void showNumbers();
     void changed();

@@ -394,6 +394,27 @@ LinePairing LinePairing::of(const std::vector<ComparedSite> &sites, const std::v
     return pairing;
 }
 
+std::vector<MeasuredLine> mergedLines(const std::vector<MeasuredLine> &lines)
+{
+    std::vector<MeasuredLine> merged;
+    std::vector<int> counts;
+    for (const MeasuredLine &line : lines) {
+        const auto known = std::find_if(merged.begin(), merged.end(), [&](const MeasuredLine &other) {
+            return other.shift == line.shift && other.sites == line.sites;
+        });
+        if (known == merged.end()) {
+            merged.push_back(line);
+            counts.push_back(1);
+        } else {
+            ++counts[std::size_t(known - merged.begin())];
+        }
+    }
+    const bool isTold = std::adjacent_find(counts.begin(), counts.end(), std::not_equal_to<>()) != counts.end();
+    for (std::size_t i = 0; i < merged.size() && isTold; ++i)
+        merged[i].count = counts[i] * merged[i].count.value_or(1);
+    return merged;
+}
+
 QString LinePairing::text() const
 {
     if (mode == Mode::Assigned)

@@ -23,6 +23,10 @@ struct MeasuredLine {
     QStringList sites; ///< labels of the sites that the line was assigned to
 };
 
+/// Lines at one place that name the same sites are one, which counts as often as it was listed unless all were listed
+/// equally often.
+std::vector<MeasuredLine> mergedLines(const std::vector<MeasuredLine> &lines);
+
 /// Which lines belong to which sites.
 struct LinePairing {
     enum class Mode {
