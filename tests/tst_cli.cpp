@@ -283,7 +283,11 @@ private Q_SLOTS:
         // Of several files those that can be read are shown; the assumptions are told where a measurement is used.
         const Finished several = runProgram({u"experiment"_s, directory.filePath(u"s.csv"_s), directory.path()});
         QCOMPARE(several.status, 3);
-        QVERIFY(several.output.contains(u"4096 points") && several.errors.contains(directory.path()));
+        const QString axis =
+            u"4096 points from %1 to %2 ppm"_s.arg(original[u"dimensions"][0][u"first"].toDouble(), 0, 'f', 4)
+                .arg(original[u"dimensions"][0][u"last"].toDouble(), 0, 'f', 4);
+        QVERIFY2(several.output.contains(axis) && several.errors.contains(directory.path()),
+                 qPrintable(several.output));
         const Finished rmsd = runProgram({u"rmsd"_s, QStringLiteral(SAMPLES "/paracetamol.magres"), u"--nucleus"_s,
                                           u"13C"_s, u"--experiment"_s, directory.filePath(u"s.csv"_s)});
         QVERIFY2(rmsd.errors.contains(u"Read as a spectrum: 4096"), qPrintable(rmsd.errors));

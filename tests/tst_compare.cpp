@@ -362,6 +362,7 @@ private Q_SLOTS:
         const QByteArray output =
             m_program.run("compare --format json " + options, {QStringLiteral(SAMPLES "/paracetamol.magres")});
         QVERIFY2(m_program.status == 0, m_program.errors);
+        QVERIFY2(m_program.errors.contains("/paracetamol-1"), m_program.errors); // what was assumed about the file
         const QJsonObject nucleus = QJsonDocument::fromJson(output)[u"nuclei"][0].toObject();
         const QJsonArray pairs = nucleus[u"pairs"].toArray();
         QCOMPARE(pairs.size(), sites);
