@@ -433,7 +433,8 @@ private Q_SLOTS:
         row("line 1: expected a number, found \"inf\"", "1,inf\n");
         row("line 2: expected a shift such as 7.26 or 7.26 (2H), found \"foo\"",
             "In CDCl3:\n13C NMR: δ 170.2, foo, 133.3\n");
-        row("more than one list of shifts", "1H NMR δ 7.2, 7.1. 13C NMR (100 MHz) δ 120.1, 119.2.\n");
+        row("more than one list of shifts", "1H NMR δ 9.7 (1H), 7.3 (2H), 6.7\n13C NMR δ 168.1, 153.0\n");
+        row("each needs a file of its own", "1H NMR δ 7.2, 7.1. 13C NMR (100 MHz) δ 120.1, 119.2.\n");
         row("line 1: no table of numbers", "Dear all,\nplease find 3 peaks below.\nRegards\n");
         row("no table of numbers was found", "Dear colleague,\nthe spectrum\nfollows\n");
         row("not evenly spaced, as those of a spectrum must be",

@@ -146,6 +146,9 @@ std::optional<MeasuredPeaks> parse(const std::vector<TextLine> &lines, const QSt
     if (shifts.size() < 2 || 2 * std::count_if(shifts.begin(), shifts.end(), isShift) <= shifts.size())
         return {};
 
+    if (head().match(text).hasMatch())
+        fail(source, line, Texts::tr("there is more than one list of shifts: each needs a file of its own"));
+
     MeasuredPeaks result;
     result.title = QFileInfo(source).completeBaseName();
     result.format = Texts::tr("text of a publication");
@@ -158,8 +161,6 @@ std::optional<MeasuredPeaks> parse(const std::vector<TextLine> &lines, const QSt
                      .arg(ReaderText::excerpt(entry.toStdString())));
         result.peaks.push_back(*peak);
     }
-    if (head().match(rest).hasMatch())
-        fail(source, line, Texts::tr("there is more than one list of shifts: each needs a file of its own"));
     // Numbers of nuclei mean something only where all are told.
     if (std::any_of(result.peaks.begin(), result.peaks.end(),
                     [](const MeasuredPeak &peak) { return peak.count == 0; })) {
