@@ -28,10 +28,11 @@ public:
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
-    /// The output of a line of arguments; an @ stands for the directory.
+    /// The output of a line of arguments, run in the directory; an @ stands for that.
     QByteArray run(const QByteArray &line, const QStringList &more = {}, const QByteArray &input = {})
     {
         QProcess process;
+        process.setWorkingDirectory(m_directory.path());
         const QString all = QString::fromUtf8(line).replace(u'@', m_directory.path() + u'/');
         process.start(QStringLiteral(WORKBENCH_PROGRAM), all.split(u' ', Qt::SkipEmptyParts) + more);
         process.write(input);

@@ -265,26 +265,6 @@ private Q_SLOTS:
         window().powderCommands()->create();
         QVERIFY(!scene().currentNmrItem());
     }
-
-    void otherPeoplesSettingsAreChecked()
-    {
-        SpectrumEntry entry;
-        QVERIFY(!PowderOrigin::of(entry));
-        const QVariantHash good{{u"nucleus"_s, u"27Al"_s}, {u"freq"_s, 400.0},      {u"rotation"_s, u"mas"_s},
-                                {u"rate"_s, 1e4},          {u"ref"_s, 10.0},        {u"slope"_s, -1.0},
-                                {u"scale"_s, 1.0},         {u"lorentzian"_s, 30.0}, {u"pts"_s, 1024}};
-        entry.setParameters(u"powder"_s, good);
-        QVERIFY(PowderOrigin::of(entry));
-        const std::pair<QString, QVariant> bad[] = {{u"nucleus"_s, u"99Xx"_s},     {u"freq"_s, std::nan("")},
-                                                    {u"rotation"_s, u"upwards"_s}, {u"pts"_s, -1},
-                                                    {u"lorentzian"_s, -5.0},       {u"ref"_s, INFINITY}};
-        for (const auto &[key, value] : bad) {
-            QVariantHash hash = good;
-            hash[key] = value;
-            entry.setParameters(u"powder"_s, hash);
-            QVERIFY2(!PowderOrigin::of(entry), qPrintable(key));
-        }
-    }
 };
 
 QTEST_MAIN(TestPowderWindow)

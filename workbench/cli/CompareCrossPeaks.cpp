@@ -347,8 +347,9 @@ QByteArray Report::text() const
 QByteArray Report::csv() const
 {
     QByteArray csv = "pairing,site_f2,site_f1,peaks,calculated_f2,measured_f2,calculated_f1,measured_f1\n";
+    const QByteArray start = mode().contains(u',') ? '"' + mode().toUtf8() + '"' : mode().toUtf8();
     for (std::size_t i = 0; i < peaks.size(); ++i) {
-        csv += mode().contains(u',') ? '"' + mode().toUtf8() + '"' : mode().toUtf8();
+        csv += start;
         for (const QString &site : peaks[i].sites)
             csv += ",\"" + site.toUtf8().replace('"', "\"\"") + '"';
         csv += ',' + QByteArray::number(peaks[i].peaks);
@@ -359,6 +360,13 @@ QByteArray Report::csv() const
             if (isPaired(i))
                 NumberText::append17(csv, measuredAt(i, d));
         }
+        csv += '\n';
+    }
+    for (int line : pairing.leftOut) {
+        csv += start + ",,,,,";
+        NumberText::append17(csv, measured[std::size_t(line)][0]);
+        csv += ",,";
+        NumberText::append17(csv, measured[std::size_t(line)][1]);
         csv += '\n';
     }
     return csv;
