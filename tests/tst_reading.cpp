@@ -156,6 +156,11 @@ private Q_SLOTS:
         };
         row("atoms", "units atom", "Units record in line %1 cannot be parsed");
         row("magres", "unitsfoo ppm", "Units record in line %1 cannot be parsed");
+        row("atoms", "units", "Units record in line %1 cannot be parsed");
+        row("atoms", "lattice", "Lattice record in line %1 cannot be parsed");
+        row("atoms", "atom", "Atom record in line %1 cannot be parsed");
+        row("magres", "ms", "Ms record in line %1 cannot be parsed");
+        row("magres", "units atom Angstrom 1", "Units record in line %1 cannot be parsed");
         row("atoms", "units atom nm", "Only Angstroms are supported as atom units but %1 is found");
         row("magres", "units ms Hz", "Only ppm are supported for shielding but %1 is found");
         row("atoms", "lattice 1 0 0 0 1 0 0 0", "Lattice record in line %1 cannot be parsed");
@@ -207,6 +212,10 @@ private Q_SLOTS:
         const MagresData data = parsed("[atoms]\natom \xC3\x83\xC2\xA9 x 1 0 0 0\natom \xC3\xA9 x 1 0 0 0\n");
         QCOMPARE(data.atoms[0].type, QByteArray("\xC3\xA9"));
         QCOMPARE(data.atoms[1].type, QByteArray("\xE9"));
+        // A label that is the species of the next atom, or the word that begins the line.
+        const MagresData named = parsed("[atoms]\natom H C 1 0 0 0\natom C atom 1 0 0 0\n");
+        QCOMPARE(named.atoms[0].type + named.atoms[1].type, QByteArray("HC"));
+        QCOMPARE(named.atoms[1].labels, QByteArrayList{"atom"});
     }
 
     void unitsAreCheckedUntilAccepted()

@@ -11,6 +11,7 @@
 #include "support/TPluginError.h"
 #include "synthesis/ParameterStep.h"
 #include "synthesis/PeakList.h"
+#include "synthesis/Sites.h"
 #include "synthesis/SpectrumRecord.h"
 
 #include <QtTest>
@@ -629,6 +630,39 @@ private Q_SLOTS:
         QVERIFY(empty.nucF2.isEmpty() && near(empty.RangeF2[1], 12.2));
     }
 
+    /// Each dimension has its own flag, and in 1D that of the other one stays.
+    void quadrupolarFlagsAreOfTheirDimension()
+    {
+        for (const QList<bool> &flags : {QList<bool>{true, false}, QList<bool>{false, true}})
+            for (const QString &nucF1 : {QString(), u"1H"_s}) {
+                MagresSpecParams p = parametersFor(u"14N"_s, nucF1);
+                p.qShift = flags;
+                Magres::completeParameters(methylamine(), p, TestNuclei());
+                QCOMPARE(p.qShift, flags);
+                QVERIFY(Magres::shiftRule(p, 0, TestNuclei()).withQuadShift == flags[0]
+                        && Magres::shiftRule(p, 1, TestNuclei()).withQuadShift == flags[1]);
+            }
+    }
+
+    /// From the highest shift to the lowest, in F2 first; equal peaks as they were.
+    void orderOfPeaks()
+    {
+        QList<SpectrumPeak> peaks;
+        for (const auto &[f2, f1, height] :
+             {std::array{5.0, 1.0, 1.0}, std::array{5.0, 3.0, 2.0}, std::array{7.0, 0.0, 3.0},
+              std::array{5.0, 3.0, 4.0}, std::array{-1.0, 9.0, 5.0}}) {
+            SpectrumPeak &peak = peaks.emplaceBack();
+            peak.positionF2 = f2;
+            peak.positionF1 = f1;
+            peak.height = height;
+        }
+        Magres::sortPeaks(peaks);
+        QList<double> order;
+        for (const SpectrumPeak &peak : peaks)
+            order.append(peak.height);
+        QCOMPARE(order, (QList<double>{3, 2, 4, 1, 5}));
+    }
+
     void axes()
     {
         MagresSpecParams p = parametersFor(u"1H"_s);
@@ -756,6 +790,7 @@ private Q_SLOTS:
               std::tuple(128, 128, 600.0, 0.0, -infinite, "The range of 13C is not finite"),
               std::tuple(128, 128, 600.0, -2.1e6, 0.0, "The range of 1H lies below -1000000 ppm"),
               std::tuple(128, 128, 600.0, 0.0, -2.1e6, "The range of 13C lies below -1000000 ppm"),
+              std::tuple(128, 128, 512.0, -2000001.0, 0.0, "The range of 1H lies below -1000000 ppm"), // exactly at it
               std::tuple(128, 128, 600.0, 0.0, 0.0, "")}) {
             MagresSpecParams p = parametersFor(u"1H"_s, u"13C"_s);
             p.ptsF2 = ptsF2;
