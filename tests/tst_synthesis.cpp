@@ -408,18 +408,29 @@ private Q_SLOTS:
     /// Cells of another number along each axis of the lattice.
     void partnersInUnevenCells()
     {
-        const std::array<Position, 3> cell{{{4.5, 0, 0}, {0.7, 10.5, 0}, {-0.4, 1.1, 23}}};
+        struct Case {
+            std::array<Position, 3> cell;
+            int atoms;
+            Position from, to;
+        };
         Crystals::Random random(17);
-        for (const std::array<std::size_t, 3> &axes : {std::array<std::size_t, 3>{0, 1, 2}, {2, 1, 0}, {1, 2, 0}}) {
-            MagresData data;
-            for (std::size_t axis : axes)
-                data.lattice.append({cell[axis][0], cell[axis][1], cell[axis][2]});
-            for (int i = 0; i < 150; ++i) {
-                MagresAtom &atom = addAtom(data, i % 4 == 0 ? "C" : "H", i);
-                atom.pos = {random.uniform(-2, 4), random.uniform(-5, 10), random.uniform(-11, 23)};
-                data.shieldings.append({atom.labels, atom.No, {1, 0, 0, 0, 1, 0, 0, 0, 1}});
+        for (const auto &[cell, atoms, from, to] :
+             {Case{{{{4.5, 0, 0}, {0.7, 10.5, 0}, {-0.4, 1.1, 23}}}, 150, {-2, -5, -11}, {4, 10, 23}},
+              // almost empty, with the atoms about a corner
+              Case{{{{60, 0, 0}, {3, 33, 0}, {-2, 4, 90}}}, 40, {-4, -3, -5}, {4, 5, 6}}}) {
+            for (const std::array<std::size_t, 3> &axes :
+                 {std::array<std::size_t, 3>{0, 1, 2}, {2, 1, 0}, {1, 2, 0}, {0, 2, 1}}) {
+                MagresData data;
+                for (std::size_t axis : axes)
+                    data.lattice.append({cell[axis][0], cell[axis][1], cell[axis][2]});
+                for (int i = 0; i < atoms; ++i) {
+                    MagresAtom &atom = addAtom(data, i % 4 == 0 ? "C" : "H", i);
+                    for (std::size_t axis = 0; axis < 3; ++axis)
+                        atom.pos[axis] = random.uniform(from[axis], to[axis]);
+                    data.shieldings.append({atom.labels, atom.No, {1, 0, 0, 0, 1, 0, 0, 0, 1}});
+                }
+                comparePartners(data, cell);
             }
-            comparePartners(data, cell);
         }
     }
 
