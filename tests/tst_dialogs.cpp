@@ -266,12 +266,14 @@ private Q_SLOTS:
                 WMagresDialog dialog(m_molecule, parameters, properties);
                 QCOMPARE(dialog.pos(), at);
                 QCOMPARE(QGuiApplication::overrideCursor(), nullptr);
-                for (const char *group : {"fGbF2", "fGbF1"})
-                    for (const QWidget *widget : find<QGroupBox>(dialog, group)->findChildren<QWidget *>()
-                             << find<QGroupBox>(dialog, group))
-                        if (qobject_cast<const QLabel *>(widget) || qobject_cast<const QCheckBox *>(widget)
-                            || qobject_cast<const QGroupBox *>(widget))
-                            QCOMPARE(widget->palette().color(QPalette::WindowText), QColor(Qt::black));
+                const auto text = [](const QWidget *widget) { return widget->palette().color(QPalette::WindowText); };
+                for (const char *group : {"fGbF2", "fGbF1"}) {
+                    QCOMPARE(text(find<QGroupBox>(dialog, group)), QColor(Qt::black));
+                    for (const QLabel *label : find<QGroupBox>(dialog, group)->findChildren<QLabel *>())
+                        QCOMPARE(text(label), QColor(Qt::black));
+                    for (const QCheckBox *box : find<QGroupBox>(dialog, group)->findChildren<QCheckBox *>())
+                        QCOMPARE(text(box), QColor(Qt::black));
+                }
                 dialog.move(12, 34);
             }
             QCOMPARE(QSettings().value(u"magresPlugin/dialogPos"_s).toPoint(), QPoint(12, 34));

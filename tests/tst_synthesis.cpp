@@ -522,6 +522,16 @@ private Q_SLOTS:
         QCOMPARE(merged.size(), 4); // three of the amine group, and the methyl group's
         QVERIFY2(merged[0].startsWith("H4(5) 26.00 x C1(0) 99.00: "), merged[0]);
         QCOMPARE(merged[3], "H1+H2+H3(1+2+3) 28.00 x C1(0) 99.00: " + heights({"1H", "13C"}, {1, 2, 3}));
+        // Averaged in both: partners are the nearest, of which H1 has H2, and H2 and H3 have H1.
+        p.nucF1 = u"1H"_s;
+        p.corr = 1;
+        p.avIdx = 2;
+        QByteArrayList both = described(Magres::makePeaks(data, p, TestNuclei()));
+        for (QByteArray &line : both)
+            line.truncate(line.indexOf(':'));
+        QCOMPARE(both,
+                 (QByteArrayList{"H1+H2+H3(1+2+3) 28.00 x H1+H2+H3(2+1+3) 28.00", "H7(8) 23.00 x H4+H5+H6(6+5+7) 25.00",
+                                 "H4+H5+H6(5+7+6) 25.00 x H4+H5+H6(6+7+5) 25.00"}));
     }
 
     void missingShieldingEndsIt()
