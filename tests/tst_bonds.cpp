@@ -120,6 +120,15 @@ private Q_SLOTS:
             QTest::addRow("%d random atoms", count) << randomAtoms(count, std::uint64_t(count) + 1);
         QTest::addRow("molecules") << Crystals::molecular(300).atoms;
         QTest::addRow("framework") << Crystals::framework(300).atoms;
+        // Neighbours almost as far apart as cells of the search are wide, in every direction.
+        for (std::size_t axis : {0, 1, 2}) {
+            QList<MagresAtom> chain;
+            for (int i = 0; i < 700; ++i) {
+                chain.append(atomAt("H", -200.0, 50.0, 50.0));
+                chain.last().pos[axis] += 0.6819 * i;
+            }
+            QTest::addRow("chain along %d", int(axis)) << chain;
+        }
         QTest::addRow("all in one place") << QList<MagresAtom>(60, atomAt("C", 1.0, 2.0, 3.0));
     }
 

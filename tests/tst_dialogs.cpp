@@ -2,6 +2,7 @@
 #include "TestData.h"
 #include "TestNuclei.h"
 #include "ui/WMagresDialog.h"
+#include "ui/WMagresQuadIsoDialog.h"
 
 #include <QtTest>
 #include <QtWidgets>
@@ -203,6 +204,108 @@ private Q_SLOTS:
         QCOMPARE(hintF2(dialog), u"Range in data: 120.5 / 260.1 ppm"_s);
         find(dialog, "fSpSfrq")->setValue(500.0);
         QVERIFY(!parameters.RangeF1User);
+    }
+
+    /// Which ranges each field makes anew: with those of the user in both dimensions before.
+    void fieldsAndTheRangesTheyMove()
+    {
+        for (const auto &[name, movesF2, movesF1] :
+             {std::tuple("fSpSfrq", true, true), std::tuple("fSpCSRefF2", true, false),
+              std::tuple("fSpCSSlopeF2", true, false), std::tuple("fCbQShiftF2", true, false),
+              std::tuple("fCbNucF2", true, false), std::tuple("fSpCSRefF1", false, true),
+              std::tuple("fSpCSSlopeF1", false, true), std::tuple("fCbQShiftF1", false, true),
+              std::tuple("fCbNucF1", false, true), std::tuple("fSpLwF2", false, false),
+              std::tuple("fSpLwF1", false, false), std::tuple("fCbPtsF2", false, false),
+              std::tuple("fCbPtsF1", false, false), std::tuple("fCbCorr", false, false),
+              std::tuple("fCbAv", false, false), std::tuple("fCbDims", false, false)}) {
+            MagresSpecParams parameters = record(1, "14N", "2H");
+            parameters.RangeF2User = parameters.RangeF1User = true;
+            parameters.RangeF2 = {-1.5, 2.5};
+            parameters.RangeF1 = {-3.5, 4.5};
+            WMagresDialog dialog(m_molecule, parameters, properties);
+            auto *field = find<QWidget>(dialog, name);
+            if (auto *number = qobject_cast<QDoubleSpinBox *>(field))
+                number->stepUp();
+            else if (auto *choice = qobject_cast<QComboBox *>(field))
+                choice->setCurrentIndex(choice->currentIndex() == 0 ? 1 : 0);
+            else
+                qobject_cast<QCheckBox *>(field)->toggle();
+            QVERIFY2(parameters.RangeF2User != movesF2 && parameters.RangeF1User != movesF1, name);
+            QVERIFY2((find(dialog, "fSpFromF2")->value() == -1.5) != movesF2, name);
+            QVERIFY2((find(dialog, "fSpFromF1")->value() == -3.5) != movesF1, name);
+            QVERIFY2((find(dialog, "fSpToF2")->value() == 2.5) != movesF2, name);
+            QVERIFY2((find(dialog, "fSpToF1")->value() == 4.5) != movesF1, name);
+        }
+        // The user's own: in its dimension, by either end.
+        for (const char *name : {"fSpFromF2", "fSpToF2", "fSpFromF1", "fSpToF1"}) {
+            MagresSpecParams parameters = record(1, "14N", "2H");
+            WMagresDialog dialog(m_molecule, parameters, properties);
+            QCOMPARE(hintF2(dialog), u"Range in data: 25.0 / 60.0 ppm"_s);
+            QCOMPARE(find<QLabel>(dialog, "fLbSpecHintF1")->text(), u"Range in data: 70.5 / 77.0 ppm"_s);
+            find(dialog, name)->stepUp();
+            QVERIFY2(parameters.RangeF2User == QByteArray(name).endsWith("F2")
+                         && parameters.RangeF1User == QByteArray(name).endsWith("F1"),
+                     name);
+        }
+    }
+
+    /// Where the last one stood, if that is on a screen; without a wait cursor; with dark texts on the light groups.
+    void opensWhereTheLastOneStood()
+    {
+        const QPalette before = QApplication::palette();
+        QPalette light;
+        light.setColor(QPalette::WindowText, Qt::white);
+        QApplication::setPalette(light);
+        for (const auto &[kept, at] :
+             {std::pair(QVariant(), QPoint(0, 0)), std::pair(QVariant(QPoint(70, 45)), QPoint(70, 45)),
+              std::pair(QVariant(QPoint(-70000, 45)), QPoint(0, 0))}) {
+            QSettings().setValue(u"magresPlugin/dialogPos"_s, kept);
+            QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+            {
+                MagresSpecParams parameters = record(1);
+                WMagresDialog dialog(m_molecule, parameters, properties);
+                QCOMPARE(dialog.pos(), at);
+                QCOMPARE(QGuiApplication::overrideCursor(), nullptr);
+                const auto text = [](const QWidget *widget) { return widget->palette().color(QPalette::WindowText); };
+                for (const char *group : {"fGbF2", "fGbF1"}) {
+                    QCOMPARE(text(find<QGroupBox>(dialog, group)), QColor(Qt::black));
+                    for (const QLabel *label : find<QGroupBox>(dialog, group)->findChildren<QLabel *>())
+                        QCOMPARE(text(label), QColor(Qt::black));
+                    for (const QCheckBox *box : find<QGroupBox>(dialog, group)->findChildren<QCheckBox *>())
+                        QCOMPARE(text(box), QColor(Qt::black));
+                }
+                dialog.move(12, 34);
+            }
+            QCOMPARE(QSettings().value(u"magresPlugin/dialogPos"_s).toPoint(), QPoint(12, 34));
+        }
+        QApplication::setPalette(before);
+    }
+
+    /// Elements in the order of the file, isotopes, and the one shown: the chosen, the default, or the first.
+    void isotopeOfEachElement()
+    {
+        TestNuclei nuclei;
+        nuclei.nuclei["63Cu"].abundance = 20.0;
+        nuclei.nuclei["65Cu"].abundance = 80.0;
+        MagresData data = molecule();
+        addAtoms(data, "Cu", {1.0, 2.0});
+        data.QIso = {{u"Cl"_s, u"37Cl"_s}, {u"N"_s, u"15N"_s}, {u"H"_s, u""_s}};
+        WMagresQuadIsoDialog dialog(data, nuclei);
+        auto *element = find<QComboBox>(dialog, "fCbEl");
+        auto *isotope = find<QComboBox>(dialog, "fCbIso");
+        QStringList seen;
+        for (int i : {0, 1, 2, 3, 0}) {
+            if (i != element->currentIndex())
+                element->setCurrentIndex(i);
+            seen.append(dialog.currentElement() + u':');
+            for (int k = 0; k < isotope->count(); ++k)
+                seen.last() += (k == isotope->currentIndex() ? u" *"_s : u" "_s) + isotope->itemText(k);
+        }
+        QCOMPARE(seen.join(u", "), u"H: *2H, N: *14N, Cl: 35Cl *37Cl, Cu: 63Cu *65Cu, H: *2H"_s);
+        QCOMPARE(element->count(), 4);
+        const MagresData nothing;
+        WMagresQuadIsoDialog empty(nothing, nuclei);
+        QCOMPARE(empty.currentElement() + empty.currentIsotope(), QString());
     }
 
     void untouchedNumbersKeepTheirPrecision()

@@ -145,6 +145,9 @@ private Q_SLOTS:
             if (!otherRadius.contains(it.key()))
                 QVERIFY2(near(Magres::covalentRadius(it.key()), it->at(1).toDouble()), it.key());
         }
+        QCOMPARE(Magres::covalentRadius("Lu"), radii["Hf"][1].toDouble());
+        QCOMPARE(Magres::covalentRadius("Hf"), radii["Lu"][1].toDouble());
+        QVERIFY(Magres::covalentRadius("Fe") == 1.52 && Magres::covalentRadius("Co") == 1.5);
         QCOMPARE(known, 81);
 
         // The table's frequencies are magnetogyric ratios times a field, so without the chemical shift of a standard,
@@ -255,7 +258,9 @@ private Q_SLOTS:
              {std::tuple("Al", 0.0, 0.0, "27Al"), std::tuple("C", 0.0, 0.0, ""), std::tuple("N", 0.0, 0.0, "14N"),
               std::tuple("Xyz", 0.0, 0.0, ""), std::tuple("Cu", 69.17, 30.83, "63Cu"),
               std::tuple("Cu", 30.0, 70.0, "65Cu"), std::tuple("Cu", 50.0, 50.0, "63Cu"),
-              std::tuple("Cu", 60.6, 60.1, "65Cu")}) { // within a percent
+              std::tuple("Cu", 60.6, 60.1, "65Cu"), // within a percent
+              std::tuple("Cu", 0.5, 0.3, "65Cu"), std::tuple("Cu", 0.0, 0.0, "")}) {
+            properties.nuclei["27Al"].abundance = abundance63Cu; // the only one is taken, however rare
             properties.nuclei["63Cu"].abundance = abundance63Cu;
             properties.nuclei["65Cu"].abundance = abundance65Cu;
             QCOMPARE(Magres::defaultQuadrupolarIsotope(element, properties), expected);

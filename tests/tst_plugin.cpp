@@ -274,6 +274,7 @@ private Q_SLOTS:
         QCOMPARE(header.toString(), u"η(Q)"_s);
         QCOMPARE(texts(host.scene->tableItem->menu),
                  (QStringList{u"MAGRES"_s, u"Create spectrum..."_s, u"Set Quadrupolar Isotope..."_s}));
+        QVERIFY(!host.scene->tableItem->menu->actions()[0]->icon().isNull());
 
         // Rows tell the molecule which atoms are selected, and are selected by its messages.
         host.scene->view->selectRow(2);
@@ -284,6 +285,50 @@ private Q_SLOTS:
         QMetaObject::invokeMethod(host.scene->table, "tableItem_onLMessage", Q_ARG(QVariantMap, message));
         QCOMPARE(host.scene->view->selectionModel()->selectedRows().size(), 2);
         QCOMPARE(host.scene->tableItem->messages.size(), sent);
+    }
+
+    /// Seven carbons in a row, cut by two faces, in an order of the file in which the parts find each other only the
+    /// second time.
+    void moleculesThatTwoFacesCut()
+    {
+        FakeHost host;
+        newPlugin();
+        read(magresFile("[atoms]\nlattice 10 0 0 0 10 0 0 0 10\natom C C 1 0.5 0.5 5\natom C C 2 2 0.5 5\n"
+                        "atom C C 3 3.5 0.5 5\natom C C 4 7.5 9 5\natom C C 5 7.5 7.5 5\natom C C 6 9 0.5 5\n"
+                        "atom C C 7 7.5 0.5 5\n"));
+        QStringList atoms;
+        for (const QVariant &entry : host.scene->molecule->molecule.value(u"Atoms"_s).toList()) {
+            const QVariantMap atom = entry.toMap();
+            QStringList bonds;
+            for (int bonded : atom.value(u"NB.Num"_s).value<QList<int>>())
+                bonds.append(QString::number(bonded));
+            atoms.append(u"%1,%2,%3 %4"_s.arg(atom[u"X"_s].toDouble())
+                             .arg(atom[u"Y"_s].toDouble())
+                             .arg(atom[u"Z"_s].toDouble())
+                             .arg(bonds.join(u'+')));
+        }
+        QCOMPARE(atoms.join(u' '),
+                 u"10.5,0.5,5 1+5 12,0.5,5 0+2 13.5,0.5,5 1 7.5,-1,5 4+6 7.5,-2.5,5 3 9,0.5,5 0+6 7.5,0.5,5 3+5"_s);
+    }
+
+    /// As in a host without windows.
+    void tableWithoutAView()
+    {
+        FakeHost host;
+        auto *plugin = qobject_cast<IPlugin_v1_4 *>(newPlugin());
+        read(m_file);
+        const std::unique_ptr<QObject> table(plugin->createItem(66542));
+        FakeItem item;
+        QMetaObject::invokeMethod(table.get(), "tableItem_fromMap",
+                                  Q_ARG(QVariantMap, (QVariantMap{{u"DataID"_s, host.services->data.firstKey()}})));
+        QMetaObject::invokeMethod(table.get(), "tableItem_init", Q_ARG(QGraphicsWidget *, &item),
+                                  Q_ARG(QAbstractItemView *, nullptr), Q_ARG(QAbstractItemModel *, nullptr));
+        const QVariantMap message{{u"type"_s, 22}, {u"data"_s, QVariantList{0}}};
+        QMetaObject::invokeMethod(table.get(), "tableItem_onLMessage", Q_ARG(QVariantMap, message));
+        for (const char *slot : {"onSelectionChanged", "onDataChanged"})
+            QVERIFY(QMetaObject::invokeMethod(table.get(), slot));
+        QCOMPARE(item.messages, (QVariantList{QVariantMap{{u"type"_s, 22}, {u"data"_s, QVariantList()}}}));
+        QCOMPARE(call(table.get(), "tableModel_rowCount", -1), 3);
     }
 
     void tableAnswersItsHost()

@@ -101,7 +101,8 @@ private Q_SLOTS:
              {QByteArray(text).replace("\n", "\r\n"), text.trimmed(),
               QByteArray(text).replace("\n", " \t\n  ").replace(" ", " \v\t "),
               QByteArray(text).replace("\n", " # atom H H 1 0 0 0\n"),
-              QByteArray(text).replace("\n", "\xC2\xA0\n\xC2\xA0"), QByteArray(20'000'000, 'x') + "\n" + text}) {
+              QByteArray(text).replace("\n", "\xC2\xA0\n\xC2\xA0"), QByteArray(text).replace("\n", "\xC2\xA0\n"),
+              QByteArray(text).replace("\n", "\f\n\xC2\xA0"), QByteArray(20'000'000, 'x') + "\n" + text}) {
             const MagresData data = parsed(variant);
             QCOMPARE(data.atoms.size(), 1);
             QCOMPARE(data.atoms[0].labels, QByteArrayList{"C1"});
@@ -119,8 +120,9 @@ private Q_SLOTS:
               std::pair("0.1000000000000000055511151231257827", 0.1),
               std::pair("inf", std::numeric_limits<double>::infinity())})
             QCOMPARE(parsed(text(token)).atoms[0].pos[0], value);
-        for (const auto &[number, value] : {std::pair("+7", 7), std::pair("-12", -12), std::pair("007", 7),
-                                            std::pair("-2147483648", std::numeric_limits<int>::min())})
+        for (const auto &[number, value] :
+             {std::pair("+7", 7), std::pair("-12", -12), std::pair("007", 7), std::pair("+07", 7), std::pair("+9", 9),
+              std::pair("-2147483648", std::numeric_limits<int>::min())})
             QCOMPARE(parsed(QByteArray("[atoms]\natom C C ") + number + " 0 0 0\n").atoms[0].No, value);
         for (const char *number : {"+", "-", "++7", "+-7", "7.", "0x7", "1e2", "-2147483649"})
             QVERIFY2(parseError(QByteArray("[atoms]\natom C C ") + number + " 0 0 0\n").startsWith(u"Atom number"_s),
@@ -154,6 +156,11 @@ private Q_SLOTS:
         };
         row("atoms", "units atom", "Units record in line %1 cannot be parsed");
         row("magres", "unitsfoo ppm", "Units record in line %1 cannot be parsed");
+        row("atoms", "units", "Units record in line %1 cannot be parsed");
+        row("atoms", "lattice", "Lattice record in line %1 cannot be parsed");
+        row("atoms", "atom", "Atom record in line %1 cannot be parsed");
+        row("magres", "ms", "Ms record in line %1 cannot be parsed");
+        row("magres", "units atom Angstrom 1", "Units record in line %1 cannot be parsed");
         row("atoms", "units atom nm", "Only Angstroms are supported as atom units but %1 is found");
         row("magres", "units ms Hz", "Only ppm are supported for shielding but %1 is found");
         row("atoms", "lattice 1 0 0 0 1 0 0 0", "Lattice record in line %1 cannot be parsed");
@@ -205,15 +212,36 @@ private Q_SLOTS:
         const MagresData data = parsed("[atoms]\natom \xC3\x83\xC2\xA9 x 1 0 0 0\natom \xC3\xA9 x 1 0 0 0\n");
         QCOMPARE(data.atoms[0].type, QByteArray("\xC3\xA9"));
         QCOMPARE(data.atoms[1].type, QByteArray("\xE9"));
+        // A label that is the species of the next atom, or the word that begins the line.
+        const MagresData named = parsed("[atoms]\natom H C 1 0 0 0\natom C atom 1 0 0 0\n");
+        QCOMPARE(named.atoms[0].type + named.atoms[1].type, QByteArray("HC"));
+        QCOMPARE(named.atoms[1].labels, QByteArrayList{"atom"});
     }
 
     void unitsAreCheckedUntilAccepted()
     {
-        for (const char *text : {"[atoms]\nunits lattice Bohr\n", "[atoms]\nunits atom Angstrom\nunits atom Bohr\n"})
+        for (const char *text : {"[atoms]\nunits lattice Bohr\n", "[atoms]\nunits atom Angstrom\nunits atom Bohr\n",
+                                 "[magres]\nunits ms ppm\nunits ms Hz\n", "[atoms]\nunits atom Angstrom\nunits\n"})
             QCOMPARE(parseError(text), QString());
         for (const char *text : {"[magres]\nunits efg au\nunits ms Hz\n",
                                  "[atoms]\nunits atom Angstrom\n[/atoms]\n[magres]\nunits ms Hz\n"})
             QVERIFY2(!parseError(text).isEmpty(), text);
+    }
+
+    void marksOfBlocks()
+    {
+        const QByteArray atom = "\natom C C 1 0 0 0\n";
+        for (const auto &[mark, opens] :
+             {std::pair("[atoms]", true), std::pair("<atoms>", true), std::pair("[atoms] of a cell", true),
+              std::pair("[atoms>", false), std::pair("<atoms]", false), std::pair("[atoms", false),
+              std::pair("(atoms]", false), std::pair("[atomsx]", false), std::pair("[ atoms]", false),
+              std::pair("[/atoms]", false), std::pair("[other]", false), std::pair("[Atoms]", false)})
+            QVERIFY2(parsed(mark + atom).atoms.size() == (opens ? 1 : 0), mark);
+        for (const auto &[mark, closes] :
+             {std::pair("[/atoms]", true), std::pair("</atoms> and so on", true), std::pair("[/atoms>", false),
+              std::pair("[/atoms", false), std::pair("[atoms]", false), std::pair("[xatoms]", false),
+              std::pair("[/other]", false), std::pair("[/]", false), std::pair("[]", false)})
+            QVERIFY2(parsed("[atoms]" + atom + mark + atom).atoms.size() == (closes ? 1 : 2), mark);
     }
 
     void oneAtomsBlockIsUsual()
@@ -226,6 +254,13 @@ private Q_SLOTS:
         QCOMPARE(parseError(many + QByteArray("[atoms]\n[/atoms]\n").repeated(2)), QString());
         QCOMPARE(parseError(many + QByteArray("[atoms]\n[/atoms]\n").repeated(3)),
                  u"The file has more than 3 atoms blocks"_s);
+        // Many are 5000, those of each block once more with each that follows: 1666, 1666 and a few more.
+        for (int last : {2, 3}) {
+            const QByteArray more = QByteArray("atom C C 1 0 0 0\n").repeated(1666)
+                + "[/atoms]\n[atoms]\n[/atoms]\n[atoms]\n" + QByteArray("atom C C 1 0 0 0\n").repeated(last)
+                + "[/atoms]\n[atoms]\n";
+            QCOMPARE(parseError("[atoms]\n" + more).isEmpty(), last == 2);
+        }
     }
 
     void filesThatCannotBeOpened()
@@ -276,6 +311,8 @@ private Q_SLOTS:
             QCOMPARE(back.shieldings[i].principalValues, data.shieldings[order[i]].principalValues);
         }
         QCOMPARE(Magres::atomsInFileOrder(back)[2]->recordNo, 2);
+        back.atoms[4].recordNo = 1; // twice: as the list has them
+        QCOMPARE(Magres::atomsInFileOrder(back)[2]->No, 3);
 
         MagresAtom atom;
         atom.fromMap({{u"pos"_s, QVariant::fromValue(DoubleVector{1, 2})}});

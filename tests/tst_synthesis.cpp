@@ -11,6 +11,7 @@
 #include "support/TPluginError.h"
 #include "synthesis/ParameterStep.h"
 #include "synthesis/PeakList.h"
+#include "synthesis/Sites.h"
 #include "synthesis/SpectrumRecord.h"
 
 #include <QtTest>
@@ -407,18 +408,29 @@ private Q_SLOTS:
     /// Cells of another number along each axis of the lattice.
     void partnersInUnevenCells()
     {
-        const std::array<Position, 3> cell{{{4.5, 0, 0}, {0.7, 10.5, 0}, {-0.4, 1.1, 23}}};
+        struct Case {
+            std::array<Position, 3> cell;
+            int atoms;
+            Position from, to;
+        };
         Crystals::Random random(17);
-        for (const std::array<std::size_t, 3> &axes : {std::array<std::size_t, 3>{0, 1, 2}, {2, 1, 0}, {1, 2, 0}}) {
-            MagresData data;
-            for (std::size_t axis : axes)
-                data.lattice.append({cell[axis][0], cell[axis][1], cell[axis][2]});
-            for (int i = 0; i < 150; ++i) {
-                MagresAtom &atom = addAtom(data, i % 4 == 0 ? "C" : "H", i);
-                atom.pos = {random.uniform(-2, 4), random.uniform(-5, 10), random.uniform(-11, 23)};
-                data.shieldings.append({atom.labels, atom.No, {1, 0, 0, 0, 1, 0, 0, 0, 1}});
+        for (const auto &[cell, atoms, from, to] :
+             {Case{{{{4.5, 0, 0}, {0.7, 10.5, 0}, {-0.4, 1.1, 23}}}, 150, {-2, -5, -11}, {4, 10, 23}},
+              // almost empty, with the atoms about a corner
+              Case{{{{60, 0, 0}, {3, 33, 0}, {-2, 4, 90}}}, 40, {-4, -3, -5}, {4, 5, 6}}}) {
+            for (const std::array<std::size_t, 3> &axes :
+                 {std::array<std::size_t, 3>{0, 1, 2}, {2, 1, 0}, {1, 2, 0}, {0, 2, 1}}) {
+                MagresData data;
+                for (std::size_t axis : axes)
+                    data.lattice.append({cell[axis][0], cell[axis][1], cell[axis][2]});
+                for (int i = 0; i < atoms; ++i) {
+                    MagresAtom &atom = addAtom(data, i % 4 == 0 ? "C" : "H", i);
+                    for (std::size_t axis = 0; axis < 3; ++axis)
+                        atom.pos[axis] = random.uniform(from[axis], to[axis]);
+                    data.shieldings.append({atom.labels, atom.No, {1, 0, 0, 0, 1, 0, 0, 0, 1}});
+                }
+                comparePartners(data, cell);
             }
-            comparePartners(data, cell);
         }
     }
 
@@ -510,6 +522,16 @@ private Q_SLOTS:
         QCOMPARE(merged.size(), 4); // three of the amine group, and the methyl group's
         QVERIFY2(merged[0].startsWith("H4(5) 26.00 x C1(0) 99.00: "), merged[0]);
         QCOMPARE(merged[3], "H1+H2+H3(1+2+3) 28.00 x C1(0) 99.00: " + heights({"1H", "13C"}, {1, 2, 3}));
+        // Averaged in both: partners are the nearest, of which H1 has H2, and H2 and H3 have H1.
+        p.nucF1 = u"1H"_s;
+        p.corr = 1;
+        p.avIdx = 2;
+        QByteArrayList both = described(Magres::makePeaks(data, p, TestNuclei()));
+        for (QByteArray &line : both)
+            line.truncate(line.indexOf(':'));
+        QCOMPARE(both,
+                 (QByteArrayList{"H1+H2+H3(1+2+3) 28.00 x H1+H2+H3(2+1+3) 28.00", "H7(8) 23.00 x H4+H5+H6(6+5+7) 25.00",
+                                 "H4+H5+H6(5+7+6) 25.00 x H4+H5+H6(6+7+5) 25.00"}));
     }
 
     void missingShieldingEndsIt()
@@ -627,6 +649,39 @@ private Q_SLOTS:
         MagresSpecParams empty;
         Magres::completeParameters(MagresData(), empty, nuclei);
         QVERIFY(empty.nucF2.isEmpty() && near(empty.RangeF2[1], 12.2));
+    }
+
+    /// Each dimension has its own flag, and in 1D that of the other one stays.
+    void quadrupolarFlagsAreOfTheirDimension()
+    {
+        for (const QList<bool> &flags : {QList<bool>{true, false}, QList<bool>{false, true}})
+            for (const QString &nucF1 : {QString(), u"1H"_s}) {
+                MagresSpecParams p = parametersFor(u"14N"_s, nucF1);
+                p.qShift = flags;
+                Magres::completeParameters(methylamine(), p, TestNuclei());
+                QCOMPARE(p.qShift, flags);
+                QVERIFY(Magres::shiftRule(p, 0, TestNuclei()).withQuadShift == flags[0]
+                        && Magres::shiftRule(p, 1, TestNuclei()).withQuadShift == flags[1]);
+            }
+    }
+
+    /// From the highest shift to the lowest, in F2 first; equal peaks as they were.
+    void orderOfPeaks()
+    {
+        QList<SpectrumPeak> peaks;
+        for (const auto &[f2, f1, height] :
+             {std::array{5.0, 1.0, 1.0}, std::array{5.0, 3.0, 2.0}, std::array{7.0, 0.0, 3.0},
+              std::array{5.0, 3.0, 4.0}, std::array{-1.0, 9.0, 5.0}}) {
+            SpectrumPeak &peak = peaks.emplaceBack();
+            peak.positionF2 = f2;
+            peak.positionF1 = f1;
+            peak.height = height;
+        }
+        Magres::sortPeaks(peaks);
+        QList<double> order;
+        for (const SpectrumPeak &peak : peaks)
+            order.append(peak.height);
+        QCOMPARE(order, (QList<double>{3, 2, 4, 1, 5}));
     }
 
     void axes()
@@ -756,6 +811,7 @@ private Q_SLOTS:
               std::tuple(128, 128, 600.0, 0.0, -infinite, "The range of 13C is not finite"),
               std::tuple(128, 128, 600.0, -2.1e6, 0.0, "The range of 1H lies below -1000000 ppm"),
               std::tuple(128, 128, 600.0, 0.0, -2.1e6, "The range of 13C lies below -1000000 ppm"),
+              std::tuple(128, 128, 512.0, -2000001.0, 0.0, "The range of 1H lies below -1000000 ppm"), // exactly at it
               std::tuple(128, 128, 600.0, 0.0, 0.0, "")}) {
             MagresSpecParams p = parametersFor(u"1H"_s, u"13C"_s);
             p.ptsF2 = ptsF2;

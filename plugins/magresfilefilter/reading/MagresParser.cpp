@@ -89,7 +89,7 @@ private:
     struct Token {
         QByteArrayView text;
         double value;
-        bool isNumber = false;
+        bool isNumber;
     };
 
     /// Returns the end of the number at p; p itself if there is none.

@@ -2,6 +2,7 @@
 #include "synthesis/PartnerSearch.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace Magres {
 namespace {
@@ -32,8 +33,7 @@ PartnerSearch::PeriodicGrid::PeriodicGrid(const PositionColumns &sites, const Ne
         place.push_back(index(i, j, l));
         ++m_begin[place.back() + 1];
     }
-    for (std::size_t cell = 1; cell < m_begin.size(); ++cell)
-        m_begin[cell] += m_begin[cell - 1];
+    std::partial_sum(m_begin.begin(), m_begin.end(), m_begin.begin());
     std::vector<std::size_t> next = m_begin;
     m_sites.resize(sites.size());
     for (std::size_t site = 0; site < sites.size(); ++site)

@@ -42,9 +42,8 @@ public:
         for (const QByteArray &label : labels)
             found += m_byLabel.take(label);
         std::sort(found.begin(), found.end());
-        found.erase(std::unique(found.begin(), found.end()), found.end());
         QList<SpectrumPeak> peaks;
-        for (qsizetype i : std::as_const(found)) {
+        for (qsizetype i : std::as_const(found)) { // a peak with several of the labels more than once
             if (!m_taken[size_t(i)])
                 peaks.append(m_peaks[i]);
             m_taken[size_t(i)] = true;
