@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "Failure.h"
+#include "Shapes.h"
 #include "analysis/Contacts.h"
 #include "analysis/Integration.h"
 #include "items/ItemPicture.h"
@@ -7,6 +8,7 @@
 #include "items/molecule/MoleculeView.h"
 #include "items/plot/PlotOptions.h"
 #include "items/table/TableItem.h"
+#include "items/table/TableModel.h"
 #include "support/MetaTypes.h"
 
 #include <QtTest>
@@ -35,8 +37,9 @@ class ShieldingTable : public QObject {
     Q_OBJECT
 
 public:
-    explicit ShieldingTable(const QVariantList &rows) : m_rows(rows) { }
+    explicit ShieldingTable(const QVariantList &rows, const QUuid &data = {}) : m_rows(rows), m_data(data) { }
 
+    Q_INVOKABLE QList<QUuid> tableItem_sharedDataIds() { return {m_data}; }
     Q_INVOKABLE void tableItem_init(QGraphicsWidget *, QAbstractItemView *, QAbstractItemModel *) { }
     Q_INVOKABLE int tableModel_rowCount() { return int(m_rows.size()); }
     Q_INVOKABLE int tableModel_columnCount() { return 2; }
@@ -59,10 +62,73 @@ public:
 
 private:
     QVariantList m_rows;
+    QUuid m_data;
+};
+
+/// Columns of given codes, with cells as they are given.
+class CellsTable : public QObject {
+    Q_OBJECT
+
+public:
+    CellsTable(const QVariantList &columns, const QList<QStringList> &cells) : m_columns(columns), m_cells(cells) { }
+    Q_INVOKABLE int tableModel_rowCount() { return int(m_cells.size()); }
+    Q_INVOKABLE int tableModel_columnCount() { return int(m_columns.size()); }
+    Q_INVOKABLE QVariantList tableModel_columns() { return m_columns; }
+    Q_INVOKABLE QVariant tableModel_data(QModelIndex index, int role)
+    {
+        return role == Qt::DisplayRole ? m_cells[index.row()][index.column()] : QVariant();
+    }
+
+private:
+    QVariantList m_columns;
+    QList<QStringList> m_cells;
 };
 
 const QVariantList rows{row(u"C1"_s, 100), row(u"C10"_s, -5.5), row(u"C2"_s, 50), row(u"O1"_s, 200, 7.25),
                         row(u"Ca3"_s, 1e3, -0.5)};
+
+/// A line for each entry in sight: what is grey, and what is on and off.
+QStringList entries(const QMenu *menu, const QString &indent = {})
+{
+    QStringList lines;
+    for (const QAction *action : menu->actions()) {
+        if (!action->isVisible())
+            continue;
+        lines.append((indent + (action->isSeparator() ? u"---"_s : action->text())
+                      + (action->isChecked()         ? u" (on)"_s
+                             : action->isCheckable() ? u" (off)"_s
+                                                     : QString())
+                      + (action->isEnabled() ? QString() : u" (grey)"_s)));
+        if (action->menu())
+            lines += entries(action->menu(), indent + u"  "_s);
+    }
+    return lines;
+}
+
+/// The entry of that text, also of a menu in it: "Crystal/Molecules".
+void choose(const QMenu *menu, const QString &path)
+{
+    for (QAction *action : menu->actions()) {
+        if (action->text().section(u'\t', 0, 0) != path.section(u'/', 0, 0))
+            continue;
+        return action->menu() ? choose(action->menu(), path.section(u'/', 1)) : action->trigger();
+    }
+    QFAIL(qPrintable(path));
+}
+
+/// Formaldehyde-like: carbon, oxygen and nitrogen in a skewed cell, not symmetric in any way.
+QVariantMap description(bool inCell = true)
+{
+    QVariantList atoms;
+    for (const auto &[element, x, y, z] :
+         {std::tuple(6, 0.0, 0.0, 0.0), std::tuple(8, 1.2, 0.25, -0.5), std::tuple(7, -0.5, 1.5, 1.0)})
+        atoms.append(QVariantMap{{u"El"_s, element}, {u"X"_s, x}, {u"Y"_s, y}, {u"Z"_s, z}});
+    QVariantMap made{{u"Atoms"_s, atoms}};
+    if (inCell)
+        made[u"CrystallographicData"_s] =
+            QVariantMap{{u"Lattice"_s, QVariant::fromValue(DoubleVector{4, 0, 0, 1, 5, 0, 0.5, -1, 6})}};
+    return made;
+}
 
 QStringList shownLabels(const TableItem &table)
 {
@@ -111,6 +177,15 @@ private Q_SLOTS:
         filter("iso=60..-10", u"C10 C2"_s);
         filter("cq<10", u"O1 Ca3"_s); // not those without
         filter("cq<10,C2", u"C2 O1 Ca3"_s);
+        filter("iso>100", u"O1 Ca3"_s);
+        filter("iso>=100", u"C1 O1 Ca3"_s);
+        filter("iso<50", u"C10"_s);
+        filter("iso<=50", u"C10 C2"_s);
+        filter("iso=50", u"C2"_s);
+        filter("iso=50..100", u"C1 C2"_s);
+        filter("CQ=-0.5 , ,", u"Ca3"_s);
+        filter("C1..C2", u"C1 C2"_s);
+        filter("ca3..o1", u"O1 Ca3"_s);
     }
     void rowsAreFiltered()
     {
@@ -125,11 +200,18 @@ private Q_SLOTS:
 
     void filtersThatAreNoneSayWhatIsWrong()
     {
-        for (const auto &[text, message] : {std::pair(u"iso>x"_s, "\"x\" is no number"), std::pair(u"sigma>1"_s, "iso"),
-                                            std::pair(u"C1.."_s, "two ends"), std::pair(u"iso=1..y"_s, "\"y\"")}) {
-            const QByteArray error = failure([&, text = text] { RowFilter::parse(text); });
-            QVERIFY2(error.contains(message), error);
-        }
+        for (const auto &[text, message] :
+             {std::pair(u"C iso>x"_s, "\"iso>x\": \"x\" is no number"),
+              {u"iso>nan"_s, "\"iso>nan\": \"nan\" is no number"},
+              {u"sigma>1"_s, "\"sigma>1\": the numbers are iso, aniso, eta, eq, etaq and cq"},
+              {u"C1.."_s, "\"C1..\": a range of labels has two ends, as in C2..C10"},
+              {u"..C1"_s, "\"..C1\": a range of labels has two ends, as in C2..C10"},
+              {u"iso=1..y"_s, "\"iso=1..y\": \"y\" is no number"}})
+            QCOMPARE(failure([&, text = text] { RowFilter::parse(text); }), QByteArray(message));
+        const QVariantMap one{{u"assym"_s, 0.25}, {u"qassym"_s, -0.5}, {u"aniso"_s, 12.0}, {u"eq"_s, 3}};
+        for (const QString &text : {u"eta<0.3"_s, u"\u03b7>0.2"_s, u"etaq<\u22120.4"_s, u"\u03b7(q)=\u22120.5"_s,
+                                    u"aniso=12 eq=3"_s, u"aniso=13,eq=3"_s, QString()})
+            QVERIFY2(RowFilter::parse(text).accepts(one), qPrintable(text));
     }
 
     void tableIsSortedAndFilteredInView()
@@ -337,6 +419,407 @@ private Q_SLOTS:
         QCOMPARE(molecule.packing(), (Packing{Packing::Contents::Cell, {2, 1, 3}}));
         QCOMPARE(molecule.measurements(), QStringList{u"C1\u2013C2  2.704 \u00c5"_s}); // not the one of atom 9
         QCOMPARE(molecule.viewSettings()[u"Measurements"_s].toList().size(), 1);
+    }
+
+    /// A crystal whose table names two of three atoms, with the shielding of one: all entries, and what each does.
+    void moleculeMenu()
+    {
+        MoleculeItem molecule(description());
+        molecule.resize(600, 400);
+        molecule.setViewSettings(
+            {{u"Rotation"_s, QVariant::fromValue(DoubleVector{0.5, 0.5, -0.5, 0.5})}, {u"Zoom"_s, 0.75}});
+        const QString before = uR"(---
+Labels
+  None (on)
+  Element (off)
+  Element and Number (off)
+  Label of the File (off) (grey)
+Show Unit Cell (on)
+Show Hydrogens (on)
+Crystal
+  Molecules (on)
+  Cell Contents (off)
+  ---
+  1 × 1 × 1 (on)
+  2 × 2 × 2 (off)
+  3 × 3 × 3 (off)
+  Other Numbers of Cells...
+Tensors
+  None (on)
+  Shielding (off) (grey)
+  Anisotropic Part of the Shielding (off) (grey)
+  Electric Field Gradient (off) (grey)
+  ---
+  Principal Axes (off)
+  50 % of their size (off)
+  100 % of their size (on)
+  150 % of their size (off)
+  200 % of their size (off)
+---
+Measure Distances and Angles|M (off)
+Remove Measurements (grey)
+Nearest Contacts of the Selected Atom|N (off)
+Copy Contacts (grey)
+---
+Reset View|Home
+Picture
+  Copy
+  Save...
+  Print...)"_s;
+        QCOMPARE(entries(molecule.contextMenu()).join(u'\n').replace(u'\t', u'|'), before);
+        QStringList reports;
+        connect(&molecule, &DocumentItem::reported, [&](const QString &text) { reports.append(text); });
+        const QUuid data = QUuid::createUuid();
+        QVariantMap first = row(u"C7"_s, 1), third = row(u"N9"_s, 2);
+        first[u"atomNos"_s] = QVariantList{0};
+        third[u"atomNos"_s] = QVariantList{2, 3, -1};
+        TableItem table(new ShieldingTable({first, third}, data));
+        table.linkObject(&molecule);
+        molecule.setDataSource([&](const QUuid &id) {
+            const QVariantMap name{{u"labels"_s, QStringList{u"N"_s}}, {u"No"_s, 1}};
+            QVariantMap tensor = name, atom = name;
+            tensor[u"tensor"_s] = QVariant::fromValue(DoubleVector{10, 0, 0, 0, 40, 0, 0, 0, -20});
+            atom[u"recordNo"_s] = 2;
+            return id == data ? QVariantMap{{u"atoms"_s, QVariantMap{{u"a"_s, atom}}},
+                                            {u"shieldings"_s, QVariantMap{{u"a"_s, tensor}}}}
+                              : QVariantMap();
+        });
+        molecule.setSelectedAtoms({2, 1});
+        for (const QString &path :
+             {u"Labels/Label of the File"_s, u"Show Unit Cell"_s, u"Show Hydrogens"_s, u"Crystal/Cell Contents"_s,
+              u"Crystal/2 × 2 × 2"_s, u"Tensors/Anisotropic Part of the Shielding"_s, u"Tensors/Principal Axes"_s,
+              u"Tensors/150 % of their size"_s, u"Measure Distances and Angles"_s,
+              u"Nearest Contacts of the Selected Atom"_s})
+            choose(molecule.contextMenu(), path);
+        QString after = before; // beside the labels of the file numbers of our own have no place
+        for (const auto &[from, to] : {std::pair(u"None (on)"_s, u"None (off)"_s),
+                                       {u"  Element and Number (off)\n"_s, QString()},
+                                       {u"File (off) (grey)"_s, u"File (on)"_s},
+                                       {u"Cell (on)"_s, u"Cell (off)"_s},
+                                       {u"Hydrogens (on)"_s, u"Hydrogens (off)"_s},
+                                       {u"Molecules (on)"_s, u"Molecules (off)"_s},
+                                       {u"Contents (off)"_s, u"Contents (on)"_s},
+                                       {u"1 × 1 (on)"_s, u"1 × 1 (off)"_s},
+                                       {u"2 × 2 (off)"_s, u"2 × 2 (on)"_s},
+                                       {u"  Shielding (off) (grey)"_s, u"  Shielding (off)"_s},
+                                       {u"of the Shielding (off) (grey)"_s, u"of the Shielding (on)"_s},
+                                       {u"Axes (off)"_s, u"Axes (on)"_s},
+                                       {u"100 % of their size (on)"_s, u"100 % of their size (off)"_s},
+                                       {u"150 % of their size (off)"_s, u"150 % of their size (on)"_s},
+                                       {u"|M (off)"_s, u"|M (on)"_s},
+                                       {u"|N (off)"_s, u"|N (on)"_s},
+                                       {u"Contacts (grey)"_s, u"Contacts"_s}})
+            QVERIFY2(after.contains(from) && &after.replace(from, to), qPrintable(from));
+        QCOMPARE(entries(molecule.contextMenu()).join(u'\n').replace(u'\t', u'|'), after);
+        QCOMPARE(reports.size(), 1);
+        QVERIFY(reports[0].startsWith(u"Measuring: "_s));
+        QVariantMap settings{{u"Rotation"_s, QVariant::fromValue(DoubleVector{0.5, 0.5, -0.5, 0.5})},
+                             {u"Zoom"_s, 0.75},
+                             {u"Labels"_s, 3},
+                             {u"Cell"_s, false},
+                             {u"Hydrogens"_s, false},
+                             {u"Contents"_s, 1},
+                             {u"Cells"_s, QVariant::fromValue(DoubleVector{2, 2, 2})},
+                             {u"Tensors"_s, 2},
+                             {u"TensorSize"_s, 1.5},
+                             {u"TensorAxes"_s, true},
+                             {u"Measurements"_s, QVariantList()},
+                             {u"Contacts"_s, true}};
+        QCOMPARE(molecule.viewSettings(), settings);
+        // By numpy.
+        choose(molecule.contextMenu(), u"Copy Contacts"_s);
+        QCOMPARE(QGuiApplication::clipboard()->text().replace(u'\t', u'|'),
+                 uR"(atom|neighbour|cell|distance / Å|nuclei|dipolar coupling / kHz
+O2|C7|0 0 0|1.3238|17O 13C|1.7649
+O2|N9|0 0 0|2.5889|17O 15N|-0.0951
+O2|C7|1 0 0|2.8553|17O 13C|0.1759
+O2|N9|1 0 0|3.0170|17O 15N|-0.0601
+O2|O2|-1 0 0|4.0000|17O 17O|-0.0345
+O2|O2|1 0 0|4.0000|17O 17O|-0.0345
+O2|N9|1 -1 0|4.2429|17O 15N|-0.0216
+O2|C7|0 1 0|4.7804|17O 13C|0.0375
+O2|N9|0 -1 0|4.8582|17O 15N|-0.0144
+O2|O2|0 -1 0|5.0990|17O 17O|-0.0167
+O2|O2|0 1 0|5.0990|17O 17O|-0.0167
+O2|C7|-1 0 0|5.2300|17O 13C|0.0286
+)"_s);
+        const auto picture = [&] {
+            return Shapes::of({600, 400},
+                              [&](QPainter *painter) { molecule.paintPicture(painter, QRectF(10, 20, 580, 360)); });
+        };
+        QStringList written, columns[4];
+        for (const QString &shape : picture().filter(u"text "_s)) {
+            columns[written.size() % 4].append(shape.section(u' ', 2, 2));
+            written.append(shape.section(u' ', 5));
+        }
+        QCOMPARE(written.mid(0, 9).join(u'|'),
+                 u"Nearest to O2|C7|1.324 Å|¹⁷O–¹³C|1.76 kHz|N9|2.589 Å|¹⁷O–¹⁵N|−0.095 kHz"_s);
+        QCOMPARE(written.mid(45, 4).join(u'|'), u"C7|5.230 Å|¹⁷O–¹³C|0.029 kHz"_s);
+        QCOMPARE(
+            written.mid(49).join(QString()),
+            u"2 × 2 × 2 cells; shielding, semi-axes |σii − iso|, scaled for each element; dashed axes: negative"_s);
+        for (int column : {1, 3}) // the table's columns of texts; its title stands over the first one
+            QCOMPARE(QSet<QString>(columns[column].cbegin(), columns[column].cbegin() + 12).size(), 1);
+        // Each ellipsoid has its sections and axes: semi-axes |σii − 10| of 30, 30 and nothing.
+        QCOMPARE(picture().filter(u":0.8 "_s).size(), 8);
+        QCOMPARE(picture().filter(u"curve"_s).size(), 24);
+        QCOMPARE(picture().filter(u"#c63d00"_s).size(), 8);
+        // Five of the twelve neighbours lie beyond what is shown.
+        settings[u"Contents"_s] = 0;
+        settings[u"Measurements"_s] =
+            QVariantList{QVariant::fromValue(DoubleVector{0, 0, 0, 0, 1, 1, 0, 0}),
+                         QVariant::fromValue(DoubleVector{0, 0, 0, 0, 1, 0, 0, 0, 2, 0, 0, 0}),
+                         QVariant::fromValue(DoubleVector{0, 0, 0, 0, 1, 0, 0, 0, 2, 0, 0, 0, 2, 0, 0, -1})};
+        molecule.setViewSettings(settings);
+        QCOMPARE(molecule.viewSettings(), settings);
+        QCOMPARE(molecule.measurements(),
+                 (QStringList{u"C7–O2  5.230 Å"_s, u"C7–O2–N9  43.7°"_s, u"C7–O2–N9–N9  -91.1°"_s}));
+        QCOMPARE(picture().filter(u"line #8e24aa:1.6:2"_s).size(), 12 + 1 + 3 + 3);
+        choose(molecule.contextMenu(), u"Remove Measurements"_s);
+        choose(molecule.contextMenu(), u"Measure Distances and Angles"_s);
+        choose(molecule.contextMenu(), u"Nearest Contacts of the Selected Atom"_s);
+        QCOMPARE(reports.mid(1), QStringList{QString()});
+        QVERIFY(molecule.measurements().isEmpty() && picture().filter(u"#8e24aa"_s).isEmpty());
+        molecule.setSelectedAtoms({});
+        molecule.setContactsVisible(true);
+        QCOMPARE(reports.last(), u"Click an atom to see what is near it"_s);
+        // Only what has been written by somebody else can be nonsense.
+        molecule.setViewSettings({{u"Labels"_s, 4},
+                                  {u"Tensors"_s, 4},
+                                  {u"TensorSize"_s, 11.0},
+                                  {u"Cells"_s, QVariant::fromValue(DoubleVector{0.9, 100, 99})},
+                                  {u"Measurements"_s,
+                                   QVariantList{QVariant::fromValue(DoubleVector{0, 0, 0, 0}),
+                                                QVariant::fromValue(DoubleVector{0, 0, 0, 0, 1, 0, 0.5, 0}),
+                                                QVariant::fromValue(DoubleVector{0, 0, 0, 0, 3, 0, 0, 0}),
+                                                QVariant::fromValue(DoubleVector{0, 0, 0, 0, -1, 0, 0, 0}),
+                                                QVariant::fromValue(DoubleVector(20))}}});
+        const QVariantMap mended = molecule.viewSettings();
+        QVERIFY(mended[u"Labels"_s] == 0 && mended[u"Tensors"_s] == 0 && mended[u"TensorSize"_s] == 10.0);
+        QVERIFY(mended[u"Cell"_s] == true && mended[u"Hydrogens"_s] == true && mended[u"Contacts"_s] == false);
+        QVERIFY(mended[u"Contents"_s] == 0 && molecule.packing().cells == (std::array{1, 1, 99})
+                && mended[u"Zoom"_s] == 0.75);
+        QVERIFY(mended[u"Measurements"_s].toList().isEmpty());
+    }
+
+    void moleculeTitles_data()
+    {
+        QTest::addColumn<QList<int>>("elements");
+        QTest::addColumn<bool>("inCell");
+        QTest::newRow("Molecule without atoms") << QList<int>() << true;
+        QTest::newRow("Molecule: C₂H₃Br") << QList<int>{1, 6, 35, 1, 6, 1} << false;
+        QTest::newRow("Unit cell: CH₁₂Au") << (QList<int>{79, 6} + QList<int>(12, 1)) << true;
+        QTest::newRow("Molecule: AlHO") << QList<int>{1, 8, 13} << false; // by the alphabet without carbon
+    }
+    void moleculeTitles()
+    {
+        QFETCH(QList<int>, elements);
+        QFETCH(bool, inCell);
+        QVariantMap made = description(inCell);
+        QVariantList atoms;
+        for (int element : elements)
+            atoms.append(QVariantMap{{u"El"_s, element}, {u"X"_s, atoms.size()}, {u"Y"_s, 0.0}, {u"Z"_s, 0.0}});
+        made[u"Atoms"_s] = atoms;
+        QCOMPARE(MoleculeItem(made).title(), QString::fromUtf8(QTest::currentDataTag()));
+    }
+
+    void tableMenuAndPaper()
+    {
+        TableItem table(new ShieldingTable(rows));
+        table.resize(400, 300);
+        QStringList reports;
+        connect(&table, &DocumentItem::reported, [&](const QString &text) { reports.append(text); });
+        const QString expected = uR"(---
+Select All|Ctrl+A
+Copy|Ctrl+C
+Filter Rows|Ctrl+F
+&Columns
+  Labels  –  The sites' labels in the file (on)
+  Iso, ppm  –  Isotropic shielding (%1)
+Picture
+  Copy
+  Save...
+  Print...)"_s;
+        const auto menu = [&] { return entries(table.contextMenu()).join(u'\n').replace(u'\t', u'|'); };
+        QCOMPARE(menu(), expected.arg(u"on"_s));
+        choose(table.contextMenu(), u"&Columns/Iso, ppm  –  Isotropic shielding"_s);
+        choose(table.contextMenu(), u"&Columns/Labels  –  The sites' labels in the file"_s);
+        QCOMPARE(menu(), expected.arg(u"off"_s));
+        QCOMPARE(reports, QStringList{u"A table has at least one column"_s});
+
+        const auto paper = [&](int height) {
+            return Shapes::of({300, height}, [&](QPainter *painter) {
+                table.paintPicture(painter, QRectF(10, 20, 280, height - 30));
+            });
+        };
+        table.setFilter(u"c  iso<60"_s);
+        QString wrong = difference(paper(200), uR"(
+rect - #ffffff 10 20 280 170
+text #000000 16 30.5 0 Labels
+line #000000:1 10 41 * 41
+text #000000 16 51.5 0 C10
+line #dde1e6:0.5 10 62 * 62
+text #000000 16 72.5 0 C2
+line #dde1e6:0.5 10 83 * 83
+text #50565e 16 93.5 0 of the rows with c iso<60)"_s);
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+        wrong = difference(paper(113).mid(3), uR"(
+text #000000 16 51.5 0 C10
+line #dde1e6:0.5 10 62 * 62
+text #50565e 16 72.5 0 and 1 more row(s) of the rows with c iso<60)"_s);
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+        table.setFilter({});
+        table.setColumns({});
+        table.view()->horizontalHeader()->setSortIndicator(1, Qt::AscendingOrder);
+        const QString whole = uR"(
+rect - #ffffff 10 20 280 *
+text #000000 16 30.5 0 Labels
+text #000000 * 30.5 0 Iso, ppm
+line #000000:1 10 41 * 41
+text #000000 16 51.5 0 C10
+text #000000 * 51.5 0 -5.5
+line #dde1e6:0.5 10 62 * 62
+text #000000 16 72.5 0 C2
+text #000000 * 72.5 0 50
+line #dde1e6:0.5 10 83 * 83
+text #000000 16 93.5 0 C1
+text #000000 * 93.5 0 100
+line #dde1e6:0.5 10 104 * 104
+)"_s;
+        wrong = difference(paper(20 + 10 + 6 * 21), whole + uR"(text #000000 16 114.5 0 O1
+text #000000 * 114.5 0 200
+line #dde1e6:0.5 10 125 * 125
+text #000000 16 135.5 0 Ca3
+text #000000 * 135.5 0 1000
+line #dde1e6:0.5 10 146 * 146)"_s);
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+        wrong = difference(paper(20 + 10 + 6 * 21 - 1), whole + u"text #50565e 16 114.5 0 and 2 more row(s)"_s);
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+        // The item that shows all of it: the line of the filter, the titles, and the rows; narrower without a scroll
+        // bar.
+        const QSizeF frame = table.size() - table.contentRect().size();
+        QCOMPARE(table.fullSize().height(), frame.height() + 24 + 6 * 21 + 2);
+        QCOMPARE(table.fullWidth(table.fullSize().height()), table.fullSize().width());
+        const int bar = table.view()->verticalScrollBar()->sizeHint().width();
+        QCOMPARE(table.fullWidth(table.fullSize().height() - 1), table.fullSize().width() + bar);
+        QCOMPARE(table.fullSize().width(), frame.width() + table.view()->horizontalHeader()->length() + bar + 2);
+    }
+
+    void tableSettingsComeBack()
+    {
+        TableItem table(new ShieldingTable(rows));
+        table.resize(400, 300);
+        table.ensureFitted();
+        QCOMPARE(table.viewSettings(),
+                 (QVariantMap{{u"Filter"_s, QString()}, {u"SortColumn"_s, -1}, {u"Descending"_s, false}}));
+        table.view()->horizontalHeader()->resizeSection(1, 77);
+        choose(table.contextMenu(), u"&Columns/Labels  –  The sites' labels in the file"_s);
+        const QVariantMap settings{{u"Filter"_s, u"iso>=50"_s},
+                                   {u"SortColumn"_s, 1},
+                                   {u"Descending"_s, true},
+                                   {u"HiddenColumns"_s, QStringList{u"1"_s}},
+                                   {u"ColumnWidths"_s, QVariantMap{{u"2"_s, 77}}}};
+        table.setFilter(u"iso>=50"_s);
+        table.view()->horizontalHeader()->setSortIndicator(1, Qt::DescendingOrder);
+        QCOMPARE(table.viewSettings(), settings);
+        TableItem other(new ShieldingTable(rows));
+        other.setViewSettings(settings);
+        QCOMPARE(other.viewSettings(), settings);
+        QCOMPARE(other.selectionText(), u"Iso, ppm\n1000\n200\n100\n50\n"_s);
+        other.ensureFitted();
+        QCOMPARE(other.view()->columnWidth(1), 77);
+        const auto *result = other.view()->parentWidget()->findChild<QLabel *>();
+        QCOMPARE(result->text(), u"4 of 5"_s);
+        other.setFilter(u"iso>a"_s);
+        QCOMPARE(result->text() + result->toolTip(), u"not understood\"iso>a\": \"a\" is no number"_s);
+        other.selectShown();
+        QCOMPARE(other.selectedRowMaps(), (QVariantList{rows[4], rows[3], rows[0], rows[2]}));
+        other.setFilter(u"O"_s);
+        QCOMPARE(result->text() + result->toolTip(), u"1 of 5"_s);
+        QCOMPARE(other.selectedRowMaps(), QVariantList{rows[3]});
+        // What makes no sense is left out: widths of nothing and of more than a screen, a column that there is not.
+        other.setViewSettings({{u"ColumnWidths"_s, QVariantMap{{u"1"_s, 0}, {u"2"_s, 2001}, {u"3"_s, 2000}}},
+                               {u"SortColumn"_s, 2},
+                               {u"HiddenColumns"_s, QStringList{u"7"_s, u"7"_s}}});
+        QCOMPARE(other.viewSettings(),
+                 (QVariantMap{{u"Filter"_s, QString()},
+                              {u"SortColumn"_s, 1},
+                              {u"Descending"_s, true},
+                              {u"HiddenColumns"_s, QStringList{u"7"_s}},
+                              {u"ColumnWidths"_s, QVariantMap{{u"3"_s, 2000}}}}));
+    }
+
+    /// Numbers by size, then texts, what is empty last, whichever the order.
+    void cellsAreOrdered()
+    {
+        QVariantList mixed{row(u"A"_s, 3), row(u"B"_s, 0), row(u"C"_s, std::nan("")), row(u"D"_s, -2), row(u"E"_s, 3),
+                           row(u"F"_s, 0), row(u"G"_s, 0)};
+        for (const auto &[i, value] : {std::pair(1, QVariant(u"n10"_s)), {5, QVariant(u"n9"_s)}, {6, QVariant()}}) {
+            QVariantMap map = mixed[i].toMap();
+            map[u"iso"_s] = value;
+            mixed[i] = map;
+        }
+        TableItem table(new ShieldingTable(mixed));
+        for (const auto &[order, expected] :
+             {std::pair(Qt::AscendingOrder, "D A E F B C G"), {Qt::DescendingOrder, "B F A E D C G"}}) {
+            table.view()->horizontalHeader()->setSortIndicator(1, order);
+            QCOMPARE(shownLabels(table).join(u' '), QLatin1String(expected));
+        }
+        table.view()->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
+        QCOMPARE(shownLabels(table).join(u' '), u"A B C D E F G"_s);
+    }
+
+    /// Codes of columns as they come; what a row's map calls them.
+    void columnsByTheirCode()
+    {
+        const QVariantList columns{QVariantMap{{u"Type"_s, 0}},
+                                   QVariantMap{{u"Type"_s, 3}, {u"Digits"_s, 2}},
+                                   QVariantMap{{u"Type"_s, 4}, {u"Digits"_s, 3}},
+                                   QVariantMap{{u"Type"_s, 6}, {u"Digits"_s, 3}},
+                                   QVariantMap{{u"Type"_s, 5}, {u"Digits"_s, 1}},
+                                   QVariantMap{{u"Type"_s, 7}, {u"Digits"_s, 0}},
+                                   QVariantMap()};
+        CellsTable source(columns,
+                          {{u"-0"_s, u"0.00"_s, u"0.412"_s, u"0.500"_s, u"1.5"_s, u"-0"_s, u"x"_s},
+                           {u"C"_s, u"-0.00"_s, u"0.3"_s, u"0.7"_s, u"0.0"_s, u"-3"_s, QString()},
+                           {u"H"_s, u"-7.10"_s, u"-0.000"_s, u"0.25"_s, u"9"_s, QString(), u"-0"_s}});
+        TableModel model(&source);
+        QStringList shown;
+        for (int row = 0; row < 3; ++row) {
+            QStringList cells;
+            for (int column = 0; column < 7; ++column)
+                cells.append(model.index(row, column).data().toString());
+            shown.append(cells.join(u' '));
+        }
+        // An asymmetry says nothing where there is no anisotropy.
+        QCOMPARE(shown,
+                 (QStringList{u"-0 0.00 – 0.500 1.5 0 x"_s, u"C 0.00 – – 0.0 -3 "_s, u"H -7.10 0.000 0.25 9  -0"_s}));
+        const char *keys[] = {"0 type", "3 aniso", "4 assym", "6 qassym", "5 eq", "7 Cq,qIso", "#6 "};
+        for (int column = 0; column < 7; ++column) {
+            QCOMPARE(model.columnKey(column) + u' ' + model.rowKeys(column).join(u','), QLatin1String(keys[column]));
+            QCOMPARE(model.columnOfKey(model.columnKey(column)), column);
+            const Qt::Alignment side = column == 0 || column == 6 ? Qt::AlignLeft : Qt::AlignRight; // texts, numbers
+            QCOMPARE(model.headerData(column, Qt::Horizontal, Qt::TextAlignmentRole).toInt(),
+                     int(side | Qt::AlignVCenter));
+            QCOMPARE(model.index(1, column).data(Qt::TextAlignmentRole).toInt(), int(side | Qt::AlignVCenter));
+        }
+        QCOMPARE(model.columnOfKey(u"9"_s), -1);
+        QVERIFY(!model.headerData(7, Qt::Horizontal).isValid() && !model.headerData(-1, Qt::Horizontal).isValid());
+        for (const auto &[column, words] : {std::pair(1, "σzz − (σxx + σyy) / 2"),
+                                            {2, "(σyy − σxx) / (σzz − iso)"},
+                                            {3, "(|Vxx| − |Vyy|) / |Vzz|"},
+                                            {4, "|Vzz|"},
+                                            {5, "2.3489"}})
+            QVERIFY(model.headerData(column, Qt::Horizontal, Qt::ToolTipRole)
+                        .toString()
+                        .contains(QString::fromUtf8(words)));
+        model.offerSiteColumns();
+        QCOMPARE(model.columnCount(), 7 + int(siteColumns().size()));
+        QVERIFY(!model.siteColumnAt(6) && model.columnKey(7) == u"delta11" && model.siteColumnAt(18)
+                && !model.siteColumnAt(19));
+        QCOMPARE(model.rowKeys(9), QStringList{u"delta33"_s});
+        QVERIFY(!model.index(0, 7).data().isValid() && !model.hasSites());
+        QCOMPARE(model.columnCode(7), -1);
     }
 
     void picturesHaveTheItemsSize()
