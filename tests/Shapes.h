@@ -8,7 +8,8 @@
 
 /// What is drawn, as a list of shapes in pixels, a line of text for each:
 ///     line PEN x y x y; polyline PEN x y …; polygon PEN BRUSH x y …; rect PEN BRUSH x y width height;
-///     ellipse PEN BRUSH x y radius radius [degrees]; path PEN BRUSH x y; text COLOUR left middle degrees words
+///     ellipse PEN BRUSH x y radius radius [degrees]; path PEN BRUSH x y; text COLOUR left middle degrees words;
+///     image x y width height COLOUR …
 /// A pen is its colour, width and style (of dashes), a brush its colour or the colours of its gradient; "-" is none. Of
 /// a path the middle is told; of a polyline of many points, a curve, how many and the first, two between and the last.
 class Shapes : public QPaintDevice, private QPaintEngine {
@@ -98,7 +99,7 @@ private:
             const QPointF some[] = {points[0], points[count / 3], points[2 * count / 3], points[count - 1]};
             add("curve", {pen(), QString::number(count), places(some, 4)});
         } else if (mode == PolylineMode)
-            add("polyline", {pen(), places(points, count)});
+            add(count == 2 ? "line" : "polyline", {pen(), places(points, count)});
         else
             add("polygon", {pen(), brush(), places(points, count)});
     }
@@ -130,9 +131,14 @@ private:
              number(std::remainder(degrees(), 360)), item.text()});
     }
     void drawPixmap(const QRectF &r, const QPixmap &, const QRectF &) override { drawRects(&r, 1); }
-    void drawImage(const QRectF &r, const QImage &, const QRectF &, Qt::ImageConversionFlags) override
+    void drawImage(const QRectF &r, const QImage &image, const QRectF &, Qt::ImageConversionFlags) override
     {
-        add("image", {places(std::array{r.topLeft()}.data(), 1), number(r.width()), number(r.height())});
+        const QRectF place = state->transform().mapRect(r);
+        QStringList words{number(place.x()), number(place.y()), number(place.width()), number(place.height())};
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                words << colour(image.pixelColor(x, y));
+        add("image", words);
     }
 
     QSize m_size;

@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "Shapes.h"
 
+#include "data/ExperimentalSpectrum.h"
 #include "items/molecule/ElementStyle.h"
-#include "items/molecule/MoleculeItem.h"
 #include "items/molecule/MoleculeView.h"
+#include "items/plot/AgreementPlot.h"
+#include "items/plot/NmrData.h"
+#include "items/plot/NmrItem.h"
+#include "items/plot/NmrPlot.h"
+#include "items/plot/PlotContent.h"
 
 using namespace Workbench;
 using namespace Qt::StringLiterals;
@@ -38,6 +43,84 @@ bool isNear(const QPointF &a, const QPointF &b, double distance = 0.05)
 {
     return QLineF(a, b).length() <= distance;
 }
+
+QUuid id(int number)
+{
+    return QUuid(u"{00000000-0000-0000-0000-%1}"_s.arg(number, 12, 10, QChar(u'0')));
+}
+
+QVariantMap peak(int number, const QString &label, double f2, double f1, double height)
+{
+    return {{u"ID"_s, id(number)},
+            {u"PeakLabel"_s, label},
+            {u"Pos"_s, QVariant::fromValue(DoubleVector{f2, f1})},
+            {u"Height"_s, height}};
+}
+
+/// 13C points from `first` down by 10 ppm; with rows of 1H from 9 down by 3 ppm where `columns` are given.
+QVariantMap spectrum(double first, const DoubleVector &values, const QVariantList &peaks = {}, int columns = 0)
+{
+    const int size = columns > 0 ? columns : int(values.size());
+    ExperimentalSpectrum made{{}, {{u"13C"_s, 100, 0, first, -10, size}}, values};
+    if (columns > 0)
+        made.dimensions.push_back({u"1H"_s, 400, 0, 9, -3, int(values.size()) / columns});
+    QVariantMap map = toEntryMap(made);
+    map.insert(u"Peaks"_s, QVariantMap{{u"PeakList"_s, peaks}});
+    return map;
+}
+
+/// The shapes of a plot of 600 by 400 pixels.
+QStringList drawn(NmrItem &item)
+{
+    item.resize(600, 400);
+    item.plot()->setGeometry(0, 0, 600, 400);
+    item.plot()->content();
+    item.plot()->replot();
+    return Shapes::of({600, 400}, [&](QPainter *painter) { item.plot()->paintTo(painter, QRectF(0, 0, 600, 400)); });
+}
+
+/// The places of a shape on the plot's axes; an ellipse or a path has one.
+QPolygonF places(const QString &shape, const QCPAxis *x, const QCPAxis *y)
+{
+    QPolygonF found;
+    QList<double> numbers;
+    for (const QString &word : shape.split(u' ').mid(1)) {
+        bool isNumber = false;
+        const double number = word.toDouble(&isNumber);
+        if (isNumber)
+            numbers.append(number);
+    }
+    for (qsizetype i = 0; i + 1 < numbers.size(); i += 2)
+        found.append({x->pixelToCoord(numbers[i]), y->pixelToCoord(numbers[i + 1])});
+    return found;
+}
+
+/// Empty when the shapes of that beginning lie there, each at its place.
+QString difference(const QStringList &shapes, const QString &beginning, const QCPAxis *x, const QCPAxis *y,
+                   const QList<QPolygonF> &expected)
+{
+    QList<QPolygonF> found;
+    for (const QString &shape : shapes)
+        if (shape.startsWith(beginning))
+            found.append(places(shape, x, y));
+    const auto near = [&](const QPointF &a, const QPointF &b) {
+        return std::abs(a.x() - b.x()) <= 2e-3 * x->range().size()
+            && std::abs(a.y() - b.y()) <= 4e-3 * y->range().size();
+    };
+    const bool same =
+        std::equal(found.begin(), found.end(), expected.begin(), expected.end(), [&](const auto &a, const auto &b) {
+            return std::equal(a.begin(), a.end(), b.begin(), b.end(), near);
+        });
+    QString text;
+    QDebug(&text) << beginning << found << "instead of" << expected;
+    return same ? QString() : text;
+}
+
+#define COMPARE_PLACES(...)                                                                                            \
+    do {                                                                                                               \
+        const QString wrong = difference(__VA_ARGS__);                                                                 \
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));                                                                  \
+    } while (false)
 
 /// Points along the x axis, so many Angstrom apart, each bonded to the next one.
 Molecule chain(int atoms, float apart)
@@ -336,6 +419,218 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         QVERIFY(is(37, "Rb", 0x702eb0, 0.48) && is(54, "Xe", 0x429eb0, 0.48) && is(55, "Cs", 0x57178f, 0.52));
         QVERIFY(is(95, "Am", 0x545cf2, 0.52) && is(96, "Cm", 0xa0a0a0, 0.52) && is(118, "Og", 0xa0a0a0, 0.52));
         QVERIFY(is(119, "?", 0xa0a0a0, 0.52) && is(-1, "?", 0xa0a0a0, 0.22));
+    }
+
+    // --- plots
+
+    /// Heights by the own scale of each spectrum, one above the other at 1.12; a peak beyond its curve as a dotted
+    /// stick.
+    void stack()
+    {
+        NmrItem item;
+        const QUuid first = item.nmrData()->addEntry(
+            spectrum(70, {1, -2, 5, 3, 0, 7, 2}, {peak(1, u"C1"_s, 50, 0, 5), peak(2, u"C2"_s, 24, 0, 4)}), u"one"_s);
+        item.nmrData()->addEntry(spectrum(55, {0, 4, 1}, {peak(3, u"A"_s, 45, 0, 4), peak(4, u"B"_s, 20, 0, 3)}),
+                                 u"two"_s);
+        const QVariantList peaks{peak(5, {}, 30, 0, 2), peak(6, {}, 30, 0, 1), peak(7, {}, 64, 0, -0.5)};
+        item.nmrData()->addEntry({{u"Peaks"_s, QVariantMap{{u"PeakList"_s, peaks}}}}, u"list"_s);
+        PlotOptions options;
+        options.sticks = true;
+        options.legend = false;
+        item.plot()->setOptions(options);
+        const QCPAxis *x = nullptr, *y = nullptr;
+        const auto shapes = [&] {
+            const QStringList all = drawn(item);
+            x = item.plot()->xAxis;
+            y = item.plot()->yAxis;
+            return all;
+        };
+        QStringList all = shapes();
+        QCOMPARE(x->range(), QCPRange(10, 70));
+        QVERIFY(std::abs(y->range().lower + 0.03 * 3.24) < 1e-9 && std::abs(y->range().upper - 1.02 * 3.24) < 1e-9);
+        const QPolygonF one{{70, 3 / 9.}, {60, 0}, {50, 7 / 9.}, {40, 5 / 9.}, {30, 2 / 9.}, {20, 1}, {10, 4 / 9.}};
+        const QPolygonF two{{55, 1.12}, {45, 2.12}, {35, 1.37}};
+        COMPARE_PLACES(all, u"polyline #0072b2:1 "_s, x, y, {one});
+        COMPARE_PLACES(all, u"polyline #d55e00:1 "_s, x, y, {two});
+        COMPARE_PLACES(all, u"line #960072b2:1.4 "_s, x, y, {{{50, 2 / 9.}, {50, 7 / 9.}}, {{24, 2 / 9.}, {24, 1}}});
+        COMPARE_PLACES(all, u"line #96d55e00:1.4 "_s, x, y, {{{45, 1.12}, {45, 2.12}}, {{20, 1.12}, {20, 1.37}}});
+        COMPARE_PLACES(all, u"line #d55e00:1.4:3 "_s, x, y, {{{20, 1.12}, {20, 2.12}}});
+        COMPARE_PLACES(all, u"line #009e73:1.4 "_s, x, y,
+                       {{{30, 2.44}, {30, 3.24}}, {{30, 2.44}, {30, 2.84}}, {{64, 2.44}, {64, 2.24}}});
+        COMPARE_PLACES(all, u"line #009e73:0.84 "_s, x, y, {{{70, 2.44}, {10, 2.44}}});
+        // Labels from left to right, each above its peak, with a line down to it. Those of one place share one.
+        const double head = item.plot()->axisRect()->top() - 16;
+        QString labels, leaders;
+        for (const auto &[ppm, words, height] : {std::tuple(64.0, u"#009e73 * %1 -90 64.0"_s, 2.44),
+                                                 {50.0, u"#0072b2 * %1 -90 C1  50.0"_s, 7 / 9.},
+                                                 {45.0, u"#d55e00 * %1 -90 A  45.0"_s, 2.12},
+                                                 {30.0, u"#009e73 * %1 -90 30.0 ×2"_s, 3.24},
+                                                 {24.0, u"#0072b2 * %1 -90 C2  24.0"_s, 1.0},
+                                                 {20.0, u"#d55e00 * %1 -90 B  20.0"_s, 2.12}}) {
+            labels +=
+                u"text "_s + QString(words).replace(u'*', QString::number(x->coordToPixel(ppm))).arg(head - 3) + u'\n';
+            leaders += u"line #90969e:0.7 %1 %2 %1 %3\nline #90969e:0.7 %1 %3 %1 %4\nline #90969e:0.7:3 %1 %4 %1 %5\n"_s
+                           .arg(x->coordToPixel(ppm))
+                           .arg(head)
+                           .arg(head + 4)
+                           .arg(head + 13)
+                           .arg(y->coordToPixel(height) - 2);
+        }
+        const QStringList texts = all.filter(u"text "_s);
+        QString wrong = difference(texts.mid(texts.size() - 6), labels);
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+        wrong = difference(all.filter(u"#90969e"_s), leaders);
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+
+        // Twice as high about its own base line, a quarter of its height up, in another colour.
+        options.sticks = false;
+        options.overlay = options.legend = true;
+        options.traces[first] = {2, 0.25, 3};
+        options.labels = false;
+        item.plot()->setOptions(options);
+        all = shapes();
+        const auto higher = [](QPolygonF line, double scale, double base) {
+            for (QPointF &p : line)
+                p.setY(scale * p.y() + base);
+            return line;
+        };
+        COMPARE_PLACES(all, u"polyline #cc79a7:1 "_s, x, y, {higher(one, 2, 0.25 - 4 / 9.)});
+        COMPARE_PLACES(all, u"polyline #d55e00:1 "_s, x, y, {higher(two, 1, -1.12)});
+        QStringList names;
+        for (const QString &shape : all.filter(u"text "_s))
+            names.append(shape.section(u' ', 5));
+        QCOMPARE(names.mid(names.size() - 3),
+                 (QStringList{u"one"_s, u"two (1 of 2 peaks beyond its range)"_s, u"list"_s}));
+        QVERIFY(all.filter(u"#90969e"_s).isEmpty());
+        item.plot()->scaleIntensity(3);
+        all = shapes();
+        COMPARE_PLACES(all, u"polyline #cc79a7:1 "_s, x, y, {higher(one, 6, 0.25 - 12 / 9.)});
+        COMPARE_PLACES(all, u"line #d55e00:1.4:3 "_s, x, y, {{{20, 0}, {20, 3}}});
+    }
+
+    /// A summit and a hole; lines at 0.3 and 0.6 of the largest height. Straight between points, so they are rhombs.
+    void map()
+    {
+        NmrItem item;
+        const DoubleVector points{0, 0, 0, 0, 0, 0,  0, 0, 0, 10, 0, 0, 0, 0, //
+                                  0, 0, 0, 0, 0, -5, 0, 0, 0, 0,  0, 0, 0, 1};
+        const QVariantList own{peak(1, u"C1,H1"_s, 50, 6, 10), peak(2, u"C2,H2"_s, 20, 3, -5)};
+        const QVariantList others{peak(5, {}, 34, 8, 2), peak(6, {}, 62, 1, 4)};
+        item.nmrData()->addEntry(spectrum(70, points, own, 7), u"one"_s);
+        item.nmrData()->addEntry({{u"Peaks"_s, QVariantMap{{u"PeakList"_s, others}}}}, u"list"_s);
+        PlotOptions options;
+        options.contours = {0.3, 2, 5};
+        options.legend = false;
+        item.plot()->setOptions(options);
+        const QStringList all = drawn(item);
+        const QCPAxis *x = item.plot()->xAxis, *y = item.plot()->yAxis;
+        QVERIFY(x->range() == QCPRange(10, 70) && y->range() == QCPRange(0, 9));
+        const auto rhomb = [](double f2, double f1, double part) {
+            const double a = 10 * part, b = 3 * part;
+            return QPolygonF{{f2, f1 + b}, {f2 + a, f1}, {f2, f1 - b}, {f2 - a, f1}, {f2, f1 + b}};
+        };
+        COMPARE_PLACES(all, u"polyline #0072b2:0.8 "_s, x, y, {rhomb(50, 6, 0.7), rhomb(50, 6, 0.4)});
+        COMPARE_PLACES(all, u"polyline #30b4ff:0.8:2 "_s, x, y, {rhomb(20, 3, 0.4)});
+        const auto cross = [](double f2, double f1, double dx, double dy) {
+            return QList<QPolygonF>{{{f2 + dx, f1}, {f2 - dx, f1}}, {{f2, f1 - dy}, {f2, f1 + dy}}};
+        };
+        const double dx = 3 * std::abs(x->pixelToCoord(1) - x->pixelToCoord(0)),
+                     dy = 3 * std::abs(y->pixelToCoord(1) - y->pixelToCoord(0));
+        COMPARE_PLACES(all, u"line #303030:0.8 "_s, x, y, cross(50, 6, dx, dy) + cross(20, 3, dx, dy));
+        COMPARE_PLACES(all, u"line #d55e00:0.8 "_s, x, y,
+                       cross(62, 1, dx, dy) + cross(34, 8, dx, dy)); // the higher one first
+        // The highest of each column above the map, of each row to its left.
+        const auto *top = qobject_cast<QCPAxisRect *>(item.plot()->plotLayout()->element(0, 1));
+        const auto *left = qobject_cast<QCPAxisRect *>(item.plot()->plotLayout()->element(1, 0));
+        QVERIFY(top->bottom() < x->axisRect()->top() && left->right() < x->axisRect()->left());
+        const QCPAxis *heightsAbove = top->axis(QCPAxis::atLeft), *heightsBeside = left->axis(QCPAxis::atBottom);
+        QCOMPARE(heightsAbove->range(), QCPRange(-0.04, 1.04));
+        COMPARE_PLACES(all.filter(QRegularExpression(u"^polyline #0072b2:1 "_s)).mid(0, 1), u"poly"_s, x, heightsAbove,
+                       {{{70, 0}, {60, 0}, {50, 1}, {40, 0}, {30, 0}, {20, 0}, {10, 0.1}}});
+        COMPARE_PLACES(all.filter(QRegularExpression(u"^polyline #0072b2:1 "_s)).mid(1), u"poly"_s, heightsBeside, y,
+                       {{{0, 9}, {1, 6}, {0, 3}, {0.1, 0}}});
+        const QStringList sticks = all.filter(QRegularExpression(u"^line #d55e00:1 "_s));
+        COMPARE_PLACES(sticks.mid(0, 2), u"line"_s, x, heightsAbove, {{{34, 0}, {34, 0.5}}, {{62, 0}, {62, 1}}});
+        COMPARE_PLACES(sticks.mid(2), u"line"_s, heightsBeside, y, {{{0, 8}, {0.5, 8}}, {{0, 1}, {1, 1}}});
+        // A cell about each point, red below nothing and blue above; ppm grow to the left and downwards.
+        QStringList cells(28, u"#ffffff"_s);
+        cells[6] = u"#f3f7fc"_s;
+        cells[7 + 5] = u"#f3c9c0"_s;
+        cells[14 + 2] = u"#86b2e0"_s;
+        const QPointF corner(x->coordToPixel(75), y->coordToPixel(-1.5)),
+            end(x->coordToPixel(5), y->coordToPixel(10.5));
+        const QString wrong = difference(
+            all.filter(u"image"_s),
+            u"image %1 %2 %3 %4 "_s.arg(corner.x()).arg(corner.y()).arg(end.x() - corner.x()).arg(end.y() - corner.y())
+                + cells.join(u' '));
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+        const QStringList texts = all.filter(u",H"_s);
+        QCOMPARE(texts.size(), 2);
+        QVERIFY(isNear({texts[0].section(u' ', 2, 2).toDouble(), texts[0].section(u' ', 3, 3).toDouble()},
+                       {x->coordToPixel(50) + 6, y->coordToPixel(6)}, 2));
+    }
+
+    /// The worst three of four pairs are named, the worst first.
+    void agreement()
+    {
+        NucleusComparison comparison;
+        comparison.nucleus = u"13C"_s;
+        comparison.agreement.pairs = {{0, {0}, 100, 101}, {2, {1}, 60, 57.5}, {1, {2}, 20, 20.5}, {3, {3}, 40, 39.8}};
+        comparison.agreement.rmsd = 1.378;
+        comparison.agreement.largest = 2.5;
+        comparison.sites.resize(4);
+        for (int i = 0; i < 4; ++i)
+            comparison.sites[size_t(i)].name = u"C%1"_s.arg(i + 1);
+        NucleusComparison second = comparison;
+        second.agreement.pairs = {{1, {0}, 5, 5}};
+        AgreementPlot plot;
+        plot.setComparisons({comparison, second});
+        plot.setMarkedSite(1);
+        plot.setMarkedSite(2); // instead
+        QCOMPARE(plot.fullSize(), QSize(840, 520));
+        plot.setGeometry(0, 0, 840, 520);
+        plot.replot();
+        const auto range = [&](int rect, QCPAxis::AxisType axis) { return plot.axisRect(rect)->axis(axis)->range(); };
+        QCOMPARE(plot.axisRectCount(), 4);
+        QStringList graphs;
+        for (int i = 0; i < plot.plottableCount(); ++i) {
+            const auto *graph = qobject_cast<QCPGraph *>(plot.plottable(i));
+            QString text = QString::number(plot.axisRects().indexOf(graph->keyAxis()->axisRect()));
+            for (const QCPGraphData &point : *graph->data())
+                text += u" %1:%2"_s.arg(point.key).arg(point.value);
+            graphs.append(text
+                          + (graph->lineStyle() == QCPGraph::lsNone ? u" points %1"_s.arg(graph->scatterStyle().size())
+                                                                    : u" line %1"_s.arg(int(graph->pen().style()))));
+        }
+        // The shifts above and the differences below, with the line on which they would agree; then the marks.
+        QCOMPARE(
+            graphs,
+            (QStringList{u"0 15.14:15.14 105.86:105.86 line 2"_s, u"2 15.14:0 105.86:0 line 1"_s,
+                         u"0 20:20.5 40:39.8 60:57.5 100:101 points 6"_s, u"2 20:-0.5 40:0.2 60:2.5 100:-1 points 6"_s,
+                         u"1 4.999:4.999 5.001:5.001 line 2"_s, u"3 4.999:0 5.001:0 line 1"_s, u"1 5:5 points 6"_s,
+                         u"3 5:0 points 6"_s, u"0 60:57.5 points 12"_s, u"2 60:2.5 points 12"_s}));
+        const QCPRange shifts(15.14, 105.86);
+        const auto isRange = [](const QCPRange &a, const QCPRange &b) {
+            return std::abs(a.lower - b.lower) + std::abs(a.upper - b.upper) < 1e-9;
+        };
+        QVERIFY(isRange(range(0, QCPAxis::atBottom), shifts) && isRange(range(0, QCPAxis::atLeft), shifts));
+        QVERIFY(isRange(range(2, QCPAxis::atBottom), shifts) && isRange(range(2, QCPAxis::atLeft), {-3.125, 3.125}));
+        QStringList names;
+        for (int i = 0; i < plot.itemCount(); ++i) {
+            const auto *name = qobject_cast<QCPItemText *>(plot.item(i));
+            names.append(u"%1 %2 %3:%4"_s.arg(plot.axisRects().indexOf(name->position->axisRect()))
+                             .arg(name->text())
+                             .arg(name->position->key())
+                             .arg(name->position->value())
+                         + (name->positionAlignment() & Qt::AlignRight ? u" left of it"_s : u" right of it"_s));
+        }
+        QCOMPARE(names,
+                 (QStringList{u"2 C3 60:2.5 right of it"_s, u"2 C1 100:-1 left of it"_s, u"2 C2 20:-0.5 right of it"_s,
+                              u"3 C2 5:0 right of it"_s}));
+        QCOMPARE(qobject_cast<QCPTextElement *>(plot.plotLayout()->element(0, 1))->text(),
+                 u"13C: equal, RMSD 1.38 ppm"_s);
+        plot.setMarkedSite(-1);
+        QCOMPARE(plot.plottableCount(), 8);
     }
 };
 
