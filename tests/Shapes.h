@@ -30,20 +30,12 @@ private:
 
     int metric(PaintDeviceMetric what) const override
     {
-        switch (what) {
-        case PdmWidth:
-            return m_size.width();
-        case PdmHeight:
-            return m_size.height();
-        case PdmDevicePixelRatio:
-            return 1;
-        case PdmDevicePixelRatioScaled:
-            return int(devicePixelRatioFScale());
-        case PdmDepth:
-            return 32;
-        default:
-            return 96; // dots per inch
-        }
+        const int dotsPerInch = 96;
+        return what == PdmWidth                 ? m_size.width()
+            : what == PdmHeight                 ? m_size.height()
+            : what == PdmDevicePixelRatio       ? 1
+            : what == PdmDevicePixelRatioScaled ? int(devicePixelRatioFScale())
+                                                : dotsPerInch;
     }
     bool begin(QPaintDevice *) override { return true; }
     bool end() override { return true; }
@@ -120,7 +112,12 @@ private:
     }
     void drawPath(const QPainterPath &path) override
     {
-        const QPointF centre = path.boundingRect().center();
+        const QRectF box = path.boundingRect();
+        const QPointF centre = box.center();
+        QPainterPath rect;
+        rect.addRect(box);
+        if (path == rect)
+            return drawRects(&box, 1);
         add("path", {pen(), brush(), places(&centre, 1)});
     }
     void drawTextItem(const QPointF &at, const QTextItem &item) override

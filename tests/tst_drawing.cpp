@@ -122,16 +122,14 @@ QString difference(const QStringList &shapes, const QString &beginning, const QC
         QVERIFY2(wrong.isEmpty(), qPrintable(wrong));                                                                  \
     } while (false)
 
-/// Points along the x axis, so many Angstrom apart, each bonded to the next one.
-Molecule chain(int atoms, float apart)
+/// Rows of 40 atoms, an Angstrom apart, each bonded to the next one of its row.
+Molecule chain(int atoms)
 {
     Molecule made;
     for (int i = 0; i < atoms; ++i) {
-        made.atoms.push_back({i % 3 == 0       ? 6
-                                  : i % 3 == 1 ? 8
-                                               : 7,
-                              {apart * float(i % 40), apart * float(i / 40), 0.1f * float(i % 7)},
-                              true});
+        constexpr int elements[] = {6, 8, 7};
+        const QVector3D position(float(i % 40), float(i / 40), 0.1f * float(i % 7));
+        made.atoms.push_back({elements[i % 3], position, true});
         if (i % 40 > 0)
             made.bonds.push_back({i - 1, i});
     }
@@ -240,7 +238,6 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         view.setPacking({Packing::Contents::Molecules, {1, alongB, 1}});
         const QPointF edges[] = {{140, 0}, {35, -84}, {17.5, 35}}; // pixels
         const QPointF origin = view.atomPosition(0);
-        // Total length drawn along each edge of each cell, and how much of it in an axis' colour.
         QList<QLineF> pieces, coloured;
         QPointF letters[4];
         for (const QString &shape : drawn(view)) {
@@ -259,16 +256,12 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
             for (int corner = 0; corner < 4 * alongB; ++corner) {
                 const QPointF start = origin + edges[(axis + 1) % 3] * (corner & 1)
                     + edges[(axis + 2) % 3] * (corner >> 1 & 1) + edges[1] * (corner >> 2);
-                const QPolygonF ends{start, start + edges[axis]};
-                const auto isPiece = [&](const QLineF &piece) {
-                    const QPointF along = edges[axis] / std::hypot(edges[axis].x(), edges[axis].y());
-                    const QPointF from = piece.p1() - start, to = piece.p2() - start;
-                    const auto beside = [&](const QPointF &p) {
-                        return std::abs(p.x() * along.y() - p.y() * along.x());
-                    };
-                    const double a = QPointF::dotProduct(from, along), b = QPointF::dotProduct(to, along);
-                    return beside(from) < 0.05 && beside(to) < 0.05 && a > -0.1 && b > a
-                        && b < QLineF(ends[0], ends[1]).length() + 0.1;
+                const auto isPiece = [&](const QLineF &piece) { // one of 24 on the way to the other end
+                    for (int i = 0; i < 24; ++i)
+                        if (isNear(piece.p1(), start + edges[axis] * i / 24)
+                            && isNear(piece.p2(), start + edges[axis] * (i + 1) / 24))
+                            return true;
+                    return false;
                 };
                 const QList<QLineF> &those = corner == 0 ? coloured : pieces;
                 const auto count = std::count_if(those.begin(), those.end(), isPiece);
@@ -377,7 +370,7 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
     /// Many balls are drawn from pictures of each kind, very many with plainer bonds: they look alike.
     void manyBalls()
     {
-        const Molecule many = chain(301, 1);
+        const Molecule many = chain(301);
         MoleculeView view;
         view.setMolecule(many);
         view.setArea({0, 0, 800, 200});
@@ -403,8 +396,8 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
             }
         QVERIFY2(different < covered * 6 / 100, qPrintable(u"%1 of %2"_s.arg(different).arg(covered)));
         // 1462 and 1463 bonds of two halves each.
-        QCOMPARE(drawn(viewOf(chain(1500, 1))).filter(u"line"_s).size(), 4 * 1462);
-        QCOMPARE(drawn(viewOf(chain(1501, 1))).filter(u"line"_s).size(), 2 * 1463);
+        QCOMPARE(drawn(viewOf(chain(1500))).filter(u"line"_s).size(), 4 * 1462);
+        QCOMPARE(drawn(viewOf(chain(1501))).filter(u"line"_s).size(), 2 * 1463);
     }
 
     void elements()
@@ -501,7 +494,7 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
             names.append(shape.section(u' ', 5));
         QCOMPARE(names.mid(names.size() - 3),
                  (QStringList{u"one"_s, u"two (1 of 2 peaks beyond its range)"_s, u"list"_s}));
-        QVERIFY(all.filter(u"#90969e"_s).isEmpty());
+        QVERIFY(all.filter(u"#90969e"_s).isEmpty() && all.filter(u"line #96"_s).isEmpty()); // neither labels nor sticks
         item.plot()->scaleIntensity(3);
         all = shapes();
         COMPARE_PLACES(all, u"polyline #cc79a7:1 "_s, x, y, {higher(one, 6, 0.25 - 12 / 9.)});
@@ -545,6 +538,8 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         QVERIFY(top->bottom() < x->axisRect()->top() && left->right() < x->axisRect()->left());
         const QCPAxis *heightsAbove = top->axis(QCPAxis::atLeft), *heightsBeside = left->axis(QCPAxis::atBottom);
         QCOMPARE(heightsAbove->range(), QCPRange(-0.04, 1.04));
+        QVERIFY(heightsAbove->coordToPixel(1) < heightsAbove->coordToPixel(0)); // both away from the map
+        QVERIFY(heightsBeside->coordToPixel(1) < heightsBeside->coordToPixel(0));
         COMPARE_PLACES(all.filter(QRegularExpression(u"^polyline #0072b2:1 "_s)).mid(0, 1), u"poly"_s, x, heightsAbove,
                        {{{70, 0}, {60, 0}, {50, 1}, {40, 0}, {30, 0}, {20, 0}, {10, 0.1}}});
         COMPARE_PLACES(all.filter(QRegularExpression(u"^polyline #0072b2:1 "_s)).mid(1), u"poly"_s, heightsBeside, y,
@@ -568,6 +563,41 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         QCOMPARE(texts.size(), 2);
         QVERIFY(isNear({texts[0].section(u' ', 2, 2).toDouble(), texts[0].section(u' ', 3, 3).toDouble()},
                        {x->coordToPixel(50) + 6, y->coordToPixel(6)}, 2));
+    }
+
+    /// A band under a bracket for an integral, a line between two dots for a distance, with their texts above.
+    void marks()
+    {
+        NmrItem item;
+        const QUuid entry = item.nmrData()->addEntry(spectrum(70, {1, 2, 3, 4, 5, 6, 7}), u"one"_s);
+        PlotOptions options;
+        options.integrals = {{entry, 60, 40}};
+        options.distances = {{{55, 0.25}, {35, 0.5}}};
+        item.plot()->setOptions(options);
+        const QStringList all = drawn(item);
+        const QRect area = item.plot()->xAxis->axisRect()->rect();
+        const auto x = [&](double ppm) { return item.plot()->xAxis->coordToPixel(ppm); };
+        const auto y = [&](double part) { return area.top() + part * area.height(); };
+        const QString expected = u"rect - #1c0072b2 %1 %3 %4 %5\npolyline #0072b2:1.2 %1 %6 %1 %7 %2 %7 %2 %6\n"
+                                 "path #ffffff:3 - %8 %9\npath - * %8 %9\n"_s.arg(x(60))
+                                     .arg(x(40))
+                                     .arg(area.top())
+                                     .arg(x(40) - x(60))
+                                     .arg(area.height())
+                                     .arg(area.top() + 25)
+                                     .arg(area.top() + 20)
+                                     .arg(x(50))
+                                     .arg(area.top() + 11)
+            + u"line #5a2d82:1.2 %1 %2 %3 %4\nellipse #5a2d82:1.2 #5a2d82 %1 %2 2.5 2.5\nellipse #5a2d82:1.2 #5a2d82 "
+              u"%3 %4 2.5 2.5\n"
+              "path #ffffff:3 - %5 %6\npath - #5a2d82 %5 %6"_s.arg(x(55))
+                  .arg(y(0.25))
+                  .arg(x(35))
+                  .arg(y(0.5))
+                  .arg(x(45))
+                  .arg(y(0.375) - 10);
+        const QString wrong = difference(all.mid(all.size() - 9), expected);
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
     }
 
     /// The worst three of four pairs are named, the worst first.
@@ -629,6 +659,8 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
                               u"3 C2 5:0 right of it"_s}));
         QCOMPARE(qobject_cast<QCPTextElement *>(plot.plotLayout()->element(0, 1))->text(),
                  u"13C: equal, RMSD 1.38 ppm"_s);
+        QVERIFY(plot.axisRect(0)->left() == plot.axisRect(2)->left()
+                && plot.axisRect(1)->right() == plot.axisRect(3)->right());
         plot.setMarkedSite(-1);
         QCOMPARE(plot.plottableCount(), 8);
     }

@@ -617,6 +617,8 @@ private Q_SLOTS:
         QTest::newRow("Down") << int(Qt::Key_Down) << QPointF(0.15, -0.1401);
         QTest::newRow("Plus") << int(Qt::Key_Plus) << QPointF(0.1875, 0.125);
         QTest::newRow("Minus") << int(Qt::Key_Minus) << QPointF(0.12, 0.08);
+        QTest::newRow("Page Up") << int(Qt::Key_PageUp) << QPointF(0.1875, 0.125);
+        QTest::newRow("Page Down") << int(Qt::Key_PageDown) << QPointF(0.12, 0.08);
     }
     void moleculeKeys()
     {
@@ -631,6 +633,14 @@ private Q_SLOTS:
         const QPointF moved = from(Carbon, Hydrogen) / scale;
         QVERIFY2(std::hypot(moved.x() - hydrogen.x(), -moved.y() - hydrogen.y()) < 1e-3,
                  qPrintable(u"%1 %2"_s.arg(moved.x()).arg(-moved.y())));
+        for (bool on : {true, false}) {
+            stage.key(Qt::Key_N);
+            stage.key(on ? Qt::Key_M : Qt::Key_Escape);
+            QVERIFY(item->contactsVisible() == on && item->isMeasuring() == on);
+        }
+        lookAlongZ(*item);
+        stage.key(Qt::Key_Home);
+        QVERIFY(item->viewSettings()[u"Rotation"_s] != QVariant::fromValue(DoubleVector{1, 0, 0, 0}));
     }
 
     void clickTakesTheFrontAtom()
