@@ -7,6 +7,7 @@
 #include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
 #include "items/plot/NmrPlot.h"
+#include "items/plot/PeakEditor.h"
 #include "items/plot/PeakLabelBand.h"
 #include "items/plot/PlotMarks.h"
 #include "items/plot/StackedTraces.h"
@@ -172,6 +173,8 @@ class TestGestures : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase() { QApplication::setDoubleClickInterval(5); }
+
     // --- spectra
 
     void readOut_data()
@@ -481,6 +484,125 @@ private Q_SLOTS:
             QVERIFY(std::abs(labels[i].toDouble() - 100 * ticks[i]) < 0.5); // 100 MHz
     }
 
+    /// What the editor says at each step; steps of 10 ppm, so that the next top is far.
+    void peaksAreEdited()
+    {
+        PlotStage plot(spectrum(1, {peak(1, 57, 0, 2), peak(2, 28, 0, 5), peak(3, 28, 0, 5)}));
+        QStringList reports;
+        connect(plot.item, &DocumentItem::reported, [&](const QString &text) { reports.append(text); });
+        const auto said = [&] { return std::exchange(reports, {}).join(u" | "_s); };
+        const auto places = [&] {
+            QStringList list;
+            for (const SpectrumPeak &one : plot.item->nmrData()->shownSpectrum().peaks)
+                list.append(u"%1:%2"_s.arg(one.f2, 0, 'f', 0).arg(one.height, 0, 'f', 1));
+            plot.layOut();
+            return list.join(u' ');
+        };
+        const auto top = [&](int i) { return plot.content()->peakMarks()[i].top; };
+        PeakEditor *editor = plot.item->peakEditor();
+        editor->setActive(true);
+        QCOMPARE(said(),
+                 u"Editing the peaks of s: click adds (Shift: right there), drag moves, Delete or right click "
+                 "removes, Ctrl+click counts once more, Esc ends"_s);
+        plot.stage.key(Qt::Key_Delete);
+        QCOMPARE(said(), u"No peak is chosen: click one first"_s);
+        plot.stage.click(top(1) + QPointF(5, -10)); // the mark above the top, nearly beside it
+        QCOMPARE(said().replace(QRegularExpression(u"28\\.0+"_s), u"28"_s), u"Peak at 28 ppm, counts 2 times"_s);
+        plot.stage.click(top(1), Qt::ControlModifier);
+        QCOMPARE(places(), u"57:2.0 28:5.0 28:5.0 28:5.0"_s);
+        QVERIFY(said().endsWith(u"counts 3 times. Number of peaks: 4 measured, 0 simulated"_s));
+        plot.stage.drag(top(1), {plot.pixel(42.4, 0).x(), top(1).y()}, Qt::ShiftModifier);
+        QCOMPARE(places(), u"57:2.0 42:7.0 42:7.0 42:7.0"_s); // of the top of the slope that they are on
+        said();
+        plot.stage.key(Qt::Key_Backspace);
+        QCOMPARE(places(), u"57:2.0"_s);
+        QVERIFY(said().endsWith(u" removed. Number of peaks: 1 measured, 0 simulated"_s));
+        plot.stage.click(plot.pixel(33.7, 3.1), Qt::ShiftModifier);
+        QVERIFY(places().startsWith(u"57:2.0 34:"_s));
+        QVERIFY(said().startsWith(u"Peak added at 33."_s));
+        plot.stage.click(plot.pixel(33.7, 6), Qt::ShiftModifier); // where there is one: nothing changes
+        QCOMPARE(plot.item->nmrData()->shownSpectrum().peaks.size(), 2);
+        QVERIFY(said().endsWith(u"ppm already: Ctrl+click its mark to count it once more"_s));
+        QVERIFY(!editor->removeAt(top(0) + QPointF(6.5, 0)));
+        QVERIFY(!editor->removeAt(top(0) - QPointF(0, 18)));
+        QVERIFY(editor->removeAt(top(0) - QPointF(5.5, 11)));
+        plot.stage.key(Qt::Key_Escape);
+        QCOMPARE(places(), u"34:7.0"_s);
+        QCOMPARE(
+            said(),
+            u"Peak at 57.00 ppm removed. Number of peaks: 1 measured, 0 simulated | Number of peaks: 1 measured, 0 simulated"_s);
+        QVERIFY(!editor->isActive());
+    }
+
+    /// As far as there is room: no further in than a millionth, no further out than all.
+    void rangesHaveLimits()
+    {
+        PlotStage plot(spectrum(2));
+        plot.show({30, 50, 5, 7});
+        PlotNavigation &navigation = plot.item->plot()->navigation();
+        for (int i = 0; i < 200; ++i)
+            navigation.zoom(1.25);
+        Ranges ranges = plot.ranges();
+        QVERIFY(ranges[1] - ranges[0] >= 60e-6 && ranges[1] - ranges[0] < 1.25 * 60e-6);
+        QVERIFY(ranges[3] - ranges[2] >= 6e-6 && ranges[3] - ranges[2] < 1.25 * 6e-6);
+        for (int i = 0; i < 200; ++i)
+            navigation.zoom(0.8);
+        compareRanges(plot.ranges(), {10, 70, 3, 9});
+        plot.show({30, 50, 5, 7});
+        for (int i = 0; i < 3; ++i)
+            navigation.pan(plot.content()->ppmAxes()[0], 0.5);
+        compareRanges(plot.ranges(), {50, 70, 5, 7}); // as far as the spectrum goes
+        for (const auto &[drag, f2, f1] : {std::tuple(QPointF(3, 100), false, true),
+                                           {QPointF(100, 3), true, false},
+                                           {QPointF(4, 6), true, true},
+                                           {QPointF(3, 3), false, false}}) {
+            plot.show({30, 50, 5, 7});
+            ranges = plot.ranges();
+            const QPointF from = plot.pixel(40, 6);
+            plot.stage.drag(from, from + drag);
+            QCOMPARE(std::abs(plot.ranges()[0] - ranges[0]) > 1, f2);
+            QCOMPARE(std::abs(plot.ranges()[2] - ranges[2]) > 0.1, f1);
+        }
+    }
+
+    void marksAreTakenAway()
+    {
+        PlotStage plot(spectrum(1));
+        QStringList reports;
+        connect(plot.item, &DocumentItem::reported, [&](const QString &text) { reports.append(text); });
+        plot.stage.key(Qt::Key_I);
+        QCOMPARE(std::exchange(reports, {}),
+                 QStringList{u"Integrals: drag over the regions; Esc ends. The first one is 1 until another is set"_s});
+        plot.stage.drag(plot.pixel(40, 3), plot.pixel(60, 3));
+        const QList<IntegralMark> integrals = plot.item->plot()->options().integrals;
+        QCOMPARE(integrals.size(), 1);
+        QVERIFY(std::abs(integrals[0].from - 60) < 0.1 && std::abs(integrals[0].to - 40) < 0.1);
+        QCOMPARE(integrals[0].entry, plot.item->nmrData()->activeEntryId());
+        plot.stage.key(Qt::Key_D);
+        QCOMPARE(std::exchange(reports, {}), QStringList{u"Distances: drag from one place to another; Esc ends"_s});
+        const QRect area = plot.content()->mainRect()->rect();
+        plot.stage.drag(QPointF(area.left() + 50, area.top() + area.height() / 4.0),
+                        QPointF(area.right() + 30, area.bottom() + 9));
+        const DistanceMark distance = plot.item->plot()->options().distances.value(0);
+        QVERIFY(std::abs(distance.from.y() - 0.25) < 0.005 && distance.to.y() == distance.from.y());
+        QVERIFY(std::abs(distance.to.x() - 10) < 0.1 && distance.from.x() > 60);
+        plot.stage.key(Qt::Key_Escape);
+        QCOMPARE(std::exchange(reports, {}), QStringList{QString()});
+        const auto choose = [&](const QString &text) {
+            for (QAction *action : plot.item->contextMenu()->findChildren<QAction *>())
+                if (action->text() == text)
+                    return action->trigger();
+        };
+        choose(u"Remove the Last Distance"_s);
+        QVERIFY(plot.item->plot()->options().distances.isEmpty()
+                && plot.item->plot()->options().integrals == integrals);
+        choose(u"Remove the Last Integral"_s);
+        QVERIFY(plot.item->plot()->options().integrals.isEmpty());
+        plot.stage.drag(plot.pixel(48, 2), plot.pixel(35, 3)); // zooms again
+        compareRanges(plot.ranges(), {35, 48}, 3e-3);
+        QVERIFY(plot.item->plot()->options() == PlotOptions());
+    }
+
     // --- molecule
 
     /// Where each atom is, from the carbon, in units of the carbon-oxygen distance on the screen at the start.
@@ -495,6 +617,8 @@ private Q_SLOTS:
         QTest::newRow("Down") << int(Qt::Key_Down) << QPointF(0.15, -0.1401);
         QTest::newRow("Plus") << int(Qt::Key_Plus) << QPointF(0.1875, 0.125);
         QTest::newRow("Minus") << int(Qt::Key_Minus) << QPointF(0.12, 0.08);
+        QTest::newRow("Page Up") << int(Qt::Key_PageUp) << QPointF(0.1875, 0.125);
+        QTest::newRow("Page Down") << int(Qt::Key_PageDown) << QPointF(0.12, 0.08);
     }
     void moleculeKeys()
     {
@@ -509,6 +633,14 @@ private Q_SLOTS:
         const QPointF moved = from(Carbon, Hydrogen) / scale;
         QVERIFY2(std::hypot(moved.x() - hydrogen.x(), -moved.y() - hydrogen.y()) < 1e-3,
                  qPrintable(u"%1 %2"_s.arg(moved.x()).arg(-moved.y())));
+        for (bool on : {true, false}) {
+            stage.key(Qt::Key_N);
+            stage.key(on ? Qt::Key_M : Qt::Key_Escape);
+            QVERIFY(item->contactsVisible() == on && item->isMeasuring() == on);
+        }
+        lookAlongZ(*item);
+        stage.key(Qt::Key_Home);
+        QVERIFY(item->viewSettings()[u"Rotation"_s] != QVariant::fromValue(DoubleVector{1, 0, 0, 0}));
     }
 
     void clickTakesTheFrontAtom()

@@ -19,7 +19,9 @@
 
 #include <cmath>
 #include <functional>
+#include <map>
 #include <random>
+#include <set>
 
 using namespace Workbench;
 using namespace Qt::StringLiterals;
@@ -284,6 +286,97 @@ private Q_SLOTS:
         const auto projections = Decimation::projections(DoubleVector{1, 5, 3, -1, -2, 9}, 3);
         QCOMPARE(projections.columns, (DoubleVector{1, 5, 9}));
         QCOMPARE(projections.rows, (DoubleVector{5, 9}));
+    }
+
+    /// Against the plainest way, on numbers at random: groups of 20 points, blocks of 3 by 2 and less at the ends.
+    void decimationKeepsWhatEveryPartHas()
+    {
+        std::mt19937 random(11);
+        DoubleVector values(1100);
+        for (double &v : values)
+            v = random() % 9 == 0 ? std::nan("") : double(random() % 2001) / 1000 - 1;
+        std::vector<QPointF> expected;
+        for (int group = 0; group < 50; ++group) {
+            int low = -1, high = -1, first = -1, last = -1;
+            for (int i = 70 + 20 * group; i < 90 + 20 * group; ++i) {
+                if (std::isnan(values[i]))
+                    continue;
+                first = first < 0 ? i : first;
+                last = i;
+                low = low < 0 || values[i] < values[low] ? i : low;
+                high = high < 0 || values[i] > values[high] ? i : high;
+            }
+            for (int i : std::set<int>{first, low, high, last})
+                expected.emplace_back(i, values[i]);
+        }
+        QVERIFY(Decimation::envelope(values, 70, 1069, 50) == expected);
+        QCOMPARE(Decimation::envelope(DoubleVector(100, 1.0), -7, 40, 10).size(), size_t(2 * 10)); // more than 4 each
+        QCOMPARE(Decimation::envelope(DoubleVector(100, 1.0), 60, 140, 10).size(), size_t(40)); // each of them
+        QVERIFY(Decimation::envelope(values, 20, 19, 10).empty());
+
+        constexpr int width = 13;
+        for (int top : {0, 2}) {
+            const auto grid = Decimation::blockMaxima({values.data(), 13 * 12}, width, {1, 11}, {top, top + 6}, 4, 4);
+            QCOMPARE(QSize(grid.columns, grid.rows), QSize(4, 4));
+            QVERIFY(grid.firstColumn == 2 && grid.columnStep == 3 && grid.firstRow == top + 0.5 && grid.rowStep == 2);
+            for (int row = 0; row < 4; ++row)
+                for (int column = 0; column < 4; ++column) {
+                    double largest = 0;
+                    for (int y = top + 2 * row; y <= std::min(top + 6, top + 2 * row + 1); ++y)
+                        for (int x = 1 + 3 * column; x <= std::min(11, 3 + 3 * column); ++x)
+                            if (std::abs(values[y * width + x]) > std::abs(largest))
+                                largest = values[y * width + x];
+                    QCOMPARE(grid.cell(column, row), largest);
+                }
+        }
+        QCOMPARE(Decimation::blockMaxima(values, width, {5, 4}, {0, 3}, 4, 4).columns, 0);
+    }
+
+    /// A line has a point on each edge of the grid that the level crosses, and goes from edge to edge of a square.
+    void contoursCrossEdgesOnce()
+    {
+        std::mt19937 random(3);
+        for (int round = 0; round < 40; ++round) {
+            const int columns = 5 + round % 4, rows = 4 + round % 3;
+            DoubleVector values(size_t(columns * rows));
+            for (double &v : values)
+                v = double(random() % 1000) + 0.25;
+            const double level = 400 + 5 * round;
+            std::map<std::pair<int, int>, int> crossings; // of places in thousandths: how many lines should be there
+            const auto at = [](const QPointF &p) { return std::pair(qRound(1e3 * p.x()), qRound(1e3 * p.y())); };
+            const auto edge = [&](int x, int y, int dx, int dy) {
+                const double a = values[y * columns + x], b = values[(y + dy) * columns + x + dx];
+                if ((a >= level) != (b >= level))
+                    ++crossings[at(QPointF(x, y) + QPointF(dx, dy) * ((level - a) / (b - a)))];
+            };
+            for (int y = 0; y < rows; ++y)
+                for (int x = 0; x < columns; ++x) {
+                    if (x + 1 < columns)
+                        edge(x, y, 1, 0);
+                    if (y + 1 < rows)
+                        edge(x, y, 0, 1);
+                }
+            for (const QPolygonF &line : Contours::lines(values, columns, rows, level)) {
+                const auto isEnd = [&](const QPointF &p) {
+                    return p.x() == 0 || p.y() == 0 || p.x() == columns - 1 || p.y() == rows - 1;
+                };
+                QVERIFY(line.isClosed() || (isEnd(line.first()) && isEnd(line.last())));
+                for (qsizetype i = line.isClosed() ? 1 : 0; i < line.size(); ++i)
+                    --crossings[at(line[i])];
+                for (qsizetype i = 1; i < line.size(); ++i) {
+                    const QPointF middle = (line[i] + line[i - 1]) / 2, step = line[i] - line[i - 1];
+                    const QRectF square(std::floor(middle.x()), std::floor(middle.y()), 1, 1);
+                    QVERIFY(square.contains(line[i]) && square.contains(line[i - 1]) && !step.isNull());
+                }
+            }
+            for (const auto &[place, left] : crossings)
+                QCOMPARE(left, 0);
+        }
+        using Levels = std::vector<double>;
+        QCOMPARE(Contours::levels(DoubleVector{0, 8, -2}, 0.25, 2, 10), (Levels{2, 4})); // neither 8 nor -2 itself
+        QCOMPARE(Contours::levels(DoubleVector{0, 3, -8}, 0.25, 2, 2), (Levels{2, -2, -4}));
+        QCOMPARE(Contours::levels(DoubleVector{-1, -8}, 0.25, 2, 1), (Levels{-2}));
+        QCOMPARE(Contours::levels(DoubleVector{0, 0}, 0.25, 2, 3), Levels());
     }
 
     void contourOfAGaussianIsItsCircle()

@@ -1,12 +1,20 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "Failure.h"
+#include "Shapes.h"
 #include "analysis/Contacts.h"
 #include "analysis/Integration.h"
+#include "data/ExperimentalSpectrum.h"
 #include "items/ItemPicture.h"
 #include "items/molecule/MoleculeItem.h"
-#include "items/molecule/MoleculeView.h"
+#include "items/plot/LabelPlacement.h"
+#include "items/plot/NmrData.h"
+#include "items/plot/NmrItem.h"
+#include "items/plot/NmrPlot.h"
+#include "items/plot/PlotContent.h"
 #include "items/plot/PlotOptions.h"
+#include "items/plot/SharedLabel.h"
 #include "items/table/TableItem.h"
+#include "items/table/TableModel.h"
 #include "support/MetaTypes.h"
 
 #include <QtTest>
@@ -19,6 +27,11 @@ using namespace Workbench;
 using namespace Qt::StringLiterals;
 
 namespace {
+
+QVariant numbers(const DoubleVector &values)
+{
+    return QVariant::fromValue(values);
+}
 
 QVariantMap row(const QString &label, double iso, std::optional<double> cq = {})
 {
@@ -35,8 +48,9 @@ class ShieldingTable : public QObject {
     Q_OBJECT
 
 public:
-    explicit ShieldingTable(const QVariantList &rows) : m_rows(rows) { }
+    explicit ShieldingTable(const QVariantList &rows, const QUuid &data = {}) : m_rows(rows), m_data(data) { }
 
+    Q_INVOKABLE QList<QUuid> tableItem_sharedDataIds() { return {m_data}; }
     Q_INVOKABLE void tableItem_init(QGraphicsWidget *, QAbstractItemView *, QAbstractItemModel *) { }
     Q_INVOKABLE int tableModel_rowCount() { return int(m_rows.size()); }
     Q_INVOKABLE int tableModel_columnCount() { return 2; }
@@ -59,10 +73,68 @@ public:
 
 private:
     QVariantList m_rows;
+    QUuid m_data;
+};
+
+/// Columns of given codes, with cells as they are given.
+class CellsTable : public QObject {
+    Q_OBJECT
+
+public:
+    CellsTable(const QVariantList &columns, const QList<QStringList> &cells) : m_columns(columns), m_cells(cells) { }
+    Q_INVOKABLE int tableModel_rowCount() { return int(m_cells.size()); }
+    Q_INVOKABLE int tableModel_columnCount() { return int(m_columns.size()); }
+    Q_INVOKABLE QVariantList tableModel_columns() { return m_columns; }
+    Q_INVOKABLE QVariant tableModel_data(QModelIndex index, int role)
+    {
+        return role == Qt::DisplayRole ? m_cells[index.row()][index.column()] : QVariant();
+    }
+
+private:
+    QVariantList m_columns;
+    QList<QStringList> m_cells;
 };
 
 const QVariantList rows{row(u"C1"_s, 100), row(u"C10"_s, -5.5), row(u"C2"_s, 50), row(u"O1"_s, 200, 7.25),
                         row(u"Ca3"_s, 1e3, -0.5)};
+
+/// The entries in sight, menus with theirs in brackets: "+" is on, "-" off, "!" grey.
+QString entries(const QMenu *menu)
+{
+    QStringList texts;
+    for (const QAction *action : menu->actions()) {
+        if (!action->isVisible() || action->isSeparator())
+            continue;
+        const QString sign = !action->isCheckable() ? QString() : action->isChecked() ? u"+"_s : u"-"_s;
+        const QString inside = action->menu() ? u" (%1)"_s.arg(entries(action->menu())) : QString();
+        texts.append((action->isEnabled() ? QString() : u"!"_s) + sign + action->text().replace(u'\t', u'|') + inside);
+    }
+    return texts.join(u", "_s);
+}
+
+/// The entry of that text, also of a menu in it: "Crystal/Molecules".
+void choose(const QMenu *menu, const QString &path)
+{
+    for (QAction *action : menu->actions()) {
+        if (action->text().section(u'\t', 0, 0) != path.section(u'/', 0, 0))
+            continue;
+        return action->menu() ? choose(action->menu(), path.section(u'/', 1)) : action->trigger();
+    }
+    QFAIL(qPrintable(path));
+}
+
+/// Formaldehyde-like: carbon, oxygen and nitrogen in a skewed cell, not symmetric in any way.
+QVariantMap description(bool inCell = true)
+{
+    QVariantList atoms;
+    for (const auto &[element, x, y, z] :
+         {std::tuple(6, 0.0, 0.0, 0.0), std::tuple(8, 1.2, 0.25, -0.5), std::tuple(7, -0.5, 1.5, 1.0)})
+        atoms.append(QVariantMap{{u"El"_s, element}, {u"X"_s, x}, {u"Y"_s, y}, {u"Z"_s, z}});
+    QVariantMap made{{u"Atoms"_s, atoms}};
+    if (inCell)
+        made[u"CrystallographicData"_s] = QVariantMap{{u"Lattice"_s, numbers({4, 0, 0, 1, 5, 0, 0.5, -1, 6})}};
+    return made;
+}
 
 QStringList shownLabels(const TableItem &table)
 {
@@ -111,6 +183,15 @@ private Q_SLOTS:
         filter("iso=60..-10", u"C10 C2"_s);
         filter("cq<10", u"O1 Ca3"_s); // not those without
         filter("cq<10,C2", u"C2 O1 Ca3"_s);
+        filter("iso>100", u"O1 Ca3"_s);
+        filter("iso>=100", u"C1 O1 Ca3"_s);
+        filter("iso<50", u"C10"_s);
+        filter("iso<=50", u"C10 C2"_s);
+        filter("iso=50", u"C2"_s);
+        filter("iso=50..100", u"C1 C2"_s);
+        filter("CQ=-0.5 , ,", u"Ca3"_s);
+        filter("C1..C2", u"C1 C2"_s);
+        filter("ca3..o1", u"O1 Ca3"_s);
     }
     void rowsAreFiltered()
     {
@@ -125,11 +206,18 @@ private Q_SLOTS:
 
     void filtersThatAreNoneSayWhatIsWrong()
     {
-        for (const auto &[text, message] : {std::pair(u"iso>x"_s, "\"x\" is no number"), std::pair(u"sigma>1"_s, "iso"),
-                                            std::pair(u"C1.."_s, "two ends"), std::pair(u"iso=1..y"_s, "\"y\"")}) {
-            const QByteArray error = failure([&, text = text] { RowFilter::parse(text); });
-            QVERIFY2(error.contains(message), error);
-        }
+        for (const auto &[text, message] :
+             {std::pair(u"C iso>x"_s, "\"iso>x\": \"x\" is no number"),
+              {u"iso>nan"_s, "\"iso>nan\": \"nan\" is no number"},
+              {u"sigma>1"_s, "\"sigma>1\": the numbers are iso, aniso, eta, eq, etaq and cq"},
+              {u"C1.."_s, "\"C1..\": a range of labels has two ends, as in C2..C10"},
+              {u"..C1"_s, "\"..C1\": a range of labels has two ends, as in C2..C10"},
+              {u"iso=1..y"_s, "\"iso=1..y\": \"y\" is no number"}})
+            QCOMPARE(failure([&, text = text] { RowFilter::parse(text); }), QByteArray(message));
+        const QVariantMap one{{u"assym"_s, 0.25}, {u"qassym"_s, -0.5}, {u"aniso"_s, 12.0}, {u"eq"_s, 3}};
+        for (const QString &text : {u"eta<0.3"_s, u"\u03b7>0.2"_s, u"etaq<\u22120.4"_s, u"\u03b7(q)=\u22120.5"_s,
+                                    u"aniso=12 eq=3"_s, u"aniso=13,eq=3"_s, QString()})
+            QVERIFY2(RowFilter::parse(text).accepts(one), qPrintable(text));
     }
 
     void tableIsSortedAndFilteredInView()
@@ -254,44 +342,6 @@ private Q_SLOTS:
             QVERIFY(std::abs(found[i].distance - expected[i]) < 1e-4);
     }
 
-    /// Principal values 4, 2 and 1 along axes that lie 30 degrees from the screen's, and 1 towards the viewer.
-    void ellipsoidsShowTheTensor()
-    {
-        Molecule molecule;
-        molecule.atoms.push_back({6, {}, true});
-        MoleculeView view;
-        view.setMolecule(molecule);
-        view.setArea({0, 0, 401, 401});
-        view.setRotation({}, 1);
-        const double angle = M_PI / 6, values[] = {4, 2};
-        const float c = float(std::cos(angle)), s = float(std::sin(angle));
-        view.setTensors({{{4, -2, 1}, {QVector3D(c, s, 0), QVector3D(-s, c, 0), QVector3D(0, 0, 1)}, true}}, 1);
-        QImage image(401, 401, QImage::Format_RGB32);
-        image.fill(Qt::white);
-        QPainter painter(&image);
-        view.paint(&painter);
-        painter.end();
-        const QPoint centre = view.atomPosition(0).toPoint();
-        const auto isDrawn = [&](double x, double y) {
-            return image.pixelColor(centre + QPointF(x, -y).toPoint()) != Qt::white;
-        };
-        double reach = 0; // along the longest axis
-        while (isDrawn((reach + 1) * std::cos(angle), (reach + 1) * std::sin(angle)))
-            ++reach;
-        QVERIFY(reach > 30);
-        QRect box;
-        for (int y = 0; y < image.height(); ++y) {
-            for (int x = 0; x < image.width(); ++x)
-                box |= image.pixelColor(x, y) != Qt::white ? QRect(x, y, 1, 1) : QRect();
-        }
-        const double unit = reach / values[0];
-        const double width = 2 * unit * std::hypot(values[0] * std::cos(angle), values[1] * std::sin(angle));
-        const double height = 2 * unit * std::hypot(values[0] * std::sin(angle), values[1] * std::cos(angle));
-        QVERIFY2(std::abs(box.width() - width) < 4 && std::abs(box.height() - height) < 4,
-                 qPrintable(u"%1×%2, expected %3×%4"_s.arg(box.width()).arg(box.height()).arg(width).arg(height)));
-        QVERIFY(!isDrawn(0.8 * reach * std::cos(angle), -0.8 * reach * std::sin(angle)));
-    }
-
     void areas()
     {
         const std::vector<double> ramp{0, 1, 2, 3, 4, 5, 6, 7, 8};
@@ -312,31 +362,593 @@ private Q_SLOTS:
         options.integralReference = 1;
         options.referenceValue = 3;
         options.distances = {{{1, 2}, {3, 4}}};
+        options.contours = {0.02, 1.4, 7};
+        options.sticks = true;
+        options.crosses = options.labels = options.legend = false;
         QVERIFY(PlotOptions::fromMap(options.toMap()) == options);
+        QVERIFY(PlotOptions::fromMap({}) == PlotOptions());
+        for (const auto &[wanted, bounded] : {std::pair(ContourLevels{1e-6, 1, 0}, ContourLevels{1e-5, 1.05, 1}),
+                                              {{1, 11, 51}, {0.99, 10, 50}},
+                                              {{std::nan(""), INFINITY, 3}, {0.05, 1.6, 3}}})
+            QVERIFY(wanted.bounded() == bounded);
+        for (const bool PlotOptions::*only :
+             {&PlotOptions::sticks, &PlotOptions::overlay, &PlotOptions::hertz, &PlotOptions::sharesRange}) {
+            PlotOptions one;
+            one.*const_cast<bool PlotOptions::*>(only) = true;
+            QVERIFY(PlotOptions::fromMap(one.toMap()) == one);
+        }
         QVariantMap damaged = options.toMap();
-        damaged[u"Distances"_s] = QVariantList{QVariant::fromValue(DoubleVector{1, std::nan(""), 3, 4}), u"x"_s};
+        damaged[u"Distances"_s] = QVariantList{numbers({1, std::nan(""), 3, 4}), u"x"_s};
         damaged[u"IntegralReference"_s] = 7;
         damaged[u"ReferenceValue"_s] = 0.0;
         const PlotOptions mended = PlotOptions::fromMap(damaged);
         QVERIFY(mended.distances.isEmpty() && mended.integralReference == 1 && mended.referenceValue == 1);
+    }
 
-        QVariantList atoms;
-        for (double x : {0.0, 1.5, 2.0})
-            atoms.append(QVariantMap{{u"El"_s, 6}, {u"X"_s, x}, {u"Y"_s, x * x}, {u"Z"_s, 0.0}});
-        QVariantMap description{
-            {u"Atoms"_s, atoms},
-            {u"CrystallographicData"_s,
-             QVariantMap{{u"Lattice"_s, QVariant::fromValue(DoubleVector{5, 0, 0, 1, 6, 0, 0.5, -1, 7})}}}};
-        MoleculeItem molecule(description);
-        QVariantMap settings = molecule.viewSettings();
-        settings[u"Cells"_s] = QVariant::fromValue(DoubleVector{2, 1, 3});
-        settings[u"Contents"_s] = int(Packing::Contents::Cell);
-        settings[u"Measurements"_s] = QVariantList{QVariant::fromValue(DoubleVector{0, 0, 0, 0, 1, 0, 0, 0}),
-                                                   QVariant::fromValue(DoubleVector{0, 0, 0, 0, 9, 0, 0, 0})};
+    /// A crystal whose table names two of three atoms, with the shielding of one: all entries, and what each does.
+    void moleculeMenu()
+    {
+        MoleculeItem molecule(description());
+        molecule.resize(600, 400);
+        molecule.setViewSettings({{u"Rotation"_s, numbers({0.5, 0.5, -0.5, 0.5})}, {u"Zoom"_s, 0.75}});
+        QCOMPARE(
+            entries(molecule.contextMenu()),
+            u"Labels (+None, -Element, -Element and Number, !-Label of the File), +Show Unit Cell, +Show Hydrogens, "
+            "Crystal (+Molecules, -Cell Contents, +1 × 1 × 1, -2 × 2 × 2, -3 × 3 × 3, Other Numbers of Cells...), "
+            "Tensors (+None, !-Shielding, !-Anisotropic Part of the Shielding, !-Electric Field Gradient, "
+            "-Principal Axes, -50 % of their size, +100 % of their size, -150 % of their size, -200 % of their "
+            "size), -Measure Distances and Angles|M, !Remove Measurements, -Nearest Contacts of the Selected "
+            "Atom|N, !Copy Contacts, Reset View|Home, Picture (Copy, Save..., Print...)"_s);
+        QStringList reports;
+        connect(&molecule, &DocumentItem::reported, [&](const QString &text) { reports.append(text); });
+        const QUuid data = QUuid::createUuid();
+        QVariantMap first = row(u"C7"_s, 1), third = row(u"N9"_s, 2);
+        first[u"atomNos"_s] = QVariantList{0};
+        third[u"atomNos"_s] = QVariantList{2, 3, -1};
+        TableItem table(new ShieldingTable({first, third}, data));
+        table.linkObject(&molecule);
+        molecule.setDataSource([&](const QUuid &id) {
+            const QVariantMap name{{u"labels"_s, QStringList{u"N"_s}}, {u"No"_s, 1}};
+            QVariantMap tensor = name, atom = name;
+            tensor[u"tensor"_s] = numbers({10, 0, 0, 0, 40, 0, 0, 0, -20});
+            atom[u"recordNo"_s] = 2;
+            return id == data ? QVariantMap{{u"atoms"_s, QVariantMap{{u"a"_s, atom}}},
+                                            {u"shieldings"_s, QVariantMap{{u"a"_s, tensor}}}}
+                              : QVariantMap();
+        });
+        molecule.setSelectedAtoms({2, 1});
+        for (const QString &path :
+             {u"Labels/Label of the File"_s, u"Show Unit Cell"_s, u"Show Hydrogens"_s, u"Crystal/Cell Contents"_s,
+              u"Crystal/2 × 2 × 2"_s, u"Tensors/Anisotropic Part of the Shielding"_s, u"Tensors/Principal Axes"_s,
+              u"Tensors/150 % of their size"_s, u"Measure Distances and Angles"_s,
+              u"Nearest Contacts of the Selected Atom"_s})
+            choose(molecule.contextMenu(), path);
+        // Beside the labels of the file numbers of our own have no place.
+        QCOMPARE(entries(molecule.contextMenu()),
+                 u"Labels (-None, -Element, +Label of the File), -Show Unit Cell, -Show Hydrogens, "
+                 "Crystal (-Molecules, +Cell Contents, -1 × 1 × 1, +2 × 2 × 2, -3 × 3 × 3, Other Numbers of Cells...), "
+                 "Tensors (-None, -Shielding, +Anisotropic Part of the Shielding, !-Electric Field Gradient, "
+                 "+Principal Axes, -50 % of their size, -100 % of their size, +150 % of their size, -200 % of their "
+                 "size), +Measure Distances and Angles|M, !Remove Measurements, +Nearest Contacts of the Selected "
+                 "Atom|N, Copy Contacts, Reset View|Home, Picture (Copy, Save..., Print...)"_s);
+        QCOMPARE(reports.size(), 1);
+        QVERIFY(reports[0].startsWith(u"Measuring: "_s));
+        QVariantMap settings{{u"Rotation"_s, numbers({0.5, 0.5, -0.5, 0.5})},
+                             {u"Zoom"_s, 0.75},
+                             {u"Labels"_s, 3},
+                             {u"Cell"_s, false},
+                             {u"Hydrogens"_s, false},
+                             {u"Contents"_s, 1},
+                             {u"Cells"_s, numbers({2, 2, 2})},
+                             {u"Tensors"_s, 2},
+                             {u"TensorSize"_s, 1.5},
+                             {u"TensorAxes"_s, true},
+                             {u"Measurements"_s, QVariantList()},
+                             {u"Contacts"_s, true}};
+        QCOMPARE(molecule.viewSettings(), settings);
+        // By numpy.
+        choose(molecule.contextMenu(), u"Copy Contacts"_s);
+        QCOMPARE(QGuiApplication::clipboard()->text().replace(u'\t', u'|'),
+                 uR"(atom|neighbour|cell|distance / Å|nuclei|dipolar coupling / kHz
+O2|C7|0 0 0|1.3238|17O 13C|1.7649
+O2|N9|0 0 0|2.5889|17O 15N|-0.0951
+O2|C7|1 0 0|2.8553|17O 13C|0.1759
+O2|N9|1 0 0|3.0170|17O 15N|-0.0601
+O2|O2|-1 0 0|4.0000|17O 17O|-0.0345
+O2|O2|1 0 0|4.0000|17O 17O|-0.0345
+O2|N9|1 -1 0|4.2429|17O 15N|-0.0216
+O2|C7|0 1 0|4.7804|17O 13C|0.0375
+O2|N9|0 -1 0|4.8582|17O 15N|-0.0144
+O2|O2|0 -1 0|5.0990|17O 17O|-0.0167
+O2|O2|0 1 0|5.0990|17O 17O|-0.0167
+O2|C7|-1 0 0|5.2300|17O 13C|0.0286
+)"_s);
+        const auto picture = [&] {
+            return Shapes::of({600, 400},
+                              [&](QPainter *painter) { molecule.paintPicture(painter, QRectF(10, 20, 580, 360)); });
+        };
+        QStringList written;
+        for (const QString &shape : picture().filter(u"text "_s))
+            written.append(shape.section(u' ', 5));
+        QCOMPARE(written.mid(0, 9).join(u'|'),
+                 u"Nearest to O2|C7|1.324 Å|¹⁷O–¹³C|1.76 kHz|N9|2.589 Å|¹⁷O–¹⁵N|−0.095 kHz"_s);
+        QCOMPARE(written.mid(45, 4).join(u'|'), u"C7|5.230 Å|¹⁷O–¹³C|0.029 kHz"_s);
+        QCOMPARE(
+            written.mid(49).join(QString()),
+            u"2 × 2 × 2 cells; shielding, semi-axes |σii − iso|, scaled for each element; dashed axes: negative"_s);
+        // Each ellipsoid has its sections and axes: semi-axes |σii − 10| of 30, 30 and nothing.
+        QCOMPARE(picture().filter(u":0.8 "_s).size(), 8);
+        QCOMPARE(picture().filter(u"curve"_s).size(), 24);
+        QCOMPARE(picture().filter(u"#c63d00"_s).size(), 8);
+        // Five of the twelve neighbours lie beyond what is shown.
+        settings[u"Contents"_s] = 0;
+        settings[u"Cells"_s] = numbers({2, 1, 3});
+        settings[u"Measurements"_s] =
+            QVariantList{numbers({0, 0, 0, 0, 1, 1, 0, 0}), numbers({0, 0, 0, 0, 1, 0, 0, 0, 2, 0, 0, 0}),
+                         numbers({0, 0, 0, 0, 1, 0, 0, 0, 2, 0, 0, 0, 2, 0, 0, -1})};
         molecule.setViewSettings(settings);
-        QCOMPARE(molecule.packing(), (Packing{Packing::Contents::Cell, {2, 1, 3}}));
-        QCOMPARE(molecule.measurements(), QStringList{u"C1\u2013C2  2.704 \u00c5"_s}); // not the one of atom 9
-        QCOMPARE(molecule.viewSettings()[u"Measurements"_s].toList().size(), 1);
+        QCOMPARE(molecule.viewSettings(), settings);
+        QCOMPARE(molecule.measurements(),
+                 (QStringList{u"C7–O2  5.230 Å"_s, u"C7–O2–N9  43.7°"_s, u"C7–O2–N9–N9  -91.1°"_s}));
+        QCOMPARE(picture().filter(u"line #8e24aa:1.6:2"_s).size(), 12 + 1 + 3 + 3);
+        choose(molecule.contextMenu(), u"Remove Measurements"_s);
+        choose(molecule.contextMenu(), u"Measure Distances and Angles"_s);
+        choose(molecule.contextMenu(), u"Nearest Contacts of the Selected Atom"_s);
+        QCOMPARE(reports.mid(1), QStringList{QString()});
+        QVERIFY(molecule.measurements().isEmpty() && picture().filter(u"#8e24aa"_s).isEmpty());
+        molecule.setSelectedAtoms({});
+        molecule.setContactsVisible(true);
+        QCOMPARE(reports.last(), u"Click an atom to see what is near it"_s);
+        // Only what has been written by somebody else can be nonsense.
+        const QVariantList nonsense{numbers({0, 0, 0, 0}), numbers({0, 0, 0, 0, 1, 0, 0.5, 0}),
+                                    numbers({0, 0, 0, 0, 3, 0, 0, 0}), numbers({0, 0, 0, 0, -1, 0, 0, 0}),
+                                    numbers(DoubleVector(20))};
+        molecule.setViewSettings({{u"Labels"_s, 4},
+                                  {u"Tensors"_s, 4},
+                                  {u"TensorSize"_s, 11.0},
+                                  {u"Cells"_s, numbers({0.9, 100, 99})},
+                                  {u"Measurements"_s, nonsense}});
+        const QVariantMap mended = molecule.viewSettings();
+        QVERIFY(mended[u"Labels"_s] == 0 && mended[u"Tensors"_s] == 0 && mended[u"TensorSize"_s] == 10.0);
+        QVERIFY(mended[u"Cell"_s] == true && mended[u"Hydrogens"_s] == true && mended[u"Contacts"_s] == false);
+        QVERIFY(mended[u"Contents"_s] == 0 && molecule.packing().cells == (std::array{1, 1, 99})
+                && mended[u"Zoom"_s] == 0.75);
+        QVERIFY(mended[u"Measurements"_s].toList().isEmpty());
+    }
+
+    void moleculeTitles_data()
+    {
+        QTest::addColumn<QList<int>>("elements");
+        QTest::addColumn<bool>("inCell");
+        QTest::newRow("Molecule without atoms") << QList<int>() << true;
+        QTest::newRow("Molecule: C₂H₃Br") << QList<int>{1, 6, 35, 1, 6, 1} << false;
+        QTest::newRow("Unit cell: CH₁₂Au") << (QList<int>{79, 6} + QList<int>(12, 1)) << true;
+        QTest::newRow("Molecule: AlHO") << QList<int>{1, 8, 13} << false; // by the alphabet without carbon
+    }
+    void moleculeTitles()
+    {
+        QFETCH(QList<int>, elements);
+        QFETCH(bool, inCell);
+        QVariantMap made = description(inCell);
+        QVariantList atoms;
+        for (int element : elements)
+            atoms.append(QVariantMap{{u"El"_s, element}, {u"X"_s, atoms.size()}, {u"Y"_s, 0.0}, {u"Z"_s, 0.0}});
+        made[u"Atoms"_s] = atoms;
+        QCOMPARE(MoleculeItem(made).title(), QString::fromUtf8(QTest::currentDataTag()));
+    }
+
+    void tableMenuAndPaper()
+    {
+        TableItem table(new ShieldingTable(rows));
+        table.resize(400, 300);
+        QStringList reports;
+        connect(&table, &DocumentItem::reported, [&](const QString &text) { reports.append(text); });
+        const QString expected =
+            u"Select All|Ctrl+A, Copy|Ctrl+C, Filter Rows|Ctrl+F, &Columns (+Labels  –  The sites' "
+            "labels in the file, %1Iso, ppm  –  Isotropic shielding), Picture (Copy, Save..., Print...)"_s;
+        QCOMPARE(entries(table.contextMenu()), expected.arg(u"+"_s));
+        choose(table.contextMenu(), u"&Columns/Iso, ppm  –  Isotropic shielding"_s);
+        choose(table.contextMenu(), u"&Columns/Labels  –  The sites' labels in the file"_s);
+        QCOMPARE(entries(table.contextMenu()), expected.arg(u"-"_s));
+        QCOMPARE(reports, QStringList{u"A table has at least one column"_s});
+
+        const auto paper = [&](int height) {
+            return Shapes::of({300, height}, [&](QPainter *painter) {
+                table.paintPicture(painter, QRectF(10, 20, 280, height - 30));
+            });
+        };
+        table.setFilter(u"c  iso<60"_s);
+        QString wrong = difference(paper(200), uR"(
+rect - #ffffff 10 20 280 170
+text #000000 16 30.5 0 Labels
+line #000000:1 10 41 * 41
+text #000000 16 51.5 0 C10
+line #dde1e6:0.5 10 62 * 62
+text #000000 16 72.5 0 C2
+line #dde1e6:0.5 10 83 * 83
+text #50565e 16 93.5 0 of the rows with c iso<60)"_s);
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+        wrong = difference(paper(113).mid(3), uR"(
+text #000000 16 51.5 0 C10
+line #dde1e6:0.5 10 62 * 62
+text #50565e 16 72.5 0 and 1 more row(s) of the rows with c iso<60)"_s);
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+        table.setFilter({});
+        table.setColumns({});
+        table.view()->horizontalHeader()->setSortIndicator(1, Qt::AscendingOrder);
+        const QString whole = uR"(
+rect - #ffffff 10 20 280 *
+text #000000 16 30.5 0 Labels
+text #000000 * 30.5 0 Iso, ppm
+line #000000:1 10 41 * 41
+text #000000 16 51.5 0 C10
+text #000000 * 51.5 0 -5.5
+line #dde1e6:0.5 10 62 * 62
+text #000000 16 72.5 0 C2
+text #000000 * 72.5 0 50
+line #dde1e6:0.5 10 83 * 83
+text #000000 16 93.5 0 C1
+text #000000 * 93.5 0 100
+line #dde1e6:0.5 10 104 * 104
+)"_s;
+        wrong = difference(paper(20 + 10 + 6 * 21), whole + uR"(text #000000 16 114.5 0 O1
+text #000000 * 114.5 0 200
+line #dde1e6:0.5 10 125 * 125
+text #000000 16 135.5 0 Ca3
+text #000000 * 135.5 0 1000
+line #dde1e6:0.5 10 146 * 146)"_s);
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+        wrong = difference(paper(20 + 10 + 6 * 21 - 1), whole + u"text #50565e 16 114.5 0 and 2 more row(s)"_s);
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+        // The item that shows all of it: the line of the filter, the titles, and the rows; narrower without a scroll
+        // bar.
+        const QSizeF frame = table.size() - table.contentRect().size();
+        QCOMPARE(table.fullSize().height(), frame.height() + 24 + 6 * 21 + 2);
+        QCOMPARE(table.fullWidth(table.fullSize().height()), table.fullSize().width());
+        const int bar = table.view()->verticalScrollBar()->sizeHint().width();
+        QCOMPARE(table.fullWidth(table.fullSize().height() - 1), table.fullSize().width() + bar);
+        QCOMPARE(table.fullSize().width(), frame.width() + table.view()->horizontalHeader()->length() + bar + 2);
+    }
+
+    void tableSettingsComeBack()
+    {
+        TableItem table(new ShieldingTable(rows));
+        table.resize(400, 300);
+        table.ensureFitted();
+        QCOMPARE(table.viewSettings(),
+                 (QVariantMap{{u"Filter"_s, QString()}, {u"SortColumn"_s, -1}, {u"Descending"_s, false}}));
+        table.view()->horizontalHeader()->resizeSection(1, 77);
+        choose(table.contextMenu(), u"&Columns/Labels  –  The sites' labels in the file"_s);
+        const QVariantMap settings{{u"Filter"_s, u"iso>=50"_s},
+                                   {u"SortColumn"_s, 1},
+                                   {u"Descending"_s, true},
+                                   {u"HiddenColumns"_s, QStringList{u"1"_s}},
+                                   {u"ColumnWidths"_s, QVariantMap{{u"2"_s, 77}}}};
+        table.setFilter(u"iso>=50"_s);
+        table.view()->horizontalHeader()->setSortIndicator(1, Qt::DescendingOrder);
+        QCOMPARE(table.viewSettings(), settings);
+        TableItem other(new ShieldingTable(rows));
+        other.setViewSettings(settings);
+        QCOMPARE(other.viewSettings(), settings);
+        QCOMPARE(other.selectionText(), u"Iso, ppm\n1000\n200\n100\n50\n"_s);
+        other.ensureFitted();
+        QCOMPARE(other.view()->columnWidth(1), 77);
+        const auto *result = other.view()->parentWidget()->findChild<QLabel *>();
+        QCOMPARE(result->text(), u"4 of 5"_s);
+        other.setFilter(u"iso>a"_s);
+        QCOMPARE(result->text() + result->toolTip(), u"not understood\"iso>a\": \"a\" is no number"_s);
+        other.selectShown();
+        QCOMPARE(other.selectedRowMaps(), (QVariantList{rows[4], rows[3], rows[0], rows[2]}));
+        other.setFilter(u"O"_s);
+        QCOMPARE(result->text() + result->toolTip(), u"1 of 5"_s);
+        QCOMPARE(other.selectedRowMaps(), QVariantList{rows[3]});
+        // What makes no sense is left out: widths of nothing and of more than a screen, a column that there is not.
+        other.setViewSettings({{u"ColumnWidths"_s, QVariantMap{{u"1"_s, 0}, {u"2"_s, 2001}, {u"3"_s, 2000}}},
+                               {u"SortColumn"_s, 2},
+                               {u"HiddenColumns"_s, QStringList{u"7"_s, u"7"_s}}});
+        QCOMPARE(other.viewSettings(),
+                 (QVariantMap{{u"Filter"_s, QString()},
+                              {u"SortColumn"_s, 1},
+                              {u"Descending"_s, true},
+                              {u"HiddenColumns"_s, QStringList{u"7"_s}},
+                              {u"ColumnWidths"_s, QVariantMap{{u"3"_s, 2000}}}}));
+    }
+
+    /// Numbers by size, then texts, what is empty last, whichever the order.
+    void cellsAreOrdered()
+    {
+        QVariantList mixed{row(u"A"_s, 3), row(u"B"_s, 0), row(u"C"_s, std::nan("")), row(u"D"_s, -2), row(u"E"_s, 3),
+                           row(u"F"_s, 0), row(u"G"_s, 0)};
+        for (const auto &[i, value] : {std::pair(1, QVariant(u"n10"_s)), {5, QVariant(u"n9"_s)}, {6, QVariant()}}) {
+            QVariantMap map = mixed[i].toMap();
+            map[u"iso"_s] = value;
+            mixed[i] = map;
+        }
+        TableItem table(new ShieldingTable(mixed));
+        for (const auto &[order, expected] :
+             {std::pair(Qt::AscendingOrder, "D A E F B C G"), {Qt::DescendingOrder, "B F A E D C G"}}) {
+            table.view()->horizontalHeader()->setSortIndicator(1, order);
+            QCOMPARE(shownLabels(table).join(u' '), QLatin1String(expected));
+        }
+        table.view()->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
+        QCOMPARE(shownLabels(table).join(u' '), u"A B C D E F G"_s);
+    }
+
+    /// Codes of columns as they come; what a row's map calls them.
+    void columnsByTheirCode()
+    {
+        const int codes[] = {0, 3, 4, 6, 5, 7}, digits[] = {-1, 2, 3, 3, 1, 0};
+        QVariantList columns;
+        for (int i = 0; i < 6; ++i)
+            columns.append(QVariantMap{{u"Type"_s, codes[i]}, {digits[i] < 0 ? u"none"_s : u"Digits"_s, digits[i]}});
+        columns.append(QVariantMap());
+        CellsTable source(columns,
+                          {u"-0 0.00 0.412 0.500 1.5 -0 x"_s.split(u' '), u"C -0.00 0.3 0.7 0.0 -3 "_s.split(u' '),
+                           u"H -7.10 -0.000 0.25 9  -0"_s.split(u' ')});
+        TableModel model(&source);
+        QStringList shown;
+        for (int row = 0; row < 3; ++row) {
+            QStringList cells;
+            for (int column = 0; column < 7; ++column)
+                cells.append(model.index(row, column).data().toString());
+            shown.append(cells.join(u' '));
+        }
+        // An asymmetry says nothing where there is no anisotropy.
+        QCOMPARE(shown,
+                 (QStringList{u"-0 0.00 – 0.500 1.5 0 x"_s, u"C 0.00 – – 0.0 -3 "_s, u"H -7.10 0.000 0.25 9  -0"_s}));
+        const char *keys[] = {"0 type", "3 aniso", "4 assym", "6 qassym", "5 eq", "7 Cq,qIso", "#6 "};
+        for (int column = 0; column < 7; ++column) {
+            QCOMPARE(model.columnKey(column) + u' ' + model.rowKeys(column).join(u','), QLatin1String(keys[column]));
+            QCOMPARE(model.columnOfKey(model.columnKey(column)), column);
+            const Qt::Alignment side = column == 0 || column == 6 ? Qt::AlignLeft : Qt::AlignRight; // texts, numbers
+            QCOMPARE(model.headerData(column, Qt::Horizontal, Qt::TextAlignmentRole).toInt(),
+                     int(side | Qt::AlignVCenter));
+            QCOMPARE(model.index(1, column).data(Qt::TextAlignmentRole).toInt(), int(side | Qt::AlignVCenter));
+        }
+        QCOMPARE(model.columnOfKey(u"9"_s), -1);
+        QVERIFY(!model.headerData(7, Qt::Horizontal).isValid() && !model.headerData(-1, Qt::Horizontal).isValid());
+        const char *formulas[] = {"σzz − (σxx + σyy) / 2", "(σyy − σxx) / (σzz − iso)", "(|Vxx| − |Vyy|) / |Vzz|",
+                                  "|Vzz|", "2.3489"};
+        for (int column = 1; column < 6; ++column)
+            QVERIFY(model.headerData(column, Qt::Horizontal, Qt::ToolTipRole)
+                        .toString()
+                        .contains(QString::fromUtf8(formulas[column - 1])));
+        model.offerSiteColumns();
+        QCOMPARE(model.columnCount(), 7 + int(siteColumns().size()));
+        QVERIFY(!model.siteColumnAt(6) && model.columnKey(7) == u"delta11" && model.siteColumnAt(18)
+                && !model.siteColumnAt(19));
+        QCOMPARE(model.rowKeys(9), QStringList{u"delta33"_s});
+        QVERIFY(!model.index(0, 7).data().isValid() && !model.hasSites());
+        QCOMPARE(model.columnCode(7), -1);
+    }
+
+    /// All entries of plots of one and two dimensions, what each does to the options, and the numbers that are copied.
+    void plotMenus()
+    {
+        QGraphicsScene scene;
+        NmrItem item;
+        item.resize(500, 400);
+        const QVariantMap peaks{
+            {u"PeakList"_s,
+             QVariantList{QVariantMap{{u"PeakLabel"_s, u"C1"_s}, {u"Pos"_s, numbers({60, 6})}, {u"Height"_s, 2.5}},
+                          QVariantMap{{u"PeakLabel"_s, u"C2"_s}, {u"Pos"_s, numbers({50, 3})}, {u"Height"_s, 4}}}}};
+        ExperimentalSpectrum line{{}, {{u"13C"_s, 100, 0, 70, -10, 3}}, {1, -2.5, 1e-7}};
+        const QUuid first = item.nmrData()->addEntry(toEntryMap(line), u"one"_s);
+        scene.addItem(&item);
+        const QString menu =
+            u"Show Full Range|Home, Show (%1, -Axis in Hz, -Same Range as Other Plots of the Nucleus), "
+            "Appearance (Colour (+By its place in the stack, -Blue, -Vermilion, -Green, -Purple, "
+            "-Orange, -Sky blue, -Black), !Own Height and Place Again), Measure (%2Mark Integrals|I, "
+            "Mark Distances|D, !Set Integral (), !Remove the Last Integral, !Remove the Last Distance, "
+            "!Remove All), Edit Title..., Copy Numbers%3, Picture (Copy, Save..., Print...)"_s;
+        QCOMPARE(entries(item.contextMenu()),
+                 menu.arg(u"-Peak Sticks, +Peak Labels, +Legend, -Spectra on One Base Line"_s, QString(), QString()));
+        QCOMPARE(item.numbersText(), u"ppm\tintensity\n70\t1\n60\t-2.5\n50\t1e-07\n"_s);
+        item.plot()->xAxis->setRange(55, 65);
+        choose(item.contextMenu(), u"Copy Numbers"_s);
+        QCOMPARE(QGuiApplication::clipboard()->text(), u"ppm\tintensity\n60\t-2.5\n"_s);
+        for (const QString &path :
+             {u"Show/Peak Sticks"_s, u"Show/Peak Labels"_s, u"Show/Legend"_s, u"Show/Spectra on One Base Line"_s,
+              u"Show/Axis in Hz"_s, u"Show/Same Range as Other Plots of the Nucleus"_s, u"Appearance/Colour/Purple"_s})
+            choose(item.contextMenu(), path);
+        PlotOptions expected;
+        expected.sticks = expected.overlay = expected.hertz = expected.sharesRange = true;
+        expected.labels = expected.legend = false;
+        expected.traces[first].color = 3;
+        QVERIFY(item.plot()->options() == expected);
+        expected.traces[first] = {2, 0.5, 3};
+        expected.integrals = {{first, 66, 52}, {first, 60, 55}};
+        expected.integralReference = 1;
+        expected.distances = {{{60, 0.2}, {55, 0.2}}};
+        item.plot()->setOptions(expected);
+        QCOMPARE(
+            entries(item.contextMenu()),
+            u"Show Full Range|Home, Show (+Peak Sticks, -Peak Labels, -Legend, +Spectra on One Base Line, +Axis in "
+            "Hz, +Same Range as Other Plots of the Nucleus), Appearance (Colour (-By its place in the stack, -Blue, "
+            "-Vermilion, -Green, +Purple, -Orange, -Sky blue, -Black), Own Height and Place Again), Measure (Mark "
+            "Integrals|I, Mark Distances|D, Set Integral (-66.00 to 52.00 ppm..., +60.00 to 55.00 ppm...), Remove "
+            "the Last Integral, Remove the Last Distance, Remove All), Edit Title..., Copy Numbers, Picture (Copy, "
+            "Save..., Print...)"_s);
+        choose(item.contextMenu(), u"Appearance/Own Height and Place Again"_s);
+        choose(item.contextMenu(), u"Measure/Remove the Last Integral"_s);
+        QVERIFY(item.plot()->options().traces[first] == (TraceStyle{1, 0, 3}));
+        QVERIFY(item.plot()->options().integralReference == 0 && item.plot()->options().integrals.size() == 1);
+        choose(item.contextMenu(), u"Measure/Remove All"_s);
+        choose(item.contextMenu(), u"Appearance/Colour/By its place in the stack"_s);
+        QVERIFY(item.plot()->options().integrals.isEmpty() && item.plot()->options().distances.isEmpty());
+        QCOMPARE(item.plot()->options().traces[first].color, -1);
+
+        ExperimentalSpectrum plane{
+            {}, {{u"13C"_s, 100, 0, 70, -10, 3}, {u"1H"_s, 400, 0, 9, -3, 2}}, {1, 2, 3, 4, 5, 6}};
+        QVariantMap map = toEntryMap(plane);
+        map[u"Peaks"_s] = peaks;
+        NmrItem second;
+        second.resize(500, 400);
+        second.nmrData()->addEntry(map, {});
+        QCOMPARE(second.title(), u"¹³C–¹H spectrum, 2D"_s);
+        QCOMPARE(entries(second.contextMenu()),
+                 menu.arg(u"+Peak Crosses, +Peak Labels, +Legend"_s, u"!"_s, u", Contour Levels..."_s));
+        QCOMPARE(second.numbersText(),
+                 u"label\tppm F2\tppm F1\theight\nC1\t60\t6\t2.5\n"_s); // the other one lies outside
+        second.nmrData()->setEntryName(second.nmrData()->activeEntryId(), u"map"_s, {});
+        QCOMPARE(second.title(), u"¹³C–¹H of map"_s);
+        const QUuid list = item.nmrData()->addEntry({{u"Peaks"_s, peaks}}, u"list"_s);
+        item.nmrData()->setActiveEntryId(list);
+        QCOMPARE(item.title(), u"list"_s);
+        item.plot()->content();
+        item.plot()->xAxis->setRange(55, 65);
+        QCOMPARE(item.numbersText(), u"label\tppm\theight\nC1\t60\t2.5\n"_s);
+        choose(item.contextMenu(), u"Show Full Range"_s);
+        QCOMPARE(item.numbersText(), u"label\tppm\theight\nC1\t60\t2.5\nC2\t50\t4\n"_s);
+    }
+
+    void labelsArePlacedBeside()
+    {
+        const QRectF what(50, 40, 10, 6), area(0, 0, 200, 100);
+        const QSizeF size(12, 8);
+        std::vector<QRectF> taken;
+        // To the right, above, below, to the left, then the corners; each place goes to one label only.
+        for (const QPointF &corner : {QPointF(62, 39), QPointF(49, 30), QPointF(49, 48), QPointF(36, 39),
+                                      QPointF(62, 30), QPointF(62, 48), QPointF(36, 30), QPointF(36, 48)}) {
+            const auto place = LabelPlacement::beside(what, size, 2, area, taken);
+            QVERIFY(place && *place == QRectF(corner, size));
+            taken.push_back(*place);
+        }
+        QVERIFY(!LabelPlacement::beside(what, size, 2, area, taken));
+        QCOMPARE(LabelPlacement::beside(what, size, 2, {0, 0, 74, 100}, {})->topLeft(), QPointF(62, 39));
+        QCOMPARE(LabelPlacement::beside(what, size, 2, {0, 0, 73, 100}, {})->topLeft(), QPointF(49, 30));
+        // Pools about their own means, in the order that was wanted; the last ones pushed back from the end.
+        QCOMPARE(LabelPlacement::spread({10, 12, 40, 41, 42}, 6, 0, 100), (std::vector<double>{8, 14, 35, 41, 47}));
+        QCOMPARE(LabelPlacement::spread({1, 50, 99}, 10, 5, 95), (std::vector<double>{5, 50, 95}));
+        QCOMPARE(LabelPlacement::spread({50, 51}, 80, 0, 60), (std::vector<double>{0, 80})); // no room at all
+
+        SharedLabel label;
+        for (const auto &[number, name] : {std::pair(1, u"C10"_s), {2, u"C2"_s}, {3, QString()}, {4, u"C2"_s}})
+            label.add(QUuid(uint(number), 0, 0, 0, 0, 0, 0, 0, 0, 0, 0), name);
+        QCOMPARE(label.text() + u'|' + label.fullText(), u"C2,C10|C2, C10"_s);
+        SharedLabel more;
+        more.add({}, u"C1"_s);
+        more.add({}, u"N1"_s);
+        label.add(more);
+        QCOMPARE(label.text() + u'|' + label.fullText(), u"C1,C2,C10 +1|C1, C2, C10, N1"_s);
+        QCOMPARE(label.peaks().size(), 6);
+        label.add({}, u"H1,H2"_s);
+        QCOMPARE(label.text(), u"C1 +4"_s);
+        SharedLabel longOne;
+        longOne.add({}, QString(24, u'x'));
+        QCOMPARE(longOne.text(), QString(24, u'x'));
+        longOne.add({}, QString(23, u'x'));
+        longOne.add({}, QString(22, u'w'));
+        longOne.add({}, QString(22, u'v'));
+        QCOMPARE(longOne.text(), QString(20, u'v') + u"… +1"_s);
+    }
+
+    /// Frame, title bar, mode and notes: where they lie and what they leave to the content.
+    void frames()
+    {
+        MoleculeItem item(description());
+        item.setGeometry(0, 0, 300, 200);
+        QCOMPARE(item.contentRect(), QRectF(2, 23, 296, 175));
+        item.setGivenName(u"Form II"_s);
+        item.setCurrent(true);
+        item.setMode(u"Editing"_s);
+        // On paper a thin frame, a rule and the title; in the window a blue frame, a grey bar and the mode in a box.
+        const QStringList paper =
+            Shapes::of({300, 200}, [&](QPainter *painter) { item.paint(painter, nullptr, nullptr); });
+        QString wrong =
+            difference(paper.mid(paper.size() - 3),
+                       u"line #b8bec6:1 0 22 300 22\nrect #b8bec6:1 - 0.5 0.5 299 199\ntext #242c36 8 11 0 Form II"_s);
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+        QImage window(300, 200, QImage::Format_RGB32);
+        QWidget widget;
+        QPainter painter(&window);
+        item.paint(&painter, nullptr, &widget);
+        painter.end();
+        const QColor blue(0x1f, 0x6f, 0xb5), title(0xf1, 0xf3, 0xf6), mode(0xd7, 0xee, 0xd9);
+        for (const QPoint &at : {QPoint(0, 100), QPoint(1, 100), QPoint(298, 100), QPoint(150, 199), QPoint(150, 0)})
+            QCOMPARE(window.pixelColor(at), blue);
+        for (const QPoint &at : {QPoint(150, 4), QPoint(297, 4), QPoint(296, 2), QPoint(296, 19)})
+            QCOMPARE(window.pixelColor(at), title);
+        QVERIFY(window.pixelColor(296, 4) == mode && window.pixelColor(296, 18) == mode);
+        QCOMPARE(window.pixelColor(2, 100), QColor(Qt::white));
+        int run = 0;
+        item.setNotes({{u"Short."_s, {}, {}}, {u"Another one."_s, u"Do it"_s, [&] { ++run; }}});
+        const NoteBar *bar = item.noteBar();
+        const double height = bar->height() / 2;
+        QCOMPARE(item.contentRect(), QRectF(2, 23 + 2 * height, 296, 175 - 2 * height));
+        QVERIFY(bar->actionRect(0).isNull());
+        QCOMPARE(bar->actionRect(1).topRight(), QPointF(296, height));
+        QCOMPARE(bar->actionRect(1).height(), height);
+        QCOMPARE(bar->toolTip(), u"Short.\n\nAnother one."_s);
+        const auto notes = [&] {
+            return Shapes::of({300, 200},
+                              [&](QPainter *painter) { const_cast<NoteBar *>(bar)->paint(painter, nullptr, nullptr); });
+        };
+        wrong = difference(notes().mid(5, 6),
+                           uR"(
+rect - #fff7dc 0 %1 296 %1
+line #e6d594:1 0 %2 296 %2
+ellipse #4a3800:1 - 12 %3 6.5 6.5
+text #4a3800 9.8 %3 0 !
+text #4a3800 24 %3 0 Another one.
+text #0b5799 * %3 0 Do it)"_s.arg(height)
+                               .arg(2 * height)
+                               .arg(height + 11));
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+        QVERIFY(entries(item.contextMenu()).startsWith(u"Do it, Labels ("_s));
+        choose(item.contextMenu(), u"Do it"_s);
+        QCOMPARE(run, 1);
+        item.setOnPaper(true);
+        QVERIFY(notes().filter(u"Do it"_s).isEmpty());
+        QCOMPARE(item.contentRect(), QRectF(2, 23, 296, 175));
+        item.setOnPaper(true, true);
+        QCOMPARE(item.contentRect().top(), 23 + 2 * height);
+        item.setNotes(QList<ItemNote>(
+            9, {u"Long. "_s.repeated(80), {}, {}})); // three lines each, and a third of the item at most
+        QCOMPARE(item.contentRect().top(), 23 + 200 / 3.0);
+        QVERIFY(bar->height() > 9 * (3 * (height - 9) + 8) && bar->height() <= 9 * (3 * (height - 8) + 9));
+
+        item.setSource(u"a.magres"_s);
+        QCOMPARE(item.title(), u"Form II"_s);
+        item.setGivenName({});
+        QCOMPARE(item.title(), u"a.magres – Unit cell: CNO"_s);
+        item.setSource({});
+        QCOMPARE(item.title(), u"Unit cell: CNO"_s);
+    }
+
+    /// The title bar moves an item, the grip of the current one resizes it; both are told when the button comes up.
+    void itemsAreMovedAndResized()
+    {
+        QGraphicsScene scene(0, 0, 600, 400);
+        QGraphicsView view(&scene);
+        view.setFrameShape(QFrame::NoFrame);
+        view.resize(600, 400);
+        auto *item = new MoleculeItem(description());
+        scene.addItem(item);
+        item->setGeometry(100, 50, 300, 200);
+        QList<QRectF> edits;
+        connect(item, &DocumentItem::geometryEdited,
+                [&](const QRectF &before, const QRectF &after) { edits << before << after; });
+        view.show();
+        const auto drag = [&](const QPoint &from, const QPoint &to) {
+            QTest::mousePress(view.viewport(), Qt::LeftButton, {}, view.mapFromScene(from));
+            const QPoint place = view.mapFromScene(to);
+            QMouseEvent move(QEvent::MouseMove, place, view.viewport()->mapToGlobal(place), Qt::NoButton,
+                             Qt::LeftButton, {});
+            QApplication::sendEvent(view.viewport(), &move);
+            QTest::mouseRelease(view.viewport(), Qt::LeftButton, {}, place);
+        };
+        drag({150, 71}, {170, 81});
+        QCOMPARE(edits, (QList<QRectF>{{100, 50, 300, 200}, {120, 60, 300, 200}}));
+        drag({150, 82}, {170, 99}); // below the title: turns the molecule
+        drag({416, 256}, {436, 276}); // not current: no grip
+        QCOMPARE(edits.size(), 2);
+        item->setCurrent(true);
+        QCOMPARE(view.viewport()->grab().toImage().pixelColor(view.mapFromScene(417, 257)), QColor(0x1f, 0x6f, 0xb5));
+        drag({416, 256}, {446, 246});
+        QCOMPARE(edits.mid(2), (QList<QRectF>{{120, 60, 300, 200}, {120, 60, 330, 190}}));
+        drag({446, 246}, {100, 50}); // no smaller than this
+        QCOMPARE(item->geometry(), QRectF(120, 60, 120, 80));
     }
 
     void picturesHaveTheItemsSize()
@@ -350,6 +962,11 @@ private Q_SLOTS:
             file.open(QIODevice::ReadWrite);
             ItemPicture::write(molecule, suffix, file);
             QVERIFY(file.data().startsWith(magic));
+            const QSizeF size = molecule.contentRect().size();
+            if (suffix == u"SVG")
+                QVERIFY(file.data().contains(u"viewBox=\"0 0 %1 %2\""_s.arg(size.width()).arg(size.height()).toUtf8()));
+            if (suffix == u"pdf") // in points
+                QVERIFY(file.data().contains("/MediaBox [0 0 147"));
             if (suffix == u"png") {
                 const QImage image = QImage::fromData(file.data());
                 QCOMPARE(image.size(), (molecule.contentRect().size() * 3).toSize());

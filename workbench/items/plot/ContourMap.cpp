@@ -38,7 +38,7 @@ QCPColorGradient mapGradient(bool negative)
         gradient.setColorStopAt(0.3, QColor(0xdc, 0xe8, 0xf6));
     }
     gradient.setColorStopAt(1.0, QColor(0x86, 0xb2, 0xe0));
-    gradient.setLevelCount(200);
+    gradient.setLevelCount(201); // odd: one of them is the white in the middle
     return gradient;
 }
 

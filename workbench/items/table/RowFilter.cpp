@@ -100,7 +100,11 @@ bool RowFilter::holds(const Alternative &wanted, const QVariantMap &row)
     if (one && !isPattern
         && row.value(QStringLiteral("type")).toString().compare(wanted.from, Qt::CaseInsensitive) == 0)
         return true;
-    static const QCollator order = naturalOrder();
+    static const QCollator order = [] {
+        QCollator made = naturalOrder();
+        made.setCaseSensitivity(Qt::CaseInsensitive);
+        return made;
+    }();
     const QStringList labels = row.value(QStringLiteral("labels")).toStringList();
     return std::any_of(labels.begin(), labels.end(), [&](const QString &label) {
         if (isPattern)

@@ -617,7 +617,7 @@ void TableItem::setViewSettings(const QVariantMap &settings)
     }
     fitColumnsLater();
     const int column = settings.value(QStringLiteral("SortColumn"), -1).toInt();
-    if (column >= -1 && column < m_model->columnCount())
+    if (column >= -1 && column < m_model->columnCount() && !m_view->isColumnHidden(column))
         m_view->horizontalHeader()->setSortIndicator(
             column, settings.value(QStringLiteral("Descending")).toBool() ? Qt::DescendingOrder : Qt::AscendingOrder);
 }

@@ -1,0 +1,670 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "Shapes.h"
+
+#include "data/ExperimentalSpectrum.h"
+#include "items/molecule/ElementStyle.h"
+#include "items/molecule/MoleculeView.h"
+#include "items/plot/AgreementPlot.h"
+#include "items/plot/NmrData.h"
+#include "items/plot/NmrItem.h"
+#include "items/plot/NmrPlot.h"
+#include "items/plot/PlotContent.h"
+
+using namespace Workbench;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Carbon in the middle, oxygen bonded to it, nitrogen behind, hydrogen in front. No symmetry.
+Molecule molecule()
+{
+    Molecule made;
+    made.atoms = {
+        {6, {0, 0, 0}, true}, {8, {1.5f, 0.25f, -0.5f}, true}, {7, {-0.5f, 1, -2}, true}, {1, {0.25f, -0.5f, 2}, true}};
+    made.bonds = {{0, 1}};
+    return made;
+}
+
+MoleculeView viewOf(const Molecule &shown)
+{
+    MoleculeView view;
+    view.setMolecule(shown);
+    view.setArea({0, 0, 400, 300});
+    view.setRotation({}, 1);
+    return view;
+}
+
+QStringList drawn(const MoleculeView &view)
+{
+    return Shapes::of({400, 300}, [&](QPainter *painter) { view.paint(painter); });
+}
+
+bool isNear(const QPointF &a, const QPointF &b, double distance = 0.05)
+{
+    return QLineF(a, b).length() <= distance;
+}
+
+QUuid id(int number)
+{
+    return QUuid(u"{00000000-0000-0000-0000-%1}"_s.arg(number, 12, 10, QChar(u'0')));
+}
+
+QVariantMap peak(int number, const QString &label, double f2, double f1, double height)
+{
+    return {{u"ID"_s, id(number)},
+            {u"PeakLabel"_s, label},
+            {u"Pos"_s, QVariant::fromValue(DoubleVector{f2, f1})},
+            {u"Height"_s, height}};
+}
+
+/// 13C points from `first` down by 10 ppm; with rows of 1H from 9 down by 3 ppm where `columns` are given.
+QVariantMap spectrum(double first, const DoubleVector &values, const QVariantList &peaks = {}, int columns = 0)
+{
+    const int size = columns > 0 ? columns : int(values.size());
+    ExperimentalSpectrum made{{}, {{u"13C"_s, 100, 0, first, -10, size}}, values};
+    if (columns > 0)
+        made.dimensions.push_back({u"1H"_s, 400, 0, 9, -3, int(values.size()) / columns});
+    QVariantMap map = toEntryMap(made);
+    map.insert(u"Peaks"_s, QVariantMap{{u"PeakList"_s, peaks}});
+    return map;
+}
+
+/// The shapes of a plot of 600 by 400 pixels.
+QStringList drawn(NmrItem &item)
+{
+    item.resize(600, 400);
+    item.plot()->setGeometry(0, 0, 600, 400);
+    item.plot()->content();
+    item.plot()->replot();
+    return Shapes::of({600, 400}, [&](QPainter *painter) { item.plot()->paintTo(painter, QRectF(0, 0, 600, 400)); });
+}
+
+/// The places of a shape on the plot's axes; an ellipse or a path has one.
+QPolygonF places(const QString &shape, const QCPAxis *x, const QCPAxis *y)
+{
+    QPolygonF found;
+    QList<double> numbers;
+    for (const QString &word : shape.split(u' ').mid(1)) {
+        bool isNumber = false;
+        const double number = word.toDouble(&isNumber);
+        if (isNumber)
+            numbers.append(number);
+    }
+    for (qsizetype i = 0; i + 1 < numbers.size(); i += 2)
+        found.append({x->pixelToCoord(numbers[i]), y->pixelToCoord(numbers[i + 1])});
+    return found;
+}
+
+/// Empty when the shapes of that beginning lie there, each at its place.
+QString difference(const QStringList &shapes, const QString &beginning, const QCPAxis *x, const QCPAxis *y,
+                   const QList<QPolygonF> &expected)
+{
+    QList<QPolygonF> found;
+    for (const QString &shape : shapes)
+        if (shape.startsWith(beginning))
+            found.append(places(shape, x, y));
+    const auto near = [&](const QPointF &a, const QPointF &b) {
+        return std::abs(a.x() - b.x()) <= 2e-3 * x->range().size()
+            && std::abs(a.y() - b.y()) <= 4e-3 * y->range().size();
+    };
+    const bool same =
+        std::equal(found.begin(), found.end(), expected.begin(), expected.end(), [&](const auto &a, const auto &b) {
+            return std::equal(a.begin(), a.end(), b.begin(), b.end(), near);
+        });
+    QString text;
+    QDebug(&text) << beginning << found << "instead of" << expected;
+    return same ? QString() : text;
+}
+
+#define COMPARE_PLACES(...)                                                                                            \
+    do {                                                                                                               \
+        const QString wrong = difference(__VA_ARGS__);                                                                 \
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));                                                                  \
+    } while (false)
+
+/// Rows of 40 atoms, an Angstrom apart, each bonded to the next one of its row.
+Molecule chain(int atoms)
+{
+    Molecule made;
+    for (int i = 0; i < atoms; ++i) {
+        constexpr int elements[] = {6, 8, 7};
+        const QVector3D position(float(i % 40), float(i / 40), 0.1f * float(i % 7));
+        made.atoms.push_back({elements[i % 3], position, true});
+        if (i % 40 > 0)
+            made.bonds.push_back({i - 1, i});
+    }
+    return made;
+}
+
+} // namespace
+
+/// The shapes that items are drawn with: which, where, in which order and colour.
+class TestDrawing : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    // --- molecules, at 70 pixels per Angstrom
+
+    /// From behind to the front; what is behind is paler.
+    void ballsAndSticks()
+    {
+        MoleculeView view = viewOf(molecule());
+        view.setSelection({1});
+        view.setLabels({u"C1"_s, QString(), u"N3"_s, u"H4"_s});
+        view.setLines({{{0, {}}, {3, {}}, u"2.1"_s}, {{1, {}}, {7, {}}, u"?"_s}});
+        const QString expected = uR"(
+ellipse #aaaec5:1 0#e5e9fe,0.35#98a8fc,1#5e689c 130 101.35 23.1 23.1
+path #d2ffffff:2.5 - 130 101.35
+path - #000000 130 101.35
+ellipse #ffffff:1 #ff9f00 270 153.85 31.5 31.5
+ellipse #b07171:1 0#ffd6d6,0.35#ff5959,1#9e3737 270 153.85 23.1 23.1
+line #993232:11.9 250.52 157.1 217.5 162.6
+line #ff5353:10.3 250.52 157.1 217.5 162.6
+line #686868:11.9 184.48 168.1 217.5 162.6
+line #aeaeae:10.3 184.48 168.1 217.5 162.6
+ellipse #878787:1 0#eaeaea,0.35#acacac,1#6b6b6b 165 171.35 23.1 23.1
+path #d2ffffff:2.5 - 165 171.35
+path - #000000 165 171.35
+ellipse #8c8c8c:0.924 0#ffffff,0.35#ffffff,1#9e9e9e 182.5 206.35 15.4 15.4
+path #d2ffffff:2.5 - 182.5 206.35
+path - #000000 182.5 206.35
+line #8e24aa:1.6:2 165 171.35 182.5 206.35
+path #e6ffffff:3 - 173.75 188.85
+path - #6d1c83 173.75 188.85)"_s;
+        const QString wrong = difference(drawn(view), expected);
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+    }
+
+    /// Semi-axes of 42, 21 and 10.5 pixels, the longest one 0.6 Angstrom; the carbon's ones, 7, 14 and 42, are turned
+    /// out of the plane of the screen.
+    void tensors()
+    {
+        const TensorShape flat{
+            {4, -2, 1}, {QVector3D(0.8f, 0.6f, 0), QVector3D(-0.6f, 0.8f, 0), QVector3D(0, 0, 1)}, true};
+        const TensorShape skewed{
+            {-1, 2, 6},
+            {QVector3D(0.48f, 0.6f, 0.64f), QVector3D(-0.36f, 0.8f, -0.48f), QVector3D(-0.8f, 0, 0.6f)},
+            true};
+        MoleculeView view = viewOf(molecule());
+        view.setHydrogensVisible(false);
+        view.setTensors({skewed, flat, {}, flat}, 1);
+        view.setTensorAxesVisible(true);
+        view.setSelection({0, 3});
+        const QString expected = uR"(
+ellipse #aaaec5:1 0#e5e9fe,0.35#98a8fc,1#5e689c 130 101.35 23.1 23.1
+ellipse #966868:0.8 0#ffcdcd,0.5#ff5959,1#b33e3e 270 153.85 42 21 -36.87
+curve #966868:0.7 25 257.4 137.05 263.7 145.45 276.3 162.25 282.6 170.65
+curve #966868:0.7 25 236.4 179.05 253.2 166.45 286.8 141.25 303.6 128.65
+curve #966868:0.7 25 282.6 170.65 305.4 140.43 292.8 123.63 257.4 137.05
+line #154a9c:1.6 229.68 184.09 310.32 123.61
+line #c63d00:1.6:2 285.12 174.01 254.88 133.69
+line #154a9c:1.6 270 153.85 270 153.85
+line #993232:11.9 250.52 157.1 217.5 162.6
+line #ff5353:10.3 250.52 157.1 217.5 162.6
+line #686868:11.9 184.48 168.1 217.5 162.6
+line #aeaeae:10.3 184.48 168.1 217.5 162.6
+ellipse #ffffff:1 #ff9f00 165 171.35 50.4 50.4
+ellipse #747474:0.8 0#e6e6e6,0.5#acacac,1#787878 165 171.35 34.17 11.89 2.37
+curve #747474:0.7 25 132.05 167.04 141.36 178.15 174.31 182.46 197.95 175.66
+curve #747474:0.7 25 131.28 172 146.52 168.08 180.24 167.43 198.72 170.7
+curve #747474:0.7 25 168.54 183.31 171.03 177.33 167.49 165.37 161.46 159.39
+line #c63d00:1.6:2 160.97 176.39 169.03 166.31
+line #154a9c:1.6 171.05 184.79 158.95 157.91
+line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
+        QString wrong = difference(drawn(view), expected);
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+        // Half the size; what would be thinner than 0.02 Angstrom is not.
+        view.setTensors({{{4, 0.1, 0}, flat.axes, true}}, 0.5);
+        wrong = difference(drawn(view).filter(u"ellipse #7"_s), u"ellipse #747474:0.8 * 165 171.35 21 1.4 -36.87"_s);
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+    }
+
+    /// Each edge of the cell, of the axis' colour at the first origin; letters beside the corners, away from the
+    /// middle.
+    void cellEdges_data()
+    {
+        QTest::addColumn<int>("alongB");
+        QTest::newRow("one cell") << 1;
+        QTest::newRow("two cells along b") << 2;
+    }
+    void cellEdges()
+    {
+        QFETCH(int, alongB);
+        Molecule crystal;
+        crystal.cell = {QVector3D(-1, -1.2f, 0), QVector3D(2, 0, 0), QVector3D(0.5f, 1.2f, 0),
+                        QVector3D(0.25f, -0.5f, 1.5f)};
+        crystal.atoms = {{6, (*crystal.cell)[0], true}};
+        MoleculeView view = viewOf(crystal);
+        view.setPacking({Packing::Contents::Molecules, {1, alongB, 1}});
+        const QPointF edges[] = {{140, 0}, {35, -84}, {17.5, 35}}; // pixels
+        const QPointF origin = view.atomPosition(0);
+        QList<QLineF> pieces, coloured;
+        QPointF letters[4];
+        for (const QString &shape : drawn(view)) {
+            const QStringList words = shape.split(u' ');
+            const auto number = [&](int i) { return words[i].toDouble(); };
+            if (words[0] == u"line")
+                (words[1].endsWith(u":1.4") ? coloured : pieces).append({number(2), number(3), number(4), number(5)});
+            const qsizetype letter =
+                QStringList{u"#707882"_s, u"#c62828"_s, u"#2e7d32"_s, u"#1565c0"_s}.indexOf(words.value(2));
+            if (words[0] == u"path" && letter >= 0)
+                letters[letter] = {number(3), number(4)};
+        }
+        QCOMPARE(coloured.size(), 3 * 24);
+        QCOMPARE(pieces.size(), 24 * 12 * alongB - 3 * 24);
+        for (int axis = 0; axis < 3; ++axis) {
+            for (int corner = 0; corner < 4 * alongB; ++corner) {
+                const QPointF start = origin + edges[(axis + 1) % 3] * (corner & 1)
+                    + edges[(axis + 2) % 3] * (corner >> 1 & 1) + edges[1] * (corner >> 2);
+                const auto isPiece = [&](const QLineF &piece) { // one of 24 on the way to the other end
+                    for (int i = 0; i < 24; ++i)
+                        if (isNear(piece.p1(), start + edges[axis] * i / 24)
+                            && isNear(piece.p2(), start + edges[axis] * (i + 1) / 24))
+                            return true;
+                    return false;
+                };
+                const QList<QLineF> &those = corner == 0 ? coloured : pieces;
+                const auto count = std::count_if(those.begin(), those.end(), isPiece);
+                QVERIFY2(count == 24 || count == 48, qPrintable(u"%1 %2: %3"_s.arg(axis).arg(corner).arg(count)));
+            }
+        }
+        const QPointF middle = (edges[0] + edges[1] + edges[2]) / 2;
+        for (int i = 0; i < 4; ++i) {
+            const QPointF corner = i == 0 ? QPointF() : edges[i - 1];
+            const QPointF outward = corner - middle;
+            QVERIFY(isNear(letters[i], origin + corner + outward * 9 / std::hypot(outward.x(), outward.y()), 1));
+        }
+        view.setCellVisible(false);
+        QCOMPARE(drawn(view).size(), alongB);
+    }
+
+    /// Tilted by 12 and -16 degrees after the longest edge lies to the right and the second longest one upwards;
+    /// without a cell by the greatest extents. By numpy, in Angstrom from the first atom.
+    void startOrientations()
+    {
+        const auto positions = [](const MoleculeView &view) {
+            QList<QPointF> places;
+            const QPointF first = view.atomPosition(0);
+            for (int atom = 1; atom < 4; ++atom)
+                places.append((view.atomPosition(atom) - first) / 70);
+            return places;
+        };
+        const auto compare = [&](const MoleculeView &view, const QList<QPointF> &expected) {
+            for (int i = 0; i < 3; ++i)
+                QVERIFY2(isNear(positions(view)[i], {expected[i].x(), -expected[i].y()}, 1e-3),
+                         qPrintable(u"%1: %2 %3"_s.arg(i).arg(positions(view)[i].x()).arg(-positions(view)[i].y())));
+        };
+        Molecule crystal;
+        crystal.atoms = {{6, {0, 0, 0}, true}, {8, {1, 0, 0}, true}, {7, {0, 1, 0}, true}, {14, {0, 0, 1}, true}};
+        crystal.cell = {QVector3D(), QVector3D(2, 0, 0), QVector3D(0, 2.8f, 0), QVector3D(0, 0, 2.4f)};
+        MoleculeView view = viewOf(crystal);
+        view.resetView();
+        compare(view, {{-0.2756, -0.1999}, {0.9613, -0.0573}, {0, 0.9781}}); // a towards the viewer
+        view.setMolecule(molecule());
+        compare(view, {{-0.3753, 1.5074}, {-2.2446, -0.1127}, {1.9198, -0.215}});
+    }
+
+    /// The front one of those that reach there; what is very small is still hit within three pixels.
+    void hits()
+    {
+        Molecule near = molecule();
+        near.atoms[3].position *= QVector3D(0.5f, 0.5f, 1);
+        MoleculeView view = viewOf(near);
+        const QPointF carbon = view.atomPosition(0), oxygen = view.atomPosition(1), hydrogen = view.atomPosition(3);
+        const QPointF up(0, -1);
+        QCOMPARE(view.atomAt(carbon + 23 * up), 0);
+        QCOMPARE(view.atomAt(carbon + 23.2 * up), -1);
+        QCOMPARE(view.imageAt(oxygen), (AtomImage{1, {}}));
+        QVERIFY(!view.imageAt(carbon + 23.2 * up));
+        const QPointF both = carbon + (hydrogen - carbon) * 0.55;
+        QCOMPARE(view.atomAt(both), 3);
+        view.setHydrogensVisible(false);
+        QCOMPARE(view.atomAt(both), 0);
+        view.setRotation({0, 0, 1, 0}, 1); // from behind
+        view.setHydrogensVisible(true);
+        QCOMPARE(view.atomAt(view.atomPosition(0) * 0.45 + view.atomPosition(3) * 0.55), 0);
+        view.setArea({0, 0, 60, 60}); // 32 pixels for 2.66 Angstrom
+        view.setRotation({}, 1);
+        QCOMPARE(view.atomAt(view.atomPosition(3) - 2.9 * up), 3);
+        QCOMPARE(view.atomAt(view.atomPosition(3) - 3.1 * up), -1);
+    }
+
+    void sizes()
+    {
+        MoleculeView view = viewOf(molecule());
+        const auto scale = [&] { return (view.atomPosition(1).x() - view.atomPosition(0).x()) / 1.5; };
+        const auto place = [&] { return view.atomPosition(0); };
+        for (const auto &[area, expected] : {std::pair(QRectF(0, 0, 400, 300), 70.0),
+                                             {QRectF(10, 20, 161, 300), 50.0},
+                                             {QRectF(10, 20, 400, 110), 40.0},
+                                             {QRectF(5, 6, 28, 90), 40.0}}) {
+            view.setArea(area);
+            QVERIFY2(std::abs(scale() - expected) < 1e-3, qPrintable(u"%1 %2"_s.arg(scale()).arg(expected)));
+            if (area.width() > 28) // otherwise there is no room: nothing changes but the place
+                QVERIFY(isNear(place(), area.center() + QPointF(-0.5, 0.305) * expected));
+        }
+        view.setArea({0, 0, 400, 300});
+        const QPointF middle(200, 150), before = place() - middle;
+        view.zoom(2.5);
+        QVERIFY(std::abs(scale() - 175) < 1e-3 && isNear(place(), middle + before * 2.5));
+        view.zoom(1e-3);
+        QVERIFY(std::abs(scale() - 14) < 1e-3 && std::abs(view.zoomFactor() - 0.2) < 1e-12);
+        view.zoom(1e9);
+        QCOMPARE(view.zoomFactor(), 30.0);
+        const QQuaternion turn(0.6f, 0, 0, 0.8f);
+        view.setRotation(turn, 1e5);
+        QCOMPARE(view.zoomFactor(), 30.0);
+        for (const auto &[rotation, zoom] : {std::pair(QQuaternion(0.6f, 0, 0, 0.83f), 2.0),
+                                             {QQuaternion(0, 0, 0, 0), 2.0},
+                                             {QQuaternion(1, 0, 0, std::nanf("")), 2.0},
+                                             {QQuaternion(), 0.0},
+                                             {QQuaternion(), std::nan("")}}) {
+            view.setRotation(rotation, zoom);
+            QCOMPARE(view.rotation(), turn);
+            QCOMPARE(view.zoomFactor(), 30.0);
+        }
+        view.setRotation({0.603f, 0, 0, 0.804f}, 2); // nearly: mended
+        QVERIFY(std::abs(view.rotation().length() - 1) < 1e-6f && view.zoomFactor() == 2);
+    }
+
+    /// Many balls are drawn from pictures of each kind, very many with plainer bonds: they look alike.
+    void manyBalls()
+    {
+        const Molecule many = chain(301);
+        MoleculeView view;
+        view.setMolecule(many);
+        view.setArea({0, 0, 800, 200});
+        view.setRotation({}, 1);
+        view.setSelection({17});
+        QImage pictures(1600, 400, QImage::Format_RGB32), balls = pictures;
+        const auto paint = [&](QPaintDevice *device) {
+            QPainter painter(device);
+            painter.scale(2, 2);
+            view.paint(&painter);
+        };
+        for (QImage *image : {&pictures, &balls})
+            image->fill(Qt::white);
+        paint(&pictures);
+        QPicture recorded;
+        paint(&recorded);
+        QPainter(&balls).drawPicture(0, 0, recorded);
+        qint64 different = 0, covered = 0;
+        for (int y = 0; y < balls.height(); ++y)
+            for (int x = 0; x < balls.width(); ++x) {
+                different += std::abs(qGray(balls.pixel(x, y)) - qGray(pictures.pixel(x, y))) > 24;
+                covered += qGray(balls.pixel(x, y)) < 250;
+            }
+        QVERIFY2(different < covered * 6 / 100, qPrintable(u"%1 of %2"_s.arg(different).arg(covered)));
+        // 1462 and 1463 bonds of two halves each.
+        QCOMPARE(drawn(viewOf(chain(1500))).filter(u"line"_s).size(), 4 * 1462);
+        QCOMPARE(drawn(viewOf(chain(1501))).filter(u"line"_s).size(), 2 * 1463);
+    }
+
+    void elements()
+    {
+        const auto is = [](int element, const char *symbol, const QColor &color, double radius) {
+            return ElementStyle::symbol(element) == QLatin1String(symbol) && ElementStyle::color(element) == color
+                && ElementStyle::ballRadius(element) == radius;
+        };
+        QVERIFY(is(0, "?", 0xa0a0a0, 0.22) && is(1, "H", 0xffffff, 0.22) && is(2, "He", 0xd9ffff, 0.22));
+        QVERIFY(is(3, "Li", 0xcc80ff, 0.33) && is(10, "Ne", 0xb3e3f5, 0.33) && is(11, "Na", 0xab5cf2, 0.40));
+        QVERIFY(is(18, "Ar", 0x80d1e3, 0.40) && is(19, "K", 0x8f40d4, 0.44) && is(36, "Kr", 0x5cb8d1, 0.44));
+        QVERIFY(is(37, "Rb", 0x702eb0, 0.48) && is(54, "Xe", 0x429eb0, 0.48) && is(55, "Cs", 0x57178f, 0.52));
+        QVERIFY(is(95, "Am", 0x545cf2, 0.52) && is(96, "Cm", 0xa0a0a0, 0.52) && is(118, "Og", 0xa0a0a0, 0.52));
+        QVERIFY(is(119, "?", 0xa0a0a0, 0.52) && is(-1, "?", 0xa0a0a0, 0.22));
+    }
+
+    // --- plots
+
+    /// Heights by the own scale of each spectrum, one above the other at 1.12; a peak beyond its curve as a dotted
+    /// stick.
+    void stack()
+    {
+        NmrItem item;
+        const QUuid first = item.nmrData()->addEntry(
+            spectrum(70, {1, -2, 5, 3, 0, 7, 2}, {peak(1, u"C1"_s, 50, 0, 5), peak(2, u"C2"_s, 24, 0, 4)}), u"one"_s);
+        item.nmrData()->addEntry(spectrum(55, {0, 4, 1}, {peak(3, u"A"_s, 45, 0, 4), peak(4, u"B"_s, 20, 0, 3)}),
+                                 u"two"_s);
+        const QVariantList peaks{peak(5, {}, 30, 0, 2), peak(6, {}, 30, 0, 1), peak(7, {}, 64, 0, -0.5)};
+        item.nmrData()->addEntry({{u"Peaks"_s, QVariantMap{{u"PeakList"_s, peaks}}}}, u"list"_s);
+        PlotOptions options;
+        options.sticks = true;
+        options.legend = false;
+        item.plot()->setOptions(options);
+        const QCPAxis *x = nullptr, *y = nullptr;
+        const auto shapes = [&] {
+            const QStringList all = drawn(item);
+            x = item.plot()->xAxis;
+            y = item.plot()->yAxis;
+            return all;
+        };
+        QStringList all = shapes();
+        QCOMPARE(x->range(), QCPRange(10, 70));
+        QVERIFY(std::abs(y->range().lower + 0.03 * 3.24) < 1e-9 && std::abs(y->range().upper - 1.02 * 3.24) < 1e-9);
+        const QPolygonF one{{70, 3 / 9.}, {60, 0}, {50, 7 / 9.}, {40, 5 / 9.}, {30, 2 / 9.}, {20, 1}, {10, 4 / 9.}};
+        const QPolygonF two{{55, 1.12}, {45, 2.12}, {35, 1.37}};
+        COMPARE_PLACES(all, u"polyline #0072b2:1 "_s, x, y, {one});
+        COMPARE_PLACES(all, u"polyline #d55e00:1 "_s, x, y, {two});
+        COMPARE_PLACES(all, u"line #960072b2:1.4 "_s, x, y, {{{50, 2 / 9.}, {50, 7 / 9.}}, {{24, 2 / 9.}, {24, 1}}});
+        COMPARE_PLACES(all, u"line #96d55e00:1.4 "_s, x, y, {{{45, 1.12}, {45, 2.12}}, {{20, 1.12}, {20, 1.37}}});
+        COMPARE_PLACES(all, u"line #d55e00:1.4:3 "_s, x, y, {{{20, 1.12}, {20, 2.12}}});
+        COMPARE_PLACES(all, u"line #009e73:1.4 "_s, x, y,
+                       {{{30, 2.44}, {30, 3.24}}, {{30, 2.44}, {30, 2.84}}, {{64, 2.44}, {64, 2.24}}});
+        COMPARE_PLACES(all, u"line #009e73:0.84 "_s, x, y, {{{70, 2.44}, {10, 2.44}}});
+        // Labels from left to right, each above its peak, with a line down to it. Those of one place share one.
+        const double head = item.plot()->axisRect()->top() - 16;
+        QString labels, leaders;
+        for (const auto &[ppm, words, height] : {std::tuple(64.0, u"#009e73 * %1 -90 64.0"_s, 2.44),
+                                                 {50.0, u"#0072b2 * %1 -90 C1  50.0"_s, 7 / 9.},
+                                                 {45.0, u"#d55e00 * %1 -90 A  45.0"_s, 2.12},
+                                                 {30.0, u"#009e73 * %1 -90 30.0 ×2"_s, 3.24},
+                                                 {24.0, u"#0072b2 * %1 -90 C2  24.0"_s, 1.0},
+                                                 {20.0, u"#d55e00 * %1 -90 B  20.0"_s, 2.12}}) {
+            labels +=
+                u"text "_s + QString(words).replace(u'*', QString::number(x->coordToPixel(ppm))).arg(head - 3) + u'\n';
+            leaders += u"line #90969e:0.7 %1 %2 %1 %3\nline #90969e:0.7 %1 %3 %1 %4\nline #90969e:0.7:3 %1 %4 %1 %5\n"_s
+                           .arg(x->coordToPixel(ppm))
+                           .arg(head)
+                           .arg(head + 4)
+                           .arg(head + 13)
+                           .arg(y->coordToPixel(height) - 2);
+        }
+        const QStringList texts = all.filter(u"text "_s);
+        QString wrong = difference(texts.mid(texts.size() - 6), labels);
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+        wrong = difference(all.filter(u"#90969e"_s), leaders);
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+
+        // Twice as high about its own base line, a quarter of its height up, in another colour.
+        options.sticks = false;
+        options.overlay = options.legend = true;
+        options.traces[first] = {2, 0.25, 3};
+        options.labels = false;
+        item.plot()->setOptions(options);
+        all = shapes();
+        const auto higher = [](QPolygonF line, double scale, double base) {
+            for (QPointF &p : line)
+                p.setY(scale * p.y() + base);
+            return line;
+        };
+        COMPARE_PLACES(all, u"polyline #cc79a7:1 "_s, x, y, {higher(one, 2, 0.25 - 4 / 9.)});
+        COMPARE_PLACES(all, u"polyline #d55e00:1 "_s, x, y, {higher(two, 1, -1.12)});
+        QStringList names;
+        for (const QString &shape : all.filter(u"text "_s))
+            names.append(shape.section(u' ', 5));
+        QCOMPARE(names.mid(names.size() - 3),
+                 (QStringList{u"one"_s, u"two (1 of 2 peaks beyond its range)"_s, u"list"_s}));
+        QVERIFY(all.filter(u"#90969e"_s).isEmpty() && all.filter(u"line #96"_s).isEmpty()); // neither labels nor sticks
+        item.plot()->scaleIntensity(3);
+        all = shapes();
+        COMPARE_PLACES(all, u"polyline #cc79a7:1 "_s, x, y, {higher(one, 6, 0.25 - 12 / 9.)});
+        COMPARE_PLACES(all, u"line #d55e00:1.4:3 "_s, x, y, {{{20, 0}, {20, 3}}});
+    }
+
+    /// A summit and a hole; lines at 0.3 and 0.6 of the largest height. Straight between points, so they are rhombs.
+    void map()
+    {
+        NmrItem item;
+        const DoubleVector points{0, 0, 0, 0, 0, 0,  0, 0, 0, 10, 0, 0, 0, 0, //
+                                  0, 0, 0, 0, 0, -5, 0, 0, 0, 0,  0, 0, 0, 1};
+        const QVariantList own{peak(1, u"C1,H1"_s, 50, 6, 10), peak(2, u"C2,H2"_s, 20, 3, -5)};
+        const QVariantList others{peak(5, {}, 34, 8, 2), peak(6, {}, 62, 1, 4)};
+        item.nmrData()->addEntry(spectrum(70, points, own, 7), u"one"_s);
+        item.nmrData()->addEntry({{u"Peaks"_s, QVariantMap{{u"PeakList"_s, others}}}}, u"list"_s);
+        PlotOptions options;
+        options.contours = {0.3, 2, 5};
+        options.legend = false;
+        item.plot()->setOptions(options);
+        const QStringList all = drawn(item);
+        const QCPAxis *x = item.plot()->xAxis, *y = item.plot()->yAxis;
+        QVERIFY(x->range() == QCPRange(10, 70) && y->range() == QCPRange(0, 9));
+        const auto rhomb = [](double f2, double f1, double part) {
+            const double a = 10 * part, b = 3 * part;
+            return QPolygonF{{f2, f1 + b}, {f2 + a, f1}, {f2, f1 - b}, {f2 - a, f1}, {f2, f1 + b}};
+        };
+        COMPARE_PLACES(all, u"polyline #0072b2:0.8 "_s, x, y, {rhomb(50, 6, 0.7), rhomb(50, 6, 0.4)});
+        COMPARE_PLACES(all, u"polyline #30b4ff:0.8:2 "_s, x, y, {rhomb(20, 3, 0.4)});
+        const auto cross = [](double f2, double f1, double dx, double dy) {
+            return QList<QPolygonF>{{{f2 + dx, f1}, {f2 - dx, f1}}, {{f2, f1 - dy}, {f2, f1 + dy}}};
+        };
+        const double dx = 3 * std::abs(x->pixelToCoord(1) - x->pixelToCoord(0)),
+                     dy = 3 * std::abs(y->pixelToCoord(1) - y->pixelToCoord(0));
+        COMPARE_PLACES(all, u"line #303030:0.8 "_s, x, y, cross(50, 6, dx, dy) + cross(20, 3, dx, dy));
+        COMPARE_PLACES(all, u"line #d55e00:0.8 "_s, x, y,
+                       cross(62, 1, dx, dy) + cross(34, 8, dx, dy)); // the higher one first
+        // The highest of each column above the map, of each row to its left.
+        const auto *top = qobject_cast<QCPAxisRect *>(item.plot()->plotLayout()->element(0, 1));
+        const auto *left = qobject_cast<QCPAxisRect *>(item.plot()->plotLayout()->element(1, 0));
+        QVERIFY(top->bottom() < x->axisRect()->top() && left->right() < x->axisRect()->left());
+        const QCPAxis *heightsAbove = top->axis(QCPAxis::atLeft), *heightsBeside = left->axis(QCPAxis::atBottom);
+        QCOMPARE(heightsAbove->range(), QCPRange(-0.04, 1.04));
+        QVERIFY(heightsAbove->coordToPixel(1) < heightsAbove->coordToPixel(0)); // both away from the map
+        QVERIFY(heightsBeside->coordToPixel(1) < heightsBeside->coordToPixel(0));
+        COMPARE_PLACES(all.filter(QRegularExpression(u"^polyline #0072b2:1 "_s)).mid(0, 1), u"poly"_s, x, heightsAbove,
+                       {{{70, 0}, {60, 0}, {50, 1}, {40, 0}, {30, 0}, {20, 0}, {10, 0.1}}});
+        COMPARE_PLACES(all.filter(QRegularExpression(u"^polyline #0072b2:1 "_s)).mid(1), u"poly"_s, heightsBeside, y,
+                       {{{0, 9}, {1, 6}, {0, 3}, {0.1, 0}}});
+        const QStringList sticks = all.filter(QRegularExpression(u"^line #d55e00:1 "_s));
+        COMPARE_PLACES(sticks.mid(0, 2), u"line"_s, x, heightsAbove, {{{34, 0}, {34, 0.5}}, {{62, 0}, {62, 1}}});
+        COMPARE_PLACES(sticks.mid(2), u"line"_s, heightsBeside, y, {{{0, 8}, {0.5, 8}}, {{0, 1}, {1, 1}}});
+        // A cell about each point, red below nothing and blue above; ppm grow to the left and downwards.
+        QStringList cells(28, u"#ffffff"_s);
+        cells[6] = u"#f3f7fc"_s;
+        cells[7 + 5] = u"#f3c9c0"_s;
+        cells[14 + 2] = u"#86b2e0"_s;
+        const QPointF corner(x->coordToPixel(75), y->coordToPixel(-1.5)),
+            end(x->coordToPixel(5), y->coordToPixel(10.5));
+        const QString wrong = difference(
+            all.filter(u"image"_s),
+            u"image %1 %2 %3 %4 "_s.arg(corner.x()).arg(corner.y()).arg(end.x() - corner.x()).arg(end.y() - corner.y())
+                + cells.join(u' '));
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+        const QStringList texts = all.filter(u",H"_s);
+        QCOMPARE(texts.size(), 2);
+        QVERIFY(isNear({texts[0].section(u' ', 2, 2).toDouble(), texts[0].section(u' ', 3, 3).toDouble()},
+                       {x->coordToPixel(50) + 6, y->coordToPixel(6)}, 2));
+    }
+
+    /// A band under a bracket for an integral, a line between two dots for a distance, with their texts above.
+    void marks()
+    {
+        NmrItem item;
+        const QUuid entry = item.nmrData()->addEntry(spectrum(70, {1, 2, 3, 4, 5, 6, 7}), u"one"_s);
+        PlotOptions options;
+        options.integrals = {{entry, 60, 40}};
+        options.distances = {{{55, 0.25}, {35, 0.5}}};
+        item.plot()->setOptions(options);
+        const QStringList all = drawn(item);
+        const QRect area = item.plot()->xAxis->axisRect()->rect();
+        const auto x = [&](double ppm) { return item.plot()->xAxis->coordToPixel(ppm); };
+        const auto y = [&](double part) { return area.top() + part * area.height(); };
+        const QString expected = u"rect - #1c0072b2 %1 %3 %4 %5\npolyline #0072b2:1.2 %1 %6 %1 %7 %2 %7 %2 %6\n"
+                                 "path #ffffff:3 - %8 %9\npath - * %8 %9\n"_s.arg(x(60))
+                                     .arg(x(40))
+                                     .arg(area.top())
+                                     .arg(x(40) - x(60))
+                                     .arg(area.height())
+                                     .arg(area.top() + 25)
+                                     .arg(area.top() + 20)
+                                     .arg(x(50))
+                                     .arg(area.top() + 11)
+            + u"line #5a2d82:1.2 %1 %2 %3 %4\nellipse #5a2d82:1.2 #5a2d82 %1 %2 2.5 2.5\nellipse #5a2d82:1.2 #5a2d82 "
+              u"%3 %4 2.5 2.5\n"
+              "path #ffffff:3 - %5 %6\npath - #5a2d82 %5 %6"_s.arg(x(55))
+                  .arg(y(0.25))
+                  .arg(x(35))
+                  .arg(y(0.5))
+                  .arg(x(45))
+                  .arg(y(0.375) - 10);
+        const QString wrong = difference(all.mid(all.size() - 9), expected);
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+    }
+
+    /// The worst three of four pairs are named, the worst first.
+    void agreement()
+    {
+        NucleusComparison comparison;
+        comparison.nucleus = u"13C"_s;
+        comparison.agreement.pairs = {{0, {0}, 100, 101}, {2, {1}, 60, 57.5}, {1, {2}, 20, 20.5}, {3, {3}, 40, 39.8}};
+        comparison.agreement.rmsd = 1.378;
+        comparison.agreement.largest = 2.5;
+        comparison.sites.resize(4);
+        for (int i = 0; i < 4; ++i)
+            comparison.sites[size_t(i)].name = u"C%1"_s.arg(i + 1);
+        NucleusComparison second = comparison;
+        second.agreement.pairs = {{1, {0}, 5, 5}};
+        AgreementPlot plot;
+        plot.setComparisons({comparison, second});
+        plot.setMarkedSite(1);
+        plot.setMarkedSite(2); // instead
+        QCOMPARE(plot.fullSize(), QSize(840, 520));
+        plot.setGeometry(0, 0, 840, 520);
+        plot.replot();
+        const auto range = [&](int rect, QCPAxis::AxisType axis) { return plot.axisRect(rect)->axis(axis)->range(); };
+        QCOMPARE(plot.axisRectCount(), 4);
+        QStringList graphs;
+        for (int i = 0; i < plot.plottableCount(); ++i) {
+            const auto *graph = qobject_cast<QCPGraph *>(plot.plottable(i));
+            QString text = QString::number(plot.axisRects().indexOf(graph->keyAxis()->axisRect()));
+            for (const QCPGraphData &point : *graph->data())
+                text += u" %1:%2"_s.arg(point.key).arg(point.value);
+            graphs.append(text
+                          + (graph->lineStyle() == QCPGraph::lsNone ? u" points %1"_s.arg(graph->scatterStyle().size())
+                                                                    : u" line %1"_s.arg(int(graph->pen().style()))));
+        }
+        // The shifts above and the differences below, with the line on which they would agree; then the marks.
+        QCOMPARE(
+            graphs,
+            (QStringList{u"0 15.14:15.14 105.86:105.86 line 2"_s, u"2 15.14:0 105.86:0 line 1"_s,
+                         u"0 20:20.5 40:39.8 60:57.5 100:101 points 6"_s, u"2 20:-0.5 40:0.2 60:2.5 100:-1 points 6"_s,
+                         u"1 4.999:4.999 5.001:5.001 line 2"_s, u"3 4.999:0 5.001:0 line 1"_s, u"1 5:5 points 6"_s,
+                         u"3 5:0 points 6"_s, u"0 60:57.5 points 12"_s, u"2 60:2.5 points 12"_s}));
+        const QCPRange shifts(15.14, 105.86);
+        const auto isRange = [](const QCPRange &a, const QCPRange &b) {
+            return std::abs(a.lower - b.lower) + std::abs(a.upper - b.upper) < 1e-9;
+        };
+        QVERIFY(isRange(range(0, QCPAxis::atBottom), shifts) && isRange(range(0, QCPAxis::atLeft), shifts));
+        QVERIFY(isRange(range(2, QCPAxis::atBottom), shifts) && isRange(range(2, QCPAxis::atLeft), {-3.125, 3.125}));
+        QStringList names;
+        for (int i = 0; i < plot.itemCount(); ++i) {
+            const auto *name = qobject_cast<QCPItemText *>(plot.item(i));
+            names.append(u"%1 %2 %3:%4"_s.arg(plot.axisRects().indexOf(name->position->axisRect()))
+                             .arg(name->text())
+                             .arg(name->position->key())
+                             .arg(name->position->value())
+                         + (name->positionAlignment() & Qt::AlignRight ? u" left of it"_s : u" right of it"_s));
+        }
+        QCOMPARE(names,
+                 (QStringList{u"2 C3 60:2.5 right of it"_s, u"2 C1 100:-1 left of it"_s, u"2 C2 20:-0.5 right of it"_s,
+                              u"3 C2 5:0 right of it"_s}));
+        QCOMPARE(qobject_cast<QCPTextElement *>(plot.plotLayout()->element(0, 1))->text(),
+                 u"13C: equal, RMSD 1.38 ppm"_s);
+        QVERIFY(plot.axisRect(0)->left() == plot.axisRect(2)->left()
+                && plot.axisRect(1)->right() == plot.axisRect(3)->right());
+        plot.setMarkedSite(-1);
+        QCOMPARE(plot.plottableCount(), 8);
+    }
+};
+
+QTEST_MAIN(TestDrawing)
+#include "tst_drawing.moc"
