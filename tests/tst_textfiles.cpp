@@ -177,6 +177,7 @@ private Q_SLOTS:
         row("number, intensity, Hz, ppm", columns("nyhx"), "number, intensity, Hz and ppm");
         row("the same with names", columns("nyhx", "Point Intensity Hz ppm\n"), "not used: \"Hz\"");
         row("names in another order", columns("yx", "intensity ppm\n"));
+        row("a column of numbers without a name", columns("nxy", ",ppm,glycine\n"), "Column \"glycine\" was taken");
         row("Hz", table({",", '.', "", "\n", 100.0}, "Frequency (Hz),Intensity\n"), "divided by 100 MHz",
             withFrequency(100));
         row("kHz", table({",", '.', "", "\n", 0.1}, "kHz,Intensity\n"), "divided by 100 MHz", withFrequency(100));
@@ -303,6 +304,27 @@ private Q_SLOTS:
         row("\"173,2\"\n\"55,1\"\n", 1, {{173.2}, {55.1}});
         row("173,2;2\n55,1;3\n", 1, {{173.2, 0, 2}, {55.1, 0, 3}});
         row("173,2 C1\n55,1 C2\n", 1, {{173.2, 0, 1, u"C1"_s}, {55.1, 0, 1, u"C2"_s}});
+        // Lists of other programs: names of several words, Hz and points beside ppm, settings above.
+        row("   Assignment       w1       w2   Data Height\n\n  A1N-HN   110.5   8.25   300\n  G2N-HN   105.5   7.5   "
+            "200\n",
+            2, {{8.25, 110.5, 300, u"A1N-HN"_s}, {7.5, 105.5, 200, u"G2N-HN"_s}});
+        row("DU=/nmr, USER=me, NAME=x, EXPNO=10, PROCNO=1\nF1=220.0ppm, F2=-10.0ppm, MI=0.1cm, MAXI=99.0cm, PC=1.4\n\n"
+            "  #   ADDRESS    FREQUENCY   INTENSITY\n              [Hz]    [PPM]\n\n  1   2411.2  17312.5  173.125   "
+            "5.5\n"
+            "  2   5411.5   5100.0   51.000  10.0\n  3   6200.0   2075.0   20.750   7.5\n",
+            1, {{173.125, 0, 5.5}, {51, 0, 10}, {20.75, 0, 7.5}}, "number, point, Hz, ppm and height");
+        row("Peak\tRegion\tIndex (F1)\tν(F1) [ppm]\tν(F1) [Hz]\tIntensity [abs]\tIntensity [rel]\tHalf width [ppm]\n"
+            "1\t1\t2411.2\t173.125\t17312.5\t5500\t0.5\t0.4\n2\t1\t5411.5\t51\t5100\t9900\t1\t0.3\n",
+            1, {{173.125, 0, 5500}, {51, 0, 9900}},
+            "\"Region\", \"Index (F1)\", \"ν(F1) [Hz]\", \"Intensity [rel]\", \"Half");
+        row("Atom\tδiso (exp) / ppm\tσiso (calc) / ppm\tδiso (calc) / "
+            "ppm\nC1\t170.2\t1.2\t169.1\nC2\t20.4\t152.1\t19.8\n",
+            1, {{170.2, 0, 1, u"C1"_s}, {20.4, 0, 1, u"C2"_s}},
+            "not used: \"σiso (calc) / ppm\", \"δiso (calc) / ppm\"");
+        row("Atom\tδcalc (ppm)\nC1\t169.1\nC2\t19.8\n", 1, {{169.1, 0, 1, u"C1"_s}, {19.8, 0, 1, u"C2"_s}});
+        row("Site δiso (ppm) ΔCSA (ppm) CQ/MHz η I (%)\nAl1 -10.5 20.1 5.1 0.3 55\nAl2 12.5 15.2 2.2 0.8 45\n", 1,
+            {{-10.5, 0, 55, u"Al1"_s}, {12.5, 0, 45, u"Al2"_s}}, "not used: \"ΔCSA (ppm)\", \"CQ/MHz\", \"η\"");
+        row("δ (ppm)  I\n20.6 ± 0.1  5\n51.2 ± 0.2  10\n", 1, {{20.6, 0, 5}, {51.2, 0, 10}}, "Errors of the positions");
         row("##TITLE= file\n##DATA TYPE= NMR PEAK TABLE\n##.OBSERVE NUCLEUS= ^13C\n##.OBSERVE FREQUENCY= 100\n"
             "##XUNITS= PPM\n##YUNITS= ARB\n##NPOINTS= 2\n##PEAK TABLE= (XY..XY)\n173.2, 5\n55.1, 3\n##END=\n",
             1, {{173.2, 0, 5}, {55.1, 0, 3}});
@@ -450,6 +472,9 @@ private Q_SLOTS:
         row("data of JEOL Delta (.jdf), which cannot be read here", QByteArray("JEOL.NMR\0\0", 10));
         row("this is a calculation (MAGRES)", "#$magres-abinitio-v1.0\n[atoms]\natom H H 1 0 0 0\n");
         row("data of UCSF (Sparky)", QByteArray("UCSF NMR\0\2", 10));
+        row("data of NMReDATA", "x\n>  <NMREDATA_1D_13C>\n173.2, L=C1\\\n");
+        row("this is no measurement that can be read", quoted("\n{'spectra': [{'x': [1, 2, 3], 'y': [4, 5, 6]}]}"));
+        row("1r or 2rr, JCAMP-DX, CSDM, SIMPSON or text", "<?xml version='1.0'?>\n<nmrML>\n1 2\n3 4\n</nmrML>\n");
         row("data of ssNake", quoted("{'dataReal': [1, 2], 'freq': [1]}"));
     }
     /// Data of other software, known by their names and their files, and what to do with them.
@@ -466,6 +491,7 @@ private Q_SLOTS:
               std::tuple(Files{{u"m/acqu.par"_s, "x"}, {u"m/data.1d"_s, "x"}}, u"m"_s, "Magritek"),
               std::tuple(Files{{u"data.1d"_s, "x"}}, u"data.1d"_s, "Magritek"),
               std::tuple(Files{{u"s.mnova"_s, "x"}}, u"s.mnova"_s, "MestReNova"),
+              std::tuple(Files{{u"s.nmrium"_s, "{\"spectra\": []}"}}, u"s.nmrium"_s, "NMRium"),
               std::tuple(Files{{u"s.mat"_s, "MATLAB 5.0 MAT-file"}}, u"s.mat"_s, "ssNake"),
               std::tuple(Files{{u"s.xlsx"_s, "PK\x03\x04"}}, u"s.xlsx"_s, "a spreadsheet, which cannot"),
               std::tuple(Files{{u"s.zip"_s, "PK\x03\x04"}}, u"s.zip"_s, "unpack it"),
