@@ -64,6 +64,17 @@ QByteArray pairs(const QByteArray &record, const QByteArray &units)
     return text + "##END=\n";
 }
 
+QByteArray plane2D()
+{
+    return "##TITLE= n\n##DATA TYPE= nD NMR SPECTRUM\n##.OBSERVE FREQUENCY= 100\n##.OBSERVE NUCLEUS= ^1H\n"
+           "##NUM DIM= 2\n##.NUCLEUS= 13C, 1H\n##NTUPLES= nD NMR SPECTRUM\n"
+           "##VAR_NAME= FREQUENCY1, FREQUENCY2, SPECTRUM\n##SYMBOL= F1, F2, Y\n"
+           "##VAR_TYPE= INDEPENDENT, INDEPENDENT, DEPENDENT\n##VAR_FORM= AFFN, AFFN, ASDF\n##VAR_DIM= 2, 3, 3\n"
+           "##UNITS= PPM, PPM, ARBITRARY UNITS\n##FACTOR= 1, 1, 1\n##FIRST= 50, 3, 1\n##LAST= 25, 1, 5\n"
+           "##PAGE= F1=50\n##DATA TABLE= (F2++(Y..Y)), PROFILE\n3 1 2 3\n"
+           "##PAGE= F1=25\n##DATA TABLE= (F2++(Y..Y)), PROFILE\n3 4 9 5\n##END NTUPLES= nD NMR SPECTRUM\n##END=\n";
+}
+
 QByteArray parameters(const QList<std::pair<QByteArray, QByteArray>> &values)
 {
     QByteArray text = "##TITLE= Parameter file\n$$ a comment\n##$D= (0..3)\n0 1\n2 3\n";
@@ -197,15 +208,7 @@ private Q_SLOTS:
         text("JCAMP shift reference with a decimal comma",
              jcamp(hertz + "##.SHIFT REFERENCE= (INTERNAL, TMS, 4, 12,5)\n"), {12.5}, 18, "13C");
         text("JCAMP X that counts down", jcamp(ppm, "95", "85").replace("\n95 1", "\n10 1"), {92}, 18, "13C");
-        text("JCAMP 2D ntuples",
-             "##TITLE= n\n##DATA TYPE= nD NMR SPECTRUM\n##.OBSERVE FREQUENCY= 100\n##.OBSERVE NUCLEUS= ^1H\n"
-             "##NUM DIM= 2\n##.NUCLEUS= 13C, 1H\n##NTUPLES= nD NMR SPECTRUM\n"
-             "##VAR_NAME= FREQUENCY1, FREQUENCY2, SPECTRUM\n##SYMBOL= F1, F2, Y\n"
-             "##VAR_TYPE= INDEPENDENT, INDEPENDENT, DEPENDENT\n##VAR_FORM= AFFN, AFFN, ASDF\n##VAR_DIM= 2, 3, 3\n"
-             "##UNITS= PPM, PPM, ARBITRARY UNITS\n##FACTOR= 1, 1, 1\n##FIRST= 50, 3, 1\n##LAST= 25, 1, 5\n"
-             "##PAGE= F1=50\n##DATA TABLE= (F2++(Y..Y)), PROFILE\n3 1 2 3\n"
-             "##PAGE= F1=25\n##DATA TABLE= (F2++(Y..Y)), PROFILE\n3 4 9 5\n##END NTUPLES= nD NMR SPECTRUM\n##END=\n",
-             {2, 25}, 9, "1H/13C");
+        text("JCAMP 2D ntuples", plane2D(), {2, 25}, 9, "1H/13C");
         text("JCAMP unit beside the frequency", jcamp(QByteArray(hertz).replace("100", "100 MHz")), {70}, 18, "13C");
         text("JCAMP small letters", jcamp(hertz).toLower().replace("13c", "13C"), {70}, 18, "13C");
         text("JCAMP data type with a nucleus", jcamp(hertz).replace("NMR SPECTRUM", "13C NMR SPECTRUM"), {70}, 18,
@@ -337,32 +340,111 @@ private Q_SLOTS:
         QTest::addColumn<Files>("files");
         QTest::addColumn<QString>("path");
         QTest::addColumn<QString>("message");
-        const auto row = [](const char *name, const QByteArray &text, const char *message) {
+        const auto row = [](const char *name, const QByteArray &text, const char *message) { // "?": "/s, line "
             const QString path = u"s"_s;
             QTest::newRow(name) << Files{{path, text}} << path << QString::fromUtf8(message);
         };
         row("Y-check", table(6, "6AJJJ\n3EJJ\n"),
-            "line 9: the Y-check fails: the line begins with 5 where the line before ended with 4");
-        row("too few points", table(6, "6AJJJ\n3DJ\n"), "the data end after 5 points where 6 were announced");
-        row("too many points", table(4, "4AJJJJ\n"), "line 8: there are more points than the 4");
+            "/s, line 9: the Y-check fails: the line begins with 5 where the line before ended with 4");
+        row("too few points", table(6, "6AJJJ\n3DJ\n"),
+            "/s, line 9: the data end after 5 points where 6 were announced");
+        row("too many points", table(4, "4AJJJJ\n"),
+            "/s, line 8: there are more points than the 4 that were announced");
         row("cut off within the last number", table(2, "2 1 1234\n").chopped(10),
-            "line 8: the file ends within this line");
-        row("a lost line", table(12, "12 1 2 3\n3 4 5 6\n"), "the data end after 6 points where 12 were announced");
+            "/s, line 8: the file ends within this line, ##END= was expected");
+        row("a lost line", table(12, "12 1 2 3\n3 4 5 6\n"),
+            "/s, line 9: the data end after 6 points where 12 were announced");
         row("a lost line that no number of points tells",
             table(30, "30 1 1 1 1 1 1 1 1 1 1\n10 1 1 1 1 1 1 1 1 1 1\n").replace("##NPOINTS= 30\n", ""),
-            "of the 20 points that the table holds the one here would lie at 14.7");
+            "/s, line 8: the record ##NPOINTS= is missing, and of the 20 points that the table holds the one here "
+            "would lie at 14.73684211, not at 10 as the line says");
         row("a distance of points of the wrong sign",
             table(6, "6 1 2 3\n3 4 5 6\n").replace("##LASTX= 1", "##DELTAX= 1"),
-            "by ##DELTAX= this line begins at X = 9, it says 3");
-        row("a repeat of 10^15", table(4, "4AZ00000000000000\n"), "an ordinate is repeated 800000000000000 times");
+            "/s, line 9: by ##DELTAX= this line begins at X = 9, it says 3");
+        row("a repeat of 10^15", table(4, "4AZ00000000000000\n"),
+            "/s, line 8: an ordinate is repeated 800000000000000 times where 3 points are left of the 4 announced");
         row("more points than bytes explain", table(2, "2 1 1\n").replace("NPOINTS= 2", "NPOINTS= 200000000"),
-            "between 2 and 1048576 were expected");
-        row("an axis beyond all shifts", jcamp(ppm, "1000000000", "0"), "is not that of a spectrum");
-        row("half a point", "SIMP\nNP=2.5\nSW=8000\nTYPE=SPE\nDATA\n1 0\n2 0\nEND\n", "NP=2.5, NI=1 are no size");
+            "/s, line 6: 200000000 points cannot be, between 2 and 1048576 were expected");
+        row("an axis beyond all shifts", jcamp(ppm, "1000000000", "0"),
+            "/s: an axis of 11 points from 1e+09 to 0 ppm is not that of a spectrum");
+        row("half a point", "SIMP\nNP=2.5\nSW=8000\nTYPE=SPE\nDATA\n1 0\n2 0\nEND\n",
+            "/s: NP=2.5, NI=1 are no size of a spectrum");
         row("a size beyond integers", "# LEFT = 9 ppm. RIGHT = 0 ppm.\n# SIZE = 1e300\n1\n2\n",
-            "0 × 1 points cannot be");
-        row("sites beyond all spectra", "shift,count\n9,100000\n8,100000\n7,1\n", "line 4: more than 200000 peaks");
-        row("another kind of file", QByteArray("\177ELF\0\0", 6), "this is no measurement that can be read");
+            "/s: 0 × 1 points cannot be");
+        row("sites beyond all spectra", "shift,count\n9,100000\n8,100000\n7,1\n",
+            "/s, line 4: more than 200000 peaks are too many");
+        row("another kind of file", QByteArray("\177ELF\0\0", 6),
+            "/s: this is no measurement that can be read: expected a Bruker folder or its file 1r or 2rr, JCAMP-DX, "
+            "CSDM, SIMPSON or text with ppm and intensity");
+
+        row("no ordinate", table(3, "3 1 ? 2\n"), "/s, line 8: a point has no ordinate (\"?\"), a number was expected");
+        row("a difference first", table(3, "3J1\n"), "?8: the line begins with a difference, an ordinate was expected");
+        row("a repeat first", table(3, "3S1\n"), "?8: a repeat count stands where an ordinate was expected");
+        row("a repeat of a repeat", table(9, "9ATT\n"), "?8: a repeat count stands where an ordinate was expected");
+        row("half a repeat", table(9, "9AT.5\n"),
+            "?8: an ordinate is repeated 2.5 times where 8 points are left of the 9 announced");
+        row("X alone", table(3, "3 1\n2\n1 5\n"), "?9: no ordinate follows the X value");
+        row("a word", table(3, "3 1 x 2\n"), "?8: expected an ordinate, found \"x 2\"");
+        row("no X", table(3, "A 1 2\n"), "?8: expected a number, found \"A 1 2\"");
+        row("a span of nothing", table(3, "3 1 2 3\n").replace("LASTX= 1", "LASTX= 3"),
+            "?1: the first and the last X value (3, 3) span no axis");
+        row("no number of points", table(3, "3 1 2 3\n").replace("NPOINTS= 3", "NPOINTS= x"),
+            "?6: expected a number for NPOINTS, found \"x\"");
+        row("no unit", table(3, "3 1 2 3\n").replace("##XUNITS= PPM", ""),
+            "?1: the block that begins here has no record ##XUNITS=");
+        row("seconds", table(3, "3 1 2 3\n").replace("PPM", "SECONDS"),
+            "?3: expected X values in HZ or PPM, found \"SECONDS\"");
+        row("Hz", table(3, "3 1 2 3\n").replace("PPM", "KHZ"),
+            "?1: X values in Hz need the record ##.OBSERVE FREQUENCY=, or the frequency of 0 ppm in MHz must be given");
+        row("a negative frequency", jcamp(hertz).replace("= 100\n", "= -100 MHz\n"),
+            "?6: expected a frequency in MHz, found -100");
+        row("another table", jcamp(ppm).replace("(X++(Y..Y))", "(X++(R..R))"),
+            "?11: expected a table (X++(Y..Y)), found \"(X++(R..R))\"");
+        row("a large factor", jcamp(ppm, "95", "85").replace("YFACTOR= 2", "YFACTOR= 1e308"),
+            "?11: an ordinate times its factor (1e+308) is too large");
+        row("an FID", jcamp(hertz).replace("NMR SPECTRUM", "NMR FID"),
+            "?1: this is an FID, a spectrum was expected: transform it with the spectrometer's software and export the "
+            "spectrum");
+        row("other data", jcamp(hertz).replace("NMR SPECTRUM", "MASS SPECTRUM"),
+            "/s: expected a block with the data type \"NMR SPECTRUM\" and a table, or one with peaks, found \"MASS "
+            "SPECTRUM\"");
+        row("no table", "##TITLE= t\n##DATA TYPE= NMR SPECTRUM\n##END=\n",
+            "?1: the spectrum that begins here has no table (X++(Y..Y)) or (XY..XY)");
+        row("no title", "##JCAMP-DX= 5\n##END=\n", "/s: a JCAMP-DX file was expected, no record ##TITLE= was found");
+        row("a form of its own", "##TITLE= t\n##DATA TYPE= NMR PEAK TABLE\n##PEAK TABLE= (ABX)\n1 2 3\n##END=\n",
+            "?3: expected peaks (XY..XY) or (XYA), found \"(ABX)\"");
+        row("a lost peak",
+            "##TITLE= t\n##DATA TYPE= NMR PEAK TABLE\n##NPOINTS= 3\n##PEAK TABLE= (XY..XY)\n1, 2 3, 4\n##END=\n",
+            "?4: 3 peaks were announced, 2 are there");
+        row("no number",
+            "##TITLE= t\n##DATA TYPE= NMR PEAK TABLE\n##PEAK TABLE= (XYA)\n(1, 2, <a>)\n(3, b, <4>)\n##END=\n",
+            "?5: expected a number, found \"b\"");
+        const QByteArray plane = plane2D();
+        row("no such symbol", QByteArray(plane).replace("SYMBOL= F1, F2", "SYMBOL= F1, G2"),
+            "?9: the table's symbol \"F2\" is not in this list");
+        row("a lost row", QByteArray(plane).replace("VAR_DIM= 2", "VAR_DIM= 3"),
+            "?1: 3 rows were announced, 2 are there");
+        row("a row too many",
+            QByteArray(plane).replace("##END N", "##PAGE= F1=0\n##DATA TABLE= (F2++(Y..Y)), PROFILE\n3 4 9 5\n##END N"),
+            "?24: there are more rows than the 2 announced");
+        row("rows too long", QByteArray(plane).replace("VAR_DIM= 2, 3", "VAR_DIM= 1048576, 3"),
+            "?12: 3 × 1048576 points are more than the file can hold");
+        row("no tables",
+            QByteArray(plane).replace("DATA TABLE=", "DATA=").replace("VAR_DIM", "DATA TABLE= (F1, F2)\n##VAR_DIM"),
+            "?1: the block that begins here has no table (X++(R..R))");
+        const QByteArray simpson = "SIMP\nNP=2\nSW=800\nTYPE=SPE\nDATA\n1 0\n2 0\nEND\n";
+        row("SIMPSON: no width", QByteArray(simpson).replace("SW", "WS"), "/s: the line SW= is missing before DATA");
+        row("SIMPSON: no number", QByteArray(simpson).replace("=800", "=8oo"), "?3: expected a number, found \"8oo\"");
+        row("SIMPSON: binary", QByteArray(simpson).replace("DATA", "FORMAT=BINARY\nDATA"),
+            "/s: the points are in binary form: save the spectrum as text (fsave without -binary)");
+        row("SIMPSON: half a line", QByteArray(simpson).replace("2 0", "2"),
+            "?7: expected a real and an imaginary part, found \"2\"");
+        row("SIMPSON: too many", QByteArray(simpson).replace("2 0", "2 0\n3 0"),
+            "?8: there are more points than the 2 announced");
+        row("SIMPSON: cut off", QByteArray(simpson).replace("END\n", ""),
+            "/s: the data end after 2 points where 2 and END were expected");
+        row("SIMPSON: one point", QByteArray(simpson).replace("NP=2", "NP=1"),
+            "/s: NP=1, NI=1 are no size of a spectrum");
 
         // An empty text to look for stands for a missing file.
         const auto folder = [](const char *name, const char *file, const char *from, const char *to,
@@ -372,13 +454,35 @@ private Q_SLOTS:
             *from ? void(files[path].replace(from, to)) : void(files.remove(path));
             QTest::newRow(name) << files << QString() << QString::fromUtf8(message);
         };
-        folder("no procs", "procs", "", "", "procs: there is no such file");
-        folder("no data", "2rr", "", "", "no processed data were found here");
+        folder("no procs", "procs", "", "", "/pdata/1/procs: there is no such file");
+        folder("no data", "2rr", "", "",
+               ": no processed data were found here: expected a file 1r or 2rr, in this folder or in pdata/1");
         folder("data cut", "2rr", "\xf9", "",
-               "bytes where the parameters (SI = 6 × 5, XDIM = 4 × 2, 4 bytes a point) make 192");
-        folder("no reference", "proc2s", "##$OFFSET=", "##$O=", "proc2s: the parameter OFFSET is missing");
-        folder("size of a matrix of 10^18 points", "procs", "SI= 6", "SI= 1000000000", "SI: expected 2 to 268435456");
-        folder("too many in all", "procs", "SI= 6", "SI= 268435456", "points (SI = 268435456 × 5, XDIM = 4 × 2) are");
+               "/pdata/1/2rr: the file has 174 bytes where the parameters (SI = 6 × 5, XDIM = 4 × 2, 4 bytes a point) "
+               "make 192");
+        folder("no reference", "proc2s", "##$OFFSET=", "##$O=", "/pdata/1/proc2s: the parameter OFFSET is missing");
+        folder("size of a matrix of 10^18 points", "procs", "SI= 6", "SI= 1000000000",
+               "/pdata/1/procs, line 6: SI: expected 2 to 268435456 points, found 1000000000");
+        folder("too many in all", "procs", "SI= 6", "SI= 268435456",
+               "/pdata/1/2rr: 1610612736 points (SI = 268435456 × 5, XDIM = 4 × 2) are too many");
+        folder("byte order", "procs", "BYTORDP= 1", "BYTORDP= 2",
+               "/pdata/1/procs, line 13: BYTORDP: expected 0 (little endian) or 1 (big endian), found 2");
+        folder("type", "procs", "BYTORDP= 1", "BYTORDP= 1\n##$DTYPP= 1",
+               "/pdata/1/procs, line 14: DTYPP: expected 0 (32-bit integers) or 2 (doubles), found 1");
+        folder("exponent", "procs", "NC_proc= 3", "NC_proc= -501",
+               "/pdata/1/procs, line 14: NC_proc: expected an exponent of two of at most 500, found -501");
+        folder("frequency", "proc2s", "SF= 100", "SF= 0",
+               "/pdata/1/proc2s, line 7: SF: expected a frequency in MHz, found 0");
+        folder("width", "proc2s", "SW_p= 250", "SW_p= -1",
+               "/pdata/1/proc2s, line 8: SW_p: expected a width in Hz, found -1");
+        folder("block", "procs", "XDIM= 4", "XDIM= 7",
+               "/pdata/1/procs, line 10: XDIM: expected a block of at most 6 points, found 7");
+        folder("point", "proc2s", "SI= 5", "SI= 1",
+               "/pdata/1/proc2s, line 6: SI: expected 2 to 268435456 points, found 1");
+        folder("word", "procs", "SI= 6", "SI= six", "/pdata/1/procs, line 6: expected a number for SI, found \"six\"");
+        folder("series", "proc2s", "##$SI= 5", "##$FT_mod= 0\n##$FTSIZE= 0\n##$SI= 5",
+               "/pdata/1/proc2s, line 6: FT_mod: F1 was not Fourier-transformed, so this is a series of spectra and no "
+               "2D spectrum: extract the row that you want as a 1D spectrum (rsr in TopSpin)");
     }
 
     void badInput()
@@ -388,9 +492,11 @@ private Q_SLOTS:
         QFETCH(QString, message);
         QTemporaryDir folder;
         writeFiles(folder.path(), files);
-        const QString found = QString::fromUtf8(failure([&] { openExperimentalSpectrum(folder.filePath(path)); }));
-        QVERIFY2(found.contains(message), qPrintable(found));
-        QVERIFY2(found.startsWith(folder.path()), qPrintable(found));
+        message.replace(QRegularExpression(u"^\\?"_s), u"/s, line "_s);
+        ReadOptions options; // of those that never tell their frequency
+        options.frequency[0] = files.value(path).startsWith("SIMP") ? 100 : 0;
+        QCOMPARE(failure([&] { openExperimentalSpectrum(folder.filePath(path), options); }),
+                 (folder.path() + message).toUtf8());
     }
 
     /// Bytes changed, cut out or doubled.
