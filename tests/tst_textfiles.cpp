@@ -297,6 +297,9 @@ private Q_SLOTS:
         row("1H NMR (400 MHz, CDCl3): δ 7.26 (s, 1H, H-3), 2.31 (br s, 3H)\n", 1,
             {{7.26, 0, 1, u"H-3"_s, 1}, {2.31, 0, 1, {}, 3}});
         row("δF −110.2; −120.5 (m)", 1, {{-110.2}, {-120.5}});
+        row("δF −110.2 to −112.2 (m), −120.5–121.5 (m), 0.25–−0.75 (m)", 1, {{-111.2}, {-121}, {-0.25}}, "Ranges");
+        row("F1 −110.2–112.2\nF2 −0.5–0.25\nF3 −1.5\n", 1,
+            {{-111.2, 0, 1, u"F1"_s}, {-0.125, 0, 1, u"F2"_s}, {-1.5, 0, 1, u"F3"_s}}, "Ranges");
         row("13C{1H} NMR (C6D6, 75.5 MHz): δ = 170,2; 133,3\n", 1, {{170.2}, {133.3}});
         // Commas of numbers, and commas between them.
         row("10,2\n20,1\n", 1, {{10, 0, 2}, {20, 0, 1}}, "\"10,2\" is a peak at 10");
@@ -464,6 +467,7 @@ private Q_SLOTS:
             "# LEFT = 9 ppm. RIGHT = 2 ppm.\n# SIZE = 4 ( = number of points)\n1\n");
         row(", line 1: a row has 128 fields: a position and an intensity a line were expected",
             table({" ", '.', "", " "}));
+        row(", line 2: expected a number, found \"3-4.5\"", "F1 1.5\nF2 3-4.5\nF3 3.5\n");
         row(": the file holds no peaks", "# nothing\n");
         row(", line 1: expected a number, found \"12.3abc\"", "12.3abc\n");
         row(", line 1: expected a number, found \"inf\"", "1,inf\n");

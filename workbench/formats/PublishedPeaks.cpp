@@ -102,7 +102,7 @@ void annotate(MeasuredPeak &peak, const QString &text)
 std::optional<MeasuredPeak> peakOf(const QString &entry, bool &isRange)
 {
     static const QRegularExpression pattern(
-        QStringLiteral("^(?:and[ ]+)?(?<from>[-+]?\\d+(?:\\.\\d+)?)(?:[ ]*(?:-|to)[ ]*(?<to>\\d+\\.\\d+))?[ ]*(?:ppm)?"
+        QStringLiteral("^(?:and[ ]+)?(?<from>[-+]?\\d+(?:\\.\\d+)?)(?:[ ]*(?:-|to)[ ]*(?<to>-?\\d+\\.\\d+))?[ ]*(?:ppm)?"
                        "(?:[ ]*[(\\[](?<text>.*)[)\\]])?[ ]*(?:ppm)?$"));
     const QRegularExpressionMatch match = pattern.match(entry);
     if (!match.hasMatch())
@@ -110,7 +110,7 @@ std::optional<MeasuredPeak> peakOf(const QString &entry, bool &isRange)
     MeasuredPeak peak;
     peak.f2 = match.captured(u"from").toDouble();
     if (match.hasCaptured(u"to")) {
-        peak.f2 = 0.5 * (peak.f2 + match.captured(u"to").toDouble());
+        peak.f2 = rangeMiddle(peak.f2, match.captured(u"to").toDouble());
         isRange = true;
     }
     annotate(peak, match.captured(u"text"));

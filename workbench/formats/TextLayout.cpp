@@ -682,6 +682,13 @@ void noteIgnored(TextLayout &layout)
 
 } // namespace
 
+double rangeMiddle(double from, double to)
+{
+    // Multiplets are narrow.
+    const bool isNegative = from < 0 && to > 0 && std::abs(from + to) < -0.1 * from;
+    return 0.5 * (from + (isNegative ? -to : to));
+}
+
 bool looksEven(const std::vector<double> &positions)
 {
     if (positions.size() < 3)
@@ -759,7 +766,7 @@ std::optional<double> TextLayout::number(std::string_view field) const
     if (const size_t dash = rangeDash(text); dash != std::string::npos) {
         const auto from = NumberText::parse<double>(trimmed(std::string_view(text).substr(0, dash)));
         const auto to = NumberText::parse<double>(trimmed(std::string_view(text).substr(dash + 1)));
-        return from && to ? std::optional(0.5 * (*from + *to)) : std::nullopt;
+        return from && to ? std::optional(rangeMiddle(*from, *to)) : std::nullopt;
     }
     // Fortran's.
     const size_t exponent = text.find_first_of("dD");
