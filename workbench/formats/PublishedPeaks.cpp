@@ -101,9 +101,9 @@ void annotate(MeasuredPeak &peak, const QString &text)
 /// The shift in ppm; a range of a multiplet has its middle.
 std::optional<MeasuredPeak> peakOf(const QString &entry, bool &isRange)
 {
-    static const QRegularExpression pattern(
-        QStringLiteral("^(?:and[ ]+)?(?<from>[-+]?\\d+(?:\\.\\d+)?)(?:[ ]*(?:-|to)[ ]*(?<to>-?\\d+\\.\\d+))?[ ]*(?:ppm)?"
-                       "(?:[ ]*[(\\[](?<text>.*)[)\\]])?[ ]*(?:ppm)?$"));
+    static const QRegularExpression pattern(QStringLiteral(
+        "^(?:and[ ]+)?(?<from>[-+]?\\d+(?:\\.\\d+)?)(?:[ ]*(?:-|to)[ ]*(?<to>-?\\d+\\.\\d+))?[ ]*(?:ppm)?"
+        "(?:[ ]*[(\\[](?<text>.*)[)\\]])?[ ]*(?:ppm)?$"));
     const QRegularExpressionMatch match = pattern.match(entry);
     if (!match.hasMatch())
         return {};
