@@ -112,9 +112,10 @@ private Q_SLOTS:
         QCOMPARE(
             records(spectrumMap(3, 2, {10, 20, 30, 40, 50, 60})),
             u"##.OBSERVE FREQUENCY= 400 / ##.OBSERVE NUCLEUS= ^1H / ##$MAGRES_RangeF2= [4,-4] / ##$MAGRES_freq= 400 / ##$MAGRES_qShift= [0,1] / ##$PEAKS= (F2F1YA) / (1.5, 2.5, 3, <H1,C2>) / ##NUM DIM= 2 / ##.NUCLEUS= 13C, 1H / ##$SF= 400 / ##$SF= 100 / ##NTUPLES= nD NMR SPECTRUM / ##VAR_NAME= FREQUENCY1, FREQUENCY2, SPECTRUM / ##SYMBOL= F1, F2, Y / ##VAR_TYPE= INDEPENDENT, INDEPENDENT, DEPENDENT / ##VAR_FORM= AFFN, AFFN, ASDF / ##VAR_DIM= 2, 3, 3 / ##UNITS= PPM, PPM, ARBITRARY UNITS / ##FACTOR= 1, 1, 2.7939677251474782e-08 / ##FIRST= 5, 3, 10 / ##LAST= 0, -1, 60 / ##MIN= 0, -1, 10 / ##MAX= 5, 3, 60 / ##PAGE= F1=5 / ##DATA TABLE= (F2++(Y..Y)), PROFILE / 3.00000000 357913941 715827882 1073741824 / ##PAGE= F1=0 / ##DATA TABLE= (F2++(Y..Y)), PROFILE / 3.00000000 1431655765 1789569706 2147483647 / ##END NTUPLES= nD NMR SPECTRUM / ##END= / "_s);
-        for (const QByteArray &line :
-             written(JcampExport::write, spectrumMap(100, 1, DoubleVector(100, 1.0))).split('\n'))
-            QVERIFY(line.size() <= 80 && (!line.contains(" 2147483647 2147483647") || line.size() > 69));
+        // Lines of eighty characters hold six ordinates behind their X.
+        const QByteArray many = written(JcampExport::write, spectrumMap(100, 1, DoubleVector(100, 1.0)));
+        QCOMPARE(many.count("0000 2147483647"), 17);
+        QVERIFY(many.contains("\n88.00000000" + QByteArray(" 2147483647").repeated(6) + "\n76.00000000 2"));
         QCOMPARE(failure([] {
                      written(JcampExport::write, spectrumMap(2, 1, {1, qQNaN()}));
                  }),
@@ -229,12 +230,13 @@ private Q_SLOTS:
         settings.shape = {20, 30};
         const Powder::Spectrum spectrum{
             {10, -10, 3}, {4, 5, 6}, {{{1, 2, 0.1}, 100, 0.25}, {{3, 4, 5}, 200, 0.5}}, false};
-        QString text = compact(QJsonDocument(PowderExport::json(sites, settings, &spectrum)).toJson());
+        QCOMPARE(
+            compact(QJsonDocument(PowderExport::json(sites, settings, &spectrum)).toJson()),
+            u"{\"Cq_factor\":1.5,\"axis\":{\"first\":10,\"points\":3,\"step\":-10},\"converged\":false,\"gaussian_Hz\":30,\"larmor_frequency_MHz\":104.25,\"lorentzian_Hz\":20,\"model\":\"Central transition only, to second order, with shift anisotropy: no satellites, no dipolar couplings or cross terms with them; ideal excitation.\",\"notes\":[\"n\"],\"nucleus\":\"27Al\",\"proton_frequency_MHz\":600,\"reference_ppm\":100,\"sites\":[{\"Cq_MHz\":3,\"QIS_ppm\":-5,\"breadth_ppm\":7,\"centre_ppm\":6,\"estimated_error\":0.25,\"eta\":0.5,\"name\":\"Al1 ×2\",\"nuclei\":2,\"orientations\":100,\"shift_ppm\":1,\"span_ppm\":2},{\"breadth_ppm\":17,\"centre_ppm\":16,\"estimated_error\":0.5,\"name\":\"a,b\",\"nuclei\":1,\"orientations\":200,\"shift_ppm\":11,\"span_ppm\":12}],\"slope\":-0.5,\"spin\":2.5,\"spinning_Hz\":12500}"_s);
         QBuffer buffer;
         buffer.open(QIODevice::WriteOnly);
         PowderExport::writeSitesCsv(sites, spectrum, buffer);
         QCOMPARE(flat(buffer.data()), u"ppm,Al1 ×2,\"a,b\" / 10,1,3 / 0,2,4 / -10,0.10000000000000001,5 / "_s);
-        QVERIFY2(text == u"A"_s, qPrintable(text));
         settings.rotation = Powder::Rotation::Static;
         QCOMPARE(PowderExport::json(sites, settings, nullptr)[u"spinning_Hz"_s], QJsonValue(0));
         settings.rotation = Powder::Rotation::InfiniteRate;
