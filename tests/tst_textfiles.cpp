@@ -98,6 +98,13 @@ QByteArray base64(const QByteArray &type, const auto &values)
         + bytes.toBase64() + quoted("']");
 }
 
+template <typename Number>
+QByteArray numbersOf(const char *type)
+{
+    const std::array<Number, 4> values{1, 2, 30, 4};
+    return base64(type, values);
+}
+
 QByteArray simpson(const QByteArray &records)
 {
     QByteArray text = "SIMP\nNP=4\nSW=400\n" + records + "DATA\n";
@@ -410,6 +417,20 @@ private Q_SLOTS:
         }
     }
 
+    void typesOfNumbers()
+    {
+        const QTemporaryDir folder;
+        const QByteArray axis =
+            quoted("{'type': 'linear', 'count': 4, 'increment': '-1 ppm', 'coordinates_offset': '9 ppm'}");
+        for (const QByteArray &values :
+             {numbersOf<qint8>("int8"), numbersOf<qint16>("int16"), numbersOf<qint32>("int32"),
+              numbersOf<qint64>("int64"), numbersOf<quint8>("uint8"), numbersOf<quint16>("uint16"),
+              numbersOf<quint32>("uint32"), numbersOf<quint64>("uint64"), numbersOf<float>("float32"),
+              numbersOf<double>("float64")})
+            QCOMPARE(std::get<ExperimentalSpectrum>(readBytes(folder, csdm(axis, values))).data,
+                     (std::vector<double>{1, 2, 30, 4}));
+    }
+
     void externalValues()
     {
         const QTemporaryDir folder;
@@ -501,6 +522,60 @@ private Q_SLOTS:
         row(nothing, quoted("\n{'spectra': [{'x': [1, 2, 3], 'y': [4, 5, 6]}]}"));
         row(nothing, "<?xml version='1.0'?>\n<nmrML>\n1 2\n3 4\n</nmrML>\n");
         row(foreign("ssNake"), quoted("{'dataReal': [1, 2], 'freq': [1]}"));
+        row(", line 1: four columns without names were expected to be number, intensity, Hz and ppm; a header line "
+            "such as \"ppm,intensity\" tells what they are",
+            "1 2 3 4.5\n2 3 4 5.5\n3 4 5 7.5\n");
+        row(", line 2: a single column of numbers without a name: intensities have no axis here; if these are "
+            "positions of peaks, say so in a header line \"ppm\"",
+            "\n" + QByteArray("1.5\n").repeated(257));
+        for (const QByteArray count : {"0", "1.5", "100001"})
+            row(", line 3: expected a count of sites from 1 on, found " + count,
+                "ppm,count\n8,100000\n9," + count + "\n");
+        const auto grid = [](int rows, int columns, int wrong, int left) {
+            QByteArray text = "ppm_f2,ppm_f1,intensity\n";
+            for (int i = 0; i < rows * columns - left; ++i)
+                text += QByteArray::number(9 - i % columns + (i == wrong ? 0.125 : 0)) + ','
+                    + QByteArray::number(50 - i / columns) + ",1\n";
+            return text;
+        };
+        row(", line 22: expected rows of 8 points with the same positions", grid(5, 8, 20, 0));
+        row(": 39 points do not make two or more rows of 8 points", grid(5, 8, -1, 1));
+        row(", line 34: expected rows of 11 points with the same positions",
+            grid(4, 11, -1, 0).replace("-1,48,1\n", ""));
+        const QByteArray region = "# LEFT = 9 ppm. RIGHT = 8.5 ppm.\n# SIZE = 2\n1\n";
+        row(", line 5: there are more points than the 2 announced", region + "2\n3\n");
+        row(", line 4: expected one intensity, found \"1 2\"", region + "1 2\n");
+        row(": 1 × 1 points cannot be", QByteArray(region).replace("= 2", "= 1"));
+        QByteArray uneven = "ppm,intensity\n";
+        for (int i = 0; i < 2001; ++i)
+            uneven += QByteArray::number(i * i) + ",1\n";
+        row(", line 2: the points are not evenly spaced: 0 follows 0 where the step is 2001", uneven);
+        const auto number = [](const char *from, const char *to) {
+            return csdm(QByteArray(hertzAxis).replace(from, to), eightNumbers);
+        };
+        const auto values = [](const char *from, const char *to) {
+            return csdm(hertzAxis, QByteArray(eightNumbers).replace(from, to));
+        };
+        row(": expected one or two dimensions, found 0", csdm({}, eightNumbers));
+        row(": expected one or two dimensions, found 3",
+            csdm(hertzAxis + ',' + hertzAxis + ',' + hertzAxis, eightNumbers));
+        row(": there are no dependent variables", csdm(hertzAxis, eightNumbers).replace("dependent", "independent"));
+        row(": a dimension of 1 points is none of a spectrum", number("8", "1"));
+        row(": a dimension of 2.5 points is none of a spectrum", number("8", "2.5"));
+        row(": expected a linear or a monotonic dimension, found \"labeled\"", number("linear", "labeled"));
+        row(": increment and coordinates_offset differ in their units", number("-0.4 kHz", "3 ppm"));
+        row(": increment: expected a number with its unit, found \"1-2 Hz\"", number("100 Hz", "1-2 Hz"));
+        row(": numeric_type \"float16\" is not known", values("float64", "float16"));
+        row(": encoding \"raw\" was found, base64, raw or none was expected", values("none", "raw"));
+        row(": the values are no base64 text",
+            values("none", "base64").replace("[[1, 2, 3, 4, 5, 6, 70, 8]]", "[\"%%\"]"));
+        row(": the values have 2 bytes, the dimensions make 64",
+            values("none", "base64").replace("[[1, 2, 3, 4, 5, 6, 70, 8]]", "[\"AAA=\"]"));
+        row(": value 6 is no number", values("70", "null"));
+        row(": byte 10: object is missing after a comma", quoted("{'csdm': }"));
+        row(": the dimension is in Hz and has no origin_offset: the frequency of 0 ppm in MHz is needed to make ppm of "
+            "it and must be given",
+            number("origin_offset", "other"));
     }
     /// Data of other software, known by their names and their files, and what to do with them.
     void foreignData()
