@@ -345,7 +345,7 @@ private Q_SLOTS:
     void overlap()
     {
         Random random(11);
-        for (int trial = 0; trial < 400; ++trial) {
+        for (int trial = 0; trial < 150; ++trial) {
             const int m = 1 + random.below(5), n = m + random.below(8 - m);
             const auto sites = sitesOf(uniform(random, n, 0, 60));
             const auto lines = linesOf(uniform(random, m, 100, 160));
