@@ -184,6 +184,8 @@ private Q_SLOTS:
         row("number, intensity, Hz, ppm", columns("nyhx"), "number, intensity, Hz and ppm");
         row("the same with names", columns("nyhx", "Point Intensity Hz ppm\n"), "not used: \"Hz\"");
         row("names in another order", columns("yx", "intensity ppm\n"));
+        row("a fit beside the measurement", columns("xyi", "ppm,exp,calc\n").replace(',', ' '),
+            "Column \"exp\" was taken");
         row("a column of numbers without a name", columns("nxy", ",ppm,glycine\n"), "Column \"glycine\" was taken");
         row("Hz", table({",", '.', "", "\n", 100.0}, "Frequency (Hz),Intensity\n"), "divided by 100 MHz",
             withFrequency(100));
@@ -331,6 +333,12 @@ private Q_SLOTS:
             "ppm\nC1\t170.2\t1.2\t169.1\nC2\t20.4\t152.1\t19.8\n",
             1, {{170.2, 0, 1, u"C1"_s}, {20.4, 0, 1, u"C2"_s}},
             "not used: \"σiso (calc) / ppm\", \"δiso (calc) / ppm\"");
+        row("site,exp,GIPAW\nC1,170.2,171.1\nC2,20.4,19.8\n", 1, {{170.2, 0, 1, u"C1"_s}, {20.4, 0, 1, u"C2"_s}},
+            "\"GIPAW\"");
+        row("Site δ11/ppm δ22/ppm δ33/ppm δiso/ppm\nC1 250 180 80 170\nC2 230 130 40 133.5\n", 1,
+            {{170, 0, 1, u"C1"_s}, {133.5, 0, 1, u"C2"_s}}, "not used: \"δ11/ppm\", \"δ22/ppm\", \"δ33/ppm\"");
+        row("1H NMR (500 MHz, CHLOROFORM-d) δ ppm 3.10 (d, J(HF)=3.5 Hz, 3 H) 7.26 (s, 1 H)", 1,
+            {{3.1, 0, 1, {}, 3}, {7.26, 0, 1, {}, 1}});
         row("Atom\tδcalc (ppm)\nC1\t169.1\nC2\t19.8\n", 1, {{169.1, 0, 1, u"C1"_s}, {19.8, 0, 1, u"C2"_s}});
         row("Site δiso (ppm) ΔCSA (ppm) CQ/MHz η I (%)\nAl1 -10.5 20.1 5.1 0.3 55\nAl2 12.5 15.2 2.2 0.8 45\n", 1,
             {{-10.5, 0, 55, u"Al1"_s}, {12.5, 0, 45, u"Al2"_s}}, "not used: \"ΔCSA (ppm)\", \"CQ/MHz\", \"η\"");

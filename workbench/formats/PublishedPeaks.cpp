@@ -135,6 +135,9 @@ std::optional<MeasuredPeaks> parse(const std::vector<TextLine> &lines, const QSt
             text += u' ' + plain;
         }
     }
+    // "7.26 (s, 1 H) 3.10 (s, 3 H)" has no mark between the shifts.
+    static const QRegularExpression unmarked(QStringLiteral("(?<=[)\\]])[ ]+(?=[-+]?\\d+\\.\\d)"));
+    text.replace(unmarked, QStringLiteral(", "));
     static const QRegularExpression fullStop(QStringLiteral("\\.(?= |$)")), conjunction(QStringLiteral("[ ]+and[ ]+"));
     const qsizetype end = text.indexOf(fullStop);
     const QString rest = end < 0 ? QString() : text.mid(end + 1).trimmed();

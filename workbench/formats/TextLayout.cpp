@@ -260,6 +260,15 @@ bool isCalculated(const QString &name)
     });
 }
 
+/// "exp", which beside ppm is an intensity and beside "calc" a shift.
+bool isMeasured(const QString &name)
+{
+    const QStringList words = wordsOf(name);
+    return std::any_of(words.begin(), words.end(), [](const QString &word) {
+        return word.startsWith(u"exp") || word == u"measured" || word == u"observed" || word == u"obs";
+    });
+}
+
 /// What the name of a column says: "Chemical Shift (ppm)", "δ(1H)", "Hz", "Intensity", "ppm_f1".
 Meaning meaningOf(const QString &name)
 {
@@ -270,12 +279,15 @@ Meaning meaningOf(const QString &name)
     };
     if (has({"width", "fwhm",     "linewidth", "error", "sigma", "integral",   "integrals", "area",
              "phase", "coupling", "volume",    "cq",    "pq",    "η",          "ηq",        "eta",
-             "csa",   "δcsa",     "δσ",        "span",  "skew",  "anisotropy", "asymmetry"}))
+             "csa",   "δcsa",     "δσ",        "span",  "skew",  "anisotropy", "asymmetry", "δ11",
+             "δ22",   "δ33",      "δ₁₁",       "δ₂₂",   "δ₃₃",   "δxx",        "δyy",       "δzz"})
+        || (has({"δ", "delta"}) && has({"11", "22", "33", "xx", "yy", "zz"})))
         return {Role::Ignored, Unit::Unknown, true};
-    const Unit unit = has({"khz"})                                                      ? Unit::Kilohertz
-        : has({"hz", "hertz"})                                                          ? Unit::Hertz
-        : has({"ppm", "shift", "shifts", "δ", "delta", "position", "positions", "pos"}) ? Unit::Ppm
-                                                                                        : Unit::Unknown;
+    const Unit unit = has({"khz"}) ? Unit::Kilohertz
+        : has({"hz", "hertz"})     ? Unit::Hertz
+        : has({"ppm", "shift", "shifts", "δ", "δiso", "δexp", "δobs", "δcalc", "delta", "position", "positions", "pos"})
+        ? Unit::Ppm
+        : Unit::Unknown;
     const bool isShielding =
         std::any_of(words.begin(), words.end(), [](const QString &word) { return word.startsWith(u'σ'); });
     if (isShielding || has({"shielding", "shieldings"}))
@@ -574,15 +586,31 @@ void sortOutPositions(TextLayout &layout)
     }
 }
 
+/// "site, exp, calc"
+bool takeMeasured(TextLayout &layout)
+{
+    const auto of = [&](auto says) {
+        return std::find_if(layout.columns.begin(), layout.columns.end(),
+                            [&](const auto &column) { return column.numeric && says(column.name); });
+    };
+    const auto measured = of(isMeasured), calculated = of(isCalculated);
+    if (measured == layout.columns.end() || calculated == layout.columns.end())
+        return false;
+    measured->role = calculated->role = Role::Position;
+    return true;
+}
+
 /// A header may name the position alone, or the intensity by a name of its own ("I", "sample 3").
 void findIntensity(TextLayout &layout)
 {
     if (layout.columnOf(Role::Intensity) >= 0 || layout.columnOf(Role::Imaginary) >= 0)
         return;
-    const auto mayBe = [](const auto &column) {
-        return column.numeric && column.role == Role::Ignored && !meaningOf(column.name).known;
-    };
     auto &columns = layout.columns;
+    const bool areShifts = isMeasured(columns[size_t(layout.columnOf(Role::Position))].name);
+    const auto mayBe = [&](const auto &column) {
+        return column.numeric && column.role == Role::Ignored && !meaningOf(column.name).known
+            && !(areShifts && isCalculated(column.name));
+    };
     // The column without a name counts the rows.
     auto found =
         std::find_if(columns.begin(), columns.end(), [&](const auto &c) { return mayBe(c) && !c.name.isEmpty(); });
@@ -862,7 +890,8 @@ TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, cons
         ++passedOver;
     }
     nameColumns(layout, headers, values);
-    if (layout.columnOf(Role::Position) < 0 && layout.columnOf(Role::PositionF1) < 0) {
+    const bool named = layout.columnOf(Role::Position) >= 0 || layout.columnOf(Role::PositionF1) >= 0;
+    if (!named && !takeMeasured(layout)) {
         for (TextLayout::Column &column : layout.columns)
             column.role = column.numeric ? Role::Ignored : Role::Label;
         RoleGuess(layout, values, source, options).guess();
