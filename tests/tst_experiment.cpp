@@ -231,6 +231,65 @@ private Q_SLOTS:
         }
     }
 
+    void filesThatAreExperiments()
+    {
+        const QTemporaryDir folder;
+        for (const auto &[name, is] :
+             {std::pair("a.JDX", true), std::pair("x/1r", true), std::pair("peaklist.xml", true),
+              std::pair("a.csdfe", true), std::pair("a.json", false), std::pair("a.magres", false),
+              std::pair("2r", false), std::pair("csv", false)})
+            QCOMPARE(ExperimentFile::isExperiment(QLatin1String(name)), is);
+        QVERIFY(ExperimentFile::isExperiment(folder.path()));
+        QCOMPARE(
+            ExperimentFile::nameFilters(),
+            QStringList{
+                u"Spectra and peak lists (1r 2rr procs proc2s *.jdx *.dx *.jcamp *.jcm *.csdf *.csdfe *.spe peaklist.xml *.csv *.txt *.tsv *.asc *.dat)"_s});
+    }
+
+    /// The file's own frequency goes before that of the simulated spectrum, which stands in where the file is silent.
+    void frequenciesOfHertz()
+    {
+        const QTemporaryDir directory;
+        QByteArray text = "Hz,intensity\n";
+        for (int i = 0; i < 40; ++i)
+            text += QByteArray::number(8000 - 100 * i) + (i == 13 ? ",90\n" : i % 2 ? ",1\n" : ",0\n");
+        const auto axis = [&](const QByteArray &above, const std::vector<double> &frequencies) {
+            const QString path = written(directory, u"hz.csv"_s, above + text);
+            return Spectrum::fromMap(Experiment(path, {u"13C"_s}, frequencies).beside({})).axes[0];
+        };
+        QVERIFY(std::abs(axis({}, {50}).first - 160) < 1e-9);
+        QVERIFY(std::abs(axis("# 40 MHz\n", {50}).first - 200) < 1e-9);
+        QCOMPARE(axis("# 40 MHz\n", {50}).frequency, 40.0);
+        for (const std::vector<double> &none : {std::vector<double>{}, {0.0}})
+            QVERIFY(failure([&] { axis({}, none); }).contains("frequency of 0 ppm in MHz is needed"));
+    }
+
+    /// Peaks of several sites stand there as often; notes say how they came about.
+    void peaksOfLists()
+    {
+        const QTemporaryDir directory;
+        const QString list = written(directory, u"l.csv"_s, "ppm,height,count\n150,2,3\n20,5,1\n"),
+                      points = written(directory, u"p.csv"_s, pointsText(true));
+        const Experiment experiment(list, {u"13C"_s});
+        QCOMPARE(positions(experiment.beside({})), (QList<double>{20, 150, 150, 150}));
+        QCOMPARE(experiment.notes(), (QStringList{u"Read as a list of 2 peaks."_s}));
+        QCOMPARE(ExperimentFile::peaks(list, {u"13C"_s}).peaks[0].count, 3);
+        const MeasuredPeaks picked = ExperimentFile::peaks(points, {u"13C"_s});
+        QCOMPARE(picked.nuclei[0], u"13C"_s);
+        QCOMPARE(picked.dimensions, 1);
+        QCOMPARE(picked.title, u"p"_s);
+        QCOMPARE(picked.notes.join(u' '),
+                 u"Read as a spectrum: 4000 evenly spaced positions. 2 peaks were picked from the spectrum."_s);
+        QVERIFY(std::abs(picked.peaks[0].f2 - 150.25) < 0.05 && std::abs(picked.peaks[0].height / 10 - 1) < 0.1);
+        // Two simulated sites at one shift and one at the other.
+        QList<SpectrumPeak> sites(3);
+        sites[0].f2 = sites[2].f2 = 30;
+        sites[1].f2 = 60;
+        QCOMPARE(positions(Experiment(points, {u"13C"_s}).beside(sites)).size(), 3);
+        QCOMPARE(failure([&] { ExperimentFile::peaks(written(directory, u"h.csv"_s, "1H ppm\n5\n"), {u"13C"_s}); }),
+                 QByteArray("h.csv is a spectrum of 1H, the plot shows one of 13C"));
+    }
+
     void spectraThatDoNotFitAreRefused()
     {
         const QString samples = QStringLiteral(SAMPLES);

@@ -158,7 +158,8 @@ bool FileLines::fill()
     m_block = block;
     m_at = m_block.constData();
     m_end = m_at + m_block.size();
-    return !atEnd;
+    // At the end a carriage return may have become that of a last line.
+    return !atEnd || m_block.endsWith('\n');
 }
 
 } // namespace ReaderText

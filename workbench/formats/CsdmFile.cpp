@@ -249,7 +249,9 @@ std::vector<double> values(const QJsonObject &variable, qint64 total, const QStr
         return fromNumbers(component.toArray(), type, total, source);
     if (encoding != u"base64")
         fail(source, Texts::tr("encoding \"%1\" was found, base64, raw or none was expected").arg(encoding));
-    const auto bytes = QByteArray::fromBase64Encoding(component.toString().toLatin1());
+    // Lines in it are allowed, anything else that is not of the alphabet would shift what follows.
+    const auto bytes = QByteArray::fromBase64Encoding(component.toString().remove(u'\n').remove(u'\r').toLatin1(),
+                                                      QByteArray::AbortOnBase64DecodingErrors);
     if (!bytes)
         fail(source, Texts::tr("the values are no base64 text"));
     return fromBytes(*bytes, type, total, 1, source);

@@ -50,6 +50,8 @@ const Mark marks[] = {
              || name.endsWith(u".pt1") || name.endsWith(u".pt2");
      }},
     {"MestReNova (.mnova)", [](const QString &name, const QByteArray &) { return name.endsWith(u".mnova"); }},
+    {"NMRium", [](const QString &name, const QByteArray &) { return name.endsWith(u".nmrium"); }},
+    {"NMReDATA", [](const QString &, const QByteArray &start) { return start.contains("<NMREDATA_"); }},
     {"Tecmag (.tnt)", [](const QString &, const QByteArray &start) { return start.startsWith("TNT1."); }},
     {"a spreadsheet",
      [](const QString &name, const QByteArray &start) {

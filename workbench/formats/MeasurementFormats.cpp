@@ -17,6 +17,16 @@ namespace Workbench {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// JSON and XML that none of the formats is: no table, whatever numbers stand in it.
+bool isMarkup(const QByteArray &start)
+{
+    return start.startsWith('{') || start.startsWith("<?xml") || start.startsWith("<!");
+}
+
+} // namespace
+
 const std::vector<MeasurementFormat> &measurementFormats()
 {
     using Path = const QString &;
@@ -70,7 +80,7 @@ const std::vector<MeasurementFormat> &measurementFormats()
          {u"csv"_s, u"txt"_s, u"tsv"_s, u"asc"_s, u"dat"_s},
          u"text/csv"_s,
          {},
-         [](Path, Start start) { return !start.contains('\0'); },
+         [](Path, Start start) { return !start.contains('\0') && !isMarkup(start.trimmed()); },
          [](Path path, Options options) { return TextReader::read(path, options); },
          SpectrumExport::writeCsv,
          Texts::tr("data points")},

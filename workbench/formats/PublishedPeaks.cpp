@@ -101,16 +101,16 @@ void annotate(MeasuredPeak &peak, const QString &text)
 /// The shift in ppm; a range of a multiplet has its middle.
 std::optional<MeasuredPeak> peakOf(const QString &entry, bool &isRange)
 {
-    static const QRegularExpression pattern(
-        QStringLiteral("^(?:and[ ]+)?(?<from>[-+]?\\d+(?:\\.\\d+)?)(?:[ ]*(?:-|to)[ ]*(?<to>\\d+\\.\\d+))?[ ]*(?:ppm)?"
-                       "(?:[ ]*[(\\[](?<text>.*)[)\\]])?[ ]*(?:ppm)?$"));
+    static const QRegularExpression pattern(QStringLiteral(
+        "^(?:and[ ]+)?(?<from>[-+]?\\d+(?:\\.\\d+)?)(?:[ ]*(?:-|to)[ ]*(?<to>-?\\d+\\.\\d+))?[ ]*(?:ppm)?"
+        "(?:[ ]*[(\\[](?<text>.*)[)\\]])?[ ]*(?:ppm)?$"));
     const QRegularExpressionMatch match = pattern.match(entry);
     if (!match.hasMatch())
         return {};
     MeasuredPeak peak;
     peak.f2 = match.captured(u"from").toDouble();
     if (match.hasCaptured(u"to")) {
-        peak.f2 = 0.5 * (peak.f2 + match.captured(u"to").toDouble());
+        peak.f2 = rangeMiddle(peak.f2, match.captured(u"to").toDouble());
         isRange = true;
     }
     annotate(peak, match.captured(u"text"));
@@ -135,6 +135,9 @@ std::optional<MeasuredPeaks> parse(const std::vector<TextLine> &lines, const QSt
             text += u' ' + plain;
         }
     }
+    // "7.26 (s, 1 H) 3.10 (s, 3 H)" has no mark between the shifts.
+    static const QRegularExpression unmarked(QStringLiteral("(?<=[)\\]])[ ]+(?=[-+]?\\d+\\.\\d)"));
+    text.replace(unmarked, QStringLiteral(", "));
     static const QRegularExpression fullStop(QStringLiteral("\\.(?= |$)")), conjunction(QStringLiteral("[ ]+and[ ]+"));
     const qsizetype end = text.indexOf(fullStop);
     const QString rest = end < 0 ? QString() : text.mid(end + 1).trimmed();

@@ -74,7 +74,9 @@ bool isPlusMinus(std::string_view field)
 std::string_view withoutError(std::string_view field)
 {
     for (std::string_view sign : {plusMinus, std::string_view("+/-")}) {
-        if (const size_t at = field.find(sign); at != std::string_view::npos && at > 0)
+        // With more than the error behind it the sign stands within a whole row.
+        if (const size_t at = field.find(sign); at != std::string_view::npos && at > 0
+            && trimmed(field.substr(at + sign.size())).find_first_of(" \t") == std::string_view::npos)
             return trimmed(field.substr(0, at));
     }
     const size_t bracket = field.find('(');
@@ -242,22 +244,57 @@ struct Meaning {
     bool known = false;
 };
 
+QStringList wordsOf(const QString &name)
+{
+    static const QRegularExpression notLetters(QStringLiteral("[^\\p{L}\\p{N}#]+"));
+    return name.toLower().split(notLetters, Qt::SkipEmptyParts);
+}
+
+/// Shifts of a calculation, which publications put beside the measured ones.
+bool isCalculated(const QString &name)
+{
+    const QStringList words = wordsOf(name);
+    return std::any_of(words.begin(), words.end(), [](const QString &word) {
+        return word.endsWith(u"calc") || word.startsWith(u"calculat") || word == u"computed" || word == u"predicted"
+            || word == u"gipaw" || word == u"dft";
+    });
+}
+
+/// "exp", which beside ppm is an intensity and beside "calc" a shift.
+bool isMeasured(const QString &name)
+{
+    const QStringList words = wordsOf(name);
+    return std::any_of(words.begin(), words.end(), [](const QString &word) {
+        return word.startsWith(u"exp") || word == u"measured" || word == u"observed" || word == u"obs";
+    });
+}
+
 /// What the name of a column says: "Chemical Shift (ppm)", "δ(1H)", "Hz", "Intensity", "ppm_f1".
 Meaning meaningOf(const QString &name)
 {
-    static const QRegularExpression notLetters(QStringLiteral("[^\\p{L}\\p{N}#]+"));
-    const QStringList words = name.toLower().split(notLetters, Qt::SkipEmptyParts);
+    const QStringList words = wordsOf(name);
     const auto has = [&](std::initializer_list<const char *> any) {
         return std::any_of(any.begin(), any.end(),
                            [&](const char *word) { return words.contains(QString::fromUtf8(word)); });
     };
-    if (has({"width", "fwhm", "linewidth", "error", "sigma", "integral", "integrals", "area", "phase", "coupling",
-             "volume"}))
+    if (has({"width", "fwhm",     "linewidth", "error", "sigma", "integral",   "integrals", "area",
+             "phase", "coupling", "volume",    "cq",    "pq",    "η",          "ηq",        "eta",
+             "csa",   "δcsa",     "δσ",        "span",  "skew",  "anisotropy", "asymmetry", "δ11",
+             "δ22",   "δ33",      "δ₁₁",       "δ₂₂",   "δ₃₃",   "δxx",        "δyy",       "δzz"})
+        || (has({"δ", "delta"}) && has({"11", "22", "33", "xx", "yy", "zz"})))
         return {Role::Ignored, Unit::Unknown, true};
-    const Unit unit = has({"khz"})                                                      ? Unit::Kilohertz
-        : has({"hz", "hertz"})                                                          ? Unit::Hertz
-        : has({"ppm", "shift", "shifts", "δ", "delta", "position", "positions", "pos"}) ? Unit::Ppm
-                                                                                        : Unit::Unknown;
+    const Unit unit = has({"khz"}) ? Unit::Kilohertz
+        : has({"hz", "hertz"})     ? Unit::Hertz
+        : has({"ppm", "shift", "shifts", "δ", "δiso", "δexp", "δobs", "δcalc", "delta", "position", "positions", "pos"})
+        ? Unit::Ppm
+        : Unit::Unknown;
+    const bool isShielding =
+        std::any_of(words.begin(), words.end(), [](const QString &word) { return word.startsWith(u'σ'); });
+    if (isShielding || has({"shielding", "shieldings"}))
+        return {Role::Ignored, unit, true};
+    // "Index (F1)" counts points along an axis.
+    if (has({"index", "address"}))
+        return {Role::Number, unit, true};
     if (unit != Unit::Unknown || has({"x", "f1", "f2", "w1", "w2", "frequency"}))
         return {has({"f1", "w1"}) ? Role::PositionF1 : Role::Position, unit, true};
     if (has({"imag", "imaginary", "im"}))
@@ -269,7 +306,7 @@ Meaning meaningOf(const QString &name)
         return {Role::Count, unit, true};
     if (has({"label", "labels", "name", "assignment", "assign", "atom", "atoms", "site", "comment", "annotation"}))
         return {Role::Label, unit, true};
-    if (has({"number", "no", "nr", "#", "index", "point", "peak", "id"}))
+    if (has({"number", "no", "nr", "#", "point", "peak", "id"}))
         return {Role::Number, unit, true};
     return {};
 }
@@ -295,34 +332,54 @@ bool counts(const std::vector<double> &values)
     return true;
 }
 
+/// The names in a line above the table; none where it is not split into as many as there are columns.
+QStringList namesIn(const QString &header, const TextLayout &layout, bool firstCounts)
+{
+    const qsizetype count = qsizetype(layout.columns.size());
+    QStringList names;
+    const auto fit = [&] {
+        // The column that counts the rows may go without a name, or its "#" pass for the mark of a comment.
+        if (names.size() + 1 == count && count > 2 && firstCounts)
+            names.prepend(QStringLiteral("#"));
+        return names.size() == count;
+    };
+    const std::string text = header.toStdString();
+    Fields fields;
+    for (char separator : {layout.separator, ',', '\t', ';', ' '}) {
+        TextLayout other;
+        other.separator = separator;
+        other.split(text, fields);
+        names.clear();
+        for (std::string_view field : fields)
+            names.append(ReaderText::decoded(field));
+        if (fit())
+            return names;
+    }
+    // Names of several words have two blanks between them; or the second word is a unit in brackets.
+    static const QRegularExpression wide(QStringLiteral("\\s{2,}")), beforeNames(QStringLiteral("\\s+(?![(\\[])"));
+    for (const QRegularExpression &between : {wide, beforeNames}) {
+        names = header.trimmed().split(between);
+        if (fit())
+            return names;
+    }
+    return {};
+}
+
 /// Names from the lines above the table, the nearest last; several lines may make one name each.
 void nameColumns(TextLayout &layout, const std::vector<QString> &headers,
                  const std::vector<std::vector<double>> &values)
 {
-    const size_t count = layout.columns.size();
+    const bool firstCounts = counts(values.front());
     for (auto header = headers.rbegin(); header != headers.rend() && header - headers.rbegin() < 4; ++header) {
-        Fields fields;
-        const std::string text = header->toStdString();
-        for (char separator : {layout.separator, ',', '\t', ';', ' '}) {
-            TextLayout other;
-            other.separator = separator;
-            other.split(text, fields);
-            // The column that counts the rows may go without a name, or its "#" pass for the mark of a comment.
-            if (fields.size() + 1 == count && count > 2 && counts(values.front()))
-                fields.insert(fields.begin(), "#");
-            if (fields.size() == count)
-                break;
-        }
-        if (fields.size() != count)
+        // Settings, one beside the other.
+        if (header->count(u'=') > 1)
             continue;
-        std::vector<Meaning> meanings;
-        for (std::string_view field : fields)
-            meanings.push_back(meaningOf(ReaderText::decoded(field)));
-        if (std::none_of(meanings.begin(), meanings.end(), [](const Meaning &meaning) { return meaning.known; }))
+        const QStringList names = namesIn(*header, layout, firstCounts);
+        if (std::none_of(names.begin(), names.end(), [](const QString &name) { return meaningOf(name).known; }))
             continue;
-        for (size_t i = 0; i < count; ++i) {
+        for (size_t i = 0; i < layout.columns.size(); ++i) {
             TextLayout::Column &column = layout.columns[i];
-            const QString name = ReaderText::decoded(fields[i]);
+            const QString &name = names[qsizetype(i)];
             column.name = column.name.isEmpty() ? name : name + u' ' + column.name;
         }
     }
@@ -391,6 +448,10 @@ public:
             return guessThree();
         case 4:
             return guessFour();
+        case 5:
+            if (counts(values(0)) && commonRatio(values(2), values(3)) > 1.0)
+                return guessFive();
+            [[fallthrough]];
         default:
             fail(m_source, m_layout.firstLine,
                  Texts::tr("%1 columns of numbers need a header line that names them, such as \"ppm,intensity\"")
@@ -472,6 +533,16 @@ private:
         m_layout.columns[size_t(m_numeric[3])].unit = Unit::Ppm;
     }
 
+    /// As TopSpin prints its peaks.
+    void guessFive()
+    {
+        m_layout.notes.append(
+            Texts::tr("The five columns were taken as number, point, Hz, ppm and height of the peaks."));
+        take({Role::Number, Role::Ignored, Role::Ignored, Role::Position, Role::Intensity});
+        m_layout.columns[size_t(m_numeric[2])].unit = Unit::Hertz;
+        m_layout.columns[size_t(m_numeric[3])].unit = Unit::Ppm;
+    }
+
     TextLayout &m_layout;
     const std::vector<std::vector<double>> &m_values;
     const QString &m_source;
@@ -479,28 +550,54 @@ private:
     std::vector<int> m_numeric;
 };
 
-/// Of several columns with positions the one in ppm counts, a second one of the kind is F1.
+/// Of several columns with positions along an axis the one in ppm counts, and a measured one before a calculated one; a
+/// second one of the kind is F1.
 void sortOutPositions(TextLayout &layout)
 {
-    std::vector<TextLayout::Column *> positions;
-    for (TextLayout::Column &column : layout.columns) {
-        if (column.role == Role::Position)
-            positions.push_back(&column);
-    }
-    const bool hasPpm =
-        std::any_of(positions.begin(), positions.end(), [](const auto *column) { return column->unit == Unit::Ppm; });
-    bool taken = false, takenF1 = layout.columnOf(Role::PositionF1) >= 0;
-    for (TextLayout::Column *column : positions) {
-        if (hasPpm && column->unit != Unit::Ppm)
-            column->role = Role::Ignored;
-        else if (!std::exchange(taken, true))
-            continue;
-        else
-            column->role = std::exchange(takenF1, true) ? Role::Ignored : Role::PositionF1;
+    using Columns = std::vector<TextLayout::Column *>;
+    const auto along = [&](Role role) {
+        Columns found;
+        for (TextLayout::Column &column : layout.columns) {
+            if (column.role == role)
+                found.push_back(&column);
+        }
+        const auto keep = [&](auto isBetter) {
+            if (std::none_of(found.begin(), found.end(), isBetter))
+                return;
+            const auto others = std::stable_partition(found.begin(), found.end(), isBetter);
+            std::for_each(others, found.end(), [](auto *column) { column->role = Role::Ignored; });
+            found.erase(others, found.end());
+        };
+        keep([](const auto *column) { return !isCalculated(column->name); });
+        keep([](const auto *column) { return column->unit == Unit::Ppm; });
+        return found;
+    };
+    Columns f2 = along(Role::Position), f1 = along(Role::PositionF1);
+    if (f1.empty() && f2.size() > 1) {
+        f2[1]->role = Role::PositionF1;
+        f2.erase(f2.begin() + 1);
     }
     // A lone F1 is the only axis.
-    if (!taken && takenF1)
-        layout.columns[size_t(layout.columnOf(Role::PositionF1))].role = Role::Position;
+    if (f2.empty() && !f1.empty())
+        f1.front()->role = Role::Position;
+    for (const Columns &columns : {f2, f1}) {
+        for (size_t i = 1; i < columns.size(); ++i)
+            columns[i]->role = Role::Ignored;
+    }
+}
+
+/// "site, exp, calc"
+bool takeMeasured(TextLayout &layout)
+{
+    const auto of = [&](auto says) {
+        return std::find_if(layout.columns.begin(), layout.columns.end(),
+                            [&](const auto &column) { return column.numeric && says(column.name); });
+    };
+    const auto measured = of(isMeasured), calculated = of(isCalculated);
+    if (measured == layout.columns.end() || calculated == layout.columns.end())
+        return false;
+    measured->role = calculated->role = Role::Position;
+    return true;
 }
 
 /// A header may name the position alone, or the intensity by a name of its own ("I", "sample 3").
@@ -508,10 +605,18 @@ void findIntensity(TextLayout &layout)
 {
     if (layout.columnOf(Role::Intensity) >= 0 || layout.columnOf(Role::Imaginary) >= 0)
         return;
-    const auto found = std::find_if(layout.columns.begin(), layout.columns.end(), [](const auto &column) {
-        return column.numeric && column.role == Role::Ignored && !meaningOf(column.name).known;
-    });
-    if (found == layout.columns.end())
+    auto &columns = layout.columns;
+    const bool areShifts = isMeasured(columns[size_t(layout.columnOf(Role::Position))].name);
+    const auto mayBe = [&](const auto &column) {
+        return column.numeric && column.role == Role::Ignored && !meaningOf(column.name).known
+            && !(areShifts && isCalculated(column.name));
+    };
+    // The column without a name counts the rows.
+    auto found =
+        std::find_if(columns.begin(), columns.end(), [&](const auto &c) { return mayBe(c) && !c.name.isEmpty(); });
+    if (found == columns.end())
+        found = std::find_if(columns.begin(), columns.end(), mayBe);
+    if (found == columns.end())
         return;
     found->role = Role::Intensity;
     layout.notes.append(Texts::tr("Column \"%1\" was taken as the intensity.").arg(found->name.simplified()));
@@ -605,6 +710,13 @@ void noteIgnored(TextLayout &layout)
 
 } // namespace
 
+double rangeMiddle(double from, double to)
+{
+    // Multiplets are narrow.
+    const bool isNegative = from < 0 && to > 0 && std::abs(from + to) < -0.1 * from;
+    return 0.5 * (from + (isNegative ? -to : to));
+}
+
 bool looksEven(const std::vector<double> &positions)
 {
     if (positions.size() < 3)
@@ -682,7 +794,7 @@ std::optional<double> TextLayout::number(std::string_view field) const
     if (const size_t dash = rangeDash(text); dash != std::string::npos) {
         const auto from = NumberText::parse<double>(trimmed(std::string_view(text).substr(0, dash)));
         const auto to = NumberText::parse<double>(trimmed(std::string_view(text).substr(dash + 1)));
-        return from && to ? std::optional(0.5 * (*from + *to)) : std::nullopt;
+        return from && to ? std::optional(rangeMiddle(*from, *to)) : std::nullopt;
     }
     // Fortran's.
     const size_t exponent = text.find_first_of("dD");
@@ -778,7 +890,8 @@ TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, cons
         ++passedOver;
     }
     nameColumns(layout, headers, values);
-    if (layout.columnOf(Role::Position) < 0 && layout.columnOf(Role::PositionF1) < 0) {
+    const bool named = layout.columnOf(Role::Position) >= 0 || layout.columnOf(Role::PositionF1) >= 0;
+    if (!named && !takeMeasured(layout)) {
         for (TextLayout::Column &column : layout.columns)
             column.role = column.numeric ? Role::Ignored : Role::Label;
         RoleGuess(layout, values, source, options).guess();

@@ -57,6 +57,9 @@ struct TextLine {
 TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, const QString &source,
                         const ReadOptions &options);
 
+/// The middle of a range as it is printed: -110.2–111.0 has the sign of both in front.
+double rangeMiddle(double from, double to);
+
 /// Whether the positions lie evenly, but for the rounding of their texts.
 bool looksEven(const std::vector<double> &positions);
 

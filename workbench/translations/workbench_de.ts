@@ -2111,6 +2111,10 @@ Optionen:
         <source>%1: the %2 lines lie at %3 places, which were compared</source>
         <translation>%1: die %2 Linien liegen an %3 Stellen, die verglichen wurden</translation>
     </message>
+    <message>
+        <source>The five columns were taken as number, point, Hz, ppm and height of the peaks.</source>
+        <translation>Die fünf Spalten wurden als Nummer, Punkt, Hz, ppm und Höhe der Peaks genommen.</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::AgreementPlot</name>
