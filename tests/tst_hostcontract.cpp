@@ -258,56 +258,8 @@ private Q_SLOTS:
         items[0]->setVisible(true);
         scene.arrangeAll();
         QCOMPARE(places(items), all);
-        scene.setPlace(*items[4], {{50, 60, 170, 180}, {}});
-        QCOMPARE(places(items), all);
         scene.setLayout(MainScene::Layout::Pages);
-        scene.setWorkspaceSize({500, 500});
-        QCOMPARE(text(items[4]->geometry()), u"50,60 170×180"_s);
-        items[4]->setGeometry({51, 61, 171, 181});
-        scene.notePlacedByHand(*items[4]);
-        QCOMPARE(text(items[4]->place().page) + text(items[4]->place().workspace), u"51,61 171×181-"_s);
-    }
-
-    void itemsLeaveAndComeBack()
-    {
-        MainScene &scene = m_host->scene();
-        QSignalSpy changed(&scene, &MainScene::itemsChanged), current(&scene, &MainScene::currentItemsChanged);
-        const auto make = [&](double x, double y) {
-            return qobject_cast<NmrItem *>(scene.createNMRItem({x, y, 90, 80}, spectrumMap(1), false));
-        };
-        NmrItem *a = make(300, 40), *b = make(40, 500), *c = make(40, 40);
-        auto *table = qobject_cast<TableItem *>(scene.addCustomTableItem(new QObject, true));
-        QVERIFY(changed.size() == 4 && current.size() == 5);
-        QVERIFY(scene.activeItem() == table && table->isCurrent() && scene.currentNmrItem() == c);
-        scene.setActiveItem(b);
-        QVERIFY(b->isCurrent() && !table->isCurrent() && scene.currentNmrItem() == b);
-        const MainScene::CurrentItems before = scene.currentItems();
-        // The last one of its kind on the page takes over; nothing is active.
-        const ItemHold held(&scene, b->id());
-        scene.setOnPage(b, false);
-        QVERIFY(!scene.activeItem() && scene.currentNmrItem() == c && scene.currentTableItem() == table);
-        QVERIFY(scene.item(b->id()) == b && !scene.isOnPage(b));
-        changed.clear();
-        scene.setOnPage(b, false);
-        QVERIFY(changed.isEmpty());
-        scene.setCurrentItems(before); // of what is there
-        QVERIFY(!scene.activeItem() && !scene.currentNmrItem() && scene.currentTableItem() == table);
-        scene.setOnPage(b, true);
-        QCOMPARE(changed.size(), 1);
-        scene.setCurrentItems(before);
-        QVERIFY(scene.activeItem() == b && scene.currentNmrItem() == b);
-        QCOMPARE(scene.documentItems(), (QList<DocumentItem *>{a, b, c, table}));
-        QList<QGraphicsItem *> stacked =
-            scene.items(scene.sceneRect(), Qt::IntersectsItemBoundingRect, Qt::AscendingOrder);
-        stacked.removeIf([](QGraphicsItem *item) { return item->parentItem(); });
-        QCOMPARE(stacked, (QList<QGraphicsItem *>{a, b, c, table}));
-
-        for (int i = 0; i < 101; ++i)
-            scene.undoStack()->push(new QUndoCommand);
-        QCOMPARE(scene.undoStack()->count(), 100);
-        scene.removeAll();
-        QVERIFY(scene.documentItems().isEmpty() && scene.undoStack()->count() == 0 && !scene.item(before.active));
-        QCOMPARE(text(scene.emptyStructureRect()), u"38,38 287.1×340"_s);
+        QCOMPARE(text(items[1]->geometry()), u"38,612 717.7×360"_s);
     }
 
 private:
