@@ -41,6 +41,36 @@ void typeNumber(QDoubleSpinBox *box, double number)
         userFailed(QStringLiteral("%1 does not take %2").arg(box->objectName()).arg(number));
 }
 
+/// Null for what has no text of its own.
+QString screenText(const QWidget *widget)
+{
+    if (const auto *label = qobject_cast<const QLabel *>(widget))
+        return label->text();
+    if (const auto *box = qobject_cast<const QDoubleSpinBox *>(widget))
+        return QStringLiteral("[%1: %2 to %3]")
+            .arg(box->text())
+            .arg(box->minimum(), 0, 'f', box->decimals())
+            .arg(box->maximum(), 0, 'f', box->decimals());
+    if (const auto *box = qobject_cast<const QSpinBox *>(widget))
+        return QStringLiteral("[%1: %2 to %3]").arg(box->text()).arg(box->minimum()).arg(box->maximum());
+    if (const auto *box = qobject_cast<const QCheckBox *>(widget))
+        return (box->isChecked() ? QStringLiteral("[x] ") : QStringLiteral("[ ] ")) + box->text();
+    if (const auto *button = qobject_cast<const QPushButton *>(widget))
+        return QStringLiteral("<%1>").arg(button->text());
+    QStringList choices;
+    if (const auto *combo = qobject_cast<const QComboBox *>(widget)) {
+        for (int i = 0; i < std::min(combo->count(), 12); ++i)
+            choices.append(combo->itemText(i));
+        return QStringLiteral("[%1: %2]").arg(combo->currentText(), choices.join(QLatin1String(", ")));
+    }
+    if (const auto *list = qobject_cast<const QListWidget *>(widget)) {
+        for (int i = 0; i < list->count(); ++i)
+            choices.append((list->item(i)->checkState() ? QStringLiteral("[x] ") : QStringLiteral("[ ] "))
+                           + list->item(i)->text());
+    }
+    return choices.join(u'/');
+}
+
 QVariant valueOf(const QWidget *input)
 {
     if (const auto *combo = qobject_cast<const QComboBox *>(input))
@@ -80,6 +110,49 @@ Inputs shown(const QWidget *dialog, const Inputs &inputs)
     for (const auto &[name, ignored] : inputs)
         values.append({name, valueOf(part<QWidget>(dialog, name))});
     return values;
+}
+
+QStringList linesOf(const QWidget *window)
+{
+    QList<std::pair<QRect, QString>> parts;
+    for (const QWidget *widget : window->findChildren<QWidget *>()) {
+        const QString text = widget->isVisible() ? screenText(widget) : QString();
+        if (!text.isEmpty())
+            parts.append({QRect(widget->mapTo(window, QPoint()), widget->size()),
+                          widget->isEnabled() ? text : u'(' + text + u')'});
+    }
+    std::stable_sort(parts.begin(), parts.end(),
+                     [](const auto &a, const auto &b) { return a.first.center().y() < b.first.center().y(); });
+    QList<QMap<int, QString>> lines; // by their left edges
+    int middle = -1;
+    for (const auto &[area, text] : std::as_const(parts)) {
+        if (area.top() > middle) {
+            lines.append(QMap<int, QString>());
+            middle = area.center().y();
+        }
+        lines.last().insert(area.left(), text);
+    }
+    QStringList texts;
+    for (const QMap<int, QString> &line : std::as_const(lines))
+        texts.append(QStringList(line.values()).join(u' '));
+    return texts;
+}
+
+QString entriesOf(const QWidget *menu)
+{
+    QStringList texts;
+    for (const QAction *action : menu->actions()) {
+        QString text = action->isSeparator() ? QStringLiteral("/") : action->text().replace(u'\t', u' ');
+        if (!action->shortcut().isEmpty())
+            text += u' ' + action->shortcut().toString(QKeySequence::PortableText);
+        if (action->menu())
+            text += QStringLiteral(" >");
+        else if (action->isCheckable())
+            text.prepend(action->isChecked() ? QStringLiteral("[x] ") : QStringLiteral("[ ] "));
+        if (action->isVisible())
+            texts.append(action->isEnabled() ? text : u'(' + text + u')');
+    }
+    return texts.join(QLatin1String("; "));
 }
 
 void press(QWidget *dialog, QDialogButtonBox::StandardButton button)

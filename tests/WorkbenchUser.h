@@ -37,6 +37,13 @@ void fill(QWidget *dialog, const Inputs &values);
 /// What the dialog shows in these inputs.
 Inputs shown(const QWidget *dialog, const Inputs &inputs);
 
+/// What a window shows of labels, inputs and buttons: a text for each line from the top, with its parts from the left.
+/// What is disabled stands in parentheses; inputs show what they hold and allow: [chosen: choices], [number: least to
+/// most].
+QStringList linesOf(const QWidget *window);
+/// The visible entries of a menu or bar with their shortcuts: "Text Ctrl+T; (disabled); / for separators; submenu >".
+QString entriesOf(const QWidget *menu);
+
 /// Clicks a button of the dialog's "buttonBox".
 void press(QWidget *dialog, QDialogButtonBox::StandardButton button);
 

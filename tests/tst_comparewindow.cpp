@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "ModalAnswers.h"
 #include "Program.h"
+#include "WorkbenchUser.h"
 
 #include "data/AtomSelection.h"
 #include "document/DocumentState.h"
@@ -77,29 +78,50 @@ private Q_SLOTS:
         QCOMPARE(nucleus->currentText(), u"13C"_s); // the user's choice stays
     }
 
-    void commandsSayWhyTheyAreGrey()
-    {
-        QAction *compare = command(u"Compare"_s), *rank = command(u"Rank Structures"_s);
-        QVERIFY(!compare->isEnabled() && compare->toolTip().contains(u"open a MAGRES file first"));
-        window().openFiles({sample(u"paracetamol.magres"_s)});
-        QVERIFY(!compare->isEnabled() && compare->toolTip().contains(u"add a spectrum or a peak list"));
-        QVERIFY(!rank->isEnabled());
-        window().openFiles({sample(u"paracetamol-13C.csv"_s)});
-        QVERIFY(compare->isEnabled() && rank->isEnabled());
-    }
-
     void showsThePairsOfTheCommandLine()
     {
         openPanel(u"candidates/candidate-3.magres"_s, sample(u"paracetamol-13C.csv"_s));
         // Numbers of the guide, which the command prints.
-        QCOMPARE(rows().size(), 8);
-        QCOMPARE(rows().first(), u"C25 ×4|170.27|170.11|0.16|"_s);
-        QCOMPARE(rows().last(), u"C29 ×4|24.00|22.71|1.29|"_s);
-        for (const char *text : {"<b>equal</b>; 8 lines, 8 sites in P2_1/c (14)", "<b>172.56 ppm</b> (fitted)",
-                                 "RMSD <b>0.64 ppm</b>", "1.29 (C29 ×4)", "χ² 0.67, 7 degrees of freedom"})
-            QVERIFY2(panel().summary().contains(QString::fromUtf8(text)), qPrintable(panel().summary()));
-        // Without the site that is farthest off, the others agree better.
-        QVERIFY(panel().summary().contains(u"RMSD without it 0.4"));
+        QCOMPARE(rows(),
+                 (QStringList{u"C25 ×4|170.27|170.11|0.16|"_s, u"C1 ×4|153.35|154.27|-0.92|"_s,
+                              u"C13 ×4|133.69|134.45|-0.76|"_s, u"C9 ×4|124.03|124.18|-0.15|"_s,
+                              u"C17 ×4|121.69|121.75|-0.06|"_s, u"C21 ×4|116.96|116.80|0.16|"_s,
+                              u"C5 ×4|115.49|115.22|0.27|"_s, u"C29 ×4|24.00|22.71|1.29|"_s}));
+        QApplication::processEvents();
+        QCOMPARE(
+            linesOf(&panel()),
+            (QStringList{
+                u"S&tructure: [candidate-3: candidate-3]"_s, u"&Measured: [paracetamol-13C.csv: paracetamol-13C.csv]"_s,
+                u"&Nucleus: [13C: 13C, 1H, 15N, 17O, 2H, 3H, 14N] &Average: [no groups: no groups, CH3, XH3]"_s,
+                u"&Reference: [fitted: fitted, fixed] ([172.56 ppm: -100000.00 to 100000.00])"_s,
+                u"S&lope: [fixed: fixed, fitted] [-1.0000: -10.0000 to 10.0000]"_s,
+                u"&Error σ: [2.20 ppm: 0.00 to 10000.00] Leave &out: [0: 0 to 1000]"_s,
+                u"Pairing: <b>equal</b>; 8 lines, 8 sites in P2_1/c (14)<br>Reference <b>172.56 ppm</b> "
+                "(fitted), slope -1 (fixed)<br>RMSD <b>0.64 ppm</b>; largest difference 1.29 (C29 ×4), "
+                "RMSD without it 0.44<br>χ² 0.67, 7 degrees of freedom, <b>p = 0.999</b>"_s}));
+        // Sorted as numbers; what has none stands at one end.
+        const auto sorted = [this](int by, Qt::SortOrder order) {
+            table().sortByColumn(by, order);
+            QStringList texts;
+            for (int row = 0; row < 8; ++row)
+                texts.append(column(row, PairTable::Site).section(u' ', 0, 0));
+            return texts.join(u' ');
+        };
+        QCOMPARE(sorted(PairTable::Difference, Qt::AscendingOrder), u"C1 C13 C9 C17 C21 C25 C5 C29"_s);
+        QCOMPARE(sorted(PairTable::Measured, Qt::AscendingOrder), u"C29 C5 C21 C17 C9 C13 C1 C25"_s);
+        QCOMPARE(sorted(PairTable::Site, Qt::DescendingOrder), u"C9 C5 C29 C25 C21 C17 C13 C1"_s);
+        sorted(PairTable::Calculated, Qt::DescendingOrder);
+        // The errors that are known of the nucleus are too small by far.
+        QStringList told;
+        for (double sigma : {0.25, 0.35, 0.45, 0.0}) {
+            panel().findChild<QDoubleSpinBox *>(u"compareSigma"_s)->setValue(sigma);
+            told.append(panel().summary().section(u"<br>"_s, 3));
+        }
+        // 0.67 · (2.2 / σ)²
+        QCOMPARE(told,
+                 (QStringList{u"χ² 51.94, 7 degrees of freedom, <b>p &lt; 0.0001</b>: <b>fits badly</b>"_s,
+                              u"χ² 26.50, 7 degrees of freedom, <b>p = 0.00041</b>: <b>fits badly</b>"_s,
+                              u"χ² 16.03, 7 degrees of freedom, <b>p = 0.0248</b>"_s, QString()}));
     }
 
     void pairsAreChangedByHand()
@@ -180,6 +202,12 @@ private Q_SLOTS:
         panel().findChild<QSpinBox *>(u"compareUnmatched"_s)->setValue(1);
         QTRY_COMPARE(rows().size(), 9);
         QCOMPARE(rows().filter(u"left out"_s), QStringList{u"–||160.00||left out"_s});
+        QVERIFY2(panel().summary().endsWith(u"<br>1 line(s) left out"), qPrintable(panel().summary()));
+        select(8);
+        QTest::keyClick(&table(), Qt::Key_Return);
+        QCOMPARE(entriesOf(QApplication::activePopupWidget()),
+                 u"/; (Pair This Line &Automatically Del); (Pair A&ll Automatically)"_s);
+        QApplication::activePopupWidget()->close();
         // A line that was left out can be given to a site.
         drag(8, 1);
         QCOMPARE(column(1, PairTable::Measured), u"160.00"_s);
@@ -241,6 +269,15 @@ private Q_SLOTS:
         window().compareCommands()->openRanking();
         // Of lists without nuclei the names tell; one of each is chosen to begin with.
         auto *list = dialog.findChild<QTreeWidget *>(u"rankMeasurements"_s);
+        QApplication::processEvents();
+        const QString nuclei = u": , 1H, 2H, 3H, 3He, 6Li, 7Li, 9Be, 10B, 11B, 13C, 14N] "_s;
+        QCOMPARE(linesOf(&dialog),
+                 (QStringList{u"[13C"_s + nuclei + u"[2.20: 0.00 to 10000.00]"_s,
+                              u"[1H"_s + nuclei + u"[0.33: 0.00 to 10000.00]"_s,
+                              u"Candidates: the 0 structure(s) of the page <Of the &Page> <&Files...> <F&older...>"_s,
+                              u"&Average: [no groups: no groups, CH3, XH3] &Leave out lines: [0: 0 to 1000] "
+                              "[ ] &Ignore the assignment of lines to sites"_s,
+                              u"<&Rank> (<&Cancel>) (<&Save Table...>) <Close>"_s}));
         for (int i = 0; i < 2; ++i) {
             QCOMPARE(list->topLevelItem(i)->checkState(0), Qt::Checked);
             QCOMPARE(qobject_cast<QComboBox *>(list->itemWidget(list->topLevelItem(i), 1))->currentText(),
@@ -295,6 +332,42 @@ private Q_SLOTS:
         dialog.close();
     }
 
+    void rankingsNeedAnswers()
+    {
+        const QStringList lists{sample(u"paracetamol-13C.csv"_s), m_files.write("b-13C.csv", "position\n170\n"),
+                                m_files.write("c.csv", "position\n7\n"), sample(u"paracetamol-1H.csv"_s)};
+        RankDialog &dialog = *window().compareCommands()->rankDialog();
+        dialog.usePage();
+        dialog.followDocument();
+        dialog.show();
+        window().openFiles(lists);
+        dialog.followDocument();
+        auto *list = dialog.findChild<QTreeWidget *>(u"rankMeasurements"_s);
+        const auto row = [&](int i) { return list->topLevelItem(i); };
+        const auto nucleus = [&](int i) { return qobject_cast<QComboBox *>(list->itemWidget(row(i), 1)); };
+        const auto sigma = [&](int i) { return qobject_cast<QDoubleSpinBox *>(list->itemWidget(row(i), 2)); };
+        QStringList offered;
+        for (int i = 0; i < 4; ++i)
+            offered.append(u"%1 %2 %3 %4"_s.arg(row(i)->checkState(0))
+                               .arg(row(i)->text(0), nucleus(i)->currentText(), sigma(i)->text()));
+        QCOMPARE(offered,
+                 (QStringList{u"2 paracetamol-13C.csv: 32 line(s) 13C 2.20"_s, u"0 b-13C.csv: 1 line(s) 13C 2.20"_s,
+                              u"0 c.csv: 1 line(s)  not known"_s, u"2 paracetamol-1H.csv: 28 line(s) 1H 0.33"_s}));
+        const auto status = [&] {
+            dialog.start();
+            return dialog.status();
+        };
+        QCOMPARE(status(), u"There is no structure on the page"_s);
+        row(2)->setCheckState(0, Qt::Checked);
+        QCOMPARE(status(), u"Of which nucleus is c.csv? Choose it in the list"_s);
+        nucleus(2)->setCurrentText(u"17O"_s);
+        sigma(2)->setValue(0);
+        QCOMPARE(status(), u"Several nuclei are weighed by their errors: give the σ of each"_s);
+        row(1)->setCheckState(0, Qt::Checked);
+        QCOMPARE(status(), u"Two measurements are of 13C: choose one of them"_s);
+        dialog.close();
+    }
+
     void structuresOfThePageAreRanked()
     {
         QStringList files;
@@ -334,6 +407,46 @@ private Q_SLOTS:
     void rankingsOfOtherNucleiHaveTheirColumns()
     {
         RankModel model;
+        std::vector<RankRow> made(3);
+        for (std::size_t i = 0; i < 3; ++i) {
+            RankRow &row = made[i];
+            row.file = u"/a/%1.magres"_s.arg(i);
+            row.rmsd = 2.5 - double(i);
+            row.parts = {{}};
+            row.parts[0].rmsd = 2.5 - double(i);
+            row.parts[0].reference = 170.126 + double(i);
+            row.parts[0].pairing = u"overlap"_s;
+            row.chiSquare = 7.5;
+            row.degreesOfFreedom = int(i) * 3;
+            row.p = 0.00012345;
+            row.probability = 0.25 * double(i);
+            row.wideProbability = 0.126;
+            row.fit = u"bad"_s;
+        }
+        made[0] = {made[0].file};
+        made[0].fail(std::runtime_error("no atoms"));
+        model.setRows(made, {{QString()}}, u"29Si"_s);
+        const auto text = [&](int row, int role) {
+            QStringList cells{model.headerData(row, Qt::Vertical, Qt::DisplayRole).toString()};
+            for (int i = 0; i < model.columnCount(); ++i)
+                cells.append(model.data(model.index(row, i), role).toString());
+            return cells.join(u'|');
+        };
+        QStringList titles;
+        for (int i = 0; i < model.columnCount(); ++i)
+            titles.append(model.headerData(i, Qt::Horizontal, Qt::DisplayRole).toString());
+        QCOMPARE(titles.join(u'|'),
+                 u"Structure|RMSD 29Si|Reference 29Si|Pairing 29Si|χ²/dof|p|Probability|with 1.5 σ|Fit"_s);
+        QStringList cells;
+        for (int row = 0; row < 3; ++row)
+            cells += {text(row, Qt::DisplayRole), text(row, Qt::ToolTipRole), text(row, Qt::TextAlignmentRole)};
+        // The least difference first, what failed last; numbers to the right (130), texts to the left.
+        QCOMPARE(cells,
+                 (QStringList{u"1|2.magres|0.50|172.13|overlap|1.25|0.000123|||bad"_s, u"1|/a/2.magres||||||||"_s,
+                              u"1|129|130|130|129|130|130|129|129|129"_s,
+                              u"2|1.magres|1.50|171.13|overlap|2.50|0.000123|||bad"_s, u"2|/a/1.magres||||||||"_s,
+                              u"2|129|130|130|129|130|130|129|129|129"_s, u"–|0.magres||||||||no atoms"_s,
+                              u"–"_s + u"|no atoms"_s.repeated(9), u"–"_s + u"|129"_s.repeated(9)}));
         model.setRows(std::vector<RankRow>(2), {{u"13C"_s}}, {});
         const int columns = model.columnCount();
         model.setRows(std::vector<RankRow>(2), {{u"13C"_s, u"1H"_s}}, {});

@@ -12,9 +12,13 @@
 #include "window/WMainWindow.h"
 #include "formats/DocumentFile.h"
 #include "formats/ExperimentFile.h"
+#include "document/PageExport.h"
 #include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
+#include "Failure.h"
 
+#include <QBuffer>
+#include <QGraphicsRectItem>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
@@ -148,6 +152,40 @@ private Q_SLOTS:
         QCOMPARE(DocumentState::restore(DocumentFile::read(sample), scene, data, nullptr).size(), 1);
         DocumentFile::write(m_path, DocumentState::capture(scene, data, nullptr));
         QCOMPARE(bytesOf(m_path), bytesOf(sample));
+    }
+
+    void picturesOfPages()
+    {
+        DataEngine data;
+        MainScene scene(&data);
+        using PageExport::Format;
+        scene.setLayout(MainScene::Layout::Workspace);
+        const QGraphicsWidget *plot = scene.createNMRItem({38, 1300, 717.7, 360}, {}, false);
+        const QRectF inWindow = plot->geometry();
+        scene.addRect({100, 200, 50, 40}, Qt::NoPen, Qt::red);
+        scene.addRect({600, 2105, 30, 20}, Qt::NoPen, Qt::blue);
+        const auto page = [&](Format format) {
+            QBuffer buffer;
+            buffer.open(QIODevice::WriteOnly);
+            PageExport::writePage(scene, buffer, format, PageExport::Notes::Hidden);
+            return buffer.data();
+        };
+        // Two pixels a unit of 1/96 inch, two pages of A4 below each other.
+        const QImage image = QImage::fromData(page(Format::Png));
+        QCOMPARE(image.size(), QSize(1587, 4490));
+        QCOMPARE(QSize(image.dotsPerMeterX(), image.dotsPerMeterY()), QSize(7559, 7559));
+        for (const auto &[inside, colour] : {std::pair(QRect(202, 402, 96, 76), qRgb(255, 0, 0)),
+                                             std::pair(QRect(1202, 4212, 56, 36), qRgb(0, 0, 255))}) {
+            QVERIFY(image.pixel(inside.topLeft()) == colour && image.pixel(inside.bottomRight()) == colour);
+            QCOMPARE(image.pixel(inside.topLeft() - QPoint(5, 0)), qRgb(255, 255, 255));
+            QCOMPARE(image.pixel(inside.bottomRight() + QPoint(0, 5)), qRgb(255, 255, 255));
+        }
+        QVERIFY(page(Format::Svg).contains("viewBox=\"0 0 793.7 2245\""));
+        QCOMPARE(page(Format::Pdf).count("/MediaBox [0 0 595"), 2);
+        // The window has seen nothing of it.
+        QVERIFY(scene.layout() == MainScene::Layout::Workspace && plot->geometry() == inWindow);
+        QCOMPARE(PageExport::formatOf(u"a.b.PNG"_s), Format::Png);
+        QCOMPARE(failure([] { PageExport::formatOf(u"pdf"_s); }), "the file name must end in .png, .svg or .pdf");
     }
 
     void reopenedDocumentIsAsBefore()

@@ -4,7 +4,9 @@
 
 #include "window/WindowApplication.h"
 #include "host/MainScene.h"
+#include "window/FrequencyDialog.h"
 #include "window/MainView.h"
+#include "window/WorkBar.h"
 #include "host/PluginManager.h"
 #include "window/DocumentController.h"
 #include "window/WMainWindow.h"
@@ -15,6 +17,7 @@
 #include "items/plot/NmrPlot.h"
 #include "items/plot/StackedTraces.h"
 #include "items/table/TableItem.h"
+#include "items/table/TableModel.h"
 
 #include <QtTest>
 #include <QtWidgets>
@@ -84,6 +87,110 @@ private Q_SLOTS:
     }
 
     void cleanup() { QCOMPARE(m_dialogs.missing(), QStringList()); }
+
+    void barsAndMenusOfTheWindow()
+    {
+        const auto bar = [this] {
+            QStringList texts;
+            for (const QAction *action : window().workBar()->actions())
+                texts.append(action->isSeparator() ? u"/"_s : action->iconText() + u": "_s + action->toolTip());
+            return texts.replaceInStrings(u"\n"_s, u" "_s);
+        };
+        scene().removeAll();
+        QCOMPARE(bar().join(u"; "_s),
+                 u"Open: Calculations, measured spectra and documents; /; Create Spectrum: A simulated spectrum of "
+                 "the current table (Ctrl+Shift+N) Not now: Open a MAGRES file first: spectra are made from its "
+                 "table; Powder Spectrum: The powder line shapes of the current table's sites, static or spinning "
+                 "(Ctrl+Shift+L) Not now: Open a MAGRES file first: powder spectra are made from its table; Add "
+                 "Measurement: A measured spectrum or peak list, beside the simulated one or on its own "
+                 "(Ctrl+Shift+O); Auto Reference: Fits the reference of the simulated spectrum to the measurement "
+                 "beside it (Ctrl+R) Not now: There is no plot on the page: create a spectrum and add a "
+                 "measurement to it; Compare: Pairs the lines of a measurement with the sites of a structure, "
+                 "whatever their numbers (Ctrl+Shift+C) Not now: There is no structure: open a MAGRES file first; "
+                 "Rank Structures: Which of many structures fits the measured lines best, and how surely "
+                 "(Ctrl+Shift+R) Not now: There is no measurement in one dimension: add a spectrum or a peak list; "
+                 "/; Undo: Takes the last change back Not now: there is nothing to take back; Redo: Makes the "
+                 "change again that was taken back Not now: nothing was taken back; /; Fit: The workspace as wide "
+                 "as the window; Export: The page, a spectrum or a table as a file Not now: there is nothing on "
+                 "the page"_s);
+        QCOMPARE(
+            entriesOf(shown(u"File"_s)).remove(u" Ctrl+Q"_s),
+            u"&New Ctrl+N; &Open... Ctrl+O; Open &Folder...; Open &Recent >; Open Sa&mple >; /; &Save Ctrl+S; Save "
+            "&As...; /; &Export >; /; &Quit"_s);
+        QCOMPARE(entriesOf(shown(u"Edit"_s)),
+                 u"(Undo Ctrl+Z); (Redo Ctrl+Y); /; (&Rename Item... F2); (&Delete Item Del)"_s);
+        QCOMPARE(entriesOf(shown(u"Spectrum"_s)),
+                 u"(Create Spectrum Ctrl+Shift+N); (Create Powder Spectrum... Ctrl+Shift+L); Add Measurement "
+                 "Ctrl+Shift+O; Reference Se&t...; /; (No spectrum on the page)"_s);
+        QCOMPARE(entriesOf(shown(u"Table"_s)) + entriesOf(shown(u"Molecule"_s)),
+                 u"/; (No table on the page)/; (No molecule on the page)"_s);
+        QCOMPARE(entriesOf(shown(u"View"_s)),
+                 u"Zoom &In Ctrl++; Zoom &Out Ctrl+-; &Fit Window Ctrl+0; &Arrange Items; /; [ ] &Page Preview "
+                 "Ctrl+Shift+P; /; [x] Contents; [ ] Compare; [x] Tool Bar"_s);
+        QCOMPARE(entriesOf(shown(u"Help"_s)), u"&User Guide; &Keyboard and Mouse... F1; &About and Plug-ins..."_s);
+        window().openFiles({sample("paracetamol.magres")});
+        QVERIFY(createSpectrum());
+        QCOMPARE(
+            bar()[5].mid(16),
+            u"Fits the reference of the simulated spectrum to the measurement beside it (Ctrl+R) Not now: It needs "
+            "one simulated spectrum and one measurement in the plot; the current plot holds 1 and 0"_s);
+        QCOMPARE(
+            entriesOf(shown(u"Spectrum"_s)),
+            u"Create Spectrum Ctrl+Shift+N; Create Powder Spectrum... Ctrl+Shift+L; Add Measurement Ctrl+Shift+O; "
+            "Reference Se&t...; /; Set Reference...; /; Show Full Range Home; Show >; Appearance >; Measure >; Edit "
+            "Title...; Copy Numbers; Picture >; /; /; MAGRES >; /; Add &Experimental Spectrum...; Add Bruker "
+            "&Folder...; Active &Spectrum >; &Remove Spectrum >; /; [ ] Edit &Peaks Ctrl+Shift+E; Pic&k Peaks... "
+            "Ctrl+Shift+K; &Count Equivalent Sites; /; (&Compare... Ctrl+Shift+C); (Ran&k Structures... "
+            "Ctrl+Shift+R); /; &Rename Item... F2; &Delete Item Del"_s);
+        window().openFiles({sample("paracetamol-13C.csv")});
+        QCOMPARE(
+            window().statusBar()->currentMessage(),
+            u"paracetamol-13C.csv: 32 peak(s) added. Number of peaks: 32 measured, 32 simulated. Read as a list of "
+            "32 peaks: the positions are not evenly spaced."_s);
+        QCOMPARE(window().view()->accessibleName(), u"¹³C of paracetamol, simulated"_s);
+        QCOMPARE(window().view()->accessibleDescription(),
+                 u"The reference of ¹³C is a placeholder, 100 ppm: positions mean nothing yet, only distances do"_s);
+    }
+
+    void frequenciesFollowTheirInputs()
+    {
+        const QTemporaryDir directory;
+        const auto write = [&](const QString &name, const QByteArray &text) {
+            QFile file(directory.filePath(name));
+            return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() ? file.fileName() : QString();
+        };
+        const QString list = write(u"si.csv"_s, "position\n-8.5\n-9.25\n-8.75\n");
+        {
+            FrequencyDialog dialog(list, FrequencyNeeded({}, 1, false), {}, nullptr);
+            dialog.show();
+            QCOMPARE(linesOf(&dialog).join(u"; "_s),
+                     u"The positions in si.csv are frequencies. Of which nucleus is it, and what is the frequency "
+                     "of 0 ppm?; &Unit: [Hz: Hz, kHz, ppm]; &Nucleus: [choose: choose, 1H, 13C, 15N, 17O, 19F, "
+                     "23Na, 27Al, 29Si, 31P, , 2H]; &Spectrometer (1H): [not known: 0.0000 to 3000.0000]; &0 ppm "
+                     "at: [not known: 0.000000 to 3000.000000]; The nucleus and a frequency are needed; (<OK>) "
+                     "<Cancel>"_s);
+            fill(&dialog, {{"nucleus", u"15N"_s}, {"protonFrequency", 400.0}, {"unit", u"kHz"_s}});
+            QCOMPARE(linesOf(&dialog)[5], u"The positions go from -209.63 to -228.13 ppm."_s);
+            QCOMPARE(dialog.readOptions().unit, u"kHz"_s);
+            fill(&dialog, {{"frequency", 81.0}, {"unit", u"ppm"_s}}); // to the spectrometer
+            QCOMPARE(linesOf(&dialog).mid(3).join(u"; "_s),
+                     u"&Spectrometer (1H): ([799.0713 MHz: 0.0000 to 3000.0000]); &0 ppm at: ([81.000000 MHz: "
+                     "0.000000 to 3000.000000]); The positions go from -8.50 to -9.25 ppm.; <OK> <Cancel>"_s);
+        }
+        FrequencyDialog dialog(write(u"hsqc-1H-13C.csv"_s, "F2 (Hz),F1 (Hz)\n4000,12000\n2000,3000\n"),
+                               FrequencyNeeded({}, 2, true), {u"29Si"_s, 500}, nullptr);
+        dialog.show();
+        QCOMPARE(linesOf(&dialog).mid(1).join(u"; "_s),
+                 u"&Nucleus of F2: [1H: choose, 1H, 13C, 15N, 17O, 19F, 23Na, 27Al, 29Si, 31P, , 2H]; Nucleus of "
+                 "F&1: [13C: choose, 1H, 13C, 15N, 17O, 19F, 23Na, 27Al, 29Si, 31P, , 2H]; &Spectrometer (1H): "
+                 "[500.0000 MHz: 0.0000 to 3000.0000]; &0 ppm at: [500.000000 MHz: 0.000000 to 3000.000000]; The "
+                 "positions go from 8.00 to 4.00 ppm.; <OK> <Cancel>"_s);
+        QCOMPARE(dialog.nuclei(), (QStringList{u"1H"_s, u"13C"_s}));
+        QVERIFY(dialog.readOptions().unit.isEmpty() && dialog.readOptions().frequency[0] == 500);
+        QVERIFY(std::abs(dialog.readOptions().frequency[1] - 5 * 25.145020) < 1e-5);
+        fill(&dialog, {{"nucleusF1", u"choose"_s}});
+        QCOMPARE(linesOf(&dialog).mid(5).join(u' '), u"The nucleus and a frequency are needed (<OK>) <Cancel>"_s);
+    }
 
     void tabWalksOverThePage()
     {
@@ -177,6 +284,46 @@ private Q_SLOTS:
             stack->redo();
         QCOMPARE(scene().currentNmrItem(), spectrum);
         QCOMPARE(firstPeak(), after);
+    }
+
+    void exportsOfferFiles()
+    {
+        QVERIFY(createSpectrum());
+        m_dialogs.expect(u"Export Spectrum"_s, [](QDialog *dialog) {
+            QCOMPARE(
+                qobject_cast<QFileDialog *>(dialog)->nameFilters().join(u"; "_s),
+                u"PDF document (*.pdf); SVG image (*.svg); PNG image (*.png); JCAMP-DX (*.jdx); CSDM (*.csdf); JSON: "
+                "axes, peaks, parameters (*.json); text: data points (*.csv)"_s);
+            dialog->reject();
+        });
+        action(action(shown(u"File"_s), u"Export"_s)->menu(), u"Spectrum..."_s)->trigger();
+    }
+
+    void peaksNeedAMeasurement()
+    {
+        const auto said = [this] { return window().statusBar()->currentMessage(); };
+        shortcut(Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(said(), u"There is no spectrum on the page"_s);
+        shortcut(Qt::Key_K, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(said(), u"There is no measured spectrum to pick peaks from"_s);
+        QVERIFY(createSpectrum() && !action(shown(u"Spectrum"_s), u"Edit Peaks"_s)->isChecked());
+        action(shown(u"Spectrum"_s), u"Count Equivalent Sites"_s)->trigger();
+        QCOMPARE(said(), u"There is no measured spectrum whose peaks could be counted"_s);
+        window().openFiles({sample("paracetamol-13C-points.csv")});
+        m_dialogs.expect(u"Pick peaks"_s, [&](QDialog *dialog) {
+            const auto found = [&] { return part<QLabel>(dialog, "result")->text(); };
+            QCOMPARE(linesOf(dialog).join(u"; "_s),
+                     u"Spectrum: paracetamol-13C-points.csv; Above the &noise: [6.0 standard deviations: 1.0 to "
+                     "1000.0]; Least &height: [3.00 % of the highest peak: 0.00 to 100.00]; Least &distance: [3 "
+                     "points: 0 to 1000000]; [x] &Count equivalent sites as the simulated spectrum does; Positions "
+                     "found: 8\nNumber of peaks: 32 measured, 32 simulated; <OK> <Cancel>"_s);
+            fill(dialog, {{"leastHeight", 2.0}, {"countSites", false}, {"leastDistance", 200.0}});
+            QCOMPARE(found(), u"Positions found: 3\nNumber of peaks: 3 measured, 32 simulated"_s);
+            dialog->reject();
+        });
+        const int steps = scene().undoStack()->count();
+        shortcut(Qt::Key_K, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(scene().undoStack()->count(), steps);
     }
 
     void activeSpectrumIsChosenFromTheMenu()

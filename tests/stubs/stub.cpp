@@ -7,8 +7,9 @@
 #include <stdexcept>
 
 /// A plug-in for tests of hosts: registers as a file filter, adds a menu entry, accepts metadata that depend on Qt 6.5,
-/// and reads files that begin with "stub" as one empty molecule. A file that begins with "stub-fail" raises an
-/// exception after the molecule was made, and one that begins with "stub-kill" ends the program at once.
+/// says that it makes items of type 42, and reads files that begin with "stub" as one empty molecule. A file that
+/// begins with "stub-fail" raises an exception after the molecule was made, and one that begins with "stub-kill" ends
+/// the program at once.
 class StubPlugin : public QObject, public IPlugin_v1_4 {
     Q_OBJECT
     Q_INTERFACES(IPlugin IPlugin_v1_1 IPlugin_v1_2 IPlugin_v1_3 IPlugin_v1_4)
@@ -36,7 +37,7 @@ public:
     QVariantList command_line_options() const override { return {}; }
     void reserved7() override { }
     QString id() const override { return m_metaData.value(QLatin1String("id")).toString(); }
-    bool canCreateItem(int) const override { return false; }
+    bool canCreateItem(int type) const override { return type == 42; }
     void *reserved10() override { return nullptr; }
     QObject *createItem(int) override { return nullptr; }
     QString display_name() const override { return name(); }

@@ -4885,10 +4885,6 @@ mit |σzz − iso| ≥ |σxx − iso| ≥ |σyy − iso|</translation>
         <translation>Arbeitsfläche</translation>
     </message>
     <message>
-        <source>No item is current: click on one, or press Tab</source>
-        <translation>Kein Element ist aktuell: eines anklicken oder Tab drücken</translation>
-    </message>
-    <message>
         <source>Opening %1...</source>
         <translation>%1 wird geöffnet...</translation>
     </message>

@@ -215,7 +215,8 @@ void ContentsDock::addSpectra(QHash<QString, QTreeWidgetItem *> &nodes, NmrItem 
         node->setData(0, entryRole, id);
         QString tip = tr("%1\n%2\n%n peak(s)\nin the plot \"%3\"; can be dragged onto another one", nullptr,
                          int(spectrum.peaks.size()))
-                          .arg(stack.entryName(id), nuclei.join(u'\n'), item->title());
+                          .arg(stack.entryName(id), nuclei.join(u'\n'), item->title())
+                          .replace(QLatin1String("\n\n"), QLatin1String("\n")); // no nucleus is known
         if (const QStringList notes = stack.stackEntry(id).notes(); !notes.isEmpty())
             tip += u'\n' + tr("As it was read:") + QStringLiteral("\n– ") + notes.join(QLatin1String("\n– "));
         node->setToolTip(0, tip);
@@ -250,7 +251,6 @@ void ContentsDock::fill()
             new QTreeWidgetItem(parent, {shown->givenName().isEmpty() ? shown->contentTitle() : shown->givenName()});
         node->setData(0, itemRole, shown->id());
         node->setToolTip(0, shown->title());
-        node->setFlags(node->flags() | Qt::ItemIsUserCheckable);
         node->setCheckState(0, shown->isVisible() ? Qt::Checked : Qt::Unchecked);
     }
     for (DocumentItem *shown : all) {
@@ -331,7 +331,8 @@ void ContentsDock::openMenu(const QPoint &pos)
     };
     add(tr("&Go There\tEnter"), &ContentsDock::activate);
     add(tr("&Rename...\tF2"), &ContentsDock::rename);
-    if (node->flags() & Qt::ItemIsUserCheckable) {
+    // Spectra have no box: a plot goes as a whole.
+    if (node->data(0, Qt::CheckStateRole).isValid()) {
         QAction *show = menu->addAction(tr("&Show"));
         show->setCheckable(true);
         show->setChecked(node->checkState(0) == Qt::Checked);

@@ -73,8 +73,11 @@ Types spectrumFiles()
 {
     Types types = pictures();
     for (const MeasurementFormat &format : measurementFormats()) {
-        if (format.write)
-            types.append({ExportMenu::tr("%1: %2").arg(format.name, format.content), format.suffixes.constFirst()});
+        if (!format.write)
+            continue;
+        const bool saysMore = format.content != format.name;
+        types.append({saysMore ? ExportMenu::tr("%1: %2").arg(format.name, format.content) : format.name,
+                      format.suffixes.constFirst()});
     }
     return types;
 }

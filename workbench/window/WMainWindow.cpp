@@ -191,11 +191,6 @@ void WMainWindow::tellActiveItem()
     QAccessible::updateAccessibility(&changed);
 }
 
-QString WMainWindow::whyNoItem() const
-{
-    return scene()->activeItem() ? QString() : tr("No item is current: click on one, or press Tab");
-}
-
 MoleculeItem *WMainWindow::currentMolecule() const
 {
     if (m_molecule && scene()->isOnPage(m_molecule))

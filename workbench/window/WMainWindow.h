@@ -77,7 +77,6 @@ private:
     void chooseFolder();
     void renameActiveItem();
     void tellActiveItem();
-    QString whyNoItem() const;
     MoleculeItem *currentMolecule() const;
     /// As a note of the item that the file is told by.
     void noteDoubts(const QList<QGraphicsWidget *> &items, const QString &path, const QStringList &doubts);
@@ -115,8 +114,6 @@ private:
     ContentsDock *m_contents;
     WorkBar *m_workBar;
     StartHints *m_hints;
-    QAction *m_undo = nullptr;
-    QAction *m_redo = nullptr;
     QAction *m_create = nullptr;
     QAction *m_createPowder = nullptr;
     QAction *m_addMeasurement = nullptr;

@@ -12,7 +12,6 @@
 class QComboBox;
 class QDoubleSpinBox;
 class QLabel;
-class QMenu;
 class QSpinBox;
 class QTreeWidgetItem;
 
@@ -103,7 +102,6 @@ private:
     PairTable *m_pairs;
     QLabel *m_result;
     AgreementPlot *m_plot;
-    QMenu *m_menu = nullptr;
 
     QList<StructureChoice> m_structures;
     QList<MeasurementChoice> m_measurements;
