@@ -165,81 +165,88 @@ class ReadersTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void knownPeak_data()
+    void knownPeak()
     {
-        QTest::addColumn<Files>("files");
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QList<double>>("shifts");
-        QTest::addColumn<double>("height");
-        QTest::addColumn<QString>("nuclei");
-
         const auto folder = [](const char *name, const Files &files, const char *path, const QList<double> &shifts,
                                double height, const char *nuclei) {
-            QTest::newRow(name) << files << QString::fromLatin1(path) << shifts << height
-                                << QString::fromLatin1(nuclei);
+            const QTemporaryDir directory;
+            writeFiles(directory.path(), files);
+            const ExperimentalSpectrum spectrum = openExperimentalSpectrum(directory.filePath(QLatin1String(path)));
+            const QList<double> found = highestPoint(spectrum);
+            QVERIFY2(isSound(spectrum) && found.size() == shifts.size(), name);
+            QVERIFY2(*std::max_element(spectrum.data.begin(), spectrum.data.end()) == height, name);
+            if (!*path && shifts.size() == 2)
+                for (int i = 0; i < 30; ++i) // of the matrix in tiles
+                    QCOMPARE(spectrum.data[i], 8.0 * i);
+
+            // The host's own reading of the entry, every point of each axis.
+            const Spectrum shown = Spectrum::fromMap(toEntryMap(spectrum));
+            QVERIFY2(shown.data.at(0) == spectrum.data, name);
+            QStringList names;
+            for (qsizetype d = 0; d < shifts.size(); ++d) {
+                const SpectrumDimension &axis = spectrum.dimensions[d];
+                QVERIFY2(std::abs(found[d] - shifts[d]) < 1e-9, name);
+                for (int i = 0; i < axis.points; ++i)
+                    QVERIFY2(std::abs(shown.axes[d].ppm(i) - axis.ppm(i)) < 1e-10, name);
+                names.append(axis.nucleus);
+            }
+            QVERIFY2(names.join(u'/') == QLatin1String(nuclei), name);
         };
-        const auto text = [=](const char *name, const QByteArray &bytes, const QList<double> &shifts, double height,
-                              const char *nuclei) {
+        const auto text = [=](const char *name, const QByteArray &bytes, const QList<double> &shifts,
+                              double height = 18, const char *nuclei = "13C") {
             folder(name, {{u"s"_s, bytes}}, "s", shifts, height, nuclei);
         };
-        text("JCAMP Hz falling", jcamp(hertz), {70}, 18, "13C");
-        text("JCAMP Hz rising", jcamp(hertz, "0", "10000"), {30}, 18, "13C");
-        text("JCAMP ppm falling", jcamp(ppm, "95", "85"), {92}, 18, "13C");
-        text("JCAMP ppm rising, CR and LF mixed", jcamp(ppm, "-5", "5").replace("5\n", "5\r").replace("H\n", "H\r\n"),
-             {-2}, 18, "13C");
-        text("JCAMP shift reference rising",
-             jcamp(hertz + "##.Shift_Reference= EXTERNAL,TMS,1,7.5 $$ ppm\n", "0", "10000"), {37.5}, 18, "13C");
-        text("JCAMP vendor offset", jcamp(hertz + "##$OFFSET= 150\n", "0", "10000"), {80}, 18, "13C");
-        text("JCAMP shift reference counts before vendor offset",
-             jcamp(hertz + "##$OFFSET= 150\n##.SHIFT REFERENCE= , , 4, 12.5\n"), {12.5}, 18, "13C");
-        text("JCAMP vendor axis, in Hz of its own frequency",
-             jcamp(hertz + "##$OFFSET= 150\n##$SF= 100.01\n##$SW_p= 11000\n"), {150 - 3 * 1000 / 100.01}, 18, "13C");
-        text("JCAMP shift reference in parentheses", jcamp(hertz + "##.SHIFT REFERENCE= (INTERNAL, TMS, 4, 12.5)\n"),
-             {12.5}, 18, "13C");
-        text("JCAMP shift reference without a point", jcamp(hertz + "##.SHIFT REFERENCE= INTERNAL, TMS, 0, 12.5\n"),
-             {70}, 18, "13C");
-        text("JCAMP unit in parentheses", jcamp(QByteArray(ppm).replace("PPM", "(ppm)"), "95", "85"), {92}, 18, "13C");
-        text("JCAMP without the number of points", jcamp(ppm, "95", "85").replace("##NPOINTS= 11\n", ""), {92}, 18,
-             "13C");
-        text("JCAMP with the distance of points for the last one",
-             jcamp(ppm, "95", "85").replace("##LASTX= 85", "##DELTAX= -1"), {92}, 18, "13C");
-        text("JCAMP decimal commas",
+        text("Hz falling", jcamp(hertz), {70});
+        text("Hz rising", jcamp(hertz, "0", "10000"), {30});
+        text("ppm falling", jcamp(ppm, "95", "85"), {92});
+        text("ppm rising, CR and LF mixed", jcamp(ppm, "-5", "5").replace("5\n", "5\r").replace("H\n", "H\r\n"), {-2});
+        text("shift reference rising", jcamp(hertz + "##.Shift_Reference= EXTERNAL,TMS,1,7.5 $$ ppm\n", "0", "10000"),
+             {37.5});
+        text("vendor offset", jcamp(hertz + "##$OFFSET= 150\n", "0", "10000"), {80});
+        text("shift reference counts before vendor offset",
+             jcamp(hertz + "##$OFFSET= 150\n##.SHIFT REFERENCE= , , 4, 12.5\n"), {12.5});
+        text("vendor axis, in Hz of its own frequency",
+             jcamp(hertz + "##$OFFSET= 150\n##$SF= 100.01\n##$SW_p= 11000\n"), {150 - 3 * 1000 / 100.01});
+        text("shift reference in parentheses", jcamp(hertz + "##.SHIFT REFERENCE= (INTERNAL, TMS, 4, 12.5)\n"), {12.5});
+        text("shift reference without a point", jcamp(hertz + "##.SHIFT REFERENCE= INTERNAL, TMS, 0, 12.5\n"), {70});
+        text("unit in parentheses", jcamp(QByteArray(ppm).replace("PPM", "(ppm)"), "95", "85"), {92});
+        text("without the number of points", jcamp(ppm, "95", "85").replace("##NPOINTS= 11\n", ""), {92});
+        text("with the distance of points for the last one",
+             jcamp(ppm, "95", "85").replace("##LASTX= 85", "##DELTAX= -1"), {92});
+        text("decimal commas",
              jcamp(ppm, "95", "85").replace("X= 95", "X= 95,5").replace("X= 85", "X= 85,5").replace("100", "100,0"),
-             {92.5}, 18, "13C");
-        text("JCAMP shift reference with a decimal comma",
-             jcamp(hertz + "##.SHIFT REFERENCE= (INTERNAL, TMS, 4, 12,5)\n"), {12.5}, 18, "13C");
-        text("JCAMP X that counts down", jcamp(ppm, "95", "85").replace("\n95 1", "\n10 1"), {92}, 18, "13C");
-        text("JCAMP 2D ntuples", plane2D(), {2, 25}, 9, "1H/13C");
-        text("JCAMP unit beside the frequency", jcamp(QByteArray(hertz).replace("100", "100 MHz")), {70}, 18, "13C");
-        text("JCAMP small letters", jcamp(hertz).toLower().replace("13c", "13C"), {70}, 18, "13C");
-        text("JCAMP data type with a nucleus", jcamp(hertz).replace("NMR SPECTRUM", "13C NMR SPECTRUM"), {70}, 18,
-             "13C");
-        text("JCAMP without a data type", jcamp(hertz).replace("##DATA TYPE= NMR SPECTRUM\n", ""), {70}, 18, "13C");
-        text("JCAMP nucleus of the vendor", jcamp(hertz).replace(".OBSERVE NUCLEUS= ^13C", "$NUC1= <13C>"), {70}, 18,
-             "13C");
-        text("JCAMP unit with points", jcamp(QByteArray(ppm).replace("PPM", "p.p.m. ($$ shift)"), "95", "85"), {92}, 18,
-             "13C");
-        text("JCAMP spectrum as a peak table", pairs("PEAK TABLE= (XY..XY)", "Chemical shift (ppm)"), {16}, 9, "13C");
-        text("JCAMP spectrum as points, in Hz", pairs("XYPOINTS= (XY..XY)", "HZ"), {16}, 9, "13C");
-        text("JCAMP spectrum as data of points", pairs("XYDATA= (XY..XY)", "PPM"), {16}, 9, "13C");
-        text("JCAMP ntuples of points",
+             {92.5});
+        text("shift reference with a decimal comma", jcamp(hertz + "##.SHIFT REFERENCE= (INTERNAL, TMS, 4, 12,5)\n"),
+             {12.5});
+        text("X that counts down", jcamp(ppm, "95", "85").replace("\n95 1", "\n10 1"), {92});
+        text("2D ntuples", plane2D(), {2, 25}, 9, "1H/13C");
+        text("unit beside the frequency", jcamp(QByteArray(hertz).replace("100", "100 MHz")), {70});
+        text("small letters", jcamp(hertz).toLower().replace("13c", "13C"), {70});
+        text("data type with a nucleus", jcamp(hertz).replace("NMR SPECTRUM", "13C NMR SPECTRUM"), {70});
+        text("without a data type", jcamp(hertz).replace("##DATA TYPE= NMR SPECTRUM\n", ""), {70});
+        text("nucleus of the vendor", jcamp(hertz).replace(".OBSERVE NUCLEUS= ^13C", "$NUC1= <13C>"), {70});
+        text("unit with points", jcamp(QByteArray(ppm).replace("PPM", "p.p.m. ($$ shift)"), "95", "85"), {92});
+        text("spectrum as a peak table", pairs("PEAK TABLE= (XY..XY)", "Chemical shift (ppm)"), {16}, 9);
+        text("spectrum as points, in Hz", pairs("XYPOINTS= (XY..XY)", "HZ"), {16}, 9);
+        text("spectrum as data of points", pairs("XYDATA= (XY..XY)", "PPM"), {16}, 9);
+        text("ntuples of points",
              pairs("NTUPLES= NMR SPECTRUM\n##SYMBOL= X,Y\n##UNITS= ppm,arb\n##PAGE= N=1\n##DATA TABLE= (XY..XY), PEAKS",
                    "PPM"),
-             {16}, 9, "13C");
-        text("JCAMP ntuples of points with an imaginary part",
+             {16}, 9);
+        text("ntuples of points with an imaginary part",
              pairs("NTUPLES= NMR SPECTRUM\n##SYMBOL= X,R,I\n##UNITS= ppm,arb,arb\n##PAGE= N=1\n"
                    "##DATA TABLE= (XRI..XRI), PEAKS",
                    "PPM")
                  .replace("1\n", "1 -3\n")
                  .replace("9\n", "9 -3\n")
                  .replace("N=1 -3", "N=1"),
-             {16}, 9, "13C");
-        text("JCAMP first NMR block of a link",
+             {16}, 9);
+        text("first NMR block of a link",
              "$$ three blocks\n##TITLE= all\n##DATA TYPE= LINK\n##BLOCKS= 3\n##TITLE= ir\n"
              "##DATA TYPE= INFRARED SPECTRUM\n##XYDATA= (X++(Y..Y))\n1 1 1\n##END=\n"
                  + jcamp(hertz) + jcamp(ppm, "10", "0") + "##END=\n",
-             {70}, 18, "13C");
-        text("JCAMP ntuples",
+             {70});
+        text("several ntuples",
              "##TITLE= n\n##DATA TYPE= NMR SPECTRUM\n##.OBSERVE FREQUENCY= 50\n##.OBSERVE NUCLEUS= ^15N\n"
              "##NTUPLES= NMR SPECTRUM\n##SYMBOL= X, R, I, N\n##VAR_DIM= 5, 5, 5, 2\n##UNITS= HZ, ARB, ARB,\n"
              "##FACTOR= 2, 0.5, 3, 1\n##FIRST= 400, 1, 1, 1\n##LAST= 0, 1, 1, 2\n##PAGE= N=1\n"
@@ -259,47 +266,25 @@ private Q_SLOTS:
         folder("Bruker 2D in tiles that do not fit", bruker2D(), "", {2, 28}, 29 * 8, "1H/13C");
     }
 
-    void knownPeak()
-    {
-        QFETCH(Files, files);
-        QFETCH(QString, path);
-        QFETCH(QList<double>, shifts);
-        QFETCH(double, height);
-        QFETCH(QString, nuclei);
-
-        QTemporaryDir folder;
-        writeFiles(folder.path(), files);
-        const ExperimentalSpectrum spectrum = openExperimentalSpectrum(folder.filePath(path));
-        QVERIFY(isSound(spectrum));
-        QCOMPARE(*std::max_element(spectrum.data.begin(), spectrum.data.end()), height);
-        const QList<double> found = highestPoint(spectrum);
-        QCOMPARE(found.size(), shifts.size());
-
-        if (path.isEmpty() && shifts.size() == 2)
-            for (int i = 0; i < 30; ++i) // of the matrix in tiles
-                QCOMPARE(spectrum.data[i], 8.0 * i);
-
-        // The host's own reading of the entry, every point of each axis.
-        const Spectrum shown = Spectrum::fromMap(toEntryMap(spectrum));
-        QCOMPARE(shown.data.at(0), spectrum.data);
-        QStringList names;
-        for (qsizetype d = 0; d < shifts.size(); ++d) {
-            const SpectrumDimension &axis = spectrum.dimensions[d];
-            QVERIFY(std::abs(found[d] - shifts[d]) < 1e-9);
-            for (int i = 0; i < axis.points; ++i)
-                QVERIFY(std::abs(shown.axes[d].ppm(i) - axis.ppm(i)) < 1e-10);
-            names.append(axis.nucleus);
-        }
-        QCOMPARE(names.join(u'/'), nuclei);
-    }
-
     /// All that is told of a file: axes, peaks, and what was assumed.
-    void reports_data()
+    void reports()
     {
-        QTest::addColumn<Files>("files");
-        QTest::addColumn<QString>("report");
-        const auto row = [](const char *name, const QByteArray &text, const char *report) {
-            QTest::newRow(name) << Files{{u"s.x"_s, text}} << QString::fromUtf8(report);
+        const auto check = [](const char *name, const Files &files, const QString &path, const char *report) {
+            const QTemporaryDir folder;
+            writeFiles(folder.path(), files);
+            ReadOptions options;
+            options.frequency = {100, 40};
+            QString told;
+            const QByteArray refused =
+                failure([&] { told = MeasurementReport(readMeasurement(folder.filePath(path), options)).text(); });
+            QStringList lines = told.split(u'\n', Qt::SkipEmptyParts);
+            for (QString &line : lines)
+                line = line.simplified();
+            told = lines.join(u" | ");
+            QVERIFY2(refused.isEmpty() && told == QString::fromUtf8(report), name + refused + told.toUtf8());
+        };
+        const auto row = [&](const char *name, const QByteArray &text, const char *report) {
+            check(name, {{u"s.x"_s, text}}, u"s.x"_s, report);
         };
         const auto heights = [](int count, int high, const char *end) {
             QByteArray text;
@@ -404,42 +389,17 @@ private Q_SLOTS:
         files[u"pdata/1/title"_s] = "\n \n a b \nc";
         files[u"pdata/12/1r"_s] = files[u"pdata/3/2rr"_s] = "x";
         files[u"acqu2s"_s] = parameters({{"NUC1", "<15N>"}});
-        QTest::newRow("Bruker")
-            << files
-            << QString::fromUtf8(
-                   "Format Bruker | Title a b | F2 1H, 100.0000 MHz, 6 points from 4.5000 to 2.0000 ppm, 0.5 ppm "
-                   "apart | F1 15N, 100.0000 MHz, 5 points from 30.0000 to 28.0000 ppm, 0.5 ppm apart | Noise 0 "
-                   "around 28 | Peaks 0 picked | Note Processing 1 was read; there are also 3, 12.");
-        files[u"pdata/1/peaklist.xml"_s] = "<?xml version='1.0'?><PeakList><PeakList2D><Peak2D F1='60' F2='3.5' "
-                                           "intensity='2' annotation='a'/></PeakList2D><PeakList2D>"
-                                           "<Peak2D F1='50' F2='2.5' intensity='4'/></PeakList2D></PeakList>";
-        QTest::newRow("Bruker peaks")
-            << files
-            << QString::fromUtf8(
-                   "Format Bruker peak list | Title a b | F2 1H | F1 15N | Peaks 2 | 3.5000 60.0000 ppm 2 a | "
-                   "2.5000 50.0000 ppm 4 | Note The file has 2 lists, their peaks were joined.");
-    }
-
-    void reports()
-    {
-        QFETCH(Files, files);
-        QFETCH(QString, report);
-        const QTemporaryDir folder;
-        writeFiles(folder.path(), files);
-        const QString list = u"pdata/1/peaklist.xml"_s,
-                      name = files.size() == 1 ? u"s.x"_s
-            : files.contains(list)             ? list
-                                               : u"pdata/1/2rr"_s;
-        ReadOptions options;
-        options.frequency = {100, 40};
-        QString told;
-        const QByteArray refused =
-            failure([&] { told = MeasurementReport(readMeasurement(folder.filePath(name), options)).text(); });
-        QStringList lines = told.split(u'\n', Qt::SkipEmptyParts);
-        for (QString &line : lines)
-            line = line.simplified();
-        told = lines.join(u" | ");
-        QVERIFY2(refused.isEmpty() && told == report, qPrintable(told + QString::fromUtf8(refused)));
+        check("Bruker", files, u"pdata/1/2rr"_s,
+              "Format Bruker | Title a b | F2 1H, 100.0000 MHz, 6 points from 4.5000 to 2.0000 ppm, 0.5 ppm "
+              "apart | F1 15N, 100.0000 MHz, 5 points from 30.0000 to 28.0000 ppm, 0.5 ppm apart | Noise 0 "
+              "around 28 | Peaks 0 picked | Note Processing 1 was read; there are also 3, 12.");
+        const QString list = u"pdata/1/peaklist.xml"_s;
+        files[list] = "<?xml version='1.0'?><PeakList><PeakList2D><Peak2D F1='60' F2='3.5' "
+                      "intensity='2' annotation='a'/></PeakList2D><PeakList2D>"
+                      "<Peak2D F1='50' F2='2.5' intensity='4'/></PeakList2D></PeakList>";
+        check("Bruker peaks", files, list,
+              "Format Bruker peak list | Title a b | F2 1H | F1 15N | Peaks 2 | 3.5000 60.0000 ppm 2 a | "
+              "2.5000 50.0000 ppm 4 | Note The file has 2 lists, their peaks were joined.");
     }
 
     /// Their highest points, computed from the peak lists that the lines stand for.
@@ -485,168 +445,138 @@ private Q_SLOTS:
         }
     }
 
-    void badInput_data()
+    /// "?" stands for "/s, line ".
+    void badInput()
     {
-        QTest::addColumn<Files>("files");
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QString>("message");
-        const auto row = [](const char *name, const QByteArray &text, const char *message) { // "?": "/s, line "
-            const QString path = u"s"_s;
-            QTest::newRow(name) << Files{{path, text}} << path << QString::fromUtf8(message);
-        };
-        row("Y-check", table(6, "6AJJJ\n3EJJ\n"),
-            "/s, line 9: the Y-check fails: the line begins with 5 where the line before ended with 4");
-        row("too few points", table(6, "6AJJJ\n3DJ\n"),
-            "/s, line 9: the data end after 5 points where 6 were announced");
-        row("too many points", table(4, "4AJJJJ\n"),
-            "/s, line 8: there are more points than the 4 that were announced");
-        row("cut off within the last number", table(2, "2 1 1234\n").chopped(10),
-            "/s, line 8: the file ends within this line, ##END= was expected");
-        row("a lost line", table(12, "12 1 2 3\n3 4 5 6\n"),
-            "/s, line 9: the data end after 6 points where 12 were announced");
-        row("a lost line that no number of points tells",
-            table(30, "30 1 1 1 1 1 1 1 1 1 1\n10 1 1 1 1 1 1 1 1 1 1\n").replace("##NPOINTS= 30\n", ""),
-            "/s, line 8: the record ##NPOINTS= is missing, and of the 20 points that the table holds the one here "
-            "would lie at 14.73684211, not at 10 as the line says");
-        row("a distance of points of the wrong sign",
-            table(6, "6 1 2 3\n3 4 5 6\n").replace("##LASTX= 1", "##DELTAX= 1"),
-            "/s, line 9: by ##DELTAX= this line begins at X = 9, it says 3");
-        row("a repeat of 10^15", table(4, "4AZ00000000000000\n"),
-            "/s, line 8: an ordinate is repeated 800000000000000 times where 3 points are left of the 4 announced");
-        row("more points than bytes explain", table(2, "2 1 1\n").replace("NPOINTS= 2", "NPOINTS= 200000000"),
-            "/s, line 6: 200000000 points cannot be, between 2 and 1048576 were expected");
-        row("an axis beyond all shifts", jcamp(ppm, "1000000000", "0"),
-            "/s: an axis of 11 points from 1e+09 to 0 ppm is not that of a spectrum");
-        row("half a point", "SIMP\nNP=2.5\nSW=8000\nTYPE=SPE\nDATA\n1 0\n2 0\nEND\n",
-            "/s: NP=2.5, NI=1 are no size of a spectrum");
-        row("a size beyond integers", "# LEFT = 9 ppm. RIGHT = 0 ppm.\n# SIZE = 1e300\n1\n2\n",
-            "/s: 0 × 1 points cannot be");
-        row("sites beyond all spectra", "shift,count\n9,100000\n8,100000\n7,1\n",
-            "/s, line 4: more than 200000 peaks are too many");
-        row("another kind of file", QByteArray("\177ELF\0\0", 6),
-            "/s: this is no measurement that can be read: expected a Bruker folder or its file 1r or 2rr, JCAMP-DX, "
-            "CSDM, SIMPSON or text with ppm and intensity");
-
-        row("no ordinate", table(3, "3 1 ? 2\n"), "/s, line 8: a point has no ordinate (\"?\"), a number was expected");
-        row("a difference first", table(3, "3J1\n"), "?8: the line begins with a difference, an ordinate was expected");
-        row("a repeat first", table(3, "3S1\n"), "?8: a repeat count stands where an ordinate was expected");
-        row("a repeat of a repeat", table(9, "9ATT\n"), "?8: a repeat count stands where an ordinate was expected");
-        row("half a repeat", table(9, "9AT.5\n"),
-            "?8: an ordinate is repeated 2.5 times where 8 points are left of the 9 announced");
-        row("X alone", table(3, "3 1\n2\n1 5\n"), "?9: no ordinate follows the X value");
-        row("a word", table(3, "3 1 x 2\n"), "?8: expected an ordinate, found \"x 2\"");
-        row("no X", table(3, "A 1 2\n"), "?8: expected a number, found \"A 1 2\"");
-        row("a span of nothing", table(3, "3 1 2 3\n").replace("LASTX= 1", "LASTX= 3"),
-            "?1: the first and the last X value (3, 3) span no axis");
-        row("no number of points", table(3, "3 1 2 3\n").replace("NPOINTS= 3", "NPOINTS= x"),
-            "?6: expected a number for NPOINTS, found \"x\"");
-        row("no unit", table(3, "3 1 2 3\n").replace("##XUNITS= PPM", ""),
-            "?1: the block that begins here has no record ##XUNITS=");
-        row("seconds", table(3, "3 1 2 3\n").replace("PPM", "SECONDS"),
-            "?3: expected X values in HZ or PPM, found \"SECONDS\"");
-        row("Hz", table(3, "3 1 2 3\n").replace("PPM", "KHZ"),
-            "?1: X values in Hz need the record ##.OBSERVE FREQUENCY=, or the frequency of 0 ppm in MHz must be given");
-        row("a negative frequency", jcamp(hertz).replace("= 100\n", "= -100 MHz\n"),
-            "?6: expected a frequency in MHz, found -100");
-        row("another table", jcamp(ppm).replace("(X++(Y..Y))", "(X++(R..R))"),
-            "?11: expected a table (X++(Y..Y)), found \"(X++(R..R))\"");
-        row("a large factor", jcamp(ppm, "95", "85").replace("YFACTOR= 2", "YFACTOR= 1e308"),
-            "?11: an ordinate times its factor (1e+308) is too large");
-        row("an FID", jcamp(hertz).replace("NMR SPECTRUM", "NMR FID"),
-            "?1: this is an FID, a spectrum was expected: transform it with the spectrometer's software and export the "
-            "spectrum");
-        row("other data", jcamp(hertz).replace("NMR SPECTRUM", "MASS SPECTRUM"),
-            "/s: expected a block with the data type \"NMR SPECTRUM\" and a table, or one with peaks, found \"MASS "
-            "SPECTRUM\"");
-        row("no table", "##TITLE= t\n##DATA TYPE= NMR SPECTRUM\n##END=\n",
-            "?1: the spectrum that begins here has no table (X++(Y..Y)) or (XY..XY)");
-        row("no title", "##JCAMP-DX= 5\n##END=\n", "/s: a JCAMP-DX file was expected, no record ##TITLE= was found");
-        row("a form of its own", "##TITLE= t\n##DATA TYPE= NMR PEAK TABLE\n##PEAK TABLE= (ABX)\n1 2 3\n##END=\n",
-            "?3: expected peaks (XY..XY) or (XYA), found \"(ABX)\"");
-        row("a lost peak",
-            "##TITLE= t\n##DATA TYPE= NMR PEAK TABLE\n##NPOINTS= 3\n##PEAK TABLE= (XY..XY)\n1, 2 3, 4\n##END=\n",
-            "?4: 3 peaks were announced, 2 are there");
-        row("no number",
-            "##TITLE= t\n##DATA TYPE= NMR PEAK TABLE\n##PEAK TABLE= (XYA)\n(1, 2, <a>)\n(3, b, <4>)\n##END=\n",
-            "?5: expected a number, found \"b\"");
         const QByteArray plane = plane2D();
-        row("no such symbol", QByteArray(plane).replace("SYMBOL= F1, F2", "SYMBOL= F1, G2"),
-            "?9: the table's symbol \"F2\" is not in this list");
-        row("a lost row", QByteArray(plane).replace("VAR_DIM= 2", "VAR_DIM= 3"),
-            "?1: 3 rows were announced, 2 are there");
-        row("a row too many",
-            QByteArray(plane).replace("##END N", "##PAGE= F1=0\n##DATA TABLE= (F2++(Y..Y)), PROFILE\n3 4 9 5\n##END N"),
-            "?24: there are more rows than the 2 announced");
-        row("rows too long", QByteArray(plane).replace("VAR_DIM= 2, 3", "VAR_DIM= 1048576, 3"),
-            "?12: 3 × 1048576 points are more than the file can hold");
-        row("no tables",
-            QByteArray(plane).replace("DATA TABLE=", "DATA=").replace("VAR_DIM", "DATA TABLE= (F1, F2)\n##VAR_DIM"),
-            "?1: the block that begins here has no table (X++(R..R))");
         const QByteArray simpson = "SIMP\nNP=2\nSW=800\nTYPE=SPE\nDATA\n1 0\n2 0\nEND\n";
-        row("SIMPSON: no width", QByteArray(simpson).replace("SW", "WS"), "/s: the line SW= is missing before DATA");
-        row("SIMPSON: no number", QByteArray(simpson).replace("=800", "=8oo"), "?3: expected a number, found \"8oo\"");
-        row("SIMPSON: binary", QByteArray(simpson).replace("DATA", "FORMAT=BINARY\nDATA"),
-            "/s: the points are in binary form: save the spectrum as text (fsave without -binary)");
-        row("SIMPSON: half a line", QByteArray(simpson).replace("2 0", "2"),
-            "?7: expected a real and an imaginary part, found \"2\"");
-        row("SIMPSON: too many", QByteArray(simpson).replace("2 0", "2 0\n3 0"),
-            "?8: there are more points than the 2 announced");
-        row("SIMPSON: cut off", QByteArray(simpson).replace("END\n", ""),
-            "/s: the data end after 2 points where 2 and END were expected");
-        row("SIMPSON: one point", QByteArray(simpson).replace("NP=2", "NP=1"),
-            "/s: NP=1, NI=1 are no size of a spectrum");
+        const std::pair<QByteArray, const char *> texts[] = {
+            {table(6, "6AJJJ\n3EJJ\n"),
+             "?9: the Y-check fails: the line begins with 5 where the line before ended with 4"},
+            {table(6, "6AJJJ\n3DJ\n"), "?9: the data end after 5 points where 6 were announced"},
+            {table(4, "4AJJJJ\n"), "?8: there are more points than the 4 that were announced"},
+            {table(2, "2 1 1234\n").chopped(10), "?8: the file ends within this line, ##END= was expected"},
+            {table(12, "12 1 2 3\n3 4 5 6\n"), "?9: the data end after 6 points where 12 were announced"},
+            {table(30, "30 1 1 1 1 1 1 1 1 1 1\n10 1 1 1 1 1 1 1 1 1 1\n").replace("##NPOINTS= 30\n", ""),
+             "?8: the record ##NPOINTS= is missing, and of the 20 points that the table holds the one here "
+             "would lie at 14.73684211, not at 10 as the line says"},
+            {table(6, "6 1 2 3\n3 4 5 6\n").replace("##LASTX= 1", "##DELTAX= 1"),
+             "?9: by ##DELTAX= this line begins at X = 9, it says 3"},
+            {table(4, "4AZ00000000000000\n"),
+             "?8: an ordinate is repeated 800000000000000 times where 3 points are left of the 4 announced"},
+            {table(2, "2 1 1\n").replace("NPOINTS= 2", "NPOINTS= 200000000"),
+             "?6: 200000000 points cannot be, between 2 and 1048576 were expected"},
+            {jcamp(ppm, "1000000000", "0"), "/s: an axis of 11 points from 1e+09 to 0 ppm is not that of a spectrum"},
+            {"SIMP\nNP=2.5\nSW=8000\nTYPE=SPE\nDATA\n1 0\n2 0\nEND\n", "/s: NP=2.5, NI=1 are no size of a spectrum"},
+            {"# LEFT = 9 ppm. RIGHT = 0 ppm.\n# SIZE = 1e300\n1\n2\n", "/s: 0 × 1 points cannot be"},
+            {"shift,count\n9,100000\n8,100000\n7,1\n", "?4: more than 200000 peaks are too many"},
+            {QByteArray("\177ELF\0\0", 6),
+             "/s: this is no measurement that can be read: expected a Bruker folder or its file 1r or 2rr, JCAMP-DX, "
+             "CSDM, SIMPSON or text with ppm and intensity"},
+
+            {table(3, "3 1 ? 2\n"), "?8: a point has no ordinate (\"?\"), a number was expected"},
+            {table(3, "3J1\n"), "?8: the line begins with a difference, an ordinate was expected"},
+            {table(3, "3S1\n"), "?8: a repeat count stands where an ordinate was expected"},
+            {table(9, "9ATT\n"), "?8: a repeat count stands where an ordinate was expected"},
+            {table(9, "9AT.5\n"), "?8: an ordinate is repeated 2.5 times where 8 points are left of the 9 announced"},
+            {table(3, "3 1\n2\n1 5\n"), "?9: no ordinate follows the X value"},
+            {table(3, "3 1 x 2\n"), "?8: expected an ordinate, found \"x 2\""},
+            {table(3, "A 1 2\n"), "?8: expected a number, found \"A 1 2\""},
+            {table(3, "3 1 2 3\n").replace("LASTX= 1", "LASTX= 3"),
+             "?1: the first and the last X value (3, 3) span no axis"},
+            {table(3, "3 1 2 3\n").replace("NPOINTS= 3", "NPOINTS= x"),
+             "?6: expected a number for NPOINTS, found \"x\""},
+            {table(3, "3 1 2 3\n").replace("##XUNITS= PPM", ""),
+             "?1: the block that begins here has no record ##XUNITS="},
+            {table(3, "3 1 2 3\n").replace("PPM", "SECONDS"), "?3: expected X values in HZ or PPM, found \"SECONDS\""},
+            {table(3, "3 1 2 3\n").replace("PPM", "KHZ"),
+             "?1: X values in Hz need the record ##.OBSERVE FREQUENCY=, or the frequency of 0 ppm in MHz must be "
+             "given"},
+            {jcamp(hertz).replace("= 100\n", "= -100 MHz\n"), "?6: expected a frequency in MHz, found -100"},
+            {jcamp(ppm).replace("(X++(Y..Y))", "(X++(R..R))"),
+             "?11: expected a table (X++(Y..Y)), found \"(X++(R..R))\""},
+            {jcamp(ppm, "95", "85").replace("YFACTOR= 2", "YFACTOR= 1e308"),
+             "?11: an ordinate times its factor (1e+308) is too large"},
+            {jcamp(hertz).replace("NMR SPECTRUM", "NMR FID"),
+             "?1: this is an FID, a spectrum was expected: transform it with the spectrometer's software and "
+             "export the spectrum"},
+            {jcamp(hertz).replace("NMR SPECTRUM", "MASS SPECTRUM"),
+             "/s: expected a block with the data type \"NMR SPECTRUM\" and a table, or one with peaks, found \"MASS "
+             "SPECTRUM\""},
+            {"##TITLE= t\n##DATA TYPE= NMR SPECTRUM\n##END=\n",
+             "?1: the spectrum that begins here has no table (X++(Y..Y)) or (XY..XY)"},
+            {"##JCAMP-DX= 5\n##END=\n", "/s: a JCAMP-DX file was expected, no record ##TITLE= was found"},
+            {"##TITLE= t\n##DATA TYPE= NMR PEAK TABLE\n##PEAK TABLE= (ABX)\n1 2 3\n##END=\n",
+             "?3: expected peaks (XY..XY) or (XYA), found \"(ABX)\""},
+            {"##TITLE= t\n##DATA TYPE= NMR PEAK TABLE\n##NPOINTS= 3\n##PEAK TABLE= (XY..XY)\n1, 2 3, 4\n##END=\n",
+             "?4: 3 peaks were announced, 2 are there"},
+            {"##TITLE= t\n##DATA TYPE= NMR PEAK TABLE\n##PEAK TABLE= (XYA)\n(1, 2, <a>)\n(3, b, <4>)\n##END=\n",
+             "?5: expected a number, found \"b\""},
+            {QByteArray(plane).replace("SYMBOL= F1, F2", "SYMBOL= F1, G2"),
+             "?9: the table's symbol \"F2\" is not in this list"},
+            {QByteArray(plane).replace("VAR_DIM= 2", "VAR_DIM= 3"), "?1: 3 rows were announced, 2 are there"},
+            {QByteArray(plane).replace("##END N",
+                                       "##PAGE= F1=0\n##DATA TABLE= (F2++(Y..Y)), PROFILE\n3 4 9 5\n##END N"),
+             "?24: there are more rows than the 2 announced"},
+            {QByteArray(plane).replace("VAR_DIM= 2, 3", "VAR_DIM= 1048576, 3"),
+             "?12: 3 × 1048576 points are more than the file can hold"},
+            {QByteArray(plane).replace("DATA TABLE=", "DATA=").replace("VAR_DIM", "DATA TABLE= (F1, F2)\n##VAR_DIM"),
+             "?1: the block that begins here has no table (X++(R..R))"},
+            {QByteArray(simpson).replace("SW", "WS"), "/s: the line SW= is missing before DATA"},
+            {QByteArray(simpson).replace("=800", "=8oo"), "?3: expected a number, found \"8oo\""},
+            {QByteArray(simpson).replace("DATA", "FORMAT=BINARY\nDATA"),
+             "/s: the points are in binary form: save the spectrum as text (fsave without -binary)"},
+            {QByteArray(simpson).replace("2 0", "2"), "?7: expected a real and an imaginary part, found \"2\""},
+            {QByteArray(simpson).replace("2 0", "2 0\n3 0"), "?8: there are more points than the 2 announced"},
+            {QByteArray(simpson).replace("END\n", ""), "/s: the data end after 2 points where 2 and END were expected"},
+            {QByteArray(simpson).replace("NP=2", "NP=1"), "/s: NP=1, NI=1 are no size of a spectrum"}};
+        const auto check = [](const Files &files, const QString &path, const char *expected) {
+            const QTemporaryDir folder;
+            writeFiles(folder.path(), files);
+            ReadOptions options; // of those that never tell their frequency
+            options.frequency[0] = files.value(path).startsWith("SIMP") ? 100 : 0;
+            const QByteArray message =
+                *expected == '?' ? QByteArray("/s, line ") + (expected + 1) : QByteArray(expected);
+            QCOMPARE(failure([&] { openExperimentalSpectrum(folder.filePath(path), options); }),
+                     folder.path().toUtf8() + message);
+        };
+        for (const auto &[text, message] : texts)
+            check({{u"s"_s, text}}, u"s"_s, message);
 
         // An empty text to look for stands for a missing file.
-        const auto folder = [](const char *name, const char *file, const char *from, const char *to,
-                               const char *message) {
+        const std::tuple<const char *, const char *, const char *, const char *> folders[] = {
+            {"procs", "", "", "/pdata/1/procs: there is no such file"},
+            {"2rr", "", "",
+             ": no processed data were found here: expected a file 1r or 2rr, in this folder or in pdata/1"},
+            {"2rr", "\xf9", "",
+             "/pdata/1/2rr: the file has 174 bytes where the parameters (SI = 6 × 5, XDIM = 4 × 2, 4 bytes a point) "
+             "make 192"},
+            {"proc2s", "##$OFFSET=", "##$O=", "/pdata/1/proc2s: the parameter OFFSET is missing"},
+            {"procs", "SI= 6", "SI= 1000000000",
+             "/pdata/1/procs, line 6: SI: expected 2 to 268435456 points, found 1000000000"},
+            {"procs", "SI= 6", "SI= 268435456",
+             "/pdata/1/2rr: 1610612736 points (SI = 268435456 × 5, XDIM = 4 × 2) are too many"},
+            {"procs", "BYTORDP= 1", "BYTORDP= 2",
+             "/pdata/1/procs, line 13: BYTORDP: expected 0 (little endian) or 1 (big endian), found 2"},
+            {"procs", "BYTORDP= 1", "BYTORDP= 1\n##$DTYPP= 1",
+             "/pdata/1/procs, line 14: DTYPP: expected 0 (32-bit integers) or 2 (doubles), found 1"},
+            {"procs", "NC_proc= 3", "NC_proc= -501",
+             "/pdata/1/procs, line 14: NC_proc: expected an exponent of two of at most 500, found -501"},
+            {"proc2s", "SF= 100", "SF= 0", "/pdata/1/proc2s, line 7: SF: expected a frequency in MHz, found 0"},
+            {"proc2s", "SW_p= 250", "SW_p= -1", "/pdata/1/proc2s, line 8: SW_p: expected a width in Hz, found -1"},
+            {"procs", "XDIM= 4", "XDIM= 7",
+             "/pdata/1/procs, line 10: XDIM: expected a block of at most 6 points, found 7"},
+            {"proc2s", "SI= 5", "SI= 1", "/pdata/1/proc2s, line 6: SI: expected 2 to 268435456 points, found 1"},
+            {"procs", "SI= 6", "SI= six", "/pdata/1/procs, line 6: expected a number for SI, found \"six\""},
+            {"proc2s", "##$SI= 5", "##$FT_mod= 0\n##$FTSIZE= 0\n##$SI= 5",
+             "/pdata/1/proc2s, line 6: FT_mod: F1 was not Fourier-transformed, so this is a series of spectra and no "
+             "2D spectrum: extract the row that you want as a 1D spectrum (rsr in TopSpin)"}};
+        for (const auto &[file, from, to, message] : folders) {
             Files files = bruker2D();
             const QString path = u"pdata/1/"_s + QLatin1String(file);
             *from ? void(files[path].replace(from, to)) : void(files.remove(path));
-            QTest::newRow(name) << files << QString() << QString::fromUtf8(message);
-        };
-        folder("no procs", "procs", "", "", "/pdata/1/procs: there is no such file");
-        folder("no data", "2rr", "", "",
-               ": no processed data were found here: expected a file 1r or 2rr, in this folder or in pdata/1");
-        folder("data cut", "2rr", "\xf9", "",
-               "/pdata/1/2rr: the file has 174 bytes where the parameters (SI = 6 × 5, XDIM = 4 × 2, 4 bytes a point) "
-               "make 192");
-        folder("no reference", "proc2s", "##$OFFSET=", "##$O=", "/pdata/1/proc2s: the parameter OFFSET is missing");
-        folder("size of a matrix of 10^18 points", "procs", "SI= 6", "SI= 1000000000",
-               "/pdata/1/procs, line 6: SI: expected 2 to 268435456 points, found 1000000000");
-        folder("too many in all", "procs", "SI= 6", "SI= 268435456",
-               "/pdata/1/2rr: 1610612736 points (SI = 268435456 × 5, XDIM = 4 × 2) are too many");
-        folder("byte order", "procs", "BYTORDP= 1", "BYTORDP= 2",
-               "/pdata/1/procs, line 13: BYTORDP: expected 0 (little endian) or 1 (big endian), found 2");
-        folder("type", "procs", "BYTORDP= 1", "BYTORDP= 1\n##$DTYPP= 1",
-               "/pdata/1/procs, line 14: DTYPP: expected 0 (32-bit integers) or 2 (doubles), found 1");
-        folder("exponent", "procs", "NC_proc= 3", "NC_proc= -501",
-               "/pdata/1/procs, line 14: NC_proc: expected an exponent of two of at most 500, found -501");
-        folder("frequency", "proc2s", "SF= 100", "SF= 0",
-               "/pdata/1/proc2s, line 7: SF: expected a frequency in MHz, found 0");
-        folder("width", "proc2s", "SW_p= 250", "SW_p= -1",
-               "/pdata/1/proc2s, line 8: SW_p: expected a width in Hz, found -1");
-        folder("block", "procs", "XDIM= 4", "XDIM= 7",
-               "/pdata/1/procs, line 10: XDIM: expected a block of at most 6 points, found 7");
-        folder("point", "proc2s", "SI= 5", "SI= 1",
-               "/pdata/1/proc2s, line 6: SI: expected 2 to 268435456 points, found 1");
-        folder("word", "procs", "SI= 6", "SI= six", "/pdata/1/procs, line 6: expected a number for SI, found \"six\"");
-        folder("series", "proc2s", "##$SI= 5", "##$FT_mod= 0\n##$FTSIZE= 0\n##$SI= 5",
-               "/pdata/1/proc2s, line 6: FT_mod: F1 was not Fourier-transformed, so this is a series of spectra and no "
-               "2D spectrum: extract the row that you want as a 1D spectrum (rsr in TopSpin)");
-    }
-
-    void badInput()
-    {
-        QFETCH(Files, files);
-        QFETCH(QString, path);
-        QFETCH(QString, message);
-        QTemporaryDir folder;
-        writeFiles(folder.path(), files);
-        message.replace(QRegularExpression(u"^\\?"_s), u"/s, line "_s);
-        ReadOptions options; // of those that never tell their frequency
-        options.frequency[0] = files.value(path).startsWith("SIMP") ? 100 : 0;
-        QCOMPARE(failure([&] { openExperimentalSpectrum(folder.filePath(path), options); }),
-                 (folder.path() + message).toUtf8());
+            check(files, {}, message);
+        }
     }
 
     /// Bytes changed, cut out or doubled.
