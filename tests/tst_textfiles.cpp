@@ -136,21 +136,24 @@ ReadOptions withFrequency(double megahertz, const QString &unit = {})
 
 } // namespace
 
-Q_DECLARE_METATYPE(ReadOptions)
-
 class TestTextFiles : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
     /// The same spectrum in every shape.
-    void spectra_data()
+    void spectra()
     {
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<ReadOptions>("options");
-        QTest::addColumn<QString>("note");
-        const auto row = [](const char *name, const QByteArray &text, const char *note = "",
-                            const ReadOptions &options = {}) {
-            QTest::newRow(name) << text << options << QString::fromUtf8(note);
+        const QTemporaryDir folder;
+        const auto row = [&](const char *name, const QByteArray &text, const char *note = "",
+                             const ReadOptions &options = {}) {
+            const Measurement read = readBytes(folder, text, options);
+            const auto *spectrum = std::get_if<ExperimentalSpectrum>(&read);
+            QVERIFY2(spectrum && spectrum->data.size() == size_t(points), name);
+            QVERIFY2(spectrum->data[10] == 50.0 && spectrum->data[40] == -30.0, name);
+            QVERIFY2(std::abs(spectrum->dimensions[0].ppm(10) - 95.0) < 1e-9, name);
+            QVERIFY2(std::abs(spectrum->dimensions[0].ppm(40) - 80.0) < 1e-9, name);
+            const QByteArray notes = spectrum->notes.join(u' ').toUtf8();
+            QVERIFY2(notes.contains(note), name + notes);
         };
         row("comma", table({}), "taken as ppm");
         row("tab", table({"\t"}));
@@ -203,26 +206,10 @@ private Q_SLOTS:
         row("minus signs of print, blanks that do not break", table({"\xC2\xA0"}).replace("-", "\xE2\x88\x92"));
         row("columns behind a record", table({"\t"}, "##freq 100\nppm\n"));
     }
-    void spectra()
-    {
-        QFETCH(QByteArray, text);
-        QFETCH(ReadOptions, options);
-        QFETCH(QString, note);
-        const QTemporaryDir folder;
-        const Measurement read = readBytes(folder, text, options);
-        const auto *spectrum = std::get_if<ExperimentalSpectrum>(&read);
-        QVERIFY(spectrum);
-        QCOMPARE(spectrum->data.size(), size_t(points));
-        QCOMPARE(spectrum->data[10], 50.0);
-        QCOMPARE(spectrum->data[40], -30.0);
-        QVERIFY(std::abs(spectrum->dimensions[0].ppm(10) - 95.0) < 1e-9);
-        QVERIFY(std::abs(spectrum->dimensions[0].ppm(40) - 80.0) < 1e-9);
-        QVERIFY2(spectrum->notes.join(u' ').contains(note), qPrintable(spectrum->notes.join(u' ')));
-    }
 
-    void planes_data()
+    /// A table with names and without, and one whose F1 runs faster.
+    void planes()
     {
-        QTest::addColumn<QByteArray>("text");
         QByteArray region = "# F1LEFT = 40 ppm. F1RIGHT = 10 ppm.\n# F2LEFT = 9 ppm. F2RIGHT = 2 ppm.\n"
                             "# NROWS = 4 ( = a)\n# NCOLS = 8 ( = b)\n#\n",
                    named = "ppm_f2,ppm_f1,intensity\n", unnamed, turned;
@@ -240,34 +227,26 @@ private Q_SLOTS:
             for (int r = 0; r < 4; ++r)
                 turned += QByteArray::number(9 - c) + '\t' + QByteArray::number(40 - 10 * r) + '\t'
                     + QByteArray::number(10 * r + c) + '\n';
-        QTest::newRow("region") << region;
-        QTest::newRow("table") << named;
-        QTest::newRow("table without names") << unnamed;
-        QTest::newRow("F1 running faster") << turned;
-    }
-    void planes()
-    {
-        QFETCH(QByteArray, text);
-        const QTemporaryDir folder;
-        const Measurement read = readBytes(folder, text);
-        const auto *spectrum = std::get_if<ExperimentalSpectrum>(&read);
-        QVERIFY(spectrum);
-        QCOMPARE(spectrum->dimensions.size(), size_t(2));
-        QCOMPARE(spectrum->data[2 * 8 + 3], 23.0);
-        QCOMPARE(spectrum->dimensions[0].ppm(3), 6.0);
-        QCOMPARE(spectrum->dimensions[1].ppm(2), 20.0);
+        for (const QByteArray &text : {region, named, unnamed, turned}) {
+            const Measurement read = readBytes(QTemporaryDir(), text);
+            const auto &spectrum = std::get<ExperimentalSpectrum>(read);
+            QCOMPARE(spectrum.dimensions.size(), size_t(2));
+            QCOMPARE(spectrum.data[2 * 8 + 3], 23.0);
+            QCOMPARE(spectrum.dimensions[0].ppm(3), 6.0);
+            QCOMPARE(spectrum.dimensions[1].ppm(2), 20.0);
+        }
     }
 
-    void peaks_data()
+    void peaks()
     {
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<int>("dimensions");
-        QTest::addColumn<std::vector<MeasuredPeak>>("peaks");
-        QTest::addColumn<QString>("note");
         using Peaks = std::vector<MeasuredPeak>;
-        const auto row = [](const QByteArray &text, int dimensions, const Peaks &peaks, const char *note = "") {
-            QTest::addRow("%s", text.simplified().constData())
-                << text << dimensions << peaks << QString::fromUtf8(note);
+        const QTemporaryDir folder;
+        const auto row = [&](const QByteArray &text, int dimensions, const Peaks &peaks, const char *note = "") {
+            const Measurement read = readBytes(folder, text);
+            const auto *list = std::get_if<MeasuredPeaks>(&read);
+            QVERIFY2(list && list->dimensions == dimensions && list->peaks == peaks, text);
+            QVERIFY2(list->notes.join(u' ').contains(QString::fromUtf8(note)), text + list->notes.join(u' ').toUtf8());
+            QCOMPARE(list->title, u"file"_s);
         };
         const Peaks heights{{10.5, 0, 3}, {20.25, 0, 4}}, plain{{10.5}, {20.25}};
         for (const char *header : {"position,intensity", "ppm,intensity", "(ppm),I", "δ(1H),h", "Shift,Height", ""})
@@ -353,29 +332,29 @@ private Q_SLOTS:
                    "</PeakList2D></PeakList>"),
             2, {{3.5, 60, 2}});
     }
-    void peaks()
-    {
-        QFETCH(QByteArray, text);
-        QFETCH(int, dimensions);
-        QFETCH(std::vector<MeasuredPeak>, peaks);
-        QFETCH(QString, note);
-        const QTemporaryDir folder;
-        const Measurement read = readBytes(folder, text);
-        const auto *list = std::get_if<MeasuredPeaks>(&read);
-        QVERIFY(list);
-        QCOMPARE(list->dimensions, dimensions);
-        QVERIFY(list->peaks == peaks);
-        QVERIFY2(list->notes.join(u' ').contains(note), qPrintable(list->notes.join(u' ')));
-        QCOMPARE(list->title, u"file"_s);
-    }
 
-    void otherSpectra_data()
+    /// Shifts of the highest point.
+    void otherSpectra()
     {
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<ReadOptions>("options");
-        QTest::addColumn<QList<double>>("shifts"); // of the highest point
-        const auto row = [](const char *name, const QByteArray &text, const QList<double> &shifts,
-                            const ReadOptions &options = {}) { QTest::newRow(name) << text << options << shifts; };
+        const QTemporaryDir folder;
+        const auto row = [&](const char *name, const QByteArray &text, const QList<double> &shifts,
+                             const ReadOptions &options = {}) {
+            const Measurement read = readBytes(folder, text, options);
+            const auto &spectrum = std::get<ExperimentalSpectrum>(read);
+            qsizetype index = std::max_element(spectrum.data.begin(), spectrum.data.end()) - spectrum.data.begin();
+            QCOMPARE(qsizetype(spectrum.dimensions.size()), shifts.size());
+            // Written and read again it is the same, with its axis.
+            const Measurement again = readBytes(folder, CsdmFile::written(spectrum));
+            const auto &copy = std::get<ExperimentalSpectrum>(again);
+            QVERIFY2(copy.data == spectrum.data, name);
+            for (size_t d = 0; d < spectrum.dimensions.size(); ++d) {
+                const SpectrumDimension &axis = spectrum.dimensions[d];
+                QVERIFY2(std::abs(axis.ppm(double(index % axis.points)) - shifts[qsizetype(d)]) < 1e-9, name);
+                index /= axis.points;
+                QVERIFY2(std::abs(copy.dimensions[d].first - axis.first) < 1e-9, name);
+                QVERIFY2(std::abs(copy.dimensions[d].step - axis.step) < 1e-12, name);
+            }
+        };
         // The middle, at 100 MHz, is 0 Hz and 0 ppm; the highest is two steps of 1 ppm above it.
         row("CSDM, numbers", csdm(hertzAxis, eightNumbers), {2});
         QByteArray fft = hertzAxis;
@@ -398,31 +377,6 @@ private Q_SLOTS:
         row("CSDM, complex", csdm(ppm, base64("complex128", complex)), {8});
         row("SIMPSON", simpson("TYPE=SPE\n"), {0}, withFrequency(100));
         row("SIMPSON, reference", simpson("REF=500\nTYPE=SPE\n"), {5}, withFrequency(100));
-    }
-    void otherSpectra()
-    {
-        QFETCH(QByteArray, text);
-        QFETCH(ReadOptions, options);
-        QFETCH(QList<double>, shifts);
-        const QTemporaryDir folder;
-        const Measurement read = readBytes(folder, text, options);
-        const auto &spectrum = std::get<ExperimentalSpectrum>(read);
-        qsizetype index = std::max_element(spectrum.data.begin(), spectrum.data.end()) - spectrum.data.begin();
-        QCOMPARE(qsizetype(spectrum.dimensions.size()), shifts.size());
-        for (qsizetype d = 0; d < shifts.size(); ++d) {
-            const SpectrumDimension &axis = spectrum.dimensions[size_t(d)];
-            QVERIFY2(std::abs(axis.ppm(double(index % axis.points)) - shifts[d]) < 1e-9,
-                     qPrintable(QString::number(axis.ppm(double(index % axis.points)))));
-            index /= axis.points;
-        }
-        // Written and read again it is the same, with its axis.
-        const Measurement again = readBytes(folder, CsdmFile::written(spectrum));
-        const auto &copy = std::get<ExperimentalSpectrum>(again);
-        QVERIFY(copy.data == spectrum.data);
-        for (size_t d = 0; d < spectrum.dimensions.size(); ++d) {
-            QVERIFY(std::abs(copy.dimensions[d].first - spectrum.dimensions[d].first) < 1e-9);
-            QVERIFY(std::abs(copy.dimensions[d].step - spectrum.dimensions[d].step) < 1e-12);
-        }
     }
 
     void typesOfNumbers()
@@ -458,12 +412,11 @@ private Q_SLOTS:
             QVERIFY(failure([&] { readBytes(folder, text(elsewhere)); }).contains("beside this one was expected"));
     }
 
-    void refusals_data()
+    void refusals()
     {
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<QString>("message");
-        const auto row = [](const QByteArray &message, const QByteArray &text) {
-            QTest::addRow("%s", message.constData()) << text << QString::fromUtf8(message);
+        const QTemporaryDir folder;
+        const auto row = [&](const QByteArray &message, const QByteArray &text) {
+            QCOMPARE(failure([&] { readBytes(folder, text); }), folder.filePath(u"file"_s).toUtf8() + message);
         };
         const auto foreign = [](const QByteArray &name) {
             return ": this is data of " + name
@@ -613,14 +566,6 @@ private Q_SLOTS:
             const QString found = QString::fromUtf8(failure([&] { readMeasurement(path); }));
             QVERIFY2(found.contains(QLatin1String(message)), qPrintable(found));
         }
-    }
-
-    void refusals()
-    {
-        QFETCH(QByteArray, text);
-        QFETCH(QString, message);
-        const QTemporaryDir folder;
-        QCOMPARE(failure([&] { readBytes(folder, text); }), QString(folder.filePath(u"file"_s) + message).toUtf8());
     }
 };
 
