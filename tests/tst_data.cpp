@@ -375,12 +375,22 @@ private Q_SLOTS:
         QCOMPARE(entry.peakList(), map("raw", 2));
     }
 
-    void documentsNameWhatIsWrong_data()
+    void documentsNameWhatIsWrong()
     {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QVariant>("value");
-        const auto row = [](const char *message, const char *path, const QVariant &value) {
-            QTest::newRow(message) << QString::fromLatin1(path) << value;
+        const auto replaced = [](auto self, const QVariant &tree, const QString &at,
+                                 const QVariant &value) -> QVariant {
+            const QString key = at.section(u'.', 0, 0), rest = at.section(u'.', 1);
+            QVariantList list = tree.toList();
+            QVariantMap all = tree.toMap();
+            QVariant &changed = list.isEmpty() ? all[key] : list[key.toInt()];
+            changed = rest.isEmpty() ? value : self(self, changed, rest, value);
+            return list.isEmpty() ? QVariant(all) : list;
+        };
+        const auto row = [&](const char *message, const char *path, const QVariant &value) {
+            const QVariantMap document =
+                replaced(replaced, wholeDocument().toMap(), QLatin1String(path), value).toMap();
+            QCOMPARE(failure([&] { QVERIFY2(Document::fromMap(document).toMap() == document, path); }),
+                     QByteArray(message));
         };
         const QVariant id(wholeDocument().items[0].id), stranger(QUuid(u"{90000000-0000-4000-8000-000000000000}"_s));
         row("", "Items.2.Title", u"other"_s);
@@ -407,22 +417,6 @@ private Q_SLOTS:
             "CurrentTable", stranger);
         row("", "CurrentTable", QUuid());
         row("CustomData[1]: its \"ID\" is null or not its own", "CustomData.1.ID", id);
-    }
-    void documentsNameWhatIsWrong()
-    {
-        QFETCH(QString, path);
-        QFETCH(QVariant, value);
-        const auto replaced = [&](auto self, const QVariant &tree, const QString &at) -> QVariant {
-            const QString key = at.section(u'.', 0, 0), rest = at.section(u'.', 1);
-            QVariantList list = tree.toList();
-            QVariantMap all = tree.toMap();
-            QVariant &changed = list.isEmpty() ? all[key] : list[key.toInt()];
-            changed = rest.isEmpty() ? value : self(self, changed, rest);
-            return list.isEmpty() ? QVariant(all) : list;
-        };
-        const QVariantMap document = replaced(replaced, wholeDocument().toMap(), path).toMap();
-        QCOMPARE(failure([&] { QVERIFY(Document::fromMap(document).toMap() == document); }),
-                 QByteArray(QTest::currentDataTag()));
     }
 
     /// Every kind of value, through the bytes of a file; what is between them, and how it is told and stopped.
