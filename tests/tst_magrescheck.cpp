@@ -42,12 +42,19 @@ class TestMagresCheck : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void repairs_data()
+    /// Repaired to nothing: left alone.
+    void repairs()
     {
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<QByteArray>("repaired"); // empty: left alone
         const auto row = [](const char *name, const QByteArray &text, const QByteArray &repaired) {
-            QTest::newRow(name) << text << repaired;
+            const MagresCheck::Findings findings = MagresCheck::examine(text);
+            QVERIFY2(findings.repaired == repaired, name + findings.repaired);
+            const QString told = findings.warnings.join(u' ');
+            QVERIFY2(told.contains(u"taken apart") == (!repaired.isEmpty() && text.contains('\n')), name);
+            if (qstrcmp(name, "both kinds") == 0)
+                QCOMPARE(
+                    told,
+                    u"Label and index stand together in 2 records (the first one: C100 in line 13); they were taken apart, each in the only way that names an atom of the file."_s);
+            QVERIFY2(repaired.isEmpty() || MagresCheck::examine(repaired).repaired.isEmpty(), name);
         };
         QByteArray fused = usual();
         fused.replace("ms C 100", "ms C100").replace("efg C 100", "efg C100");
@@ -80,28 +87,13 @@ private Q_SLOTS:
         row("records of a block that nobody reads",
             head + atomsBlock(atom("H", 100)) + "[other]\nms H100" + tensor + "[/other]\n", {});
     }
-    void repairs()
-    {
-        QFETCH(QByteArray, text);
-        QFETCH(QByteArray, repaired);
-        const MagresCheck::Findings findings = MagresCheck::examine(text);
-        QCOMPARE(findings.repaired, repaired);
-        const QString told = findings.warnings.join(u' ');
-        QCOMPARE(told.contains(u"taken apart"), !repaired.isEmpty() && text.contains('\n'));
-        if (qstrcmp(QTest::currentDataTag(), "both kinds") == 0)
-            QCOMPARE(
-                told,
-                u"Label and index stand together in 2 records (the first one: C100 in line 13); they were taken apart, each in the only way that names an atom of the file."_s);
-        if (!repaired.isEmpty())
-            QVERIFY(MagresCheck::examine(repaired).repaired.isEmpty());
-    }
 
-    void warnings_data()
+    /// All there are.
+    void warnings()
     {
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<QStringList>("warnings"); // all there are
         const auto row = [](const char *name, const QByteArray &text, const QStringList &warnings) {
-            QTest::newRow(name) << text << warnings;
+            const QStringList found = MagresCheck::examine(text).warnings;
+            QVERIFY2(found == warnings, name + found.join(u'\n').toUtf8());
         };
         const QByteArray atoms = atomsBlock(atom("H", 1) + atom("C", 1)),
                          tensors = magresBlock("ms H 1" + tensor + "ms C 1" + tensor);
@@ -134,15 +126,6 @@ private Q_SLOTS:
         row("units that come second",
             QByteArray(head + atoms + tensors).replace("units ms ppm", "units ms ppm\nunits ms au"),
             {u"Units that were not checked: ms in au, taken as ppm."_s});
-    }
-    void warnings()
-    {
-        QFETCH(QByteArray, text);
-        QFETCH(QStringList, warnings);
-        const QStringList found = MagresCheck::examine(text).warnings;
-        QVERIFY2(found.size() == warnings.size(), qPrintable(found.join(u'\n')));
-        for (qsizetype i = 0; i < found.size(); ++i)
-            QCOMPARE(found[i], warnings[i]);
     }
 
     void firstLine()
