@@ -75,42 +75,33 @@ QList<double> positions(const QVariantMap &entry)
 
 } // namespace
 
-Q_DECLARE_METATYPE(Line)
-
 class TestExperiment : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void picking_data()
-    {
-        QTest::addColumn<Lines>("lines");
-        QTest::addColumn<double>("noise");
-        QTest::addColumn<double>("tolerance"); // points
-        QTest::newRow("nothing") << Lines{} << 0.0 << 0.0;
-        QTest::newRow("noise alone") << Lines{} << 1.0 << 0.0;
-        QTest::newRow("between the points") << Lines{{1000.3, 10, 12}} << 0.0 << 0.05;
-        QTest::newRow("noise") << Lines{{500.4, 10, 12}, {1500.5, 3, 12}} << 0.1 << 1.0;
-        QTest::newRow("overlap") << Lines{{1000, 10, 12}, {1016, 8, 12}} << 0.05 << 1.0;
-        QTest::newRow("broad with noise on its flanks") << Lines{{1000, 10, 300}} << 0.2 << 12.0;
-    }
     void picking()
     {
-        QFETCH(Lines, lines);
-        QFETCH(double, noise);
-        QFETCH(double, tolerance);
-        const auto values = trace(2048, lines, noise, -50);
-        const auto peaks = PeakPicking::pick(values);
-        QCOMPARE(qsizetype(peaks.size()), lines.size());
-        for (size_t i = 0; i < peaks.size(); ++i) {
-            QVERIFY2(std::abs(peaks[i].point - lines[i].point) <= tolerance,
-                     qPrintable(QString::number(peaks[i].point)));
-            QVERIFY(std::abs(peaks[i].height / lines[i].height - 1) < 0.2);
+        // Lines, noise and tolerance in points: of nothing but a base line; between the points; of lines that overlap;
+        // of a broad one with noise on its flanks.
+        for (const auto &[lines, noise, tolerance] : {std::tuple(Lines{}, 0.0, 0.0), std::tuple(Lines{}, 1.0, 0.0),
+                                                      std::tuple(Lines{{1000.3, 10, 12}}, 0.0, 0.05),
+                                                      std::tuple(Lines{{500.4, 10, 12}, {1500.5, 3, 12}}, 0.1, 1.0),
+                                                      std::tuple(Lines{{1000, 10, 12}, {1016, 8, 12}}, 0.05, 1.0),
+                                                      std::tuple(Lines{{1000, 10, 300}}, 0.2, 12.0)}) {
+            const auto values = trace(2048, lines, noise, -50);
+            const auto peaks = PeakPicking::pick(values);
+            QCOMPARE(qsizetype(peaks.size()), lines.size());
+            for (size_t i = 0; i < peaks.size(); ++i) {
+                QVERIFY2(std::abs(peaks[i].point - lines[i].point) <= tolerance,
+                         qPrintable(QString::number(peaks[i].point)));
+                QVERIFY(std::abs(peaks[i].height / lines[i].height - 1) < 0.2);
+            }
+            // The same spectrum the other way round.
+            const auto mirrored = PeakPicking::pick(std::vector<double>(values.rbegin(), values.rend()));
+            QCOMPARE(mirrored.size(), peaks.size());
+            for (size_t i = 0; i < peaks.size(); ++i)
+                QVERIFY(std::abs(mirrored[mirrored.size() - 1 - i].point - (2047 - peaks[i].point)) < 1e-6);
         }
-        // The same spectrum the other way round.
-        const auto mirrored = PeakPicking::pick(std::vector<double>(values.rbegin(), values.rend()));
-        QCOMPARE(mirrored.size(), peaks.size());
-        for (size_t i = 0; i < peaks.size(); ++i)
-            QVERIFY(std::abs(mirrored[mirrored.size() - 1 - i].point - (2047 - peaks[i].point)) < 1e-6);
     }
 
     void pickingSurvivesFaults()
