@@ -99,6 +99,17 @@ std::vector<int> nucleiOfLines(const std::vector<ComparedSite> &sites, const std
     return nuclei;
 }
 
+QList<SpectrumPeak> peaksAt(const std::vector<double> &shifts)
+{
+    QList<SpectrumPeak> peaks;
+    for (double shift : shifts) {
+        peaks.append(SpectrumPeak());
+        peaks.last().id = QUuid::createUuid();
+        peaks.last().f2 = shift;
+    }
+    return peaks;
+}
+
 std::vector<double> shuffled(Random &random, std::vector<double> values)
 {
     for (int i = int(values.size()) - 1; i > 0; --i)
@@ -266,49 +277,33 @@ private Q_SLOTS:
         QVERIFY(!Lattice::of({{{1, 0, 0}, {0, std::nan(""), 0}, {0, 0, 1}}}));
     }
 
-    void uniqueSites_data()
-    {
-        using A = UniqueSites::Averaging;
-        QTest::addColumn<int>("copies");
-        QTest::addColumn<double>("distortion");
-        QTest::addColumn<double>("tolerance");
-        QTest::addColumn<int>("averaging");
-        QTest::addColumn<QString>("sites");
-        QTest::addColumn<int>("warnings");
-        QTest::newRow("cell") << 1 << 0.0 << 0.02 << int(A::None) << "C1 ×4, H1 ×4, H5 ×4, H9 ×4, H13 ×4" << 0;
-        QTest::newRow("supercell") << 2 << 0.0 << 0.02 << int(A::None) << "C1 ×8, H1 ×8, H9 ×8, H17 ×8, H25 ×8" << 0;
-        QTest::newRow("methyl") << 1 << 0.0 << 0.02 << int(A::Ch3) << "C1 ×4, H1 ×12, H13 ×4" << 0;
-        QTest::newRow("small spread") << 1 << 0.3 << 0.02 << int(A::Xh3) << "C1 ×4, H1 ×12, H13 ×4" << 0;
-        QTest::newRow("spread") << 1 << 2.0 << 0.02 << int(A::Ch3) << "C1 ×3, C4, H1 ×9, H4 ×3, H13 ×3, H16" << 3;
-        QTest::newRow("off") << 1 << 0.0 << 0.0 << int(A::Ch3)
-                             << "C1, C2, C3, C4, H1 ×3, H2 ×3, H3 ×3, H4 ×3, H13, H14, H15, H16" << 0;
-    }
-
     void uniqueSites()
     {
-        QFETCH(int, copies);
-        QFETCH(double, distortion);
-        QFETCH(double, tolerance);
-        QFETCH(int, averaging);
-        CrystalStructure s = structureOf(monoclinicCrystal(copies, distortion));
-        bondMethyls(s, copies);
-        const auto unique = UniqueSites::of(s, {tolerance, UniqueSites::Averaging(averaging)});
-        QStringList names;
-        int atoms = 0;
-        for (const UniqueSite &site : unique.sites) {
-            names.append(siteName(s, site));
-            atoms += site.nuclei();
-        }
-        QTEST(names.join(", "_L1), "sites");
-        QCOMPARE(atoms, 20 * copies);
-        if (QTest::currentTestFailed())
-            return;
-        QFETCH(int, warnings);
-        QCOMPARE(unique.warnings.size(), warnings);
-        QCOMPARE(unique.spaceGroup, tolerance > 0 ? u"P2_1/c (14)"_s : u""_s);
-        if (averaging != 0 && distortion == 0 && tolerance > 0) {
-            QVERIFY(isClose(*unique.sites[1].shielding, 28));
-            QCOMPARE(unique.sites[1].lines, 4);
+        using A = UniqueSites::Averaging;
+        for (const auto &[copies, distortion, tolerance, averaging, sites, warnings] :
+             {std::tuple(1, 0.0, 0.02, A::None, "C1 ×4, H1 ×4, H5 ×4, H9 ×4, H13 ×4", 0),
+              std::tuple(2, 0.0, 0.02, A::None, "C1 ×8, H1 ×8, H9 ×8, H17 ×8, H25 ×8", 0),
+              std::tuple(1, 0.0, 0.02, A::Ch3, "C1 ×4, H1 ×12, H13 ×4", 0),
+              std::tuple(1, 0.3, 0.02, A::Xh3, "C1 ×4, H1 ×12, H13 ×4", 0),
+              std::tuple(1, 2.0, 0.02, A::Ch3, "C1 ×3, C4, H1 ×9, H4 ×3, H13 ×3, H16", 3),
+              std::tuple(1, 0.0, 0.0, A::Ch3, "C1, C2, C3, C4, H1 ×3, H2 ×3, H3 ×3, H4 ×3, H13, H14, H15, H16", 0)}) {
+            CrystalStructure s = structureOf(monoclinicCrystal(copies, distortion));
+            bondMethyls(s, copies);
+            const auto unique = UniqueSites::of(s, {tolerance, averaging});
+            QStringList names;
+            int atoms = 0;
+            for (const UniqueSite &site : unique.sites) {
+                names.append(siteName(s, site));
+                atoms += site.nuclei();
+            }
+            QCOMPARE(names.join(", "_L1), QString::fromUtf8(sites));
+            QCOMPARE(atoms, 20 * copies);
+            QCOMPARE(unique.warnings.size(), warnings);
+            QCOMPARE(unique.spaceGroup, tolerance > 0 ? u"P2_1/c (14)"_s : u""_s);
+            if (averaging != A::None && distortion == 0 && tolerance > 0) {
+                QVERIFY(isClose(*unique.sites[1].shielding, 28));
+                QCOMPARE(unique.sites[1].lines, 4);
+            }
         }
     }
 
@@ -459,12 +454,7 @@ private Q_SLOTS:
             }
             const CrystalStructure structure = structureOf(text + "[/atoms]\n[magres]\n" + tensors + "[/magres]\n");
             const UniqueSites unique = UniqueSites::of(structure, {});
-            QList<SpectrumPeak> peaks;
-            for (int k = 0; k < m; ++k) {
-                peaks.append(SpectrumPeak());
-                peaks.last().id = QUuid::createUuid();
-                peaks.last().f2 = random.uniform(20, 170);
-            }
+            QList<SpectrumPeak> peaks = peaksAt(uniform(random, m, 20, 170));
             NucleusMeasurement options;
             options.nucleus = u"13C"_s;
             PeakComparison compared = PeakComparison::of(structure, unique, options, peaks);
@@ -500,13 +490,7 @@ private Q_SLOTS:
         protons.nucleus = u"1H"_s;
         protons.scale.reference = 31;
         const auto compare = [&](const std::vector<double> &shifts) {
-            QList<SpectrumPeak> peaks;
-            for (double shift : shifts) {
-                peaks.append(SpectrumPeak());
-                peaks.last().id = QUuid::createUuid();
-                peaks.last().f2 = shift;
-            }
-            return PeakComparison::of(crystal, unique, protons, peaks);
+            return PeakComparison::of(crystal, unique, protons, peaksAt(shifts));
         };
         // Four sites of four protons; calculated 11, 4, 3 and 2 ppm.
         PeakComparison compared = compare({11, 11, 4, 4, 3, 3, 2, 2});
