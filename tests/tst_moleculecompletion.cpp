@@ -175,12 +175,10 @@ private Q_SLOTS:
             QCOMPARE(failure([&] { Magres::completeMolecules(crystal.atoms, cubic(edge)); }), QByteArray());
     }
 
-    void equalsLiteral_data()
+    void equalsLiteral()
     {
-        QTest::addColumn<QList<MagresAtom>>("atoms");
-        QTest::addColumn<QList<double>>("lattice");
         const auto row = [](const char *name, const Crystal &crystal) {
-            QTest::newRow(name) << crystal.atoms << crystal.lattice;
+            QVERIFY2(differenceFromLiteral(crystal).isEmpty(), name + differenceFromLiteral(crystal).toUtf8());
         };
         row("molecules", Crystals::molecular(180, 3));
         row("framework", Crystals::framework(120));
@@ -204,42 +202,30 @@ private Q_SLOTS:
         row("both gain", breaking({-0.5, -1.0, -1.5, 1.25, 1.75}));
     }
 
-    void equalsLiteral()
-    {
-        QFETCH(QList<MagresAtom>, atoms);
-        QFETCH(QList<double>, lattice);
-        QCOMPARE(differenceFromLiteral({atoms, lattice}), QString());
-    }
-
-    void randomCrystalsEqualLiteral_data()
-    {
-        QTest::addColumn<MakeCrystal>("make");
-        const auto row = [](const char *name, const MakeCrystal &make) { QTest::newRow(name) << make; };
-        row("anywhere", [](Random &random) { return randomCrystal(random, false); });
-        row("distances at the limits of bonds", [](Random &random) { return randomCrystal(random, true); });
-        row("bonds changed by rounding", roundedCrystal);
-    }
-
-    /// MAGRES_FUZZ_ROUNDS in the environment: another number of crystals.
+    /// Anywhere, with distances at the limits of bonds, and with bonds changed by rounding. MAGRES_FUZZ_ROUNDS in the
+    /// environment: another number of crystals.
     void randomCrystalsEqualLiteral()
     {
-        QFETCH(MakeCrystal, make);
+        const MakeCrystal anywhere = [](Random &random) { return randomCrystal(random, false); },
+                          atLimits = [](Random &random) { return randomCrystal(random, true); };
         bool isSet = false;
         const int wanted = qEnvironmentVariableIntValue("MAGRES_FUZZ_ROUNDS", &isSet);
         const int rounds = isSet ? wanted : 300;
-        int changed = 0;
-        for (int seed = 0; seed < rounds; ++seed) {
-            Random random(std::uint64_t(seed) + 1);
-            Crystal crystal = make(random);
-            const QString difference = differenceFromLiteral(crystal);
-            QVERIFY2(difference.isEmpty(), qPrintable(u"%1, seed %2"_s.arg(difference).arg(seed)));
-            const QList<MagresAtom> before = crystal.atoms;
-            Magres::detectBonds(crystal.atoms);
-            Magres::completeMolecules(crystal.atoms, crystal.lattice);
-            changed += !std::equal(before.begin(), before.end(), crystal.atoms.begin(),
-                                   [](const MagresAtom &a, const MagresAtom &b) { return a.pos == b.pos; });
+        for (const MakeCrystal &make : {anywhere, atLimits, MakeCrystal(roundedCrystal)}) {
+            int changed = 0;
+            for (int seed = 0; seed < rounds; ++seed) {
+                Random random(std::uint64_t(seed) + 1);
+                Crystal crystal = make(random);
+                const QString difference = differenceFromLiteral(crystal);
+                QVERIFY2(difference.isEmpty(), qPrintable(u"%1, seed %2"_s.arg(difference).arg(seed)));
+                const QList<MagresAtom> before = crystal.atoms;
+                Magres::detectBonds(crystal.atoms);
+                Magres::completeMolecules(crystal.atoms, crystal.lattice);
+                changed += !std::equal(before.begin(), before.end(), crystal.atoms.begin(),
+                                       [](const MagresAtom &a, const MagresAtom &b) { return a.pos == b.pos; });
+            }
+            QVERIFY2(changed > rounds / 4, qPrintable(u"only %1 crystals had anything to move"_s.arg(changed)));
         }
-        QVERIFY2(changed > rounds / 4, qPrintable(u"only %1 crystals had anything to move"_s.arg(changed)));
     }
 };
 
