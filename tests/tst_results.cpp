@@ -121,36 +121,14 @@ private Q_SLOTS:
 
         // The same in another program's form: zeta is that of the shielding, angles are radians.
         options.labels = {u"O1"_s};
-        QCOMPARE(QString::fromUtf8(SpinSystem::fromData(data, options).mrsimulator(u"x"_s)), uR"({
-    "name": "x",
-    "spin_systems": [
-        {
-            "abundance": "100 %",
-            "name": "O1",
-            "sites": [
-                {
-                    "isotope": "17O",
-                    "isotropic_chemical_shift": "30.000000 ppm",
-                    "quadrupolar": {
-                        "Cq": "18025458.600 Hz",
-                        "alpha": "-1.570796327 rad",
-                        "beta": "0.000000000 rad",
-                        "eta": 0.33333333,
-                        "gamma": "0.000000000 rad"
-                    },
-                    "shielding_symmetric": {
-                        "alpha": "-1.570796327 rad",
-                        "beta": "0.000000000 rad",
-                        "eta": 0.33333333,
-                        "gamma": "0.000000000 rad",
-                        "zeta": "-3.000000 ppm"
-                    }
-                }
-            ]
-        }
-    ]
-}
-)"_s);
+        const QByteArray other = SpinSystem::fromData(data, options).mrsimulator(u"x"_s);
+        QCOMPARE(QJsonDocument::fromJson(other).toJson(QJsonDocument::Compact),
+                 "{\"name\":\"x\",\"spin_systems\":[{\"abundance\":\"100 "
+                 "%\",\"name\":\"O1\",\"sites\":[{\"isotope\":\"17O\",\"isotropic_chemical_shift\":\"30.000000 "
+                 "ppm\",\"quadrupolar\":{\"Cq\":\"18025458.600 Hz\",\"alpha\":\"-1.570796327 "
+                 "rad\",\"beta\":\"0.000000000 rad\",\"eta\":0.33333333,\"gamma\":\"0.000000000 "
+                 "rad\"},\"shielding_symmetric\":{\"alpha\":\"-1.570796327 rad\",\"beta\":\"0.000000000 "
+                 "rad\",\"eta\":0.33333333,\"gamma\":\"0.000000000 rad\",\"zeta\":\"-3.000000 ppm\"}}]}]}");
     }
 
     void tableIsSortedCopiedAndLinked()
@@ -265,8 +243,6 @@ private Q_SLOTS:
         const QByteArray csv = TableExport::write(table->content(), TableExport::Format::Csv);
         QCOMPARE(csv.left(csv.indexOf('\n')),
                  "type,labels,atomNos,iso,aniso,assym,qassym,Cq,qIso,delta11,delta22,delta33,span,multiplicity");
-        const QByteArray json = TableExport::write(table->content(), TableExport::Format::Json);
-        QVERIFY(json.contains("\"span\"") && !json.contains("\"eq\""));
         QCOMPARE(table->selectionText().section(u'\n', 0, 0), shown.join(u'\t'));
 
         // Kept with the document, undone step by step.
