@@ -253,13 +253,6 @@ private Q_SLOTS:
         QCOMPARE(toJson(nested)[u"m"_s][0][u"k"_s], QJsonValue(1));
     }
 
-    void alignedText()
-    {
-        const QString text =
-            TableExport::alignedText({u"Name"_s, u"x"_s}, {{u"C1"_s, u"1.5"_s}, {u"Carbon"_s, u"-10.25"_s}});
-        QCOMPARE(text, u"Name         x\n------  ------\nC1         1.5\nCarbon  -10.25\n"_s);
-    }
-
     /// When one of several files cannot be written, the others do not appear, and what was there before stays.
     void allFilesOrNone()
     {
