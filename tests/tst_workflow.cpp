@@ -263,6 +263,18 @@ private Q_SLOTS:
         choose(window(), table, {isotopeCommand}); // shows nothing
     }
 
+    void plotGoesUnderItsDialog()
+    {
+        makeSpectrum(carbonSpectrum);
+        m_dialogs.expect(parametersTitle, [this](QDialog *dialog) {
+            delete spectrum();
+            press(dialog, QDialogButtonBox::Ok);
+        });
+        m_dialogs.expectBox(QMessageBox::Critical, u"Interrupted"_s, updateFailure + noMagresSpectrum);
+        // By name, as hosts may call it: the menu would go together with its item.
+        QVERIFY(QMetaObject::invokeMethod(m_host->plugins().plugins().first().object, "updateSpectrum"));
+    }
+
     /// Whatever another version has left behind, the user can go on from there.
     void nonsenseInParametersAndSettings_data()
     {
