@@ -419,7 +419,9 @@ private Q_SLOTS:
             row.wideProbability = 0.126;
             row.fit = u"bad"_s;
         }
-        made[0] = {made[0].file};
+        const QString bare = made[0].file;
+        made[0] = RankRow();
+        made[0].file = bare;
         made[0].fail(std::runtime_error("no atoms"));
         model.setRows(made, {{QString()}}, u"29Si"_s);
         const auto text = [&](int row, int role) {

@@ -310,6 +310,15 @@ private Q_SLOTS:
         row("F1 −110.2–112.2\nF2 −0.5–0.25\nF3 −1.5\n", 1,
             {{-111.2, 0, 1, u"F1"_s}, {-0.125, 0, 1, u"F2"_s}, {-1.5, 0, 1, u"F3"_s}}, "Ranges");
         row("13C{1H} NMR (C6D6, 75.5 MHz): δ = 170,2; 133,3\n", 1, {{170.2}, {133.3}});
+        // Shifts in one line; three numbers that do not fall may be the columns of a cross peak.
+        for (const char *line : {"170.2, 133.3, 20.4", "170.2 133.3 20.4\n", "13C: 170,2; 133,3; 20,4",
+                                 "170,2 133,3 20,4", "# from the paper\n[170.2, 133.3, 20.4]"})
+            row(line, 1, {{170.2}, {133.3}, {20.4}}, "the numbers of the only line are shifts");
+        row("20.4 133.3 150.1 170.2", 1, {{20.4}, {133.3}, {150.1}, {170.2}});
+        row("8.1 120.5 3000", 2, {{8.1, 120.5, 3000}});
+        row("Atom A B\nC1 170.2 171.3\nC2 20.4 21\n", 1, {{170.2, 0, 171.3, u"C1"_s}, {20.4, 0, 21, u"C2"_s}},
+            "Column \"B\" was taken as the intensity.");
+        row("ppm\theight\n170.2\t\"1,234,567\"\n20.1\t300\n", 1, {{170.2, 0, 1234567}, {20.1, 0, 300}});
         // Commas of numbers, and commas between them.
         row("10,2\n20,1\n", 1, {{10, 0, 2}, {20, 0, 1}}, "\"10,2\" is a peak at 10");
         row("ppm\n173,2\n55,1\n", 1, {{173.2}, {55.1}});

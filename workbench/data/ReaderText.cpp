@@ -101,9 +101,10 @@ bool Lines::next()
     if (m_rest.empty())
         return false;
     ++m_number;
-    const size_t end = m_rest.find_first_of("\r\n");
+    const auto isEnd = [](char c) { return c == '\r' || c == '\n'; };
+    const size_t end = size_t(std::find_if(m_rest.begin(), m_rest.end(), isEnd) - m_rest.begin());
     m_line = m_rest.substr(0, end);
-    if (end == std::string_view::npos)
+    if (end == m_rest.size())
         m_rest = {};
     else
         m_rest.remove_prefix(end + (m_rest.substr(end).starts_with("\r\n") ? 2 : 1));

@@ -29,14 +29,13 @@ class Fields {
 public:
     explicit Fields(std::string_view line)
     {
-        constexpr std::string_view blanks = " \t\r\f\v";
-        while (m_size < m_fields.size()) {
-            const size_t start = line.find_first_not_of(blanks);
-            if (start == line.npos)
-                break;
-            const size_t end = std::min(line.find_first_of(blanks, start), line.size());
-            m_fields[m_size++] = line.substr(start, end - start);
-            line.remove_prefix(end);
+        // The library's search for one of several characters takes a call for each that it passes.
+        const auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\f' || c == '\v'; };
+        auto at = line.begin();
+        while (m_size < m_fields.size() && (at = std::find_if_not(at, line.end(), isBlank)) != line.end()) {
+            const auto end = std::find_if(at, line.end(), isBlank);
+            m_fields[m_size++] = {at, end};
+            at = end;
         }
     }
 

@@ -117,10 +117,56 @@ std::optional<MeasuredPeak> peakOf(const QString &entry, bool &isRange)
     return peak;
 }
 
+/// "[170.2, 133.3, 20.4]", "13C: 170,2; 133,3; 20,4" or the numbers alone, the only line but for comments. Three or
+/// four numbers in another order may as well be the columns of one peak.
+std::optional<MeasuredPeaks> onlyLine(const std::vector<TextLine> &lines, const QString &source)
+{
+    static const QRegularExpression pattern(QStringLiteral(
+        "^(?:(?<nucleus>\\d{1,3}[A-Z][a-z]?)[ ]*[:=])?[ ]*(?<open>[\\[({])?(?<list>[-+.,;\\d ]+)[\\])}]?[ ;,.]*$")),
+        blanks(QStringLiteral("[ ]+"));
+    QRegularExpressionMatch match;
+    for (const TextLine &line : lines) {
+        const QString text = plainText(ReaderText::decoded(line.text)).trimmed();
+        if (text.isEmpty() || QStringView(u"#%!;").contains(text.front()))
+            continue;
+        if (match.hasMatch() || !(match = pattern.match(text)).hasMatch())
+            return {};
+    }
+    QString list = match.captured(u"list").trimmed();
+    if (!list.contains(QStringLiteral(", ")) && !list.contains(u';'))
+        list.replace(blanks, QStringLiteral("; "));
+    MeasuredPeaks result;
+    for (const QString &entry : entries(withDecimalPoints(list))) {
+        bool isRange = false;
+        const auto peak = peakOf(entry, isRange);
+        if (!peak)
+            return {};
+        result.peaks.push_back(*peak);
+    }
+    const auto &peaks = result.peaks;
+    const auto isLower = [](const MeasuredPeak &a, const MeasuredPeak &b) { return a.f2 < b.f2; };
+    const bool falls = std::is_sorted(peaks.rbegin(), peaks.rend(), isLower);
+    const bool isSorted = falls || std::is_sorted(peaks.begin(), peaks.end(), isLower);
+    const bool isMarked = match.hasCaptured(u"nucleus") || match.hasCaptured(u"open");
+    const size_t least = isMarked ? 2 : falls ? 3 : isSorted ? 4 : 5;
+    constexpr size_t most = 64; // more are a row of a map
+    if (peaks.size() < least || peaks.size() > most)
+        return {};
+    result.title = QFileInfo(source).completeBaseName();
+    result.format = Texts::tr("text peak list");
+    result.nuclei[0] = match.captured(u"nucleus");
+    result.notes = {Texts::tr("Read as a list of %1 peaks: %2.")
+                        .arg(QString::number(peaks.size()), Texts::tr("the numbers of the only line are shifts")),
+                    Texts::tr("The file names no unit: the positions were taken as ppm.")};
+    return result;
+}
+
 } // namespace
 
 std::optional<MeasuredPeaks> parse(const std::vector<TextLine> &lines, const QString &source)
 {
+    if (auto list = onlyLine(lines, source))
+        return list;
     QRegularExpressionMatch start;
     QString text;
     int line = 0;

@@ -11,8 +11,9 @@ namespace Workbench {
 /// Peaks in the running text of a publication: "13C NMR (100 MHz, CDCl3): δ 170.2 (C-1), 133.3, 21.5 ppm."
 namespace PublishedPeaks {
 
-/// None where the lines are no such text: what follows "NMR" or "δ" on its line is no shift. From there on each
-/// entry up to the full stop must be one; the others, and a second list, are errors that name `source` and the line.
+/// Also the shifts alone, in one line: "[170.2, 133.3, 21.5]". None where the lines are no such text: what follows
+/// "NMR" or "δ" on its line is no shift. From there on each entry up to the full stop must be one; the others, and a
+/// second list, are errors that name `source` and the line.
 std::optional<MeasuredPeaks> parse(const std::vector<TextLine> &lines, const QString &source);
 
 } // namespace PublishedPeaks

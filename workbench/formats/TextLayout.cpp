@@ -603,9 +603,13 @@ bool takeMeasured(TextLayout &layout)
 /// A header may name the position alone, or the intensity by a name of its own ("I", "sample 3").
 void findIntensity(TextLayout &layout)
 {
-    if (layout.columnOf(Role::Intensity) >= 0 || layout.columnOf(Role::Imaginary) >= 0)
-        return;
     auto &columns = layout.columns;
+    if (const int known = layout.columnOf(Role::Intensity); known >= 0 || layout.columnOf(Role::Imaginary) >= 0) {
+        const QString name = known >= 0 ? columns[size_t(known)].name.simplified() : QString();
+        if (!name.isEmpty() && !meaningOf(name).known)
+            layout.notes.append(Texts::tr("Column \"%1\" was taken as the intensity.").arg(name));
+        return;
+    }
     const bool areShifts = isMeasured(columns[size_t(layout.columnOf(Role::Position))].name);
     const auto mayBe = [&](const auto &column) {
         return column.numeric && column.role == Role::Ignored && !meaningOf(column.name).known
@@ -795,6 +799,11 @@ std::optional<double> TextLayout::number(std::string_view field) const
         const auto from = NumberText::parse<double>(trimmed(std::string_view(text).substr(0, dash)));
         const auto to = NumberText::parse<double>(trimmed(std::string_view(text).substr(dash + 1)));
         return from && to ? std::optional(rangeMiddle(*from, *to)) : std::nullopt;
+    }
+    static const QRegularExpression thousands(QStringLiteral("^[-+]?\\d{1,3}(?:,\\d{3}){2,}(?:\\.\\d+)?$"));
+    if (field.find(',') != std::string::npos && thousands.match(ReaderText::decoded(field)).hasMatch()) {
+        text = field;
+        std::erase(text, ',');
     }
     // Fortran's.
     const size_t exponent = text.find_first_of("dD");

@@ -2115,6 +2115,10 @@ Optionen:
         <source>The five columns were taken as number, point, Hz, ppm and height of the peaks.</source>
         <translation>Die fünf Spalten wurden als Nummer, Punkt, Hz, ppm und Höhe der Peaks genommen.</translation>
     </message>
+    <message>
+        <source>the numbers of the only line are shifts</source>
+        <translation>die Zahlen der einzigen Zeile sind Verschiebungen</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::AgreementPlot</name>

@@ -46,7 +46,7 @@ std::vector<double> boltzmannWeights(const std::vector<double> &energies, double
     constexpr double gasConstant = 8.31446261815324e-3; // kJ / (mol K), CODATA 2018
     std::vector<double> weights;
     for (double energy : energies)
-        weights.push_back(-energy / (gasConstant * temperature));
+        weights.push_back(0.0 - energy / (gasConstant * temperature)); // 0, not -0, for 0
     return weights;
 }
 
