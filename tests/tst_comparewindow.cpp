@@ -3,7 +3,7 @@
 #include "Program.h"
 #include "WorkbenchUser.h"
 
-#include "data/AtomSelection.h"
+#include "cli/PrivateSettings.h"
 #include "document/DocumentState.h"
 #include "formats/DocumentFile.h"
 #include "host/MainScene.h"
@@ -45,10 +45,6 @@ class TestCompareWindow : public QObject {
 private Q_SLOTS:
     void initTestCase()
     {
-        QSettings::setDefaultFormat(QSettings::IniFormat);
-        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_settings.path());
-        QCoreApplication::setOrganizationName(u"tests"_s);
-        QCoreApplication::setApplicationName(u"compare"_s);
         m_host = std::make_unique<WindowApplication>();
         m_host->loadPlugins(QStringLiteral(PLUGIN_DIRECTORY));
         window().compareCommands()->setRankProgram(QStringLiteral(WORKBENCH_PROGRAM));
@@ -642,7 +638,7 @@ private:
         return buffer.data();
     }
 
-    QTemporaryDir m_settings;
+    const PrivateSettings m_settings;
     Program m_files;
     std::unique_ptr<WindowApplication> m_host;
     ModalAnswers m_dialogs;

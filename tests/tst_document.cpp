@@ -74,12 +74,7 @@ class TestDocument : public QObject {
         QFile file(m_path);
         if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush())
             qFatal("The file cannot be written");
-        try {
-            DocumentFile::read(m_path);
-        } catch (const std::exception &error) {
-            return error.what();
-        }
-        return {};
+        return failure([this] { DocumentFile::read(m_path); });
     }
 
 private Q_SLOTS:

@@ -221,61 +221,57 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
 
     /// Each edge of the cell, of the axis' colour at the first origin; letters beside the corners, away from the
     /// middle.
-    void cellEdges_data()
-    {
-        QTest::addColumn<int>("alongB");
-        QTest::newRow("one cell") << 1;
-        QTest::newRow("two cells along b") << 2;
-    }
     void cellEdges()
     {
-        QFETCH(int, alongB);
-        Molecule crystal;
-        crystal.cell = {QVector3D(-1, -1.2f, 0), QVector3D(2, 0, 0), QVector3D(0.5f, 1.2f, 0),
-                        QVector3D(0.25f, -0.5f, 1.5f)};
-        crystal.atoms = {{6, (*crystal.cell)[0], true}};
-        MoleculeView view = viewOf(crystal);
-        view.setPacking({Packing::Contents::Molecules, {1, alongB, 1}});
-        const QPointF edges[] = {{140, 0}, {35, -84}, {17.5, 35}}; // pixels
-        const QPointF origin = view.atomPosition(0);
-        QList<QLineF> pieces, coloured;
-        QPointF letters[4];
-        for (const QString &shape : drawn(view)) {
-            const QStringList words = shape.split(u' ');
-            const auto number = [&](int i) { return words[i].toDouble(); };
-            if (words[0] == u"line")
-                (words[1].endsWith(u":1.4") ? coloured : pieces).append({number(2), number(3), number(4), number(5)});
-            const qsizetype letter =
-                QStringList{u"#707882"_s, u"#c62828"_s, u"#2e7d32"_s, u"#1565c0"_s}.indexOf(words.value(2));
-            if (words[0] == u"path" && letter >= 0)
-                letters[letter] = {number(3), number(4)};
-        }
-        QCOMPARE(coloured.size(), 3 * 24);
-        QCOMPARE(pieces.size(), 24 * 12 * alongB - 3 * 24);
-        for (int axis = 0; axis < 3; ++axis) {
-            for (int corner = 0; corner < 4 * alongB; ++corner) {
-                const QPointF start = origin + edges[(axis + 1) % 3] * (corner & 1)
-                    + edges[(axis + 2) % 3] * (corner >> 1 & 1) + edges[1] * (corner >> 2);
-                const auto isPiece = [&](const QLineF &piece) { // one of 24 on the way to the other end
-                    for (int i = 0; i < 24; ++i)
-                        if (isNear(piece.p1(), start + edges[axis] * i / 24)
-                            && isNear(piece.p2(), start + edges[axis] * (i + 1) / 24))
-                            return true;
-                    return false;
-                };
-                const QList<QLineF> &those = corner == 0 ? coloured : pieces;
-                const auto count = std::count_if(those.begin(), those.end(), isPiece);
-                QVERIFY2(count == 24 || count == 48, qPrintable(u"%1 %2: %3"_s.arg(axis).arg(corner).arg(count)));
+        for (int alongB : {1, 2}) { // cells
+            Molecule crystal;
+            crystal.cell = {QVector3D(-1, -1.2f, 0), QVector3D(2, 0, 0), QVector3D(0.5f, 1.2f, 0),
+                            QVector3D(0.25f, -0.5f, 1.5f)};
+            crystal.atoms = {{6, (*crystal.cell)[0], true}};
+            MoleculeView view = viewOf(crystal);
+            view.setPacking({Packing::Contents::Molecules, {1, alongB, 1}});
+            const QPointF edges[] = {{140, 0}, {35, -84}, {17.5, 35}}; // pixels
+            const QPointF origin = view.atomPosition(0);
+            QList<QLineF> pieces, coloured;
+            QPointF letters[4];
+            for (const QString &shape : drawn(view)) {
+                const QStringList words = shape.split(u' ');
+                const auto number = [&](int i) { return words[i].toDouble(); };
+                if (words[0] == u"line")
+                    (words[1].endsWith(u":1.4") ? coloured : pieces)
+                        .append({number(2), number(3), number(4), number(5)});
+                const qsizetype letter =
+                    QStringList{u"#707882"_s, u"#c62828"_s, u"#2e7d32"_s, u"#1565c0"_s}.indexOf(words.value(2));
+                if (words[0] == u"path" && letter >= 0)
+                    letters[letter] = {number(3), number(4)};
             }
+            QCOMPARE(coloured.size(), 3 * 24);
+            QCOMPARE(pieces.size(), 24 * 12 * alongB - 3 * 24);
+            for (int axis = 0; axis < 3; ++axis) {
+                for (int corner = 0; corner < 4 * alongB; ++corner) {
+                    const QPointF start = origin + edges[(axis + 1) % 3] * (corner & 1)
+                        + edges[(axis + 2) % 3] * (corner >> 1 & 1) + edges[1] * (corner >> 2);
+                    const auto isPiece = [&](const QLineF &piece) { // one of 24 on the way to the other end
+                        for (int i = 0; i < 24; ++i)
+                            if (isNear(piece.p1(), start + edges[axis] * i / 24)
+                                && isNear(piece.p2(), start + edges[axis] * (i + 1) / 24))
+                                return true;
+                        return false;
+                    };
+                    const QList<QLineF> &those = corner == 0 ? coloured : pieces;
+                    const auto count = std::count_if(those.begin(), those.end(), isPiece);
+                    QVERIFY2(count == 24 || count == 48, qPrintable(u"%1 %2: %3"_s.arg(axis).arg(corner).arg(count)));
+                }
+            }
+            const QPointF middle = (edges[0] + edges[1] + edges[2]) / 2;
+            for (int i = 0; i < 4; ++i) {
+                const QPointF corner = i == 0 ? QPointF() : edges[i - 1];
+                const QPointF outward = corner - middle;
+                QVERIFY(isNear(letters[i], origin + corner + outward * 9 / std::hypot(outward.x(), outward.y()), 1));
+            }
+            view.setCellVisible(false);
+            QCOMPARE(drawn(view).size(), alongB);
         }
-        const QPointF middle = (edges[0] + edges[1] + edges[2]) / 2;
-        for (int i = 0; i < 4; ++i) {
-            const QPointF corner = i == 0 ? QPointF() : edges[i - 1];
-            const QPointF outward = corner - middle;
-            QVERIFY(isNear(letters[i], origin + corner + outward * 9 / std::hypot(outward.x(), outward.y()), 1));
-        }
-        view.setCellVisible(false);
-        QCOMPARE(drawn(view).size(), alongB);
     }
 
     /// Tilted by 12 and -16 degrees after the longest edge lies to the right and the second longest one upwards;
@@ -440,6 +436,8 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         };
         QStringList all = shapes();
         QCOMPARE(x->range(), QCPRange(10, 70));
+        QVERIFY(x->coordToPixel(70) < x->coordToPixel(10) && y->coordToPixel(1) < y->coordToPixel(0));
+        QCOMPARE(x->label(), u"¹³C chemical shift / ppm"_s);
         QVERIFY(std::abs(y->range().lower + 0.03 * 3.24) < 1e-9 && std::abs(y->range().upper - 1.02 * 3.24) < 1e-9);
         const QPolygonF one{{70, 3 / 9.}, {60, 0}, {50, 7 / 9.}, {40, 5 / 9.}, {30, 2 / 9.}, {20, 1}, {10, 4 / 9.}};
         const QPolygonF two{{55, 1.12}, {45, 2.12}, {35, 1.37}};
@@ -474,6 +472,12 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
         wrong = difference(all.filter(u"#90969e"_s), leaders);
         QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+
+        item.plot()->scaleIntensity(0.5); // each about its base line
+        all = shapes();
+        const QPolygonF half{{55, 1.12}, {45, 1.62}, {35, 1.245}};
+        COMPARE_PLACES(all, u"polyline #d55e00:1 "_s, x, y, {half});
+        item.plot()->scaleIntensity(2);
 
         // Twice as high about its own base line, a quarter of its height up, in another colour.
         options.sticks = false;
@@ -518,6 +522,7 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         const QStringList all = drawn(item);
         const QCPAxis *x = item.plot()->xAxis, *y = item.plot()->yAxis;
         QVERIFY(x->range() == QCPRange(10, 70) && y->range() == QCPRange(0, 9));
+        QVERIFY(x->coordToPixel(70) < x->coordToPixel(10) && y->coordToPixel(9) > y->coordToPixel(0));
         const auto rhomb = [](double f2, double f1, double part) {
             const double a = 10 * part, b = 3 * part;
             return QPolygonF{{f2, f1 + b}, {f2 + a, f1}, {f2, f1 - b}, {f2 - a, f1}, {f2, f1 + b}};

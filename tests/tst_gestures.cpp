@@ -177,138 +177,91 @@ private Q_SLOTS:
 
     // --- spectra
 
-    void readOut_data()
-    {
-        QTest::addColumn<int>("dimensions");
-        QTest::addColumn<double>("f2");
-        QTest::addColumn<double>("f1");
-        QTest::addColumn<QStringList>("expected"); // words: nucleus, ppm, unit, …
-        QTest::newRow("line") << 1 << 30.0 << 2.0 << u"¹³C 30 ppm intensity 5"_s.split(u' ');
-        QTest::newRow("nearest point") << 1 << 44.0 << 2.0 << u"¹³C 44 ppm intensity 4"_s.split(u' ');
-        QTest::newRow("first row") << 2 << 60.0 << 8.9 << u"¹³C 60 ppm ¹H 8.9 ppm intensity 2"_s.split(u' ');
-        QTest::newRow("second row") << 2 << 20.0 << 6.0 << u"¹³C 20 ppm ¹H 6 ppm intensity 13"_s.split(u' ');
-        QTest::newRow("third row") << 2 << 56.0 << 4.0 << u"¹³C 56 ppm ¹H 4 ppm intensity 16"_s.split(u' ');
-        QTest::newRow("beside the plot") << 2 << 75.0 << 4.0 << QStringList();
-    }
     void readOut()
     {
-        QFETCH(int, dimensions);
-        QFETCH(double, f2);
-        QFETCH(double, f1);
-        QFETCH(QStringList, expected);
-        PlotStage plot(spectrum(dimensions));
-        const QStringList words =
-            plot.content()->readOut(plot.pixel(f2, f1)).simplified().split(u' ', Qt::SkipEmptyParts);
-        QCOMPARE(words.size(), expected.size());
-        for (qsizetype i = 0; i < words.size(); ++i) {
-            const double pixels = i > 2 ? 0.03 : 0.3; // ppm of F1, F2
-            const bool same = words[i] == expected[i]
-                || (i > 0 && words[i - 1] != u"intensity"
-                    && std::abs(words[i].toDouble() - expected[i].toDouble()) < pixels && words[i].toDouble() > 0);
-            QVERIFY2(same, qPrintable(words.join(u' ')));
+        for (const auto &[dimensions, place, expected] :
+             {std::tuple(1, QPointF(30, 2), u"¹³C 30 ppm intensity 5"_s),
+              {1, {44, 2}, u"¹³C 44 ppm intensity 4"_s}, // of the nearest point
+              {2, {60, 8.9}, u"¹³C 60 ppm ¹H 8.9 ppm intensity 2"_s}, // first, second, third row
+              {2, {20, 6}, u"¹³C 20 ppm ¹H 6 ppm intensity 13"_s},
+              {2, {56, 4}, u"¹³C 56 ppm ¹H 4 ppm intensity 16"_s},
+              {2, {75, 4}, QString()}}) { // beside the plot
+            PlotStage plot(spectrum(dimensions));
+            const QString text = plot.content()->readOut(plot.pixel(place.x(), place.y())).simplified();
+            const QStringList words = text.split(u' '), those = expected.split(u' ');
+            QCOMPARE(words.size(), those.size());
+            for (qsizetype i = 0; i < words.size(); ++i) {
+                const double pixels = i > 2 ? 0.03 : 0.3; // ppm of F1, F2
+                const bool same = words[i] == those[i]
+                    || (i > 0 && words[i - 1] != u"intensity"
+                        && std::abs(words[i].toDouble() - those[i].toDouble()) < pixels && words[i].toDouble() > 0);
+                QVERIFY2(same, qPrintable(text));
+            }
         }
     }
 
-    void keys_data()
-    {
-        QTest::addColumn<int>("key");
-        QTest::addColumn<Ranges>("map"); // after 30 to 50 and 5 to 7 ppm
-        QTest::addColumn<Ranges>("line");
-        QTest::addColumn<double>("mapIntensity");
-        QTest::addColumn<double>("lineIntensity");
-        const auto row = [](const char *name, Qt::Key key, const Ranges &map, double mapIntensity,
-                            double lineIntensity) {
-            QTest::newRow(name) << int(key) << map << map.first(2) << mapIntensity << lineIntensity;
-        };
-        row("Left", Qt::Key_Left, {32, 52, 5, 7}, 1, 1); // ppm grow to the left and downwards
-        row("Right", Qt::Key_Right, {28, 48, 5, 7}, 1, 1);
-        row("Up", Qt::Key_Up, {30, 50, 4.8, 6.8}, 1, 1.25);
-        row("Down", Qt::Key_Down, {30, 50, 5.2, 7.2}, 1, 0.8);
-        row("Page Up", Qt::Key_PageUp, {32, 48, 5.2, 6.8}, 1, 1);
-        row("Page Down", Qt::Key_PageDown, {27.5, 52.5, 4.75, 7.25}, 1, 1);
-        row("Plus", Qt::Key_Plus, {30, 50, 5, 7}, 1.25, 1.25);
-        row("Minus", Qt::Key_Minus, {30, 50, 5, 7}, 0.8, 0.8);
-        row("Home", Qt::Key_Home, {10, 70, 3, 9}, 1, 1);
-    }
+    /// From 30 to 50 and 5 to 7 ppm; ppm grow to the left and downwards.
     void keys()
     {
-        QFETCH(int, key);
-        QFETCH(Ranges, map);
-        QFETCH(Ranges, line);
-        QFETCH(double, mapIntensity);
-        QFETCH(double, lineIntensity);
-        for (int dimensions : {1, 2}) {
+        for (const auto &[key, map, mapIntensity, lineIntensity] :
+             {std::tuple(Qt::Key_Left, Ranges{32, 52, 5, 7}, 1.0, 1.0),
+              {Qt::Key_Right, {28, 48, 5, 7}, 1, 1},
+              {Qt::Key_Up, {30, 50, 4.8, 6.8}, 1, 1.25},
+              {Qt::Key_Down, {30, 50, 5.2, 7.2}, 1, 0.8},
+              {Qt::Key_PageUp, {32, 48, 5.2, 6.8}, 1, 1},
+              {Qt::Key_PageDown, {27.5, 52.5, 4.75, 7.25}, 1, 1},
+              {Qt::Key_Plus, {30, 50, 5, 7}, 1.25, 1.25},
+              {Qt::Key_Minus, {30, 50, 5, 7}, 0.8, 0.8},
+              {Qt::Key_Home, {10, 70, 3, 9}, 1, 1}})
+            for (int dimensions : {1, 2}) {
+                PlotStage plot(spectrum(dimensions));
+                plot.show({30, 50, 5, 7});
+                plot.stage.key(key);
+                compareRanges(plot.ranges(), map.first(2 * dimensions));
+                QVERIFY(std::abs(plot.intensity() - (dimensions == 2 ? mapIntensity : lineIntensity)) < 1e-9);
+            }
+    }
+
+    /// At a place in ppm, or at a height; from 30 to 50 and 5 to 7 ppm.
+    void wheel()
+    {
+        const Qt::KeyboardModifiers none, shift = Qt::ShiftModifier;
+        for (const auto &[dimensions, place, modifiers, expected, intensity] :
+             {std::tuple(2, QPointF(35, 5.5), none, Ranges{31, 47, 5.1, 6.7}, 1.0),
+              {2, {45, 7.2}, none, {33, 49, 5, 7}, 1}, // below
+              {2, {29.2, 6.5}, none, {30, 50, 5.3, 6.9}, 1}, // to the right
+              {2, {35, 5.5}, shift, {30, 50, 5, 7}, 1.25},
+              {1, {45, 3}, none, {33, 49}, 1},
+              {1, {50.8, 3}, none, {30, 50}, 1.25}, // to the left
+              {1, {45, 3}, shift, {30, 50}, 1.25}}) {
             PlotStage plot(spectrum(dimensions));
             plot.show({30, 50, 5, 7});
-            plot.stage.key(key);
-            compareRanges(plot.ranges(), dimensions == 2 ? map : line);
-            const double expected = dimensions == 2 ? mapIntensity : lineIntensity;
-            QVERIFY(std::abs(plot.intensity() - expected) < 1e-9);
+            plot.item->setCurrent(false); // the page scrolls
+            plot.stage.wheel(plot.pixel(place.x(), place.y()), modifiers);
+            compareRanges(plot.ranges(), Ranges{30, 50, 5, 7}.first(2 * dimensions));
+            plot.item->setCurrent(true);
+            plot.stage.wheel(plot.pixel(place.x(), place.y()), modifiers);
+            compareRanges(plot.ranges(), expected, 1e-3); // the mouse is on whole pixels
+            QVERIFY(std::abs(plot.intensity() - intensity) < 1e-9);
         }
     }
 
-    void wheel_data()
-    {
-        QTest::addColumn<int>("dimensions");
-        QTest::addColumn<QPointF>("place"); // F2 and F1 in ppm, or the height
-        QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
-        QTest::addColumn<Ranges>("expected"); // after 30 to 50 and 5 to 7 ppm
-        QTest::addColumn<double>("intensity");
-        const Qt::KeyboardModifiers none, shift = Qt::ShiftModifier;
-        const Ranges before{30, 50, 5, 7};
-        QTest::newRow("at the cursor") << 2 << QPointF(35, 5.5) << none << Ranges{31, 47, 5.1, 6.7} << 1.0;
-        QTest::newRow("below") << 2 << QPointF(45, 7.2) << none << Ranges{33, 49, 5, 7} << 1.0;
-        QTest::newRow("to the right") << 2 << QPointF(29.2, 6.5) << none << Ranges{30, 50, 5.3, 6.9} << 1.0;
-        QTest::newRow("Shift") << 2 << QPointF(35, 5.5) << shift << before << 1.25;
-        QTest::newRow("line") << 1 << QPointF(45, 3) << none << Ranges{33, 49} << 1.0;
-        QTest::newRow("line, to the left") << 1 << QPointF(50.8, 3) << none << before.first(2) << 1.25;
-        QTest::newRow("line, Shift") << 1 << QPointF(45, 3) << shift << before.first(2) << 1.25;
-    }
-    void wheel()
-    {
-        QFETCH(int, dimensions);
-        QFETCH(QPointF, place);
-        QFETCH(Qt::KeyboardModifiers, modifiers);
-        QFETCH(Ranges, expected);
-        QFETCH(double, intensity);
-        PlotStage plot(spectrum(dimensions));
-        const Ranges before = Ranges{30, 50, 5, 7}.first(2 * dimensions);
-        plot.show({30, 50, 5, 7});
-        plot.item->setCurrent(false); // the page scrolls
-        plot.stage.wheel(plot.pixel(place.x(), place.y()), modifiers);
-        compareRanges(plot.ranges(), before);
-        plot.item->setCurrent(true);
-        plot.stage.wheel(plot.pixel(place.x(), place.y()), modifiers);
-        compareRanges(plot.ranges(), expected, 1e-3); // the mouse is on whole pixels
-        QVERIFY(std::abs(plot.intensity() - intensity) < 1e-9);
-    }
-
-    void drags_data()
-    {
-        QTest::addColumn<int>("dimensions");
-        QTest::addColumn<QPointF>("from");
-        QTest::addColumn<QPointF>("to");
-        QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
-        QTest::addColumn<Ranges>("expected"); // after 30 to 50 and 5 to 7 ppm
-        const Qt::KeyboardModifiers none, shift = Qt::ShiftModifier;
-        QTest::newRow("box") << 2 << QPointF(48, 5.5) << QPointF(35, 6.5) << none << Ranges{35, 48, 5.5, 6.5};
-        QTest::newRow("along F2") << 2 << QPointF(35, 6) << QPointF(48, 6) << none << Ranges{35, 48, 5, 7};
-        QTest::newRow("along F1") << 2 << QPointF(40, 5.5) << QPointF(40, 6.5) << none << Ranges{30, 50, 5.5, 6.5};
-        QTest::newRow("moved") << 2 << QPointF(48, 5.5) << QPointF(40, 6) << shift << Ranges{38, 58, 4.5, 6.5};
-        QTest::newRow("line") << 1 << QPointF(48, 2) << QPointF(35, 3) << none << Ranges{35, 48};
-        QTest::newRow("line moved") << 1 << QPointF(48, 2) << QPointF(40, 3) << shift << Ranges{38, 58};
-    }
+    /// From 30 to 50 and 5 to 7 ppm.
     void drags()
     {
-        QFETCH(int, dimensions);
-        QFETCH(QPointF, from);
-        QFETCH(QPointF, to);
-        QFETCH(Qt::KeyboardModifiers, modifiers);
-        QFETCH(Ranges, expected);
-        PlotStage plot(spectrum(dimensions));
-        plot.show({30, 50, 5, 7});
-        plot.stage.drag(plot.pixel(from.x(), from.y()), plot.pixel(to.x(), to.y()), modifiers);
-        compareRanges(plot.ranges(), expected, 3e-3);
+        const Qt::KeyboardModifiers none, shift = Qt::ShiftModifier;
+        for (const auto &[dimensions, from, to, modifiers, expected] :
+             {std::tuple(2, QPointF(48, 5.5), QPointF(35, 6.5), none, Ranges{35, 48, 5.5, 6.5}),
+              {2, {35, 6}, {48, 6}, none, {35, 48, 5, 7}},
+              {2, {40, 5.5}, {40, 6.5}, none, {30, 50, 5.5, 6.5}},
+              {2, {48, 5.5}, {40, 6}, shift, {38, 58, 4.5, 6.5}},
+              {1, {48, 2}, {35, 3}, none, {35, 48}},
+              {1, {48, 2}, {40, 3}, shift, {38, 58}}}) {
+            PlotStage plot(spectrum(dimensions));
+            plot.show({30, 50, 5, 7});
+            plot.stage.drag(plot.pixel(from.x(), from.y()), plot.pixel(to.x(), to.y()), modifiers);
+            compareRanges(plot.ranges(), expected, 3e-3);
+        }
     }
 
     /// Atoms of peak 1 in F2: oxygen; of peak 2: carbon and nitrogen.
@@ -427,10 +380,7 @@ private Q_SLOTS:
         QCOMPARE(words.size(), 4);
         QVERIFY(std::abs(words[0].toDouble() - 20) < 0.3 && words[1] == u"ppm,");
         QVERIFY(std::abs(words[2].toDouble() / words[0].toDouble() - 100) < 0.05 && words[3] == u"Hz"); // 100 MHz
-        plot.stage.key(Qt::Key_Escape);
         QCOMPARE(plot.ranges(), (Ranges{10, 70}));
-        plot.stage.drag(plot.pixel(50, 3), plot.pixel(30, 5));
-        compareRanges(plot.ranges(), {30, 50}, 3e-3);
     }
 
     void plotsShareTheirRange()
@@ -605,34 +555,30 @@ private Q_SLOTS:
 
     // --- molecule
 
-    /// Where each atom is, from the carbon, in units of the carbon-oxygen distance on the screen at the start.
-    void moleculeKeys_data()
-    {
-        QTest::addColumn<int>("key");
-        QTest::addColumn<QPointF>("hydrogen"); // Angstrom to the right and up, from the carbon
-        // (0.15, 0.1, 2) turned by 0.12 about the vertical or the horizontal axis
-        QTest::newRow("Left") << int(Qt::Key_Left) << QPointF(-0.0905, 0.1);
-        QTest::newRow("Right") << int(Qt::Key_Right) << QPointF(0.3883, 0.1);
-        QTest::newRow("Up") << int(Qt::Key_Up) << QPointF(0.15, 0.3387);
-        QTest::newRow("Down") << int(Qt::Key_Down) << QPointF(0.15, -0.1401);
-        QTest::newRow("Plus") << int(Qt::Key_Plus) << QPointF(0.1875, 0.125);
-        QTest::newRow("Minus") << int(Qt::Key_Minus) << QPointF(0.12, 0.08);
-        QTest::newRow("Page Up") << int(Qt::Key_PageUp) << QPointF(0.1875, 0.125);
-        QTest::newRow("Page Down") << int(Qt::Key_PageDown) << QPointF(0.12, 0.08);
-    }
+    /// The hydrogen at (0.15, 0.1, 2), in Angstrom to the right and up from the carbon: turned by 0.12 about the
+    /// vertical or the horizontal axis, or as far away as the zoom makes it.
     void moleculeKeys()
     {
-        QFETCH(int, key);
-        QFETCH(QPointF, hydrogen);
+        for (const auto &[key, hydrogen] : {std::pair(Qt::Key_Left, QPointF(-0.0905, 0.1)),
+                                            {Qt::Key_Right, {0.3883, 0.1}},
+                                            {Qt::Key_Up, {0.15, 0.3387}},
+                                            {Qt::Key_Down, {0.15, -0.1401}},
+                                            {Qt::Key_Plus, {0.1875, 0.125}},
+                                            {Qt::Key_Minus, {0.12, 0.08}},
+                                            {Qt::Key_PageUp, {0.1875, 0.125}},
+                                            {Qt::Key_PageDown, {0.12, 0.08}}}) {
+            auto *item = new MoleculeItem(molecule());
+            Stage stage(item);
+            lookAlongZ(*item);
+            const auto from = [&](int a, int b) { return item->atomPosition(b) - item->atomPosition(a); };
+            const double scale = from(Carbon, Oxygen).x() / 1.4; // pixels per Angstrom
+            stage.key(key);
+            const QPointF moved = from(Carbon, Hydrogen) / scale;
+            QVERIFY2(std::hypot(moved.x() - hydrogen.x(), -moved.y() - hydrogen.y()) < 1e-3,
+                     qPrintable(u"%1 %2"_s.arg(moved.x()).arg(-moved.y())));
+        }
         auto *item = new MoleculeItem(molecule());
         Stage stage(item);
-        lookAlongZ(*item);
-        const auto from = [&](int a, int b) { return item->atomPosition(b) - item->atomPosition(a); };
-        const double scale = from(Carbon, Oxygen).x() / 1.4; // pixels per Angstrom
-        stage.key(key);
-        const QPointF moved = from(Carbon, Hydrogen) / scale;
-        QVERIFY2(std::hypot(moved.x() - hydrogen.x(), -moved.y() - hydrogen.y()) < 1e-3,
-                 qPrintable(u"%1 %2"_s.arg(moved.x()).arg(-moved.y())));
         for (bool on : {true, false}) {
             stage.key(Qt::Key_N);
             stage.key(on ? Qt::Key_M : Qt::Key_Escape);
@@ -646,6 +592,8 @@ private Q_SLOTS:
     void clickTakesTheFrontAtom()
     {
         auto *item = new MoleculeItem(molecule());
+        MoleculeItem listener(molecule());
+        item->linkObject(&listener);
         Stage stage(item);
         lookAlongZ(*item);
         const QPointF origin = item->contentRect().topLeft();
@@ -659,6 +607,8 @@ private Q_SLOTS:
         QCOMPARE(click(between(0.9)), QSet<int>{Hydrogen});
         QCOMPARE(click(between(-1)), QSet<int>{Carbon}); // where the hydrogen leaves it free
         QCOMPARE(click(item->atomPosition(Oxygen), Qt::ControlModifier), (QSet<int>{Carbon, Oxygen}));
+        QCOMPARE(listener.selectedAtoms(), (QSet<int>{Carbon, Oxygen}));
+        QCOMPARE(click(item->atomPosition(Oxygen), Qt::ControlModifier), QSet<int>{Carbon});
         QCOMPARE(click(item->contentRect().topRight() + QPointF(-15, 15)), QSet<int>());
         // From behind.
         item->setViewSettings({{u"Rotation"_s, QVariant::fromValue(DoubleVector{0, 0, 1, 0})}, {u"Zoom"_s, 1.0}});

@@ -136,9 +136,6 @@ private Q_SLOTS:
         QCOMPARE(tables.quadrupoleMoment(u"17O"_s), -2.558);
         QCOMPARE(tables.naturalAbundance(u"13C"_s), 1.11);
         QCOMPARE(tables.spin(u"12C"_s), QString());
-        const Nuclides &nuclides = Nuclides::table();
-        QCOMPARE(nuclides.isotopes(u"Cu"_s), (QStringList{u"63Cu"_s, u"65Cu"_s}));
-        QCOMPARE(nuclides.quadrupolarIsotopes(u"H"_s), QStringList{u"2H"_s});
     }
 
     void rowsOfPages()

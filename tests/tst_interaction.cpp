@@ -3,6 +3,7 @@
 #include "PlotUser.h"
 #include "WorkbenchUser.h"
 
+#include "cli/PrivateSettings.h"
 #include "data/Language.h"
 #include "window/WindowApplication.h"
 #include "host/MainScene.h"
@@ -21,7 +22,6 @@
 #include <QSettings>
 #include <QStatusBar>
 #include <QTableView>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QUndoStack>
 
@@ -37,12 +37,6 @@ class tst_Interaction : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        QSettings::setDefaultFormat(QSettings::IniFormat);
-        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_settings.path());
-        QCoreApplication::setOrganizationName(u"magres-tests"_s);
-    }
     void init()
     {
         QSettings().clear();
@@ -65,45 +59,6 @@ private Q_SLOTS:
         choose(window(), table(), {u"Spektrum erzeugen..."_s});
         QVERIFY(spectrum()->plot()->xAxis->label().startsWith(u"Chemische Verschiebung"_s));
         m_host.reset();
-    }
-
-    /// Each peak its own, where a file names unlike oxygens alike.
-    void peaksOfOneLabelSelectTheirOwnAtoms()
-    {
-        QByteArray text = "#$magres-abinitio-v1.0\n[atoms]\nunits lattice Angstrom\nlattice 20 0 0 0 20 0 0 0 20\n"
-                          "units atom Angstrom\n";
-        for (int i = 1; i <= 5; ++i)
-            text += "atom O O " + QByteArray::number(i) + ' ' + QByteArray::number(3 * i) + " 1 1\n";
-        // One label that is no species, and labels do not name single atoms any more.
-        text += "atom H HA 1 1 1 9\n[/atoms]\n[magres]\nunits ms ppm\n";
-        const int shieldings[] = {150, -50, 250, 50, -150}; // not in order
-        for (int i = 1; i <= 5; ++i) {
-            const QByteArray s = QByteArray::number(shieldings[i - 1]);
-            text += "ms O " + QByteArray::number(i) + ' ' + s + " 0 0 0 " + s + " 0 0 0 " + s + '\n';
-        }
-        text += "ms HA 1 30 0 0 0 30 0 0 0 30\n";
-        QFile file(m_settings.filePath(u"oxygens.magres"_s));
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(text + "[/magres]\n") > 0);
-        file.close();
-        start(file.fileName());
-        const PlotUser user = makeSpectrum({{"fCbNucF2", u"17O"_s}, {"fSpCSRefF2", 250.0}, {"fSpLwF2", 300.0}});
-        const QList<SpectrumPeak> peaks = data()->shownSpectrum().peaks;
-        QCOMPARE(peaks.size(), 5);
-        const auto lit = [&] { return spectrum()->plot()->litPeaks(); };
-        for (const SpectrumPeak &peak : peaks) {
-            const auto own = std::find(std::begin(shieldings), std::end(shieldings), std::lround(250.0 - peak.f2));
-            user.click(user.topOf(peak));
-            QCOMPARE(molecule()->selectedAtoms(), QSet<int>{int(own - std::begin(shieldings))});
-            QCOMPARE(lit(), QSet<QUuid>{peak.id});
-        }
-        user.click(user.topOf(peaks[0]), Qt::ControlModifier);
-        QCOMPARE(molecule()->selectedAtoms(), (QSet<int>{4, 2})); // shifts 400 and 0
-        QCOMPARE(lit(), (QSet<QUuid>{peaks[0].id, peaks[4].id}));
-        // The row stands for all of its label.
-        table()->view()->clearSelection();
-        table()->view()->selectRow(0);
-        QCOMPARE(molecule()->selectedAtoms().size(), 5);
-        QCOMPARE(lit().size(), 5);
     }
 
     void peaksArePickedAndCounted()
@@ -220,7 +175,6 @@ private:
     {
         const PlotUser user = makeSpectrum(inputs);
         const SpectrumPeak peak = data()->shownSpectrum().peaks.first();
-        shiftsAreThoseOfTheirDimension();
         const auto isLit = [&] { return spectrum()->plot()->litPeaks().contains(peak.id); };
         user.click(user.topOf(peak));
         QStringList labels;
@@ -243,22 +197,7 @@ private:
         }
     }
 
-    /// What the molecule notes about its atoms: the F2 shift for those of F2, the F1 shift for those of F1.
-    void shiftsAreThoseOfTheirDimension() const
-    {
-        const QVariantList notes = molecule()->molMap().value(u"NMRAssignments"_s).toList();
-        QCOMPARE(notes.size(), data()->shownSpectrum().dimensions());
-        for (qsizetype dimension = 0; dimension < notes.size(); ++dimension) {
-            for (const QVariant &note : notes[dimension].toMap().value(u"Shifts"_s).toList()) {
-                const QVariantList assigned = note.toMap().value(u"AssignedPeaks"_s).toList();
-                for (const SpectrumPeak &peak : data()->shownSpectrum().peaks)
-                    if (assigned.contains(peak.id))
-                        QCOMPARE(note.toMap().value(u"Value"_s).toDouble(), dimension == 0 ? peak.f2 : peak.f1);
-            }
-        }
-    }
-
-    QTemporaryDir m_settings;
+    const PrivateSettings m_settings;
     std::unique_ptr<WindowApplication> m_host;
     ModalAnswers m_dialogs;
 };

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "data/ExperimentalSpectrum.h"
 #include "data/AtomSelection.h"
-#include "items/plot/ContourLines.h"
 #include "items/plot/Contours.h"
 #include "items/plot/Decimation.h"
-#include "items/plot/LabelPlacement.h"
 #include "items/molecule/MoleculeItem.h"
 #include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
@@ -68,29 +66,20 @@ QVariantMap water()
              QVariantList{atom(8, 0, 0, 0, {1, 2}), atom(1, 0.76, 0.59, 0, {0}), atom(1, -0.76, 0.59, 0, {0})}}};
 }
 
-QVariantMap peak(const QString &label, double f2, double f1 = 0)
+/// 1H at 600 MHz over 10..0 ppm.
+QVariantMap entryMap(const DoubleVector &points, const QVariantList &peaks = {})
 {
-    return {{u"PeakLabel"_s, label}, {u"Pos"_s, QVariant::fromValue(DoubleVector{f2, f1})}, {u"Height"_s, 1.0}};
-}
-
-/// 1H at 600 MHz over 10..0 ppm; 2D with the same in F1. `points` holds n2 * n1 values.
-QVariantMap entryMap(int n2, int n1, const DoubleVector &points, const QVariantList &peaks = {})
-{
-    ExperimentalSpectrum spectrum{{}, {{u"1H"_s, 600, 0, 10, -10.0 / n2, n2}}, points};
-    if (n1 > 1)
-        spectrum.dimensions.push_back({u"1H"_s, 600, 0, 10, -10.0 / n1, n1});
-    QVariantMap map = toEntryMap(spectrum);
+    const int size = int(points.size());
+    QVariantMap map = toEntryMap(ExperimentalSpectrum{{}, {{u"1H"_s, 600, 0, 10, -10.0 / size, size}}, points});
     map.insert(u"Peaks"_s, QVariantMap{{u"PeakList"_s, peaks}});
     return map;
 }
 
-/// A Gaussian of height 1 there; the distance at which it has fallen to 1/e is that many points.
-DoubleVector summit(int columns, int rows, double column, double row, double width)
+/// One narrow line there.
+DoubleVector narrowLine(size_t size, size_t at)
 {
-    DoubleVector points;
-    for (int y = 0; y < rows; ++y)
-        for (int x = 0; x < columns; ++x)
-            points.push_back(std::exp(-std::pow((x - column) / width, 2) - std::pow((y - row) / width, 2)));
+    DoubleVector points(size);
+    points[at] = 1;
     return points;
 }
 
@@ -181,28 +170,6 @@ private Q_SLOTS:
         QCOMPARE(molecule.selectedAtoms(), QSet<int>{1});
     }
 
-    void clickSelectsAtoms()
-    {
-        QGraphicsScene scene(0, 0, 320, 320);
-        QGraphicsView view(&scene);
-        auto *molecule = new MoleculeItem(water());
-        MoleculeItem listener(water());
-        scene.addItem(molecule);
-        molecule->setGeometry(0, 0, 300, 300);
-        molecule->linkObject(&listener);
-        view.show();
-        const auto click = [&](int atomIndex, Qt::KeyboardModifiers modifiers = {}) {
-            const QPointF pos = molecule->mapToScene(molecule->atomPosition(atomIndex));
-            QTest::mouseClick(view.viewport(), Qt::LeftButton, modifiers, view.mapFromScene(pos));
-            return molecule->selectedAtoms();
-        };
-        QCOMPARE(click(1), QSet<int>{1});
-        QCOMPARE(click(2, Qt::ControlModifier), (QSet<int>{1, 2}));
-        QCOMPARE(click(1, Qt::ControlModifier), QSet<int>{2});
-        QCOMPARE(click(0), QSet<int>{0});
-        QCOMPARE(listener.selectedAtoms(), QSet<int>{0});
-    }
-
     // --- molecule
 
     void damagedDescriptionsAreDrawnAsFarAsTheyGo()
@@ -235,7 +202,7 @@ private Q_SLOTS:
                  {u"DataPoints"_s, QVariantList{1, 2}},
                  {u"SpecInfo"_s,
                   QVariantMap{{u"SpectrometerFrequencies"_s, QVariant::fromValue(DoubleVector{600})}}}}) {
-            QVariantMap map = entryMap(8, 1, DoubleVector(8, 0.0));
+            QVariantMap map = entryMap(DoubleVector(8, 0.0));
             map.insert(key, value);
             NmrItem item;
             const QUuid id = item.nmrData()->addEntry(map, {});
@@ -245,48 +212,6 @@ private Q_SLOTS:
     }
 
     // --- plots
-
-    void envelopeKeepsExtremes()
-    {
-        DoubleVector values(100000, 0.0);
-        std::mt19937 random(7);
-        for (double &v : values)
-            v = double(random()) / double(random.max()) - 0.5;
-        values[12345] = 40;
-        values[77777] = -30;
-        values[500] = std::nan("");
-        const auto points = Decimation::envelope(values, -5, 1000000, 300);
-        QVERIFY(points.size() <= 4 * 300);
-        QVERIFY(std::is_sorted(points.begin(), points.end(), [](auto a, auto b) { return a.x() < b.x(); }));
-        const auto [low, high] =
-            std::minmax_element(points.begin(), points.end(), [](auto a, auto b) { return a.y() < b.y(); });
-        QCOMPARE(*high, QPointF(12345, 40));
-        QCOMPARE(*low, QPointF(77777, -30));
-        QCOMPARE(points.back().x(), 99999.0);
-        QCOMPARE(Decimation::envelope(values, 10, 20, 300).size(), size_t(11));
-    }
-
-    void blockMaximaKeepEveryPeak()
-    {
-        constexpr int width = 103, height = 57;
-        for (int at : {0, width - 1, 5 * width + 50, height * width - 1, 30 * width + 1}) {
-            DoubleVector matrix(width * height, 0.0);
-            matrix[at] = -8; // a negative peak is one as well
-            matrix[1] = std::nan("");
-            const auto grid = Decimation::blockMaxima(matrix, width, {0, width - 1}, {0, height - 1}, 10, 10);
-            QVERIFY(grid.columns <= 10 && grid.rows <= 10);
-            const auto cell = std::min_element(grid.cells.begin(), grid.cells.end());
-            QCOMPARE(*cell, -8.0);
-            const int index = int(cell - grid.cells.begin());
-            const double x = grid.firstColumn + (index % grid.columns) * grid.columnStep;
-            const double y = grid.firstRow + (index / grid.columns) * grid.rowStep;
-            QVERIFY(std::abs(x - at % width) <= grid.columnStep / 2);
-            QVERIFY(std::abs(y - at / width) <= grid.rowStep / 2);
-        }
-        const auto projections = Decimation::projections(DoubleVector{1, 5, 3, -1, -2, 9}, 3);
-        QCOMPARE(projections.columns, (DoubleVector{1, 5, 9}));
-        QCOMPARE(projections.rows, (DoubleVector{5, 9}));
-    }
 
     /// Against the plainest way, on numbers at random: groups of 20 points, blocks of 3 by 2 and less at the ends.
     void decimationKeepsWhatEveryPartHas()
@@ -313,6 +238,16 @@ private Q_SLOTS:
         QCOMPARE(Decimation::envelope(DoubleVector(100, 1.0), -7, 40, 10).size(), size_t(2 * 10)); // more than 4 each
         QCOMPARE(Decimation::envelope(DoubleVector(100, 1.0), 60, 140, 10).size(), size_t(40)); // each of them
         QVERIFY(Decimation::envelope(values, 20, 19, 10).empty());
+        // Of groups that do not divide the number of points, and beyond both ends.
+        values[1] = 40;
+        values[1098] = -30;
+        values[1099] = 0;
+        const auto all = Decimation::envelope(values, -5, 1000000, 30);
+        const auto [low, high] =
+            std::minmax_element(all.begin(), all.end(), [](auto a, auto b) { return a.y() < b.y(); });
+        QVERIFY(std::is_sorted(all.begin(), all.end(), [](auto a, auto b) { return a.x() < b.x(); }));
+        QVERIFY(*high == QPointF(1, 40) && *low == QPointF(1098, -30) && all.back() == QPointF(1099, 0));
+        QVERIFY(all.size() <= 4 * 30);
 
         constexpr int width = 13;
         for (int top : {0, 2}) {
@@ -330,6 +265,9 @@ private Q_SLOTS:
                 }
         }
         QCOMPARE(Decimation::blockMaxima(values, width, {5, 4}, {0, 3}, 4, 4).columns, 0);
+        const auto projections = Decimation::projections(DoubleVector{1, 5, 3, -1, -2, 9}, 3);
+        QCOMPARE(projections.columns, (DoubleVector{1, 5, 9}));
+        QCOMPARE(projections.rows, (DoubleVector{5, 9}));
     }
 
     /// A line has a point on each edge of the grid that the level crosses, and goes from edge to edge of a square.
@@ -375,32 +313,14 @@ private Q_SLOTS:
         using Levels = std::vector<double>;
         QCOMPARE(Contours::levels(DoubleVector{0, 8, -2}, 0.25, 2, 10), (Levels{2, 4})); // neither 8 nor -2 itself
         QCOMPARE(Contours::levels(DoubleVector{0, 3, -8}, 0.25, 2, 2), (Levels{2, -2, -4}));
+        QCOMPARE(Contours::levels(DoubleVector{0, 10, -4}, 0.1, 2, 10), (Levels{1, -1, 2, -2, 4, 8}));
         QCOMPARE(Contours::levels(DoubleVector{-1, -8}, 0.25, 2, 1), (Levels{-2}));
         QCOMPARE(Contours::levels(DoubleVector{0, 0}, 0.25, 2, 3), Levels());
     }
 
-    void contourOfAGaussianIsItsCircle()
+    /// Two summits in opposite corners: apart when the middle lies below the level, joined when above.
+    void contoursAtSaddles()
     {
-        constexpr int size = 121;
-        const DoubleVector values = summit(size, size, 60.3, 60.3, 21);
-        for (double level : {0.1, 0.5, 0.9}) {
-            const auto lines = Contours::lines(values, size, size, level);
-            QCOMPARE(lines.size(), size_t(1));
-            QVERIFY(lines.front().isClosed());
-            const double radius = 21 * std::sqrt(-std::log(level));
-            for (const QPointF &p : lines.front())
-                QVERIFY(std::abs(std::hypot(p.x() - 60.3, p.y() - 60.3) - radius) < 0.02);
-        }
-        QVERIFY(Contours::lines(values, size, size, 2.0).empty());
-        QCOMPARE(Contours::levels(DoubleVector{0, 10, -4}, 0.1, 2, 10), (std::vector<double>{1, -1, 2, -2, 4, 8}));
-    }
-
-    void contoursAtBordersAndSaddles()
-    {
-        const auto slope = Contours::lines(DoubleVector{0, 1, 2, 0, 1, 2, 0, 1, 2}, 3, 3, 0.5);
-        QCOMPARE(slope.size(), size_t(1));
-        QCOMPARE(slope.front().boundingRect(), QRectF(0.5, 0, 0, 2));
-        // Two summits in opposite corners: apart when the middle lies below the level, joined when above.
         for (const auto &[level, x] : {std::pair(0.6, 0.2), std::pair(0.4, 0.8)}) {
             const auto lines = Contours::lines(DoubleVector{1, 0, 0, 1}, 2, 2, level);
             QCOMPARE(lines.size(), size_t(2));
@@ -411,79 +331,30 @@ private Q_SLOTS:
         }
     }
 
-    void labelsKeepTheirDistance()
-    {
-        const auto placed = LabelPlacement::spread({50, 50, 51, 90, 99}, 10, 5, 95);
-        for (size_t i = 1; i < placed.size(); ++i)
-            QVERIFY(placed[i] - placed[i - 1] >= 10 - 1e-9);
-        QVERIFY(placed.front() >= 5 && placed.back() <= 95);
-        QVERIFY(std::abs((placed[0] + placed[1] + placed[2]) / 3 - 151.0 / 3) < 1e-9); // about their own mean
-        QCOMPARE(LabelPlacement::spread({20, 40}, 10, 0, 100), (std::vector<double>{20, 40}));
-    }
-
-    void tracesRunToTheRightWithFallingShift()
-    {
-        NmrItem item;
-        item.nmrData()->addEntry(
-            entryMap(1000, 1, summit(1000, 1, 250, 0, 0.1), {peak(u"H1"_s, 7.5), peak(u"H2"_s, 7.5)}), {});
-        const QImage image = drawn({500, 300}, item);
-        const QCPAxis *ppm = item.plot()->xAxis;
-        QVERIFY(ppm->coordToPixel(9) < ppm->coordToPixel(1));
-        QCOMPARE(ppm->label(), u"¹H chemical shift / ppm"_s);
-        // The narrow peak, a quarter of the way from 10 to 0 ppm, reaches up to its height.
-        const int top = qRound(item.plot()->yAxis->coordToPixel(0.9));
-        const QRect around(qRound(ppm->coordToPixel(7.5)) - 2, top, 5, 1);
-        QVERIFY(!inkBox(image.copy(around)).isEmpty());
-        QVERIFY(inkBox(image.copy(around.translated(12, 0))).isEmpty());
-        const auto *traces = dynamic_cast<StackedTraces *>(item.plot()->content());
-        QCOMPARE(traces->labelBand()->visibleTexts(), QStringList{u"H1,H2  7.50"_s});
-    }
-
-    void mapsRunToTheLeftAndDown()
-    {
-        NmrItem item;
-        // One summit at row 16 of 64 and column 96 of 128: 7.5 ppm in F1 and 2.5 ppm in F2, near enough.
-        item.nmrData()->addEntry(entryMap(128, 64, summit(128, 64, 96, 16, 4), {peak(u"H1,H2"_s, 2.5, 7.5)}), {});
-        const QImage image = drawn({500, 400}, item);
-        QVERIFY(item.plot()->xAxis->coordToPixel(9) < item.plot()->xAxis->coordToPixel(1));
-        QVERIFY(item.plot()->yAxis->coordToPixel(9) > item.plot()->yAxis->coordToPixel(1));
-
-        // The colours lie where the peak lies: bluest there, white in the mirrored places.
-        const auto blueness = [&](double f2, double f1) {
-            const QPoint at(qRound(item.plot()->xAxis->coordToPixel(f2)), qRound(item.plot()->yAxis->coordToPixel(f1)));
-            return 255 - qRed(image.pixel(at + QPoint(-6, -3)));
-        };
-        QVERIFY(blueness(2.5, 7.5) > 50);
-        QCOMPARE(blueness(7.5, 7.5), 0);
-        QCOMPARE(blueness(2.5, 2.5), 0);
-
-        const auto *contours = item.plot()->findChild<ContourLines *>();
-        QVERIFY(contours && contours->levels().size() >= 5);
-        for (const auto &level : contours->levels()) {
-            QCOMPARE(level.lines.size(), 1);
-            QVERIFY(QLineF(level.lines.first().boundingRect().center(), QPointF(2.5, 7.5)).length() < 0.02);
-        }
-    }
-
     void plotsKeepTheirSizeAtEveryResolution()
     {
         NmrItem item;
-        item.nmrData()->addEntry(entryMap(1000, 1, summit(1000, 1, 250, 0, 0.1), {peak(u"H1"_s, 7.5)}), {});
+        const QVariantMap peak{{u"PeakLabel"_s, u"H1"_s}, {u"Pos"_s, QVariant::fromValue(DoubleVector{7.5, 0})}};
+        QVariantMap other = peak;
+        other[u"PeakLabel"_s] = u"H2"_s;
+        item.nmrData()->addEntry(entryMap(narrowLine(1000, 250), {peak, other}), {});
         const auto box = [&](int dotsPerMeter) {
             const auto draw = [&](QPainter *painter) { item.plot()->paintTo(painter, QRectF(20, 20, 350, 250)); };
             return inkBox(drawn({400, 300}, draw, dotsPerMeter));
         };
         QCOMPARE(box(47244), box(3780)); // 1200 and 96 dpi
         QVERIFY(box(3780).width() > 300 && box(3780).height() > 200);
+        const auto *traces = dynamic_cast<StackedTraces *>(item.plot()->content());
+        QCOMPARE(traces->labelBand()->visibleTexts(), QStringList{u"H1,H2  7.50"_s});
     }
 
     void plotFollowsItsData()
     {
         NmrItem item;
-        const QUuid id = item.nmrData()->addEntry(entryMap(100, 1, summit(100, 1, 25, 0, 0.1)), {});
+        const QUuid id = item.nmrData()->addEntry(entryMap(narrowLine(100, 25)), {});
         QVERIFY(item.plot()->content());
         item.plot()->xAxis->setRange(4, 6);
-        item.nmrData()->insertSpectrum(id, entryMap(100, 1, summit(100, 1, 50, 0, 0.1)));
+        item.nmrData()->insertSpectrum(id, entryMap(narrowLine(100, 50)));
         QVERIFY(item.plot()->content());
         QCOMPARE(item.plot()->xAxis->range().upper, 6.0); // an edit keeps what one looks at
         QVERIFY(QMetaObject::invokeMethod(item.plot(), "fullReset") && item.plot()->content());

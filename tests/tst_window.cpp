@@ -2,6 +2,7 @@
 #include "ModalAnswers.h"
 #include "WorkbenchUser.h"
 
+#include "cli/PrivateSettings.h"
 #include "window/WindowApplication.h"
 #include "host/MainScene.h"
 #include "window/FrequencyDialog.h"
@@ -58,11 +59,6 @@ class TestWindow : public QObject {
 private Q_SLOTS:
     void initTestCase()
     {
-        QVERIFY(m_settings.isValid());
-        QSettings::setDefaultFormat(QSettings::IniFormat);
-        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_settings.path());
-        QCoreApplication::setOrganizationName(u"tests"_s);
-        QCoreApplication::setApplicationName(u"window"_s);
         m_host = std::make_unique<WindowApplication>();
         m_host->loadPlugins(QStringLiteral(PLUGIN_DIRECTORY));
         QVERIFY(!m_host->plugins().plugins().isEmpty());
@@ -154,12 +150,7 @@ private Q_SLOTS:
 
     void frequenciesFollowTheirInputs()
     {
-        const QTemporaryDir directory;
-        const auto write = [&](const QString &name, const QByteArray &text) {
-            QFile file(directory.filePath(name));
-            return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() ? file.fileName() : QString();
-        };
-        const QString list = write(u"si.csv"_s, "position\n-8.5\n-9.25\n-8.75\n");
+        const QString list = write("si.csv", "position\n-8.5\n-9.25\n-8.75\n");
         {
             FrequencyDialog dialog(list, FrequencyNeeded({}, 1, false), {}, nullptr);
             dialog.show();
@@ -177,7 +168,7 @@ private Q_SLOTS:
                      u"&Spectrometer (1H): ([799.0713 MHz: 0.0000 to 3000.0000]); &0 ppm at: ([81.000000 MHz: "
                      "0.000000 to 3000.000000]); The positions go from -8.50 to -9.25 ppm.; <OK> <Cancel>"_s);
         }
-        FrequencyDialog dialog(write(u"hsqc-1H-13C.csv"_s, "F2 (Hz),F1 (Hz)\n4000,12000\n2000,3000\n"),
+        FrequencyDialog dialog(write("hsqc-1H-13C.csv", "F2 (Hz),F1 (Hz)\n4000,12000\n2000,3000\n"),
                                FrequencyNeeded({}, 2, true), {u"29Si"_s, 500}, nullptr);
         dialog.show();
         QCOMPARE(linesOf(&dialog).mid(1).join(u"; "_s),
@@ -370,15 +361,13 @@ private Q_SLOTS:
 
     void menusOfTheBarAreThoseOfTheCurrentItems()
     {
-        QMenu *menu = action(window().menuBar(), u"Spectrum"_s)->menu();
-        QVERIFY(!action(filled(menu), u"Edit Peaks"_s));
         NmrItem *first = createSpectrum();
         NmrItem *second = createSpectrum();
         QVERIFY(first && second && first != second);
         for (NmrItem *item : {first, second}) {
             scene().setActiveItem(item);
             scene().setActiveItem(table()); // which leaves the spectrum the current one
-            QVERIFY(action(filled(menu), u"Edit Peaks"_s));
+            QVERIFY(action(shown(u"Spectrum"_s), u"Edit Peaks"_s));
             QCOMPARE(scene().currentNmrItem(), item);
             QCOMPARE(scene().activeItem(), item);
         }
@@ -412,17 +401,10 @@ private Q_SLOTS:
     /// No box is in the way: what is doubtful stands under the title until it was read, and can be had back.
     void doubtsAreNotes()
     {
-        const QTemporaryDir directory;
         QFile whole(sample("acetic-acid.magres"));
         QVERIFY(whole.open(QIODevice::ReadOnly));
         const QByteArray text = whole.readAll().replace("</magres>", "");
-        QStringList files;
-        for (const char *name : {"a.magres", "b.magres"}) {
-            files.append(directory.filePath(QLatin1String(name)));
-            QFile cut(files.last());
-            QVERIFY(cut.open(QIODevice::WriteOnly) && cut.write(text) == text.size());
-        }
-        window().openFiles(files);
+        window().openFiles({write("a.magres", text), write("b.magres", text)});
         QCOMPARE(scene().documentItems().size(), 6);
         QVERIFY(window().statusBar()->currentMessage().contains(u"2 file"));
         int told = 0;
@@ -430,7 +412,7 @@ private Q_SLOTS:
             told += item->doubts().join(u'\n').contains(u"is not closed") && item->notes().size() == 1;
         QCOMPARE(told, 2);
 
-        const QString path = directory.filePath(u"kept.magresdoc"_s);
+        const QString path = m_directory.filePath(u"kept.magresdoc"_s);
         QVERIFY(window().document()->saveTo(path));
         window().openFiles({path});
         TableItem *last = table();
@@ -458,13 +440,6 @@ private Q_SLOTS:
     /// Positions in Hz lie nowhere until somebody says what they are divided by.
     void hertzAreAskedFor()
     {
-        const QTemporaryDir directory;
-        const auto write = [&](const char *name, const QByteArray &text) {
-            QFile file(directory.filePath(QLatin1String(name)));
-            if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
-                qFatal("cannot write");
-            return file.fileName();
-        };
         QByteArray points = "Hz,intensity\n";
         for (int i = 0; i < 100; ++i)
             points += QByteArray::number(10000 - 100 * i) + ',' + (i == 50 ? "100" : i % 2 ? "1" : "0") + '\n';
@@ -551,6 +526,14 @@ private:
     MoleculeItem *molecule() { return qobject_cast<MoleculeItem *>(table()->linkedItems().value(0)); }
     QMenu *shown(const QString &title) { return filled(action(window().menuBar(), title)->menu()); }
 
+    QString write(const char *name, const QByteArray &text) const
+    {
+        QFile file(m_directory.filePath(QLatin1String(name)));
+        if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
+            qFatal("cannot write");
+        return file.fileName();
+    }
+
     /// Accepts the dialog of this title that an action opens; gives the text, if it is a message box.
     QString told(const QString &title, const std::function<void()> &act)
     {
@@ -596,7 +579,8 @@ private:
         QCoreApplication::sendEvent(&window(), &event);
     }
 
-    QTemporaryDir m_settings;
+    const PrivateSettings m_settings;
+    const QTemporaryDir m_directory;
     std::unique_ptr<WindowApplication> m_host;
     ModalAnswers m_dialogs;
 };

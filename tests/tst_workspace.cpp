@@ -14,7 +14,6 @@
 #include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
 #include "items/plot/NmrPlot.h"
-#include "items/plot/StackedTraces.h"
 #include "items/table/TableItem.h"
 #include "window/ContentsDock.h"
 #include "window/DocumentController.h"
@@ -223,26 +222,6 @@ private Q_SLOTS:
         };
         QVERIFY(!page(PageExport::Notes::Hidden).contains("outside of"));
         QVERIFY(page(PageExport::Notes::Shown).contains("outside of"));
-    }
-
-    void traceOfAStackKeepsItsBaseLine()
-    {
-        window().openFiles({sample(u"paracetamol.magres"_s)});
-        create();
-        window().openFiles({sample(u"paracetamol-13C-points.csv"_s)});
-        auto *traces = dynamic_cast<StackedTraces *>(plot()->plot()->content());
-        QVERIFY(traces);
-        const auto feet = [&] {
-            QList<double> pixels;
-            for (const QUuid &id : plot()->nmrData()->entryIds())
-                pixels.append(traces->peakMarks(id).constFirst().foot);
-            return pixels;
-        };
-        const QList<double> before = feet();
-        const double top = traces->peakMarks(plot()->nmrData()->entryIds().constFirst()).constFirst().top.y();
-        plot()->plot()->scaleIntensity(0.5);
-        QCOMPARE(feet(), before);
-        QVERIFY(traces->peakMarks(plot()->nmrData()->entryIds().constFirst()).constFirst().top.y() > top + 5);
     }
 
     void measurementComesFirst()
