@@ -48,8 +48,8 @@ QStringList ModalAnswers::missing() const
 
 bool ModalAnswers::eventFilter(QObject *watched, QEvent *event)
 {
-    // When the dialog runs its event loop.
-    if (event->type() == QEvent::Show)
+    // When the dialog runs its event loop. Whether work takes long enough for a progress dialog is up to the machine.
+    if (event->type() == QEvent::Show && !qobject_cast<QProgressDialog *>(watched))
         if (auto *dialog = qobject_cast<QDialog *>(watched);
             dialog && dialog->isModal() && !dialog->testAttribute(Qt::WA_DontShowOnScreen))
             QTimer::singleShot(0, dialog, [this, dialog] { answer(dialog); });

@@ -10,6 +10,7 @@
 
 /// Answers the modal dialogs and message boxes that the program opens, in the order in which they are announced.
 /// Whatever opens unannounced is closed, and fails the running test, as does a dialog that its answer leaves open.
+/// Dialogs of progress are left alone.
 class ModalAnswers : public QObject {
     Q_OBJECT
 
