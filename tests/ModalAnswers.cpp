@@ -75,3 +75,5 @@ void ModalAnswers::answer(QDialog *dialog)
     if (open)
         open->reject();
 }
+
+#include "moc_ModalAnswers.cpp"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "Built.h"
+
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -34,7 +36,7 @@ public:
         QProcess process;
         process.setWorkingDirectory(m_directory.path());
         const QString all = QString::fromUtf8(line).replace(u'@', m_directory.path() + u'/');
-        process.start(QStringLiteral(WORKBENCH_PROGRAM), all.split(u' ', Qt::SkipEmptyParts) + more);
+        process.start(built(u"magres-workbench"), all.split(u' ', Qt::SkipEmptyParts) + more);
         process.write(input);
         process.closeWriteChannel();
         status = process.waitForFinished(120000) && !process.exitStatus() ? process.exitCode() : -1;

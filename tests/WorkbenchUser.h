@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "Built.h"
+
 #include <QDialogButtonBox>
 #include <QMenu>
 #include <QPointF>

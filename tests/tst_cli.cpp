@@ -32,7 +32,7 @@ Finished runProgram(const QStringList &arguments, const QString &locale = u"C.UT
         environment.remove(QLatin1String(name));
     environment.insert(u"LC_ALL"_s, locale);
     process.setProcessEnvironment(environment);
-    process.start(QStringLiteral(WORKBENCH_PROGRAM), arguments);
+    process.start(built(u"magres-workbench"), arguments);
     if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
         return {-1, {}, process.errorString()};
     return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),

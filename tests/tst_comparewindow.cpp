@@ -46,8 +46,8 @@ private Q_SLOTS:
     void initTestCase()
     {
         m_host = std::make_unique<WindowApplication>();
-        m_host->loadPlugins(QStringLiteral(PLUGIN_DIRECTORY));
-        window().compareCommands()->setRankProgram(QStringLiteral(WORKBENCH_PROGRAM));
+        m_host->loadPlugins(built(u"plugins"));
+        window().compareCommands()->setRankProgram(built(u"magres-workbench"));
         window().show();
         QVERIFY(QTest::qWaitForWindowExposed(&window()));
     }

@@ -186,7 +186,7 @@ private Q_SLOTS:
     void reopenedDocumentIsAsBefore()
     {
         WindowApplication host;
-        host.loadPlugins(QStringLiteral(PLUGIN_DIRECTORY));
+        host.loadPlugins(built(u"plugins"));
         WMainWindow &window = host.window();
         window.show();
         ModalAnswers answers;

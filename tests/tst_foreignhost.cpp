@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "Built.h"
 #include "FakeHost.h"
 #include "foreignhost/ForeignHost.h"
 
@@ -44,7 +45,7 @@ private Q_SLOTS:
         file.close();
 
         FakeHost host;
-        QPluginLoader loader(QStringLiteral(PLUGIN_FILE));
+        QPluginLoader loader(built(u"plugins/libmagresfilefilter.so"));
         QObject *plugin = loader.instance();
         QVERIFY2(plugin, qPrintable(loader.errorString()));
         QVERIFY(QMetaObject::invokeMethod(plugin, "fileFilter_read", Q_ARG(QString, file.fileName()),

@@ -40,7 +40,7 @@ private Q_SLOTS:
     void init()
     {
         QSettings().clear();
-        start(QStringLiteral(SAMPLE_DIRECTORY "/paracetamol.magres"));
+        start(QStringLiteral(SAMPLES "/paracetamol.magres"));
     }
     void cleanup() { m_host.reset(); }
 
@@ -53,7 +53,7 @@ private Q_SLOTS:
     {
         m_host.reset();
         const Language german(u"de"_s);
-        start(QStringLiteral(SAMPLE_DIRECTORY "/paracetamol.magres"));
+        start(QStringLiteral(SAMPLES "/paracetamol.magres"));
         QCOMPARE(window().menuBar()->actions().first()->text(), u"&Datei"_s);
         m_dialogs.expect(u"MAGRES-Parameter"_s, [](QDialog *dialog) { press(dialog, QDialogButtonBox::Ok); });
         choose(window(), table(), {u"Spektrum erzeugen..."_s});
@@ -118,12 +118,12 @@ private:
     {
         m_host.reset();
         m_host = std::make_unique<WindowApplication>();
-        m_host->plugins().load(QStringLiteral(PLUGIN_FILE));
+        m_host->plugins().load(built(u"plugins/libmagresfilefilter.so"));
         window().show();
         QVERIFY(QTest::qWaitForWindowExposed(&window()));
         window().openFiles({path});
     }
-    void open(const QString &name) { window().openFiles({QStringLiteral(SAMPLE_DIRECTORY "/") + name}); }
+    void open(const QString &name) { window().openFiles({QStringLiteral(SAMPLES "/") + name}); }
     PlotUser makeSpectrum(const Inputs &inputs)
     {
         m_dialogs.expect(u"MAGRES parameters"_s, [=](QDialog *dialog) {

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "Built.h"
 #include "Failure.h"
 #include "FakeHost.h"
 #include "support/HostContract.h"
@@ -424,7 +425,8 @@ private Q_SLOTS:
         FakeHost host;
         newPlugin();
         QCOMPARE(call(m_loader.instance(), "fileFilter_matching", false, m_file), true);
-        QCOMPARE(call(m_loader.instance(), "fileFilter_matching", true, QStringLiteral(PLUGIN_FILE)), false);
+        QCOMPARE(call(m_loader.instance(), "fileFilter_matching", true, built(u"plugins/libmagresfilefilter.so")),
+                 false);
         read(m_file);
         QSettings().setValue(u"magresPlugin/nucF2"_s, u"1H"_s);
         makeSpectrum(host);
@@ -996,7 +998,7 @@ private Q_SLOTS:
         FakeHost host;
         newPlugin();
         const QString copy = m_settings.filePath(u"libcopy.so"_s);
-        QVERIFY(QFile::exists(copy) || QFile::copy(QStringLiteral(PLUGIN_FILE), copy));
+        QVERIFY(QFile::exists(copy) || QFile::copy(built(u"plugins/libmagresfilefilter.so"), copy));
         QPluginLoader second(copy);
         QObject *twin = second.instance();
         QVERIFY2(twin, qPrintable(second.errorString()));
@@ -1200,7 +1202,7 @@ private:
         return logged.join(u'|');
     }
 
-    QPluginLoader m_loader{QStringLiteral(PLUGIN_FILE)};
+    QPluginLoader m_loader{built(u"plugins/libmagresfilefilter.so")};
     QTemporaryDir m_settings;
     QString m_file;
 };

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "Built.h"
 #include "Failure.h"
 #include "host/FileFilterRegistry.h"
 #include "host/HostApplication.h"
@@ -22,7 +23,7 @@ private Q_SLOTS:
     void initTestCase()
     {
         m_host = std::make_unique<HostApplication>();
-        m_host->loadPlugins(QStringLiteral(STUB_DIRECTORY));
+        m_host->loadPlugins(built(u"../tests/stubs"));
     }
     void cleanupTestCase() { m_host.reset(); }
 

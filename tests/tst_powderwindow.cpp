@@ -39,7 +39,7 @@ class TestPowderWindow : public QObject {
     {
         m_host.reset();
         m_host = std::make_unique<WindowApplication>();
-        m_host->loadPlugins(QStringLiteral(PLUGIN_DIRECTORY));
+        m_host->loadPlugins(built(u"plugins"));
         window().resize(1280, 720);
         window().show();
         QVERIFY(QTest::qWaitForWindowExposed(&window()));

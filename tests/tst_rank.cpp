@@ -14,7 +14,7 @@ private Q_SLOTS:
     void initTestCase()
     {
         QVERIFY(QDir(m_program.path("")).mkpath(u"plugins"_s));
-        for (const QString &file : {QStringLiteral(PLUGIN_FILE), QStringLiteral(STUB_FILE)})
+        for (const QString &file : {built(u"plugins/libmagresfilefilter.so"), built(u"../tests/stubs/libgoodstub.so")})
             QVERIFY(QFile::copy(file, m_program.path("plugins/") + QFileInfo(file).fileName()));
         const MagresData right = MagresText::crystalData(27);
         for (int i = 0; i < 200; ++i) {

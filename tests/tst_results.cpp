@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "Built.h"
 #include "window/ExportMenu.h"
 #include "document/DocumentState.h"
 #include "document/UndoRecorder.h"
@@ -137,7 +138,7 @@ private Q_SLOTS:
         QSettings::setDefaultFormat(QSettings::IniFormat);
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, directory.path());
         HostApplication host;
-        host.loadPlugins(QStringLiteral(PLUGIN_DIRECTORY));
+        host.loadPlugins(built(u"plugins"));
         host.readFile(QStringLiteral(SAMPLES "/paracetamol.magres"));
         TableItem *table = host.scene().currentTableItem();
         table->view()->horizontalHeader()->setSortIndicator(2, Qt::DescendingOrder);
@@ -179,7 +180,7 @@ private Q_SLOTS:
         QSettings().setValue(u"magresPlugin/nucF2"_s, u"13C"_s);
         QSettings().setValue(u"magresPlugin/ref"_s, QVariantMap{{u"13C"_s, 170.5}});
         HostApplication host;
-        host.loadPlugins(QStringLiteral(PLUGIN_DIRECTORY));
+        host.loadPlugins(built(u"plugins"));
         MainScene &scene = host.scene();
         new UndoRecorder(&scene);
         host.readFile(QStringLiteral(SAMPLES "/paracetamol.magres"));

@@ -60,7 +60,7 @@ private Q_SLOTS:
     void initTestCase()
     {
         m_host = std::make_unique<WindowApplication>();
-        m_host->loadPlugins(QStringLiteral(PLUGIN_DIRECTORY));
+        m_host->loadPlugins(built(u"plugins"));
         QVERIFY(!m_host->plugins().plugins().isEmpty());
         window().show();
         QVERIFY(QTest::qWaitForWindowExposed(&window()));

@@ -27,7 +27,7 @@ namespace {
 
 const QString parametersTitle = u"MAGRES parameters"_s;
 const QString isotopeTitle = u"Select quadrupolar isotope"_s;
-const QString paracetamol = QStringLiteral(SAMPLE_DIRECTORY "/paracetamol.magres");
+const QString paracetamol = QStringLiteral(SAMPLES "/paracetamol.magres");
 
 const QString updateFailure = u"The spectrum cannot be updated: "_s;
 const QString generationFailure = u"The spectrum cannot be generated: "_s;
@@ -96,7 +96,7 @@ private Q_SLOTS:
     void initTestCase()
     {
         m_host = std::make_unique<WindowApplication>();
-        m_host->plugins().load(QStringLiteral(PLUGIN_FILE));
+        m_host->plugins().load(built(u"plugins/libmagresfilefilter.so"));
         for (const PluginManager::Failure &failure : m_host->plugins().failures())
             QFAIL(qPrintable(failure.reason));
         window().show();

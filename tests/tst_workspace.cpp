@@ -113,7 +113,7 @@ private Q_SLOTS:
     void init()
     {
         m_host = std::make_unique<WindowApplication>();
-        m_host->loadPlugins(QStringLiteral(PLUGIN_DIRECTORY));
+        m_host->loadPlugins(built(u"plugins"));
         window().resize(1280, 720);
         window().show();
         QVERIFY(QTest::qWaitForWindowExposed(&window()));

@@ -151,3 +151,5 @@ std::optional<Magres::MagresData> TMagresFileFilterPlugin::chooseQuadrupolarIsot
 {
     return Magres::chooseQuadrupolarIsotope(m_host, dataId);
 }
+
+#include "moc_TMagresFileFilterPlugin.cpp"

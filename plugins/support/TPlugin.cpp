@@ -126,3 +126,5 @@ void TPlugin::onActiveItemChanged(QGraphicsWidget *item)
 {
     m_activeItem = item;
 }
+
+#include "moc_TPlugin.cpp"

@@ -45,3 +45,5 @@ void WTableItemImpl::selectRows(const QList<int> &rows)
     if (!rows.isEmpty())
         m_view->scrollTo(model->index(rows.first(), 0));
 }
+
+#include "moc_WTableItemImpl.cpp"

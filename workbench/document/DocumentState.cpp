@@ -220,3 +220,5 @@ QStringList DocumentState::restore(const Document &document, MainScene &scene, D
 }
 
 } // namespace Workbench
+
+#include "moc_MissingTable.cpp"

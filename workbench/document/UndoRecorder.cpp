@@ -46,3 +46,5 @@ void UndoRecorder::watch(DocumentItem *item)
 }
 
 } // namespace Workbench
+
+#include "moc_UndoRecorder.cpp"

@@ -92,3 +92,5 @@ bool DocumentDevice::finish()
 }
 
 } // namespace Workbench
+
+#include "moc_DocumentDevice.cpp"

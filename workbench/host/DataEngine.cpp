@@ -26,3 +26,5 @@ void DataEngine::setMaps(const QHash<QUuid, QVariantMap> &maps)
 }
 
 } // namespace Workbench
+
+#include "moc_DataEngine.cpp"

@@ -83,3 +83,5 @@ QList<QGraphicsWidget *> FileFilterRegistry::read(QObject *filter, const QString
 }
 
 } // namespace Workbench
+
+#include "moc_FileFilterRegistry.cpp"

@@ -146,3 +146,5 @@ DataEngine &HostApplication::documentData() const
 }
 
 } // namespace Workbench
+
+#include "moc_NucleusTables.cpp"

@@ -50,3 +50,5 @@ QString HostWindow::language() const
 }
 
 } // namespace Workbench
+
+#include "moc_HostWindow.cpp"

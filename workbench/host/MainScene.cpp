@@ -605,3 +605,5 @@ void MainScene::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
 }
 
 } // namespace Workbench
+
+#include "moc_MainScene.cpp"

@@ -161,3 +161,5 @@ void PluginManager::takeBack(QObject *object, qsizetype menuEntries)
 }
 
 } // namespace Workbench
+
+#include "moc_PluginManager.cpp"

@@ -109,3 +109,5 @@ std::shared_ptr<const SiteTable> TableSites::sitesOf(const TableItem &table)
 }
 
 } // namespace Workbench
+
+#include "moc_TableSites.cpp"

@@ -437,3 +437,5 @@ void DocumentItem::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
 }
 
 } // namespace Workbench
+
+#include "moc_DocumentItem.cpp"

@@ -147,3 +147,5 @@ void RankCrew::ended(Worker &worker)
 }
 
 } // namespace Workbench
+
+#include "moc_RankCrew.cpp"

@@ -373,3 +373,5 @@ bool ContentsDock::dropOnto(const QByteArray &dragged, NmrItem *target)
 }
 
 } // namespace Workbench
+
+#include "moc_ContentsDock.cpp"

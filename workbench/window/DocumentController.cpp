@@ -211,3 +211,5 @@ QString DocumentController::nameFilter()
 }
 
 } // namespace Workbench
+
+#include "moc_DocumentController.cpp"

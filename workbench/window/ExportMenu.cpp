@@ -271,3 +271,5 @@ void ExportMenu::askForSpinSystem()
 }
 
 } // namespace Workbench
+
+#include "moc_ExportMenu.cpp"

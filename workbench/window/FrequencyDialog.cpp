@@ -233,3 +233,5 @@ double FrequencyDialog::protonFrequency() const
 }
 
 } // namespace Workbench
+
+#include "moc_FrequencyDialog.cpp"

@@ -128,3 +128,5 @@ GestureHelp::GestureHelp(QWidget *parent) : QDialog(parent)
 }
 
 } // namespace Workbench
+
+#include "moc_GestureHelp.cpp"

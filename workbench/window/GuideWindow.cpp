@@ -58,3 +58,5 @@ GuideWindow::GuideWindow(QWidget *parent) : QDialog(parent)
 }
 
 } // namespace Workbench
+
+#include "moc_GuideWindow.cpp"

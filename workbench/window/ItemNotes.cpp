@@ -127,3 +127,5 @@ QList<ItemNote> ItemNotes::remarks(NmrItem *item) const
 }
 
 } // namespace Workbench
+
+#include "moc_ItemNotes.cpp"

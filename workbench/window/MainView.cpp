@@ -123,3 +123,5 @@ void MainView::wheelEvent(QWheelEvent *event)
 }
 
 } // namespace Workbench
+
+#include "moc_MainView.cpp"

@@ -64,3 +64,5 @@ void PeakAtomLinks::link()
 }
 
 } // namespace Workbench
+
+#include "moc_PeakAtomLinks.cpp"

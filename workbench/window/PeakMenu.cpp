@@ -115,3 +115,5 @@ void PeakMenu::countSites()
 }
 
 } // namespace Workbench
+
+#include "moc_PeakMenu.cpp"

@@ -96,3 +96,5 @@ QVariantMap PickPeaksDialog::peakMap() const
 }
 
 } // namespace Workbench
+
+#include "moc_PickPeaksDialog.cpp"

@@ -193,3 +193,5 @@ void PowderCommands::edit(NmrItem *item, const QUuid &id)
 }
 
 } // namespace Workbench
+
+#include "moc_PowderCommands.cpp"

@@ -509,3 +509,5 @@ void PowderDialog::accept()
 }
 
 } // namespace Workbench
+
+#include "moc_PowderDialog.cpp"

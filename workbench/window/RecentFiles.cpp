@@ -52,3 +52,5 @@ void RecentFiles::fill()
 }
 
 } // namespace Workbench
+
+#include "moc_RecentFiles.cpp"

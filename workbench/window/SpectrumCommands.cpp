@@ -202,3 +202,5 @@ bool SpectrumCommands::eventFilter(QObject *watched, QEvent *event)
 }
 
 } // namespace Workbench
+
+#include "moc_SpectrumCommands.cpp"

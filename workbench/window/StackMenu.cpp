@@ -333,3 +333,5 @@ void StackMenu::fillRemoveMenu()
 }
 
 } // namespace Workbench
+
+#include "moc_StackMenu.cpp"

@@ -96,3 +96,5 @@ QString StartHints::sampleFile(const QString &name)
 }
 
 } // namespace Workbench
+
+#include "moc_StartHints.cpp"

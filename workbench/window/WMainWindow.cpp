@@ -605,3 +605,5 @@ void WMainWindow::showAbout()
 }
 
 } // namespace Workbench
+
+#include "moc_WMainWindow.cpp"

@@ -48,3 +48,5 @@ void WorkBar::refresh()
 }
 
 } // namespace Workbench
+
+#include "moc_WorkBar.cpp"

@@ -37,3 +37,5 @@ void SpinBoxNumber::onBoxChanged(double shown)
 }
 
 } // namespace Magres
+
+#include "moc_SpinBoxNumber.cpp"

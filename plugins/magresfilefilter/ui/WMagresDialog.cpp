@@ -255,3 +255,5 @@ void WMagresDialog::copyToRecord()
     Magres::storeDimension(chosen(m_f1), m_f1.index, m_parameters);
     m_parameters.corr = m_ui->fCbCorr->currentData().toInt();
 }
+
+#include "moc_WMagresDialog.cpp"

@@ -41,3 +41,5 @@ void WMagresQuadIsoDialog::elementChanged(const QString &element)
     if (const int index = m_ui->fCbIso->findText(shown); index >= 0)
         m_ui->fCbIso->setCurrentIndex(index);
 }
+
+#include "moc_WMagresQuadIsoDialog.cpp"

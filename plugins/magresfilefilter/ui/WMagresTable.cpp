@@ -215,3 +215,5 @@ void WMagresTable::show(Magres::MagresData &data)
                                          {QStringLiteral("Units"), 0}});
     hostModel().endResetModel();
 }
+
+#include "moc_WMagresTable.cpp"

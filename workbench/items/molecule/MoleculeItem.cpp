@@ -846,3 +846,5 @@ void MoleculeItem::wheelEvent(QGraphicsSceneWheelEvent *event)
 }
 
 } // namespace Workbench
+
+#include "moc_MoleculeItem.cpp"

@@ -171,3 +171,5 @@ void AgreementPlot::addColumn(int column, const NucleusComparison &comparison)
 }
 
 } // namespace Workbench
+
+#include "moc_AgreementPlot.cpp"

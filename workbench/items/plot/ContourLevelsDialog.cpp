@@ -51,3 +51,5 @@ void ContourLevelsDialog::setLevels(const ContourLevels &levels)
 }
 
 } // namespace Workbench
+
+#include "moc_ContourLevelsDialog.cpp"

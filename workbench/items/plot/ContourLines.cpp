@@ -57,3 +57,5 @@ void ContourLines::drawLegendIcon(QCPPainter *painter, const QRectF &rect) const
 }
 
 } // namespace Workbench
+
+#include "moc_ContourLines.cpp"

@@ -142,3 +142,5 @@ void CrossPeakLabels::draw(QCPPainter *painter)
 }
 
 } // namespace Workbench
+
+#include "moc_CrossPeakLabels.cpp"

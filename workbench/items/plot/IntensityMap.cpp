@@ -27,3 +27,5 @@ void IntensityMap::draw(QCPPainter *painter)
 }
 
 } // namespace Workbench
+
+#include "moc_IntensityMap.cpp"

@@ -250,3 +250,5 @@ QString NmrData::yUnitsString()
 }
 
 } // namespace Workbench
+
+#include "moc_NmrData.cpp"

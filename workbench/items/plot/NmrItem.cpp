@@ -521,3 +521,5 @@ void NmrItem::updateTitle()
 }
 
 } // namespace Workbench
+
+#include "moc_NmrItem.cpp"

@@ -381,3 +381,5 @@ void NmrPlot::leaveEvent(QEvent *event)
 }
 
 } // namespace Workbench
+
+#include "moc_NmrPlot.cpp"

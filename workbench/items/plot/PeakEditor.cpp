@@ -322,3 +322,5 @@ void PeakEditor::paint(QPainter *painter) const
 }
 
 } // namespace Workbench
+
+#include "moc_PeakEditor.cpp"

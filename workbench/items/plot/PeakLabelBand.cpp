@@ -180,3 +180,5 @@ void PeakLabelBand::draw(QCPPainter *painter)
 }
 
 } // namespace Workbench
+
+#include "moc_PeakLabelBand.cpp"

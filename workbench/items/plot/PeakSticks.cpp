@@ -68,3 +68,5 @@ void PeakSticks::drawLegendIcon(QCPPainter *painter, const QRectF &rect) const
 }
 
 } // namespace Workbench
+
+#include "moc_PeakSticks.cpp"

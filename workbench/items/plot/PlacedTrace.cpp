@@ -38,3 +38,5 @@ QCPRange PlacedTrace::getValueRange(bool &found, QCP::SignDomain, const QCPRange
 }
 
 } // namespace Workbench
+
+#include "moc_PlacedTrace.cpp"

@@ -146,3 +146,5 @@ void PlotMarks::draw(QCPPainter *painter)
 }
 
 } // namespace Workbench
+
+#include "moc_PlotMarks.cpp"

@@ -79,3 +79,5 @@ void SpectrumLine::drawLegendIcon(QCPPainter *painter, const QRectF &rect) const
 }
 
 } // namespace Workbench
+
+#include "moc_SpectrumLine.cpp"

@@ -796,3 +796,5 @@ void TableItem::paintTable(QPainter *painter, const QRectF &area)
 }
 
 } // namespace Workbench
+
+#include "moc_TableItem.cpp"

@@ -284,3 +284,5 @@ void TableModel::endResetModel()
 }
 
 } // namespace Workbench
+
+#include "moc_TableModel.cpp"

@@ -177,3 +177,5 @@ bool CompareCommands::eventFilter(QObject *watched, QEvent *event)
 }
 
 } // namespace Workbench
+
+#include "moc_CompareCommands.cpp"

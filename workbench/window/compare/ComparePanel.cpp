@@ -776,3 +776,5 @@ void ComparePanel::openMenu(QTreeWidgetItem *row, const QPoint &globalPos)
 }
 
 } // namespace Workbench
+
+#include "moc_ComparePanel.cpp"

@@ -261,3 +261,5 @@ void PairTable::moveLine(const QTreeWidgetItem *from, const QTreeWidgetItem *to)
 }
 
 } // namespace Workbench
+
+#include "moc_PairTable.cpp"

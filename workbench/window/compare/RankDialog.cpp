@@ -555,3 +555,5 @@ void RankDialog::done(int result)
 }
 
 } // namespace Workbench
+
+#include "moc_RankDialog.cpp"

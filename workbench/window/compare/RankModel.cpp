@@ -119,3 +119,5 @@ QVariant RankModel::headerData(int section, Qt::Orientation orientation, int rol
 }
 
 } // namespace Workbench
+
+#include "moc_RankModel.cpp"

@@ -96,3 +96,5 @@ const QHash<QString, QString> &SiteLabels::namesOf(const SpectrumEntry &entry)
 }
 
 } // namespace Workbench
+
+#include "moc_SiteLabels.cpp"
