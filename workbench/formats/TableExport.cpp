@@ -9,14 +9,18 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <set>
+
 namespace Workbench {
 
 namespace TableExport {
 
 namespace {
 
-/// The values of a row that leave the program, in this order; "ID" means nothing outside of it.
+/// The values of a row that leave the program first, in this order.
 constexpr const char *rowKeys[] = {"type", "labels", "atomNos", "iso", "aniso", "assym", "eq", "qassym", "Cq", "qIso"};
+/// Means nothing outside of the program.
+constexpr const char *identityKey = "ID";
 
 QByteArray csvField(const QVariant &value)
 {
@@ -36,13 +40,29 @@ QByteArray csvField(const QVariant &value)
     return text;
 }
 
+/// What else the rows have, in the alphabet's order: columns that are new in the plug-in, or another plug-in's.
+QStringList otherKeys(const TableContent &table)
+{
+    std::set<QString> others;
+    for (const QVariant &row : table.rows) {
+        const QVariantMap map = row.toMap();
+        others.insert(map.keyBegin(), map.keyEnd());
+    }
+    others.erase(QLatin1String(identityKey));
+    for (const char *key : rowKeys)
+        others.erase(QLatin1String(key));
+    for (const QString &key : table.extraKeys)
+        others.erase(key);
+    return QStringList(others.begin(), others.end());
+}
+
 QStringList keysOf(const TableContent &table)
 {
     QStringList keys;
-    for (const char *key : rowKeys) {
-        if (!table.hiddenKeys.contains(QLatin1String(key)))
-            keys.append(QLatin1String(key));
-    }
+    for (const char *key : rowKeys)
+        keys.append(QLatin1String(key));
+    keys += otherKeys(table);
+    keys.removeIf([&](const QString &key) { return table.hiddenKeys.contains(key); });
     return keys + table.extraKeys;
 }
 
