@@ -2501,19 +2501,13 @@ Optionen:
         <translation>Peakliste</translation>
     </message>
     <message numerus="yes">
-        <source>%1
-%2
-%n peak(s)
-in the plot &quot;%3&quot;; can be dragged onto another one</source>
+        <source>%n peak(s)
+in the plot &quot;%1&quot;; can be dragged onto another one</source>
         <translation>
-            <numerusform>%1
-%2
-%n Peak
-im Plot „%3“; lässt sich auf einen anderen ziehen</numerusform>
-            <numerusform>%1
-%2
-%n Peaks
-im Plot „%3“; lässt sich auf einen anderen ziehen</numerusform>
+            <numerusform>%n Peak
+im Plot „%1“; lässt sich auf einen anderen ziehen</numerusform>
+            <numerusform>%n Peaks
+im Plot „%1“; lässt sich auf einen anderen ziehen</numerusform>
         </translation>
     </message>
     <message>

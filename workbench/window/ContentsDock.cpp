@@ -213,13 +213,15 @@ void ContentsDock::addSpectra(QHash<QString, QTreeWidgetItem *> &nodes, NmrItem 
         }
         node->setData(0, itemRole, item->id());
         node->setData(0, entryRole, id);
-        QString tip = tr("%1\n%2\n%n peak(s)\nin the plot \"%3\"; can be dragged onto another one", nullptr,
-                         int(spectrum.peaks.size()))
-                          .arg(stack.entryName(id), nuclei.join(u'\n'), item->title())
-                          .replace(QLatin1String("\n\n"), QLatin1String("\n")); // no nucleus is known
+        QStringList tip{stack.entryName(id)};
+        tip += nuclei;
+        tip +=
+            tr("%n peak(s)\nin the plot \"%1\"; can be dragged onto another one", nullptr, int(spectrum.peaks.size()))
+                .arg(item->title());
         if (const QStringList notes = stack.stackEntry(id).notes(); !notes.isEmpty())
-            tip += u'\n' + tr("As it was read:") + QStringLiteral("\n– ") + notes.join(QLatin1String("\n– "));
-        node->setToolTip(0, tip);
+            tip += tr("As it was read:") + QStringLiteral("\n– ") + notes.join(QLatin1String("\n– "));
+        tip.removeAll(QString());
+        node->setToolTip(0, tip.join(u'\n'));
     }
 }
 
