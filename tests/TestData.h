@@ -3,6 +3,11 @@
 
 #include "reading/MagresData.h"
 
+#include <limits>
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
 /// A further atom, whose label is its element and number, at the origin.
 inline Magres::MagresAtom &addAtom(Magres::MagresData &data, const QByteArray &element, int number)
 {
@@ -11,5 +16,13 @@ inline Magres::MagresAtom &addAtom(Magres::MagresData &data, const QByteArray &e
     atom.labels = {element + QByteArray::number(number)};
     atom.No = number;
     atom.recordNo = qint32(data.atoms.size()) - 1;
+    return atom;
+}
+
+inline Magres::MagresAtom atomAt(const char *species, const Magres::Position &position)
+{
+    Magres::MagresAtom atom;
+    atom.type = species;
+    atom.pos = position;
     return atom;
 }

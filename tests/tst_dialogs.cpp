@@ -1,22 +1,19 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "TestData.h"
 #include "TestNuclei.h"
+#include "parameters/MapConversion.h"
 #include "ui/WMagresDialog.h"
 #include "ui/WMagresQuadIsoDialog.h"
 
 #include <QtTest>
 #include <QtWidgets>
 
-#include <limits>
 #include <tuple>
 
 using namespace Magres;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
 
 const TestNuclei properties;
 
@@ -77,8 +74,6 @@ int execWithReturn(QDialog &dialog, QWidget *target)
 
 } // namespace
 
-Q_DECLARE_METATYPE(MagresSpecParams)
-
 class tst_dialogs : public QObject {
     Q_OBJECT
 
@@ -93,58 +88,55 @@ private Q_SLOTS:
 
     void init() { QSettings().clear(); }
 
-    void acceptedAtOnceIsTheStepWithoutDialog_data()
-    {
-        QTest::addColumn<MagresSpecParams>("parameters");
-        QTest::newRow("new 2D") << record(1);
-        QTest::newRow("homonuclear") << record(1, "1H", "1H");
-        MagresSpecParams p = record(7);
-        p.avIdx = -3;
-        p.corr = 9;
-        QTest::newRow("unknown kind and choices") << p;
-        p = record(1, "14N", "2H");
-        p.avIdx = 2;
-        p.corr = 1;
-        p.ptsF2 = p.ptsF1 = 1 << 26;
-        p.qShift = {true, true};
-        p.freq = 399.87;
-        QTest::newRow("stored choices") << p;
-        p = record(0, "13C");
-        p.ref = {{u"13C"_s, 169.123456789}, {u"29Si"_s, 1.0}};
-        p.lw = {{u"13C"_s, 12.3456}};
-        QTest::newRow("fitted") << p;
-        p = record(1, "13C", "1H");
-        p.ref = {{u"13C"_s, u"abc"_s}, {u"1H"_s, -1e300}};
-        p.slope = {{u"13C"_s, infinity}, {u"1H"_s, QVariantList{1}}};
-        p.lw = {{u"13C"_s, 2400.0}, {u"1H"_s, -1.0}};
-        p.freq = notANumber;
-        p.ptsF2 = 1000;
-        QTest::newRow("no numbers and those beyond the boxes") << p;
-        p = record(1);
-        p.RangeF2User = p.RangeF1User = true;
-        p.RangeF2 = {3.14159, -7.123};
-        p.RangeF1 = {1.0, 2.00001};
-        QTest::newRow("the user's ranges") << p;
-        p.RangeF2[0] = notANumber;
-        p.RangeF1[1] = infinity;
-        QTest::newRow("impossible ranges") << p;
-    }
-
     void acceptedAtOnceIsTheStepWithoutDialog()
     {
-        QFETCH(MagresSpecParams, parameters);
+        const auto pair = [](double f2, double f1) { return QVariant::fromValue(DoubleVector{f2, f1}); };
+        const QVariant both = QVariant::fromValue(QList<int>{1, 1});
+        const QVariantHash records[] = {
+            {{u"specType"_s, 1}, {u"nucF2"_s, QString()}, {u"nucF1"_s, QString()}},
+            {{u"specType"_s, 1}, {u"nucF2"_s, u"1H"_s}, {u"nucF1"_s, u"1H"_s}},
+            // unknown kind and choices; stored ones; a fitted reference
+            {{u"specType"_s, 7}, {u"avIdx"_s, -3}, {u"corr"_s, 9}, {u"nucF2"_s, QString()}, {u"pts"_s, 8129}},
+            {{u"specType"_s, 1},
+             {u"avIdx"_s, 2},
+             {u"corr"_s, 1},
+             {u"nucF2"_s, u"14N"_s},
+             {u"nucF1"_s, u"2H"_s},
+             {u"ptsF2"_s, 1 << 26},
+             {u"ptsF1"_s, 1 << 26},
+             {u"freq"_s, 399.87},
+             {u"qShift"_s, both}},
+            {{u"ref"_s, QVariantMap{{u"13C"_s, 169.123456789}, {u"29Si"_s, 1.0}}},
+             {u"lw"_s, QVariantMap{{u"13C"_s, 12.3456}}},
+             {u"nucF2"_s, u"13C"_s}},
+            // no numbers and those beyond the boxes
+            {{u"ref"_s, QVariantMap{{u"13C"_s, u"abc"_s}, {u"1H"_s, -1e300}}},
+             {u"slope"_s, QVariantMap{{u"13C"_s, infinity}, {u"1H"_s, QVariantList{1}}}},
+             {u"lw"_s, QVariantMap{{u"13C"_s, 2400.0}, {u"1H"_s, -1.0}}},
+             {u"specType"_s, 1},
+             {u"nucF2"_s, u"13C"_s},
+             {u"nucF1"_s, u"1H"_s},
+             {u"freq"_s, notANumber},
+             {u"ptsF2"_s, 1000}},
+            // the user's ranges, and impossible ones
+            {{u"specType"_s, 1}, {u"RangeF2"_s, pair(3.14159, -7.123)}, {u"RangeF1"_s, pair(1.0, 2.00001)}},
+            {{u"specType"_s, 1}, {u"RangeF2"_s, pair(notANumber, -7.123)}, {u"RangeF1"_s, pair(1.0, infinity)}}};
         MagresData broken = m_molecule;
         addAtoms(broken, "C", {notANumber, infinity, -infinity, 1e308, -1e308}, notANumber);
-        for (const MagresData &data : {m_molecule, broken, MagresData()}) {
-            MagresSpecParams completed = parameters, shown = parameters;
-            Magres::completeParameters(data, completed, properties);
-            WMagresDialog dialog(data, shown, properties);
-            QCOMPARE(execWithReturn(dialog, &dialog), int(QDialog::Accepted));
-            dialog.copyToRecord();
-            QCOMPARE(shown.toMap(), completed.toMap());
-            QCOMPARE(shown.RangeF1, completed.RangeF1);
-            QCOMPARE(shown.RangeF1User, completed.RangeF1User);
-        }
+        for (const QVariantHash &record : records)
+            for (const MagresData &data : {m_molecule, broken, MagresData()}) {
+                MagresSpecParams completed;
+                completed.fromMap(record);
+                completed.RangeF2User = completed.RangeF1User = record.contains(u"RangeF2"_s);
+                MagresSpecParams shown = completed;
+                Magres::completeParameters(data, completed, properties);
+                WMagresDialog dialog(data, shown, properties);
+                QCOMPARE(execWithReturn(dialog, &dialog), int(QDialog::Accepted));
+                dialog.copyToRecord();
+                QCOMPARE(shown.toMap(), completed.toMap());
+                QCOMPARE(shown.RangeF1, completed.RangeF1);
+                QCOMPARE(shown.RangeF1User, completed.RangeF1User);
+            }
     }
 
     /// What lies beyond the limits of the boxes is shown all the same.

@@ -1,19 +1,16 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "Crystals.h"
 #include "Literal.h"
+#include "TestData.h"
 #include "synthesis/LineShapeKernels.h"
 #include "synthesis/LineShapes.h"
 
 #include <QTest>
 
 #include <bit>
-#include <limits>
 #include <numbers>
 
 namespace {
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 using Crystals::Random;
 
