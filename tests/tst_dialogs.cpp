@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "TestData.h"
 #include "TestNuclei.h"
-#include "parameters/MapConversion.h"
 #include "ui/WMagresDialog.h"
 #include "ui/WMagresQuadIsoDialog.h"
 
@@ -90,44 +89,36 @@ private Q_SLOTS:
 
     void acceptedAtOnceIsTheStepWithoutDialog()
     {
-        const auto pair = [](double f2, double f1) { return QVariant::fromValue(DoubleVector{f2, f1}); };
-        const QVariant both = QVariant::fromValue(QList<int>{1, 1});
-        const QVariantHash records[] = {
-            {{u"specType"_s, 1}, {u"nucF2"_s, QString()}, {u"nucF1"_s, QString()}},
-            {{u"specType"_s, 1}, {u"nucF2"_s, u"1H"_s}, {u"nucF1"_s, u"1H"_s}},
-            // unknown kind and choices; stored ones; a fitted reference
-            {{u"specType"_s, 7}, {u"avIdx"_s, -3}, {u"corr"_s, 9}, {u"nucF2"_s, QString()}, {u"pts"_s, 8129}},
-            {{u"specType"_s, 1},
-             {u"avIdx"_s, 2},
-             {u"corr"_s, 1},
-             {u"nucF2"_s, u"14N"_s},
-             {u"nucF1"_s, u"2H"_s},
-             {u"ptsF2"_s, 1 << 26},
-             {u"ptsF1"_s, 1 << 26},
-             {u"freq"_s, 399.87},
-             {u"qShift"_s, both}},
-            {{u"ref"_s, QVariantMap{{u"13C"_s, 169.123456789}, {u"29Si"_s, 1.0}}},
-             {u"lw"_s, QVariantMap{{u"13C"_s, 12.3456}}},
-             {u"nucF2"_s, u"13C"_s}},
-            // no numbers and those beyond the boxes
-            {{u"ref"_s, QVariantMap{{u"13C"_s, u"abc"_s}, {u"1H"_s, -1e300}}},
-             {u"slope"_s, QVariantMap{{u"13C"_s, infinity}, {u"1H"_s, QVariantList{1}}}},
-             {u"lw"_s, QVariantMap{{u"13C"_s, 2400.0}, {u"1H"_s, -1.0}}},
-             {u"specType"_s, 1},
-             {u"nucF2"_s, u"13C"_s},
-             {u"nucF1"_s, u"1H"_s},
-             {u"freq"_s, notANumber},
-             {u"ptsF2"_s, 1000}},
-            // the user's ranges, and impossible ones
-            {{u"specType"_s, 1}, {u"RangeF2"_s, pair(3.14159, -7.123)}, {u"RangeF1"_s, pair(1.0, 2.00001)}},
-            {{u"specType"_s, 1}, {u"RangeF2"_s, pair(notANumber, -7.123)}, {u"RangeF1"_s, pair(1.0, infinity)}}};
+        // As JSON with single quotes; the numbers that are none are texts that are read as such.
+        static const struct {
+            QByteArray record;
+            std::array<double, 2> rangeF2{0.0, 1.0}, rangeF1{0.0, 1.0};
+            bool isUsers = false;
+        } rows[] = {{"{'specType': 1, 'nucF2': '', 'nucF1': ''}"},
+                    {"{'specType': 1, 'nucF2': '1H', 'nucF1': '1H'}"},
+                    // unknown kind and choices; stored ones; a fitted reference
+                    {"{'specType': 7, 'avIdx': -3, 'corr': 9, 'nucF2': '', 'pts': 8129}"},
+                    {"{'specType': 1, 'avIdx': 2, 'corr': 1, 'nucF2': '14N', 'nucF1': '2H', 'ptsF2': 67108864, "
+                     "'ptsF1': 67108864,"
+                     "'freq': 399.87}"},
+                    {"{'ref': {'13C': 169.123456789, '29Si': 1}, 'lw': {'13C': 12.3456}, 'nucF2': '13C'}"},
+                    // no numbers and those beyond the boxes
+                    {"{'specType': 1, 'nucF2': '13C', 'nucF1': '1H', 'freq': 'nan', 'ptsF2': 1000, 'lw': {'13C': 2400, "
+                     "'1H': -1},"
+                     "'ref': {'13C': 'abc', '1H': -1e300}, 'slope': {'13C': 'inf', '1H': [1]}}"},
+                    // the user's ranges, and impossible ones
+                    {"{'specType': 1}", {3.14159, -7.123}, {1.0, 2.00001}, true},
+                    {"{'specType': 1}", {notANumber, -7.123}, {1.0, infinity}, true}};
         MagresData broken = m_molecule;
         addAtoms(broken, "C", {notANumber, infinity, -infinity, 1e308, -1e308}, notANumber);
-        for (const QVariantHash &record : records)
+        for (const auto &[record, rangeF2, rangeF1, isUsers] : rows)
             for (const MagresData &data : {m_molecule, broken, MagresData()}) {
                 MagresSpecParams completed;
-                completed.fromMap(record);
-                completed.RangeF2User = completed.RangeF1User = record.contains(u"RangeF2"_s);
+                completed.fromMap(QJsonDocument::fromJson(QByteArray(record).replace('\'', '"')).toVariant().toHash());
+                completed.qShift = {completed.corr == 1, completed.corr == 1};
+                completed.RangeF2 = rangeF2;
+                completed.RangeF1 = rangeF1;
+                completed.RangeF2User = completed.RangeF1User = isUsers;
                 MagresSpecParams shown = completed;
                 Magres::completeParameters(data, completed, properties);
                 WMagresDialog dialog(data, shown, properties);

@@ -102,35 +102,6 @@ class tst_moleculecompletion : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void rejoins()
-    {
-        struct Case {
-            std::vector<Position> from, to;
-        };
-        // In a cube of 10 Angstrom; carbons 1.5 Angstrom apart are bonded.
-        for (const Case &c :
-             {// Halves across one face: the first moves. Then across a corner.
-              Case{{{0.5, 5, 5}, {9.0, 5, 5}}, {{10.5, 5, 5}, {9.0, 5, 5}}},
-              Case{{{9.5, 9.5, 9.5}, {0.25, 0.25, 0.25}}, {{-0.5, -0.5, -0.5}, {0.25, 0.25, 0.25}}},
-              // The larger part would not double and stays, the smaller one moves.
-              Case{{{1.9, 5, 5}, {0.5, 5, 5}, {9.0, 5, 5}}, {{1.9, 5, 5}, {0.5, 5, 5}, {-1.0, 5, 5}}},
-              // The first atom doubles beyond the z face; the grown molecule then doubles beyond the x face.
-              Case{{{0.5, 5, 0.5}, {0.5, 5, 9.0}, {9.0, 5, 9.0}, {7.5, 5, 9.0}},
-                   {{10.5, 5, 10.5}, {10.5, 5, 9.0}, {9.0, 5, 9.0}, {7.5, 5, 9.0}}},
-              // No way back: the first atom has tried the y faces before it grew; the others come to it.
-              Case{{{0.5, 0.5, 5}, {9.0, 0.5, 5}, {9.0, 9.0, 5}, {7.5, 9.0, 5}},
-                   {{10.5, 0.5, 5}, {9.0, 0.5, 5}, {9.0, -1.0, 5}, {7.5, -1.0, 5}}}}) {
-            QList<MagresAtom> atoms;
-            for (const Position &position : c.from)
-                atoms.append(atomAt("C", position));
-            QCOMPARE(differenceFromLiteral({atoms, cubic(10.0)}), QString());
-            Magres::detectBonds(atoms);
-            Magres::completeMolecules(atoms, cubic(10.0));
-            for (qsizetype i = 0; i < atoms.size(); ++i)
-                QCOMPARE(atoms.at(i).pos, c.to.at(size_t(i)));
-        }
-    }
-
     void leavesAtomsAlone()
     {
         Crystal crystal = Crystals::molecular(60);
