@@ -2,9 +2,6 @@
 #include "FakeHost.h"
 #include "foreignhost/ForeignHost.h"
 
-#include <QPluginLoader>
-#include <QSettings>
-#include <QTemporaryDir>
 #include <QTest>
 
 /// The map as a host hands it out that has stored and restored the numbers under its own name of their type.

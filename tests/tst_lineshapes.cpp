@@ -8,7 +8,6 @@
 #include <QTest>
 
 #include <bit>
-#include <numbers>
 
 namespace {
 
@@ -152,21 +151,11 @@ private Q_SLOTS:
         }
     }
 
-    /// Against the formulas themselves, not against the loop: half height at half the width, area of the line.
-    void areaAndHalfHeight()
+    /// Against the formula itself, not against the loop.
+    void halfHeight()
     {
         const LinePeak peak = {0.0, 0.0, 3.0};
         const double width = 0.5;
-        std::vector<double> line(200001);
-        const SpectrumAxis axis = {1000.0, -0.01};
-        Magres::addLorentzians({&peak, 1}, width, axis, line);
-        QCOMPARE(line[100000], 3.0);
-        QCOMPARE(line[100025], 1.5); // a half width away
-        double area = 0.0;
-        for (double value : line)
-            area += 0.01 * value;
-        QVERIFY(std::abs(area - 3.0 * std::numbers::pi / 2 * width) < 1e-3);
-
         const SpectrumAxis axisF2 = {2.0, -0.01};
         const SpectrumAxis axisF1 = {4.0, -0.02};
         std::vector<double> plane(401 * 401);

@@ -208,31 +208,22 @@ private Q_SLOTS:
 
     void nuclei()
     {
-        QCOMPARE(Magres::isotopeFrequency("3He"), 800.01);
-        QCOMPARE(Magres::isotopeFrequency("235U"), 13.43);
         QCOMPARE(Magres::isotopeFrequency("41K"), 750.03);
         QVERIFY(near(Magres::spectrometerFrequency("13C", 600.0), 600.0 * 188.64 / 750.03));
         QCOMPARE(Magres::nucleusCode("Undef"), 0);
-        QCOMPARE(Magres::nucleusCode("27Al"), 18);
-        QCOMPARE(Magres::nucleusCode("235U"), 118);
         QCOMPARE(Magres::nucleusCode("13c"), -1);
         QCOMPARE(Magres::massNumber("Undef"), 0);
         QCOMPARE(Magres::massNumber("x27Al5"), 27);
         QCOMPARE(Magres::elementOf("Undef"), QByteArray("Undef"));
-        QCOMPARE(Magres::elementOf("235U"), QByteArray("U"));
-        QCOMPARE(Magres::isotopes("Cu"), (QByteArrayList{"63Cu", "65Cu"}));
         QCOMPARE(Magres::isotopes("Xyz"), QByteArrayList());
 
         const QVariantList maps = Magres::nucleides("13C", "");
-        QCOMPARE(Magres::nucleusName(maps[0].toMap()), QByteArray("13C"));
-        QCOMPARE(maps[0].toMap().value(u"Isotope"_s).toInt(), 13);
-        QCOMPARE(Magres::nucleusName(maps[1].toMap()), QByteArray("1H"));
+        QCOMPARE(maps[0].toMap(), (QVariantMap{{u"Isotope"_s, 13}, {u"Name"_s, u"C"_s}}));
+        QCOMPARE(Magres::nucleusName(maps[0].toMap()) + Magres::nucleusName(maps[1].toMap()), QByteArray("13C1H"));
     }
 
     void elements()
     {
-        QCOMPARE(Magres::atomicNumber("K"), 19);
-        QCOMPARE(Magres::covalentRadius("U"), 1.96);
         for (const char *unknown : {"Ar", "Tc", "Ce", "Pm", "Po", "c", ""}) {
             QCOMPARE(Magres::atomicNumber(unknown), -1);
             QCOMPARE(Magres::covalentRadius(unknown), -1.0);
