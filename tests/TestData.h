@@ -3,6 +3,8 @@
 
 #include "reading/MagresData.h"
 
+#include <QJsonDocument>
+
 #include <limits>
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
@@ -25,4 +27,10 @@ inline Magres::MagresAtom atomAt(const char *species, const Magres::Position &po
     atom.type = species;
     atom.pos = position;
     return atom;
+}
+
+/// The map form of a record as JSON, with single quotes. "nan" and "inf" stand for the numbers that are none there.
+inline QVariantHash hash(QByteArray json)
+{
+    return QJsonDocument::fromJson(json.replace('\'', '"')).toVariant().toHash();
 }

@@ -38,12 +38,11 @@ MagresData molecule()
     return data;
 }
 
-MagresSpecParams record(int specType, const char *nucF2 = "", const char *nucF1 = "")
+/// Of these entries in its map form.
+MagresSpecParams record(const QByteArray &json)
 {
     MagresSpecParams parameters;
-    parameters.specType = specType;
-    parameters.nucF2 = QString::fromLatin1(nucF2);
-    parameters.nucF1 = QString::fromLatin1(nucF1);
+    parameters.fromMap(hash(json));
     return parameters;
 }
 
@@ -114,7 +113,7 @@ private Q_SLOTS:
         for (const auto &[record, rangeF2, rangeF1, isUsers] : rows)
             for (const MagresData &data : {m_molecule, broken, MagresData()}) {
                 MagresSpecParams completed;
-                completed.fromMap(QJsonDocument::fromJson(QByteArray(record).replace('\'', '"')).toVariant().toHash());
+                completed.fromMap(hash(record));
                 completed.qShift = {completed.corr == 1, completed.corr == 1};
                 completed.RangeF2 = rangeF2;
                 completed.RangeF1 = rangeF1;
@@ -137,8 +136,8 @@ private Q_SLOTS:
         addAtoms(data, "C", {-10, notANumber, 90});
         for (const auto &[reference, hint, from, to] : {std::tuple(100.0, "10.0 / 110.0", 0.0, 121.0),
                                                         std::tuple(2e5, "199910.0 / 200010.0", 199900.0, 200021.0)}) {
-            MagresSpecParams parameters = record(0, "13C");
-            parameters.ref = {{u"13C"_s, reference}};
+            MagresSpecParams parameters =
+                record("{'nucF2': '13C', 'ref': {'13C': " + QByteArray::number(reference) + "}}");
             WMagresDialog dialog(data, parameters, properties);
             QCOMPARE(hintF2(dialog), u"Range in data: %1 ppm"_s.arg(QLatin1String(hint)));
             QCOMPARE(find(dialog, "fSpFromF2")->value(), from);
@@ -151,7 +150,7 @@ private Q_SLOTS:
     {
         for (const char *box : {"fSpFromF2", "fSpToF2", "fSpCSRefF2", "fSpCSSlopeF2", "fSpSfrq", "fSpLwF2"})
             for (bool users : {false, true}) {
-                MagresSpecParams parameters = record(0, "13C");
+                MagresSpecParams parameters = record("{'nucF2': '13C'}");
                 parameters.RangeF2 = {-20.0, 220.0};
                 parameters.RangeF2User = users;
                 WMagresDialog dialog(m_molecule, parameters, properties);
@@ -164,7 +163,7 @@ private Q_SLOTS:
 
     void hintFollowsTheScale()
     {
-        MagresSpecParams parameters = record(1);
+        MagresSpecParams parameters = record("{'specType': 1, 'nucF2': '13C', 'nucF1': '1H'}");
         WMagresDialog dialog(m_molecule, parameters, properties);
         find(dialog, "fSpCSRefF2")->setValue(110.0);
         QCOMPARE(hintF2(dialog), u"Range in data: -40.1 / 99.5 ppm"_s);
@@ -184,7 +183,7 @@ private Q_SLOTS:
               std::tuple("fSpLwF1", false, false), std::tuple("fCbPtsF2", false, false),
               std::tuple("fCbPtsF1", false, false), std::tuple("fCbCorr", false, false),
               std::tuple("fCbAv", false, false), std::tuple("fCbDims", false, false)}) {
-            MagresSpecParams parameters = record(1, "14N", "2H");
+            MagresSpecParams parameters = record("{'specType': 1, 'nucF2': '14N', 'nucF1': '2H'}");
             parameters.RangeF2User = parameters.RangeF1User = true;
             parameters.RangeF2 = {-1.5, 2.5};
             parameters.RangeF1 = {-3.5, 4.5};
@@ -204,7 +203,7 @@ private Q_SLOTS:
         }
         // The user's own: in its dimension, by either end.
         for (const char *name : {"fSpFromF2", "fSpToF2", "fSpFromF1", "fSpToF1"}) {
-            MagresSpecParams parameters = record(1, "14N", "2H");
+            MagresSpecParams parameters = record("{'specType': 1, 'nucF2': '14N', 'nucF1': '2H'}");
             WMagresDialog dialog(m_molecule, parameters, properties);
             QCOMPARE(hintF2(dialog), u"Range in data: 25.0 / 60.0 ppm"_s);
             QCOMPARE(find<QLabel>(dialog, "fLbSpecHintF1")->text(), u"Range in data: 70.5 / 77.0 ppm"_s);
@@ -228,18 +227,15 @@ private Q_SLOTS:
             QSettings().setValue(u"magresPlugin/dialogPos"_s, kept);
             QGuiApplication::setOverrideCursor(Qt::WaitCursor);
             {
-                MagresSpecParams parameters = record(1);
+                MagresSpecParams parameters = record("{'specType': 1, 'nucF2': '13C', 'nucF1': '1H'}");
                 WMagresDialog dialog(m_molecule, parameters, properties);
                 QCOMPARE(dialog.pos(), at);
                 QCOMPARE(QGuiApplication::overrideCursor(), nullptr);
-                const auto text = [](const QWidget *widget) { return widget->palette().color(QPalette::WindowText); };
-                for (const char *group : {"fGbF2", "fGbF1"}) {
-                    QCOMPARE(text(find<QGroupBox>(dialog, group)), QColor(Qt::black));
-                    for (const QLabel *label : find<QGroupBox>(dialog, group)->findChildren<QLabel *>())
-                        QCOMPARE(text(label), QColor(Qt::black));
-                    for (const QCheckBox *box : find<QGroupBox>(dialog, group)->findChildren<QCheckBox *>())
-                        QCOMPARE(text(box), QColor(Qt::black));
-                }
+                for (const QWidget *widget : dialog.findChildren<QWidget *>())
+                    if (const QWidget *group = widget->parentWidget(); widget->inherits("QGroupBox")
+                        || (group->inherits("QGroupBox")
+                            && (widget->inherits("QLabel") || widget->inherits("QCheckBox"))))
+                        QCOMPARE(widget->palette().color(QPalette::WindowText), QColor(Qt::black));
                 dialog.move(12, 34);
             }
             QCOMPARE(QSettings().value(u"magresPlugin/dialogPos"_s).toPoint(), QPoint(12, 34));
@@ -277,10 +273,8 @@ private Q_SLOTS:
     void untouchedNumbersKeepTheirPrecision()
     {
         const QString carbon = u"13C"_s;
-        MagresSpecParams parameters = record(0, "13C");
-        parameters.ref = {{carbon, 169.123456789}};
+        MagresSpecParams parameters = record("{'nucF2': '13C', 'ref': {'13C': 169.123456789}, 'RangeF2User': true}");
         parameters.RangeF2 = {-20.98765, 220.12345};
-        parameters.RangeF2User = true;
         WMagresDialog dialog(m_molecule, parameters, properties);
         QCOMPARE(find(dialog, "fSpCSRefF2")->value(), 169.12);
         QCOMPARE(find(dialog, "fSpFromF2")->value(), -20.99);
@@ -298,9 +292,7 @@ private Q_SLOTS:
 
     void kindOfSpectrum()
     {
-        MagresSpecParams parameters = record(0);
-        parameters.pts = 4096;
-        parameters.ptsF2 = 2000;
+        MagresSpecParams parameters = record("{'pts': 4096, 'ptsF2': 2000}");
         WMagresDialog dialog(m_molecule, parameters, properties);
         auto *kind = find<QComboBox>(dialog, "fCbDims");
         const auto points = [&] { return find<QComboBox>(dialog, "fCbPtsF2")->currentText(); };
@@ -322,7 +314,7 @@ private Q_SLOTS:
         for (const auto &[specType, nucF2, nucF1, averaging, quadBoxF2] :
              {std::tuple(0, "2H", "13C", true, true), std::tuple(0, "13C", "1H", false, false),
               std::tuple(1, "13C", "1H", true, false), std::tuple(1, "14N", "13C", false, true)}) {
-            MagresSpecParams parameters = record(0, "15N", "15N");
+            MagresSpecParams parameters = record("{'nucF2': '15N', 'nucF1': '15N'}");
             parameters.ref = {{QLatin1String(nucF2), 33.0}};
             WMagresDialog dialog(m_molecule, parameters, properties);
             find<QComboBox>(dialog, "fCbNucF2")->setCurrentText(QLatin1String(nucF2));
@@ -341,8 +333,7 @@ private Q_SLOTS:
         const auto text = [](double by) {
             return u"Range in data: %1 / %2 ppm"_s.arg(25.0 + by, 0, 'f', 1).arg(60.0 + by, 0, 'f', 1);
         };
-        MagresSpecParams parameters = record(0, "14N");
-        parameters.freq = 300.0;
+        MagresSpecParams parameters = record("{'nucF2': '14N', 'freq': 300}");
         parameters.qShift = {true, false};
         WMagresDialog dialog(m_molecule, parameters, properties);
         QCOMPARE(hintF2(dialog), text(shift)); // with the record's frequency from the start
@@ -359,7 +350,7 @@ private Q_SLOTS:
 
     void tabGoesDownTheForm()
     {
-        MagresSpecParams parameters = record(1, "2H", "2H");
+        MagresSpecParams parameters = record("{'specType': 1, 'nucF2': '2H', 'nucF1': '2H'}");
         WMagresDialog dialog(m_molecule, parameters, properties);
         dialog.show();
         dialog.activateWindow(); // needed without a window manager

@@ -168,7 +168,7 @@ private Q_SLOTS:
     void hashDefaults()
     {
         MagresSpecParams p = parametersFor(u"27Al"_s);
-        p.fromMap({{u"ref"_s, u"no map"_s}, {u"freq"_s, u"x"_s}});
+        p.fromMap(hash("{'ref': 'no map', 'freq': 'x'}"));
         QVERIFY(p.qShift.isEmpty() && !p.quadShift(0) && !p.quadShift(1));
         QCOMPARE((QVariantList{p.nucF2, p.nucF1, p.ref, p.freq, p.pts, p.ptsF2, p.ptsF1, p.specType, p.corr, p.avIdx}),
                  (QVariantList{u"1H"_s, u"13C"_s, QVariantMap(), 0.0, 8192, 1024, 512, 0, 0, 0}));
@@ -412,13 +412,11 @@ private Q_SLOTS:
                                QVariantMap{{u"13C"_s, -1.0}}}));
         QVERIFY(near(p.RangeF2[0], -1.0 - 1e-3 / 3.0 - 12.0));
 
-        MagresSpecParams twoD = parametersFor(u"29Si"_s, u""_s);
-        twoD.ptsF2 = 1000;
-        twoD.ptsF1 = 256;
+        MagresSpecParams twoD;
+        twoD.fromMap(
+            hash("{'nucF2': '29Si', 'nucF1': '', 'specType': 1, 'ptsF2': 1000, 'ptsF1': 256, 'ref': {'1H': 30},"
+                 "'lw': {'1H': 77}, 'RangeF2User': true}"));
         twoD.RangeF2 = {1.0, 2.0};
-        twoD.RangeF2User = true;
-        twoD.qShift.clear();
-        twoD.lw = {{u"1H"_s, 77.0}};
         Magres::completeParameters(data, twoD, nuclei);
         QCOMPARE((QVariantList{twoD.nucF2, twoD.nucF1, twoD.ptsF2, twoD.ptsF1, twoD.lw[u"1H"_s]}),
                  (QVariantList{u"13C"_s, u"1H"_s, 8192, 256, 77.0})); // the first on offer
@@ -434,12 +432,10 @@ private Q_SLOTS:
         MagresData hydrogenFirst = methylamine();
         hydrogenFirst.atoms[0].recordNo = 99;
         QCOMPARE(Magres::observableNuclei(hydrogenFirst).first(), u"1H"_s);
-        MagresSpecParams odd = parametersFor(u""_s, u""_s);
-        odd.ptsF2 = odd.ptsF1 = 1000;
-        odd.avIdx = 3;
-        odd.corr = 2;
-        odd.freq = std::nan("");
-        odd.RangeF2User = odd.RangeF1User = true;
+        MagresSpecParams odd;
+        odd.fromMap(
+            hash("{'nucF2': '', 'nucF1': '', 'specType': 1, 'ptsF2': 1000, 'ptsF1': 1000, 'pts': 8129, 'avIdx': 3,"
+                 "'corr': 2, 'freq': 'nan', 'RangeF2User': true, 'RangeF1User': true}"));
         odd.RangeF2 = {5.0, std::nan("")};
         Magres::completeParameters(hydrogenFirst, odd, nuclei);
         QCOMPARE((QVariantList{odd.nucF2, odd.nucF1, odd.freq, odd.ptsF2, odd.ptsF1, odd.avIdx, odd.corr, odd.pts,
@@ -502,13 +498,11 @@ private Q_SLOTS:
 
     void hostRecord()
     {
-        MagresData data = methylamine();
-        MagresSpecParams p = parametersFor(u"1H"_s, u"13C"_s);
-        p.ptsF2 = 256;
-        p.ptsF1 = 128;
-        p.corr = 1;
-        p.avIdx = 1;
-        p.lw = {{u"1H"_s, 300.0}, {u"13C"_s, 150.0}};
+        const MagresData data = methylamine();
+        MagresSpecParams p;
+        p.fromMap(
+            hash("{'nucF2': '1H', 'nucF1': '13C', 'specType': 1, 'ptsF2': 256, 'ptsF1': 128, 'corr': 1, 'avIdx': 1,"
+                 "'ref': {'1H': 30, '13C': 170}, 'lw': {'1H': 300, '13C': 150}}"));
         Magres::completeParameters(data, p, TestNuclei());
         const Magres::GeneratedSpectrum spectrum = Magres::generateSpectrum(data, p, TestNuclei());
         QCOMPARE(spectrum.data[u"Length"_s].value<QList<int>>(), (QList<int>{256, 128, 1, 1, 1, 1, 1, 1}));
@@ -562,15 +556,11 @@ private Q_SLOTS:
     {
         const MagresData data = methylamine();
         for (bool oneRow : {false, true}) {
-            MagresSpecParams p = parametersFor(u"13C"_s);
-            p.pts = p.ptsF2 = 64;
-            p.lw = {{u"13C"_s, 60.0}};
+            MagresSpecParams p;
+            p.fromMap(hash("{'nucF2': '13C', 'nucF1': '1H', 'pts': 64, 'ptsF2': 64, 'ptsF1': 1, 'ref': {'13C': 170},"
+                           "'lw': {'13C': 60}}"));
             p.RangeF2 = {80.0, 60.0};
-            if (oneRow) {
-                p.specType = 1;
-                p.nucF1 = u"1H"_s;
-                p.ptsF1 = 1;
-            }
+            p.specType = oneRow ? 1 : 0;
             const Magres::GeneratedSpectrum spectrum = Magres::generateSpectrum(data, p, TestNuclei());
             const QVariantMap peak = spectrum.data[u"Peaks"_s].toMap()[u"PeakList"_s].toList()[0].toMap();
             const auto position = peak[u"Pos"_s].value<DoubleVector>();
