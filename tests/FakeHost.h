@@ -122,12 +122,9 @@ public:
     Q_INVOKABLE QVariantMap getDataMap(QUuid id) { return trace("getDataMap") ? data.value(id) : QVariantMap(); }
     Q_INVOKABLE QString spin(QString nucleus)
     {
-        if (!trace("spin"))
-            return {};
-        return nucleus == "17O"_L1                      ? u"5/2"_s
-            : nucleus.endsWith("Cl"_L1)                 ? u"3/2"_s
-            : nucleus == "2H"_L1 || nucleus == "14N"_L1 ? u"1"_s
-                                                        : u"1/2"_s;
+        static const QMap<QString, QString> spins{
+            {u"17O"_s, u"5/2"_s}, {u"35Cl"_s, u"3/2"_s}, {u"37Cl"_s, u"3/2"_s}, {u"2H"_s, u"1"_s}, {u"14N"_s, u"1"_s}};
+        return trace("spin") ? spins.value(nucleus, u"1/2"_s) : QString();
     }
     Q_INVOKABLE double quadrupoleMoment(QString nucleus)
     {

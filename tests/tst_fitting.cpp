@@ -119,11 +119,8 @@ private Q_SLOTS:
                                      peak(QVariant::fromValue(DoubleVector{7.0}), -1.0)};
         const QVariantList experimental{peak(QVariantList{5.5, 6.5}, 0.0), QVariantMap()};
         const Magres::PeakColumns c = Magres::peakColumns(simulated, experimental);
-        QCOMPARE(c.simulatedF2, (Doubles{5, 7}));
-        QCOMPARE(c.simulatedF1, (Doubles{6, 0}));
-        QCOMPARE(c.heights, (Doubles{2, -1}));
-        QCOMPARE(c.experimentalF2, (Doubles{5.5, 0}));
-        QCOMPARE(c.experimentalF1, (Doubles{6.5, 0}));
+        QCOMPARE((QList<Doubles>{c.simulatedF2, c.simulatedF1, c.heights, c.experimentalF2, c.experimentalF1}),
+                 (QList<Doubles>{{5, 7}, {6, 0}, {2, -1}, {5.5, 0}, {6.5, 0}}));
         QCOMPARE(failure([&] { Magres::peakColumns(simulated, {}); }),
                  "The MAGRES spectrum has 2 compound peaks and the experimental spectrum has 0");
     }

@@ -10,7 +10,6 @@
 
 #include <cmath>
 #include <complex>
-#include <numeric>
 
 using namespace Magres;
 using namespace Qt::StringLiterals;
@@ -174,11 +173,7 @@ private Q_SLOTS:
         for (auto it = nuclides.begin(); it != nuclides.end(); ++it)
             coded.insert(Magres::nucleusCode(it.key()), it.key());
         coded.remove(-1);
-        QCOMPARE(coded.keys(), [] {
-            QList<int> all(118);
-            std::iota(all.begin(), all.end(), 1);
-            return all;
-        }());
+        QVERIFY(coded.size() == 118 && coded.firstKey() == 1 && coded.lastKey() == 118);
         const auto place = [](const QByteArray &nucleus) {
             return std::pair(Magres::atomicNumber(Magres::elementOf(nucleus)), Magres::massNumber(nucleus));
         };
