@@ -790,7 +790,7 @@ private Q_SLOTS:
             host.services->entries[made] = entry;
         });
         runEachWay(experimental({2.5, 4.5}), [&](const QVariantMap &map) { host.services->entries[measured] = map; });
-        QVERIFY(cases > 200);
+        QVERIFY(cases > 300);
     }
 
     /// Lists of ids in another form, data whose map names another id, and nothing that is remembered from one command
