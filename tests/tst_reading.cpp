@@ -327,14 +327,16 @@ private Q_SLOTS:
         // Documents stream these variants, with the names of their types.
         const auto streamed = [](const QVariantMap &map) {
             QByteArray bytes;
-            QDataStream(&bytes, QIODevice::WriteOnly) << QVariant(map);
+            QDataStream out(&bytes, QIODevice::WriteOnly);
+            out << QVariant(map);
             return bytes;
         };
         QCOMPARE(streamed(data.toMap()), streamed(kept));
         QVERIFY(streamed(kept).contains("std::vector<double,std::allocator<double>>"));
         QCOMPARE(QMetaType::fromName("std::vector<double>"), QMetaType::fromType<DoubleVector>());
         QVariant read;
-        QDataStream(streamed(kept)) >> read;
+        QDataStream in(streamed(kept));
+        in >> read;
         MagresData back;
         back.fromMap(read.toMap());
         QCOMPARE(back.toMap(), kept);
@@ -344,16 +346,14 @@ private Q_SLOTS:
     {
         QTemporaryDir dir;
         QSettings file(dir.filePath(u"settings.ini"_s), QSettings::IniFormat);
-        MagresData data;
-        data.saveSettings(file);
+        MagresData none, other;
+        none.saveSettings(file);
         QVERIFY(file.allKeys().isEmpty());
-        data = twelveAtoms();
-        data.saveSettings(file);
+        twelveAtoms().saveSettings(file);
         QCOMPARE(file.allKeys(), QStringList{u"magresPlugin/QIso"_s});
-        MagresData other, none;
         none.saveSettings(file); // nothing chosen: what was, stays
         other.loadSettings(file);
-        QCOMPARE(other.QIso, data.QIso);
+        QCOMPARE(other.QIso, twelveAtoms().QIso);
     }
 
     void moleculeDescription()
