@@ -7,8 +7,6 @@
 #include <QtTest>
 #include <QtWidgets>
 
-#include <tuple>
-
 using namespace Magres;
 using namespace Qt::StringLiterals;
 

@@ -14,8 +14,6 @@
 using namespace Magres;
 using namespace Qt::StringLiterals;
 
-using Magres::Tensor;
-
 static bool near(double actual, double expected, double relative = 1e-12)
 {
     return std::abs(actual - expected) <= relative * std::max(1.0, std::abs(expected));
