@@ -270,7 +270,6 @@ private Q_SLOTS:
 
     void untouchedNumbersKeepTheirPrecision()
     {
-        const QString carbon = u"13C"_s;
         MagresSpecParams parameters = record("{'nucF2': '13C', 'ref': {'13C': 169.123456789}, 'RangeF2User': true}");
         parameters.RangeF2 = {-20.98765, 220.12345};
         WMagresDialog dialog(m_molecule, parameters, properties);
@@ -279,13 +278,13 @@ private Q_SLOTS:
         find(dialog, "fSpLwF2")->setValue(12.5);
         find(dialog, "fSpToF2")->setValue(200.0);
         dialog.copyToRecord();
-        QCOMPARE(parameters.ref.value(carbon).toDouble(), 169.123456789);
-        QCOMPARE(parameters.lw.value(carbon).toDouble(), 12.5);
+        QCOMPARE(parameters.ref.value(u"13C"_s).toDouble(), 169.123456789);
+        QCOMPARE(parameters.lw.value(u"13C"_s).toDouble(), 12.5);
         QCOMPARE(parameters.RangeF2, (std::array{-20.98765, 200.0}));
 
         find(dialog, "fSpCSRefF2")->setValue(169.0);
         dialog.copyToRecord();
-        QCOMPARE(parameters.ref.value(carbon).toDouble(), 169.0);
+        QCOMPARE(parameters.ref.value(u"13C"_s).toDouble(), 169.0);
     }
 
     void kindOfSpectrum()
