@@ -38,10 +38,17 @@ void WTableItemImpl::selectRows(const QList<int> &rows)
     if (!m_view || !m_view->selectionModel() || !m_view->model())
         return;
     const QAbstractItemModel *model = m_view->model();
+    // Qt takes time by the square of the number of ranges, and compares new ones with those that are selected: rows
+    // that follow each other are one, and nothing is selected any more.
     QItemSelection selection;
-    for (int row : rows)
-        selection.select(model->index(row, 0), model->index(row, model->columnCount() - 1));
-    m_view->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    for (qsizetype last = 0; last < rows.size(); ++last) {
+        const int first = rows[last];
+        while (last + 1 < rows.size() && rows[last + 1] == rows[last] + 1)
+            ++last;
+        selection.select(model->index(first, 0), model->index(rows[last], model->columnCount() - 1));
+    }
+    m_view->selectionModel()->clearSelection();
+    m_view->selectionModel()->select(selection, QItemSelectionModel::Select);
     if (!rows.isEmpty())
         m_view->scrollTo(model->index(rows.first(), 0));
 }
