@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "support/WTableItemImpl.h"
 
-#include <QItemSelectionModel>
+#include "support/RowSelection.h"
 
 #include <set>
 
@@ -37,18 +37,7 @@ void WTableItemImpl::selectRows(const QList<int> &rows)
 {
     if (!m_view || !m_view->selectionModel() || !m_view->model())
         return;
-    const QAbstractItemModel *model = m_view->model();
-    // Qt takes time by the square of the number of ranges, and compares new ones with those that are selected: rows
-    // that follow each other are one, and nothing is selected any more.
-    QItemSelection selection;
-    for (qsizetype last = 0; last < rows.size(); ++last) {
-        const int first = rows[last];
-        while (last + 1 < rows.size() && rows[last + 1] == rows[last] + 1)
-            ++last;
-        selection.select(model->index(first, 0), model->index(rows[last], model->columnCount() - 1));
-    }
-    m_view->selectionModel()->clearSelection();
-    m_view->selectionModel()->select(selection, QItemSelectionModel::Select);
+    selectWholeRows(m_view->selectionModel(), rows);
     if (!rows.isEmpty())
-        m_view->scrollTo(model->index(rows.first(), 0));
+        m_view->scrollTo(m_view->model()->index(rows.first(), 0));
 }
