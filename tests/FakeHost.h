@@ -325,8 +325,21 @@ public:
 /// A whole host around the plug-in, without the method that the test leaves out.
 class FakeHost {
 public:
-    explicit FakeHost(const QByteArray &without = "-");
-    ~FakeHost();
+    explicit FakeHost(const QByteArray &without = "-")
+        : services(std::make_unique<Crippled<FakeServices>>(without)),
+          window(std::make_unique<Crippled<FakeWindow>>(without, services.get())),
+          scene(new Crippled<FakeScene>(without, without, services.get(), window.get()))
+    {
+        trace = {};
+        qApp->setProperty("isHeadless", true);
+        qApp->setProperty("fileFilters", QVariant::fromValue<QObject *>(services.get()));
+        qApp->setProperty("nmrDataTables", QVariant::fromValue<QObject *>(services.get()));
+    }
+    ~FakeHost()
+    {
+        for (const char *name : {"isHeadless", "fileFilters", "nmrDataTables"})
+            qApp->setProperty(name, QVariant());
+    }
 
     std::unique_ptr<FakeServices> services;
     std::unique_ptr<FakeWindow> window;

@@ -76,9 +76,7 @@ private Q_SLOTS:
         row("no peaks", {.peaks = {}});
         row("more peaks than are worked on at once", {.peaks = randomPeaks(400, 9), .widthF2 = 1.0, .widthF1 = 0.7});
         row("peaks at points",
-            {.peaks = {{5.0, 5.0, 1.0}, {5.0, 5.0, -1.0}, {2.5, 7.5, 3.0}},
-             .axisF2 = {10.0, -0.03125},
-             .axisF1 = {10.0, -0.25}});
+            {{{5.0, 5.0, 1.0}, {5.0, 5.0, -1.0}, {2.5, 7.5, 3.0}}, 0.05, 0.2, {10.0, -0.03125}, {10.0, -0.25}});
         row("wide lines", {.widthF2 = 7.0, .widthF1 = 20.0});
         row("narrow lines", {.widthF2 = 1e-4, .widthF1 = 1e-5});
         for (double width : {0.0, -0.0, -0.3, notANumber, infinity, 1e-310, 5e-324, 1e300, 0x1p-101, 0x1p101})

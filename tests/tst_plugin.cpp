@@ -419,12 +419,10 @@ private Q_SLOTS:
         QTableView *view = host.scene->view.get();
         view->resize(300, 120);
         view->show();
-        for (const auto &[type, selected] : {std::pair(21, ""), std::pair(22, "40-42 55-55 ")}) {
+        for (const auto &[type, rows, ranges] : {std::tuple(21, 0, 0), std::tuple(22, 4, 2)}) {
             tell(host.scene->table, "tableItem_onLMessage", aboutAtoms({55, 41, 42, 40}, type));
-            QByteArray ranges; // few, since their number costs time
-            for (const QItemSelectionRange &range : view->selectionModel()->selection())
-                ranges += QByteArray::number(range.top()) + '-' + QByteArray::number(range.bottom()) + ' ';
-            QCOMPARE(ranges, selected);
+            QCOMPARE(view->selectionModel()->selectedRows().size(), rows);
+            QCOMPARE(view->selectionModel()->selection().size(), ranges); // few, since their number costs time
             const QPoint row40 = view->visualRect(view->model()->index(40, 0)).center();
             QCOMPARE(view->viewport()->rect().contains(row40), type == 22);
         }
