@@ -1,15 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
-#include <QAbstractTableModel>
-#include <QApplication>
-#include <QGraphicsScene>
-#include <QGraphicsWidget>
-#include <QMainWindow>
-#include <QMenu>
-#include <QPointer>
-#include <QTableView>
-#include <QUuid>
+#include <QtWidgets>
 
 #include <functional>
 #include <memory>
@@ -17,6 +9,23 @@
 #include <vector>
 
 using namespace Qt::StringLiterals;
+
+/// Calls a method by its name, as hosts call plug-ins.
+template <typename... Arguments>
+bool tell(QObject *object, const char *method, const Arguments &...arguments)
+{
+    return QMetaObject::invokeMethod(object, method,
+                                     QArgument<Arguments>(QMetaType::fromType<Arguments>().name(), arguments)...);
+}
+
+/// What it returns, in place of the value given.
+template <typename Value, typename... Arguments>
+Value call(QObject *object, const char *method, Value value, const Arguments &...arguments)
+{
+    QMetaObject::invokeMethod(object, method, QReturnArgument<Value>(QMetaType::fromType<Value>().name(), value),
+                              QArgument<Arguments>(QMetaType::fromType<Arguments>().name(), arguments)...);
+    return value;
+}
 
 /// A meta-object in which one method cannot be found by its name, as in a host that lacks it.
 class MetaObjectWithout {
@@ -79,6 +88,14 @@ public:
             interruption();
         return method != refusing;
     }
+
+    /// The work of most methods.
+    template <typename Value>
+    void set(const char *method, Value &place, const std::type_identity_t<Value> &value)
+    {
+        if ((*this)(method))
+            place = value;
+    }
 };
 inline Trace trace;
 
@@ -105,28 +122,17 @@ public:
     Q_INVOKABLE QVariantMap getDataMap(QUuid id) { return trace("getDataMap") ? data.value(id) : QVariantMap(); }
     Q_INVOKABLE QString spin(QString nucleus)
     {
-        if (!trace("spin"))
-            return {};
-        return nucleus == "17O"_L1                      ? u"5/2"_s
-            : nucleus.endsWith("Cl"_L1)                 ? u"3/2"_s
-            : nucleus == "2H"_L1 || nucleus == "14N"_L1 ? u"1"_s
-                                                        : u"1/2"_s;
+        static const QMap<QString, QString> spins{
+            {u"17O"_s, u"5/2"_s}, {u"35Cl"_s, u"3/2"_s}, {u"37Cl"_s, u"3/2"_s}, {u"2H"_s, u"1"_s}, {u"14N"_s, u"1"_s}};
+        return trace("spin") ? spins.value(nucleus, u"1/2"_s) : QString();
     }
     Q_INVOKABLE double quadrupoleMoment(QString nucleus)
     {
         return !trace("quadrupoleMoment") ? 0.0 : nucleus == "17O"_L1 ? -2.558 : nucleus == "37Cl"_L1 ? -6.435 : 0.286;
     }
     Q_INVOKABLE double naturalAbundance(QString) { return trace("naturalAbundance") ? 1.0 : 0.0; }
-    Q_INVOKABLE void addPluginFilter(QObject *object)
-    {
-        if (trace("addPluginFilter"))
-            filter = object;
-    }
-    Q_INVOKABLE void insertSpectrum(QUuid id, QVariantMap map)
-    {
-        if (trace("insertSpectrum"))
-            entries[id] = map;
-    }
+    Q_INVOKABLE void addPluginFilter(QObject *object) { trace.set("addPluginFilter", filter, object); }
+    Q_INVOKABLE void insertSpectrum(QUuid id, QVariantMap map) { trace.set("insertSpectrum", entries[id], map); }
     Q_INVOKABLE QVariantHash entryOrigParams(QUuid id, QString format)
     {
         if (!trace("entryOrigParams"))
@@ -143,11 +149,7 @@ public:
     }
     Q_INVOKABLE QString xUnitsString() { return trace("xUnitsString") ? u"ppm"_s : QString(); }
     Q_INVOKABLE QString yUnitsString() { return trace("yUnitsString") ? u"kHz"_s : QString(); }
-    Q_INVOKABLE void fullReset()
-    {
-        if (trace("fullReset"))
-            ++resets;
-    }
+    Q_INVOKABLE void fullReset() { trace.set("fullReset", resets, resets + 1); }
 
     QUuid addEntry(const QVariantMap &map)
     {
@@ -174,28 +176,15 @@ public:
     QMenu *menu = nullptr;
 
     Q_INVOKABLE QVariantMap molMap() { return trace("molMap") ? molecule : QVariantMap(); }
-    Q_INVOKABLE void setMolMap(QVariantMap map)
-    {
-        if (trace("setMolMap"))
-            molecule = map;
-    }
+    Q_INVOKABLE void setMolMap(QVariantMap map) { trace.set("setMolMap", molecule, map); }
     Q_INVOKABLE QObject *getNMRData() { return trace("getNMRData") ? spectra : nullptr; }
-    Q_INVOKABLE void linkObject(QObject *other)
-    {
-        if (trace("linkObject"))
-            linked = other;
-    }
+    Q_INVOKABLE void linkObject(QObject *other) { trace.set("linkObject", linked, other); }
     Q_INVOKABLE void sendMessage(QVariant message)
     {
-        if (trace("sendMessage"))
-            messages.append(message);
+        trace.set("sendMessage", messages, messages + QVariantList{message});
     }
     Q_INVOKABLE int colId(qint8 section) { return trace("colId") ? section : 0; }
-    Q_INVOKABLE void typeCntxtMenu(QMenu *given)
-    {
-        if (trace("typeCntxtMenu"))
-            menu = given;
-    }
+    Q_INVOKABLE void typeCntxtMenu(QMenu *given) { trace.set("typeCntxtMenu", menu, given); }
 };
 
 /// A host's model over the plug-in's table, whose size does not matter here.
@@ -205,14 +194,11 @@ class FakeModel : public QAbstractTableModel {
 public:
     QPointer<QObject> table;
 
-    int rowCount(const QModelIndex & = {}) const override { return size("tableModel_rowCount"); }
-    int columnCount(const QModelIndex & = {}) const override { return size("tableModel_columnCount"); }
+    int rowCount(const QModelIndex & = {}) const override { return call(table, "tableModel_rowCount", 0); }
+    int columnCount(const QModelIndex & = {}) const override { return call(table, "tableModel_columnCount", 0); }
     QVariant data(const QModelIndex &index, int role) const override
     {
-        QVariant value;
-        QMetaObject::invokeMethod(table, "tableModel_data", Q_RETURN_ARG(QVariant, value), Q_ARG(QModelIndex, index),
-                                  Q_ARG(int, role));
-        return value;
+        return call(table, "tableModel_data", QVariant(), index, role);
     }
     Q_INVOKABLE void beginResetModel()
     {
@@ -223,14 +209,6 @@ public:
     {
         if (trace("endResetModel"))
             QAbstractTableModel::endResetModel();
-    }
-
-private:
-    int size(const char *method) const
-    {
-        int count = 0;
-        QMetaObject::invokeMethod(table, method, Q_RETURN_ARG(int, count));
-        return count;
     }
 };
 
@@ -287,8 +265,8 @@ public:
         view = std::make_unique<QTableView>();
         view->setModel(model);
         model->setParent(view.get());
-        QMetaObject::invokeMethod(object, "tableItem_init", Q_ARG(QGraphicsWidget *, tableItem),
-                                  Q_ARG(QAbstractItemView *, view.get()), Q_ARG(QAbstractItemModel *, model));
+        tell<QGraphicsWidget *, QAbstractItemView *, QAbstractItemModel *>(object, "tableItem_init", tableItem,
+                                                                           view.get(), model);
         return tableItem;
     }
     Q_INVOKABLE void setCustomData(QVariantMap map, QGraphicsWidget *item)
@@ -347,8 +325,21 @@ public:
 /// A whole host around the plug-in, without the method that the test leaves out.
 class FakeHost {
 public:
-    explicit FakeHost(const QByteArray &without = "-");
-    ~FakeHost();
+    explicit FakeHost(const QByteArray &without = "-")
+        : services(std::make_unique<Crippled<FakeServices>>(without)),
+          window(std::make_unique<Crippled<FakeWindow>>(without, services.get())),
+          scene(new Crippled<FakeScene>(without, without, services.get(), window.get()))
+    {
+        trace = {};
+        qApp->setProperty("isHeadless", true);
+        qApp->setProperty("fileFilters", QVariant::fromValue<QObject *>(services.get()));
+        qApp->setProperty("nmrDataTables", QVariant::fromValue<QObject *>(services.get()));
+    }
+    ~FakeHost()
+    {
+        for (const char *name : {"isHeadless", "fileFilters", "nmrDataTables"})
+            qApp->setProperty(name, QVariant());
+    }
 
     std::unique_ptr<FakeServices> services;
     std::unique_ptr<FakeWindow> window;

@@ -2,30 +2,18 @@
 #include "Crystals.h"
 #include "Failure.h"
 #include "Literal.h"
+#include "TestData.h"
 #include "reading/BondCriterion.h"
 #include "reading/Bonds.h"
 #include "reading/NearestImage.h"
 
 #include <QTest>
 
-#include <limits>
-
 using namespace Magres;
 
 namespace {
 
 using Cell = std::array<Position, 3>;
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-
-MagresAtom atomAt(const char *species, double x, double y = 0.0, double z = 0.0)
-{
-    MagresAtom atom;
-    atom.type = species;
-    atom.pos = {x, y, z};
-    return atom;
-}
 
 /// Whether many distances at once are the same bits as each alone, with every instruction set. All NaN count as one.
 bool agreeAtOnce(const NearestImage &images, const Position &from, const PositionColumns &points)
@@ -53,8 +41,8 @@ QList<MagresAtom> randomAtoms(int count, std::uint64_t seed)
     QList<MagresAtom> atoms;
     for (int i = 0; i < count; ++i) {
         const double edge = 2.0 * std::cbrt(count);
-        MagresAtom atom =
-            atomAt(species[random.below(6)], random.uniform(0, edge), random.uniform(0, edge), random.uniform(0, edge));
+        MagresAtom atom = atomAt(species[random.below(6)],
+                                 {random.uniform(0, edge), random.uniform(0, edge), random.uniform(0, edge)});
         if (random.below(10) == 0)
             atom.pos[std::size_t(random.below(3))] = odd[random.below(8)];
         if (i > 0 && random.below(10) == 0)
@@ -79,7 +67,7 @@ private Q_SLOTS:
               std::tuple("H", "Na", 2.168, false), std::tuple("C", "C", 0.0, true), std::tuple("Ar", "C", 0.5, false),
               std::tuple("Xyz", "Xyz", 0.0, false), std::tuple("C", "C", infinity, false),
               std::tuple("C", "C", notANumber, false), std::tuple("C", "C", 1e200, false)}) { // squares overflow
-            QList<MagresAtom> atoms = {atomAt(a, 0.0), atomAt(b, 0.0, distance)};
+            QList<MagresAtom> atoms = {atomAt(a, {}), atomAt(b, {0, distance, 0})};
             atoms[0].bonds = {7}; // what was there before goes
             Magres::detectBonds(atoms);
             QCOMPARE(atoms.at(0).bonds, bonded ? QList<qint32>{1} : QList<qint32>{});
@@ -128,20 +116,20 @@ private Q_SLOTS:
         for (std::size_t axis : {0, 1, 2}) {
             QList<MagresAtom> chain;
             for (int i = 0; i < 700; ++i) {
-                chain.append(atomAt("H", -200.0, 50.0, 50.0));
+                chain.append(atomAt("H", {-200, 50, 50}));
                 chain.last().pos[axis] += 0.6819 * i;
             }
             check("chain: ", chain);
         }
-        check("all in one place: ", QList<MagresAtom>(60, atomAt("C", 1.0, 2.0, 3.0)));
+        check("all in one place: ", QList<MagresAtom>(60, atomAt("C", {1, 2, 3})));
     }
 
     void tooManyBondsAreRefused()
     {
-        QList<MagresAtom> atoms(501, atomAt("C", 1.0, 2.0, 3.0));
+        QList<MagresAtom> atoms(501, atomAt("C", {1, 2, 3}));
         Magres::detectBonds(atoms);
         QCOMPARE(atoms.constFirst().bonds.size(), 500);
-        atoms.append(atomAt("H", 1.5, 2.0, 3.0));
+        atoms.append(atomAt("H", {1.5, 2, 3}));
         atoms.last().No = 7;
         const QByteArray told = failure([&] { Magres::detectBonds(atoms); });
         QVERIFY2(told.contains("more than 500 bonds"), told);

@@ -7,16 +7,10 @@
 #include <QtTest>
 #include <QtWidgets>
 
-#include <limits>
-#include <tuple>
-
 using namespace Magres;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
 
 const TestNuclei properties;
 
@@ -42,12 +36,11 @@ MagresData molecule()
     return data;
 }
 
-MagresSpecParams record(int specType, const char *nucF2 = "", const char *nucF1 = "")
+/// Of these entries in its map form.
+MagresSpecParams record(const QByteArray &json)
 {
     MagresSpecParams parameters;
-    parameters.specType = specType;
-    parameters.nucF2 = QString::fromLatin1(nucF2);
-    parameters.nucF1 = QString::fromLatin1(nucF1);
+    parameters.fromMap(hash(json));
     return parameters;
 }
 
@@ -77,8 +70,6 @@ int execWithReturn(QDialog &dialog, QWidget *target)
 
 } // namespace
 
-Q_DECLARE_METATYPE(MagresSpecParams)
-
 class tst_dialogs : public QObject {
     Q_OBJECT
 
@@ -93,58 +84,47 @@ private Q_SLOTS:
 
     void init() { QSettings().clear(); }
 
-    void acceptedAtOnceIsTheStepWithoutDialog_data()
-    {
-        QTest::addColumn<MagresSpecParams>("parameters");
-        QTest::newRow("new 2D") << record(1);
-        QTest::newRow("homonuclear") << record(1, "1H", "1H");
-        MagresSpecParams p = record(7);
-        p.avIdx = -3;
-        p.corr = 9;
-        QTest::newRow("unknown kind and choices") << p;
-        p = record(1, "14N", "2H");
-        p.avIdx = 2;
-        p.corr = 1;
-        p.ptsF2 = p.ptsF1 = 1 << 26;
-        p.qShift = {true, true};
-        p.freq = 399.87;
-        QTest::newRow("stored choices") << p;
-        p = record(0, "13C");
-        p.ref = {{u"13C"_s, 169.123456789}, {u"29Si"_s, 1.0}};
-        p.lw = {{u"13C"_s, 12.3456}};
-        QTest::newRow("fitted") << p;
-        p = record(1, "13C", "1H");
-        p.ref = {{u"13C"_s, u"abc"_s}, {u"1H"_s, -1e300}};
-        p.slope = {{u"13C"_s, infinity}, {u"1H"_s, QVariantList{1}}};
-        p.lw = {{u"13C"_s, 2400.0}, {u"1H"_s, -1.0}};
-        p.freq = notANumber;
-        p.ptsF2 = 1000;
-        QTest::newRow("no numbers and those beyond the boxes") << p;
-        p = record(1);
-        p.RangeF2User = p.RangeF1User = true;
-        p.RangeF2 = {3.14159, -7.123};
-        p.RangeF1 = {1.0, 2.00001};
-        QTest::newRow("the user's ranges") << p;
-        p.RangeF2[0] = notANumber;
-        p.RangeF1[1] = infinity;
-        QTest::newRow("impossible ranges") << p;
-    }
-
     void acceptedAtOnceIsTheStepWithoutDialog()
     {
-        QFETCH(MagresSpecParams, parameters);
+        // As JSON with single quotes; the numbers that are none are texts that are read as such.
+        static const struct {
+            QByteArray record;
+            std::array<double, 2> rangeF2{0.0, 1.0}, rangeF1{0.0, 1.0};
+            bool isUsers = false;
+        } rows[] = {{"{'specType': 1, 'nucF2': '', 'nucF1': ''}"},
+                    {"{'specType': 1, 'nucF2': '1H', 'nucF1': '1H'}"},
+                    // unknown kind and choices; stored ones; a fitted reference
+                    {"{'specType': 7, 'avIdx': -3, 'corr': 9, 'nucF2': '', 'pts': 8129}"},
+                    {"{'specType': 1, 'avIdx': 2, 'corr': 1, 'nucF2': '14N', 'nucF1': '2H', 'ptsF2': 67108864, "
+                     "'ptsF1': 67108864,"
+                     "'freq': 399.87}"},
+                    {"{'ref': {'13C': 169.123456789, '29Si': 1}, 'lw': {'13C': 12.3456}, 'nucF2': '13C'}"},
+                    // no numbers and those beyond the boxes
+                    {"{'specType': 1, 'nucF2': '13C', 'nucF1': '1H', 'freq': 'nan', 'ptsF2': 1000, 'lw': {'13C': 2400, "
+                     "'1H': -1},"
+                     "'ref': {'13C': 'abc', '1H': -1e300}, 'slope': {'13C': 'inf', '1H': [1]}}"},
+                    // the user's ranges, and impossible ones
+                    {"{'specType': 1}", {3.14159, -7.123}, {1.0, 2.00001}, true},
+                    {"{'specType': 1}", {notANumber, -7.123}, {1.0, infinity}, true}};
         MagresData broken = m_molecule;
         addAtoms(broken, "C", {notANumber, infinity, -infinity, 1e308, -1e308}, notANumber);
-        for (const MagresData &data : {m_molecule, broken, MagresData()}) {
-            MagresSpecParams completed = parameters, shown = parameters;
-            Magres::completeParameters(data, completed, properties);
-            WMagresDialog dialog(data, shown, properties);
-            QCOMPARE(execWithReturn(dialog, &dialog), int(QDialog::Accepted));
-            dialog.copyToRecord();
-            QCOMPARE(shown.toMap(), completed.toMap());
-            QCOMPARE(shown.RangeF1, completed.RangeF1);
-            QCOMPARE(shown.RangeF1User, completed.RangeF1User);
-        }
+        for (const auto &[record, rangeF2, rangeF1, isUsers] : rows)
+            for (const MagresData &data : {m_molecule, broken, MagresData()}) {
+                MagresSpecParams completed;
+                completed.fromMap(hash(record));
+                completed.qShift = {completed.corr == 1, completed.corr == 1};
+                completed.RangeF2 = rangeF2;
+                completed.RangeF1 = rangeF1;
+                completed.RangeF2User = completed.RangeF1User = isUsers;
+                MagresSpecParams shown = completed;
+                Magres::completeParameters(data, completed, properties);
+                WMagresDialog dialog(data, shown, properties);
+                QCOMPARE(execWithReturn(dialog, &dialog), int(QDialog::Accepted));
+                dialog.copyToRecord();
+                QCOMPARE(shown.toMap(), completed.toMap());
+                QCOMPARE(shown.RangeF1, completed.RangeF1);
+                QCOMPARE(shown.RangeF1User, completed.RangeF1User);
+            }
     }
 
     /// What lies beyond the limits of the boxes is shown all the same.
@@ -154,8 +134,8 @@ private Q_SLOTS:
         addAtoms(data, "C", {-10, notANumber, 90});
         for (const auto &[reference, hint, from, to] : {std::tuple(100.0, "10.0 / 110.0", 0.0, 121.0),
                                                         std::tuple(2e5, "199910.0 / 200010.0", 199900.0, 200021.0)}) {
-            MagresSpecParams parameters = record(0, "13C");
-            parameters.ref = {{u"13C"_s, reference}};
+            MagresSpecParams parameters =
+                record("{'nucF2': '13C', 'ref': {'13C': " + QByteArray::number(reference) + "}}");
             WMagresDialog dialog(data, parameters, properties);
             QCOMPARE(hintF2(dialog), u"Range in data: %1 ppm"_s.arg(QLatin1String(hint)));
             QCOMPARE(find(dialog, "fSpFromF2")->value(), from);
@@ -168,7 +148,7 @@ private Q_SLOTS:
     {
         for (const char *box : {"fSpFromF2", "fSpToF2", "fSpCSRefF2", "fSpCSSlopeF2", "fSpSfrq", "fSpLwF2"})
             for (bool users : {false, true}) {
-                MagresSpecParams parameters = record(0, "13C");
+                MagresSpecParams parameters = record("{'nucF2': '13C'}");
                 parameters.RangeF2 = {-20.0, 220.0};
                 parameters.RangeF2User = users;
                 WMagresDialog dialog(m_molecule, parameters, properties);
@@ -181,7 +161,7 @@ private Q_SLOTS:
 
     void hintFollowsTheScale()
     {
-        MagresSpecParams parameters = record(1);
+        MagresSpecParams parameters = record("{'specType': 1, 'nucF2': '13C', 'nucF1': '1H'}");
         WMagresDialog dialog(m_molecule, parameters, properties);
         find(dialog, "fSpCSRefF2")->setValue(110.0);
         QCOMPARE(hintF2(dialog), u"Range in data: -40.1 / 99.5 ppm"_s);
@@ -201,7 +181,7 @@ private Q_SLOTS:
               std::tuple("fSpLwF1", false, false), std::tuple("fCbPtsF2", false, false),
               std::tuple("fCbPtsF1", false, false), std::tuple("fCbCorr", false, false),
               std::tuple("fCbAv", false, false), std::tuple("fCbDims", false, false)}) {
-            MagresSpecParams parameters = record(1, "14N", "2H");
+            MagresSpecParams parameters = record("{'specType': 1, 'nucF2': '14N', 'nucF1': '2H'}");
             parameters.RangeF2User = parameters.RangeF1User = true;
             parameters.RangeF2 = {-1.5, 2.5};
             parameters.RangeF1 = {-3.5, 4.5};
@@ -221,7 +201,7 @@ private Q_SLOTS:
         }
         // The user's own: in its dimension, by either end.
         for (const char *name : {"fSpFromF2", "fSpToF2", "fSpFromF1", "fSpToF1"}) {
-            MagresSpecParams parameters = record(1, "14N", "2H");
+            MagresSpecParams parameters = record("{'specType': 1, 'nucF2': '14N', 'nucF1': '2H'}");
             WMagresDialog dialog(m_molecule, parameters, properties);
             QCOMPARE(hintF2(dialog), u"Range in data: 25.0 / 60.0 ppm"_s);
             QCOMPARE(find<QLabel>(dialog, "fLbSpecHintF1")->text(), u"Range in data: 70.5 / 77.0 ppm"_s);
@@ -245,18 +225,15 @@ private Q_SLOTS:
             QSettings().setValue(u"magresPlugin/dialogPos"_s, kept);
             QGuiApplication::setOverrideCursor(Qt::WaitCursor);
             {
-                MagresSpecParams parameters = record(1);
+                MagresSpecParams parameters = record("{'specType': 1, 'nucF2': '13C', 'nucF1': '1H'}");
                 WMagresDialog dialog(m_molecule, parameters, properties);
                 QCOMPARE(dialog.pos(), at);
                 QCOMPARE(QGuiApplication::overrideCursor(), nullptr);
-                const auto text = [](const QWidget *widget) { return widget->palette().color(QPalette::WindowText); };
-                for (const char *group : {"fGbF2", "fGbF1"}) {
-                    QCOMPARE(text(find<QGroupBox>(dialog, group)), QColor(Qt::black));
-                    for (const QLabel *label : find<QGroupBox>(dialog, group)->findChildren<QLabel *>())
-                        QCOMPARE(text(label), QColor(Qt::black));
-                    for (const QCheckBox *box : find<QGroupBox>(dialog, group)->findChildren<QCheckBox *>())
-                        QCOMPARE(text(box), QColor(Qt::black));
-                }
+                for (const QWidget *widget : dialog.findChildren<QWidget *>())
+                    if (const QWidget *group = widget->parentWidget(); widget->inherits("QGroupBox")
+                        || (group->inherits("QGroupBox")
+                            && (widget->inherits("QLabel") || widget->inherits("QCheckBox"))))
+                        QCOMPARE(widget->palette().color(QPalette::WindowText), QColor(Qt::black));
                 dialog.move(12, 34);
             }
             QCOMPARE(QSettings().value(u"magresPlugin/dialogPos"_s).toPoint(), QPoint(12, 34));
@@ -293,31 +270,26 @@ private Q_SLOTS:
 
     void untouchedNumbersKeepTheirPrecision()
     {
-        const QString carbon = u"13C"_s;
-        MagresSpecParams parameters = record(0, "13C");
-        parameters.ref = {{carbon, 169.123456789}};
+        MagresSpecParams parameters = record("{'nucF2': '13C', 'ref': {'13C': 169.123456789}, 'RangeF2User': true}");
         parameters.RangeF2 = {-20.98765, 220.12345};
-        parameters.RangeF2User = true;
         WMagresDialog dialog(m_molecule, parameters, properties);
         QCOMPARE(find(dialog, "fSpCSRefF2")->value(), 169.12);
         QCOMPARE(find(dialog, "fSpFromF2")->value(), -20.99);
         find(dialog, "fSpLwF2")->setValue(12.5);
         find(dialog, "fSpToF2")->setValue(200.0);
         dialog.copyToRecord();
-        QCOMPARE(parameters.ref.value(carbon).toDouble(), 169.123456789);
-        QCOMPARE(parameters.lw.value(carbon).toDouble(), 12.5);
+        QCOMPARE(parameters.ref.value(u"13C"_s).toDouble(), 169.123456789);
+        QCOMPARE(parameters.lw.value(u"13C"_s).toDouble(), 12.5);
         QCOMPARE(parameters.RangeF2, (std::array{-20.98765, 200.0}));
 
         find(dialog, "fSpCSRefF2")->setValue(169.0);
         dialog.copyToRecord();
-        QCOMPARE(parameters.ref.value(carbon).toDouble(), 169.0);
+        QCOMPARE(parameters.ref.value(u"13C"_s).toDouble(), 169.0);
     }
 
     void kindOfSpectrum()
     {
-        MagresSpecParams parameters = record(0);
-        parameters.pts = 4096;
-        parameters.ptsF2 = 2000;
+        MagresSpecParams parameters = record("{'pts': 4096, 'ptsF2': 2000}");
         WMagresDialog dialog(m_molecule, parameters, properties);
         auto *kind = find<QComboBox>(dialog, "fCbDims");
         const auto points = [&] { return find<QComboBox>(dialog, "fCbPtsF2")->currentText(); };
@@ -339,7 +311,7 @@ private Q_SLOTS:
         for (const auto &[specType, nucF2, nucF1, averaging, quadBoxF2] :
              {std::tuple(0, "2H", "13C", true, true), std::tuple(0, "13C", "1H", false, false),
               std::tuple(1, "13C", "1H", true, false), std::tuple(1, "14N", "13C", false, true)}) {
-            MagresSpecParams parameters = record(0, "15N", "15N");
+            MagresSpecParams parameters = record("{'nucF2': '15N', 'nucF1': '15N'}");
             parameters.ref = {{QLatin1String(nucF2), 33.0}};
             WMagresDialog dialog(m_molecule, parameters, properties);
             find<QComboBox>(dialog, "fCbNucF2")->setCurrentText(QLatin1String(nucF2));
@@ -358,8 +330,7 @@ private Q_SLOTS:
         const auto text = [](double by) {
             return u"Range in data: %1 / %2 ppm"_s.arg(25.0 + by, 0, 'f', 1).arg(60.0 + by, 0, 'f', 1);
         };
-        MagresSpecParams parameters = record(0, "14N");
-        parameters.freq = 300.0;
+        MagresSpecParams parameters = record("{'nucF2': '14N', 'freq': 300}");
         parameters.qShift = {true, false};
         WMagresDialog dialog(m_molecule, parameters, properties);
         QCOMPARE(hintF2(dialog), text(shift)); // with the record's frequency from the start
@@ -376,7 +347,7 @@ private Q_SLOTS:
 
     void tabGoesDownTheForm()
     {
-        MagresSpecParams parameters = record(1, "2H", "2H");
+        MagresSpecParams parameters = record("{'specType': 1, 'nucF2': '2H', 'nucF1': '2H'}");
         WMagresDialog dialog(m_molecule, parameters, properties);
         dialog.show();
         dialog.activateWindow(); // needed without a window manager

@@ -20,6 +20,13 @@ static Magres::PeakColumns columns()
     return {{7.0, 3.0}, {100.0, 50.0}, {1.0, 1.0}, {3.5, 7.5}, {52.0, 104.0}};
 }
 
+static MagresSpecParams record(const char *nucF1, int kind)
+{
+    MagresSpecParams parameters;
+    parameters.fromMap({{u"nucF2"_s, u"1H"_s}, {u"nucF1"_s, QLatin1String(nucF1)}, {u"specType"_s, kind}});
+    return parameters;
+}
+
 class tst_Fitting : public QObject {
     Q_OBJECT
 
@@ -60,10 +67,7 @@ private Q_SLOTS:
              {std::tuple("", oneReference, "RMSD: 0.5 Xu", 170.123456789),
               std::tuple("1H", oneReference, bothRmsds, 170.123456789),
               std::tuple("13C", twoReferences, bothRmsds, 173.123456789)}) {
-            MagresSpecParams p;
-            p.nucF2 = u"1H"_s;
-            p.nucF1 = QLatin1String(nucF1);
-            p.specType = *nucF1 ? 1 : 0;
+            MagresSpecParams p = record(nucF1, *nucF1 ? 1 : 0);
             p.ref = {{u"1H"_s, 31.0}, {u"13C"_s, 170.123456789}};
             const Magres::AxisUnits units{u"Xu"_s, u"Yu"_s};
             QCOMPARE(Magres::rmsdReport(columns(), units, p), QLatin1String(rmsd));
@@ -75,8 +79,7 @@ private Q_SLOTS:
 
     void recordWithoutReference()
     {
-        MagresSpecParams p;
-        p.nucF2 = u"1H"_s;
+        MagresSpecParams p = record("", 0);
         // Axis units are the host's and may hold anything.
         QCOMPARE(Magres::fitReference(columns(), {u"%2"_s, {}}, p),
                  u"Reference is changed from 100 ppm to 100.5 ppm\n\nOld RMSD: 0.5 %2\nNew RMSD: 0 %2"_s);
@@ -96,10 +99,7 @@ private Q_SLOTS:
                          QByteArray("Peak 2 of the MAGRES spectrum has no height"))}) {
             Magres::PeakColumns broken = columns();
             (broken.*column)[1] = none;
-            MagresSpecParams p;
-            p.specType = kind;
-            p.nucF2 = u"1H"_s;
-            p.nucF1 = QLatin1String(nucF1);
+            MagresSpecParams p = record(nucF1, kind);
             QCOMPARE(failure([&] { Magres::fitReference(broken, {}, p); }), message);
             QCOMPARE(failure([&] { Magres::rmsdReport(broken, {}, p); }), message);
             QVERIFY(p.ref.isEmpty());
@@ -119,11 +119,8 @@ private Q_SLOTS:
                                      peak(QVariant::fromValue(DoubleVector{7.0}), -1.0)};
         const QVariantList experimental{peak(QVariantList{5.5, 6.5}, 0.0), QVariantMap()};
         const Magres::PeakColumns c = Magres::peakColumns(simulated, experimental);
-        QCOMPARE(c.simulatedF2, (Doubles{5, 7}));
-        QCOMPARE(c.simulatedF1, (Doubles{6, 0}));
-        QCOMPARE(c.heights, (Doubles{2, -1}));
-        QCOMPARE(c.experimentalF2, (Doubles{5.5, 0}));
-        QCOMPARE(c.experimentalF1, (Doubles{6.5, 0}));
+        QCOMPARE((QList<Doubles>{c.simulatedF2, c.simulatedF1, c.heights, c.experimentalF2, c.experimentalF1}),
+                 (QList<Doubles>{{5, 7}, {6, 0}, {2, -1}, {5.5, 0}, {6.5, 0}}));
         QCOMPARE(failure([&] { Magres::peakColumns(simulated, {}); }),
                  "The MAGRES spectrum has 2 compound peaks and the experimental spectrum has 0");
     }

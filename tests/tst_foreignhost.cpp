@@ -3,9 +3,6 @@
 #include "FakeHost.h"
 #include "foreignhost/ForeignHost.h"
 
-#include <QPluginLoader>
-#include <QSettings>
-#include <QTemporaryDir>
 #include <QTest>
 
 /// The map as a host hands it out that has stored and restored the numbers under its own name of their type.
@@ -48,19 +45,17 @@ private Q_SLOTS:
         QPluginLoader loader(built(u"plugins/libmagresfilefilter.so"));
         QObject *plugin = loader.instance();
         QVERIFY2(plugin, qPrintable(loader.errorString()));
-        QVERIFY(QMetaObject::invokeMethod(plugin, "fileFilter_read", Q_ARG(QString, file.fileName()),
-                                          Q_ARG(QRectF, QRectF())));
+        QVERIFY(tell(plugin, "fileFilter_read", file.fileName(), QRectF()));
         QVariantMap &data = host.services->data.first();
         const QVariant position = data[u"atoms"_s].toMap()[u"0"_s].toMap()[u"pos"_s];
         QCOMPARE(QByteArray(position.typeName()), "std::vector<double,std::allocator<double>>");
         QCOMPARE(ForeignHost::numbers(position), (std::vector<double>{0.5, 0, 4}));
 
         data = restored(data).toMap();
-        QMetaObject::invokeMethod(host.scene->table, "tableItem_fromMap",
-                                  Q_ARG(QVariantMap, (QVariantMap{{u"DataID"_s, host.services->data.firstKey()}})));
+        tell(host.scene->table, "tableItem_fromMap", QVariantMap{{u"DataID"_s, host.services->data.firstKey()}});
         QCOMPARE(host.scene->model->index(1, 2).data().toString(), u"29.000"_s);
 
-        QMetaObject::invokeMethod(host.scene->table, "createSpectrum");
+        tell(host.scene->table, "createSpectrum");
         const QUuid entry = host.services->activeEntryId;
         const auto points = ForeignHost::lists(host.services->entries.value(entry).value(u"DataPoints"_s));
         QCOMPARE(points.size(), 2);
@@ -69,7 +64,7 @@ private Q_SLOTS:
 
         // Peaks at 73 and 71 ppm against measured ones, whose positions are the host's.
         host.services->addEntry({{u"Peaks"_s, QVariantMap{{u"PeakList"_s, QVariantList{peakAt(72), peakAt(74)}}}}});
-        QMetaObject::invokeMethod(plugin, "autoRef");
+        tell(plugin, "autoRef");
         const QVariantHash fitted = host.services->entryOrigParams(entry, u"magres"_s);
         QCOMPARE(fitted.value(u"ref"_s).toMap().value(u"1H"_s).toDouble(), 101.0);
         delete plugin;

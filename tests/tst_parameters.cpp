@@ -10,12 +10,9 @@
 
 #include <cmath>
 #include <complex>
-#include <numeric>
 
 using namespace Magres;
 using namespace Qt::StringLiterals;
-
-using Magres::Tensor;
 
 static bool near(double actual, double expected, double relative = 1e-12)
 {
@@ -174,11 +171,7 @@ private Q_SLOTS:
         for (auto it = nuclides.begin(); it != nuclides.end(); ++it)
             coded.insert(Magres::nucleusCode(it.key()), it.key());
         coded.remove(-1);
-        QCOMPARE(coded.keys(), [] {
-            QList<int> all(118);
-            std::iota(all.begin(), all.end(), 1);
-            return all;
-        }());
+        QVERIFY(coded.size() == 118 && coded.firstKey() == 1 && coded.lastKey() == 118);
         const auto place = [](const QByteArray &nucleus) {
             return std::pair(Magres::atomicNumber(Magres::elementOf(nucleus)), Magres::massNumber(nucleus));
         };
@@ -186,28 +179,16 @@ private Q_SLOTS:
                                [&](const QByteArray &a, const QByteArray &b) { return place(a) < place(b); }));
     }
 
-    /// Widths in ppm and couplings of spectra in documents rest on every digit of the frequencies. Their isotopes'
-    /// ratios are free of chemical shifts; the sum, weighted by mass numbers, is that of the table as it was adopted.
+    /// Widths in ppm and couplings of spectra in documents rest on every digit of the frequencies: the sum, weighted by
+    /// mass numbers, is that of the table as it was adopted.
     void frequenciesStayAsTheyAre()
     {
-        const auto ratios = facts("frequency_ratios.tsv");
-        int pairs = 0;
         qint64 sum = 0;
-        for (const QByteArray &element : facts("covalent_radii.tsv").keys()) {
-            const QByteArrayList names = Magres::isotopes(element);
-            for (const QByteArray &name : names) {
+        for (const QByteArray &element : facts("covalent_radii.tsv").keys())
+            for (const QByteArray &name : Magres::isotopes(element)) {
                 QCOMPARE(Magres::elementOf(name), element);
                 sum += std::llround(Magres::isotopeFrequency(name) * 100) * Magres::massNumber(name);
-                const QByteArray &first = names.first();
-                if (name == first || !ratios.contains(name) || !ratios.contains(first) || element == "Os")
-                    continue;
-                const double ratio = Magres::isotopeFrequency(name) / Magres::isotopeFrequency(first);
-                const double fact = ratios[name][0].toDouble() / ratios[first][0].toDouble();
-                QVERIFY2(near(ratio / fact, 1.0, 3e-3), name + ' ' + QByteArray::number(ratio / fact));
-                ++pairs;
             }
-        }
-        QCOMPARE(pairs, 25);
         QCOMPARE(sum, 135474883);
     }
 
@@ -220,35 +201,24 @@ private Q_SLOTS:
 
     void nuclei()
     {
-        QCOMPARE(Magres::isotopeFrequency("3He"), 800.01);
-        QCOMPARE(Magres::isotopeFrequency("235U"), 13.43);
         QCOMPARE(Magres::isotopeFrequency("41K"), 750.03);
         QVERIFY(near(Magres::spectrometerFrequency("13C", 600.0), 600.0 * 188.64 / 750.03));
         QCOMPARE(Magres::nucleusCode("Undef"), 0);
-        QCOMPARE(Magres::nucleusCode("27Al"), 18);
-        QCOMPARE(Magres::nucleusCode("235U"), 118);
         QCOMPARE(Magres::nucleusCode("13c"), -1);
         QCOMPARE(Magres::massNumber("Undef"), 0);
         QCOMPARE(Magres::massNumber("x27Al5"), 27);
         QCOMPARE(Magres::elementOf("Undef"), QByteArray("Undef"));
-        QCOMPARE(Magres::elementOf("235U"), QByteArray("U"));
-        QCOMPARE(Magres::isotopes("Cu"), (QByteArrayList{"63Cu", "65Cu"}));
         QCOMPARE(Magres::isotopes("Xyz"), QByteArrayList());
 
         const QVariantList maps = Magres::nucleides("13C", "");
-        QCOMPARE(Magres::nucleusName(maps[0].toMap()), QByteArray("13C"));
-        QCOMPARE(maps[0].toMap().value(u"Isotope"_s).toInt(), 13);
-        QCOMPARE(Magres::nucleusName(maps[1].toMap()), QByteArray("1H"));
+        QCOMPARE(maps[0].toMap(), (QVariantMap{{u"Isotope"_s, 13}, {u"Name"_s, u"C"_s}}));
+        QCOMPARE(Magres::nucleusName(maps[0].toMap()) + Magres::nucleusName(maps[1].toMap()), QByteArray("13C1H"));
     }
 
     void elements()
     {
-        QCOMPARE(Magres::atomicNumber("K"), 19);
-        QCOMPARE(Magres::covalentRadius("U"), 1.96);
-        for (const char *unknown : {"Ar", "Tc", "Ce", "Pm", "Po", "c", ""}) {
-            QCOMPARE(Magres::atomicNumber(unknown), -1);
-            QCOMPARE(Magres::covalentRadius(unknown), -1.0);
-        }
+        for (const char *unknown : {"Ar", "Tc", "Ce", "Pm", "Po", "c", ""})
+            QVERIFY2(Magres::atomicNumber(unknown) == -1 && Magres::covalentRadius(unknown) == -1.0, unknown);
     }
 
     void quadrupolarIsotopes()

@@ -210,6 +210,8 @@ private Q_SLOTS:
         header->setSortIndicator(0, Qt::AscendingOrder);
         QCOMPARE(shownLabels(table), u"C1 C2 C10 Ca3 O1"_s.split(u' '));
         QCOMPARE((QList<int>{header->sectionSize(0), header->sectionSize(1)}), widths);
+        table.view()->selectAll(); // in whatever order, as one range: their number costs time
+        QCOMPARE(table.view()->selectionModel()->selection().value(0).height(), 5);
         table.setFilter(u"C"_s);
         header->setSortIndicator(1, Qt::DescendingOrder);
         QCOMPARE(shownLabels(table), u"C1 C2 C10"_s.split(u' '));

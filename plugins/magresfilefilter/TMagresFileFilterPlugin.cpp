@@ -30,31 +30,24 @@ TMagresFileFilterPlugin::TMagresFileFilterPlugin()
 TMagresFileFilterPlugin::~TMagresFileFilterPlugin()
 {
     // A host that does not delete the plug-in offers the menu to the end; widgets cannot be deleted any more then.
-    if (QCoreApplication::closingDown())
-        return;
-    for (const QPointer<QObject> &part : m_contextMenu)
-        delete part;
+    if (!QCoreApplication::closingDown())
+        delete m_contextMenu;
 }
 
 void TMagresFileFilterPlugin::addContextMenu()
 {
-    auto *edit = new QAction(QStringLiteral("Edit Spectrum..."));
-    auto *reference = new QAction(QStringLiteral("Auto reference"));
-    auto *rmsd = new QAction(QStringLiteral("RMSD"));
-    auto *menu = new QMenu(tr("MAGRES"));
-    menu->setIcon(m_icon);
-    m_contextMenu = {menu, edit, reference, rmsd};
-
     auto *hostMenu = qobject_cast<QMenu *>(mainWindow().property("nmrContextMenu").value<QObject *>());
     if (!hostMenu)
         return;
-    menu->addAction(edit);
-    connect(edit, &QAction::triggered, this, &TMagresFileFilterPlugin::updateSpectrum);
-    menu->addAction(reference);
-    connect(reference, &QAction::triggered, this, &TMagresFileFilterPlugin::autoRef);
-    menu->addAction(rmsd);
-    connect(rmsd, &QAction::triggered, this, &TMagresFileFilterPlugin::calcRmsd);
-    hostMenu->addMenu(menu);
+    m_contextMenu = new QMenu(tr("MAGRES"));
+    m_contextMenu->setIcon(m_icon);
+    const auto add = [this](const QString &text, void (TMagresFileFilterPlugin::*command)()) {
+        connect(m_contextMenu->addAction(text), &QAction::triggered, this, command);
+    };
+    add(QStringLiteral("Edit Spectrum..."), &TMagresFileFilterPlugin::updateSpectrum);
+    add(QStringLiteral("Auto reference"), &TMagresFileFilterPlugin::autoRef);
+    add(QStringLiteral("RMSD"), &TMagresFileFilterPlugin::calcRmsd);
+    hostMenu->addMenu(m_contextMenu);
 }
 
 bool TMagresFileFilterPlugin::canCreateItem(int itemType) const

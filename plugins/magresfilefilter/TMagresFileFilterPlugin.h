@@ -12,6 +12,8 @@
 #include <QPointer>
 #include <QRectF>
 
+class QMenu;
+
 /// The plug-in object: what the host calls by name. The work is done by the operations.
 class TMagresFileFilterPlugin : public TPlugin, private Magres::MagresCommands {
     Q_OBJECT
@@ -57,5 +59,5 @@ private:
     const QIcon m_icon{QStringLiteral(":/magres_images/magres.svg")};
     Magres::HostContext m_host;
     WrFileFilters m_fileFilters;
-    QList<QPointer<QObject>> m_contextMenu; ///< the menu and its actions, which nobody else owns
+    QPointer<QMenu> m_contextMenu; ///< the host shows it and does not own it
 };

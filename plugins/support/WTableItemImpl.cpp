@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "support/WTableItemImpl.h"
 
-#include <QItemSelectionModel>
+#include "support/RowSelection.h"
 
 #include <set>
 
@@ -37,13 +37,9 @@ void WTableItemImpl::selectRows(const QList<int> &rows)
 {
     if (!m_view || !m_view->selectionModel() || !m_view->model())
         return;
-    const QAbstractItemModel *model = m_view->model();
-    QItemSelection selection;
-    for (int row : rows)
-        selection.select(model->index(row, 0), model->index(row, model->columnCount() - 1));
-    m_view->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    selectWholeRows(m_view->selectionModel(), rows);
     if (!rows.isEmpty())
-        m_view->scrollTo(model->index(rows.first(), 0));
+        m_view->scrollTo(m_view->model()->index(rows.first(), 0));
 }
 
 #include "moc_WTableItemImpl.cpp"

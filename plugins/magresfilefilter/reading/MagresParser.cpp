@@ -140,12 +140,6 @@ public:
     }
 
 private:
-    /// What holds within one block.
-    struct BlockUnits {
-        bool seen = false;
-        double scale = 1.0;
-    };
-
     /// Whether the line starts with "[name]" or "<name>", or with the closing mark when `slash` is "/".
     static bool isMark(QByteArrayView line, QByteArrayView name, QByteArrayView slash)
     {
@@ -186,13 +180,11 @@ private:
 
     static QString text(QByteArrayView line) { return QString::fromUtf8(line); }
 
-    /// Looks at the units records of a block until one for atoms or shieldings has been accepted; later ones, and those
-    /// of other quantities, are not looked at. Every accepted unit has the scale 1.
-    static void checkUnits(QByteArrayView line, BlockUnits &units)
+    /// Whether the line states units of atoms or shieldings, of which only those of the data are accepted.
+    static bool statesUnits(QByteArrayView line)
     {
-        units = {};
         if (!line.startsWith("units"))
-            return;
+            return false;
         const TokenList tokens(line);
         if (tokens.size() != 3)
             throw MagresParseError(Texts::tr("Units record in line %1 cannot be parsed").arg(text(line)));
@@ -200,46 +192,48 @@ private:
             if (tokens[2] != "Angstrom")
                 throw MagresParseError(
                     Texts::tr("Only Angstroms are supported as atom units but %1 is found").arg(text(line)));
-            units.seen = true;
-        } else if (tokens[1] == "ms") {
+            return true;
+        }
+        if (tokens[1] == "ms") {
             if (tokens[2] != "ppm")
                 throw MagresParseError(
                     Texts::tr("Only ppm are supported for shielding but %1 is found").arg(text(line)));
-            units.seen = true;
+            return true;
         }
+        return false;
     }
 
-    /// Hands every record of a block to `use`, as line, tokens and scale.
+    /// Hands every record of a block to `use`, as line and tokens. Units records are looked at until one for atoms or
+    /// shieldings has been accepted.
     template <typename Use>
     void readRecords(QByteArrayView blockName, Use use)
     {
-        BlockUnits units;
+        bool unitsAreKnown = false;
         while (!m_rest.isEmpty()) {
             const QByteArrayView line = nextLine();
             if (isMark(line, blockName, "/"))
                 return;
-            if (!units.seen)
-                checkUnits(line, units);
+            unitsAreKnown = unitsAreKnown || statesUnits(line);
             const TokenList tokens(line);
             if (!tokens.isEmpty())
-                use(line, tokens, units.scale);
+                use(line, tokens);
         }
     }
 
     void parseAtomsBlock()
     {
         m_data.numberToLabel = true;
-        readRecords("atoms", [this](QByteArrayView line, const TokenList &tokens, double scale) {
+        readRecords("atoms", [this](QByteArrayView line, const TokenList &tokens) {
             if (tokens[0] == "lattice")
-                parseLattice(line, tokens, scale);
+                parseLattice(line, tokens);
             else if (tokens[0] == "atom")
-                parseAtom(line, tokens, scale);
+                parseAtom(line, tokens);
         });
         if (m_data.numberToLabel)
             appendNumbersToLabels();
     }
 
-    void parseLattice(QByteArrayView line, const TokenList &tokens, double scale)
+    void parseLattice(QByteArrayView line, const TokenList &tokens)
     {
         if (tokens.size() != 10)
             throw MagresParseError(Texts::tr("Lattice record in line %1 cannot be parsed").arg(text(line)));
@@ -251,11 +245,11 @@ private:
                 throw MagresParseError(
                     Texts::tr("Lattice coordinate #1 in line %2 cannot be parsed").arg(i).arg(text(line)));
             }
-            m_data.lattice.append(value * scale);
+            m_data.lattice.append(value);
         }
     }
 
-    void parseAtom(QByteArrayView line, const TokenList &tokens, double scale)
+    void parseAtom(QByteArrayView line, const TokenList &tokens)
     {
         if (tokens.size() != 7)
             throw MagresParseError(Texts::tr("Atom record in line %1 cannot be parsed").arg(text(line)));
@@ -278,8 +272,6 @@ private:
             throw MagresParseError(Texts::tr("Atom y-coordinate in line %1 cannot be parsed").arg(text(line)));
         if (!tokens.toDouble(6, atom.pos[2]))
             throw MagresParseError(Texts::tr("Atom z-coordinate in line %1 cannot be parsed").arg(text(line)));
-        for (double &coordinate : atom.pos)
-            coordinate *= scale;
     }
 
     void appendNumbersToLabels()
@@ -291,31 +283,29 @@ private:
 
     void parseMagresBlock()
     {
-        readRecords("magres", [this](QByteArrayView line, const TokenList &tokens, double scale) {
+        readRecords("magres", [this](QByteArrayView line, const TokenList &tokens) {
             if (tokens[0] == "ms") {
                 if (tokens.size() != 12)
                     throw MagresParseError(Texts::tr("Ms record in line %1 cannot be parsed").arg(text(line)));
-                m_data.shieldings.append(parseTensor(line, tokens, scale));
+                m_data.shieldings.append(parseTensor(line, tokens));
             } else if (tokens[0] == "efg") {
                 if (tokens.size() != 12)
                     throw MagresParseError(Texts::tr("EFG record in line %1 cannot be parsed").arg(text(line)));
-                m_data.EFG.append(parseTensor(line, tokens, scale));
+                m_data.EFG.append(parseTensor(line, tokens));
             }
         });
     }
 
-    MagresTensor parseTensor(QByteArrayView line, const TokenList &tokens, double scale) const
+    MagresTensor parseTensor(QByteArrayView line, const TokenList &tokens) const
     {
         const QByteArray label = m_data.numberToLabel ? toLatin1(joined(tokens[1], tokens[2])) : toLatin1(tokens[1]);
         qint32 number = 0;
         if (!toInt(tokens[2], number))
             throw MagresParseError(Texts::tr("Number in line %1 cannot be parsed").arg(text(line)));
         Tensor tensor;
-        for (int i = 0; i < 9; ++i) {
+        for (int i = 0; i < 9; ++i)
             if (!tokens.toDouble(3 + i, tensor[size_t(i)]))
                 throw MagresParseError(Texts::tr("Tensor element in line %1 cannot be parsed").arg(text(line)));
-            tensor[size_t(i)] *= scale;
-        }
         return MagresTensor({label}, number, tensor);
     }
 

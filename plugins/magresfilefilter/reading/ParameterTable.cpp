@@ -37,6 +37,21 @@ private:
     QHash<QByteArray, Isotope> m_known;
 };
 
+void addShielding(QVariantMap &row, const MagresTensor &shielding)
+{
+    row.insert(QStringLiteral("iso"), shielding.iso());
+    row.insert(QStringLiteral("aniso"), shielding.aniso());
+    row.insert(QStringLiteral("assym"), shielding.assym());
+}
+
+void addEfg(QVariantMap &row, const MagresTensor &efg, const ChosenIsotopes::Isotope &isotope)
+{
+    row.insert(QStringLiteral("eq"), efg.eq());
+    row.insert(QStringLiteral("qassym"), efg.qassym());
+    row.insert(QStringLiteral("Cq"), efg.Cq(isotope.quadrupoleMoment));
+    row.insert(QStringLiteral("qIso"), QString::fromLatin1(isotope.name));
+}
+
 } // namespace
 
 ParameterTable parameterTable(MagresData &data, const NuclearProperties &properties)
@@ -65,17 +80,11 @@ ParameterTable parameterTable(MagresData &data, const NuclearProperties &propert
                       {QStringLiteral("labels"), labelsToStrings(atom->labels)}};
         if (const MagresTensor *shielding = shieldings.findNearest(atom->labels, atom->No)) {
             table.hasShielding = true;
-            row.values.insert(QStringLiteral("iso"), shielding->iso());
-            row.values.insert(QStringLiteral("aniso"), shielding->aniso());
-            row.values.insert(QStringLiteral("assym"), shielding->assym());
+            addShielding(row.values, *shielding);
         }
         if (const MagresTensor *efg = efgs.findNearest(atom->labels, atom->No)) {
             table.hasEfg = true;
-            const ChosenIsotopes::Isotope &isotope = isotopes.of(atom->type);
-            row.values.insert(QStringLiteral("eq"), efg->eq());
-            row.values.insert(QStringLiteral("qassym"), efg->qassym());
-            row.values.insert(QStringLiteral("Cq"), efg->Cq(isotope.quadrupoleMoment));
-            row.values.insert(QStringLiteral("qIso"), QString::fromLatin1(isotope.name));
+            addEfg(row.values, *efg, isotopes.of(atom->type));
         }
     }
     table.rows.reserve(rows.size());

@@ -4,6 +4,7 @@
 #include "data/NaturalOrder.h"
 #include "data/PluginCall.h"
 #include "items/table/TableModel.h"
+#include "support/RowSelection.h"
 
 #include <QClipboard>
 #include <QBoxLayout>
@@ -576,10 +577,7 @@ void TableItem::selectShown()
 {
     if (!m_view)
         return;
-    QItemSelection rows;
-    for (int row : shownRows())
-        rows.select(m_model->index(row, 0), m_model->index(row, m_model->columnCount() - 1));
-    m_view->selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect);
+    selectWholeRows(m_view->selectionModel(), shownRows());
 }
 
 QVariantMap TableItem::viewSettings() const
