@@ -133,18 +133,19 @@ private Q_SLOTS:
                                  {u"iso"_s, 0.1},
                                  {u"own"_s, u"a\"b"_s},
                                  {u"ID"_s, 7}};
-        table.rows = {carbon, QVariantMap{{u"type"_s, u"H"_s}, {u"iso"_s, -2.0}}};
+        table.rows = {carbon, QVariantMap{{u"type"_s, u"H"_s}, {u"iso"_s, -2.0}, {u"new"_s, 1}, {u"b"_s, 4.0}}};
         table.extraKeys = QStringList{u"own"_s};
-        table.hiddenKeys = QStringList{u"aniso"_s, u"assym"_s, u"eq"_s, u"qassym"_s, u"qIso"_s};
+        table.hiddenKeys = QStringList{u"aniso"_s, u"assym"_s, u"b"_s, u"eq"_s, u"qassym"_s, u"qIso"_s};
         const auto text = [&](const char *format) {
             return flat(TableExport::write(table, *TableExport::formatOfName(QLatin1String(format))));
         };
-        QCOMPARE(text("csv"),
-                 u"type,labels,atomNos,iso,Cq,own / C,\"C1 C,2\",1 2,0.10000000000000001,,\"a\"\"b\" / H,,,-2,, / "_s);
+        QCOMPARE(
+            text("csv"),
+            u"type,labels,atomNos,iso,Cq,new,own / C,\"C1 C,2\",1 2,0.10000000000000001,,,\"a\"\"b\" / H,,,-2,,1, / "_s);
         QCOMPARE(text("text"), u"Atom    σ / ----  --- / C1    1.5 / N / "_s);
         QCOMPARE(
             compact(text("json").remove(u" / "_s).toUtf8()),
-            u"{\"columns\":[\"Atom\",\"σ\"],\"rows\":[{\"atomNos\":[1,2],\"iso\":0.1,\"labels\":[\"C1\",\"C,2\"],\"own\":\"a\\\"b\",\"type\":\"C\"},{\"iso\":-2,\"type\":\"H\"}]}"_s);
+            u"{\"columns\":[\"Atom\",\"σ\"],\"rows\":[{\"atomNos\":[1,2],\"iso\":0.1,\"labels\":[\"C1\",\"C,2\"],\"own\":\"a\\\"b\",\"type\":\"C\"},{\"iso\":-2,\"new\":1,\"type\":\"H\"}]}"_s);
         QVERIFY(!TableExport::formatOfName(u"xml"_s));
     }
 

@@ -29,11 +29,11 @@ QByteArray csvField(const QVariant &value)
         NumberText::append17(text, value.toDouble());
         return text;
     }
-    if (value.typeId() == QMetaType::QString) {
-        text = value.toString().toUtf8();
-    } else {
+    if (value.typeId() != QMetaType::QString && value.canConvert<QVariantList>()) {
         for (const QVariant &element : value.toList())
             text += (text.isEmpty() ? "" : " ") + element.toString().toUtf8();
+    } else {
+        text = value.toString().toUtf8();
     }
     if (text.contains(',') || text.contains('"') || text.contains('\n'))
         text = '"' + text.replace('"', "\"\"") + '"';
