@@ -163,3 +163,10 @@ inline QString difference(const QStringList &drawn, const QString &lines)
     }
     return {};
 }
+
+/// Fails the running test where the difference is not empty.
+#define VERIFY_DRAWN(...)                                                                                              \
+    do {                                                                                                               \
+        const QString wrong = difference(__VA_ARGS__);                                                                 \
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));                                                                  \
+    } while (false)

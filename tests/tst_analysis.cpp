@@ -9,12 +9,6 @@
 #include "analysis/powder/Lattice.h"
 #include "support/MetaTypes.h"
 
-#include <QTest>
-
-#include <cmath>
-#include <functional>
-#include <random>
-
 using namespace Qt::StringLiterals;
 using namespace Workbench;
 
@@ -286,14 +280,15 @@ private Q_SLOTS:
         settings.protonFrequency = 200;
         QCOMPARE(
             PowderSites::of(aluminium(), settings).notes,
-            QStringList{u"Al1 ×2: what second order leaves out moves the line by up to 68 Hz, more than its width of "
-                        "30 Hz; a higher field is needed for a pattern that is true to it"_s});
+            QStringList{
+                u"Al1 ×2: what second order leaves out moves the line by up to 68 Hz, more than its width of 30 Hz; a higher field is needed for a pattern that is true to it"_s});
         settings.shape = {1, 68};
         QCOMPARE(PowderSites::of(aluminium(), settings).notes, QStringList());
         settings.protonFrequency = 5;
-        QCOMPARE(PowderSites::of(aluminium(), settings).notes,
-                 QStringList{u"Al1 ×2: Cq is -12.036 MHz at a Larmor frequency of 1.304 MHz; second order fails, the "
-                             "pattern means nothing"_s});
+        QCOMPARE(
+            PowderSites::of(aluminium(), settings).notes,
+            QStringList{
+                u"Al1 ×2: Cq is -12.036 MHz at a Larmor frequency of 1.304 MHz; second order fails, the pattern means nothing"_s});
         // To first order: Cq of 14N above a tenth of the Larmor frequency is too much.
         CrystalStructure nitrogen = structureOf({{u"N"_s, shielding, gradient}});
         settings = PowderSettings();
@@ -547,14 +542,14 @@ private Q_SLOTS:
             const QByteArray text = simpsonExperiment(PowderSites::of(structure, settings), settings);
             return QString::fromUtf8(text.simplified());
         };
-        const QString rest = u" verbose 0 } proc pulseq {} { global par acq_block { delay [expr 1.0e6/$par(sw)] } } "
-                             "proc main {} { global par set f [fsimpson] fzerofill $f "_s;
+        const QString rest =
+            u" verbose 0 } proc pulseq {} { global par acq_block { delay [expr 1.0e6/$par(sw)] } } proc main {} { global par set f [fsimpson] fzerofill $f "_s;
         // The line reaches to 560 ppm and some sidebands, 1.2 times that on either side, in multiples of the rate;
         // as many points as the decay takes, and four times these.
-        QCOMPARE(lines(aluminium()),
-                 u"par { proton_frequency 400000000 start_operator I1x detect_operator I1c method direct crystal_file "
-                 "zcw4180 gamma_angles 32 spin_rate 12500.000 sw 200000.000 np 8192"_s
-                     + rest + u"32768 faddlb $f 120 0 faddlb $f 80 1 fft $f fsave $f $par(name).spe }"_s);
+        QCOMPARE(
+            lines(aluminium()),
+            u"par { proton_frequency 400000000 start_operator I1x detect_operator I1c method direct crystal_file zcw4180 gamma_angles 32 spin_rate 12500.000 sw 200000.000 np 8192"_s
+                + rest + u"32768 faddlb $f 120 0 faddlb $f 80 1 fft $f fsave $f $par(name).spe }"_s);
         settings.rotation = Powder::Rotation::Static;
         settings.nucleus = u"1H"_s;
         settings.labels.clear();
@@ -562,10 +557,10 @@ private Q_SLOTS:
         settings.reference = 540;
         settings.slope = -1;
         // From -27.6 ppm, where the pattern begins, and the line's wings down to a thousandth; a whole number of kHz.
-        QCOMPARE(lines(aluminium()),
-                 u"par { proton_frequency 400000000 start_operator I1x detect_operator I1p method direct crystal_file "
-                 "zcw28656 gamma_angles 1 spin_rate 0 sw 38000.000 np 1024"_s
-                     + rest + u"4096 faddlb $f 4000 1 fft $f fsave $f $par(name).spe }"_s);
+        QCOMPARE(
+            lines(aluminium()),
+            u"par { proton_frequency 400000000 start_operator I1x detect_operator I1p method direct crystal_file zcw28656 gamma_angles 1 spin_rate 0 sw 38000.000 np 1024"_s
+                + rest + u"4096 faddlb $f 4000 1 fft $f fsave $f $par(name).spe }"_s);
         settings.rotation = Powder::Rotation::InfiniteRate;
         QVERIFY(failure([&] { lines(aluminium()); }).contains("needs a spinning rate"));
         settings.nucleus = u"27Al"_s;

@@ -15,11 +15,6 @@
 #include "data/structure/MagresText.h"
 #include "reading/MagresParser.h"
 
-#include <QTest>
-
-#include <algorithm>
-#include <cmath>
-#include <functional>
 #include <numbers>
 #include <numeric>
 

@@ -10,10 +10,6 @@
 #include "data/SpectrumEntry.h"
 #include "formats/DocumentFile.h"
 
-#include <QtTest>
-
-#include <map>
-#include <random>
 #include <set>
 
 using namespace Workbench;

@@ -116,12 +116,6 @@ QString difference(const QStringList &shapes, const QString &beginning, const QC
     return same ? QString() : text;
 }
 
-#define COMPARE_PLACES(...)                                                                                            \
-    do {                                                                                                               \
-        const QString wrong = difference(__VA_ARGS__);                                                                 \
-        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));                                                                  \
-    } while (false)
-
 /// Rows of 40 atoms, an Angstrom apart, each bonded to the next one of its row.
 Molecule chain(int atoms)
 {
@@ -171,8 +165,7 @@ path - #000000 182.5 206.35
 line #8e24aa:1.6:2 165 171.35 182.5 206.35
 path #e6ffffff:3 - 173.75 188.85
 path - #6d1c83 173.75 188.85)"_s;
-        const QString wrong = difference(drawn(view), expected);
-        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+        VERIFY_DRAWN(drawn(view), expected);
     }
 
     /// Semi-axes of 42, 21 and 10.5 pixels, the longest one 0.6 Angstrom; the carbon's ones, 7, 14 and 42, are turned
@@ -211,12 +204,10 @@ curve #747474:0.7 25 168.54 183.31 171.03 177.33 167.49 165.37 161.46 159.39
 line #c63d00:1.6:2 160.97 176.39 169.03 166.31
 line #154a9c:1.6 171.05 184.79 158.95 157.91
 line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
-        QString wrong = difference(drawn(view), expected);
-        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+        VERIFY_DRAWN(drawn(view), expected);
         // Half the size; what would be thinner than 0.02 Angstrom is not.
         view.setTensors({{{4, 0.1, 0}, flat.axes, true}}, 0.5);
-        wrong = difference(drawn(view).filter(u"ellipse #7"_s), u"ellipse #747474:0.8 * 165 171.35 21 1.4 -36.87"_s);
-        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+        VERIFY_DRAWN(drawn(view).filter(u"ellipse #7"_s), u"ellipse #747474:0.8 * 165 171.35 21 1.4 -36.87"_s);
     }
 
     /// Each edge of the cell, of the axis' colour at the first origin; letters beside the corners, away from the
@@ -441,14 +432,14 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         QVERIFY(std::abs(y->range().lower + 0.03 * 3.24) < 1e-9 && std::abs(y->range().upper - 1.02 * 3.24) < 1e-9);
         const QPolygonF one{{70, 3 / 9.}, {60, 0}, {50, 7 / 9.}, {40, 5 / 9.}, {30, 2 / 9.}, {20, 1}, {10, 4 / 9.}};
         const QPolygonF two{{55, 1.12}, {45, 2.12}, {35, 1.37}};
-        COMPARE_PLACES(all, u"polyline #0072b2:1 "_s, x, y, {one});
-        COMPARE_PLACES(all, u"polyline #d55e00:1 "_s, x, y, {two});
-        COMPARE_PLACES(all, u"line #960072b2:1.4 "_s, x, y, {{{50, 2 / 9.}, {50, 7 / 9.}}, {{24, 2 / 9.}, {24, 1}}});
-        COMPARE_PLACES(all, u"line #96d55e00:1.4 "_s, x, y, {{{45, 1.12}, {45, 2.12}}, {{20, 1.12}, {20, 1.37}}});
-        COMPARE_PLACES(all, u"line #d55e00:1.4:3 "_s, x, y, {{{20, 1.12}, {20, 2.12}}});
-        COMPARE_PLACES(all, u"line #009e73:1.4 "_s, x, y,
-                       {{{30, 2.44}, {30, 3.24}}, {{30, 2.44}, {30, 2.84}}, {{64, 2.44}, {64, 2.24}}});
-        COMPARE_PLACES(all, u"line #009e73:0.84 "_s, x, y, {{{70, 2.44}, {10, 2.44}}});
+        VERIFY_DRAWN(all, u"polyline #0072b2:1 "_s, x, y, {one});
+        VERIFY_DRAWN(all, u"polyline #d55e00:1 "_s, x, y, {two});
+        VERIFY_DRAWN(all, u"line #960072b2:1.4 "_s, x, y, {{{50, 2 / 9.}, {50, 7 / 9.}}, {{24, 2 / 9.}, {24, 1}}});
+        VERIFY_DRAWN(all, u"line #96d55e00:1.4 "_s, x, y, {{{45, 1.12}, {45, 2.12}}, {{20, 1.12}, {20, 1.37}}});
+        VERIFY_DRAWN(all, u"line #d55e00:1.4:3 "_s, x, y, {{{20, 1.12}, {20, 2.12}}});
+        VERIFY_DRAWN(all, u"line #009e73:1.4 "_s, x, y,
+                     {{{30, 2.44}, {30, 3.24}}, {{30, 2.44}, {30, 2.84}}, {{64, 2.44}, {64, 2.24}}});
+        VERIFY_DRAWN(all, u"line #009e73:0.84 "_s, x, y, {{{70, 2.44}, {10, 2.44}}});
         // Labels from left to right, each above its peak, with a line down to it. Those of one place share one.
         const double head = item.plot()->axisRect()->top() - 16;
         QString labels, leaders;
@@ -468,15 +459,13 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
                            .arg(y->coordToPixel(height) - 2);
         }
         const QStringList texts = all.filter(u"text "_s);
-        QString wrong = difference(texts.mid(texts.size() - 6), labels);
-        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
-        wrong = difference(all.filter(u"#90969e"_s), leaders);
-        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+        VERIFY_DRAWN(texts.mid(texts.size() - 6), labels);
+        VERIFY_DRAWN(all.filter(u"#90969e"_s), leaders);
 
         item.plot()->scaleIntensity(0.5); // each about its base line
         all = shapes();
         const QPolygonF half{{55, 1.12}, {45, 1.62}, {35, 1.245}};
-        COMPARE_PLACES(all, u"polyline #d55e00:1 "_s, x, y, {half});
+        VERIFY_DRAWN(all, u"polyline #d55e00:1 "_s, x, y, {half});
         item.plot()->scaleIntensity(2);
 
         // Twice as high about its own base line, a quarter of its height up, in another colour.
@@ -491,8 +480,8 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
                 p.setY(scale * p.y() + base);
             return line;
         };
-        COMPARE_PLACES(all, u"polyline #cc79a7:1 "_s, x, y, {higher(one, 2, 0.25 - 4 / 9.)});
-        COMPARE_PLACES(all, u"polyline #d55e00:1 "_s, x, y, {higher(two, 1, -1.12)});
+        VERIFY_DRAWN(all, u"polyline #cc79a7:1 "_s, x, y, {higher(one, 2, 0.25 - 4 / 9.)});
+        VERIFY_DRAWN(all, u"polyline #d55e00:1 "_s, x, y, {higher(two, 1, -1.12)});
         QStringList names;
         for (const QString &shape : all.filter(u"text "_s))
             names.append(shape.section(u' ', 5));
@@ -501,8 +490,8 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         QVERIFY(all.filter(u"#90969e"_s).isEmpty() && all.filter(u"line #96"_s).isEmpty()); // neither labels nor sticks
         item.plot()->scaleIntensity(3);
         all = shapes();
-        COMPARE_PLACES(all, u"polyline #cc79a7:1 "_s, x, y, {higher(one, 6, 0.25 - 12 / 9.)});
-        COMPARE_PLACES(all, u"line #d55e00:1.4:3 "_s, x, y, {{{20, 0}, {20, 3}}});
+        VERIFY_DRAWN(all, u"polyline #cc79a7:1 "_s, x, y, {higher(one, 6, 0.25 - 12 / 9.)});
+        VERIFY_DRAWN(all, u"line #d55e00:1.4:3 "_s, x, y, {{{20, 0}, {20, 3}}});
     }
 
     /// A summit and a hole; lines at 0.3 and 0.6 of the largest height. Straight between points, so they are rhombs.
@@ -527,16 +516,16 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
             const double a = 10 * part, b = 3 * part;
             return QPolygonF{{f2, f1 + b}, {f2 + a, f1}, {f2, f1 - b}, {f2 - a, f1}, {f2, f1 + b}};
         };
-        COMPARE_PLACES(all, u"polyline #0072b2:0.8 "_s, x, y, {rhomb(50, 6, 0.7), rhomb(50, 6, 0.4)});
-        COMPARE_PLACES(all, u"polyline #30b4ff:0.8:2 "_s, x, y, {rhomb(20, 3, 0.4)});
+        VERIFY_DRAWN(all, u"polyline #0072b2:0.8 "_s, x, y, {rhomb(50, 6, 0.7), rhomb(50, 6, 0.4)});
+        VERIFY_DRAWN(all, u"polyline #30b4ff:0.8:2 "_s, x, y, {rhomb(20, 3, 0.4)});
         const auto cross = [](double f2, double f1, double dx, double dy) {
             return QList<QPolygonF>{{{f2 + dx, f1}, {f2 - dx, f1}}, {{f2, f1 - dy}, {f2, f1 + dy}}};
         };
         const double dx = 3 * std::abs(x->pixelToCoord(1) - x->pixelToCoord(0)),
                      dy = 3 * std::abs(y->pixelToCoord(1) - y->pixelToCoord(0));
-        COMPARE_PLACES(all, u"line #303030:0.8 "_s, x, y, cross(50, 6, dx, dy) + cross(20, 3, dx, dy));
-        COMPARE_PLACES(all, u"line #d55e00:0.8 "_s, x, y,
-                       cross(62, 1, dx, dy) + cross(34, 8, dx, dy)); // the higher one first
+        VERIFY_DRAWN(all, u"line #303030:0.8 "_s, x, y, cross(50, 6, dx, dy) + cross(20, 3, dx, dy));
+        VERIFY_DRAWN(all, u"line #d55e00:0.8 "_s, x, y,
+                     cross(62, 1, dx, dy) + cross(34, 8, dx, dy)); // the higher one first
         // The highest of each column above the map, of each row to its left.
         const auto *top = qobject_cast<QCPAxisRect *>(item.plot()->plotLayout()->element(0, 1));
         const auto *left = qobject_cast<QCPAxisRect *>(item.plot()->plotLayout()->element(1, 0));
@@ -545,13 +534,13 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         QCOMPARE(heightsAbove->range(), QCPRange(-0.04, 1.04));
         QVERIFY(heightsAbove->coordToPixel(1) < heightsAbove->coordToPixel(0)); // both away from the map
         QVERIFY(heightsBeside->coordToPixel(1) < heightsBeside->coordToPixel(0));
-        COMPARE_PLACES(all.filter(QRegularExpression(u"^polyline #0072b2:1 "_s)).mid(0, 1), u"poly"_s, x, heightsAbove,
-                       {{{70, 0}, {60, 0}, {50, 1}, {40, 0}, {30, 0}, {20, 0}, {10, 0.1}}});
-        COMPARE_PLACES(all.filter(QRegularExpression(u"^polyline #0072b2:1 "_s)).mid(1), u"poly"_s, heightsBeside, y,
-                       {{{0, 9}, {1, 6}, {0, 3}, {0.1, 0}}});
+        VERIFY_DRAWN(all.filter(QRegularExpression(u"^polyline #0072b2:1 "_s)).mid(0, 1), u"poly"_s, x, heightsAbove,
+                     {{{70, 0}, {60, 0}, {50, 1}, {40, 0}, {30, 0}, {20, 0}, {10, 0.1}}});
+        VERIFY_DRAWN(all.filter(QRegularExpression(u"^polyline #0072b2:1 "_s)).mid(1), u"poly"_s, heightsBeside, y,
+                     {{{0, 9}, {1, 6}, {0, 3}, {0.1, 0}}});
         const QStringList sticks = all.filter(QRegularExpression(u"^line #d55e00:1 "_s));
-        COMPARE_PLACES(sticks.mid(0, 2), u"line"_s, x, heightsAbove, {{{34, 0}, {34, 0.5}}, {{62, 0}, {62, 1}}});
-        COMPARE_PLACES(sticks.mid(2), u"line"_s, heightsBeside, y, {{{0, 8}, {0.5, 8}}, {{0, 1}, {1, 1}}});
+        VERIFY_DRAWN(sticks.mid(0, 2), u"line"_s, x, heightsAbove, {{{34, 0}, {34, 0.5}}, {{62, 0}, {62, 1}}});
+        VERIFY_DRAWN(sticks.mid(2), u"line"_s, heightsBeside, y, {{{0, 8}, {0.5, 8}}, {{0, 1}, {1, 1}}});
         // A cell about each point, red below nothing and blue above; ppm grow to the left and downwards.
         QStringList cells(28, u"#ffffff"_s);
         cells[6] = u"#f3f7fc"_s;
@@ -559,11 +548,10 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         cells[14 + 2] = u"#86b2e0"_s;
         const QPointF corner(x->coordToPixel(75), y->coordToPixel(-1.5)),
             end(x->coordToPixel(5), y->coordToPixel(10.5));
-        const QString wrong = difference(
+        VERIFY_DRAWN(
             all.filter(u"image"_s),
             u"image %1 %2 %3 %4 "_s.arg(corner.x()).arg(corner.y()).arg(end.x() - corner.x()).arg(end.y() - corner.y())
                 + cells.join(u' '));
-        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
         const QStringList texts = all.filter(u",H"_s);
         QCOMPARE(texts.size(), 2);
         QVERIFY(isNear({texts[0].section(u' ', 2, 2).toDouble(), texts[0].section(u' ', 3, 3).toDouble()},
@@ -583,26 +571,25 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         const QRect area = item.plot()->xAxis->axisRect()->rect();
         const auto x = [&](double ppm) { return item.plot()->xAxis->coordToPixel(ppm); };
         const auto y = [&](double part) { return area.top() + part * area.height(); };
-        const QString expected = u"rect - #1c0072b2 %1 %3 %4 %5\npolyline #0072b2:1.2 %1 %6 %1 %7 %2 %7 %2 %6\n"
-                                 "path #ffffff:3 - %8 %9\npath - * %8 %9\n"_s.arg(x(60))
-                                     .arg(x(40))
-                                     .arg(area.top())
-                                     .arg(x(40) - x(60))
-                                     .arg(area.height())
-                                     .arg(area.top() + 25)
-                                     .arg(area.top() + 20)
-                                     .arg(x(50))
-                                     .arg(area.top() + 11)
+        const QString expected =
+            u"rect - #1c0072b2 %1 %3 %4 %5\npolyline #0072b2:1.2 %1 %6 %1 %7 %2 %7 %2 %6\npath #ffffff:3 - %8 %9\npath - * %8 %9\n"_s
+                .arg(x(60))
+                .arg(x(40))
+                .arg(area.top())
+                .arg(x(40) - x(60))
+                .arg(area.height())
+                .arg(area.top() + 25)
+                .arg(area.top() + 20)
+                .arg(x(50))
+                .arg(area.top() + 11)
             + u"line #5a2d82:1.2 %1 %2 %3 %4\nellipse #5a2d82:1.2 #5a2d82 %1 %2 2.5 2.5\nellipse #5a2d82:1.2 #5a2d82 "
-              u"%3 %4 2.5 2.5\n"
-              "path #ffffff:3 - %5 %6\npath - #5a2d82 %5 %6"_s.arg(x(55))
+              u"%3 %4 2.5 2.5\npath #ffffff:3 - %5 %6\npath - #5a2d82 %5 %6"_s.arg(x(55))
                   .arg(y(0.25))
                   .arg(x(35))
                   .arg(y(0.5))
                   .arg(x(45))
                   .arg(y(0.375) - 10);
-        const QString wrong = difference(all.mid(all.size() - 9), expected);
-        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+        VERIFY_DRAWN(all.mid(all.size() - 9), expected);
     }
 
     /// The worst three of four pairs are named, the worst first.

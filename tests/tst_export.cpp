@@ -13,8 +13,6 @@
 #include "items/plot/NmrData.h"
 #include "support/MetaTypes.h"
 
-#include <QtTest>
-
 using namespace Workbench;
 using namespace Qt::StringLiterals;
 

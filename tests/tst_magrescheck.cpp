@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "formats/MagresCheck.h"
 
-#include <QtTest>
-
 using namespace Workbench;
 using namespace Qt::StringLiterals;
 

@@ -10,14 +10,11 @@
 #include <Eigen/Geometry>
 
 #include <QFile>
-#include <QTest>
 
-#include <cmath>
 #include <complex>
 #include <cstring>
 #include <numbers>
 #include <numeric>
-#include <random>
 
 using namespace Workbench::Powder;
 using Eigen::Vector3d;

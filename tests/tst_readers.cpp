@@ -6,11 +6,6 @@
 #include "formats/SpectrumReader.h"
 #include "data/Spectrum.h"
 
-#include <QtTest>
-
-#include <algorithm>
-#include <cmath>
-#include <random>
 #include <stdexcept>
 
 using namespace Workbench;
@@ -297,67 +292,35 @@ private Q_SLOTS:
             .replace("##NUM DIM",
                      "##$OFFSET= 7\n##$OFFSET= 55\n##$SF= 100\n##$SF= 25\n##$SW_p= 3\n##$SW_p= 50\n##NUM DIM");
         row("JCAMP 2D", plane.replace("F1=25\n", "F1=-60\n"),
-            "Format JCAMP-DX | Title n | F2 1H, 100.0000 MHz, 3 points from 7.0000 to 6.9800 ppm, 0.01 ppm "
-            "apart | F1 13C, 25.0000 MHz, 2 points from 55.0000 to 54.0000 ppm, 1 ppm apart | Noise 0 around "
-            "0 | Peaks 0 picked | Note The row at line 26 says that it lies at -60, by its place that is 25: "
-            "the rows were placed by their count.");
+            R"(Format JCAMP-DX | Title n | F2 1H, 100.0000 MHz, 3 points from 7.0000 to 6.9800 ppm, 0.01 ppm apart | F1 13C, 25.0000 MHz, 2 points from 55.0000 to 54.0000 ppm, 1 ppm apart | Noise 0 around 0 | Peaks 0 picked | Note The row at line 26 says that it lies at -60, by its place that is 25: the rows were placed by their count.)");
         row("JCAMP 2D, one frequency", QByteArray(plane).replace("##$SF", "##$SG").replace("13C, 1H", "15N, 1H"),
-            "Format JCAMP-DX | Title n | F2 1H, 100.0000 MHz, 3 points from 0.0300 to 0.0100 ppm, 0.01 ppm "
-            "apart | F1 15N, 10.1368 MHz, 2 points from 4.9325 to 2.4663 ppm, 2.46627 ppm apart | Noise 0 "
-            "around 0 | Peaks 0 picked | Note 0 Hz was taken as 0 ppm: the file names no reference. | Note "
-            "The file names no frequency for F1: 10.136767 MHz of 15N follows from the observe frequency and "
-            "the ratio of the nuclei. | Note 0 Hz was taken as 0 ppm: the file names no reference. | Note "
-            "The row at line 26 says that it lies at -60, by its place that is 25: the rows were placed by "
-            "their count.");
+            R"(Format JCAMP-DX | Title n | F2 1H, 100.0000 MHz, 3 points from 0.0300 to 0.0100 ppm, 0.01 ppm apart | F1 15N, 10.1368 MHz, 2 points from 4.9325 to 2.4663 ppm, 2.46627 ppm apart | Noise 0 around 0 | Peaks 0 picked | Note 0 Hz was taken as 0 ppm: the file names no reference. | Note The file names no frequency for F1: 10.136767 MHz of 15N follows from the observe frequency and the ratio of the nuclei. | Note 0 Hz was taken as 0 ppm: the file names no reference. | Note The row at line 26 says that it lies at -60, by its place that is 25: the rows were placed by their count.)");
         row("JCAMP statements that differ",
             jcamp(hertz + "##$OFFSET= 150\n##$SF= 100\n##$SW_p= 11000\n##.SHIFT REFERENCE= , , 4, 12.5\n", "11000",
                   "1000"),
-            "Format JCAMP-DX | Title t | F2 13C, 100.0000 MHz, 11 points from 150.0000 to 50.0000 ppm, 10 "
-            "ppm apart | Noise 6.08928 around 4 | Peaks 0 picked | Note The file's statements about its axis "
-            "differ: by $OFFSET, $SF, $SW_p the first point lies at 150.0000 ppm, which was taken; by .SHIFT "
-            "REFERENCE it would lie at 42.5000 ppm and the last one -107.5 ppm off.");
+            R"(Format JCAMP-DX | Title t | F2 13C, 100.0000 MHz, 11 points from 150.0000 to 50.0000 ppm, 10 ppm apart | Noise 6.08928 around 4 | Peaks 0 picked | Note The file's statements about its axis differ: by $OFFSET, $SF, $SW_p the first point lies at 150.0000 ppm, which was taken; by .SHIFT REFERENCE it would lie at 42.5000 ppm and the last one -107.5 ppm off.)");
         row("JCAMP width that differs",
             jcamp(hertz + "##$OFFSET= 150\n##$SF= 100\n##$SW_p= 15000\n##.SHIFT REFERENCE= , , 0, 12.5\n", "0",
                   "10000"),
-            "Format JCAMP-DX | Title t | F2 13C, 100.0000 MHz, 11 points from 100.0000 to 0.0000 ppm, 10 ppm "
-            "apart | Noise 4.98888 around 4 | Peaks 0 picked | Note $SW_p and $SF make a width of 150 ppm, "
-            "the table has one of 110 ppm: $OFFSET was not used. | Note .SHIFT REFERENCE names point 0, "
-            "points count from 1: it was not used. | Note 0 Hz was taken as 0 ppm: the file names no "
-            "reference.");
+            R"(Format JCAMP-DX | Title t | F2 13C, 100.0000 MHz, 11 points from 100.0000 to 0.0000 ppm, 10 ppm apart | Noise 4.98888 around 4 | Peaks 0 picked | Note $SW_p and $SF make a width of 150 ppm, the table has one of 110 ppm: $OFFSET was not used. | Note .SHIFT REFERENCE names point 0, points count from 1: it was not used. | Note 0 Hz was taken as 0 ppm: the file names no reference.)");
         row("JCAMP of an odd place",
             jcamp(hertz + "##$OFFSET= 150\n##$SF= 100\n##$SW_p= 12000\n##$SI= 16\n", "0", "10000")
                 .replace("\n0 1", "\n5000 1"),
-            "Format JCAMP-DX | Title t | F2 13C, 100.0000 MHz, 11 points from 150.0000 to 50.0000 ppm, 10 "
-            "ppm apart | Noise 4.98888 around 4 | Peaks 0 picked | Note Line 16 says that it begins at X = "
-            "5000, by its place that is 0: the points were placed by their count.");
+            R"(Format JCAMP-DX | Title t | F2 13C, 100.0000 MHz, 11 points from 150.0000 to 50.0000 ppm, 10 ppm apart | Noise 4.98888 around 4 | Peaks 0 picked | Note Line 16 says that it begins at X = 5000, by its place that is 0: the points were placed by their count.)");
         row("JCAMP peaks in kHz",
             "##TITLE= a µ\n##DATA TYPE= NMR PEAK ASSIGNMENTS\n##.OBSERVE FREQUENCY= 50,5 MHz\n##.OBSERVE NUCLEUS= "
             "^31P\n##XUNITS= KHZ\n"
             "##XFACTOR= 2\n##YFACTOR= 0.5\n##PEAK ASSIGNMENTS= (XYA)\n(1.01, 7, <P1, P2>)\n(-0.505, 9, <>) (0.1, -3, "
             "<c>)\n##END=\n",
-            "Format JCAMP-DX peak list | Title a µ | F2 31P | Peaks 3 | 40.0000 ppm 3.5 P1, P2 | -20.0000 "
-            "ppm 4.5 | 3.9604 ppm -1.5 c | Note 0 Hz was taken as 0 ppm: the file names no reference. | Note "
-            "The comma in ##.OBSERVEFREQUENCY= 50,5 was taken for a decimal point.");
+            R"(Format JCAMP-DX peak list | Title a µ | F2 31P | Peaks 3 | 40.0000 ppm 3.5 P1, P2 | -20.0000 ppm 4.5 | 3.9604 ppm -1.5 c | Note 0 Hz was taken as 0 ppm: the file names no reference. | Note The comma in ##.OBSERVEFREQUENCY= 50,5 was taken for a decimal point.)");
         row("CSDM",
             QByteArray(
-                "{'csdm': {'description': ' a  b ', 'dimensions': ["
-                "{'type': 'linear', 'count': 3, 'increment': '-2e-6', 'coordinates_offset': '5e-6', 'label': '27Al'},"
-                "{'type': 'linear', 'count': 2, 'increment': '0.01', 'coordinates_offset': '0.05', 'complex_fft': "
-                "true, 'description': 'of 17O'}],"
-                "'dependent_variables': [{'type': 'internal', 'numeric_type': 'int16', 'encoding': 'base64', "
-                "'components': ['AQACAAMA//8EAAUA', 'AA==']}, {}]}}")
+                R"({'csdm': {'description': ' a  b ', 'dimensions': [{'type': 'linear', 'count': 3, 'increment': '-2e-6', 'coordinates_offset': '5e-6', 'label': '27Al'},{'type': 'linear', 'count': 2, 'increment': '0.01', 'coordinates_offset': '0.05', 'complex_fft': true, 'description': 'of 17O'}],'dependent_variables': [{'type': 'internal', 'numeric_type': 'int16', 'encoding': 'base64', 'components': ['AQACAAMA//8EAAUA', 'AA==']}, {}]}})")
                 .replace('\'', '"'),
-            "Format CSDM | Title a b | F2 27Al, 100.0000 MHz, 3 points from 5.0000 to 1.0000 ppm, 2 ppm "
-            "apart | F1 17O, 40.0000 MHz, 2 points from 0.0500 to 0.0400 ppm, 0.01 ppm apart | Noise 0 "
-            "around 0 | Peaks 0 picked | Note A dimension names no unit: its small numbers were taken as "
-            "ratios, of which 1e-6 is 1 ppm. | Note A dimension names no unit: it was taken as ppm. | Note "
-            "Of 2 dependent variables the first one was read. | Note Of 2 components the first one was read.");
+            R"(Format CSDM | Title a b | F2 27Al, 100.0000 MHz, 3 points from 5.0000 to 1.0000 ppm, 2 ppm apart | F1 17O, 40.0000 MHz, 2 points from 0.0500 to 0.0400 ppm, 0.01 ppm apart | Noise 0 around 0 | Peaks 0 picked | Note A dimension names no unit: its small numbers were taken as ratios, of which 1e-6 is 1 ppm. | Note A dimension names no unit: it was taken as ppm. | Note Of 2 dependent variables the first one was read. | Note Of 2 components the first one was read.)");
         row("SIMPSON 2D",
             "SIMP\nNP=3\nSW=300\nNI=2\nSW1=800\nREF=-50\nREF1=100\nTYPE=SPE\nDATA\n1 0\n2 0\n9 0\n4 0\n5 0\n6 0\nEND\n",
-            "Format SIMPSON | Title s | F2 100.0000 MHz, 3 points from 0.0000 to -2.0000 ppm, 1 ppm apart | "
-            "F1 40.0000 MHz, 2 points from 2.5000 to -7.5000 ppm, 10 ppm apart | Noise 0 around 0 | Peaks 0 "
-            "picked | Note Hz were divided by 100 MHz; 0 Hz was taken as 0 ppm. | Note Hz were divided by 40 "
-            "MHz; 0 Hz was taken as 0 ppm.");
+            R"(Format SIMPSON | Title s | F2 100.0000 MHz, 3 points from 0.0000 to -2.0000 ppm, 1 ppm apart | F1 40.0000 MHz, 2 points from 2.5000 to -7.5000 ppm, 10 ppm apart | Noise 0 around 0 | Peaks 0 picked | Note Hz were divided by 100 MHz; 0 Hz was taken as 0 ppm. | Note Hz were divided by 40 MHz; 0 Hz was taken as 0 ppm.)");
         row(
             "text in kHz",
             "# 13C, 62.5 MHz\nFrequency (kHz)\tI\n" +
@@ -367,39 +330,28 @@ private Q_SLOTS:
                         text += QByteArray::number(5 - 0.25 * i) + '\t' + (i == 12 ? "50" : i % 2 ? "0" : "1") + '\n';
                     return text;
                 }(),
-            "Format text table | Title s | F2 13C, 100.0000 MHz, 40 points from 50.0000 to -47.5000 ppm, 2.5 "
-            "ppm apart | Noise 0.563436 around 0.5 | Peaks 1 picked | 20.0000 ppm 49.5 | Note Read as a "
-            "spectrum: 40 evenly spaced positions. | Note Column \"I\" was taken as the intensity. | Note "
-            "Positions in kHz were divided by 100 MHz; 0 Hz was taken as 0 ppm.");
+            R"(Format text table | Title s | F2 13C, 100.0000 MHz, 40 points from 50.0000 to -47.5000 ppm, 2.5 ppm apart | Noise 0.563436 around 0.5 | Peaks 1 picked | 20.0000 ppm 49.5 | Note Read as a spectrum: 40 evenly spaced positions. | Note Column "I" was taken as the intensity. | Note Positions in kHz were divided by 100 MHz; 0 Hz was taken as 0 ppm.)");
         row("text, region",
             "# F1LEFT = 40 ppm. F1RIGHT = 20 ppm.\n# F2LEFT = 9 ppm. F2RIGHT = 2 ppm.\n# NROWS = 3\n# NCOLS = 8\n"
                 + heights(24, 13, "\n"),
-            "Format text, region and intensities | Title s | F2 8 points from 9.0000 to 2.0000 ppm, 1 ppm "
-            "apart | F1 3 points from 40.0000 to 20.0000 ppm, 10 ppm apart | Noise 0.563436 around 0.5 | "
-            "Peaks 1 picked | 4.0000 30.0000 ppm 49.5 | Note LEFT and RIGHT were taken as the positions of "
-            "the first and the last point.");
+            R"(Format text, region and intensities | Title s | F2 8 points from 9.0000 to 2.0000 ppm, 1 ppm apart | F1 3 points from 40.0000 to 20.0000 ppm, 10 ppm apart | Noise 0.563436 around 0.5 | Peaks 1 picked | 4.0000 30.0000 ppm 49.5 | Note LEFT and RIGHT were taken as the positions of the first and the last point.)");
         row("publication",
             "Lit.\n31P{1H} NMR (162 MHz, MAS): δ = 12,5 (d, 2J = 30 Hz, 2P, P-1); \u221225,25 to -24,75 (m, 1P) and 3 "
             "(br s, 12P).\nEI-MS 123.4.",
-            "Format text of a publication | Title s | F2 31P | Peaks 3 | 12.5000 ppm 1 counted 2 times P-1 | "
-            "-25.0000 ppm 1 | 3.0000 ppm 1 counted 12 times | Note Read as the list of 3 shifts of a "
-            "publication. | Note Ranges of shifts were replaced by their middles. | Note What follows the "
-            "full stop was left out: \"EI-MS 123.4.\".");
+            R"(Format text of a publication | Title s | F2 31P | Peaks 3 | 12.5000 ppm 1 counted 2 times P-1 | -25.0000 ppm 1 | 3.0000 ppm 1 counted 12 times | Note Read as the list of 3 shifts of a publication. | Note Ranges of shifts were replaced by their middles. | Note What follows the full stop was left out: "EI-MS 123.4.".)");
         Files files = bruker2D();
         files[u"pdata/1/title"_s] = "\n \n a b \nc";
         files[u"pdata/12/1r"_s] = files[u"pdata/3/2rr"_s] = "x";
         files[u"acqu2s"_s] = parameters({{"NUC1", "<15N>"}});
-        check("Bruker", files, u"pdata/1/2rr"_s,
-              "Format Bruker | Title a b | F2 1H, 100.0000 MHz, 6 points from 4.5000 to 2.0000 ppm, 0.5 ppm "
-              "apart | F1 15N, 100.0000 MHz, 5 points from 30.0000 to 28.0000 ppm, 0.5 ppm apart | Noise 0 "
-              "around 28 | Peaks 0 picked | Note Processing 1 was read; there are also 3, 12.");
+        check(
+            "Bruker", files, u"pdata/1/2rr"_s,
+            R"(Format Bruker | Title a b | F2 1H, 100.0000 MHz, 6 points from 4.5000 to 2.0000 ppm, 0.5 ppm apart | F1 15N, 100.0000 MHz, 5 points from 30.0000 to 28.0000 ppm, 0.5 ppm apart | Noise 0 around 28 | Peaks 0 picked | Note Processing 1 was read; there are also 3, 12.)");
         const QString list = u"pdata/1/peaklist.xml"_s;
-        files[list] = "<?xml version='1.0'?><PeakList><PeakList2D><Peak2D F1='60' F2='3.5' "
-                      "intensity='2' annotation='a'/></PeakList2D><PeakList2D>"
-                      "<Peak2D F1='50' F2='2.5' intensity='4'/></PeakList2D></PeakList>";
-        check("Bruker peaks", files, list,
-              "Format Bruker peak list | Title a b | F2 1H | F1 15N | Peaks 2 | 3.5000 60.0000 ppm 2 a | "
-              "2.5000 50.0000 ppm 4 | Note The file has 2 lists, their peaks were joined.");
+        files[list] =
+            R"(<?xml version='1.0'?><PeakList><PeakList2D><Peak2D F1='60' F2='3.5' intensity='2' annotation='a'/></PeakList2D><PeakList2D><Peak2D F1='50' F2='2.5' intensity='4'/></PeakList2D></PeakList>)";
+        check(
+            "Bruker peaks", files, list,
+            R"(Format Bruker peak list | Title a b | F2 1H | F1 15N | Peaks 2 | 3.5000 60.0000 ppm 2 a | 2.5000 50.0000 ppm 4 | Note The file has 2 lists, their peaks were joined.)");
     }
 
     /// Their highest points, computed from the peak lists that the lines stand for.
@@ -458,8 +410,7 @@ private Q_SLOTS:
             {table(2, "2 1 1234\n").chopped(10), "?8: the file ends within this line, ##END= was expected"},
             {table(12, "12 1 2 3\n3 4 5 6\n"), "?9: the data end after 6 points where 12 were announced"},
             {table(30, "30 1 1 1 1 1 1 1 1 1 1\n10 1 1 1 1 1 1 1 1 1 1\n").replace("##NPOINTS= 30\n", ""),
-             "?8: the record ##NPOINTS= is missing, and of the 20 points that the table holds the one here "
-             "would lie at 14.73684211, not at 10 as the line says"},
+             R"(?8: the record ##NPOINTS= is missing, and of the 20 points that the table holds the one here would lie at 14.73684211, not at 10 as the line says)"},
             {table(6, "6 1 2 3\n3 4 5 6\n").replace("##LASTX= 1", "##DELTAX= 1"),
              "?9: by ##DELTAX= this line begins at X = 9, it says 3"},
             {table(4, "4AZ00000000000000\n"),
@@ -471,8 +422,7 @@ private Q_SLOTS:
             {"# LEFT = 9 ppm. RIGHT = 0 ppm.\n# SIZE = 1e300\n1\n2\n", "/s: 0 × 1 points cannot be"},
             {"shift,count\n9,100000\n8,100000\n7,1\n", "?4: more than 200000 peaks are too many"},
             {QByteArray("\177ELF\0\0", 6),
-             "/s: this is no measurement that can be read: expected a Bruker folder or its file 1r or 2rr, JCAMP-DX, "
-             "CSDM, SIMPSON or text with ppm and intensity"},
+             R"(/s: this is no measurement that can be read: expected a Bruker folder or its file 1r or 2rr, JCAMP-DX, CSDM, SIMPSON or text with ppm and intensity)"},
 
             {table(3, "3 1 ? 2\n"), "?8: a point has no ordinate (\"?\"), a number was expected"},
             {table(3, "3J1\n"), "?8: the line begins with a difference, an ordinate was expected"},
@@ -490,19 +440,16 @@ private Q_SLOTS:
              "?1: the block that begins here has no record ##XUNITS="},
             {table(3, "3 1 2 3\n").replace("PPM", "SECONDS"), "?3: expected X values in HZ or PPM, found \"SECONDS\""},
             {table(3, "3 1 2 3\n").replace("PPM", "KHZ"),
-             "?1: X values in Hz need the record ##.OBSERVE FREQUENCY=, or the frequency of 0 ppm in MHz must be "
-             "given"},
+             R"(?1: X values in Hz need the record ##.OBSERVE FREQUENCY=, or the frequency of 0 ppm in MHz must be given)"},
             {jcamp(hertz).replace("= 100\n", "= -100 MHz\n"), "?6: expected a frequency in MHz, found -100"},
             {jcamp(ppm).replace("(X++(Y..Y))", "(X++(R..R))"),
              "?11: expected a table (X++(Y..Y)), found \"(X++(R..R))\""},
             {jcamp(ppm, "95", "85").replace("YFACTOR= 2", "YFACTOR= 1e308"),
              "?11: an ordinate times its factor (1e+308) is too large"},
             {jcamp(hertz).replace("NMR SPECTRUM", "NMR FID"),
-             "?1: this is an FID, a spectrum was expected: transform it with the spectrometer's software and "
-             "export the spectrum"},
+             R"(?1: this is an FID, a spectrum was expected: transform it with the spectrometer's software and export the spectrum)"},
             {jcamp(hertz).replace("NMR SPECTRUM", "MASS SPECTRUM"),
-             "/s: expected a block with the data type \"NMR SPECTRUM\" and a table, or one with peaks, found \"MASS "
-             "SPECTRUM\""},
+             R"(/s: expected a block with the data type "NMR SPECTRUM" and a table, or one with peaks, found "MASS SPECTRUM")"},
             {"##TITLE= t\n##DATA TYPE= NMR SPECTRUM\n##END=\n",
              "?1: the spectrum that begins here has no table (X++(Y..Y)) or (XY..XY)"},
             {"##JCAMP-DX= 5\n##END=\n", "/s: a JCAMP-DX file was expected, no record ##TITLE= was found"},
@@ -549,8 +496,7 @@ private Q_SLOTS:
             {"2rr", "", "",
              ": no processed data were found here: expected a file 1r or 2rr, in this folder or in pdata/1"},
             {"2rr", "\xf9", "",
-             "/pdata/1/2rr: the file has 174 bytes where the parameters (SI = 6 × 5, XDIM = 4 × 2, 4 bytes a point) "
-             "make 192"},
+             R"(/pdata/1/2rr: the file has 174 bytes where the parameters (SI = 6 × 5, XDIM = 4 × 2, 4 bytes a point) make 192)"},
             {"proc2s", "##$OFFSET=", "##$O=", "/pdata/1/proc2s: the parameter OFFSET is missing"},
             {"procs", "SI= 6", "SI= 1000000000",
              "/pdata/1/procs, line 6: SI: expected 2 to 268435456 points, found 1000000000"},
@@ -569,8 +515,7 @@ private Q_SLOTS:
             {"proc2s", "SI= 5", "SI= 1", "/pdata/1/proc2s, line 6: SI: expected 2 to 268435456 points, found 1"},
             {"procs", "SI= 6", "SI= six", "/pdata/1/procs, line 6: expected a number for SI, found \"six\""},
             {"proc2s", "##$SI= 5", "##$FT_mod= 0\n##$FTSIZE= 0\n##$SI= 5",
-             "/pdata/1/proc2s, line 6: FT_mod: F1 was not Fourier-transformed, so this is a series of spectra and no "
-             "2D spectrum: extract the row that you want as a 1D spectrum (rsr in TopSpin)"}};
+             R"(/pdata/1/proc2s, line 6: FT_mod: F1 was not Fourier-transformed, so this is a series of spectra and no 2D spectrum: extract the row that you want as a 1D spectrum (rsr in TopSpin))"}};
         for (const auto &[file, from, to, message] : folders) {
             Files files = bruker2D();
             const QString path = u"pdata/1/"_s + QLatin1String(file);

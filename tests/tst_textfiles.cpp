@@ -4,10 +4,6 @@
 #include "formats/SpectrumReader.h"
 #include "formats/TextReader.h"
 
-#include <QtTest>
-
-#include <cmath>
-
 using namespace Workbench;
 using namespace Qt::StringLiterals;
 
@@ -83,8 +79,8 @@ QByteArray csdm(const QByteArray &dimensions, const QByteArray &variable)
         + variable + "}]}}";
 }
 
-const QByteArray hertzAxis = quoted("{'type': 'linear', 'count': 8, 'increment': '100 Hz', 'coordinates_offset': '-0.4 "
-                                    "kHz', 'origin_offset': '100 MHz', 'label': '13C'}");
+const QByteArray hertzAxis = quoted(
+    R"({'type': 'linear', 'count': 8, 'increment': '100 Hz', 'coordinates_offset': '-0.4 kHz', 'origin_offset': '100 MHz', 'label': '13C'})");
 const QByteArray eightNumbers = quoted(
     "'type': 'internal', 'numeric_type': 'float64', 'encoding': 'none', 'components': [[1, 2, 3, 4, 5, 6, 70, 8]]");
 
@@ -334,11 +330,11 @@ private Q_SLOTS:
         row("##TITLE= file\n##DATA TYPE= NMR PEAK TABLE\n##.OBSERVE NUCLEUS= ^13C\n##.OBSERVE FREQUENCY= 100\n"
             "##XUNITS= PPM\n##YUNITS= ARB\n##NPOINTS= 2\n##PEAK TABLE= (XY..XY)\n173.2, 5\n55.1, 3\n##END=\n",
             1, {{173.2, 0, 5}, {55.1, 0, 3}});
-        row(quoted("<?xml version='1.0'?><PeakList><PeakList1D><Peak1D F1='173.2' intensity='2.5' type='0' "
-                   "annotation='C1'/> <Peak1D F1='55.1' intensity='1' type='0'/></PeakList1D></PeakList>"),
+        row(quoted(
+                R"(<?xml version='1.0'?><PeakList><PeakList1D><Peak1D F1='173.2' intensity='2.5' type='0' annotation='C1'/> <Peak1D F1='55.1' intensity='1' type='0'/></PeakList1D></PeakList>)"),
             1, {{173.2, 0, 2.5, u"C1"_s}, {55.1, 0, 1}});
-        row(quoted("<?xml version='1.0'?><PeakList><PeakList2D><Peak2D F1='60' F2='3.5' intensity='2' annotation=''/> "
-                   "</PeakList2D></PeakList>"),
+        row(quoted(
+                R"(<?xml version='1.0'?><PeakList><PeakList2D><Peak2D F1='60' F2='3.5' intensity='2' annotation=''/> </PeakList2D></PeakList>)"),
             2, {{3.5, 60, 2}});
     }
 
@@ -429,11 +425,10 @@ private Q_SLOTS:
         };
         const auto foreign = [](const QByteArray &name) {
             return ": this is data of " + name
-                + ", which cannot be read here: open it in the software that it belongs to and export the processed "
-                  "spectrum as JCAMP-DX (.jdx) or as text with ppm and intensity";
+                + R"(, which cannot be read here: open it in the software that it belongs to and export the processed spectrum as JCAMP-DX (.jdx) or as text with ppm and intensity)";
         };
-        const QByteArray nothing = ": this is no measurement that can be read: expected a Bruker folder or its file 1r "
-                                   "or 2rr, JCAMP-DX, CSDM, SIMPSON or text with ppm and intensity";
+        const QByteArray nothing =
+            R"(: this is no measurement that can be read: expected a Bruker folder or its file 1r or 2rr, JCAMP-DX, CSDM, SIMPSON or text with ppm and intensity)";
         QByteArrayList lines = table({}, "ppm,intensity\n").split('\n');
         const auto changed = [&](int line, const QByteArray &text) {
             QByteArrayList copy = lines;
@@ -444,13 +439,11 @@ private Q_SLOTS:
         row(", line 22: expected 2 fields as in the lines before, found 1", changed(21, "89.5"));
         row(", line 22: expected 2 fields as in the lines before, found 3", changed(21, "89.5,1,2"));
         row(", line 23: the points are not evenly spaced: 89.5 follows 90.5 where the step is -0.5", changed(21, ""));
-        row(", line 2: the positions are in Hz: the frequency of 0 ppm in MHz is needed to make ppm of them and must "
-            "be given",
+        row(R"(, line 2: the positions are in Hz: the frequency of 0 ppm in MHz is needed to make ppm of them and must be given)",
             table({}, "Hz,intensity\n"));
         row(", line 2: the positions are frequencies without a unit: ppm, Hz or kHz must be given",
             table({}, "frequency,intensity\n"));
-        row(", line 1: the first column counts the points, a position in ppm or Hz was expected; if these are "
-            "positions, say so in a header line \"ppm,intensity\"",
+        row(R"(, line 1: the first column counts the points, a position in ppm or Hz was expected; if these are positions, say so in a header line "ppm,intensity")",
             columns("ny"));
         row(", line 1: 5 columns of numbers need a header line that names them, such as \"ppm,intensity\"",
             columns("xyiii"));
@@ -482,8 +475,8 @@ private Q_SLOTS:
             simpson("TYPE=SPE\n"));
         row(": expected TYPE=SPE, found \"FID\": transform the FID (fft) and save the spectrum", simpson("TYPE=FID\n"));
         row(", line 1: peaks of one and of two dimensions are mixed",
-            quoted("<?xml version='1.0'?><PeakList><Peak1D F1='1' intensity='1'/><Peak2D F1='1' F2='1' intensity='1'/> "
-                   "</PeakList>"));
+            quoted(
+                R"(<?xml version='1.0'?><PeakList><Peak1D F1='1' intensity='1'/><Peak2D F1='1' F2='1' intensity='1'/> </PeakList>)"));
         row(foreign("JEOL Delta (.jdf)"), QByteArray("JEOL.NMR\0\0", 10));
         row(": this is a calculation (MAGRES), a measurement was expected",
             "#$magres-abinitio-v1.0\n[atoms]\natom H H 1 0 0 0\n");
@@ -492,11 +485,9 @@ private Q_SLOTS:
         row(nothing, quoted("\n{'spectra': [{'x': [1, 2, 3], 'y': [4, 5, 6]}]}"));
         row(nothing, "<?xml version='1.0'?>\n<nmrML>\n1 2\n3 4\n</nmrML>\n");
         row(foreign("ssNake"), quoted("{'dataReal': [1, 2], 'freq': [1]}"));
-        row(", line 1: four columns without names were expected to be number, intensity, Hz and ppm; a header line "
-            "such as \"ppm,intensity\" tells what they are",
+        row(R"(, line 1: four columns without names were expected to be number, intensity, Hz and ppm; a header line such as "ppm,intensity" tells what they are)",
             "1 2 3 4.5\n2 3 4 5.5\n3 4 5 7.5\n");
-        row(", line 2: a single column of numbers without a name: intensities have no axis here; if these are "
-            "positions of peaks, say so in a header line \"ppm\"",
+        row(R"(, line 2: a single column of numbers without a name: intensities have no axis here; if these are positions of peaks, say so in a header line "ppm")",
             "\n" + QByteArray("1.5\n").repeated(257));
         for (const QByteArray count : {"0", "1.5", "100001"})
             row(", line 3: expected a count of sites from 1 on, found " + count,
@@ -543,8 +534,7 @@ private Q_SLOTS:
             values("none", "base64").replace("[[1, 2, 3, 4, 5, 6, 70, 8]]", "[\"AAA=\"]"));
         row(": value 6 is no number", values("70", "null"));
         row(": byte 10: object is missing after a comma", quoted("{'csdm': }"));
-        row(": the dimension is in Hz and has no origin_offset: the frequency of 0 ppm in MHz is needed to make ppm of "
-            "it and must be given",
+        row(R"(: the dimension is in Hz and has no origin_offset: the frequency of 0 ppm in MHz is needed to make ppm of it and must be given)",
             number("origin_offset", "other"));
     }
     /// Data of other software, known by their names and their files, and what to do with them.
