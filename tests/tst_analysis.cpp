@@ -233,6 +233,9 @@ private Q_SLOTS:
                              .arg(distance, 0, 'f', 3));
         QCOMPARE(found.join(u", "_s),
                  u"1 (-1 0 0) 1.500, 2 (0 0 -1) 3.640, 2 (0 0 0) 4.000, 1 (0 0 0) 4.717"_s); // numpy
+        const auto far = nearestContacts(molecule, 1, 14.5, 1000);
+        const auto sum = [](double before, const Contact &contact) { return before + contact.distance; };
+        QVERIFY(far.size() == 177 && isNear(std::accumulate(far.begin(), far.end(), 0.0, sum), 1914.84606));
         for (int atom : {-1, 3, 4})
             QVERIFY(nearestContacts(molecule, atom, 9, 9).empty());
         molecule.cell->at(3) = {2, 6, 0}; // flat

@@ -17,6 +17,7 @@
 
 #include <numbers>
 #include <numeric>
+#include <set>
 
 using namespace Qt::StringLiterals;
 using namespace Workbench;
@@ -67,21 +68,28 @@ double leastSquares(const std::vector<ComparedSite> &sites, const std::vector<Me
     return Agreement::of(sites, lines, of, {}).leastSquares;
 }
 
-/// Over every way to give each site a line that `isAllowed`.
-double leastOfAll(const std::vector<ComparedSite> &sites, const std::vector<MeasuredLine> &lines,
-                  const std::function<bool(const std::vector<std::vector<int>> &)> &isAllowed)
+/// Every way to give each of so many sites a line.
+template <typename Call>
+void eachWay(std::size_t sites, std::size_t lines, Call call)
+{
+    std::vector<std::vector<int>> of(sites, {0});
+    for (std::size_t i = 0; i < sites;) {
+        call(of);
+        for (i = 0; i < sites && ++of[i][0] == int(lines); ++i)
+            of[i][0] = 0;
+    }
+}
+
+/// Over every way that `isAllowed`.
+template <typename Condition>
+double leastOfAll(const std::vector<ComparedSite> &sites, const std::vector<MeasuredLine> &lines, Condition isAllowed)
 {
     double least = 1e300;
-    std::vector<std::vector<int>> of(sites.size(), {0});
-    for (;;) {
+    eachWay(sites.size(), lines.size(), [&](const std::vector<std::vector<int>> &of) {
         if (isAllowed(of))
             least = std::min(least, leastSquares(sites, lines, of));
-        std::size_t i = 0;
-        while (i < of.size() && ++of[i][0] == int(lines.size()))
-            of[i++][0] = 0;
-        if (i == of.size())
-            return least;
-    }
+    });
+    return least;
 }
 
 std::vector<int> nucleiOfLines(const std::vector<ComparedSite> &sites, const std::vector<std::vector<int>> &of,
@@ -307,19 +315,26 @@ private Q_SLOTS:
         QCOMPARE(unique.warnings.size(), 1);
     }
 
-    /// Dynamic programming and alternation against every contiguous split.
-    void overlap()
+    /// Fewer lines than sites, as many, and more, against every way: each site and each line has one, or as many lines
+    /// as are left over have none, if these may be.
+    void placesAlone()
     {
         Random random(11);
-        for (int trial = 0; trial < 150; ++trial) {
-            const int m = 1 + random.below(5), n = m + random.below(8 - m);
+        for (int trial = 0; trial < 250; ++trial) {
+            const int n = 1 + random.below(trial % 2 ? 4 : 7), m = 1 + random.below(trial % 2 ? 7 : std::min(n, 5)),
+                      more = std::max(m - n, 0);
             const auto sites = sitesOf(uniform(random, n, 0, 60));
             const auto lines = linesOf(uniform(random, m, 100, 160));
-            const LinePairing pairing = LinePairing::of(sites, lines, {});
-            QCOMPARE(pairing.mode, m == n ? LinePairing::Mode::Equal : LinePairing::Mode::Overlap);
+            if (more > 0) {
+                const QByteArray refusal = failure([&] { LinePairing::of(sites, lines, {-1.0, more - 1}); });
+                QVERIFY2(refusal.contains(QByteArray::number(m)) && refusal.contains(QByteArray::number(n)), refusal);
+            }
+            const LinePairing pairing = LinePairing::of(sites, lines, {-1.0, more});
+            QVERIFY(more > 0 || pairing.mode == (m == n ? LinePairing::Mode::Equal : LinePairing::Mode::Overlap));
+            QCOMPARE(int(pairing.leftOut.size()), more);
             const double least = leastOfAll(sites, lines, [&](const auto &of) {
                 const auto nuclei = nucleiOfLines(sites, of, lines.size());
-                return std::count(nuclei.begin(), nuclei.end(), 0) == 0;
+                return std::count(nuclei.begin(), nuclei.end(), 0) == more;
             });
             QVERIFY(isClose(leastSquares(sites, lines, pairing.linesOf), least));
         }
@@ -361,25 +376,6 @@ private Q_SLOTS:
             }
         }
         QVERIFY(shared > 75 && refused > 10);
-    }
-
-    void moreLinesThanSites()
-    {
-        Random random(13);
-        for (int trial = 0; trial < 100; ++trial) {
-            const int n = 1 + random.below(4), m = n + 1 + random.below(3);
-            const auto sites = sitesOf(uniform(random, n, 0, 60));
-            const auto lines = linesOf(uniform(random, m, 100, 160));
-            const QByteArray refusal = failure([&] { LinePairing::of(sites, lines, {-1.0, m - n - 1}); });
-            QVERIFY2(refusal.contains(QByteArray::number(m)) && refusal.contains(QByteArray::number(n)), refusal);
-            const LinePairing pairing = LinePairing::of(sites, lines, {-1.0, m - n});
-            QCOMPARE(int(pairing.leftOut.size()), m - n);
-            const double least = leastOfAll(sites, lines, [&](const auto &of) {
-                const auto nuclei = nucleiOfLines(sites, of, lines.size());
-                return std::count(nuclei.begin(), nuclei.end(), 1) == n;
-            });
-            QVERIFY(isClose(leastSquares(sites, lines, pairing.linesOf), least));
-        }
     }
 
     void assignedLines()
@@ -559,18 +555,13 @@ private Q_SLOTS:
                                     calculated[std::size_t(k % n)][1] + 172 + 2.2 * normal(random)});
             const CrossPeakPairing pairing = CrossPeakPairing::of(calculated, measured, options);
             double least = 1e300;
-            std::vector<int> lines(std::size_t(n), 0);
-            for (bool more = true; more;) {
-                std::vector<int> taken(std::size_t(m), 0);
-                for (int line : lines)
-                    ++taken[std::size_t(line)];
-                if (std::count(taken.begin(), taken.end(), 0) == std::max(m - n, 0))
+            eachWay(calculated.size(), measured.size(), [&](const std::vector<std::vector<int>> &of) {
+                std::vector<int> lines;
+                for (const auto &own : of)
+                    lines.push_back(own[0]);
+                if (int(std::set(lines.begin(), lines.end()).size()) == std::min(m, n))
                     least = std::min(least, squares(calculated, measured, lines));
-                std::size_t i = 0;
-                while (i < lines.size() && ++lines[i] == m)
-                    lines[i++] = 0;
-                more = i < lines.size();
-            }
+            });
             const double found = squares(calculated, measured, pairing.lineOf);
             QVERIFY(found >= least - 1e-9);
             missed += found > least + 1e-9;

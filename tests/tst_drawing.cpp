@@ -223,37 +223,30 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
             view.setPacking({Packing::Contents::Molecules, {1, alongB, 1}});
             const QPointF edges[] = {{140, 0}, {35, -84}, {17.5, 35}}; // pixels
             const QPointF origin = view.atomPosition(0);
-            QList<QLineF> pieces, coloured;
+            QList<QLineF> pieces[2]; // grey, coloured
             QPointF letters[4];
             for (const QString &shape : drawn(view)) {
                 const QStringList words = shape.split(u' ');
-                const auto number = [&](int i) { return words[i].toDouble(); };
+                const auto point = [&](int i) { return QPointF(words[i].toDouble(), words[i + 1].toDouble()); };
                 if (words[0] == u"line")
-                    (words[1].endsWith(u":1.4") ? coloured : pieces)
-                        .append({number(2), number(3), number(4), number(5)});
-                const qsizetype letter =
-                    QStringList{u"#707882"_s, u"#c62828"_s, u"#2e7d32"_s, u"#1565c0"_s}.indexOf(words.value(2));
+                    pieces[words[1].endsWith(u":1.4")].append({point(2), point(4)});
+                const auto letter = u"#707882 #c62828 #2e7d32 #1565c0"_s.split(u' ').indexOf(words.value(2));
                 if (words[0] == u"path" && letter >= 0)
-                    letters[letter] = {number(3), number(4)};
+                    letters[letter] = point(3);
             }
-            QCOMPARE(coloured.size(), 3 * 24);
-            QCOMPARE(pieces.size(), 24 * 12 * alongB - 3 * 24);
-            for (int axis = 0; axis < 3; ++axis) {
+            QCOMPARE(pieces[1].size(), 3 * 24);
+            QCOMPARE(pieces[0].size(), 24 * 12 * alongB - 3 * 24);
+            for (int axis = 0; axis < 3; ++axis)
                 for (int corner = 0; corner < 4 * alongB; ++corner) {
                     const QPointF start = origin + edges[(axis + 1) % 3] * (corner & 1)
-                        + edges[(axis + 2) % 3] * (corner >> 1 & 1) + edges[1] * (corner >> 2);
-                    const auto isPiece = [&](const QLineF &piece) { // one of 24 on the way to the other end
+                        + edges[(axis + 2) % 3] * (corner >> 1 & 1) + edges[1] * (corner >> 2),
+                                  step = edges[axis] / 24;
+                    int count = 0; // of 24 on the way to the other end, of each cell
+                    for (const QLineF &piece : pieces[corner == 0])
                         for (int i = 0; i < 24; ++i)
-                            if (isNear(piece.p1(), start + edges[axis] * i / 24)
-                                && isNear(piece.p2(), start + edges[axis] * (i + 1) / 24))
-                                return true;
-                        return false;
-                    };
-                    const QList<QLineF> &those = corner == 0 ? coloured : pieces;
-                    const auto count = std::count_if(those.begin(), those.end(), isPiece);
+                            count += isNear(piece.p1(), start + step * i) && isNear(piece.p2(), start + step * (i + 1));
                     QVERIFY2(count == 24 || count == 48, qPrintable(u"%1 %2: %3"_s.arg(axis).arg(corner).arg(count)));
                 }
-            }
             const QPointF middle = (edges[0] + edges[1] + edges[2]) / 2;
             for (int i = 0; i < 4; ++i) {
                 const QPointF corner = i == 0 ? QPointF() : edges[i - 1];
@@ -269,17 +262,12 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
     /// without a cell by the greatest extents. By numpy, in Angstrom from the first atom.
     void startOrientations()
     {
-        const auto positions = [](const MoleculeView &view) {
-            QList<QPointF> places;
-            const QPointF first = view.atomPosition(0);
-            for (int atom = 1; atom < 4; ++atom)
-                places.append((view.atomPosition(atom) - first) / 70);
-            return places;
-        };
-        const auto compare = [&](const MoleculeView &view, const QList<QPointF> &expected) {
-            for (int i = 0; i < 3; ++i)
-                QVERIFY2(isNear(positions(view)[i], {expected[i].x(), -expected[i].y()}, 1e-3),
-                         qPrintable(u"%1: %2 %3"_s.arg(i).arg(positions(view)[i].x()).arg(-positions(view)[i].y())));
+        const auto compare = [](const MoleculeView &view, const QList<QPointF> &expected) {
+            for (int i = 0; i < 3; ++i) {
+                const QPointF place = (view.atomPosition(i + 1) - view.atomPosition(0)) / 70;
+                QVERIFY2(isNear(place, {expected[i].x(), -expected[i].y()}, 1e-3),
+                         qPrintable(u"%1: %2 %3"_s.arg(i).arg(place.x()).arg(-place.y())));
+            }
         };
         Molecule crystal;
         crystal.atoms = {{6, {0, 0, 0}, true}, {8, {1, 0, 0}, true}, {7, {0, 1, 0}, true}, {14, {0, 0, 1}, true}};
@@ -389,16 +377,13 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
 
     void elements()
     {
-        const auto is = [](int element, const char *symbol, const QColor &color, double radius) {
-            return ElementStyle::symbol(element) == QLatin1String(symbol) && ElementStyle::color(element) == color
-                && ElementStyle::ballRadius(element) == radius;
-        };
-        QVERIFY(is(0, "?", 0xa0a0a0, 0.22) && is(1, "H", 0xffffff, 0.22) && is(2, "He", 0xd9ffff, 0.22));
-        QVERIFY(is(3, "Li", 0xcc80ff, 0.33) && is(10, "Ne", 0xb3e3f5, 0.33) && is(11, "Na", 0xab5cf2, 0.40));
-        QVERIFY(is(18, "Ar", 0x80d1e3, 0.40) && is(19, "K", 0x8f40d4, 0.44) && is(36, "Kr", 0x5cb8d1, 0.44));
-        QVERIFY(is(37, "Rb", 0x702eb0, 0.48) && is(54, "Xe", 0x429eb0, 0.48) && is(55, "Cs", 0x57178f, 0.52));
-        QVERIFY(is(95, "Am", 0x545cf2, 0.52) && is(96, "Cm", 0xa0a0a0, 0.52) && is(118, "Og", 0xa0a0a0, 0.52));
-        QVERIFY(is(119, "?", 0xa0a0a0, 0.52) && is(-1, "?", 0xa0a0a0, 0.22));
+        QString all;
+        for (int element : {-1, 0, 1, 2, 3, 10, 11, 18, 19, 36, 37, 54, 55, 95, 96, 118, 119})
+            all += u"%1 %2 %3, "_s.arg(ElementStyle::symbol(element), ElementStyle::color(element).name())
+                       .arg(ElementStyle::ballRadius(element));
+        QCOMPARE(
+            all,
+            u"? #a0a0a0 0.22, ? #a0a0a0 0.22, H #ffffff 0.22, He #d9ffff 0.22, Li #cc80ff 0.33, Ne #b3e3f5 0.33, Na #ab5cf2 0.4, Ar #80d1e3 0.4, K #8f40d4 0.44, Kr #5cb8d1 0.44, Rb #702eb0 0.48, Xe #429eb0 0.48, Cs #57178f 0.52, Am #545cf2 0.52, Cm #a0a0a0 0.52, Og #a0a0a0 0.52, ? #a0a0a0 0.52, "_s);
     }
 
     // --- plots
@@ -418,14 +403,8 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         options.sticks = true;
         options.legend = false;
         item.plot()->setOptions(options);
-        const QCPAxis *x = nullptr, *y = nullptr;
-        const auto shapes = [&] {
-            const QStringList all = drawn(item);
-            x = item.plot()->xAxis;
-            y = item.plot()->yAxis;
-            return all;
-        };
-        QStringList all = shapes();
+        QStringList all = drawn(item);
+        const QCPAxis *x = item.plot()->xAxis, *y = item.plot()->yAxis;
         QCOMPARE(x->range(), QCPRange(10, 70));
         QVERIFY(x->coordToPixel(70) < x->coordToPixel(10) && y->coordToPixel(1) < y->coordToPixel(0));
         QCOMPARE(x->label(), u"¹³C chemical shift / ppm"_s);
@@ -463,7 +442,7 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         VERIFY_DRAWN(all.filter(u"#90969e"_s), leaders);
 
         item.plot()->scaleIntensity(0.5); // each about its base line
-        all = shapes();
+        all = drawn(item);
         const QPolygonF half{{55, 1.12}, {45, 1.62}, {35, 1.245}};
         VERIFY_DRAWN(all, u"polyline #d55e00:1 "_s, x, y, {half});
         item.plot()->scaleIntensity(2);
@@ -474,7 +453,7 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         options.traces[first] = {2, 0.25, 3};
         options.labels = false;
         item.plot()->setOptions(options);
-        all = shapes();
+        all = drawn(item);
         const auto higher = [](QPolygonF line, double scale, double base) {
             for (QPointF &p : line)
                 p.setY(scale * p.y() + base);
@@ -489,7 +468,7 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
                  (QStringList{u"one"_s, u"two (1 of 2 peaks beyond its range)"_s, u"list"_s}));
         QVERIFY(all.filter(u"#90969e"_s).isEmpty() && all.filter(u"line #96"_s).isEmpty()); // neither labels nor sticks
         item.plot()->scaleIntensity(3);
-        all = shapes();
+        all = drawn(item);
         VERIFY_DRAWN(all, u"polyline #cc79a7:1 "_s, x, y, {higher(one, 6, 0.25 - 12 / 9.)});
         VERIFY_DRAWN(all, u"line #d55e00:1.4:3 "_s, x, y, {{{20, 0}, {20, 3}}});
     }
@@ -612,7 +591,12 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         QCOMPARE(plot.fullSize(), QSize(840, 520));
         plot.setGeometry(0, 0, 840, 520);
         plot.replot();
-        const auto range = [&](int rect, QCPAxis::AxisType axis) { return plot.axisRect(rect)->axis(axis)->range(); };
+        QStringList ranges;
+        for (int rect : {0, 2})
+            for (QCPAxis::AxisType type : {QCPAxis::atBottom, QCPAxis::atLeft}) {
+                const QCPRange range = plot.axisRect(rect)->axis(type)->range();
+                ranges.append(u"%1 %2"_s.arg(range.lower).arg(range.upper));
+            }
         QCOMPARE(plot.axisRectCount(), 4);
         QStringList graphs;
         for (int i = 0; i < plot.plottableCount(); ++i) {
@@ -631,12 +615,7 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
                          u"0 20:20.5 40:39.8 60:57.5 100:101 points 6"_s, u"2 20:-0.5 40:0.2 60:2.5 100:-1 points 6"_s,
                          u"1 4.999:4.999 5.001:5.001 line 2"_s, u"3 4.999:0 5.001:0 line 1"_s, u"1 5:5 points 6"_s,
                          u"3 5:0 points 6"_s, u"0 60:57.5 points 12"_s, u"2 60:2.5 points 12"_s}));
-        const QCPRange shifts(15.14, 105.86);
-        const auto isRange = [](const QCPRange &a, const QCPRange &b) {
-            return std::abs(a.lower - b.lower) + std::abs(a.upper - b.upper) < 1e-9;
-        };
-        QVERIFY(isRange(range(0, QCPAxis::atBottom), shifts) && isRange(range(0, QCPAxis::atLeft), shifts));
-        QVERIFY(isRange(range(2, QCPAxis::atBottom), shifts) && isRange(range(2, QCPAxis::atLeft), {-3.125, 3.125}));
+        QCOMPARE(ranges, (QStringList{u"15.14 105.86"_s, u"15.14 105.86"_s, u"15.14 105.86"_s, u"-3.125 3.125"_s}));
         QStringList names;
         for (int i = 0; i < plot.itemCount(); ++i) {
             const auto *name = qobject_cast<QCPItemText *>(plot.item(i));

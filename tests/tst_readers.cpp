@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "Failure.h"
 #include "formats/BrukerReader.h"
+#include "formats/CsdmFile.h"
 #include "formats/JcampReader.h"
 #include "formats/MeasurementReport.h"
 #include "formats/SpectrumReader.h"
@@ -102,6 +103,32 @@ QByteArray binary(const std::vector<Number> &values, bool bigEndian)
     return bytes;
 }
 
+/// JSON with apostrophes for quotation marks.
+QByteArray csdm(const QByteArray &dimensions, const QByteArray &variable)
+{
+    QByteArray text = "{'csdm': {'version': '1.0', 'dimensions': [" + dimensions + "], 'dependent_variables': [{";
+    return (text += variable + "}]}}").replace('\'', '"');
+}
+
+/// The middle, at 100 MHz, is 0 Hz and 0 ppm; the highest of eight numbers is two steps of 1 ppm above it.
+const QByteArray hertzAxis =
+    R"({'type': 'linear', 'count': 8, 'increment': '100 Hz', 'coordinates_offset': '-0.4 kHz', 'origin_offset': '100 MHz', 'label': '13C'})";
+const QByteArray eightNumbers =
+    "'type': 'internal', 'numeric_type': 'float64', 'encoding': 'none', 'components': [[1, 2, 3, 4, 5, 6, 70, 8]]";
+const QByteArray ppmAxis = "{'type': 'linear', 'count': 4, 'increment': '-1 ppm', 'coordinates_offset': '10 ppm'}";
+
+template <typename Number>
+QByteArray base64(const QByteArray &type, const std::vector<Number> &values)
+{
+    return "'type': 'internal', 'encoding': 'base64', 'numeric_type': '" + type + "', 'components': ['"
+        + binary(values, false).toBase64() + "']";
+}
+
+QByteArray simpson(const QByteArray &records)
+{
+    return "SIMP\nNP=4\nSW=400\n" + records + "TYPE=SPE\nDATA\n1 0\n2 0\n30 0\n4 0\nEND\n";
+}
+
 /// 5 rows of 6 points, numbered from 0 in reading order; stored in tiles of 4 × 2 points whose padding holds -7.
 QByteArray tiledMatrix()
 {
@@ -128,20 +155,6 @@ Files bruker2D()
             {u"pdata/1/2rr"_s, tiledMatrix()}};
 }
 
-/// What holds for every spectrum that a reader lets through.
-bool isSound(const ExperimentalSpectrum &spectrum)
-{
-    size_t count = 1;
-    for (const SpectrumDimension &axis : spectrum.dimensions) {
-        count *= axis.points;
-        if (axis.points < 2 || !(axis.step < 0) || !std::isfinite(axis.first) || !std::isfinite(axis.width))
-            return false;
-    }
-    const auto finite = [](double v) { return std::isfinite(v); };
-    return !spectrum.dimensions.empty() && spectrum.dimensions.size() <= 2 && count == spectrum.data.size()
-        && std::all_of(spectrum.data.begin(), spectrum.data.end(), finite);
-}
-
 /// Shifts of the highest point, F2 first.
 QList<double> highestPoint(const ExperimentalSpectrum &spectrum)
 {
@@ -163,24 +176,31 @@ private Q_SLOTS:
     void knownPeak()
     {
         const auto folder = [](const char *name, const Files &files, const char *path, const QList<double> &shifts,
-                               double height, const char *nuclei) {
+                               double height, const char *nuclei, double frequency = 0) {
             const QTemporaryDir directory;
             writeFiles(directory.path(), files);
-            const ExperimentalSpectrum spectrum = openExperimentalSpectrum(directory.filePath(QLatin1String(path)));
+            ReadOptions options;
+            options.frequency = {frequency, frequency};
+            const ExperimentalSpectrum spectrum =
+                openExperimentalSpectrum(directory.filePath(QLatin1String(path)), options);
             const QList<double> found = highestPoint(spectrum);
-            QVERIFY2(isSound(spectrum) && found.size() == shifts.size(), name);
+            QCOMPARE(found.size(), shifts.size());
             QVERIFY2(*std::max_element(spectrum.data.begin(), spectrum.data.end()) == height, name);
             if (!*path && shifts.size() == 2)
                 for (int i = 0; i < 30; ++i) // of the matrix in tiles
                     QCOMPARE(spectrum.data[i], 8.0 * i);
 
-            // The host's own reading of the entry, every point of each axis.
+            // The host's own reading of the entry, every point of each axis; written and read again it is the same.
             const Spectrum shown = Spectrum::fromMap(toEntryMap(spectrum));
-            QVERIFY2(shown.data.at(0) == spectrum.data, name);
+            writeFiles(directory.path(), {{u"copy"_s, CsdmFile::written(spectrum)}});
+            const ExperimentalSpectrum copy = openExperimentalSpectrum(directory.filePath(u"copy"_s), options);
+            QVERIFY2(shown.data.at(0) == spectrum.data && copy.data == spectrum.data, name);
             QStringList names;
             for (qsizetype d = 0; d < shifts.size(); ++d) {
-                const SpectrumDimension &axis = spectrum.dimensions[d];
+                const SpectrumDimension &axis = spectrum.dimensions[d], &again = copy.dimensions[d];
                 QVERIFY2(std::abs(found[d] - shifts[d]) < 1e-9, name);
+                QVERIFY2(std::abs(again.first - axis.first) < 1e-9 && std::abs(again.step - axis.step) < 1e-12, name);
+                QVERIFY2(again.nucleus == axis.nucleus && axis.step < 0 && std::isfinite(axis.width), name);
                 for (int i = 0; i < axis.points; ++i)
                     QVERIFY2(std::abs(shown.axes[d].ppm(i) - axis.ppm(i)) < 1e-10, name);
                 names.append(axis.nucleus);
@@ -188,8 +208,8 @@ private Q_SLOTS:
             QVERIFY2(names.join(u'/') == QLatin1String(nuclei), name);
         };
         const auto text = [=](const char *name, const QByteArray &bytes, const QList<double> &shifts,
-                              double height = 18, const char *nuclei = "13C") {
-            folder(name, {{u"s"_s, bytes}}, "s", shifts, height, nuclei);
+                              double height = 18, const char *nuclei = "13C", double frequency = 0) {
+            folder(name, {{u"s"_s, bytes}}, "s", shifts, height, nuclei, frequency);
         };
         text("Hz falling", jcamp(hertz), {70});
         text("Hz rising", jcamp(hertz, "0", "10000"), {30});
@@ -248,6 +268,38 @@ private Q_SLOTS:
              "##DATA TABLE= (X++(R..R)), XYDATA $$ real\n200 1 1 8\n50 1 1\n##PAGE= N=2\n"
              "##DATA TABLE= (X++(I..I)), XYDATA\n200 5 6 7 8 9\n##END NTUPLES= NMR SPECTRUM\n##END=\n",
              {4}, 4, "15N");
+
+        text("CSDM, numbers", csdm(hertzAxis, eightNumbers), {2}, 70);
+        const auto axis = [](QByteArray made, const char *from, const char *to) { return made.replace(from, to); };
+        text("CSDM, coordinates from the middle",
+             csdm(axis(hertzAxis, "-0.4 kHz'", "0 Hz', 'complex_fft': true"), eightNumbers), {2}, 70);
+        text("CSDM, 0 ppm beside the middle", // which is at 1000 Hz and 100 MHz
+             csdm(axis(hertzAxis, "-0.4 kHz", "600 Hz"), eightNumbers), {1200 / 99.999}, 70);
+        text("CSDM, frequency told", csdm(axis(hertzAxis, "'origin_offset': '100 MHz',", ""), eightNumbers), {4}, 70,
+             "13C", 50);
+        text("CSDM, ratios",
+             csdm(axis(axis(ppmAxis, "-1 ppm", "-1e-6"), "10 ppm", "10e-6"), base64<qint8>("int8", {1, 2, 30, 4})), {8},
+             30, "");
+        text("CSDM, base64, linear × monotonic",
+             csdm(ppmAxis + ", {'type': 'monotonic', 'coordinates': ['1 ppm', '2 ppm']}",
+                  base64<float>("float32", {0, 0, 0, 0, 0, 0, 9, 0})),
+             {8, 2}, 9, "/");
+        text("CSDM, complex", csdm(ppmAxis, base64<double>("complex128", {0, 9, 0, 9, 5, 9, 0, 9})), {8}, 5, "");
+        for (const QByteArray &values :
+             {base64<qint8>("int8", {1, 2, 30, -4}), base64<qint16>("int16", {1, 2, 30, -4}),
+              base64<qint32>("int32", {1, 2, 30, -4}), base64<qint64>("int64", {1, 2, 30, -4}),
+              base64<quint8>("uint8", {1, 2, 30, 4}), base64<quint16>("uint16", {1, 2, 30, 4}),
+              base64<quint32>("uint32", {1, 2, 30, 4}), base64<quint64>("uint64", {1, 2, 30, 4}),
+              base64<double>("float64", {1, 2, 30, 4})})
+            text(values, csdm(ppmAxis, values), {8}, 30, "");
+        const QByteArray external =
+            csdm(hertzAxis,
+                 "'type': 'external', 'numeric_type': 'float64', 'encoding': 'raw', 'components_url': 'file:./v.dat'");
+        folder("CSDM, values beside it",
+               {{u"s"_s, external}, {u"v.dat"_s, binary<double>({1, 2, 3, 4, 5, 6, 70, 8}, false)}}, "s", {2}, 70,
+               "13C");
+        text("SIMPSON", simpson({}), {0}, 30, "", 100);
+        text("SIMPSON, reference", simpson("REF=500\n"), {5}, 30, "", 100);
 
         folder("Bruker by its data file", bruker1D(), "pdata/1/1r", {18.5}, 30, "29Si");
         Files files = bruker1D();
@@ -357,23 +409,19 @@ private Q_SLOTS:
     /// Their highest points, computed from the peak lists that the lines stand for.
     void shippedSamples()
     {
-        for (const auto &[name, shifts] :
-             {std::pair("paracetamol-13C-bruker", QList<double>{116.79}),
-              std::pair("paracetamol-13C-affn.jdx", QList<double>{115.23}), // few points: its neighbour
-              std::pair("paracetamol-1H-difdup.jdx", QList<double>{1.49}),
-              std::pair("paracetamol-hetcor-bruker", QList<double>{116.25, 6.0}),
-              std::pair("paracetamol-hetcor.jdx", QList<double>{116.25, 6.0}),
-              std::pair("paracetamol-13C-totxt.txt", QList<double>{116.66}), // lines of 2 ppm
-              std::pair("paracetamol-13C-commas.txt", QList<double>{116.66}),
-              std::pair("paracetamol-13C.csdf", QList<double>{116.66}),
-              std::pair("paracetamol-13C.spe", QList<double>{116.66})}) {
+        // Few points: of affn its neighbour; of text lines of 2 ppm.
+        const QByteArray samples =
+            R"(13C-bruker 116.79/13C-affn.jdx 115.23/1H-difdup.jdx 1.49/hetcor-bruker 116.25 6.0/hetcor.jdx 116.25 6.0/13C-totxt.txt 116.66/13C-commas.txt 116.66/13C.csdf 116.66/13C.spe 116.66)";
+        for (const QByteArray &sample : samples.split('/')) {
+            const QByteArrayList words = sample.split(' ');
             ReadOptions options;
             options.frequency = {100.6128, 400.13};
-            const auto spectrum = openExperimentalSpectrum(QStringLiteral(SAMPLES "/") + QLatin1String(name), options);
+            const auto spectrum = openExperimentalSpectrum(
+                QStringLiteral(SAMPLES "/paracetamol-") + QString::fromLatin1(words[0]), options);
             const QList<double> found = highestPoint(spectrum);
-            QCOMPARE(found.size(), shifts.size());
-            for (qsizetype d = 0; d < shifts.size(); ++d)
-                QVERIFY2(std::abs(found[d] - shifts[d]) <= -spectrum.dimensions[d].step, name);
+            QCOMPARE(found.size(), words.size() - 1);
+            for (qsizetype d = 0; d < found.size(); ++d)
+                QVERIFY2(std::abs(found[d] - words[d + 1].toDouble()) <= -spectrum.dimensions[d].step, sample);
         }
     }
 
@@ -401,7 +449,18 @@ private Q_SLOTS:
     void badInput()
     {
         const QByteArray plane = plane2D();
-        const QByteArray simpson = "SIMP\nNP=2\nSW=800\nTYPE=SPE\nDATA\n1 0\n2 0\nEND\n";
+        const QByteArray spe = "SIMP\nNP=2\nSW=800\nTYPE=SPE\nDATA\n1 0\n2 0\nEND\n";
+        const auto number = [](const char *from, const char *to) {
+            return csdm(QByteArray(hertzAxis).replace(from, to), eightNumbers);
+        };
+        const auto values = [](const char *from, const char *to) {
+            return csdm(hertzAxis, QByteArray(eightNumbers).replace(from, to));
+        };
+        const auto external = [](const QByteArray &url) {
+            return csdm(hertzAxis,
+                        "'type': 'external', 'numeric_type': 'float64', 'encoding': 'raw', 'components_url': '" + url
+                            + '\'');
+        };
         const std::pair<QByteArray, const char *> texts[] = {
             {table(6, "6AJJJ\n3EJJ\n"),
              "?9: the Y-check fails: the line begins with 5 where the line before ended with 4"},
@@ -469,14 +528,45 @@ private Q_SLOTS:
              "?12: 3 × 1048576 points are more than the file can hold"},
             {QByteArray(plane).replace("DATA TABLE=", "DATA=").replace("VAR_DIM", "DATA TABLE= (F1, F2)\n##VAR_DIM"),
              "?1: the block that begins here has no table (X++(R..R))"},
-            {QByteArray(simpson).replace("SW", "WS"), "/s: the line SW= is missing before DATA"},
-            {QByteArray(simpson).replace("=800", "=8oo"), "?3: expected a number, found \"8oo\""},
-            {QByteArray(simpson).replace("DATA", "FORMAT=BINARY\nDATA"),
+            {QByteArray(spe).replace("SW", "WS"), "/s: the line SW= is missing before DATA"},
+            {QByteArray(spe).replace("=800", "=8oo"), "?3: expected a number, found \"8oo\""},
+            {QByteArray(spe).replace("DATA", "FORMAT=BINARY\nDATA"),
              "/s: the points are in binary form: save the spectrum as text (fsave without -binary)"},
-            {QByteArray(simpson).replace("2 0", "2"), "?7: expected a real and an imaginary part, found \"2\""},
-            {QByteArray(simpson).replace("2 0", "2 0\n3 0"), "?8: there are more points than the 2 announced"},
-            {QByteArray(simpson).replace("END\n", ""), "/s: the data end after 2 points where 2 and END were expected"},
-            {QByteArray(simpson).replace("NP=2", "NP=1"), "/s: NP=1, NI=1 are no size of a spectrum"}};
+            {QByteArray(spe).replace("2 0", "2"), "?7: expected a real and an imaginary part, found \"2\""},
+            {QByteArray(spe).replace("2 0", "2 0\n3 0"), "?8: there are more points than the 2 announced"},
+            {QByteArray(spe).replace("END\n", ""), "/s: the data end after 2 points where 2 and END were expected"},
+            {QByteArray(spe).replace("NP=2", "NP=1"), "/s: NP=1, NI=1 are no size of a spectrum"},
+            {QByteArray(spe).replace("SPE", "FID"),
+             "/s: expected TYPE=SPE, found \"FID\": transform the FID (fft) and save the spectrum"},
+            {external("file:../v.dat"), "/s: the values lie at \"file:../v.dat\", a file beside this one was expected"},
+            {external("file:///etc/passwd"),
+             "/s: the values lie at \"file:///etc/passwd\", a file beside this one was expected"},
+            {csdm("{'type': 'monotonic', 'coordinates': ['1 ppm', '2 ppm', '4 ppm']}", eightNumbers),
+             "/s: the coordinates of a monotonic dimension are not evenly spaced, as those of a spectrum must be"},
+            {csdm("{'type': 'monotonic', 'coordinates': ['1 ppm', '2 ppm', '3 ppm']}", eightNumbers),
+             "/s: there are 8 numbers, the dimensions make 3"},
+            {number("100 Hz", "1 s"), "/s: increment is in s: a spectrum in Hz or ppm was expected"},
+            {csdm({}, eightNumbers), "/s: expected one or two dimensions, found 0"},
+            {csdm(hertzAxis + ',' + hertzAxis + ',' + hertzAxis, eightNumbers),
+             "/s: expected one or two dimensions, found 3"},
+            {csdm(hertzAxis, eightNumbers).replace("dependent", "independent"), "/s: there are no dependent variables"},
+            {number("8", "1"), "/s: a dimension of 1 points is none of a spectrum"},
+            {number("8", "2.5"), "/s: a dimension of 2.5 points is none of a spectrum"},
+            {number("linear", "labeled"), "/s: expected a linear or a monotonic dimension, found \"labeled\""},
+            {number("-0.4 kHz", "3 ppm"), "/s: increment and coordinates_offset differ in their units"},
+            {number("100 Hz", "1-2 Hz"), "/s: increment: expected a number with its unit, found \"1-2 Hz\""},
+            {values("float64", "float16"), "/s: numeric_type \"float16\" is not known"},
+            {values("none", "raw"), "/s: encoding \"raw\" was found, base64, raw or none was expected"},
+            {csdm(hertzAxis,
+                  "'type': 'internal', 'numeric_type': 'float64', 'encoding': 'base64', 'components': ['%%']"),
+             "/s: the values are no base64 text"},
+            {csdm(hertzAxis,
+                  "'type': 'internal', 'numeric_type': 'float64', 'encoding': 'base64', 'components': ['AAA=']"),
+             "/s: the values have 2 bytes, the dimensions make 64"},
+            {values("70", "null"), "/s: value 6 is no number"},
+            {"{\"csdm\": }", "/s: byte 10: object is missing after a comma"},
+            {number("origin_offset", "other"),
+             R"(/s: the dimension is in Hz and has no origin_offset: the frequency of 0 ppm in MHz is needed to make ppm of it and must be given)"}};
         const auto check = [](const Files &files, const QString &path, const char *expected) {
             const QTemporaryDir folder;
             writeFiles(folder.path(), files);
@@ -522,44 +612,6 @@ private Q_SLOTS:
             *from ? void(files[path].replace(from, to)) : void(files.remove(path));
             check(files, {}, message);
         }
-    }
-
-    /// Bytes changed, cut out or doubled.
-    void damagedInput()
-    {
-        std::mt19937 random(4);
-        const auto damage = [&](QByteArray &bytes) {
-            static const char characters[] = "0123456789+-.,eE@AJZs%#$=?<>()\n\r\0\xff\xc3 ";
-            const QByteArray meaningful(characters, sizeof(characters) - 1);
-            for (int n = 1 + random() % 4; n > 0 && !bytes.isEmpty(); --n) {
-                const qsizetype at = random() % bytes.size();
-                if (random() % 5 == 0)
-                    bytes.truncate(at);
-                else if (random() % 4 == 0)
-                    bytes.insert(at, bytes.mid(random() % bytes.size(), 1 + random() % 40));
-                else
-                    bytes[at] = meaningful[random() % meaningful.size()];
-            }
-        };
-        QList<Files> inputs{bruker2D()};
-        for (const QByteArray &text : {jcamp(hertz + "##.SHIFT REFERENCE= INTERNAL, TMS, 11, -20\n"),
-                                       table(26, differences), QByteArray("3,50,0\n2,50,1\n3,40,3\n2,40,9\n")})
-            inputs.append({{u"s"_s, text}});
-        int read = 0, refused = 0;
-        QTemporaryDir folder;
-        for (int round = 0; round < 2000; ++round) {
-            Files files = inputs[round % inputs.size()];
-            damage(*std::next(files.begin(), random() % files.size()));
-            writeFiles(folder.path(), files);
-            const QByteArray message = failure([&] {
-                const QString path = folder.filePath(files.size() == 1 ? u"s"_s : QString());
-                QVERIFY(isSound(openExperimentalSpectrum(path)));
-                ++read;
-            });
-            refused += !message.isEmpty();
-            QVERIFY(message.size() < 600 + folder.path().size());
-        }
-        QVERIFY2(read > 100 && refused > 500, qPrintable(u"%1 read, %2 refused"_s.arg(read).arg(refused)));
     }
 };
 

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "Failure.h"
-#include "formats/CsdmFile.h"
+#include "formats/MagresCheck.h"
 #include "formats/SpectrumReader.h"
-#include "formats/TextReader.h"
 
 using namespace Workbench;
 using namespace Qt::StringLiterals;
@@ -73,42 +72,6 @@ QByteArray quoted(QByteArray text)
     return text.replace('\'', '"');
 }
 
-QByteArray csdm(const QByteArray &dimensions, const QByteArray &variable)
-{
-    return quoted("{'csdm': {'version': '1.0', 'dimensions': [") + dimensions + quoted("], 'dependent_variables': [{")
-        + variable + "}]}}";
-}
-
-const QByteArray hertzAxis = quoted(
-    R"({'type': 'linear', 'count': 8, 'increment': '100 Hz', 'coordinates_offset': '-0.4 kHz', 'origin_offset': '100 MHz', 'label': '13C'})");
-const QByteArray eightNumbers = quoted(
-    "'type': 'internal', 'numeric_type': 'float64', 'encoding': 'none', 'components': [[1, 2, 3, 4, 5, 6, 70, 8]]");
-
-const QByteArray fourNumbers =
-    quoted("'type': 'internal', 'numeric_type': 'float64', 'encoding': 'none', 'components': [[1, 2, 30, 4]]");
-
-QByteArray base64(const QByteArray &type, const auto &values)
-{
-    const QByteArray bytes(reinterpret_cast<const char *>(values.data()), qsizetype(sizeof values));
-    return quoted("'type': 'internal', 'encoding': 'base64', 'numeric_type': '") + type + quoted("', 'components': ['")
-        + bytes.toBase64() + quoted("']");
-}
-
-template <typename Number>
-QByteArray numbersOf(const char *type)
-{
-    const std::array<Number, 4> values{1, 2, 30, 4};
-    return base64(type, values);
-}
-
-QByteArray simpson(const QByteArray &records)
-{
-    QByteArray text = "SIMP\nNP=4\nSW=400\n" + records + "DATA\n";
-    for (const char *value : {"1 0\n", "2 0\n", "30 0\n", "4 0\n"})
-        text += value;
-    return text + "END\n";
-}
-
 QString writeBytes(const QTemporaryDir &folder, const QByteArray &bytes, const QString &name)
 {
     QFile file(folder.filePath(name));
@@ -128,6 +91,34 @@ ReadOptions withFrequency(double megahertz, const QString &unit = {})
     options.frequency = {megahertz, megahertz};
     options.unit = unit;
     return options;
+}
+
+const QByteArray head = "#$magres-abinitio-v1.0\n";
+const QByteArray tensor = " 30 0 0 0 31 0 0 0 32\n";
+
+QByteArray atom(const QByteArray &label, int index, const QByteArray &species = {})
+{
+    const QByteArray element = species.isEmpty() ? label.left(1) : species;
+    return "atom " + element + ' ' + label + ' ' + QByteArray::number(index) + " 0 0 " + QByteArray::number(index)
+        + '\n';
+}
+
+QByteArray atomsBlock(const QByteArray &atoms)
+{
+    return "[atoms]\nunits lattice Angstrom\nunits atom Angstrom\nlattice 9 0 0 0 9 0 0 0 9\n" + atoms + "[/atoms]\n";
+}
+
+QByteArray magresBlock(const QByteArray &records)
+{
+    return "[magres]\nunits ms ppm\nunits efg au\n" + records + "[/magres]\n";
+}
+
+/// As every program writes it.
+QByteArray usual()
+{
+    return head + atomsBlock(atom("H", 1) + atom("C", 100))
+        + magresBlock("ms H 1" + tensor + "ms C 100" + tensor + "efg H 1" + tensor + "efg C 100" + tensor
+                      + "isc H 1 C 100" + tensor);
 }
 
 } // namespace
@@ -338,85 +329,6 @@ private Q_SLOTS:
             2, {{3.5, 60, 2}});
     }
 
-    /// Shifts of the highest point.
-    void otherSpectra()
-    {
-        const QTemporaryDir folder;
-        const auto row = [&](const char *name, const QByteArray &text, const QList<double> &shifts,
-                             const ReadOptions &options = {}) {
-            const Measurement read = readBytes(folder, text, options);
-            const auto &spectrum = std::get<ExperimentalSpectrum>(read);
-            qsizetype index = std::max_element(spectrum.data.begin(), spectrum.data.end()) - spectrum.data.begin();
-            QCOMPARE(qsizetype(spectrum.dimensions.size()), shifts.size());
-            // Written and read again it is the same, with its axis.
-            const Measurement again = readBytes(folder, CsdmFile::written(spectrum));
-            const auto &copy = std::get<ExperimentalSpectrum>(again);
-            QVERIFY2(copy.data == spectrum.data, name);
-            for (size_t d = 0; d < spectrum.dimensions.size(); ++d) {
-                const SpectrumDimension &axis = spectrum.dimensions[d];
-                QVERIFY2(std::abs(axis.ppm(double(index % axis.points)) - shifts[qsizetype(d)]) < 1e-9, name);
-                index /= axis.points;
-                QVERIFY2(std::abs(copy.dimensions[d].first - axis.first) < 1e-9, name);
-                QVERIFY2(std::abs(copy.dimensions[d].step - axis.step) < 1e-12, name);
-            }
-        };
-        // The middle, at 100 MHz, is 0 Hz and 0 ppm; the highest is two steps of 1 ppm above it.
-        row("CSDM, numbers", csdm(hertzAxis, eightNumbers), {2});
-        QByteArray fft = hertzAxis;
-        fft.replace("-0.4 kHz\"", "0 Hz\", \"complex_fft\": true");
-        row("CSDM, coordinates from the middle", csdm(fft, eightNumbers), {2});
-        QByteArray moved = hertzAxis;
-        moved.replace("-0.4 kHz", "600 Hz"); // 1000 Hz in the middle, which is at 100 MHz
-        row("CSDM, 0 ppm beside the middle", csdm(moved, eightNumbers), {1200 / 99.999});
-        QByteArray bare = hertzAxis;
-        bare.replace("\"origin_offset\": \"100 MHz\",", "");
-        row("CSDM, frequency told", csdm(bare, eightNumbers), {4}, withFrequency(50));
-        const QByteArray ppm = quoted(
-                             "{'type': 'linear', 'count': 4, 'increment': '-1 ppm', 'coordinates_offset': '10 ppm'}"),
-                         monotonic = quoted("{'type': 'monotonic', 'coordinates': ['1 ppm', '2 ppm']}");
-        QByteArray ratios = ppm;
-        row("CSDM, ratios", csdm(ratios.replace("-1 ppm", "-1e-6").replace("10 ppm", "10e-6"), fourNumbers), {8});
-        const std::array<float, 8> plane{0, 0, 0, 0, 0, 0, 9, 0};
-        row("CSDM, base64, linear × monotonic", csdm(ppm + ',' + monotonic, base64("float32", plane)), {8, 2});
-        const std::array<double, 8> complex{0, 9, 0, 9, 5, 9, 0, 9};
-        row("CSDM, complex", csdm(ppm, base64("complex128", complex)), {8});
-        row("SIMPSON", simpson("TYPE=SPE\n"), {0}, withFrequency(100));
-        row("SIMPSON, reference", simpson("REF=500\nTYPE=SPE\n"), {5}, withFrequency(100));
-    }
-
-    void typesOfNumbers()
-    {
-        const QTemporaryDir folder;
-        const QByteArray axis =
-            quoted("{'type': 'linear', 'count': 4, 'increment': '-1 ppm', 'coordinates_offset': '9 ppm'}");
-        for (const QByteArray &values :
-             {numbersOf<qint8>("int8"), numbersOf<qint16>("int16"), numbersOf<qint32>("int32"),
-              numbersOf<qint64>("int64"), numbersOf<quint8>("uint8"), numbersOf<quint16>("uint16"),
-              numbersOf<quint32>("uint32"), numbersOf<quint64>("uint64"), numbersOf<float>("float32"),
-              numbersOf<double>("float64")})
-            QCOMPARE(std::get<ExperimentalSpectrum>(readBytes(folder, csdm(axis, values))).data,
-                     (std::vector<double>{1, 2, 30, 4}));
-    }
-
-    void externalValues()
-    {
-        const QTemporaryDir folder;
-        const std::array<double, 8> values{1, 2, 3, 4, 5, 6, 70, 8};
-        QFile raw(folder.filePath(u"values.dat"_s));
-        QVERIFY(raw.open(QIODevice::WriteOnly));
-        raw.write(reinterpret_cast<const char *>(values.data()), sizeof values);
-        raw.close();
-        const auto text = [](const char *url) {
-            return csdm(hertzAxis,
-                        quoted("'type': 'external', 'numeric_type': 'float64', 'encoding': 'raw', 'components_url': '")
-                            + QByteArray(url) + '"');
-        };
-        const Measurement read = readBytes(folder, text("file:./values.dat"));
-        QCOMPARE(std::get<ExperimentalSpectrum>(read).data[7 - 6], 70.0); // falling
-        for (const char *elsewhere : {"file:../values.dat", "file:///etc/passwd"})
-            QVERIFY(failure([&] { readBytes(folder, text(elsewhere)); }).contains("beside this one was expected"));
-    }
-
     void refusals()
     {
         const QTemporaryDir folder;
@@ -465,15 +377,8 @@ private Q_SLOTS:
             "Dear all,\nplease find 3 peaks below.\nRegards\n");
         row(", line 1: no table of numbers was found, expected \"ppm,intensity\" or peaks",
             "Dear colleague,\nthe spectrum\nfollows\n");
-        row(": the coordinates of a monotonic dimension are not evenly spaced, as those of a spectrum must be",
-            csdm(quoted("{'type': 'monotonic', 'coordinates': ['1 ppm', '2 ppm', '4 ppm']}"), eightNumbers));
-        row(": there are 8 numbers, the dimensions make 3",
-            csdm(quoted("{'type': 'monotonic', 'coordinates': ['1 ppm', '2 ppm', '3 ppm']}"), eightNumbers));
-        row(": increment is in s: a spectrum in Hz or ppm was expected",
-            csdm(QByteArray(hertzAxis).replace("100 Hz", "1 s"), ""));
         row(": the positions are in Hz: the frequency of 0 ppm in MHz is needed to make ppm of them and must be given",
-            simpson("TYPE=SPE\n"));
-        row(": expected TYPE=SPE, found \"FID\": transform the FID (fft) and save the spectrum", simpson("TYPE=FID\n"));
+            "SIMP\nNP=2\nSW=800\nTYPE=SPE\nDATA\n1 0\n2 0\nEND\n");
         row(", line 1: peaks of one and of two dimensions are mixed",
             quoted(
                 R"(<?xml version='1.0'?><PeakList><Peak1D F1='1' intensity='1'/><Peak2D F1='1' F2='1' intensity='1'/> </PeakList>)"));
@@ -511,32 +416,8 @@ private Q_SLOTS:
         for (int i = 0; i < 2001; ++i)
             uneven += QByteArray::number(i * i) + ",1\n";
         row(", line 2: the points are not evenly spaced: 0 follows 0 where the step is 2001", uneven);
-        const auto number = [](const char *from, const char *to) {
-            return csdm(QByteArray(hertzAxis).replace(from, to), eightNumbers);
-        };
-        const auto values = [](const char *from, const char *to) {
-            return csdm(hertzAxis, QByteArray(eightNumbers).replace(from, to));
-        };
-        row(": expected one or two dimensions, found 0", csdm({}, eightNumbers));
-        row(": expected one or two dimensions, found 3",
-            csdm(hertzAxis + ',' + hertzAxis + ',' + hertzAxis, eightNumbers));
-        row(": there are no dependent variables", csdm(hertzAxis, eightNumbers).replace("dependent", "independent"));
-        row(": a dimension of 1 points is none of a spectrum", number("8", "1"));
-        row(": a dimension of 2.5 points is none of a spectrum", number("8", "2.5"));
-        row(": expected a linear or a monotonic dimension, found \"labeled\"", number("linear", "labeled"));
-        row(": increment and coordinates_offset differ in their units", number("-0.4 kHz", "3 ppm"));
-        row(": increment: expected a number with its unit, found \"1-2 Hz\"", number("100 Hz", "1-2 Hz"));
-        row(": numeric_type \"float16\" is not known", values("float64", "float16"));
-        row(": encoding \"raw\" was found, base64, raw or none was expected", values("none", "raw"));
-        row(": the values are no base64 text",
-            values("none", "base64").replace("[[1, 2, 3, 4, 5, 6, 70, 8]]", "[\"%%\"]"));
-        row(": the values have 2 bytes, the dimensions make 64",
-            values("none", "base64").replace("[[1, 2, 3, 4, 5, 6, 70, 8]]", "[\"AAA=\"]"));
-        row(": value 6 is no number", values("70", "null"));
-        row(": byte 10: object is missing after a comma", quoted("{'csdm': }"));
-        row(R"(: the dimension is in Hz and has no origin_offset: the frequency of 0 ppm in MHz is needed to make ppm of it and must be given)",
-            number("origin_offset", "other"));
     }
+
     /// Data of other software, known by their names and their files, and what to do with them.
     void foreignData()
     {
@@ -564,6 +445,112 @@ private Q_SLOTS:
             const QString path = folder.filePath(opened);
             const QString found = QString::fromUtf8(failure([&] { readMeasurement(path); }));
             QVERIFY2(found.contains(QLatin1String(message)), qPrintable(found));
+        }
+    }
+
+    // --- calculations
+
+    /// Repaired to nothing: left alone.
+    void repairs()
+    {
+        const auto row = [](const char *name, const QByteArray &text, const QByteArray &repaired) {
+            const MagresCheck::Findings findings = MagresCheck::examine(text);
+            QVERIFY2(findings.repaired == repaired, name + findings.repaired);
+            const QString told = findings.warnings.join(u' ');
+            QVERIFY2(told.contains(u"taken apart") == (!repaired.isEmpty() && text.contains('\n')), name);
+            if (qstrcmp(name, "both kinds") == 0)
+                QCOMPARE(
+                    told,
+                    u"Label and index stand together in 2 records (the first one: C100 in line 13); they were taken apart, each in the only way that names an atom of the file."_s);
+            QVERIFY2(repaired.isEmpty() || MagresCheck::examine(repaired).repaired.isEmpty(), name);
+        };
+        QByteArray fused = usual();
+        fused.replace("ms C 100", "ms C100").replace("efg C 100", "efg C100");
+        row("nothing to repair", usual(), {});
+        row("both kinds", fused, usual());
+        row("Windows", QByteArray(fused).replace("\n", "\r\n"), usual().replace("\n", "\r\n"));
+        row("angle brackets and tabs", QByteArray(fused).replace("[", "<").replace("]", ">").replace(" ", "\t"),
+            usual()
+                .replace("[", "<")
+                .replace("]", ">")
+                .replace(" ", "\t")
+                .replace("ms\tC\t", "ms\tC ")
+                .replace("efg\tC\t", "efg\tC "));
+        row("lines of old Macs", usual().replace('\n', '\r'), usual());
+        row("the atoms last", head + magresBlock("ms C100" + tensor) + atomsBlock(atom("C", 100)),
+            head + magresBlock("ms C 100" + tensor) + atomsBlock(atom("C", 100)));
+
+        const auto one = [&](const QByteArray &name, const QByteArray &atoms) {
+            return head + atomsBlock(atoms) + magresBlock("ms " + name + tensor);
+        };
+        row("a label with a digit", one("H1100", atom("H1", 100) + atom("H", 1)),
+            one("H1 100", atom("H1", 100) + atom("H", 1)));
+        row("two ways to take it apart", one("H1100", atom("H1", 100) + atom("H", 1100)), {});
+        row("no such atom", one("H101", atom("H", 100)), {});
+        row("one of two is not certain",
+            head + atomsBlock(atom("H", 100) + atom("H", 101)) + magresBlock("ms H100" + tensor + "ms H102" + tensor),
+            {});
+        row("an index does not begin with 0", one("H100", atom("H1", 0)), {});
+        row("another fault", one("H100 x", atom("H", 100)), {});
+        row("records of a block that nobody reads",
+            head + atomsBlock(atom("H", 100)) + "[other]\nms H100" + tensor + "[/other]\n", {});
+    }
+
+    /// All there are.
+    void warnings()
+    {
+        const auto row = [](const char *name, const QByteArray &text, const QStringList &warnings) {
+            const QStringList found = MagresCheck::examine(text).warnings;
+            QVERIFY2(found == warnings, name + found.join(u'\n').toUtf8());
+        };
+        const QByteArray atoms = atomsBlock(atom("H", 1) + atom("C", 1)),
+                         tensors = magresBlock("ms H 1" + tensor + "ms C 1" + tensor);
+        row("none", usual(), {});
+        row("angle brackets, a closing mark of the other kind",
+            head + QByteArray(atoms).replace("[atoms]", "<atoms>") + tensors, {});
+        row("no atoms", head + magresBlock({}),
+            {u"There is no block [atoms]."_s,
+             u"There is neither a shielding (ms) nor an electric-field gradient (efg)."_s});
+        row("no tensors", head + atoms, {u"There is no block [magres]."_s});
+        row("cut off", head + atoms + QByteArray(tensors).replace("[/magres]\n", ""),
+            {u"The block [magres] that begins in line 9 is not closed: the file may have been cut off."_s});
+        row("swallowed", head + QByteArray(atoms).replace("[/atoms]\n", "") + tensors,
+            {u"The block [atoms] that begins in line 2 is not closed where [magres] begins in line 8, which was therefore read as a part of it."_s});
+        row("twice", head + atoms + atoms + tensors,
+            {u"There are 2 blocks [atoms]: the atoms of all of them were read as one structure."_s,
+             u"Atoms with the label and index of another one: 2 (the first one H 1). Their tensors cannot be told apart."_s});
+        row("suffix", head + atomsBlock(atom("H", 1, "H:1") + atom("C", 1)) + tensors,
+            {u"A species with a suffix is no element (H:1, atoms: 1): it has no isotopes and is missing in spectra."_s});
+        row("orphans",
+            head + atoms + magresBlock("ms H 1" + tensor + "ms C 1" + tensor + "ms C 2" + tensor + "efg N 1" + tensor),
+            {u"Tensors that belong to no atom of the file: 2 (the first one ms C 2)."_s,
+             u"Atoms without efg: 2 of 2 (the first one H 1)."_s});
+        row("without", head + atoms + magresBlock("ms H 1" + tensor),
+            {u"Atoms without ms: 1 of 2 (the first one C 1)."_s});
+        row("no units", QByteArray(head + atoms + tensors).replace("units", "#nits"),
+            {u"Units that were not checked: lattice has none, taken as Angstrom, atom has none, taken as Angstrom, ms has none, taken as ppm."_s});
+        row("other units", QByteArray(head + atoms + tensors).replace("lattice Angstrom", "lattice Bohr"),
+            {u"Units that were not checked: lattice in Bohr, taken as Angstrom."_s});
+        row("units that come second",
+            QByteArray(head + atoms + tensors).replace("units ms ppm", "units ms ppm\nunits ms au"),
+            {u"Units that were not checked: ms in au, taken as ppm."_s});
+    }
+
+    void firstLine()
+    {
+        QVERIFY(MagresCheck::isMagres(usual()));
+        const QByteArray rest = usual().mid(head.size());
+        for (const auto &[text, why] :
+             {std::pair(rest, "this one with \"[atoms]\": if the line was lost"),
+              std::pair(QByteArray("\xEF\xBB\xBF") + usual(), "byte order mark"),
+              std::pair(QByteArray("\xFF\xFE#\0$\0", 6), "byte order mark"),
+              std::pair(QByteArray("\n ") + usual(), "empty lines stand before it"),
+              std::pair(QByteArray("H    1 Coordinates      0.1 0.2 0.3   A\n"), "older version"),
+              std::pair(QByteArray(), "this one with \"\"")}) {
+            QVERIFY(!MagresCheck::isMagres(text));
+            const QString told = MagresCheck::whyNotMagres(text);
+            QVERIFY2(told.startsWith(u"a MAGRES file begins with") && told.contains(QLatin1String(why)),
+                     qPrintable(told));
         }
     }
 };

@@ -1,21 +1,27 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "Failure.h"
 #include "Shapes.h"
-#include "analysis/Contacts.h"
 #include "analysis/Integration.h"
+#include "data/AtomSelection.h"
 #include "data/ExperimentalSpectrum.h"
 #include "items/ItemPicture.h"
 #include "items/molecule/MoleculeItem.h"
+#include "items/plot/Contours.h"
+#include "items/plot/Decimation.h"
 #include "items/plot/LabelPlacement.h"
 #include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
 #include "items/plot/NmrPlot.h"
+#include "items/plot/PeakLabelBand.h"
 #include "items/plot/PlotContent.h"
 #include "items/plot/PlotOptions.h"
 #include "items/plot/SharedLabel.h"
+#include "items/plot/StackedTraces.h"
 #include "items/table/TableItem.h"
 #include "items/table/TableModel.h"
 #include "support/MetaTypes.h"
+
+#include <set>
 
 using namespace Workbench;
 using namespace Qt::StringLiterals;
@@ -43,11 +49,20 @@ class StubTable : public QObject {
 
 public:
     explicit StubTable(const QVariantList &rows, const QUuid &data = {}) : m_rows(rows), m_data(data) { }
-    StubTable(const QVariantList &columns, const QList<QStringList> &cells) : m_columns(columns), m_cells(cells) { }
+    StubTable(const QVariantList &columns, const QList<QStringList> &own) : cells(own), m_columns(columns) { }
+
+    QList<QStringList> cells;
+    QList<QVariantMap> messages;
 
     Q_INVOKABLE QList<QUuid> tableItem_sharedDataIds() { return {m_data}; }
-    Q_INVOKABLE void tableItem_init(QGraphicsWidget *, QAbstractItemView *, QAbstractItemModel *) { }
-    Q_INVOKABLE int tableModel_rowCount() { return int(m_rows.size() + m_cells.size()); }
+    Q_INVOKABLE void tableItem_init(QGraphicsWidget *item, QAbstractItemView *, QAbstractItemModel *) { m_item = item; }
+    Q_INVOKABLE void tableItem_onLMessage(QVariantMap message)
+    {
+        messages.append(message);
+        // As a plug-in does whose selection follows: it reports whole rows.
+        QMetaObject::invokeMethod(m_item, "sendMessage", Q_ARG(QVariant, AtomSelection::toMessage({0, 1})));
+    }
+    Q_INVOKABLE int tableModel_rowCount() { return int(m_rows.size() + cells.size()); }
     Q_INVOKABLE int tableModel_columnCount() { return int(m_columns.size()); }
     Q_INVOKABLE QVariantList tableModel_rows() { return m_rows; }
     Q_INVOKABLE QVariantList tableModel_columns() { return m_columns; }
@@ -57,8 +72,8 @@ public:
     }
     Q_INVOKABLE QVariant tableModel_data(QModelIndex index, int role)
     {
-        if (!m_cells.isEmpty())
-            return role == Qt::DisplayRole ? m_cells[index.row()][index.column()] : QVariant();
+        if (!cells.isEmpty())
+            return role == Qt::DisplayRole ? cells[index.row()][index.column()] : QVariant();
         const QVariantMap map = m_rows[index.row()].toMap();
         if (role != Qt::DisplayRole && role != Qt::EditRole)
             return {};
@@ -67,7 +82,7 @@ public:
 
 private:
     QVariantList m_rows, m_columns{QVariantMap{{u"Type"_s, 1}}, QVariantMap{{u"Type"_s, 2}, {u"Digits"_s, 2}}};
-    QList<QStringList> m_cells;
+    QGraphicsWidget *m_item = nullptr;
     QUuid m_data;
 };
 
@@ -99,13 +114,15 @@ void choose(const QMenu *menu, const QString &path)
     QFAIL(qPrintable(path));
 }
 
+QVariantMap atom(int element, double x, double y, double z, const QList<int> &bonds = {})
+{
+    return {{u"El"_s, element}, {u"X"_s, x}, {u"Y"_s, y}, {u"Z"_s, z}, {u"NB.Num"_s, QVariant::fromValue(bonds)}};
+}
+
 /// Formaldehyde-like: carbon, oxygen and nitrogen in a skewed cell, not symmetric in any way.
 QVariantMap description(bool inCell = true)
 {
-    QVariantList atoms;
-    for (const auto &[element, x, y, z] :
-         {std::tuple(6, 0.0, 0.0, 0.0), std::tuple(8, 1.2, 0.25, -0.5), std::tuple(7, -0.5, 1.5, 1.0)})
-        atoms.append(QVariantMap{{u"El"_s, element}, {u"X"_s, x}, {u"Y"_s, y}, {u"Z"_s, z}});
+    const QVariantList atoms{atom(6, 0, 0, 0), atom(8, 1.2, 0.25, -0.5), atom(7, -0.5, 1.5, 1)};
     QVariantMap made{{u"Atoms"_s, atoms}};
     if (inCell)
         made[u"CrystallographicData"_s] = QVariantMap{{u"Lattice"_s, numbers({4, 0, 0, 1, 5, 0, 0.5, -1, 6})}};
@@ -118,6 +135,15 @@ QStringList shownLabels(const TableItem &table)
     for (const QString &line : table.selectionText().split(u'\n', Qt::SkipEmptyParts).mid(1))
         labels.append(line.section(u'\t', 0, 0));
     return labels;
+}
+
+/// 1H at 600 MHz over 10..0 ppm.
+QVariantMap entryMap(const DoubleVector &points, const QVariantList &peaks = {})
+{
+    const int size = int(points.size());
+    QVariantMap map = toEntryMap(ExperimentalSpectrum{{}, {{u"1H"_s, 600, 0, 10, -10.0 / size, size}}, points});
+    map.insert(u"Peaks"_s, QVariantMap{{u"PeakList"_s, peaks}});
+    return map;
 }
 
 } // namespace
@@ -160,61 +186,6 @@ private Q_SLOTS:
         for (const QString &text : {u"eta<0.3"_s, u"\u03b7>0.2"_s, u"etaq<\u22120.4"_s, u"\u03b7(q)=\u22120.5"_s,
                                     u"aniso=12 eq=3"_s, u"aniso=13,eq=3"_s, QString()})
             QVERIFY2(RowFilter::parse(text).accepts(one), qPrintable(text));
-    }
-
-    void tableIsSortedAndFilteredInView()
-    {
-        TableItem table(new StubTable(rows));
-        table.resize(400, 300);
-        table.ensureFitted();
-        QHeaderView *header = table.view()->horizontalHeader();
-        const QList<int> widths{header->sectionSize(0), header->sectionSize(1)};
-        header->setSortIndicator(0, Qt::AscendingOrder);
-        QCOMPARE(shownLabels(table), u"C1 C2 C10 Ca3 O1"_s.split(u' '));
-        QCOMPARE((QList<int>{header->sectionSize(0), header->sectionSize(1)}), widths);
-        table.setFilter(u"C"_s);
-        header->setSortIndicator(1, Qt::DescendingOrder);
-        QCOMPARE(shownLabels(table), u"C1 C2 C10"_s.split(u' '));
-        table.view()->selectAll();
-        QCOMPARE(table.selectedRowMaps().size(), 3);
-        table.setFilter(u"C iso>"_s); // while one types
-        QCOMPARE(shownLabels(table).size(), 3);
-
-        // The first rows are drawn, although those that are first in the file are hidden.
-        table.setFilter(u"O,Ca"_s);
-        QStringList words;
-        const auto paint = [&](QPainter *painter) { table.view()->viewport()->render(painter); };
-        for (const QString &shape : Shapes::of({300, 200}, paint).filter(u"text "_s))
-            words.append(shape.section(u' ', 5));
-        QCOMPARE(words.join(u' '), u"Ca3 1000 O1 200"_s);
-        QVERIFY(header->model()->headerData(1, Qt::Horizontal, Qt::ToolTipRole).toString().contains(u"/ 3"));
-    }
-
-    void contactsAreNearestImages()
-    {
-        QCOMPARE(usualNucleus(u"H"_s), u"1H"_s);
-        // Against all images in reach of many cells.
-        std::mt19937 random(5);
-        std::uniform_real_distribution<float> place(-20, 20);
-        Molecule any;
-        const auto &[origin, a, b, c] =
-            any.cell.emplace(std::array{QVector3D(), QVector3D(5, 0, 0), QVector3D(1, 6, 0), QVector3D(0.5, -1, 7)});
-        for (int i = 0; i < 5; ++i)
-            any.atoms.push_back({6, {place(random), place(random), place(random)}, true});
-        std::vector<double> expected;
-        for (const Molecule::Atom &atom : any.atoms)
-            for (int t = 0; t < 41 * 41 * 41; ++t) {
-                const QVector3D image =
-                    atom.position + a * float(t % 41 - 20) + b * float(t / 41 % 41 - 20) + c * float(t / 1681 - 20);
-                const double distance = double((image - any.atoms[2].position).length());
-                if (distance > 1e-3 && distance <= 7)
-                    expected.push_back(distance);
-            }
-        std::sort(expected.begin(), expected.end());
-        const auto found = nearestContacts(any, 2, 7, 1000);
-        QCOMPARE(found.size(), expected.size());
-        for (size_t i = 0; i < found.size(); ++i)
-            QVERIFY(std::abs(found[i].distance - expected[i]) < 1e-4);
     }
 
     void areas()
@@ -392,7 +363,7 @@ O2|C7|-1 0 0|5.2300|17O 13C|0.0286
             QVariantMap made = description(inCell);
             QVariantList atoms;
             for (int element : elements)
-                atoms.append(QVariantMap{{u"El"_s, element}, {u"X"_s, atoms.size()}, {u"Y"_s, 0.0}, {u"Z"_s, 0.0}});
+                atoms.append(atom(element, double(atoms.size()), 0, 0));
             made[u"Atoms"_s] = atoms;
             QCOMPARE(MoleculeItem(made).title(), title);
         }
@@ -528,6 +499,21 @@ line #dde1e6:0.5 10 146 * 146)"_s);
         }
         table.view()->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
         QCOMPARE(shownLabels(table).join(u' '), u"A B C D E F G"_s);
+
+        TableItem labels(new StubTable(rows));
+        labels.view()->horizontalHeader()->setSortIndicator(0, Qt::AscendingOrder);
+        QCOMPARE(shownLabels(labels).join(u' '), u"C1 C2 C10 Ca3 O1"_s);
+        labels.setFilter(u"C"_s);
+        labels.setFilter(u"C iso>"_s); // while one types
+        QCOMPARE(shownLabels(labels).join(u' '), u"C1 C2 C10"_s);
+        // The first rows are drawn, although those that are first in the file are hidden.
+        labels.setFilter(u"O,Ca"_s);
+        labels.resize(400, 300);
+        QStringList words;
+        const auto paint = [&](QPainter *painter) { labels.view()->viewport()->render(painter); };
+        for (const QString &shape : Shapes::of({400, 300}, paint).filter(u"text "_s))
+            words.append(shape.section(u' ', 5));
+        QCOMPARE(words.join(u' '), u"Ca3 1000 O1 200"_s);
     }
 
     /// Codes of columns as they come; what a row's map calls them.
@@ -760,8 +746,7 @@ text #0b5799 * %3 0 Do it)"_s.arg(height)
 
     void picturesHaveTheItemsSize()
     {
-        MoleculeItem molecule(
-            {{u"Atoms"_s, QVariantList{QVariantMap{{u"El"_s, 6}, {u"X"_s, 0.0}, {u"Y"_s, 0.0}, {u"Z"_s, 0.0}}}}});
+        MoleculeItem molecule({{u"Atoms"_s, QVariantList{atom(6, 0, 0, 0)}}});
         molecule.resize(200, 150);
         const auto written = [&](const QString &suffix) {
             QBuffer file;
@@ -775,6 +760,256 @@ text #0b5799 * %3 0 Do it)"_s.arg(height)
         QVERIFY(written(u"SVG"_s).contains("viewBox=\"0 0 196 125\""));
         QVERIFY(written(u"pdf"_s).contains("/MediaBox [0 0 147")); // in points
         QVERIFY(failure([&] { written(u"doc"_s); }).contains(".svg"));
+    }
+
+    // --- table
+
+    void tableModelKeepsTheRulesOfModels()
+    {
+        QObject bare; // offers nothing: an empty table
+        TableModel model(&bare);
+        QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        QCOMPARE(model.columnCount(), 0);
+        const QVariantList columns{QVariantMap(), QVariantMap{{u"Type"_s, 7}}};
+        auto table = std::make_unique<StubTable>(columns, QList<QStringList>{{u"0"_s, u"1"_s}, {u"10"_s, u"11"_s}});
+        model.setTable(table.get());
+        QCOMPARE(model.index(1, 1).data(), u"11"_s);
+        QCOMPARE(model.columnCode(1), 7);
+        QCOMPARE(model.columnCode(2), -1);
+
+        QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
+        model.beginResetModel();
+        table->cells.removeLast();
+        model.endResetModel();
+        model.endResetModel(); // without a begin
+        QCOMPARE(resets.count(), 1);
+        QCOMPARE(model.rowCount(), 1);
+        QVERIFY(!model.data(model.index(5, 0)).isValid());
+        table.reset();
+        QCOMPARE(resets.count(), 2);
+        QCOMPARE(model.rowCount(), 0);
+    }
+
+    // --- links and selection
+
+    void messagesGoBothWaysAndDoNotComeBack()
+    {
+        auto *table = new StubTable(rows);
+        TableItem tableItem(table);
+        MoleculeItem molecule(description(false));
+        tableItem.linkObject(&molecule);
+        tableItem.linkObject(&molecule); // again: still one link
+        tableItem.linkObject(std::make_unique<MoleculeItem>(description(false)).get()); // gone at once
+        QCOMPARE(tableItem.linkedItems().size(), 1);
+
+        tableItem.sendMessage(AtomSelection::toMessage({1, 2, 7, -1}));
+        QCOMPARE(molecule.selectedAtoms(), (QSet<int>{1, 2}));
+        tableItem.sendMessage(QVariantMap{{u"type"_s, 5}, {u"data"_s, QVariantList{0}}});
+        QCOMPARE(molecule.selectedAtoms(), (QSet<int>{1, 2}));
+
+        // The table answers with its whole row, which must not overwrite what the user selected.
+        molecule.setSelectedAtoms({1});
+        molecule.sendMessage(AtomSelection::toMessage({1}));
+        QCOMPARE(table->messages.size(), 1);
+        QCOMPARE(table->messages.first(), (QVariantMap{{u"type"_s, 22}, {u"data"_s, QVariantList{1}}}));
+        QCOMPARE(molecule.selectedAtoms(), QSet<int>{1});
+    }
+
+    // --- molecule
+
+    void damagedDescriptionsAreDrawnAsFarAsTheyGo()
+    {
+        const double nan = std::nan("");
+        for (const QVariantMap &bad : {atom(6, nan, 0, 0, {0}), atom(6, 0, 0, -1e300, {0}), QVariantMap{{u"El"_s, 6}},
+                                       atom(6, 1, 1, 1, {99, -3, 3, 0}), atom(-7, 1, 1, 1), atom(6, 0, 0, 0, {0})}) {
+            QVariantMap made = description(false);
+            made[u"Atoms"_s] = made.value(u"Atoms"_s).toList() << bad;
+            const QVariant lattice = QVariant::fromValue(DoubleVector{3, 0, 0, 3, 0, 0, nan, 0, 0});
+            made[u"CrystallographicData"_s] = QVariantMap{{u"Lattice"_s, lattice}};
+            MoleculeItem molecule(made);
+            molecule.resize(200, 200);
+            Shapes::of({200, 200}, [&](QPainter *painter) { molecule.paint(painter, nullptr, nullptr); });
+            // The molecule is there, fitted and told apart by its atoms.
+            for (int i = 0; i < 3; ++i)
+                QVERIFY(molecule.contentRect().contains(molecule.atomPosition(i)));
+            QVERIFY(QLineF(molecule.atomPosition(1), molecule.atomPosition(2)).length() > 20);
+        }
+    }
+
+    // --- NMR data
+
+    void damagedEntriesShowANote()
+    {
+        QVariantMap map = entryMap(DoubleVector(8, 0.0));
+        map[u"DataPoints"_s] = QVariantList{1, 2};
+        NmrItem item;
+        item.nmrData()->addEntry(map, {});
+        item.resize(600, 200);
+        const QStringList drawn =
+            Shapes::of({600, 200}, [&](QPainter *painter) { item.plot()->paintTo(painter, QRectF(0, 0, 600, 200)); });
+        QVERIFY2(!drawn.filter(u"The spectrum has no data points"_s).isEmpty(), qPrintable(drawn.join(u'\n')));
+    }
+
+    // --- plots
+
+    /// Against the plainest way, on numbers at random: groups of 20 points, blocks of 3 by 2 and less at the ends.
+    void decimationKeepsWhatEveryPartHas()
+    {
+        std::mt19937 random(11);
+        DoubleVector values(1100);
+        for (double &v : values)
+            v = random() % 9 == 0 ? std::nan("") : double(random() % 2001) / 1000 - 1;
+        std::vector<QPointF> expected;
+        for (int group = 0; group < 50; ++group) {
+            int low = -1, high = -1, first = -1, last = -1;
+            for (int i = 70 + 20 * group; i < 90 + 20 * group; ++i) {
+                if (std::isnan(values[i]))
+                    continue;
+                first = first < 0 ? i : first;
+                last = i;
+                low = low < 0 || values[i] < values[low] ? i : low;
+                high = high < 0 || values[i] > values[high] ? i : high;
+            }
+            for (int i : std::set<int>{first, low, high, last})
+                expected.emplace_back(i, values[i]);
+        }
+        QVERIFY(Decimation::envelope(values, 70, 1069, 50) == expected);
+        QCOMPARE(Decimation::envelope(DoubleVector(100, 1.0), -7, 40, 10).size(), size_t(2 * 10)); // more than 4 each
+        QCOMPARE(Decimation::envelope(DoubleVector(100, 1.0), 60, 140, 10).size(), size_t(40)); // each of them
+        QVERIFY(Decimation::envelope(values, 20, 19, 10).empty());
+        // Of groups that do not divide the number of points, and beyond both ends.
+        values[1] = 40;
+        values[1098] = -30;
+        values[1099] = 0;
+        const auto all = Decimation::envelope(values, -5, 1000000, 30);
+        const auto [low, high] =
+            std::minmax_element(all.begin(), all.end(), [](auto a, auto b) { return a.y() < b.y(); });
+        QVERIFY(std::is_sorted(all.begin(), all.end(), [](auto a, auto b) { return a.x() < b.x(); }));
+        QVERIFY(*high == QPointF(1, 40) && *low == QPointF(1098, -30) && all.back() == QPointF(1099, 0));
+        QVERIFY(all.size() <= 4 * 30);
+
+        constexpr int width = 13;
+        for (int top : {0, 2}) {
+            const auto grid = Decimation::blockMaxima({values.data(), 13 * 12}, width, {1, 11}, {top, top + 6}, 4, 4);
+            QCOMPARE(QSize(grid.columns, grid.rows), QSize(4, 4));
+            QVERIFY(grid.firstColumn == 2 && grid.columnStep == 3 && grid.firstRow == top + 0.5 && grid.rowStep == 2);
+            for (int row = 0; row < 4; ++row)
+                for (int column = 0; column < 4; ++column) {
+                    double largest = 0;
+                    for (int y = top + 2 * row; y <= std::min(top + 6, top + 2 * row + 1); ++y)
+                        for (int x = 1 + 3 * column; x <= std::min(11, 3 + 3 * column); ++x)
+                            if (std::abs(values[y * width + x]) > std::abs(largest))
+                                largest = values[y * width + x];
+                    QCOMPARE(grid.cell(column, row), largest);
+                }
+        }
+        QCOMPARE(Decimation::blockMaxima(values, width, {5, 4}, {0, 3}, 4, 4).columns, 0);
+        const auto projections = Decimation::projections(DoubleVector{1, 5, 3, -1, -2, 9}, 3);
+        QCOMPARE(projections.columns, (DoubleVector{1, 5, 9}));
+        QCOMPARE(projections.rows, (DoubleVector{5, 9}));
+    }
+
+    /// A line has a point on each edge of the grid that the level crosses, and goes from edge to edge of a square.
+    void contoursCrossEdgesOnce()
+    {
+        std::mt19937 random(3);
+        for (int round = 0; round < 40; ++round) {
+            const int columns = 5 + round % 4, rows = 4 + round % 3;
+            DoubleVector values(size_t(columns * rows));
+            for (double &v : values)
+                v = double(random() % 1000) + 0.25;
+            const double level = 400 + 5 * round;
+            std::map<std::pair<int, int>, int> crossings; // of places in thousandths: how many lines should be there
+            const auto at = [](const QPointF &p) { return std::pair(qRound(1e3 * p.x()), qRound(1e3 * p.y())); };
+            const auto edge = [&](int x, int y, int dx, int dy) {
+                const double a = values[y * columns + x], b = values[(y + dy) * columns + x + dx];
+                if ((a >= level) != (b >= level))
+                    ++crossings[at(QPointF(x, y) + QPointF(dx, dy) * ((level - a) / (b - a)))];
+            };
+            for (int y = 0; y < rows; ++y)
+                for (int x = 0; x < columns; ++x) {
+                    if (x + 1 < columns)
+                        edge(x, y, 1, 0);
+                    if (y + 1 < rows)
+                        edge(x, y, 0, 1);
+                }
+            for (const QPolygonF &line : Contours::lines(values, columns, rows, level)) {
+                const auto isEnd = [&](const QPointF &p) {
+                    return p.x() == 0 || p.y() == 0 || p.x() == columns - 1 || p.y() == rows - 1;
+                };
+                QVERIFY(line.isClosed() || (isEnd(line.first()) && isEnd(line.last())));
+                for (qsizetype i = line.isClosed() ? 1 : 0; i < line.size(); ++i)
+                    --crossings[at(line[i])];
+                for (qsizetype i = 1; i < line.size(); ++i) {
+                    const QPointF middle = (line[i] + line[i - 1]) / 2, step = line[i] - line[i - 1];
+                    const QRectF square(std::floor(middle.x()), std::floor(middle.y()), 1, 1);
+                    QVERIFY(square.contains(line[i]) && square.contains(line[i - 1]) && !step.isNull());
+                }
+            }
+            for (const auto &[place, left] : crossings)
+                QCOMPARE(left, 0);
+        }
+        using Levels = std::vector<double>;
+        QCOMPARE(Contours::levels(DoubleVector{0, 8, -2}, 0.25, 2, 10), (Levels{2, 4})); // neither 8 nor -2 itself
+        QCOMPARE(Contours::levels(DoubleVector{0, 3, -8}, 0.25, 2, 2), (Levels{2, -2, -4}));
+        QCOMPARE(Contours::levels(DoubleVector{0, 10, -4}, 0.1, 2, 10), (Levels{1, -1, 2, -2, 4, 8}));
+        QCOMPARE(Contours::levels(DoubleVector{-1, -8}, 0.25, 2, 1), (Levels{-2}));
+        QCOMPARE(Contours::levels(DoubleVector{0, 0}, 0.25, 2, 3), Levels());
+    }
+
+    /// Two summits in opposite corners: apart when the middle lies below the level, joined when above.
+    void contoursAtSaddles()
+    {
+        for (const auto &[level, x] : {std::pair(0.6, 0.2), std::pair(0.4, 0.8)}) {
+            const auto lines = Contours::lines(DoubleVector{1, 0, 0, 1}, 2, 2, level);
+            QCOMPARE(lines.size(), size_t(2));
+            for (const QPolygonF &line : lines)
+                QVERIFY(std::abs(QLineF(line.first(), line.last()).length() - 0.4 * M_SQRT2) < 1e-12);
+            QVERIFY(lines[0].boundingRect().contains(QPointF(x, 0.2))
+                    || lines[1].boundingRect().contains(QPointF(x, 0.2)));
+        }
+    }
+
+    void plotsKeepTheirSizeAtEveryResolution()
+    {
+        DoubleVector line(1000);
+        line[250] = 1;
+        NmrItem item;
+        const QVariantMap peak{{u"PeakLabel"_s, u"H1"_s}, {u"Pos"_s, QVariant::fromValue(DoubleVector{7.5, 0})}};
+        QVariantMap other = peak;
+        other[u"PeakLabel"_s] = u"H2"_s;
+        item.nmrData()->addEntry(entryMap(line, {peak, other}), {});
+        const auto box = [&](int dotsPerMeter) { // of all pixels that are not white
+            QImage image(400, 300, QImage::Format_RGB32);
+            image.fill(Qt::white);
+            image.setDotsPerMeterX(dotsPerMeter);
+            image.setDotsPerMeterY(dotsPerMeter);
+            item.plot()->paintTo(std::make_unique<QPainter>(&image).get(), QRectF(20, 20, 350, 250));
+            QRect ink;
+            for (int i = 0; i < 400 * 300; ++i)
+                if (image.pixel(i % 400, i / 400) != qRgb(255, 255, 255))
+                    ink |= QRect(i % 400, i / 400, 1, 1);
+            return ink;
+        };
+        QCOMPARE(box(47244), box(3780)); // 1200 and 96 dpi
+        QVERIFY(box(3780).width() > 300 && box(3780).height() > 200);
+        const auto *traces = dynamic_cast<StackedTraces *>(item.plot()->content());
+        QCOMPARE(traces->labelBand()->visibleTexts(), QStringList{u"H1,H2  7.50"_s});
+    }
+
+    void plotFollowsItsData()
+    {
+        NmrItem item;
+        const QUuid id = item.nmrData()->addEntry(entryMap({1, 2, 3}), {});
+        QVERIFY(item.plot()->content());
+        item.plot()->xAxis->setRange(4, 6);
+        item.nmrData()->insertSpectrum(id, entryMap({3, 2, 1}));
+        QVERIFY(item.plot()->content());
+        QCOMPARE(item.plot()->xAxis->range().upper, 6.0); // an edit keeps what one looks at
+        QVERIFY(QMetaObject::invokeMethod(item.plot(), "fullReset") && item.plot()->content());
+        QVERIFY(item.plot()->xAxis->range().upper > 9.9);
+        item.nmrData()->removeEntry(id);
+        QVERIFY(!item.plot()->content());
     }
 };
 
