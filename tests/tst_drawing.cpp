@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "ItemData.h"
 #include "Shapes.h"
-
-#include "data/ExperimentalSpectrum.h"
 #include "items/molecule/ElementStyle.h"
 #include "items/molecule/MoleculeView.h"
 #include "items/plot/AgreementPlot.h"
-#include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
 #include "items/plot/NmrPlot.h"
 #include "items/plot/PlotContent.h"
@@ -42,31 +40,6 @@ QStringList drawn(const MoleculeView &view)
 bool isNear(const QPointF &a, const QPointF &b, double distance = 0.05)
 {
     return QLineF(a, b).length() <= distance;
-}
-
-QUuid id(int number)
-{
-    return QUuid(u"{00000000-0000-0000-0000-%1}"_s.arg(number, 12, 10, QChar(u'0')));
-}
-
-QVariantMap peak(int number, const QString &label, double f2, double f1, double height)
-{
-    return {{u"ID"_s, id(number)},
-            {u"PeakLabel"_s, label},
-            {u"Pos"_s, QVariant::fromValue(DoubleVector{f2, f1})},
-            {u"Height"_s, height}};
-}
-
-/// 13C points from `first` down by 10 ppm; with rows of 1H from 9 down by 3 ppm where `columns` are given.
-QVariantMap spectrum(double first, const DoubleVector &values, const QVariantList &peaks = {}, int columns = 0)
-{
-    const int size = columns > 0 ? columns : int(values.size());
-    ExperimentalSpectrum made{{}, {{u"13C"_s, 100, 0, first, -10, size}}, values};
-    if (columns > 0)
-        made.dimensions.push_back({u"1H"_s, 400, 0, 9, -3, int(values.size()) / columns});
-    QVariantMap map = toEntryMap(made);
-    map.insert(u"Peaks"_s, QVariantMap{{u"PeakList"_s, peaks}});
-    return map;
 }
 
 /// The shapes of a plot of 600 by 400 pixels.
@@ -114,20 +87,6 @@ QString difference(const QStringList &shapes, const QString &beginning, const QC
     QString text;
     QDebug(&text) << beginning << found << "instead of" << expected;
     return same ? QString() : text;
-}
-
-/// Rows of 40 atoms, an Angstrom apart, each bonded to the next one of its row.
-Molecule chain(int atoms)
-{
-    Molecule made;
-    for (int i = 0; i < atoms; ++i) {
-        constexpr int elements[] = {6, 8, 7};
-        const QVector3D position(float(i % 40), float(i / 40), 0.1f * float(i % 7));
-        made.atoms.push_back({elements[i % 3], position, true});
-        if (i % 40 > 0)
-            made.bonds.push_back({i - 1, i});
-    }
-    return made;
 }
 
 } // namespace
@@ -345,11 +304,18 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
     /// Many balls are drawn from pictures of each kind, very many with plainer bonds: they look alike.
     void manyBalls()
     {
-        const Molecule many = chain(301);
-        MoleculeView view;
-        view.setMolecule(many);
+        const auto chain = [](int atoms) { // rows of 40, an Angstrom apart, each bonded to the next one of its row
+            Molecule made;
+            for (int i = 0; i < atoms; ++i) {
+                const int element = i % 3 == 0 ? 6 : 9 - i % 3;
+                made.atoms.push_back({element, {float(i % 40), float(i / 40), 0.1f * float(i % 7)}, true});
+                if (i % 40 > 0)
+                    made.bonds.push_back({i - 1, i});
+            }
+            return made;
+        };
+        MoleculeView view = viewOf(chain(301));
         view.setArea({0, 0, 800, 200});
-        view.setRotation({}, 1);
         view.setSelection({17});
         QImage pictures(1600, 400, QImage::Format_RGB32), balls = pictures;
         const auto paint = [&](QPaintDevice *device) {
@@ -357,8 +323,8 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
             painter.scale(2, 2);
             view.paint(&painter);
         };
-        for (QImage *image : {&pictures, &balls})
-            image->fill(Qt::white);
+        pictures.fill(Qt::white);
+        balls.fill(Qt::white);
         paint(&pictures);
         QPicture recorded;
         paint(&recorded);
@@ -404,7 +370,7 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         options.legend = false;
         item.plot()->setOptions(options);
         QStringList all = drawn(item);
-        const QCPAxis *x = item.plot()->xAxis, *y = item.plot()->yAxis;
+        QCPAxis *const &x = item.plot()->xAxis, *const &y = item.plot()->yAxis; // others when the content is another
         QCOMPARE(x->range(), QCPRange(10, 70));
         QVERIFY(x->coordToPixel(70) < x->coordToPixel(10) && y->coordToPixel(1) < y->coordToPixel(0));
         QCOMPARE(x->label(), u"¹³C chemical shift / ppm"_s);

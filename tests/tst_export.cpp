@@ -237,12 +237,8 @@ private Q_SLOTS:
         set.method = {u"CODE"_s, u"1.2"_s, u"PBE"_s, 680.5};
         set.sources = {{u"f"_s, u"C1"_s, {10, 161}}, {u"f"_s, u"C2"_s, {100, 70}}, {u"g"_s, u"C1"_s, {150, 19}}};
         const QTemporaryDir folder;
-        const auto readText = [path = folder.filePath(u"set"_s)](const QByteArray &text) {
-            QFile file(path);
-            if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
-                qFatal("no file");
-            file.close();
-            return ReferenceSet::read(path);
+        const auto readText = [&](const QByteArray &text) {
+            return ReferenceSet::read(written(folder, u"set"_s, text));
         };
         const QByteArray text = set.toJson();
         const ReferenceSet read = readText(text);

@@ -1,16 +1,17 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "ItemData.h"
 #include "data/AtomSelection.h"
-#include "data/ExperimentalSpectrum.h"
 #include "items/molecule/MoleculeItem.h"
 #include "items/plot/ContourMap.h"
 #include "items/plot/CrossPeakLabels.h"
-#include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
 #include "items/plot/NmrPlot.h"
 #include "items/plot/PeakEditor.h"
 #include "items/plot/PeakLabelBand.h"
 #include "items/plot/PlotMarks.h"
 #include "items/plot/StackedTraces.h"
+
+#include <numeric>
 
 using namespace Workbench;
 using namespace Qt::StringLiterals;
@@ -19,39 +20,23 @@ namespace {
 
 using Ranges = QList<double>; ///< from, to of F2, then of F1 in two dimensions
 
-QUuid id(int number)
-{
-    return QUuid(u"{00000000-0000-0000-0000-%1}"_s.arg(number, 12, 10, QChar(u'0')));
-}
-
 QVariantMap peak(int number, double f2, double f1 = 0, double height = 1)
 {
-    return {{u"ID"_s, id(number)},
-            {u"PeakLabel"_s, u"X%1"_s.arg(number)},
-            {u"Pos"_s, QVariant::fromValue(DoubleVector{f2, f1})},
-            {u"Height"_s, height}};
+    return peak(number, u"X%1"_s.arg(number), f2, f1, height);
 }
 
 /// 7 points of 13C from 70 to 10 ppm; in two dimensions 3 of 1H, from 9 to 3 ppm. The points count from 1, row by row.
 QVariantMap spectrum(int dimensions, const QVariantList &peaks = {})
 {
-    ExperimentalSpectrum made{{}, {{u"13C"_s, 100, 0, 70, -10, 7}}, {}};
-    if (dimensions == 2)
-        made.dimensions.push_back({u"1H"_s, 400, 0, 9, -3, 3});
-    for (int i = 0; i < (dimensions == 2 ? 21 : 7); ++i)
-        made.data.push_back(i + 1);
-    QVariantMap map = toEntryMap(made);
-    map.insert(u"Peaks"_s, QVariantMap{{u"PeakList"_s, peaks}});
-    return map;
+    DoubleVector values(dimensions == 2 ? 21 : 7);
+    std::iota(values.begin(), values.end(), 1);
+    return spectrum(70, values, peaks, dimensions == 2 ? 7 : 0);
 }
 
 /// A carbon in the middle, oxygen to the right, nitrogen up left and behind, a hydrogen before the carbon. No symmetry.
 QVariantMap molecule()
 {
-    QVariantList atoms;
-    for (const auto &[element, x, y, z] : {std::tuple(6, 0.0, 0.0, 0.0), std::tuple(8, 1.4, 0.2, 0.1),
-                                           std::tuple(7, -0.5, 1.2, -0.8), std::tuple(1, 0.15, 0.1, 2.0)})
-        atoms.append(QVariantMap{{u"El"_s, element}, {u"X"_s, x}, {u"Y"_s, y}, {u"Z"_s, z}});
+    const QVariantList atoms{atom(6, 0, 0, 0), atom(8, 1.4, 0.2, 0.1), atom(7, -0.5, 1.2, -0.8), atom(1, 0.15, 0.1, 2)};
     return {{u"ID"_s, id(900)}, {u"Atoms"_s, atoms}};
 }
 enum MoleculeAtom { Carbon, Oxygen, Nitrogen, Hydrogen };
@@ -526,7 +511,7 @@ private Q_SLOTS:
 
     /// The hydrogen at (0.15, 0.1, 2), in Angstrom to the right and up from the carbon: turned by 0.12 about the
     /// vertical or the horizontal axis, or as far away as the zoom makes it.
-    void moleculeKeys()
+    void moleculeKeysAndWheel()
     {
         for (const auto &[key, hydrogen] : {std::pair(Qt::Key_Left, QPointF(-0.0905, 0.1)),
                                             {Qt::Key_Right, {0.3883, 0.1}},
@@ -554,6 +539,14 @@ private Q_SLOTS:
             QVERIFY(item->contactsVisible() == on && item->isMeasuring() == on);
         }
         lookAlongZ(*item);
+        const auto length = [&] { return QLineF(item->atomPosition(0), item->atomPosition(1)).length(); };
+        const double before = length();
+        item->setCurrent(false);
+        stage.wheel({300, 200});
+        QCOMPARE(length(), before);
+        item->setCurrent(true);
+        stage.wheel({300, 200});
+        QVERIFY(std::abs(length() / before - std::pow(1.0015, 120)) < 1e-6);
         stage.key(Qt::Key_Home);
         QVERIFY(item->viewSettings()[u"Rotation"_s] != QVariant::fromValue(DoubleVector{1, 0, 0, 0}));
     }
@@ -610,20 +603,6 @@ private Q_SLOTS:
         click(item->atomPosition(Oxygen));
         QCOMPARE(item->selectedAtoms(), QSet<int>{Oxygen});
         QVERIFY(item->contactsText().contains(u"\tC1\t0 0 0\t1.4177\t"_s));
-    }
-
-    void wheelZoomsTheCurrentMolecule()
-    {
-        auto *item = new MoleculeItem(molecule());
-        Stage stage(item);
-        const auto length = [&] { return QLineF(item->atomPosition(0), item->atomPosition(1)).length(); };
-        const double before = length();
-        item->setCurrent(false);
-        stage.wheel({300, 200});
-        QCOMPARE(length(), before);
-        item->setCurrent(true);
-        stage.wheel({300, 200});
-        QVERIFY(std::abs(length() / before - std::pow(1.0015, 120)) < 1e-6);
     }
 
     // --- any item

@@ -261,13 +261,11 @@ private Q_SLOTS:
              "##DATA TYPE= INFRARED SPECTRUM\n##XYDATA= (X++(Y..Y))\n1 1 1\n##END=\n"
                  + jcamp(hertz) + jcamp(ppm, "10", "0") + "##END=\n",
              {70});
-        text("several ntuples",
-             "##TITLE= n\n##DATA TYPE= NMR SPECTRUM\n##.OBSERVE FREQUENCY= 50\n##.OBSERVE NUCLEUS= ^15N\n"
-             "##NTUPLES= NMR SPECTRUM\n##SYMBOL= X, R, I, N\n##VAR_DIM= 5, 5, 5, 2\n##UNITS= HZ, ARB, ARB,\n"
-             "##FACTOR= 2, 0.5, 3, 1\n##FIRST= 400, 1, 1, 1\n##LAST= 0, 1, 1, 2\n##PAGE= N=1\n"
-             "##DATA TABLE= (X++(R..R)), XYDATA $$ real\n200 1 1 8\n50 1 1\n##PAGE= N=2\n"
-             "##DATA TABLE= (X++(I..I)), XYDATA\n200 5 6 7 8 9\n##END NTUPLES= NMR SPECTRUM\n##END=\n",
-             {4}, 4, "15N");
+        text(
+            "several ntuples",
+            u"##TITLE= n\n##DATA TYPE= NMR SPECTRUM\n##.OBSERVE FREQUENCY= 50\n##.OBSERVE NUCLEUS= ^15N\n##NTUPLES= NMR SPECTRUM\n##SYMBOL= X, R, I, N\n##VAR_DIM= 5, 5, 5, 2\n##UNITS= HZ, ARB, ARB,\n##FACTOR= 2, 0.5, 3, 1\n##FIRST= 400, 1, 1, 1\n##LAST= 0, 1, 1, 2\n##PAGE= N=1\n##DATA TABLE= (X++(R..R)), XYDATA $$ real\n200 1 1 8\n50 1 1\n##PAGE= N=2\n##DATA TABLE= (X++(I..I)), XYDATA\n200 5 6 7 8 9\n##END NTUPLES= NMR SPECTRUM\n##END=\n"_s
+                .toUtf8(),
+            {4}, 4, "15N");
 
         text("CSDM, numbers", csdm(hertzAxis, eightNumbers), {2}, 70);
         const auto axis = [](QByteArray made, const char *from, const char *to) { return made.replace(from, to); };
@@ -333,10 +331,10 @@ private Q_SLOTS:
         const auto row = [&](const char *name, const QByteArray &text, const char *report) {
             check(name, {{u"s.x"_s, text}}, u"s.x"_s, report);
         };
-        const auto heights = [](int count, int high, const char *end) {
+        const auto lines = [](int count, int high, const auto &start) {
             QByteArray text;
             for (int i = 0; i < count; ++i)
-                text += QByteArray::number(i == high ? 50 : i % 2) + end;
+                text += start(i) + QByteArray::number(i == high ? 50 : i % 2) + '\n';
             return text;
         };
         QByteArray plane = plane2D();
@@ -360,10 +358,8 @@ private Q_SLOTS:
                 .replace("\n0 1", "\n5000 1"),
             R"(Format JCAMP-DX | Title t | F2 13C, 100.0000 MHz, 11 points from 150.0000 to 50.0000 ppm, 10 ppm apart | Noise 4.98888 around 4 | Peaks 0 picked | Note Line 16 says that it begins at X = 5000, by its place that is 0: the points were placed by their count.)");
         row("JCAMP peaks in kHz",
-            "##TITLE= a µ\n##DATA TYPE= NMR PEAK ASSIGNMENTS\n##.OBSERVE FREQUENCY= 50,5 MHz\n##.OBSERVE NUCLEUS= "
-            "^31P\n##XUNITS= KHZ\n"
-            "##XFACTOR= 2\n##YFACTOR= 0.5\n##PEAK ASSIGNMENTS= (XYA)\n(1.01, 7, <P1, P2>)\n(-0.505, 9, <>) (0.1, -3, "
-            "<c>)\n##END=\n",
+            u"##TITLE= a µ\n##DATA TYPE= NMR PEAK ASSIGNMENTS\n##.OBSERVE FREQUENCY= 50,5 MHz\n##.OBSERVE NUCLEUS= ^31P\n##XUNITS= KHZ\n##XFACTOR= 2\n##YFACTOR= 0.5\n##PEAK ASSIGNMENTS= (XYA)\n(1.01, 7, <P1, P2>)\n(-0.505, 9, <>) (0.1, -3, <c>)\n##END=\n"_s
+                .toUtf8(),
             R"(Format JCAMP-DX peak list | Title a µ | F2 31P | Peaks 3 | 40.0000 ppm 3.5 P1, P2 | -20.0000 ppm 4.5 | 3.9604 ppm -1.5 c | Note 0 Hz was taken as 0 ppm: the file names no reference. | Note The comma in ##.OBSERVEFREQUENCY= 50,5 was taken for a decimal point.)");
         row("CSDM",
             QByteArray(
@@ -373,19 +369,13 @@ private Q_SLOTS:
         row("SIMPSON 2D",
             "SIMP\nNP=3\nSW=300\nNI=2\nSW1=800\nREF=-50\nREF1=100\nTYPE=SPE\nDATA\n1 0\n2 0\n9 0\n4 0\n5 0\n6 0\nEND\n",
             R"(Format SIMPSON | Title s | F2 100.0000 MHz, 3 points from 0.0000 to -2.0000 ppm, 1 ppm apart | F1 40.0000 MHz, 2 points from 2.5000 to -7.5000 ppm, 10 ppm apart | Noise 0 around 0 | Peaks 0 picked | Note Hz were divided by 100 MHz; 0 Hz was taken as 0 ppm. | Note Hz were divided by 40 MHz; 0 Hz was taken as 0 ppm.)");
-        row(
-            "text in kHz",
-            "# 13C, 62.5 MHz\nFrequency (kHz)\tI\n" +
-                [&] {
-                    QByteArray text;
-                    for (int i = 0; i < 40; ++i)
-                        text += QByteArray::number(5 - 0.25 * i) + '\t' + (i == 12 ? "50" : i % 2 ? "0" : "1") + '\n';
-                    return text;
-                }(),
+        row("text in kHz",
+            "# 13C, 62.5 MHz\nFrequency (kHz)\tI\n"
+                + lines(40, 12, [](int i) { return QByteArray::number(5 - 0.25 * i) + '\t'; }),
             R"(Format text table | Title s | F2 13C, 100.0000 MHz, 40 points from 50.0000 to -47.5000 ppm, 2.5 ppm apart | Noise 0.563436 around 0.5 | Peaks 1 picked | 20.0000 ppm 49.5 | Note Read as a spectrum: 40 evenly spaced positions. | Note Column "I" was taken as the intensity. | Note Positions in kHz were divided by 100 MHz; 0 Hz was taken as 0 ppm.)");
         row("text, region",
             "# F1LEFT = 40 ppm. F1RIGHT = 20 ppm.\n# F2LEFT = 9 ppm. F2RIGHT = 2 ppm.\n# NROWS = 3\n# NCOLS = 8\n"
-                + heights(24, 13, "\n"),
+                + lines(24, 13, [](int) { return QByteArray(); }),
             R"(Format text, region and intensities | Title s | F2 8 points from 9.0000 to 2.0000 ppm, 1 ppm apart | F1 3 points from 40.0000 to 20.0000 ppm, 10 ppm apart | Noise 0.563436 around 0.5 | Peaks 1 picked | 4.0000 30.0000 ppm 49.5 | Note LEFT and RIGHT were taken as the positions of the first and the last point.)");
         row("publication",
             "Lit.\n31P{1H} NMR (162 MHz, MAS): δ = 12,5 (d, 2J = 30 Hz, 2P, P-1); \u221225,25 to -24,75 (m, 1P) and 3 "

@@ -295,10 +295,8 @@ private Q_SLOTS:
         row("   Assignment       w1       w2   Data Height\n\n  A1N-HN   110.5   8.25   300\n  G2N-HN   105.5   7.5   "
             "200\n",
             2, {{8.25, 110.5, 300, u"A1N-HN"_s}, {7.5, 105.5, 200, u"G2N-HN"_s}});
-        row("DU=/nmr, USER=me, NAME=x, EXPNO=10, PROCNO=1\nF1=220.0ppm, F2=-10.0ppm, MI=0.1cm, MAXI=99.0cm, PC=1.4\n\n"
-            "  #   ADDRESS    FREQUENCY   INTENSITY\n              [Hz]    [PPM]\n\n  1   2411.2  17312.5  173.125   "
-            "5.5\n"
-            "  2   5411.5   5100.0   51.000  10.0\n  3   6200.0   2075.0   20.750   7.5\n",
+        row(u"DU=/nmr, USER=me, NAME=x, EXPNO=10, PROCNO=1\nF1=220.0ppm, F2=-10.0ppm, MI=0.1cm, MAXI=99.0cm, PC=1.4\n\n  #   ADDRESS    FREQUENCY   INTENSITY\n              [Hz]    [PPM]\n\n  1   2411.2  17312.5  173.125   5.5\n  2   5411.5   5100.0   51.000  10.0\n  3   6200.0   2075.0   20.750   7.5\n"_s
+                .toUtf8(),
             1, {{173.125, 0, 5.5}, {51, 0, 10}, {20.75, 0, 7.5}}, "number, point, Hz, ppm and height");
         row("Peak\tRegion\tIndex (F1)\tν(F1) [ppm]\tν(F1) [Hz]\tIntensity [abs]\tIntensity [rel]\tHalf width [ppm]\n"
             "1\t1\t2411.2\t173.125\t17312.5\t5500\t0.5\t0.4\n2\t1\t5411.5\t51\t5100\t9900\t1\t0.3\n",
@@ -423,26 +421,25 @@ private Q_SLOTS:
     {
         QByteArray pipe(2048, '\0');
         qToLittleEndian<float>(2.345f, pipe.data() + 8);
-        using Files = QMap<QString, QByteArray>;
-        for (const auto &[files, opened, message] :
-             {std::tuple(Files{{u"s.fid/fid"_s, "x"}, {u"s.fid/procpar"_s, "x"}}, u"s.fid"_s, "Varian/Agilent"),
-              std::tuple(Files{{u"s.fid/fid"_s, "x"}, {u"s.fid/procpar"_s, "x"}}, u"s.fid/fid"_s, "Varian/Agilent"),
-              std::tuple(Files{{u"10/fid"_s, "x"}, {u"10/acqus"_s, "x"}}, u"10"_s, "process them in TopSpin"),
-              std::tuple(Files{{u"11/ser"_s, "x"}, {u"11/acqus"_s, "x"}}, u"11/ser"_s, "process them in TopSpin"),
-              std::tuple(Files{{u"m/acqu.par"_s, "x"}, {u"m/data.1d"_s, "x"}}, u"m"_s, "Magritek"),
-              std::tuple(Files{{u"data.1d"_s, "x"}}, u"data.1d"_s, "Magritek"),
-              std::tuple(Files{{u"s.mnova"_s, "x"}}, u"s.mnova"_s, "MestReNova"),
-              std::tuple(Files{{u"s.nmrium"_s, "{\"spectra\": []}"}}, u"s.nmrium"_s, "NMRium"),
-              std::tuple(Files{{u"s.mat"_s, "MATLAB 5.0 MAT-file"}}, u"s.mat"_s, "ssNake"),
-              std::tuple(Files{{u"s.xlsx"_s, "PK\x03\x04"}}, u"s.xlsx"_s, "a spreadsheet, which cannot"),
-              std::tuple(Files{{u"s.zip"_s, "PK\x03\x04"}}, u"s.zip"_s, "unpack it"),
-              std::tuple(Files{{u"s.ft2"_s, pipe}}, u"s.ft2"_s, "NMRPipe")}) {
+        for (const auto &[files, contents, opened, message] :
+             {std::tuple("s.fid/fid s.fid/procpar", QByteArray("x"), "s.fid", "Varian/Agilent"),
+              {"s.fid/fid s.fid/procpar", "x", "s.fid/fid", "Varian/Agilent"},
+              {"10/fid 10/acqus", "x", "10", "process them in TopSpin"},
+              {"11/ser 11/acqus", "x", "11/ser", "process them in TopSpin"},
+              {"m/acqu.par m/data.1d", "x", "m", "Magritek"},
+              {"data.1d", "x", "data.1d", "Magritek"},
+              {"s.mnova", "x", "s.mnova", "MestReNova"},
+              {"s.nmrium", "{\"spectra\": []}", "s.nmrium", "NMRium"},
+              {"s.mat", "MATLAB 5.0 MAT-file", "s.mat", "ssNake"},
+              {"s.xlsx", "PK\x03\x04", "s.xlsx", "a spreadsheet, which cannot"},
+              {"s.zip", "PK\x03\x04", "s.zip", "unpack it"},
+              {"s.ft2", pipe, "s.ft2", "NMRPipe"}}) {
             const QTemporaryDir folder;
-            for (auto file = files.begin(); file != files.end(); ++file) {
-                QVERIFY(QDir(folder.path()).mkpath(QFileInfo(file.key()).path()));
-                writeBytes(folder, *file, file.key());
+            for (const QString &file : QString::fromLatin1(files).split(u' ')) {
+                QVERIFY(QDir(folder.path()).mkpath(QFileInfo(file).path()));
+                writeBytes(folder, contents, file);
             }
-            const QString path = folder.filePath(opened);
+            const QString path = folder.filePath(QLatin1String(opened));
             const QString found = QString::fromUtf8(failure([&] { readMeasurement(path); }));
             QVERIFY2(found.contains(QLatin1String(message)), qPrintable(found));
         }

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "Failure.h"
+#include "ItemData.h"
 #include "Shapes.h"
 #include "analysis/Integration.h"
 #include "data/AtomSelection.h"
-#include "data/ExperimentalSpectrum.h"
+#include "data/JsonValues.h"
 #include "items/ItemPicture.h"
 #include "items/molecule/MoleculeItem.h"
 #include "items/plot/Contours.h"
 #include "items/plot/Decimation.h"
 #include "items/plot/LabelPlacement.h"
-#include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
 #include "items/plot/NmrPlot.h"
 #include "items/plot/PeakLabelBand.h"
@@ -89,6 +89,13 @@ private:
 const QVariantList rows{row(u"C1"_s, 100), row(u"C10"_s, -5.5), row(u"C2"_s, 50), row(u"O1"_s, 200, 7.25),
                         row(u"Ca3"_s, 1e3, -0.5)};
 
+/// JSON with apostrophes.
+QString text(const QVariantMap &settings)
+{
+    return QString::fromUtf8(QJsonDocument(toJson(settings).toObject()).toJson(QJsonDocument::Compact))
+        .replace(u'"', u'\'');
+}
+
 /// The entries in sight, menus with theirs in brackets: "+" is on, "-" off, "!" grey.
 QString entries(const QMenu *menu)
 {
@@ -114,11 +121,6 @@ void choose(const QMenu *menu, const QString &path)
     QFAIL(qPrintable(path));
 }
 
-QVariantMap atom(int element, double x, double y, double z, const QList<int> &bonds = {})
-{
-    return {{u"El"_s, element}, {u"X"_s, x}, {u"Y"_s, y}, {u"Z"_s, z}, {u"NB.Num"_s, QVariant::fromValue(bonds)}};
-}
-
 /// Formaldehyde-like: carbon, oxygen and nitrogen in a skewed cell, not symmetric in any way.
 QVariantMap description(bool inCell = true)
 {
@@ -135,15 +137,6 @@ QStringList shownLabels(const TableItem &table)
     for (const QString &line : table.selectionText().split(u'\n', Qt::SkipEmptyParts).mid(1))
         labels.append(line.section(u'\t', 0, 0));
     return labels;
-}
-
-/// 1H at 600 MHz over 10..0 ppm.
-QVariantMap entryMap(const DoubleVector &points, const QVariantList &peaks = {})
-{
-    const int size = int(points.size());
-    QVariantMap map = toEntryMap(ExperimentalSpectrum{{}, {{u"1H"_s, 600, 0, 10, -10.0 / size, size}}, points});
-    map.insert(u"Peaks"_s, QVariantMap{{u"PeakList"_s, peaks}});
-    return map;
 }
 
 } // namespace
@@ -270,19 +263,10 @@ private Q_SLOTS:
             u"Labels (-None, -Element, +Label of the File), -Show Unit Cell, -Show Hydrogens, Crystal (-Molecules, +Cell Contents, -1 × 1 × 1, +2 × 2 × 2, -3 × 3 × 3, Other Numbers of Cells...), Tensors (-None, -Shielding, +Anisotropic Part of the Shielding, !-Electric Field Gradient, +Principal Axes, -50 % of their size, -100 % of their size, +150 % of their size, -200 % of their size), +Measure Distances and Angles|M, !Remove Measurements, +Nearest Contacts of the Selected Atom|N, Copy Contacts, Reset View|Home, Picture (Copy, Save..., Print...)"_s);
         QCOMPARE(reports.size(), 1);
         QVERIFY(reports[0].startsWith(u"Measuring: "_s));
-        QVariantMap settings{{u"Rotation"_s, numbers({0.5, 0.5, -0.5, 0.5})},
-                             {u"Zoom"_s, 0.75},
-                             {u"Labels"_s, 3},
-                             {u"Cell"_s, false},
-                             {u"Hydrogens"_s, false},
-                             {u"Contents"_s, 1},
-                             {u"Cells"_s, numbers({2, 2, 2})},
-                             {u"Tensors"_s, 2},
-                             {u"TensorSize"_s, 1.5},
-                             {u"TensorAxes"_s, true},
-                             {u"Measurements"_s, QVariantList()},
-                             {u"Contacts"_s, true}};
-        QCOMPARE(molecule.viewSettings(), settings);
+        QVariantMap settings = molecule.viewSettings();
+        QCOMPARE(
+            text(settings),
+            u"{'Cell':false,'Cells':[2,2,2],'Contacts':true,'Contents':1,'Hydrogens':false,'Labels':3,'Measurements':[],'Rotation':[0.5,0.5,-0.5,0.5],'TensorAxes':true,'TensorSize':1.5,'Tensors':2,'Zoom':0.75}"_s);
         // By numpy.
         choose(molecule.contextMenu(), u"Copy Contacts"_s);
         QCOMPARE(QGuiApplication::clipboard()->text().replace(u'\t', u'|'),
@@ -345,12 +329,9 @@ O2|C7|-1 0 0|5.2300|17O 13C|0.0286
                                   {u"TensorSize"_s, 11.0},
                                   {u"Cells"_s, numbers({0.9, 100, 99})},
                                   {u"Measurements"_s, nonsense}});
-        const QVariantMap mended = molecule.viewSettings();
-        QVERIFY(mended[u"Labels"_s] == 0 && mended[u"Tensors"_s] == 0 && mended[u"TensorSize"_s] == 10.0);
-        QVERIFY(mended[u"Cell"_s] == true && mended[u"Hydrogens"_s] == true && mended[u"Contacts"_s] == false);
-        QVERIFY(mended[u"Contents"_s] == 0 && molecule.packing().cells == (std::array{1, 1, 99})
-                && mended[u"Zoom"_s] == 0.75);
-        QVERIFY(mended[u"Measurements"_s].toList().isEmpty());
+        QCOMPARE(
+            text(molecule.viewSettings()),
+            u"{'Cell':true,'Cells':[1,1,99],'Contacts':false,'Contents':0,'Hydrogens':true,'Labels':0,'Measurements':[],'Rotation':[0.5,0.5,-0.5,0.5],'TensorAxes':false,'TensorSize':10,'Tensors':0,'Zoom':0.75}"_s);
     }
 
     void moleculeTitles()
@@ -442,21 +423,17 @@ line #dde1e6:0.5 10 146 * 146)"_s);
         TableItem table(new StubTable(rows));
         table.resize(400, 300);
         table.ensureFitted();
-        QCOMPARE(table.viewSettings(),
-                 (QVariantMap{{u"Filter"_s, QString()}, {u"SortColumn"_s, -1}, {u"Descending"_s, false}}));
+        QCOMPARE(text(table.viewSettings()), u"{'Descending':false,'Filter':'','SortColumn':-1}"_s);
         table.view()->horizontalHeader()->resizeSection(1, 77);
         choose(table.contextMenu(), u"&Columns/Labels  –  The sites' labels in the file"_s);
-        const QVariantMap settings{{u"Filter"_s, u"iso>=50"_s},
-                                   {u"SortColumn"_s, 1},
-                                   {u"Descending"_s, true},
-                                   {u"HiddenColumns"_s, QStringList{u"1"_s}},
-                                   {u"ColumnWidths"_s, QVariantMap{{u"2"_s, 77}}}};
         table.setFilter(u"iso>=50"_s);
         table.view()->horizontalHeader()->setSortIndicator(1, Qt::DescendingOrder);
-        QCOMPARE(table.viewSettings(), settings);
+        const QString settings =
+            u"{'ColumnWidths':{'2':77},'Descending':true,'Filter':'iso>=50','HiddenColumns':['1'],'SortColumn':1}"_s;
+        QCOMPARE(text(table.viewSettings()), settings);
         TableItem other(new StubTable(rows));
-        other.setViewSettings(settings);
-        QCOMPARE(other.viewSettings(), settings);
+        other.setViewSettings(table.viewSettings());
+        QCOMPARE(text(other.viewSettings()), settings);
         QCOMPARE(other.selectionText(), u"Iso, ppm\n1000\n200\n100\n50\n"_s);
         other.ensureFitted();
         QCOMPARE(other.view()->columnWidth(1), 77);
@@ -473,12 +450,8 @@ line #dde1e6:0.5 10 146 * 146)"_s);
         other.setViewSettings({{u"ColumnWidths"_s, QVariantMap{{u"1"_s, 0}, {u"2"_s, 2001}, {u"3"_s, 2000}}},
                                {u"SortColumn"_s, 2},
                                {u"HiddenColumns"_s, QStringList{u"7"_s, u"7"_s}}});
-        QCOMPARE(other.viewSettings(),
-                 (QVariantMap{{u"Filter"_s, QString()},
-                              {u"SortColumn"_s, 1},
-                              {u"Descending"_s, true},
-                              {u"HiddenColumns"_s, QStringList{u"7"_s}},
-                              {u"ColumnWidths"_s, QVariantMap{{u"3"_s, 2000}}}}));
+        QCOMPARE(text(other.viewSettings()),
+                 u"{'ColumnWidths':{'3':2000},'Descending':true,'Filter':'','HiddenColumns':['7'],'SortColumn':1}"_s);
     }
 
     /// Numbers by size, then texts, what is empty last, whichever the order.
@@ -565,12 +538,8 @@ line #dde1e6:0.5 10 146 * 146)"_s);
         QGraphicsScene scene;
         NmrItem item;
         item.resize(500, 400);
-        const QVariantMap peaks{
-            {u"PeakList"_s,
-             QVariantList{QVariantMap{{u"PeakLabel"_s, u"C1"_s}, {u"Pos"_s, numbers({60, 6})}, {u"Height"_s, 2.5}},
-                          QVariantMap{{u"PeakLabel"_s, u"C2"_s}, {u"Pos"_s, numbers({50, 3})}, {u"Height"_s, 4}}}}};
-        ExperimentalSpectrum line{{}, {{u"13C"_s, 100, 0, 70, -10, 3}}, {1, -2.5, 1e-7}};
-        const QUuid first = item.nmrData()->addEntry(toEntryMap(line), u"one"_s);
+        const QVariantList peaks{peak(1, u"C1"_s, 60, 6, 2.5), peak(2, u"C2"_s, 50, 3, 4)};
+        const QUuid first = item.nmrData()->addEntry(spectrum(70, {1, -2.5, 1e-7}), u"one"_s);
         scene.addItem(&item);
         const QString menu =
             u"Show Full Range|Home, Show (%1, -Axis in Hz, -Same Range as Other Plots of the Nucleus), Appearance (Colour (+By its place in the stack, -Blue, -Vermilion, -Green, -Purple, -Orange, -Sky blue, -Black), !Own Height and Place Again), Measure (%2Mark Integrals|I, Mark Distances|D, !Set Integral (), !Remove the Last Integral, !Remove the Last Distance, !Remove All), Edit Title..., Copy Numbers%3, Picture (Copy, Save..., Print...)"_s;
@@ -609,13 +578,9 @@ line #dde1e6:0.5 10 146 * 146)"_s);
         QVERIFY(item.plot()->options().integrals.isEmpty() && item.plot()->options().distances.isEmpty());
         QCOMPARE(item.plot()->options().traces[first].color, -1);
 
-        ExperimentalSpectrum plane{
-            {}, {{u"13C"_s, 100, 0, 70, -10, 3}, {u"1H"_s, 400, 0, 9, -3, 2}}, {1, 2, 3, 4, 5, 6}};
-        QVariantMap map = toEntryMap(plane);
-        map[u"Peaks"_s] = peaks;
         NmrItem second;
         second.resize(500, 400);
-        second.nmrData()->addEntry(map, {});
+        second.nmrData()->addEntry(spectrum(70, {1, 2, 3, 4, 5, 6}, peaks, 3), {});
         QCOMPARE(second.title(), u"¹³C–¹H spectrum, 2D"_s);
         QCOMPARE(entries(second.contextMenu()),
                  menu.arg(u"+Peak Crosses, +Peak Labels, +Legend"_s, u"!"_s, u", Contour Levels..."_s));
@@ -623,7 +588,7 @@ line #dde1e6:0.5 10 146 * 146)"_s);
                  u"label\tppm F2\tppm F1\theight\nC1\t60\t6\t2.5\n"_s); // the other one lies outside
         second.nmrData()->setEntryName(second.nmrData()->activeEntryId(), u"map"_s, {});
         QCOMPARE(second.title(), u"¹³C–¹H of map"_s);
-        const QUuid list = item.nmrData()->addEntry({{u"Peaks"_s, peaks}}, u"list"_s);
+        const QUuid list = item.nmrData()->addEntry({{u"Peaks"_s, QVariantMap{{u"PeakList"_s, peaks}}}}, u"list"_s);
         item.nmrData()->setActiveEntryId(list);
         QCOMPARE(item.title(), u"list"_s);
         item.plot()->content();
@@ -840,7 +805,7 @@ text #0b5799 * %3 0 Do it)"_s.arg(height)
 
     void damagedEntriesShowANote()
     {
-        QVariantMap map = entryMap(DoubleVector(8, 0.0));
+        QVariantMap map = spectrum(70, DoubleVector(8, 0.0));
         map[u"DataPoints"_s] = QVariantList{1, 2};
         NmrItem item;
         item.nmrData()->addEntry(map, {});
@@ -972,13 +937,9 @@ text #0b5799 * %3 0 Do it)"_s.arg(height)
 
     void plotsKeepTheirSizeAtEveryResolution()
     {
-        DoubleVector line(1000);
-        line[250] = 1;
         NmrItem item;
-        const QVariantMap peak{{u"PeakLabel"_s, u"H1"_s}, {u"Pos"_s, QVariant::fromValue(DoubleVector{7.5, 0})}};
-        QVariantMap other = peak;
-        other[u"PeakLabel"_s] = u"H2"_s;
-        item.nmrData()->addEntry(entryMap(line, {peak, other}), {});
+        const QVariantList peaks{peak(1, u"C1"_s, 50, 0, 1), peak(2, u"C2"_s, 50, 0, 1)};
+        item.nmrData()->addEntry(spectrum(70, {0, 0, 1, 0, 0, 0, 0}, peaks), {});
         const auto box = [&](int dotsPerMeter) { // of all pixels that are not white
             QImage image(400, 300, QImage::Format_RGB32);
             image.fill(Qt::white);
@@ -994,20 +955,20 @@ text #0b5799 * %3 0 Do it)"_s.arg(height)
         QCOMPARE(box(47244), box(3780)); // 1200 and 96 dpi
         QVERIFY(box(3780).width() > 300 && box(3780).height() > 200);
         const auto *traces = dynamic_cast<StackedTraces *>(item.plot()->content());
-        QCOMPARE(traces->labelBand()->visibleTexts(), QStringList{u"H1,H2  7.50"_s});
+        QCOMPARE(traces->labelBand()->visibleTexts(), QStringList{u"C1,C2  50.0"_s});
     }
 
     void plotFollowsItsData()
     {
         NmrItem item;
-        const QUuid id = item.nmrData()->addEntry(entryMap({1, 2, 3}), {});
+        const QUuid id = item.nmrData()->addEntry(spectrum(70, {1, 2, 3}), {});
         QVERIFY(item.plot()->content());
-        item.plot()->xAxis->setRange(4, 6);
-        item.nmrData()->insertSpectrum(id, entryMap({3, 2, 1}));
+        item.plot()->xAxis->setRange(55, 65);
+        item.nmrData()->insertSpectrum(id, spectrum(70, {3, 2, 1}));
         QVERIFY(item.plot()->content());
-        QCOMPARE(item.plot()->xAxis->range().upper, 6.0); // an edit keeps what one looks at
+        QCOMPARE(item.plot()->xAxis->range().upper, 65.0); // an edit keeps what one looks at
         QVERIFY(QMetaObject::invokeMethod(item.plot(), "fullReset") && item.plot()->content());
-        QVERIFY(item.plot()->xAxis->range().upper > 9.9);
+        QVERIFY(item.plot()->xAxis->range().upper > 69.9);
         item.nmrData()->removeEntry(id);
         QVERIFY(!item.plot()->content());
     }
