@@ -221,11 +221,8 @@ private Q_SLOTS:
         molecule.cell = std::array{QVector3D(9, 9, 9), QVector3D(5, 0, 0), QVector3D(1, 6, 0), QVector3D(0.5, 2, 7)};
         QStringList found;
         for (const auto &[image, distance] : nearestContacts(molecule, 0, 5.2, 4))
-            found.append(u"%1 (%2 %3 %4) %5"_s.arg(image.atom)
-                             .arg(image.cell[0])
-                             .arg(image.cell[1])
-                             .arg(image.cell[2])
-                             .arg(distance, 0, 'f', 3));
+            found.append(QString::asprintf("%d (%d %d %d) %.3f", image.atom, image.cell[0], image.cell[1],
+                                           image.cell[2], distance));
         QCOMPARE(found.join(u", "_s),
                  u"1 (-1 0 0) 1.500, 2 (0 0 -1) 3.640, 2 (0 0 0) 4.000, 1 (0 0 0) 4.717"_s); // numpy
         const auto far = nearestContacts(molecule, 1, 14.5, 1000);

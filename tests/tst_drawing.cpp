@@ -396,12 +396,9 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
                                                  {20.0, u"#d55e00 * %1 -90 B  20.0"_s, 2.12}}) {
             labels +=
                 u"text "_s + QString(words).replace(u'*', QString::number(x->coordToPixel(ppm))).arg(head - 3) + u'\n';
-            leaders += u"line #90969e:0.7 %1 %2 %1 %3\nline #90969e:0.7 %1 %3 %1 %4\nline #90969e:0.7:3 %1 %4 %1 %5\n"_s
-                           .arg(x->coordToPixel(ppm))
-                           .arg(head)
-                           .arg(head + 4)
-                           .arg(head + 13)
-                           .arg(y->coordToPixel(height) - 2);
+            leaders += filled(
+                u"line #90969e:0.7 %1 %2 %1 %3\nline #90969e:0.7 %1 %3 %1 %4\nline #90969e:0.7:3 %1 %4 %1 %5\n"_s,
+                {x->coordToPixel(ppm), head, head + 4, head + 13, y->coordToPixel(height) - 2});
         }
         const QStringList texts = all.filter(u"text "_s);
         VERIFY_DRAWN(texts.mid(texts.size() - 6), labels);
@@ -516,25 +513,14 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         const QRect area = item.plot()->xAxis->axisRect()->rect();
         const auto x = [&](double ppm) { return item.plot()->xAxis->coordToPixel(ppm); };
         const auto y = [&](double part) { return area.top() + part * area.height(); };
-        const QString expected =
-            u"rect - #1c0072b2 %1 %3 %4 %5\npolyline #0072b2:1.2 %1 %6 %1 %7 %2 %7 %2 %6\npath #ffffff:3 - %8 %9\npath - * %8 %9\n"_s
-                .arg(x(60))
-                .arg(x(40))
-                .arg(area.top())
-                .arg(x(40) - x(60))
-                .arg(area.height())
-                .arg(area.top() + 25)
-                .arg(area.top() + 20)
-                .arg(x(50))
-                .arg(area.top() + 11)
-            + u"line #5a2d82:1.2 %1 %2 %3 %4\nellipse #5a2d82:1.2 #5a2d82 %1 %2 2.5 2.5\nellipse #5a2d82:1.2 #5a2d82 "
-              u"%3 %4 2.5 2.5\npath #ffffff:3 - %5 %6\npath - #5a2d82 %5 %6"_s.arg(x(55))
-                  .arg(y(0.25))
-                  .arg(x(35))
-                  .arg(y(0.5))
-                  .arg(x(45))
-                  .arg(y(0.375) - 10);
-        VERIFY_DRAWN(all.mid(all.size() - 9), expected);
+        const double top = area.top();
+        const QString integral = filled(
+            u"rect - #1c0072b2 %1 %3 %4 %5\npolyline #0072b2:1.2 %1 %6 %1 %7 %2 %7 %2 %6\npath #ffffff:3 - %8 %9\npath - * %8 %9\n"_s,
+            {x(60), x(40), top, x(40) - x(60), 1.0 * area.height(), top + 25, top + 20, x(50), top + 11});
+        const QString distance = filled(
+            u"line #5a2d82:1.2 %1 %2 %3 %4\nellipse #5a2d82:1.2 #5a2d82 %1 %2 2.5 2.5\nellipse #5a2d82:1.2 #5a2d82 %3 %4 2.5 2.5\npath #ffffff:3 - %5 %6\npath - #5a2d82 %5 %6"_s,
+            {x(55), y(0.25), x(35), y(0.5), x(45), y(0.375) - 10});
+        VERIFY_DRAWN(all.mid(all.size() - 9), integral + distance);
     }
 
     /// The worst three of four pairs are named, the worst first.

@@ -678,16 +678,13 @@ line #dde1e6:0.5 10 146 * 146)"_s);
             return Shapes::of({300, 200},
                               [&](QPainter *painter) { const_cast<NoteBar *>(bar)->paint(painter, nullptr, nullptr); });
         };
-        VERIFY_DRAWN(notes().mid(5, 6),
-                     uR"(
-rect - #fff7dc 0 %1 296 %1
+        const QString bars = uR"(rect - #fff7dc 0 %1 296 %1
 line #e6d594:1 0 %2 296 %2
 ellipse #4a3800:1 - 12 %3 6.5 6.5
 text #4a3800 9.8 %3 0 !
 text #4a3800 24 %3 0 Another one.
-text #0b5799 * %3 0 Do it)"_s.arg(height)
-                         .arg(2 * height)
-                         .arg(height + 11));
+text #0b5799 * %3 0 Do it)"_s;
+        VERIFY_DRAWN(notes().mid(5, 6), filled(bars, {height, 2 * height, height + 11}));
         QVERIFY(entries(item.contextMenu()).startsWith(u"Do it, Labels ("_s));
         choose(item.contextMenu(), u"Do it"_s);
         QCOMPARE(run, 1);
@@ -802,6 +799,60 @@ text #0b5799 * %3 0 Do it)"_s.arg(height)
     }
 
     // --- NMR data
+
+    /// Each change is told, in order, with its name and how many entries there were before.
+    void stacksTellTheirChanges()
+    {
+        NmrData data;
+        QStringList told;
+        connect(&data, &NmrData::aboutToBeEdited, [&] { told += u"about"_s; });
+        connect(&data, &NmrData::entriesChanged, [&] { told += u"entries"_s; });
+        connect(&data, &NmrData::entryChanged, [&](const QUuid &id) { told += u"entry "_s + data.entryName(id); });
+        connect(&data, &NmrData::activeEntryChanged,
+                [&](const QUuid &id) { told += u"active "_s + data.entryName(id); });
+        connect(&data, &NmrData::edited, [&](const QString &what, const NmrStack &before) {
+            told += u"%1 of %2"_s.arg(what).arg(before.entries.size());
+        });
+        const auto said = [&] { return std::exchange(told, {}).join(u", "_s); };
+        const QVariantMap list{{u"Peaks"_s, QVariantMap{{u"PeakList"_s, QVariantList{peak(1, {}, 5, 0, 1)}}}}};
+        const QUuid a = data.addEntry(list, u"a"_s), b = data.addEntry(spectrum(70, {1, 2, 3}), u"b"_s),
+                    c = data.addEntry(spectrum(50, {4, 5}), u"c"_s);
+        QCOMPARE(
+            said(),
+            u"about, active a, entries, Add Spectrum of 0, about, entries, Add Spectrum of 1, about, entries, Add Spectrum of 2"_s);
+        QCOMPARE(data.shownSpectrum().real().size(), 3U); // the first with points
+        data.setEntryOrigParams(b, u"magres"_s, {{u"k"_s, 1}});
+        QVERIFY(data.simulatedEntry() == b && data.isSimulated(b) && !data.isSimulated(a));
+        const NmrStack three = data.stack();
+        for (const QUuid &id : {b, b, QUuid::createUuid()})
+            data.setActiveEntryId(id);
+        QCOMPARE(said() + data.entryOrigParams(b, u"magres"_s)[u"k"_s].toString(), u"active b1"_s);
+        for (const QUuid &id : {b, c, c})
+            data.removeEntry(id);
+        data.insertSpectrum(c, list); // which a plug-in was busy with
+        data.insertSpectrum({}, list);
+        QCOMPARE(
+            said(),
+            u"about, active c, entries, Remove Spectrum of 3, about, active a, entries, Remove Spectrum of 2, about, entries, Add Spectrum of 1"_s);
+        data.setStack(three);
+        data.setActiveEntryId(c);
+        data.setStack(three);
+        data.insertSpectrum(b, list);
+        data.setEntryName(a, u"A"_s, u"Name"_s);
+        data.setEntryPeaks(QUuid(), {}, u"Peaks"_s);
+        QCOMPARE(
+            said(),
+            u"entries, active c, entry a, entry b, entry c, active a, about, entry b, Change Spectrum of 3, about, entry A, Name of 3"_s);
+        data.announceEdit(u"All"_s);
+        data.setEntryPeaks(a, {{u"k"_s, 1}}, u"Peaks"_s);
+        QVERIFY(!data.withdrawEdit() && data.entryPeakList(a).size() == 1);
+        data.announceEdit(u"All"_s);
+        for (int value : {5, 5})
+            data.setEntryValue(a, u"k"_s, value, u"Value"_s);
+        QCOMPARE(said() + data.entry(a)[u"k"_s].toString(), u"about, entry A, All of 3, about, entry A, Value of 35"_s);
+        QVERIFY(data.withdrawEdit() && !data.entry(a).contains(u"k"_s));
+        QVERIFY(data.entry({}).isEmpty() && data.entryPeakList({}).isEmpty() && data.spectrum({}).isEmpty());
+    }
 
     void damagedEntriesShowANote()
     {
