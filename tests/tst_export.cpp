@@ -64,11 +64,6 @@ QString compact(const QByteArray &json)
     return QString::fromUtf8(QJsonDocument::fromJson(json).toJson(QJsonDocument::Compact));
 }
 
-QJsonObject json(const QVariantMap &map)
-{
-    return QJsonDocument::fromJson(written(SpectrumExport::writeJson, map)).object();
-}
-
 /// Lorentzian lines (their points, heights and full widths) on a base line, with Gaussian noise that is the same at
 /// every run.
 std::vector<double> trace(int points, const QList<std::array<double, 3>> &lines, double deviation, double baseline = 0)
@@ -138,6 +133,9 @@ private Q_SLOTS:
 
     void jsonOfSpectra()
     {
+        const auto json = [](const QVariantMap &map) {
+            return QJsonDocument::fromJson(written(SpectrumExport::writeJson, map)).object();
+        };
         const QJsonObject expected = QJsonDocument::fromJson(R"({"nuclei": ["1H", "13C"], "length": [2, 2],
             "frequencies": [400, 100], "sw": [1600, 1000], "ref": [0, 0],
             "axes": [{"first": 2, "step": -2}, {"first": 5, "step": -5}],
@@ -415,9 +413,9 @@ private Q_SLOTS:
              {std::tuple(L{90, 50.001, 50, 50.002}, L{20, 30}, L{30, 20, 20, 20}),
               std::tuple(L{50, 50.5}, L{1, 2}, L{2, 1}), std::tuple(L{50, 50, 60, 70}, L{1, 2}, L{1, 2}), // too few
               std::tuple(L{50, 50}, L{1, 2}, L{1, 2}), std::tuple(L{}, L{}, L{})}) {
-            QList<SpectrumPeak> sites(simulated.size());
-            for (qsizetype i = 0; i < simulated.size(); ++i)
-                sites[i].f2 = simulated[i];
+            QList<SpectrumPeak> sites;
+            for (double ppm : simulated)
+                sites.append({{}, {}, ppm});
             std::vector<PeakListFile::Peak> peaks;
             for (double ppm : picked)
                 peaks.push_back({ppm});
@@ -431,11 +429,10 @@ private Q_SLOTS:
     void filesThatAreExperiments()
     {
         const QTemporaryDir folder;
-        for (const auto &[name, is] :
-             {std::pair("a.JDX", true), std::pair("x/1r", true), std::pair("peaklist.xml", true),
-              std::pair("a.csdfe", true), std::pair("a.json", false), std::pair("a.magres", false),
-              std::pair("2r", false), std::pair("csv", false)})
-            QCOMPARE(ExperimentFile::isExperiment(QLatin1String(name)), is);
+        QString found;
+        for (const QString &name : u"a.JDX x/1r peaklist.xml a.csdfe a.json a.magres 2r csv"_s.split(u' '))
+            found += ExperimentFile::isExperiment(name) ? u'+' : u'-';
+        QCOMPARE(found, u"++++----"_s);
         QVERIFY(ExperimentFile::isExperiment(folder.path()));
         QCOMPARE(
             ExperimentFile::nameFilters(),

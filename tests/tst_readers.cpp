@@ -63,13 +63,8 @@ QByteArray pairs(const QByteArray &record, const QByteArray &units)
 
 QByteArray plane2D()
 {
-    return "##TITLE= n\n##DATA TYPE= nD NMR SPECTRUM\n##.OBSERVE FREQUENCY= 100\n##.OBSERVE NUCLEUS= ^1H\n"
-           "##NUM DIM= 2\n##.NUCLEUS= 13C, 1H\n##NTUPLES= nD NMR SPECTRUM\n"
-           "##VAR_NAME= FREQUENCY1, FREQUENCY2, SPECTRUM\n##SYMBOL= F1, F2, Y\n"
-           "##VAR_TYPE= INDEPENDENT, INDEPENDENT, DEPENDENT\n##VAR_FORM= AFFN, AFFN, ASDF\n##VAR_DIM= 2, 3, 3\n"
-           "##UNITS= PPM, PPM, ARBITRARY UNITS\n##FACTOR= 1, 1, 1\n##FIRST= 50, 3, 1\n##LAST= 25, 1, 5\n"
-           "##PAGE= F1=50\n##DATA TABLE= (F2++(Y..Y)), PROFILE\n3 1 2 3\n"
-           "##PAGE= F1=25\n##DATA TABLE= (F2++(Y..Y)), PROFILE\n3 4 9 5\n##END NTUPLES= nD NMR SPECTRUM\n##END=\n";
+    return u"##TITLE= n\n##DATA TYPE= nD NMR SPECTRUM\n##.OBSERVE FREQUENCY= 100\n##.OBSERVE NUCLEUS= ^1H\n##NUM DIM= 2\n##.NUCLEUS= 13C, 1H\n##NTUPLES= nD NMR SPECTRUM\n##VAR_NAME= FREQUENCY1, FREQUENCY2, SPECTRUM\n##SYMBOL= F1, F2, Y\n##VAR_TYPE= INDEPENDENT, INDEPENDENT, DEPENDENT\n##VAR_FORM= AFFN, AFFN, ASDF\n##VAR_DIM= 2, 3, 3\n##UNITS= PPM, PPM, ARBITRARY UNITS\n##FACTOR= 1, 1, 1\n##FIRST= 50, 3, 1\n##LAST= 25, 1, 5\n##PAGE= F1=50\n##DATA TABLE= (F2++(Y..Y)), PROFILE\n3 1 2 3\n##PAGE= F1=25\n##DATA TABLE= (F2++(Y..Y)), PROFILE\n3 4 9 5\n##END NTUPLES= nD NMR SPECTRUM\n##END=\n"_s
+        .toUtf8();
 }
 
 QByteArray parameters(const QList<std::pair<QByteArray, QByteArray>> &values)

@@ -165,11 +165,9 @@ private Q_SLOTS:
         row("names in any case, in brackets", table({"\t"}, "SHIFT [PPM]\tINTENSITY [a.u.]\n"));
         row("lines without names above", table({","}, "my sample\nmeasured on Monday\n"), "passed over");
         row("a name of its own for the intensity", table({}, "ppm,glycine\n"), "glycine");
-        row("rising", [] {
-            QByteArrayList lines = table({}).split('\n');
-            std::reverse(lines.begin(), lines.end());
-            return lines.join('\n').trimmed() + '\n';
-        }());
+        QByteArrayList rising = table({}).trimmed().split('\n');
+        std::reverse(rising.begin(), rising.end());
+        row("rising", rising.join('\n') + '\n');
         row("x, real, imaginary", columns("xyi"), "imaginary part was left out");
         row("number, intensity, Hz, ppm", columns("nyhx"), "number, intensity, Hz and ppm");
         row("the same with names", columns("nyhx", "Point Intensity Hz ppm\n"), "not used: \"Hz\"");
@@ -226,105 +224,101 @@ private Q_SLOTS:
 
     void peaks()
     {
-        using Peaks = std::vector<MeasuredPeak>;
         const QTemporaryDir folder;
-        const auto row = [&](const QByteArray &text, int dimensions, const Peaks &peaks, const char *note = "") {
+        const auto row = [&](const QByteArray &text, const char *expected, const char *note = "") {
             const Measurement read = readBytes(folder, text);
             const auto *list = std::get_if<MeasuredPeaks>(&read);
-            QVERIFY2(list && list->dimensions == dimensions && list->peaks == peaks, text);
+            QVERIFY2(list && list->title == u"file", text);
+            QStringList peaks;
+            for (const MeasuredPeak &peak : list->peaks)
+                peaks.append((QString::number(peak.f2, 'g', 10)
+                              + (list->dimensions == 2 ? u"/%1 "_s.arg(peak.f1) : u" "_s)
+                              + (peak.height != 1 ? u"=%1 "_s.arg(peak.height, 0, 'g', 10) : QString()) + peak.label
+                              + (peak.count > 0 ? u" #%1"_s.arg(peak.count) : QString()))
+                                 .simplified());
+            QCOMPARE(peaks.join(u"; "_s), QString::fromUtf8(expected));
             QVERIFY2(list->notes.join(u' ').contains(QString::fromUtf8(note)), text + list->notes.join(u' ').toUtf8());
-            QCOMPARE(list->title, u"file"_s);
         };
-        const Peaks heights{{10.5, 0, 3}, {20.25, 0, 4}}, plain{{10.5}, {20.25}};
         for (const char *header : {"position,intensity", "ppm,intensity", "(ppm),I", "δ(1H),h", "Shift,Height", ""})
-            row(QByteArray(header) + "\n10.5,3\n20.25,4\n", 1, heights, "list of 2 peaks");
-        row("\"10.5\",\"3\"\n\"20.25\",\"4\"\n", 1, heights);
-        row("δ(1H)\n10.5\n20.25\n", 1, plain);
-        row("10.5\n20.25", 1, plain, "taken as ppm");
-        row("21783.4\n6929.9\n", 1, {{21783.4}, {6929.9}}, "if these are Hz");
-        row("position,height\n# c\n 10 , 2 # why\n\n-5,-1", 1, {{10, 0, 2}, {-5, 0, -1}});
-        row("1\r2", 1, {{1}, {2}});
-        row("1\n2,3\n", 1, {{1}, {2, 0, 3}}, "without a height (1)");
-        row("3.5,60\n1.2,15,4\n", 2, {{3.5, 60}, {1.2, 15, 4}}, "position in F2, position in F1");
-        row("label,F2 (ppm),F1 (ppm),height\nA,3.5,60,2\nB,1.2,15,4\n", 2,
-            {{3.5, 60, 2, u"A"_s}, {1.2, 15, 4, u"B"_s}});
+            row(QByteArray(header) + "\n10.5,3\n20.25,4\n", "10.5 =3; 20.25 =4", "list of 2 peaks");
+        row("\"10.5\",\"3\"\n\"20.25\",\"4\"\n", "10.5 =3; 20.25 =4");
+        row("δ(1H)\n10.5\n20.25\n", "10.5; 20.25");
+        row("10.5\n20.25", "10.5; 20.25", "taken as ppm");
+        row("21783.4\n6929.9\n", "21783.4; 6929.9", "if these are Hz");
+        row("position,height\n# c\n 10 , 2 # why\n\n-5,-1", "10 =2; -5 =-1");
+        row("1\r2", "1; 2");
+        row("1\n2,3\n", "1; 2 =3", "without a height (1)");
+        row("3.5,60\n1.2,15,4\n", "3.5/60; 1.2/15 =4", "position in F2, position in F1");
+        row("label,F2 (ppm),F1 (ppm),height\nA,3.5,60,2\nB,1.2,15,4\n", "3.5/60 =2 A; 1.2/15 =4 B");
         // Names of columns begin with an empty one, and the last field of a row may be empty.
         row("\tppm\tIntensity\tWidth\tType\tAnnotation\n1\t7.26\t500.5\t1.2\tSolvent\t\n2\t3.1\t300\t1\tCompound\tH1\n",
-            1, {{7.26, 0, 500.5, u"Solvent"_s}, {3.1, 0, 300, u"Compound H1"_s}}, "not used: \"Width\"");
-        row("No.\tppm\tHz\tHeight\n1\t173.2\t21783.4\t3\n2\t55.1\t6929.9\t1\n", 1, {{173.2, 0, 3}, {55.1, 0, 1}});
-        row("C1 173.2 ppm\nC2 \u22125.1 ppm\n", 1, {{173.2, 0, 1, u"C1"_s}, {-5.1, 0, 1, u"C2"_s}});
-        row("C1,173.2\nC2,55.1\n", 1, {{173.2, 0, 1, u"C1"_s}, {55.1, 0, 1, u"C2"_s}});
-        row("173.2 C1\n55.1 C2\n", 1, {{173.2, 0, 1, u"C1"_s}, {55.1, 0, 1, u"C2"_s}});
+            "7.26 =500.5 Solvent; 3.1 =300 Compound H1", "not used: \"Width\"");
+        row("No.\tppm\tHz\tHeight\n1\t173.2\t21783.4\t3\n2\t55.1\t6929.9\t1\n", "173.2 =3; 55.1");
+        row("C1 173.2 ppm\nC2 \u22125.1 ppm\n", "173.2 C1; -5.1 C2");
+        row("C1,173.2\nC2,55.1\n", "173.2 C1; 55.1 C2");
+        row("173.2 C1\n55.1 C2\n", "173.2 C1; 55.1 C2");
         // Tables and running text of publications.
-        row("Table S2. 1H shifts (ppm), 9.4 T\nH1 9.4\nH2 2.2(1)\nH3 1.15 ± 0.05\nH4 7.0–7.5\n", 1,
-            {{9.4, 0, 1, u"H1"_s}, {2.2, 0, 1, u"H2"_s}, {1.15, 0, 1, u"H3"_s}, {7.25, 0, 1, u"H4"_s}},
-            "Errors of the positions were left out. Ranges of shifts");
-        row("| Site | δ (ppm) |\n|---|---|\n| C1 | 170.2 |\n| C2 | 133.3 |\n", 1,
-            {{170.2, 0, 1, u"C1"_s}, {133.3, 0, 1, u"C2"_s}});
-        row("C1 & 170.2 \\\\\nC2 & 133.3 \\\\\n", 1, {{170.2, 0, 1, u"C1"_s}, {133.3, 0, 1, u"C2"_s}});
-        row("#\tppm\tHz\tIntensity\n1\t3.5\t350\t7\n2\t1.5\t150\t2\n3\t0.5\t50\t4\n", 1,
-            {{3.5, 0, 7}, {1.5, 0, 2}, {0.5, 0, 4}}, "not used: \"Hz\"");
-        row("1H NMR, 400, CDCl3\n7.26, 3\n2.31, 9\n", 1, {{7.26, 0, 3}, {2.31, 0, 9}});
-        row("13C NMR chemical shifts\n170.2, 100\n133.3, 50\n", 1, {{170.2, 0, 100}, {133.3, 0, 50}});
+        row("Table S2. 1H shifts (ppm), 9.4 T\nH1 9.4\nH2 2.2(1)\nH3 1.15 ± 0.05\nH4 7.0–7.5\n",
+            "9.4 H1; 2.2 H2; 1.15 H3; 7.25 H4", "Errors of the positions were left out. Ranges of shifts");
+        row("| Site | δ (ppm) |\n|---|---|\n| C1 | 170.2 |\n| C2 | 133.3 |\n", "170.2 C1; 133.3 C2");
+        row("C1 & 170.2 \\\\\nC2 & 133.3 \\\\\n", "170.2 C1; 133.3 C2");
+        row("#\tppm\tHz\tIntensity\n1\t3.5\t350\t7\n2\t1.5\t150\t2\n3\t0.5\t50\t4\n", "3.5 =7; 1.5 =2; 0.5 =4",
+            "not used: \"Hz\"");
+        row("1H NMR, 400, CDCl3\n7.26, 3\n2.31, 9\n", "7.26 =3; 2.31 =9");
+        row("13C NMR chemical shifts\n170.2, 100\n133.3, 50\n", "170.2 =100; 133.3 =50");
         row("¹³C NMR (101 MHz, DMSO-d₆) δ 170.2 (C-1), 133.3 (d, J = 12.3 Hz, C-2),\n128.0–127.6 (m, 2C) and 21.5 ppm. "
             "HRMS (ESI) calcd 123.4567.\n",
-            1, {{170.2, 0, 1, u"C-1"_s}, {133.3, 0, 1, u"C-2"_s}, {127.8}, {21.5}}, "left out: \"HRMS");
-        row("1H NMR (400 MHz, CDCl3): δ 7.26 (s, 1H, H-3), 2.31 (br s, 3H)\n", 1,
-            {{7.26, 0, 1, u"H-3"_s, 1}, {2.31, 0, 1, {}, 3}});
-        row("δF −110.2; −120.5 (m)", 1, {{-110.2}, {-120.5}});
-        row("δF −110.2 to −112.2 (m), −120.5–121.5 (m), 0.25–−0.75 (m)", 1, {{-111.2}, {-121}, {-0.25}}, "Ranges");
-        row("F1 −110.2–112.2\nF2 −0.5–0.25\nF3 −1.5\n", 1,
-            {{-111.2, 0, 1, u"F1"_s}, {-0.125, 0, 1, u"F2"_s}, {-1.5, 0, 1, u"F3"_s}}, "Ranges");
-        row("13C{1H} NMR (C6D6, 75.5 MHz): δ = 170,2; 133,3\n", 1, {{170.2}, {133.3}});
+            "170.2 C-1; 133.3 C-2; 127.8; 21.5", "left out: \"HRMS");
+        row("1H NMR (400 MHz, CDCl3): δ 7.26 (s, 1H, H-3), 2.31 (br s, 3H)\n", "7.26 H-3 #1; 2.31 #3");
+        row("δF −110.2; −120.5 (m)", "-110.2; -120.5");
+        row("δF −110.2 to −112.2 (m), −120.5–121.5 (m), 0.25–−0.75 (m)", "-111.2; -121; -0.25", "Ranges");
+        row("F1 −110.2–112.2\nF2 −0.5–0.25\nF3 −1.5\n", "-111.2 F1; -0.125 F2; -1.5 F3", "Ranges");
+        row("13C{1H} NMR (C6D6, 75.5 MHz): δ = 170,2; 133,3\n", "170.2; 133.3");
         // Shifts in one line; three numbers that do not fall may be the columns of a cross peak.
         for (const char *line : {"170.2, 133.3, 20.4", "170.2 133.3 20.4\n", "13C: 170,2; 133,3; 20,4",
                                  "170,2 133,3 20,4", "# from the paper\n[170.2, 133.3, 20.4]"})
-            row(line, 1, {{170.2}, {133.3}, {20.4}}, "the numbers of the only line are shifts");
-        row("20.4 133.3 150.1 170.2", 1, {{20.4}, {133.3}, {150.1}, {170.2}});
-        row("8.1 120.5 3000", 2, {{8.1, 120.5, 3000}});
-        row("Atom A B\nC1 170.2 171.3\nC2 20.4 21\n", 1, {{170.2, 0, 171.3, u"C1"_s}, {20.4, 0, 21, u"C2"_s}},
+            row(line, "170.2; 133.3; 20.4", "the numbers of the only line are shifts");
+        row("20.4 133.3 150.1 170.2", "20.4; 133.3; 150.1; 170.2");
+        row("8.1 120.5 3000", "8.1/120.5 =3000");
+        row("Atom A B\nC1 170.2 171.3\nC2 20.4 21\n", "170.2 =171.3 C1; 20.4 =21 C2",
             "Column \"B\" was taken as the intensity.");
-        row("ppm\theight\n170.2\t\"1,234,567\"\n20.1\t300\n", 1, {{170.2, 0, 1234567}, {20.1, 0, 300}});
+        row("ppm\theight\n170.2\t\"1,234,567\"\n20.1\t300\n", "170.2 =1234567; 20.1 =300");
         // Commas of numbers, and commas between them.
-        row("10,2\n20,1\n", 1, {{10, 0, 2}, {20, 0, 1}}, "\"10,2\" is a peak at 10");
-        row("ppm\n173,2\n55,1\n", 1, {{173.2}, {55.1}});
-        row("\"173,2\"\n\"55,1\"\n", 1, {{173.2}, {55.1}});
-        row("173,2;2\n55,1;3\n", 1, {{173.2, 0, 2}, {55.1, 0, 3}});
-        row("173,2 C1\n55,1 C2\n", 1, {{173.2, 0, 1, u"C1"_s}, {55.1, 0, 1, u"C2"_s}});
+        row("10,2\n20,1\n", "10 =2; 20", "\"10,2\" is a peak at 10");
+        row("ppm\n173,2\n55,1\n", "173.2; 55.1");
+        row("\"173,2\"\n\"55,1\"\n", "173.2; 55.1");
+        row("173,2;2\n55,1;3\n", "173.2 =2; 55.1 =3");
+        row("173,2 C1\n55,1 C2\n", "173.2 C1; 55.1 C2");
         // Lists of other programs: names of several words, Hz and points beside ppm, settings above.
         row("   Assignment       w1       w2   Data Height\n\n  A1N-HN   110.5   8.25   300\n  G2N-HN   105.5   7.5   "
             "200\n",
-            2, {{8.25, 110.5, 300, u"A1N-HN"_s}, {7.5, 105.5, 200, u"G2N-HN"_s}});
+            "8.25/110.5 =300 A1N-HN; 7.5/105.5 =200 G2N-HN");
         row(u"DU=/nmr, USER=me, NAME=x, EXPNO=10, PROCNO=1\nF1=220.0ppm, F2=-10.0ppm, MI=0.1cm, MAXI=99.0cm, PC=1.4\n\n  #   ADDRESS    FREQUENCY   INTENSITY\n              [Hz]    [PPM]\n\n  1   2411.2  17312.5  173.125   5.5\n  2   5411.5   5100.0   51.000  10.0\n  3   6200.0   2075.0   20.750   7.5\n"_s
                 .toUtf8(),
-            1, {{173.125, 0, 5.5}, {51, 0, 10}, {20.75, 0, 7.5}}, "number, point, Hz, ppm and height");
+            "173.125 =5.5; 51 =10; 20.75 =7.5", "number, point, Hz, ppm and height");
         row("Peak\tRegion\tIndex (F1)\tν(F1) [ppm]\tν(F1) [Hz]\tIntensity [abs]\tIntensity [rel]\tHalf width [ppm]\n"
             "1\t1\t2411.2\t173.125\t17312.5\t5500\t0.5\t0.4\n2\t1\t5411.5\t51\t5100\t9900\t1\t0.3\n",
-            1, {{173.125, 0, 5500}, {51, 0, 9900}},
-            "\"Region\", \"Index (F1)\", \"ν(F1) [Hz]\", \"Intensity [rel]\", \"Half");
+            "173.125 =5500; 51 =9900", "\"Region\", \"Index (F1)\", \"ν(F1) [Hz]\", \"Intensity [rel]\", \"Half");
         row("Atom\tδiso (exp) / ppm\tσiso (calc) / ppm\tδiso (calc) / "
             "ppm\nC1\t170.2\t1.2\t169.1\nC2\t20.4\t152.1\t19.8\n",
-            1, {{170.2, 0, 1, u"C1"_s}, {20.4, 0, 1, u"C2"_s}},
-            "not used: \"σiso (calc) / ppm\", \"δiso (calc) / ppm\"");
-        row("site,exp,GIPAW\nC1,170.2,171.1\nC2,20.4,19.8\n", 1, {{170.2, 0, 1, u"C1"_s}, {20.4, 0, 1, u"C2"_s}},
-            "\"GIPAW\"");
-        row("Site δ11/ppm δ22/ppm δ33/ppm δiso/ppm\nC1 250 180 80 170\nC2 230 130 40 133.5\n", 1,
-            {{170, 0, 1, u"C1"_s}, {133.5, 0, 1, u"C2"_s}}, "not used: \"δ11/ppm\", \"δ22/ppm\", \"δ33/ppm\"");
-        row("1H NMR (500 MHz, CHLOROFORM-d) δ ppm 3.10 (d, J(HF)=3.5 Hz, 3 H) 7.26 (s, 1 H)", 1,
-            {{3.1, 0, 1, {}, 3}, {7.26, 0, 1, {}, 1}});
-        row("Atom\tδcalc (ppm)\nC1\t169.1\nC2\t19.8\n", 1, {{169.1, 0, 1, u"C1"_s}, {19.8, 0, 1, u"C2"_s}});
-        row("Site δiso (ppm) ΔCSA (ppm) CQ/MHz η I (%)\nAl1 -10.5 20.1 5.1 0.3 55\nAl2 12.5 15.2 2.2 0.8 45\n", 1,
-            {{-10.5, 0, 55, u"Al1"_s}, {12.5, 0, 45, u"Al2"_s}}, "not used: \"ΔCSA (ppm)\", \"CQ/MHz\", \"η\"");
-        row("δ (ppm)  I\n20.6 ± 0.1  5\n51.2 ± 0.2  10\n", 1, {{20.6, 0, 5}, {51.2, 0, 10}}, "Errors of the positions");
+            "170.2 C1; 20.4 C2", "not used: \"σiso (calc) / ppm\", \"δiso (calc) / ppm\"");
+        row("site,exp,GIPAW\nC1,170.2,171.1\nC2,20.4,19.8\n", "170.2 C1; 20.4 C2", "\"GIPAW\"");
+        row("Site δ11/ppm δ22/ppm δ33/ppm δiso/ppm\nC1 250 180 80 170\nC2 230 130 40 133.5\n", "170 C1; 133.5 C2",
+            "not used: \"δ11/ppm\", \"δ22/ppm\", \"δ33/ppm\"");
+        row("1H NMR (500 MHz, CHLOROFORM-d) δ ppm 3.10 (d, J(HF)=3.5 Hz, 3 H) 7.26 (s, 1 H)", "3.1 #3; 7.26 #1");
+        row("Atom\tδcalc (ppm)\nC1\t169.1\nC2\t19.8\n", "169.1 C1; 19.8 C2");
+        row("Site δiso (ppm) ΔCSA (ppm) CQ/MHz η I (%)\nAl1 -10.5 20.1 5.1 0.3 55\nAl2 12.5 15.2 2.2 0.8 45\n",
+            "-10.5 =55 Al1; 12.5 =45 Al2", "not used: \"ΔCSA (ppm)\", \"CQ/MHz\", \"η\"");
+        row("δ (ppm)  I\n20.6 ± 0.1  5\n51.2 ± 0.2  10\n", "20.6 =5; 51.2 =10", "Errors of the positions");
         row("##TITLE= file\n##DATA TYPE= NMR PEAK TABLE\n##.OBSERVE NUCLEUS= ^13C\n##.OBSERVE FREQUENCY= 100\n"
             "##XUNITS= PPM\n##YUNITS= ARB\n##NPOINTS= 2\n##PEAK TABLE= (XY..XY)\n173.2, 5\n55.1, 3\n##END=\n",
-            1, {{173.2, 0, 5}, {55.1, 0, 3}});
+            "173.2 =5; 55.1 =3");
         row(quoted(
                 R"(<?xml version='1.0'?><PeakList><PeakList1D><Peak1D F1='173.2' intensity='2.5' type='0' annotation='C1'/> <Peak1D F1='55.1' intensity='1' type='0'/></PeakList1D></PeakList>)"),
-            1, {{173.2, 0, 2.5, u"C1"_s}, {55.1, 0, 1}});
+            "173.2 =2.5 C1; 55.1");
         row(quoted(
                 R"(<?xml version='1.0'?><PeakList><PeakList2D><Peak2D F1='60' F2='3.5' intensity='2' annotation=''/> </PeakList2D></PeakList>)"),
-            2, {{3.5, 60, 2}});
+            "3.5/60 =2");
     }
 
     void refusals()

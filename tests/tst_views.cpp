@@ -386,28 +386,17 @@ text #50565e 16 72.5 0 and 1 more row(s) of the rows with c iso<60)"_s);
         table.setFilter({});
         table.setColumns({});
         table.view()->horizontalHeader()->setSortIndicator(1, Qt::AscendingOrder);
-        const QString whole = uR"(
-rect - #ffffff 10 20 280 *
-text #000000 16 30.5 0 Labels
-text #000000 * 30.5 0 Iso, ppm
-line #000000:1 10 41 * 41
-text #000000 16 51.5 0 C10
-text #000000 * 51.5 0 -5.5
-line #dde1e6:0.5 10 62 * 62
-text #000000 16 72.5 0 C2
-text #000000 * 72.5 0 50
-line #dde1e6:0.5 10 83 * 83
-text #000000 16 93.5 0 C1
-text #000000 * 93.5 0 100
-line #dde1e6:0.5 10 104 * 104
-)"_s;
-        VERIFY_DRAWN(paper(20 + 10 + 6 * 21), whole + uR"(text #000000 16 114.5 0 O1
-text #000000 * 114.5 0 200
-line #dde1e6:0.5 10 125 * 125
-text #000000 16 135.5 0 Ca3
-text #000000 * 135.5 0 1000
-line #dde1e6:0.5 10 146 * 146)"_s);
-        VERIFY_DRAWN(paper(20 + 10 + 6 * 21 - 1), whole + u"text #50565e 16 114.5 0 and 2 more row(s)"_s);
+        const auto whole = [](int count) {
+            QString lines =
+                u"rect - #ffffff 10 20 280 *\ntext #000000 16 30.5 0 Labels\ntext #000000 * 30.5 0 Iso, ppm\nline #000000:1 10 41 * 41\n"_s;
+            const QString row = u"text #000000 16 %1 0 %3\ntext #000000 * %1 0 %4\nline #dde1e6:0.5 10 %2 * %2\n"_s;
+            const QStringList cells = u"C10 -5.5 C2 50 C1 100 O1 200 Ca3 1000"_s.split(u' ');
+            for (int i = 0; i < count; ++i)
+                lines += filled(row, {51.5 + 21 * i, 62.0 + 21 * i}).arg(cells[2 * i], cells[2 * i + 1]);
+            return lines;
+        };
+        VERIFY_DRAWN(paper(20 + 10 + 6 * 21), whole(5));
+        VERIFY_DRAWN(paper(20 + 10 + 6 * 21 - 1), whole(3) + u"text #50565e 16 114.5 0 and 2 more row(s)"_s);
         // The item that shows all of it: the line of the filter, the titles, and the rows; narrower without a scroll
         // bar.
         const QSizeF frame = table.size() - table.contentRect().size();
