@@ -224,8 +224,8 @@ private Q_SLOTS:
         text("with the distance of points for the last one",
              jcamp(ppm, "95", "85").replace("##LASTX= 85", "##DELTAX= -1"), {92});
         text("decimal commas",
-             jcamp(ppm, "95", "85").replace("X= 95", "X= 95,5").replace("X= 85", "X= 85,5").replace("100", "100,0"),
-             {92.5});
+             jcamp(ppm, "9", "-1").replace("X= 9\n", "X= 9,5\n").replace("X= -1", "X= -0,5").replace("100", "100,0"),
+             {6.5});
         text("shift reference with a decimal comma", jcamp(hertz + "##.SHIFT REFERENCE= (INTERNAL, TMS, 4, 12,5)\n"),
              {12.5});
         text("X that counts down", jcamp(ppm, "95", "85").replace("\n95 1", "\n10 1"), {92});
@@ -264,6 +264,8 @@ private Q_SLOTS:
 
         text("CSDM, numbers", csdm(hertzAxis, eightNumbers), {2}, 70);
         const auto axis = [](QByteArray made, const char *from, const char *to) { return made.replace(from, to); };
+        for (const char *unit : {"100 1/s", "100 (1/s)", "100 s^-1", "0.1 kHz", "1e-4 MHz", "1e-7 GHz"})
+            text(unit, csdm(axis(hertzAxis, "100 Hz", unit), eightNumbers), {2}, 70);
         text("CSDM, coordinates from the middle",
              csdm(axis(hertzAxis, "-0.4 kHz'", "0 Hz', 'complex_fft': true"), eightNumbers), {2}, 70);
         text("CSDM, 0 ppm beside the middle", // which is at 1000 Hz and 100 MHz

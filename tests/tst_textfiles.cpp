@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "Failure.h"
+#include "formats/EvenAxis.h"
 #include "formats/MagresCheck.h"
 #include "formats/SpectrumReader.h"
 
@@ -190,6 +191,22 @@ private Q_SLOTS:
         row("exponents of Fortran", table({" "}).replace("50.000", "5.0D+01"));
         row("minus signs of print, blanks that do not break", table({"\xC2\xA0"}).replace("-", "\xE2\x88\x92"));
         row("columns behind a record", table({"\t"}, "##freq 100\nppm\n"));
+    }
+
+    /// Whole numbers, 0.7 apart before they were rounded: the line by numpy.polyfit.
+    void roundedPositions()
+    {
+        std::vector<double> positions;
+        for (int i = 0; i < 20; ++i)
+            positions.push_back(std::floor(100.5 - 0.7 * i));
+        Precision whole;
+        whole.add("100");
+        const auto axis = evenAxis(positions, whole);
+        QVERIFY(axis && axis->rounded && std::abs(axis->first - 100.042857142857) < 1e-9);
+        QVERIFY(std::abs(axis->step + 0.69924812030) < 1e-9);
+        QVERIFY(!evenAxis(positions, {1, 3}));
+        positions[9] -= 1.5;
+        QVERIFY(!evenAxis(positions, whole));
     }
 
     /// A table with names and without, and one whose F1 runs faster.

@@ -441,6 +441,10 @@ text #50565e 16 72.5 0 and 1 more row(s) of the rows with c iso<60)"_s);
                                {u"HiddenColumns"_s, QStringList{u"7"_s, u"7"_s}}});
         QCOMPARE(text(other.viewSettings()),
                  u"{'ColumnWidths':{'3':2000},'Descending':true,'Filter':'','HiddenColumns':['7'],'SortColumn':1}"_s);
+        other.setViewSettings(
+            {{u"HiddenColumns"_s, QStringList{u"7"_s}}, {u"ColumnWidths"_s, QVariantMap{{u"2"_s, 88}}}});
+        other.ensureFitted();
+        QCOMPARE(other.view()->columnWidth(1), 88);
     }
 
     /// Numbers by size, then texts, what is empty last, whichever the order.
