@@ -558,6 +558,13 @@ private Q_SLOTS:
             QCOMPARE(int(pairing.leftOut.size()), std::max(m - n, 0));
         }
         QVERIFY2(missed <= 1, qPrintable(QString::number(missed))); // local minima of few, random peaks
+        // One reference weighs both dimensions by their sigmas, 400 to 9; what is known stands.
+        const auto offset = [&] { return CrossPeakPairing::of({{-10, -20}}, {{21, 53}}, options).offset; };
+        QVERIFY(isClose(offset()[0], 31) && isClose(offset()[1], 73));
+        options.oneReference = true;
+        QVERIFY(isClose(offset()[0], (400 * 31 + 9 * 73) / 409.0) && offset()[0] == offset()[1]);
+        options.offset[1] = 70;
+        QVERIFY(isClose(offset()[0], (400 * 31 + 9 * 73) / 409.0) && offset()[1] == 70);
         QVERIFY(failure([&] {
                     CrossPeakPairing::of({{0, 0}}, {{0, 0}, {1, 1}, {2, 2}, {3, 3}}, options);
                 }).contains('4'));
