@@ -499,20 +499,18 @@ text #50565e 16 72.5 0 and 1 more row(s) of the rows with c iso<60)"_s);
             shown += model.index(i / 7, i % 7).data().toString() + (i % 7 == 6 ? u'|' : u' ');
         // An asymmetry says nothing where there is no anisotropy.
         QCOMPARE(shown, u"-0 0.00 – 0.500 1.5 0 x|C 0.00 – – 0.0 -3 |H -7.10 0.000 0.25 9  -0|"_s);
-        int column = 0;
-        for (const auto &[key, side, formula] : {std::tuple("0 type", Qt::AlignLeft, ""),
-                                                 {"3 aniso", Qt::AlignRight, "σzz − (σxx + σyy) / 2"},
-                                                 {"4 assym", Qt::AlignRight, "(σyy − σxx) / (σzz − iso)"},
-                                                 {"6 qassym", Qt::AlignRight, "(|Vxx| − |Vyy|) / |Vzz|"},
-                                                 {"5 eq", Qt::AlignRight, "|Vzz|"},
-                                                 {"7 Cq,qIso", Qt::AlignRight, "2.3489"},
-                                                 {"#6 ", Qt::AlignLeft, ""}}) {
-            QCOMPARE(model.columnKey(column) + u' ' + model.rowKeys(column).join(u','), QLatin1String(key));
+        const QStringList
+            keys = u"0 type|3 aniso|4 assym|6 qassym|5 eq|7 Cq,qIso|#6 "_s.split(u'|'),
+            formulas =
+                u";σzz − (σxx + σyy) / 2;(σyy − σxx) / (σzz − iso);(|Vxx| − |Vyy|) / |Vzz|;|Vzz|;2.3489;"_s.split(u';');
+        for (int column = 0; column < 7; ++column) {
+            QCOMPARE(model.columnKey(column) + u' ' + model.rowKeys(column).join(u','), keys[column]);
             QCOMPARE(model.columnOfKey(model.columnKey(column)), column);
             const auto head = [&](int role) { return model.headerData(column, Qt::Horizontal, role); };
-            QVERIFY2(head(Qt::ToolTipRole).toString().contains(QString::fromUtf8(formula)), key);
-            QCOMPARE(head(Qt::TextAlignmentRole).toInt(), int(side | Qt::AlignVCenter)); // of texts and numbers
-            QCOMPARE(model.index(1, column++).data(Qt::TextAlignmentRole).toInt(), int(side | Qt::AlignVCenter));
+            QVERIFY2(head(Qt::ToolTipRole).toString().contains(formulas[column]), qPrintable(keys[column]));
+            const int side = (column % 6 == 0 ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter; // texts, numbers
+            QCOMPARE(head(Qt::TextAlignmentRole).toInt(), side);
+            QCOMPARE(model.index(1, column).data(Qt::TextAlignmentRole).toInt(), side);
         }
         QCOMPARE(model.columnOfKey(u"9"_s), -1);
         QVERIFY(!model.headerData(7, Qt::Horizontal).isValid() && !model.headerData(-1, Qt::Horizontal).isValid());
