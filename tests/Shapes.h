@@ -142,6 +142,14 @@ private:
     QStringList m_shapes;
 };
 
+/// With numbers in place of %1 and so on.
+inline QString filled(QString text, std::initializer_list<double> numbers)
+{
+    for (double number : numbers)
+        text = text.arg(number);
+    return text;
+}
+
 /// Word by word, of lines of `expected`; "*" stands for any word. Numbers may differ a little: those of paths and
 /// texts, which depend on the font, by more than the others. Empty, or what is different.
 inline QString difference(const QStringList &drawn, const QString &lines)
@@ -163,3 +171,10 @@ inline QString difference(const QStringList &drawn, const QString &lines)
     }
     return {};
 }
+
+/// Fails the running test where the difference is not empty.
+#define VERIFY_DRAWN(...)                                                                                              \
+    do {                                                                                                               \
+        const QString wrong = difference(__VA_ARGS__);                                                                 \
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));                                                                  \
+    } while (false)

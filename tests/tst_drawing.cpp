@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "ItemData.h"
 #include "Shapes.h"
-
-#include "data/ExperimentalSpectrum.h"
 #include "items/molecule/ElementStyle.h"
 #include "items/molecule/MoleculeView.h"
 #include "items/plot/AgreementPlot.h"
-#include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
 #include "items/plot/NmrPlot.h"
 #include "items/plot/PlotContent.h"
@@ -42,31 +40,6 @@ QStringList drawn(const MoleculeView &view)
 bool isNear(const QPointF &a, const QPointF &b, double distance = 0.05)
 {
     return QLineF(a, b).length() <= distance;
-}
-
-QUuid id(int number)
-{
-    return QUuid(u"{00000000-0000-0000-0000-%1}"_s.arg(number, 12, 10, QChar(u'0')));
-}
-
-QVariantMap peak(int number, const QString &label, double f2, double f1, double height)
-{
-    return {{u"ID"_s, id(number)},
-            {u"PeakLabel"_s, label},
-            {u"Pos"_s, QVariant::fromValue(DoubleVector{f2, f1})},
-            {u"Height"_s, height}};
-}
-
-/// 13C points from `first` down by 10 ppm; with rows of 1H from 9 down by 3 ppm where `columns` are given.
-QVariantMap spectrum(double first, const DoubleVector &values, const QVariantList &peaks = {}, int columns = 0)
-{
-    const int size = columns > 0 ? columns : int(values.size());
-    ExperimentalSpectrum made{{}, {{u"13C"_s, 100, 0, first, -10, size}}, values};
-    if (columns > 0)
-        made.dimensions.push_back({u"1H"_s, 400, 0, 9, -3, int(values.size()) / columns});
-    QVariantMap map = toEntryMap(made);
-    map.insert(u"Peaks"_s, QVariantMap{{u"PeakList"_s, peaks}});
-    return map;
 }
 
 /// The shapes of a plot of 600 by 400 pixels.
@@ -116,26 +89,6 @@ QString difference(const QStringList &shapes, const QString &beginning, const QC
     return same ? QString() : text;
 }
 
-#define COMPARE_PLACES(...)                                                                                            \
-    do {                                                                                                               \
-        const QString wrong = difference(__VA_ARGS__);                                                                 \
-        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));                                                                  \
-    } while (false)
-
-/// Rows of 40 atoms, an Angstrom apart, each bonded to the next one of its row.
-Molecule chain(int atoms)
-{
-    Molecule made;
-    for (int i = 0; i < atoms; ++i) {
-        constexpr int elements[] = {6, 8, 7};
-        const QVector3D position(float(i % 40), float(i / 40), 0.1f * float(i % 7));
-        made.atoms.push_back({elements[i % 3], position, true});
-        if (i % 40 > 0)
-            made.bonds.push_back({i - 1, i});
-    }
-    return made;
-}
-
 } // namespace
 
 /// The shapes that items are drawn with: which, where, in which order and colour.
@@ -171,8 +124,7 @@ path - #000000 182.5 206.35
 line #8e24aa:1.6:2 165 171.35 182.5 206.35
 path #e6ffffff:3 - 173.75 188.85
 path - #6d1c83 173.75 188.85)"_s;
-        const QString wrong = difference(drawn(view), expected);
-        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+        VERIFY_DRAWN(drawn(view), expected);
     }
 
     /// Semi-axes of 42, 21 and 10.5 pixels, the longest one 0.6 Angstrom; the carbon's ones, 7, 14 and 42, are turned
@@ -211,12 +163,10 @@ curve #747474:0.7 25 168.54 183.31 171.03 177.33 167.49 165.37 161.46 159.39
 line #c63d00:1.6:2 160.97 176.39 169.03 166.31
 line #154a9c:1.6 171.05 184.79 158.95 157.91
 line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
-        QString wrong = difference(drawn(view), expected);
-        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+        VERIFY_DRAWN(drawn(view), expected);
         // Half the size; what would be thinner than 0.02 Angstrom is not.
         view.setTensors({{{4, 0.1, 0}, flat.axes, true}}, 0.5);
-        wrong = difference(drawn(view).filter(u"ellipse #7"_s), u"ellipse #747474:0.8 * 165 171.35 21 1.4 -36.87"_s);
-        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+        VERIFY_DRAWN(drawn(view).filter(u"ellipse #7"_s), u"ellipse #747474:0.8 * 165 171.35 21 1.4 -36.87"_s);
     }
 
     /// Each edge of the cell, of the axis' colour at the first origin; letters beside the corners, away from the
@@ -232,37 +182,30 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
             view.setPacking({Packing::Contents::Molecules, {1, alongB, 1}});
             const QPointF edges[] = {{140, 0}, {35, -84}, {17.5, 35}}; // pixels
             const QPointF origin = view.atomPosition(0);
-            QList<QLineF> pieces, coloured;
+            QList<QLineF> pieces[2]; // grey, coloured
             QPointF letters[4];
             for (const QString &shape : drawn(view)) {
                 const QStringList words = shape.split(u' ');
-                const auto number = [&](int i) { return words[i].toDouble(); };
+                const auto point = [&](int i) { return QPointF(words[i].toDouble(), words[i + 1].toDouble()); };
                 if (words[0] == u"line")
-                    (words[1].endsWith(u":1.4") ? coloured : pieces)
-                        .append({number(2), number(3), number(4), number(5)});
-                const qsizetype letter =
-                    QStringList{u"#707882"_s, u"#c62828"_s, u"#2e7d32"_s, u"#1565c0"_s}.indexOf(words.value(2));
+                    pieces[words[1].endsWith(u":1.4")].append({point(2), point(4)});
+                const auto letter = u"#707882 #c62828 #2e7d32 #1565c0"_s.split(u' ').indexOf(words.value(2));
                 if (words[0] == u"path" && letter >= 0)
-                    letters[letter] = {number(3), number(4)};
+                    letters[letter] = point(3);
             }
-            QCOMPARE(coloured.size(), 3 * 24);
-            QCOMPARE(pieces.size(), 24 * 12 * alongB - 3 * 24);
-            for (int axis = 0; axis < 3; ++axis) {
+            QCOMPARE(pieces[1].size(), 3 * 24);
+            QCOMPARE(pieces[0].size(), 24 * 12 * alongB - 3 * 24);
+            for (int axis = 0; axis < 3; ++axis)
                 for (int corner = 0; corner < 4 * alongB; ++corner) {
                     const QPointF start = origin + edges[(axis + 1) % 3] * (corner & 1)
-                        + edges[(axis + 2) % 3] * (corner >> 1 & 1) + edges[1] * (corner >> 2);
-                    const auto isPiece = [&](const QLineF &piece) { // one of 24 on the way to the other end
+                        + edges[(axis + 2) % 3] * (corner >> 1 & 1) + edges[1] * (corner >> 2),
+                                  step = edges[axis] / 24;
+                    int count = 0; // of 24 on the way to the other end, of each cell
+                    for (const QLineF &piece : pieces[corner == 0])
                         for (int i = 0; i < 24; ++i)
-                            if (isNear(piece.p1(), start + edges[axis] * i / 24)
-                                && isNear(piece.p2(), start + edges[axis] * (i + 1) / 24))
-                                return true;
-                        return false;
-                    };
-                    const QList<QLineF> &those = corner == 0 ? coloured : pieces;
-                    const auto count = std::count_if(those.begin(), those.end(), isPiece);
+                            count += isNear(piece.p1(), start + step * i) && isNear(piece.p2(), start + step * (i + 1));
                     QVERIFY2(count == 24 || count == 48, qPrintable(u"%1 %2: %3"_s.arg(axis).arg(corner).arg(count)));
                 }
-            }
             const QPointF middle = (edges[0] + edges[1] + edges[2]) / 2;
             for (int i = 0; i < 4; ++i) {
                 const QPointF corner = i == 0 ? QPointF() : edges[i - 1];
@@ -278,17 +221,12 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
     /// without a cell by the greatest extents. By numpy, in Angstrom from the first atom.
     void startOrientations()
     {
-        const auto positions = [](const MoleculeView &view) {
-            QList<QPointF> places;
-            const QPointF first = view.atomPosition(0);
-            for (int atom = 1; atom < 4; ++atom)
-                places.append((view.atomPosition(atom) - first) / 70);
-            return places;
-        };
-        const auto compare = [&](const MoleculeView &view, const QList<QPointF> &expected) {
-            for (int i = 0; i < 3; ++i)
-                QVERIFY2(isNear(positions(view)[i], {expected[i].x(), -expected[i].y()}, 1e-3),
-                         qPrintable(u"%1: %2 %3"_s.arg(i).arg(positions(view)[i].x()).arg(-positions(view)[i].y())));
+        const auto compare = [](const MoleculeView &view, const QList<QPointF> &expected) {
+            for (int i = 0; i < 3; ++i) {
+                const QPointF place = (view.atomPosition(i + 1) - view.atomPosition(0)) / 70;
+                QVERIFY2(isNear(place, {expected[i].x(), -expected[i].y()}, 1e-3),
+                         qPrintable(u"%1: %2 %3"_s.arg(i).arg(place.x()).arg(-place.y())));
+            }
         };
         Molecule crystal;
         crystal.atoms = {{6, {0, 0, 0}, true}, {8, {1, 0, 0}, true}, {7, {0, 1, 0}, true}, {14, {0, 0, 1}, true}};
@@ -366,11 +304,18 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
     /// Many balls are drawn from pictures of each kind, very many with plainer bonds: they look alike.
     void manyBalls()
     {
-        const Molecule many = chain(301);
-        MoleculeView view;
-        view.setMolecule(many);
+        const auto chain = [](int atoms) { // rows of 40, an Angstrom apart, each bonded to the next one of its row
+            Molecule made;
+            for (int i = 0; i < atoms; ++i) {
+                const int element = i % 3 == 0 ? 6 : 9 - i % 3;
+                made.atoms.push_back({element, {float(i % 40), float(i / 40), 0.1f * float(i % 7)}, true});
+                if (i % 40 > 0)
+                    made.bonds.push_back({i - 1, i});
+            }
+            return made;
+        };
+        MoleculeView view = viewOf(chain(301));
         view.setArea({0, 0, 800, 200});
-        view.setRotation({}, 1);
         view.setSelection({17});
         QImage pictures(1600, 400, QImage::Format_RGB32), balls = pictures;
         const auto paint = [&](QPaintDevice *device) {
@@ -378,8 +323,8 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
             painter.scale(2, 2);
             view.paint(&painter);
         };
-        for (QImage *image : {&pictures, &balls})
-            image->fill(Qt::white);
+        pictures.fill(Qt::white);
+        balls.fill(Qt::white);
         paint(&pictures);
         QPicture recorded;
         paint(&recorded);
@@ -391,23 +336,25 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
                 covered += qGray(balls.pixel(x, y)) < 250;
             }
         QVERIFY2(different < covered * 6 / 100, qPrintable(u"%1 of %2"_s.arg(different).arg(covered)));
-        // 1462 and 1463 bonds of two halves each.
-        QCOMPARE(drawn(viewOf(chain(1500))).filter(u"line"_s).size(), 4 * 1462);
-        QCOMPARE(drawn(viewOf(chain(1501))).filter(u"line"_s).size(), 2 * 1463);
+        // 1462 and 1463 bonds of two halves each, as thin as they get.
+        for (int atoms : {1500, 1501}) {
+            view = viewOf(chain(atoms));
+            view.setArea({0, 0, 300, 200});
+            const QStringList bonds = drawn(view).filter(u"line"_s);
+            QCOMPARE(bonds.filter(u":1.2 "_s).size(), 2 * (atoms - 38));
+            QCOMPARE(bonds.filter(u":0.6 "_s).size(), atoms == 1500 ? 2 * 1462 : 0);
+        }
     }
 
     void elements()
     {
-        const auto is = [](int element, const char *symbol, const QColor &color, double radius) {
-            return ElementStyle::symbol(element) == QLatin1String(symbol) && ElementStyle::color(element) == color
-                && ElementStyle::ballRadius(element) == radius;
-        };
-        QVERIFY(is(0, "?", 0xa0a0a0, 0.22) && is(1, "H", 0xffffff, 0.22) && is(2, "He", 0xd9ffff, 0.22));
-        QVERIFY(is(3, "Li", 0xcc80ff, 0.33) && is(10, "Ne", 0xb3e3f5, 0.33) && is(11, "Na", 0xab5cf2, 0.40));
-        QVERIFY(is(18, "Ar", 0x80d1e3, 0.40) && is(19, "K", 0x8f40d4, 0.44) && is(36, "Kr", 0x5cb8d1, 0.44));
-        QVERIFY(is(37, "Rb", 0x702eb0, 0.48) && is(54, "Xe", 0x429eb0, 0.48) && is(55, "Cs", 0x57178f, 0.52));
-        QVERIFY(is(95, "Am", 0x545cf2, 0.52) && is(96, "Cm", 0xa0a0a0, 0.52) && is(118, "Og", 0xa0a0a0, 0.52));
-        QVERIFY(is(119, "?", 0xa0a0a0, 0.52) && is(-1, "?", 0xa0a0a0, 0.22));
+        QString all;
+        for (int element : {-1, 0, 1, 2, 3, 10, 11, 18, 19, 36, 37, 54, 55, 95, 96, 118, 119})
+            all += u"%1 %2 %3, "_s.arg(ElementStyle::symbol(element), ElementStyle::color(element).name())
+                       .arg(ElementStyle::ballRadius(element));
+        QCOMPARE(
+            all,
+            u"? #a0a0a0 0.22, ? #a0a0a0 0.22, H #ffffff 0.22, He #d9ffff 0.22, Li #cc80ff 0.33, Ne #b3e3f5 0.33, Na #ab5cf2 0.4, Ar #80d1e3 0.4, K #8f40d4 0.44, Kr #5cb8d1 0.44, Rb #702eb0 0.48, Xe #429eb0 0.48, Cs #57178f 0.52, Am #545cf2 0.52, Cm #a0a0a0 0.52, Og #a0a0a0 0.52, ? #a0a0a0 0.52, "_s);
     }
 
     // --- plots
@@ -427,28 +374,22 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         options.sticks = true;
         options.legend = false;
         item.plot()->setOptions(options);
-        const QCPAxis *x = nullptr, *y = nullptr;
-        const auto shapes = [&] {
-            const QStringList all = drawn(item);
-            x = item.plot()->xAxis;
-            y = item.plot()->yAxis;
-            return all;
-        };
-        QStringList all = shapes();
+        QStringList all = drawn(item);
+        QCPAxis *const &x = item.plot()->xAxis, *const &y = item.plot()->yAxis; // others when the content is another
         QCOMPARE(x->range(), QCPRange(10, 70));
         QVERIFY(x->coordToPixel(70) < x->coordToPixel(10) && y->coordToPixel(1) < y->coordToPixel(0));
         QCOMPARE(x->label(), u"¹³C chemical shift / ppm"_s);
         QVERIFY(std::abs(y->range().lower + 0.03 * 3.24) < 1e-9 && std::abs(y->range().upper - 1.02 * 3.24) < 1e-9);
         const QPolygonF one{{70, 3 / 9.}, {60, 0}, {50, 7 / 9.}, {40, 5 / 9.}, {30, 2 / 9.}, {20, 1}, {10, 4 / 9.}};
         const QPolygonF two{{55, 1.12}, {45, 2.12}, {35, 1.37}};
-        COMPARE_PLACES(all, u"polyline #0072b2:1 "_s, x, y, {one});
-        COMPARE_PLACES(all, u"polyline #d55e00:1 "_s, x, y, {two});
-        COMPARE_PLACES(all, u"line #960072b2:1.4 "_s, x, y, {{{50, 2 / 9.}, {50, 7 / 9.}}, {{24, 2 / 9.}, {24, 1}}});
-        COMPARE_PLACES(all, u"line #96d55e00:1.4 "_s, x, y, {{{45, 1.12}, {45, 2.12}}, {{20, 1.12}, {20, 1.37}}});
-        COMPARE_PLACES(all, u"line #d55e00:1.4:3 "_s, x, y, {{{20, 1.12}, {20, 2.12}}});
-        COMPARE_PLACES(all, u"line #009e73:1.4 "_s, x, y,
-                       {{{30, 2.44}, {30, 3.24}}, {{30, 2.44}, {30, 2.84}}, {{64, 2.44}, {64, 2.24}}});
-        COMPARE_PLACES(all, u"line #009e73:0.84 "_s, x, y, {{{70, 2.44}, {10, 2.44}}});
+        VERIFY_DRAWN(all, u"polyline #0072b2:1 "_s, x, y, {one});
+        VERIFY_DRAWN(all, u"polyline #d55e00:1 "_s, x, y, {two});
+        VERIFY_DRAWN(all, u"line #960072b2:1.4 "_s, x, y, {{{50, 2 / 9.}, {50, 7 / 9.}}, {{24, 2 / 9.}, {24, 1}}});
+        VERIFY_DRAWN(all, u"line #96d55e00:1.4 "_s, x, y, {{{45, 1.12}, {45, 2.12}}, {{20, 1.12}, {20, 1.37}}});
+        VERIFY_DRAWN(all, u"line #d55e00:1.4:3 "_s, x, y, {{{20, 1.12}, {20, 2.12}}});
+        VERIFY_DRAWN(all, u"line #009e73:1.4 "_s, x, y,
+                     {{{30, 2.44}, {30, 3.24}}, {{30, 2.44}, {30, 2.84}}, {{64, 2.44}, {64, 2.24}}});
+        VERIFY_DRAWN(all, u"line #009e73:0.84 "_s, x, y, {{{70, 2.44}, {10, 2.44}}});
         // Labels from left to right, each above its peak, with a line down to it. Those of one place share one.
         const double head = item.plot()->axisRect()->top() - 16;
         QString labels, leaders;
@@ -460,23 +401,18 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
                                                  {20.0, u"#d55e00 * %1 -90 B  20.0"_s, 2.12}}) {
             labels +=
                 u"text "_s + QString(words).replace(u'*', QString::number(x->coordToPixel(ppm))).arg(head - 3) + u'\n';
-            leaders += u"line #90969e:0.7 %1 %2 %1 %3\nline #90969e:0.7 %1 %3 %1 %4\nline #90969e:0.7:3 %1 %4 %1 %5\n"_s
-                           .arg(x->coordToPixel(ppm))
-                           .arg(head)
-                           .arg(head + 4)
-                           .arg(head + 13)
-                           .arg(y->coordToPixel(height) - 2);
+            leaders += filled(
+                u"line #90969e:0.7 %1 %2 %1 %3\nline #90969e:0.7 %1 %3 %1 %4\nline #90969e:0.7:3 %1 %4 %1 %5\n"_s,
+                {x->coordToPixel(ppm), head, head + 4, head + 13, y->coordToPixel(height) - 2});
         }
         const QStringList texts = all.filter(u"text "_s);
-        QString wrong = difference(texts.mid(texts.size() - 6), labels);
-        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
-        wrong = difference(all.filter(u"#90969e"_s), leaders);
-        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+        VERIFY_DRAWN(texts.mid(texts.size() - 6), labels);
+        VERIFY_DRAWN(all.filter(u"#90969e"_s), leaders);
 
         item.plot()->scaleIntensity(0.5); // each about its base line
-        all = shapes();
+        all = drawn(item);
         const QPolygonF half{{55, 1.12}, {45, 1.62}, {35, 1.245}};
-        COMPARE_PLACES(all, u"polyline #d55e00:1 "_s, x, y, {half});
+        VERIFY_DRAWN(all, u"polyline #d55e00:1 "_s, x, y, {half});
         item.plot()->scaleIntensity(2);
 
         // Twice as high about its own base line, a quarter of its height up, in another colour.
@@ -485,14 +421,14 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         options.traces[first] = {2, 0.25, 3};
         options.labels = false;
         item.plot()->setOptions(options);
-        all = shapes();
+        all = drawn(item);
         const auto higher = [](QPolygonF line, double scale, double base) {
             for (QPointF &p : line)
                 p.setY(scale * p.y() + base);
             return line;
         };
-        COMPARE_PLACES(all, u"polyline #cc79a7:1 "_s, x, y, {higher(one, 2, 0.25 - 4 / 9.)});
-        COMPARE_PLACES(all, u"polyline #d55e00:1 "_s, x, y, {higher(two, 1, -1.12)});
+        VERIFY_DRAWN(all, u"polyline #cc79a7:1 "_s, x, y, {higher(one, 2, 0.25 - 4 / 9.)});
+        VERIFY_DRAWN(all, u"polyline #d55e00:1 "_s, x, y, {higher(two, 1, -1.12)});
         QStringList names;
         for (const QString &shape : all.filter(u"text "_s))
             names.append(shape.section(u' ', 5));
@@ -500,9 +436,9 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
                  (QStringList{u"one"_s, u"two (1 of 2 peaks beyond its range)"_s, u"list"_s}));
         QVERIFY(all.filter(u"#90969e"_s).isEmpty() && all.filter(u"line #96"_s).isEmpty()); // neither labels nor sticks
         item.plot()->scaleIntensity(3);
-        all = shapes();
-        COMPARE_PLACES(all, u"polyline #cc79a7:1 "_s, x, y, {higher(one, 6, 0.25 - 12 / 9.)});
-        COMPARE_PLACES(all, u"line #d55e00:1.4:3 "_s, x, y, {{{20, 0}, {20, 3}}});
+        all = drawn(item);
+        VERIFY_DRAWN(all, u"polyline #cc79a7:1 "_s, x, y, {higher(one, 6, 0.25 - 12 / 9.)});
+        VERIFY_DRAWN(all, u"line #d55e00:1.4:3 "_s, x, y, {{{20, 0}, {20, 3}}});
     }
 
     /// A summit and a hole; lines at 0.3 and 0.6 of the largest height. Straight between points, so they are rhombs.
@@ -527,16 +463,16 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
             const double a = 10 * part, b = 3 * part;
             return QPolygonF{{f2, f1 + b}, {f2 + a, f1}, {f2, f1 - b}, {f2 - a, f1}, {f2, f1 + b}};
         };
-        COMPARE_PLACES(all, u"polyline #0072b2:0.8 "_s, x, y, {rhomb(50, 6, 0.7), rhomb(50, 6, 0.4)});
-        COMPARE_PLACES(all, u"polyline #30b4ff:0.8:2 "_s, x, y, {rhomb(20, 3, 0.4)});
+        VERIFY_DRAWN(all, u"polyline #0072b2:0.8 "_s, x, y, {rhomb(50, 6, 0.7), rhomb(50, 6, 0.4)});
+        VERIFY_DRAWN(all, u"polyline #30b4ff:0.8:2 "_s, x, y, {rhomb(20, 3, 0.4)});
         const auto cross = [](double f2, double f1, double dx, double dy) {
             return QList<QPolygonF>{{{f2 + dx, f1}, {f2 - dx, f1}}, {{f2, f1 - dy}, {f2, f1 + dy}}};
         };
         const double dx = 3 * std::abs(x->pixelToCoord(1) - x->pixelToCoord(0)),
                      dy = 3 * std::abs(y->pixelToCoord(1) - y->pixelToCoord(0));
-        COMPARE_PLACES(all, u"line #303030:0.8 "_s, x, y, cross(50, 6, dx, dy) + cross(20, 3, dx, dy));
-        COMPARE_PLACES(all, u"line #d55e00:0.8 "_s, x, y,
-                       cross(62, 1, dx, dy) + cross(34, 8, dx, dy)); // the higher one first
+        VERIFY_DRAWN(all, u"line #303030:0.8 "_s, x, y, cross(50, 6, dx, dy) + cross(20, 3, dx, dy));
+        VERIFY_DRAWN(all, u"line #d55e00:0.8 "_s, x, y,
+                     cross(62, 1, dx, dy) + cross(34, 8, dx, dy)); // the higher one first
         // The highest of each column above the map, of each row to its left.
         const auto *top = qobject_cast<QCPAxisRect *>(item.plot()->plotLayout()->element(0, 1));
         const auto *left = qobject_cast<QCPAxisRect *>(item.plot()->plotLayout()->element(1, 0));
@@ -545,13 +481,13 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         QCOMPARE(heightsAbove->range(), QCPRange(-0.04, 1.04));
         QVERIFY(heightsAbove->coordToPixel(1) < heightsAbove->coordToPixel(0)); // both away from the map
         QVERIFY(heightsBeside->coordToPixel(1) < heightsBeside->coordToPixel(0));
-        COMPARE_PLACES(all.filter(QRegularExpression(u"^polyline #0072b2:1 "_s)).mid(0, 1), u"poly"_s, x, heightsAbove,
-                       {{{70, 0}, {60, 0}, {50, 1}, {40, 0}, {30, 0}, {20, 0}, {10, 0.1}}});
-        COMPARE_PLACES(all.filter(QRegularExpression(u"^polyline #0072b2:1 "_s)).mid(1), u"poly"_s, heightsBeside, y,
-                       {{{0, 9}, {1, 6}, {0, 3}, {0.1, 0}}});
+        VERIFY_DRAWN(all.filter(QRegularExpression(u"^polyline #0072b2:1 "_s)).mid(0, 1), u"poly"_s, x, heightsAbove,
+                     {{{70, 0}, {60, 0}, {50, 1}, {40, 0}, {30, 0}, {20, 0}, {10, 0.1}}});
+        VERIFY_DRAWN(all.filter(QRegularExpression(u"^polyline #0072b2:1 "_s)).mid(1), u"poly"_s, heightsBeside, y,
+                     {{{0, 9}, {1, 6}, {0, 3}, {0.1, 0}}});
         const QStringList sticks = all.filter(QRegularExpression(u"^line #d55e00:1 "_s));
-        COMPARE_PLACES(sticks.mid(0, 2), u"line"_s, x, heightsAbove, {{{34, 0}, {34, 0.5}}, {{62, 0}, {62, 1}}});
-        COMPARE_PLACES(sticks.mid(2), u"line"_s, heightsBeside, y, {{{0, 8}, {0.5, 8}}, {{0, 1}, {1, 1}}});
+        VERIFY_DRAWN(sticks.mid(0, 2), u"line"_s, x, heightsAbove, {{{34, 0}, {34, 0.5}}, {{62, 0}, {62, 1}}});
+        VERIFY_DRAWN(sticks.mid(2), u"line"_s, heightsBeside, y, {{{0, 8}, {0.5, 8}}, {{0, 1}, {1, 1}}});
         // A cell about each point, red below nothing and blue above; ppm grow to the left and downwards.
         QStringList cells(28, u"#ffffff"_s);
         cells[6] = u"#f3f7fc"_s;
@@ -559,11 +495,10 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         cells[14 + 2] = u"#86b2e0"_s;
         const QPointF corner(x->coordToPixel(75), y->coordToPixel(-1.5)),
             end(x->coordToPixel(5), y->coordToPixel(10.5));
-        const QString wrong = difference(
+        VERIFY_DRAWN(
             all.filter(u"image"_s),
             u"image %1 %2 %3 %4 "_s.arg(corner.x()).arg(corner.y()).arg(end.x() - corner.x()).arg(end.y() - corner.y())
                 + cells.join(u' '));
-        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
         const QStringList texts = all.filter(u",H"_s);
         QCOMPARE(texts.size(), 2);
         QVERIFY(isNear({texts[0].section(u' ', 2, 2).toDouble(), texts[0].section(u' ', 3, 3).toDouble()},
@@ -583,26 +518,14 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         const QRect area = item.plot()->xAxis->axisRect()->rect();
         const auto x = [&](double ppm) { return item.plot()->xAxis->coordToPixel(ppm); };
         const auto y = [&](double part) { return area.top() + part * area.height(); };
-        const QString expected = u"rect - #1c0072b2 %1 %3 %4 %5\npolyline #0072b2:1.2 %1 %6 %1 %7 %2 %7 %2 %6\n"
-                                 "path #ffffff:3 - %8 %9\npath - * %8 %9\n"_s.arg(x(60))
-                                     .arg(x(40))
-                                     .arg(area.top())
-                                     .arg(x(40) - x(60))
-                                     .arg(area.height())
-                                     .arg(area.top() + 25)
-                                     .arg(area.top() + 20)
-                                     .arg(x(50))
-                                     .arg(area.top() + 11)
-            + u"line #5a2d82:1.2 %1 %2 %3 %4\nellipse #5a2d82:1.2 #5a2d82 %1 %2 2.5 2.5\nellipse #5a2d82:1.2 #5a2d82 "
-              u"%3 %4 2.5 2.5\n"
-              "path #ffffff:3 - %5 %6\npath - #5a2d82 %5 %6"_s.arg(x(55))
-                  .arg(y(0.25))
-                  .arg(x(35))
-                  .arg(y(0.5))
-                  .arg(x(45))
-                  .arg(y(0.375) - 10);
-        const QString wrong = difference(all.mid(all.size() - 9), expected);
-        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+        const double top = area.top();
+        const QString integral = filled(
+            u"rect - #1c0072b2 %1 %3 %4 %5\npolyline #0072b2:1.2 %1 %6 %1 %7 %2 %7 %2 %6\npath #ffffff:3 - %8 %9\npath - * %8 %9\n"_s,
+            {x(60), x(40), top, x(40) - x(60), 1.0 * area.height(), top + 25, top + 20, x(50), top + 11});
+        const QString distance = filled(
+            u"line #5a2d82:1.2 %1 %2 %3 %4\nellipse #5a2d82:1.2 #5a2d82 %1 %2 2.5 2.5\nellipse #5a2d82:1.2 #5a2d82 %3 %4 2.5 2.5\npath #ffffff:3 - %5 %6\npath - #5a2d82 %5 %6"_s,
+            {x(55), y(0.25), x(35), y(0.5), x(45), y(0.375) - 10});
+        VERIFY_DRAWN(all.mid(all.size() - 9), integral + distance);
     }
 
     /// The worst three of four pairs are named, the worst first.
@@ -625,7 +548,12 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         QCOMPARE(plot.fullSize(), QSize(840, 520));
         plot.setGeometry(0, 0, 840, 520);
         plot.replot();
-        const auto range = [&](int rect, QCPAxis::AxisType axis) { return plot.axisRect(rect)->axis(axis)->range(); };
+        QStringList ranges;
+        for (int rect : {0, 2})
+            for (QCPAxis::AxisType type : {QCPAxis::atBottom, QCPAxis::atLeft}) {
+                const QCPRange range = plot.axisRect(rect)->axis(type)->range();
+                ranges.append(u"%1 %2"_s.arg(range.lower).arg(range.upper));
+            }
         QCOMPARE(plot.axisRectCount(), 4);
         QStringList graphs;
         for (int i = 0; i < plot.plottableCount(); ++i) {
@@ -644,12 +572,7 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
                          u"0 20:20.5 40:39.8 60:57.5 100:101 points 6"_s, u"2 20:-0.5 40:0.2 60:2.5 100:-1 points 6"_s,
                          u"1 4.999:4.999 5.001:5.001 line 2"_s, u"3 4.999:0 5.001:0 line 1"_s, u"1 5:5 points 6"_s,
                          u"3 5:0 points 6"_s, u"0 60:57.5 points 12"_s, u"2 60:2.5 points 12"_s}));
-        const QCPRange shifts(15.14, 105.86);
-        const auto isRange = [](const QCPRange &a, const QCPRange &b) {
-            return std::abs(a.lower - b.lower) + std::abs(a.upper - b.upper) < 1e-9;
-        };
-        QVERIFY(isRange(range(0, QCPAxis::atBottom), shifts) && isRange(range(0, QCPAxis::atLeft), shifts));
-        QVERIFY(isRange(range(2, QCPAxis::atBottom), shifts) && isRange(range(2, QCPAxis::atLeft), {-3.125, 3.125}));
+        QCOMPARE(ranges, (QStringList{u"15.14 105.86"_s, u"15.14 105.86"_s, u"15.14 105.86"_s, u"-3.125 3.125"_s}));
         QStringList names;
         for (int i = 0; i < plot.itemCount(); ++i) {
             const auto *name = qobject_cast<QCPItemText *>(plot.item(i));

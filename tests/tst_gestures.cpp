@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "ItemData.h"
 #include "data/AtomSelection.h"
-#include "data/ExperimentalSpectrum.h"
 #include "items/molecule/MoleculeItem.h"
 #include "items/plot/ContourMap.h"
 #include "items/plot/CrossPeakLabels.h"
-#include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
 #include "items/plot/NmrPlot.h"
 #include "items/plot/PeakEditor.h"
@@ -12,10 +11,7 @@
 #include "items/plot/PlotMarks.h"
 #include "items/plot/StackedTraces.h"
 
-#include <QtTest>
-#include <QtWidgets>
-
-#include <cmath>
+#include <numeric>
 
 using namespace Workbench;
 using namespace Qt::StringLiterals;
@@ -24,39 +20,23 @@ namespace {
 
 using Ranges = QList<double>; ///< from, to of F2, then of F1 in two dimensions
 
-QUuid id(int number)
-{
-    return QUuid(u"{00000000-0000-0000-0000-%1}"_s.arg(number, 12, 10, QChar(u'0')));
-}
-
 QVariantMap peak(int number, double f2, double f1 = 0, double height = 1)
 {
-    return {{u"ID"_s, id(number)},
-            {u"PeakLabel"_s, u"X%1"_s.arg(number)},
-            {u"Pos"_s, QVariant::fromValue(DoubleVector{f2, f1})},
-            {u"Height"_s, height}};
+    return peak(number, u"X%1"_s.arg(number), f2, f1, height);
 }
 
 /// 7 points of 13C from 70 to 10 ppm; in two dimensions 3 of 1H, from 9 to 3 ppm. The points count from 1, row by row.
 QVariantMap spectrum(int dimensions, const QVariantList &peaks = {})
 {
-    ExperimentalSpectrum made{{}, {{u"13C"_s, 100, 0, 70, -10, 7}}, {}};
-    if (dimensions == 2)
-        made.dimensions.push_back({u"1H"_s, 400, 0, 9, -3, 3});
-    for (int i = 0; i < (dimensions == 2 ? 21 : 7); ++i)
-        made.data.push_back(i + 1);
-    QVariantMap map = toEntryMap(made);
-    map.insert(u"Peaks"_s, QVariantMap{{u"PeakList"_s, peaks}});
-    return map;
+    DoubleVector values(dimensions == 2 ? 21 : 7);
+    std::iota(values.begin(), values.end(), 1);
+    return spectrum(70, values, peaks, dimensions == 2 ? 7 : 0);
 }
 
 /// A carbon in the middle, oxygen to the right, nitrogen up left and behind, a hydrogen before the carbon. No symmetry.
 QVariantMap molecule()
 {
-    QVariantList atoms;
-    for (const auto &[element, x, y, z] : {std::tuple(6, 0.0, 0.0, 0.0), std::tuple(8, 1.4, 0.2, 0.1),
-                                           std::tuple(7, -0.5, 1.2, -0.8), std::tuple(1, 0.15, 0.1, 2.0)})
-        atoms.append(QVariantMap{{u"El"_s, element}, {u"X"_s, x}, {u"Y"_s, y}, {u"Z"_s, z}});
+    const QVariantList atoms{atom(6, 0, 0, 0), atom(8, 1.4, 0.2, 0.1), atom(7, -0.5, 1.2, -0.8), atom(1, 0.15, 0.1, 2)};
     return {{u"ID"_s, id(900)}, {u"Atoms"_s, atoms}};
 }
 enum MoleculeAtom { Carbon, Oxygen, Nitrogen, Hydrogen };
@@ -81,6 +61,7 @@ public:
     {
         return m_view.mapFromScene(m_item->mapToScene(m_item->contentRect().topLeft() + pixel));
     }
+    QColor colorAt(const QPointF &pixel) { return m_view.viewport()->grab().toImage().pixelColor(at(pixel)); }
     void key(int key)
     {
         QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
@@ -101,12 +82,13 @@ public:
     void drag(const QPointF &from, const QPointF &to, Qt::KeyboardModifiers modifiers = {})
     {
         QTest::mousePress(m_view.viewport(), Qt::LeftButton, modifiers, at(from));
-        for (const QPointF &step : {(from + to) / 2, to}) {
-            QMouseEvent event(QEvent::MouseMove, at(step), m_view.viewport()->mapToGlobal(at(step)), Qt::NoButton,
+        const QPoint end = at(to); // which goes along with an item that moves
+        for (const QPoint &step : {at((from + to) / 2), end}) {
+            QMouseEvent event(QEvent::MouseMove, step, m_view.viewport()->mapToGlobal(step), Qt::NoButton,
                               Qt::LeftButton, modifiers);
             QApplication::sendEvent(m_view.viewport(), &event);
         }
-        QTest::mouseRelease(m_view.viewport(), Qt::LeftButton, modifiers, at(to));
+        QTest::mouseRelease(m_view.viewport(), Qt::LeftButton, modifiers, end);
     }
 
 private:
@@ -119,12 +101,15 @@ private:
 struct PlotStage {
     NmrItem *item = new NmrItem;
     Stage stage{item};
+    QStringList reports;
 
     explicit PlotStage(const QVariantMap &entry)
     {
         item->nmrData()->addEntry(entry, u"s"_s);
+        QObject::connect(item, &DocumentItem::reported, item, [this](const QString &text) { reports.append(text); });
         layOut();
     }
+    QString said() { return std::exchange(reports, {}).join(u" | "_s); }
     void layOut()
     {
         item->plot()->content();
@@ -265,37 +250,32 @@ private Q_SLOTS:
     }
 
     /// Atoms of peak 1 in F2: oxygen; of peak 2: carbon and nitrogen.
-    void clickOnAPeakSelectsItsAtoms_data()
-    {
-        QTest::addColumn<int>("dimensions");
-        QTest::newRow("line") << 1;
-        QTest::newRow("map") << 2;
-    }
     void clickOnAPeakSelectsItsAtoms()
     {
-        QFETCH(int, dimensions);
-        PlotStage plot(spectrum(dimensions, {peak(1, 57, 4), peak(2, 28, 7.5)}));
-        QVariantMap description = molecule();
-        const auto shift = [](int number, const QVariantList &atoms) {
-            return QVariantMap{{u"Nums"_s, atoms}, {u"AssignedPeaks"_s, QVariantList{id(number)}}};
-        };
-        description.insert(
-            u"NMRAssignments"_s,
-            QVariantList{QVariantMap{{u"Shifts"_s, QVariantList{shift(1, {Oxygen}), shift(2, {Carbon, Nitrogen})}}}});
-        MoleculeItem shown(description);
-        plot.item->linkObject(&shown);
-        const auto click = [&](int number, Qt::KeyboardModifiers modifiers = {}, const QPointF &beside = {}) {
-            for (const PeakMark &mark : plot.content()->peakMarks())
-                if (mark.peak.id == id(number))
-                    plot.stage.click(mark.top + beside, modifiers);
-            return shown.selectedAtoms();
-        };
-        QCOMPARE(click(1), QSet<int>{Oxygen});
-        QCOMPARE(click(2, Qt::ControlModifier), (QSet<int>{Oxygen, Carbon, Nitrogen}));
-        QCOMPARE(click(1, Qt::ControlModifier), (QSet<int>{Carbon, Nitrogen}));
-        QCOMPARE(click(1, {}, {-12, 12}), QSet<int>()); // a little beside
-        shown.sendMessage(AtomSelection::toMessage({Nitrogen}));
-        QCOMPARE(plot.item->plot()->litPeaks(), QSet<QUuid>{id(2)});
+        for (int dimensions : {1, 2}) {
+            PlotStage plot(spectrum(dimensions, {peak(1, 57, 4), peak(2, 28, 7.5)}));
+            QVariantMap description = molecule();
+            const auto shift = [](int number, const QVariantList &atoms) {
+                return QVariantMap{{u"Nums"_s, atoms}, {u"AssignedPeaks"_s, QVariantList{id(number)}}};
+            };
+            description.insert(u"NMRAssignments"_s,
+                               QVariantList{QVariantMap{
+                                   {u"Shifts"_s, QVariantList{shift(1, {Oxygen}), shift(2, {Carbon, Nitrogen})}}}});
+            MoleculeItem shown(description);
+            plot.item->linkObject(&shown);
+            const auto click = [&](int number, Qt::KeyboardModifiers modifiers = {}, const QPointF &beside = {}) {
+                for (const PeakMark &mark : plot.content()->peakMarks())
+                    if (mark.peak.id == id(number))
+                        plot.stage.click(mark.top + beside, modifiers);
+                return shown.selectedAtoms();
+            };
+            QCOMPARE(click(1), QSet<int>{Oxygen});
+            QCOMPARE(click(2, Qt::ControlModifier), (QSet<int>{Oxygen, Carbon, Nitrogen}));
+            QCOMPARE(click(1, Qt::ControlModifier), (QSet<int>{Carbon, Nitrogen}));
+            QCOMPARE(click(1, {}, {-12, 12}), QSet<int>()); // a little beside
+            shown.sendMessage(AtomSelection::toMessage({Nitrogen}));
+            QCOMPARE(plot.item->plot()->litPeaks(), QSet<QUuid>{id(2)});
+        }
     }
 
     void whereLabelsHaveNoRoomTheLowestPeaksGoWithout()
@@ -305,15 +285,15 @@ private Q_SLOTS:
             crowd.append(peak(i, 70 - i * 0.6, 6, 1 + (i * 37) % 90));
         QVariantMap list{{u"Peaks"_s, QVariantMap{{u"PeakList"_s, crowd}}}};
         PlotStage line(list);
-        QStringList strongest;
         const QStringList texts = dynamic_cast<StackedTraces *>(line.content())->labelBand()->visibleTexts();
         QVERIFY(texts.size() > 20 && texts.size() < 90);
-        for (const QVariant &one : std::as_const(crowd))
-            if (one.toMap().value(u"Height"_s).toDouble() > 90.0 - double(texts.size()))
-                strongest.append(one.toMap().value(u"PeakLabel"_s).toString());
-        QCOMPARE(texts.size(), strongest.size());
-        for (qsizetype i = 0; i < texts.size(); ++i) // from left to right, from high to low ppm
-            QCOMPARE(texts[i].section(u' ', 0, 0), strongest[i]);
+        QStringList shown, strongest;
+        for (const QString &text : texts) // from left to right, from high to low ppm
+            shown.append(text.section(u' ', 0, 0));
+        for (int i = 0; i < 90; ++i)
+            if ((i * 37) % 90 >= 90 - texts.size())
+                strongest.append(u"X%1"_s.arg(i));
+        QCOMPARE(shown, strongest);
 
         // In a map: as many in a heap as fit around it. The strongest is there, the weakest is not.
         QVariantList heap;
@@ -360,27 +340,42 @@ private Q_SLOTS:
             plot.layOut();
             return dynamic_cast<StackedTraces *>(plot.content())->marks();
         };
-        plot.stage.key(Qt::Key_I);
-        plot.stage.drag(plot.pixel(60, 3), plot.pixel(40, 3));
-        plot.stage.drag(plot.pixel(10, 3), plot.pixel(30, 3));
         const auto integrals = [&] {
             const QStringList texts = marks()->integralTexts();
             return QPointF(texts.value(0).toDouble(), texts.value(1).toDouble());
         };
+        plot.stage.key(Qt::Key_I);
+        QCOMPARE(plot.said(), u"Integrals: drag over the regions; Esc ends. The first one is 1 until another is set"_s);
+        plot.stage.drag(plot.pixel(60, 3), plot.pixel(40, 3));
+        plot.stage.drag(plot.pixel(10, 3), plot.pixel(30, 3));
         QVERIFY(QLineF(integrals(), {1, 2}).length() < 0.03); // the mouse is on whole pixels
         PlotOptions options = plot.item->plot()->options();
+        QCOMPARE(options.integrals.size(), 2);
+        QVERIFY(std::abs(options.integrals[1].from - 30) < 0.1 && std::abs(options.integrals[1].to - 10) < 0.1);
+        QCOMPARE(options.integrals[1].entry, plot.item->nmrData()->activeEntryId());
         options.integralReference = 1;
         options.referenceValue = 3;
         plot.item->plot()->setOptions(options);
         QVERIFY(QLineF(integrals(), {1.5, 3}).length() < 0.03);
 
         plot.stage.key(Qt::Key_D);
-        plot.stage.drag(plot.pixel(50, 3), plot.pixel(30, 5));
+        QCOMPARE(plot.said(), u"Distances: drag from one place to another; Esc ends"_s);
+        const QRect area = plot.content()->mainRect()->rect();
+        plot.stage.drag({plot.pixel(50, 3).x(), area.top() + area.height() / 4.0},
+                        {area.right() + 30.0, area.bottom() + 9.0});
+        const DistanceMark distance = plot.item->plot()->options().distances.value(0);
+        QVERIFY(std::abs(distance.from.y() - 0.25) < 0.005 && distance.to.y() == distance.from.y());
+        QVERIFY(std::abs(distance.from.x() - 50) < 0.1 && std::abs(distance.to.x() - 10) < 0.1);
         const QStringList words = marks()->distanceTexts().value(0).split(u' ');
         QCOMPARE(words.size(), 4);
-        QVERIFY(std::abs(words[0].toDouble() - 20) < 0.3 && words[1] == u"ppm,");
+        QVERIFY(std::abs(words[0].toDouble() - 40) < 0.3 && words[1] == u"ppm,");
         QVERIFY(std::abs(words[2].toDouble() / words[0].toDouble() - 100) < 0.05 && words[3] == u"Hz"); // 100 MHz
         QCOMPARE(plot.ranges(), (Ranges{10, 70}));
+        plot.stage.key(Qt::Key_Escape);
+        QCOMPARE(plot.reports, QStringList{QString()});
+        plot.stage.drag(plot.pixel(48, 2), plot.pixel(35, 3)); // zooms again
+        compareRanges(plot.ranges(), {35, 48}, 3e-3);
+        QCOMPARE(plot.item->plot()->options().integrals, options.integrals);
     }
 
     void plotsShareTheirRange()
@@ -438,9 +433,6 @@ private Q_SLOTS:
     void peaksAreEdited()
     {
         PlotStage plot(spectrum(1, {peak(1, 57, 0, 2), peak(2, 28, 0, 5), peak(3, 28, 0, 5)}));
-        QStringList reports;
-        connect(plot.item, &DocumentItem::reported, [&](const QString &text) { reports.append(text); });
-        const auto said = [&] { return std::exchange(reports, {}).join(u" | "_s); };
         const auto places = [&] {
             QStringList list;
             for (const SpectrumPeak &one : plot.item->nmrData()->shownSpectrum().peaks)
@@ -451,35 +443,35 @@ private Q_SLOTS:
         const auto top = [&](int i) { return plot.content()->peakMarks()[i].top; };
         PeakEditor *editor = plot.item->peakEditor();
         editor->setActive(true);
-        QCOMPARE(said(),
-                 u"Editing the peaks of s: click adds (Shift: right there), drag moves, Delete or right click "
-                 "removes, Ctrl+click counts once more, Esc ends"_s);
+        QCOMPARE(
+            plot.said(),
+            u"Editing the peaks of s: click adds (Shift: right there), drag moves, Delete or right click removes, Ctrl+click counts once more, Esc ends"_s);
         plot.stage.key(Qt::Key_Delete);
-        QCOMPARE(said(), u"No peak is chosen: click one first"_s);
+        QCOMPARE(plot.said(), u"No peak is chosen: click one first"_s);
         plot.stage.click(top(1) + QPointF(5, -10)); // the mark above the top, nearly beside it
-        QCOMPARE(said().replace(QRegularExpression(u"28\\.0+"_s), u"28"_s), u"Peak at 28 ppm, counts 2 times"_s);
+        QCOMPARE(plot.said().replace(QRegularExpression(u"28\\.0+"_s), u"28"_s), u"Peak at 28 ppm, counts 2 times"_s);
         plot.stage.click(top(1), Qt::ControlModifier);
         QCOMPARE(places(), u"57:2.0 28:5.0 28:5.0 28:5.0"_s);
-        QVERIFY(said().endsWith(u"counts 3 times. Number of peaks: 4 measured, 0 simulated"_s));
+        QVERIFY(plot.said().endsWith(u"counts 3 times. Number of peaks: 4 measured, 0 simulated"_s));
         plot.stage.drag(top(1), {plot.pixel(42.4, 0).x(), top(1).y()}, Qt::ShiftModifier);
         QCOMPARE(places(), u"57:2.0 42:7.0 42:7.0 42:7.0"_s); // of the top of the slope that they are on
-        said();
+        plot.said();
         plot.stage.key(Qt::Key_Backspace);
         QCOMPARE(places(), u"57:2.0"_s);
-        QVERIFY(said().endsWith(u" removed. Number of peaks: 1 measured, 0 simulated"_s));
+        QVERIFY(plot.said().endsWith(u" removed. Number of peaks: 1 measured, 0 simulated"_s));
         plot.stage.click(plot.pixel(33.7, 3.1), Qt::ShiftModifier);
         QVERIFY(places().startsWith(u"57:2.0 34:"_s));
-        QVERIFY(said().startsWith(u"Peak added at 33."_s));
+        QVERIFY(plot.said().startsWith(u"Peak added at 33."_s));
         plot.stage.click(plot.pixel(33.7, 6), Qt::ShiftModifier); // where there is one: nothing changes
         QCOMPARE(plot.item->nmrData()->shownSpectrum().peaks.size(), 2);
-        QVERIFY(said().endsWith(u"ppm already: Ctrl+click its mark to count it once more"_s));
+        QVERIFY(plot.said().endsWith(u"ppm already: Ctrl+click its mark to count it once more"_s));
         QVERIFY(!editor->removeAt(top(0) + QPointF(6.5, 0)));
         QVERIFY(!editor->removeAt(top(0) - QPointF(0, 18)));
         QVERIFY(editor->removeAt(top(0) - QPointF(5.5, 11)));
         plot.stage.key(Qt::Key_Escape);
         QCOMPARE(places(), u"34:7.0"_s);
         QCOMPARE(
-            said(),
+            plot.said(),
             u"Peak at 57.00 ppm removed. Number of peaks: 1 measured, 0 simulated | Number of peaks: 1 measured, 0 simulated"_s);
         QVERIFY(!editor->isActive());
     }
@@ -515,49 +507,11 @@ private Q_SLOTS:
         }
     }
 
-    void marksAreTakenAway()
-    {
-        PlotStage plot(spectrum(1));
-        QStringList reports;
-        connect(plot.item, &DocumentItem::reported, [&](const QString &text) { reports.append(text); });
-        plot.stage.key(Qt::Key_I);
-        QCOMPARE(std::exchange(reports, {}),
-                 QStringList{u"Integrals: drag over the regions; Esc ends. The first one is 1 until another is set"_s});
-        plot.stage.drag(plot.pixel(40, 3), plot.pixel(60, 3));
-        const QList<IntegralMark> integrals = plot.item->plot()->options().integrals;
-        QCOMPARE(integrals.size(), 1);
-        QVERIFY(std::abs(integrals[0].from - 60) < 0.1 && std::abs(integrals[0].to - 40) < 0.1);
-        QCOMPARE(integrals[0].entry, plot.item->nmrData()->activeEntryId());
-        plot.stage.key(Qt::Key_D);
-        QCOMPARE(std::exchange(reports, {}), QStringList{u"Distances: drag from one place to another; Esc ends"_s});
-        const QRect area = plot.content()->mainRect()->rect();
-        plot.stage.drag(QPointF(area.left() + 50, area.top() + area.height() / 4.0),
-                        QPointF(area.right() + 30, area.bottom() + 9));
-        const DistanceMark distance = plot.item->plot()->options().distances.value(0);
-        QVERIFY(std::abs(distance.from.y() - 0.25) < 0.005 && distance.to.y() == distance.from.y());
-        QVERIFY(std::abs(distance.to.x() - 10) < 0.1 && distance.from.x() > 60);
-        plot.stage.key(Qt::Key_Escape);
-        QCOMPARE(std::exchange(reports, {}), QStringList{QString()});
-        const auto choose = [&](const QString &text) {
-            for (QAction *action : plot.item->contextMenu()->findChildren<QAction *>())
-                if (action->text() == text)
-                    return action->trigger();
-        };
-        choose(u"Remove the Last Distance"_s);
-        QVERIFY(plot.item->plot()->options().distances.isEmpty()
-                && plot.item->plot()->options().integrals == integrals);
-        choose(u"Remove the Last Integral"_s);
-        QVERIFY(plot.item->plot()->options().integrals.isEmpty());
-        plot.stage.drag(plot.pixel(48, 2), plot.pixel(35, 3)); // zooms again
-        compareRanges(plot.ranges(), {35, 48}, 3e-3);
-        QVERIFY(plot.item->plot()->options() == PlotOptions());
-    }
-
     // --- molecule
 
     /// The hydrogen at (0.15, 0.1, 2), in Angstrom to the right and up from the carbon: turned by 0.12 about the
     /// vertical or the horizontal axis, or as far away as the zoom makes it.
-    void moleculeKeys()
+    void moleculeKeysAndWheel()
     {
         for (const auto &[key, hydrogen] : {std::pair(Qt::Key_Left, QPointF(-0.0905, 0.1)),
                                             {Qt::Key_Right, {0.3883, 0.1}},
@@ -585,6 +539,14 @@ private Q_SLOTS:
             QVERIFY(item->contactsVisible() == on && item->isMeasuring() == on);
         }
         lookAlongZ(*item);
+        const auto length = [&] { return QLineF(item->atomPosition(0), item->atomPosition(1)).length(); };
+        const double before = length();
+        item->setCurrent(false);
+        stage.wheel({300, 200});
+        QCOMPARE(length(), before);
+        item->setCurrent(true);
+        stage.wheel({300, 200});
+        QVERIFY(std::abs(length() / before - std::pow(1.0015, 120)) < 1e-6);
         stage.key(Qt::Key_Home);
         QVERIFY(item->viewSettings()[u"Rotation"_s] != QVariant::fromValue(DoubleVector{1, 0, 0, 0}));
     }
@@ -610,14 +572,11 @@ private Q_SLOTS:
         QCOMPARE(listener.selectedAtoms(), (QSet<int>{Carbon, Oxygen}));
         QCOMPARE(click(item->atomPosition(Oxygen), Qt::ControlModifier), QSet<int>{Carbon});
         QCOMPARE(click(item->contentRect().topRight() + QPointF(-15, 15)), QSet<int>());
-        // From behind.
-        item->setViewSettings({{u"Rotation"_s, QVariant::fromValue(DoubleVector{0, 0, 1, 0})}, {u"Zoom"_s, 1.0}});
-        QCOMPARE(click(between(0.9)), QSet<int>{Carbon});
-        // A drag to the right by 0.01 a pixel: what is behind goes to the left.
+        // A drag to the right by 0.01 a pixel: what is in front goes along.
         const double before = item->atomPosition(Hydrogen).x() - item->atomPosition(Carbon).x();
         stage.drag({100, 100}, {130, 100});
-        QVERIFY(item->atomPosition(Hydrogen).x() - item->atomPosition(Carbon).x() < before - 5);
-        QCOMPARE(item->selectedAtoms(), QSet<int>{Carbon}); // a drag selects nothing
+        QVERIFY(item->atomPosition(Hydrogen).x() - item->atomPosition(Carbon).x() > before + 5);
+        QCOMPARE(item->selectedAtoms(), QSet<int>()); // a drag selects nothing
     }
 
     /// Oxygen, nitrogen, hydrogen, carbon: distance, angle and torsion angle by numpy.
@@ -646,18 +605,29 @@ private Q_SLOTS:
         QVERIFY(item->contactsText().contains(u"\tC1\t0 0 0\t1.4177\t"_s));
     }
 
-    void wheelZoomsTheCurrentMolecule()
+    // --- any item
+
+    /// The title bar moves it, the grip of the current one resizes it; both are told when the button comes up.
+    void itemsAreMovedAndResized()
     {
         auto *item = new MoleculeItem(molecule());
         Stage stage(item);
-        const auto length = [&] { return QLineF(item->atomPosition(0), item->atomPosition(1)).length(); };
-        const double before = length();
+        item->setGeometry(100, 50, 300, 200); // its content: 296 by 175
         item->setCurrent(false);
-        stage.wheel({300, 200});
-        QCOMPARE(length(), before);
+        QList<QRectF> edits;
+        connect(item, &DocumentItem::geometryEdited,
+                [&](const QRectF &before, const QRectF &after) { edits << before << after; });
+        stage.drag({48, -2}, {68, 8});
+        QCOMPARE(edits, (QList<QRectF>{{100, 50, 300, 200}, {120, 60, 300, 200}}));
+        stage.drag({48, 1}, {68, 18}); // below the title: turns the molecule
+        stage.drag({294, 173}, {314, 193}); // not current: no grip
+        QCOMPARE(edits.size(), 2);
         item->setCurrent(true);
-        stage.wheel({300, 200});
-        QVERIFY(std::abs(length() / before - std::pow(1.0015, 120)) < 1e-6);
+        QCOMPARE(stage.colorAt({295, 174}), QColor(0x1f, 0x6f, 0xb5));
+        stage.drag({294, 173}, {324, 163});
+        QCOMPARE(edits.mid(2), (QList<QRectF>{{120, 60, 300, 200}, {120, 60, 330, 190}}));
+        stage.drag({324, 163}, {-22, -33}); // no smaller than this
+        QCOMPARE(item->geometry(), QRectF(120, 60, 120, 80));
     }
 
 private:

@@ -1,12 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "Failure.h"
-#include "formats/CsdmFile.h"
+#include "formats/EvenAxis.h"
+#include "formats/MagresCheck.h"
 #include "formats/SpectrumReader.h"
-#include "formats/TextReader.h"
-
-#include <QtTest>
-
-#include <cmath>
 
 using namespace Workbench;
 using namespace Qt::StringLiterals;
@@ -77,42 +73,6 @@ QByteArray quoted(QByteArray text)
     return text.replace('\'', '"');
 }
 
-QByteArray csdm(const QByteArray &dimensions, const QByteArray &variable)
-{
-    return quoted("{'csdm': {'version': '1.0', 'dimensions': [") + dimensions + quoted("], 'dependent_variables': [{")
-        + variable + "}]}}";
-}
-
-const QByteArray hertzAxis = quoted("{'type': 'linear', 'count': 8, 'increment': '100 Hz', 'coordinates_offset': '-0.4 "
-                                    "kHz', 'origin_offset': '100 MHz', 'label': '13C'}");
-const QByteArray eightNumbers = quoted(
-    "'type': 'internal', 'numeric_type': 'float64', 'encoding': 'none', 'components': [[1, 2, 3, 4, 5, 6, 70, 8]]");
-
-const QByteArray fourNumbers =
-    quoted("'type': 'internal', 'numeric_type': 'float64', 'encoding': 'none', 'components': [[1, 2, 30, 4]]");
-
-QByteArray base64(const QByteArray &type, const auto &values)
-{
-    const QByteArray bytes(reinterpret_cast<const char *>(values.data()), qsizetype(sizeof values));
-    return quoted("'type': 'internal', 'encoding': 'base64', 'numeric_type': '") + type + quoted("', 'components': ['")
-        + bytes.toBase64() + quoted("']");
-}
-
-template <typename Number>
-QByteArray numbersOf(const char *type)
-{
-    const std::array<Number, 4> values{1, 2, 30, 4};
-    return base64(type, values);
-}
-
-QByteArray simpson(const QByteArray &records)
-{
-    QByteArray text = "SIMP\nNP=4\nSW=400\n" + records + "DATA\n";
-    for (const char *value : {"1 0\n", "2 0\n", "30 0\n", "4 0\n"})
-        text += value;
-    return text + "END\n";
-}
-
 QString writeBytes(const QTemporaryDir &folder, const QByteArray &bytes, const QString &name)
 {
     QFile file(folder.filePath(name));
@@ -132,6 +92,34 @@ ReadOptions withFrequency(double megahertz, const QString &unit = {})
     options.frequency = {megahertz, megahertz};
     options.unit = unit;
     return options;
+}
+
+const QByteArray head = "#$magres-abinitio-v1.0\n";
+const QByteArray tensor = " 30 0 0 0 31 0 0 0 32\n";
+
+QByteArray atom(const QByteArray &label, int index, const QByteArray &species = {})
+{
+    const QByteArray element = species.isEmpty() ? label.left(1) : species;
+    return "atom " + element + ' ' + label + ' ' + QByteArray::number(index) + " 0 0 " + QByteArray::number(index)
+        + '\n';
+}
+
+QByteArray atomsBlock(const QByteArray &atoms)
+{
+    return "[atoms]\nunits lattice Angstrom\nunits atom Angstrom\nlattice 9 0 0 0 9 0 0 0 9\n" + atoms + "[/atoms]\n";
+}
+
+QByteArray magresBlock(const QByteArray &records)
+{
+    return "[magres]\nunits ms ppm\nunits efg au\n" + records + "[/magres]\n";
+}
+
+/// As every program writes it.
+QByteArray usual()
+{
+    return head + atomsBlock(atom("H", 1) + atom("C", 100))
+        + magresBlock("ms H 1" + tensor + "ms C 100" + tensor + "efg H 1" + tensor + "efg C 100" + tensor
+                      + "isc H 1 C 100" + tensor);
 }
 
 } // namespace
@@ -178,11 +166,9 @@ private Q_SLOTS:
         row("names in any case, in brackets", table({"\t"}, "SHIFT [PPM]\tINTENSITY [a.u.]\n"));
         row("lines without names above", table({","}, "my sample\nmeasured on Monday\n"), "passed over");
         row("a name of its own for the intensity", table({}, "ppm,glycine\n"), "glycine");
-        row("rising", [] {
-            QByteArrayList lines = table({}).split('\n');
-            std::reverse(lines.begin(), lines.end());
-            return lines.join('\n').trimmed() + '\n';
-        }());
+        QByteArrayList rising = table({}).trimmed().split('\n');
+        std::reverse(rising.begin(), rising.end());
+        row("rising", rising.join('\n') + '\n');
         row("x, real, imaginary", columns("xyi"), "imaginary part was left out");
         row("number, intensity, Hz, ppm", columns("nyhx"), "number, intensity, Hz and ppm");
         row("the same with names", columns("nyhx", "Point Intensity Hz ppm\n"), "not used: \"Hz\"");
@@ -205,6 +191,22 @@ private Q_SLOTS:
         row("exponents of Fortran", table({" "}).replace("50.000", "5.0D+01"));
         row("minus signs of print, blanks that do not break", table({"\xC2\xA0"}).replace("-", "\xE2\x88\x92"));
         row("columns behind a record", table({"\t"}, "##freq 100\nppm\n"));
+    }
+
+    /// Whole numbers, 0.7 apart before they were rounded: the line by numpy.polyfit.
+    void roundedPositions()
+    {
+        std::vector<double> positions;
+        for (int i = 0; i < 20; ++i)
+            positions.push_back(std::floor(100.5 - 0.7 * i));
+        Precision whole;
+        whole.add("100");
+        const auto axis = evenAxis(positions, whole);
+        QVERIFY(axis && axis->rounded && std::abs(axis->first - 100.042857142857) < 1e-9);
+        QVERIFY(std::abs(axis->step + 0.69924812030) < 1e-9);
+        QVERIFY(!evenAxis(positions, {1, 3}));
+        positions[9] -= 1.5;
+        QVERIFY(!evenAxis(positions, whole));
     }
 
     /// A table with names and without, and one whose F1 runs faster.
@@ -239,186 +241,101 @@ private Q_SLOTS:
 
     void peaks()
     {
-        using Peaks = std::vector<MeasuredPeak>;
         const QTemporaryDir folder;
-        const auto row = [&](const QByteArray &text, int dimensions, const Peaks &peaks, const char *note = "") {
+        const auto row = [&](const QByteArray &text, const char *expected, const char *note = "") {
             const Measurement read = readBytes(folder, text);
             const auto *list = std::get_if<MeasuredPeaks>(&read);
-            QVERIFY2(list && list->dimensions == dimensions && list->peaks == peaks, text);
+            QVERIFY2(list && list->title == u"file", text);
+            QStringList peaks;
+            for (const MeasuredPeak &peak : list->peaks)
+                peaks.append((QString::number(peak.f2, 'g', 10)
+                              + (list->dimensions == 2 ? u"/%1 "_s.arg(peak.f1) : u" "_s)
+                              + (peak.height != 1 ? u"=%1 "_s.arg(peak.height, 0, 'g', 10) : QString()) + peak.label
+                              + (peak.count > 0 ? u" #%1"_s.arg(peak.count) : QString()))
+                                 .simplified());
+            QCOMPARE(peaks.join(u"; "_s), QString::fromUtf8(expected));
             QVERIFY2(list->notes.join(u' ').contains(QString::fromUtf8(note)), text + list->notes.join(u' ').toUtf8());
-            QCOMPARE(list->title, u"file"_s);
         };
-        const Peaks heights{{10.5, 0, 3}, {20.25, 0, 4}}, plain{{10.5}, {20.25}};
         for (const char *header : {"position,intensity", "ppm,intensity", "(ppm),I", "δ(1H),h", "Shift,Height", ""})
-            row(QByteArray(header) + "\n10.5,3\n20.25,4\n", 1, heights, "list of 2 peaks");
-        row("\"10.5\",\"3\"\n\"20.25\",\"4\"\n", 1, heights);
-        row("δ(1H)\n10.5\n20.25\n", 1, plain);
-        row("10.5\n20.25", 1, plain, "taken as ppm");
-        row("21783.4\n6929.9\n", 1, {{21783.4}, {6929.9}}, "if these are Hz");
-        row("position,height\n# c\n 10 , 2 # why\n\n-5,-1", 1, {{10, 0, 2}, {-5, 0, -1}});
-        row("1\r2", 1, {{1}, {2}});
-        row("1\n2,3\n", 1, {{1}, {2, 0, 3}}, "without a height (1)");
-        row("3.5,60\n1.2,15,4\n", 2, {{3.5, 60}, {1.2, 15, 4}}, "position in F2, position in F1");
-        row("label,F2 (ppm),F1 (ppm),height\nA,3.5,60,2\nB,1.2,15,4\n", 2,
-            {{3.5, 60, 2, u"A"_s}, {1.2, 15, 4, u"B"_s}});
+            row(QByteArray(header) + "\n10.5,3\n20.25,4\n", "10.5 =3; 20.25 =4", "list of 2 peaks");
+        row("\"10.5\",\"3\"\n\"20.25\",\"4\"\n", "10.5 =3; 20.25 =4");
+        row("δ(1H)\n10.5\n20.25\n", "10.5; 20.25");
+        row("10.5\n20.25", "10.5; 20.25", "taken as ppm");
+        row("21783.4\n6929.9\n", "21783.4; 6929.9", "if these are Hz");
+        row("position,height\n# c\n 10 , 2 # why\n\n-5,-1", "10 =2; -5 =-1");
+        row("1\r2", "1; 2");
+        row("1\n2,3\n", "1; 2 =3", "without a height (1)");
+        row("3.5,60\n1.2,15,4\n", "3.5/60; 1.2/15 =4", "position in F2, position in F1");
+        row("label,F2 (ppm),F1 (ppm),height\nA,3.5,60,2\nB,1.2,15,4\n", "3.5/60 =2 A; 1.2/15 =4 B");
         // Names of columns begin with an empty one, and the last field of a row may be empty.
         row("\tppm\tIntensity\tWidth\tType\tAnnotation\n1\t7.26\t500.5\t1.2\tSolvent\t\n2\t3.1\t300\t1\tCompound\tH1\n",
-            1, {{7.26, 0, 500.5, u"Solvent"_s}, {3.1, 0, 300, u"Compound H1"_s}}, "not used: \"Width\"");
-        row("No.\tppm\tHz\tHeight\n1\t173.2\t21783.4\t3\n2\t55.1\t6929.9\t1\n", 1, {{173.2, 0, 3}, {55.1, 0, 1}});
-        row("C1 173.2 ppm\nC2 \u22125.1 ppm\n", 1, {{173.2, 0, 1, u"C1"_s}, {-5.1, 0, 1, u"C2"_s}});
-        row("C1,173.2\nC2,55.1\n", 1, {{173.2, 0, 1, u"C1"_s}, {55.1, 0, 1, u"C2"_s}});
-        row("173.2 C1\n55.1 C2\n", 1, {{173.2, 0, 1, u"C1"_s}, {55.1, 0, 1, u"C2"_s}});
+            "7.26 =500.5 Solvent; 3.1 =300 Compound H1", "not used: \"Width\"");
+        row("No.\tppm\tHz\tHeight\n1\t173.2\t21783.4\t3\n2\t55.1\t6929.9\t1\n", "173.2 =3; 55.1");
+        row("C1 173.2 ppm\nC2 \u22125.1 ppm\n", "173.2 C1; -5.1 C2");
+        row("C1,173.2\nC2,55.1\n", "173.2 C1; 55.1 C2");
+        row("173.2 C1\n55.1 C2\n", "173.2 C1; 55.1 C2");
         // Tables and running text of publications.
-        row("Table S2. 1H shifts (ppm), 9.4 T\nH1 9.4\nH2 2.2(1)\nH3 1.15 ± 0.05\nH4 7.0–7.5\n", 1,
-            {{9.4, 0, 1, u"H1"_s}, {2.2, 0, 1, u"H2"_s}, {1.15, 0, 1, u"H3"_s}, {7.25, 0, 1, u"H4"_s}},
-            "Errors of the positions were left out. Ranges of shifts");
-        row("| Site | δ (ppm) |\n|---|---|\n| C1 | 170.2 |\n| C2 | 133.3 |\n", 1,
-            {{170.2, 0, 1, u"C1"_s}, {133.3, 0, 1, u"C2"_s}});
-        row("C1 & 170.2 \\\\\nC2 & 133.3 \\\\\n", 1, {{170.2, 0, 1, u"C1"_s}, {133.3, 0, 1, u"C2"_s}});
-        row("#\tppm\tHz\tIntensity\n1\t3.5\t350\t7\n2\t1.5\t150\t2\n3\t0.5\t50\t4\n", 1,
-            {{3.5, 0, 7}, {1.5, 0, 2}, {0.5, 0, 4}}, "not used: \"Hz\"");
-        row("1H NMR, 400, CDCl3\n7.26, 3\n2.31, 9\n", 1, {{7.26, 0, 3}, {2.31, 0, 9}});
-        row("13C NMR chemical shifts\n170.2, 100\n133.3, 50\n", 1, {{170.2, 0, 100}, {133.3, 0, 50}});
+        row("Table S2. 1H shifts (ppm), 9.4 T\nH1 9.4\nH2 2.2(1)\nH3 1.15 ± 0.05\nH4 7.0–7.5\n",
+            "9.4 H1; 2.2 H2; 1.15 H3; 7.25 H4", "Errors of the positions were left out. Ranges of shifts");
+        row("| Site | δ (ppm) |\n|---|---|\n| C1 | 170.2 |\n| C2 | 133.3 |\n", "170.2 C1; 133.3 C2");
+        row("C1 & 170.2 \\\\\nC2 & 133.3 \\\\\n", "170.2 C1; 133.3 C2");
+        row("#\tppm\tHz\tIntensity\n1\t3.5\t350\t7\n2\t1.5\t150\t2\n3\t0.5\t50\t4\n", "3.5 =7; 1.5 =2; 0.5 =4",
+            "not used: \"Hz\"");
+        row("1H NMR, 400, CDCl3\n7.26, 3\n2.31, 9\n", "7.26 =3; 2.31 =9");
+        row("13C NMR chemical shifts\n170.2, 100\n133.3, 50\n", "170.2 =100; 133.3 =50");
         row("¹³C NMR (101 MHz, DMSO-d₆) δ 170.2 (C-1), 133.3 (d, J = 12.3 Hz, C-2),\n128.0–127.6 (m, 2C) and 21.5 ppm. "
             "HRMS (ESI) calcd 123.4567.\n",
-            1, {{170.2, 0, 1, u"C-1"_s}, {133.3, 0, 1, u"C-2"_s}, {127.8}, {21.5}}, "left out: \"HRMS");
-        row("1H NMR (400 MHz, CDCl3): δ 7.26 (s, 1H, H-3), 2.31 (br s, 3H)\n", 1,
-            {{7.26, 0, 1, u"H-3"_s, 1}, {2.31, 0, 1, {}, 3}});
-        row("δF −110.2; −120.5 (m)", 1, {{-110.2}, {-120.5}});
-        row("δF −110.2 to −112.2 (m), −120.5–121.5 (m), 0.25–−0.75 (m)", 1, {{-111.2}, {-121}, {-0.25}}, "Ranges");
-        row("F1 −110.2–112.2\nF2 −0.5–0.25\nF3 −1.5\n", 1,
-            {{-111.2, 0, 1, u"F1"_s}, {-0.125, 0, 1, u"F2"_s}, {-1.5, 0, 1, u"F3"_s}}, "Ranges");
-        row("13C{1H} NMR (C6D6, 75.5 MHz): δ = 170,2; 133,3\n", 1, {{170.2}, {133.3}});
+            "170.2 C-1; 133.3 C-2; 127.8; 21.5", "left out: \"HRMS");
+        row("1H NMR (400 MHz, CDCl3): δ 7.26 (s, 1H, H-3), 2.31 (br s, 3H)\n", "7.26 H-3 #1; 2.31 #3");
+        row("δF −110.2; −120.5 (m)", "-110.2; -120.5");
+        row("δF −110.2 to −112.2 (m), −120.5–121.5 (m), 0.25–−0.75 (m)", "-111.2; -121; -0.25", "Ranges");
+        row("F1 −110.2–112.2\nF2 −0.5–0.25\nF3 −1.5\n", "-111.2 F1; -0.125 F2; -1.5 F3", "Ranges");
+        row("13C{1H} NMR (C6D6, 75.5 MHz): δ = 170,2; 133,3\n", "170.2; 133.3");
         // Shifts in one line; three numbers that do not fall may be the columns of a cross peak.
         for (const char *line : {"170.2, 133.3, 20.4", "170.2 133.3 20.4\n", "13C: 170,2; 133,3; 20,4",
                                  "170,2 133,3 20,4", "# from the paper\n[170.2, 133.3, 20.4]"})
-            row(line, 1, {{170.2}, {133.3}, {20.4}}, "the numbers of the only line are shifts");
-        row("20.4 133.3 150.1 170.2", 1, {{20.4}, {133.3}, {150.1}, {170.2}});
-        row("8.1 120.5 3000", 2, {{8.1, 120.5, 3000}});
-        row("Atom A B\nC1 170.2 171.3\nC2 20.4 21\n", 1, {{170.2, 0, 171.3, u"C1"_s}, {20.4, 0, 21, u"C2"_s}},
+            row(line, "170.2; 133.3; 20.4", "the numbers of the only line are shifts");
+        row("20.4 133.3 150.1 170.2", "20.4; 133.3; 150.1; 170.2");
+        row("8.1 120.5 3000", "8.1/120.5 =3000");
+        row("Atom A B\nC1 170.2 171.3\nC2 20.4 21\n", "170.2 =171.3 C1; 20.4 =21 C2",
             "Column \"B\" was taken as the intensity.");
-        row("ppm\theight\n170.2\t\"1,234,567\"\n20.1\t300\n", 1, {{170.2, 0, 1234567}, {20.1, 0, 300}});
+        row("ppm\theight\n170.2\t\"1,234,567\"\n20.1\t300\n", "170.2 =1234567; 20.1 =300");
         // Commas of numbers, and commas between them.
-        row("10,2\n20,1\n", 1, {{10, 0, 2}, {20, 0, 1}}, "\"10,2\" is a peak at 10");
-        row("ppm\n173,2\n55,1\n", 1, {{173.2}, {55.1}});
-        row("\"173,2\"\n\"55,1\"\n", 1, {{173.2}, {55.1}});
-        row("173,2;2\n55,1;3\n", 1, {{173.2, 0, 2}, {55.1, 0, 3}});
-        row("173,2 C1\n55,1 C2\n", 1, {{173.2, 0, 1, u"C1"_s}, {55.1, 0, 1, u"C2"_s}});
+        row("10,2\n20,1\n", "10 =2; 20", "\"10,2\" is a peak at 10");
+        row("ppm\n173,2\n55,1\n", "173.2; 55.1");
+        row("\"173,2\"\n\"55,1\"\n", "173.2; 55.1");
+        row("173,2;2\n55,1;3\n", "173.2 =2; 55.1 =3");
+        row("173,2 C1\n55,1 C2\n", "173.2 C1; 55.1 C2");
         // Lists of other programs: names of several words, Hz and points beside ppm, settings above.
         row("   Assignment       w1       w2   Data Height\n\n  A1N-HN   110.5   8.25   300\n  G2N-HN   105.5   7.5   "
             "200\n",
-            2, {{8.25, 110.5, 300, u"A1N-HN"_s}, {7.5, 105.5, 200, u"G2N-HN"_s}});
-        row("DU=/nmr, USER=me, NAME=x, EXPNO=10, PROCNO=1\nF1=220.0ppm, F2=-10.0ppm, MI=0.1cm, MAXI=99.0cm, PC=1.4\n\n"
-            "  #   ADDRESS    FREQUENCY   INTENSITY\n              [Hz]    [PPM]\n\n  1   2411.2  17312.5  173.125   "
-            "5.5\n"
-            "  2   5411.5   5100.0   51.000  10.0\n  3   6200.0   2075.0   20.750   7.5\n",
-            1, {{173.125, 0, 5.5}, {51, 0, 10}, {20.75, 0, 7.5}}, "number, point, Hz, ppm and height");
+            "8.25/110.5 =300 A1N-HN; 7.5/105.5 =200 G2N-HN");
+        row(u"DU=/nmr, USER=me, NAME=x, EXPNO=10, PROCNO=1\nF1=220.0ppm, F2=-10.0ppm, MI=0.1cm, MAXI=99.0cm, PC=1.4\n\n  #   ADDRESS    FREQUENCY   INTENSITY\n              [Hz]    [PPM]\n\n  1   2411.2  17312.5  173.125   5.5\n  2   5411.5   5100.0   51.000  10.0\n  3   6200.0   2075.0   20.750   7.5\n"_s
+                .toUtf8(),
+            "173.125 =5.5; 51 =10; 20.75 =7.5", "number, point, Hz, ppm and height");
         row("Peak\tRegion\tIndex (F1)\tν(F1) [ppm]\tν(F1) [Hz]\tIntensity [abs]\tIntensity [rel]\tHalf width [ppm]\n"
             "1\t1\t2411.2\t173.125\t17312.5\t5500\t0.5\t0.4\n2\t1\t5411.5\t51\t5100\t9900\t1\t0.3\n",
-            1, {{173.125, 0, 5500}, {51, 0, 9900}},
-            "\"Region\", \"Index (F1)\", \"ν(F1) [Hz]\", \"Intensity [rel]\", \"Half");
+            "173.125 =5500; 51 =9900", "\"Region\", \"Index (F1)\", \"ν(F1) [Hz]\", \"Intensity [rel]\", \"Half");
         row("Atom\tδiso (exp) / ppm\tσiso (calc) / ppm\tδiso (calc) / "
             "ppm\nC1\t170.2\t1.2\t169.1\nC2\t20.4\t152.1\t19.8\n",
-            1, {{170.2, 0, 1, u"C1"_s}, {20.4, 0, 1, u"C2"_s}},
-            "not used: \"σiso (calc) / ppm\", \"δiso (calc) / ppm\"");
-        row("site,exp,GIPAW\nC1,170.2,171.1\nC2,20.4,19.8\n", 1, {{170.2, 0, 1, u"C1"_s}, {20.4, 0, 1, u"C2"_s}},
-            "\"GIPAW\"");
-        row("Site δ11/ppm δ22/ppm δ33/ppm δiso/ppm\nC1 250 180 80 170\nC2 230 130 40 133.5\n", 1,
-            {{170, 0, 1, u"C1"_s}, {133.5, 0, 1, u"C2"_s}}, "not used: \"δ11/ppm\", \"δ22/ppm\", \"δ33/ppm\"");
-        row("1H NMR (500 MHz, CHLOROFORM-d) δ ppm 3.10 (d, J(HF)=3.5 Hz, 3 H) 7.26 (s, 1 H)", 1,
-            {{3.1, 0, 1, {}, 3}, {7.26, 0, 1, {}, 1}});
-        row("Atom\tδcalc (ppm)\nC1\t169.1\nC2\t19.8\n", 1, {{169.1, 0, 1, u"C1"_s}, {19.8, 0, 1, u"C2"_s}});
-        row("Site δiso (ppm) ΔCSA (ppm) CQ/MHz η I (%)\nAl1 -10.5 20.1 5.1 0.3 55\nAl2 12.5 15.2 2.2 0.8 45\n", 1,
-            {{-10.5, 0, 55, u"Al1"_s}, {12.5, 0, 45, u"Al2"_s}}, "not used: \"ΔCSA (ppm)\", \"CQ/MHz\", \"η\"");
-        row("δ (ppm)  I\n20.6 ± 0.1  5\n51.2 ± 0.2  10\n", 1, {{20.6, 0, 5}, {51.2, 0, 10}}, "Errors of the positions");
+            "170.2 C1; 20.4 C2", "not used: \"σiso (calc) / ppm\", \"δiso (calc) / ppm\"");
+        row("site,exp,GIPAW\nC1,170.2,171.1\nC2,20.4,19.8\n", "170.2 C1; 20.4 C2", "\"GIPAW\"");
+        row("Site δ11/ppm δ22/ppm δ33/ppm δiso/ppm\nC1 250 180 80 170\nC2 230 130 40 133.5\n", "170 C1; 133.5 C2",
+            "not used: \"δ11/ppm\", \"δ22/ppm\", \"δ33/ppm\"");
+        row("1H NMR (500 MHz, CHLOROFORM-d) δ ppm 3.10 (d, J(HF)=3.5 Hz, 3 H) 7.26 (s, 1 H)", "3.1 #3; 7.26 #1");
+        row("Atom\tδcalc (ppm)\nC1\t169.1\nC2\t19.8\n", "169.1 C1; 19.8 C2");
+        row("Site δiso (ppm) ΔCSA (ppm) CQ/MHz η I (%)\nAl1 -10.5 20.1 5.1 0.3 55\nAl2 12.5 15.2 2.2 0.8 45\n",
+            "-10.5 =55 Al1; 12.5 =45 Al2", "not used: \"ΔCSA (ppm)\", \"CQ/MHz\", \"η\"");
+        row("δ (ppm)  I\n20.6 ± 0.1  5\n51.2 ± 0.2  10\n", "20.6 =5; 51.2 =10", "Errors of the positions");
         row("##TITLE= file\n##DATA TYPE= NMR PEAK TABLE\n##.OBSERVE NUCLEUS= ^13C\n##.OBSERVE FREQUENCY= 100\n"
             "##XUNITS= PPM\n##YUNITS= ARB\n##NPOINTS= 2\n##PEAK TABLE= (XY..XY)\n173.2, 5\n55.1, 3\n##END=\n",
-            1, {{173.2, 0, 5}, {55.1, 0, 3}});
-        row(quoted("<?xml version='1.0'?><PeakList><PeakList1D><Peak1D F1='173.2' intensity='2.5' type='0' "
-                   "annotation='C1'/> <Peak1D F1='55.1' intensity='1' type='0'/></PeakList1D></PeakList>"),
-            1, {{173.2, 0, 2.5, u"C1"_s}, {55.1, 0, 1}});
-        row(quoted("<?xml version='1.0'?><PeakList><PeakList2D><Peak2D F1='60' F2='3.5' intensity='2' annotation=''/> "
-                   "</PeakList2D></PeakList>"),
-            2, {{3.5, 60, 2}});
-    }
-
-    /// Shifts of the highest point.
-    void otherSpectra()
-    {
-        const QTemporaryDir folder;
-        const auto row = [&](const char *name, const QByteArray &text, const QList<double> &shifts,
-                             const ReadOptions &options = {}) {
-            const Measurement read = readBytes(folder, text, options);
-            const auto &spectrum = std::get<ExperimentalSpectrum>(read);
-            qsizetype index = std::max_element(spectrum.data.begin(), spectrum.data.end()) - spectrum.data.begin();
-            QCOMPARE(qsizetype(spectrum.dimensions.size()), shifts.size());
-            // Written and read again it is the same, with its axis.
-            const Measurement again = readBytes(folder, CsdmFile::written(spectrum));
-            const auto &copy = std::get<ExperimentalSpectrum>(again);
-            QVERIFY2(copy.data == spectrum.data, name);
-            for (size_t d = 0; d < spectrum.dimensions.size(); ++d) {
-                const SpectrumDimension &axis = spectrum.dimensions[d];
-                QVERIFY2(std::abs(axis.ppm(double(index % axis.points)) - shifts[qsizetype(d)]) < 1e-9, name);
-                index /= axis.points;
-                QVERIFY2(std::abs(copy.dimensions[d].first - axis.first) < 1e-9, name);
-                QVERIFY2(std::abs(copy.dimensions[d].step - axis.step) < 1e-12, name);
-            }
-        };
-        // The middle, at 100 MHz, is 0 Hz and 0 ppm; the highest is two steps of 1 ppm above it.
-        row("CSDM, numbers", csdm(hertzAxis, eightNumbers), {2});
-        QByteArray fft = hertzAxis;
-        fft.replace("-0.4 kHz\"", "0 Hz\", \"complex_fft\": true");
-        row("CSDM, coordinates from the middle", csdm(fft, eightNumbers), {2});
-        QByteArray moved = hertzAxis;
-        moved.replace("-0.4 kHz", "600 Hz"); // 1000 Hz in the middle, which is at 100 MHz
-        row("CSDM, 0 ppm beside the middle", csdm(moved, eightNumbers), {1200 / 99.999});
-        QByteArray bare = hertzAxis;
-        bare.replace("\"origin_offset\": \"100 MHz\",", "");
-        row("CSDM, frequency told", csdm(bare, eightNumbers), {4}, withFrequency(50));
-        const QByteArray ppm = quoted(
-                             "{'type': 'linear', 'count': 4, 'increment': '-1 ppm', 'coordinates_offset': '10 ppm'}"),
-                         monotonic = quoted("{'type': 'monotonic', 'coordinates': ['1 ppm', '2 ppm']}");
-        QByteArray ratios = ppm;
-        row("CSDM, ratios", csdm(ratios.replace("-1 ppm", "-1e-6").replace("10 ppm", "10e-6"), fourNumbers), {8});
-        const std::array<float, 8> plane{0, 0, 0, 0, 0, 0, 9, 0};
-        row("CSDM, base64, linear × monotonic", csdm(ppm + ',' + monotonic, base64("float32", plane)), {8, 2});
-        const std::array<double, 8> complex{0, 9, 0, 9, 5, 9, 0, 9};
-        row("CSDM, complex", csdm(ppm, base64("complex128", complex)), {8});
-        row("SIMPSON", simpson("TYPE=SPE\n"), {0}, withFrequency(100));
-        row("SIMPSON, reference", simpson("REF=500\nTYPE=SPE\n"), {5}, withFrequency(100));
-    }
-
-    void typesOfNumbers()
-    {
-        const QTemporaryDir folder;
-        const QByteArray axis =
-            quoted("{'type': 'linear', 'count': 4, 'increment': '-1 ppm', 'coordinates_offset': '9 ppm'}");
-        for (const QByteArray &values :
-             {numbersOf<qint8>("int8"), numbersOf<qint16>("int16"), numbersOf<qint32>("int32"),
-              numbersOf<qint64>("int64"), numbersOf<quint8>("uint8"), numbersOf<quint16>("uint16"),
-              numbersOf<quint32>("uint32"), numbersOf<quint64>("uint64"), numbersOf<float>("float32"),
-              numbersOf<double>("float64")})
-            QCOMPARE(std::get<ExperimentalSpectrum>(readBytes(folder, csdm(axis, values))).data,
-                     (std::vector<double>{1, 2, 30, 4}));
-    }
-
-    void externalValues()
-    {
-        const QTemporaryDir folder;
-        const std::array<double, 8> values{1, 2, 3, 4, 5, 6, 70, 8};
-        QFile raw(folder.filePath(u"values.dat"_s));
-        QVERIFY(raw.open(QIODevice::WriteOnly));
-        raw.write(reinterpret_cast<const char *>(values.data()), sizeof values);
-        raw.close();
-        const auto text = [](const char *url) {
-            return csdm(hertzAxis,
-                        quoted("'type': 'external', 'numeric_type': 'float64', 'encoding': 'raw', 'components_url': '")
-                            + QByteArray(url) + '"');
-        };
-        const Measurement read = readBytes(folder, text("file:./values.dat"));
-        QCOMPARE(std::get<ExperimentalSpectrum>(read).data[7 - 6], 70.0); // falling
-        for (const char *elsewhere : {"file:../values.dat", "file:///etc/passwd"})
-            QVERIFY(failure([&] { readBytes(folder, text(elsewhere)); }).contains("beside this one was expected"));
+            "173.2 =5; 55.1 =3");
+        row(quoted(
+                R"(<?xml version='1.0'?><PeakList><PeakList1D><Peak1D F1='173.2' intensity='2.5' type='0' annotation='C1'/> <Peak1D F1='55.1' intensity='1' type='0'/></PeakList1D></PeakList>)"),
+            "173.2 =2.5 C1; 55.1");
+        row(quoted(
+                R"(<?xml version='1.0'?><PeakList><PeakList2D><Peak2D F1='60' F2='3.5' intensity='2' annotation=''/> </PeakList2D></PeakList>)"),
+            "3.5/60 =2");
     }
 
     void refusals()
@@ -429,11 +346,10 @@ private Q_SLOTS:
         };
         const auto foreign = [](const QByteArray &name) {
             return ": this is data of " + name
-                + ", which cannot be read here: open it in the software that it belongs to and export the processed "
-                  "spectrum as JCAMP-DX (.jdx) or as text with ppm and intensity";
+                + R"(, which cannot be read here: open it in the software that it belongs to and export the processed spectrum as JCAMP-DX (.jdx) or as text with ppm and intensity)";
         };
-        const QByteArray nothing = ": this is no measurement that can be read: expected a Bruker folder or its file 1r "
-                                   "or 2rr, JCAMP-DX, CSDM, SIMPSON or text with ppm and intensity";
+        const QByteArray nothing =
+            R"(: this is no measurement that can be read: expected a Bruker folder or its file 1r or 2rr, JCAMP-DX, CSDM, SIMPSON or text with ppm and intensity)";
         QByteArrayList lines = table({}, "ppm,intensity\n").split('\n');
         const auto changed = [&](int line, const QByteArray &text) {
             QByteArrayList copy = lines;
@@ -444,13 +360,11 @@ private Q_SLOTS:
         row(", line 22: expected 2 fields as in the lines before, found 1", changed(21, "89.5"));
         row(", line 22: expected 2 fields as in the lines before, found 3", changed(21, "89.5,1,2"));
         row(", line 23: the points are not evenly spaced: 89.5 follows 90.5 where the step is -0.5", changed(21, ""));
-        row(", line 2: the positions are in Hz: the frequency of 0 ppm in MHz is needed to make ppm of them and must "
-            "be given",
+        row(R"(, line 2: the positions are in Hz: the frequency of 0 ppm in MHz is needed to make ppm of them and must be given)",
             table({}, "Hz,intensity\n"));
         row(", line 2: the positions are frequencies without a unit: ppm, Hz or kHz must be given",
             table({}, "frequency,intensity\n"));
-        row(", line 1: the first column counts the points, a position in ppm or Hz was expected; if these are "
-            "positions, say so in a header line \"ppm,intensity\"",
+        row(R"(, line 1: the first column counts the points, a position in ppm or Hz was expected; if these are positions, say so in a header line "ppm,intensity")",
             columns("ny"));
         row(", line 1: 5 columns of numbers need a header line that names them, such as \"ppm,intensity\"",
             columns("xyiii"));
@@ -472,18 +386,11 @@ private Q_SLOTS:
             "Dear all,\nplease find 3 peaks below.\nRegards\n");
         row(", line 1: no table of numbers was found, expected \"ppm,intensity\" or peaks",
             "Dear colleague,\nthe spectrum\nfollows\n");
-        row(": the coordinates of a monotonic dimension are not evenly spaced, as those of a spectrum must be",
-            csdm(quoted("{'type': 'monotonic', 'coordinates': ['1 ppm', '2 ppm', '4 ppm']}"), eightNumbers));
-        row(": there are 8 numbers, the dimensions make 3",
-            csdm(quoted("{'type': 'monotonic', 'coordinates': ['1 ppm', '2 ppm', '3 ppm']}"), eightNumbers));
-        row(": increment is in s: a spectrum in Hz or ppm was expected",
-            csdm(QByteArray(hertzAxis).replace("100 Hz", "1 s"), ""));
         row(": the positions are in Hz: the frequency of 0 ppm in MHz is needed to make ppm of them and must be given",
-            simpson("TYPE=SPE\n"));
-        row(": expected TYPE=SPE, found \"FID\": transform the FID (fft) and save the spectrum", simpson("TYPE=FID\n"));
+            "SIMP\nNP=2\nSW=800\nTYPE=SPE\nDATA\n1 0\n2 0\nEND\n");
         row(", line 1: peaks of one and of two dimensions are mixed",
-            quoted("<?xml version='1.0'?><PeakList><Peak1D F1='1' intensity='1'/><Peak2D F1='1' F2='1' intensity='1'/> "
-                   "</PeakList>"));
+            quoted(
+                R"(<?xml version='1.0'?><PeakList><Peak1D F1='1' intensity='1'/><Peak2D F1='1' F2='1' intensity='1'/> </PeakList>)"));
         row(foreign("JEOL Delta (.jdf)"), QByteArray("JEOL.NMR\0\0", 10));
         row(": this is a calculation (MAGRES), a measurement was expected",
             "#$magres-abinitio-v1.0\n[atoms]\natom H H 1 0 0 0\n");
@@ -492,11 +399,9 @@ private Q_SLOTS:
         row(nothing, quoted("\n{'spectra': [{'x': [1, 2, 3], 'y': [4, 5, 6]}]}"));
         row(nothing, "<?xml version='1.0'?>\n<nmrML>\n1 2\n3 4\n</nmrML>\n");
         row(foreign("ssNake"), quoted("{'dataReal': [1, 2], 'freq': [1]}"));
-        row(", line 1: four columns without names were expected to be number, intensity, Hz and ppm; a header line "
-            "such as \"ppm,intensity\" tells what they are",
+        row(R"(, line 1: four columns without names were expected to be number, intensity, Hz and ppm; a header line such as "ppm,intensity" tells what they are)",
             "1 2 3 4.5\n2 3 4 5.5\n3 4 5 7.5\n");
-        row(", line 2: a single column of numbers without a name: intensities have no axis here; if these are "
-            "positions of peaks, say so in a header line \"ppm\"",
+        row(R"(, line 2: a single column of numbers without a name: intensities have no axis here; if these are positions of peaks, say so in a header line "ppm")",
             "\n" + QByteArray("1.5\n").repeated(257));
         for (const QByteArray count : {"0", "1.5", "100001"})
             row(", line 3: expected a count of sites from 1 on, found " + count,
@@ -520,60 +425,140 @@ private Q_SLOTS:
         for (int i = 0; i < 2001; ++i)
             uneven += QByteArray::number(i * i) + ",1\n";
         row(", line 2: the points are not evenly spaced: 0 follows 0 where the step is 2001", uneven);
-        const auto number = [](const char *from, const char *to) {
-            return csdm(QByteArray(hertzAxis).replace(from, to), eightNumbers);
-        };
-        const auto values = [](const char *from, const char *to) {
-            return csdm(hertzAxis, QByteArray(eightNumbers).replace(from, to));
-        };
-        row(": expected one or two dimensions, found 0", csdm({}, eightNumbers));
-        row(": expected one or two dimensions, found 3",
-            csdm(hertzAxis + ',' + hertzAxis + ',' + hertzAxis, eightNumbers));
-        row(": there are no dependent variables", csdm(hertzAxis, eightNumbers).replace("dependent", "independent"));
-        row(": a dimension of 1 points is none of a spectrum", number("8", "1"));
-        row(": a dimension of 2.5 points is none of a spectrum", number("8", "2.5"));
-        row(": expected a linear or a monotonic dimension, found \"labeled\"", number("linear", "labeled"));
-        row(": increment and coordinates_offset differ in their units", number("-0.4 kHz", "3 ppm"));
-        row(": increment: expected a number with its unit, found \"1-2 Hz\"", number("100 Hz", "1-2 Hz"));
-        row(": numeric_type \"float16\" is not known", values("float64", "float16"));
-        row(": encoding \"raw\" was found, base64, raw or none was expected", values("none", "raw"));
-        row(": the values are no base64 text",
-            values("none", "base64").replace("[[1, 2, 3, 4, 5, 6, 70, 8]]", "[\"%%\"]"));
-        row(": the values have 2 bytes, the dimensions make 64",
-            values("none", "base64").replace("[[1, 2, 3, 4, 5, 6, 70, 8]]", "[\"AAA=\"]"));
-        row(": value 6 is no number", values("70", "null"));
-        row(": byte 10: object is missing after a comma", quoted("{'csdm': }"));
-        row(": the dimension is in Hz and has no origin_offset: the frequency of 0 ppm in MHz is needed to make ppm of "
-            "it and must be given",
-            number("origin_offset", "other"));
     }
+
     /// Data of other software, known by their names and their files, and what to do with them.
     void foreignData()
     {
         QByteArray pipe(2048, '\0');
         qToLittleEndian<float>(2.345f, pipe.data() + 8);
-        using Files = QMap<QString, QByteArray>;
-        for (const auto &[files, opened, message] :
-             {std::tuple(Files{{u"s.fid/fid"_s, "x"}, {u"s.fid/procpar"_s, "x"}}, u"s.fid"_s, "Varian/Agilent"),
-              std::tuple(Files{{u"s.fid/fid"_s, "x"}, {u"s.fid/procpar"_s, "x"}}, u"s.fid/fid"_s, "Varian/Agilent"),
-              std::tuple(Files{{u"10/fid"_s, "x"}, {u"10/acqus"_s, "x"}}, u"10"_s, "process them in TopSpin"),
-              std::tuple(Files{{u"11/ser"_s, "x"}, {u"11/acqus"_s, "x"}}, u"11/ser"_s, "process them in TopSpin"),
-              std::tuple(Files{{u"m/acqu.par"_s, "x"}, {u"m/data.1d"_s, "x"}}, u"m"_s, "Magritek"),
-              std::tuple(Files{{u"data.1d"_s, "x"}}, u"data.1d"_s, "Magritek"),
-              std::tuple(Files{{u"s.mnova"_s, "x"}}, u"s.mnova"_s, "MestReNova"),
-              std::tuple(Files{{u"s.nmrium"_s, "{\"spectra\": []}"}}, u"s.nmrium"_s, "NMRium"),
-              std::tuple(Files{{u"s.mat"_s, "MATLAB 5.0 MAT-file"}}, u"s.mat"_s, "ssNake"),
-              std::tuple(Files{{u"s.xlsx"_s, "PK\x03\x04"}}, u"s.xlsx"_s, "a spreadsheet, which cannot"),
-              std::tuple(Files{{u"s.zip"_s, "PK\x03\x04"}}, u"s.zip"_s, "unpack it"),
-              std::tuple(Files{{u"s.ft2"_s, pipe}}, u"s.ft2"_s, "NMRPipe")}) {
+        for (const auto &[files, contents, opened, message] :
+             {std::tuple("s.fid/fid s.fid/procpar", QByteArray("x"), "s.fid", "Varian/Agilent"),
+              {"s.fid/fid s.fid/procpar", "x", "s.fid/fid", "Varian/Agilent"},
+              {"10/fid 10/acqus", "x", "10", "process them in TopSpin"},
+              {"11/ser 11/acqus", "x", "11/ser", "process them in TopSpin"},
+              {"m/acqu.par m/data.1d", "x", "m", "Magritek"},
+              {"data.1d", "x", "data.1d", "Magritek"},
+              {"s.mnova", "x", "s.mnova", "MestReNova"},
+              {"s.nmrium", "{\"spectra\": []}", "s.nmrium", "NMRium"},
+              {"s.mat", "MATLAB 5.0 MAT-file", "s.mat", "ssNake"},
+              {"s.xlsx", "PK\x03\x04", "s.xlsx", "a spreadsheet, which cannot"},
+              {"s.zip", "PK\x03\x04", "s.zip", "unpack it"},
+              {"s.ft2", pipe, "s.ft2", "NMRPipe"}}) {
             const QTemporaryDir folder;
-            for (auto file = files.begin(); file != files.end(); ++file) {
-                QVERIFY(QDir(folder.path()).mkpath(QFileInfo(file.key()).path()));
-                writeBytes(folder, *file, file.key());
+            for (const QString &file : QString::fromLatin1(files).split(u' ')) {
+                QVERIFY(QDir(folder.path()).mkpath(QFileInfo(file).path()));
+                writeBytes(folder, contents, file);
             }
-            const QString path = folder.filePath(opened);
+            const QString path = folder.filePath(QLatin1String(opened));
             const QString found = QString::fromUtf8(failure([&] { readMeasurement(path); }));
             QVERIFY2(found.contains(QLatin1String(message)), qPrintable(found));
+        }
+    }
+
+    // --- calculations
+
+    /// Repaired to nothing: left alone.
+    void repairs()
+    {
+        const auto row = [](const char *name, const QByteArray &text, const QByteArray &repaired) {
+            const MagresCheck::Findings findings = MagresCheck::examine(text);
+            QVERIFY2(findings.repaired == repaired, name + findings.repaired);
+            const QString told = findings.warnings.join(u' ');
+            QVERIFY2(told.contains(u"taken apart") == (!repaired.isEmpty() && text.contains('\n')), name);
+            if (qstrcmp(name, "both kinds") == 0)
+                QCOMPARE(
+                    told,
+                    u"Label and index stand together in 2 records (the first one: C100 in line 13); they were taken apart, each in the only way that names an atom of the file."_s);
+            QVERIFY2(repaired.isEmpty() || MagresCheck::examine(repaired).repaired.isEmpty(), name);
+        };
+        QByteArray fused = usual();
+        fused.replace("ms C 100", "ms C100").replace("efg C 100", "efg C100");
+        row("nothing to repair", usual(), {});
+        row("both kinds", fused, usual());
+        row("Windows", QByteArray(fused).replace("\n", "\r\n"), usual().replace("\n", "\r\n"));
+        row("angle brackets and tabs", QByteArray(fused).replace("[", "<").replace("]", ">").replace(" ", "\t"),
+            usual()
+                .replace("[", "<")
+                .replace("]", ">")
+                .replace(" ", "\t")
+                .replace("ms\tC\t", "ms\tC ")
+                .replace("efg\tC\t", "efg\tC "));
+        row("lines of old Macs", usual().replace('\n', '\r'), usual());
+        row("the atoms last", head + magresBlock("ms C100" + tensor) + atomsBlock(atom("C", 100)),
+            head + magresBlock("ms C 100" + tensor) + atomsBlock(atom("C", 100)));
+
+        const auto one = [&](const QByteArray &name, const QByteArray &atoms) {
+            return head + atomsBlock(atoms) + magresBlock("ms " + name + tensor);
+        };
+        row("a label with a digit", one("H1100", atom("H1", 100) + atom("H", 1)),
+            one("H1 100", atom("H1", 100) + atom("H", 1)));
+        row("two ways to take it apart", one("H1100", atom("H1", 100) + atom("H", 1100)), {});
+        row("no such atom", one("H101", atom("H", 100)), {});
+        row("one of two is not certain",
+            head + atomsBlock(atom("H", 100) + atom("H", 101)) + magresBlock("ms H100" + tensor + "ms H102" + tensor),
+            {});
+        row("an index does not begin with 0", one("H100", atom("H1", 0)), {});
+        row("another fault", one("H100 x", atom("H", 100)), {});
+        row("records of a block that nobody reads",
+            head + atomsBlock(atom("H", 100)) + "[other]\nms H100" + tensor + "[/other]\n", {});
+    }
+
+    /// All there are.
+    void warnings()
+    {
+        const auto row = [](const char *name, const QByteArray &text, const QStringList &warnings) {
+            const QStringList found = MagresCheck::examine(text).warnings;
+            QVERIFY2(found == warnings, name + found.join(u'\n').toUtf8());
+        };
+        const QByteArray atoms = atomsBlock(atom("H", 1) + atom("C", 1)),
+                         tensors = magresBlock("ms H 1" + tensor + "ms C 1" + tensor);
+        row("none", usual(), {});
+        row("angle brackets, a closing mark of the other kind",
+            head + QByteArray(atoms).replace("[atoms]", "<atoms>") + tensors, {});
+        row("no atoms", head + magresBlock({}),
+            {u"There is no block [atoms]."_s,
+             u"There is neither a shielding (ms) nor an electric-field gradient (efg)."_s});
+        row("no tensors", head + atoms, {u"There is no block [magres]."_s});
+        row("cut off", head + atoms + QByteArray(tensors).replace("[/magres]\n", ""),
+            {u"The block [magres] that begins in line 9 is not closed: the file may have been cut off."_s});
+        row("swallowed", head + QByteArray(atoms).replace("[/atoms]\n", "") + tensors,
+            {u"The block [atoms] that begins in line 2 is not closed where [magres] begins in line 8, which was therefore read as a part of it."_s});
+        row("twice", head + atoms + atoms + tensors,
+            {u"There are 2 blocks [atoms]: the atoms of all of them were read as one structure."_s,
+             u"Atoms with the label and index of another one: 2 (the first one H 1). Their tensors cannot be told apart."_s});
+        row("suffix", head + atomsBlock(atom("H", 1, "H:1") + atom("C", 1)) + tensors,
+            {u"A species with a suffix is no element (H:1, atoms: 1): it has no isotopes and is missing in spectra."_s});
+        row("orphans",
+            head + atoms + magresBlock("ms H 1" + tensor + "ms C 1" + tensor + "ms C 2" + tensor + "efg N 1" + tensor),
+            {u"Tensors that belong to no atom of the file: 2 (the first one ms C 2)."_s,
+             u"Atoms without efg: 2 of 2 (the first one H 1)."_s});
+        row("without", head + atoms + magresBlock("ms H 1" + tensor),
+            {u"Atoms without ms: 1 of 2 (the first one C 1)."_s});
+        row("no units", QByteArray(head + atoms + tensors).replace("units", "#nits"),
+            {u"Units that were not checked: lattice has none, taken as Angstrom, atom has none, taken as Angstrom, ms has none, taken as ppm."_s});
+        row("other units", QByteArray(head + atoms + tensors).replace("lattice Angstrom", "lattice Bohr"),
+            {u"Units that were not checked: lattice in Bohr, taken as Angstrom."_s});
+        row("units that come second",
+            QByteArray(head + atoms + tensors).replace("units ms ppm", "units ms ppm\nunits ms au"),
+            {u"Units that were not checked: ms in au, taken as ppm."_s});
+    }
+
+    void firstLine()
+    {
+        QVERIFY(MagresCheck::isMagres(usual()));
+        const QByteArray rest = usual().mid(head.size());
+        for (const auto &[text, why] :
+             {std::pair(rest, "this one with \"[atoms]\": if the line was lost"),
+              std::pair(QByteArray("\xEF\xBB\xBF") + usual(), "byte order mark"),
+              std::pair(QByteArray("\xFF\xFE#\0$\0", 6), "byte order mark"),
+              std::pair(QByteArray("\n ") + usual(), "empty lines stand before it"),
+              std::pair(QByteArray("H    1 Coordinates      0.1 0.2 0.3   A\n"), "older version"),
+              std::pair(QByteArray(), "this one with \"\"")}) {
+            QVERIFY(!MagresCheck::isMagres(text));
+            const QString told = MagresCheck::whyNotMagres(text);
+            QVERIFY2(told.startsWith(u"a MAGRES file begins with") && told.contains(QLatin1String(why)),
+                     qPrintable(told));
         }
     }
 };

@@ -25,6 +25,8 @@ struct PowderSettings {
     double directions = 0; ///< 0: as many as it takes
     double tolerance = 1e-3; ///< as Powder::Accuracy's
     bool siteCurves = false; ///< each site's curve stands beside the sum
+
+    bool operator==(const PowderSettings &) const = default;
 };
 
 /// As many curves of sites as a plot has room for.

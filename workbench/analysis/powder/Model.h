@@ -38,6 +38,8 @@ struct Conditions {
 struct LineShape {
     double lorentzian = 30;
     double gaussian = 0;
+
+    bool operator==(const LineShape &) const = default;
 };
 
 /// Points at even steps, in ppm, first to last; either may be the larger.
