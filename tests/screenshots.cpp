@@ -107,7 +107,7 @@ void Screenshots::makeSpectrum(const Inputs &inputs, const QString &pictureName)
 
 void Screenshots::file()
 {
-    window().openFiles({QStringLiteral(SAMPLE_DIRECTORY "/paracetamol.magres")});
+    window().openFiles({QStringLiteral(SAMPLES "/paracetamol.magres")});
     m_table = m_host->scene().currentTableItem();
     QVERIFY(m_table);
     QTest::qWait(50); // the contents are listed
@@ -142,7 +142,7 @@ void Screenshots::powder()
 
 void Screenshots::stack()
 {
-    window().openFiles({QStringLiteral(SAMPLE_DIRECTORY "/paracetamol-13C.csv")});
+    window().openFiles({QStringLiteral(SAMPLES "/paracetamol-13C.csv")});
     QCOMPARE(spectrum()->nmrData()->entryIds().size(), 2);
     takeSpectrum(490, u"stack-before.png"_s);
     m_dialogs.expect(u"New reference"_s, [this](QDialog *box) {
@@ -168,7 +168,7 @@ void Screenshots::mapOfTwoDimensions()
 
 void Screenshots::editedPeaks()
 {
-    window().openFiles({QStringLiteral(SAMPLE_DIRECTORY "/paracetamol-13C-affn.jdx")});
+    window().openFiles({QStringLiteral(SAMPLES "/paracetamol-13C-affn.jdx")});
     spectrum()->nmrData()->removeEntry(spectrum()->nmrData()->entryIds().at(1));
     spectrum()->plot()->fullReset();
     choose(window(), spectrum(), {u"Show"_s, u"Peak Sticks"_s});

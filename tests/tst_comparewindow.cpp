@@ -1,68 +1,26 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "ModalAnswers.h"
-#include "Program.h"
-#include "WorkbenchUser.h"
+#include "WindowTest.h"
 
-#include "cli/PrivateSettings.h"
 #include "document/DocumentState.h"
 #include "formats/DocumentFile.h"
-#include "host/MainScene.h"
-#include "host/PluginManager.h"
-#include "items/molecule/MoleculeItem.h"
-#include "items/plot/NmrData.h"
-#include "items/plot/NmrItem.h"
-#include "items/plot/NmrPlot.h"
-#include "items/table/TableItem.h"
-#include "window/DocumentController.h"
-#include "window/WMainWindow.h"
-#include "window/WindowApplication.h"
-#include "window/WorkBar.h"
 #include "window/compare/CompareCommands.h"
 #include "window/compare/ComparePanel.h"
 #include "window/compare/PairTable.h"
 #include "window/compare/RankDialog.h"
 #include "window/compare/RankModel.h"
 
-#include <QtTest>
-#include <QtWidgets>
-
-using namespace Workbench;
-using namespace Qt::StringLiterals;
-
-namespace {
-
-QString sample(const QString &name)
-{
-    return QStringLiteral(SAMPLES "/") + name;
-}
-
-} // namespace
-
 /// The comparison as a user of the window meets it.
-class TestCompareWindow : public QObject {
+class TestCompareWindow : public WindowTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        m_host = std::make_unique<WindowApplication>();
-        m_host->loadPlugins(QStringLiteral(PLUGIN_DIRECTORY));
-        window().compareCommands()->setRankProgram(QStringLiteral(WORKBENCH_PROGRAM));
-        window().show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window()));
-    }
-
-    void cleanupTestCase() { m_host.reset(); }
-
     void init()
     {
+        clear();
+        window().compareCommands()->setRankProgram(QStringLiteral(WORKBENCH_PROGRAM));
         panel().hide();
-        scene().removeAll();
-        QSettings().clear();
         panel().followReferenceSets();
     }
-
-    void cleanup() { QCOMPARE(m_dialogs.missing(), QStringList()); }
 
     void namesOfListsTellTheNucleus()
     {
@@ -70,7 +28,7 @@ private Q_SLOTS:
         auto *nucleus = panel().findChild<QComboBox *>(u"compareNucleus"_s);
         nucleus->setCurrentText(u"13C"_s);
         Q_EMIT nucleus->activated(nucleus->currentIndex());
-        window().openFiles({sample(u"acetic-acid.magres"_s)});
+        open(u"acetic-acid.magres"_s);
         QCOMPARE(nucleus->currentText(), u"13C"_s); // the user's choice stays
     }
 
@@ -125,7 +83,7 @@ private Q_SLOTS:
         openPanel(u"candidates/candidate-3.magres"_s, sample(u"paracetamol-13C.csv"_s));
         const QStringList before = rows();
         const QByteArray start = state();
-        const int steps = scene().undoStack()->count();
+        const int steps = history().count();
         select(0);
         QTest::keyClick(&table(), Qt::Key_Down, Qt::AltModifier);
         // Two lines have changed places: the second of them by itself.
@@ -135,7 +93,7 @@ private Q_SLOTS:
         QCOMPARE(column(0, PairTable::How), QString());
         QVERIFY(panel().summary().contains(u"1 assigned, equal"));
         QVERIFY(panel().summary().contains(u"(paired automatically: 0.64)"));
-        QCOMPARE(scene().undoStack()->count(), steps + 1);
+        QCOMPARE(history().count(), steps + 1);
         const QStringList byHand = rows();
         const QByteArray changed = state();
         QVERIFY(changed != start);
@@ -144,13 +102,13 @@ private Q_SLOTS:
         drag(1, 4);
         QCOMPARE(column(4, PairTable::Measured), u"170.11"_s);
         QCOMPARE(column(0, PairTable::Measured), u"154.27"_s);
-        scene().undoStack()->undo();
+        history().undo();
         QCOMPARE(shownRows(), byHand);
         QVERIFY(state() == changed);
-        scene().undoStack()->undo();
+        history().undo();
         QCOMPARE(shownRows(), before);
         QVERIFY(state() == start);
-        scene().undoStack()->redo();
+        history().redo();
         QCOMPARE(shownRows(), byHand);
 
         const QString path = m_files.path("pairs.magresdoc");
@@ -181,10 +139,12 @@ private Q_SLOTS:
         // By the menu: the line at 120 ppm again.
         select(3);
         QTest::keyClick(&table(), Qt::Key_Return);
-        QAction *line = menuEntry(u"120.00 ppm"_s);
-        QVERIFY(line && !line->isChecked() && menuEntry(u"134.50 ppm"_s)->isChecked());
-        line->trigger();
-        QApplication::activePopupWidget()->close();
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        QCOMPARE(entriesOf(menu),
+                 u"/; [ ] 170.10 ppm; [ ] 154.30 ppm; [x] 134.50 ppm; [ ] 120.00 ppm; [ ] 22.70 ppm; /; Pair This "
+                 "Line &Automatically Del; Pair A&ll Automatically"_s);
+        entry(menu, u"120.00 ppm"_s)->trigger();
+        menu->close();
         QCOMPARE(column(3, PairTable::Measured), u"120.00"_s);
     }
 
@@ -217,7 +177,7 @@ private Q_SLOTS:
         QVERIFY(panel().summary().contains(u"\"Q7\"") || panel().summary().contains(u"&quot;Q7&quot;"));
         Q_EMIT panel().findChild<QLabel *>(u"compareResult"_s)->linkActivated(u"free"_s);
         QCOMPARE(rows().size(), 8);
-        scene().undoStack()->undo();
+        history().undo();
         QTRY_VERIFY(rows().isEmpty());
     }
 
@@ -242,9 +202,8 @@ private Q_SLOTS:
 
     void unequalCountsNameTheWayOn()
     {
-        window().openFiles({sample(u"paracetamol.magres"_s)});
-        m_dialogs.expect(u"MAGRES parameters"_s, [](QDialog *dialog) { dialog->accept(); });
-        command(u"Create Spectrum"_s)->trigger();
+        open(u"paracetamol.magres"_s);
+        createSpectrum();
         window().openFiles({m_files.write("few.csv", "position\n170.1\n154.3\n22.7\n")});
         QString text, more;
         m_dialogs.expect(u"Error"_s, [&](QDialog *dialog) {
@@ -370,9 +329,8 @@ private Q_SLOTS:
         for (const char *name : {"1", "3", "5"})
             files.append(sample(u"candidates/candidate-%1.magres"_s.arg(QLatin1String(name))));
         window().openFiles(files);
-        m_dialogs.expect(u"MAGRES parameters"_s, [](QDialog *dialog) { dialog->accept(); });
-        command(u"Create Spectrum"_s)->trigger();
-        window().openFiles({sample(u"paracetamol-13C.csv"_s)});
+        createSpectrum();
+        open(u"paracetamol-13C.csv"_s);
         window().compareCommands()->openRanking();
         RankDialog &dialog = *window().compareCommands()->rankDialog();
         dialog.usePage();
@@ -493,7 +451,7 @@ private Q_SLOTS:
         };
         const QString atFirst = shown();
         const QByteArray start = state();
-        const int steps = scene().undoStack()->index();
+        const int steps = history().index();
         sigma->setValue(1);
         sigma->setValue(1.1);
         sigma->setValue(1.25); // one step
@@ -504,26 +462,26 @@ private Q_SLOTS:
         choose(reference, 1); // starts with what was fitted
         const auto rmsd = [](const QString &text) { return text.section(u"RMSD <b>"_s, 1).section(u"</b>"_s, 0, 0); };
         QVERIFY(rmsd(fitted).endsWith(u"ppm") && rmsd(panel().summary()) == rmsd(fitted));
-        QCOMPARE(scene().undoStack()->index(), steps + 5);
+        QCOMPARE(history().index(), steps + 5);
         const QString changed = shown();
         QVERIFY(changed != atFirst && changed.startsWith(u"1.25|2|fitted|fixed|CH3|"));
         const QByteArray document = state();
 
         // Another measurement has its own; the first one's come back with it.
         const QUuid first = scene().currentNmrItem()->nmrData()->activeEntryId();
-        window().openFiles({sample(u"paracetamol-1H.csv"_s)});
+        open(u"paracetamol-1H.csv"_s);
         panel().showMeasurement(scene().currentNmrItem()->nmrData()->activeEntryId());
         QVERIFY2(shown().startsWith(u"0.33|0|fixed|fitted|no groups|"), qPrintable(shown()));
         panel().showMeasurement(first);
         QCOMPARE(shown(), changed);
-        scene().undoStack()->undo(); // of the second list
+        history().undo(); // of the second list
 
         for (int i = 0; i < 5; ++i)
-            scene().undoStack()->undo();
+            history().undo();
         QCOMPARE(shown(), atFirst);
         QVERIFY(state() == start);
         for (int i = 0; i < 5; ++i)
-            scene().undoStack()->redo();
+            history().redo();
         QCOMPARE(shown(), changed);
 
         scene().removeAll();
@@ -559,28 +517,17 @@ private Q_SLOTS:
                 offered = std::abs(box->value() - reference) < 0.01 ? box->value() : offered;
             dialog->reject();
         });
-        m_dialogs.expect(u"Interrupted"_s, [](QDialog *dialog) { dialog->accept(); });
+        accept(u"Interrupted"_s);
         command(u"Create Spectrum"_s)->trigger();
         QVERIFY(offered > 0);
-        m_dialogs.expect(u"pairs.txt is no reference set"_s, [](QDialog *dialog) { dialog->accept(); });
+        accept(u"pairs.txt is no reference set"_s);
         window().compareCommands()->useReferenceSet(m_files.write("pairs.txt", "no set"));
     }
 
 private:
-    WMainWindow &window() { return m_host->window(); }
-    MainScene &scene() { return m_host->scene(); }
     ComparePanel &panel() { return *window().compareCommands()->panel(); }
     PairTable &table() { return *panel().pairs(); }
     const Spectrum &measured() { return scene().currentNmrItem()->nmrData()->stack().entries.last().spectrum; }
-
-    QAction *command(const QString &text)
-    {
-        window().workBar()->refresh();
-        for (QAction *action : window().workBar()->actions())
-            if (action->iconText() == text)
-                return action;
-        qFatal("no command %s", qPrintable(text));
-    }
 
     void openPanel(const QString &structure, const QString &list)
     {
@@ -622,26 +569,6 @@ private:
         const QPoint place = table().visualItemRect(table().topLevelItem(to)).center();
         table().dropOnRow(dragged, place);
     }
-    QAction *menuEntry(const QString &text)
-    {
-        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-        for (QAction *action : menu ? menu->actions() : QList<QAction *>())
-            if (action->text() == text)
-                return action;
-        return nullptr;
-    }
-    QByteArray state()
-    {
-        QBuffer buffer;
-        buffer.open(QIODevice::WriteOnly);
-        DocumentFile::write(buffer, DocumentState::capture(scene(), m_host->documentData(), &m_host->plugins()));
-        return buffer.data();
-    }
-
-    const PrivateSettings m_settings;
-    Program m_files;
-    std::unique_ptr<WindowApplication> m_host;
-    ModalAnswers m_dialogs;
 };
 
 QTEST_MAIN(TestCompareWindow)

@@ -1,88 +1,21 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "ModalAnswers.h"
-#include "WorkbenchUser.h"
+#include "WindowTest.h"
 
-#include "cli/PrivateSettings.h"
-#include "window/WindowApplication.h"
-#include "host/MainScene.h"
-#include "window/FrequencyDialog.h"
-#include "window/MainView.h"
-#include "window/WorkBar.h"
-#include "host/PluginManager.h"
-#include "window/DocumentController.h"
-#include "window/WMainWindow.h"
 #include "data/AtomSelection.h"
-#include "items/molecule/MoleculeItem.h"
-#include "items/plot/NmrData.h"
-#include "items/plot/NmrItem.h"
-#include "items/plot/NmrPlot.h"
 #include "items/plot/StackedTraces.h"
-#include "items/table/TableItem.h"
-#include "items/table/TableModel.h"
-
-#include <QtTest>
-#include <QtWidgets>
-
-using namespace Workbench;
-using namespace Qt::StringLiterals;
-
-namespace {
-
-const QString parametersTitle = u"MAGRES parameters"_s;
-
-QString sample(const char *name)
-{
-    return QStringLiteral(SAMPLES "/") + QLatin1String(name);
-}
-
-/// Mnemonics and shortcuts aside; null when there is none.
-QAction *action(const QWidget *menu, const QString &text)
-{
-    for (QAction *found : menu->actions())
-        if (found->text().remove(u'&') == text)
-            return found;
-    return nullptr;
-}
-
-QMenu *filled(QMenu *menu)
-{
-    Q_EMIT menu->aboutToShow();
-    return menu;
-}
-
-} // namespace
+#include "window/FrequencyDialog.h"
 
 /// The window with the real plug-in in it.
-class TestWindow : public QObject {
+class TestWindow : public WindowTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        m_host = std::make_unique<WindowApplication>();
-        m_host->loadPlugins(QStringLiteral(PLUGIN_DIRECTORY));
-        QVERIFY(!m_host->plugins().plugins().isEmpty());
-        window().show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window()));
-        window().activateWindow();
-        window().view()->setFocus();
-        // Nothing that is not in the file.
-        window().openFiles({sample("paracetamol.magres")});
-        QVERIFY(!window().isWindowModified());
-        QVERIFY(createSpectrum() && window().isWindowModified());
-    }
-
-    void cleanupTestCase() { m_host.reset(); }
-
     void init()
     {
-        scene().removeAll();
-        QSettings().clear();
-        window().openFiles({sample("paracetamol.magres")});
+        clear();
+        open(u"paracetamol.magres"_s);
         QCOMPARE(scene().documentItems().size(), 2);
     }
-
-    void cleanup() { QCOMPARE(m_dialogs.missing(), QStringList()); }
 
     void barsAndMenusOfTheWindow()
     {
@@ -92,6 +25,7 @@ private Q_SLOTS:
                 texts.append(action->isSeparator() ? u"/"_s : action->iconText() + u": "_s + action->toolTip());
             return texts.replaceInStrings(u"\n"_s, u" "_s);
         };
+        QVERIFY(!window().isWindowModified()); // nothing that is not in the file
         scene().removeAll();
         QCOMPARE(bar().join(u"; "_s),
                  u"Open: Calculations, measured spectra and documents; /; Create Spectrum: A simulated spectrum of "
@@ -110,37 +44,37 @@ private Q_SLOTS:
                  "as the window; Export: The page, a spectrum or a table as a file Not now: there is nothing on "
                  "the page"_s);
         QCOMPARE(
-            entriesOf(shown(u"File"_s)).remove(u" Ctrl+Q"_s),
+            entriesOf(menu(u"File"_s)).remove(u" Ctrl+Q"_s),
             u"&New Ctrl+N; &Open... Ctrl+O; Open &Folder...; Open &Recent >; Open Sa&mple >; /; &Save Ctrl+S; Save "
             "&As...; /; &Export >; /; &Quit"_s);
-        QCOMPARE(entriesOf(shown(u"Edit"_s)),
+        QCOMPARE(entriesOf(menu(u"Edit"_s)),
                  u"(Undo Ctrl+Z); (Redo Ctrl+Y); /; (&Rename Item... F2); (&Delete Item Del)"_s);
-        QCOMPARE(entriesOf(shown(u"Spectrum"_s)),
+        QCOMPARE(entriesOf(menu(u"Spectrum"_s)),
                  u"(Create Spectrum Ctrl+Shift+N); (Create Powder Spectrum... Ctrl+Shift+L); Add Measurement "
                  "Ctrl+Shift+O; Reference Se&t...; /; (No spectrum on the page)"_s);
-        QCOMPARE(entriesOf(shown(u"Table"_s)) + entriesOf(shown(u"Molecule"_s)),
+        QCOMPARE(entriesOf(menu(u"Table"_s)) + entriesOf(menu(u"Molecule"_s)),
                  u"/; (No table on the page)/; (No molecule on the page)"_s);
-        QCOMPARE(entriesOf(shown(u"View"_s)),
+        QCOMPARE(entriesOf(menu(u"View"_s)),
                  u"Zoom &In Ctrl++; Zoom &Out Ctrl+-; &Fit Window Ctrl+0; &Arrange Items; /; [ ] &Page Preview "
                  "Ctrl+Shift+P; /; [x] Contents; [ ] Compare; [x] Tool Bar"_s);
-        QCOMPARE(entriesOf(shown(u"Help"_s)), u"&User Guide; &Keyboard and Mouse... F1; &About and Plug-ins..."_s);
-        window().openFiles({sample("paracetamol.magres")});
-        QVERIFY(createSpectrum());
+        QCOMPARE(entriesOf(menu(u"Help"_s)), u"&User Guide; &Keyboard and Mouse... F1; &About and Plug-ins..."_s);
+        open(u"paracetamol.magres"_s);
+        QVERIFY(createSpectrum() && window().isWindowModified());
         QCOMPARE(
             bar()[5].mid(16),
             u"Fits the reference of the simulated spectrum to the measurement beside it (Ctrl+R) Not now: It needs "
             "one simulated spectrum and one measurement in the plot; the current plot holds 1 and 0"_s);
         QCOMPARE(
-            entriesOf(shown(u"Spectrum"_s)),
+            entriesOf(menu(u"Spectrum"_s)),
             u"Create Spectrum Ctrl+Shift+N; Create Powder Spectrum... Ctrl+Shift+L; Add Measurement Ctrl+Shift+O; "
             "Reference Se&t...; /; Set Reference...; /; Show Full Range Home; Show >; Appearance >; Measure >; Edit "
             "Title...; Copy Numbers; Picture >; /; /; MAGRES >; /; Add &Experimental Spectrum...; Add Bruker "
             "&Folder...; Active &Spectrum >; &Remove Spectrum >; /; [ ] Edit &Peaks Ctrl+Shift+E; Pic&k Peaks... "
             "Ctrl+Shift+K; &Count Equivalent Sites; /; (&Compare... Ctrl+Shift+C); (Ran&k Structures... "
             "Ctrl+Shift+R); /; &Rename Item... F2; &Delete Item Del"_s);
-        window().openFiles({sample("paracetamol-13C.csv")});
+        open(u"paracetamol-13C.csv"_s);
         QCOMPARE(
-            window().statusBar()->currentMessage(),
+            said(),
             u"paracetamol-13C.csv: 32 peak(s) added. Number of peaks: 32 measured, 32 simulated. Read as a list of "
             "32 peaks: the positions are not evenly spaced."_s);
         QCOMPARE(window().view()->accessibleName(), u"¹³C of paracetamol, simulated"_s);
@@ -150,7 +84,7 @@ private Q_SLOTS:
 
     void frequenciesFollowTheirInputs()
     {
-        const QString list = write("si.csv", "position\n-8.5\n-9.25\n-8.75\n");
+        const QString list = m_files.write("si.csv", "position\n-8.5\n-9.25\n-8.75\n");
         {
             FrequencyDialog dialog(list, FrequencyNeeded({}, 1, false), {}, nullptr);
             dialog.show();
@@ -168,7 +102,7 @@ private Q_SLOTS:
                      u"&Spectrometer (1H): ([799.0713 MHz: 0.0000 to 3000.0000]); &0 ppm at: ([81.000000 MHz: "
                      "0.000000 to 3000.000000]); The positions go from -8.50 to -9.25 ppm.; <OK> <Cancel>"_s);
         }
-        FrequencyDialog dialog(write("hsqc-1H-13C.csv", "F2 (Hz),F1 (Hz)\n4000,12000\n2000,3000\n"),
+        FrequencyDialog dialog(m_files.write("hsqc-1H-13C.csv", "F2 (Hz),F1 (Hz)\n4000,12000\n2000,3000\n"),
                                FrequencyNeeded({}, 2, true), {u"29Si"_s, 500}, nullptr);
         dialog.show();
         QCOMPARE(linesOf(&dialog).mid(1).join(u"; "_s),
@@ -186,7 +120,6 @@ private Q_SLOTS:
     void tabWalksOverThePage()
     {
         NmrItem *spectrum = createSpectrum();
-        QVERIFY(spectrum);
         scene().setActiveItem(nullptr);
         QSignalSpy activated(&scene(), &MainScene::activeItemChanged);
         const QList<QGraphicsWidget *> order{molecule(), table(), spectrum, molecule()};
@@ -209,7 +142,7 @@ private Q_SLOTS:
             QTest::keyClick(window().view(), key, modifiers);
             auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
             QVERIFY(menu);
-            QVERIFY(action(menu, u"Create spectrum..."_s));
+            QVERIFY(entry(menu, u"Create spectrum..."_s));
             QVERIFY(menu->activeAction() && menu->activeAction()->isEnabled());
             menu->close();
         }
@@ -240,7 +173,7 @@ private Q_SLOTS:
     {
         NmrItem *spectrum = createSpectrum();
         NmrData *data = spectrum->nmrData();
-        drop(sample("paracetamol-13C.csv"));
+        drop(sample(u"paracetamol-13C.csv"_s));
         QTRY_COMPARE(data->entryIds().size(), 2);
         const QUuid simulated = data->activeEntryId();
         const auto firstPeak = [&] { return data->spectrum(simulated).peaks.first().f2; };
@@ -256,7 +189,7 @@ private Q_SLOTS:
         QVERIFY(visible(170) && visible(after));
 
         // Editing makes the curve anew, where the peaks are now.
-        trigger(spectrum, u"Edit Spectrum..."_s, parametersTitle);
+        trigger(spectrum, u"Edit Spectrum..."_s, u"MAGRES parameters"_s);
         const SpectrumAxis edited = data->spectrum(simulated).axes.first();
         QVERIFY(edited.first > after && edited.last() < 24);
 
@@ -287,20 +220,19 @@ private Q_SLOTS:
                 "axes, peaks, parameters (*.json); text: data points (*.csv)"_s);
             dialog->reject();
         });
-        action(action(shown(u"File"_s), u"Export"_s)->menu(), u"Spectrum..."_s)->trigger();
+        entry(entry(menu(u"File"_s), u"Export"_s)->menu(), u"Spectrum..."_s)->trigger();
     }
 
     void peaksNeedAMeasurement()
     {
-        const auto said = [this] { return window().statusBar()->currentMessage(); };
         shortcut(Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier);
         QCOMPARE(said(), u"There is no spectrum on the page"_s);
         shortcut(Qt::Key_K, Qt::ControlModifier | Qt::ShiftModifier);
         QCOMPARE(said(), u"There is no measured spectrum to pick peaks from"_s);
-        QVERIFY(createSpectrum() && !action(shown(u"Spectrum"_s), u"Edit Peaks"_s)->isChecked());
-        action(shown(u"Spectrum"_s), u"Count Equivalent Sites"_s)->trigger();
+        QVERIFY(createSpectrum() && !entry(menu(u"Spectrum"_s), u"Edit Peaks"_s)->isChecked());
+        entry(menu(u"Spectrum"_s), u"Count Equivalent Sites"_s)->trigger();
         QCOMPARE(said(), u"There is no measured spectrum whose peaks could be counted"_s);
-        window().openFiles({sample("paracetamol-13C-points.csv")});
+        open(u"paracetamol-13C-points.csv"_s);
         m_dialogs.expect(u"Pick peaks"_s, [&](QDialog *dialog) {
             const auto found = [&] { return part<QLabel>(dialog, "result")->text(); };
             QCOMPARE(linesOf(dialog).join(u"; "_s),
@@ -312,35 +244,37 @@ private Q_SLOTS:
             QCOMPARE(found(), u"Positions found: 3\nNumber of peaks: 3 measured, 32 simulated"_s);
             dialog->reject();
         });
-        const int steps = scene().undoStack()->count();
+        const int steps = history().count();
         shortcut(Qt::Key_K, Qt::ControlModifier | Qt::ShiftModifier);
-        QCOMPARE(scene().undoStack()->count(), steps);
+        QCOMPARE(history().count(), steps);
     }
 
     void activeSpectrumIsChosenFromTheMenu()
     {
         NmrItem *spectrum = createSpectrum();
-        window().openFiles({sample("paracetamol-13C.csv")});
+        open(u"paracetamol-13C.csv"_s);
         NmrData *data = spectrum->nmrData();
         const QList<QUuid> ids = data->entryIds();
         QCOMPARE(ids.size(), 2);
         QCOMPARE(data->activeEntryId(), ids[0]);
         const auto submenu = [this](const QString &title) {
-            return filled(action(shown(u"Spectrum"_s), title)->menu());
+            QMenu *found = entry(menu(u"Spectrum"_s), title)->menu();
+            Q_EMIT found->aboutToShow();
+            return found;
         };
         QMenu *choice = submenu(u"Active Spectrum"_s);
-        QVERIFY(action(choice, u"paracetamol, simulated"_s)->isChecked());
-        action(choice, u"paracetamol-13C.csv"_s)->trigger();
+        QVERIFY(entry(choice, u"paracetamol, simulated"_s)->isChecked());
+        entry(choice, u"paracetamol-13C.csv"_s)->trigger();
         QCOMPARE(data->activeEntryId(), ids[1]);
         QVERIFY(spectrum->plot()->content()); // the curve stays on show
         shortcut(Qt::Key_PageDown, Qt::ControlModifier);
         QCOMPARE(data->activeEntryId(), ids[0]);
 
-        action(submenu(u"Remove Spectrum"_s), u"paracetamol, simulated"_s)->trigger();
+        entry(submenu(u"Remove Spectrum"_s), u"paracetamol, simulated"_s)->trigger();
         QCOMPARE(data->entryIds(), QList<QUuid>{ids[1]});
         QVERIFY(spectrum->plot()->content()); // sticks alone
         QVERIFY(!submenu(u"Remove Spectrum"_s)->actions().first()->isEnabled());
-        scene().undoStack()->undo();
+        history().undo();
         QCOMPARE(data->entryIds(), ids);
         QCOMPARE(data->activeEntryId(), ids[0]);
     }
@@ -367,7 +301,7 @@ private Q_SLOTS:
         for (NmrItem *item : {first, second}) {
             scene().setActiveItem(item);
             scene().setActiveItem(table()); // which leaves the spectrum the current one
-            QVERIFY(action(shown(u"Spectrum"_s), u"Edit Peaks"_s));
+            QVERIFY(entry(menu(u"Spectrum"_s), u"Edit Peaks"_s));
             QCOMPARE(scene().currentNmrItem(), item);
             QCOMPARE(scene().activeItem(), item);
         }
@@ -380,20 +314,20 @@ private Q_SLOTS:
     void experimentsThatCannotBeAddedChangeNothing()
     {
         NmrItem *spectrum = createSpectrum();
-        const int steps = scene().undoStack()->count();
+        const int steps = history().count();
         // Where it falls it cannot go ...
         const QPointF middle = spectrum->mapToScene(spectrum->contentRect().center());
         window().view()->ensureVisible(spectrum, 0, 0);
-        const QString text = told(u"paracetamol-1H-difdup.jdx cannot be added"_s, [&] {
-            drop(sample("paracetamol-1H-difdup.jdx"),
-                 window().view()->viewport()->mapTo(&window(), window().view()->mapFromScene(middle)));
-            QTRY_VERIFY(m_dialogs.missing().isEmpty());
-        });
+        QString text;
+        accept(u"paracetamol-1H-difdup.jdx cannot be added"_s, {}, &text);
+        drop(sample(u"paracetamol-1H-difdup.jdx"_s),
+             window().view()->viewport()->mapTo(&window(), window().view()->mapFromScene(middle)));
+        QTRY_VERIFY(m_dialogs.missing().isEmpty());
         QVERIFY2(text.contains(u"spectrum of 1H"), qPrintable(text));
         QCOMPARE(spectrum->nmrData()->entryIds().size(), 1);
-        QCOMPARE(scene().undoStack()->count(), steps);
+        QCOMPARE(history().count(), steps);
         // ... and opened without a place it has a plot of its own.
-        window().openFiles({sample("paracetamol-1H-difdup.jdx")});
+        open(u"paracetamol-1H-difdup.jdx"_s);
         QVERIFY(scene().currentNmrItem() != spectrum);
         QCOMPARE(spectrum->nmrData()->entryIds().size(), 1);
     }
@@ -401,18 +335,18 @@ private Q_SLOTS:
     /// No box is in the way: what is doubtful stands under the title until it was read, and can be had back.
     void doubtsAreNotes()
     {
-        QFile whole(sample("acetic-acid.magres"));
+        QFile whole(sample(u"acetic-acid.magres"_s));
         QVERIFY(whole.open(QIODevice::ReadOnly));
         const QByteArray text = whole.readAll().replace("</magres>", "");
-        window().openFiles({write("a.magres", text), write("b.magres", text)});
+        window().openFiles({m_files.write("a.magres", text), m_files.write("b.magres", text)});
         QCOMPARE(scene().documentItems().size(), 6);
-        QVERIFY(window().statusBar()->currentMessage().contains(u"2 file"));
+        QVERIFY(said().contains(u"2 file"));
         int told = 0;
         for (const DocumentItem *item : scene().documentItems())
             told += item->doubts().join(u'\n').contains(u"is not closed") && item->notes().size() == 1;
         QCOMPARE(told, 2);
 
-        const QString path = m_directory.filePath(u"kept.magresdoc"_s);
+        const QString path = m_files.path("kept.magresdoc");
         QVERIFY(window().document()->saveTo(path));
         window().openFiles({path});
         TableItem *last = table();
@@ -433,7 +367,7 @@ private Q_SLOTS:
         QVERIFY(last->notes().size() == 1 && !window().document()->isModified());
         read(u"Dismiss Note"_s);
         QVERIFY(last->notes().isEmpty() && window().document()->isModified());
-        scene().undoStack()->undo();
+        history().undo();
         QVERIFY(last->notes().size() == 1 && !window().document()->isModified());
     }
 
@@ -443,66 +377,57 @@ private Q_SLOTS:
         QByteArray points = "Hz,intensity\n";
         for (int i = 0; i < 100; ++i)
             points += QByteArray::number(10000 - 100 * i) + ',' + (i == 50 ? "100" : i % 2 ? "1" : "0") + '\n';
-        const QString spectrum = write("unknown.csv", points), list = write("si-29Si.csv", "kHz\n-8.5\n-9.25\n");
+        const QString spectrum = m_files.write("unknown.csv", points),
+                      list = m_files.write("si-29Si.csv", "kHz\n-8.5\n-9.25\n");
         const bool modified = window().document()->isModified();
-        const int steps = scene().undoStack()->count();
+        const int steps = history().count();
 
         m_dialogs.expect(u"Frequency of the spectrum"_s, [](QDialog *dialog) { dialog->reject(); });
         window().openFiles({spectrum});
-        QVERIFY(scene().documentItems().size() == 2 && scene().undoStack()->count() == steps);
+        QVERIFY(scene().documentItems().size() == 2 && history().count() == steps);
         QCOMPARE(window().document()->isModified(), modified);
-        QVERIFY(window().statusBar()->currentMessage().contains(u"was not opened"));
+        QVERIFY(said().contains(u"was not opened"));
 
         // One is left out, the next one is there: several files ask one by one.
-        const auto answer = [this](const QString &nucleus, double proton, const QString &range) {
+        const auto answer = [this](const Inputs &inputs, const QString &range) {
             m_dialogs.expect(u"Frequency of the spectrum"_s, [=](QDialog *dialog) {
-                auto *box = dialog->findChild<QComboBox *>(u"nucleus"_s);
-                auto *ok = dialog->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok);
-                QCOMPARE(ok->isEnabled(), proton == 0);
-                QVERIFY(!box->currentText().isEmpty());
-                if (!nucleus.isEmpty())
-                    box->setCurrentText(nucleus);
-                if (proton > 0)
-                    dialog->findChild<QDoubleSpinBox *>(u"protonFrequency"_s)->setValue(proton);
-                QCOMPARE(dialog->findChild<QLabel *>(u"range"_s)->text(), range);
-                ok->click();
+                fill(dialog, inputs);
+                QCOMPARE(part<QLabel>(dialog, "range")->text(), range);
+                press(dialog, QDialogButtonBox::Ok);
             });
         };
+        const auto opened = [this](const QString &file) {
+            window().openFiles({file});
+            return data()->stack().entries.constLast().spectrum;
+        };
         m_dialogs.expect(u"Frequency of the spectrum"_s, [](QDialog *dialog) { dialog->reject(); });
-        answer(u"13C"_s, 400, u"The positions go from 99.42 to 0.99 ppm."_s);
+        answer({{"nucleus", u"13C"_s}, {"protonFrequency", 400.0}}, u"The positions go from 99.42 to 0.99 ppm."_s);
         window().openFiles({spectrum, spectrum});
         QCOMPARE(scene().documentItems().size(), 3);
-        const SpectrumAxis axis = scene().currentNmrItem()->nmrData()->shownSpectrum().axes.at(0);
+        const SpectrumAxis axis = data()->shownSpectrum().axes.at(0);
         // 13C resonates at 25.145020 % of 1H.
         QVERIFY(axis.nucleus() == u"¹³C" && std::abs(axis.ppm(50) - 5000 / 100.58008) < 1e-3);
         QVERIFY(std::abs(axis.frequency - 100.58008) < 1e-5);
 
         // The file's name and the last answer make the proposal; kHz are not Hz.
-        answer({}, 0, u"The positions go from -106.96 to -116.40 ppm."_s);
-        window().openFiles({list});
-        QCOMPARE(scene().documentItems().size(), 4);
-        const QList<SpectrumPeak> peaks = scene().currentNmrItem()->nmrData()->stack().entries[0].spectrum.peaks;
+        answer({}, u"The positions go from -106.96 to -116.40 ppm."_s);
+        const QList<SpectrumPeak> peaks = opened(list).peaks;
         QVERIFY(peaks.size() == 2 && std::abs(peaks[0].f2 + 8500 / (4 * 19.867187)) < 1e-3);
 
         // Both dimensions are kept.
-        const QString plane = write("plane.csv", "F2 (Hz),F1 (Hz),height\n4000,12000,1\n2000,3000,2\n");
-        m_dialogs.expect(u"Frequency of the spectrum"_s, [](QDialog *dialog) {
-            dialog->findChild<QComboBox *>(u"nucleus"_s)->setCurrentText(u"1H"_s);
-            dialog->findChild<QComboBox *>(u"nucleusF1"_s)->setCurrentText(u"13C"_s);
-            dialog->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->click();
-        });
-        window().openFiles({plane});
-        const SpectrumPeak cross = scene().currentNmrItem()->nmrData()->stack().entries[0].spectrum.peaks.value(0);
+        answer({{"nucleus", u"1H"_s}, {"nucleusF1", u"13C"_s}}, u"The positions go from 10.00 to 5.00 ppm."_s);
+        const SpectrumPeak cross =
+            opened(m_files.write("plane.csv", "F2 (Hz),F1 (Hz),height\n4000,12000,1\n2000,3000,2\n")).peaks.value(0);
         QVERIFY(std::abs(cross.f2 - 10) < 1e-6 && std::abs(cross.f1 - 12000 / 100.58008) < 1e-3);
-        scene().destroy(scene().currentNmrItem());
+        scene().destroy(plot());
 
         // A calculation makes the proposal, and is not taken for granted: 13C beside 600 MHz, as it is simulated.
         NmrItem *simulated = createSpectrum();
-        answer(u"1H"_s, 0, u"The positions go from 16.67 to 0.17 ppm."_s);
-        window().openFiles({spectrum});
+        answer({{"nucleus", u"1H"_s}}, u"The positions go from 16.67 to 0.17 ppm."_s);
+        opened(spectrum);
         QCOMPARE(simulated->nmrData()->entryIds().size(), 1);
-        answer({}, 0, u"The positions go from 66.28 to 0.66 ppm."_s);
-        window().openFiles({spectrum});
+        answer({}, u"The positions go from 66.28 to 0.66 ppm."_s);
+        opened(spectrum);
         QCOMPARE(simulated->nmrData()->entryIds().size(), 2);
     }
 
@@ -520,45 +445,14 @@ private Q_SLOTS:
     }
 
 private:
-    WMainWindow &window() { return m_host->window(); }
-    MainScene &scene() { return m_host->scene(); }
-    TableItem *table() { return scene().currentTableItem(); }
-    MoleculeItem *molecule() { return qobject_cast<MoleculeItem *>(table()->linkedItems().value(0)); }
-    QMenu *shown(const QString &title) { return filled(action(window().menuBar(), title)->menu()); }
-
-    QString write(const char *name, const QByteArray &text) const
-    {
-        QFile file(m_directory.filePath(QLatin1String(name)));
-        if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
-            qFatal("cannot write");
-        return file.fileName();
-    }
-
-    /// Accepts the dialog of this title that an action opens; gives the text, if it is a message box.
-    QString told(const QString &title, const std::function<void()> &act)
-    {
-        QString text;
-        m_dialogs.expect(title, [&text](QDialog *dialog) {
-            if (auto *box = qobject_cast<QMessageBox *>(dialog))
-                text = box->text();
-            dialog->accept();
-        });
-        act();
-        return text;
-    }
-
-    /// Through the plug-in's dialog with what it offers: carbon in one dimension.
-    NmrItem *createSpectrum()
-    {
-        told(parametersTitle, [this] { action(table()->contextMenu(), u"Create spectrum..."_s)->trigger(); });
-        return scene().currentNmrItem();
-    }
-
     /// A command of the plug-in, and what it tells.
     QString trigger(NmrItem *item, const QString &command, const QString &title)
     {
+        QString text;
+        accept(title, {}, &text);
         scene().setActiveItem(item);
-        return told(title, [&] { action(action(item->contextMenu(), u"MAGRES"_s)->menu(), command)->trigger(); });
+        entry(entry(item->contextMenu(), u"MAGRES"_s)->menu(), command)->trigger();
+        return text;
     }
 
     /// Shortcuts need the active window, which a dialog may have been.
@@ -578,11 +472,6 @@ private:
         QDropEvent event(QPointF(where), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(&window(), &event);
     }
-
-    const PrivateSettings m_settings;
-    const QTemporaryDir m_directory;
-    std::unique_ptr<WindowApplication> m_host;
-    ModalAnswers m_dialogs;
 };
 
 QTEST_MAIN(TestWindow)
