@@ -47,6 +47,14 @@ QMenu *WindowTest::menu(const QString &title) const
     return menu;
 }
 
+QStringList WindowTest::doubledMnemonicsOfMenus() const
+{
+    QStringList found{doubledMnemonics(entriesOf(window().menuBar()))};
+    for (const QAction *action : window().menuBar()->actions())
+        found.append(doubledMnemonics(entriesOf(menu(action->text().remove(u'&')))));
+    return found;
+}
+
 QAction *WindowTest::command(const QString &text) const
 {
     window().workBar()->refresh();

@@ -53,6 +53,8 @@ protected:
     static QAction *entry(const QWidget *menu, const QString &text);
     /// A menu of the bar, as it opens.
     QMenu *menu(const QString &title) const;
+    /// Of the bar and of each of its menus, the letters that two of their entries have as mnemonics.
+    QStringList doubledMnemonicsOfMenus() const;
     /// A command of the tool bar.
     QAction *command(const QString &text) const;
     /// The dialog of this title opens next, is filled in and accepted; gives the text, if it is a message box.

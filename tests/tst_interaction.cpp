@@ -32,11 +32,19 @@ private Q_SLOTS:
         m_host.reset();
         const Language german(u"de"_s);
         start();
-        open(u"paracetamol.magres"_s);
+        window().openFiles({sample(u"paracetamol-13C-points.csv"_s), sample(u"paracetamol.magres"_s)});
         QCOMPARE(window().menuBar()->actions().first()->text(), u"&Datei"_s);
+        m_dialogs.expect(u"Pulverspektrum"_s, [](QDialog *dialog) {
+            const QString shown = linesOf(dialog).join(u' ');
+            QVERIFY2(shown.contains(u"An &Messung anpassen"_s), qPrintable(shown));
+            QCOMPARE(doubledMnemonics(shown), QString());
+            dialog->reject();
+        });
+        choose(window(), table(), {u"Pulverspektrum erzeugen..."_s});
         m_dialogs.expect(u"MAGRES-Parameter"_s, [](QDialog *dialog) { press(dialog, QDialogButtonBox::Ok); });
         choose(window(), table(), {u"Spektrum erzeugen..."_s});
         QVERIFY(plot()->plot()->xAxis->label().startsWith(u"Chemische Verschiebung"_s));
+        QCOMPARE(doubledMnemonicsOfMenus().join(QString()), QString());
         m_host.reset();
     }
 

@@ -69,8 +69,8 @@ private Q_SLOTS:
             u"Create Spectrum Ctrl+Shift+N; Create Powder Spectrum... Ctrl+Shift+L; Add Measurement Ctrl+Shift+O; "
             "Reference Se&t...; /; Set Reference...; /; Show Full Range Home; Show >; Appearance >; Measure >; Edit "
             "Title...; Copy Numbers; Picture >; /; /; MAGRES >; /; Add &Experimental Spectrum...; Add Bruker "
-            "&Folder...; Active &Spectrum >; &Remove Spectrum >; /; [ ] Edit &Peaks Ctrl+Shift+E; Pic&k Peaks... "
-            "Ctrl+Shift+K; &Count Equivalent Sites; /; (&Compare... Ctrl+Shift+C); (Ran&k Structures... "
+            "&Folder...; Active &Spectrum >; Remo&ve Spectrum >; /; [ ] Edit &Peaks Ctrl+Shift+E; Pic&k Peaks... "
+            "Ctrl+Shift+K; &Count Equivalent Sites; /; (Co&mpare... Ctrl+Shift+C); (Ra&nk Structures... "
             "Ctrl+Shift+R); /; &Rename Item... F2; &Delete Item Del"_s);
         open(u"paracetamol-13C.csv"_s);
         QCOMPARE(
@@ -80,6 +80,7 @@ private Q_SLOTS:
         QCOMPARE(window().view()->accessibleName(), u"¹³C of paracetamol, simulated"_s);
         QCOMPARE(window().view()->accessibleDescription(),
                  u"The reference of ¹³C is a placeholder, 100 ppm: positions mean nothing yet, only distances do"_s);
+        QCOMPARE(doubledMnemonicsOfMenus().join(QString()), QString());
     }
 
     void frequenciesFollowTheirInputs()

@@ -66,7 +66,7 @@ StackMenu::StackMenu(MainScene *scene, QWidget *window)
     : QMenu(window),
       m_scene(scene),
       m_activeMenu(new QMenu(tr("Active &Spectrum"), this)),
-      m_removeMenu(new QMenu(tr("&Remove Spectrum"), this))
+      m_removeMenu(new QMenu(tr("Remo&ve Spectrum"), this))
 {
     addAction(tr("Add &Experimental Spectrum..."), this, &StackMenu::chooseExperiment);
     addAction(tr("Add Bruker &Folder..."), this, &StackMenu::chooseFolder);
