@@ -3,6 +3,7 @@
 
 #include "document/DocumentState.h"
 #include "formats/DocumentFile.h"
+#include "items/plot/AgreementPlot.h"
 #include "window/compare/CompareCommands.h"
 #include "window/compare/ComparePanel.h"
 #include "window/compare/PairTable.h"
@@ -91,8 +92,15 @@ private Q_SLOTS:
         QCOMPARE(column(1, PairTable::Measured), u"170.11"_s);
         QCOMPARE(column(1, PairTable::How), u"by hand"_s);
         QCOMPARE(column(0, PairTable::How), QString());
-        QVERIFY(panel().summary().contains(u"1 assigned, equal"));
-        QVERIFY(panel().summary().contains(u"(paired automatically: 0.64)"));
+        QCOMPARE(panel().summary().split(u"<br>"_s),
+                 (QStringList{u"Pairing: <b>1 assigned, equal</b>; 8 lines, 8 sites in P2_1/c (14)"_s,
+                              u"Reference <b>172.56 ppm</b> (fitted), slope -1 (fixed)"_s,
+                              u"RMSD <b>8.21 ppm</b> (paired automatically: 0.64); largest difference -16.76 (C1 ×4), "
+                              "RMSD without it 5.58"_s,
+                              u"χ² 111.43, 7 degrees of freedom, <b>p &lt; 0.0001</b>: <b>fits badly</b>"_s}));
+        QCOMPARE(said(), u"C1 ×4: line at 170.11 ppm; RMSD 8.21 ppm"_s);
+        QCOMPARE(history().undoText(), u"Pair C1 ×4 by Hand"_s);
+        QCOMPARE(PairTable::siteOf(table().currentItem()), PairTable::siteOf(table().topLevelItem(1)));
         QCOMPARE(history().count(), steps + 1);
         const QStringList byHand = rows();
         const QByteArray changed = state();
@@ -121,6 +129,27 @@ private Q_SLOTS:
         select(1);
         QTest::keyClick(&table(), Qt::Key_Delete);
         QCOMPARE(rows(), before);
+        QCOMPARE(history().undoText(), u"Pair Line Automatically"_s);
+        QTest::keyClick(&table(), Qt::Key_Delete);
+        QCOMPARE(said(), u"This line finds its site by itself already"_s);
+        // Beyond the ends there is no site; a line goes up as it goes down.
+        const int last = history().index();
+        select(0);
+        QTest::keyClick(&table(), Qt::Key_Up, Qt::AltModifier);
+        QCOMPARE(history().index(), last);
+        select(1);
+        QTest::keyClick(&table(), Qt::Key_Up, Qt::AltModifier);
+        QCOMPARE(column(0, PairTable::Measured), u"154.27"_s);
+        QCOMPARE(history().undoText(), u"Pair C25 ×4 by Hand"_s);
+        select(0);
+        QTest::keyClick(&table(), Qt::Key_Enter);
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        QCOMPARE(menu->actions()[0]->text(), u"Line of C25 ×4"_s);
+        QCOMPARE(menu->activeAction()->text(), u"154.27 ppm"_s);
+        entry(menu, u"Pair All Automatically"_s)->trigger();
+        menu->close();
+        QCOMPARE(rows(), before);
+        QCOMPARE(history().undoText(), u"Pair All Automatically"_s);
         QVERIFY(scene().documentItems().size() == 3);
     }
 
@@ -129,6 +158,9 @@ private Q_SLOTS:
         const QString list = m_files.write("few.csv", "position\n170.1\n154.3\n134.5\n120\n22.7\n");
         openPanel(u"candidates/candidate-3.magres"_s, list);
         QVERIFY(panel().summary().contains(u"<b>overlap</b>; 5 lines, 8 sites"));
+        QCOMPARE(tip("compareResult"),
+                 u"Fewer lines than sites: neighbouring sites share a line so that the sum of squared differences is "
+                 "least"_s);
         QCOMPARE(rows().filter(u"120.00"_s).size(), 4);
         QCOMPARE(column(3, PairTable::How), u"shared"_s);
         // Its other sites stay with a line that gets one more.
@@ -159,6 +191,10 @@ private Q_SLOTS:
         QTRY_COMPARE(rows().size(), 9);
         QCOMPARE(rows().filter(u"left out"_s), QStringList{u"–||160.00||left out"_s});
         QVERIFY2(panel().summary().endsWith(u"<br>1 line(s) left out"), qPrintable(panel().summary()));
+        QCOMPARE(tip("compareResult"),
+                 u"More lines than sites: some are left out so that the sum of squares is least"_s);
+        drag(0, 8);
+        QCOMPARE(said(), u"Lines are put onto sites; Delete lets a line find its site by itself"_s);
         select(8);
         QTest::keyClick(&table(), Qt::Key_Return);
         QCOMPARE(entriesOf(QApplication::activePopupWidget()),
@@ -174,11 +210,19 @@ private Q_SLOTS:
     {
         const QString list = m_files.write("named.csv", "position,label\n170.1,Q7\n22.7,C29\n");
         openPanel(u"candidates/candidate-3.magres"_s, list);
-        QVERIFY(panel().summary().contains(u"\"Q7\"") || panel().summary().contains(u"&quot;Q7&quot;"));
+        QVERIFY(panel().summary().contains(u"&quot;Q7&quot;"));
+        QVERIFY(panel().summary().endsWith(u"<br><a href=\"free\">Pair all automatically</a>"));
         Q_EMIT panel().findChild<QLabel *>(u"compareResult"_s)->linkActivated(u"free"_s);
         QCOMPARE(rows().size(), 8);
         history().undo();
         QTRY_VERIFY(rows().isEmpty());
+        // Sites without a line have none to give.
+        window().openFiles({m_files.write("one.csv", "position,label\n22.7,C29\n170,C25\n")});
+        panel().showMeasurement(data()->activeEntryId());
+        QCOMPARE(rows().filter(u"no line"_s).size(), 6);
+        QCOMPARE(tip("compareResult"), u"Every line names its sites"_s);
+        drag(1, 0);
+        QCOMPARE(said(), u"This site has no line that could be moved"_s);
     }
 
     void aRowLightsAtomsAndPeaks()
@@ -188,7 +232,13 @@ private Q_SLOTS:
         const auto *item = qobject_cast<MoleculeItem *>(scene().currentTableItem()->linkedItems().value(0));
         QVERIFY(item);
         // The methyl carbons are the last of the carbons in the file.
-        QCOMPARE(item->selectedAtoms().size(), 4);
+        QStringList atoms;
+        for (int row : item->selectedAtoms())
+            atoms.append(scene().currentTableItem()->model()->index(row, 1).data().toString());
+        atoms.sort();
+        QCOMPARE(atoms.join(u' '), u"C29 C30 C31 C32"_s);
+        const auto *agreement = panel().findChild<AgreementPlot *>();
+        QVERIFY(agreement && agreement->isVisible());
         const QSet<QUuid> lit = scene().currentNmrItem()->plot()->litPeaks();
         QCOMPARE(lit.size(), 4);
         for (const SpectrumPeak &peak : measured().peaks)
@@ -240,12 +290,18 @@ private Q_SLOTS:
         }
         dialog.findChild<QComboBox *>(u"rankAveraging"_s)->setCurrentIndex(1);
         dialog.setFolder(sample(u"candidates"_s));
+        QCOMPARE(part<QLabel>(&dialog, "rankCandidates")->text(),
+                 u"Candidates: 10 file(s) in "_s + sample(u"candidates"_s));
         QSignalSpy ranked(&dialog, &RankDialog::ranked);
         const qsizetype items = scene().documentItems().size();
         dialog.start();
-        QVERIFY(dialog.isRunning());
+        QCOMPARE(linesOf(&dialog).last(), u"(<&Rank>) <&Cancel> (<&Save Table...>) <Close>"_s);
+        QVERIFY(dialog.isRunning() && dialog.status() == u"Ranking...");
         QVERIFY(ranked.wait(60000));
-        QVERIFY2(dialog.status().startsWith(u"10 structures. Probabilities"), qPrintable(dialog.status()));
+        QCOMPARE(linesOf(&dialog).last(), u"<&Rank> (<&Cancel>) <&Save Table...> <Close>"_s);
+        QCOMPARE(dialog.status(),
+                 u"10 structures. Probabilities are relative to this pool: they say nothing about structures that are "
+                 "not in it"_s);
         QCOMPARE(scene().documentItems().size(), items);
 
         QDir candidates(sample(u"candidates"_s));
@@ -274,6 +330,18 @@ private Q_SLOTS:
                     QVERIFY2(own[row][i] == theirs[row][i], name + ": " + own[row][i] + " " + theirs[row][i]);
             }
         }
+
+        for (const auto &[name, start] : {std::pair("r.csv", "rank,file,"), std::pair("r.json", "{\n    \"rows\""),
+                                          std::pair("r.txt", "Rank  Probability")}) {
+            m_dialogs.expect(u"Save Table"_s, [this, name = name](QDialog *dialog) {
+                qobject_cast<QFileDialog *>(dialog)->selectFile(m_files.path(name));
+                dialog->accept();
+            });
+            part<QPushButton>(&dialog, "rankSave")->click();
+            QCOMPARE(dialog.status(), m_files.path(name) + u" is written"_s);
+            QVERIFY2(m_files.read(name).startsWith(start), m_files.read(name));
+        }
+        QCOMPARE(m_files.read("r.csv"), shown);
 
         // A click opens the structure beside the measurement, once.
         auto *table = dialog.findChild<QTableView *>(u"ranking"_s);
@@ -320,6 +388,15 @@ private Q_SLOTS:
         QCOMPARE(status(), u"Several nuclei are weighed by their errors: give the σ of each"_s);
         row(1)->setCheckState(0, Qt::Checked);
         QCOMPARE(status(), u"Two measurements are of 13C: choose one of them"_s);
+        for (int i : {0, 1, 2, 3})
+            row(i)->setCheckState(0, Qt::Unchecked);
+        QCOMPARE(status(), u"Choose a measurement in the list"_s);
+        sigma(3)->setValue(0.4);
+        dialog.followDocument(); // what was chosen stays
+        QCOMPARE(row(3)->checkState(0), Qt::Unchecked);
+        QCOMPARE(nucleus(2)->currentText() + sigma(2)->text() + sigma(3)->text(), u"17Onot known0.40"_s);
+        dialog.setFolder(m_files.path(""));
+        QCOMPARE(dialog.status(), u"There is no calculation in "_s + m_files.path(""));
         dialog.close();
     }
 
@@ -476,8 +553,14 @@ private Q_SLOTS:
         QCOMPARE(shown(), changed);
         history().undo(); // of the second list
 
-        for (int i = 0; i < 5; ++i)
+        QStringList undone;
+        for (int i = 0; i < 5; ++i) {
+            undone.append(history().undoText());
             history().undo();
+        }
+        QCOMPARE(undone.join(u"; "_s),
+                 u"Comparison: Reference; Comparison: Averaging; Comparison: Slope; Comparison: Lines Left Out; "
+                 "Comparison: Error σ"_s);
         QCOMPARE(shown(), atFirst);
         QVERIFY(state() == start);
         for (int i = 0; i < 5; ++i)
@@ -501,6 +584,13 @@ private Q_SLOTS:
         QCOMPARE(m_files.status, 0);
         openPanel(u"candidates/candidate-3.magres"_s, sample(u"paracetamol-13C.csv"_s));
         window().compareCommands()->useReferenceSet(set);
+        QVERIFY2(QRegularExpression(u"^13C: new spectra and comparisons start with reference 1[0-9.]{5} ppm and slope "
+                                    "-[01]\\.[0-9]{4} \\(.+\\)$"_s)
+                     .match(said())
+                     .hasMatch(),
+                 qPrintable(said()));
+        QCOMPARE(panel().findChild<QComboBox *>(u"compareSlopeKind"_s)->currentText(), u"of the set"_s);
+        QVERIFY(!panel().findChild<QDoubleSpinBox *>(u"compareSlope"_s)->isEnabled());
         QCOMPARE(panel().findChild<QComboBox *>(u"compareReferenceKind"_s)->currentText(), u"of the set"_s);
         const double reference = panel().findChild<QDoubleSpinBox *>(u"compareReference"_s)->value();
         const QByteArray printed =
@@ -527,6 +617,7 @@ private Q_SLOTS:
 private:
     ComparePanel &panel() { return *window().compareCommands()->panel(); }
     PairTable &table() { return *panel().pairs(); }
+    QString tip(const char *name) { return part<QWidget>(&panel(), name)->toolTip(); }
     const Spectrum &measured() { return scene().currentNmrItem()->nmrData()->stack().entries.last().spectrum; }
 
     void openPanel(const QString &structure, const QString &list)

@@ -4557,10 +4557,6 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
         <source>Add Experimental Spectrum</source>
         <translation>Experimentelles Spektrum hinzufügen</translation>
     </message>
-    <message>
-        <source>There is no spectrum on the page to put %1 beside: simulate one first.</source>
-        <translation>Auf der Seite ist kein Spektrum, neben das %1 gestellt werden könnte: simulieren Sie zuerst eines.</translation>
-    </message>
     <message numerus="yes">
         <source>%1: %n peak(s) added</source>
         <translation>
