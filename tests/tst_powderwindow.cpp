@@ -2,6 +2,7 @@
 #include "WindowTest.h"
 
 #include "analysis/PowderEntry.h"
+#include "host/DataEngine.h"
 #include "window/PowderCommands.h"
 
 /// Powder spectra in the window, from the table to the saved document.
@@ -78,6 +79,20 @@ private Q_SLOTS:
         window().powderCommands()->edit();
         QCOMPARE(state(), before);
 
+        // The name follows the nucleus unless the user has given one.
+        for (const auto &[nucleus, name] :
+             {std::pair(u"17O"_s, u"berlinite, 17O powder"_s), std::pair(u"27Al"_s, u"mine"_s)}) {
+            if (name == u"mine")
+                data()->setEntryName(entry, name);
+            accept(u"Edit Powder Spectrum"_s, {{"nucleus", nucleus}});
+            window().powderCommands()->edit();
+            QCOMPARE(data()->entryName(entry), name);
+        }
+        m_host->documentData().remove(PowderOrigin::of(data()->stackEntry(entry))->dataId);
+        m_dialogs.expectBox(QMessageBox::Critical, u"Powder Spectrum"_s,
+                            u"The calculation that this spectrum is made from is no longer in the document."_s);
+        window().powderCommands()->edit();
+
         // In a saved document it can be edited again.
         start();
         window().openFiles({m_files.write("powder.magresdoc", before)});
@@ -102,6 +117,7 @@ private Q_SLOTS:
             from->setValue(to->value());
             auto *ok = part<QDialogButtonBox>(dialog, "buttonBox")->button(QDialogButtonBox::Ok);
             QTRY_VERIFY(!ok->isEnabled());
+            QCOMPARE(part<QLabel>(dialog, "notes")->text(), u"<b>The range is empty</b>"_s);
             from->setValue(400);
             to->setValue(-100);
             QTRY_VERIFY(ok->isEnabled());
@@ -205,9 +221,26 @@ private Q_SLOTS:
             fill(dialog, {{"lorentzian", 90.0}});
             QTRY_VERIFY(part<QPushButton>(dialog, "fit")->isEnabled());
             part<QPushButton>(dialog, "fit")->click();
-            static const QRegularExpression number(u"[0-9][0-9.e-]*"_s);
-            QCOMPARE(part<QLabel>(dialog, "fitResult")->text().replace(number, u"#"_s),
-                     u"Reference: # ± # ppm\nLorentzian: # ± # Hz\nDeviation: # % of the highest point"_s);
+            static const QRegularExpression error(u" ± [0-9.e-]+"_s);
+            const auto agrees = [=](const QString &pattern) {
+                const QString text = part<QLabel>(dialog, "fitResult")->text().replace(error, u" ±"_s);
+                QVERIFY2(QRegularExpression(u'^' + pattern + u'$').match(text).hasMatch(), qPrintable(text));
+            };
+            agrees(
+                u"Reference: 564\\.000 ± ppm\nLorentzian: 1(49|50)\\.[0-9] ± Hz\nDeviation: 0\\.0[0-9] % of the highest point"_s);
+            QVERIFY(part<QLabel>(dialog, "fitResult")->isVisible());
+            fill(dialog, {{"fitScale", true}, {"scale", 0.99}, {"lorentzian", 0.0}, {"gaussian", 100.0}});
+            QVERIFY(!part<QLabel>(dialog, "fitResult")->isVisible());
+            part<QPushButton>(dialog, "fit")->click();
+            agrees(u"Reference: 56[0-9.]+ ± ppm\nGaussian: [0-9.]+ ± Hz\nFactor on Cq: [01]\\.[0-9]{4} ±\nDeviation: "
+                   u"[0-9.]+ % of "
+                   "the highest point"_s);
+            fill(dialog, {{"fitScale", false}, {"scale", 1.0}, {"lorentzian", 90.0}, {"gaussian", 0.0}});
+            part<QPushButton>(dialog, "fit")->click();
+            // A measurement of another nucleus is none to fit to.
+            fill(dialog, {{"nucleus", u"17O"_s}});
+            QTRY_VERIFY(!part<QPushButton>(dialog, "fit")->isEnabled());
+            fill(dialog, {{"nucleus", u"27Al"_s}});
             dialog->accept();
         });
         window().powderCommands()->edit();
@@ -232,6 +265,22 @@ private Q_SLOTS:
         offered->run();
         QCOMPARE(data()->entryIds().size(), 2);
         QVERIFY(PowderOrigin::of(data()->stackEntry(data()->activeEntryId())));
+    }
+
+    /// A plane cannot hold a curve: it has a plot of its own beside it.
+    void besideAPlane()
+    {
+        createSpectrum({{"fCbDims", u"2D Spectrum"_s}, {"fCbNucF2", u"27Al"_s}, {"fCbNucF1", u"17O"_s}});
+        NmrItem *plane = plot();
+        QCOMPARE(window().powderCommands()->whyNoEdit(), u"The current plot holds no powder spectrum"_s);
+        m_dialogs.expect(u"Powder Spectrum"_s, [](QDialog *dialog) {
+            QCOMPARE(linesOf(dialog)[0], u"&Nucleus: [27Al: 27Al, 17O, 31P]"_s);
+            dialog->accept();
+        });
+        window().powderCommands()->createLike(plane, data()->simulatedEntry());
+        QVERIFY(plot() != plane && plane->nmrData()->entryIds().size() == 1);
+        QCOMPARE(data()->entryName(data()->activeEntryId()), u"berlinite, 27Al powder"_s);
+        QCOMPARE(window().powderCommands()->whyNoEdit(), QString());
     }
 
     void refusesWhatMakesNoSense()
