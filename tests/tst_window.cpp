@@ -3,6 +3,7 @@
 
 #include "data/AtomSelection.h"
 #include "items/plot/StackedTraces.h"
+#include "window/ContentsDock.h"
 #include "window/FrequencyDialog.h"
 
 /// The window with the real plug-in in it.
@@ -270,6 +271,9 @@ private Q_SLOTS:
         QVERIFY(spectrum->plot()->content()); // the curve stays on show
         shortcut(Qt::Key_PageDown, Qt::ControlModifier);
         QCOMPARE(data->activeEntryId(), ids[0]);
+        QCOMPARE(said(), u"Active spectrum: paracetamol, simulated"_s);
+        QCOMPARE(entriesOf(submenu(u"Active Spectrum"_s)),
+                 u"[x] paracetamol, simulated; [ ] paracetamol-13C.csv; /; &Next Ctrl+PgDown; &Previous Ctrl+PgUp"_s);
 
         entry(submenu(u"Remove Spectrum"_s), u"paracetamol, simulated"_s)->trigger();
         QCOMPARE(data->entryIds(), QList<QUuid>{ids[1]});
@@ -292,6 +296,111 @@ private Q_SLOTS:
              {u"Ctrl+Z, Ctrl+Y takes changes back"_s, u"Tab, Shift+Tab next or previous item"_s, u"Drop files opens"_s})
             QVERIFY2(list.contains(row.simplified()), qPrintable(list));
         QVERIFY(!list.contains(u'%'));
+    }
+
+    void filesAreChosen()
+    {
+        const auto choose = [this](const char *command, const QString &title, const QString &filters,
+                                   const QString &chosen) {
+            m_dialogs.expect(title, [=](QDialog *dialog) {
+                auto *files = qobject_cast<QFileDialog *>(dialog);
+                QVERIFY2(filters.isEmpty() || files->nameFilters().join(u"; "_s) == filters,
+                         qPrintable(files->nameFilters().join(u"; "_s)));
+                files->selectFile(chosen);
+                dialog->accept();
+            });
+            entry(menu(u"File"_s), QLatin1String(command))->trigger();
+        };
+        const QString known =
+            u"All known files (*.magresdoc *.magres 1r 2rr procs proc2s *.jdx *.dx *.jcamp *.jcm *.csdf *.csdfe *.spe "
+            "peaklist.xml *.csv *.txt *.tsv *.asc *.dat); Magres Workbench documents (*.magresdoc); MAGRES files "
+            "(*.magres); Spectra and peak lists (1r 2rr procs proc2s *.jdx *.dx *.jcamp *.jcm *.csdf *.csdfe *.spe "
+            "peaklist.xml *.csv *.txt *.tsv *.asc *.dat); All files (*)"_s;
+        choose("Open...", u"Open"_s, known, sample(u"berlinite.magres"_s));
+        QCOMPARE(said(), u"berlinite.magres is open"_s);
+        choose("Open Folder...", u"Open Folder"_s, {}, sample(u"paracetamol-13C-bruker"_s));
+        QCOMPARE(
+            said(),
+            u"paracetamol-13C-bruker has a plot of its own; a spectrum that is created now joins it. 8 peak(s)."_s);
+        m_dialogs.expectBox(QMessageBox::Critical, u"nowhere cannot be opened"_s,
+                            u"/nowhere\n\nFile /nowhere does not exist"_s);
+        window().openFiles({u"/nowhere"_s});
+    }
+
+    void aboutTellsThePlugins()
+    {
+        QString text;
+        accept(u"About"_s, {}, &text);
+        entry(menu(u"Help"_s), u"About and Plug-ins..."_s)->trigger();
+        static const QRegularExpression description(u"<br>[^\n]*<br><small>[^\n]*/(?=lib)"_s);
+        QCOMPARE(
+            text.replace(description, u"<br>…<br><small>"_s),
+            u"<h3>Magres Workbench </h3><p>NMR parameters of crystals: molecules, tables and simulated spectra from "
+            "calculated shieldings.</p><h4>Plug-ins</h4><p><b>MAGRES File Filter Plugin</b> 2.1<br>…<br><small>"
+            "libmagresfilefilter.so</small></p>"_s);
+    }
+
+    void activeItemsAreNamedAndTold()
+    {
+        // Renamed, with undo; an empty name is the item's own again.
+        scene().setActiveItem(molecule());
+        const auto rename = [this](const QString &name, const QString &before) {
+            m_dialogs.expect(u"Rename"_s, [=](QDialog *dialog) {
+                auto *input = qobject_cast<QInputDialog *>(dialog);
+                QCOMPARE(input->labelText() + u' ' + input->textValue(), u"Title (empty: the item's own): "_s + before);
+                input->setTextValue(name);
+                dialog->accept();
+            });
+            shortcut(Qt::Key_F2);
+        };
+        const int steps = history().count();
+        const QString own = molecule()->title();
+        rename(u" form II "_s, own);
+        QCOMPARE(window().view()->accessibleName(), u"form II"_s);
+        rename(u"form II"_s, u"form II"_s);
+        QCOMPARE(history().count(), steps + 1);
+        rename({}, u"form II"_s);
+        QCOMPARE(molecule()->title(), own);
+        scene().setActiveItem(nullptr);
+        QCOMPARE(window().view()->accessibleName() + window().view()->accessibleDescription(), u"Workspace"_s);
+        QVERIFY(!entry(menu(u"Edit"_s), u"Delete Item"_s)->isEnabled());
+
+        window().statusBar()->clearMessage();
+        NmrItem *spectrum = createSpectrum();
+        const auto activated = [&] {
+            window().statusBar()->clearMessage();
+            scene().setActiveItem(table());
+            scene().setActiveItem(spectrum);
+            return said();
+        };
+        QCOMPARE(activated(), u"Wheel zooms, drag marks what to show, double click shows all; F1 tells more"_s);
+        open(u"paracetamol-13C.csv"_s);
+        QCOMPARE(activated(), u"¹³C of paracetamol, simulated. Number of peaks: 32 measured, 32 simulated"_s);
+    }
+
+    void windowStaysOnTheScreenAndComesBack()
+    {
+        const QRect screen = window().screen()->availableGeometry(), before = window().geometry();
+        for (const QRect &place : {QRect(screen.bottomRight(), QSize(600, 500)), QRect(-400, -300, 600, 500),
+                                   QRect(0, 0, 2 * screen.width(), 2 * screen.height())}) {
+            window().hide();
+            window().setGeometry(place);
+            window().show();
+            QTRY_VERIFY(screen.contains(window().frameGeometry()));
+        }
+        window().setGeometry(before);
+        entry(menu(u"View"_s), u"Page Preview"_s)->setChecked(true);
+        window().contents()->hide();
+        createSpectrum();
+        m_dialogs.expect(u"Unsaved Changes"_s, [](QDialog *dialog) {
+            qobject_cast<QMessageBox *>(dialog)->button(QMessageBox::Discard)->click();
+        });
+        QVERIFY(window().close());
+        start();
+        QVERIFY(window().view()->isPagePreview() && !window().contents()->isVisible());
+        start(); // not closed, not saved
+        QVERIFY(window().view()->isPagePreview());
+        m_host.reset();
     }
 
     void menusOfTheBarAreThoseOfTheCurrentItems()
@@ -341,7 +450,7 @@ private Q_SLOTS:
         const QByteArray text = whole.readAll().replace("</magres>", "");
         window().openFiles({m_files.write("a.magres", text), m_files.write("b.magres", text)});
         QCOMPARE(scene().documentItems().size(), 6);
-        QVERIFY(said().contains(u"2 file"));
+        QCOMPARE(said(), u"2 file(s) opened with doubts: the note under the title tells them"_s);
         int told = 0;
         for (const DocumentItem *item : scene().documentItems())
             told += item->doubts().join(u'\n').contains(u"is not closed") && item->notes().size() == 1;
