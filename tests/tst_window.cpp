@@ -212,17 +212,82 @@ private Q_SLOTS:
         QCOMPARE(firstPeak(), after);
     }
 
-    void exportsOfferFiles()
+    void filesAreWrittenByTheirDialogs()
     {
-        QVERIFY(createSpectrum());
-        m_dialogs.expect(u"Export Spectrum"_s, [](QDialog *dialog) {
-            QCOMPARE(
-                qobject_cast<QFileDialog *>(dialog)->nameFilters().join(u"; "_s),
-                u"PDF document (*.pdf); SVG image (*.svg); PNG image (*.png); JCAMP-DX (*.jdx); CSDM (*.csdf); JSON: "
-                "axes, peaks, parameters (*.json); text: data points (*.csv)"_s);
-            dialog->reject();
-        });
-        entry(entry(menu(u"File"_s), u"Export"_s)->menu(), u"Spectrum..."_s)->trigger();
+        createSpectrum({{"fCbNucF2", u"13C"_s}, {"fSpCSRefF2", 172.4}});
+        const auto choose = [this](const QString &title, const QString &filters, const QString &proposed,
+                                   const char *name) {
+            m_dialogs.expect(title, [=](QDialog *dialog) {
+                auto *files = qobject_cast<QFileDialog *>(dialog);
+                QCOMPARE(files->nameFilters().join(u"; "_s), filters);
+                QCOMPARE(QFileInfo(files->selectedFiles().value(0)).fileName(), proposed);
+                files->selectNameFilter(files->nameFilters().last());
+                files->selectFile(m_files.path(name));
+                dialog->accept();
+            });
+        };
+        const auto run = [this](const QString &text) {
+            entry(entry(menu(u"File"_s), u"Export"_s)->menu(), text)->trigger();
+            return said().remove(m_files.path("") + u'/');
+        };
+        choose(u"Export Page"_s, u"PDF document (*.pdf); SVG image (*.svg); PNG image (*.png)"_s, u"paracetamol.pdf"_s,
+               "page");
+        QCOMPARE(run(u"Page..."_s), u"page.png is written"_s);
+        QVERIFY(m_files.read("page.png").startsWith("\x89PNG"));
+        choose(u"Export Spectrum"_s,
+               u"PDF document (*.pdf); SVG image (*.svg); PNG image (*.png); JCAMP-DX (*.jdx); CSDM (*.csdf); JSON: "
+               "axes, peaks, parameters (*.json); text: data points (*.csv)"_s,
+               u"paracetamol.pdf"_s, "curve");
+        QCOMPARE(run(u"Spectrum..."_s), u"curve.csv is written"_s);
+        QCOMPARE(m_files.read("curve.csv").count('\n'), 8193);
+        choose(u"Export Table"_s, u"Comma-separated values (*.csv); JSON (*.json)"_s, u"paracetamol.csv"_s, "t.csv");
+        QCOMPARE(run(u"Table..."_s), u"t.csv is written"_s);
+        QCOMPARE(m_files.read("t.csv").count('\n'), 81);
+        choose(u"Export Table"_s, u"Comma-separated values (*.csv); JSON (*.json)"_s, u"paracetamol.csv"_s, "t.doc");
+        m_dialogs.expectBox(QMessageBox::Critical, u"t.doc cannot be written"_s,
+                            u"The file name must end in .csv or .json"_s);
+        run(u"Table..."_s);
+
+        const auto nuclei = [this](const QString &asked, const QString &offered, const QString &text) {
+            m_dialogs.expect(u"Export Spin System"_s, [=](QDialog *dialog) {
+                auto *input = qobject_cast<QInputDialog *>(dialog);
+                QCOMPARE(input->labelText(), u"Nuclei, such as 13C, 1H. "_s + asked);
+                QCOMPARE(input->textValue(), offered);
+                input->setTextValue(text);
+                dialog->accept();
+            });
+        };
+        const QString types = u"SIMPSON input (*.in); mrsimulator spin systems (*.mrsim)"_s;
+        nuclei(
+            u"All their atoms are taken; rows selected in the table restrict them.\nSites that would be written: 32 of "
+            "C, 36 of H, 4 of N, 8 of O:"_s,
+            u"13C"_s, u"1H; 13C"_s);
+        choose(u"Export Spin System"_s, types, u"paracetamol.in"_s, "all.in");
+        QCOMPARE(run(u"Spin System..."_s), u"The spin system is written: 68 site(s): 36 of 1H, 32 of 13C"_s);
+        // C1 in ppm with the reference of the spectrum.
+        QVERIFY(m_files.read("all.in").contains("shift 1 "));
+        table()->view()->selectRow(37);
+        nuclei(u"Only atoms in the selected rows of the table are taken.\nSites that would be written: 1 of C:"_s,
+               u"1H; 13C"_s, u"13C"_s);
+        choose(u"Export Spin System"_s, types, u"paracetamol.in"_s, "one");
+        QCOMPARE(run(u"Spin System..."_s), u"The spin system is written: 1 site(s): 1 of 13C"_s);
+        QVERIFY(m_files.read("one.mrsim").startsWith('{'));
+        nuclei(u"Only atoms in the selected rows of the table are taken.\nSites that would be written: 1 of C:"_s,
+               u"13C"_s, u"1H"_s);
+        choose(u"Export Spin System"_s, types, u"paracetamol.in"_s, "no.in");
+        m_dialogs.expectBox(QMessageBox::Critical, u"no.in cannot be written"_s,
+                            u"The selected rows of the table hold no site of 1H. Select some, or no row at all for all "
+                            "sites"_s);
+        run(u"Spin System..."_s);
+        QVERIFY(m_files.read("no.in").isEmpty());
+
+        choose(u"Save As"_s, u"Magres Workbench documents (*.magresdoc)"_s, u"paracetamol.magresdoc"_s, "kept");
+        entry(menu(u"File"_s), u"Save"_s)->trigger();
+        QCOMPARE(said(), u"kept.magresdoc is saved"_s);
+        QCOMPARE(window().windowTitle(), u"kept.magresdoc[*] – Magres Workbench"_s);
+        QVERIFY(!window().isWindowModified());
+        QCOMPARE(window().document()->proposedPath(u"pdf"_s), m_files.path("kept.pdf"));
+        window().document()->newDocument();
     }
 
     void peaksNeedAMeasurement()
