@@ -244,6 +244,17 @@ private Q_SLOTS:
         QApplication::activePopupWidget()->close();
         choose(u"paracetamol-13C-points.csv"_s, 0);
         QCOMPARE(plot()->nmrData()->entryIds().indexOf(plot()->nmrData()->activeEntryId()), 1);
+        m_dialogs.expect(u"Rename"_s, [](QDialog *dialog) {
+            auto *input = qobject_cast<QInputDialog *>(dialog);
+            QCOMPARE(input->labelText() + input->textValue(), u"Name:paracetamol-13C-points.csv"_s);
+            input->setTextValue(u" form I "_s);
+            dialog->accept();
+        });
+        choose(u"paracetamol-13C-points.csv"_s, 1);
+        QCOMPARE(data()->entryName(data()->activeEntryId()), u"form I"_s);
+        QCOMPARE(history().undoText(), u"Rename Spectrum"_s);
+        history().undo();
+        contents();
         const qsizetype items = scene().documentItems().size();
         choose(u"paracetamol-13C-points.csv"_s, 2); // one of two in this plot
         QVERIFY(scene().documentItems().size() == items && plot()->nmrData()->entryIds().size() == 1);
@@ -309,8 +320,14 @@ private Q_SLOTS:
         const auto count = [](NmrItem *item) { return item->nmrData()->entryIds().size(); };
         drag(hydrogen, second);
         QCOMPARE(count(second), 1);
+        QCOMPARE(said(), u"paracetamol, simulated is a spectrum of other nuclei or dimensions than this plot"_s);
+        drag(second, second);
+        QCOMPARE(count(second), 1);
+        QCOMPARE(said(), u"paracetamol, simulated is in this plot already"_s);
         drag(first, second);
         QCOMPARE(count(second), 2);
+        QCOMPARE(said(), u"paracetamol, simulated is in the plot \""_s + second->title() + u"\" now, too"_s);
+        QVERIFY(plot() == second && second->isCurrent());
         history().undo();
         QCOMPARE(count(second), 1);
         QCOMPARE(count(first), 1);
