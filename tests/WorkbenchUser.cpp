@@ -155,6 +155,15 @@ QString entriesOf(const QWidget *menu)
     return texts.join(QLatin1String("; "));
 }
 
+QString doubledMnemonics(const QString &texts)
+{
+    static const QRegularExpression mnemonic(QStringLiteral("&(\\w)"), QRegularExpression::UseUnicodePropertiesOption);
+    QString once, twice;
+    for (const QRegularExpressionMatch &match : mnemonic.globalMatch(texts.toLower()))
+        (once.contains(match.captured(1)) ? twice : once) += match.captured(1);
+    return twice;
+}
+
 void press(QWidget *dialog, QDialogButtonBox::StandardButton button)
 {
     QTest::mouseClick(part<QDialogButtonBox>(dialog, "buttonBox")->button(button), Qt::LeftButton);

@@ -46,6 +46,9 @@ QStringList linesOf(const QWidget *window);
 /// The visible entries of a menu or bar with their shortcuts: "Text Ctrl+T; (disabled); / for separators; submenu >".
 QString entriesOf(const QWidget *menu);
 
+/// The letters that two or more of the shown texts have as mnemonics.
+QString doubledMnemonics(const QString &texts);
+
 /// Clicks a button of the dialog's "buttonBox".
 void press(QWidget *dialog, QDialogButtonBox::StandardButton button);
 

@@ -1,68 +1,27 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "ModalAnswers.h"
-#include "Program.h"
-#include "WorkbenchUser.h"
+#include "WindowTest.h"
 
-#include "cli/PrivateSettings.h"
 #include "document/DocumentState.h"
 #include "formats/DocumentFile.h"
-#include "host/MainScene.h"
-#include "host/PluginManager.h"
-#include "items/molecule/MoleculeItem.h"
-#include "items/plot/NmrData.h"
-#include "items/plot/NmrItem.h"
-#include "items/plot/NmrPlot.h"
-#include "items/table/TableItem.h"
-#include "window/DocumentController.h"
-#include "window/WMainWindow.h"
-#include "window/WindowApplication.h"
-#include "window/WorkBar.h"
+#include "items/plot/AgreementPlot.h"
 #include "window/compare/CompareCommands.h"
 #include "window/compare/ComparePanel.h"
 #include "window/compare/PairTable.h"
 #include "window/compare/RankDialog.h"
 #include "window/compare/RankModel.h"
 
-#include <QtTest>
-#include <QtWidgets>
-
-using namespace Workbench;
-using namespace Qt::StringLiterals;
-
-namespace {
-
-QString sample(const QString &name)
-{
-    return QStringLiteral(SAMPLES "/") + name;
-}
-
-} // namespace
-
 /// The comparison as a user of the window meets it.
-class TestCompareWindow : public QObject {
+class TestCompareWindow : public WindowTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        m_host = std::make_unique<WindowApplication>();
-        m_host->loadPlugins(built(u"plugins"));
-        window().compareCommands()->setRankProgram(built(u"magres-workbench"));
-        window().show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window()));
-    }
-
-    void cleanupTestCase() { m_host.reset(); }
-
     void init()
     {
+        clear();
+        window().compareCommands()->setRankProgram(built(u"magres-workbench"));
         panel().hide();
-        scene().removeAll();
-        QSettings().clear();
         panel().followReferenceSets();
     }
-
-    void cleanup() { QCOMPARE(m_dialogs.missing(), QStringList()); }
 
     void namesOfListsTellTheNucleus()
     {
@@ -70,7 +29,7 @@ private Q_SLOTS:
         auto *nucleus = panel().findChild<QComboBox *>(u"compareNucleus"_s);
         nucleus->setCurrentText(u"13C"_s);
         Q_EMIT nucleus->activated(nucleus->currentIndex());
-        window().openFiles({sample(u"acetic-acid.magres"_s)});
+        open(u"acetic-acid.magres"_s);
         QCOMPARE(nucleus->currentText(), u"13C"_s); // the user's choice stays
     }
 
@@ -125,7 +84,7 @@ private Q_SLOTS:
         openPanel(u"candidates/candidate-3.magres"_s, sample(u"paracetamol-13C.csv"_s));
         const QStringList before = rows();
         const QByteArray start = state();
-        const int steps = scene().undoStack()->count();
+        const int steps = history().count();
         select(0);
         QTest::keyClick(&table(), Qt::Key_Down, Qt::AltModifier);
         // Two lines have changed places: the second of them by itself.
@@ -133,9 +92,16 @@ private Q_SLOTS:
         QCOMPARE(column(1, PairTable::Measured), u"170.11"_s);
         QCOMPARE(column(1, PairTable::How), u"by hand"_s);
         QCOMPARE(column(0, PairTable::How), QString());
-        QVERIFY(panel().summary().contains(u"1 assigned, equal"));
-        QVERIFY(panel().summary().contains(u"(paired automatically: 0.64)"));
-        QCOMPARE(scene().undoStack()->count(), steps + 1);
+        QCOMPARE(panel().summary().split(u"<br>"_s),
+                 (QStringList{u"Pairing: <b>1 assigned, equal</b>; 8 lines, 8 sites in P2_1/c (14)"_s,
+                              u"Reference <b>172.56 ppm</b> (fitted), slope -1 (fixed)"_s,
+                              u"RMSD <b>8.21 ppm</b> (paired automatically: 0.64); largest difference -16.76 (C1 ×4), "
+                              "RMSD without it 5.58"_s,
+                              u"χ² 111.43, 7 degrees of freedom, <b>p &lt; 0.0001</b>: <b>fits badly</b>"_s}));
+        QCOMPARE(said(), u"C1 ×4: line at 170.11 ppm; RMSD 8.21 ppm"_s);
+        QCOMPARE(history().undoText(), u"Pair C1 ×4 by Hand"_s);
+        QCOMPARE(PairTable::siteOf(table().currentItem()), PairTable::siteOf(table().topLevelItem(1)));
+        QCOMPARE(history().count(), steps + 1);
         const QStringList byHand = rows();
         const QByteArray changed = state();
         QVERIFY(changed != start);
@@ -144,13 +110,13 @@ private Q_SLOTS:
         drag(1, 4);
         QCOMPARE(column(4, PairTable::Measured), u"170.11"_s);
         QCOMPARE(column(0, PairTable::Measured), u"154.27"_s);
-        scene().undoStack()->undo();
+        history().undo();
         QCOMPARE(shownRows(), byHand);
         QVERIFY(state() == changed);
-        scene().undoStack()->undo();
+        history().undo();
         QCOMPARE(shownRows(), before);
         QVERIFY(state() == start);
-        scene().undoStack()->redo();
+        history().redo();
         QCOMPARE(shownRows(), byHand);
 
         const QString path = m_files.path("pairs.magresdoc");
@@ -163,6 +129,27 @@ private Q_SLOTS:
         select(1);
         QTest::keyClick(&table(), Qt::Key_Delete);
         QCOMPARE(rows(), before);
+        QCOMPARE(history().undoText(), u"Pair Line Automatically"_s);
+        QTest::keyClick(&table(), Qt::Key_Delete);
+        QCOMPARE(said(), u"This line finds its site by itself already"_s);
+        // Beyond the ends there is no site; a line goes up as it goes down.
+        const int last = history().index();
+        select(0);
+        QTest::keyClick(&table(), Qt::Key_Up, Qt::AltModifier);
+        QCOMPARE(history().index(), last);
+        select(1);
+        QTest::keyClick(&table(), Qt::Key_Up, Qt::AltModifier);
+        QCOMPARE(column(0, PairTable::Measured), u"154.27"_s);
+        QCOMPARE(history().undoText(), u"Pair C25 ×4 by Hand"_s);
+        select(0);
+        QTest::keyClick(&table(), Qt::Key_Enter);
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        QCOMPARE(menu->actions()[0]->text(), u"Line of C25 ×4"_s);
+        QCOMPARE(menu->activeAction()->text(), u"154.27 ppm"_s);
+        entry(menu, u"Pair All Automatically"_s)->trigger();
+        menu->close();
+        QCOMPARE(rows(), before);
+        QCOMPARE(history().undoText(), u"Pair All Automatically"_s);
         QVERIFY(scene().documentItems().size() == 3);
     }
 
@@ -171,6 +158,9 @@ private Q_SLOTS:
         const QString list = m_files.write("few.csv", "position\n170.1\n154.3\n134.5\n120\n22.7\n");
         openPanel(u"candidates/candidate-3.magres"_s, list);
         QVERIFY(panel().summary().contains(u"<b>overlap</b>; 5 lines, 8 sites"));
+        QCOMPARE(tip("compareResult"),
+                 u"Fewer lines than sites: neighbouring sites share a line so that the sum of squared differences is "
+                 "least"_s);
         QCOMPARE(rows().filter(u"120.00"_s).size(), 4);
         QCOMPARE(column(3, PairTable::How), u"shared"_s);
         // Its other sites stay with a line that gets one more.
@@ -181,10 +171,12 @@ private Q_SLOTS:
         // By the menu: the line at 120 ppm again.
         select(3);
         QTest::keyClick(&table(), Qt::Key_Return);
-        QAction *line = menuEntry(u"120.00 ppm"_s);
-        QVERIFY(line && !line->isChecked() && menuEntry(u"134.50 ppm"_s)->isChecked());
-        line->trigger();
-        QApplication::activePopupWidget()->close();
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        QCOMPARE(entriesOf(menu),
+                 u"/; [ ] 170.10 ppm; [ ] 154.30 ppm; [x] 134.50 ppm; [ ] 120.00 ppm; [ ] 22.70 ppm; /; Pair This "
+                 "Line &Automatically Del; Pair A&ll Automatically"_s);
+        entry(menu, u"120.00 ppm"_s)->trigger();
+        menu->close();
         QCOMPARE(column(3, PairTable::Measured), u"120.00"_s);
     }
 
@@ -199,6 +191,10 @@ private Q_SLOTS:
         QTRY_COMPARE(rows().size(), 9);
         QCOMPARE(rows().filter(u"left out"_s), QStringList{u"–||160.00||left out"_s});
         QVERIFY2(panel().summary().endsWith(u"<br>1 line(s) left out"), qPrintable(panel().summary()));
+        QCOMPARE(tip("compareResult"),
+                 u"More lines than sites: some are left out so that the sum of squares is least"_s);
+        drag(0, 8);
+        QCOMPARE(said(), u"Lines are put onto sites; Delete lets a line find its site by itself"_s);
         select(8);
         QTest::keyClick(&table(), Qt::Key_Return);
         QCOMPARE(entriesOf(QApplication::activePopupWidget()),
@@ -214,11 +210,19 @@ private Q_SLOTS:
     {
         const QString list = m_files.write("named.csv", "position,label\n170.1,Q7\n22.7,C29\n");
         openPanel(u"candidates/candidate-3.magres"_s, list);
-        QVERIFY(panel().summary().contains(u"\"Q7\"") || panel().summary().contains(u"&quot;Q7&quot;"));
+        QVERIFY(panel().summary().contains(u"&quot;Q7&quot;"));
+        QVERIFY(panel().summary().endsWith(u"<br><a href=\"free\">Pair all automatically</a>"));
         Q_EMIT panel().findChild<QLabel *>(u"compareResult"_s)->linkActivated(u"free"_s);
         QCOMPARE(rows().size(), 8);
-        scene().undoStack()->undo();
+        history().undo();
         QTRY_VERIFY(rows().isEmpty());
+        // Sites without a line have none to give.
+        window().openFiles({m_files.write("one.csv", "position,label\n22.7,C29\n170,C25\n")});
+        panel().showMeasurement(data()->activeEntryId());
+        QCOMPARE(rows().filter(u"no line"_s).size(), 6);
+        QCOMPARE(tip("compareResult"), u"Every line names its sites"_s);
+        drag(1, 0);
+        QCOMPARE(said(), u"This site has no line that could be moved"_s);
     }
 
     void aRowLightsAtomsAndPeaks()
@@ -228,7 +232,13 @@ private Q_SLOTS:
         const auto *item = qobject_cast<MoleculeItem *>(scene().currentTableItem()->linkedItems().value(0));
         QVERIFY(item);
         // The methyl carbons are the last of the carbons in the file.
-        QCOMPARE(item->selectedAtoms().size(), 4);
+        QStringList atoms;
+        for (int row : item->selectedAtoms())
+            atoms.append(scene().currentTableItem()->model()->index(row, 1).data().toString());
+        atoms.sort();
+        QCOMPARE(atoms.join(u' '), u"C29 C30 C31 C32"_s);
+        const auto *agreement = panel().findChild<AgreementPlot *>();
+        QVERIFY(agreement && agreement->isVisible());
         const QSet<QUuid> lit = scene().currentNmrItem()->plot()->litPeaks();
         QCOMPARE(lit.size(), 4);
         for (const SpectrumPeak &peak : measured().peaks)
@@ -242,9 +252,8 @@ private Q_SLOTS:
 
     void unequalCountsNameTheWayOn()
     {
-        window().openFiles({sample(u"paracetamol.magres"_s)});
-        m_dialogs.expect(u"MAGRES parameters"_s, [](QDialog *dialog) { dialog->accept(); });
-        command(u"Create Spectrum"_s)->trigger();
+        open(u"paracetamol.magres"_s);
+        createSpectrum();
         window().openFiles({m_files.write("few.csv", "position\n170.1\n154.3\n22.7\n")});
         QString text, more;
         m_dialogs.expect(u"Error"_s, [&](QDialog *dialog) {
@@ -281,12 +290,18 @@ private Q_SLOTS:
         }
         dialog.findChild<QComboBox *>(u"rankAveraging"_s)->setCurrentIndex(1);
         dialog.setFolder(sample(u"candidates"_s));
+        QCOMPARE(part<QLabel>(&dialog, "rankCandidates")->text(),
+                 u"Candidates: 10 file(s) in "_s + sample(u"candidates"_s));
         QSignalSpy ranked(&dialog, &RankDialog::ranked);
         const qsizetype items = scene().documentItems().size();
         dialog.start();
-        QVERIFY(dialog.isRunning());
+        QCOMPARE(linesOf(&dialog).last(), u"(<&Rank>) <&Cancel> (<&Save Table...>) <Close>"_s);
+        QVERIFY(dialog.isRunning() && dialog.status() == u"Ranking...");
         QVERIFY(ranked.wait(60000));
-        QVERIFY2(dialog.status().startsWith(u"10 structures. Probabilities"), qPrintable(dialog.status()));
+        QCOMPARE(linesOf(&dialog).last(), u"<&Rank> (<&Cancel>) <&Save Table...> <Close>"_s);
+        QCOMPARE(dialog.status(),
+                 u"10 structures. Probabilities are relative to this pool: they say nothing about structures that are "
+                 "not in it"_s);
         QCOMPARE(scene().documentItems().size(), items);
 
         QDir candidates(sample(u"candidates"_s));
@@ -315,6 +330,18 @@ private Q_SLOTS:
                     QVERIFY2(own[row][i] == theirs[row][i], name + ": " + own[row][i] + " " + theirs[row][i]);
             }
         }
+
+        for (const auto &[name, start] : {std::pair("r.csv", "rank,file,"), std::pair("r.json", "{\n    \"rows\""),
+                                          std::pair("r.txt", "Rank  Probability")}) {
+            m_dialogs.expect(u"Save Table"_s, [this, name = name](QDialog *dialog) {
+                qobject_cast<QFileDialog *>(dialog)->selectFile(m_files.path(name));
+                dialog->accept();
+            });
+            part<QPushButton>(&dialog, "rankSave")->click();
+            QCOMPARE(dialog.status(), m_files.path(name) + u" is written"_s);
+            QVERIFY2(m_files.read(name).startsWith(start), m_files.read(name));
+        }
+        QCOMPARE(m_files.read("r.csv"), shown);
 
         // A click opens the structure beside the measurement, once.
         auto *table = dialog.findChild<QTableView *>(u"ranking"_s);
@@ -361,6 +388,15 @@ private Q_SLOTS:
         QCOMPARE(status(), u"Several nuclei are weighed by their errors: give the σ of each"_s);
         row(1)->setCheckState(0, Qt::Checked);
         QCOMPARE(status(), u"Two measurements are of 13C: choose one of them"_s);
+        for (int i : {0, 1, 2, 3})
+            row(i)->setCheckState(0, Qt::Unchecked);
+        QCOMPARE(status(), u"Choose a measurement in the list"_s);
+        sigma(3)->setValue(0.4);
+        dialog.followDocument(); // what was chosen stays
+        QCOMPARE(row(3)->checkState(0), Qt::Unchecked);
+        QCOMPARE(nucleus(2)->currentText() + sigma(2)->text() + sigma(3)->text(), u"17Onot known0.40"_s);
+        dialog.setFolder(m_files.path(""));
+        QCOMPARE(dialog.status(), u"There is no calculation in "_s + m_files.path(""));
         dialog.close();
     }
 
@@ -370,9 +406,8 @@ private Q_SLOTS:
         for (const char *name : {"1", "3", "5"})
             files.append(sample(u"candidates/candidate-%1.magres"_s.arg(QLatin1String(name))));
         window().openFiles(files);
-        m_dialogs.expect(u"MAGRES parameters"_s, [](QDialog *dialog) { dialog->accept(); });
-        command(u"Create Spectrum"_s)->trigger();
-        window().openFiles({sample(u"paracetamol-13C.csv"_s)});
+        createSpectrum();
+        open(u"paracetamol-13C.csv"_s);
         window().compareCommands()->openRanking();
         RankDialog &dialog = *window().compareCommands()->rankDialog();
         dialog.usePage();
@@ -493,7 +528,7 @@ private Q_SLOTS:
         };
         const QString atFirst = shown();
         const QByteArray start = state();
-        const int steps = scene().undoStack()->index();
+        const int steps = history().index();
         sigma->setValue(1);
         sigma->setValue(1.1);
         sigma->setValue(1.25); // one step
@@ -504,26 +539,32 @@ private Q_SLOTS:
         choose(reference, 1); // starts with what was fitted
         const auto rmsd = [](const QString &text) { return text.section(u"RMSD <b>"_s, 1).section(u"</b>"_s, 0, 0); };
         QVERIFY(rmsd(fitted).endsWith(u"ppm") && rmsd(panel().summary()) == rmsd(fitted));
-        QCOMPARE(scene().undoStack()->index(), steps + 5);
+        QCOMPARE(history().index(), steps + 5);
         const QString changed = shown();
         QVERIFY(changed != atFirst && changed.startsWith(u"1.25|2|fitted|fixed|CH3|"));
         const QByteArray document = state();
 
         // Another measurement has its own; the first one's come back with it.
         const QUuid first = scene().currentNmrItem()->nmrData()->activeEntryId();
-        window().openFiles({sample(u"paracetamol-1H.csv"_s)});
+        open(u"paracetamol-1H.csv"_s);
         panel().showMeasurement(scene().currentNmrItem()->nmrData()->activeEntryId());
         QVERIFY2(shown().startsWith(u"0.33|0|fixed|fitted|no groups|"), qPrintable(shown()));
         panel().showMeasurement(first);
         QCOMPARE(shown(), changed);
-        scene().undoStack()->undo(); // of the second list
+        history().undo(); // of the second list
 
-        for (int i = 0; i < 5; ++i)
-            scene().undoStack()->undo();
+        QStringList undone;
+        for (int i = 0; i < 5; ++i) {
+            undone.append(history().undoText());
+            history().undo();
+        }
+        QCOMPARE(undone.join(u"; "_s),
+                 u"Comparison: Reference; Comparison: Averaging; Comparison: Slope; Comparison: Lines Left Out; "
+                 "Comparison: Error σ"_s);
         QCOMPARE(shown(), atFirst);
         QVERIFY(state() == start);
         for (int i = 0; i < 5; ++i)
-            scene().undoStack()->redo();
+            history().redo();
         QCOMPARE(shown(), changed);
 
         scene().removeAll();
@@ -543,6 +584,13 @@ private Q_SLOTS:
         QCOMPARE(m_files.status, 0);
         openPanel(u"candidates/candidate-3.magres"_s, sample(u"paracetamol-13C.csv"_s));
         window().compareCommands()->useReferenceSet(set);
+        QVERIFY2(QRegularExpression(u"^13C: new spectra and comparisons start with reference 1[0-9.]{5} ppm and slope "
+                                    "-[01]\\.[0-9]{4} \\(.+\\)$"_s)
+                     .match(said())
+                     .hasMatch(),
+                 qPrintable(said()));
+        QCOMPARE(panel().findChild<QComboBox *>(u"compareSlopeKind"_s)->currentText(), u"of the set"_s);
+        QVERIFY(!panel().findChild<QDoubleSpinBox *>(u"compareSlope"_s)->isEnabled());
         QCOMPARE(panel().findChild<QComboBox *>(u"compareReferenceKind"_s)->currentText(), u"of the set"_s);
         const double reference = panel().findChild<QDoubleSpinBox *>(u"compareReference"_s)->value();
         const QByteArray printed =
@@ -559,28 +607,18 @@ private Q_SLOTS:
                 offered = std::abs(box->value() - reference) < 0.01 ? box->value() : offered;
             dialog->reject();
         });
-        m_dialogs.expect(u"Interrupted"_s, [](QDialog *dialog) { dialog->accept(); });
+        accept(u"Interrupted"_s);
         command(u"Create Spectrum"_s)->trigger();
         QVERIFY(offered > 0);
-        m_dialogs.expect(u"pairs.txt is no reference set"_s, [](QDialog *dialog) { dialog->accept(); });
+        accept(u"pairs.txt is no reference set"_s);
         window().compareCommands()->useReferenceSet(m_files.write("pairs.txt", "no set"));
     }
 
 private:
-    WMainWindow &window() { return m_host->window(); }
-    MainScene &scene() { return m_host->scene(); }
     ComparePanel &panel() { return *window().compareCommands()->panel(); }
     PairTable &table() { return *panel().pairs(); }
+    QString tip(const char *name) { return part<QWidget>(&panel(), name)->toolTip(); }
     const Spectrum &measured() { return scene().currentNmrItem()->nmrData()->stack().entries.last().spectrum; }
-
-    QAction *command(const QString &text)
-    {
-        window().workBar()->refresh();
-        for (QAction *action : window().workBar()->actions())
-            if (action->iconText() == text)
-                return action;
-        qFatal("no command %s", qPrintable(text));
-    }
 
     void openPanel(const QString &structure, const QString &list)
     {
@@ -622,26 +660,6 @@ private:
         const QPoint place = table().visualItemRect(table().topLevelItem(to)).center();
         table().dropOnRow(dragged, place);
     }
-    QAction *menuEntry(const QString &text)
-    {
-        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-        for (QAction *action : menu ? menu->actions() : QList<QAction *>())
-            if (action->text() == text)
-                return action;
-        return nullptr;
-    }
-    QByteArray state()
-    {
-        QBuffer buffer;
-        buffer.open(QIODevice::WriteOnly);
-        DocumentFile::write(buffer, DocumentState::capture(scene(), m_host->documentData(), &m_host->plugins()));
-        return buffer.data();
-    }
-
-    const PrivateSettings m_settings;
-    Program m_files;
-    std::unique_ptr<WindowApplication> m_host;
-    ModalAnswers m_dialogs;
 };
 
 QTEST_MAIN(TestCompareWindow)

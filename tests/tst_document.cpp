@@ -1,37 +1,19 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "ModalAnswers.h"
-#include "WorkbenchUser.h"
+#include "Failure.h"
+#include "WindowTest.h"
 
-#include "cli/PrivateSettings.h"
-#include "host/DataEngine.h"
-#include "window/DocumentController.h"
 #include "document/DocumentState.h"
-#include "window/WindowApplication.h"
-#include "host/MainScene.h"
-#include "window/RecentFiles.h"
-#include "window/WMainWindow.h"
+#include "document/PageExport.h"
 #include "formats/DocumentFile.h"
 #include "formats/ExperimentFile.h"
-#include "document/PageExport.h"
-#include "items/plot/NmrData.h"
-#include "items/plot/NmrItem.h"
-#include "Failure.h"
-
-#include <QBuffer>
-#include <QGraphicsRectItem>
-#include <QPushButton>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QUndoStack>
-
-using namespace Workbench;
-using namespace Qt::StringLiterals;
+#include "host/DataEngine.h"
+#include "window/RecentFiles.h"
 
 namespace {
 
 using Points = QList<DoubleVector>;
 
-const QString sample = QStringLiteral(SAMPLES "/paracetamol-13C.magresdoc");
+const QString saved = QStringLiteral(SAMPLES "/paracetamol-13C.magresdoc");
 
 QByteArray bytesOf(const QString &path)
 {
@@ -62,26 +44,22 @@ Document smallDocument()
 
 } // namespace
 
-class TestDocument : public QObject {
+class TestDocument : public WindowTest {
     Q_OBJECT
 
-    const PrivateSettings m_settings;
-    QTemporaryDir m_directory;
-    const QString m_path = m_directory.filePath(u"a&b.magresdoc"_s);
+    const QString m_path = m_files.path("a&b.magresdoc");
 
     QByteArray errorOf(const QByteArray &bytes) const
     {
-        QFile file(m_path);
-        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush())
-            qFatal("The file cannot be written");
+        m_files.write("a&b.magresdoc", bytes);
         return failure([this] { DocumentFile::read(m_path); });
     }
 
 private Q_SLOTS:
     void valuesComeBack()
     {
-        DocumentFile::write(m_path, DocumentFile::read(sample));
-        QCOMPARE(bytesOf(m_path), bytesOf(sample));
+        DocumentFile::write(m_path, DocumentFile::read(saved));
+        QCOMPARE(bytesOf(m_path), bytesOf(saved));
 
         Document document = smallDocument();
         document.customData[0][u"δ"_s] = QVariantHash{{u"b"_s, 7u}, {u"a"_s, QString()}, {u"c"_s, ~quint64(0)}};
@@ -100,10 +78,12 @@ private Q_SLOTS:
         QCOMPARE(bytesOf(m_path), bytes);
     }
 
-    void damageIsNamed_data()
+    void damageIsNamed()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        const auto row = [](const char *error, const QByteArray &bytes) { QTest::newRow(error) << bytes; };
+        const auto row = [this](const char *error, const QByteArray &bytes) {
+            const QByteArray found = errorOf(bytes);
+            QVERIFY2(found.startsWith(m_path.toUtf8() + ": ") && found.contains(error), found);
+        };
         row("not a document", "#$magres-abinitio-v1.0");
         row("version 2, written by a newer", QByteArray::fromHex("894d47440d0a1a0a020000000000000000000000"));
         row("cut off", QByteArray::fromHex("894d47440d0a1a0a01000000ffffffffffffffff"));
@@ -120,12 +100,6 @@ private Q_SLOTS:
         row("Items[0]: its place", changed([](auto &d) { d.items[0].geometry.setWidth(qQNaN()); }));
         row("Items[0].Links: it names", changed([](auto &d) { d.items[0].links = {QUuid()}; }));
         row("Items[1]: its \"ID\" is", changed([](auto &d) { d.items.append(d.items[0]); }));
-    }
-    void damageIsNamed()
-    {
-        QFETCH(QByteArray, bytes);
-        const QByteArray found = errorOf(bytes);
-        QVERIFY2(found.startsWith(m_path.toUtf8() + ": ") && found.contains(QTest::currentDataTag()), found);
     }
 
     void everyFlipAndCutIsNoticed()
@@ -144,9 +118,9 @@ private Q_SLOTS:
     {
         DataEngine data;
         MainScene scene(&data);
-        QCOMPARE(DocumentState::restore(DocumentFile::read(sample), scene, data, nullptr).size(), 1);
+        QCOMPARE(DocumentState::restore(DocumentFile::read(saved), scene, data, nullptr).size(), 1);
         DocumentFile::write(m_path, DocumentState::capture(scene, data, nullptr));
-        QCOMPARE(bytesOf(m_path), bytesOf(sample));
+        QCOMPARE(bytesOf(m_path), bytesOf(saved));
     }
 
     void picturesOfPages()
@@ -185,61 +159,55 @@ private Q_SLOTS:
 
     void reopenedDocumentIsAsBefore()
     {
-        WindowApplication host;
-        host.loadPlugins(built(u"plugins"));
-        WMainWindow &window = host.window();
-        window.show();
-        ModalAnswers answers;
+        start();
         QString said;
         const auto expect = [&](const QString &title, QMessageBox::StandardButton button = QMessageBox::Ok) {
-            answers.expect(title, [&said, button](QDialog *dialog) {
+            m_dialogs.expect(title, [&said, button](QDialog *dialog) {
                 auto *box = qobject_cast<QMessageBox *>(dialog);
                 said = box ? box->text() : QString();
                 box ? box->button(button)->click() : dialog->accept();
             });
         };
-        const auto spectra = [&] { return host.scene().currentNmrItem(); };
-        const auto points = [&] { return spectra()->nmrData()->stack().entries[0].spectrum.data; };
+        const auto points = [&] { return data()->stack().entries[0].spectrum.data; };
         const auto command = [&](const QString &name, const QString &title) {
             expect(title);
-            choose(window, spectra(), {u"MAGRES"_s, name});
+            choose(window(), plot(), {u"MAGRES"_s, name});
         };
-        window.openFiles({sample});
-        NmrData *stack = spectra()->nmrData();
+        window().openFiles({saved});
+        NmrData *stack = data();
         stack->addEntry(ExperimentFile::read(QStringLiteral(SAMPLES "/paracetamol-13C.csv"), stack->shownSpectrum()),
                         {});
         command(u"Auto reference"_s, u"New reference"_s);
-        QVERIFY(window.isWindowModified() && window.document()->saveTo(m_path) && !window.isWindowModified());
+        QVERIFY(window().isWindowModified() && window().document()->saveTo(m_path) && !window().isWindowModified());
         const QByteArray bytes = bytesOf(m_path);
         command(u"RMSD"_s, u"RMSD"_s);
         const QString rmsd = said;
         command(u"Edit Spectrum..."_s, u"MAGRES parameters"_s);
         const Points updated = points();
-        host.scene().undoStack()->undo();
-        QVERIFY(points() != updated && !window.isWindowModified());
+        scene().undoStack()->undo();
+        QVERIFY(points() != updated && !window().isWindowModified());
 
-        window.document()->newDocument();
-        window.openFiles({m_path});
-        QVERIFY(window.document()->saveTo(m_path) && bytesOf(m_path) == bytes);
+        window().document()->newDocument();
+        window().openFiles({m_path});
+        QVERIFY(window().document()->saveTo(m_path) && bytesOf(m_path) == bytes);
         command(u"RMSD"_s, u"RMSD"_s);
         QVERIFY(said == rmsd && said.startsWith(u"RMSD: "));
         command(u"Edit Spectrum..."_s, u"MAGRES parameters"_s);
-        QVERIFY(points() == updated && window.isWindowModified());
+        QVERIFY(points() == updated && window().isWindowModified());
 
         expect(u"Unsaved Changes"_s, QMessageBox::Cancel);
-        QVERIFY(!window.close() && bytesOf(m_path) == bytes && !errorOf(bytes.chopped(1)).isEmpty());
+        QVERIFY(!window().close() && bytesOf(m_path) == bytes && !errorOf(bytes.chopped(1)).isEmpty());
         expect(u"Unsaved Changes"_s, QMessageBox::Discard);
         expect(u"a&b.magresdoc cannot be opened"_s);
-        window.openFiles({m_path});
-        QVERIFY(points() == updated && window.isWindowModified());
+        window().openFiles({m_path});
+        QVERIFY(points() == updated && window().isWindowModified());
         expect(u"Unsaved Changes"_s, QMessageBox::Save);
-        window.document()->newDocument();
-        QVERIFY(DocumentFile::read(m_path).items.size() == 3 && host.scene().documentItems().isEmpty());
+        window().document()->newDocument();
+        QVERIFY(DocumentFile::read(m_path).items.size() == 3 && scene().documentItems().isEmpty());
         RecentFiles recent(nullptr);
         recent.add(u"gone"_s);
-        QCOMPARE(recent.files(), (QStringList{m_path, QFileInfo(sample).absoluteFilePath()}));
+        QCOMPARE(recent.files(), (QStringList{m_path, QFileInfo(saved).absoluteFilePath()}));
         QVERIFY(recent.actions()[0]->text().endsWith(u"a&&b.magresdoc"));
-        QCOMPARE(answers.missing(), QStringList());
     }
 };
 

@@ -1,48 +1,26 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "ModalAnswers.h"
 #include "PlotUser.h"
-#include "WorkbenchUser.h"
+#include "WindowTest.h"
 
-#include "cli/PrivateSettings.h"
 #include "data/Language.h"
-#include "window/WindowApplication.h"
-#include "host/MainScene.h"
-#include "window/MainView.h"
-#include "host/PluginManager.h"
-#include "window/WMainWindow.h"
 #include "items/plot/ContourMap.h"
 #include "items/plot/CrossPeakLabels.h"
-#include "items/molecule/MoleculeItem.h"
-#include "items/plot/NmrItem.h"
-#include "items/plot/NmrPlot.h"
-#include "items/table/TableItem.h"
-
-#include <QLabel>
-#include <QMenuBar>
-#include <QSettings>
-#include <QStatusBar>
-#include <QTableView>
-#include <QTest>
-#include <QUndoStack>
-
-using namespace Workbench;
-using namespace Qt::StringLiterals;
 
 const Inputs carbon{{"fCbNucF2", u"13C"_s}, {"fSpCSRefF2", 172.4}};
 const Inputs map{{"fCbDims", u"2D Spectrum"_s}, {"fCbNucF2", u"13C"_s}, {"fSpCSRefF2", 172.4}, {"fSpLwF2", 150.0},
                  {"fCbNucF1", u"1H"_s},         {"fSpCSRefF1", 30.5},   {"fSpLwF1", 100.0}};
 
 /// Mouse and keyboard over the items, with the built plug-in's spectra in them.
-class tst_Interaction : public QObject {
+class tst_Interaction : public WindowTest {
     Q_OBJECT
 
 private Q_SLOTS:
     void init()
     {
         QSettings().clear();
-        start(QStringLiteral(SAMPLES "/paracetamol.magres"));
+        start();
+        open(u"paracetamol.magres"_s);
     }
-    void cleanup() { m_host.reset(); }
 
     void peaksOfALineAreEditedByHand() { editPeaks(carbon, u"paracetamol-13C-affn.jdx"_s); }
     void peaksOfAMapAreEditedByHand() { editPeaks(map, u"paracetamol-hetcor-bruker"_s); }
@@ -53,11 +31,20 @@ private Q_SLOTS:
     {
         m_host.reset();
         const Language german(u"de"_s);
-        start(QStringLiteral(SAMPLES "/paracetamol.magres"));
+        start();
+        window().openFiles({sample(u"paracetamol-13C-points.csv"_s), sample(u"paracetamol.magres"_s)});
         QCOMPARE(window().menuBar()->actions().first()->text(), u"&Datei"_s);
+        m_dialogs.expect(u"Pulverspektrum"_s, [](QDialog *dialog) {
+            const QString shown = linesOf(dialog).join(u' ');
+            QVERIFY2(shown.contains(u"An &Messung anpassen"_s), qPrintable(shown));
+            QCOMPARE(doubledMnemonics(shown), QString());
+            dialog->reject();
+        });
+        choose(window(), table(), {u"Pulverspektrum erzeugen..."_s});
         m_dialogs.expect(u"MAGRES-Parameter"_s, [](QDialog *dialog) { press(dialog, QDialogButtonBox::Ok); });
         choose(window(), table(), {u"Spektrum erzeugen..."_s});
-        QVERIFY(spectrum()->plot()->xAxis->label().startsWith(u"Chemische Verschiebung"_s));
+        QVERIFY(plot()->plot()->xAxis->label().startsWith(u"Chemische Verschiebung"_s));
+        QCOMPARE(doubledMnemonicsOfMenus().join(QString()), QString());
         m_host.reset();
     }
 
@@ -72,25 +59,25 @@ private Q_SLOTS:
                 fill(dialog, inputs);
                 press(dialog, QDialogButtonBox::Ok);
             });
-            choose(window(), spectrum(), {u"Pic&k Peaks..."_s});
+            choose(window(), plot(), {u"Pic&k Peaks..."_s});
             QVERIFY(measured().peaks.size() < all && !measured().peaks.isEmpty());
         }
-        choose(window(), spectrum(), {u"&Count Equivalent Sites"_s});
+        choose(window(), plot(), {u"&Count Equivalent Sites"_s});
         QCOMPARE(measured().peaks.size(), all);
     }
 
     void contoursAndLabelsOfMaps()
     {
         makeSpectrum(map);
-        const auto *shown = dynamic_cast<ContourMap *>(spectrum()->plot()->content());
+        const auto *shown = dynamic_cast<ContourMap *>(plot()->plot()->content());
         QCOMPARE(shown->labels()->visibleTexts().size(), 9); // four equivalent molecules: each place once
-        const auto lowest = [this] { return spectrum()->plot()->options().contours.lowest; };
+        const auto lowest = [this] { return plot()->plot()->options().contours.lowest; };
         m_dialogs.expect(u"Contour levels"_s, [=](QDialog *dialog) {
             fill(dialog, {{"lowestLevel", 20.0}});
             QCOMPARE(lowest(), 0.2);
             press(dialog, QDialogButtonBox::Cancel);
         });
-        choose(window(), spectrum(), {u"Contour Levels..."_s});
+        choose(window(), plot(), {u"Contour Levels..."_s});
         QTest::keyClick(window().view(), Qt::Key_Plus);
         QCOMPARE(lowest(), 0.05 / 1.25);
         // What was removed does not come back through a plug-in that was still at work on it.
@@ -101,29 +88,12 @@ private Q_SLOTS:
     }
 
 private:
-    WMainWindow &window() const { return m_host->window(); }
-    MainScene &scene() const { return m_host->scene(); }
-    NmrItem *spectrum() const { return scene().currentNmrItem(); }
-    NmrData *data() const { return spectrum()->nmrData(); }
-    TableItem *table() const { return scene().currentTableItem(); }
-    MoleculeItem *molecule() const { return qobject_cast<MoleculeItem *>(scene().documentItems().first()); }
     const Spectrum &measured() const { return data()->spectrum(data()->entryIds().last()); }
-    double f2At(double x) const { return spectrum()->plot()->xAxis->pixelToCoord(x); }
+    double f2At(double x) const { return plot()->plot()->xAxis->pixelToCoord(x); }
     bool isOnPixel(double ppm, double expected, double zoom = 1) const
     {
         return std::abs(ppm - expected) <= zoom * std::abs(f2At(1) - f2At(0));
     }
-    /// A window of its own for the file.
-    void start(const QString &path)
-    {
-        m_host.reset();
-        m_host = std::make_unique<WindowApplication>();
-        m_host->plugins().load(built(u"plugins/libmagresfilefilter.so"));
-        window().show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window()));
-        window().openFiles({path});
-    }
-    void open(const QString &name) { window().openFiles({QStringLiteral(SAMPLES "/") + name}); }
     PlotUser makeSpectrum(const Inputs &inputs)
     {
         m_dialogs.expect(u"MAGRES parameters"_s, [=](QDialog *dialog) {
@@ -131,10 +101,10 @@ private:
             press(dialog, QDialogButtonBox::Ok);
         });
         choose(window(), table(), {u"Create spectrum..."_s});
-        window().view()->centerOn(spectrum());
+        window().view()->centerOn(plot());
         if (window().activateWindow(); !QTest::qWaitForWindowActive(&window()))
             userFailed(u"The window has no keyboard"_s);
-        return PlotUser(window(), spectrum());
+        return PlotUser(window(), plot());
     }
 
     void editPeaks(const Inputs &inputs, const QString &file)
@@ -153,7 +123,7 @@ private:
         user.click(at, Qt::ControlModifier);
         QCOMPARE(count(), sites + 1);
         QTest::keyClick(window().view(), Qt::Key_Delete);
-        QVERIFY(spectrum() && measured().peaks.size() == all - sites); // the peak goes, not the item
+        QVERIFY(plot() && measured().peaks.size() == all - sites); // the peak goes, not the item
         user.click(at + QPointF(3, 3)); // beside the top, which is found again
         const SpectrumPeak added = measured().peaks.last();
         QVERIFY(std::abs(added.f2 - peak.f2) < 0.02 && std::abs(added.f1 - peak.f1) < 0.02);
@@ -168,14 +138,14 @@ private:
         user.click(at);
         QCOMPARE(measured().peaks.size(), all - sites);
         for (int step = 0; step < 5; ++step)
-            scene().undoStack()->undo();
+            history().undo();
         QVERIFY(measured().peaks.size() == all && count() == sites);
     }
     void selectTogether(const Inputs &inputs)
     {
         const PlotUser user = makeSpectrum(inputs);
         const SpectrumPeak peak = data()->shownSpectrum().peaks.first();
-        const auto isLit = [&] { return spectrum()->plot()->litPeaks().contains(peak.id); };
+        const auto isLit = [&] { return plot()->plot()->litPeaks().contains(peak.id); };
         user.click(user.topOf(peak));
         QStringList labels;
         for (const QModelIndex &row : table()->view()->selectionModel()->selectedRows(1))
@@ -187,19 +157,15 @@ private:
         QVERIFY(molecule()->selectedAtoms().isEmpty() && !isLit());
         // An edit makes other peaks; taking it back brings these back, with their atoms.
         m_dialogs.expect(u"MAGRES parameters"_s, [](QDialog *dialog) { press(dialog, QDialogButtonBox::Ok); });
-        choose(window(), spectrum(), {u"MAGRES"_s, u"Edit Spectrum..."_s});
+        choose(window(), plot(), {u"MAGRES"_s, u"Edit Spectrum..."_s});
         QVERIFY(data()->shownSpectrum().peaks.first().id != peak.id);
-        scene().undoStack()->undo();
+        history().undo();
         for (int row = 0; row < table()->view()->model()->rowCount(); ++row) {
             table()->view()->selectRow(row);
             const QString label = table()->view()->model()->index(row, 1).data().toString();
             QCOMPARE(isLit(), peak.label.split(u',').contains(label));
         }
     }
-
-    const PrivateSettings m_settings;
-    std::unique_ptr<WindowApplication> m_host;
-    ModalAnswers m_dialogs;
 };
 
 QTEST_MAIN(tst_Interaction)

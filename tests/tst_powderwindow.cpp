@@ -1,67 +1,15 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "ModalAnswers.h"
-#include "WorkbenchUser.h"
+#include "WindowTest.h"
 
 #include "analysis/PowderEntry.h"
-#include "cli/PrivateSettings.h"
-#include "document/DocumentState.h"
-#include "formats/DocumentFile.h"
 #include "host/DataEngine.h"
-#include "host/MainScene.h"
-#include "items/plot/NmrData.h"
-#include "items/plot/NmrItem.h"
-#include "items/table/TableItem.h"
-#include "window/MainView.h"
 #include "window/PowderCommands.h"
-#include "window/WMainWindow.h"
-#include "window/WindowApplication.h"
-
-#include <QtTest>
-#include <QtWidgets>
-
-using namespace Workbench;
-using namespace Qt::StringLiterals;
 
 /// Powder spectra in the window, from the table to the saved document.
-class TestPowderWindow : public QObject {
+class TestPowderWindow : public WindowTest {
     Q_OBJECT
 
-    const PrivateSettings m_settings;
-    std::unique_ptr<WindowApplication> m_host;
-    ModalAnswers m_answers;
-
-    WMainWindow &window() { return m_host->window(); }
-    MainScene &scene() { return m_host->scene(); }
-    NmrData *data() { return scene().currentNmrItem()->nmrData(); }
     PowderSettings settings(const QUuid &entry) { return PowderOrigin::of(data()->stackEntry(entry))->settings; }
-
-    void open(const QString &file)
-    {
-        m_host.reset();
-        m_host = std::make_unique<WindowApplication>();
-        m_host->loadPlugins(built(u"plugins"));
-        window().resize(1280, 720);
-        window().show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window()));
-        window().openFiles({file});
-    }
-
-    QByteArray state()
-    {
-        QBuffer buffer;
-        buffer.open(QIODevice::WriteOnly);
-        DocumentFile::write(buffer, DocumentState::capture(scene(), m_host->documentData(), &m_host->plugins()));
-        return buffer.data();
-    }
-
-    void create(const Inputs &inputs)
-    {
-        m_answers.expect(u"Powder Spectrum"_s, [inputs](QDialog *dialog) {
-            fill(dialog, inputs);
-            dialog->accept();
-        });
-        window().powderCommands()->create();
-    }
 
     /// Centre of gravity, ppm, and area, ppm.
     static std::pair<double, double> moments(const Spectrum &spectrum)
@@ -76,19 +24,16 @@ class TestPowderWindow : public QObject {
     }
 
 private Q_SLOTS:
-    void init() { open(QStringLiteral(SAMPLES "/berlinite.magres")); }
-
-    void cleanup()
+    void init()
     {
-        QCOMPARE(m_answers.missing(), QStringList());
-        m_host.reset();
+        start();
+        open(u"berlinite.magres"_s);
     }
 
     void createsEditsAndKeeps()
     {
-        QUndoStack &undo = *scene().undoStack();
-        const int steps = undo.count();
-        m_answers.expect(u"Powder Spectrum"_s, [](QDialog *dialog) {
+        const int steps = history().count();
+        m_dialogs.expect(u"Powder Spectrum"_s, [](QDialog *dialog) {
             fill(dialog, {{"nucleus", u"27Al"_s}, {"frequency", 400.0}, {"gaussian", 50.0}, {"reference", 560.123}});
             QCOMPARE(part<QListWidget>(dialog, "sites")->count(), 1);
             QVERIFY(
@@ -98,65 +43,69 @@ private Q_SLOTS:
             dialog->accept();
         });
         choose(window(), scene().currentTableItem(), {u"Create Powder Spectrum..."_s});
-        QVERIFY(scene().currentNmrItem());
+        QVERIFY(plot());
         const QUuid entry = data()->entryIds().constFirst();
-        QCOMPARE(undo.count(), steps + 1);
+        QCOMPARE(history().count(), steps + 1);
         QCOMPARE(data()->entryName(entry), u"berlinite, 27Al powder"_s);
         QCOMPARE(settings(entry).reference, 560.123); // what the box shows
         QVERIFY(data()->isSimulated(entry));
         const auto [centre, area] = moments(data()->spectrum(entry));
         QVERIFY2(centre < 50 && centre > -50, qPrintable(QString::number(centre)));
         QVERIFY2(std::abs(area - 3) < 0.1, qPrintable(QString::number(area)));
-        const QByteArray created = state();
 
         // A value that nobody touched keeps its digits; the change is one step.
-        m_answers.expect(u"Edit Powder Spectrum"_s, [](QDialog *dialog) {
-            fill(dialog, {{"rotation", u"Static"_s}});
-            dialog->accept();
-        });
+        accept(u"Edit Powder Spectrum"_s, {{"rotation", u"Static"_s}});
         window().powderCommands()->edit();
-        QCOMPARE(undo.count(), steps + 2);
+        QCOMPARE(history().count(), steps + 2);
         QCOMPARE(settings(entry).rotation, Powder::Rotation::Static);
         QVERIFY(data()->spectrum(entry).real().size() > 1000);
         const QByteArray edited = state();
-        undo.undo();
+        history().undo();
         QCOMPARE(settings(entry).rotation, Powder::Rotation::InfiniteRate);
-        undo.redo();
+        history().redo();
         QCOMPARE(state(), edited);
-        undo.undo();
-        undo.undo();
-        QVERIFY(!scene().currentNmrItem());
-        undo.redo();
-        QCOMPARE(scene().currentNmrItem()->nmrData()->entryName(entry), u"berlinite, 27Al powder"_s);
+        history().undo();
+        history().undo();
+        QVERIFY(!plot());
+        history().redo();
+        QCOMPARE(plot()->nmrData()->entryName(entry), u"berlinite, 27Al powder"_s);
 
         // Cancelled: nothing has happened.
         const QByteArray before = state();
-        m_answers.expect(u"Edit Powder Spectrum"_s, [](QDialog *dialog) {
+        m_dialogs.expect(u"Edit Powder Spectrum"_s, [](QDialog *dialog) {
             fill(dialog, {{"reference", 500.0}});
             dialog->reject();
         });
         window().powderCommands()->edit();
         QCOMPARE(state(), before);
 
+        // The name follows the nucleus unless the user has given one.
+        for (const auto &[nucleus, name] :
+             {std::pair(u"17O"_s, u"berlinite, 17O powder"_s), std::pair(u"27Al"_s, u"mine"_s)}) {
+            if (name == u"mine")
+                data()->setEntryName(entry, name);
+            accept(u"Edit Powder Spectrum"_s, {{"nucleus", nucleus}});
+            window().powderCommands()->edit();
+            QCOMPARE(data()->entryName(entry), name);
+        }
+        m_host->documentData().remove(PowderOrigin::of(data()->stackEntry(entry))->dataId);
+        m_dialogs.expectBox(QMessageBox::Critical, u"Powder Spectrum"_s,
+                            u"The calculation that this spectrum is made from is no longer in the document."_s);
+        window().powderCommands()->edit();
+
         // In a saved document it can be edited again.
-        QTemporaryDir directory;
-        const QString file = directory.filePath(u"powder.magresdoc"_s);
-        QFile saved(file);
-        QVERIFY(saved.open(QIODevice::WriteOnly));
-        saved.write(before);
-        saved.close();
-        open(file);
-        QVERIFY(scene().currentNmrItem());
+        start();
+        window().openFiles({m_files.write("powder.magresdoc", before)});
         QCOMPARE(settings(entry).protonFrequency, 400.0);
         QCOMPARE(window().powderCommands()->whyNoEdit(), QString());
     }
 
     void showsSitesPointsAndRange()
     {
-        open(QStringLiteral(SAMPLES "/paracetamol.magres"));
-        QUndoStack &undo = *scene().undoStack();
-        const int steps = undo.count();
-        m_answers.expect(u"Powder Spectrum"_s, [](QDialog *dialog) {
+        start();
+        open(u"paracetamol.magres"_s);
+        const int steps = history().count();
+        m_dialogs.expect(u"Powder Spectrum"_s, [](QDialog *dialog) {
             fill(dialog, {{"nucleus", u"17O"_s}, {"frequency", 800.0}, {"reference", 287.0}});
             auto *from = part<QDoubleSpinBox>(dialog, "rangeFrom"), *to = part<QDoubleSpinBox>(dialog, "rangeTo");
             QVERIFY(part<QCheckBox>(dialog, "siteCurves")->isChecked() && !from->isEnabled());
@@ -168,13 +117,14 @@ private Q_SLOTS:
             from->setValue(to->value());
             auto *ok = part<QDialogButtonBox>(dialog, "buttonBox")->button(QDialogButtonBox::Ok);
             QTRY_VERIFY(!ok->isEnabled());
+            QCOMPARE(part<QLabel>(dialog, "notes")->text(), u"<b>The range is empty</b>"_s);
             from->setValue(400);
             to->setValue(-100);
             QTRY_VERIFY(ok->isEnabled());
             dialog->accept();
         });
         window().powderCommands()->create();
-        QCOMPARE(undo.count(), steps + 1);
+        QCOMPARE(history().count(), steps + 1);
         const QList<QUuid> ids = data()->entryIds();
         QCOMPARE(ids.size(), 3);
         const SpectrumAxis axis = data()->spectrum(ids[0]).axes[0];
@@ -190,7 +140,7 @@ private Q_SLOTS:
         // A site's curve leads to the sum; the curves follow it, in one step.
         data()->setActiveEntryId(ids[1]);
         const QByteArray before = state();
-        m_answers.expect(u"Edit Powder Spectrum"_s, [](QDialog *dialog) {
+        m_dialogs.expect(u"Edit Powder Spectrum"_s, [](QDialog *dialog) {
             QCOMPARE(part<QSpinBox>(dialog, "points")->value(), 4096);
             QCOMPARE(part<QDoubleSpinBox>(dialog, "rangeFrom")->value(), 400.0);
             part<QCheckBox>(dialog, "siteCurves")->setChecked(false);
@@ -198,15 +148,16 @@ private Q_SLOTS:
         });
         window().powderCommands()->edit();
         QCOMPARE(data()->entryIds(), QList<QUuid>{ids[0]});
-        QCOMPARE(undo.count(), steps + 2);
-        undo.undo();
+        QCOMPARE(history().count(), steps + 2);
+        history().undo();
         QCOMPARE(state(), before);
     }
 
     void dialogShowsWhatItIsAbout()
     {
-        open(QStringLiteral(SAMPLES "/paracetamol.magres"));
-        m_answers.expect(u"Powder Spectrum"_s, [](QDialog *dialog) {
+        start();
+        open(u"paracetamol.magres"_s);
+        m_dialogs.expect(u"Powder Spectrum"_s, [](QDialog *dialog) {
             fill(dialog, {{"nucleus", u"17O"_s}, {"reference", 287.125}, {"lorentzian", 20.0}});
             QTRY_VERIFY(part<QDoubleSpinBox>(dialog, "rangeFrom")->value() > 100);
             const auto lines = [=] {
@@ -256,7 +207,9 @@ private Q_SLOTS:
 
     void fitsToAMeasurement()
     {
-        create({{"nucleus", u"27Al"_s}, {"frequency", 400.0}, {"lorentzian", 150.0}, {"reference", 560.0}});
+        accept(u"Powder Spectrum"_s,
+               {{"nucleus", u"27Al"_s}, {"frequency", 400.0}, {"lorentzian", 150.0}, {"reference", 560.0}});
+        window().powderCommands()->create();
         const QUuid entry = data()->entryIds().constFirst();
         // Its own curve, as a measurement that stands 4 ppm off.
         ExperimentalSpectrum measured = asMeasured(data()->stackEntry(entry));
@@ -264,13 +217,30 @@ private Q_SLOTS:
         data()->addEntry(toEntryMap(measured), u"measured.csv"_s);
         // However slow the machine: no bar with a button to cancel.
         qApp->setProperty("isHeadless", true);
-        m_answers.expect(u"Edit Powder Spectrum"_s, [](QDialog *dialog) {
+        m_dialogs.expect(u"Edit Powder Spectrum"_s, [](QDialog *dialog) {
             fill(dialog, {{"lorentzian", 90.0}});
             QTRY_VERIFY(part<QPushButton>(dialog, "fit")->isEnabled());
             part<QPushButton>(dialog, "fit")->click();
-            static const QRegularExpression number(u"[0-9][0-9.e-]*"_s);
-            QCOMPARE(part<QLabel>(dialog, "fitResult")->text().replace(number, u"#"_s),
-                     u"Reference: # ± # ppm\nLorentzian: # ± # Hz\nDeviation: # % of the highest point"_s);
+            static const QRegularExpression error(u" ± [0-9.e-]+"_s);
+            const auto agrees = [=](const QString &pattern) {
+                const QString text = part<QLabel>(dialog, "fitResult")->text().replace(error, u" ±"_s);
+                QVERIFY2(QRegularExpression(u'^' + pattern + u'$').match(text).hasMatch(), qPrintable(text));
+            };
+            agrees(
+                u"Reference: 564\\.000 ± ppm\nLorentzian: 1(49|50)\\.[0-9] ± Hz\nDeviation: 0\\.0[0-9] % of the highest point"_s);
+            QVERIFY(part<QLabel>(dialog, "fitResult")->isVisible());
+            fill(dialog, {{"fitScale", true}, {"scale", 0.99}, {"lorentzian", 0.0}, {"gaussian", 100.0}});
+            QVERIFY(!part<QLabel>(dialog, "fitResult")->isVisible());
+            part<QPushButton>(dialog, "fit")->click();
+            agrees(u"Reference: 56[0-9.]+ ± ppm\nGaussian: [0-9.]+ ± Hz\nFactor on Cq: [01]\\.[0-9]{4} ±\nDeviation: "
+                   u"[0-9.]+ % of "
+                   "the highest point"_s);
+            fill(dialog, {{"fitScale", false}, {"scale", 1.0}, {"lorentzian", 90.0}, {"gaussian", 0.0}});
+            part<QPushButton>(dialog, "fit")->click();
+            // A measurement of another nucleus is none to fit to.
+            fill(dialog, {{"nucleus", u"17O"_s}});
+            QTRY_VERIFY(!part<QPushButton>(dialog, "fit")->isEnabled());
+            fill(dialog, {{"nucleus", u"27Al"_s}});
             dialog->accept();
         });
         window().powderCommands()->edit();
@@ -282,17 +252,13 @@ private Q_SLOTS:
 
     void noteOffersIt()
     {
-        m_answers.expect(u"MAGRES parameters"_s, [](QDialog *dialog) {
-            fill(dialog, {{"fCbNucF2", u"27Al"_s}});
-            dialog->accept();
-        });
-        choose(window(), scene().currentTableItem(), {u"Create spectrum..."_s});
-        const QList<ItemNote> notes = scene().currentNmrItem()->notes();
+        createSpectrum({{"fCbNucF2", u"27Al"_s}});
+        const QList<ItemNote> notes = plot()->notes();
         const auto offered = std::find_if(notes.begin(), notes.end(), [](const ItemNote &note) {
             return note.action == u"Create Powder Spectrum...";
         });
         QVERIFY(offered != notes.end());
-        m_answers.expect(u"Powder Spectrum"_s, [](QDialog *dialog) {
+        m_dialogs.expect(u"Powder Spectrum"_s, [](QDialog *dialog) {
             QCOMPARE(part<QComboBox>(dialog, "nucleus")->currentText(), u"27Al"_s);
             dialog->accept();
         });
@@ -301,9 +267,25 @@ private Q_SLOTS:
         QVERIFY(PowderOrigin::of(data()->stackEntry(data()->activeEntryId())));
     }
 
+    /// A plane cannot hold a curve: it has a plot of its own beside it.
+    void besideAPlane()
+    {
+        createSpectrum({{"fCbDims", u"2D Spectrum"_s}, {"fCbNucF2", u"27Al"_s}, {"fCbNucF1", u"17O"_s}});
+        NmrItem *plane = plot();
+        QCOMPARE(window().powderCommands()->whyNoEdit(), u"The current plot holds no powder spectrum"_s);
+        m_dialogs.expect(u"Powder Spectrum"_s, [](QDialog *dialog) {
+            QCOMPARE(linesOf(dialog)[0], u"&Nucleus: [27Al: 27Al, 17O, 31P]"_s);
+            dialog->accept();
+        });
+        window().powderCommands()->createLike(plane, data()->simulatedEntry());
+        QVERIFY(plot() != plane && plane->nmrData()->entryIds().size() == 1);
+        QCOMPARE(data()->entryName(data()->activeEntryId()), u"berlinite, 27Al powder"_s);
+        QCOMPARE(window().powderCommands()->whyNoEdit(), QString());
+    }
+
     void refusesWhatMakesNoSense()
     {
-        m_answers.expect(u"Powder Spectrum"_s, [](QDialog *dialog) {
+        m_dialogs.expect(u"Powder Spectrum"_s, [](QDialog *dialog) {
             auto *sites = part<QListWidget>(dialog, "sites");
             auto *ok = part<QDialogButtonBox>(dialog, "buttonBox")->button(QDialogButtonBox::Ok);
             auto *notes = part<QLabel>(dialog, "notes");
@@ -315,7 +297,7 @@ private Q_SLOTS:
             dialog->reject();
         });
         window().powderCommands()->create();
-        QVERIFY(!scene().currentNmrItem());
+        QVERIFY(!plot());
     }
 };
 

@@ -82,30 +82,6 @@ private Q_SLOTS:
         QCOMPARE(plane[u"rmsd"].toDouble(), std::sqrt((f2 * f2 + f1 * f1) / 2));
     }
 
-    void refused()
-    {
-        const QByteArray header = rank(m_files.first(1), "1").split('\n')[0] + '\n', rest(11, ',');
-        m_program.write("a.csv", header + "1,x,1,2,3,4,4,equal,4,4" + rest + '\n');
-        const auto refuses = [&](int status, const char *line, const QByteArray &message, const QByteArray &part = {}) {
-            m_program.write("b.csv", part);
-            QVERIFY2(m_program.run(line).isEmpty() && m_program.status == status && m_program.errors.contains(message),
-                     line + m_program.errors);
-        };
-        refuses(1, "rank x --nucleus 13C --experiment nowhere.csv", "nowhere.csv: there is no");
-        refuses(1, "rank x --nucleus 13C --experiment @list.csv -o /no/x", "/no/x cannot be");
-        refuses(1, "rank x --nucleus 13C --experiment @list.csv --plugin-path /nowhere", "no plug-in");
-        refuses(2, "rank x ./x --nucleus 13C --experiment @list.csv", "is given twice");
-        refuses(2, "rank --merge x --nucleus 13C", "--merge");
-        const char *merge = "rank --merge @a.csv @b.csv";
-        refuses(1, merge, "b.csv, line 1: expected the output of rank", "file,rmsd\n");
-        refuses(1, merge, "b.csv, line 3: expected a number",
-                header + "1,y,1,2,3,4,4,equal,4,4" + rest + "\r\n2,z,1,2,3ppm,4,4,equal,4,4" + rest + '\n');
-        refuses(1, merge, "b.csv, line 2: the file ends", header + "1,y,1,2,3");
-        refuses(1, merge, "b.csv, line 2: expected either", header + ",y,,,,,,,," + rest + '\n');
-        refuses(1, merge, "b.csv, line 3: x stands in ",
-                header + "1,y,1,2,3,4,4,equal,4,4" + rest + "\n2,x,1,2,3,4,4,equal,4,4" + rest + '\n');
-    }
-
 private:
     QByteArray rank(const QStringList &files, const char *jobs)
     {

@@ -1,88 +1,22 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "ModalAnswers.h"
-#include "WorkbenchUser.h"
+#include "WindowTest.h"
 
-#include "cli/PrivateSettings.h"
-#include "window/WindowApplication.h"
-#include "host/MainScene.h"
-#include "window/FrequencyDialog.h"
-#include "window/MainView.h"
-#include "window/WorkBar.h"
-#include "host/PluginManager.h"
-#include "window/DocumentController.h"
-#include "window/WMainWindow.h"
 #include "data/AtomSelection.h"
-#include "items/molecule/MoleculeItem.h"
-#include "items/plot/NmrData.h"
-#include "items/plot/NmrItem.h"
-#include "items/plot/NmrPlot.h"
 #include "items/plot/StackedTraces.h"
-#include "items/table/TableItem.h"
-#include "items/table/TableModel.h"
-
-#include <QtTest>
-#include <QtWidgets>
-
-using namespace Workbench;
-using namespace Qt::StringLiterals;
-
-namespace {
-
-const QString parametersTitle = u"MAGRES parameters"_s;
-
-QString sample(const char *name)
-{
-    return QStringLiteral(SAMPLES "/") + QLatin1String(name);
-}
-
-/// Mnemonics and shortcuts aside; null when there is none.
-QAction *action(const QWidget *menu, const QString &text)
-{
-    for (QAction *found : menu->actions())
-        if (found->text().remove(u'&') == text)
-            return found;
-    return nullptr;
-}
-
-QMenu *filled(QMenu *menu)
-{
-    Q_EMIT menu->aboutToShow();
-    return menu;
-}
-
-} // namespace
+#include "window/ContentsDock.h"
+#include "window/FrequencyDialog.h"
 
 /// The window with the real plug-in in it.
-class TestWindow : public QObject {
+class TestWindow : public WindowTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        m_host = std::make_unique<WindowApplication>();
-        m_host->loadPlugins(built(u"plugins"));
-        QVERIFY(!m_host->plugins().plugins().isEmpty());
-        window().show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window()));
-        window().activateWindow();
-        window().view()->setFocus();
-        // Nothing that is not in the file.
-        window().openFiles({sample("paracetamol.magres")});
-        QVERIFY(!window().isWindowModified());
-        QVERIFY(createSpectrum() && window().isWindowModified());
-    }
-
-    void cleanupTestCase() { m_host.reset(); }
-
     void init()
     {
-        scene().removeAll();
-        QSettings().clear();
-        window().openFiles({sample("paracetamol.magres")});
+        clear();
+        open(u"paracetamol.magres"_s);
         QCOMPARE(scene().documentItems().size(), 2);
     }
-
-    void cleanup() { QCOMPARE(m_dialogs.missing(), QStringList()); }
 
     void barsAndMenusOfTheWindow()
     {
@@ -92,6 +26,7 @@ private Q_SLOTS:
                 texts.append(action->isSeparator() ? u"/"_s : action->iconText() + u": "_s + action->toolTip());
             return texts.replaceInStrings(u"\n"_s, u" "_s);
         };
+        QVERIFY(!window().isWindowModified()); // nothing that is not in the file
         scene().removeAll();
         QCOMPARE(bar().join(u"; "_s),
                  u"Open: Calculations, measured spectra and documents; /; Create Spectrum: A simulated spectrum of "
@@ -110,47 +45,48 @@ private Q_SLOTS:
                  "as the window; Export: The page, a spectrum or a table as a file Not now: there is nothing on "
                  "the page"_s);
         QCOMPARE(
-            entriesOf(shown(u"File"_s)).remove(u" Ctrl+Q"_s),
+            entriesOf(menu(u"File"_s)).remove(u" Ctrl+Q"_s),
             u"&New Ctrl+N; &Open... Ctrl+O; Open &Folder...; Open &Recent >; Open Sa&mple >; /; &Save Ctrl+S; Save "
             "&As...; /; &Export >; /; &Quit"_s);
-        QCOMPARE(entriesOf(shown(u"Edit"_s)),
+        QCOMPARE(entriesOf(menu(u"Edit"_s)),
                  u"(Undo Ctrl+Z); (Redo Ctrl+Y); /; (&Rename Item... F2); (&Delete Item Del)"_s);
-        QCOMPARE(entriesOf(shown(u"Spectrum"_s)),
+        QCOMPARE(entriesOf(menu(u"Spectrum"_s)),
                  u"(Create Spectrum Ctrl+Shift+N); (Create Powder Spectrum... Ctrl+Shift+L); Add Measurement "
                  "Ctrl+Shift+O; Reference Se&t...; /; (No spectrum on the page)"_s);
-        QCOMPARE(entriesOf(shown(u"Table"_s)) + entriesOf(shown(u"Molecule"_s)),
+        QCOMPARE(entriesOf(menu(u"Table"_s)) + entriesOf(menu(u"Molecule"_s)),
                  u"/; (No table on the page)/; (No molecule on the page)"_s);
-        QCOMPARE(entriesOf(shown(u"View"_s)),
+        QCOMPARE(entriesOf(menu(u"View"_s)),
                  u"Zoom &In Ctrl++; Zoom &Out Ctrl+-; &Fit Window Ctrl+0; &Arrange Items; /; [ ] &Page Preview "
                  "Ctrl+Shift+P; /; [x] Contents; [ ] Compare; [x] Tool Bar"_s);
-        QCOMPARE(entriesOf(shown(u"Help"_s)), u"&User Guide; &Keyboard and Mouse... F1; &About and Plug-ins..."_s);
-        window().openFiles({sample("paracetamol.magres")});
-        QVERIFY(createSpectrum());
+        QCOMPARE(entriesOf(menu(u"Help"_s)), u"&User Guide; &Keyboard and Mouse... F1; &About and Plug-ins..."_s);
+        open(u"paracetamol.magres"_s);
+        QVERIFY(createSpectrum() && window().isWindowModified());
         QCOMPARE(
             bar()[5].mid(16),
             u"Fits the reference of the simulated spectrum to the measurement beside it (Ctrl+R) Not now: It needs "
             "one simulated spectrum and one measurement in the plot; the current plot holds 1 and 0"_s);
         QCOMPARE(
-            entriesOf(shown(u"Spectrum"_s)),
+            entriesOf(menu(u"Spectrum"_s)),
             u"Create Spectrum Ctrl+Shift+N; Create Powder Spectrum... Ctrl+Shift+L; Add Measurement Ctrl+Shift+O; "
             "Reference Se&t...; /; Set Reference...; /; Show Full Range Home; Show >; Appearance >; Measure >; Edit "
             "Title...; Copy Numbers; Picture >; /; /; MAGRES >; /; Add &Experimental Spectrum...; Add Bruker "
-            "&Folder...; Active &Spectrum >; &Remove Spectrum >; /; [ ] Edit &Peaks Ctrl+Shift+E; Pic&k Peaks... "
-            "Ctrl+Shift+K; &Count Equivalent Sites; /; (&Compare... Ctrl+Shift+C); (Ran&k Structures... "
+            "&Folder...; Active &Spectrum >; Remo&ve Spectrum >; /; [ ] Edit &Peaks Ctrl+Shift+E; Pic&k Peaks... "
+            "Ctrl+Shift+K; &Count Equivalent Sites; /; (Co&mpare... Ctrl+Shift+C); (Ra&nk Structures... "
             "Ctrl+Shift+R); /; &Rename Item... F2; &Delete Item Del"_s);
-        window().openFiles({sample("paracetamol-13C.csv")});
+        open(u"paracetamol-13C.csv"_s);
         QCOMPARE(
-            window().statusBar()->currentMessage(),
+            said(),
             u"paracetamol-13C.csv: 32 peak(s) added. Number of peaks: 32 measured, 32 simulated. Read as a list of "
             "32 peaks: the positions are not evenly spaced."_s);
         QCOMPARE(window().view()->accessibleName(), u"¹³C of paracetamol, simulated"_s);
         QCOMPARE(window().view()->accessibleDescription(),
                  u"The reference of ¹³C is a placeholder, 100 ppm: positions mean nothing yet, only distances do"_s);
+        QCOMPARE(doubledMnemonicsOfMenus().join(QString()), QString());
     }
 
     void frequenciesFollowTheirInputs()
     {
-        const QString list = write("si.csv", "position\n-8.5\n-9.25\n-8.75\n");
+        const QString list = m_files.write("si.csv", "position\n-8.5\n-9.25\n-8.75\n");
         {
             FrequencyDialog dialog(list, FrequencyNeeded({}, 1, false), {}, nullptr);
             dialog.show();
@@ -168,7 +104,7 @@ private Q_SLOTS:
                      u"&Spectrometer (1H): ([799.0713 MHz: 0.0000 to 3000.0000]); &0 ppm at: ([81.000000 MHz: "
                      "0.000000 to 3000.000000]); The positions go from -8.50 to -9.25 ppm.; <OK> <Cancel>"_s);
         }
-        FrequencyDialog dialog(write("hsqc-1H-13C.csv", "F2 (Hz),F1 (Hz)\n4000,12000\n2000,3000\n"),
+        FrequencyDialog dialog(m_files.write("hsqc-1H-13C.csv", "F2 (Hz),F1 (Hz)\n4000,12000\n2000,3000\n"),
                                FrequencyNeeded({}, 2, true), {u"29Si"_s, 500}, nullptr);
         dialog.show();
         QCOMPARE(linesOf(&dialog).mid(1).join(u"; "_s),
@@ -186,7 +122,6 @@ private Q_SLOTS:
     void tabWalksOverThePage()
     {
         NmrItem *spectrum = createSpectrum();
-        QVERIFY(spectrum);
         scene().setActiveItem(nullptr);
         QSignalSpy activated(&scene(), &MainScene::activeItemChanged);
         const QList<QGraphicsWidget *> order{molecule(), table(), spectrum, molecule()};
@@ -209,7 +144,7 @@ private Q_SLOTS:
             QTest::keyClick(window().view(), key, modifiers);
             auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
             QVERIFY(menu);
-            QVERIFY(action(menu, u"Create spectrum..."_s));
+            QVERIFY(entry(menu, u"Create spectrum..."_s));
             QVERIFY(menu->activeAction() && menu->activeAction()->isEnabled());
             menu->close();
         }
@@ -240,7 +175,7 @@ private Q_SLOTS:
     {
         NmrItem *spectrum = createSpectrum();
         NmrData *data = spectrum->nmrData();
-        drop(sample("paracetamol-13C.csv"));
+        drop(sample(u"paracetamol-13C.csv"_s));
         QTRY_COMPARE(data->entryIds().size(), 2);
         const QUuid simulated = data->activeEntryId();
         const auto firstPeak = [&] { return data->spectrum(simulated).peaks.first().f2; };
@@ -256,7 +191,7 @@ private Q_SLOTS:
         QVERIFY(visible(170) && visible(after));
 
         // Editing makes the curve anew, where the peaks are now.
-        trigger(spectrum, u"Edit Spectrum..."_s, parametersTitle);
+        trigger(spectrum, u"Edit Spectrum..."_s, u"MAGRES parameters"_s);
         const SpectrumAxis edited = data->spectrum(simulated).axes.first();
         QVERIFY(edited.first > after && edited.last() < 24);
 
@@ -277,30 +212,94 @@ private Q_SLOTS:
         QCOMPARE(firstPeak(), after);
     }
 
-    void exportsOfferFiles()
+    void filesAreWrittenByTheirDialogs()
     {
-        QVERIFY(createSpectrum());
-        m_dialogs.expect(u"Export Spectrum"_s, [](QDialog *dialog) {
-            QCOMPARE(
-                qobject_cast<QFileDialog *>(dialog)->nameFilters().join(u"; "_s),
-                u"PDF document (*.pdf); SVG image (*.svg); PNG image (*.png); JCAMP-DX (*.jdx); CSDM (*.csdf); JSON: "
-                "axes, peaks, parameters (*.json); text: data points (*.csv)"_s);
-            dialog->reject();
-        });
-        action(action(shown(u"File"_s), u"Export"_s)->menu(), u"Spectrum..."_s)->trigger();
+        createSpectrum({{"fCbNucF2", u"13C"_s}, {"fSpCSRefF2", 172.4}});
+        const auto choose = [this](const QString &title, const QString &filters, const QString &proposed,
+                                   const char *name) {
+            m_dialogs.expect(title, [=](QDialog *dialog) {
+                auto *files = qobject_cast<QFileDialog *>(dialog);
+                QCOMPARE(files->nameFilters().join(u"; "_s), filters);
+                QCOMPARE(QFileInfo(files->selectedFiles().value(0)).fileName(), proposed);
+                files->selectNameFilter(files->nameFilters().last());
+                files->selectFile(m_files.path(name));
+                dialog->accept();
+            });
+        };
+        const auto run = [this](const QString &text) {
+            entry(entry(menu(u"File"_s), u"Export"_s)->menu(), text)->trigger();
+            return said().remove(m_files.path("") + u'/');
+        };
+        choose(u"Export Page"_s, u"PDF document (*.pdf); SVG image (*.svg); PNG image (*.png)"_s, u"paracetamol.pdf"_s,
+               "page");
+        QCOMPARE(run(u"Page..."_s), u"page.png is written"_s);
+        QVERIFY(m_files.read("page.png").startsWith("\x89PNG"));
+        choose(u"Export Spectrum"_s,
+               u"PDF document (*.pdf); SVG image (*.svg); PNG image (*.png); JCAMP-DX (*.jdx); CSDM (*.csdf); JSON: "
+               "axes, peaks, parameters (*.json); text: data points (*.csv)"_s,
+               u"paracetamol.pdf"_s, "curve");
+        QCOMPARE(run(u"Spectrum..."_s), u"curve.csv is written"_s);
+        QCOMPARE(m_files.read("curve.csv").count('\n'), 8193);
+        choose(u"Export Table"_s, u"Comma-separated values (*.csv); JSON (*.json)"_s, u"paracetamol.csv"_s, "t.csv");
+        QCOMPARE(run(u"Table..."_s), u"t.csv is written"_s);
+        QCOMPARE(m_files.read("t.csv").count('\n'), 81);
+        choose(u"Export Table"_s, u"Comma-separated values (*.csv); JSON (*.json)"_s, u"paracetamol.csv"_s, "t.doc");
+        m_dialogs.expectBox(QMessageBox::Critical, u"t.doc cannot be written"_s,
+                            u"The file name must end in .csv or .json"_s);
+        run(u"Table..."_s);
+
+        const auto nuclei = [this](const QString &asked, const QString &offered, const QString &text) {
+            m_dialogs.expect(u"Export Spin System"_s, [=](QDialog *dialog) {
+                auto *input = qobject_cast<QInputDialog *>(dialog);
+                QCOMPARE(input->labelText(), u"Nuclei, such as 13C, 1H. "_s + asked);
+                QCOMPARE(input->textValue(), offered);
+                input->setTextValue(text);
+                dialog->accept();
+            });
+        };
+        const QString types = u"SIMPSON input (*.in); mrsimulator spin systems (*.mrsim)"_s;
+        nuclei(
+            u"All their atoms are taken; rows selected in the table restrict them.\nSites that would be written: 32 of "
+            "C, 36 of H, 4 of N, 8 of O:"_s,
+            u"13C"_s, u"1H; 13C"_s);
+        choose(u"Export Spin System"_s, types, u"paracetamol.in"_s, "all.in");
+        QCOMPARE(run(u"Spin System..."_s), u"The spin system is written: 68 site(s): 36 of 1H, 32 of 13C"_s);
+        // C1 in ppm with the reference of the spectrum.
+        QVERIFY(m_files.read("all.in").contains("shift 1 "));
+        table()->view()->selectRow(37);
+        nuclei(u"Only atoms in the selected rows of the table are taken.\nSites that would be written: 1 of C:"_s,
+               u"1H; 13C"_s, u"13C"_s);
+        choose(u"Export Spin System"_s, types, u"paracetamol.in"_s, "one");
+        QCOMPARE(run(u"Spin System..."_s), u"The spin system is written: 1 site(s): 1 of 13C"_s);
+        QVERIFY(m_files.read("one.mrsim").startsWith('{'));
+        nuclei(u"Only atoms in the selected rows of the table are taken.\nSites that would be written: 1 of C:"_s,
+               u"13C"_s, u"1H"_s);
+        choose(u"Export Spin System"_s, types, u"paracetamol.in"_s, "no.in");
+        m_dialogs.expectBox(QMessageBox::Critical, u"no.in cannot be written"_s,
+                            u"The selected rows of the table hold no site of 1H. Select some, or no row at all for all "
+                            "sites"_s);
+        run(u"Spin System..."_s);
+        QVERIFY(m_files.read("no.in").isEmpty());
+
+        choose(u"Save As"_s, u"Magres Workbench documents (*.magresdoc)"_s, u"paracetamol.magresdoc"_s, "kept");
+        entry(menu(u"File"_s), u"Save"_s)->trigger();
+        QCOMPARE(said(), u"kept.magresdoc is saved"_s);
+        QCOMPARE(window().windowTitle(), u"kept.magresdoc[*] – Magres Workbench"_s);
+        QVERIFY(!window().isWindowModified());
+        QCOMPARE(window().document()->proposedPath(u"pdf"_s), m_files.path("kept.pdf"));
+        window().document()->newDocument();
     }
 
     void peaksNeedAMeasurement()
     {
-        const auto said = [this] { return window().statusBar()->currentMessage(); };
         shortcut(Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier);
         QCOMPARE(said(), u"There is no spectrum on the page"_s);
         shortcut(Qt::Key_K, Qt::ControlModifier | Qt::ShiftModifier);
         QCOMPARE(said(), u"There is no measured spectrum to pick peaks from"_s);
-        QVERIFY(createSpectrum() && !action(shown(u"Spectrum"_s), u"Edit Peaks"_s)->isChecked());
-        action(shown(u"Spectrum"_s), u"Count Equivalent Sites"_s)->trigger();
+        QVERIFY(createSpectrum() && !entry(menu(u"Spectrum"_s), u"Edit Peaks"_s)->isChecked());
+        entry(menu(u"Spectrum"_s), u"Count Equivalent Sites"_s)->trigger();
         QCOMPARE(said(), u"There is no measured spectrum whose peaks could be counted"_s);
-        window().openFiles({sample("paracetamol-13C-points.csv")});
+        open(u"paracetamol-13C-points.csv"_s);
         m_dialogs.expect(u"Pick peaks"_s, [&](QDialog *dialog) {
             const auto found = [&] { return part<QLabel>(dialog, "result")->text(); };
             QCOMPARE(linesOf(dialog).join(u"; "_s),
@@ -312,35 +311,40 @@ private Q_SLOTS:
             QCOMPARE(found(), u"Positions found: 3\nNumber of peaks: 3 measured, 32 simulated"_s);
             dialog->reject();
         });
-        const int steps = scene().undoStack()->count();
+        const int steps = history().count();
         shortcut(Qt::Key_K, Qt::ControlModifier | Qt::ShiftModifier);
-        QCOMPARE(scene().undoStack()->count(), steps);
+        QCOMPARE(history().count(), steps);
     }
 
     void activeSpectrumIsChosenFromTheMenu()
     {
         NmrItem *spectrum = createSpectrum();
-        window().openFiles({sample("paracetamol-13C.csv")});
+        open(u"paracetamol-13C.csv"_s);
         NmrData *data = spectrum->nmrData();
         const QList<QUuid> ids = data->entryIds();
         QCOMPARE(ids.size(), 2);
         QCOMPARE(data->activeEntryId(), ids[0]);
         const auto submenu = [this](const QString &title) {
-            return filled(action(shown(u"Spectrum"_s), title)->menu());
+            QMenu *found = entry(menu(u"Spectrum"_s), title)->menu();
+            Q_EMIT found->aboutToShow();
+            return found;
         };
         QMenu *choice = submenu(u"Active Spectrum"_s);
-        QVERIFY(action(choice, u"paracetamol, simulated"_s)->isChecked());
-        action(choice, u"paracetamol-13C.csv"_s)->trigger();
+        QVERIFY(entry(choice, u"paracetamol, simulated"_s)->isChecked());
+        entry(choice, u"paracetamol-13C.csv"_s)->trigger();
         QCOMPARE(data->activeEntryId(), ids[1]);
         QVERIFY(spectrum->plot()->content()); // the curve stays on show
         shortcut(Qt::Key_PageDown, Qt::ControlModifier);
         QCOMPARE(data->activeEntryId(), ids[0]);
+        QCOMPARE(said(), u"Active spectrum: paracetamol, simulated"_s);
+        QCOMPARE(entriesOf(submenu(u"Active Spectrum"_s)),
+                 u"[x] paracetamol, simulated; [ ] paracetamol-13C.csv; /; &Next Ctrl+PgDown; &Previous Ctrl+PgUp"_s);
 
-        action(submenu(u"Remove Spectrum"_s), u"paracetamol, simulated"_s)->trigger();
+        entry(submenu(u"Remove Spectrum"_s), u"paracetamol, simulated"_s)->trigger();
         QCOMPARE(data->entryIds(), QList<QUuid>{ids[1]});
         QVERIFY(spectrum->plot()->content()); // sticks alone
         QVERIFY(!submenu(u"Remove Spectrum"_s)->actions().first()->isEnabled());
-        scene().undoStack()->undo();
+        history().undo();
         QCOMPARE(data->entryIds(), ids);
         QCOMPARE(data->activeEntryId(), ids[0]);
     }
@@ -359,6 +363,111 @@ private Q_SLOTS:
         QVERIFY(!list.contains(u'%'));
     }
 
+    void filesAreChosen()
+    {
+        const auto choose = [this](const char *command, const QString &title, const QString &filters,
+                                   const QString &chosen) {
+            m_dialogs.expect(title, [=](QDialog *dialog) {
+                auto *files = qobject_cast<QFileDialog *>(dialog);
+                QVERIFY2(filters.isEmpty() || files->nameFilters().join(u"; "_s) == filters,
+                         qPrintable(files->nameFilters().join(u"; "_s)));
+                files->selectFile(chosen);
+                dialog->accept();
+            });
+            entry(menu(u"File"_s), QLatin1String(command))->trigger();
+        };
+        const QString known =
+            u"All known files (*.magresdoc *.magres 1r 2rr procs proc2s *.jdx *.dx *.jcamp *.jcm *.csdf *.csdfe *.spe "
+            "peaklist.xml *.csv *.txt *.tsv *.asc *.dat); Magres Workbench documents (*.magresdoc); MAGRES files "
+            "(*.magres); Spectra and peak lists (1r 2rr procs proc2s *.jdx *.dx *.jcamp *.jcm *.csdf *.csdfe *.spe "
+            "peaklist.xml *.csv *.txt *.tsv *.asc *.dat); All files (*)"_s;
+        choose("Open...", u"Open"_s, known, sample(u"berlinite.magres"_s));
+        QCOMPARE(said(), u"berlinite.magres is open"_s);
+        choose("Open Folder...", u"Open Folder"_s, {}, sample(u"paracetamol-13C-bruker"_s));
+        QCOMPARE(
+            said(),
+            u"paracetamol-13C-bruker has a plot of its own; a spectrum that is created now joins it. 8 peak(s)."_s);
+        m_dialogs.expectBox(QMessageBox::Critical, u"nowhere cannot be opened"_s,
+                            u"/nowhere\n\nFile /nowhere does not exist"_s);
+        window().openFiles({u"/nowhere"_s});
+    }
+
+    void aboutTellsThePlugins()
+    {
+        QString text;
+        accept(u"About"_s, {}, &text);
+        entry(menu(u"Help"_s), u"About and Plug-ins..."_s)->trigger();
+        static const QRegularExpression description(u"<br>[^\n]*<br><small>[^\n]*/(?=lib)"_s);
+        QCOMPARE(
+            text.replace(description, u"<br>…<br><small>"_s),
+            u"<h3>Magres Workbench </h3><p>NMR parameters of crystals: molecules, tables and simulated spectra from "
+            "calculated shieldings.</p><h4>Plug-ins</h4><p><b>MAGRES File Filter Plugin</b> 2.1<br>…<br><small>"
+            "libmagresfilefilter.so</small></p>"_s);
+    }
+
+    void activeItemsAreNamedAndTold()
+    {
+        // Renamed, with undo; an empty name is the item's own again.
+        scene().setActiveItem(molecule());
+        const auto rename = [this](const QString &name, const QString &before) {
+            m_dialogs.expect(u"Rename"_s, [=](QDialog *dialog) {
+                auto *input = qobject_cast<QInputDialog *>(dialog);
+                QCOMPARE(input->labelText() + u' ' + input->textValue(), u"Title (empty: the item's own): "_s + before);
+                input->setTextValue(name);
+                dialog->accept();
+            });
+            shortcut(Qt::Key_F2);
+        };
+        const int steps = history().count();
+        const QString own = molecule()->title();
+        rename(u" form II "_s, own);
+        QCOMPARE(window().view()->accessibleName(), u"form II"_s);
+        rename(u"form II"_s, u"form II"_s);
+        QCOMPARE(history().count(), steps + 1);
+        rename({}, u"form II"_s);
+        QCOMPARE(molecule()->title(), own);
+        scene().setActiveItem(nullptr);
+        QCOMPARE(window().view()->accessibleName() + window().view()->accessibleDescription(), u"Workspace"_s);
+        QVERIFY(!entry(menu(u"Edit"_s), u"Delete Item"_s)->isEnabled());
+
+        window().statusBar()->clearMessage();
+        NmrItem *spectrum = createSpectrum();
+        const auto activated = [&] {
+            window().statusBar()->clearMessage();
+            scene().setActiveItem(table());
+            scene().setActiveItem(spectrum);
+            return said();
+        };
+        QCOMPARE(activated(), u"Wheel zooms, drag marks what to show, double click shows all; F1 tells more"_s);
+        open(u"paracetamol-13C.csv"_s);
+        QCOMPARE(activated(), u"¹³C of paracetamol, simulated. Number of peaks: 32 measured, 32 simulated"_s);
+    }
+
+    void windowStaysOnTheScreenAndComesBack()
+    {
+        const QRect screen = window().screen()->availableGeometry(), before = window().geometry();
+        for (const QRect &place : {QRect(screen.bottomRight(), QSize(600, 500)), QRect(-400, -300, 600, 500),
+                                   QRect(0, 0, 2 * screen.width(), 2 * screen.height())}) {
+            window().hide();
+            window().setGeometry(place);
+            window().show();
+            QTRY_VERIFY(screen.contains(window().frameGeometry()));
+        }
+        window().setGeometry(before);
+        entry(menu(u"View"_s), u"Page Preview"_s)->setChecked(true);
+        window().contents()->hide();
+        createSpectrum();
+        m_dialogs.expect(u"Unsaved Changes"_s, [](QDialog *dialog) {
+            qobject_cast<QMessageBox *>(dialog)->button(QMessageBox::Discard)->click();
+        });
+        QVERIFY(window().close());
+        start();
+        QVERIFY(window().view()->isPagePreview() && !window().contents()->isVisible());
+        start(); // not closed, not saved
+        QVERIFY(window().view()->isPagePreview());
+        m_host.reset();
+    }
+
     void menusOfTheBarAreThoseOfTheCurrentItems()
     {
         NmrItem *first = createSpectrum();
@@ -367,7 +476,7 @@ private Q_SLOTS:
         for (NmrItem *item : {first, second}) {
             scene().setActiveItem(item);
             scene().setActiveItem(table()); // which leaves the spectrum the current one
-            QVERIFY(action(shown(u"Spectrum"_s), u"Edit Peaks"_s));
+            QVERIFY(entry(menu(u"Spectrum"_s), u"Edit Peaks"_s));
             QCOMPARE(scene().currentNmrItem(), item);
             QCOMPARE(scene().activeItem(), item);
         }
@@ -380,20 +489,20 @@ private Q_SLOTS:
     void experimentsThatCannotBeAddedChangeNothing()
     {
         NmrItem *spectrum = createSpectrum();
-        const int steps = scene().undoStack()->count();
+        const int steps = history().count();
         // Where it falls it cannot go ...
         const QPointF middle = spectrum->mapToScene(spectrum->contentRect().center());
         window().view()->ensureVisible(spectrum, 0, 0);
-        const QString text = told(u"paracetamol-1H-difdup.jdx cannot be added"_s, [&] {
-            drop(sample("paracetamol-1H-difdup.jdx"),
-                 window().view()->viewport()->mapTo(&window(), window().view()->mapFromScene(middle)));
-            QTRY_VERIFY(m_dialogs.missing().isEmpty());
-        });
+        QString text;
+        accept(u"paracetamol-1H-difdup.jdx cannot be added"_s, {}, &text);
+        drop(sample(u"paracetamol-1H-difdup.jdx"_s),
+             window().view()->viewport()->mapTo(&window(), window().view()->mapFromScene(middle)));
+        QTRY_VERIFY(m_dialogs.missing().isEmpty());
         QVERIFY2(text.contains(u"spectrum of 1H"), qPrintable(text));
         QCOMPARE(spectrum->nmrData()->entryIds().size(), 1);
-        QCOMPARE(scene().undoStack()->count(), steps);
+        QCOMPARE(history().count(), steps);
         // ... and opened without a place it has a plot of its own.
-        window().openFiles({sample("paracetamol-1H-difdup.jdx")});
+        open(u"paracetamol-1H-difdup.jdx"_s);
         QVERIFY(scene().currentNmrItem() != spectrum);
         QCOMPARE(spectrum->nmrData()->entryIds().size(), 1);
     }
@@ -401,18 +510,18 @@ private Q_SLOTS:
     /// No box is in the way: what is doubtful stands under the title until it was read, and can be had back.
     void doubtsAreNotes()
     {
-        QFile whole(sample("acetic-acid.magres"));
+        QFile whole(sample(u"acetic-acid.magres"_s));
         QVERIFY(whole.open(QIODevice::ReadOnly));
         const QByteArray text = whole.readAll().replace("</magres>", "");
-        window().openFiles({write("a.magres", text), write("b.magres", text)});
+        window().openFiles({m_files.write("a.magres", text), m_files.write("b.magres", text)});
         QCOMPARE(scene().documentItems().size(), 6);
-        QVERIFY(window().statusBar()->currentMessage().contains(u"2 file"));
+        QCOMPARE(said(), u"2 file(s) opened with doubts: the note under the title tells them"_s);
         int told = 0;
         for (const DocumentItem *item : scene().documentItems())
             told += item->doubts().join(u'\n').contains(u"is not closed") && item->notes().size() == 1;
         QCOMPARE(told, 2);
 
-        const QString path = m_directory.filePath(u"kept.magresdoc"_s);
+        const QString path = m_files.path("kept.magresdoc");
         QVERIFY(window().document()->saveTo(path));
         window().openFiles({path});
         TableItem *last = table();
@@ -433,7 +542,7 @@ private Q_SLOTS:
         QVERIFY(last->notes().size() == 1 && !window().document()->isModified());
         read(u"Dismiss Note"_s);
         QVERIFY(last->notes().isEmpty() && window().document()->isModified());
-        scene().undoStack()->undo();
+        history().undo();
         QVERIFY(last->notes().size() == 1 && !window().document()->isModified());
     }
 
@@ -443,66 +552,57 @@ private Q_SLOTS:
         QByteArray points = "Hz,intensity\n";
         for (int i = 0; i < 100; ++i)
             points += QByteArray::number(10000 - 100 * i) + ',' + (i == 50 ? "100" : i % 2 ? "1" : "0") + '\n';
-        const QString spectrum = write("unknown.csv", points), list = write("si-29Si.csv", "kHz\n-8.5\n-9.25\n");
+        const QString spectrum = m_files.write("unknown.csv", points),
+                      list = m_files.write("si-29Si.csv", "kHz\n-8.5\n-9.25\n");
         const bool modified = window().document()->isModified();
-        const int steps = scene().undoStack()->count();
+        const int steps = history().count();
 
         m_dialogs.expect(u"Frequency of the spectrum"_s, [](QDialog *dialog) { dialog->reject(); });
         window().openFiles({spectrum});
-        QVERIFY(scene().documentItems().size() == 2 && scene().undoStack()->count() == steps);
+        QVERIFY(scene().documentItems().size() == 2 && history().count() == steps);
         QCOMPARE(window().document()->isModified(), modified);
-        QVERIFY(window().statusBar()->currentMessage().contains(u"was not opened"));
+        QVERIFY(said().contains(u"was not opened"));
 
         // One is left out, the next one is there: several files ask one by one.
-        const auto answer = [this](const QString &nucleus, double proton, const QString &range) {
+        const auto answer = [this](const Inputs &inputs, const QString &range) {
             m_dialogs.expect(u"Frequency of the spectrum"_s, [=](QDialog *dialog) {
-                auto *box = dialog->findChild<QComboBox *>(u"nucleus"_s);
-                auto *ok = dialog->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok);
-                QCOMPARE(ok->isEnabled(), proton == 0);
-                QVERIFY(!box->currentText().isEmpty());
-                if (!nucleus.isEmpty())
-                    box->setCurrentText(nucleus);
-                if (proton > 0)
-                    dialog->findChild<QDoubleSpinBox *>(u"protonFrequency"_s)->setValue(proton);
-                QCOMPARE(dialog->findChild<QLabel *>(u"range"_s)->text(), range);
-                ok->click();
+                fill(dialog, inputs);
+                QCOMPARE(part<QLabel>(dialog, "range")->text(), range);
+                press(dialog, QDialogButtonBox::Ok);
             });
         };
+        const auto opened = [this](const QString &file) {
+            window().openFiles({file});
+            return data()->stack().entries.constLast().spectrum;
+        };
         m_dialogs.expect(u"Frequency of the spectrum"_s, [](QDialog *dialog) { dialog->reject(); });
-        answer(u"13C"_s, 400, u"The positions go from 99.42 to 0.99 ppm."_s);
+        answer({{"nucleus", u"13C"_s}, {"protonFrequency", 400.0}}, u"The positions go from 99.42 to 0.99 ppm."_s);
         window().openFiles({spectrum, spectrum});
         QCOMPARE(scene().documentItems().size(), 3);
-        const SpectrumAxis axis = scene().currentNmrItem()->nmrData()->shownSpectrum().axes.at(0);
+        const SpectrumAxis axis = data()->shownSpectrum().axes.at(0);
         // 13C resonates at 25.145020 % of 1H.
         QVERIFY(axis.nucleus() == u"¹³C" && std::abs(axis.ppm(50) - 5000 / 100.58008) < 1e-3);
         QVERIFY(std::abs(axis.frequency - 100.58008) < 1e-5);
 
         // The file's name and the last answer make the proposal; kHz are not Hz.
-        answer({}, 0, u"The positions go from -106.96 to -116.40 ppm."_s);
-        window().openFiles({list});
-        QCOMPARE(scene().documentItems().size(), 4);
-        const QList<SpectrumPeak> peaks = scene().currentNmrItem()->nmrData()->stack().entries[0].spectrum.peaks;
+        answer({}, u"The positions go from -106.96 to -116.40 ppm."_s);
+        const QList<SpectrumPeak> peaks = opened(list).peaks;
         QVERIFY(peaks.size() == 2 && std::abs(peaks[0].f2 + 8500 / (4 * 19.867187)) < 1e-3);
 
         // Both dimensions are kept.
-        const QString plane = write("plane.csv", "F2 (Hz),F1 (Hz),height\n4000,12000,1\n2000,3000,2\n");
-        m_dialogs.expect(u"Frequency of the spectrum"_s, [](QDialog *dialog) {
-            dialog->findChild<QComboBox *>(u"nucleus"_s)->setCurrentText(u"1H"_s);
-            dialog->findChild<QComboBox *>(u"nucleusF1"_s)->setCurrentText(u"13C"_s);
-            dialog->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->click();
-        });
-        window().openFiles({plane});
-        const SpectrumPeak cross = scene().currentNmrItem()->nmrData()->stack().entries[0].spectrum.peaks.value(0);
+        answer({{"nucleus", u"1H"_s}, {"nucleusF1", u"13C"_s}}, u"The positions go from 10.00 to 5.00 ppm."_s);
+        const SpectrumPeak cross =
+            opened(m_files.write("plane.csv", "F2 (Hz),F1 (Hz),height\n4000,12000,1\n2000,3000,2\n")).peaks.value(0);
         QVERIFY(std::abs(cross.f2 - 10) < 1e-6 && std::abs(cross.f1 - 12000 / 100.58008) < 1e-3);
-        scene().destroy(scene().currentNmrItem());
+        scene().destroy(plot());
 
         // A calculation makes the proposal, and is not taken for granted: 13C beside 600 MHz, as it is simulated.
         NmrItem *simulated = createSpectrum();
-        answer(u"1H"_s, 0, u"The positions go from 16.67 to 0.17 ppm."_s);
-        window().openFiles({spectrum});
+        answer({{"nucleus", u"1H"_s}}, u"The positions go from 16.67 to 0.17 ppm."_s);
+        opened(spectrum);
         QCOMPARE(simulated->nmrData()->entryIds().size(), 1);
-        answer({}, 0, u"The positions go from 66.28 to 0.66 ppm."_s);
-        window().openFiles({spectrum});
+        answer({}, u"The positions go from 66.28 to 0.66 ppm."_s);
+        opened(spectrum);
         QCOMPARE(simulated->nmrData()->entryIds().size(), 2);
     }
 
@@ -520,45 +620,14 @@ private Q_SLOTS:
     }
 
 private:
-    WMainWindow &window() { return m_host->window(); }
-    MainScene &scene() { return m_host->scene(); }
-    TableItem *table() { return scene().currentTableItem(); }
-    MoleculeItem *molecule() { return qobject_cast<MoleculeItem *>(table()->linkedItems().value(0)); }
-    QMenu *shown(const QString &title) { return filled(action(window().menuBar(), title)->menu()); }
-
-    QString write(const char *name, const QByteArray &text) const
-    {
-        QFile file(m_directory.filePath(QLatin1String(name)));
-        if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
-            qFatal("cannot write");
-        return file.fileName();
-    }
-
-    /// Accepts the dialog of this title that an action opens; gives the text, if it is a message box.
-    QString told(const QString &title, const std::function<void()> &act)
-    {
-        QString text;
-        m_dialogs.expect(title, [&text](QDialog *dialog) {
-            if (auto *box = qobject_cast<QMessageBox *>(dialog))
-                text = box->text();
-            dialog->accept();
-        });
-        act();
-        return text;
-    }
-
-    /// Through the plug-in's dialog with what it offers: carbon in one dimension.
-    NmrItem *createSpectrum()
-    {
-        told(parametersTitle, [this] { action(table()->contextMenu(), u"Create spectrum..."_s)->trigger(); });
-        return scene().currentNmrItem();
-    }
-
     /// A command of the plug-in, and what it tells.
     QString trigger(NmrItem *item, const QString &command, const QString &title)
     {
+        QString text;
+        accept(title, {}, &text);
         scene().setActiveItem(item);
-        return told(title, [&] { action(action(item->contextMenu(), u"MAGRES"_s)->menu(), command)->trigger(); });
+        entry(entry(item->contextMenu(), u"MAGRES"_s)->menu(), command)->trigger();
+        return text;
     }
 
     /// Shortcuts need the active window, which a dialog may have been.
@@ -578,11 +647,6 @@ private:
         QDropEvent event(QPointF(where), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(&window(), &event);
     }
-
-    const PrivateSettings m_settings;
-    const QTemporaryDir m_directory;
-    std::unique_ptr<WindowApplication> m_host;
-    ModalAnswers m_dialogs;
 };
 
 QTEST_MAIN(TestWindow)

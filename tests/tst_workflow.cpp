@@ -1,33 +1,14 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "ModalAnswers.h"
-#include "WorkbenchUser.h"
+#include "WindowTest.h"
 
-#include "cli/PrivateSettings.h"
-#include "host/DataEngine.h"
-#include "window/WindowApplication.h"
-#include "host/MainScene.h"
-#include "host/PluginManager.h"
-#include "window/WMainWindow.h"
 #include "formats/PeakListFile.h"
-#include "items/plot/NmrData.h"
-#include "items/plot/NmrItem.h"
-#include "items/table/TableItem.h"
-#include "items/table/TableModel.h"
+#include "host/DataEngine.h"
 #include "support/MetaTypes.h"
-
-#include <QtTest>
-#include <QtWidgets>
-
-#include <algorithm>
-
-using namespace Workbench;
-using namespace Qt::StringLiterals;
 
 namespace {
 
 const QString parametersTitle = u"MAGRES parameters"_s;
 const QString isotopeTitle = u"Select quadrupolar isotope"_s;
-const QString paracetamol = QStringLiteral(SAMPLES "/paracetamol.magres");
 
 const QString updateFailure = u"The spectrum cannot be updated: "_s;
 const QString generationFailure = u"The spectrum cannot be generated: "_s;
@@ -85,48 +66,22 @@ QString withoutResidues(QString report)
 
 } // namespace
 
-Q_DECLARE_METATYPE(Inputs)
-
 /// A user's way from a file to a referenced spectrum, in the workbench's window with the built plug-in in it: by mouse
 /// and keyboard, every dialog answered and every message read.
-class tst_Workflow : public QObject {
+class tst_Workflow : public WindowTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        m_host = std::make_unique<WindowApplication>();
-        m_host->plugins().load(built(u"plugins/libmagresfilefilter.so"));
-        for (const PluginManager::Failure &failure : m_host->plugins().failures())
-            QFAIL(qPrintable(failure.reason));
-        window().show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window()));
-    }
-
     void init()
     {
-        for (DocumentItem *item : scene().documentItems())
-            delete item;
-        scene().undoStack()->clear();
+        clear();
         for (const QUuid &id : documentData().ids())
             documentData().remove(id);
-        QSettings().clear();
     }
-
-    void cleanup()
-    {
-        const QStringList missing = m_dialogs.missing();
-        m_dialogs.forget();
-        QCOMPARE(missing, QStringList());
-        QVERIFY(!QGuiApplication::overrideCursor());
-        QVERIFY(!QApplication::activePopupWidget());
-    }
-
-    void cleanupTestCase() { m_host.reset(); }
 
     void spectrumOfOneDimension()
     {
-        TableItem *table = open(paracetamol);
+        TableItem *table = paracetamol();
         m_dialogs.expect(parametersTitle, [](QDialog *dialog) {
             const Inputs offered{{"fCbDims", u"1D Spectrum"_s}, {"fSpSfrq", 600.0},     {"fCbNucF2", u"13C"_s},
                                  {"fSpCSRefF2", 100.0},         {"fSpCSSlopeF2", -1.0}, {"fSpLwF2", 30.0},
@@ -136,7 +91,7 @@ private Q_SLOTS:
             QTest::keyClick(dialog, Qt::Key_Return);
         });
         choose(window(), table, {createCommand});
-        QCOMPARE(spectra()->entryIds().size(), 1);
+        QCOMPARE(data()->entryIds().size(), 1);
         QCOMPARE(stored().value(u"lw"_s).toMap().value(u"13C"_s), 45.5);
         QVERIFY(!stored().contains(u"RangeF1"_s));
         QCOMPARE(documentData().ids(), QList<QUuid>{dataId()});
@@ -155,11 +110,11 @@ private Q_SLOTS:
     void editingTwice()
     {
         makeSpectrum(carbonSpectrum);
-        const QUuid entry = spectra()->activeEntryId();
+        const QUuid entry = data()->activeEntryId();
         const QList<double> expected = positions(peaks(), 0, -2.0);
         // The new spectrum comes while the user is shown that it takes time.
         bool waits = false;
-        connect(spectra(), &NmrData::entryChanged, this, [&] {
+        connect(data(), &NmrData::entryChanged, this, [&] {
             waits = QGuiApplication::overrideCursor() && QGuiApplication::overrideCursor()->shape() == Qt::WaitCursor;
         });
         const auto edit = [this](const Inputs &offered, const Inputs &change) {
@@ -168,7 +123,7 @@ private Q_SLOTS:
                 fill(dialog, change);
                 press(dialog, QDialogButtonBox::Ok);
             });
-            choose(window(), spectrum(), editCommand);
+            choose(window(), plot(), editCommand);
         };
         edit({{"fCbNucF2", u"13C"_s}, {"fSpCSRefF2", 172.4}}, {{"fSpCSRefF2", 170.4}, {"fSpLwF2", 50.0}});
         QVERIFY(waits);
@@ -181,59 +136,48 @@ private Q_SLOTS:
         QCOMPARE(once.size(), size_t(1024));
         edit(usersRange, {});
         QCOMPARE(stored().value(u"RangeF2"_s).value<DoubleVector>(), (DoubleVector{5.0, 185.0}));
-        QCOMPARE(spectra()->entryIds(), QList<QUuid>{entry});
+        QCOMPARE(data()->entryIds(), QList<QUuid>{entry});
         QVERIFY(once == dataPoints());
-    }
-
-    void autoReference_data()
-    {
-        QTest::addColumn<Inputs>("inputs");
-        QTest::addColumn<QList<double>>("offsets"); // F2, F1
-        QTest::addColumn<QString>("before");
-        QTest::addColumn<QString>("report");
-        QTest::addColumn<QString>("after");
-        QTest::newRow("two nuclei") << protonCarbonSpectrum << QList<double>{-0.75, 2.5}
-                                    << u"RMSD (direct dimension): 0.75 ppm\nRMSD (indirect dimension): 2.5 ppm"_s
-                                    << u"Direct dimension reference is changed from 30.5 ppm to 29.75 ppm\n"
-                                       "Indirect dimension reference is changed from 172.5 ppm to 175 ppm\n\n"
-                                       "Old RMSD. Direct dimension: 0.75 ppm, indirect dimension: 2.5ppm\n"
-                                       "New RMSD: Direct dimension: 0 ppm, indirect dimension: 0 ppm"_s
-                                    << u"RMSD (direct dimension): 0 ppm\nRMSD (indirect dimension): 0 ppm"_s;
-        // One reference, which F2 decides; F1 moves along, from 0.875 off to 0.375.
-        QTest::newRow("one nucleus")
-            << protonProtonSpectrum << QList<double>{0.5, 0.875}
-            << u"RMSD (direct dimension): 0.5 ppm\nRMSD (indirect dimension): 0.875 ppm"_s
-            << u"Reference is changed from 30.5 ppm to 31 ppm\n\nOld RMSD: 0.5 ppm\nNew RMSD: 0 ppm"_s
-            << u"RMSD (direct dimension): 0 ppm\nRMSD (indirect dimension): 0.375 ppm"_s;
     }
 
     void autoReference()
     {
-        QFETCH(Inputs, inputs);
-        QFETCH(QList<double>, offsets);
-        QFETCH(QString, before);
-        QFETCH(QString, report);
-        QFETCH(QString, after);
-        makeSpectrum(inputs);
-        spectra()->addEntry(experimentFor(peaks(), offsets[0], offsets[1]), u"Measured"_s);
-        QCOMPARE(entries().first().value(u"Length"_s).value<QList<int>>().first(2), (QList<int>{512, 128}));
-        const QVariantHash parametersBefore = stored();
-        const QList<double> expected = positions(peaks(), 0, offsets[0]);
+        const auto row = [this](const Inputs &inputs, double offsetF2, double offsetF1, const QString &before,
+                                const QString &report, const QString &after) {
+            clear();
+            makeSpectrum(inputs);
+            data()->addEntry(experimentFor(peaks(), offsetF2, offsetF1), u"Measured"_s);
+            QCOMPARE(entries().first().value(u"Length"_s).value<QList<int>>().first(2), (QList<int>{512, 128}));
+            const QVariantHash parametersBefore = stored();
+            const QList<double> expected = positions(peaks(), 0, offsetF2);
 
-        chooseAndRead(rmsdCommand, QMessageBox::Information, u"RMSD"_s, before);
-        QCOMPARE(stored(), parametersBefore);
-        chooseAndRead(referenceCommand, QMessageBox::Information, u"New reference"_s, report);
-        chooseAndRead(rmsdCommand, QMessageBox::Information, u"RMSD"_s, after);
-        QVERIFY(agree(positions(peaks(), 0), expected));
-        // All parameters but the references are as they were.
-        QVariantHash parameters = stored();
-        parameters.insert(u"ref"_s, parametersBefore.value(u"ref"_s));
-        QCOMPARE(parameters, parametersBefore);
+            chooseAndRead(rmsdCommand, QMessageBox::Information, u"RMSD"_s, before);
+            QCOMPARE(stored(), parametersBefore);
+            chooseAndRead(referenceCommand, QMessageBox::Information, u"New reference"_s, report);
+            chooseAndRead(rmsdCommand, QMessageBox::Information, u"RMSD"_s, after);
+            QVERIFY(agree(positions(peaks(), 0), expected));
+            // All parameters but the references are as they were.
+            QVariantHash parameters = stored();
+            parameters.insert(u"ref"_s, parametersBefore.value(u"ref"_s));
+            QCOMPARE(parameters, parametersBefore);
+        };
+        row(protonCarbonSpectrum, -0.75, 2.5,
+            u"RMSD (direct dimension): 0.75 ppm\nRMSD (indirect dimension): 2.5 ppm"_s,
+            u"Direct dimension reference is changed from 30.5 ppm to 29.75 ppm\n"
+            "Indirect dimension reference is changed from 172.5 ppm to 175 ppm\n\n"
+            "Old RMSD. Direct dimension: 0.75 ppm, indirect dimension: 2.5ppm\n"
+            "New RMSD: Direct dimension: 0 ppm, indirect dimension: 0 ppm"_s,
+            u"RMSD (direct dimension): 0 ppm\nRMSD (indirect dimension): 0 ppm"_s);
+        // One reference, which F2 decides; F1 moves along, from 0.875 off to 0.375.
+        row(protonProtonSpectrum, 0.5, 0.875,
+            u"RMSD (direct dimension): 0.5 ppm\nRMSD (indirect dimension): 0.875 ppm"_s,
+            u"Reference is changed from 30.5 ppm to 31 ppm\n\nOld RMSD: 0.5 ppm\nNew RMSD: 0 ppm"_s,
+            u"RMSD (direct dimension): 0 ppm\nRMSD (indirect dimension): 0.375 ppm"_s);
     }
 
     void spectraThatCannotBeMade()
     {
-        TableItem *table = open(paracetamol);
+        TableItem *table = paracetamol();
         const auto fails = [&](DocumentItem *item, const QStringList &command, const QString &message) {
             const QList<QVariantMap> before = entries();
             const qsizetype items = scene().documentItems().size();
@@ -246,16 +190,16 @@ private Q_SLOTS:
         };
         expectParameters(carbonSpectrum);
         choose(window(), table, {createCommand});
-        fails(spectrum(), editCommand, updateFailure + noFrequency);
+        fails(plot(), editCommand, updateFailure + noFrequency);
         fails(table, {createCommand}, generationFailure + noFrequency);
 
-        const QUuid simulated = spectra()->activeEntryId();
-        spectra()->setActiveEntryId(spectra()->addEntry(experimentFor(peaks(), 0.5), u"Measured"_s));
-        fails(spectrum(), editCommand, updateFailure + noMagresSpectrum);
+        const QUuid simulated = data()->activeEntryId();
+        data()->setActiveEntryId(data()->addEntry(experimentFor(peaks(), 0.5), u"Measured"_s));
+        fails(plot(), editCommand, updateFailure + noMagresSpectrum);
 
-        spectra()->setActiveEntryId(simulated);
+        data()->setActiveEntryId(simulated);
         documentData().remove(dataId());
-        fails(spectrum(), editCommand, updateFailure + noData);
+        fails(plot(), editCommand, updateFailure + noData);
         fails(table, {createCommand}, generationFailure + noData);
         // Only the fit has to make the spectrum anew.
         chooseAndRead(referenceCommand, QMessageBox::Critical, u"Error"_s, stackFailure + noData);
@@ -267,7 +211,7 @@ private Q_SLOTS:
     {
         makeSpectrum(carbonSpectrum);
         m_dialogs.expect(parametersTitle, [this](QDialog *dialog) {
-            delete spectrum();
+            delete plot();
             press(dialog, QDialogButtonBox::Ok);
         });
         m_dialogs.expectBox(QMessageBox::Critical, u"Interrupted"_s, updateFailure + noMagresSpectrum);
@@ -276,19 +220,17 @@ private Q_SLOTS:
     }
 
     /// Whatever another version has left behind, the user can go on from there.
-    void nonsenseInParametersAndSettings_data()
-    {
-        QTest::addColumn<QVariant>("nonsense");
-        QTest::addColumn<bool>("hasFrequency");
-        QTest::newRow("text") << QVariant(u"nonsense"_s) << false;
-        QTest::newRow("not a number") << QVariant(std::numeric_limits<double>::quiet_NaN()) << true;
-        QTest::newRow("map") << QVariant(QVariantMap{{u"13C"_s, u"x"_s}, {u"1H"_s, QVariantList()}}) << false;
-    }
-
     void nonsenseInParametersAndSettings()
     {
-        QFETCH(QVariant, nonsense);
-        QFETCH(bool, hasFrequency);
+        goOnFrom(u"nonsense"_s, false);
+        goOnFrom(std::numeric_limits<double>::quiet_NaN(), true);
+        goOnFrom(QVariantMap{{u"13C"_s, u"x"_s}, {u"1H"_s, QVariantList()}}, false);
+    }
+
+private:
+    void goOnFrom(const QVariant &nonsense, bool hasFrequency)
+    {
+        clear();
         QVariantHash parameters;
         for (const QString &key : u"nucF1 nucF2 slope ref lw freq pts ptsF1 ptsF2 avIdx specType correlation corr QIso "
                                   "dialogPos qShift RangeF2 RangeF1 RangeF2User RangeF1User"_s.split(u' ')) {
@@ -303,11 +245,11 @@ private Q_SLOTS:
                 expectParameters({{"fSpSfrq", 500.0}});
             }
             choose(window(), item, command);
-            QVERIFY(spectrum());
+            QVERIFY(plot());
             QVERIFY(!peaks().isEmpty());
             window().grab();
         };
-        TableItem *table = open(paracetamol);
+        TableItem *table = paracetamol();
         m_dialogs.expect(isotopeTitle, [](QDialog *dialog) {
             fill(dialog, {{"fCbEl", u"N"_s}, {"fCbIso", u"14N"_s}});
             press(dialog, QDialogButtonBox::Ok);
@@ -315,20 +257,12 @@ private Q_SLOTS:
         choose(window(), table, {isotopeCommand});
         choosing(table, {createCommand}, generationFailure);
         parameters.insert(u"magresDataId"_s, dataId());
-        spectra()->setEntryOrigParams(spectra()->activeEntryId(), u"magres"_s, parameters);
-        choosing(spectrum(), editCommand, updateFailure);
+        data()->setEntryOrigParams(data()->activeEntryId(), u"magres"_s, parameters);
+        choosing(plot(), editCommand, updateFailure);
     }
 
-private:
-    MainScene &scene() const { return m_host->scene(); }
-    WMainWindow &window() const { return m_host->window(); }
-    NmrItem *spectrum() const { return scene().currentNmrItem(); }
-    NmrData *spectra() const { return spectrum()->nmrData(); }
-    QVariantHash stored() const { return spectra()->entryOrigParams(spectra()->activeEntryId(), u"magres"_s); }
-    QVariantList peaks() const
-    {
-        return spectra()->entryPeakList(spectra()->activeEntryId()).value(u"PeakList"_s).toList();
-    }
+    QVariantHash stored() const { return data()->entryOrigParams(data()->activeEntryId(), u"magres"_s); }
+    QVariantList peaks() const { return data()->entryPeakList(data()->activeEntryId()).value(u"PeakList"_s).toList(); }
     DoubleVector dataPoints() const
     {
         return entries().first().value(u"DataPoints"_s).value<QList<DoubleVector>>().first();
@@ -338,17 +272,15 @@ private:
     QList<QVariantMap> entries() const
     {
         QList<QVariantMap> all;
-        for (const QUuid &id : spectra()->entryIds())
-            all.append(spectra()->entry(id));
+        for (const QUuid &id : data()->entryIds())
+            all.append(data()->entry(id));
         return all;
     }
 
-    TableItem *open(const QString &fileName)
+    TableItem *paracetamol() const
     {
-        for (QGraphicsWidget *item : m_host->readFile(fileName).items)
-            if (auto *table = qobject_cast<TableItem *>(item))
-                return table;
-        qFatal("There is no table of %s", qPrintable(fileName));
+        open(u"paracetamol.magres"_s);
+        return table();
     }
 
     QString cell(TableItem *table, int row, const QString &header, int role = Qt::DisplayRole) const
@@ -373,8 +305,8 @@ private:
     void makeSpectrum(const Inputs &inputs)
     {
         expectParameters(inputs);
-        choose(window(), open(paracetamol), {createCommand});
-        QVERIFY(spectrum());
+        choose(window(), paracetamol(), {createCommand});
+        QVERIFY(plot());
     }
 
     /// Runs a command that tells the user something.
@@ -387,12 +319,8 @@ private:
             QCOMPARE(box->icon(), icon);
             QTest::keyClick(box, Qt::Key_Return);
         });
-        choose(window(), spectrum(), command);
+        choose(window(), plot(), command);
     }
-
-    const PrivateSettings m_settings;
-    std::unique_ptr<WindowApplication> m_host;
-    ModalAnswers m_dialogs;
 };
 
 QTEST_MAIN(tst_Workflow)

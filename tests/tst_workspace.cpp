@@ -1,84 +1,14 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "ModalAnswers.h"
-#include "WorkbenchUser.h"
+#include "WindowTest.h"
 
-#include "cli/PrivateSettings.h"
-#include "document/DocumentState.h"
 #include "document/PageExport.h"
 #include "document/UndoCommands.h"
-#include "formats/DocumentFile.h"
-#include "host/DataEngine.h"
-#include "host/MainScene.h"
 #include "host/PageLayout.h"
-#include "items/molecule/MoleculeItem.h"
-#include "items/plot/NmrData.h"
-#include "items/plot/NmrItem.h"
-#include "items/plot/NmrPlot.h"
-#include "items/table/TableItem.h"
 #include "window/ContentsDock.h"
-#include "window/DocumentController.h"
-#include "window/MainView.h"
-#include "window/WMainWindow.h"
-#include "window/WindowApplication.h"
-#include "window/WorkBar.h"
-
-#include <QtTest>
-#include <QtWidgets>
-
-using namespace Workbench;
-using namespace Qt::StringLiterals;
-
-namespace {
-
-QString sample(const QString &name)
-{
-    return QStringLiteral(SAMPLES "/") + name;
-}
-
-QAction *named(const QWidget *widget, const QString &text)
-{
-    for (QAction *action : widget->actions())
-        if (action->text().remove(u'&') == text)
-            return action;
-    return nullptr;
-}
-
-} // namespace
 
 /// The window as a place to work in: what is where, what it says, and that nothing of it is lost.
-class TestWorkspace : public QObject {
+class TestWorkspace : public WindowTest {
     Q_OBJECT
-
-    const PrivateSettings m_settings;
-    QTemporaryDir m_directory;
-    std::unique_ptr<WindowApplication> m_host;
-    ModalAnswers m_answers;
-
-    WMainWindow &window() { return m_host->window(); }
-    MainScene &scene() { return m_host->scene(); }
-    NmrItem *plot() { return scene().currentNmrItem(); }
-
-    QByteArray state()
-    {
-        QBuffer buffer;
-        buffer.open(QIODevice::WriteOnly);
-        DocumentFile::write(buffer, DocumentState::capture(scene(), m_host->documentData(), &m_host->plugins()));
-        return buffer.data();
-    }
-
-    void accept(const QString &title, const Inputs &inputs = {})
-    {
-        m_answers.expect(title, [inputs](QDialog *dialog) {
-            fill(dialog, inputs);
-            dialog->accept();
-        });
-    }
-
-    void create(const Inputs &inputs = {{"fCbNucF2", u"13C"_s}})
-    {
-        accept(u"MAGRES parameters"_s, inputs);
-        named(window().workBar(), u"Create Spectrum"_s)->trigger();
-    }
 
     /// The note of the current plot that begins or goes on so; -1 when there is none.
     qsizetype note(QStringView part)
@@ -110,26 +40,13 @@ class TestWorkspace : public QObject {
     }
 
 private Q_SLOTS:
-    void init()
-    {
-        m_host = std::make_unique<WindowApplication>();
-        m_host->loadPlugins(built(u"plugins"));
-        window().resize(1280, 720);
-        window().show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window()));
-    }
-
-    void cleanup()
-    {
-        QCOMPARE(m_answers.missing(), QStringList());
-        m_host.reset();
-    }
+    void init() { start(); }
 
     void emptyWindowSaysWhatToDo()
     {
         auto *hints = window().findChild<QWidget *>(u"startHints"_s);
         QVERIFY(hints && hints->isVisible());
-        const QAction *create = named(window().workBar(), u"Create Spectrum"_s);
+        const QAction *create = command(u"Create Spectrum"_s);
         for (QAbstractButton *button : hints->findChildren<QAbstractButton *>())
             if (button->text() == u"Sample: paracetamol.magres")
                 button->click();
@@ -142,8 +59,8 @@ private Q_SLOTS:
 
     void itemsFillTheWindow()
     {
-        window().openFiles({sample(u"paracetamol.magres"_s)});
-        create();
+        open(u"paracetamol.magres"_s);
+        createSpectrum();
         const auto *table = scene().currentTableItem();
         const auto *molecule = table->linkedItems().constFirst();
         for (const QSize &size : {QSize(1280, 720), QSize(1600, 1000)}) {
@@ -164,23 +81,23 @@ private Q_SLOTS:
         window().resize(1300, 800);
         QCoreApplication::processEvents();
         QCOMPARE(plot()->geometry(), put);
-        scene().undoStack()->undo();
+        history().undo();
         QVERIFY(plot()->geometry().width() > window().view()->viewport()->width() - 20);
 
         // The page is as it was, whatever the window is.
         const QRectF onPage = scene().placeOf(*plot()).page;
         QVERIFY(PageLayout::page(0).contains(onPage));
-        named(named(window().menuBar(), u"View"_s)->menu(), u"Page Preview"_s)->setChecked(true);
+        entry(menu(u"View"_s), u"Page Preview"_s)->setChecked(true);
         QCOMPARE(plot()->geometry(), onPage);
         QVERIFY(!plot()->notes().isEmpty() && !plot()->noteBar()->isVisible());
-        named(named(window().menuBar(), u"View"_s)->menu(), u"Page Preview"_s)->setChecked(false);
+        entry(menu(u"View"_s), u"Page Preview"_s)->setChecked(false);
         QVERIFY(plot()->noteBar()->isVisible());
     }
 
     void notesSayWhatIsNotToBeBelieved()
     {
-        window().openFiles({sample(u"paracetamol.magres"_s)});
-        create();
+        open(u"paracetamol.magres"_s);
+        createSpectrum();
         QVERIFY(plot()->title() == u"\u00b9\u00b3C of paracetamol, simulated" && note(u"points a line width") < 0);
         const qsizetype reference = note(u"The reference of \u00b9\u00b3C is a placeholder, 100 ppm");
         QVERIFY(reference >= 0);
@@ -199,7 +116,7 @@ private Q_SLOTS:
         QVERIFY(note(u"points a line width") < 0);
 
         // Auto reference leaves lines outside of the range, which one click mends and one undo brings back.
-        window().openFiles({sample(u"paracetamol-13C.csv"_s)});
+        open(u"paracetamol-13C.csv"_s);
         QCOMPARE(plot()->notes()[note(u"placeholder")].action, u"Auto reference"_s);
         accept(u"New reference"_s);
         clickNote(note(u"placeholder"));
@@ -209,8 +126,8 @@ private Q_SLOTS:
         const QByteArray before = state();
         clickNote(beyond);
         QVERIFY(note(u"outside of the computed range") < 0);
-        QCOMPARE(scene().undoStack()->undoText(), u"Fit Range"_s);
-        scene().undoStack()->undo();
+        QCOMPARE(history().undoText(), u"Fit Range"_s);
+        history().undo();
         QVERIFY(state() == before);
 
         // In pictures only when they are wanted.
@@ -226,56 +143,55 @@ private Q_SLOTS:
 
     void measurementComesFirst()
     {
-        window().openFiles({sample(u"paracetamol-13C-points.csv"_s)});
+        open(u"paracetamol-13C-points.csv"_s);
         QVERIFY(plot() && plot()->nmrData()->entryIds().size() == 1);
         QVERIFY(plot()->plot()->content());
         NmrItem *measured = plot();
-        window().openFiles({sample(u"paracetamol.magres"_s)});
-        create();
+        open(u"paracetamol.magres"_s);
+        createSpectrum();
         QVERIFY(plot() == measured && measured->nmrData()->entryIds().size() == 2);
-        QVERIFY(named(window().workBar(), u"Auto Reference"_s)->isEnabled());
-        scene().undoStack()->undo();
+        QVERIFY(command(u"Auto Reference"_s)->isEnabled());
+        history().undo();
         QCOMPARE(measured->nmrData()->entryIds().size(), 1);
         // A spectrum of other nuclei does not join it.
-        create({{"fCbNucF2", u"1H"_s}});
+        createSpectrum({{"fCbNucF2", u"1H"_s}});
         QVERIFY(plot() != measured);
     }
 
     void contentsAreListed()
     {
-        window().openFiles({sample(u"paracetamol.magres"_s), sample(u"paracetamol-13C-points.csv"_s)});
-        create();
+        open(u"paracetamol.magres"_s);
         QTreeWidget *tree = window().contents()->tree();
-        const auto select = [&](const QString &text) {
-            QCoreApplication::processEvents();
-            tree->setCurrentItem(tree->findItems(text, Qt::MatchStartsWith | Qt::MatchRecursive).constFirst());
+        const auto cell = [&] {
+            contents();
+            return tree->findItems(u"Unit cell"_s, Qt::MatchStartsWith | Qt::MatchRecursive).value(0);
         };
-        select(u"Unit cell"_s);
-        const DocumentItem *molecule = scene().item(tree->currentItem()->data(0, Qt::UserRole).toUuid());
-        tree->currentItem()->setCheckState(0, Qt::Unchecked);
-        QVERIFY(!molecule->isVisible());
-        tree->currentItem()->setCheckState(0, Qt::Checked);
-        m_answers.expect(u"Rename"_s, [](QDialog *dialog) {
+        tree->setCurrentItem(cell());
+        const DocumentItem *molecule = scene().item(cell()->data(0, Qt::UserRole).toUuid());
+        for (const auto &[check, isVisible] : {std::pair(Qt::Unchecked, false), std::pair(Qt::Checked, true)}) {
+            cell()->setCheckState(0, check);
+            QCOMPARE(molecule->isVisible(), isVisible);
+        }
+        m_dialogs.expect(u"Rename"_s, [](QDialog *dialog) {
             qobject_cast<QInputDialog *>(dialog)->setTextValue(u"form I"_s);
             dialog->accept();
         });
         QTest::keyClick(tree, Qt::Key_F2);
         QCOMPARE(molecule->title(), u"form I"_s);
         QVERIFY(contents().contains(u"  form I"_s));
-        scene().undoStack()->undo();
-        QVERIFY(molecule->title().startsWith(u"paracetamol"));
-
-        select(u"Unit cell"_s);
+        history().undo();
+        QCOMPARE(molecule->title(), u"paracetamol – Unit cell: C₃₂H₃₆N₄O₈"_s);
+        tree->setCurrentItem(cell());
         QTest::keyClick(tree, Qt::Key_Delete);
-        QVERIFY(contents().filter(u"Unit cell"_s).isEmpty() && !scene().isOnPage(molecule));
-        scene().undoStack()->undo();
-        QCOMPARE(contents().filter(u"Unit cell"_s).size(), 1);
+        QVERIFY(!cell() && !scene().isOnPage(molecule));
+        history().undo();
+        QVERIFY(cell());
     }
 
     void contentsTellEverything()
     {
         window().openFiles({sample(u"berlinite.magres"_s), sample(u"paracetamol.magres"_s)});
-        create();
+        createSpectrum();
         window().openFiles({sample(u"paracetamol-13C-points.csv"_s), sample(u"paracetamol-1H.csv"_s)});
         contents();
         QStringList lines, tips;
@@ -328,6 +244,17 @@ private Q_SLOTS:
         QApplication::activePopupWidget()->close();
         choose(u"paracetamol-13C-points.csv"_s, 0);
         QCOMPARE(plot()->nmrData()->entryIds().indexOf(plot()->nmrData()->activeEntryId()), 1);
+        m_dialogs.expect(u"Rename"_s, [](QDialog *dialog) {
+            auto *input = qobject_cast<QInputDialog *>(dialog);
+            QCOMPARE(input->labelText() + input->textValue(), u"Name:paracetamol-13C-points.csv"_s);
+            input->setTextValue(u" form I "_s);
+            dialog->accept();
+        });
+        choose(u"paracetamol-13C-points.csv"_s, 1);
+        QCOMPARE(data()->entryName(data()->activeEntryId()), u"form I"_s);
+        QCOMPARE(history().undoText(), u"Rename Spectrum"_s);
+        history().undo();
+        contents();
         const qsizetype items = scene().documentItems().size();
         choose(u"paracetamol-13C-points.csv"_s, 2); // one of two in this plot
         QVERIFY(scene().documentItems().size() == items && plot()->nmrData()->entryIds().size() == 1);
@@ -339,35 +266,35 @@ private Q_SLOTS:
     {
         MainView &view = *window().view();
         const auto scale = [&] { return view.transform().m11(); };
-        QMenu *menu = named(window().menuBar(), u"View"_s)->menu();
-        window().openFiles({sample(u"paracetamol.magres"_s)});
-        create();
-        named(menu, u"Zoom In"_s)->trigger();
+        QMenu *viewMenu = menu(u"View"_s);
+        open(u"paracetamol.magres"_s);
+        createSpectrum();
+        entry(viewMenu, u"Zoom In"_s)->trigger();
         QCOMPARE(scale(), 1.25);
-        named(menu, u"Zoom Out"_s)->trigger();
-        named(menu, u"Zoom Out"_s)->trigger();
+        entry(viewMenu, u"Zoom Out"_s)->trigger();
+        entry(viewMenu, u"Zoom Out"_s)->trigger();
         QVERIFY(scale() == 0.8 && view.transform().m22() == 0.8);
         QCOMPARE(scene().sceneRect().width(), view.viewport()->width()); // the items have not grown
-        named(menu, u"Fit Window"_s)->trigger();
+        entry(viewMenu, u"Fit Window"_s)->trigger();
         QCOMPARE(scale(), 1.0);
         for (const auto &[factor, found] : {std::pair(99.0, 10.0), std::pair(0.001, 0.1)}) {
             view.zoom(factor);
             QCOMPARE(scale(), found);
         }
         // Paper fills the width with a gap on both sides.
-        named(menu, u"Page Preview"_s)->setChecked(true);
+        entry(viewMenu, u"Page Preview"_s)->setChecked(true);
         QVERIFY(std::abs(scale() - view.viewport()->width() / (793.7 + 28)) < 1e-9);
     }
 
     /// A spectrum is dragged from the list onto a plot: the view hands it over and says where it is let go.
     void spectraAreDraggedOntoPlots()
     {
-        window().openFiles({sample(u"paracetamol.magres"_s)});
-        create({{"fCbNucF2", u"1H"_s}});
+        open(u"paracetamol.magres"_s);
+        createSpectrum({{"fCbNucF2", u"1H"_s}});
         NmrItem *hydrogen = plot();
-        create();
+        createSpectrum();
         NmrItem *first = plot();
-        create();
+        createSpectrum();
         NmrItem *second = plot();
         QVERIFY(first != hydrogen && second != first);
         QTreeWidget *tree = window().contents()->tree();
@@ -393,9 +320,15 @@ private Q_SLOTS:
         const auto count = [](NmrItem *item) { return item->nmrData()->entryIds().size(); };
         drag(hydrogen, second);
         QCOMPARE(count(second), 1);
+        QCOMPARE(said(), u"paracetamol, simulated is a spectrum of other nuclei or dimensions than this plot"_s);
+        drag(second, second);
+        QCOMPARE(count(second), 1);
+        QCOMPARE(said(), u"paracetamol, simulated is in this plot already"_s);
         drag(first, second);
         QCOMPARE(count(second), 2);
-        scene().undoStack()->undo();
+        QCOMPARE(said(), u"paracetamol, simulated is in the plot \""_s + second->title() + u"\" now, too"_s);
+        QVERIFY(plot() == second && second->isCurrent());
+        history().undo();
         QCOMPARE(count(second), 1);
         QCOMPARE(count(first), 1);
     }
@@ -408,17 +341,17 @@ private Q_SLOTS:
         QCOMPARE(files.size(), 3);
         window().openFiles(files);
         QCOMPARE(scene().documentItems().size(), 6);
-        create();
+        createSpectrum();
         const QString name = QFileInfo(files.constLast()).completeBaseName();
         QVERIFY2(plot()->title().contains(name + u", simulated"_s), qPrintable(plot()->title()));
-        window().openFiles({sample(u"paracetamol-13C.csv"_s)});
+        open(u"paracetamol-13C.csv"_s);
         accept(u"New reference"_s);
-        named(window().workBar(), u"Auto Reference"_s)->trigger();
+        command(u"Auto Reference"_s)->trigger();
         removeWithUndo(scene(), scene().documentItems().constFirst());
-        scene().undoStack()->undo();
+        history().undo();
 
         const QByteArray before = state();
-        const QString path = m_directory.filePath(u"session.magresdoc"_s);
+        const QString path = m_files.path("session.magresdoc");
         QVERIFY(window().document()->saveTo(path) && !window().isWindowModified());
         const QStringList listed = contents();
         window().document()->newDocument();

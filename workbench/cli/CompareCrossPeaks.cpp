@@ -333,7 +333,7 @@ QByteArray Report::text() const
                          ppmText(reference[d] + agreement(d).reference), QString::number(agreement(d).pairs.size()),
                          ppmText(agreement(d).rmsd), ppmText(agreement(d).largest), ppmText(chiSquare.value),
                          QString::number(chiSquare.degreesOfFreedom),
-                         chiSquare.p ? QStringLiteral(", p = %1").arg(*chiSquare.p, 0, 'g', 3) : QString(),
+                         chiSquare.p ? QStringLiteral(", ") + chiSquare.pText() : QString(),
                          plan.reference[d] ? QStringLiteral("given") : QStringLiteral("fitted"));
     }
     for (int line : pairing.leftOut)

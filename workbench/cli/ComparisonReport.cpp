@@ -17,11 +17,6 @@ QString ppm(double value)
     return QString::number(value, 'f', 2);
 }
 
-QString probabilityText(double p)
-{
-    return p < 1e-4 ? QStringLiteral("p < 0.0001") : QStringLiteral("p = %1").arg(p, 0, 'g', 3);
-}
-
 /// Largest shift first, as spectra are read.
 std::vector<SitePair> sortedPairs(const Agreement &agreement)
 {
@@ -122,7 +117,7 @@ QByteArray ComparisonReport::text() const
         if (const auto &chiSquare = comparison.chiSquare; chiSquare && chiSquare->p)
             text += QStringLiteral("χ² %1 with %2 degrees of freedom, %3, for σ = %4 ppm\n")
                         .arg(QString::number(chiSquare->value, 'f', 2), QString::number(chiSquare->degreesOfFreedom),
-                             probabilityText(*chiSquare->p), QString::number(*measurement.sigma));
+                             chiSquare->pText(), QString::number(*measurement.sigma));
         if (!comparison.pairing.leftOut.empty())
             text += QStringLiteral("Left out: the lines at %1 ppm\n")
                         .arg(lineTexts(comparison.pairing.leftOut, measurement));

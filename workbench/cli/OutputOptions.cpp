@@ -30,15 +30,8 @@ void writePage(HostApplication &host, const QString &suffix, QIODevice &device)
 
 QStringList knownSuffixes(OutputOptions::Kind kind)
 {
-    switch (kind) {
-    case OutputOptions::Spectrum:
-        return SpectrumExport::suffixes() + PageExport::suffixes();
-    case OutputOptions::Powder:
-        return SpectrumExport::suffixes() + QStringList(QStringLiteral("csdf")) + PageExport::suffixes();
-    case OutputOptions::Page:
-        break;
-    }
-    return PageExport::suffixes() + QStringList(QLatin1String(DocumentFile::suffix));
+    return kind == OutputOptions::Page ? PageExport::suffixes() + QStringList(QLatin1String(DocumentFile::suffix))
+                                       : SpectrumExport::suffixes() + PageExport::suffixes();
 }
 
 } // namespace

@@ -11,8 +11,8 @@ class Simulation;
 /// The `-o` options of a command.
 class OutputOptions {
 public:
-    /// What is written: the spectrum in its formats, pictures of the whole page, or a powder spectrum.
-    enum Kind { Spectrum, Page, Powder };
+    /// What is written: the spectrum in its formats, or pictures of the whole page.
+    enum Kind { Spectrum, Page };
 
     /// Throws UsageError for suffixes that stand for no format and for files that are named twice.
     OutputOptions(const QStringList &fileNames, Kind kind);

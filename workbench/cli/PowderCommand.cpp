@@ -309,7 +309,7 @@ CommandRun preparePowder(const CommandLine &line)
     job.fitScale = line.has("fit-scale");
     job.tripleQuantum = line.has("mqmas");
     job.sitesCsv = line.has("sites-csv");
-    const OutputOptions outputs(line.values("o"), OutputOptions::Powder);
+    const OutputOptions outputs(line.values("o"), OutputOptions::Spectrum);
     if (job.fitScale && !job.fit)
         throw UsageError(Texts::tr("option --fit-scale needs --fit"));
     if (job.fit && job.experiment.isEmpty())

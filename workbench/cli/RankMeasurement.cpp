@@ -200,7 +200,8 @@ RankMeasurement::RankMeasurement(const RankPlan &plan, QStringList *notes) : m_p
         if (spectrum->twoDimensional)
             nuclei.append(spectrum->dimension[1].nucleus);
         m_experiment.emplace(m_plan.experiment, nuclei);
-        all = m_experiment->notes();
+        for (const QString &note : m_experiment->notes())
+            all.append(QStringLiteral("%1: %2").arg(m_plan.experiment, note));
     } else {
         m_shifts.measurements = m_plan.shifts.read(&all);
         m_shifts.sites = m_plan.shifts.sites;

@@ -2151,10 +2151,10 @@ Optionen:
     <name>Workbench::CompareCommands</name>
     <message>
         <source>Reference Se&amp;t...</source>
-        <translation>Referenz&amp;satz...</translation>
+        <translation>Referen&amp;zsatz...</translation>
     </message>
     <message>
-        <source>&amp;Compare...</source>
+        <source>Co&amp;mpare...</source>
         <translation>&amp;Vergleichen...</translation>
     </message>
     <message>
@@ -2170,8 +2170,8 @@ Optionen:
         <translation>Ctrl+Shift+C</translation>
     </message>
     <message>
-        <source>Ran&amp;k Structures...</source>
-        <translation>Strukturen &amp;ordnen...</translation>
+        <source>Ra&amp;nk Structures...</source>
+        <translation>Strukturen or&amp;dnen...</translation>
     </message>
     <message>
         <source>Which of many structures fits the measured lines best, and how surely</source>
@@ -3989,7 +3989,7 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
         <translation>Auch einen gemeinsamen &amp;Faktor für alle Cq</translation>
     </message>
     <message>
-        <source>Fi&amp;t to Measurement</source>
+        <source>Fit t&amp;o Measurement</source>
         <translation>An &amp;Messung anpassen</translation>
     </message>
     <message>
@@ -4062,7 +4062,7 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     </message>
     <message>
         <source>&amp;Gaussian:</source>
-        <translation>Ga&amp;ußbreite:</translation>
+        <translation>G&amp;außbreite:</translation>
     </message>
     <message>
         <source>O12 ×12: -1234.5 ppm, Cq -12.345 MHz, η 0.00</source>
@@ -4138,7 +4138,7 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     </message>
     <message>
         <source>Po&amp;ints:</source>
-        <translation>P&amp;unkte:</translation>
+        <translation>Punk&amp;te:</translation>
     </message>
     <message>
         <source>to</source>
@@ -4520,8 +4520,8 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
         <translation>&amp;Aktives Spektrum</translation>
     </message>
     <message>
-        <source>&amp;Remove Spectrum</source>
-        <translation>Spektrum &amp;entfernen</translation>
+        <source>Remo&amp;ve Spectrum</source>
+        <translation>Spektrum ent&amp;fernen</translation>
     </message>
     <message>
         <source>Add &amp;Experimental Spectrum...</source>
@@ -4550,10 +4550,6 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     <message>
         <source>Add Experimental Spectrum</source>
         <translation>Experimentelles Spektrum hinzufügen</translation>
-    </message>
-    <message>
-        <source>There is no spectrum on the page to put %1 beside: simulate one first.</source>
-        <translation>Auf der Seite ist kein Spektrum, neben das %1 gestellt werden könnte: simulieren Sie zuerst eines.</translation>
     </message>
     <message numerus="yes">
         <source>%1: %n peak(s) added</source>

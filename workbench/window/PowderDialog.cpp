@@ -71,7 +71,7 @@ PowderDialog::PowderDialog(const CrystalStructure &structure, const PowderSettin
       m_siteCurves(new QCheckBox(tr("C&urves of the sites beside their sum"))),
       m_measurement(new QComboBox),
       m_fitScale(new QCheckBox(tr("One &factor on all Cq as well"))),
-      m_fit(new QPushButton(tr("Fi&t to Measurement"))),
+      m_fit(new QPushButton(tr("Fit t&o Measurement"))),
       m_fitResult(new QLabel),
       m_notes(new QLabel),
       m_plot(new NmrPlot(&m_shown))

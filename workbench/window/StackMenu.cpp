@@ -66,7 +66,7 @@ StackMenu::StackMenu(MainScene *scene, QWidget *window)
     : QMenu(window),
       m_scene(scene),
       m_activeMenu(new QMenu(tr("Active &Spectrum"), this)),
-      m_removeMenu(new QMenu(tr("&Remove Spectrum"), this))
+      m_removeMenu(new QMenu(tr("Remo&ve Spectrum"), this))
 {
     addAction(tr("Add &Experimental Spectrum..."), this, &StackMenu::chooseExperiment);
     addAction(tr("Add Bruker &Folder..."), this, &StackMenu::chooseFolder);
@@ -257,20 +257,16 @@ void StackMenu::put(const Found &found)
 void StackMenu::addExperiment(const QString &path, NmrItem *item)
 {
     const QString name = QFileInfo(path).fileName();
-    NmrItem *target = item ? item : m_scene->currentNmrItem();
     try {
-        if (!target)
-            throw std::runtime_error(
-                tr("There is no spectrum on the page to put %1 beside: simulate one first.").arg(name).toStdString());
         try {
-            add(ExperimentFile::open(path, target->nmrData()->shownSpectrum()), name, *target);
+            add(ExperimentFile::open(path, item->nmrData()->shownSpectrum()), name, *item);
         } catch (const FrequencyNeeded &needed) {
-            const QPointer<NmrItem> stillThere(target);
-            const auto answer = ask(path, needed, target);
+            const QPointer<NmrItem> stillThere(item);
+            const auto answer = ask(path, needed, item);
             if (!answer || !stillThere)
                 return;
-            if (const auto experiment = fitting(path, readMeasurement(path, optionsOf(answer, 0)), *target, answer))
-                add(*experiment, name, *target);
+            if (const auto experiment = fitting(path, readMeasurement(path, optionsOf(answer, 0)), *item, answer))
+                add(*experiment, name, *item);
             else
                 fail(tr("%1 is a spectrum of %2, which the plot does not show")
                          .arg(name, answer->nuclei.join(QStringLiteral(", "))));

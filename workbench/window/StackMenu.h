@@ -24,8 +24,8 @@ class StackMenu : public QMenu {
 public:
     StackMenu(MainScene *scene, QWidget *window);
 
-    /// Onto the item, or the current one when that is null. Errors are shown in a message box.
-    void addExperiment(const QString &path, NmrItem *item = nullptr);
+    /// Onto the item. Errors are shown in a message box.
+    void addExperiment(const QString &path, NmrItem *item);
     /// A measurement and where it goes.
     struct Found;
     /// The current plot or another one that takes it, else none. Asks for what the file does not say; nothing when the

@@ -21,6 +21,13 @@ ChiSquare ChiSquare::of(double value, int degreesOfFreedom)
     return result;
 }
 
+QString ChiSquare::pText() const
+{
+    if (!p)
+        return {};
+    return *p < 1e-4 ? QStringLiteral("p < 0.0001") : QStringLiteral("p = %1").arg(*p, 0, 'g', 3);
+}
+
 Agreement Agreement::of(const std::vector<ComparedSite> &sites, const std::vector<MeasuredLine> &lines,
                         const std::vector<std::vector<int>> &linesOf, const Options &options)
 {

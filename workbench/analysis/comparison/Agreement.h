@@ -13,6 +13,8 @@ struct ChiSquare {
     std::optional<double> p;
 
     static ChiSquare of(double value, int degreesOfFreedom);
+    /// "p = 0.012", "p < 0.0001"; empty where there is none.
+    QString pText() const;
 };
 
 /// One site and what was measured of it.

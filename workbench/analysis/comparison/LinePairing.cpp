@@ -394,24 +394,28 @@ LinePairing LinePairing::of(const std::vector<ComparedSite> &sites, const std::v
     return pairing;
 }
 
-std::vector<MeasuredLine> mergedLines(const std::vector<MeasuredLine> &lines)
+std::vector<MeasuredLine> mergedLines(const std::vector<MeasuredLine> &lines, std::vector<std::vector<int>> *from)
 {
     std::vector<MeasuredLine> merged;
-    std::vector<int> counts;
-    for (const MeasuredLine &line : lines) {
+    std::vector<std::vector<int>> parts;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
         const auto known = std::find_if(merged.begin(), merged.end(), [&](const MeasuredLine &other) {
-            return other.shift == line.shift && other.sites == line.sites;
+            return other.shift == lines[i].shift && other.sites == lines[i].sites;
         });
         if (known == merged.end()) {
-            merged.push_back(line);
-            counts.push_back(1);
+            merged.push_back(lines[i]);
+            parts.push_back({int(i)});
         } else {
-            ++counts[std::size_t(known - merged.begin())];
+            parts[std::size_t(known - merged.begin())].push_back(int(i));
         }
     }
-    const bool isTold = std::adjacent_find(counts.begin(), counts.end(), std::not_equal_to<>()) != counts.end();
+    // Where all count the same, they tell nothing about one another.
+    const bool isTold =
+        std::any_of(parts.begin(), parts.end(), [&](const auto &part) { return part.size() != parts.front().size(); });
     for (std::size_t i = 0; i < merged.size() && isTold; ++i)
-        merged[i].count = counts[i] * merged[i].count.value_or(1);
+        merged[i].count = double(parts[i].size()) * merged[i].count.value_or(1);
+    if (from)
+        *from = std::move(parts);
     return merged;
 }
 

@@ -24,8 +24,9 @@ struct MeasuredLine {
 };
 
 /// Lines at one place that name the same sites are one, which counts as often as it was listed unless all were listed
-/// equally often.
-std::vector<MeasuredLine> mergedLines(const std::vector<MeasuredLine> &lines);
+/// equally often. Of each, `from` tells which of the lines it was made of.
+std::vector<MeasuredLine> mergedLines(const std::vector<MeasuredLine> &lines,
+                                      std::vector<std::vector<int>> *from = nullptr);
 
 /// Which lines belong to which sites.
 struct LinePairing {

@@ -11,35 +11,26 @@ namespace {
 
 enum class Counting { Counts, Peaks, Lines };
 
-/// How often each place is listed does not tell the peaks of one place apart; their label does.
-bool isSamePlace(const SpectrumPeak &a, const SpectrumPeak &b)
-{
-    return a.f2 == b.f2 && a.label == b.label;
-}
-
 void takeLines(const QList<SpectrumPeak> &peaks, Counting counting, PeakComparison &result)
 {
-    std::vector<const SpectrumPeak *> firsts;
-    result.measurement.lines.clear();
-    result.peaks.clear();
+    std::vector<MeasuredLine> lines;
+    std::vector<std::vector<int>> from;
     for (const SpectrumPeak &peak : peaks) {
-        const auto known = std::find_if(firsts.begin(), firsts.end(),
-                                        [&](const SpectrumPeak *first) { return isSamePlace(*first, peak); });
-        if (known != firsts.end() && counting != Counting::Peaks) {
-            result.peaks[std::size_t(known - firsts.begin())].append(peak.id);
-            continue;
-        }
-        firsts.push_back(&peak);
-        result.measurement.lines.push_back({peak.f2, {}, assignedSites(peak.label)});
-        result.peaks.push_back({peak.id});
+        from.push_back({int(lines.size())});
+        lines.push_back({peak.f2, {}, assignedSites(peak.label)});
     }
-    // Where all count the same, they tell nothing about one another.
-    const bool areSame = std::adjacent_find(result.peaks.begin(), result.peaks.end(),
-                                            [](const auto &a, const auto &b) { return a.size() != b.size(); })
-        == result.peaks.end();
-    if (counting == Counting::Counts && !areSame) {
-        for (std::size_t i = 0; i < firsts.size(); ++i)
-            result.measurement.lines[i].count = double(result.peaks[i].size());
+    if (counting != Counting::Peaks)
+        lines = mergedLines(lines, &from);
+    if (counting == Counting::Lines) {
+        for (MeasuredLine &line : lines)
+            line.count.reset();
+    }
+    result.measurement.lines = std::move(lines);
+    result.peaks.clear();
+    for (const std::vector<int> &part : from) {
+        result.peaks.emplace_back();
+        for (int peak : part)
+            result.peaks.back().append(peaks[peak].id);
     }
 }
 

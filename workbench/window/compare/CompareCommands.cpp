@@ -51,12 +51,12 @@ CompareCommands::CompareCommands(MainScene *scene, DataEngine *engine, WorkBar *
 
     const auto whyNot = [this] { return m_panel->whyNot(); };
     QAction *compare = bar->add(
-        tr("&Compare..."), tr("Pairs the lines of a measurement with the sites of a structure, whatever their numbers"),
+        tr("Co&mpare..."), tr("Pairs the lines of a measurement with the sites of a structure, whatever their numbers"),
         [this] { m_panel->open(); }, whyNot);
     compare->setIconText(tr("Compare"));
     compare->setShortcut(QKeySequence(tr("Ctrl+Shift+C")));
     QAction *rank = bar->add(
-        tr("Ran&k Structures..."), tr("Which of many structures fits the measured lines best, and how surely"),
+        tr("Ra&nk Structures..."), tr("Which of many structures fits the measured lines best, and how surely"),
         [this] { openRanking(); },
         [this] {
             return measurementsOf(*m_scene).isEmpty()

@@ -72,11 +72,6 @@ QDoubleSpinBox *numberBox(const char *name, double low, double high, int decimal
     return box;
 }
 
-QString probabilityText(double p)
-{
-    return p < 1e-4 ? QStringLiteral("p < 0.0001") : QStringLiteral("p = %1").arg(p, 0, 'g', 3);
-}
-
 /// Of the simulated spectrum beside the measurement.
 int averagingOf(const NmrItem &item)
 {
@@ -605,7 +600,7 @@ QString ComparePanel::resultText() const
     if (const auto &chiSquare = comparison.chiSquare; chiSquare && chiSquare->p) {
         texts.append(tr("χ² %1, %2 degrees of freedom, <b>%3</b>%4")
                          .arg(ppm(chiSquare->value), QString::number(chiSquare->degreesOfFreedom),
-                              probabilityText(*chiSquare->p).toHtmlEscaped(),
+                              chiSquare->pText().toHtmlEscaped(),
                               *chiSquare->p < smallestP ? tr(": <b>fits badly</b>") : QString()));
     }
     if (!comparison.pairing.leftOut.empty())

@@ -200,12 +200,28 @@ void RankDialog::followDocument()
     enableButtons();
 }
 
+QComboBox *RankDialog::nucleusBox(QTreeWidgetItem *row) const
+{
+    return static_cast<QComboBox *>(m_measurements->itemWidget(row, Nucleus));
+}
+
+QDoubleSpinBox *RankDialog::sigmaBox(QTreeWidgetItem *row) const
+{
+    return static_cast<QDoubleSpinBox *>(m_measurements->itemWidget(row, Sigma));
+}
+
 void RankDialog::fillMeasurements()
 {
-    QHash<QUuid, Qt::CheckState> before;
+    struct Chosen {
+        Qt::CheckState state = Qt::Unchecked;
+        QString nucleus;
+        double sigma = 0;
+    };
+    QHash<QUuid, Chosen> before;
     for (int i = 0; i < m_measurements->topLevelItemCount(); ++i) {
-        const QTreeWidgetItem *row = m_measurements->topLevelItem(i);
-        before.insert(row->data(Name, Qt::UserRole).toUuid(), row->checkState(Name));
+        QTreeWidgetItem *row = m_measurements->topLevelItem(i);
+        before.insert(row->data(Name, Qt::UserRole).toUuid(),
+                      {row->checkState(Name), nucleusBox(row)->currentText(), sigmaBox(row)->value()});
     }
     m_measurements->clear();
     QStringList checked;
@@ -230,10 +246,14 @@ void RankDialog::fillMeasurements()
         m_measurements->setItemWidget(row, Sigma, sigma);
         // One of each nucleus to begin with.
         const bool isFirst = !shown.isEmpty() && !checked.contains(shown);
-        const Qt::CheckState state = before.value(choice.entry, isFirst ? Qt::Checked : Qt::Unchecked);
-        row->setCheckState(Name, state);
-        if (state == Qt::Checked)
-            checked.append(shown);
+        row->setCheckState(Name, isFirst ? Qt::Checked : Qt::Unchecked);
+        if (const auto chosen = before.constFind(choice.entry); chosen != before.constEnd()) {
+            row->setCheckState(Name, chosen->state);
+            nucleus->setCurrentText(chosen->nucleus);
+            sigma->setValue(chosen->sigma);
+        }
+        if (row->checkState(Name) == Qt::Checked)
+            checked.append(nucleus->currentText());
     }
     m_measurements->header()->resizeSection(Name, 420);
 }
@@ -302,8 +322,8 @@ std::vector<RankDialog::Lines> RankDialog::chosenLines() const
         });
         if (row->checkState(Name) != Qt::Checked || choice == choices.end())
             continue;
-        const QString nucleus = static_cast<QComboBox *>(m_measurements->itemWidget(row, Nucleus))->currentText();
-        const double sigma = static_cast<QDoubleSpinBox *>(m_measurements->itemWidget(row, Sigma))->value();
+        const QString nucleus = nucleusBox(row)->currentText();
+        const double sigma = sigmaBox(row)->value();
         if (nucleus.isEmpty())
             throw std::runtime_error(
                 tr("Of which nucleus is %1? Choose it in the list").arg(choice->name).toStdString());

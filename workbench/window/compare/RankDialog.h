@@ -13,6 +13,7 @@
 
 class QCheckBox;
 class QComboBox;
+class QDoubleSpinBox;
 class QLabel;
 class QProgressBar;
 class QPushButton;
@@ -20,6 +21,7 @@ class QSpinBox;
 class QTableView;
 class QTimer;
 class QTreeWidget;
+class QTreeWidgetItem;
 
 namespace Workbench {
 
@@ -79,6 +81,8 @@ private:
     QWidget *createOptions();
     QWidget *createButtons();
     void fillMeasurements();
+    QComboBox *nucleusBox(QTreeWidgetItem *row) const;
+    QDoubleSpinBox *sigmaBox(QTreeWidgetItem *row) const;
     void chooseFiles();
     void chooseFolder();
     void tellCandidates();
