@@ -65,8 +65,9 @@ ReferenceSet ReferenceSet::read(const QString &fileName)
 {
     constexpr qint64 largest = 64 << 20;
     QJsonParseError error;
-    const QJsonObject object = QJsonDocument::fromJson(ReaderText::readFile(fileName, largest), &error).object();
-    if (error.error != QJsonParseError::NoError)
+    const QByteArray text = ReaderText::readFile(fileName, largest);
+    const QJsonObject object = QJsonDocument::fromJson(text, &error).object();
+    if (error.error != QJsonParseError::NoError && text.trimmed().startsWith('{'))
         fail(fileName, Texts::tr("byte %1: %2").arg(QString::number(error.offset), error.errorString()));
     if (object.value(QStringLiteral("format")).toString() != QLatin1String(formatName))
         fail(fileName, Texts::tr("expected a reference set, as calibrate writes it"));

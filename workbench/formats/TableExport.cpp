@@ -22,6 +22,12 @@ constexpr const char *rowKeys[] = {"type", "labels", "atomNos", "iso", "aniso", 
 /// Means nothing outside of the program.
 constexpr const char *identityKey = "ID";
 
+/// Without the sign of a zero, as the table shows it.
+QVariant unsignedZero(const QVariant &value)
+{
+    return value.typeId() == QMetaType::Double ? value.toDouble() + 0.0 : value;
+}
+
 QByteArray csvField(const QVariant &value)
 {
     QByteArray text;
@@ -74,7 +80,7 @@ QByteArray csv(const TableContent &table)
         const QVariantMap map = row.toMap();
         QByteArray line;
         for (const QString &key : keys)
-            line += csvField(map.value(key)) + ',';
+            line += csvField(unsignedZero(map.value(key))) + ',';
         line.back() = '\n';
         text += line;
     }
@@ -90,7 +96,7 @@ QByteArray json(const TableContent &table)
         QJsonObject object;
         for (const QString &name : keys) {
             if (map.contains(name))
-                object.insert(name, toJson(map.value(name)));
+                object.insert(name, toJson(unsignedZero(map.value(name))));
         }
         array.append(object);
     }
