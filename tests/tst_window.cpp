@@ -217,7 +217,7 @@ private Q_SLOTS:
         createSpectrum({{"fCbNucF2", u"13C"_s}, {"fSpCSRefF2", 172.4}});
         const auto choose = [this](const QString &title, const QString &filters, const QString &proposed,
                                    const char *name) {
-            m_dialogs.expect(title, [=](QDialog *dialog) {
+            m_dialogs.expect(title, [=, this](QDialog *dialog) {
                 auto *files = qobject_cast<QFileDialog *>(dialog);
                 QCOMPARE(files->nameFilters().join(u"; "_s), filters);
                 QCOMPARE(QFileInfo(files->selectedFiles().value(0)).fileName(), proposed);
@@ -505,6 +505,25 @@ private Q_SLOTS:
         open(u"paracetamol-1H-difdup.jdx"_s);
         QVERIFY(scene().currentNmrItem() != spectrum);
         QCOMPARE(spectrum->nmrData()->entryIds().size(), 1);
+    }
+
+    /// ... where the list, or else its name, does not speak of another nucleus or of a plane.
+    void spectraJoinListsThatWereOpenedFirst()
+    {
+        const std::tuple<const char *, const char *, bool> lists[] = {
+            {"peaks.txt", "13C: 170.2; 133.3; 20.4\n", true},
+            {"13C.txt", "1H: 9.2; 7.1; 2.0\n", false},
+            {"list.txt", "ppm\n170.2\n20.4\n", true},
+            {"list-1H.txt", "ppm\n9.2\n2.0\n", false},
+            {"plane.txt", "f2,f1\n9.2,133.3\n2.0,20.4\n", false}};
+        for (const auto &[name, text, joins] : lists) {
+            clear();
+            open(u"acetic-acid.magres"_s);
+            window().openFiles({m_files.write(name, text)});
+            const NmrItem *list = plot();
+            QVERIFY2(list && list->nmrData()->entryIds().size() == 1, name);
+            QVERIFY2((createSpectrum() == list) == joins, name);
+        }
     }
 
     /// No box is in the way: what is doubtful stands under the title until it was read, and can be had back.

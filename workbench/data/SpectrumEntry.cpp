@@ -66,6 +66,20 @@ bool SpectrumEntry::isSimulated() const
     return false;
 }
 
+QStringList SpectrumEntry::nuclei() const
+{
+    QStringList names;
+    for (const SpectrumAxis &axis : spectrum.axes)
+        names.append(axis.massNumber > 0 ? QString::number(axis.massNumber) + axis.element : QString());
+    if (!names.isEmpty() || spectrum.peaks.isEmpty())
+        return names;
+    names = data.value(nucleiKey()).toStringList();
+    const bool plane = std::any_of(spectrum.peaks.begin(), spectrum.peaks.end(),
+                                   [](const SpectrumPeak &peak) { return peak.f1 != 0.0; });
+    names.resize(plane ? 2 : 1);
+    return names;
+}
+
 QVariantMap SpectrumEntry::peakList() const
 {
     const QVariantMap peaks = data.value(QStringLiteral("Peaks")).toMap();

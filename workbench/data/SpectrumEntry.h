@@ -23,6 +23,10 @@ struct SpectrumEntry {
     bool isSimulated() const;
     /// The "Peaks" map.
     QVariantMap peakList() const;
+    /// "13C" for each dimension, empty where it is not known; of a list of peaks what its reader has found. None
+    /// without points and peaks.
+    QStringList nuclei() const;
+    static QString nucleiKey() { return QStringLiteral("Nuclei"); }
     /// What was assumed in reading a measurement, whole sentences.
     QStringList notes() const { return data.value(notesKey()).toStringList(); }
     static QString notesKey() { return QStringLiteral("Notes"); }

@@ -2,6 +2,7 @@
 #include "formats/ExperimentFile.h"
 
 #include "data/Error.h"
+#include "data/SpectrumEntry.h"
 #include "formats/PeakListFile.h"
 #include "analysis/PeakPicking.h"
 #include "formats/MeasurementFormats.h"
@@ -216,6 +217,8 @@ void Experiment::take(MeasuredPeaks measured)
     for (const MeasuredPeak &peak : measured.peaks)
         counted.insert(counted.end(), size_t(std::max(peak.count, 1)), peak);
     m_entry = {{peaksKey, PeakListFile::toPeakMap(counted)}};
+    if (!measured.nuclei[0].isEmpty())
+        m_entry.insert(SpectrumEntry::nucleiKey(), QStringList(measured.nuclei.begin(), measured.nuclei.end()));
     m_notes = measured.notes;
 }
 

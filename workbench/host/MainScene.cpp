@@ -108,14 +108,14 @@ NmrItem *MainScene::waitingMeasurement(const QVariantMap &data) const
         || !SpectrumEntry{{}, {}, data, {}}.isSimulated())
         return nullptr;
     const QUuid id = stack.entryIds().constFirst();
-    const Spectrum &measured = stack.spectrum(id);
-    if (measured.isEmpty() || measured.dimensions() != simulated.dimensions())
+    const QStringList nuclei = stack.stackEntry(id).nuclei();
+    if (nuclei.size() != simulated.dimensions())
         return nullptr;
-    for (int d = 0; d < measured.dimensions(); ++d) {
-        const SpectrumAxis &axis = measured.axes[d];
+    for (int d = 0; d < simulated.dimensions(); ++d) {
+        const SpectrumAxis &axis = simulated.axes[d];
         // Where the data are silent, the name may tell.
-        const bool fits = axis.nucleus().isEmpty() ? !namesOtherNucleus(stack.entryName(id), simulated.axes[d])
-                                                   : axis.nucleus() == simulated.axes[d].nucleus();
+        const bool fits = nuclei[d].isEmpty() ? !namesOtherNucleus(stack.entryName(id), axis)
+                                              : nuclei[d] == QString::number(axis.massNumber) + axis.element;
         if (!fits)
             return nullptr;
     }
