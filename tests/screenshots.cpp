@@ -8,6 +8,7 @@
 #include "window/MainView.h"
 #include "host/PluginManager.h"
 #include "window/WMainWindow.h"
+#include "window/WorkBar.h"
 #include "items/molecule/MoleculeItem.h"
 #include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
@@ -15,7 +16,9 @@
 #include "items/table/TableItem.h"
 
 #include <QApplication>
+#include <QCursor>
 #include <QDir>
+#include <QFileDialog>
 #include <QScreen>
 #include <QSettings>
 #include <QTableView>
@@ -25,8 +28,8 @@
 using namespace Workbench;
 using namespace Qt::StringLiterals;
 
-/// The pictures of the documentation: a walk through the window from a file to a referenced spectrum. Not a test, but
-/// the same hands at work, so that a picture that cannot be taken is a failure.
+/// The pictures of the documentation: the guide's ten minutes as they are written there, then what its other chapters
+/// show. Not a test, but the same hands at work, so that a picture that cannot be taken is a failure.
 class Screenshots : public QObject {
     Q_OBJECT
 
@@ -35,19 +38,18 @@ public:
 
 private Q_SLOTS:
     void initTestCase();
-    void file();
-    void dialogs();
+    void tenMinutes();
     void powder();
     void litAtoms();
-    void stack();
     void editedPeaks();
     void mapOfTwoDimensions();
-    void contours();
     void cleanupTestCase() { m_host.reset(); }
 
 private:
     WMainWindow &window() const { return m_host->window(); }
     NmrItem *spectrum() const { return m_host->scene().currentNmrItem(); }
+    /// In the tool bar.
+    void clickStep(const QString &text);
     void makeSpectrum(const Inputs &inputs, const QString &pictureName = {});
     void take(QWidget *widget, const QString &name);
     /// The window with the current spectrum in its middle.
@@ -67,7 +69,8 @@ void Screenshots::initTestCase()
     QVERIFY(m_directory.mkpath(u"."_s));
     m_host = std::make_unique<WindowApplication>();
     m_host->plugins().load(built(u"plugins/libmagresfilefilter.so"));
-    window().resize(1000, 560);
+    // Nothing lights up under the mouse.
+    QCursor::setPos(0, 0);
     window().show();
     QVERIFY(QTest::qWaitForWindowExposed(&window()));
 }
@@ -78,8 +81,7 @@ void Screenshots::take(QWidget *widget, const QString &name)
     QVERIFY(QTest::qWaitForWindowExposed(widget));
     if (qobject_cast<QDialog *>(widget))
         QTRY_COMPARE(widget->size(), widget->sizeHint());
-    widget->repaint();
-    QCoreApplication::processEvents();
+    QTest::qWait(300);
     const QString file = m_directory.filePath(name);
     QVERIFY2(widget->screen()->grabWindow(widget->winId()).save(file), qPrintable(file));
 }
@@ -93,6 +95,15 @@ void Screenshots::takeSpectrum(int windowHeight, const QString &name)
     take(&window(), name);
 }
 
+void Screenshots::clickStep(const QString &text)
+{
+    for (QAction *action : window().workBar()->actions()) {
+        if (action->text() == text)
+            return QTest::mouseClick(window().workBar()->widgetForAction(action), Qt::LeftButton);
+    }
+    userFailed(u"There is no step "_s + text);
+}
+
 void Screenshots::makeSpectrum(const Inputs &inputs, const QString &pictureName)
 {
     m_dialogs.expect(u"MAGRES parameters"_s, [=, this](QDialog *dialog) {
@@ -101,30 +112,35 @@ void Screenshots::makeSpectrum(const Inputs &inputs, const QString &pictureName)
             take(dialog, pictureName);
         press(dialog, QDialogButtonBox::Ok);
     });
-    choose(window(), m_table, {u"Create spectrum..."_s});
+    clickStep(u"Create Spectrum"_s);
     QVERIFY(spectrum());
 }
 
-void Screenshots::file()
+void Screenshots::tenMinutes()
 {
     window().openFiles({QStringLiteral(SAMPLES "/paracetamol.magres")});
     m_table = m_host->scene().currentTableItem();
     QVERIFY(m_table);
-    QTest::qWait(50); // the contents are listed
-    m_table->view()->selectRow(4);
     take(&window(), u"window.png"_s);
-    m_table->view()->clearSelection();
-}
-
-void Screenshots::dialogs()
-{
-    m_dialogs.expect(u"Select quadrupolar isotope"_s, [this](QDialog *dialog) {
-        fill(dialog, {{"fCbEl", u"N"_s}});
-        take(dialog, u"dialog-isotope.png"_s);
-        press(dialog, QDialogButtonBox::Cancel);
+    makeSpectrum({{"fCbNucF2", u"13C"_s}}, u"dialog-1d.png"_s);
+    m_dialogs.expect(u"Add Experimental Spectrum"_s, [](QDialog *dialog) {
+        qobject_cast<QFileDialog *>(dialog)->selectFile(QStringLiteral(SAMPLES "/paracetamol-13C.csv"));
+        dialog->accept();
     });
-    choose(window(), m_table, {u"Set Quadrupolar Isotope..."_s});
-    makeSpectrum({{"fCbNucF2", u"13C"_s}, {"fSpCSRefF2", 170.0}}, u"dialog-1d.png"_s);
+    clickStep(u"Add Measurement"_s);
+    QCOMPARE(spectrum()->nmrData()->entryIds().size(), 2);
+    take(&window(), u"stack-before.png"_s);
+    m_dialogs.expect(u"New reference"_s, [this](QDialog *box) {
+        take(box, u"auto-reference.png"_s);
+        box->accept();
+    });
+    clickStep(u"Auto Reference"_s);
+    const NoteBar &notes = *spectrum()->noteBar();
+    QCOMPARE(notes.notes().value(0).action, u"Fit Range"_s);
+    QTest::mouseClick(window().view()->viewport(), Qt::LeftButton, {},
+                      window().view()->mapFromScene(notes.mapToScene(notes.actionRect(0).center())));
+    QVERIFY(notes.notes().isEmpty());
+    take(&window(), u"stack-after.png"_s);
 }
 
 void Screenshots::powder()
@@ -140,72 +156,8 @@ void Screenshots::powder()
     choose(window(), m_table, {u"Create Powder Spectrum..."_s});
 }
 
-void Screenshots::stack()
-{
-    window().openFiles({QStringLiteral(SAMPLES "/paracetamol-13C.csv")});
-    QCOMPARE(spectrum()->nmrData()->entryIds().size(), 2);
-    takeSpectrum(490, u"stack-before.png"_s);
-    m_dialogs.expect(u"New reference"_s, [this](QDialog *box) {
-        take(box, u"auto-reference.png"_s);
-        box->accept();
-    });
-    choose(window(), spectrum(), {u"MAGRES"_s, u"Auto reference"_s});
-    takeSpectrum(490, u"stack-after.png"_s);
-}
-
-void Screenshots::mapOfTwoDimensions()
-{
-    makeSpectrum({{"fCbDims", u"2D Spectrum"_s},
-                  {"fCbNucF2", u"1H"_s},
-                  {"fSpCSRefF2", 30.5},
-                  {"fSpLwF2", 100.0},
-                  {"fCbNucF1", u"13C"_s},
-                  {"fSpCSRefF1", 172.4},
-                  {"fSpLwF1", 150.0}},
-                 u"dialog-2d.png"_s);
-    takeSpectrum(740, u"spectrum-2d.png"_s);
-}
-
-void Screenshots::editedPeaks()
-{
-    window().openFiles({QStringLiteral(SAMPLES "/paracetamol-13C-affn.jdx")});
-    spectrum()->nmrData()->removeEntry(spectrum()->nmrData()->entryIds().at(1));
-    spectrum()->plot()->fullReset();
-    choose(window(), spectrum(), {u"Show"_s, u"Peak Sticks"_s});
-    choose(window(), spectrum(), {u"Edit &Peaks"_s});
-    takeSpectrum(490, u"peaks-zoomed.png"_s); // laid out
-    spectrum()->plot()->xAxis->setRange(105, 165);
-    spectrum()->plot()->replot();
-    const PlotUser user(window(), spectrum());
-    const Spectrum &measured = spectrum()->nmrData()->spectrum(spectrum()->nmrData()->entryIds().last());
-    const QPointF top = user.topOf(measured.peaks.at(9));
-    user.click(top);
-    user.move(top + QPointF(30, 30));
-    takeSpectrum(490, u"peaks-edited.png"_s);
-    m_dialogs.expect(u"Pick peaks"_s, [this](QDialog *dialog) {
-        take(dialog, u"peaks-pick.png"_s);
-        press(dialog, QDialogButtonBox::Cancel);
-    });
-    choose(window(), spectrum(), {u"Pic&k Peaks..."_s});
-    QTest::keyClick(window().view(), Qt::Key_Escape);
-    user.move({300, 300});
-    take(&window(), u"peaks-zoomed.png"_s);
-}
-
-void Screenshots::contours()
-{
-    m_dialogs.expect(u"Contour levels"_s, [this](QDialog *dialog) {
-        take(dialog, u"contour-levels.png"_s);
-        press(dialog, QDialogButtonBox::Cancel);
-    });
-    choose(window(), spectrum(), {u"Contour Levels..."_s});
-}
-
 void Screenshots::litAtoms()
 {
-    window().resize(1000, 840);
-    QCoreApplication::processEvents();
-    window().view()->centerOn(0, 0);
     for (DocumentItem *item : m_host->scene().documentItems())
         if (auto *molecule = qobject_cast<MoleculeItem *>(item))
             choose(window(), molecule, {u"Labels"_s, u"Label of the File"_s});
@@ -216,6 +168,41 @@ void Screenshots::litAtoms()
     user.click(top);
     user.move(top + QPointF(30, 60));
     take(&window(), u"atoms-of-a-peak.png"_s);
+}
+
+void Screenshots::editedPeaks()
+{
+    window().openFiles({QStringLiteral(SAMPLES "/paracetamol-13C-affn.jdx")});
+    spectrum()->nmrData()->removeEntry(spectrum()->nmrData()->entryIds().at(1));
+    spectrum()->plot()->fullReset();
+    choose(window(), spectrum(), {u"Show"_s, u"Peak Sticks"_s});
+    choose(window(), spectrum(), {u"Edit &Peaks"_s});
+    window().resize(1000, 490);
+    window().view()->fitWidth();
+    window().view()->centerOn(spectrum());
+    QTest::qWait(300); // laid out
+    spectrum()->plot()->xAxis->setRange(105, 165);
+    spectrum()->plot()->replot();
+    const PlotUser user(window(), spectrum());
+    const Spectrum &measured = spectrum()->nmrData()->spectrum(spectrum()->nmrData()->entryIds().last());
+    const QPointF top = user.topOf(measured.peaks.at(9));
+    user.click(top);
+    user.move(top + QPointF(30, 30));
+    take(&window(), u"peaks-edited.png"_s);
+    QTest::keyClick(window().view(), Qt::Key_Escape);
+}
+
+void Screenshots::mapOfTwoDimensions()
+{
+    makeSpectrum({{"fCbDims", u"2D Spectrum"_s},
+                  {"fCbNucF2", u"1H"_s},
+                  {"fSpCSRefF2", 30.5},
+                  {"fSpLwF2", 100.0},
+                  {"fCbNucF1", u"13C"_s},
+                  {"fSpCSRefF1", 172.4},
+                  {"fSpLwF1", 150.0},
+                  {"fCbPtsF1", u"512"_s}});
+    takeSpectrum(740, u"spectrum-2d.png"_s);
 }
 
 int main(int argc, char **argv)
