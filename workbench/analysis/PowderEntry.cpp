@@ -139,7 +139,7 @@ PowderSettings powderSettingsLike(const SpectrumEntry &simulated)
     if (simulated.spectrum.isEmpty())
         return settings;
     const SpectrumAxis &axis = simulated.spectrum.axes.front();
-    settings.nucleus = QString::number(axis.massNumber) + axis.element;
+    settings.nucleus = axis.isotope();
     const double ratio = Nuclides::table()[settings.nucleus].larmorFrequency(1);
     // Of the spectrometer; the nucleus's own differs by its carrier offset at most.
     if (axis.frequency > 0 && ratio > 0)
@@ -165,8 +165,7 @@ ExperimentalSpectrum asMeasured(const SpectrumEntry &entry)
         return measured;
     const SpectrumAxis &axis = entry.spectrum.axes.front();
     SpectrumDimension dimension;
-    if (axis.massNumber > 0 && !axis.element.isEmpty())
-        dimension.nucleus = QString::number(axis.massNumber) + axis.element;
+    dimension.nucleus = axis.isotope();
     dimension.frequency = axis.frequency;
     dimension.first = axis.first;
     dimension.step = axis.step;

@@ -101,11 +101,6 @@ QList<SpectrumAxis> nucleiOf(const Spectrum &spectrum)
     return axes;
 }
 
-QString plainName(const SpectrumAxis &axis)
-{
-    return QString::number(axis.massNumber) + axis.element;
-}
-
 } // namespace
 
 QList<SpectrumRemark> remarksOn(const SpectrumEntry &entry)
@@ -135,9 +130,9 @@ QList<SpectrumRemark> remarksOn(const SpectrumEntry &entry)
     const QVariantMap references = entry.parameters(magresFormat).value(QStringLiteral("ref")).toMap();
     QStringList placeholders, quadrupolar;
     for (const SpectrumAxis &axis : nucleiOf(spectrum)) {
-        if (references.value(plainName(axis), placeholderReference).toDouble() == placeholderReference)
+        if (references.value(axis.isotope(), placeholderReference).toDouble() == placeholderReference)
             placeholders.append(axis.nucleus());
-        if (const Nuclide nuclide = Nuclides::table()[plainName(axis)]; nuclide.isQuadrupolar())
+        if (const Nuclide nuclide = Nuclides::table()[axis.isotope()]; nuclide.isQuadrupolar())
             quadrupolar.append(Texts::tr("%1 (spin %2)").arg(axis.nucleus(), nuclide.spin));
     }
     if (!placeholders.isEmpty())

@@ -104,6 +104,11 @@ QString SpectrumAxis::nucleus() const
     return massNumber > 0 ? raisedDigits(massNumber) + element : element;
 }
 
+QString SpectrumAxis::isotope() const
+{
+    return massNumber > 0 && !element.isEmpty() ? QString::number(massNumber) + element : QString();
+}
+
 QString SpectrumAxis::label() const
 {
     const QString name = nucleus();

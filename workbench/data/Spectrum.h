@@ -25,6 +25,8 @@ struct SpectrumAxis {
     double last() const { return ppm(size - 1); }
     /// The nucleus as it is written in print, with the mass number raised: ¹³C. Empty when unknown.
     QString nucleus() const;
+    /// Mass number and symbol, as files and commands name it: 13C. Empty unless both are known.
+    QString isotope() const;
     /// Chemical shift and unit, with the nucleus when it is known.
     QString label() const;
 };

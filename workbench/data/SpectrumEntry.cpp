@@ -70,7 +70,7 @@ QStringList SpectrumEntry::nuclei() const
 {
     QStringList names;
     for (const SpectrumAxis &axis : spectrum.axes)
-        names.append(axis.massNumber > 0 ? QString::number(axis.massNumber) + axis.element : QString());
+        names.append(axis.isotope());
     if (!names.isEmpty() || spectrum.peaks.isEmpty())
         return names;
     names = data.value(nucleiKey()).toStringList();

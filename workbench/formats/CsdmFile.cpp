@@ -351,9 +351,8 @@ void write(const SpectrumEntry &entry, QIODevice &device)
     ExperimentalSpectrum plain;
     plain.title = entry.name;
     for (const SpectrumAxis &axis : spectrum.axes) {
-        const QString nucleus = axis.massNumber > 0 ? QString::number(axis.massNumber) + axis.element : QString();
-        plain.dimensions.push_back(
-            {nucleus, axis.frequency, -axis.step * axis.size * axis.frequency, axis.first, axis.step, axis.size});
+        plain.dimensions.push_back({axis.isotope(), axis.frequency, -axis.step * axis.size * axis.frequency, axis.first,
+                                    axis.step, axis.size});
     }
     plain.data.assign(spectrum.real().begin(), spectrum.real().end());
     const QByteArray text = written(plain);

@@ -24,11 +24,6 @@ namespace {
 
 constexpr double equalShifts = 0.01; // ppm: calculated shifts of equivalent sites differ in the last digits
 
-QString massAndSymbol(const SpectrumAxis &axis)
-{
-    return axis.element.isEmpty() ? QString() : QString::number(axis.massNumber) + axis.element;
-}
-
 void checkDimensions(qsizetype found, qsizetype expected, const QString &name)
 {
     if (found != expected) {
@@ -178,7 +173,7 @@ Experiment open(const QString &path, const Spectrum &beside)
     QStringList nuclei;
     std::vector<double> frequencies;
     for (const SpectrumAxis &axis : beside.axes) {
-        nuclei.append(massAndSymbol(axis));
+        nuclei.append(axis.isotope());
         frequencies.push_back(axis.frequency);
     }
     return Experiment(path, nuclei, frequencies);

@@ -85,11 +85,6 @@ QByteArray table(const SpectrumAxis &axis, std::span<const double> points, doubl
     return text + line;
 }
 
-QByteArray nucleusOf(const SpectrumAxis &axis)
-{
-    return axis.element.isEmpty() ? QByteArray() : QByteArray::number(axis.massNumber) + axis.element.toLatin1();
-}
-
 void addTrace(Records &records, const SpectrumAxis &axis, std::span<const double> points, double factor)
 {
     const auto [lowest, highest] = std::minmax_element(points.begin(), points.end());
@@ -119,8 +114,8 @@ void addPlane(Records &records, const QList<SpectrumAxis> &axes, std::span<const
     };
     const QByteArray size2 = QByteArray::number(f2.size);
     records.add("NUM DIM", QByteArray("2"));
-    if (!nucleusOf(f1).isEmpty() && !nucleusOf(f2).isEmpty())
-        records.add(".NUCLEUS", nucleusOf(f1) + ", " + nucleusOf(f2));
+    if (!f1.isotope().isEmpty() && !f2.isotope().isEmpty())
+        records.add(".NUCLEUS", QString(f1.isotope() + QLatin1String(", ") + f2.isotope()).toLatin1());
     if (f1.frequency > 0.0 && f2.frequency > 0.0) {
         // MHz of 0 ppm, once for each dimension as the spectrometers' programs do: the standard has no record for F1.
         records.add("$SF", f2.frequency);
@@ -168,7 +163,7 @@ void write(const SpectrumEntry &entry, QIODevice &device)
     const double most = std::max(std::abs(*lowest), std::abs(*highest));
     // Too small a spectrum would make a factor that is no longer an exact quotient.
     const double factor = most > std::numeric_limits<double>::min() * largestOrdinate ? most / largestOrdinate : 1.0;
-    const QByteArray nucleus = nucleusOf(axis);
+    const QByteArray nucleus = axis.isotope().toLatin1();
     const bool isPlane = spectrum.dimensions() == 2;
 
     Records records;

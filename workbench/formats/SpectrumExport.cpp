@@ -118,7 +118,7 @@ void writeJson(const SpectrumEntry &entry, QIODevice &device)
     const QVariantMap info = entry.data.value(QStringLiteral("SpecInfo")).toMap();
     QJsonArray nuclei, length, axes, peaks;
     for (const SpectrumAxis &axis : spectrum.axes) {
-        nuclei.append(QString::number(axis.massNumber) + axis.element);
+        nuclei.append(axis.isotope());
         length.append(axis.size);
         axes.append(QJsonObject{{QStringLiteral("first"), axis.first}, {QStringLiteral("step"), axis.step}});
     }

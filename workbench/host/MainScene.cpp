@@ -30,7 +30,7 @@ constexpr int mostUndoSteps = 100;
 bool namesOtherNucleus(const QString &name, const SpectrumAxis &axis)
 {
     const QStringList named = Nuclides::table().namedIn(name);
-    return !named.isEmpty() && !named.contains(QString::number(axis.massNumber) + axis.element);
+    return !named.isEmpty() && !named.contains(axis.isotope());
 }
 
 bool isTwoDimensional(const QVariantMap &spectrum)
@@ -114,8 +114,8 @@ NmrItem *MainScene::waitingMeasurement(const QVariantMap &data) const
     for (int d = 0; d < simulated.dimensions(); ++d) {
         const SpectrumAxis &axis = simulated.axes[d];
         // Where the data are silent, the name may tell.
-        const bool fits = nuclei[d].isEmpty() ? !namesOtherNucleus(stack.entryName(id), axis)
-                                              : nuclei[d] == QString::number(axis.massNumber) + axis.element;
+        const bool fits =
+            nuclei[d].isEmpty() ? !namesOtherNucleus(stack.entryName(id), axis) : nuclei[d] == axis.isotope();
         if (!fits)
             return nullptr;
     }

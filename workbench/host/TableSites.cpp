@@ -34,7 +34,7 @@ void takeScale(const SpectrumEntry &entry, const QUuid &dataId, SiteTable::Optio
     const QVariantMap references = parameters.value(QStringLiteral("ref")).toMap();
     const QVariantMap slopes = parameters.value(QStringLiteral("slope")).toMap();
     for (const SpectrumAxis &axis : entry.spectrum.axes) {
-        const QString nucleus = QString::number(axis.massNumber) + axis.element;
+        const QString nucleus = axis.isotope();
         if (references.contains(nucleus))
             options.scales.insert(axis.element,
                                   {references.value(nucleus).toDouble(), slopes.value(nucleus, -1).toDouble(), source});

@@ -162,7 +162,7 @@ QStringList ExportMenu::nucleiOfSpectrum() const
     const NmrItem *item = m_scene->currentNmrItem();
     QStringList nuclei;
     for (const SpectrumAxis &axis : item ? item->nmrData()->shownSpectrum().axes : QList<SpectrumAxis>())
-        nuclei.append(QString::number(axis.massNumber) + axis.element);
+        nuclei.append(axis.isotope());
     nuclei.removeDuplicates();
     return nuclei;
 }

@@ -155,7 +155,7 @@ std::optional<Experiment> StackMenu::fitting(const QString &path, const Measurem
     QStringList nuclei;
     std::vector<double> frequencies;
     for (const SpectrumAxis &axis : shown.axes) {
-        nuclei.append(axis.massNumber > 0 ? QString::number(axis.massNumber) + axis.element : QString());
+        nuclei.append(axis.isotope());
         frequencies.push_back(axis.frequency);
     }
     if (answer && answer->nuclei != nuclei)
@@ -209,7 +209,7 @@ std::optional<StackMenu::Answer> StackMenu::ask(const QString &path, const Frequ
     FrequencyDialog::Proposal proposal{{}, QSettings().value(protonFrequencyKey).toDouble()};
     if (const NmrData *data = beside ? beside->nmrData() : nullptr; data && !data->shownSpectrum().isEmpty()) {
         const SpectrumAxis &axis = data->shownSpectrum().axes.constFirst();
-        const QString nucleus = axis.massNumber > 0 ? QString::number(axis.massNumber) + axis.element : QString();
+        const QString nucleus = axis.isotope();
         const double ratio = std::abs(Nuclides::table()[nucleus].frequencyRatio);
         // Simulations know the spectrometer by its name, and their nuclei without the shift of a standard.
         const QVariantHash simulated = data->stackEntry(data->simulatedEntry()).parameters(QStringLiteral("magres"));

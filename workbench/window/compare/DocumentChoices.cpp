@@ -14,8 +14,7 @@ namespace {
 
 QString nucleusOf(const Spectrum &spectrum)
 {
-    const SpectrumAxis axis = spectrum.axes.value(0);
-    return axis.element.isEmpty() || axis.massNumber == 0 ? QString() : QString::number(axis.massNumber) + axis.element;
+    return spectrum.axes.value(0).isotope();
 }
 
 bool isPlane(const Spectrum &spectrum)
