@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "Bench.h"
+#include "Report.h"
 
 #include "items/molecule/MoleculeItem.h"
 #include "items/plot/NmrData.h"
@@ -152,7 +153,7 @@ void turn(benchmark::State &state, int count)
     const auto colors = [&] {
         QSet<QRgb> seen;
         const QImage image = view.viewport()->grab().toImage();
-        for (int atom = 0; atom < count; atom += 97)
+        for (int atom = 0; atom < count; atom += count / 50 + 1)
             seen.insert(image.pixel(view.mapFromScene(item->mapToScene(item->atomPosition(atom)))));
         seen.remove(qRgb(255, 255, 255));
         return seen.size();
@@ -216,6 +217,13 @@ void sortRows(benchmark::State &state, int rows, bool filters)
     Bench::require(top * 7919 % rows == (up ? 0 : rows - 1), "sort");
 }
 
+const Bench::Ratio ratios[] = {
+    {"repaint/1048576: in those of 8192 points", "repaint/1048576", "repaint/8192", Bench::Ratio::AtMost, 2},
+    {"turn/5000: milliseconds", "turn/5000", "turn/5000", Bench::Ratio::AtMost, 40, 1e3, Bench::alone},
+    {"sort/5000: milliseconds", "sort/5000", "sort/5000", Bench::Ratio::AtMost, 50, 1e3, Bench::alone},
+    {"filter/5000: milliseconds", "filter/5000", "filter/5000", Bench::Ratio::AtMost, 50, 1e3, Bench::alone},
+};
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -223,9 +231,6 @@ int main(int argc, char **argv)
     // Nothing is seen, all is painted.
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
     for (int size : {8192, 1 << 20}) {
         const std::string name = "repaint/" + std::to_string(size);
         benchmark::RegisterBenchmark(name.c_str(), repaint, size, 1.0)->Unit(benchmark::kMillisecond);
@@ -236,9 +241,7 @@ int main(int argc, char **argv)
             ->Unit(benchmark::kMillisecond);
     benchmark::RegisterBenchmark("sort/5000", sortRows, 5000, false)->Unit(benchmark::kMillisecond);
     benchmark::RegisterBenchmark("filter/5000", sortRows, 5000, true)->Unit(benchmark::kMillisecond);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return Bench::run(argc, argv, ratios);
 }
 
 #include "BenchRepaint.moc"

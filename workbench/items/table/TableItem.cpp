@@ -22,6 +22,7 @@
 #include <QTableView>
 
 #include <algorithm>
+#include <functional>
 #include <cmath>
 #include <numeric>
 
@@ -506,9 +507,10 @@ void TableItem::sortRows()
     const QHeaderView *header = m_view->horizontalHeader();
     QList<int> order(m_model->rowCount());
     std::iota(order.begin(), order.end(), 0);
-    if (header->sortIndicatorSection() >= 0 && header->sortIndicatorSection() < m_model->columnCount())
-        std::stable_sort(order.begin(), order.end(),
-                         CellOrder(*m_model, header->sortIndicatorSection(), header->sortIndicatorOrder()));
+    if (header->sortIndicatorSection() >= 0 && header->sortIndicatorSection() < m_model->columnCount()) {
+        const CellOrder cells(*m_model, header->sortIndicatorSection(), header->sortIndicatorOrder());
+        std::stable_sort(order.begin(), order.end(), std::cref(cells)); // which is copied for every few rows
+    }
     QHeaderView *rows = m_view->verticalHeader();
     // Swapped while all are in sight, each of the same height: then a swap does not move the rows between.
     for (int row = 0; rows->hiddenSectionCount() > 0 && row < order.size(); ++row)
