@@ -76,7 +76,6 @@ CommandRun prepareAverage(const CommandLine &line)
     return headless([=](HostApplication &host, MessageLog &log) {
         ConfigurationAverage average;
         CalculationMethod method;
-        host.scene().setDrawn(false);
         for (const QString &file : files) {
             {
                 Simulation simulation(host, log);

@@ -9,7 +9,6 @@
 #include "formats/OutputFiles.h"
 #include "formats/TableExport.h"
 #include "host/HostApplication.h"
-#include "host/MainScene.h"
 #include "items/plot/AgreementPlot.h"
 #include "items/plot/PlotPainting.h"
 
@@ -204,7 +203,6 @@ CommandRun prepareCalibrate(const CommandLine &line)
     const QStringList outputs = line.values("o");
     return headless([=](HostApplication &host, MessageLog &log) mutable {
         CommonMethod method(mayMix);
-        host.scene().setDrawn(false);
         for (Compound &compound : compounds) {
             options.nuclei.resize(1);
             options.nuclei[0].name = nucleus;

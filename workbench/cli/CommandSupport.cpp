@@ -14,6 +14,7 @@
 #include "formats/MeasurementFormats.h"
 #include "host/HostApplication.h"
 #include "host/PluginManager.h"
+#include "host/MainScene.h"
 #include "items/plot/NmrData.h"
 #include "data/Error.h"
 #include "data/Language.h"
@@ -47,6 +48,7 @@ CommandRun headless(std::function<void(HostApplication &, MessageLog &)> run, co
         const Language language(start.language);
         MessageLog log;
         HostApplication host;
+        host.scene().setDrawn(false);
         host.loadPlugins(start.pluginDirectory);
         try {
             run(host, log);

@@ -24,7 +24,8 @@ struct ProgramStart {
 /// What a command does when its arguments are right; returns the exit status.
 using CommandRun = std::function<int(const ProgramStart &)>;
 
-/// A run inside a headless host with private settings, in a directory of their own.
+/// A run inside a headless host with private settings, in a directory of their own. Nothing is drawn, which takes as
+/// long as all the rest of a short run, unless `run` tells the scene so first.
 CommandRun headless(std::function<void(HostApplication &, MessageLog &)> run, const QString &settingsWithin = {});
 
 /// A command of the program. Its arguments are understood, and refused, before a host is started.

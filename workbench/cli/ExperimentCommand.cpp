@@ -85,6 +85,7 @@ CommandRun prepareExperiment(const CommandLine &line)
     return [=](const ProgramStart &start) {
         int failed = 0;
         const auto run = [&](HostApplication &host, MessageLog &) {
+            host.scene().setDrawn(checked.areDrawn());
             for (const QString &path : files) {
                 try {
                     const MeasurementReport report(readFile(path, question));

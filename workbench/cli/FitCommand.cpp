@@ -4,6 +4,7 @@
 #include "cli/OutputOptions.h"
 #include "cli/SimulateOptions.h"
 #include "cli/Simulation.h"
+#include "host/MainScene.h"
 #include "data/Error.h"
 #include "items/plot/NmrData.h"
 
@@ -63,6 +64,7 @@ CommandRun prepareFit(const CommandLine &line)
     const OutputOptions outputs(line.values("o"), OutputOptions::Spectrum);
     const QString file = line.positional().constFirst(), wayOn = compareCommandFor(line);
     return headless([=](HostApplication &host, MessageLog &log) {
+        host.scene().setDrawn(outputs.areDrawn());
         Simulation simulation(host, log);
         stackWithExperiment(simulation, file, options, experiment, peaksOfFile);
         const QString report = pairing(simulation, &Simulation::autoReference, wayOn);

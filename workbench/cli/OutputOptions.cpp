@@ -16,6 +16,8 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace Workbench {
 
 namespace {
@@ -56,6 +58,13 @@ OutputOptions::OutputOptions(const QStringList &fileNames, Kind kind) : m_fileNa
             throw UsageError(Texts::tr("option -o: \"%1\" is given twice").arg(fileName));
         seen.append(path);
     }
+}
+
+bool OutputOptions::areDrawn() const
+{
+    return m_kind == Page || std::any_of(m_fileNames.begin(), m_fileNames.end(), [](const QString &fileName) {
+               return PageExport::formatOfSuffix(suffixOf(fileName)).has_value();
+           });
 }
 
 void OutputOptions::write(HostApplication &host, const Simulation &simulation) const

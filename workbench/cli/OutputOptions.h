@@ -19,6 +19,9 @@ public:
 
     bool isEmpty() const { return m_fileNames.isEmpty(); }
 
+    /// Whether any of them shows what the page looks like.
+    bool areDrawn() const;
+
     const QStringList &fileNames() const { return m_fileNames; }
     /// Of a file name, in lower case and without the dot.
     static QString suffixOf(const QString &fileName);

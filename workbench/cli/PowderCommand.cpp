@@ -326,7 +326,10 @@ CommandRun preparePowder(const CommandLine &line)
         if (!anyCsv || job.tripleQuantum)
             throw UsageError(Texts::tr("option --sites-csv needs a 1D spectrum as -o NAME.csv"));
     }
-    return headless([=](HostApplication &host, MessageLog &log) { runPowder(job, outputs, host, log); });
+    return headless([=](HostApplication &host, MessageLog &log) {
+        host.scene().setDrawn(outputs.areDrawn());
+        runPowder(job, outputs, host, log);
+    });
 }
 
 std::vector<OptionSpec> options()

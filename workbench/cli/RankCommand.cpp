@@ -7,7 +7,6 @@
 #include "cli/RankMeasurement.h"
 #include "host/FileFilterRegistry.h"
 #include "host/HostApplication.h"
-#include "host/MainScene.h"
 #include "analysis/comparison/PoolProbabilities.h"
 #include "data/NumberText.h"
 #include "data/ReaderText.h"
@@ -322,7 +321,6 @@ CommandRun prepareWorker(const CommandLine &line)
             throw CommandError(Texts::tr("no plug-in with a file filter is loaded"));
         const RankMeasurement measurement(plan);
         keepMemory();
-        host.scene().setDrawn(false);
         const auto measure = [&](const QString &file) { return measurement.measure(host, log, file); };
         serve(measure, plan.layout());
     };

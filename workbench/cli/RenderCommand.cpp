@@ -4,6 +4,7 @@
 #include "cli/OutputOptions.h"
 #include "cli/SimulateOptions.h"
 #include "cli/Simulation.h"
+#include "host/MainScene.h"
 #include "data/Error.h"
 
 namespace Workbench {
@@ -24,6 +25,7 @@ CommandRun prepareRender(const CommandLine &line)
     const OutputOptions outputs(line.values("o"), OutputOptions::Page);
     const QString file = line.positional().constFirst();
     return headless([=](HostApplication &host, MessageLog &log) {
+        host.scene().setDrawn(outputs.areDrawn());
         Simulation simulation(host, log);
         simulation.readFile(file, options.isotopes);
         warnOfMethods(options.sets, file);

@@ -3,6 +3,7 @@
 #include "cli/OutputOptions.h"
 #include "cli/SimulateOptions.h"
 #include "cli/Simulation.h"
+#include "host/MainScene.h"
 #include "data/Error.h"
 #include "formats/TableExport.h"
 #include "items/plot/NmrData.h"
@@ -39,6 +40,7 @@ CommandRun prepareSimulate(const CommandLine &line)
     const OutputOptions outputs(line.values("o"), OutputOptions::Spectrum);
     const QString file = line.positional().constFirst();
     return headless([=](HostApplication &host, MessageLog &log) {
+        host.scene().setDrawn(outputs.areDrawn());
         Simulation simulation(host, log);
         simulation.readFile(file, options.isotopes);
         warnOfMethods(options.sets, file);
