@@ -190,6 +190,27 @@ private Q_SLOTS:
         window().document()->newDocument();
         window().openFiles({m_path});
         QVERIFY(window().document()->saveTo(m_path) && bytesOf(m_path) == bytes);
+        // What was made of an item is work as well; from where one looks is not. All items go back in one step.
+        const auto isModified = [&] { return window().document()->isModified(); };
+        QKeyEvent turn(QEvent::KeyPress, Qt::Key_Left, Qt::NoModifier);
+        scene().sendEvent(molecule(), &turn);
+        table()->setFilter(u"C"_s);
+        QVERIFY(!isModified());
+        for (const QString &shown : {u"Peak Sticks"_s, u"Peak Labels"_s}) {
+            choose(window(), plot(), {u"Show"_s, shown});
+            QVERIFY(isModified());
+            choose(window(), plot(), {u"Show"_s, shown});
+            QVERIFY(!isModified());
+        }
+        const QRectF byHand(70, 80, 500, 400);
+        for (DocumentItem *item : std::initializer_list<DocumentItem *>{plot(), molecule()})
+            scene().setPlace(*item, {item->place().page, byHand});
+        entry(menu(u"View"_s), u"Arrange Items"_s)->trigger();
+        QVERIFY(isModified() && plot()->place().workspace.isEmpty() && molecule()->place().workspace.isEmpty());
+        history().undo();
+        QVERIFY(!isModified() && plot()->place().workspace == byHand && molecule()->place().workspace == byHand);
+        history().redo();
+        table()->setFilter({});
         command(u"RMSD"_s, u"RMSD"_s);
         QVERIFY(said == rmsd && said.startsWith(u"RMSD: "));
         command(u"Edit Spectrum..."_s, u"MAGRES parameters"_s);

@@ -7,6 +7,9 @@
 
 #include <QUndoStack>
 
+#include <memory>
+#include <vector>
+
 namespace Workbench {
 
 namespace {
@@ -166,6 +169,23 @@ void renameWithUndo(MainScene &scene, DocumentItem *item, const QString &name)
                                               item->givenName(), scene.currentItems());
     item->setGivenName(name);
     scene.undoStack()->push(command);
+}
+
+void arrangeWithUndo(MainScene &scene, const QString &what)
+{
+    std::vector<std::unique_ptr<QUndoCommand>> commands;
+    for (const DocumentItem *item : scene.documentItems()) {
+        if (!item->place().workspace.isEmpty())
+            commands.push_back(std::make_unique<ItemCommand<ItemPlace>>(&scene, item, what, scene.placeOf(*item),
+                                                                        scene.currentItems()));
+    }
+    if (commands.empty())
+        return;
+    scene.arrangeAll();
+    scene.undoStack()->beginMacro(what);
+    for (auto &command : commands)
+        scene.undoStack()->push(command.release());
+    scene.undoStack()->endMacro();
 }
 
 void dismissDoubtsWithUndo(MainScene &scene, DocumentItem *item)

@@ -107,6 +107,8 @@ extern template class ItemCommand<ItemColumns>;
 void removeWithUndo(MainScene &scene, DocumentItem *item);
 /// An empty name gives the item its own title again.
 void renameWithUndo(MainScene &scene, DocumentItem *item, const QString &name);
+/// Those that were placed by hand go back into their rows.
+void arrangeWithUndo(MainScene &scene, const QString &what);
 void dismissDoubtsWithUndo(MainScene &scene, DocumentItem *item);
 
 } // namespace Workbench

@@ -81,6 +81,8 @@ public:
 
     /// How the item is shown, to be kept with a document. Missing or senseless values leave the view as it is.
     virtual QVariantMap viewSettings() const { return {}; }
+    /// Those that somebody has worked on: all but from where and through which filter one looks.
+    virtual QVariantMap madeSettings() const { return viewSettings(); }
     virtual void setViewSettings(const QVariantMap &) { }
 
     /// The item's menu, made up afresh at each call and owned by the item.

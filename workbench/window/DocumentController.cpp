@@ -63,7 +63,18 @@ DocumentController::DocumentController(MainScene *scene, DataEngine *data, QMain
 
 bool DocumentController::isModified() const
 {
-    return m_touched || !m_scene->undoStack()->isClean();
+    return m_touched || !m_scene->undoStack()->isClean() || looks() != m_savedLooks;
+}
+
+QHash<QUuid, QVariantMap> DocumentController::looks() const
+{
+    QHash<QUuid, QVariantMap> found;
+    for (const DocumentItem *item : m_scene->documentItems()) {
+        QVariantMap settings = item->madeSettings();
+        settings.insert(QStringLiteral("Hidden"), !item->isVisible());
+        found.insert(item->id(), settings);
+    }
+    return found;
 }
 
 void DocumentController::touch()
@@ -116,6 +127,7 @@ void DocumentController::setFile(const QString &fileName)
 {
     m_fileName = fileName;
     m_touched = false;
+    m_savedLooks = looks();
     m_scene->undoStack()->setClean();
     updateTitle();
     if (!fileName.isEmpty())

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QHash>
 #include <QObject>
 #include <QString>
+#include <QUuid>
+#include <QVariantMap>
 
 #include <functional>
 
@@ -16,7 +19,8 @@ class PluginManager;
 struct Document;
 
 /// Which file the document is of, whether it has changes that no file has, and the commands that save and replace it.
-/// Keeps the window's title. Turning or zooming the view changes no document; the active spectrum of a stack does.
+/// Keeps the window's title. Turning, zooming and filtering change no document; the active spectrum of a stack, marks
+/// and titles do.
 class DocumentController : public QObject {
     Q_OBJECT
 public:
@@ -62,6 +66,8 @@ private:
     void setFile(const QString &fileName);
     void updateTitle();
     QString shownName() const;
+    /// What was made of the looks of each item on the page, by its id.
+    QHash<QUuid, QVariantMap> looks() const;
 
     MainScene *m_scene;
     DataEngine *m_data;
@@ -71,6 +77,7 @@ private:
     QString m_firstFile;
     QString m_firstStructure;
     bool m_touched = false; ///< by a change that the undo stack does not know
+    QHash<QUuid, QVariantMap> m_savedLooks;
 };
 
 } // namespace Workbench

@@ -406,7 +406,7 @@ void WMainWindow::createViewMenu()
     viewMenu
         ->addAction(tr("&Arrange Items"), this,
                     [this] {
-                        scene()->arrangeAll();
+                        arrangeWithUndo(*scene(), tr("Arrange Items"));
                         m_view->fitWidth();
                     })
         ->setToolTip(tr("Puts items that were moved by hand into their rows again"));

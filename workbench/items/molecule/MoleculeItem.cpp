@@ -707,6 +707,14 @@ QVariantMap MoleculeItem::viewSettings() const
             {contactsKey, m_contactsVisible}};
 }
 
+QVariantMap MoleculeItem::madeSettings() const
+{
+    QVariantMap settings = viewSettings();
+    settings.remove(rotationKey);
+    settings.remove(zoomKey);
+    return settings;
+}
+
 void MoleculeItem::setViewSettings(const QVariantMap &settings)
 {
     const auto turn = settings.value(rotationKey).value<DoubleVector>();

@@ -75,6 +75,7 @@ public:
     void copyContacts() const;
 
     QVariantMap viewSettings() const override;
+    QVariantMap madeSettings() const override;
     void setViewSettings(const QVariantMap &settings) override;
 
     void receiveMessage(const QVariantMap &message) override;

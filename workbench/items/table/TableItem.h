@@ -78,6 +78,7 @@ public:
     void selectShown();
 
     QVariantMap viewSettings() const override;
+    QVariantMap madeSettings() const override { return {}; }
     void setViewSettings(const QVariantMap &settings) override;
 
     void receiveMessage(const QVariantMap &message) override;
