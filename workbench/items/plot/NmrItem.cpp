@@ -219,11 +219,7 @@ void NmrItem::fillMarkMenu(QMenu *menu)
     QAction *last = menu->addAction(tr("Remove the Last Integral"));
     last->setEnabled(!options.integrals.isEmpty());
     connect(last, &QAction::triggered, this, [this] {
-        changeOptions([](PlotOptions &changed) {
-            changed.integrals.removeLast();
-            changed.integralReference =
-                std::min(changed.integralReference, std::max<int>(0, int(changed.integrals.size()) - 1));
-        });
+        changeOptions([](PlotOptions &changed) { changed.keepIntegrals(changed.integrals.size() - 1); });
     });
     QAction *lastDistance = menu->addAction(tr("Remove the Last Distance"));
     lastDistance->setEnabled(!options.distances.isEmpty());
@@ -233,9 +229,8 @@ void NmrItem::fillMarkMenu(QMenu *menu)
     all->setEnabled(!options.integrals.isEmpty() || !options.distances.isEmpty());
     connect(all, &QAction::triggered, this, [this] {
         changeOptions([](PlotOptions &changed) {
-            changed.integrals.clear();
+            changed.keepIntegrals(0);
             changed.distances.clear();
-            changed.integralReference = 0;
         });
     });
 }

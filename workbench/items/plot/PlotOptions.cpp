@@ -62,6 +62,15 @@ QVariantMap PlotOptions::toMap() const
             {QStringLiteral("ContourCount"), contours.count}};
 }
 
+void PlotOptions::keepIntegrals(qsizetype count)
+{
+    integrals.resize(count);
+    if (integralReference >= 0 && integralReference < count)
+        return;
+    integralReference = 0;
+    referenceValue = 1;
+}
+
 PlotOptions PlotOptions::fromMap(const QVariantMap &map)
 {
     PlotOptions options;
@@ -100,8 +109,7 @@ PlotOptions PlotOptions::fromMap(const QVariantMap &map)
     }
     read(QStringLiteral("IntegralReference"), options.integralReference);
     read(QStringLiteral("ReferenceValue"), options.referenceValue);
-    options.integralReference =
-        std::clamp<int>(options.integralReference, 0, std::max<int>(0, int(options.integrals.size()) - 1));
+    options.keepIntegrals(options.integrals.size());
     if (!std::isfinite(options.referenceValue) || options.referenceValue == 0)
         options.referenceValue = 1;
     return options;

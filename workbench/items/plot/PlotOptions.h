@@ -64,6 +64,9 @@ struct PlotOptions {
     double referenceValue = 1.0;
     QList<DistanceMark> distances;
 
+    /// Removes those after the first ones. When the one that was set goes, the first one is 1 again.
+    void keepIntegrals(qsizetype count);
+
     QVariantMap toMap() const;
     /// What is missing or makes no sense stays at its default.
     static PlotOptions fromMap(const QVariantMap &map);
