@@ -603,6 +603,18 @@ private Q_SLOTS:
         click(item->atomPosition(Oxygen));
         QCOMPARE(item->selectedAtoms(), QSet<int>{Oxygen});
         QVERIFY(item->contactsText().contains(u"\tC1\t0 0 0\t1.4177\t"_s));
+        // What was measured before stays as it is, also in a document that is opened again.
+        for (int again = 0; again < 2; ++again) {
+            const QStringList before = item->measurements();
+            if (again > 0)
+                item->setViewSettings(item->viewSettings());
+            else
+                stage.key(Qt::Key_M);
+            click(item->atomPosition(Nitrogen));
+            click(item->atomPosition(Oxygen));
+            QCOMPARE(item->measurements().mid(0, before.size()), before);
+            QCOMPARE(item->measurements().size(), before.size() + 1);
+        }
     }
 
     // --- any item
