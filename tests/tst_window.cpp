@@ -234,6 +234,27 @@ private Q_SLOTS:
                "page");
         QCOMPARE(run(u"Page..."_s), u"page.png is written"_s);
         QVERIFY(m_files.read("page.png").startsWith("\x89PNG"));
+        // A name without suffix means the file that would be written.
+        m_files.write("page.png", "precious");
+        const auto keep = [this](const QString &title) {
+            m_dialogs.expect(title, [this, title](QDialog *dialog) {
+                auto *files = qobject_cast<QFileDialog *>(dialog);
+                files->selectNameFilter(files->nameFilters().filter(u"*.png"_s).constFirst());
+                files->selectFile(m_files.path("page"));
+                m_dialogs.expect(title, [](QDialog *asked) {
+                    auto *box = qobject_cast<QMessageBox *>(asked);
+                    QVERIFY(box->text().startsWith(u"page.png already exists"_s));
+                    box->button(QMessageBox::No)->click();
+                });
+                dialog->accept();
+                dialog->reject();
+            });
+        };
+        keep(u"Export Page"_s);
+        run(u"Page..."_s);
+        keep(u"Save Picture"_s);
+        entry(entry(table()->contextMenu(), u"Picture"_s)->menu(), u"Save..."_s)->trigger();
+        QCOMPARE(m_files.read("page.png"), "precious");
         choose(u"Export Spectrum"_s,
                u"PDF document (*.pdf); SVG image (*.svg); PNG image (*.png); JCAMP-DX (*.jdx); CSDM (*.csdf); JSON: "
                "axes, peaks, parameters (*.json); text: data points (*.csv)"_s,

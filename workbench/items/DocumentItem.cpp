@@ -3,10 +3,10 @@
 
 #include "data/Elision.h"
 #include "items/ItemPicture.h"
+#include "items/SaveDialog.h"
 
 #include <QClipboard>
 #include <QCursor>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QGraphicsSceneContextMenuEvent>
 #include <QGraphicsSceneMouseEvent>
@@ -284,13 +284,11 @@ void DocumentItem::copyPicture()
 
 void DocumentItem::savePicture()
 {
-    QString chosen;
-    QString name = QFileDialog::getSaveFileName(viewWindow(), tr("Save Picture"), QString(),
-                                                tr("PNG image (*.png);;SVG drawing (*.svg);;PDF (*.pdf)"), &chosen);
+    const QString name =
+        askForFileToSave(viewWindow(), tr("Save Picture"), QString(),
+                         tr("PNG image (*.png);;SVG drawing (*.svg);;PDF (*.pdf)").split(QLatin1String(";;")));
     if (name.isEmpty())
         return;
-    if (QFileInfo(name).suffix().isEmpty())
-        name += chosen.section(u'*', 1).chopped(1);
     try {
         ItemPicture::save(*this, name);
         Q_EMIT reported(tr("%1 is written").arg(name));
