@@ -46,6 +46,7 @@ public:
     void setDoubts(const QStringList &doubts);
     /// Said in the title bar while a mode of working lasts, on the screen only; empty for none.
     void setMode(const QString &mode);
+    const QString &mode() const { return m_mode; }
     /// Where it lies on paper and, when somebody has put it there by hand, in the workspace (else an empty rectangle).
     /// The page shows one of both as the geometry.
     struct Place {

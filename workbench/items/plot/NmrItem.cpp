@@ -87,9 +87,8 @@ NmrItem::NmrItem(const QUuid &id, Looks looks, QGraphicsItem *parent)
     if (!m_plot)
         return;
     m_plot->setEditor(m_editor);
-    connect(m_editor, &PeakEditor::activeChanged, this, [this](bool active) {
-        setMode(active ? tr("Editing peaks: %1").arg(m_data->entryName(m_editor->target())) : QString());
-    });
+    connect(m_editor, &PeakEditor::activeChanged, this, &NmrItem::updateMode);
+    connect(m_data, &NmrData::entryChanged, this, &NmrItem::updateMode);
     connect(m_editor, &PeakEditor::reported, this, &NmrItem::reported);
     connect(m_plot, &NmrPlot::pointed, this, &NmrItem::pointed);
     connect(m_plot, &QCustomPlot::afterReplot, this, &NmrItem::shareRange);
@@ -492,6 +491,11 @@ void NmrItem::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
         && m_editor->removeAt(m_proxy->mapFromScene(event->scenePos())))
         return event->accept();
     DocumentItem::contextMenuEvent(event);
+}
+
+void NmrItem::updateMode()
+{
+    setMode(m_editor->isActive() ? tr("Editing peaks: %1").arg(m_data->entryName(m_editor->target())) : QString());
 }
 
 void NmrItem::updateTitle()
