@@ -194,7 +194,6 @@ private Q_SLOTS:
     {
         PlotOptions options;
         options.overlay = options.hertz = options.sharesRange = true;
-        options.title = u"13C of form II"_s;
         const QUuid entry = QUuid::createUuid();
         options.traces[entry] = {2.5, -0.25, 4};
         options.integrals = {{entry, 7.5, 6.25}, {entry, 3, 2}};

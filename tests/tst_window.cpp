@@ -462,6 +462,24 @@ private Q_SLOTS:
         QCOMPARE(activated(), u"Wheel zooms, drag marks what to show, double click shows all; F1 tells more"_s);
         open(u"paracetamol-13C.csv"_s);
         QCOMPARE(activated(), u"¹³C of paracetamol, simulated. Number of peaks: 32 measured, 32 simulated"_s);
+        // The title that was entered last is the plot's, wherever that was.
+        const auto retitle = [&](const QString &title, const QString &before) {
+            m_dialogs.expect(u"Title"_s, [=](QDialog *dialog) {
+                auto *input = qobject_cast<QInputDialog *>(dialog);
+                QCOMPARE(input->textValue(), before);
+                input->setTextValue(title);
+                dialog->accept();
+            });
+            entry(spectrum->contextMenu(), u"Edit Title..."_s)->trigger();
+        };
+        const QString made = spectrum->title();
+        retitle(u"a"_s, made);
+        rename(u"b"_s, u"a"_s);
+        retitle(u"c"_s, u"b"_s);
+        QCOMPARE(spectrum->title(), u"c"_s);
+        history().undo();
+        retitle({}, u"b"_s);
+        QCOMPARE(spectrum->title(), made);
     }
 
     void windowStaysOnTheScreenAndComesBack()

@@ -104,6 +104,8 @@ Q_SIGNALS:
     void reported(const QString &text);
     /// The user has moved or resized the item by hand: its geometry, no more.
     void geometryEdited(const QRectF &before, const QRectF &after);
+    /// The user has given the item another name, or none, in its own dialog.
+    void nameEdited(const QString &before);
 
 protected:
     virtual void paintContent(QPainter *painter, const QRectF &content, bool pageOutput);

@@ -268,13 +268,15 @@ void NmrItem::editTitle()
 {
     bool accepted = false;
     const QPointer<NmrItem> stillThere(this);
-    const QString text =
+    const QString name =
         QInputDialog::getText(viewWindow(), tr("Title"), tr("Title of the plot (empty: made from its spectra):"),
-                              QLineEdit::Normal, title(), &accepted);
-    if (!accepted || !stillThere)
+                              QLineEdit::Normal, title(), &accepted)
+            .simplified();
+    if (!accepted || !stillThere || name == title() || name == givenName())
         return;
-    changeOptions([&](PlotOptions &options) { options.title = text.simplified(); });
-    updateTitle();
+    const QString before = givenName();
+    setGivenName(name);
+    Q_EMIT nameEdited(before);
 }
 
 QList<NmrItem *> NmrItem::plotsOfNucleus() const
@@ -371,6 +373,9 @@ void NmrItem::setViewSettings(const QVariantMap &settings)
         return;
     m_plot->setOptions(PlotOptions::fromMap(settings));
     updateTitle();
+    // Older documents have a title of the plot beside the item's name.
+    if (givenName().isEmpty())
+        setGivenName(settings.value(QStringLiteral("Title")).toString());
 }
 
 QList<MoleculeItem *> NmrItem::molecules() const
@@ -500,10 +505,6 @@ void NmrItem::updateMode()
 
 void NmrItem::updateTitle()
 {
-    if (m_plot && !m_plot->options().title.isEmpty()) {
-        setTitle(m_plot->options().title);
-        return update();
-    }
     const QUuid active = m_data->activeEntryId();
     const Spectrum &spectrum = m_data->spectrum(active);
     QStringList nuclei;

@@ -47,7 +47,6 @@ QVariantMap PlotOptions::toMap() const
     return {{QStringLiteral("Overlay"), overlay},
             {QStringLiteral("Hertz"), hertz},
             {QStringLiteral("SharesRange"), sharesRange},
-            {QStringLiteral("Title"), title},
             {QStringLiteral("Traces"), traceList},
             {QStringLiteral("Integrals"), integralList},
             {QStringLiteral("IntegralReference"), integralReference},
@@ -91,7 +90,6 @@ PlotOptions PlotOptions::fromMap(const QVariantMap &map)
     read(QStringLiteral("Overlay"), options.overlay);
     read(QStringLiteral("Hertz"), options.hertz);
     read(QStringLiteral("SharesRange"), options.sharesRange);
-    read(QStringLiteral("Title"), options.title);
     for (const QVariant &stored : map.value(QStringLiteral("Traces")).toList()) {
         const DoubleVector numbers = numbersOf(stored.toMap().value(numbersKey), 3);
         if (!numbers.empty() && numbers[0] > 0)

@@ -57,7 +57,6 @@ struct PlotOptions {
     bool hertz = false; ///< the axes in Hz instead of ppm
     bool sharesRange = false; ///< of F2, with the other plots of the nucleus that share theirs
     ContourLevels contours;
-    QString title; ///< empty: made from the spectra
     QMap<QUuid, TraceStyle> traces; ///< by entry, those that were changed
     QList<IntegralMark> integrals;
     int integralReference = 0; ///< the integral that is set, to `referenceValue`
