@@ -262,6 +262,28 @@ private Q_SLOTS:
         QCOMPARE(scene().documentItems().size(), items - 1);
     }
 
+    /// Notes are no part of the page: not in its preview, but again after it, wherever the item was meanwhile.
+    void notesKnowThePreview()
+    {
+        open(u"paracetamol.magres"_s);
+        createSpectrum();
+        NmrItem *item = plot();
+        const auto preview = [this](bool on) { entry(menu(u"View"_s), u"Page Preview"_s)->setChecked(on); };
+        const auto isNoted = [&] { return item->isVisible() && item->noteBar()->isVisible(); };
+        QVERIFY(isNoted());
+        preview(true);
+        item->setNotes(item->notes());
+        QVERIFY(!isNoted());
+        removeWithUndo(scene(), item);
+        preview(false);
+        history().undo();
+        QVERIFY(isNoted());
+        removeWithUndo(scene(), item);
+        preview(true);
+        history().undo();
+        QVERIFY(!isNoted());
+    }
+
     void pagesAndZoomOfTheView()
     {
         MainView &view = *window().view();

@@ -145,8 +145,7 @@ void DocumentItem::setMode(const QString &mode)
 void DocumentItem::setNotes(const QList<ItemNote> &notes)
 {
     m_noteBar->setNotes(notes);
-    m_noteBar->setVisible(!notes.isEmpty());
-    layOut();
+    showNotes();
     Q_EMIT notesChanged();
 }
 
@@ -161,7 +160,13 @@ void DocumentItem::setDoubts(const QStringList &doubts)
 void DocumentItem::setOnPaper(bool onPaper, bool withNotes)
 {
     m_noteBar->setOnPaper(onPaper);
-    m_noteBar->setVisible(!notes().isEmpty() && (!onPaper || withNotes));
+    m_notesWanted = !onPaper || withNotes;
+    showNotes();
+}
+
+void DocumentItem::showNotes()
+{
+    m_noteBar->setVisible(m_notesWanted && !notes().isEmpty());
     layOut();
 }
 

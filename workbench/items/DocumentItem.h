@@ -129,6 +129,7 @@ protected:
 
 private:
     void layOut();
+    void showNotes();
     void fillPictureMenu(QMenu *menu);
     void copyPicture();
     void savePicture();
@@ -143,6 +144,7 @@ private:
     QString m_mode;
     Place m_place;
     NoteBar *m_noteBar;
+    bool m_notesWanted = true;
     QList<QPointer<DocumentItem>> m_linked;
     QList<QPointer<QMenu>> m_pluginMenus;
     std::unique_ptr<QMenu> m_menu;
