@@ -172,7 +172,9 @@ private Q_SLOTS:
             cell()->setCheckState(0, check);
             QCOMPARE(molecule->isVisible(), isVisible);
         }
-        m_dialogs.expect(u"Rename"_s, [](QDialog *dialog) {
+        m_dialogs.expect(u"Rename"_s, [&](QDialog *dialog) {
+            Q_EMIT scene().itemsChanged();
+            contents(); // is filled anew under the dialog
             qobject_cast<QInputDialog *>(dialog)->setTextValue(u"form I"_s);
             dialog->accept();
         });
