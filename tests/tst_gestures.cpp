@@ -476,6 +476,30 @@ private Q_SLOTS:
         QVERIFY(!editor->isActive());
     }
 
+    /// The edited spectrum is the active one, and the title bar says which that is.
+    void editorGoesOnWithAnotherSpectrum()
+    {
+        PlotStage plot(spectrum(1, {peak(1, 57, 0, 2)}));
+        NmrData *data = plot.item->nmrData();
+        const QUuid first = data->activeEntryId(), second = data->addEntry(spectrum(1), u"t"_s);
+        const PeakEditor *editor = plot.item->peakEditor();
+        plot.item->peakEditor()->setActive(true);
+        plot.layOut();
+        plot.stage.click(plot.content()->peakMarks(first).value(0).top - QPointF(0, 5));
+        QVERIFY(plot.said().endsWith(u" | Peak at 57.00 ppm"_s));
+        data->setActiveEntryId(second);
+        QVERIFY(plot.said().startsWith(u"Editing the peaks of t: "_s));
+        QCOMPARE(plot.item->mode(), u"Editing peaks: t"_s);
+        plot.stage.key(Qt::Key_Delete);
+        QCOMPARE(plot.said(), u"No peak is chosen: click one first"_s);
+        data->setEntryName(second, u"u"_s);
+        QCOMPARE(plot.item->mode(), u"Editing peaks: u"_s);
+        data->removeEntry(second);
+        QCOMPARE(plot.item->mode(), u"Editing peaks: s"_s);
+        data->removeEntry(first);
+        QVERIFY(!editor->isActive() && plot.item->mode().isEmpty());
+    }
+
     /// As far as there is room: no further in than a millionth, no further out than all.
     void rangesHaveLimits()
     {
@@ -603,6 +627,18 @@ private Q_SLOTS:
         click(item->atomPosition(Oxygen));
         QCOMPARE(item->selectedAtoms(), QSet<int>{Oxygen});
         QVERIFY(item->contactsText().contains(u"\tC1\t0 0 0\t1.4177\t"_s));
+        // What was measured before stays as it is, also in a document that is opened again.
+        for (int again = 0; again < 2; ++again) {
+            const QStringList before = item->measurements();
+            if (again > 0)
+                item->setViewSettings(item->viewSettings());
+            else
+                stage.key(Qt::Key_M);
+            click(item->atomPosition(Nitrogen));
+            click(item->atomPosition(Oxygen));
+            QCOMPARE(item->measurements().mid(0, before.size()), before);
+            QCOMPARE(item->measurements().size(), before.size() + 1);
+        }
     }
 
     // --- any item

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "PlotUser.h"
+#include "Shapes.h"
 #include "WindowTest.h"
 
 #include "data/Language.h"
@@ -85,6 +86,22 @@ private Q_SLOTS:
         data()->removeEntry(held.id);
         data()->insertSpectrum(held.id, held.data);
         QVERIFY(data()->entryIds().isEmpty());
+    }
+
+    /// Wherever the window has scrolled to, as it does by itself when an atom is clicked.
+    void tablesAreWholeOnPaper()
+    {
+        const auto paper = [this] {
+            return Shapes::of(QSize(900, 400),
+                              [&](QPainter *painter) { table()->paintPicture(painter, QRectF(0, 0, 900, 400)); });
+        };
+        const QStringList before = paper();
+        table()->resize(200, 300);
+        table()->view()->scrollToBottom();
+        QScrollBar *columns = table()->view()->horizontalScrollBar();
+        columns->setValue(columns->maximum());
+        QVERIFY(table()->view()->rowAt(0) > 0 && table()->view()->columnViewportPosition(0) < 0);
+        QCOMPARE(paper(), before);
     }
 
 private:

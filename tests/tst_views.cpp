@@ -194,7 +194,6 @@ private Q_SLOTS:
     {
         PlotOptions options;
         options.overlay = options.hertz = options.sharesRange = true;
-        options.title = u"13C of form II"_s;
         const QUuid entry = QUuid::createUuid();
         options.traces[entry] = {2.5, -0.25, 4};
         options.integrals = {{entry, 7.5, 6.25}, {entry, 3, 2}};
@@ -221,7 +220,7 @@ private Q_SLOTS:
         damaged[u"IntegralReference"_s] = 7;
         damaged[u"ReferenceValue"_s] = 0.0;
         const PlotOptions mended = PlotOptions::fromMap(damaged);
-        QVERIFY(mended.distances.isEmpty() && mended.integralReference == 1 && mended.referenceValue == 1);
+        QVERIFY(mended.distances.isEmpty() && mended.integralReference == 0 && mended.referenceValue == 1);
     }
 
     /// A crystal whose table names two of three atoms, with the shielding of one: all entries, and what each does.
@@ -555,6 +554,7 @@ text #50565e 16 72.5 0 and 1 more row(s) of the rows with c iso<60)"_s);
         expected.traces[first] = {2, 0.5, 3};
         expected.integrals = {{first, 66, 52}, {first, 60, 55}};
         expected.integralReference = 1;
+        expected.referenceValue = 6;
         expected.distances = {{{60, 0.2}, {55, 0.2}}};
         item.plot()->setOptions(expected);
         QCOMPARE(
@@ -563,11 +563,18 @@ text #50565e 16 72.5 0 and 1 more row(s) of the rows with c iso<60)"_s);
         choose(item.contextMenu(), u"Appearance/Own Height and Place Again"_s);
         choose(item.contextMenu(), u"Measure/Remove the Last Integral"_s);
         QVERIFY(item.plot()->options().traces[first] == (TraceStyle{1, 0, 3}));
-        QVERIFY(item.plot()->options().integralReference == 0 && item.plot()->options().integrals.size() == 1);
+        const auto reference = [&] { // the integral that is set, and to what
+            return std::pair(item.plot()->options().integralReference, item.plot()->options().referenceValue);
+        };
+        QVERIFY(reference() == std::pair(0, 1.0) && item.plot()->options().integrals.size() == 1);
         choose(item.contextMenu(), u"Measure/Remove the Last Distance"_s);
         QVERIFY(item.plot()->options().distances.isEmpty());
+        expected.integralReference = 0;
         item.plot()->setOptions(expected);
+        choose(item.contextMenu(), u"Measure/Remove the Last Integral"_s);
+        QVERIFY(reference() == std::pair(0, 6.0)); // another one was set
         choose(item.contextMenu(), u"Measure/Remove All"_s);
+        QVERIFY(reference() == std::pair(0, 1.0));
         choose(item.contextMenu(), u"Appearance/Colour/By its place in the stack"_s);
         QVERIFY(item.plot()->options().integrals.isEmpty() && item.plot()->options().distances.isEmpty());
         QCOMPARE(item.plot()->options().traces[first].color, -1);

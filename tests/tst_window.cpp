@@ -234,6 +234,27 @@ private Q_SLOTS:
                "page");
         QCOMPARE(run(u"Page..."_s), u"page.png is written"_s);
         QVERIFY(m_files.read("page.png").startsWith("\x89PNG"));
+        // A name without suffix means the file that would be written.
+        m_files.write("page.png", "precious");
+        const auto keep = [this](const QString &title) {
+            m_dialogs.expect(title, [this, title](QDialog *dialog) {
+                auto *files = qobject_cast<QFileDialog *>(dialog);
+                files->selectNameFilter(files->nameFilters().filter(u"*.png"_s).constFirst());
+                files->selectFile(m_files.path("page"));
+                m_dialogs.expect(title, [](QDialog *asked) {
+                    auto *box = qobject_cast<QMessageBox *>(asked);
+                    QVERIFY(box->text().startsWith(u"page.png already exists"_s));
+                    box->button(QMessageBox::No)->click();
+                });
+                dialog->accept();
+                dialog->reject();
+            });
+        };
+        keep(u"Export Page"_s);
+        run(u"Page..."_s);
+        keep(u"Save Picture"_s);
+        entry(entry(table()->contextMenu(), u"Picture"_s)->menu(), u"Save..."_s)->trigger();
+        QCOMPARE(m_files.read("page.png"), "precious");
         choose(u"Export Spectrum"_s,
                u"PDF document (*.pdf); SVG image (*.svg); PNG image (*.png); JCAMP-DX (*.jdx); CSDM (*.csdf); JSON: "
                "axes, peaks, parameters (*.json); text: data points (*.csv)"_s,
@@ -441,6 +462,24 @@ private Q_SLOTS:
         QCOMPARE(activated(), u"Wheel zooms, drag marks what to show, double click shows all; F1 tells more"_s);
         open(u"paracetamol-13C.csv"_s);
         QCOMPARE(activated(), u"¹³C of paracetamol, simulated. Number of peaks: 32 measured, 32 simulated"_s);
+        // The title that was entered last is the plot's, wherever that was.
+        const auto retitle = [&](const QString &title, const QString &before) {
+            m_dialogs.expect(u"Title"_s, [=](QDialog *dialog) {
+                auto *input = qobject_cast<QInputDialog *>(dialog);
+                QCOMPARE(input->textValue(), before);
+                input->setTextValue(title);
+                dialog->accept();
+            });
+            entry(spectrum->contextMenu(), u"Edit Title..."_s)->trigger();
+        };
+        const QString made = spectrum->title();
+        retitle(u"a"_s, made);
+        rename(u"b"_s, u"a"_s);
+        retitle(u"c"_s, u"b"_s);
+        QCOMPARE(spectrum->title(), u"c"_s);
+        history().undo();
+        retitle({}, u"b"_s);
+        QCOMPARE(spectrum->title(), made);
     }
 
     void windowStaysOnTheScreenAndComesBack()

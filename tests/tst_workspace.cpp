@@ -172,7 +172,9 @@ private Q_SLOTS:
             cell()->setCheckState(0, check);
             QCOMPARE(molecule->isVisible(), isVisible);
         }
-        m_dialogs.expect(u"Rename"_s, [](QDialog *dialog) {
+        m_dialogs.expect(u"Rename"_s, [&](QDialog *dialog) {
+            Q_EMIT scene().itemsChanged();
+            contents(); // is filled anew under the dialog
             qobject_cast<QInputDialog *>(dialog)->setTextValue(u"form I"_s);
             dialog->accept();
         });
@@ -260,6 +262,28 @@ private Q_SLOTS:
         QVERIFY(scene().documentItems().size() == items && plot()->nmrData()->entryIds().size() == 1);
         choose(u"paracetamol-1H.csv"_s, 2); // with its plot
         QCOMPARE(scene().documentItems().size(), items - 1);
+    }
+
+    /// Notes are no part of the page: not in its preview, but again after it, wherever the item was meanwhile.
+    void notesKnowThePreview()
+    {
+        open(u"paracetamol.magres"_s);
+        createSpectrum();
+        NmrItem *item = plot();
+        const auto preview = [this](bool on) { entry(menu(u"View"_s), u"Page Preview"_s)->setChecked(on); };
+        const auto isNoted = [&] { return item->isVisible() && item->noteBar()->isVisible(); };
+        QVERIFY(isNoted());
+        preview(true);
+        item->setNotes(item->notes());
+        QVERIFY(!isNoted());
+        removeWithUndo(scene(), item);
+        preview(false);
+        history().undo();
+        QVERIFY(isNoted());
+        removeWithUndo(scene(), item);
+        preview(true);
+        history().undo();
+        QVERIFY(!isNoted());
     }
 
     void pagesAndZoomOfTheView()

@@ -22,6 +22,10 @@ void UndoRecorder::watch(DocumentItem *item)
         m_scene->undoStack()->push(new ItemCommand<ItemPlace>(
             m_scene, item, MainScene::tr("Move %1").arg(item->title()), place, m_scene->currentItems()));
     });
+    connect(item, &DocumentItem::nameEdited, this, [this, item](const QString &before) {
+        m_scene->undoStack()->push(new ItemCommand<ItemName>(
+            m_scene, item, MainScene::tr("Rename %1").arg(item->title()), before, m_scene->currentItems()));
+    });
     if (auto *table = qobject_cast<TableItem *>(item)) {
         connect(table, &TableItem::columnsEdited, this, [this, table](const TableColumns &before) {
             m_scene->undoStack()->push(new ItemCommand<ItemColumns>(

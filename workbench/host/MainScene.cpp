@@ -281,8 +281,10 @@ void MainScene::setLayout(Layout layout)
     for (DocumentItem *item : std::as_const(m_items))
         item->setPlace(placeOf(*item));
     m_layout = layout;
-    if (layout == Layout::Pages) {
-        for (DocumentItem *item : std::as_const(m_items))
+    // Also those that an undo may bring back.
+    for (DocumentItem *item : std::as_const(m_items)) {
+        item->setOnPaper(layout == Layout::Pages);
+        if (layout == Layout::Pages)
             item->setGeometry(item->place().page);
     }
     updatePages();
@@ -471,6 +473,7 @@ QGraphicsWidget *MainScene::place(DocumentItem *item, const QRectF &rect, bool a
     addItem(item);
     item->setPlace({rect, item->place().workspace});
     item->setGeometry(rect);
+    item->setOnPaper(m_layout == Layout::Pages);
     if (auto *molecule = qobject_cast<MoleculeItem *>(item)) {
         molecule->setDataSource([data = QPointer<DataEngine>(m_data)](const QUuid &id) {
             return data ? data->getDataMap(id) : QVariantMap();

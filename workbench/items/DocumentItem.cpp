@@ -3,10 +3,10 @@
 
 #include "data/Elision.h"
 #include "items/ItemPicture.h"
+#include "items/SaveDialog.h"
 
 #include <QClipboard>
 #include <QCursor>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QGraphicsSceneContextMenuEvent>
 #include <QGraphicsSceneMouseEvent>
@@ -145,8 +145,7 @@ void DocumentItem::setMode(const QString &mode)
 void DocumentItem::setNotes(const QList<ItemNote> &notes)
 {
     m_noteBar->setNotes(notes);
-    m_noteBar->setVisible(!notes.isEmpty());
-    layOut();
+    showNotes();
     Q_EMIT notesChanged();
 }
 
@@ -161,7 +160,13 @@ void DocumentItem::setDoubts(const QStringList &doubts)
 void DocumentItem::setOnPaper(bool onPaper, bool withNotes)
 {
     m_noteBar->setOnPaper(onPaper);
-    m_noteBar->setVisible(!notes().isEmpty() && (!onPaper || withNotes));
+    m_notesWanted = !onPaper || withNotes;
+    showNotes();
+}
+
+void DocumentItem::showNotes()
+{
+    m_noteBar->setVisible(m_notesWanted && !notes().isEmpty());
     layOut();
 }
 
@@ -284,13 +289,11 @@ void DocumentItem::copyPicture()
 
 void DocumentItem::savePicture()
 {
-    QString chosen;
-    QString name = QFileDialog::getSaveFileName(viewWindow(), tr("Save Picture"), QString(),
-                                                tr("PNG image (*.png);;SVG drawing (*.svg);;PDF (*.pdf)"), &chosen);
+    const QString name =
+        askForFileToSave(viewWindow(), tr("Save Picture"), QString(),
+                         tr("PNG image (*.png);;SVG drawing (*.svg);;PDF (*.pdf)").split(QLatin1String(";;")));
     if (name.isEmpty())
         return;
-    if (QFileInfo(name).suffix().isEmpty())
-        name += chosen.section(u'*', 1).chopped(1);
     try {
         ItemPicture::save(*this, name);
         Q_EMIT reported(tr("%1 is written").arg(name));

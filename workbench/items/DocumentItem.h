@@ -46,6 +46,7 @@ public:
     void setDoubts(const QStringList &doubts);
     /// Said in the title bar while a mode of working lasts, on the screen only; empty for none.
     void setMode(const QString &mode);
+    const QString &mode() const { return m_mode; }
     /// Where it lies on paper and, when somebody has put it there by hand, in the workspace (else an empty rectangle).
     /// The page shows one of both as the geometry.
     struct Place {
@@ -105,6 +106,8 @@ Q_SIGNALS:
     void reported(const QString &text);
     /// The user has moved or resized the item by hand: its geometry, no more.
     void geometryEdited(const QRectF &before, const QRectF &after);
+    /// The user has given the item another name, or none, in its own dialog.
+    void nameEdited(const QString &before);
 
 protected:
     virtual void paintContent(QPainter *painter, const QRectF &content, bool pageOutput);
@@ -128,6 +131,7 @@ protected:
 
 private:
     void layOut();
+    void showNotes();
     void fillPictureMenu(QMenu *menu);
     void copyPicture();
     void savePicture();
@@ -142,6 +146,7 @@ private:
     QString m_mode;
     Place m_place;
     NoteBar *m_noteBar;
+    bool m_notesWanted = true;
     QList<QPointer<DocumentItem>> m_linked;
     QList<QPointer<QMenu>> m_pluginMenus;
     std::unique_ptr<QMenu> m_menu;

@@ -147,7 +147,12 @@ void ContentsDock::updateLater()
 
 DocumentItem *ContentsDock::itemOf(const QTreeWidgetItem *node) const
 {
-    DocumentItem *item = node ? m_scene->item(node->data(0, itemRole).toUuid()) : nullptr;
+    return node ? itemOf(node->data(0, itemRole).toUuid()) : nullptr;
+}
+
+DocumentItem *ContentsDock::itemOf(const QUuid &id) const
+{
+    DocumentItem *item = m_scene->item(id);
     return item && m_scene->isOnPage(item) ? item : nullptr;
 }
 
@@ -284,12 +289,13 @@ void ContentsDock::rename(QTreeWidgetItem *node)
     if (!item)
         return;
     auto *nmr = qobject_cast<NmrItem *>(item);
-    const QUuid entry = entryOf(node);
+    const QUuid id = item->id(), entry = entryOf(node);
     const QString before = nmr ? nmr->nmrData()->entryName(entry) : item->title();
     bool accepted = false;
     const QString name =
         QInputDialog::getText(window(), tr("Rename"), tr("Name:"), QLineEdit::Normal, before, &accepted).trimmed();
-    if (!accepted || name == before || !itemOf(node))
+    // While the dialog was open the tree may have been filled anew: the node is gone then.
+    if (!accepted || name == before || itemOf(id) != item)
         return;
     if (!nmr)
         renameWithUndo(*m_scene, item, name);

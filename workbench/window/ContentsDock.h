@@ -44,6 +44,8 @@ private:
     void setHidden(QTreeWidgetItem *node);
     void openMenu(const QPoint &pos);
     DocumentItem *itemOf(const QTreeWidgetItem *node) const;
+    /// On the page; null when there is none.
+    DocumentItem *itemOf(const QUuid &id) const;
     QUuid entryOf(const QTreeWidgetItem *node) const;
 
     MainScene *m_scene;

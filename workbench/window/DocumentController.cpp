@@ -10,9 +10,9 @@
 #include "formats/ExperimentFile.h"
 #include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
+#include "items/SaveDialog.h"
 
 #include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QGraphicsView>
 #include <QGuiApplication>
@@ -192,12 +192,9 @@ bool DocumentController::save()
 
 bool DocumentController::saveAs()
 {
-    const QFileInfo proposed(proposedPath(QLatin1String(DocumentFile::suffix)));
-    QFileDialog dialog(m_window, tr("Save As"), proposed.path(), nameFilter());
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(QLatin1String(DocumentFile::suffix));
-    dialog.selectFile(proposed.fileName());
-    return dialog.exec() == QDialog::Accepted && saveTo(dialog.selectedFiles().constFirst());
+    const QString fileName =
+        askForFileToSave(m_window, tr("Save As"), proposedPath(QLatin1String(DocumentFile::suffix)), {nameFilter()});
+    return !fileName.isEmpty() && saveTo(fileName);
 }
 
 bool DocumentController::saveTo(const QString &fileName)

@@ -12,11 +12,11 @@
 #include "formats/TableExport.h"
 #include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
+#include "items/SaveDialog.h"
 #include "data/PluginCall.h"
 #include "items/table/TableItem.h"
 
 #include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
 #include <QMessageBox>
@@ -112,16 +112,13 @@ void ExportMenu::ask(const QString &title, const QList<std::pair<QString, QStrin
     QStringList filters;
     for (const auto &[name, suffix] : types)
         filters.append(QStringLiteral("%1 (*.%2)").arg(name, suffix));
-    QString chosen;
     const QFileInfo proposed(m_proposal ? m_proposal(types.constFirst().second) : QString());
     const QString folder = m_lastDirectory.isEmpty() ? proposed.path() : m_lastDirectory;
-    QString fileName = QFileDialog::getSaveFileName(parentWidget(), title, QDir(folder).filePath(proposed.fileName()),
-                                                    filters.join(QLatin1String(";;")), &chosen);
+    const QString fileName =
+        askForFileToSave(parentWidget(), title, QDir(folder).filePath(proposed.fileName()), filters);
     if (fileName.isEmpty())
         return;
     m_lastDirectory = QFileInfo(fileName).path();
-    if (QFileInfo(fileName).suffix().isEmpty())
-        fileName += u'.' + types.value(std::max<qsizetype>(filters.indexOf(chosen), 0)).second;
     try {
         write(fileName);
         Q_EMIT reported(tr("%1 is written").arg(fileName));

@@ -44,8 +44,6 @@ bool MainView::isPagePreview() const
 void MainView::setPagePreview(bool preview)
 {
     m_scene->setLayout(preview ? MainScene::Layout::Pages : MainScene::Layout::Workspace);
-    for (DocumentItem *item : m_scene->documentItems())
-        item->setOnPaper(preview);
     fitWidth();
     fillWindow();
 }

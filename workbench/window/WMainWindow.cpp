@@ -534,7 +534,6 @@ void WMainWindow::addHostMenu(DocumentItem *item)
     }
     connect(item, &DocumentItem::reported, this, [this](const QString &text) { statusBar()->showMessage(text); });
     item->addContextMenu(m_itemMenu);
-    item->setOnPaper(m_view->isPagePreview());
     connect(item, &DocumentItem::titleChanged, this, &WMainWindow::tellActiveItem);
     connect(item, &DocumentItem::notesChanged, this, &WMainWindow::tellActiveItem);
 }

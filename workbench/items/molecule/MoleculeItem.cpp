@@ -436,6 +436,7 @@ void MoleculeItem::setMeasuring(bool measuring)
     setCursor(measuring ? Qt::CrossCursor : Qt::ArrowCursor);
     if (!m_measurements.isEmpty() && m_measurements.last().size() < 2)
         m_measurements.removeLast();
+    m_measurementEnded = true;
     updateLines();
     Q_EMIT reported(measuring
                         ? tr("Measuring: click two atoms for their distance, a third for an angle, a fourth for a "
@@ -735,6 +736,7 @@ void MoleculeItem::setViewSettings(const QVariantMap &settings)
     m_tensorSize = std::clamp(settings.value(tensorSizeKey, 1.0).toDouble(), 0.1, 10.0);
     setTensors(tensors >= 0 && tensors <= int(Tensors::Gradient) ? Tensors(tensors) : Tensors::None);
     m_measurements = measurementsFrom(settings.value(measurementsKey).toList(), int(m_view.molecule().atoms.size()));
+    m_measurementEnded = true;
     m_contactsVisible = settings.value(contactsKey).toBool();
     updateLines();
     const int labels = settings.value(labelsKey).toInt();

@@ -87,9 +87,8 @@ NmrItem::NmrItem(const QUuid &id, Looks looks, QGraphicsItem *parent)
     if (!m_plot)
         return;
     m_plot->setEditor(m_editor);
-    connect(m_editor, &PeakEditor::activeChanged, this, [this](bool active) {
-        setMode(active ? tr("Editing peaks: %1").arg(m_data->entryName(m_editor->target())) : QString());
-    });
+    connect(m_editor, &PeakEditor::activeChanged, this, &NmrItem::updateMode);
+    connect(m_data, &NmrData::entryChanged, this, &NmrItem::updateMode);
     connect(m_editor, &PeakEditor::reported, this, &NmrItem::reported);
     connect(m_plot, &NmrPlot::pointed, this, &NmrItem::pointed);
     connect(m_plot, &QCustomPlot::afterReplot, this, &NmrItem::shareRange);
@@ -219,11 +218,7 @@ void NmrItem::fillMarkMenu(QMenu *menu)
     QAction *last = menu->addAction(tr("Remove the Last Integral"));
     last->setEnabled(!options.integrals.isEmpty());
     connect(last, &QAction::triggered, this, [this] {
-        changeOptions([](PlotOptions &changed) {
-            changed.integrals.removeLast();
-            changed.integralReference =
-                std::min(changed.integralReference, std::max<int>(0, int(changed.integrals.size()) - 1));
-        });
+        changeOptions([](PlotOptions &changed) { changed.keepIntegrals(changed.integrals.size() - 1); });
     });
     QAction *lastDistance = menu->addAction(tr("Remove the Last Distance"));
     lastDistance->setEnabled(!options.distances.isEmpty());
@@ -233,9 +228,8 @@ void NmrItem::fillMarkMenu(QMenu *menu)
     all->setEnabled(!options.integrals.isEmpty() || !options.distances.isEmpty());
     connect(all, &QAction::triggered, this, [this] {
         changeOptions([](PlotOptions &changed) {
-            changed.integrals.clear();
+            changed.keepIntegrals(0);
             changed.distances.clear();
-            changed.integralReference = 0;
         });
     });
 }
@@ -274,13 +268,15 @@ void NmrItem::editTitle()
 {
     bool accepted = false;
     const QPointer<NmrItem> stillThere(this);
-    const QString text =
+    const QString name =
         QInputDialog::getText(viewWindow(), tr("Title"), tr("Title of the plot (empty: made from its spectra):"),
-                              QLineEdit::Normal, title(), &accepted);
-    if (!accepted || !stillThere)
+                              QLineEdit::Normal, title(), &accepted)
+            .simplified();
+    if (!accepted || !stillThere || name == title() || name == givenName())
         return;
-    changeOptions([&](PlotOptions &options) { options.title = text.simplified(); });
-    updateTitle();
+    const QString before = givenName();
+    setGivenName(name);
+    Q_EMIT nameEdited(before);
 }
 
 QList<NmrItem *> NmrItem::plotsOfNucleus() const
@@ -377,6 +373,9 @@ void NmrItem::setViewSettings(const QVariantMap &settings)
         return;
     m_plot->setOptions(PlotOptions::fromMap(settings));
     updateTitle();
+    // Older documents have a title of the plot beside the item's name.
+    if (givenName().isEmpty())
+        setGivenName(settings.value(QStringLiteral("Title")).toString());
 }
 
 QList<MoleculeItem *> NmrItem::molecules() const
@@ -499,12 +498,13 @@ void NmrItem::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
     DocumentItem::contextMenuEvent(event);
 }
 
+void NmrItem::updateMode()
+{
+    setMode(m_editor->isActive() ? tr("Editing peaks: %1").arg(m_data->entryName(m_editor->target())) : QString());
+}
+
 void NmrItem::updateTitle()
 {
-    if (m_plot && !m_plot->options().title.isEmpty()) {
-        setTitle(m_plot->options().title);
-        return update();
-    }
     const QUuid active = m_data->activeEntryId();
     const Spectrum &spectrum = m_data->spectrum(active);
     QStringList nuclei;

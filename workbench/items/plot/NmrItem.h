@@ -61,6 +61,7 @@ protected:
 
 private:
     void updateTitle();
+    void updateMode();
     void fillShowMenu(QMenu *menu);
     void fillMarkMenu(QMenu *menu);
     void fillTraceMenu(QMenu *menu);

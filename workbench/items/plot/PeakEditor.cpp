@@ -32,10 +32,15 @@ bool isSnapping(const QMouseEvent *event)
 
 PeakEditor::PeakEditor(NmrData *data, NmrPlot *plot, QObject *parent) : QObject(parent), m_data(data), m_plot(plot)
 {
-    connect(data, &NmrData::entriesChanged, this, [this] {
-        if (m_active && target().isNull())
-            setActive(false);
-    });
+    connect(data, &NmrData::entriesChanged, this, &PeakEditor::follow);
+    connect(data, &NmrData::entryChanged, this, &PeakEditor::follow);
+    connect(data, &NmrData::activeEntryChanged, this, &PeakEditor::follow);
+}
+
+void PeakEditor::follow()
+{
+    if (m_active && target() != m_edited)
+        setActive(!target().isNull());
 }
 
 void PeakEditor::setActive(bool active)
@@ -57,6 +62,7 @@ void PeakEditor::setActive(bool active)
     }
     const bool changed = active != m_active;
     m_active = active;
+    m_edited = active ? target() : QUuid();
     m_plot->setCursor(active ? Qt::CrossCursor : Qt::ArrowCursor);
     m_plot->update();
     if (changed && !active)

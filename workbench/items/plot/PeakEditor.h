@@ -53,6 +53,7 @@ public:
     static QString counts(const NmrData &data);
 
 Q_SIGNALS:
+    /// Also when another spectrum is edited than before.
     void activeChanged(bool active);
     /// What was done, or cannot be done, for a status bar.
     void reported(const QString &text);
@@ -60,6 +61,8 @@ Q_SIGNALS:
 private:
     using Place = PeakListEdit::Place;
 
+    /// Goes on with another spectrum when the target has changed, and ends when there is none.
+    void follow();
     const Spectrum &spectrum() const;
     PlotContent *content() const;
     std::optional<PeakMark> markAt(const QPointF &pixel) const;
@@ -75,6 +78,7 @@ private:
     NmrData *m_data;
     NmrPlot *m_plot;
     bool m_active = false;
+    QUuid m_edited; ///< the target, as the user was told
     QList<QUuid> m_chosen;
     bool m_pressed = false; ///< on a mark
     QPointF m_pressedAt;

@@ -47,7 +47,6 @@ QVariantMap PlotOptions::toMap() const
     return {{QStringLiteral("Overlay"), overlay},
             {QStringLiteral("Hertz"), hertz},
             {QStringLiteral("SharesRange"), sharesRange},
-            {QStringLiteral("Title"), title},
             {QStringLiteral("Traces"), traceList},
             {QStringLiteral("Integrals"), integralList},
             {QStringLiteral("IntegralReference"), integralReference},
@@ -60,6 +59,15 @@ QVariantMap PlotOptions::toMap() const
             {QStringLiteral("ContourLowest"), contours.lowest},
             {QStringLiteral("ContourFactor"), contours.factor},
             {QStringLiteral("ContourCount"), contours.count}};
+}
+
+void PlotOptions::keepIntegrals(qsizetype count)
+{
+    integrals.resize(count);
+    if (integralReference >= 0 && integralReference < count)
+        return;
+    integralReference = 0;
+    referenceValue = 1;
 }
 
 PlotOptions PlotOptions::fromMap(const QVariantMap &map)
@@ -82,7 +90,6 @@ PlotOptions PlotOptions::fromMap(const QVariantMap &map)
     read(QStringLiteral("Overlay"), options.overlay);
     read(QStringLiteral("Hertz"), options.hertz);
     read(QStringLiteral("SharesRange"), options.sharesRange);
-    read(QStringLiteral("Title"), options.title);
     for (const QVariant &stored : map.value(QStringLiteral("Traces")).toList()) {
         const DoubleVector numbers = numbersOf(stored.toMap().value(numbersKey), 3);
         if (!numbers.empty() && numbers[0] > 0)
@@ -100,8 +107,7 @@ PlotOptions PlotOptions::fromMap(const QVariantMap &map)
     }
     read(QStringLiteral("IntegralReference"), options.integralReference);
     read(QStringLiteral("ReferenceValue"), options.referenceValue);
-    options.integralReference =
-        std::clamp<int>(options.integralReference, 0, std::max<int>(0, int(options.integrals.size()) - 1));
+    options.keepIntegrals(options.integrals.size());
     if (!std::isfinite(options.referenceValue) || options.referenceValue == 0)
         options.referenceValue = 1;
     return options;

@@ -57,12 +57,14 @@ struct PlotOptions {
     bool hertz = false; ///< the axes in Hz instead of ppm
     bool sharesRange = false; ///< of F2, with the other plots of the nucleus that share theirs
     ContourLevels contours;
-    QString title; ///< empty: made from the spectra
     QMap<QUuid, TraceStyle> traces; ///< by entry, those that were changed
     QList<IntegralMark> integrals;
     int integralReference = 0; ///< the integral that is set, to `referenceValue`
     double referenceValue = 1.0;
     QList<DistanceMark> distances;
+
+    /// Removes those after the first ones. When the one that was set goes, the first one is 1 again.
+    void keepIntegrals(qsizetype count);
 
     QVariantMap toMap() const;
     /// What is missing or makes no sense stays at its default.

@@ -756,20 +756,20 @@ void TableItem::paintTable(QPainter *painter, const QRectF &area)
     painter->fillRect(area, Qt::white);
     const QList<int> order = shownRows(), columns = shownColumns();
     const bool filtered = !m_filter.isEmpty();
-    const int first = std::max<int>(0, order.indexOf(m_view->rowAt(0)));
-    const int all = int(order.size()) - first;
+    const int all = int(order.size());
     const int room = int(area.height() / rowHeight) - 1;
     const int rows = std::max(0, all <= room && !filtered ? all : std::min(all, room - 1));
-    const qreal width = std::min<qreal>(area.width(), m_view->horizontalHeader()->length());
+    // From the first row and column on: the view's place in the window is none on paper.
+    const QHeaderView *header = m_view->horizontalHeader();
+    const qreal width = std::min<qreal>(area.width(), header->length());
 
     for (int row = -1; row < rows; ++row) {
         const qreal y = area.top() + (row + 1) * rowHeight;
         painter->setFont(row < 0 ? headerFont() : tableFont());
         painter->setPen(Qt::black);
         for (int column : columns) {
-            const QRectF cell(area.left() + m_view->columnViewportPosition(column), y, m_view->columnWidth(column),
-                              rowHeight);
-            const QModelIndex index = m_model->index(order.value(first + row, -1), column);
+            const QRectF cell(area.left() + header->sectionPosition(column), y, header->sectionSize(column), rowHeight);
+            const QModelIndex index = m_model->index(order.value(row, -1), column);
             const QVariant text = row < 0 ? m_model->headerData(column, Qt::Horizontal) : m_model->data(index);
             const QVariant alignment = m_model->headerData(column, Qt::Horizontal, Qt::TextAlignmentRole);
             const QRectF inside = cell.adjusted(cellPadding, 0, -cellPadding, 0);

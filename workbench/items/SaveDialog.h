@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QStringList>
+
+class QWidget;
+
+namespace Workbench {
+
+/// Asks for a file to write, from a proposed one (or none) on; empty when the user cancels. A name without suffix gets
+/// that of the chosen filter, such as "PDF document (*.pdf)", before anybody is asked whether a file may be replaced.
+QString askForFileToSave(QWidget *parent, const QString &title, const QString &proposed, const QStringList &filters);
+
+} // namespace Workbench
