@@ -489,6 +489,8 @@ private Q_SLOTS:
             const Agreement agreement = Agreement::of(sites, lines, pairing.linesOf, {std::nullopt, {}});
             QVERIFY(isClose(agreement.slope, slope, 0.05));
             QCOMPARE(agreement.degreesOfFreedom, 12);
+            const LinePairing known = LinePairing::of(sites, lines, {std::nullopt, 0, 170.0});
+            QVERIFY(isClose(Agreement::of(sites, lines, known.linesOf, {std::nullopt, 170.0}).slope, slope, 0.05));
         }
     }
 
@@ -593,6 +595,10 @@ private Q_SLOTS:
         const Agreement fixed = Agreement::of(sites, lines, of, {-1.0, 30.0});
         QVERIFY(isClose(fixed.leastSquares, 2.0));
         QCOMPARE(fixed.degreesOfFreedom, 3);
+        // Through the reference: sums of the products with the shielding, and of its squares.
+        const Agreement through = Agreement::of(sites, lines, of, {std::nullopt, 30.0});
+        QVERIFY(isClose(through.slope, -(30 * 29 + 28 * 28 + 25 * 24) / (900.0 + 784 + 625)));
+        QCOMPARE(through.degreesOfFreedom, 2);
         for (const auto &[value, degrees, p] :
              {std::tuple(3.2, 4, 0.524930946786), std::tuple(30.0, 7, 9.49597250813e-05),
               std::tuple(0.5, 1, 0.479500122187)}) // scipy.stats.chi2.sf

@@ -33,7 +33,7 @@ Fit fitted(const std::vector<Point> &points, const LinePairing::Options &options
 {
     const ShiftMoments moments = ShiftMoments::of(points);
     Fit fit;
-    fit.scale.slope = options.slope.value_or(moments.slope(fallbackSlope));
+    fit.scale.slope = options.slope.value_or(moments.slope(fallbackSlope, options.reference));
     fit.scale.offset = options.reference.value_or(moments.reference(fit.scale.slope));
     fit.squares = 0;
     for (const Point &p : points) {
