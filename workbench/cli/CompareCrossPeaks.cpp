@@ -126,7 +126,7 @@ std::vector<CrossPeak> uniquePeaks(const QList<SpectrumPeak> &peaks, const Cryst
     QHash<QString, QString> siteOf;
     for (const UniqueSite &site : unique.sites)
         for (int atom : site.atoms)
-            siteOf.insert(structure.name(atom), siteName(structure, site));
+            siteOf.insert(structure.name(atom), site.name);
     std::vector<CrossPeak> all;
     for (const SpectrumPeak &peak : peaks) {
         CrossPeak named;
@@ -149,7 +149,7 @@ QMultiHash<QString, QString> namesOfSites(const CrystalStructure &structure, con
 {
     QMultiHash<QString, QString> names;
     for (const UniqueSite &site : unique.sites) {
-        const QString own = siteName(structure, site);
+        const QString &own = site.name;
         names.insert(own, own);
         for (int atom : site.atoms) {
             QStringList of = structure.atoms[std::size_t(atom)].labels;

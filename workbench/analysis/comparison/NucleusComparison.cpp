@@ -12,7 +12,7 @@ std::vector<ComparedSite> comparedSites(const CrystalStructure &structure, const
 {
     std::vector<ComparedSite> compared;
     for (const UniqueSite &site : sites) {
-        ComparedSite result{siteName(structure, site), {}, 0, site.nuclei(), site.lines};
+        ComparedSite result{site.name, {}, 0, site.nuclei(), site.lines};
         for (int atom : site.atoms) {
             const CrystalAtom &member = structure.atoms[std::size_t(atom)];
             if (!member.shielding)
