@@ -84,7 +84,9 @@ std::vector<PeakPicking::Peak> picked(const std::vector<double> &v, const PeakPi
         double saddle = -INFINITY;
         for (int step : {-1, 1}) {
             double low = top;
-            for (int k = (step < 0 ? i : last) + step; k >= 0 && k < int(v.size()) && v[size_t(k)] < top; k += step)
+            // Of equal ones the last goes on to what is higher.
+            const double end = step < 0 ? std::nextafter(top, INFINITY) : top;
+            for (int k = (step < 0 ? i : last) + step; k >= 0 && k < int(v.size()) && v[size_t(k)] < end; k += step)
                 low = std::min(low, v[size_t(k)]);
             saddle = std::max(saddle, low);
         }

@@ -333,6 +333,18 @@ private Q_SLOTS:
         };
         const double slope = set[u"regression"][u"slope"].toDouble();
         QVERIFY(likelihood("--reference-set @set.json") > likelihood("--slope " + QByteArray::number(slope, 'g', 17)));
+        // What is given by hand goes before that half of the set, in all commands.
+        const QByteArray ofSet[] = {" --reference "
+                                        + QByteArray::number(set[u"regression"][u"reference"].toDouble(), 'g', 17),
+                                    " --slope " + QByteArray::number(slope, 'g', 17)};
+        for (const char *command : {"compare @s0.magres --experiment 13C=@c.csv", "simulate @s0.magres --nucleus 13C",
+                                    "powder @s0.magres --nucleus 13C", "spinsystem @s0.magres --nucleus 13C"}) {
+            for (const auto &[given, other] : {std::pair(" --slope -0.9", ofSet[0]), {" --reference 175", ofSet[1]}}) {
+                const QByteArray expected = m_program.run(command + other + given);
+                QVERIFY2(m_program.status == 0 && !expected.isEmpty(), m_program.errors);
+                QCOMPARE(m_program.run(command + QByteArray(" --reference-set @set.json") + given), expected);
+            }
+        }
     }
 
     /// Cross peaks that lie where the simulation has them, but for the references, which are found again.

@@ -90,7 +90,7 @@ private Q_SLOTS:
             map.insert(u"pos"_s, QVariant::fromValue(DoubleVector{0, 0, 1.0 * i}));
             atoms.insert(QString::number(i), map);
         }
-        SpinSystem::Options options{{u"17O"_s}, {}, 1.5, {{u"17O"_s, 30.0}}, {}};
+        SpinSystem::Options options{{u"17O"_s}, {}, 1.5, {{u"17O"_s, 30.0}}, {{u"17O"_s, -0.9}}};
         const QVariantMap data{
             {u"atoms"_s, atoms}, {u"shieldings"_s, list}, {u"EFG"_s, list}, {u"numberToLabel"_s, true}};
         int lines = 0;
@@ -109,7 +109,7 @@ private Q_SLOTS:
             const Vector3d principal(iso - aniso / 2 * (1 + eta), iso - aniso / 2 * (1 - eta), iso + aniso);
             const Matrix3d rebuilt = r.transpose() * principal.asDiagonal() * r, one = Matrix3d::Identity();
             const Matrix3d tensor = tensors[f[1].toInt() - 1], symmetric = (tensor + tensor.transpose()) / 2;
-            Matrix3d expected = 30 * one - symmetric;
+            Matrix3d expected = 30 * one - 0.9 * symmetric;
             if (dipole)
                 expected = Vector3d(-0.5, -0.5, 1).asDiagonal();
             if (quadrupole)
@@ -120,7 +120,7 @@ private Q_SLOTS:
         }
         QCOMPARE(lines, 4 + 4 + 3);
 
-        // The same in another program's form: zeta is that of the shielding, angles are radians.
+        // The same in another program's form: zeta is minus that of the shift, angles are radians.
         options.labels = {u"O1"_s};
         const QByteArray other = SpinSystem::fromData(data, options).mrsimulator(u"x"_s);
         QCOMPARE(QJsonDocument::fromJson(other).toJson(QJsonDocument::Compact),
@@ -129,7 +129,7 @@ private Q_SLOTS:
                  "ppm\",\"quadrupolar\":{\"Cq\":\"18025458.600 Hz\",\"alpha\":\"-1.570796327 "
                  "rad\",\"beta\":\"0.000000000 rad\",\"eta\":0.33333333,\"gamma\":\"0.000000000 "
                  "rad\"},\"shielding_symmetric\":{\"alpha\":\"-1.570796327 rad\",\"beta\":\"0.000000000 "
-                 "rad\",\"eta\":0.33333333,\"gamma\":\"0.000000000 rad\",\"zeta\":\"-3.000000 ppm\"}}]}]}");
+                 "rad\",\"eta\":0.33333333,\"gamma\":\"0.000000000 rad\",\"zeta\":\"-2.700000 ppm\"}}]}]}");
     }
 
     void tableIsSortedCopiedAndLinked()

@@ -265,6 +265,11 @@ private Q_SLOTS:
         row("position,height\n# c\n 10 , 2 # why\n\n-5,-1", "10 =2; -5 =-1");
         row("1\r2", "1; 2");
         row("1\n2,3\n", "1; 2 =3", "without a height (1)");
+        row("1,2\n5,\n3,4\n", "1 =2; 5; 3 =4", "without a height (1)"); // no decimal commas
+        // Counts of some tell nothing of the others.
+        for (const char *text :
+             {"ppm,count\n150,1\n110,\n70,2\n", "ppm;count\n150;1\n110\n70;2\n", "ppm\tcount\n150\t1\n110\t\n70\t2\n"})
+            row(text, "150; 110; 70", "told of 2 of the 3");
         row("3.5,60\n1.2,15,4\n", "3.5/60; 1.2/15 =4", "position in F2, position in F1");
         row("label,F2 (ppm),F1 (ppm),height\nA,3.5,60,2\nB,1.2,15,4\n", "3.5/60 =2 A; 1.2/15 =4 B");
         // Names of columns begin with an empty one, and the last field of a row may be empty.

@@ -74,7 +74,8 @@ struct Maximum {
 };
 
 /// How far one must at least go down from each maximum before it goes higher. One pass per direction: a stack holds the
-/// maxima that nothing higher has followed yet, each with the lowest point since.
+/// maxima that nothing higher has followed yet, each with the lowest point since. Of equal ones the last keeps its full
+/// prominence, or the highest of all would have that of the noise on its top.
 void measureProminence(std::span<const double> values, std::vector<Maximum> &maxima)
 {
     std::vector<double> saddleLeft(maxima.size()), saddleRight(maxima.size());
@@ -93,7 +94,10 @@ void measureProminence(std::span<const double> values, std::vector<Maximum> &max
             if (next == maxima.size() || i != (forward ? maxima[m].first : maxima[m].last))
                 continue;
             ++next;
-            while (!open.empty() && open.back().value < maxima[m].value) {
+            const auto isPassed = [&](double value) {
+                return value < maxima[m].value || (forward && value == maxima[m].value);
+            };
+            while (!open.empty() && isPassed(open.back().value)) {
                 low = std::min(low, open.back().lowestSince);
                 open.pop_back();
             }

@@ -48,7 +48,7 @@ std::vector<Chosen> chosenSites(const CrystalStructure &structure, const std::ve
         }
         if (named < 0)
             continue;
-        QString name = siteName(structure, site);
+        QString name = site.name;
         if (named != site.atoms.front())
             name = structure.name(named) + (site.nuclei() > 1 ? QStringLiteral(" ×%1").arg(site.nuclei()) : QString());
         chosen.push_back({&site, named, name});

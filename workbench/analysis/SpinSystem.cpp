@@ -69,9 +69,9 @@ SpinSystem::Site siteOf(const CrystalAtom &atom, const QString &name, const QStr
     SpinSystem::Site site{nucleus, name, {}, {}};
     if (atom.shielding) {
         const Principal shielding = principal(*atom.shielding);
-        site.shift = {*atom.isotropicShielding() * options.slopes.value(nucleus, -1.0)
-                          + options.references.value(nucleus, 100.0),
-                      -shielding.aniso(), shielding.eta(), shielding.angles};
+        const double slope = options.slopes.value(nucleus, -1.0);
+        site.shift = {*atom.isotropicShielding() * slope + options.references.value(nucleus, 100.0),
+                      slope * shielding.aniso(), shielding.eta(), shielding.angles};
     }
     const double moment = Nuclides::table()[nucleus].quadrupoleMoment;
     if (atom.gradient && moment != 0) {
@@ -145,7 +145,8 @@ QJsonObject tensorObject(const char *name, const QString &strength, double eta, 
 constexpr const char *conventions =
     "# Conventions\n"
     "#   Principal values: |zz-iso| >= |xx-iso| >= |yy-iso|, eta = (yy-xx)/(zz-iso), for shift and quadrupole alike.\n"
-    "#   Shift: iso in ppm from the reference; anisotropy zz-iso in ppm, which is minus that of the shielding.\n"
+    "#   Shift: iso in ppm from the reference; anisotropy zz-iso in ppm, which is that of the shielding times the\n"
+    "#   slope, -1 unless given.\n"
     "#   Quadrupole: Cq = e Q Vzz / h in Hz with its sign.\n"
     "#   Dipole: b = -mu0 hbar gamma_i gamma_j / (8 pi^2 r^3) in Hz (negative for gammas of one sign), to the\n"
     "#   nearest image of the other atom where the file has a lattice; a pair counts once, an atom's own images do "

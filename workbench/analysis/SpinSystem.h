@@ -23,7 +23,7 @@ struct SpinSystem {
 
     struct Shift {
         double iso = 0; ///< ppm
-        double aniso = 0; ///< ppm, zz - iso of the shift: minus that of the shielding
+        double aniso = 0; ///< ppm, zz - iso of the shift: slope * that of the shielding
         double eta = 0;
         Angles angles{};
     };
@@ -66,8 +66,8 @@ struct SpinSystem {
     /// As the input of SIMPSON: a spinsys section, with the conventions as comments at its head.
     QByteArray simpson(const QString &title) const;
 
-    /// As JSON of mrsimulator: one spin system of one site each, without dipole couplings. Anisotropies are those of
-    /// the shielding (zeta = zz - iso of sigma); angles in radians, with the meaning that they have here.
+    /// As JSON of mrsimulator: one spin system of one site each, without dipole couplings. Anisotropies are minus those
+    /// of the shift (zeta = zz - iso of sigma at slope -1); angles in radians, with the meaning that they have here.
     QByteArray mrsimulator(const QString &title) const;
 };
 

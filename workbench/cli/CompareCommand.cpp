@@ -53,11 +53,6 @@ CommandRun prepareCompare(const CommandLine &line)
         ComparisonReport report;
         report.file = file;
         report.measurements = options.read(&notes);
-        for (NucleusMeasurement &measurement : report.measurements) {
-            // A set that is known is not fitted.
-            if (measurement.calibration)
-                measurement.scale.reference = measurement.calibration->reference;
-        }
         Simulation simulation(host, log);
         simulation.readFile(file, isotopes);
         report.structure = simulation.structure();

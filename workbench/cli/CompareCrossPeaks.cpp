@@ -51,7 +51,7 @@ struct Plan {
     bool ignoresLabels = false;
 };
 
-/// Slope, error and reference of a dimension. A set's reference goes with its slope.
+/// Slope, error and reference of a dimension.
 void takeScale(const CommandLine &line, const QStringList &nuclei, Plan &plan)
 {
     const auto slopes = valuesByNucleus(line, "slope", nuclei), sigmas = valuesByNucleus(line, "sigma", nuclei),
@@ -69,9 +69,10 @@ void takeScale(const CommandLine &line, const QStringList &nuclei, Plan &plan)
         if (references.contains(nucleus))
             plan.reference[d] = OptionValues::number(QStringLiteral("--reference"), references[nucleus]);
         for (const ReferenceSet &set : plan.sets) {
-            if (set.nucleus != nucleus || slopes.contains(nucleus))
+            if (set.nucleus != nucleus)
                 continue;
-            dimension.slope = set.calibration.slope;
+            if (!slopes.contains(nucleus))
+                dimension.slope = set.calibration.slope;
             if (!plan.reference[d])
                 plan.reference[d] = set.calibration.reference;
         }
@@ -126,7 +127,7 @@ std::vector<CrossPeak> uniquePeaks(const QList<SpectrumPeak> &peaks, const Cryst
     QHash<QString, QString> siteOf;
     for (const UniqueSite &site : unique.sites)
         for (int atom : site.atoms)
-            siteOf.insert(structure.name(atom), siteName(structure, site));
+            siteOf.insert(structure.name(atom), site.name);
     std::vector<CrossPeak> all;
     for (const SpectrumPeak &peak : peaks) {
         CrossPeak named;
@@ -149,7 +150,7 @@ QMultiHash<QString, QString> namesOfSites(const CrystalStructure &structure, con
 {
     QMultiHash<QString, QString> names;
     for (const UniqueSite &site : unique.sites) {
-        const QString own = siteName(structure, site);
+        const QString &own = site.name;
         names.insert(own, own);
         for (int atom : site.atoms) {
             QStringList of = structure.atoms[std::size_t(atom)].labels;

@@ -81,11 +81,11 @@ QMap<QString, QString> valuesByNucleus(const CommandLine &line, const char *opti
 
 const OptionSpec &referenceSetOption()
 {
-    static constexpr OptionSpec option{
-        "reference-set", "SET.json",
-        "Reference and slope of a nucleus from a set that calibrate has written; --reference and --slope go before it. "
-        "May be given for several nuclei.",
-        true};
+    static constexpr OptionSpec option{"reference-set", "SET.json",
+                                       "Reference and slope of a nucleus from a set that calibrate has written; "
+                                       "--reference and --slope replace theirs. "
+                                       "May be given for several nuclei.",
+                                       true};
     return option;
 }
 
@@ -233,10 +233,12 @@ std::vector<NucleusMeasurement> ComparisonOptions::read(QStringList *notes) cons
             : nucleus.slope                    ? nucleus.slope
                                                : std::optional(slopeOfSet.value_or(-1.0));
         result.scale.reference = nucleus.reference;
+        if (nucleus.set && !nucleus.reference)
+            result.scale.reference = nucleus.set->calibration.reference;
         result.unmatched = unmatched;
         result.sigma = nucleus.sigma;
         result.window = nucleus.window;
-        // A set's reference goes with its slope.
+        // What is known of a set's reference goes with its slope.
         if (nucleus.set && !nucleus.slope && !nucleus.fitsSlope && !nucleus.reference)
             result.calibration = nucleus.set->calibration;
         measurements.push_back(std::move(result));

@@ -280,15 +280,17 @@ void runPowder(const PowderJob &job, const OutputOptions &outputs, HostApplicati
              + (job.tripleQuantum ? tripleQuantumTable(sites) : QString()) + report + sites.limits() + u'\n');
 }
 
-/// From reference sets, unless the options say it.
+/// Each from reference sets, unless an option says it.
 void takeReference(const CommandLine &line, PowderJob &job)
 {
     const std::vector<ReferenceSet> sets = parseReferenceSets(line);
     for (const ReferenceSet &set : sets) {
-        if (set.nucleus != job.settings.nucleus || line.has("reference") || line.has("slope"))
+        if (set.nucleus != job.settings.nucleus)
             continue;
-        job.settings.reference = set.calibration.reference;
-        job.settings.slope = set.calibration.slope;
+        if (!line.has("reference"))
+            job.settings.reference = set.calibration.reference;
+        if (!line.has("slope"))
+            job.settings.slope = set.calibration.slope;
         job.sets.push_back(set);
     }
     const bool anyFits = std::any_of(sets.begin(), sets.end(),

@@ -72,6 +72,19 @@ void refuseContradiction(const std::optional<Value> &f2, const std::optional<Val
     }
 }
 
+/// What is given for one dimension of the set's nucleus serves both.
+void takeUnlessGiven(const ReferenceSet &set, std::optional<double> DimensionOptions::*half, double value,
+                     SimulateOptions &options)
+{
+    std::vector<DimensionOptions *> own;
+    for (DimensionOptions &dimension : options.dimension)
+        if (dimension.nucleus == set.nucleus)
+            own.push_back(&dimension);
+    if (std::none_of(own.begin(), own.end(), [&](const DimensionOptions *d) { return (d->*half).has_value(); }))
+        for (DimensionOptions *dimension : own)
+            dimension->*half = value;
+}
+
 void checkNuclei(const SimulateOptions &options)
 {
     for (int d = 0; d < 2; ++d) {
@@ -185,13 +198,8 @@ SimulateOptions SimulateOptions::parse(const CommandLine &line)
     options.isotopes = parseIsotopes(line);
     options.sets = parseReferenceSets(line);
     for (const ReferenceSet &set : options.sets) {
-        for (DimensionOptions &dimension : options.dimension) {
-            // One without the other would be another line.
-            if (dimension.nucleus != set.nucleus || dimension.reference || dimension.slope)
-                continue;
-            dimension.reference = set.calibration.reference;
-            dimension.slope = set.calibration.slope;
-        }
+        takeUnlessGiven(set, &DimensionOptions::reference, set.calibration.reference, options);
+        takeUnlessGiven(set, &DimensionOptions::slope, set.calibration.slope, options);
     }
     checkNuclei(options);
     if (options.homonuclear()) {

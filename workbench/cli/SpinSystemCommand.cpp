@@ -50,10 +50,10 @@ SpinSystem::Options optionsOf(const CommandLine &line, const std::vector<Referen
     options.references = numbersByNucleus(line, "reference", options.nuclei);
     options.slopes = numbersByNucleus(line, "slope", options.nuclei);
     for (const ReferenceSet &set : sets) {
-        if (options.references.contains(set.nucleus) || options.slopes.contains(set.nucleus))
-            continue;
-        options.references.insert(set.nucleus, set.calibration.reference);
-        options.slopes.insert(set.nucleus, set.calibration.slope);
+        if (!options.references.contains(set.nucleus))
+            options.references.insert(set.nucleus, set.calibration.reference);
+        if (!options.slopes.contains(set.nucleus))
+            options.slopes.insert(set.nucleus, set.calibration.slope);
     }
     if (line.has("cutoff"))
         options.cutoff = OptionValues::positive(QStringLiteral("--cutoff"), line.value("cutoff"));
@@ -130,8 +130,8 @@ Command spinSystemCommand()
         "spinsystem",
         "FILE --nucleus NUC... [options] [-o OUT]",
         "Writes the sites of chosen nuclei as a spin system for SIMPSON or mrsimulator.",
-        "Shift, quadrupole and dipole lines; the conventions stand at the head of the output. An isotropic shift is\n"
-        "reference + slope * shielding, as in a spectrum.\n\n"
+        "Shift, quadrupole and dipole lines; the conventions stand at the head of the output. A shift is\n"
+        "reference + slope * shielding, for tensors as a whole.\n\n"
         "Example:\n"
         "  magres-workbench spinsystem x.magres --nucleus 13C --nucleus 1H --atoms C1,H3 --reference 13C=170 -o x.in",
         {

@@ -136,7 +136,8 @@ bool matches(const TextLayout &layout, const Fields &fields)
     if (!layout.fits(fields.size()))
         return false;
     for (size_t i = 0; i < fields.size(); ++i) {
-        if (layout.columns[i].numeric && !layout.number(fields[i]))
+        const bool isLeftOut = layout.lastIsOptional && i + 1 == layout.columns.size() && fields[i].empty();
+        if (layout.columns[i].numeric && !isLeftOut && !layout.number(fields[i]))
             return false;
     }
     return true;
@@ -199,7 +200,10 @@ Split trySplit(char separator, bool decimalComma, const std::vector<TextLine> &r
             columns.push_back(columns.back());
             split.layout.lastIsOptional = true;
         } else {
-            split.layout.lastIsOptional = count > 1 && rowsOf.contains(count - 1) && rowsOf[count - 1] > 0;
+            const auto isOpen = [&](const Fields &fields) { return fields.size() == count && fields.back().empty(); };
+            split.layout.lastIsOptional = count > 1
+                && ((rowsOf.contains(count - 1) && rowsOf[count - 1] > 0)
+                    || std::any_of(all.begin(), all.end(), isOpen));
         }
     }
     for (const Fields &fields : all) {
@@ -786,6 +790,8 @@ void TextLayout::split(std::string_view line, std::vector<std::string_view> &fie
         return;
     while (fields.size() > columns.size() && fields.back().empty())
         fields.pop_back();
+    if (lastIsOptional && fields.size() == columns.size() && fields.back().empty())
+        fields.pop_back();
     while (fields.size() < columns.size() && !lastIsOptional && !columns[fields.size()].numeric)
         fields.emplace_back();
 }
@@ -923,7 +929,10 @@ TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, cons
         position.nucleus = nucleusIn(*header);
     findFrequency(layout, values, headers);
     noteIgnored(layout);
-    if (without > 0)
+    // Without its position a row is none.
+    layout.lastIsOptional &=
+        layout.columns.back().role != Role::Position && layout.columns.back().role != Role::PositionF1;
+    if (without > 0 && layout.columns.back().role == Role::Intensity)
         layout.notes.append(Texts::tr("Peaks without a height (%1) were given the height 1.").arg(without));
     noteNotation(layout, rows);
     if (passedOver > 1)

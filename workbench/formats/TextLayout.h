@@ -25,7 +25,7 @@ struct TextLayout {
 
     char separator = ','; ///< a blank stands for blanks and tabs
     bool decimalComma = false;
-    bool lastIsOptional = false; ///< the last column, of numbers, is left out in some rows
+    bool lastIsOptional = false; ///< the last column, of numbers, is left out or empty in some rows
     int firstLine = 0; ///< of the table
     std::vector<Column> columns;
     double frequency = 0.0; ///< MHz, where the text tells: a column in Hz beside the one in ppm, or "400.13 MHz"

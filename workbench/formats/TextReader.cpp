@@ -393,7 +393,7 @@ private:
                 peak.f1 = m_rows.number(m_positionF1) / m_perPpm[1];
             if (m_intensity >= 0 && !m_rows.field(m_intensity).empty())
                 peak.height = m_rows.number(m_intensity);
-            if (count >= 0)
+            if (count >= 0 && !m_rows.field(count).empty())
                 peak.count = countIn(m_rows.number(count));
             sites += size_t(std::max(peak.count, 1));
             if (sites > mostPeaks)
@@ -401,7 +401,22 @@ private:
             peak.label = label();
             result.peaks.push_back(std::move(peak));
         }
+        if (count >= 0)
+            dropPartialCounts(result.peaks);
         return finish(std::move(result));
+    }
+
+    /// They mean something only where all are told.
+    void dropPartialCounts(std::vector<MeasuredPeak> &peaks)
+    {
+        const auto told =
+            std::count_if(peaks.begin(), peaks.end(), [](const MeasuredPeak &peak) { return peak.count > 0; });
+        if (told == std::ptrdiff_t(peaks.size()))
+            return;
+        for (MeasuredPeak &peak : peaks)
+            peak.count = 0;
+        m_notes.append(
+            Texts::tr("Counts are told of %1 of the %2 peaks: they were not used.").arg(told).arg(peaks.size()));
     }
 
     int countIn(double value) const

@@ -1764,6 +1764,10 @@ Optionen:
         <translation>Kommas wurden als Trennung von Position und Höhe genommen, sodass %1 ein Peak bei %2 ist; wenn es Dezimalkommas sind, sagt das eine Kopfzeile „ppm“.</translation>
     </message>
     <message>
+        <source>Counts are told of %1 of the %2 peaks: they were not used.</source>
+        <translation>Anzahlen sind für %1 der %2 Peaks angegeben: Sie wurden nicht verwendet.</translation>
+    </message>
+    <message>
         <source>Peaks without a height (%1) were given the height 1.</source>
         <translation>Peaks ohne Höhe (%1) bekamen die Höhe 1.</translation>
     </message>

@@ -49,7 +49,7 @@ Agreement Agreement::of(const std::vector<ComparedSite> &sites, const std::vecto
         points.push_back({shielding(pair), pair.measured});
     const ShiftMoments moments = ShiftMoments::of(points);
     result.meanShielding = moments.shielding;
-    result.slope = options.slope.value_or(moments.slope(-1.0));
+    result.slope = options.slope.value_or(moments.slope(-1.0, options.reference));
     result.plainReference = moments.reference(result.slope);
     result.degreesOfFreedom = int(result.pairs.size()) - (options.reference ? 0 : 1) - (options.slope ? 0 : 1);
 

@@ -28,13 +28,13 @@ struct Fit {
     double squares = infinity;
 };
 
-/// Least squares; with a fixed slope of the offset alone.
-Fit fitted(const std::vector<Point> &points, std::optional<double> slope, double fallbackSlope)
+/// Least squares of what the options leave free.
+Fit fitted(const std::vector<Point> &points, const LinePairing::Options &options, double fallbackSlope)
 {
     const ShiftMoments moments = ShiftMoments::of(points);
     Fit fit;
-    fit.scale.slope = slope.value_or(moments.slope(fallbackSlope));
-    fit.scale.offset = moments.reference(fit.scale.slope);
+    fit.scale.slope = options.slope.value_or(moments.slope(fallbackSlope, options.reference));
+    fit.scale.offset = options.reference.value_or(moments.reference(fit.scale.slope));
     fit.squares = 0;
     for (const Point &p : points) {
         const double difference = p.shift - fit.scale.offset - fit.scale.slope * p.shielding;
@@ -208,9 +208,12 @@ private:
 
 using Splitter = std::function<Split(const Scale &)>;
 
-/// Between the smallest and the largest difference that a pair of an order-keeping pairing can have.
+/// Between the smallest and the largest difference that a pair of an order-keeping pairing can have, unless nothing is
+/// left to fit.
 std::vector<double> startOffsets(const Problem &problem)
 {
+    if (problem.options.reference && problem.options.slope)
+        return {*problem.options.reference};
     constexpr int steps = 48;
     const Scale unreferenced{0, problem.startSlope()};
     const std::size_t n = problem.sites(), m = problem.lines();
@@ -239,7 +242,7 @@ Split best(const Problem &problem, const Splitter &splitter)
             std::vector<Point> points = problem.fixed;
             for (std::size_t i = 0; i < problem.sites(); ++i)
                 points.push_back({problem.shieldings[i], problem.shifts[std::size_t(split[i])]});
-            const Fit fit = fitted(points, problem.options.slope, problem.startSlope());
+            const Fit fit = fitted(points, problem.options, problem.startSlope());
             // Sites are in the order of the start's slope; one of the other sign would be no calibration.
             const bool isTurned = fit.scale.slope * problem.startSlope() <= 0;
             if (result.empty() || (!isTurned && fit.squares < least)) {

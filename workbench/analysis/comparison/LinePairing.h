@@ -40,6 +40,7 @@ struct LinePairing {
     struct Options {
         std::optional<double> slope = -1.0; ///< of the shift over the shielding; none: fitted along
         int unmatched = 0; ///< lines that may be left out where there are more than sites
+        std::optional<double> reference = std::nullopt; ///< ppm; none: fitted along
     };
 
     Mode mode = Mode::Equal; ///< of the lines that name no site, unless all do
@@ -50,10 +51,11 @@ struct LinePairing {
     std::vector<int> leftOut; ///< lines
 
     /// Lines that name sites go there. The others go to the sites that are left, so that the sum of squared
-    /// differences, each site once, is least at the best reference: by order where the numbers are equal; else sites
-    /// sorted by shift are cut into groups, one a line. Given the counts of all lines, groups have these numbers of
-    /// nuclei up to a common factor; groups then need not be neighbours where the sites' own numbers differ. Throws
-    /// std::runtime_error when there are more lines than sites, a label is not known or counts cannot be met.
+    /// differences, each site once, is least at the reference, or at the best one: by order where the numbers are
+    /// equal; else sites sorted by shift are cut into groups, one a line. Given the counts of all lines, groups have
+    /// these numbers of nuclei up to a common factor; groups then need not be neighbours where the sites' own numbers
+    /// differ. Throws std::runtime_error when there are more lines than sites, a label is not known or counts cannot be
+    /// met.
     static LinePairing of(const std::vector<ComparedSite> &sites, const std::vector<MeasuredLine> &lines,
                           const Options &options);
 

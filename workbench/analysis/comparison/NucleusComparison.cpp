@@ -12,7 +12,7 @@ std::vector<ComparedSite> comparedSites(const CrystalStructure &structure, const
 {
     std::vector<ComparedSite> compared;
     for (const UniqueSite &site : sites) {
-        ComparedSite result{siteName(structure, site), {}, 0, site.nuclei(), site.lines};
+        ComparedSite result{site.name, {}, 0, site.nuclei(), site.lines};
         for (int atom : site.atoms) {
             const CrystalAtom &member = structure.atoms[std::size_t(atom)];
             if (!member.shielding)
@@ -36,7 +36,8 @@ NucleusComparison NucleusComparison::of(const CrystalStructure &structure, const
     if (result.atoms.empty())
         fail(Texts::tr("there is no site of %1").arg(measurement.nucleus));
     result.sites = comparedSites(structure, result.atoms);
-    result.pairing = LinePairing::of(result.sites, measurement.lines, {measurement.scale.slope, measurement.unmatched});
+    result.pairing = LinePairing::of(result.sites, measurement.lines,
+                                     {measurement.scale.slope, measurement.unmatched, measurement.scale.reference});
     result.agreement = Agreement::of(result.sites, measurement.lines, result.pairing.linesOf, measurement.scale);
     if (measurement.sigma)
         result.chiSquare = result.agreement.chiSquare(*measurement.sigma);

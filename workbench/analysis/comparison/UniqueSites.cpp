@@ -213,6 +213,22 @@ std::vector<std::vector<const LineGroup *>> parted(std::vector<const LineGroup *
     return parts;
 }
 
+void nameSites(const CrystalStructure &structure, std::vector<UniqueSite> &sites)
+{
+    QHash<QStringList, int> sharing;
+    for (const CrystalAtom &atom : structure.atoms)
+        ++sharing[atom.labels];
+    for (UniqueSite &site : sites) {
+        const QStringList &labels = structure.atoms[std::size_t(site.atoms.front())].labels;
+        // A label that names the site's atoms and no others needs no number.
+        const bool isAlone =
+            sharing.value(labels) == site.nuclei() && structure.atoms[std::size_t(site.atoms.back())].labels == labels;
+        site.name = isAlone ? labels.value(0) : structure.name(site.atoms.front());
+        if (site.nuclei() > 1)
+            site.name += QStringLiteral(" ×%1").arg(site.nuclei());
+    }
+}
+
 } // namespace
 
 UniqueSites UniqueSites::of(const CrystalStructure &structure, const Options &options)
@@ -248,6 +264,7 @@ UniqueSites UniqueSites::of(const CrystalStructure &structure, const Options &op
     }
     std::sort(result.sites.begin(), result.sites.end(),
               [](const UniqueSite &a, const UniqueSite &b) { return a.atoms < b.atoms; });
+    nameSites(structure, result.sites);
     result.warnings.sort();
     return result;
 }
@@ -258,19 +275,6 @@ std::vector<UniqueSite> UniqueSites::ofElement(const QString &element) const
     std::copy_if(sites.begin(), sites.end(), std::back_inserter(chosen),
                  [&](const UniqueSite &site) { return site.element == element; });
     return chosen;
-}
-
-QString siteName(const CrystalStructure &structure, const UniqueSite &site)
-{
-    const auto sharesLabel = [&](const CrystalAtom &atom) {
-        return atom.labels == structure.atoms[std::size_t(site.atoms.front())].labels;
-    };
-    const auto sharing = std::count_if(structure.atoms.begin(), structure.atoms.end(), sharesLabel);
-    // A label that names the site's atoms and no others needs no number.
-    const QString name = sharing == site.nuclei() && sharesLabel(structure.atoms[std::size_t(site.atoms.back())])
-        ? structure.atoms[std::size_t(site.atoms.front())].labels.value(0)
-        : structure.name(site.atoms.front());
-    return site.nuclei() == 1 ? name : QStringLiteral("%1 ×%2").arg(name, QString::number(site.nuclei()));
 }
 
 } // namespace Workbench

@@ -8,6 +8,7 @@ namespace Workbench {
 /// Atoms that give one line: those that the space group maps onto each other.
 struct UniqueSite {
     QString element;
+    QString name; ///< "C1", or "C1 ×4" for a site of several atoms
     std::vector<int> atoms; ///< positions in CrystalStructure::atoms, ascending
     int lines = 0; ///< peaks without symmetry: the atoms, where an averaged XH3 group counts as one
     std::optional<double> shielding; ///< isotropic, ppm, mean over the atoms that have one
@@ -42,7 +43,10 @@ struct UniqueSites {
     std::vector<UniqueSite> ofElement(const QString &element) const;
 };
 
-/// "C1", or "C1 ×4" for a site of several atoms.
-QString siteName(const CrystalStructure &structure, const UniqueSite &site);
+/// UniqueSite::name.
+inline QString siteName(const CrystalStructure &, const UniqueSite &site)
+{
+    return site.name;
+}
 
 } // namespace Workbench

@@ -28,9 +28,8 @@ QHash<QString, QString> siteNames(const CrystalStructure &structure, UniqueSites
     UniqueSites::Options options;
     options.averaging = averaging;
     for (const UniqueSite &site : UniqueSites::of(structure, options).sites) {
-        const QString name = siteName(structure, site);
         for (int atom : site.atoms)
-            names.insert(structure.name(atom), name);
+            names.insert(structure.name(atom), site.name);
     }
     return names;
 }
