@@ -3,7 +3,9 @@
 
 #include "analysis/PowderEntry.h"
 #include "host/DataEngine.h"
+#include "window/ExportMenu.h"
 #include "window/PowderCommands.h"
+#include "window/compare/DocumentChoices.h"
 
 /// Powder spectra in the window, from the table to the saved document.
 class TestPowderWindow : public WindowTest {
@@ -52,6 +54,20 @@ private Q_SLOTS:
         const auto [centre, area] = moments(data()->spectrum(entry));
         QVERIFY2(centre < 50 && centre > -50, qPrintable(QString::number(centre)));
         QVERIFY2(std::abs(area - 3) < 0.1, qPrintable(QString::number(area)));
+
+        // It is the scale of exported shifts, before others of its plot, and leads to its structure.
+        SpectrumEntry other = data()->stackEntry(entry);
+        QVariantHash parameters = other.parameters(u"powder"_s);
+        parameters[u"ref"_s] = 500.0;
+        other.setParameters(u"powder"_s, parameters);
+        data()->addEntry(other.data, u"other"_s);
+        table()->view()->clearSelection();
+        QCOMPARE(
+            ExportMenu(&scene(), &m_host->documentData(), nullptr).writeSpinSystem(m_files.path("al.in"), {u"27Al"_s}),
+            u"3 site(s): 3 of 27Al; 27Al: Reference 560.12 ppm, slope -1: of berlinite, 27Al powder"_s);
+        QVERIFY(m_files.read("al.in").contains("  shift 1 47.722967p")); // 560.123 - 512.400033
+        QCOMPARE(structureOf(scene(), *plot()), table()->id());
+        history().undo();
 
         // A value that nobody touched keeps its digits; the change is one step.
         accept(u"Edit Powder Spectrum"_s, {{"rotation", u"Static"_s}});
