@@ -4,6 +4,7 @@
 #include "document/DocumentState.h"
 #include "formats/DocumentFile.h"
 #include "items/plot/AgreementPlot.h"
+#include "window/PowderCommands.h"
 #include "window/compare/CompareCommands.h"
 #include "window/compare/ComparePanel.h"
 #include "window/compare/PairTable.h"
@@ -610,6 +611,14 @@ private Q_SLOTS:
         accept(u"Interrupted"_s);
         command(u"Create Spectrum"_s)->trigger();
         QVERIFY(offered > 0);
+        // And the one for powder spectra.
+        m_dialogs.expect(u"Powder Spectrum"_s, [&](QDialog *dialog) {
+            QCOMPARE(part<QComboBox>(dialog, "nucleus")->currentText(), u"13C"_s);
+            offered = part<QDoubleSpinBox>(dialog, "reference")->value();
+            dialog->reject();
+        });
+        window().powderCommands()->create();
+        QVERIFY2(std::abs(offered - reference) < 0.01, qPrintable(QString::number(offered)));
         accept(u"pairs.txt is no reference set"_s);
         window().compareCommands()->useReferenceSet(m_files.write("pairs.txt", "no set"));
     }

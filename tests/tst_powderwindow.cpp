@@ -198,12 +198,20 @@ private Q_SLOTS:
             QCOMPARE(
                 lines()[12],
                 u"&Sites: [x] O1 ×4: 104.5 ppm, Cq 3.996 MHz, η 0.41/[x] O5 ×4: 307.3 ppm, Cq 4.200 MHz, η 0.27"_s);
-            // A range of one's own goes with the nucleus that it was for.
+            // A range of one's own goes with the nucleus that it was for; so do its scales, which come back with it.
             part<QCheckBox>(dialog, "automaticRange")->setChecked(false);
             part<QDoubleSpinBox>(dialog, "rangeFrom")->setValue(500.125);
             fill(dialog, {{"nucleus", u"13C"_s}});
             QVERIFY(part<QCheckBox>(dialog, "automaticRange")->isChecked());
             QVERIFY(!part<QDoubleSpinBox>(dialog, "rangeTo")->isEnabled());
+            const auto scale = [=] {
+                const auto number = [=](const char *name) { return part<QDoubleSpinBox>(dialog, name)->value(); };
+                return QList{number("reference"), number("slope"), number("scale")};
+            };
+            QCOMPARE(scale(), (QList{100.0, -1.0, 1.0}));
+            fill(dialog, {{"nucleus", u"17O"_s}});
+            QCOMPARE(scale(), (QList{280.0, -0.9, 0.5}));
+            fill(dialog, {{"nucleus", u"13C"_s}});
             QCOMPARE(part<QListWidget>(dialog, "sites")->count(), 8);
             QTRY_VERIFY(part<QDialogButtonBox>(dialog, "buttonBox")->button(QDialogButtonBox::Ok)->isEnabled());
             for (int i = 1; i < 8; ++i)
@@ -212,8 +220,8 @@ private Q_SLOTS:
         });
         window().powderCommands()->create();
         const PowderSettings kept = settings(data()->entryIds().constFirst());
-        QVERIFY(kept.rotation == Powder::Rotation::MagicAngle && kept.rate == 12500 && kept.couplingScale == 0.5);
-        QVERIFY(kept.slope == -0.9 && kept.reference == 280 && kept.shape.lorentzian == 20 && !kept.range);
+        QVERIFY(kept.rotation == Powder::Rotation::MagicAngle && kept.rate == 12500 && kept.couplingScale == 1);
+        QVERIFY(kept.slope == -1 && kept.reference == 100 && kept.shape.lorentzian == 20 && !kept.range);
         QStringList names{kept.nucleus + u": "_s + kept.labels.join(u' ')};
         for (const QUuid &id : data()->entryIds())
             names.append(data()->entryName(id));
