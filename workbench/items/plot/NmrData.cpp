@@ -137,14 +137,14 @@ const Spectrum &NmrData::spectrum(const QUuid &entry) const
     return stackEntry(entry).spectrum;
 }
 
-const Spectrum &NmrData::shownSpectrum() const
+const SpectrumEntry &NmrData::shownEntry() const
 {
-    const Spectrum &active = spectrum(activeEntryId());
-    if (!active.isEmpty())
+    const SpectrumEntry &active = stackEntry(activeEntryId());
+    if (!active.spectrum.isEmpty())
         return active;
     const auto it = std::find_if(m_stack.entries.cbegin(), m_stack.entries.cend(),
                                  [](const Entry &entry) { return !entry.spectrum.isEmpty(); });
-    return it == m_stack.entries.cend() ? active : it->spectrum;
+    return it == m_stack.entries.cend() ? active : *it;
 }
 
 void NmrData::insertSpectrum(QUuid entry, QVariantMap data)

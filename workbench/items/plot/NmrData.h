@@ -38,8 +38,9 @@ public:
     const SpectrumEntry &stackEntry(const QUuid &entry) const;
     /// Valid until the entry changes; an empty spectrum for an unknown id.
     const Spectrum &spectrum(const QUuid &entry) const;
-    /// The active spectrum; when that is a mere peak list, the first one with points.
-    const Spectrum &shownSpectrum() const;
+    /// The active entry; when that is a mere peak list, the first one with points.
+    const SpectrumEntry &shownEntry() const;
+    const Spectrum &shownSpectrum() const { return shownEntry().spectrum; }
     /// Made by a plug-in, from parameters that it could make it from again.
     bool isSimulated(const QUuid &entry) const;
     /// The first such entry; null when there is none.
