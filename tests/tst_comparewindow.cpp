@@ -575,6 +575,18 @@ private Q_SLOTS:
         DocumentState::restore(DocumentFile::read(file), scene(), m_host->documentData(), &m_host->plugins());
         command(u"Compare"_s)->trigger();
         QCOMPARE(shown(), changed);
+
+        // What is set for two measurements of one plot is undone one by one.
+        const QUuid second = data()->addEntry(data()->entry(first), u"again"_s);
+        for (const QUuid &entry : {first, second}) {
+            panel().showMeasurement(entry);
+            unmatched->setValue(1);
+        }
+        history().undo();
+        for (const auto &[entry, leftOut] : {std::pair(first, 1), std::pair(second, 2)}) {
+            panel().showMeasurement(entry);
+            QCOMPARE(unmatched->value(), leftOut);
+        }
     }
 
     void aReferenceSetIsTheStart()

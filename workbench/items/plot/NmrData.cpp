@@ -199,7 +199,7 @@ void NmrData::setEntryValue(const QUuid &entry, const QString &key, const QVaria
     Q_EMIT aboutToBeEdited();
     find(entry)->data.insert(key, value);
     Q_EMIT entryChanged(entry);
-    Q_EMIT edited(what, before, true);
+    Q_EMIT edited(what, before, entry);
 }
 
 void NmrData::setStack(const NmrStack &stack)
