@@ -4,6 +4,7 @@
 #include "document/DocumentState.h"
 #include "formats/DocumentFile.h"
 #include "items/plot/AgreementPlot.h"
+#include "window/PowderCommands.h"
 #include "window/compare/CompareCommands.h"
 #include "window/compare/ComparePanel.h"
 #include "window/compare/PairTable.h"
@@ -574,6 +575,18 @@ private Q_SLOTS:
         DocumentState::restore(DocumentFile::read(file), scene(), m_host->documentData(), &m_host->plugins());
         command(u"Compare"_s)->trigger();
         QCOMPARE(shown(), changed);
+
+        // What is set for two measurements of one plot is undone one by one.
+        const QUuid second = data()->addEntry(data()->entry(first), u"again"_s);
+        for (const QUuid &entry : {first, second}) {
+            panel().showMeasurement(entry);
+            unmatched->setValue(1);
+        }
+        history().undo();
+        for (const auto &[entry, leftOut] : {std::pair(first, 1), std::pair(second, 2)}) {
+            panel().showMeasurement(entry);
+            QCOMPARE(unmatched->value(), leftOut);
+        }
     }
 
     void aReferenceSetIsTheStart()
@@ -610,6 +623,14 @@ private Q_SLOTS:
         accept(u"Interrupted"_s);
         command(u"Create Spectrum"_s)->trigger();
         QVERIFY(offered > 0);
+        // And the one for powder spectra.
+        m_dialogs.expect(u"Powder Spectrum"_s, [&](QDialog *dialog) {
+            QCOMPARE(part<QComboBox>(dialog, "nucleus")->currentText(), u"13C"_s);
+            offered = part<QDoubleSpinBox>(dialog, "reference")->value();
+            dialog->reject();
+        });
+        window().powderCommands()->create();
+        QVERIFY2(std::abs(offered - reference) < 0.01, qPrintable(QString::number(offered)));
         accept(u"pairs.txt is no reference set"_s);
         window().compareCommands()->useReferenceSet(m_files.write("pairs.txt", "no set"));
     }

@@ -3,7 +3,9 @@
 
 #include "analysis/PowderEntry.h"
 #include "host/DataEngine.h"
+#include "window/ExportMenu.h"
 #include "window/PowderCommands.h"
+#include "window/compare/DocumentChoices.h"
 
 /// Powder spectra in the window, from the table to the saved document.
 class TestPowderWindow : public WindowTest {
@@ -52,6 +54,20 @@ private Q_SLOTS:
         const auto [centre, area] = moments(data()->spectrum(entry));
         QVERIFY2(centre < 50 && centre > -50, qPrintable(QString::number(centre)));
         QVERIFY2(std::abs(area - 3) < 0.1, qPrintable(QString::number(area)));
+
+        // It is the scale of exported shifts, before others of its plot, and leads to its structure.
+        SpectrumEntry other = data()->stackEntry(entry);
+        QVariantHash parameters = other.parameters(u"powder"_s);
+        parameters[u"ref"_s] = 500.0;
+        other.setParameters(u"powder"_s, parameters);
+        data()->addEntry(other.data, u"other"_s);
+        table()->view()->clearSelection();
+        QCOMPARE(
+            ExportMenu(&scene(), &m_host->documentData(), nullptr).writeSpinSystem(m_files.path("al.in"), {u"27Al"_s}),
+            u"3 site(s): 3 of 27Al; 27Al: Reference 560.12 ppm, slope -1: of berlinite, 27Al powder"_s);
+        QVERIFY(m_files.read("al.in").contains("  shift 1 47.722967p")); // 560.123 - 512.400033
+        QCOMPARE(structureOf(scene(), *plot()), table()->id());
+        history().undo();
 
         // A value that nobody touched keeps its digits; the change is one step.
         accept(u"Edit Powder Spectrum"_s, {{"rotation", u"Static"_s}});
@@ -182,12 +198,20 @@ private Q_SLOTS:
             QCOMPARE(
                 lines()[12],
                 u"&Sites: [x] O1 ×4: 104.5 ppm, Cq 3.996 MHz, η 0.41/[x] O5 ×4: 307.3 ppm, Cq 4.200 MHz, η 0.27"_s);
-            // A range of one's own goes with the nucleus that it was for.
+            // A range of one's own goes with the nucleus that it was for; so do its scales, which come back with it.
             part<QCheckBox>(dialog, "automaticRange")->setChecked(false);
             part<QDoubleSpinBox>(dialog, "rangeFrom")->setValue(500.125);
             fill(dialog, {{"nucleus", u"13C"_s}});
             QVERIFY(part<QCheckBox>(dialog, "automaticRange")->isChecked());
             QVERIFY(!part<QDoubleSpinBox>(dialog, "rangeTo")->isEnabled());
+            const auto scale = [=] {
+                const auto number = [=](const char *name) { return part<QDoubleSpinBox>(dialog, name)->value(); };
+                return QList{number("reference"), number("slope"), number("scale")};
+            };
+            QCOMPARE(scale(), (QList{100.0, -1.0, 1.0}));
+            fill(dialog, {{"nucleus", u"17O"_s}});
+            QCOMPARE(scale(), (QList{280.0, -0.9, 0.5}));
+            fill(dialog, {{"nucleus", u"13C"_s}});
             QCOMPARE(part<QListWidget>(dialog, "sites")->count(), 8);
             QTRY_VERIFY(part<QDialogButtonBox>(dialog, "buttonBox")->button(QDialogButtonBox::Ok)->isEnabled());
             for (int i = 1; i < 8; ++i)
@@ -196,8 +220,8 @@ private Q_SLOTS:
         });
         window().powderCommands()->create();
         const PowderSettings kept = settings(data()->entryIds().constFirst());
-        QVERIFY(kept.rotation == Powder::Rotation::MagicAngle && kept.rate == 12500 && kept.couplingScale == 0.5);
-        QVERIFY(kept.slope == -0.9 && kept.reference == 280 && kept.shape.lorentzian == 20 && !kept.range);
+        QVERIFY(kept.rotation == Powder::Rotation::MagicAngle && kept.rate == 12500 && kept.couplingScale == 1);
+        QVERIFY(kept.slope == -1 && kept.reference == 100 && kept.shape.lorentzian == 20 && !kept.range);
         QStringList names{kept.nucleus + u": "_s + kept.labels.join(u' ')};
         for (const QUuid &id : data()->entryIds())
             names.append(data()->entryName(id));

@@ -284,14 +284,19 @@ private Q_SLOTS:
             "C, 36 of H, 4 of N, 8 of O:"_s,
             u"13C"_s, u"1H; 13C"_s);
         choose(u"Export Spin System"_s, types, u"paracetamol.in"_s, "all.in");
-        QCOMPARE(run(u"Spin System..."_s), u"The spin system is written: 68 site(s): 36 of 1H, 32 of 13C"_s);
+        QCOMPARE(run(u"Spin System..."_s),
+                 u"The spin system is written: 68 site(s): 36 of 1H, 32 of 13C; 1H: Reference 100.00 ppm, slope -1: "
+                 "placeholders, only differences mean something; 13C: Reference 172.40 ppm, slope -1: of paracetamol, "
+                 "simulated"_s);
         // C1 in ppm with the reference of the spectrum.
-        QVERIFY(m_files.read("all.in").contains("shift 1 "));
+        QVERIFY(m_files.read("all.in").contains("shift 1 ") && m_files.read("all.in").contains("# Note: 13C: Ref"));
         table()->view()->selectRow(37);
         nuclei(u"Only atoms in the selected rows of the table are taken.\nSites that would be written: 1 of C:"_s,
                u"1H; 13C"_s, u"13C"_s);
         choose(u"Export Spin System"_s, types, u"paracetamol.in"_s, "one");
-        QCOMPARE(run(u"Spin System..."_s), u"The spin system is written: 1 site(s): 1 of 13C"_s);
+        QCOMPARE(run(u"Spin System..."_s),
+                 u"The spin system is written: 1 site(s): 1 of 13C; 13C: Reference 172.40 ppm, slope -1: of "
+                 "paracetamol, simulated"_s);
         QVERIFY(m_files.read("one.mrsim").startsWith('{'));
         nuclei(u"Only atoms in the selected rows of the table are taken.\nSites that would be written: 1 of C:"_s,
                u"13C"_s, u"1H"_s);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "ItemData.h"
 #include "WindowTest.h"
 
 #include "document/PageExport.h"
@@ -323,15 +324,14 @@ private Q_SLOTS:
         QVERIFY(first != hydrogen && second != first);
         QTreeWidget *tree = window().contents()->tree();
         const auto drag = [&](const NmrItem *from, NmrItem *onto) {
-            const QList<QTreeWidgetItem *> lines =
-                tree->findItems(u"simulated"_s, Qt::MatchContains | Qt::MatchRecursive);
+            QCoreApplication::processEvents(); // The plots are laid out and listed.
+            const QList<QTreeWidgetItem *> lines = tree->findItems(u"*"_s, Qt::MatchWildcard | Qt::MatchRecursive);
             const auto line = std::find_if(lines.begin(), lines.end(), [&](const QTreeWidgetItem *candidate) {
                 return scene().item(candidate->data(0, Qt::UserRole).toUuid()) == from;
             });
             QVERIFY(line != lines.end());
             const std::unique_ptr<QMimeData> dragged(tree->model()->mimeData({tree->indexFromItem(*line)}));
             QVERIFY(dragged);
-            QCoreApplication::processEvents(); // The plots are laid out.
             MainView *view = window().view();
             view->centerOn(onto);
             const QPoint inView = view->mapFromScene(onto->sceneBoundingRect().center());
@@ -352,6 +352,22 @@ private Q_SLOTS:
         QCOMPARE(count(second), 2);
         QCOMPARE(said(), u"paracetamol, simulated is in the plot \""_s + second->title() + u"\" now, too"_s);
         QVERIFY(plot() == second && second->isCurrent());
+        // So are lists of peaks, by what is known of them.
+        const auto list = [this](const QStringList &nuclei, double f1) {
+            auto *item = new NmrItem;
+            const QVariantMap peaks{{u"PeakList"_s, QVariantList{peak(1, u"C1"_s, 20, f1, 1)}}};
+            item->nmrData()->addEntry({{u"Peaks"_s, peaks}, {SpectrumEntry::nucleiKey(), nuclei}}, u"list"_s);
+            scene().addNew(item, scene().getEmptyRect());
+            return item;
+        };
+        NmrItem *silent = list({}, 0);
+        for (NmrItem *other : {list({u"1H"_s}, 0), list({}, 5)}) {
+            drag(other, second);
+            QCOMPARE(said(), u"list is a spectrum of other nuclei or dimensions than this plot"_s);
+        }
+        drag(silent, second);
+        drag(first, silent);
+        QVERIFY(count(second) == 3 && count(silent) == 2);
         history().undo();
         QCOMPARE(count(second), 1);
         QCOMPARE(count(first), 1);

@@ -66,6 +66,16 @@ bool SpectrumEntry::isSimulated() const
     return false;
 }
 
+QUuid SpectrumEntry::dataId() const
+{
+    for (const QString &format : {QStringLiteral("magres"), QStringLiteral("powder")}) {
+        const QUuid id = parameters(format).value(QStringLiteral("magresDataId")).toUuid();
+        if (!id.isNull())
+            return id;
+    }
+    return {};
+}
+
 QStringList SpectrumEntry::nuclei() const
 {
     QStringList names;

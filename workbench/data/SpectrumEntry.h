@@ -21,6 +21,8 @@ struct SpectrumEntry {
     void setParameters(const QString &format, const QVariantHash &parameters);
     /// Made by a plug-in, from parameters that it could make it from again.
     bool isSimulated() const;
+    /// Of the calculation that it was made from, among a document's data; null for none.
+    QUuid dataId() const;
     /// The "Peaks" map.
     QVariantMap peakList() const;
     /// "13C" for each dimension, empty where it is not known; of a list of peaks what its reader has found. None

@@ -99,12 +99,12 @@ void ItemColumns::set(MainScene &, DocumentItem &item, const TableColumns &colum
 
 template <typename Property>
 ItemCommand<Property>::ItemCommand(MainScene *scene, const DocumentItem *item, const QString &what, Value before,
-                                   const MainScene::CurrentItems &currentBefore, bool continues)
+                                   const MainScene::CurrentItems &currentBefore, const QUuid &part)
     : QUndoCommand(what),
       m_hold(scene, item->id()),
       m_other(std::move(before)),
       m_currentBefore(currentBefore),
-      m_continues(continues)
+      m_part(part)
 {
 }
 
@@ -113,7 +113,8 @@ bool ItemCommand<Property>::mergeWith(const QUndoCommand *next)
 {
     // What was there before is kept, and what is there is read when it is undone.
     const auto *other = dynamic_cast<const ItemCommand *>(next);
-    return other && m_done && other->m_hold.item() == m_hold.item() && other->text() == text();
+    return other && m_done && other->m_hold.item() == m_hold.item() && other->m_part == m_part
+        && other->text() == text();
 }
 
 template <typename Property>

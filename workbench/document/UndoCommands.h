@@ -74,14 +74,14 @@ class ItemCommand : public QUndoCommand {
 public:
     using Value = typename Property::Value;
 
-    /// `before` and `currentBefore`: before the change. One that continues makes one step with another that does, of
-    /// the same item and name: the value goes through many on its way.
+    /// `before` and `currentBefore`: before the change. One of a part, such as a spectrum of a plot, makes one step
+    /// with the next of the same item, part and name: the value goes through many on its way.
     ItemCommand(MainScene *scene, const DocumentItem *item, const QString &what, Value before,
-                const MainScene::CurrentItems &currentBefore, bool continues = false);
+                const MainScene::CurrentItems &currentBefore, const QUuid &part = {});
 
     void redo() override;
     void undo() override;
-    int id() const override { return m_continues ? 1 : -1; }
+    int id() const override { return m_part.isNull() ? -1 : 1; }
     bool mergeWith(const QUndoCommand *next) override;
 
 private:
@@ -93,7 +93,7 @@ private:
     const MainScene::CurrentItems m_currentBefore;
     MainScene::CurrentItems m_currentAfter; ///< when it was last undone
     bool m_done = true;
-    const bool m_continues;
+    const QUuid m_part;
 };
 
 extern template class ItemCommand<ItemPresence>;

@@ -37,11 +37,11 @@ void UndoRecorder::watch(DocumentItem *item)
         return;
     connect(nmr->nmrData(), &NmrData::aboutToBeEdited, this, [this] { m_currentBefore = m_scene->currentItems(); });
     connect(nmr->nmrData(), &NmrData::edited, this,
-            [this, nmr](const QString &what, const NmrStack &before, bool continues) {
+            [this, nmr](const QString &what, const NmrStack &before, const QUuid &entry) {
                 ItemSpectra::Value value = ItemSpectra::get(*m_scene, *nmr);
                 value.stack = before;
                 m_scene->undoStack()->push(
-                    new ItemCommand<ItemSpectra>(m_scene, nmr, what, value, m_currentBefore, continues));
+                    new ItemCommand<ItemSpectra>(m_scene, nmr, what, value, m_currentBefore, entry));
             });
     // Molecules and tables come with a file and the data behind them; a spectrum is made by a command.
     m_scene->undoStack()->push(new ItemCommand<ItemPresence>(m_scene, item, MainScene::tr("Add %1").arg(item->title()),

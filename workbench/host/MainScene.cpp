@@ -124,11 +124,7 @@ NmrItem *MainScene::waitingMeasurement(const QVariantMap &data) const
 
 QString MainScene::sourceOf(const SpectrumEntry &entry) const
 {
-    QUuid dataId;
-    for (const QString &format : {QStringLiteral("magres"), QStringLiteral("powder")}) {
-        if (dataId.isNull())
-            dataId = entry.parameters(format).value(QStringLiteral("magresDataId")).toUuid();
-    }
+    const QUuid dataId = entry.dataId();
     for (const DocumentItem *item : m_items) {
         const auto *table = qobject_cast<const TableItem *>(item);
         if (table && !dataId.isNull() && table->sharedDataIds().contains(dataId))

@@ -3,7 +3,6 @@
 
 #include "analysis/PowderEntry.h"
 #include "data/Error.h"
-#include "data/Nuclides.h"
 #include "host/DataEngine.h"
 #include "host/MainScene.h"
 #include "items/plot/NmrData.h"
@@ -18,26 +17,23 @@ namespace {
 /// Adds what the spectrum says of the data set's nuclei.
 void takeScale(const SpectrumEntry &entry, const QUuid &dataId, SiteTable::Options &options)
 {
+    if (entry.dataId() != dataId)
+        return;
     const QString source = Texts::tr("of %1").arg(entry.name);
     if (const auto powder = PowderOrigin::of(entry)) {
-        if (powder->dataId == dataId) {
-            options.frequency = powder->settings.protonFrequency;
-            options.scales.insert(Nuclides::element(powder->settings.nucleus),
-                                  {powder->settings.reference, powder->settings.slope, source});
-        }
+        options.frequency = powder->settings.protonFrequency;
+        options.setScale(powder->settings.nucleus, {powder->settings.reference, powder->settings.slope, source});
         return;
     }
     const QVariantHash parameters = entry.parameters(QStringLiteral("magres"));
-    if (parameters.value(QStringLiteral("magresDataId")).toUuid() != dataId)
-        return;
     options.frequency = parameters.value(QStringLiteral("freq"), options.frequency).toDouble();
     const QVariantMap references = parameters.value(QStringLiteral("ref")).toMap();
     const QVariantMap slopes = parameters.value(QStringLiteral("slope")).toMap();
     for (const SpectrumAxis &axis : entry.spectrum.axes) {
         const QString nucleus = axis.isotope();
         if (references.contains(nucleus))
-            options.scales.insert(axis.element,
-                                  {references.value(nucleus).toDouble(), slopes.value(nucleus, -1).toDouble(), source});
+            options.setScale(nucleus,
+                             {references.value(nucleus).toDouble(), slopes.value(nucleus, -1).toDouble(), source});
     }
 }
 
@@ -47,6 +43,7 @@ TableSites::TableSites(MainScene *scene, DataEngine *data) : QObject(scene), m_s
 {
     connect(scene, &MainScene::itemAdded, this, &TableSites::watch);
     connect(scene, &MainScene::itemsChanged, this, &TableSites::refresh);
+    connect(scene, &MainScene::currentItemsChanged, this, &TableSites::refresh);
     if (data)
         connect(data, &DataEngine::changed, this, [this] {
             m_options.clear();
@@ -70,6 +67,7 @@ void TableSites::watch(DocumentItem *item)
     if (auto *spectra = qobject_cast<NmrItem *>(item)) {
         connect(spectra->nmrData(), &NmrData::entriesChanged, this, &TableSites::refresh);
         connect(spectra->nmrData(), &NmrData::entryChanged, this, &TableSites::refresh);
+        connect(spectra->nmrData(), &NmrData::activeEntryChanged, this, &TableSites::refresh);
     }
 }
 
@@ -90,10 +88,22 @@ SiteTable::Options TableSites::optionsOf(const TableItem &table) const
     SiteTable::Options options;
     options.scales = m_start;
     const QUuid data = table.sharedDataIds().value(0);
+    const auto take = [&](const NmrItem &spectra) {
+        for (const SpectrumEntry &entry : spectra.nmrData()->stack().entries)
+            takeScale(entry, data, options);
+    };
+    // What comes later counts more: the plot that the user works with, and in it the active spectrum.
+    const NmrItem *current = nullptr;
     for (const DocumentItem *item : m_scene->documentItems()) {
         const auto *spectra = qobject_cast<const NmrItem *>(item);
-        for (const SpectrumEntry &entry : spectra ? spectra->nmrData()->stack().entries : QList<SpectrumEntry>())
-            takeScale(entry, data, options);
+        if (spectra && spectra == m_scene->currentNmrItem())
+            current = spectra;
+        else if (spectra)
+            take(*spectra);
+    }
+    if (current) {
+        take(*current);
+        takeScale(current->nmrData()->stackEntry(current->nmrData()->activeEntryId()), data, options);
     }
     return options;
 }

@@ -15,21 +15,23 @@ class MainScene;
 class TableItem;
 
 /// Gives the tables of a scene what their further columns show: the structure behind them, with reference, slope and
-/// frequency of the last spectrum on the page that was made from it.
+/// frequency of the spectrum that the user works with, else of the last one on the page, that was made from it.
 class TableSites : public QObject {
     Q_OBJECT
 public:
     TableSites(MainScene *scene, DataEngine *data);
 
-    /// For elements without a spectrum, by element.
+    /// For nuclei without a spectrum, by nucleus and by element.
     void setStart(const QMap<QString, SiteTable::Scale> &scales);
 
     /// To be called when shifts may have become others; tables that show none are left alone.
     void refresh();
 
+    /// How the shieldings of the table's structure become shifts now, whoever shows them.
+    SiteTable::Options optionsOf(const TableItem &table) const;
+
 private:
     void watch(DocumentItem *item);
-    SiteTable::Options optionsOf(const TableItem &table) const;
     std::shared_ptr<const SiteTable> sitesOf(const TableItem &table);
 
     MainScene *m_scene;

@@ -18,6 +18,7 @@
 #include <QKeyEvent>
 #include <QTimer>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <functional>
@@ -94,6 +95,14 @@ QString cellText(const LatticeVectors &cell)
     return ContentsDock::tr("a, b, c = %1, %2, %3 Å\nα, β, γ = %4")
         .arg(number(length(cell[0]), 2), number(length(cell[1]), 2), number(length(cell[2]), 2),
              angles.join(QLatin1String(", ")));
+}
+
+/// An empty name fits any, and no names at all are those of a spectrum of nothing.
+bool shareAxes(const QStringList &nuclei, const QStringList &others)
+{
+    const auto fits = [](const QString &a, const QString &b) { return a.isEmpty() || b.isEmpty() || a == b; };
+    return nuclei.isEmpty() || others.isEmpty()
+        || std::equal(nuclei.begin(), nuclei.end(), others.begin(), others.end(), fits);
 }
 
 } // namespace
@@ -362,17 +371,13 @@ bool ContentsDock::dropOnto(const QByteArray &dragged, NmrItem *target)
         return false;
     }
     const SpectrumEntry entry = from->nmrData()->stackEntry(QUuid(ids[1]));
-    const Spectrum &there = target->nmrData()->shownSpectrum();
     if (from == target) {
         Q_EMIT reported(tr("%1 is in this plot already").arg(entry.name));
         return false;
     }
-    for (int d = 0; d < entry.spectrum.dimensions(); ++d) {
-        if (entry.spectrum.dimensions() != there.dimensions()
-            || entry.spectrum.axes[d].nucleus() != there.axes[d].nucleus()) {
-            Q_EMIT reported(tr("%1 is a spectrum of other nuclei or dimensions than this plot").arg(entry.name));
-            return false;
-        }
+    if (!shareAxes(entry.nuclei(), target->nmrData()->shownEntry().nuclei())) {
+        Q_EMIT reported(tr("%1 is a spectrum of other nuclei or dimensions than this plot").arg(entry.name));
+        return false;
     }
     target->nmrData()->addEntry(entry.data, entry.name);
     m_scene->setActiveItem(target);

@@ -5,6 +5,7 @@
 #include "data/Elision.h"
 #include "data/Error.h"
 #include "host/MainScene.h"
+#include "host/TableSites.h"
 #include "data/Nuclides.h"
 #include "formats/OutputFiles.h"
 #include "document/PageExport.h"
@@ -164,33 +165,22 @@ QStringList ExportMenu::nucleiOfSpectrum() const
     return nuclei;
 }
 
-/// The atoms of the nuclei that the table's selected rows hold (none: all), and reference and slope of the current
-/// spectrum.
-SpinSystem::Options ExportMenu::spinSystemOptions(const QStringList &nuclei) const
+/// The atoms of the nuclei that the table's selected rows hold (none: all), and the scales of the shifts.
+SpinSystem::Options ExportMenu::spinSystemOptions(const TableItem &table, const QStringList &nuclei,
+                                                  const SiteTable::Options &scales)
 {
     SpinSystem::Options options;
     options.nuclei = nuclei;
     QStringList elements;
-    for (const QString &nucleus : nuclei)
+    for (const QString &nucleus : nuclei) {
         elements.append(Nuclides::element(nucleus));
-    const TableItem *table = m_scene->currentTableItem();
-    for (const QVariant &row : table ? table->selectedRowMaps() : QVariantList()) {
+        options.references.insert(nucleus, scales.scaleOf(nucleus).reference);
+        options.slopes.insert(nucleus, scales.scaleOf(nucleus).slope);
+    }
+    for (const QVariant &row : table.selectedRowMaps()) {
         const QVariantMap map = row.toMap();
         if (elements.contains(map.value(QStringLiteral("type")).toString()))
             options.labels += map.value(QStringLiteral("labels")).toStringList();
-    }
-    if (const NmrItem *item = m_scene->currentNmrItem()) {
-        NmrData &stack = *item->nmrData();
-        for (const QUuid &entry : stack.entryIds()) {
-            const QVariantHash parameters = stack.entryOrigParams(entry, QStringLiteral("magres"));
-            const auto take = [&](const char *key, QMap<QString, double> &values) {
-                const QVariantMap map = parameters.value(QLatin1String(key)).toMap();
-                for (auto it = map.cbegin(); it != map.cend(); ++it)
-                    values.insert(it.key(), it->toDouble());
-            };
-            take("ref", options.references);
-            take("slope", options.slopes);
-        }
     }
     return options;
 }
@@ -203,28 +193,31 @@ QString ExportMenu::writeSpinSystem(const QString &fileName, const QStringList &
         if (!Nuclides::table().contains(nucleus))
             fail(tr("\"%1\" is not an NMR nucleus such as 13C").arg(nucleus));
     }
-    const SpinSystem::Options options = spinSystemOptions(nuclei);
+    const SiteTable::Options scales = m_scene->tableSites()->optionsOf(*table);
+    const SpinSystem::Options options = spinSystemOptions(*table, nuclei, scales);
     for (const QString &nucleus : nuclei) {
         if (!table->selectedRowMaps().isEmpty() && !hasSelectedRow(*table, nucleus))
             fail(tr("The selected rows of the table hold no site of %1. Select some, or no row at all for all sites")
                      .arg(nucleus));
     }
-    const SpinSystem system = SpinSystem::fromData(m_data->getDataMap(ids.value(0)), options);
-    QStringList counts;
+    SpinSystem system = SpinSystem::fromData(m_data->getDataMap(ids.value(0)), options);
+    QStringList counts, shifts;
     for (const QString &nucleus : nuclei) {
         const auto sites = std::count_if(system.sites.begin(), system.sites.end(),
                                          [&](const SpinSystem::Site &site) { return site.nucleus == nucleus; });
         counts.append(tr("%1 of %2").arg(sites).arg(nucleus));
+        if (std::any_of(system.sites.begin(), system.sites.end(),
+                        [&](const SpinSystem::Site &site) { return site.nucleus == nucleus && site.shift; }))
+            shifts.append(tr("%1: %2").arg(nucleus, scales.scaleOf(nucleus).text()));
     }
+    system.notes = shifts + system.notes;
     const bool isMrsimulator = suffixOf(fileName) == u"mrsim" || suffixOf(fileName) == u"json";
     writeFile(fileName, [&](QIODevice &device) {
         device.write(isMrsimulator ? system.mrsimulator(table->title()) : system.simpson(table->title()));
     });
-    QString text = tr("%n site(s): %1", nullptr, int(system.sites.size())).arg(counts.join(QLatin1String(", ")));
-    // An input of SIMPSON has them in comments.
-    if (isMrsimulator && !system.notes.isEmpty())
-        text += QLatin1String("; ") + system.notes.join(QLatin1String("; "));
-    return text;
+    const QString text = tr("%n site(s): %1", nullptr, int(system.sites.size())).arg(counts.join(QLatin1String(", ")));
+    // An input of SIMPSON has all of them in comments.
+    return (QStringList{text} + (isMrsimulator ? system.notes : shifts)).join(QLatin1String("; "));
 }
 
 QString ExportMenu::sitesOffered() const

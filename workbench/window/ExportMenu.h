@@ -2,6 +2,7 @@
 #pragma once
 
 #include "analysis/SpinSystem.h"
+#include "analysis/comparison/SiteTable.h"
 
 #include <QMenu>
 
@@ -11,6 +12,7 @@ namespace Workbench {
 
 class DataEngine;
 class MainScene;
+class TableItem;
 
 /// Writes the page, the current spectrum and the current table to files whose suffix chooses the format.
 class ExportMenu : public QMenu {
@@ -22,7 +24,7 @@ public:
     void writePage(const QString &fileName) const;
     void writeSpectrum(const QString &fileName) const;
     void writeTable(const QString &fileName) const;
-    /// Returns how many sites it wrote.
+    /// Shifts are those of the table. Returns how many sites it wrote, and with which references.
     QString writeSpinSystem(const QString &fileName, const QStringList &nuclei) const;
 
     /// Where to propose that a file of this suffix is written.
@@ -37,7 +39,8 @@ private:
     void ask(const QString &title, const QList<std::pair<QString, QString>> &types,
              const std::function<void(const QString &)> &write);
     void askForSpinSystem();
-    SpinSystem::Options spinSystemOptions(const QStringList &nuclei) const;
+    static SpinSystem::Options spinSystemOptions(const TableItem &table, const QStringList &nuclei,
+                                                 const SiteTable::Options &scales);
     QStringList nucleiOfSpectrum() const;
     QString sitesOffered() const;
 

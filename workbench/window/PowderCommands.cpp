@@ -117,7 +117,8 @@ void PowderCommands::create()
     const NmrItem *plot = m_scene->currentNmrItem();
     const bool waits = plot && plot->nmrData()->entryIds().size() == 1 && plot->nmrData()->simulatedEntry().isNull();
     if (waits)
-        origin.settings.nucleus = powderSettingsLike(plot->nmrData()->stack().entries.constFirst()).nucleus;
+        origin.settings =
+            PowderDialog::startOf(powderSettingsLike(plot->nmrData()->stack().entries.constFirst()).nucleus);
     origin.settings.siteCurves = true;
     const auto made = ask(origin, waits ? plot : nullptr, {});
     if (!made)

@@ -4,6 +4,7 @@
 #include "data/Nuclides.h"
 #include "items/plot/NmrPlot.h"
 #include "window/Progress.h"
+#include "window/compare/ReferenceSets.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -251,7 +252,7 @@ QWidget *PowderDialog::createInputs()
     m_nucleus->setObjectName(QStringLiteral("nucleus"));
     m_nucleus->addItems(nuclei);
     if (!nuclei.contains(m_settings.nucleus))
-        m_settings.nucleus = nuclei.value(0);
+        takeNucleus(nuclei.value(0));
     m_nucleus->setCurrentText(m_settings.nucleus);
     connect(m_nucleus, &QComboBox::currentTextChanged, this, &PowderDialog::chooseNucleus);
 
@@ -294,10 +295,34 @@ QWidget *PowderDialog::createInputs()
     return area;
 }
 
+PowderSettings PowderDialog::startOf(const QString &nucleus)
+{
+    PowderSettings settings;
+    settings.nucleus = nucleus;
+    if (const auto set = ReferenceSets::of(nucleus)) {
+        settings.reference = set->calibration.reference;
+        settings.slope = set->calibration.slope;
+    }
+    return settings;
+}
+
+/// What is a nucleus's own does not go over to another one; it is there again when the user comes back.
+void PowderDialog::takeNucleus(const QString &nucleus)
+{
+    m_left.insert(m_settings.nucleus, m_settings);
+    const auto known = m_left.constFind(nucleus);
+    const PowderSettings own = known != m_left.constEnd() ? *known : startOf(nucleus);
+    m_settings.nucleus = nucleus;
+    m_settings.reference = own.reference;
+    m_settings.slope = own.slope;
+    m_settings.couplingScale = own.couplingScale;
+    m_settings.labels.clear();
+}
+
 void PowderDialog::chooseNucleus(const QString &nucleus)
 {
-    m_settings.nucleus = nucleus;
-    m_settings.labels.clear();
+    takeNucleus(nucleus);
+    showNumbers();
     m_automatic->setChecked(true); // the range was that of another nucleus
     fillSites();
     changed();

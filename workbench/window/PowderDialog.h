@@ -31,6 +31,9 @@ public:
     PowderDialog(const CrystalStructure &structure, const PowderSettings &settings,
                  std::vector<ExperimentalSpectrum> measured, QWidget *parent);
 
+    /// What a spectrum of the nucleus starts with: reference and slope of its set, or placeholders.
+    static PowderSettings startOf(const QString &nucleus);
+
     /// What was accepted.
     const PowderSettings &settings() const { return m_settings; }
     const PowderSites &sites() const { return m_sites; }
@@ -49,6 +52,7 @@ private:
     /// Of the preview.
     void show(const Powder::Spectrum &spectrum, const ExperimentalSpectrum *measured);
     void addFit(QFormLayout *form);
+    void takeNucleus(const QString &nucleus);
     void chooseNucleus(const QString &nucleus);
     void fillSites();
     void describeSites();
@@ -66,6 +70,7 @@ private:
     CrystalStructure m_structure;
     UniqueSites m_unique;
     PowderSettings m_settings;
+    QHash<QString, PowderSettings> m_left; ///< of nuclei that were chosen before
     std::vector<ExperimentalSpectrum> m_measured;
     PowderSites m_sites;
     Powder::Spectrum m_spectrum;

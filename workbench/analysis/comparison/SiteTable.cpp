@@ -8,6 +8,24 @@
 
 namespace Workbench {
 
+QString SiteTable::Scale::text() const
+{
+    return Texts::tr("Reference %1 ppm, slope %2: %3")
+        .arg(QString::number(reference, 'f', 2), QString::number(slope, 'g', 5),
+             source.isEmpty() ? Texts::tr("placeholders, only differences mean something") : source);
+}
+
+void SiteTable::Options::setScale(const QString &nucleus, const Scale &scale)
+{
+    scales.insert(nucleus, scale);
+    scales.insert(Nuclides::element(nucleus), scale);
+}
+
+SiteTable::Scale SiteTable::Options::scaleOf(const QString &nucleus) const
+{
+    return scales.value(nucleus, scales.value(Nuclides::element(nucleus)));
+}
+
 SiteTable::SiteTable(CrystalStructure structure, Options options)
     : m_structure(std::move(structure)),
       m_options(std::move(options)),
@@ -71,14 +89,11 @@ QString SiteTable::basis(const SiteColumn &column, int atom) const
 {
     const QString &element = m_structure.atoms[std::size_t(atom)].element;
     const QString isotope = isotopeOf(element);
-    const Scale scale = m_options.scales.value(element);
     switch (column.basis) {
     case SiteColumn::Basis::Tensor:
         break;
     case SiteColumn::Basis::Scale:
-        return Texts::tr("Reference %1 ppm, slope %2: %3")
-            .arg(QString::number(scale.reference, 'f', 2), QString::number(scale.slope, 'g', 5),
-                 scale.source.isEmpty() ? Texts::tr("placeholders, only differences mean something") : scale.source);
+        return m_options.scales.value(element).text();
     case SiteColumn::Basis::Isotope:
         return isotope;
     case SiteColumn::Basis::Field:

@@ -17,11 +17,19 @@ public:
         double slope = -1;
         QString source; ///< whose they are; empty: nobody's, placeholders
         bool operator==(const Scale &) const = default;
+
+        /// For people.
+        QString text() const;
     };
     struct Options {
         UniqueSites::Options sites;
-        QMap<QString, Scale> scales; ///< by element: one row has one shift
+        QMap<QString, Scale> scales; ///< by element, as one row has one shift, and by nucleus where that is known
         double frequency = 600; ///< of 1H, MHz
+
+        /// For the nucleus and its element.
+        void setScale(const QString &nucleus, const Scale &scale);
+        /// That of the nucleus, else of its element, whose isotopes have nearly the same shifts.
+        Scale scaleOf(const QString &nucleus) const;
         bool operator==(const Options &) const = default;
     };
 

@@ -137,14 +137,14 @@ const Spectrum &NmrData::spectrum(const QUuid &entry) const
     return stackEntry(entry).spectrum;
 }
 
-const Spectrum &NmrData::shownSpectrum() const
+const SpectrumEntry &NmrData::shownEntry() const
 {
-    const Spectrum &active = spectrum(activeEntryId());
-    if (!active.isEmpty())
+    const SpectrumEntry &active = stackEntry(activeEntryId());
+    if (!active.spectrum.isEmpty())
         return active;
     const auto it = std::find_if(m_stack.entries.cbegin(), m_stack.entries.cend(),
                                  [](const Entry &entry) { return !entry.spectrum.isEmpty(); });
-    return it == m_stack.entries.cend() ? active : it->spectrum;
+    return it == m_stack.entries.cend() ? active : *it;
 }
 
 void NmrData::insertSpectrum(QUuid entry, QVariantMap data)
@@ -199,7 +199,7 @@ void NmrData::setEntryValue(const QUuid &entry, const QString &key, const QVaria
     Q_EMIT aboutToBeEdited();
     find(entry)->data.insert(key, value);
     Q_EMIT entryChanged(entry);
-    Q_EMIT edited(what, before, true);
+    Q_EMIT edited(what, before, entry);
 }
 
 void NmrData::setStack(const NmrStack &stack)

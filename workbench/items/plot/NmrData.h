@@ -38,8 +38,9 @@ public:
     const SpectrumEntry &stackEntry(const QUuid &entry) const;
     /// Valid until the entry changes; an empty spectrum for an unknown id.
     const Spectrum &spectrum(const QUuid &entry) const;
-    /// The active spectrum; when that is a mere peak list, the first one with points.
-    const Spectrum &shownSpectrum() const;
+    /// The active entry; when that is a mere peak list, the first one with points.
+    const SpectrumEntry &shownEntry() const;
+    const Spectrum &shownSpectrum() const { return shownEntry().spectrum; }
     /// Made by a plug-in, from parameters that it could make it from again.
     bool isSimulated(const QUuid &entry) const;
     /// The first such entry; null when there is none.
@@ -47,7 +48,7 @@ public:
     /// Replaces the peaks of an entry, as an edit of that name.
     void setEntryPeaks(const QUuid &entry, const QVariantMap &peaks, const QString &what);
     /// Puts a value of the workbench's own, for which plug-ins have no use, into the entry's data. An edit of that
-    /// name, which continues the last one when that was of the same name.
+    /// name, which continues the last one when that was of the same name and entry.
     void setEntryValue(const QUuid &entry, const QString &key, const QVariant &value, const QString &what);
     /// Puts a parameter hash where entryOrigParams() finds it.
     void setEntryOrigParams(const QUuid &entry, const QString &format, const QVariantHash &parameters);
@@ -78,7 +79,8 @@ Q_SIGNALS:
     /// edited() follows, after signals in answer to which the user may come to work with something else.
     void aboutToBeEdited();
     /// Entries were added or removed, or the data of one replaced; `what` names the edit for an undo menu.
-    void edited(const QString &what, const NmrStack &before, bool continues = false);
+    /// One that sets a value names its entry: it continues the last edit of the same entry and name.
+    void edited(const QString &what, const NmrStack &before, const QUuid &entry = {});
 
 private:
     using Entry = NmrStack::Entry;

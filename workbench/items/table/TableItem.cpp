@@ -500,10 +500,27 @@ void TableItem::offerSorting()
     header->setSortIndicator(-1, Qt::AscendingOrder);
     connect(header, &QHeaderView::sortIndicatorChanged, this, &TableItem::sortRows);
     connect(m_model, &QAbstractItemModel::modelReset, this, &TableItem::sortRows);
+    connect(m_model, &QAbstractItemModel::dataChanged, this, &TableItem::sortLater);
+}
+
+void TableItem::sortLater()
+{
+    // Values of site columns change in the middle of what changes them, and several times in a row.
+    if (!m_sorted || !m_model->siteColumnAt(m_view->horizontalHeader()->sortIndicatorSection()))
+        return;
+    m_sorted = false;
+    QMetaObject::invokeMethod(this, &TableItem::ensureSorted, Qt::QueuedConnection);
+}
+
+void TableItem::ensureSorted()
+{
+    if (m_view && !m_sorted)
+        sortRows();
 }
 
 void TableItem::sortRows()
 {
+    m_sorted = true;
     const QHeaderView *header = m_view->horizontalHeader();
     QList<int> order(m_model->rowCount());
     std::iota(order.begin(), order.end(), 0);
@@ -713,6 +730,7 @@ void TableItem::fitColumnsLater()
 
 void TableItem::ensureFitted()
 {
+    ensureSorted();
     if (m_view && !std::exchange(m_fitted, true))
         fitColumns();
 }

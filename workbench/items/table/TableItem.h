@@ -87,7 +87,7 @@ public:
     /// Rules, header and as many rows as fit.
     void paintTable(QPainter *painter, const QRectF &area);
 
-    /// Gives the columns the widths of their contents, if they have not got them yet.
+    /// Gives the columns the widths of their contents and the rows their order, if they have not got them yet.
     void ensureFitted();
 
 Q_SIGNALS:
@@ -114,6 +114,9 @@ private:
     /// By the column of the header's sort indicator. Rows change their places in the view only: for the plug-in, which
     /// knows the view, they keep their numbers.
     void sortRows();
+    /// When nobody changes values any more, but before they are seen.
+    void sortLater();
+    void ensureSorted();
     void readFilter();
     void hideRows();
     /// The model's rows in sight, from top to bottom.
@@ -131,6 +134,7 @@ private:
     QVariantMap m_widths; ///< of the columns that the user has made wider or narrower, by key
     bool m_fitting = false;
     bool m_fitted = false;
+    bool m_sorted = true;
 };
 
 } // namespace Workbench

@@ -505,8 +505,8 @@ void ComparePanel::keepOptions(const QString &what)
 {
     if (plot()) {
         m_taken = options().toMap();
-        plot()->nmrData()->setEntryValue(measurement()->entry, CompareOptions::key(), m_taken,
-                                         tr("Comparison: %1").arg(what));
+        const QUuid entry = measurement()->entry; // the choices may be filled anew
+        plot()->nmrData()->setEntryValue(entry, CompareOptions::key(), m_taken, tr("Comparison: %1").arg(what));
     }
     refresh();
 }

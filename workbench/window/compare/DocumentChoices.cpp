@@ -70,7 +70,7 @@ QUuid structureOf(const MainScene &scene, const NmrItem &item)
     const NmrData &data = *item.nmrData();
     const SpectrumEntry &simulated =
         data.stackEntry(data.isSimulated(data.activeEntryId()) ? data.activeEntryId() : data.simulatedEntry());
-    const QUuid made = simulated.parameters(QStringLiteral("magres")).value(QStringLiteral("magresDataId")).toUuid();
+    const QUuid made = simulated.dataId();
     for (const StructureChoice &choice : structuresOf(scene)) {
         if (choice.data == made)
             return choice.table;

@@ -2,7 +2,6 @@
 #include "window/compare/ReferenceSets.h"
 
 #include "data/Error.h"
-#include "data/Nuclides.h"
 
 #include <QFileInfo>
 #include <QSettings>
@@ -57,14 +56,14 @@ std::optional<ReferenceSet> of(const QString &nucleus)
 
 QMap<QString, SiteTable::Scale> scales()
 {
-    QMap<QString, SiteTable::Scale> found;
+    SiteTable::Options found;
     for (const QString &nucleus : QSettings().value(filesKey).toMap().keys()) {
         if (const auto set = of(nucleus))
-            found.insert(Nuclides::element(nucleus),
-                         {set->calibration.reference, set->calibration.slope,
-                          Texts::tr("of %1").arg(QFileInfo(fileOf(nucleus)).fileName())});
+            found.setScale(nucleus,
+                           {set->calibration.reference, set->calibration.slope,
+                            Texts::tr("of %1").arg(QFileInfo(fileOf(nucleus)).fileName())});
     }
-    return found;
+    return found.scales;
 }
 
 } // namespace ReferenceSets

@@ -18,7 +18,7 @@ ReferenceSet use(const QString &fileName);
 
 /// None for a nucleus without, or whose file can no longer be read.
 std::optional<ReferenceSet> of(const QString &nucleus);
-/// All of them, for further columns of tables; by element.
+/// All of them, for further columns of tables; by nucleus and by element.
 QMap<QString, SiteTable::Scale> scales();
 /// Empty for none.
 QString fileOf(const QString &nucleus);
