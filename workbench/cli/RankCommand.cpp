@@ -250,9 +250,9 @@ void serve(const std::function<RankRow(const QString &file)> &measure, const Ran
 {
     printOut(QLatin1String(RankCrew::readyLine));
     for (std::string line; std::getline(std::cin, line);) {
-        const QString file = QString::fromUtf8(QByteArray::fromPercentEncoding(QByteArray::fromStdString(line)));
-        const RankRow row = measure(file);
-        printOut(QString::fromUtf8(RankTable::csvRow(row, layout, row.failed() ? 0 : 1)));
+        const QByteArray name = QByteArray::fromStdString(line);
+        const RankRow row = measure(QString::fromUtf8(QByteArray::fromPercentEncoding(name)));
+        printOut(QString::fromUtf8(RankCrew::answer(row, name, layout)));
     }
 }
 

@@ -256,6 +256,7 @@ void RankMeasurement::compareSpectra(HostApplication &host, MessageLog &log, Ran
         row.parts.back().offset = after[d] - before[d];
         row.parts.back().rmsd = rmsd[d];
     }
+    RankTable::checkNumbers(row, m_plan.layout());
 }
 
 } // namespace Workbench

@@ -12,6 +12,7 @@
 #include <QJsonObject>
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
 #include <limits>
 
@@ -21,7 +22,11 @@ using ReaderText::fail;
 
 void RankRow::fail(const std::exception &error)
 {
-    parts.clear();
+    RankRow left;
+    left.file = std::move(file);
+    left.simulatedPeaks = simulatedPeaks;
+    left.experimentalPeaks = experimentalPeaks;
+    *this = std::move(left);
     // The plug-in's general advice stands before the cause.
     message = elided(QString::fromUtf8(error.what()).section(QStringLiteral("\n\n"), -1).simplified());
     if (message.isEmpty())
@@ -488,6 +493,17 @@ void sort(std::vector<RankRow> &rows, const RankLayout &layout)
     // Summed up in this order, whichever the files came in: the same bits for parts that are merged.
     setProbabilities(rows, &RankRow::logLikelihood, &RankRow::probability);
     setProbabilities(rows, &RankRow::wideLogLikelihood, &RankRow::wideProbability);
+}
+
+void checkNumbers(const RankRow &row, const RankLayout &layout)
+{
+    for (const Column &column : columnsOf(layout)) {
+        const auto value = column.isText() ? std::nullopt : column.value(row);
+        if (value && !std::isfinite(*value)) {
+            fail(Texts::tr("%1 is beyond all numbers: shieldings, slope or σ are much too large or too small")
+                     .arg(QString::fromLatin1(column.name)));
+        }
+    }
 }
 
 QByteArray csvRow(const RankRow &row, const RankLayout &layout, int rank)

@@ -32,7 +32,7 @@ struct RankRow {
     QString message; ///< one line: why the structure failed
 
     bool failed() const { return parts.empty(); }
-    /// Notes why.
+    /// Notes why; of the numbers those of peaks stay.
     void fail(const std::exception &error);
 };
 
@@ -54,6 +54,9 @@ constexpr double smallestP = 0.001;
 /// Of one nucleus, and in 2D, by rmsd, smallest first; of several, or with energies, by probability. What is equal
 /// keeps its order. Structures that failed go last. The rows then have their probabilities in the pool.
 void sort(std::vector<RankRow> &rows, const RankLayout &layout);
+
+/// Throws std::runtime_error when a number of the row is not finite, so that it could neither be sorted nor read back.
+void checkNumbers(const RankRow &row, const RankLayout &layout);
 
 /// Rows that are sorted; text is rounded, csv and json are in full precision. A row that failed has no rank.
 QByteArray write(const std::vector<RankRow> &rows, const RankLayout &layout, TableExport::Format format);

@@ -139,12 +139,17 @@ void ShiftRanking::compare(const CrystalStructure &structure, RankRow &row) cons
     }
     row.parts = std::move(parts);
     takeTogether(comparisons, measurements, row);
-    if (comparisons.size() > 1)
-        return;
+    if (comparisons.size() == 1)
+        takeSingle(structure, comparisons[0], row);
+    RankTable::checkNumbers(row, layout());
+}
 
+void ShiftRanking::takeSingle(const CrystalStructure &structure, const NucleusComparison &comparison,
+                              RankRow &row) const
+{
     const auto peaks = simulatedPeaks(structure, measurements[0], sites.averaging, startReferences[0]);
     const auto lines = linesOfPeaks(peaks, measurements[0].lines);
-    const LinePairing &pairing = comparisons[0].pairing;
+    const LinePairing &pairing = comparison.pairing;
     if (!lines.empty() && pairing.mode == LinePairing::Mode::Equal && pairing.assignedLines == 0 && !pairing.byCounts)
         takeNumbersOfSpectra(peaks, lines, startReferences[0], row);
     row.rmsd = row.parts[0].rmsd;

@@ -15,10 +15,13 @@ struct ShiftRanking {
     std::vector<double> startReferences; ///< ppm, one for each, from which offsets count
     UniqueSites::Options sites;
 
-    /// Fills the row in; nothing of it where this throws (std::runtime_error).
+    /// Fills the row in; where this throws (std::runtime_error), the row is to fail().
     void compare(const CrystalStructure &structure, RankRow &row) const;
     /// Of a single nucleus: without a name.
     RankLayout layout() const;
+
+private:
+    void takeSingle(const CrystalStructure &structure, const NucleusComparison &comparison, RankRow &row) const;
 };
 
 } // namespace Workbench

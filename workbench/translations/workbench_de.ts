@@ -286,6 +286,10 @@ Mehr dazu mit magres-workbench %2 --help</translation>
         <translation>eine Struktur mit Rang hat kein %1</translation>
     </message>
     <message>
+        <source>%1 is beyond all numbers: shieldings, slope or σ are much too large or too small</source>
+        <translation>%1 liegt jenseits aller Zahlen: Abschirmungen, Steigung oder σ sind viel zu groß oder zu klein</translation>
+    </message>
+    <message>
         <source>a structure without a rank has a number for %1</source>
         <translation>eine Struktur ohne Rang hat eine Zahl für %1</translation>
     </message>
