@@ -277,7 +277,7 @@ CommandRun prepareRank(const CommandLine &line)
         const QCoreApplication application(start.argc, start.argv);
         const Language language(start.language);
         QStringList notes;
-        RankMeasurement(plan, &notes);
+        const RankMeasurement measurement(plan, &notes);
         printRankNotes(notes);
         warnOfRankMethods(plan, files);
         output.check();
@@ -297,6 +297,7 @@ CommandRun prepareRank(const CommandLine &line)
         crew.workers = jobs;
         crew.layout = plan.layout();
         std::vector<RankRow> rows = measureAll(crew, files);
+        printRankNotes(measurement.notesOn(rows));
         for (std::size_t i = 0; i < priors.size(); ++i)
             rows[i].logPrior = priors[i];
         return finish(std::move(rows), crew.layout, output);

@@ -133,28 +133,51 @@ void ShiftRanking::compare(const CrystalStructure &structure, RankRow &row) cons
     const UniqueSites unique = UniqueSites::of(structure, sites);
     std::vector<NucleusComparison> comparisons;
     std::vector<RankRow::Part> parts;
+    std::vector<NucleusMeasurement> compared = measurements;
     for (std::size_t i = 0; i < measurements.size(); ++i) {
-        comparisons.push_back(NucleusComparison::of(structure, unique, measurements[i]));
-        parts.push_back(partOf(comparisons[i], measurements[i], startReferences[i]));
+        comparisons.push_back(NucleusComparison::ofPlaces(structure, unique, compared[i]));
+        parts.push_back(partOf(comparisons[i], compared[i], startReferences[i]));
     }
     row.parts = std::move(parts);
-    takeTogether(comparisons, measurements, row);
+    takeTogether(comparisons, compared, row);
     if (comparisons.size() == 1)
-        takeSingle(structure, comparisons[0], row);
+        takeSingle(structure, comparisons[0], compared[0], row);
     RankTable::checkNumbers(row, layout());
 }
 
-void ShiftRanking::takeSingle(const CrystalStructure &structure, const NucleusComparison &comparison,
-                              RankRow &row) const
+QStringList ShiftRanking::notesOn(const std::vector<RankRow> &rows) const
 {
-    const auto peaks = simulatedPeaks(structure, measurements[0], sites.averaging, startReferences[0]);
-    const auto lines = linesOfPeaks(peaks, measurements[0].lines);
+    QStringList notes;
+    for (std::size_t i = 0; i < measurements.size(); ++i) {
+        QStringList files;
+        double places = 0;
+        for (const RankRow &row : rows) {
+            const double lines = row.failed() ? 0 : row.parts[i].lines.value_or(0);
+            if (lines == 0 || lines == double(measurements[i].lines.size()))
+                continue;
+            places = lines;
+            files.append(row.file);
+        }
+        if (files.isEmpty())
+            continue;
+        const QString note = placesNote(measurements[i], std::size_t(places));
+        notes.append(files.size() == 1 ? Texts::tr("%1: %2").arg(files[0], note)
+                                       : Texts::tr("%1 and %2 more: %3").arg(files[0]).arg(files.size() - 1).arg(note));
+    }
+    return notes;
+}
+
+void ShiftRanking::takeSingle(const CrystalStructure &structure, const NucleusComparison &comparison,
+                              const NucleusMeasurement &measurement, RankRow &row) const
+{
+    const auto peaks = simulatedPeaks(structure, measurement, sites.averaging, startReferences[0]);
+    const auto lines = linesOfPeaks(peaks, measurement.lines);
     const LinePairing &pairing = comparison.pairing;
     if (!lines.empty() && pairing.mode == LinePairing::Mode::Equal && pairing.assignedLines == 0 && !pairing.byCounts)
         takeNumbersOfSpectra(peaks, lines, startReferences[0], row);
     row.rmsd = row.parts[0].rmsd;
     row.simulatedPeaks = double(peaks.size());
-    row.experimentalPeaks = double(lines.empty() ? measurements[0].lines.size() : lines.size());
+    row.experimentalPeaks = double(lines.empty() ? measurement.lines.size() : lines.size());
 }
 
 } // namespace Workbench

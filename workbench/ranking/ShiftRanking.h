@@ -17,11 +17,14 @@ struct ShiftRanking {
 
     /// Fills the row in; where this throws (std::runtime_error), the row is to fail().
     void compare(const CrystalStructure &structure, RankRow &row) const;
+    /// Where places were compared in place of the lines, for whom reads the ranking.
+    QStringList notesOn(const std::vector<RankRow> &rows) const;
     /// Of a single nucleus: without a name.
     RankLayout layout() const;
 
 private:
-    void takeSingle(const CrystalStructure &structure, const NucleusComparison &comparison, RankRow &row) const;
+    void takeSingle(const CrystalStructure &structure, const NucleusComparison &comparison,
+                    const NucleusMeasurement &measurement, RankRow &row) const;
 };
 
 } // namespace Workbench

@@ -2116,6 +2116,10 @@ Optionen:
         <translation>%1: die %2 Linien liegen an %3 Stellen, die verglichen wurden</translation>
     </message>
     <message>
+        <source>%1 and %2 more: %3</source>
+        <translation>%1 und %2 weitere: %3</translation>
+    </message>
+    <message>
         <source>The five columns were taken as number, point, Hz, ppm and height of the peaks.</source>
         <translation>Die fünf Spalten wurden als Nummer, Punkt, Hz, ppm und Höhe der Peaks genommen.</translation>
     </message>
