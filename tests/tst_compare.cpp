@@ -374,6 +374,26 @@ private Q_SLOTS:
         for (const QJsonValue &pair : report[u"pairs"_s].toArray())
             for (int d = 0; d < 2; ++d)
                 QVERIFY(std::abs(pair[u"calculated"_s][d].toDouble() - pair[u"measured"_s][d].toDouble()) < 2e-3);
+        // Sites that share a label are told apart by where their peaks lie.
+        QByteArray atoms, tensors;
+        for (int i = 0; i < 3; ++i) {
+            const QByteArray z = QByteArray::number(2 + 4 * i), number = QByteArray::number(i + 1);
+            atoms += "atom C A " + number + " 2 " + z + " 2\natom H HA " + number + " 2 " + z + " 3.09\n";
+            for (const auto &[name, iso] : {std::pair("ms A ", 60 + 30 * i), std::pair("ms HA ", 22 + 3 * (i % 2))}) {
+                const QByteArray value = QByteArray::number(iso);
+                tensors += name + number + ' ' + value + " 0 0 0 " + value + " 0 0 0 " + value + '\n';
+            }
+        }
+        m_program.write("shared.magres",
+                        "#$magres-abinitio-v1.0\n[atoms]\nunits lattice Angstrom\nunits atom Angstrom\n"
+                        "lattice 14 0 0 1 15 0 0.7 1.3 16\n"
+                            + atoms + "[/atoms]\n[magres]\nunits ms ppm\n" + tensors + "[/magres]\n");
+        m_program.write("shared.csv", "f2,f1\n110,8\n80,5\n50,8\n");
+        const QByteArray shared = m_program.run("compare @shared.magres --nucleus 13C --nucleus-f1 1H --experiment "
+                                                "@shared.csv --format csv");
+        for (const char *row :
+             {"\"A.1\",\"HA.1\",1,110,110,8,8\n", "\"A.2\",\"HA.2\",1,80,80,5,5\n", "\"A.3\",\"HA.1\",1,50,50,8,8\n"})
+            QVERIFY2(shared.contains(row), shared + m_program.errors);
         // One too many is refused, or left out.
         m_program.write("hetcor.csv", "f2,f1\n90,12\n" + QByteArrayList(places.begin(), places.end()).join());
         m_program.run(line);
