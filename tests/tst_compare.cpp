@@ -334,6 +334,25 @@ private Q_SLOTS:
         }
     }
 
+    /// In every format; of two sites with a line in common, one has another of its own before it.
+    void sitesWithoutALineAreTold()
+    {
+        m_program.write("few.csv", "position,site\n22,C26\n170,C26/C29\n");
+        const QByteArray line = "compare " SAMPLES "/paracetamol.magres --experiment 13C=@few.csv --format ";
+        const QJsonValue nucleus = QJsonDocument::fromJson(m_program.run(line + "json"))[u"nuclei"][0];
+        for (const QJsonValue &pair : nucleus[u"pairs"].toArray())
+            QVERIFY(pair[u"shared"].toBool());
+        QCOMPARE(nucleus[u"without"].toArray().size(), 6);
+        QByteArray rows = m_program.run(line + "csv"), text = m_program.run(line + "text");
+        QCOMPARE(rows.count('\n'), 9);
+        for (const QJsonValue &site : nucleus[u"without"].toArray()) {
+            const QByteArray name = site[u"site"].toString().toUtf8();
+            QVERIFY(rows.contains("assigned," + name + ',') && text.contains(name));
+            QVERIFY(site[u"calculated"].toDouble()
+                    == nucleus[u"reference"].toDouble() - site[u"shielding"].toDouble());
+        }
+    }
+
     /// A reference that is known tells more than one in a window.
     void calibration()
     {
