@@ -239,10 +239,14 @@ private Q_SLOTS:
                 QVERIFY(std::abs(row[name].toDouble() - once[name].toDouble()) < 1e-6);
         }
 
-        QByteArray energies = "structure energy\n";
+        QByteArray energies = "structure;energy\n";
         for (int i = 0; i < Pool::size; ++i)
-            energies += "s" + QByteArray::number(i) + ' ' + (i == m_pool.right ? "40" : "0") + '\n';
+            energies += "\"s" + QByteArray::number(i) + "\";" + (i == m_pool.right ? "40,0" : "0,0") + " # kJ/mol\n";
         m_program.write("energies.txt", energies);
+        m_program.write("unclear.txt", "s0,-12,5\n");
+        m_program.run("rank --energies @unclear.txt " + experiments, m_files);
+        QVERIFY2(m_program.status == 1 && m_program.errors.contains("unclear.txt, line 1: expected a structure and"),
+                 m_program.errors);
         const QJsonArray cold = rank(experiments + "--energies @energies.txt --temperature 20");
         QVERIFY(cold[0][u"file"].toString() != m_files[m_pool.right]);
         const QJsonArray hot = rank(experiments + "--energies @energies.txt --temperature 1e9");

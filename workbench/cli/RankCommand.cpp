@@ -74,28 +74,28 @@ QStringList candidateFiles(const CommandLine &line)
     return files;
 }
 
-/// Energies of structures in kJ/mol, by the names under which a file gives them: "NAME ENERGY" or "NAME,ENERGY" a line.
+/// Energies of structures in kJ/mol, by the names under which a file gives them: "NAME ENERGY", "NAME,ENERGY" or
+/// "NAME;ENERGY" a line, either of them in quotes where it has separators of its own. Energies may have decimal commas.
 class Energies {
 public:
     Energies(const QString &fileName, double temperature) : m_fileName(fileName), m_temperature(temperature)
     {
         constexpr qint64 largest = 256 << 20;
         const QByteArray text = ReaderText::readText(fileName, largest);
-        static const QRegularExpression form(QStringLiteral("^\\s*(.*?)[,;\\s]+([-+.0-9eE]+)\\s*$"));
-        int read = 0;
+        bool isFirst = true;
         for (ReaderText::Lines lines(ReaderText::view(text)); lines.next();) {
-            const QString content = ReaderText::decoded(lines.line()).section(u'#', 0, 0).trimmed();
+            const QString content = withoutComment(ReaderText::decoded(lines.line()));
             if (content.isEmpty())
                 continue;
-            const auto match = form.match(content);
-            const QByteArray number = match.captured(2).toLatin1();
-            const auto energy = NumberText::parse<double>(ReaderText::view(number));
-            if (!energy && read++ == 0)
-                continue; // a header
+            QString name;
+            const auto energy = parse(content, name);
+            if (std::exchange(isFirst, false) && !energy && isHeader(content))
+                continue;
             if (!energy)
-                fail(fileName, lines.number(),
-                     Texts::tr("expected a structure and its energy, found %1").arg(ReaderText::excerpt(lines.line())));
-            const QString name = match.captured(1);
+                fail(
+                    fileName, lines.number(),
+                    Texts::tr("expected a structure and its energy, as in c1.magres,-12.5 or c1.magres;-12,5, found %1")
+                        .arg(ReaderText::excerpt(lines.line())));
             if (m_values.contains(name))
                 fail(fileName, lines.number(), Texts::tr("%1 has an energy already").arg(name));
             m_values.insert(name, *energy);
@@ -113,6 +113,34 @@ public:
     }
 
 private:
+    static QString withoutComment(const QString &line)
+    {
+        static const QRegularExpression comment(QStringLiteral("^((?:\"[^\"]*\"|[^\"#])*)#.*$"));
+        return QString(line).replace(comment, QStringLiteral("\\1")).trimmed();
+    }
+
+    /// Nothing where the line has another form, or a comma that may be a decimal one or not.
+    static std::optional<double> parse(const QString &line, QString &name)
+    {
+        static const QRegularExpression form(
+            QStringLiteral("^(?:\"((?:[^\"]|\"\")*)\"|(.*?))([,;\\s]+)(\"?)"
+                           "([-+]?(?:[0-9]+[.,]?[0-9]*|[.,][0-9]+)(?:[eE][-+]?[0-9]+)?)\\4$"));
+        const auto match = form.match(line);
+        const bool isAmbiguous = match.captured(3).contains(u',') && match.captured(4).isEmpty();
+        if (!match.hasMatch() || (isAmbiguous && match.captured(5).contains(u',')))
+            return std::nullopt;
+        name = match.captured(2) + match.captured(1).replace(QLatin1String("\"\""), QLatin1String("\""));
+        const QByteArray number = match.captured(5).replace(u',', u'.').toLatin1();
+        return NumberText::parse<double>(ReaderText::view(number));
+    }
+
+    /// What stands where energies do is none.
+    static bool isHeader(const QString &line)
+    {
+        static const QRegularExpression number(QStringLiteral("[,;\\s\"][-+.\u2212]?[0-9][^,;\\s]*$"));
+        return !line.contains(number);
+    }
+
     QString m_fileName;
     double m_temperature;
     QHash<QString, double> m_values;

@@ -1562,8 +1562,8 @@ Optionen:
         <translation>Option --range: %1 ppm ist so weit weg wie die Frequenz selbst</translation>
     </message>
     <message>
-        <source>expected a structure and its energy, found %1</source>
-        <translation>eine Struktur und ihre Energie wurden erwartet, %1 gefunden</translation>
+        <source>expected a structure and its energy, as in c1.magres,-12.5 or c1.magres;-12,5, found %1</source>
+        <translation>eine Struktur und ihre Energie wurden erwartet, wie in c1.magres,-12.5 oder c1.magres;-12,5, %1 gefunden</translation>
     </message>
     <message>
         <source>%1 has an energy already</source>
