@@ -259,6 +259,18 @@ private Q_SLOTS:
         m_program.write("1.csv", m_program.run("rank --format csv " + experiments, m_files.first(4)));
         m_program.write("2.csv", m_program.run("rank --format csv " + experiments, m_files.mid(4)));
         QCOMPARE(m_program.run("rank --merge --format csv @2.csv @1.csv"), all);
+        // What cannot be compared is not joined.
+        m_program.write("list.csv", m_program.read("c.csv").replace("position\n", "position\n17\n"));
+        for (const auto &[options, differs] :
+             {std::pair("--experiment 13C=@c.csv --window 1H=8 ", "with 1H window=8, those in "),
+              std::pair("--experiment 13C=@list.csv --unmatched 1 ", "with 13C lines="),
+              std::pair("--experiment 13C=@c.csv --average ch3 ", "with average=ch3, those in ")}) {
+            m_program.write(
+                "2.csv",
+                m_program.run(QByteArray("rank --format csv ") + options + "--experiment 1H=@h.csv", m_files.mid(4)));
+            m_program.run("rank --merge @1.csv @2.csv");
+            QVERIFY2(m_program.status == 1 && m_program.errors.contains(differs), m_program.errors);
+        }
     }
 
     /// Averages over many pools; a single one may be lucky.
@@ -352,8 +364,7 @@ private Q_SLOTS:
         for (const QJsonValue &site : nucleus[u"without"].toArray()) {
             const QByteArray name = site[u"site"].toString().toUtf8();
             QVERIFY(rows.contains("assigned," + name + ',') && text.contains(name));
-            QVERIFY(site[u"calculated"].toDouble()
-                    == nucleus[u"reference"].toDouble() - site[u"shielding"].toDouble());
+            QVERIFY(site[u"calculated"].toDouble() == nucleus[u"reference"].toDouble() - site[u"shielding"].toDouble());
         }
     }
 

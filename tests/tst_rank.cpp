@@ -54,7 +54,7 @@ private Q_SLOTS:
         QVERIFY2(m_program.errors.endsWith("magres-workbench rank: 6 of 206 files failed\n"), m_program.errors);
         const QByteArrayList lines = one.split('\n');
         QVERIFY(lines[1].startsWith("1,\"" + m_files[m_right].toUtf8().replace('"', "\"\"") + "\",168.5"));
-        const auto rmsd = [](const QByteArray &line) { return line.split(',').rbegin()[16].toDouble(); };
+        const auto rmsd = [](const QByteArray &line) { return line.split(',').rbegin()[17].toDouble(); };
         for (int i = 2; i <= 200; ++i)
             QVERIFY(lines[i].startsWith(QByteArray::number(i) + ',') && rmsd(lines[i]) >= rmsd(lines[i - 1]));
         for (qsizetype i = 0; i < faults.size(); ++i) {

@@ -102,6 +102,9 @@ public:
         }
     }
 
+    /// At the end of RankRow::basis.
+    QString basis() const { return QStringLiteral("; temperature=%1").arg(m_temperature, 0, 'g', 10); }
+
     /// By the whole name, the file's name, or that without its suffix.
     double logWeight(const QString &file) const
     {
@@ -328,6 +331,9 @@ CommandRun prepareRank(const CommandLine &line)
         printRankNotes(measurement.notesOn(rows));
         for (std::size_t i = 0; i < priors.size(); ++i)
             rows[i].logPrior = priors[i];
+        const QString basis = measurement.basis() + (energies ? energies->basis() : QString());
+        for (RankRow &row : rows)
+            row.basis = row.failed() ? QString() : basis;
         return finish(std::move(rows), crew.layout, output);
     };
 }

@@ -118,6 +118,21 @@ void takeTogether(const std::vector<NucleusComparison> &comparisons,
     row.fit = anyBad ? QStringLiteral("bad") : row.p ? QStringLiteral("ok") : QString();
 }
 
+/// Of each line among the nuclei of all; the same for lists that say it by counts and by lines of their own.
+std::vector<double> sharesOf(const std::vector<MeasuredLine> &lines)
+{
+    const bool isTold = std::all_of(lines.begin(), lines.end(), [](const MeasuredLine &line) { return line.count; });
+    double sum = 0;
+    std::vector<double> shares;
+    for (const MeasuredLine &line : lines) {
+        shares.push_back(isTold ? *line.count : 1.0);
+        sum += shares.back();
+    }
+    for (double &share : shares)
+        share /= sum;
+    return shares;
+}
+
 } // namespace
 
 RankLayout ShiftRanking::layout() const
@@ -143,6 +158,38 @@ void ShiftRanking::compare(const CrystalStructure &structure, RankRow &row) cons
     if (comparisons.size() == 1)
         takeSingle(structure, comparisons[0], compared[0], row);
     RankTable::checkNumbers(row, layout());
+}
+
+QString ShiftRanking::basis() const
+{
+    const auto number = [](double value) { return QString::number(value, 'g', 10); };
+    QStringList entries;
+    for (const NucleusMeasurement &measurement : measurements) {
+        const auto add = [&](const char *name, const QString &value) {
+            entries.append(QStringLiteral("%1 %2=%3").arg(measurement.nucleus, QLatin1String(name), value));
+        };
+        QStringList lines;
+        const std::vector<MeasuredLine> places = mergedLines(measurement.lines);
+        const std::vector<double> shares = sharesOf(places);
+        for (std::size_t i = 0; i < places.size(); ++i)
+            lines.append(
+                QStringLiteral("%1 %2 %3")
+                    .arg(QString::number(places[i].shift, 'g', 17), places[i].sites.join(u','), number(shares[i])));
+        add("lines", RankTable::digest(lines));
+        add("slope", number(measurement.scale.slope.value_or(-1)));
+        if (const auto &set = measurement.calibration) {
+            add("set",
+                RankTable::digest({number(set->reference), number(set->slope), number(set->referenceError),
+                                   number(set->slopeError), number(set->covariance)}));
+        } else {
+            add("window", number(measurement.window));
+        }
+        add("unmatched", QString::number(measurement.unmatched));
+    }
+    constexpr const char *averagings[] = {"none", "ch3", "xh3"};
+    entries.append(QStringLiteral("average=") + QLatin1String(averagings[int(sites.averaging)]));
+    entries.append(QStringLiteral("tolerance=") + number(sites.tolerance));
+    return entries.join(QLatin1String("; "));
 }
 
 QStringList ShiftRanking::notesOn(const std::vector<RankRow> &rows) const

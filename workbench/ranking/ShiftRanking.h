@@ -17,6 +17,8 @@ struct ShiftRanking {
 
     /// Fills the row in; where this throws (std::runtime_error), the row is to fail().
     void compare(const CrystalStructure &structure, RankRow &row) const;
+    /// On what the numbers hang: RankRow::basis.
+    QString basis() const;
     /// Where places were compared in place of the lines, for whom reads the ranking.
     QStringList notesOn(const std::vector<RankRow> &rows) const;
     /// Of a single nucleus: without a name.

@@ -1656,6 +1656,10 @@ Optionen:
         <translation>dieser Teil ordnet nach anderen Messungen als %1</translation>
     </message>
     <message>
+        <source>this structure was compared with %1, those in %2 with %3</source>
+        <translation>diese Struktur wurde mit %1 verglichen, die in %2 mit %3</translation>
+    </message>
+    <message>
         <source>Note: %L1 points are many; this can take minutes
 </source>
         <translation>Hinweis: %L1 Punkte sind viele; das kann Minuten dauern
