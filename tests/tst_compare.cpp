@@ -126,6 +126,7 @@ private Q_SLOTS:
                                            crystalText(m_pool.shieldings[std::size_t(i)], i % 2, 7 + i)));
         m_program.write("c.csv", peakList(m_pool.shifts[0]));
         m_program.write("h.csv", peakList(m_pool.shifts[1]));
+        m_program.write("c4.csv", "position\n" + peakList(m_pool.shifts[0]).mid(9).repeated(4));
     }
 
     /// In cells as they are and in skewed ones, with atoms that are a little off.
@@ -227,10 +228,25 @@ private Q_SLOTS:
                                                                                                    : u"ok"_s);
         }
 
-        QByteArray energies = "structure energy\n";
+        // Listed as often as four molecules give them, lines are as good for structures that have two.
+        const QJsonArray fourTimes = rank("--experiment 13C=@c4.csv");
+        QVERIFY2(m_program.errors.contains(" and 4 more: 13C: the 36 lines lie at 9 places"), m_program.errors);
+        QCOMPARE(fourTimes.size(), carbon.size());
+        for (const QJsonValue &row : fourTimes) {
+            const QJsonValue once = *of(carbon, row[u"file"].toString());
+            QCOMPARE(row[u"lines"].toInt(), row[u"peaks_simulated"].toInt() == 36 ? 36 : 9);
+            for (const QLatin1String name : {"rmsd"_L1, "chi2"_L1, "dof"_L1, "log_likelihood"_L1, "probability"_L1})
+                QVERIFY(std::abs(row[name].toDouble() - once[name].toDouble()) < 1e-6);
+        }
+
+        QByteArray energies = "structure;energy\n";
         for (int i = 0; i < Pool::size; ++i)
-            energies += "s" + QByteArray::number(i) + ' ' + (i == m_pool.right ? "40" : "0") + '\n';
+            energies += "\"s" + QByteArray::number(i) + "\";" + (i == m_pool.right ? "40,0" : "0,0") + " # kJ/mol\n";
         m_program.write("energies.txt", energies);
+        m_program.write("unclear.txt", "s0,-12,5\n");
+        m_program.run("rank --energies @unclear.txt " + experiments, m_files);
+        QVERIFY2(m_program.status == 1 && m_program.errors.contains("unclear.txt, line 1: expected a structure and"),
+                 m_program.errors);
         const QJsonArray cold = rank(experiments + "--energies @energies.txt --temperature 20");
         QVERIFY(cold[0][u"file"].toString() != m_files[m_pool.right]);
         const QJsonArray hot = rank(experiments + "--energies @energies.txt --temperature 1e9");
@@ -243,6 +259,18 @@ private Q_SLOTS:
         m_program.write("1.csv", m_program.run("rank --format csv " + experiments, m_files.first(4)));
         m_program.write("2.csv", m_program.run("rank --format csv " + experiments, m_files.mid(4)));
         QCOMPARE(m_program.run("rank --merge --format csv @2.csv @1.csv"), all);
+        // What cannot be compared is not joined.
+        m_program.write("list.csv", m_program.read("c.csv").replace("position\n", "position\n17\n"));
+        for (const auto &[options, differs] :
+             {std::pair("--experiment 13C=@c.csv --window 1H=8 ", "with 1H window=8, those in "),
+              std::pair("--experiment 13C=@list.csv --unmatched 1 ", "with 13C lines="),
+              std::pair("--experiment 13C=@c.csv --average ch3 ", "with average=ch3, those in ")}) {
+            m_program.write(
+                "2.csv",
+                m_program.run(QByteArray("rank --format csv ") + options + "--experiment 1H=@h.csv", m_files.mid(4)));
+            m_program.run("rank --merge @1.csv @2.csv");
+            QVERIFY2(m_program.status == 1 && m_program.errors.contains(differs), m_program.errors);
+        }
     }
 
     /// Averages over many pools; a single one may be lucky.
@@ -322,10 +350,28 @@ private Q_SLOTS:
         }
     }
 
+    /// In every format; of two sites with a line in common, one has another of its own before it.
+    void sitesWithoutALineAreTold()
+    {
+        m_program.write("few.csv", "position,site\n22,C26\n170,C26/C29\n");
+        const QByteArray line = "compare " SAMPLES "/paracetamol.magres --experiment 13C=@few.csv --format ";
+        const QJsonValue nucleus = QJsonDocument::fromJson(m_program.run(line + "json"))[u"nuclei"][0];
+        for (const QJsonValue &pair : nucleus[u"pairs"].toArray())
+            QVERIFY(pair[u"shared"].toBool());
+        QCOMPARE(nucleus[u"without"].toArray().size(), 6);
+        QByteArray rows = m_program.run(line + "csv"), text = m_program.run(line + "text");
+        QCOMPARE(rows.count('\n'), 9);
+        for (const QJsonValue &site : nucleus[u"without"].toArray()) {
+            const QByteArray name = site[u"site"].toString().toUtf8();
+            QVERIFY(rows.contains("assigned," + name + ',') && text.contains(name));
+            QVERIFY(site[u"calculated"].toDouble() == nucleus[u"reference"].toDouble() - site[u"shielding"].toDouble());
+        }
+    }
+
     /// A reference that is known tells more than one in a window.
     void calibration()
     {
-        m_program.run("calibrate @s0.magres=@c.csv @s2.magres=@c.csv --nucleus 13C -o @set.json -o @set.png");
+        m_program.run("calibrate @s0.magres=@c4.csv @s2.magres=@c.csv --nucleus 13C -o @set.json -o @set.png");
         QVERIFY2(m_program.status == 0 && m_program.read("set.png").startsWith("\x89PNG"), m_program.errors);
         const QJsonDocument set = QJsonDocument::fromJson(m_program.read("set.json"));
         const auto likelihood = [&](const QByteArray &options) {
@@ -374,6 +420,26 @@ private Q_SLOTS:
         for (const QJsonValue &pair : report[u"pairs"_s].toArray())
             for (int d = 0; d < 2; ++d)
                 QVERIFY(std::abs(pair[u"calculated"_s][d].toDouble() - pair[u"measured"_s][d].toDouble()) < 2e-3);
+        // Sites that share a label are told apart by where their peaks lie.
+        QByteArray atoms, tensors;
+        for (int i = 0; i < 3; ++i) {
+            const QByteArray z = QByteArray::number(2 + 4 * i), number = QByteArray::number(i + 1);
+            atoms += "atom C A " + number + " 2 " + z + " 2\natom H HA " + number + " 2 " + z + " 3.09\n";
+            for (const auto &[name, iso] : {std::pair("ms A ", 60 + 30 * i), std::pair("ms HA ", 22 + 3 * (i % 2))}) {
+                const QByteArray value = QByteArray::number(iso);
+                tensors += name + number + ' ' + value + " 0 0 0 " + value + " 0 0 0 " + value + '\n';
+            }
+        }
+        m_program.write("shared.magres",
+                        "#$magres-abinitio-v1.0\n[atoms]\nunits lattice Angstrom\nunits atom Angstrom\n"
+                        "lattice 14 0 0 1 15 0 0.7 1.3 16\n"
+                            + atoms + "[/atoms]\n[magres]\nunits ms ppm\n" + tensors + "[/magres]\n");
+        m_program.write("shared.csv", "f2,f1\n110,8\n80,5\n50,8\n");
+        const QByteArray shared = m_program.run("compare @shared.magres --nucleus 13C --nucleus-f1 1H --experiment "
+                                                "@shared.csv --format csv");
+        for (const char *row :
+             {"\"A.1\",\"HA.1\",1,110,110,8,8\n", "\"A.2\",\"HA.2\",1,80,80,5,5\n", "\"A.3\",\"HA.1\",1,50,50,8,8\n"})
+            QVERIFY2(shared.contains(row), shared + m_program.errors);
         // One too many is refused, or left out.
         m_program.write("hetcor.csv", "f2,f1\n90,12\n" + QByteArrayList(places.begin(), places.end()).join());
         m_program.run(line);

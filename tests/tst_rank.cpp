@@ -36,7 +36,11 @@ private Q_SLOTS:
     void theRightOneIsFirst()
     {
         const QByteArray other = MagresText::magresText(MagresText::crystalData(18));
+        MagresData huge = MagresText::crystalData(27);
+        for (MagresTensor &shielding : huge.shieldings)
+            shielding.tensor[4] *= 1e200;
         const QList<std::pair<QString, QByteArray>> faults{
+            {m_program.write("huge.magres", MagresText::magresText(huge)), "rmsd is beyond all numbers"},
             {m_program.write("half.magres", other.left(other.size() / 2)), "line"},
             {m_program.write("other.magres", other), "6 lines were measured, but the structure has only 4 sites"},
             {m_program.write("kill.stub", "stub-kill"), "the program crashed"},
@@ -47,10 +51,10 @@ private Q_SLOTS:
             files.insert(20 + 30 * i, faults[i].first);
 
         const QByteArray one = rank(files, "1");
-        QVERIFY2(m_program.errors.endsWith("magres-workbench rank: 5 of 205 files failed\n"), m_program.errors);
+        QVERIFY2(m_program.errors.endsWith("magres-workbench rank: 6 of 206 files failed\n"), m_program.errors);
         const QByteArrayList lines = one.split('\n');
         QVERIFY(lines[1].startsWith("1,\"" + m_files[m_right].toUtf8().replace('"', "\"\"") + "\",168.5"));
-        const auto rmsd = [](const QByteArray &line) { return line.split(',').rbegin()[16].toDouble(); };
+        const auto rmsd = [](const QByteArray &line) { return line.split(',').rbegin()[17].toDouble(); };
         for (int i = 2; i <= 200; ++i)
             QVERIFY(lines[i].startsWith(QByteArray::number(i) + ',') && rmsd(lines[i]) >= rmsd(lines[i - 1]));
         for (qsizetype i = 0; i < faults.size(); ++i) {
@@ -76,6 +80,11 @@ private Q_SLOTS:
         QVERIFY2(fit.contains(u"New RMSD: %1 ppm"_s.arg(row[u"rmsd"].toDouble()).toUtf8()), fit);
         QCOMPARE(row[u"offset"].toDouble(), row[u"reference"].toDouble() - 100);
         QCOMPARE(ranked("rank --nucleus 13C --experiment @list.csv --format json --language de"), row);
+        // A name of two lines is one.
+        QFile::copy(m_files[7], m_program.path("two\nlines.magres"));
+        const QByteArray named =
+            m_program.run("rank --nucleus 13C --experiment @list.csv", {m_program.path("two\nlines.magres")});
+        QVERIFY2(m_program.status == 0 && named.contains("two\nlines.magres"), m_program.errors);
         const QJsonObject plane = ranked("rank --nucleus 13C --nucleus-f1 1H --experiment @plane.csv --format json");
         const double f2 = plane[u"rmsd_f2"].toDouble(), f1 = plane[u"rmsd_f1"].toDouble() * 750.03 / 188.64;
         QCOMPARE(f2, row[u"rmsd"].toDouble());

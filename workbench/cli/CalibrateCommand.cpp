@@ -214,7 +214,14 @@ CommandRun prepareCalibrate(const CommandLine &line)
             method.add(compound.file);
             const CrystalStructure structure = simulation.structure();
             const UniqueSites unique = UniqueSites::of(structure, options.sites);
-            compound.sites = comparedSites(structure, unique.ofElement(Nuclides::element(nucleus)));
+            const NucleusMeasurement asListed = compound.measurement;
+            try {
+                compound.sites = NucleusComparison::ofPlaces(structure, unique, compound.measurement).sites;
+            } catch (const std::exception &error) {
+                throw CommandError(Texts::tr("%1: %2").arg(compound.file, QString::fromUtf8(error.what())));
+            }
+            if (const QString note = placesNote(asListed, compound.measurement.lines.size()); !note.isEmpty())
+                notes.append(QStringLiteral("%1: %2").arg(compound.file, note));
             for (const QString &note : notes)
                 printError(Texts::tr("magres-workbench calibrate: %1\n").arg(note));
             for (const QString &warning : unique.warnings)

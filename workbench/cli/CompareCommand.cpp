@@ -18,26 +18,6 @@ void printNote(const QString &note)
     printError(Texts::tr("magres-workbench compare: %1\n").arg(note));
 }
 
-/// As often as equivalent atoms would give them, lines may be too many for the sites: then each place counts once.
-NucleusComparison compared(const CrystalStructure &structure, const UniqueSites &unique,
-                           NucleusMeasurement &measurement, QStringList &notes)
-{
-    try {
-        return NucleusComparison::of(structure, unique, measurement);
-    } catch (const std::exception &) {
-        NucleusMeasurement merged = measurement;
-        merged.lines = mergedLines(measurement.lines);
-        if (merged.lines.size() == measurement.lines.size())
-            throw;
-        notes.append(Texts::tr("%1: the %2 lines lie at %3 places, which were compared")
-                         .arg(measurement.nucleus)
-                         .arg(measurement.lines.size())
-                         .arg(merged.lines.size()));
-        measurement = merged;
-        return NucleusComparison::of(structure, unique, measurement);
-    }
-}
-
 CommandRun prepareCompare(const CommandLine &line)
 {
     if (line.has("nucleus-f1"))
@@ -61,8 +41,11 @@ CommandRun prepareCompare(const CommandLine &line)
         notes.append(unique.warnings);
         for (const ComparisonOptions::Nucleus &nucleus : options.nuclei)
             notes.append(nucleus.set ? methodWarning(*nucleus.set, file) : QString());
-        for (NucleusMeasurement &measurement : report.measurements)
-            report.comparisons.push_back(compared(report.structure, unique, measurement, notes));
+        for (NucleusMeasurement &measurement : report.measurements) {
+            const NucleusMeasurement asListed = measurement;
+            report.comparisons.push_back(NucleusComparison::ofPlaces(report.structure, unique, measurement));
+            notes.append(placesNote(asListed, measurement.lines.size()));
+        }
         notes.removeAll(QString());
         for (const QString &note : notes)
             printNote(note);

@@ -14,6 +14,7 @@
 #include "cli/SimulateOptions.h"
 #include "cli/Simulation.h"
 #include "data/Error.h"
+#include "data/Nuclides.h"
 #include "data/NumberText.h"
 #include "formats/ExperimentFile.h"
 #include "formats/TableExport.h"
@@ -108,30 +109,51 @@ Plan parsePlan(const CommandLine &line)
     return plan;
 }
 
-/// The sites of a peak's label, which names the atoms of F2 and then those of F1.
-void nameSites(const QString &label, const QHash<QString, QString> &siteOf, CrossPeak &peak)
-{
-    QStringList sites;
-    for (const QString &atom : label.split(u',')) {
-        const QString site = siteOf.value(atom, atom);
-        if (sites.isEmpty() || sites.constLast() != site)
-            sites.append(site);
+/// The sites of one dimension by the labels that peaks have. Where sites share a label, the positions of peaks tell.
+class LabelledSites {
+public:
+    /// Positions are `reference` + `slope` · shielding, ppm.
+    LabelledSites(const CrystalStructure &structure, const std::vector<UniqueSite> &sites, double reference,
+                  double slope)
+    {
+        for (const UniqueSite &site : sites) {
+            const Candidate candidate{site.name, reference + slope * site.shielding.value_or(0)};
+            for (int atom : site.atoms)
+                for (const QString &label : structure.atoms[std::size_t(atom)].labels)
+                    m_sites[label].push_back(candidate);
+        }
     }
-    peak.sites[0] = sites.constFirst();
-    peak.sites[1] = sites.mid(sites.size() > 1 ? 1 : 0).join(u',');
-}
 
-std::vector<CrossPeak> uniquePeaks(const QList<SpectrumPeak> &peaks, const CrystalStructure &structure,
-                                   const UniqueSites &unique)
+    /// The label itself where no site has it.
+    QString name(const QString &label, double position) const
+    {
+        const auto found = m_sites.constFind(label);
+        if (found == m_sites.constEnd())
+            return label;
+        return std::min_element(found->begin(), found->end(),
+                                [&](const Candidate &a, const Candidate &b) {
+                                    return std::abs(a.position - position) < std::abs(b.position - position);
+                                })
+            ->name;
+    }
+
+private:
+    struct Candidate {
+        QString name;
+        double position;
+    };
+    QHash<QString, std::vector<Candidate>> m_sites;
+};
+
+/// A peak's label names the atoms of F2 and then those of F1.
+std::vector<CrossPeak> uniquePeaks(const QList<SpectrumPeak> &peaks, const std::vector<LabelledSites> &sites)
 {
-    QHash<QString, QString> siteOf;
-    for (const UniqueSite &site : unique.sites)
-        for (int atom : site.atoms)
-            siteOf.insert(structure.name(atom), site.name);
     std::vector<CrossPeak> all;
     for (const SpectrumPeak &peak : peaks) {
         CrossPeak named;
-        nameSites(peak.label, siteOf, named);
+        const QStringList atoms = peak.label.split(u',');
+        named.sites[0] = sites[0].name(atoms.constFirst(), peak.f2);
+        named.sites[1] = sites[1].name(atoms.constLast(), peak.f1);
         auto known = std::find_if(all.begin(), all.end(), [&](const CrossPeak &other) {
             return other.sites[0] == named.sites[0] && other.sites[1] == named.sites[1];
         });
@@ -450,7 +472,13 @@ CommandRun prepareCompareCrossPeaks(const CommandLine &line)
         for (const QString &warning : unique.warnings)
             note(warning);
         report.spaceGroup = unique.spaceGroup;
-        report.peaks = uniquePeaks(simulation.data().spectrum(simulation.entry()).peaks, structure, unique);
+        std::vector<LabelledSites> sites;
+        for (std::size_t d = 0; d < 2; ++d) {
+            report.reference[d] = references.value(nuclei[qsizetype(d)]).toDouble();
+            sites.emplace_back(structure, unique.ofElement(Nuclides::element(nuclei[qsizetype(d)])),
+                               report.reference[d], plan.spectrum.dimension[d].slope.value_or(-1));
+        }
+        report.peaks = uniquePeaks(simulation.data().spectrum(simulation.entry()).peaks, sites);
         std::vector<PlanePoint> calculated;
         for (const CrossPeak &peak : report.peaks)
             calculated.push_back(peak.calculated);
@@ -459,7 +487,6 @@ CommandRun prepareCompareCrossPeaks(const CommandLine &line)
         options.oneReference = plan.spectrum.homonuclear();
         options.unmatched = plan.unmatched;
         for (std::size_t d = 0; d < 2; ++d) {
-            report.reference[d] = references.value(nuclei[qsizetype(d)]).toDouble();
             if (plan.reference[d])
                 options.offset[d] = *plan.reference[d] - report.reference[d];
         }

@@ -31,9 +31,25 @@ bool sharesLine(const NucleusComparison &comparison, const SitePair &pair)
 {
     return std::any_of(
         comparison.agreement.pairs.begin(), comparison.agreement.pairs.end(), [&](const SitePair &other) {
-            return other.site != pair.site && !pair.lines.empty() && !other.lines.empty()
-                && std::find(pair.lines.begin(), pair.lines.end(), other.lines.front()) != pair.lines.end();
+            return other.site != pair.site
+                && std::find_first_of(pair.lines.begin(), pair.lines.end(), other.lines.begin(), other.lines.end())
+                != pair.lines.end();
         });
+}
+
+/// The sites without a line, in the order of the file.
+std::vector<std::size_t> sitesWithout(const NucleusComparison &comparison)
+{
+    std::vector<std::size_t> sites;
+    for (std::size_t site = 0; site < comparison.sites.size(); ++site)
+        if (comparison.pairing.linesOf[site].empty())
+            sites.push_back(site);
+    return sites;
+}
+
+double calculatedShift(const NucleusComparison &comparison, std::size_t site)
+{
+    return comparison.agreement.reference + comparison.agreement.slope * comparison.sites[site].shielding;
 }
 
 QString scaleText(const NucleusComparison &comparison, const NucleusMeasurement &measurement)
@@ -122,9 +138,8 @@ QByteArray ComparisonReport::text() const
             text += QStringLiteral("Left out: the lines at %1 ppm\n")
                         .arg(lineTexts(comparison.pairing.leftOut, measurement));
         QStringList without;
-        for (std::size_t site = 0; site < comparison.sites.size(); ++site)
-            if (comparison.pairing.linesOf[site].empty())
-                without.append(comparison.sites[site].name);
+        for (std::size_t site : sitesWithout(comparison))
+            without.append(comparison.sites[site].name);
         if (!without.isEmpty())
             text += QStringLiteral("Without a line: %1\n").arg(without.join(QStringLiteral(", ")));
     }
@@ -139,13 +154,16 @@ QByteArray ComparisonReport::csv() const
         const Agreement &agreement = comparison.agreement;
         const QByteArray start = comparison.nucleus.toUtf8() + ',' + field(comparison.pairing.text()) + ',';
         const QByteArray end = ',' + exactly(agreement.reference) + ',' + exactly(agreement.slope) + '\n';
-        for (const SitePair &pair : sortedPairs(agreement)) {
-            const ComparedSite &site = comparison.sites[std::size_t(pair.site)];
-            csv += start + field(site.name) + ','
-                + field(atomNames(comparison.atoms[std::size_t(pair.site)]).join(u' ')) + ','
-                + QByteArray::number(site.nuclei) + ',' + exactly(site.shielding) + ',' + exactly(pair.calculated) + ','
-                + exactly(pair.measured) + ',' + exactly(pair.difference()) + end;
-        }
+        const auto siteFields = [&](std::size_t index) {
+            const ComparedSite &site = comparison.sites[index];
+            return start + field(site.name) + ',' + field(atomNames(comparison.atoms[index]).join(u' ')) + ','
+                + QByteArray::number(site.nuclei) + ',' + exactly(site.shielding) + ',';
+        };
+        for (const SitePair &pair : sortedPairs(agreement))
+            csv += siteFields(std::size_t(pair.site)) + exactly(pair.calculated) + ',' + exactly(pair.measured) + ','
+                + exactly(pair.difference()) + end;
+        for (std::size_t site : sitesWithout(comparison))
+            csv += siteFields(site) + exactly(calculatedShift(comparison, site)) + ",," + end;
         for (int line : comparison.pairing.leftOut)
             csv += start + ",,,,," + exactly(measurements[i].lines[std::size_t(line)].shift) + ',' + end;
     }
@@ -159,23 +177,30 @@ QByteArray ComparisonReport::json() const
         const NucleusComparison &comparison = comparisons[i];
         const NucleusMeasurement &measurement = measurements[i];
         const Agreement &agreement = comparison.agreement;
-        QJsonArray pairs, leftOut;
+        QJsonArray pairs, without, leftOut;
+        const auto siteObject = [&](std::size_t index) {
+            const ComparedSite &site = comparison.sites[index];
+            return QJsonObject{
+                {QStringLiteral("site"), site.name},
+                {QStringLiteral("atoms"), QJsonArray::fromStringList(atomNames(comparison.atoms[index]))},
+                {QStringLiteral("nuclei"), site.nuclei},
+                {QStringLiteral("shielding"), site.shielding},
+                {QStringLiteral("calculated"), calculatedShift(comparison, index)}};
+        };
         for (const SitePair &pair : sortedPairs(agreement)) {
-            const ComparedSite &site = comparison.sites[std::size_t(pair.site)];
             QJsonArray lines;
             for (int line : pair.lines)
                 lines.append(measurement.lines[std::size_t(line)].shift);
-            pairs.append(QJsonObject{{QStringLiteral("site"), site.name},
-                                     {QStringLiteral("atoms"),
-                                      QJsonArray::fromStringList(atomNames(comparison.atoms[std::size_t(pair.site)]))},
-                                     {QStringLiteral("nuclei"), site.nuclei},
-                                     {QStringLiteral("shielding"), site.shielding},
-                                     {QStringLiteral("calculated"), pair.calculated},
-                                     {QStringLiteral("measured"), pair.measured},
-                                     {QStringLiteral("difference"), pair.difference()},
-                                     {QStringLiteral("lines"), lines},
-                                     {QStringLiteral("shared"), sharesLine(comparison, pair)}});
+            QJsonObject object = siteObject(std::size_t(pair.site));
+            object.insert(QStringLiteral("calculated"), pair.calculated);
+            object.insert(QStringLiteral("measured"), pair.measured);
+            object.insert(QStringLiteral("difference"), pair.difference());
+            object.insert(QStringLiteral("lines"), lines);
+            object.insert(QStringLiteral("shared"), sharesLine(comparison, pair));
+            pairs.append(object);
         }
+        for (std::size_t site : sitesWithout(comparison))
+            without.append(siteObject(site));
         for (int line : comparison.pairing.leftOut)
             leftOut.append(measurement.lines[std::size_t(line)].shift);
         QJsonObject object{{QStringLiteral("nucleus"), comparison.nucleus},
@@ -189,6 +214,7 @@ QByteArray ComparisonReport::json() const
                            {QStringLiteral("rmsd"), agreement.rmsd},
                            {QStringLiteral("largestDifference"), agreement.largest},
                            {QStringLiteral("pairs"), pairs},
+                           {QStringLiteral("without"), without},
                            {QStringLiteral("leftOut"), leftOut}};
         if (const auto &chiSquare = comparison.chiSquare) {
             object.insert(QStringLiteral("sigma"), *measurement.sigma);

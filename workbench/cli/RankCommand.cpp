@@ -73,33 +73,36 @@ QStringList candidateFiles(const CommandLine &line)
     return files;
 }
 
-/// Energies of structures in kJ/mol, by the names under which a file gives them: "NAME ENERGY" or "NAME,ENERGY" a line.
+/// Energies of structures in kJ/mol, by the names under which a file gives them: "NAME ENERGY", "NAME,ENERGY" or
+/// "NAME;ENERGY" a line, either of them in quotes where it has separators of its own. Energies may have decimal commas.
 class Energies {
 public:
     Energies(const QString &fileName, double temperature) : m_fileName(fileName), m_temperature(temperature)
     {
         constexpr qint64 largest = 256 << 20;
         const QByteArray text = ReaderText::readText(fileName, largest);
-        static const QRegularExpression form(QStringLiteral("^\\s*(.*?)[,;\\s]+([-+.0-9eE]+)\\s*$"));
-        int read = 0;
+        bool isFirst = true;
         for (ReaderText::Lines lines(ReaderText::view(text)); lines.next();) {
-            const QString content = ReaderText::decoded(lines.line()).section(u'#', 0, 0).trimmed();
+            const QString content = withoutComment(ReaderText::decoded(lines.line()));
             if (content.isEmpty())
                 continue;
-            const auto match = form.match(content);
-            const QByteArray number = match.captured(2).toLatin1();
-            const auto energy = NumberText::parse<double>(ReaderText::view(number));
-            if (!energy && read++ == 0)
-                continue; // a header
+            QString name;
+            const auto energy = parse(content, name);
+            if (std::exchange(isFirst, false) && !energy && isHeader(content))
+                continue;
             if (!energy)
-                fail(fileName, lines.number(),
-                     Texts::tr("expected a structure and its energy, found %1").arg(ReaderText::excerpt(lines.line())));
-            const QString name = match.captured(1);
+                fail(
+                    fileName, lines.number(),
+                    Texts::tr("expected a structure and its energy, as in c1.magres,-12.5 or c1.magres;-12,5, found %1")
+                        .arg(ReaderText::excerpt(lines.line())));
             if (m_values.contains(name))
                 fail(fileName, lines.number(), Texts::tr("%1 has an energy already").arg(name));
             m_values.insert(name, *energy);
         }
     }
+
+    /// At the end of RankRow::basis.
+    QString basis() const { return QStringLiteral("; temperature=%1").arg(m_temperature, 0, 'g', 10); }
 
     /// By the whole name, the file's name, or that without its suffix.
     double logWeight(const QString &file) const
@@ -112,6 +115,34 @@ public:
     }
 
 private:
+    static QString withoutComment(const QString &line)
+    {
+        static const QRegularExpression comment(QStringLiteral("^((?:\"[^\"]*\"|[^\"#])*)#.*$"));
+        return QString(line).replace(comment, QStringLiteral("\\1")).trimmed();
+    }
+
+    /// Nothing where the line has another form, or a comma that may be a decimal one or not.
+    static std::optional<double> parse(const QString &line, QString &name)
+    {
+        static const QRegularExpression form(
+            QStringLiteral("^(?:\"((?:[^\"]|\"\")*)\"|(.*?))([,;\\s]+)(\"?)"
+                           "([-+]?(?:[0-9]+[.,]?[0-9]*|[.,][0-9]+)(?:[eE][-+]?[0-9]+)?)\\4$"));
+        const auto match = form.match(line);
+        const bool isAmbiguous = match.captured(3).contains(u',') && match.captured(4).isEmpty();
+        if (!match.hasMatch() || (isAmbiguous && match.captured(5).contains(u',')))
+            return std::nullopt;
+        name = match.captured(2) + match.captured(1).replace(QLatin1String("\"\""), QLatin1String("\""));
+        const QByteArray number = match.captured(5).replace(u',', u'.').toLatin1();
+        return NumberText::parse<double>(ReaderText::view(number));
+    }
+
+    /// What stands where energies do is none.
+    static bool isHeader(const QString &line)
+    {
+        static const QRegularExpression number(QStringLiteral("[,;\\s\"][-+.\u2212]?[0-9][^,;\\s]*$"));
+        return !line.contains(number);
+    }
+
     QString m_fileName;
     double m_temperature;
     QHash<QString, double> m_values;
@@ -249,9 +280,9 @@ void serve(const std::function<RankRow(const QString &file)> &measure, const Ran
 {
     printOut(QLatin1String(RankCrew::readyLine));
     for (std::string line; std::getline(std::cin, line);) {
-        const QString file = QString::fromUtf8(QByteArray::fromPercentEncoding(QByteArray::fromStdString(line)));
-        const RankRow row = measure(file);
-        printOut(QString::fromUtf8(RankTable::csvRow(row, layout, row.failed() ? 0 : 1)));
+        const QByteArray name = QByteArray::fromStdString(line);
+        const RankRow row = measure(QString::fromUtf8(QByteArray::fromPercentEncoding(name)));
+        printOut(QString::fromUtf8(RankCrew::answer(row, name, layout)));
     }
 }
 
@@ -276,7 +307,7 @@ CommandRun prepareRank(const CommandLine &line)
         const QCoreApplication application(start.argc, start.argv);
         const Language language(start.language);
         QStringList notes;
-        RankMeasurement(plan, &notes);
+        const RankMeasurement measurement(plan, &notes);
         printRankNotes(notes);
         warnOfRankMethods(plan, files);
         output.check();
@@ -296,8 +327,12 @@ CommandRun prepareRank(const CommandLine &line)
         crew.workers = jobs;
         crew.layout = plan.layout();
         std::vector<RankRow> rows = measureAll(crew, files);
+        printRankNotes(measurement.notesOn(rows));
         for (std::size_t i = 0; i < priors.size(); ++i)
             rows[i].logPrior = priors[i];
+        const QString basis = measurement.basis() + (energies ? energies->basis() : QString());
+        for (RankRow &row : rows)
+            row.basis = row.failed() ? QString() : basis;
         return finish(std::move(rows), crew.layout, output);
     };
 }

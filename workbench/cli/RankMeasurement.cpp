@@ -215,6 +215,26 @@ RankMeasurement::RankMeasurement(const RankPlan &plan, QStringList *notes) : m_p
         notes->append(all);
 }
 
+QString RankMeasurement::basis() const
+{
+    if (!m_plan.spectrum)
+        return m_shifts.basis();
+    const SimulateOptions &options = *m_plan.spectrum;
+    QStringList nuclei, entries, lines;
+    for (int d = 0; d < (options.twoDimensional ? 2 : 1); ++d) {
+        const DimensionOptions &dimension = options.dimension[d];
+        nuclei.append(dimension.nucleus);
+        entries.append(QStringLiteral("%1 slope=%2").arg(dimension.nucleus).arg(dimension.slope.value_or(-1)));
+    }
+    for (const MeasuredPeak &peak : ExperimentFile::peaks(m_plan.experiment, nuclei).peaks)
+        lines.append(QStringLiteral("%1 %2 %3").arg(peak.f2, 0, 'g', 17).arg(peak.f1, 0, 'g', 17).arg(peak.count));
+    entries.prepend(QStringLiteral("%1 lines=%2").arg(nuclei.join(u'-'), RankTable::digest(lines)));
+    entries.append(QStringLiteral("average=%1").arg(options.averaging));
+    entries.append(QStringLiteral("correlation=%1").arg(options.correlation));
+    entries.append(QStringLiteral("frequency=%1").arg(options.frequency));
+    return entries.join(QLatin1String("; "));
+}
+
 RankRow RankMeasurement::measure(HostApplication &host, MessageLog &log, const QString &file) const
 {
     RankRow row;
@@ -256,6 +276,7 @@ void RankMeasurement::compareSpectra(HostApplication &host, MessageLog &log, Ran
         row.parts.back().offset = after[d] - before[d];
         row.parts.back().rmsd = rmsd[d];
     }
+    RankTable::checkNumbers(row, m_plan.layout());
 }
 
 } // namespace Workbench

@@ -34,6 +34,10 @@ public:
 
     /// Whatever goes wrong with the file is the row's message.
     RankRow measure(HostApplication &host, MessageLog &log, const QString &file) const;
+    /// On what the numbers hang: RankRow::basis.
+    QString basis() const;
+    /// What there is to say about all rows together.
+    QStringList notesOn(const std::vector<RankRow> &rows) const { return m_shifts.notesOn(rows); }
 
 private:
     void compareShifts(HostApplication &host, MessageLog &log, RankRow &row) const;

@@ -74,31 +74,38 @@ void RankCrew::startWorker()
     worker->start(m_plan.program, m_plan.arguments);
 }
 
+QByteArray RankCrew::answer(RankRow row, const QByteArray &encodedName, const RankLayout &layout)
+{
+    row.file = QString::fromLatin1(encodedName);
+    return mark + RankTable::csvRow(row, layout, row.failed() ? 0 : 1);
+}
+
 void RankCrew::read(Worker &worker)
 {
     while (worker.canReadLine()) {
         const QByteArray line = worker.readLine();
-        if (!worker.ready && line == readyLine)
-            worker.ready = true;
-        else if (worker.file < 0 || !take(worker, line)) {
-            Q_EMIT chatter(line); // a plug-in that prints
+        const qsizetype at = line.indexOf(mark);
+        if (at != 0) // a plug-in that prints
+            Q_EMIT chatter(at < 0 ? line : line.first(at) + '\n');
+        if (at < 0)
             continue;
-        }
+        if (worker.file >= 0)
+            take(worker, line.sliced(at + 1));
+        worker.ready = true;
         giveNext(worker);
     }
 }
 
-bool RankCrew::take(Worker &worker, const QByteArray &line)
+void RankCrew::take(Worker &worker, const QByteArray &answer)
 {
+    RankRow row;
     try {
-        RankRow row = RankTable::parseRows(line, QStringLiteral("worker"), m_plan.layout).rows.at(0);
-        if (row.file != m_files[worker.file])
-            return false;
-        finish(worker, std::move(row));
-        return true;
-    } catch (const std::exception &) {
-        return false;
+        row = RankTable::parseRows(answer, QStringLiteral("worker"), m_plan.layout).rows.at(0);
+    } catch (const std::exception &error) {
+        row.fail(error);
     }
+    row.file = m_files[worker.file];
+    finish(worker, std::move(row));
 }
 
 void RankCrew::finish(Worker &worker, RankRow row)

@@ -11,12 +11,17 @@
 namespace Workbench {
 
 /// Ranking by worker processes, one file at a time each. A worker says readyLine once it can work, then takes the name
-/// of one file a line (percent-encoded) from standard input and answers each with one line of the ranking's CSV form.
-/// It ends with its input. One that crashes costs the file it was at and is replaced. Needs a QCoreApplication.
+/// of one file a line (percent-encoded) from standard input and answers each with answer(). It ends with its input. One
+/// that crashes costs the file it was at and is replaced; so does an answer that is not understood. Needs a
+/// QCoreApplication.
 class RankCrew : public QObject {
     Q_OBJECT
 public:
-    static constexpr const char *readyLine = "ready\n";
+    /// What a worker says begins with a record separator: all else, be it before that in the line, is chatter.
+    static constexpr char mark = '\x1e';
+    static constexpr const char *readyLine = "\x1eready\n";
+    /// One line of the ranking's CSV form, with the name as it was taken, which has no line breaks.
+    static QByteArray answer(RankRow row, const QByteArray &encodedName, const RankLayout &layout);
 
     struct Plan {
         QString program;
@@ -51,7 +56,7 @@ private:
 
     void startWorker();
     void read(Worker &worker);
-    bool take(Worker &worker, const QByteArray &line);
+    void take(Worker &worker, const QByteArray &answer);
     void finish(Worker &worker, RankRow row);
     void giveNext(Worker &worker);
     void ended(Worker &worker);

@@ -6,12 +6,14 @@
 #include "data/NumberText.h"
 #include "data/ReaderText.h"
 
+#include <QCryptographicHash>
 #include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
 #include <limits>
 
@@ -21,7 +23,11 @@ using ReaderText::fail;
 
 void RankRow::fail(const std::exception &error)
 {
-    parts.clear();
+    RankRow left;
+    left.file = std::move(file);
+    left.simulatedPeaks = simulatedPeaks;
+    left.experimentalPeaks = experimentalPeaks;
+    *this = std::move(left);
     // The plug-in's general advice stands before the cause.
     message = elided(QString::fromUtf8(error.what()).section(QStringLiteral("\n\n"), -1).simplified());
     if (message.isEmpty())
@@ -120,11 +126,8 @@ std::vector<Column> planeColumns()
             whole("peaks_experimental", &RankRow::experimentalPeaks)};
 }
 
-/// Everything between the file and the message.
-std::vector<Column> columnsOf(const RankLayout &layout)
+std::vector<Column> shiftColumns(const RankLayout &layout)
 {
-    if (layout.plane)
-        return planeColumns();
     using Part = RankRow::Part;
     const bool isSingle = layout.nuclei.size() == 1;
     std::vector<Column> columns;
@@ -164,16 +167,25 @@ std::vector<Column> columnsOf(const RankLayout &layout)
     return columns;
 }
 
-QByteArray header(const RankLayout &layout)
+/// Everything between the file and the message.
+std::vector<Column> columnsOf(const RankLayout &layout, bool hasBasis = true)
+{
+    std::vector<Column> columns = layout.plane ? planeColumns() : shiftColumns(layout);
+    if (hasBasis)
+        columns.push_back(whole("basis", &RankRow::basis));
+    return columns;
+}
+
+QByteArray header(const RankLayout &layout, bool hasBasis = true)
 {
     QByteArray text("rank,file");
-    for (const Column &column : columnsOf(layout))
+    for (const Column &column : columnsOf(layout, hasBasis))
         text += ',' + column.name;
     return text + ",message";
 }
 
-/// What the columns say; nothing for those that no ranking has.
-std::optional<RankLayout> layoutOf(const QByteArrayList &names)
+/// A part without rows, as the columns say; nothing for those that no ranking has.
+std::optional<Part> partOf(const QByteArrayList &names)
 {
     const QByteArray reference("_reference");
     RankLayout several;
@@ -182,8 +194,9 @@ std::optional<RankLayout> layoutOf(const QByteArrayList &names)
             several.nuclei.append(QString::fromUtf8(name.chopped(reference.size())));
     const QByteArray found = names.join(',');
     for (const RankLayout &layout : {RankLayout{{QString()}, false}, RankLayout{{QString()}, true}, several})
-        if (layout.parts() > 0 && found == header(layout))
-            return layout;
+        for (bool hasBasis : {true, false})
+            if (layout.parts() > 0 && found == header(layout, hasBasis))
+                return Part{layout, {}, {}, hasBasis};
     return std::nullopt;
 }
 
@@ -276,9 +289,10 @@ private:
     std::size_t m_next = 0;
 };
 
-RankRow rowOf(const Records &records, const QString &source, const RankLayout &layout)
+RankRow rowOf(const Records &records, const QString &source, const Part &part)
 {
-    const std::vector<Column> columns = columnsOf(layout);
+    const RankLayout &layout = part.layout;
+    const std::vector<Column> columns = columnsOf(layout, part.hasBasis);
     const std::size_t expected = columns.size() + 3;
     if (records.fields.size() != expected) {
         fail(source, records.line(),
@@ -313,11 +327,11 @@ RankRow rowOf(const Records &records, const QString &source, const RankLayout &l
         row.parts.clear();
     } else if (layout.parts() == 1) {
         // Of one nucleus the whole is the part.
-        RankRow::Part &part = row.parts[0];
-        part.rmsd = row.rmsd;
-        row.chiSquare = part.chiSquare;
-        row.degreesOfFreedom = part.degreesOfFreedom;
-        row.p = part.p;
+        RankRow::Part &own = row.parts[0];
+        own.rmsd = row.rmsd;
+        row.chiSquare = own.chiSquare;
+        row.degreesOfFreedom = own.degreesOfFreedom;
+        row.p = own.p;
     }
     return row;
 }
@@ -325,7 +339,7 @@ RankRow rowOf(const Records &records, const QString &source, const RankLayout &l
 void parseRowsInto(Part &part, Records &records, const QString &source)
 {
     while (records.next()) {
-        part.rows.push_back(rowOf(records, source, part.layout));
+        part.rows.push_back(rowOf(records, source, part));
         part.lines.push_back(records.line());
     }
 }
@@ -490,6 +504,26 @@ void sort(std::vector<RankRow> &rows, const RankLayout &layout)
     setProbabilities(rows, &RankRow::wideLogLikelihood, &RankRow::wideProbability);
 }
 
+void checkNumbers(const RankRow &row, const RankLayout &layout)
+{
+    for (const Column &column : columnsOf(layout)) {
+        const auto value = column.isText() ? std::nullopt : column.value(row);
+        if (value && !std::isfinite(*value)) {
+            fail(Texts::tr("%1 is beyond all numbers: shieldings, slope or σ are much too large or too small")
+                     .arg(QString::fromLatin1(column.name)));
+        }
+    }
+}
+
+QString digest(QStringList texts)
+{
+    constexpr int bytes = 4;
+    texts.sort();
+    const QByteArray hash =
+        QCryptographicHash::hash(texts.join(u'\n').toUtf8(), QCryptographicHash::Sha256).first(bytes);
+    return QString::fromLatin1(hash.toHex());
+}
+
 QByteArray csvRow(const RankRow &row, const RankLayout &layout, int rank)
 {
     QByteArray line = (rank > 0 ? QByteArray::number(rank) : QByteArray()) + ',' + quoted(row.file) + ',';
@@ -535,16 +569,24 @@ Part parse(const QByteArray &text, const QString &source)
         Texts::tr("expected the output of rank in csv format, which begins with %1").arg(QLatin1String("rank,file,"));
     if (!records.next())
         fail(source, 1, expected);
-    const auto layout = layoutOf(QByteArrayList(records.fields.begin(), records.fields.end()));
-    if (!layout)
+    auto part = partOf(QByteArrayList(records.fields.begin(), records.fields.end()));
+    if (!part)
         fail(source, 1, expected);
-    Part part;
-    part.layout = *layout;
-    parseRowsInto(part, records, source);
-    return part;
+    parseRowsInto(*part, records, source);
+    return *part;
 }
 
 namespace {
+
+/// The first entries that differ.
+std::pair<QString, QString> basesDiffer(const QString &one, const QString &other)
+{
+    const QStringList a = one.split(QLatin1String("; ")), b = other.split(QLatin1String("; "));
+    qsizetype i = 0;
+    while (i < std::min(a.size(), b.size()) && a[i] == b[i])
+        ++i;
+    return {a.value(i, QStringLiteral("–")), b.value(i, QStringLiteral("–"))};
+}
 
 /// The likelihoods of two parts can be compared only when their errors are the same.
 void checkErrors(const Part &part, const RankRow &first, const QString &file, const QString &firstFile)
@@ -557,6 +599,11 @@ void checkErrors(const Part &part, const RankRow &first, const QString &file, co
                      Texts::tr("this structure was compared with another σ than those in %1").arg(firstFile));
         if (!row.failed() && row.logPrior.has_value() != first.logPrior.has_value())
             fail(file, part.lines[i], Texts::tr("only a part of the structures has energies"));
+        if (row.basis != first.basis && !row.basis.isEmpty() && !first.basis.isEmpty()) {
+            const auto [own, known] = basesDiffer(row.basis, first.basis);
+            fail(file, part.lines[i],
+                 Texts::tr("this structure was compared with %1, those in %2 with %3").arg(own, firstFile, known));
+        }
     }
 }
 
@@ -566,13 +613,17 @@ Part merge(const QStringList &files)
 {
     Part all;
     QHash<QString, QString> places; // of structures
+    // Of the ranked structures, one that says on what its numbers hang, if any does.
+    const auto isKnown = [](const RankRow &row) { return !row.failed() && !row.basis.isEmpty(); };
+    const auto isRanked = [](const RankRow &row) { return !row.failed(); };
     for (const QString &file : files) {
         const Part part = parse(ReaderText::readFile(file, largestPart), file);
         if (all.layout.parts() != 0 && part.layout != all.layout)
             fail(file, 1, Texts::tr("this part ranks by other measurements than %1").arg(files.constFirst()));
         all.layout = part.layout;
-        const auto first =
-            std::find_if(all.rows.begin(), all.rows.end(), [](const RankRow &row) { return !row.failed(); });
+        auto first = std::find_if(all.rows.begin(), all.rows.end(), isKnown);
+        if (first == all.rows.end())
+            first = std::find_if(all.rows.begin(), all.rows.end(), isRanked);
         if (first != all.rows.end())
             checkErrors(part, *first, file, files.constFirst());
         for (std::size_t i = 0; i < part.rows.size(); ++i) {

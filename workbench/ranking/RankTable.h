@@ -28,11 +28,13 @@ struct RankRow {
     std::optional<double> logLikelihood, wideLogLikelihood; ///< the latter with errors half as large again
     std::optional<double> logPrior; ///< without a common constant; by energies, else 0
     std::optional<double> probability, wideProbability; ///< in the pool
+    /// What else the numbers hang on, "13C lines=5d1f08aa; 13C window=20…": those of other bases are not comparable.
+    QString basis;
     QString fit; ///< "bad": the differences are larger than errors explain; else "ok", or empty where nobody knows
     QString message; ///< one line: why the structure failed
 
     bool failed() const { return parts.empty(); }
-    /// Notes why.
+    /// Notes why; of the numbers those of peaks stay.
     void fail(const std::exception &error);
 };
 
@@ -55,6 +57,12 @@ constexpr double smallestP = 0.001;
 /// keeps its order. Structures that failed go last. The rows then have their probabilities in the pool.
 void sort(std::vector<RankRow> &rows, const RankLayout &layout);
 
+/// Throws std::runtime_error when a number of the row is not finite, so that it could neither be sorted nor read back.
+void checkNumbers(const RankRow &row, const RankLayout &layout);
+
+/// What tells sets of texts apart in RankRow::basis, whatever their order.
+QString digest(QStringList texts);
+
 /// Rows that are sorted; text is rounded, csv and json are in full precision. A row that failed has no rank.
 QByteArray write(const std::vector<RankRow> &rows, const RankLayout &layout, TableExport::Format format);
 
@@ -65,6 +73,7 @@ struct Part {
     RankLayout layout;
     std::vector<RankRow> rows;
     std::vector<int> lines; ///< where each row begins
+    bool hasBasis = true; ///< older tables have none
 };
 /// Reads the CSV form. Errors are std::runtime_error with `source`, the line and what was expected.
 Part parse(const QByteArray &text, const QString &source);

@@ -118,6 +118,21 @@ void takeTogether(const std::vector<NucleusComparison> &comparisons,
     row.fit = anyBad ? QStringLiteral("bad") : row.p ? QStringLiteral("ok") : QString();
 }
 
+/// Of each line among the nuclei of all; the same for lists that say it by counts and by lines of their own.
+std::vector<double> sharesOf(const std::vector<MeasuredLine> &lines)
+{
+    const bool isTold = std::all_of(lines.begin(), lines.end(), [](const MeasuredLine &line) { return line.count; });
+    double sum = 0;
+    std::vector<double> shares;
+    for (const MeasuredLine &line : lines) {
+        shares.push_back(isTold ? *line.count : 1.0);
+        sum += shares.back();
+    }
+    for (double &share : shares)
+        share /= sum;
+    return shares;
+}
+
 } // namespace
 
 RankLayout ShiftRanking::layout() const
@@ -133,23 +148,83 @@ void ShiftRanking::compare(const CrystalStructure &structure, RankRow &row) cons
     const UniqueSites unique = UniqueSites::of(structure, sites);
     std::vector<NucleusComparison> comparisons;
     std::vector<RankRow::Part> parts;
+    std::vector<NucleusMeasurement> compared = measurements;
     for (std::size_t i = 0; i < measurements.size(); ++i) {
-        comparisons.push_back(NucleusComparison::of(structure, unique, measurements[i]));
-        parts.push_back(partOf(comparisons[i], measurements[i], startReferences[i]));
+        comparisons.push_back(NucleusComparison::ofPlaces(structure, unique, compared[i]));
+        parts.push_back(partOf(comparisons[i], compared[i], startReferences[i]));
     }
     row.parts = std::move(parts);
-    takeTogether(comparisons, measurements, row);
-    if (comparisons.size() > 1)
-        return;
+    takeTogether(comparisons, compared, row);
+    if (comparisons.size() == 1)
+        takeSingle(structure, comparisons[0], compared[0], row);
+    RankTable::checkNumbers(row, layout());
+}
 
-    const auto peaks = simulatedPeaks(structure, measurements[0], sites.averaging, startReferences[0]);
-    const auto lines = linesOfPeaks(peaks, measurements[0].lines);
-    const LinePairing &pairing = comparisons[0].pairing;
+QString ShiftRanking::basis() const
+{
+    const auto number = [](double value) { return QString::number(value, 'g', 10); };
+    QStringList entries;
+    for (const NucleusMeasurement &measurement : measurements) {
+        const auto add = [&](const char *name, const QString &value) {
+            entries.append(QStringLiteral("%1 %2=%3").arg(measurement.nucleus, QLatin1String(name), value));
+        };
+        QStringList lines;
+        const std::vector<MeasuredLine> places = mergedLines(measurement.lines);
+        const std::vector<double> shares = sharesOf(places);
+        for (std::size_t i = 0; i < places.size(); ++i)
+            lines.append(
+                QStringLiteral("%1 %2 %3")
+                    .arg(QString::number(places[i].shift, 'g', 17), places[i].sites.join(u','), number(shares[i])));
+        add("lines", RankTable::digest(lines));
+        add("slope", number(measurement.scale.slope.value_or(-1)));
+        if (const auto &set = measurement.calibration) {
+            add("set",
+                RankTable::digest({number(set->reference), number(set->slope), number(set->referenceError),
+                                   number(set->slopeError), number(set->covariance)}));
+        } else {
+            add("window", number(measurement.window));
+        }
+        add("unmatched", QString::number(measurement.unmatched));
+    }
+    constexpr const char *averagings[] = {"none", "ch3", "xh3"};
+    entries.append(QStringLiteral("average=") + QLatin1String(averagings[int(sites.averaging)]));
+    entries.append(QStringLiteral("tolerance=") + number(sites.tolerance));
+    return entries.join(QLatin1String("; "));
+}
+
+QStringList ShiftRanking::notesOn(const std::vector<RankRow> &rows) const
+{
+    QStringList notes;
+    for (std::size_t i = 0; i < measurements.size(); ++i) {
+        QStringList files;
+        double places = 0;
+        for (const RankRow &row : rows) {
+            const double lines = row.failed() ? 0 : row.parts[i].lines.value_or(0);
+            if (lines == 0 || lines == double(measurements[i].lines.size()))
+                continue;
+            places = lines;
+            files.append(row.file);
+        }
+        if (files.isEmpty())
+            continue;
+        const QString note = placesNote(measurements[i], std::size_t(places));
+        notes.append(files.size() == 1 ? Texts::tr("%1: %2").arg(files[0], note)
+                                       : Texts::tr("%1 and %2 more: %3").arg(files[0]).arg(files.size() - 1).arg(note));
+    }
+    return notes;
+}
+
+void ShiftRanking::takeSingle(const CrystalStructure &structure, const NucleusComparison &comparison,
+                              const NucleusMeasurement &measurement, RankRow &row) const
+{
+    const auto peaks = simulatedPeaks(structure, measurement, sites.averaging, startReferences[0]);
+    const auto lines = linesOfPeaks(peaks, measurement.lines);
+    const LinePairing &pairing = comparison.pairing;
     if (!lines.empty() && pairing.mode == LinePairing::Mode::Equal && pairing.assignedLines == 0 && !pairing.byCounts)
         takeNumbersOfSpectra(peaks, lines, startReferences[0], row);
     row.rmsd = row.parts[0].rmsd;
     row.simulatedPeaks = double(peaks.size());
-    row.experimentalPeaks = double(lines.empty() ? measurements[0].lines.size() : lines.size());
+    row.experimentalPeaks = double(lines.empty() ? measurement.lines.size() : lines.size());
 }
 
 } // namespace Workbench

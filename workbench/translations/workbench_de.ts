@@ -286,6 +286,10 @@ Mehr dazu mit magres-workbench %2 --help</translation>
         <translation>eine Struktur mit Rang hat kein %1</translation>
     </message>
     <message>
+        <source>%1 is beyond all numbers: shieldings, slope or σ are much too large or too small</source>
+        <translation>%1 liegt jenseits aller Zahlen: Abschirmungen, Steigung oder σ sind viel zu groß oder zu klein</translation>
+    </message>
+    <message>
         <source>a structure without a rank has a number for %1</source>
         <translation>eine Struktur ohne Rang hat eine Zahl für %1</translation>
     </message>
@@ -1558,8 +1562,8 @@ Optionen:
         <translation>Option --range: %1 ppm ist so weit weg wie die Frequenz selbst</translation>
     </message>
     <message>
-        <source>expected a structure and its energy, found %1</source>
-        <translation>eine Struktur und ihre Energie wurden erwartet, %1 gefunden</translation>
+        <source>expected a structure and its energy, as in c1.magres,-12.5 or c1.magres;-12,5, found %1</source>
+        <translation>eine Struktur und ihre Energie wurden erwartet, wie in c1.magres,-12.5 oder c1.magres;-12,5, %1 gefunden</translation>
     </message>
     <message>
         <source>%1 has an energy already</source>
@@ -1650,6 +1654,10 @@ Optionen:
     <message>
         <source>this part ranks by other measurements than %1</source>
         <translation>dieser Teil ordnet nach anderen Messungen als %1</translation>
+    </message>
+    <message>
+        <source>this structure was compared with %1, those in %2 with %3</source>
+        <translation>diese Struktur wurde mit %1 verglichen, die in %2 mit %3</translation>
     </message>
     <message>
         <source>Note: %L1 points are many; this can take minutes
@@ -2114,6 +2122,10 @@ Optionen:
     <message>
         <source>%1: the %2 lines lie at %3 places, which were compared</source>
         <translation>%1: die %2 Linien liegen an %3 Stellen, die verglichen wurden</translation>
+    </message>
+    <message>
+        <source>%1 and %2 more: %3</source>
+        <translation>%1 und %2 weitere: %3</translation>
     </message>
     <message>
         <source>The five columns were taken as number, point, Hz, ppm and height of the peaks.</source>

@@ -4,6 +4,7 @@
 #include <QStringList>
 
 #include <optional>
+#include <stdexcept>
 #include <vector>
 
 namespace Workbench {
@@ -21,6 +22,12 @@ struct MeasuredLine {
     double shift = 0; ///< ppm
     std::optional<double> count; ///< nuclei, relative to those of the other lines
     QStringList sites; ///< labels of the sites that the line was assigned to
+};
+
+/// More lines were measured than there are sites for them.
+class TooManyLines : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
 };
 
 /// Lines at one place that name the same sites are one, which counts as often as it was listed unless all were listed
@@ -54,8 +61,7 @@ struct LinePairing {
     /// differences, each site once, is least at the reference, or at the best one: by order where the numbers are
     /// equal; else sites sorted by shift are cut into groups, one a line. Given the counts of all lines, groups have
     /// these numbers of nuclei up to a common factor; groups then need not be neighbours where the sites' own numbers
-    /// differ. Throws std::runtime_error when there are more lines than sites, a label is not known or counts cannot be
-    /// met.
+    /// differ. Throws TooManyLines, or std::runtime_error when a label is not known or counts cannot be met.
     static LinePairing of(const std::vector<ComparedSite> &sites, const std::vector<MeasuredLine> &lines,
                           const Options &options);
 

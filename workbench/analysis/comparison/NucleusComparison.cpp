@@ -44,6 +44,29 @@ NucleusComparison NucleusComparison::of(const CrystalStructure &structure, const
     return result;
 }
 
+NucleusComparison NucleusComparison::ofPlaces(const CrystalStructure &structure, const UniqueSites &unique,
+                                              NucleusMeasurement &measurement)
+{
+    try {
+        return of(structure, unique, measurement);
+    } catch (const TooManyLines &) {
+        std::vector<MeasuredLine> places = mergedLines(measurement.lines);
+        if (places.size() == measurement.lines.size())
+            throw;
+        measurement.lines = std::move(places);
+    }
+    return of(structure, unique, measurement);
+}
+
+QString placesNote(const NucleusMeasurement &measurement, std::size_t places)
+{
+    return places == measurement.lines.size() ? QString()
+                                              : Texts::tr("%1: the %2 lines lie at %3 places, which were compared")
+                                                    .arg(measurement.nucleus)
+                                                    .arg(measurement.lines.size())
+                                                    .arg(places);
+}
+
 std::optional<double> NucleusComparison::logLikelihood(const NucleusMeasurement &measurement, double factor) const
 {
     if (!measurement.sigma)

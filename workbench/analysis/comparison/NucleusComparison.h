@@ -33,9 +33,18 @@ struct NucleusComparison {
     static NucleusComparison of(const CrystalStructure &structure, const UniqueSites &unique,
                                 const NucleusMeasurement &measurement);
 
+    /// The same of lists that may name a place as often as equivalent atoms would give it, which other structures have
+    /// fewer of: where lines are too many for the sites, each place counts once, and the measurement then has places.
+    /// Likelihoods stay comparable: they count sites, not lines.
+    static NucleusComparison ofPlaces(const CrystalStructure &structure, const UniqueSites &unique,
+                                      NucleusMeasurement &measurement);
+
     /// Of the lines, with errors `factor` times as large as the measurement says; none where it does not.
     std::optional<double> logLikelihood(const NucleusMeasurement &measurement, double factor) const;
 };
+
+/// That places were compared in place of the lines; empty where they are as many.
+QString placesNote(const NucleusMeasurement &measurement, std::size_t places);
 
 /// The sites of an element as they are compared. Throws as NucleusComparison::of().
 std::vector<ComparedSite> comparedSites(const CrystalStructure &structure, const std::vector<UniqueSite> &sites);

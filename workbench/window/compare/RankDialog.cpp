@@ -478,6 +478,9 @@ void RankDialog::showRows()
         const auto isDone = [](const RankRow &row) { return !row.failed() || !row.message.isEmpty(); };
         std::copy_if(m_crew->rows().begin(), m_crew->rows().end(), std::back_inserter(rows), isDone);
     }
+    const QString basis = m_ranking.basis();
+    for (RankRow &row : rows)
+        row.basis = row.failed() ? QString() : basis;
     const QModelIndex current = m_table->currentIndex();
     const QString file = current.isValid() ? m_model->rows()[std::size_t(current.row())].file : QString();
     m_model->setRows(std::move(rows), m_ranking.layout(), m_singleNucleus);
