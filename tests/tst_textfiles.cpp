@@ -553,7 +553,7 @@ private Q_SLOTS:
              u"Atoms without ms: 1 of 2 (the first one C1 1)."_s});
         row("elements that come second", head + tensors + atoms, {});
         row("leading zeros", head + atoms + magresBlock("ms H 01" + tensor + "ms C 1" + tensor),
-            {u"Tensors that do not reach the atom that they name: 1 (the first one ms H 1). "_s + order,
+            {u"Tensors that do not reach the atom that they name: 1 (the first one ms H 01). "_s + order,
              u"Atoms without ms: 1 of 2 (the first one H 1)."_s});
         row("leading zeros behind labels", head + labelled + QByteArray(ofLabelled).replace(" 1 ", " 01 "), {});
         row("without", head + atoms + magresBlock("ms H 1" + tensor),

@@ -291,7 +291,9 @@ private:
         for (const Named &tensor : m_named) {
             Tensors &all = m_tensors[tensor.kind];
             const std::string key = reached(tensor), meant = atomKey(tensor.label, tensor.index);
-            const auto name = [&] { return decoded(kinds[tensor.kind]) + u' ' + decoded(meant); };
+            const auto name = [&] {
+                return decoded(kinds[tensor.kind]) + u' ' + decoded(tensor.label) + u' ' + decoded(tensor.number);
+            };
             if (key != meant && (m_atoms.contains(key) || m_atoms.contains(meant)))
                 m_strayed.add(name());
             if (m_atoms.contains(key)) {
