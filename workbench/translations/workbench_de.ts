@@ -1314,6 +1314,10 @@ Optionen:
         <translation>kein elektrischer Feldgradient von %1: nur mit der Anisotropie der chemischen Verschiebung gezeichnet</translation>
     </message>
     <message>
+        <source>no shielding of %1: left out</source>
+        <translation>keine Abschirmung von %1: weggelassen</translation>
+    </message>
+    <message>
         <source>neither shielding nor electric field gradient of %1: left out</source>
         <translation>weder Abschirmung noch elektrischer Feldgradient von %1: weggelassen</translation>
     </message>
