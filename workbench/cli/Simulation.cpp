@@ -20,10 +20,10 @@
 
 #include <QFileInfo>
 #include <QMetaMethod>
+#include <QSet>
 #include <QSettings>
 
 #include <algorithm>
-#include <iterator>
 
 namespace Workbench {
 
@@ -180,13 +180,24 @@ bool Simulation::canSimulate(const SimulateOptions &options, const QString &nucl
 
 void Simulation::checkSites(const SimulateOptions &options)
 {
+    const CrystalStructure sites = structure();
+    const auto lacksShielding = [&sites](const QString &nucleus) {
+        return std::any_of(sites.atoms.begin(), sites.atoms.end(), [&](const CrystalAtom &atom) {
+            return atom.element == Nuclides::element(nucleus) && !atom.shielding;
+        });
+    };
     const QStringList present = nuclei();
     for (int d = 0; d < (options.twoDimensional ? 2 : 1); ++d) {
         const QString &nucleus = options.dimension[d].nucleus;
         if (!present.contains(nucleus)) {
-            QStringList offered;
-            std::copy_if(present.begin(), present.end(), std::back_inserter(offered),
-                         [&](const QString &other) { return canSimulate(options, other); });
+            QStringList offered, bare;
+            for (const QString &other : present) {
+                if (canSimulate(options, other))
+                    offered.append(other);
+                else if (lacksShielding(other))
+                    bare.append(Texts::tr("%1 (without shielding)").arg(other));
+            }
+            offered += bare;
             throw CommandError(Texts::tr("%1 has no site of %2; it has sites of %3")
                                    .arg(m_fileName, nucleus,
                                         offered.isEmpty() ? QStringLiteral("no nucleus known here")
