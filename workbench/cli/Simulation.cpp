@@ -2,6 +2,7 @@
 #include "cli/Simulation.h"
 
 #include "analysis/SpectrumRemarks.h"
+#include "analysis/comparison/UniqueSites.h"
 #include "cli/CliErrors.h"
 #include "cli/Commands.h"
 #include "cli/MessageLog.h"
@@ -24,6 +25,7 @@
 #include <QSettings>
 
 #include <algorithm>
+#include <iterator>
 
 namespace Workbench {
 
@@ -342,6 +344,35 @@ QString Simulation::lineWidths() const
             break;
     }
     return texts.join(QLatin1String(", "));
+}
+
+QString Simulation::averagingNote() const
+{
+    const auto isProton = [](const DimensionOptions &dimension) {
+        return Nuclides::element(dimension.nucleus) == u"H";
+    };
+    if (m_options.averaging == 0
+        || !std::any_of(std::begin(m_options.dimension), std::end(m_options.dimension), isProton))
+        return {};
+    const CrystalStructure atoms = structure();
+    const UniqueSites sites = UniqueSites::of(atoms, {0, UniqueSites::Averaging(m_options.averaging)});
+    QSet<QStringList> averaged;
+    for (const UniqueSite &site : sites.sites) {
+        for (int member : site.nuclei() > 1 ? site.atoms : std::vector<int>())
+            averaged.insert(atoms.atoms[std::size_t(member)].labels);
+    }
+    QStringList strangers;
+    for (const UniqueSite &site : sites.ofElement(QStringLiteral("H"))) {
+        if (site.nuclei() == 1 && averaged.contains(atoms.atoms[std::size_t(site.atoms.front())].labels))
+            strangers.append(atoms.name(site.atoms.front()));
+    }
+    if (strangers.isEmpty())
+        return {};
+    return Texts::tr(
+               "Protons of no averaged group that are in the peak of one all the same, as they share its label: %1 "
+               "(the first one %2)")
+        .arg(strangers.size())
+        .arg(strangers.constFirst());
 }
 
 void Simulation::addExperiment(const QString &fileName)

@@ -45,6 +45,9 @@ public:
     QVariantList peaks() const;
     /// "30 Hz (13C)", per dimension.
     QString lineWidths() const;
+    /// Who is in the peaks of averaged groups without being in one: groups are found in peak lists by label. Empty for
+    /// nobody.
+    QString averagingNote() const;
 
     /// A peak list, or a spectrum of which the peaks are picked.
     void addExperiment(const QString &fileName);
