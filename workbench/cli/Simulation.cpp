@@ -16,6 +16,7 @@
 #include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
 #include "items/table/TableItem.h"
+#include "items/table/TableModel.h"
 #include "support/MetaTypes.h"
 #include "data/Error.h"
 
@@ -147,10 +148,44 @@ void Simulation::readFile(const QString &fileName, const QMap<QString, QString> 
         throw CommandError(Texts::tr("%1 was read, but gave no table").arg(fileName));
 }
 
+QUuid Simulation::dataId() const
+{
+    return callPlugin<QList<QUuid>>(m_table->table(), "tableItem_sharedDataIds()").value(0);
+}
+
 CrystalStructure Simulation::structure() const
 {
-    const auto ids = callPlugin<QList<QUuid>>(m_table->table(), "tableItem_sharedDataIds()");
-    return CrystalStructure::fromData(m_host.documentData().getDataMap(ids.value(0)));
+    return CrystalStructure::fromData(m_host.documentData().getDataMap(dataId()));
+}
+
+TableContent Simulation::tableByAtom() const
+{
+    const QVariantMap data = m_host.documentData().getDataMap(dataId());
+    const auto show = [this](const QVariantMap &shown) {
+        m_host.documentData().insert(shown);
+        callPlugin(m_table->table(), "tableItem_fromMap(QVariantMap)",
+                   callPlugin<QVariantMap>(m_table->table(), "tableItem_toMap()"));
+    };
+    show(labelledByAtom(data));
+    TableContent content = m_table->content();
+    show(data);
+
+    const auto labelsKey = QStringLiteral("labels");
+    qsizetype column = 0;
+    while (column < content.titles.size() && !m_table->model()->rowKeys(int(column)).contains(labelsKey))
+        ++column;
+    const CrystalStructure read = CrystalStructure::fromData(data);
+    if (content.cells.size() != read.atoms.size() || content.rows.size() != qsizetype(read.atoms.size()))
+        throw CommandError(Texts::tr("the plug-in gave no row for every atom of %1").arg(m_fileName));
+    for (qsizetype row = 0; row < content.rows.size(); ++row) {
+        const QStringList &labels = read.atoms[std::size_t(row)].labels;
+        QVariantMap map = content.rows[row].toMap();
+        map.insert(labelsKey, labels);
+        content.rows[row] = map;
+        if (column < content.titles.size())
+            content.cells[std::size_t(row)][column] = labels.join(QLatin1String(", "));
+    }
+    return content;
 }
 
 QStringList Simulation::nuclei() const

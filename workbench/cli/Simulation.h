@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cli/SimulateOptions.h"
+#include "data/TableContent.h"
 #include "data/structure/CrystalStructure.h"
 
 #include <QPointer>
@@ -25,6 +26,10 @@ public:
 
     void readFile(const QString &fileName, const QMap<QString, QString> &isotopes);
     TableItem &table() const;
+
+    /// The plug-in's table with a row for every atom, in the order of the file: its own has one for every label, with
+    /// the values of the first atom.
+    TableContent tableByAtom() const;
 
     /// The atoms and tensors of the file, as they are in the document.
     CrystalStructure structure() const;
@@ -61,6 +66,7 @@ public:
     QString rmsd() { return report("calcRmsd()"); }
 
 private:
+    QUuid dataId() const;
     void checkSites(const SimulateOptions &options);
     /// The plug-in knows fewer nuclei than there are. Whether it knows one only trying tells.
     bool canSimulate(const SimulateOptions &options, const QString &nucleus);

@@ -11,8 +11,9 @@ namespace Workbench {
 std::vector<ComparedSite> comparedSites(const CrystalStructure &structure, const std::vector<UniqueSite> &sites)
 {
     std::vector<ComparedSite> compared;
+    const QStringList names = siteNames(structure, sites);
     for (const UniqueSite &site : sites) {
-        ComparedSite result{siteName(structure, site), {}, 0, site.nuclei(), site.lines};
+        ComparedSite result{names[qsizetype(compared.size())], {}, 0, site.nuclei(), site.lines};
         for (int atom : site.atoms) {
             const CrystalAtom &member = structure.atoms[std::size_t(atom)];
             if (!member.shielding)

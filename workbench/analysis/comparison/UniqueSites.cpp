@@ -262,15 +262,24 @@ std::vector<UniqueSite> UniqueSites::ofElement(const QString &element) const
 
 QString siteName(const CrystalStructure &structure, const UniqueSite &site)
 {
-    const auto sharesLabel = [&](const CrystalAtom &atom) {
-        return atom.labels == structure.atoms[std::size_t(site.atoms.front())].labels;
-    };
-    const auto sharing = std::count_if(structure.atoms.begin(), structure.atoms.end(), sharesLabel);
-    // A label that names the site's atoms and no others needs no number.
-    const QString name = sharing == site.nuclei() && sharesLabel(structure.atoms[std::size_t(site.atoms.back())])
-        ? structure.atoms[std::size_t(site.atoms.front())].labels.value(0)
-        : structure.name(site.atoms.front());
-    return site.nuclei() == 1 ? name : QStringLiteral("%1 ×%2").arg(name, QString::number(site.nuclei()));
+    return siteNames(structure, {site}).constFirst();
+}
+
+QStringList siteNames(const CrystalStructure &structure, const std::vector<UniqueSite> &sites)
+{
+    QHash<QStringList, int> sharing;
+    for (const CrystalAtom &atom : structure.atoms)
+        ++sharing[atom.labels];
+    QStringList names;
+    for (const UniqueSite &site : sites) {
+        const QStringList &labels = structure.atoms[std::size_t(site.atoms.front())].labels;
+        const bool isOneLabel = structure.atoms[std::size_t(site.atoms.back())].labels == labels;
+        // A label that names the site's atoms and no others needs no number.
+        const QString name =
+            isOneLabel && sharing.value(labels) == site.nuclei() ? labels.value(0) : structure.name(site.atoms.front());
+        names.append(site.nuclei() == 1 ? name : QStringLiteral("%1 ×%2").arg(name, QString::number(site.nuclei())));
+    }
+    return names;
 }
 
 } // namespace Workbench

@@ -44,5 +44,7 @@ struct UniqueSites {
 
 /// "C1", or "C1 ×4" for a site of several atoms.
 QString siteName(const CrystalStructure &structure, const UniqueSite &site);
+/// Of many sites, with one look at the structure for all of them.
+QStringList siteNames(const CrystalStructure &structure, const std::vector<UniqueSite> &sites);
 
 } // namespace Workbench

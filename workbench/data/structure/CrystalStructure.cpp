@@ -154,4 +154,31 @@ int CrystalStructure::formulaUnits() const
     return divisor;
 }
 
+QVariantMap labelledByAtom(QVariantMap data)
+{
+    const QString atomsKey = QStringLiteral("atoms"), labelsKey = QStringLiteral("labels");
+    QHash<std::pair<QStringList, int>, QStringList> ownLabels; // of all atoms that cannot be told apart
+    QVariantMap atoms = data.value(atomsKey).toMap();
+    for (QVariant &value : atoms) {
+        QVariantMap atom = value.toMap();
+        const QString own = QString::number(atom.value(QStringLiteral("recordNo")).toInt());
+        ownLabels[labelAndNumber(atom)].append(own);
+        atom.insert(labelsKey, QStringList(own));
+        value = atom;
+    }
+    data.insert(atomsKey, atoms);
+    for (const QString &kind : {QStringLiteral("shieldings"), QStringLiteral("EFG")}) {
+        QVariantMap labelled;
+        for (const QVariant &value : data.value(kind).toMap()) {
+            QVariantMap tensor = value.toMap();
+            for (const QString &own : ownLabels.value(labelAndNumber(tensor))) {
+                tensor.insert(labelsKey, QStringList(own));
+                labelled.insert(QString::number(labelled.size()), tensor);
+            }
+        }
+        data.insert(kind, labelled);
+    }
+    return data;
+}
+
 } // namespace Workbench

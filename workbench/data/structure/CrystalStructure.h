@@ -53,4 +53,8 @@ struct CrystalStructure {
     int formulaUnits() const;
 };
 
+/// A data set in the document's map form, with a label of its own for every atom. Tensors go with their atoms; those of
+/// no atom are left out.
+QVariantMap labelledByAtom(QVariantMap data);
+
 } // namespace Workbench
