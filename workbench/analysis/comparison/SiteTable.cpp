@@ -4,8 +4,6 @@
 #include "data/Error.h"
 #include "data/Nuclides.h"
 
-#include <cmath>
-
 namespace Workbench {
 
 SiteTable::SiteTable(CrystalStructure structure, Options options)
