@@ -221,6 +221,13 @@ private Q_SLOTS:
         QCOMPARE(peaks.size(), 1);
         QCOMPARE(peaks[0].height, 1.0 + (1.0 + 7.0));
         QCOMPARE(peaks[0].atomsF2, (QList<qint32>{1, 2, 3, 5, 6, 7, 8}));
+        // Seen through partners that share a label too, with the atoms in the order of the peaks.
+        MagresSpecParams both = parametersFor(u"1H"_s, u"1H"_s);
+        both.avIdx = 2;
+        const QList<SpectrumPeak> cross = Magres::makePeaks(data, both, TestNuclei());
+        QCOMPARE(cross.size(), 1);
+        QCOMPARE(cross[0].atomsF2, (QList<qint32>{1, 2, 3, 5, 6, 7}));
+        QCOMPARE(cross[0].atomsF1, (QList<qint32>{2, 1, 6, 7, 3, 5}));
         // Without averaging each of them is its own atom's, whatever it is called.
         p.avIdx = 0;
         QList<qint32> atoms;

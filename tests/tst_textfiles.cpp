@@ -532,12 +532,35 @@ private Q_SLOTS:
         row("twice", head + atoms + atoms + tensors,
             {u"There are 2 blocks [atoms]: the atoms of all of them were read as one structure."_s,
              u"Atoms with the label and index of another one: 2 (the first one H 1). Their tensors cannot be told apart."_s});
-        row("suffix", head + atomsBlock(atom("H", 1, "H:1") + atom("C", 1)) + tensors,
-            {u"A species with a suffix is no element (H:1, atoms: 1): it has no isotopes and is missing in spectra."_s});
+        row("no elements",
+            head + atomsBlock(atom("H", 1, "H:1") + atom("C", 1) + atom("D", 1) + atom("CL", 1, "CL")) + tensors,
+            {u"Atoms of a species that is no element or has no isotopes with a spin: 3 (the first one H:1). They are missing in spectra."_s,
+             u"Atoms without ms: 2 of 4 (the first one D 1)."_s});
+        row("beyond Latin-1",
+            head + atomsBlock(atom("C\u03b1", 1, "C") + atom("C\u03b2", 1, "C") + atom("C\u00e9", 1, "C"))
+                + magresBlock("ms C\u03b1 1" + tensor + "ms C\u03b2 1" + tensor + "ms C\u00e9 1" + tensor),
+            {u"Labels with characters beyond Latin-1, each of which is read as a question mark: 2 (the first one C\u03b1). They may not be told apart."_s,
+             u"Atoms with the label and index of another one: 1 (the first one C? 1). Their tensors cannot be told apart."_s,
+             u"Atoms with more than one ms: 1 of 2 (the first one C? 1). Of their tensors the one that compares lowest, element by element, counts."_s});
         row("orphans",
             head + atoms + magresBlock("ms H 1" + tensor + "ms C 1" + tensor + "ms C 2" + tensor + "efg N 1" + tensor),
             {u"Tensors that belong to no atom of the file: 2 (the first one ms C 2)."_s,
              u"Atoms without efg: 2 of 2 (the first one H 1)."_s});
+        row("more than one", head + atoms + tensors + magresBlock("ms C 1" + tensor + "ms C 1" + tensor),
+            {u"Atoms with more than one ms: 1 of 2 (the first one C 1). Of their tensors the one that compares lowest, element by element, counts."_s});
+        const QString order =
+            u"The block [atoms] has to stand before [magres], and an index without a sign or leading zeros."_s;
+        const QByteArray labelled = atomsBlock(atom("C1", 1, "C") + atom("C11", 1, "C")),
+                         ofLabelled = magresBlock("ms C1 1" + tensor + "ms C11 1" + tensor);
+        row("labels in order", head + labelled + ofLabelled, {});
+        row("labels that come second", head + ofLabelled + labelled,
+            {u"Tensors that do not reach the atom that they name: 2 (the first one ms C1 1). "_s + order,
+             u"Atoms without ms: 1 of 2 (the first one C1 1)."_s});
+        row("elements that come second", head + tensors + atoms, {});
+        row("leading zeros", head + atoms + magresBlock("ms H 01" + tensor + "ms C 1" + tensor),
+            {u"Tensors that do not reach the atom that they name: 1 (the first one ms H 01). "_s + order,
+             u"Atoms without ms: 1 of 2 (the first one H 1)."_s});
+        row("leading zeros behind labels", head + labelled + QByteArray(ofLabelled).replace(" 1 ", " 01 "), {});
         row("without", head + atoms + magresBlock("ms H 1" + tensor),
             {u"Atoms without ms: 1 of 2 (the first one C 1)."_s});
         row("no units", QByteArray(head + atoms + tensors).replace("units", "#nits"),

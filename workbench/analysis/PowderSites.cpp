@@ -117,7 +117,7 @@ public:
         else if (isQuadrupolar && !atom.gradient)
             m_gradients.append(name);
     }
-    QStringList notes(double reference) const
+    QStringList notes(double reference, bool isQuadrupolar) const
     {
         QStringList notes;
         if (!m_shieldings.isEmpty())
@@ -128,8 +128,9 @@ public:
             notes.append(Texts::tr("no electric field gradient of %1: drawn with shift anisotropy alone")
                              .arg(joined(m_gradients)));
         if (!m_left.isEmpty())
-            notes.append(
-                Texts::tr("neither shielding nor electric field gradient of %1: left out").arg(joined(m_left)));
+            notes.append((isQuadrupolar ? Texts::tr("neither shielding nor electric field gradient of %1: left out")
+                                        : Texts::tr("no shielding of %1: left out"))
+                             .arg(joined(m_left)));
         return notes;
     }
 
@@ -201,7 +202,7 @@ PowderSites PowderSites::of(const CrystalStructure &structure, const UniqueSites
         fail(Texts::tr("the %1 sites have no electric field gradient tensors, without which the line of a nucleus of "
                        "spin %2 has no known shape")
                  .arg(settings.nucleus, nuclide.spin));
-    result.notes += missing.notes(settings.reference);
+    result.notes += missing.notes(settings.reference, isQuadrupolar);
     for (const PowderSite &site : result.sites)
         addWarnings(site, result, settings, result.notes);
     return result;

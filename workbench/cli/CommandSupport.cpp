@@ -157,6 +157,8 @@ void reportLineWidths(const Simulation &simulation, bool onStandardError)
 {
     const QString text = Texts::tr("Line width: %1\n").arg(simulation.lineWidths());
     onStandardError ? printError(text) : printOut(text);
+    if (const QString note = simulation.averagingNote(); !note.isEmpty())
+        printError(Texts::tr("Note: %1\n").arg(note));
     for (const SpectrumRemark &remark : remarksOn(simulation.data().stackEntry(simulation.entry())))
         printError(Texts::tr("Note: %1\n").arg(remark.text));
 }

@@ -2,6 +2,7 @@
 #include "cli/Simulation.h"
 
 #include "analysis/SpectrumRemarks.h"
+#include "analysis/comparison/UniqueSites.h"
 #include "cli/CliErrors.h"
 #include "cli/Commands.h"
 #include "cli/MessageLog.h"
@@ -15,11 +16,13 @@
 #include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
 #include "items/table/TableItem.h"
+#include "items/table/TableModel.h"
 #include "support/MetaTypes.h"
 #include "data/Error.h"
 
 #include <QFileInfo>
 #include <QMetaMethod>
+#include <QSet>
 #include <QSettings>
 
 #include <algorithm>
@@ -145,10 +148,44 @@ void Simulation::readFile(const QString &fileName, const QMap<QString, QString> 
         throw CommandError(Texts::tr("%1 was read, but gave no table").arg(fileName));
 }
 
+QUuid Simulation::dataId() const
+{
+    return callPlugin<QList<QUuid>>(m_table->table(), "tableItem_sharedDataIds()").value(0);
+}
+
 CrystalStructure Simulation::structure() const
 {
-    const auto ids = callPlugin<QList<QUuid>>(m_table->table(), "tableItem_sharedDataIds()");
-    return CrystalStructure::fromData(m_host.documentData().getDataMap(ids.value(0)));
+    return CrystalStructure::fromData(m_host.documentData().getDataMap(dataId()));
+}
+
+TableContent Simulation::tableByAtom() const
+{
+    const QVariantMap data = m_host.documentData().getDataMap(dataId());
+    const auto show = [this](const QVariantMap &shown) {
+        m_host.documentData().insert(shown);
+        callPlugin(m_table->table(), "tableItem_fromMap(QVariantMap)",
+                   callPlugin<QVariantMap>(m_table->table(), "tableItem_toMap()"));
+    };
+    show(labelledByAtom(data));
+    TableContent content = m_table->content();
+    show(data);
+
+    const auto labelsKey = QStringLiteral("labels");
+    qsizetype column = 0;
+    while (column < content.titles.size() && !m_table->model()->rowKeys(int(column)).contains(labelsKey))
+        ++column;
+    const CrystalStructure read = CrystalStructure::fromData(data);
+    if (content.cells.size() != read.atoms.size() || content.rows.size() != qsizetype(read.atoms.size()))
+        throw CommandError(Texts::tr("the plug-in gave no row for every atom of %1").arg(m_fileName));
+    for (qsizetype row = 0; row < content.rows.size(); ++row) {
+        const QStringList &labels = read.atoms[std::size_t(row)].labels;
+        QVariantMap map = content.rows[row].toMap();
+        map.insert(labelsKey, labels);
+        content.rows[row] = map;
+        if (column < content.titles.size())
+            content.cells[std::size_t(row)][column] = labels.join(QLatin1String(", "));
+    }
+    return content;
 }
 
 QStringList Simulation::nuclei() const
@@ -180,13 +217,24 @@ bool Simulation::canSimulate(const SimulateOptions &options, const QString &nucl
 
 void Simulation::checkSites(const SimulateOptions &options)
 {
+    const CrystalStructure sites = structure();
+    const auto lacksShielding = [&sites](const QString &nucleus) {
+        return std::any_of(sites.atoms.begin(), sites.atoms.end(), [&](const CrystalAtom &atom) {
+            return atom.element == Nuclides::element(nucleus) && !atom.shielding;
+        });
+    };
     const QStringList present = nuclei();
     for (int d = 0; d < (options.twoDimensional ? 2 : 1); ++d) {
         const QString &nucleus = options.dimension[d].nucleus;
         if (!present.contains(nucleus)) {
-            QStringList offered;
-            std::copy_if(present.begin(), present.end(), std::back_inserter(offered),
-                         [&](const QString &other) { return canSimulate(options, other); });
+            QStringList offered, bare;
+            for (const QString &other : present) {
+                if (canSimulate(options, other))
+                    offered.append(other);
+                else if (lacksShielding(other))
+                    bare.append(Texts::tr("%1 (without shielding)").arg(other));
+            }
+            offered += bare;
             throw CommandError(Texts::tr("%1 has no site of %2; it has sites of %3")
                                    .arg(m_fileName, nucleus,
                                         offered.isEmpty() ? QStringLiteral("no nucleus known here")
@@ -331,6 +379,35 @@ QString Simulation::lineWidths() const
             break;
     }
     return texts.join(QLatin1String(", "));
+}
+
+QString Simulation::averagingNote() const
+{
+    const auto isProton = [](const DimensionOptions &dimension) {
+        return Nuclides::element(dimension.nucleus) == u"H";
+    };
+    if (m_options.averaging == 0
+        || !std::any_of(std::begin(m_options.dimension), std::end(m_options.dimension), isProton))
+        return {};
+    const CrystalStructure atoms = structure();
+    const UniqueSites sites = UniqueSites::of(atoms, {0, UniqueSites::Averaging(m_options.averaging)});
+    QSet<QStringList> averaged;
+    for (const UniqueSite &site : sites.sites) {
+        for (int member : site.nuclei() > 1 ? site.atoms : std::vector<int>())
+            averaged.insert(atoms.atoms[std::size_t(member)].labels);
+    }
+    QStringList strangers;
+    for (const UniqueSite &site : sites.ofElement(QStringLiteral("H"))) {
+        if (site.nuclei() == 1 && averaged.contains(atoms.atoms[std::size_t(site.atoms.front())].labels))
+            strangers.append(atoms.name(site.atoms.front()));
+    }
+    if (strangers.isEmpty())
+        return {};
+    return Texts::tr(
+               "Protons of no averaged group that are in the peak of one all the same, as they share its label: %1 "
+               "(the first one %2)")
+        .arg(strangers.size())
+        .arg(strangers.constFirst());
 }
 
 void Simulation::addExperiment(const QString &fileName)

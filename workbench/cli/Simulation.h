@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cli/SimulateOptions.h"
+#include "data/TableContent.h"
 #include "data/structure/CrystalStructure.h"
 
 #include <QPointer>
@@ -26,6 +27,10 @@ public:
     void readFile(const QString &fileName, const QMap<QString, QString> &isotopes);
     TableItem &table() const;
 
+    /// The plug-in's table with a row for every atom, in the order of the file: its own has one for every label, with
+    /// the values of the first atom.
+    TableContent tableByAtom() const;
+
     /// The atoms and tensors of the file, as they are in the document.
     CrystalStructure structure() const;
     /// The NMR nuclei of the file's elements, in the order of its atoms.
@@ -45,6 +50,9 @@ public:
     QVariantList peaks() const;
     /// "30 Hz (13C)", per dimension.
     QString lineWidths() const;
+    /// Who is in the peaks of averaged groups without being in one: groups are found in peak lists by label. Empty for
+    /// nobody.
+    QString averagingNote() const;
 
     /// A peak list, or a spectrum of which the peaks are picked.
     void addExperiment(const QString &fileName);
@@ -58,6 +66,7 @@ public:
     QString rmsd() { return report("calcRmsd()"); }
 
 private:
+    QUuid dataId() const;
     void checkSites(const SimulateOptions &options);
     /// The plug-in knows fewer nuclei than there are. Whether it knows one only trying tells.
     bool canSimulate(const SimulateOptions &options, const QString &nucleus);

@@ -79,7 +79,7 @@ TableOptions parseTableOptions(const CommandLine &line)
     return options;
 }
 
-/// The table with the columns, by atom or by unique site.
+/// The table with the columns, by row or by unique site; for sites the plug-in's has to have a row for every atom.
 class ExtendedTable {
 public:
     ExtendedTable(const TableOptions &options, const CrystalStructure &structure, const TableContent &plugin)
@@ -119,21 +119,11 @@ public:
     }
 
 private:
-    int rowOf(int atom) const
-    {
-        for (int row = 0; row < int(m_plugin.rows.size()); ++row)
-            if (m_plugin.rows[row].toMap().value(QStringLiteral("labels")).toStringList()
-                == m_sites.structure().atoms[std::size_t(atom)].labels)
-                return row;
-        return -1;
-    }
-
     void addRow(TableContent &table, int atom, const UniqueSite *site) const
     {
-        const int row = site ? rowOf(atom) : int(table.rows.size());
-        QStringList cells =
-            row >= 0 ? m_plugin.cells[std::size_t(row)] : QStringList(m_plugin.titles.size(), QString());
-        QVariantMap map = row >= 0 ? m_plugin.rows[row].toMap() : QVariantMap();
+        const std::size_t row = site ? std::size_t(atom) : table.cells.size();
+        QStringList cells = m_plugin.cells[row];
+        QVariantMap map = m_plugin.rows[qsizetype(row)].toMap();
         if (atom >= 0) {
             for (const SiteColumn *column : m_options.columns) {
                 const auto value = m_sites.value(*column, atom);
@@ -147,12 +137,15 @@ private:
         }
         if (site) {
             QStringList atomNames;
-            for (int member : site->atoms)
+            QVariantList records;
+            for (int member : site->atoms) {
                 atomNames.append(m_sites.structure().name(member));
-            const QString name = siteName(m_sites.structure(), *site);
-            cells = QStringList{name, atomNames.join(u' ')} + cells;
-            map.insert(QStringLiteral("site"), name);
+                records.append(m_sites.structure().atoms[std::size_t(member)].record);
+            }
+            cells = QStringList{site->name, atomNames.join(u' ')} + cells;
+            map.insert(QStringLiteral("site"), site->name);
             map.insert(QStringLiteral("atoms"), atomNames);
+            map.insert(QStringLiteral("atomNos"), records);
         }
         table.cells.push_back(cells);
         table.rows.append(map);
@@ -175,7 +168,7 @@ CommandRun prepareTable(const CommandLine &line)
     return headless([=](HostApplication &host, MessageLog &log) {
         Simulation simulation(host, log);
         simulation.readFile(file, isotopes);
-        TableContent content = simulation.table().content();
+        TableContent content = options.unique ? simulation.tableByAtom() : simulation.table().content();
         if (options.unique || !options.columns.empty()) {
             const CrystalStructure structure = simulation.structure();
             const ExtendedTable extended(options, structure, content);

@@ -2,12 +2,14 @@
 #include "formats/MagresCheck.h"
 
 #include "data/NumberText.h"
+#include "data/Nuclides.h"
 #include "data/ReaderText.h"
 
 #include <algorithm>
 #include <array>
 #include <map>
 #include <string>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -61,10 +63,19 @@ bool isMark(std::string_view line, std::string_view name, std::string_view slash
     return line.starts_with(closer);
 }
 
+/// Labels are Latin-1 in documents, with a question mark for every other character; here in UTF-8 once more.
+std::string asRead(std::string_view label)
+{
+    if (std::all_of(label.begin(), label.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; }))
+        return std::string(label);
+    const QByteArray latin1 = QString::fromUtf8(label.data(), qsizetype(label.size())).toLatin1();
+    return QString::fromLatin1(latin1).toStdString();
+}
+
 /// An atom by its label and index, as a key.
 std::string atomKey(std::string_view label, int index)
 {
-    return std::string(label) + ' ' + std::to_string(index);
+    return asRead(label) + ' ' + std::to_string(index);
 }
 
 /// What has been counted of one kind, and the first of it.
@@ -97,13 +108,22 @@ public:
 private:
     struct Tensors {
         std::unordered_set<std::string> atoms; ///< that have one
+        std::unordered_set<std::string> rich; ///< that have more
         int records = 0;
-        Found orphans;
+        Found orphans, doubled;
     };
     struct Fused {
         std::string_view name; ///< label and index
         size_t kind = 0;
         int line = 0;
+        bool isNumbered = true;
+    };
+    /// A tensor by what it says of its atom.
+    struct Named {
+        size_t kind = 0;
+        std::string_view label, number;
+        int index = 0;
+        bool isNumbered = true; ///< labels had their numbers appended when it was read
     };
     struct Unit {
         const char *quantity;
@@ -127,6 +147,7 @@ private:
                 for (size_t b = 0; b < blockNames.size(); ++b) {
                     if (isMark(line, blockNames[b], "")) {
                         block = int(b);
+                        m_isNumbered = m_isNumbered || b == 0;
                         ++m_blocks[b];
                         m_opened = lines.number();
                     }
@@ -174,16 +195,29 @@ private:
         if (fields[0] != "atom")
             return;
         m_units[1].needed = true;
-        if (fields[1].find(':') != std::string_view::npos)
-            m_suffixed.add(decoded(fields[1]));
+        if (!hasIsotopes(fields[1]))
+            m_foreign.add(decoded(fields[1]));
+        if (fields[1] != fields[2] && asRead(fields[1]) != asRead(fields[2]))
+            m_isNumbered = false;
         const auto index = NumberText::parse<int>(fields[3]);
         if (!index)
             return;
-        const auto [at, isNew] = m_atoms.insert(atomKey(fields[2], *index));
+        const std::string key = atomKey(fields[2], *index);
+        if (!key.starts_with(fields[2]))
+            m_unreadable.add(decoded(fields[2]));
+        const auto [at, isNew] = m_atoms.insert(key);
         if (isNew)
             m_atomOrder.push_back(*at);
         else
             m_doubled.add(decoded(*at));
+    }
+
+    bool hasIsotopes(std::string_view species)
+    {
+        const auto [known, isNew] = m_species.try_emplace(species);
+        if (isNew)
+            known->second = !Nuclides::table().isotopes(decoded(species)).isEmpty();
+        return known->second;
     }
 
     void readTensor(const Fields &fields, int number)
@@ -195,9 +229,9 @@ private:
         m_units[2 + k].needed = true;
         ++m_tensors[k].records;
         if (const auto index = fields.size() == 12 ? NumberText::parse<int>(fields[2]) : std::nullopt)
-            m_named.emplace_back(k, atomKey(fields[1], *index));
+            m_named.push_back({k, fields[1], fields[2], *index, m_isNumbered});
         else if (fields.size() == 11 && NumberText::parse<double>(fields[2]))
-            m_fused.push_back({fields[1], k, number});
+            m_fused.push_back({fields[1], k, number, m_isNumbered});
     }
 
     /// The places in the text where a blank is missing; false when one of them is not certain.
@@ -216,9 +250,28 @@ private:
             if (ways != 1)
                 return false;
             m_gaps.push_back(size_t(name.data() + at - m_text.data()));
-            m_named.emplace_back(fused.kind, std::string(name.substr(0, at)) + ' ' + std::string(name.substr(at)));
+            m_named.push_back({fused.kind, name.substr(0, at), name.substr(at),
+                               *NumberText::parse<int>(name.substr(at)), fused.isNumbered});
         }
         return true;
+    }
+
+    /// The atom that the tensor reaches, as a key: labels may have their numbers appended, which is settled by an atoms
+    /// block and believed to be so before there is one.
+    std::string reached(const Named &tensor) const
+    {
+        const bool isPlain =
+            tensor.isNumbered == m_isNumbered && (!m_isNumbered || tensor.number == std::to_string(tensor.index));
+        if (isPlain || m_blocks[0] != 1)
+            return atomKey(tensor.label, tensor.index);
+        std::string label(tensor.label);
+        if (tensor.isNumbered)
+            label += tensor.number;
+        const std::string number = std::to_string(tensor.index);
+        if (m_isNumbered && !label.ends_with(number))
+            return {};
+        return atomKey(std::string_view(label).substr(0, label.size() - (m_isNumbered ? number.size() : 0)),
+                       tensor.index);
     }
 
     QByteArray withGaps() const
@@ -235,11 +288,20 @@ private:
 
     QStringList warnings(bool repairable)
     {
-        for (const auto &[kind, key] : m_named) {
-            if (m_atoms.contains(key))
-                m_tensors[kind].atoms.insert(key);
-            else
-                m_tensors[kind].orphans.add(decoded(kinds[kind]) + u' ' + decoded(key));
+        for (const Named &tensor : m_named) {
+            Tensors &all = m_tensors[tensor.kind];
+            const std::string key = reached(tensor), meant = atomKey(tensor.label, tensor.index);
+            const auto name = [&] {
+                return decoded(kinds[tensor.kind]) + u' ' + decoded(tensor.label) + u' ' + decoded(tensor.number);
+            };
+            if (key != meant && (m_atoms.contains(key) || m_atoms.contains(meant)))
+                m_strayed.add(name());
+            if (m_atoms.contains(key)) {
+                if (!all.atoms.insert(key).second && all.rich.insert(key).second)
+                    all.doubled.add(decoded(key));
+            } else if (!m_atoms.contains(meant)) {
+                all.orphans.add(name());
+            }
         }
         if (repairable && !m_gaps.empty()) {
             m_warnings.append(
@@ -284,11 +346,19 @@ private:
 
     void warnOfAtoms()
     {
-        if (m_suffixed.count > 0) {
+        if (m_foreign.count > 0) {
             m_warnings.append(
-                Texts::tr("A species with a suffix is no element (%1, atoms: %2): it has no isotopes and is missing in "
-                          "spectra.")
-                    .arg(m_suffixed.first, QString::number(m_suffixed.count)));
+                Texts::tr("Atoms of a species that is no element or has no isotopes with a spin: %1 (the first one "
+                          "%2). They are missing in spectra.")
+                    .arg(m_foreign.count)
+                    .arg(m_foreign.first));
+        }
+        if (m_unreadable.count > 0) {
+            m_warnings.append(
+                Texts::tr("Labels with characters beyond Latin-1, each of which is read as a question mark: %1 (the "
+                          "first one %2). They may not be told apart.")
+                    .arg(m_unreadable.count)
+                    .arg(m_unreadable.first));
         }
         if (m_doubled.count > 0) {
             m_warnings.append(
@@ -313,18 +383,35 @@ private:
             m_warnings.append(Texts::tr("Tensors that belong to no atom of the file: %1 (the first one %2).")
                                   .arg(orphans.count)
                                   .arg(orphans.first));
-        QStringList without;
+        if (m_strayed.count > 0) {
+            m_warnings.append(
+                Texts::tr("Tensors that do not reach the atom that they name: %1 (the first one %2). The block [atoms] "
+                          "has to stand before [magres], and an index without a sign or leading zeros.")
+                    .arg(m_strayed.count)
+                    .arg(m_strayed.first));
+        }
+        const auto ofAtoms = [this](size_t kind, const Found &found) {
+            return Texts::tr("%3: %1 of %2 (the first one %4)")
+                .arg(found.count)
+                .arg(m_atomOrder.size())
+                .arg(decoded(kinds[kind]), found.first);
+        };
+        QStringList without, doubled;
         for (size_t k = 0; k < kinds.size(); ++k) {
+            if (m_tensors[k].doubled.count > 0)
+                doubled.append(ofAtoms(k, m_tensors[k].doubled));
             Found bare;
             for (const std::string &atom : m_atomOrder) {
                 if (m_tensors[k].records > 0 && !m_tensors[k].atoms.contains(atom))
                     bare.add(decoded(atom));
             }
             if (bare.count > 0)
-                without.append(Texts::tr("%3: %1 of %2 (the first one %4)")
-                                   .arg(bare.count)
-                                   .arg(m_atomOrder.size())
-                                   .arg(decoded(kinds[k]), bare.first));
+                without.append(ofAtoms(k, bare));
+        }
+        if (!doubled.isEmpty()) {
+            m_warnings.append(Texts::tr("Atoms with more than one %1. Of their tensors the one that compares lowest, "
+                                        "element by element, counts.")
+                                  .arg(doubled.join(u", "_s)));
         }
         if (!without.isEmpty())
             m_warnings.append(Texts::tr("Atoms without %1.").arg(without.join(u", "_s)));
@@ -355,12 +442,14 @@ private:
     int m_opened = 0; ///< line of the last block
     std::unordered_set<std::string> m_atoms;
     std::vector<std::string> m_atomOrder;
-    std::vector<std::pair<size_t, std::string>> m_named; ///< kinds of tensors, with their atoms
+    std::vector<Named> m_named;
     std::vector<Fused> m_fused;
     std::vector<size_t> m_gaps;
     std::array<Tensors, 2> m_tensors;
     std::array<Unit, 4> m_units{{{"lattice", "Angstrom"}, {"atom", "Angstrom"}, {"ms", "ppm"}, {"efg", "au"}}};
-    Found m_suffixed, m_doubled;
+    bool m_isNumbered = true; ///< all labels of the last block [atoms] are its species
+    std::unordered_map<std::string_view, bool> m_species; ///< whether they have isotopes
+    Found m_foreign, m_unreadable, m_doubled, m_strayed;
     QStringList m_warnings;
 };
 

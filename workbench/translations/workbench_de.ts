@@ -406,12 +406,24 @@ Mehr dazu mit magres-workbench %2 --help</translation>
         <translation>das Plug-in kann %1 nicht simulieren</translation>
     </message>
     <message>
+        <source>the plug-in gave no row for every atom of %1</source>
+        <translation>das Plug-in gab nicht für jedes Atom von %1 eine Zeile</translation>
+    </message>
+    <message>
+        <source>%1 (without shielding)</source>
+        <translation>%1 (ohne Abschirmung)</translation>
+    </message>
+    <message>
         <source>the plug-in that read %1 has no method %2</source>
         <translation>das Plug-in, das %1 gelesen hat, hat keine Methode %2</translation>
     </message>
     <message>
         <source>the plug-in made no spectrum of %1</source>
         <translation>das Plug-in hat von %1 kein Spektrum gemacht</translation>
+    </message>
+    <message>
+        <source>Protons of no averaged group that are in the peak of one all the same, as they share its label: %1 (the first one %2)</source>
+        <translation>Protonen keiner gemittelten Gruppe, die trotzdem im Signal einer solchen sind, weil sie deren Bezeichnung teilen: %1 (das erste %2)</translation>
     </message>
     <message>
         <source>the plug-in gave no report</source>
@@ -1306,6 +1318,10 @@ Optionen:
         <translation>kein elektrischer Feldgradient von %1: nur mit der Anisotropie der chemischen Verschiebung gezeichnet</translation>
     </message>
     <message>
+        <source>no shielding of %1: left out</source>
+        <translation>keine Abschirmung von %1: weggelassen</translation>
+    </message>
+    <message>
         <source>neither shielding nor electric field gradient of %1: left out</source>
         <translation>weder Abschirmung noch elektrischer Feldgradient von %1: weggelassen</translation>
     </message>
@@ -1872,8 +1888,12 @@ Optionen:
         <translation>Es gibt %1 Blöcke [atoms]: die Atome aller wurden als eine Struktur gelesen.</translation>
     </message>
     <message>
-        <source>A species with a suffix is no element (%1, atoms: %2): it has no isotopes and is missing in spectra.</source>
-        <translation>Eine Spezies mit Zusatz ist kein Element (%1, Atome: %2): sie hat keine Isotope und fehlt in Spektren.</translation>
+        <source>Atoms of a species that is no element or has no isotopes with a spin: %1 (the first one %2). They are missing in spectra.</source>
+        <translation>Atome einer Spezies, die kein Element ist oder keine Isotope mit Spin hat: %1 (das erste %2). Sie fehlen in Spektren.</translation>
+    </message>
+    <message>
+        <source>Labels with characters beyond Latin-1, each of which is read as a question mark: %1 (the first one %2). They may not be told apart.</source>
+        <translation>Bezeichnungen mit Zeichen außerhalb von Latin-1, die alle als Fragezeichen gelesen werden: %1 (die erste %2). Sie lassen sich vielleicht nicht unterscheiden.</translation>
     </message>
     <message>
         <source>Atoms with the label and index of another one: %1 (the first one %2). Their tensors cannot be told apart.</source>
@@ -1888,8 +1908,16 @@ Optionen:
         <translation>Tensoren, die zu keinem Atom der Datei gehören: %1 (der erste %2).</translation>
     </message>
     <message>
+        <source>Tensors that do not reach the atom that they name: %1 (the first one %2). The block [atoms] has to stand before [magres], and an index without a sign or leading zeros.</source>
+        <translation>Tensoren, die nicht zu dem Atom gelangen, das sie nennen: %1 (der erste %2). Der Block [atoms] muss vor [magres] stehen und ein Index ohne Vorzeichen und führende Nullen.</translation>
+    </message>
+    <message>
         <source>%3: %1 of %2 (the first one %4)</source>
         <translation>%3: %1 von %2 (das erste %4)</translation>
+    </message>
+    <message>
+        <source>Atoms with more than one %1. Of their tensors the one that compares lowest, element by element, counts.</source>
+        <translation>Atome mit mehr als einem %1. Von ihren Tensoren zählt der, der beim Vergleich Element für Element der kleinste ist.</translation>
     </message>
     <message>
         <source>Atoms without %1.</source>

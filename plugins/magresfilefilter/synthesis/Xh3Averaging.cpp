@@ -2,6 +2,7 @@
 #include "synthesis/Xh3Averaging.h"
 
 #include <QHash>
+#include <QSet>
 
 #include <algorithm>
 
@@ -67,11 +68,21 @@ private:
     QHash<QByteArray, QList<qsizetype>> m_byLabel;
 };
 
-void addMissing(QList<qint32> &atoms, const QList<qint32> &more)
+/// Each once, in the order in which they come.
+QList<qint32> atomsOf(const QList<SpectrumPeak> &peaks, QList<qint32> SpectrumPeak::*atoms)
 {
-    for (qint32 atom : more)
-        if (!atoms.contains(atom))
-            atoms.append(atom);
+    if (peaks.size() == 1) // which may have very many by now
+        return peaks.first().*atoms;
+    QList<qint32> all;
+    QSet<qint32> known;
+    for (const SpectrumPeak &peak : peaks) {
+        for (qint32 atom : peak.*atoms) {
+            known.insert(atom);
+            if (known.size() > all.size())
+                all.append(atom);
+        }
+    }
+    return all;
 }
 
 /// A fresh peak that takes the place of others: their heights come on top of its own 1.0.
@@ -80,11 +91,10 @@ SpectrumPeak mergedPeak(const QList<SpectrumPeak> &members)
     SpectrumPeak merged = members.first();
     merged.id = QUuid::createUuid();
     merged.height = 1.0;
-    for (const SpectrumPeak &member : members) {
+    for (const SpectrumPeak &member : members)
         merged.height += member.height;
-        addMissing(merged.atomsF2, member.atomsF2);
-        addMissing(merged.atomsF1, member.atomsF1);
-    }
+    merged.atomsF2 = atomsOf(members, &SpectrumPeak::atomsF2);
+    merged.atomsF1 = atomsOf(members, &SpectrumPeak::atomsF1);
     return merged;
 }
 
@@ -171,7 +181,9 @@ QList<SpectrumPeak> averagedCrossPeaks(const QList<SpectrumPeak> &peaks, const Q
         for (const QList<SpectrumPeak> &members : byLabels(list.take(labels), other)) {
             SpectrumPeak merged = mergedPeak(members);
             merged.*own = labels;
-            addMissing(merged.*atoms, groupAtoms);
+            for (qint32 atom : groupAtoms)
+                if (!(merged.*atoms).contains(atom))
+                    (merged.*atoms).append(atom);
             merged.*position = sum / double(group.size());
             list.append(merged);
         }

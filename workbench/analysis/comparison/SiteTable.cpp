@@ -4,8 +4,6 @@
 #include "data/Error.h"
 #include "data/Nuclides.h"
 
-#include <cmath>
-
 namespace Workbench {
 
 QString SiteTable::Scale::text() const
@@ -62,7 +60,7 @@ QString SiteTable::isotopeOf(const QString &element) const
 
 double SiteTable::larmorFrequency(const QString &isotope) const
 {
-    return m_options.frequency * std::abs(Nuclides::table()[isotope].frequencyRatio) / 100;
+    return Nuclides::table()[isotope].larmorFrequency(m_options.frequency);
 }
 
 std::optional<double> SiteTable::value(const SiteColumn &column, int atom) const

@@ -43,10 +43,4 @@ struct UniqueSites {
     std::vector<UniqueSite> ofElement(const QString &element) const;
 };
 
-/// UniqueSite::name.
-inline QString siteName(const CrystalStructure &, const UniqueSite &site)
-{
-    return site.name;
-}
-
 } // namespace Workbench

@@ -12,6 +12,12 @@
 namespace Workbench {
 namespace {
 
+/// Of an atom or a tensor; by these they find each other.
+std::pair<QStringList, int> labelAndNumber(const QVariantMap &map)
+{
+    return {map.value(QStringLiteral("labels")).toStringList(), map.value(QStringLiteral("No")).toInt()};
+}
+
 /// The tensors of one kind, found by atom.
 class Tensors {
 public:
@@ -25,31 +31,16 @@ public:
                 || !std::all_of(elements.begin(), elements.end(), [](double e) { return std::isfinite(e); }))
                 continue;
             std::copy(elements.begin(), elements.end(), tensor.begin());
-            const QStringList labels = map.value(QStringLiteral("labels")).toStringList();
-            keepFirst(m_byAtom, {labels, map.value(QStringLiteral("No")).toInt()}, tensor);
-            keepFirst(m_byLabels, labels, tensor);
+            std::optional<Tensor3> &kept = m_byAtom[labelAndNumber(map)];
+            if (!kept || tensor < *kept) // as the plug-in chooses
+                kept = tensor;
         }
     }
 
-    std::optional<Tensor3> of(const CrystalAtom &atom) const
-    {
-        if (const auto own = m_byAtom.constFind({atom.labels, atom.number}); own != m_byAtom.constEnd())
-            return *own;
-        if (const auto shared = m_byLabels.constFind(atom.labels); shared != m_byLabels.constEnd())
-            return *shared;
-        return std::nullopt;
-    }
+    std::optional<Tensor3> of(const CrystalAtom &atom) const { return m_byAtom.value({atom.labels, atom.number}); }
 
 private:
-    template <typename Key>
-    static void keepFirst(QHash<Key, Tensor3> &tensors, const Key &key, const Tensor3 &tensor)
-    {
-        if (!tensors.contains(key))
-            tensors.insert(key, tensor);
-    }
-
-    QHash<std::pair<QStringList, int>, Tensor3> m_byAtom;
-    QHash<QStringList, Tensor3> m_byLabels;
+    QHash<std::pair<QStringList, int>, std::optional<Tensor3>> m_byAtom;
 };
 
 std::optional<LatticeVectors> latticeOf(const QVariantMap &data)
@@ -161,6 +152,33 @@ int CrystalStructure::formulaUnits() const
     for (const auto &[element, count] : composition())
         divisor = std::gcd(divisor, count);
     return divisor;
+}
+
+QVariantMap labelledByAtom(QVariantMap data)
+{
+    const QString atomsKey = QStringLiteral("atoms"), labelsKey = QStringLiteral("labels");
+    QHash<std::pair<QStringList, int>, QStringList> ownLabels; // of all atoms that cannot be told apart
+    QVariantMap atoms = data.value(atomsKey).toMap();
+    for (QVariant &value : atoms) {
+        QVariantMap atom = value.toMap();
+        const QString own = QString::number(atom.value(QStringLiteral("recordNo")).toInt());
+        ownLabels[labelAndNumber(atom)].append(own);
+        atom.insert(labelsKey, QStringList(own));
+        value = atom;
+    }
+    data.insert(atomsKey, atoms);
+    for (const QString &kind : {QStringLiteral("shieldings"), QStringLiteral("EFG")}) {
+        QVariantMap labelled;
+        for (const QVariant &value : data.value(kind).toMap()) {
+            QVariantMap tensor = value.toMap();
+            for (const QString &own : ownLabels.value(labelAndNumber(tensor))) {
+                tensor.insert(labelsKey, QStringList(own));
+                labelled.insert(QString::number(labelled.size()), tensor);
+            }
+        }
+        data.insert(kind, labelled);
+    }
+    return data;
 }
 
 } // namespace Workbench

@@ -37,7 +37,7 @@ struct CrystalStructure {
     std::map<QString, QString> quadrupolarIsotopes; ///< chosen by element: "O" -> "17O"
 
     /// From the map form in which the document keeps a data set. A tensor is that of the atom's labels and number;
-    /// where there is none, the first one of its labels.
+    /// of several the one whose elements compare lowest.
     static CrystalStructure fromData(const QVariantMap &data);
 
     /// What tells the atom apart from all others: "C1", or "HM.2" where atoms share a label.
@@ -52,5 +52,9 @@ struct CrystalStructure {
     /// alike.
     int formulaUnits() const;
 };
+
+/// A data set in the document's map form, with a label of its own for every atom. Tensors go with their atoms; those of
+/// no atom are left out.
+QVariantMap labelledByAtom(QVariantMap data);
 
 } // namespace Workbench
