@@ -5109,6 +5109,10 @@ mit |σzz − iso| ≥ |σxx − iso| ≥ |σyy − iso|</translation>
         <source>Doubts about the file</source>
         <translation>Zweifel an der Datei</translation>
     </message>
+    <message>
+        <source>Arrange Items</source>
+        <translation>Elemente anordnen</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::WorkBar</name>
