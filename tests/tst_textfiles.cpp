@@ -208,6 +208,9 @@ private Q_SLOTS:
         positions[9] -= 1.5;
         QVERIFY(!evenAxis(positions, whole));
     }
+        row("region, decimal commas", QByteArray(region).replace(".0 ppm", ",0 ppm").replace("68.5", "68,5"));
+        row("region in Hz", QByteArray(region).replace("100.0 ppm", "10000.0 Hz").replace("68.5 ppm", "6850 Hz"),
+            "divided by 100 MHz", withFrequency(100));
 
     /// A table with names and without, and one whose F1 runs faster.
     void planes()
@@ -565,3 +568,5 @@ private Q_SLOTS:
 
 QTEST_GUILESS_MAIN(TestTextFiles)
 #include "tst_textfiles.moc"
+        row(R"(: the positions are in Hz: the frequency of 0 ppm in MHz is needed to make ppm of them and must be given)",
+            QByteArray(region).replace("ppm", "Hz"));

@@ -521,7 +521,7 @@ Measurement parse(QIODevice &text, const QString &source, const ReadOptions &opt
     while (sample.size() < sampleLines && lines.next())
         sample.push_back({std::string(lines.line()), lines.number()});
     if (const TextRegion::Region region = TextRegion::find(sample); region.dimensions > 0) {
-        ExperimentalSpectrum spectrum = TextRegion::read(region, sample, lines, source);
+        ExperimentalSpectrum spectrum = TextRegion::read(region, sample, lines, source, options);
         spectrum.title = QFileInfo(source).completeBaseName();
         orient(spectrum, source);
         return spectrum;
