@@ -305,6 +305,10 @@ private Q_SLOTS:
         row("ppm\theight\n170.2\t\"1,234,567\"\n20.1\t300\n", "170.2 =1234567; 20.1 =300");
         // Commas of numbers, and commas between them.
         row("10,2\n20,1\n", "10 =2; 20", "\"10,2\" is a peak at 10");
+        row("13C NMR (101 MHz): δ 170.2 (br. s, C-1), 133.3 (arom. CH), 21.5 (CH3). Mp 120 °C.",
+            "170.2 C-1; 133.3 arom. CH; 21.5 CH3", "left out: \"Mp");
+        row("13C CPMAS: 170.2, 133.3, 21.5 ppm", "170.2; 133.3; 21.5", "the numbers of the only line");
+        row("Atom,δ11,δ22,δ33,δiso\nC1,250,180,80.6,170.2\nC2,230,150,19.9,133.3\n", "170.2 C1; 133.3 C2");
         row("ppm\n173,2\n55,1\n", "173.2; 55.1");
         row("\"173,2\"\n\"55,1\"\n", "173.2; 55.1");
         row("173,2;2\n55,1;3\n", "173.2 =2; 55.1 =3");
