@@ -638,10 +638,16 @@ public:
               const ReadOptions &options)
         : m_layout(layout), m_values(values), m_source(source), m_options(options)
     {
+        const bool hasOwnName = std::any_of(layout.columns.begin(), layout.columns.end(), [](const auto &column) {
+            return column.numeric && !column.name.isEmpty() && !meaningOf(column.name).known;
+        });
         for (int i = 0; i < int(layout.columns.size()); ++i) {
-            const TextLayout::Column &column = layout.columns[size_t(i)];
+            TextLayout::Column &column = layout.columns[size_t(i)];
             const Meaning meaning = meaningOf(column.name);
-            if (column.numeric && !(meaning.known && meaning.role == Role::Ignored))
+            // "Atom d(13C)": atoms may be numbered.
+            if (column.numeric && hasOwnName && meaning.role == Role::Label)
+                column.role = Role::Label;
+            else if (column.numeric && !(meaning.known && meaning.role == Role::Ignored))
                 m_numeric.push_back(i);
         }
     }
