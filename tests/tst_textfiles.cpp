@@ -427,6 +427,7 @@ private Q_SLOTS:
         }
         row("Site,exp,calc,LSR (ppm)", "C1,170.2,171.2,1.0/C2,133.3,132.3,-1.0", "170.2 C1; 133.3 C2");
         row("Atom,d(13C),mult", "1,170.5,C/2,133.5,CH", "170.5 1 C; 133.5 2 CH");
+        row("Atom,δber / ppm,δexp / ppm", "C1,171.2,170.2/C2,132.3,133.3", "170.2 C1; 133.3 C2");
         row("exp,calc,ppm", "1,2,170.5/4,3,133.5", "170.5; 133.5 =4");
         row("Site,Exp. (ppm),Calc. (ppm),Diff. (ppm)", "C1,170.2,171.2,1.0/C2,133.3,132.3,-1.0", "170.2 C1; 133.3 C2");
         for (const char *name : {"± (ppm)", "Fehler (ppm)", "Std (ppm)", "LB (ppm)", "Halbwertsbreite [ppm]", "δ(ber.)",

@@ -362,25 +362,29 @@ QStringList wordsOf(const QString &name)
     return name.toLower().split(notLetters, Qt::SkipEmptyParts);
 }
 
+/// Also behind a δ: "δexp".
+bool hasWordLike(const QString &name, const QRegularExpression &pattern)
+{
+    const QStringList words = wordsOf(name);
+    return std::any_of(words.begin(), words.end(), [&](const QString &word) {
+        return pattern.match(word.startsWith(u'δ') ? word.mid(1) : word).hasMatch();
+    });
+}
+
 /// Shifts of a calculation, which publications put beside the measured ones.
 bool isCalculated(const QString &name)
 {
-    const QStringList words = wordsOf(name);
-    return std::any_of(words.begin(), words.end(), [](const QString &word) {
-        return word.endsWith(u"calc") || word.startsWith(u"calculat") || word == u"calcd" || word == u"computed"
-            || word == u"predicted" || word == u"gipaw" || word == u"dft" || word.startsWith(u"theor")
-            || word == u"theo" || word == u"ber" || word.startsWith(u"berechn") || word.startsWith(u"simul");
-    });
+    static const QRegularExpression pattern(QStringLiteral(
+        "^(?:.*calc|calcd|calculat.*|computed|predicted|gipaw|dft|theo|theor.*|ber|berechn.*|simul.*)$"));
+    return hasWordLike(name, pattern);
 }
 
 /// "exp", which beside ppm is an intensity and beside "calc" a shift.
 bool isMeasured(const QString &name)
 {
-    const QStringList words = wordsOf(name);
-    return std::any_of(words.begin(), words.end(), [](const QString &word) {
-        return word.startsWith(u"exp") || word == u"δexp" || word == u"measured" || word == u"observed"
-            || word.endsWith(u"obs") || word == u"gemessen" || word.startsWith(u"beobacht");
-    });
+    static const QRegularExpression pattern(
+        QStringLiteral("^(?:exp.*|measured|observed|.*obs|gem|gemessen.*|beobacht.*)$"));
+    return hasWordLike(name, pattern);
 }
 
 /// Of the first nuclide that a text names, and the isotope that everybody measures of the element in "δH".
