@@ -86,6 +86,28 @@ Measurement readBytes(const QTemporaryDir &folder, const QByteArray &bytes, cons
     return readMeasurement(writeBytes(folder, bytes, u"file"_s), options);
 }
 
+/// "7.26/133.3 =5 C1 #2; …": F2, F1, height, label and count.
+QString listed(const MeasuredPeaks &list)
+{
+    QStringList peaks;
+    for (const MeasuredPeak &peak : list.peaks)
+        peaks.append((QString::number(peak.f2, 'g', 10) + (list.dimensions == 2 ? u"/%1 "_s.arg(peak.f1) : u" "_s)
+                      + (peak.height != 1 ? u"=%1 "_s.arg(peak.height, 0, 'g', 10) : QString()) + peak.label
+                      + (peak.count > 0 ? u" #%1"_s.arg(peak.count) : QString()))
+                         .simplified());
+    return peaks.join(u"; "_s);
+}
+
+/// The peaks of a text, or why it is refused, without the path.
+QString outcome(const QByteArray &text, const ReadOptions &options = {})
+{
+    const QTemporaryDir folder;
+    QString peaks;
+    const QByteArray refused =
+        failure([&] { peaks = listed(std::get<MeasuredPeaks>(readBytes(folder, text, options))); });
+    return refused.isEmpty() ? peaks : QString::fromUtf8(refused.mid(folder.filePath(u"file"_s).toUtf8().size() + 2));
+}
+
 ReadOptions withFrequency(double megahertz, const QString &unit = {})
 {
     ReadOptions options;
@@ -186,6 +208,9 @@ private Q_SLOTS:
         for (int i = 0; i < points; ++i)
             region += QByteArray::number(intensity(i)) + '\n';
         row("region and intensities", region, "LEFT and RIGHT");
+        row("region, decimal commas", QByteArray(region).replace(".0 ppm", ",0 ppm").replace("68.5", "68,5"));
+        row("region in Hz", QByteArray(region).replace("100.0 ppm", "10000.0 Hz").replace("68.5 ppm", "6850 Hz"),
+            "divided by 100 MHz", withFrequency(100));
         row("separators at the end of each line", table({",", '.', "", ",\n"}, "ppm,intensity,\n"));
         row("the unit in each row", table({" ppm ", '.', "", "\n"}));
         row("exponents of Fortran", table({" "}).replace("50.000", "5.0D+01"));
@@ -246,14 +271,7 @@ private Q_SLOTS:
             const Measurement read = readBytes(folder, text);
             const auto *list = std::get_if<MeasuredPeaks>(&read);
             QVERIFY2(list && list->title == u"file", text);
-            QStringList peaks;
-            for (const MeasuredPeak &peak : list->peaks)
-                peaks.append((QString::number(peak.f2, 'g', 10)
-                              + (list->dimensions == 2 ? u"/%1 "_s.arg(peak.f1) : u" "_s)
-                              + (peak.height != 1 ? u"=%1 "_s.arg(peak.height, 0, 'g', 10) : QString()) + peak.label
-                              + (peak.count > 0 ? u" #%1"_s.arg(peak.count) : QString()))
-                                 .simplified());
-            QCOMPARE(peaks.join(u"; "_s), QString::fromUtf8(expected));
+            QCOMPARE(listed(*list), QString::fromUtf8(expected));
             QVERIFY2(list->notes.join(u' ').contains(QString::fromUtf8(note)), text + list->notes.join(u' ').toUtf8());
         };
         for (const char *header : {"position,intensity", "ppm,intensity", "(ppm),I", "δ(1H),h", "Shift,Height", ""})
@@ -292,6 +310,10 @@ private Q_SLOTS:
             "HRMS (ESI) calcd 123.4567.\n",
             "170.2 C-1; 133.3 C-2; 127.8; 21.5", "left out: \"HRMS");
         row("1H NMR (400 MHz, CDCl3): δ 7.26 (s, 1H, H-3), 2.31 (br s, 3H)\n", "7.26 H-3 #1; 2.31 #3");
+        row("13C NMR (101 MHz): δ 170.2 (br. s, C-1), 133.3 (arom. CH), 21.5 (CH3). Mp 120 °C.",
+            "170.2 C-1; 133.3 arom. CH; 21.5 CH3", "left out: \"Mp");
+        row("13C CPMAS: 170.2, 133.3, 21.5 ppm", "170.2; 133.3; 21.5", "the numbers of the only line");
+        row("Atom,δ11,δ22,δ33,δiso\nC1,250,180,80.6,170.2\nC2,230,150,19.9,133.3\n", "170.2 C1; 133.3 C2");
         row("δF −110.2; −120.5 (m)", "-110.2; -120.5");
         row("δF −110.2 to −112.2 (m), −120.5–121.5 (m), 0.25–−0.75 (m)", "-111.2; -121; -0.25", "Ranges");
         row("F1 −110.2–112.2\nF2 −0.5–0.25\nF3 −1.5\n", "-111.2 F1; -0.125 F2; -1.5 F3", "Ranges");
@@ -343,6 +365,150 @@ private Q_SLOTS:
             "3.5/60 =2");
     }
 
+    /// A field that is no number, and fields that are empty.
+    void oddFields()
+    {
+        const auto no = [](int line, const char *field) {
+            return u"line %1: expected a number, found \"%2\""_s.arg(line).arg(QString::fromUtf8(field));
+        };
+        for (const char *odd : {"ca. 133", "n. b.", "133,3 (br)", "133,3*", "~133,3"}) {
+            for (const QByteArray &separator : {QByteArray(";"), QByteArray("\t")}) {
+                QByteArrayList lines{"ppm;Int", "170,2;5", odd + QByteArray(";4"), "21,5;3", "20,5;2"};
+                for (int place : {2, 1, 4}) {
+                    std::swap(lines[2], lines[place]);
+                    QCOMPARE(outcome(lines.join('\n').replace(";", separator)), no(place + 1, odd));
+                    std::swap(lines[2], lines[place]);
+                }
+            }
+        }
+        const auto row = [](const QByteArray &text, const QString &expected) { QCOMPARE(outcome(text), expected); };
+        row("ppm;Int\n170,2;5\n133,3;4\n21,5;3\nSumme;12\n", no(5, "Summe"));
+        row("Nr\tppm\n1\t170,2*\n2\t133,3\n3\t21,5\n", no(2, "170,2*"));
+        row("170,2*;5\n133,3;4\n", no(1, "170,2*"));
+        row("Name;ppm;Int\nC1;170,2;5\nSum;;12\n", no(3, ""));
+        row("Site,exp,calc\nC1,,171.2\nC2,133.3,132.3\nC3,21.5,22.5\n", no(2, ""));
+        row("ppm;Int\n170,2;5\n133,3-134,1;4\n\xE2\x80\xAF"
+            "21,5\xE2\x80\x89;3\n",
+            u"170.2 =5; 133.7 =4; 21.5 =3"_s);
+        // The first row is as good as any other one.
+        row("Name\tppm\tInt\nC25\t170.2\t\nC13\t133.3\t5\nC29\t21.5\t6\n", u"170.2 C25; 133.3 =5 C13; 21.5 =6 C29"_s);
+        row("Name\tppm\tInt\nC13\t133.3\t5\nC25\t170.2\nC29\t21.5\t6\n", u"133.3 =5 C13; 170.2 C25; 21.5 =6 C29"_s);
+        for (const char *calculated : {"", "n.d.", "–"})
+            row("Site,δexp,δcalc\nC1,170.2," + QByteArray(calculated) + "\nC2,133.3,132.3\nC3,21.5,22.5\n",
+                u"170.2 C1; 133.3 C2; 21.5 C3"_s);
+        for (const char *empty : {";;\n", ";;\n;;\n"})
+            row("Probe 5;;\n;;\nName;ppm;Int\nC1;170,2;5\nC2;133,3;4\n" + QByteArray(empty),
+                u"170.2 =5 C1; 133.3 =4 C2"_s);
+        row("ppm,Int\n200,5\n190,n.a.\n180,4\n170,3\n", no(3, "n.a."));
+        // Titles, which may hold numbers.
+        row("Sample,7\nTemperature,298 K\n170.2,5\n133.3,4\n", u"170.2 =5; 133.3 =4"_s);
+        row("Nucleus,13C\n170.2,5\n133.3,4\n", u"170.2 =5; 133.3 =4"_s);
+        row("170.2 C1 br\n133.3 C2\n21.5 C3\n", u"line 1: expected 2 fields as in the lines before, found 3"_s);
+        row("1' 170,2\n2' 133,3\n", u"170.2 1'; 133.3 2'"_s);
+        // Columns with few numbers.
+        row("Name;ppm;Int\nC1;170,2;\nC2;133,3;\nC3;21,5;6\n", u"170.2 C1; 133.3 C2; 21.5 =6 C3"_s);
+        row("Site,ppm,Note\nC1,170.2,133.3\nC2,133.3,\nC3,21.5,\n", u"170.2 C1 133.3; 133.3 C2; 21.5 C3"_s);
+        row("1;170,2;5\n2;133,3;\n3;21,5;3\n", u"170.2 =5; 133.3; 21.5 =3"_s);
+        row("ppm,height\n170.2,strong\n133.3,weak\n", no(2, "strong"));
+        // Marks of comments and quotes within fields.
+        row("Number\t#\tPosition F1\tPosition F2\tHeight\n1\t1\t8.25\t120.5\t9\n2\t2\t7.5\t118.5\t5\n",
+            u"120.5/8.25 =9; 118.5/7.5 =5"_s);
+        row("Site,ppm,int\nC2\",170.2,5\n\"a \"\"q\"\", b\",133.3,4\n", u"170.2 =5 C2\"; 133.3 =4 a \"q\", b"_s);
+    }
+
+    /// Differences, errors, widths and calculated shifts beside the shifts.
+    void namesOfColumns()
+    {
+        const auto row = [](const QByteArray &header, const QByteArray &values, const char *expected) {
+            QByteArrayList lines{header};
+            for (const QByteArray &line : values.split('/'))
+                lines.append(line);
+            for (const QByteArray &separator : {QByteArray(","), QByteArray("\t"), QByteArray(" | ")})
+                QCOMPARE(outcome(lines.join('\n').replace(",", separator)), QString::fromUtf8(expected));
+        };
+        for (const char *name : {"Δ", "Difference (ppm)", "Deviation (ppm)", "Δδ (ppm)", "Residual / ppm"}) {
+            row("Site,exp,calc," + QByteArray(name), "C1,170.2,171.2,1.0/C2,133.3,132.3,-1.0", "170.2 C1; 133.3 C2");
+            row("Site,δexp,δcalc," + QByteArray(name), "C1,170.2,171.2,1.0/C2,133.3,132.3,-1.0", "170.2 C1; 133.3 C2");
+        }
+        row("Site,exp,calc,LSR (ppm)", "C1,170.2,171.2,1.0/C2,133.3,132.3,-1.0", "170.2 C1; 133.3 C2");
+        row("Atom,d(13C),mult", "1,170.5,C/2,133.5,CH", "170.5 1 C; 133.5 2 CH");
+        row("Atom,δber / ppm,δexp / ppm", "C1,171.2,170.2/C2,132.3,133.3", "170.2 C1; 133.3 C2");
+        row("exp,calc,ppm", "1,2,170.5/4,3,133.5", "170.5; 133.5 =4");
+        row("Site,Exp. (ppm),Calc. (ppm),Diff. (ppm)", "C1,170.2,171.2,1.0/C2,133.3,132.3,-1.0", "170.2 C1; 133.3 C2");
+        for (const char *name : {"± (ppm)", "Fehler (ppm)", "Std (ppm)", "LB (ppm)", "Halbwertsbreite [ppm]", "δ(ber.)",
+                                 "δ(theo.)", "Theor. Verschiebung (ppm)", "δ Form II (ppm)"})
+            row("Atom,δ (ppm)," + QByteArray(name), "C1,170.2,1.5/C2,133.3,0.5", "170.2 C1; 133.3 C2");
+        row("Site,δiso,|Δ|", "C1,170.2,1.0/C2,133.3,1.5", "170.2 C1; 133.3 C2");
+        row("Nr.,Verschiebung,Intensität,Halbwertsbreite [Hz]", "1,170.5,10,50/2,133.5,20,60", "170.5 =10; 133.5 =20");
+        row("δ1H,δ13C", "7.5,133.5/2.5,21.5", "7.5/133.5; 2.5/21.5");
+        row("Signal,13C,1H", "C1,133.5,7.5/C2,21.5,2.5", "133.5/7.5 C1; 21.5/2.5 C2");
+        row("ppm,13C", "170.5,10/133.5,20", "170.5 =10; 133.5 =20");
+        row("No.,13C,DEPT,1H", "1,170.2,C,/2,133.5,CH,7.5/3,21.5,CH3,2.5", "line 2: expected a number, found \"\"");
+        QCOMPARE(outcome("Position\tδC, type\tδH\n1\t170.2, C\t\n2\t133.3, CH\t7.26\n3\t21.5, CH3\t2.1\n"),
+                 u"line 2: expected a number, found \"170.2, C\""_s);
+        row("Position,δC,δH", "1,170.5,9.5/2,133.5,7.5/3,21.5,2.5", "170.5/9.5; 133.5/7.5; 21.5/2.5");
+        QCOMPARE(
+            outcome(
+                "   Assignment    w1     w2   Data Height   lw1 (hz)   lw2 (hz)\n\n  A1N-HN  110.5  8.25  300  22.1  "
+                "12.1\n  G2N-HN  105.5  7.5  200  20.5  11.5\n"),
+            u"8.25/110.5 =300 A1N-HN; 7.5/105.5 =200 G2N-HN"_s);
+    }
+
+    /// A mark between groups of digits is one in all of its column.
+    void groupedDigits()
+    {
+        const auto row = [](const QByteArray &text, const char *expected) {
+            QCOMPARE(outcome(text), QString::fromUtf8(expected));
+        };
+        const char *const three = "170.2 =1234.5; 133.3 =2000; 21.5 =999.1";
+        row("ppm;Int\n170,2;1.234,5\n133,3;2.000,0\n21,5;999,1\n", three);
+        row("\"ppm\";\"Int\"\n\"170,2\";\"1.234,5\"\n\"133,3\";\"2.000,0\"\n\"21,5\";\"999,1\"\n", three);
+        row("ppm,Int\n170.2,\"1,234.5\"\n133.3,\"2,000.0\"\n21.5,999.1\n", three);
+        for (const char *mark : {"'", "\xE2\x80\x99", " ", "\xC2\xA0", "\xE2\x80\xAF"})
+            row(QByteArray("ppm\tInt\n170.2\t1_234.5\n133.3\t2_000.0\n21.5\t999.1\n").replace("_", mark), three);
+        row("ppm,Int\n170.2,\"8,453\"\n133.3,\"9,990,100\"\n", "170.2 =8453; 133.3 =9990100");
+        row("ppm\tInt\n170.2\t1,234\n133.3\t999\n", "170.2 =1234; 133.3 =999");
+        row("ppm;Int\n170,2;1.234\n133,3;999\n", "170.2 =1234; 133.3 =999");
+        row("ppm;Int\n170,2;0.844\n133,3;1.007\n", "170.2 =0.844; 133.3 =1.007");
+        row("ppm;Int\n170,256;5\n133,312;4\n", "170.256 =5; 133.312 =4");
+        row("ppm;Int\n170.256;5,5\n133.312;4,5\n", "170.256 =5.5; 133.312 =4.5");
+        row("ppm\tInt\n170.2\t50%\n133.3\t100 %\n", "170.2 =50; 133.3 =100");
+        row("ppm;Int\n170,2;1.234.567\n133,3;12.5\n", "line 3: expected a number, found \"12.5\"");
+        QByteArray text = "ppm;Intensität\n";
+        for (int i = 0; i < points; ++i)
+            text += QByteArray::number(position(i), 'f', 4).replace('.', ',') + (i == 9 ? ";9.986.118\n" : ";8.555\n");
+        const Measurement read = readBytes(QTemporaryDir(), text);
+        const auto &spectrum = std::get<ExperimentalSpectrum>(read);
+        QCOMPARE(spectrum.data[9], 9986118.0);
+        QCOMPARE(spectrum.data[63], 8555.0);
+        QCOMPARE(spectrum.dimensions[0].ppm(9), 95.5);
+    }
+
+    void nuclei()
+    {
+        for (const auto &[text, nucleus] :
+             {std::pair(QByteArray("# T=298K\n170.2\n133.3\n"), u""_s),
+              {"# LB = 100Hz\nppm,int\n170.2,1\n133.3,2\n", u""_s},
+              {"# 16K points of 13C, 298K\n170.2\n133.3\n", u"13C"_s},
+              {"δC\n170.2\n133.3\n", u"13C"_s},
+              {quoted("##TITLE= a\n##DATA TYPE= NMR PEAK TABLE\n##.OBSERVE NUCLEUS= 13C{1H}\n##XUNITS= PPM\n"
+                      "##YUNITS= ARB\n##PEAK TABLE= (XY..XY)\n173.2, 5\n##END=\n"),
+               u"13C"_s}})
+            QCOMPARE(std::get<MeasuredPeaks>(readBytes(QTemporaryDir(), text)).nuclei[0], nucleus);
+        for (const auto &[label, nucleus] : {std::pair("298K", u""_s), {"100K, 27Al", u"27Al"_s}}) {
+            const QByteArray csdm = quoted(
+                QByteArray(
+                    "{'csdm': {'version': '1.0', 'dimensions': [{'type': 'linear', 'count': 4, 'increment': '1 Hz', "
+                    "'origin_offset': '100 MHz', 'label': '")
+                + label
+                + "'}], 'dependent_variables': [{'type': 'internal', 'numeric_type': 'float64', 'encoding': 'none', "
+                  "'quantity_type': 'scalar', 'components': [[1, 2, 3, 4]]}]}}");
+            QCOMPARE(std::get<ExperimentalSpectrum>(readBytes(QTemporaryDir(), csdm)).dimensions[0].nucleus, nucleus);
+        }
+        const Measurement read = readBytes(QTemporaryDir(), "13C, 100,6 MHz\nHz\tInt\n17102\t1\n10060\t2\n");
+        QCOMPARE(listed(std::get<MeasuredPeaks>(read)), u"170; 100 =2"_s);
+    }
+
     void refusals()
     {
         const QTemporaryDir folder;
@@ -388,6 +554,8 @@ private Q_SLOTS:
         row(", line 1: there is more than one list of shifts: each needs a file of its own",
             "1H NMR δ 7.2, 7.1. 13C NMR (100 MHz) δ 120.1, 119.2.\n");
         row(", line 1: no table of numbers was found, expected \"ppm,intensity\" or peaks",
+            "CPMAS: 170.2, 133.3, 21.5 ppm\n");
+        row(", line 1: no table of numbers was found, expected \"ppm,intensity\" or peaks",
             "Dear all,\nplease find 3 peaks below.\nRegards\n");
         row(", line 1: no table of numbers was found, expected \"ppm,intensity\" or peaks",
             "Dear colleague,\nthe spectrum\nfollows\n");
@@ -423,6 +591,8 @@ private Q_SLOTS:
         row(", line 34: expected rows of 11 points with the same positions",
             grid(4, 11, -1, 0).replace("-1,48,1\n", ""));
         const QByteArray region = "# LEFT = 9 ppm. RIGHT = 8.5 ppm.\n# SIZE = 2\n1\n";
+        row(R"(: the positions are in Hz: the frequency of 0 ppm in MHz is needed to make ppm of them and must be given)",
+            QByteArray(region).replace("ppm", "Hz"));
         row(", line 5: there are more points than the 2 announced", region + "2\n3\n");
         row(", line 4: expected one intensity, found \"1 2\"", region + "1 2\n");
         row(": 1 × 1 points cannot be", QByteArray(region).replace("= 2", "= 1"));

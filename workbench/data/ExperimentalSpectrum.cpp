@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "data/ExperimentalSpectrum.h"
 
+#include "data/Nuclides.h"
 #include "data/ReaderText.h"
 #include "support/MetaTypes.h"
 
@@ -67,14 +68,14 @@ void orient(ExperimentalSpectrum &spectrum, const QString &source)
 QString nucleusName(std::string_view text)
 {
     QString mass, symbol;
-    for (char c : text) {
+    // "13C{1H}" is decoupled from the other one.
+    for (char c : text.substr(0, text.find('{'))) {
         if (c >= '0' && c <= '9')
             mass += QLatin1Char(c);
         else if ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'))
             symbol += symbol.isEmpty() ? QChar(QLatin1Char(c)).toUpper() : QChar(QLatin1Char(c)).toLower();
     }
-    const bool plausible = mass.size() >= 1 && mass.size() <= 3 && symbol.size() >= 1 && symbol.size() <= 2;
-    return plausible ? mass + symbol : QString();
+    return Nuclides::table().contains(mass + symbol) ? mass + symbol : QString();
 }
 
 QVariantMap toEntryMap(ExperimentalSpectrum spectrum)

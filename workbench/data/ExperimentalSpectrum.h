@@ -39,7 +39,7 @@ constexpr qint64 largestPointCount = qint64(1) << 28;
 /// `source`.
 void orient(ExperimentalSpectrum &spectrum, const QString &source);
 
-/// "13C" from the ways in which files write it (13C, ^13C, C13, <13C>); empty when the text is no nucleus.
+/// "13C" from the ways in which files write it (13C, ^13C, C13, <13C>); empty when the table of nuclides lacks it.
 QString nucleusName(std::string_view text);
 
 /// The spectrum as an entry of a host's NMR data. The host counts ppm from its carrier, which includes the reference

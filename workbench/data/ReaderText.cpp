@@ -138,7 +138,7 @@ bool FileLines::fill()
     if (m_decoder)
         more = QString(m_decoder->decode(more)).toUtf8();
     // A carriage return alone ends a line; whether the last one is alone the next block tells.
-    const qsizetype from = std::max<qsizetype>(block.size() - 1, 0);
+    const qsizetype from = std::max<qsizetype>(block.size() - 2, 0);
     block += more;
     char *const end = block.data() + block.size();
     for (char *at = block.data() + from; at != end; ++at) {
@@ -155,6 +155,14 @@ bool FileLines::fill()
             break;
         if (at + 1 != end && at[1] == '\xA0')
             at[0] = at[1] = ' ';
+    }
+    for (char *at = block.data() + from; at != end; ++at) {
+        at = static_cast<char *>(std::memchr(at, '\xE2', size_t(end - at)));
+        if (!at)
+            break;
+        // The figure space, the thin space and the narrow one.
+        if (end - at > 2 && at[1] == '\x80' && (at[2] == '\x87' || at[2] == '\x89' || at[2] == '\xAF'))
+            at[0] = at[1] = at[2] = ' ';
     }
     m_block = block;
     m_at = m_block.constData();

@@ -2,6 +2,7 @@
 #include "formats/CsdmFile.h"
 
 #include "formats/EvenAxis.h"
+#include "data/Nuclides.h"
 #include "data/ReaderText.h"
 #include "data/SpectrumEntry.h"
 
@@ -113,10 +114,13 @@ Coordinates monotonic(const QJsonObject &json, const QString &source)
 
 QString nucleusIn(const QJsonObject &json)
 {
-    static const QRegularExpression pattern(u"(?<![A-Za-z0-9])(\\d{1,3})([A-Z][a-z]?)(?![A-Za-z0-9])"_s);
-    const QRegularExpressionMatch match =
-        pattern.match(json[u"label"].toString() + u' ' + json[u"description"].toString());
-    return match.captured(1) + match.captured(2);
+    static const QRegularExpression pattern(u"(?<![A-Za-z0-9])(\\d{1,3}[A-Z][a-z]?)(?![A-Za-z0-9])"_s);
+    const QString text = json[u"label"].toString() + u' ' + json[u"description"].toString();
+    for (auto match = pattern.globalMatch(text); match.hasNext();) {
+        if (const QString name = match.next().captured(1); Nuclides::table().contains(name))
+            return name;
+    }
+    return {};
 }
 
 SpectrumDimension dimension(const QJsonObject &json, int d, const QString &source, const ReadOptions &options,

@@ -36,7 +36,7 @@ const QRegularExpression &head()
     static const QRegularExpression pattern(QStringLiteral(
         "(?:(?<![A-Za-z0-9])\\^?(?<nucleus>\\d{1,3}[A-Z][a-z]?)(?![a-z])(?:[ ]*\\{[^}]*\\})?[-/ \\w]{0,40}?\\bNMR\\b"
         "[^:=δ()]{0,40}(?:\\([^()]*(?:\\([^()]*\\)[^()]*)*\\))?[ ]*[:;,=]?[ ]*(?:δ[ ]*[A-Z]?[a-z]?)?"
-        "|δ[ ]*_?(?<letter>[HCNFP])?(?:\\((?<element>\\d{1,3}[A-Z][a-z]?)\\))?)"
+        "|δ(?!\\d)[ ]*_?(?<letter>[HCNFP])?(?:\\((?<element>\\d{1,3}[A-Z][a-z]?)\\))?)"
         "[ ]*(?:[(\\[/]?[ ]*(?:δ[ ]*[,/]?[ ]*)?ppm[ ]*[)\\]]?)?[ ]*[:=]?[ ]*(?=[-+]?\\d)"));
     return pattern;
 }
@@ -71,6 +71,19 @@ QStringList entries(const QString &list)
         part = part.trimmed();
     parts.removeAll(QString());
     return parts;
+}
+
+/// The one that ends the list: "br." and "arom." in brackets do not. -1: none
+qsizetype fullStop(const QString &list)
+{
+    int depth = 0;
+    for (qsizetype i = 0; i < list.size(); ++i) {
+        const QChar c = list[i];
+        depth += c == u'(' || c == u'[' ? 1 : c == u')' || c == u']' ? -1 : 0;
+        if (depth <= 0 && c == u'.' && (i + 1 == list.size() || list[i + 1] == u' '))
+            return i;
+    }
+    return -1;
 }
 
 /// "170,2; 133,3" and "170,2, 133,3" have decimal commas: no decimal point, and another mark between the shifts.
@@ -122,7 +135,8 @@ std::optional<MeasuredPeak> peakOf(const QString &entry, bool &isRange)
 std::optional<MeasuredPeaks> onlyLine(const std::vector<TextLine> &lines, const QString &source)
 {
     static const QRegularExpression pattern(QStringLiteral(
-        "^(?:(?<nucleus>\\d{1,3}[A-Z][a-z]?)[ ]*[:=])?[ ]*(?<open>[\\[({])?(?<list>[-+.,;\\d ]+)[\\])}]?[ ;,.]*$")),
+        "^(?:(?<nucleus>\\d{1,3}[A-Z][a-z]?)(?![A-Za-z])(?:[ ]+[^:=,;]{1,40}?)?[ ]*[:=])?[ ]*(?<open>[\\[({])?"
+        "(?<list>[-+.,;\\d ]+)[\\])}]?[ ]*(?:ppm)?[ ;,.]*$")),
         blanks(QStringLiteral("[ ]+"));
     QRegularExpressionMatch match;
     for (const TextLine &line : lines) {
@@ -156,8 +170,9 @@ std::optional<MeasuredPeaks> onlyLine(const std::vector<TextLine> &lines, const 
     result.format = Texts::tr("text peak list");
     result.nuclei[0] = match.captured(u"nucleus");
     result.notes = {Texts::tr("Read as a list of %1 peaks: %2.")
-                        .arg(QString::number(peaks.size()), Texts::tr("the numbers of the only line are shifts")),
-                    Texts::tr("The file names no unit: the positions were taken as ppm.")};
+                        .arg(QString::number(peaks.size()), Texts::tr("the numbers of the only line are shifts"))};
+    if (!match.captured().contains(u"ppm"))
+        result.notes.append(Texts::tr("The file names no unit: the positions were taken as ppm."));
     return result;
 }
 
@@ -184,8 +199,8 @@ std::optional<MeasuredPeaks> parse(const std::vector<TextLine> &lines, const QSt
     // "7.26 (s, 1 H) 3.10 (s, 3 H)" has no mark between the shifts.
     static const QRegularExpression unmarked(QStringLiteral("(?<=[)\\]])[ ]+(?=[-+]?\\d+\\.\\d)"));
     text.replace(unmarked, QStringLiteral(", "));
-    static const QRegularExpression fullStop(QStringLiteral("\\.(?= |$)")), conjunction(QStringLiteral("[ ]+and[ ]+"));
-    const qsizetype end = text.indexOf(fullStop);
+    static const QRegularExpression conjunction(QStringLiteral("[ ]+and[ ]+"));
+    const qsizetype end = fullStop(text);
     const QString rest = end < 0 ? QString() : text.mid(end + 1).trimmed();
     QString list = text.left(end < 0 ? text.size() : end);
     const QStringList shifts = entries(withDecimalPoints(list.replace(conjunction, QStringLiteral(", "))));

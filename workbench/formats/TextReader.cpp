@@ -38,6 +38,9 @@ public:
     Rows(const TextLayout &layout, const std::vector<TextLine> &sample, FileLines &lines, const QString &source)
         : m_layout(layout), m_sample(sample), m_lines(lines), m_source(source)
     {
+        m_isPlain = !layout.decimalComma
+            && std::none_of(layout.columns.begin(), layout.columns.end(),
+                            [](const auto &c) { return c.grouping != 0; });
     }
 
     /// Passes over lines without a row.
@@ -66,7 +69,7 @@ public:
     /// The numbers of two columns; `second` may be -1.
     void numbers(int first, int second, double &x, double &y)
     {
-        if (m_layout.decimalComma || !quickNumbers(first, second, x, y)) {
+        if (!m_isPlain || !quickNumbers(first, second, x, y)) {
             split();
             x = number(first);
             if (second >= 0)
@@ -83,7 +86,7 @@ public:
                      .arg(m_layout.columns.size())
                      .arg(m_fields.size()));
         for (size_t i = 0; i < m_fields.size(); ++i) {
-            if (m_layout.columns[i].numeric && !m_layout.number(m_fields[i]))
+            if (!m_layout.understands(i, m_fields[i]))
                 fail(m_source, m_number, Texts::tr("expected a number, found %1").arg(excerpt(m_fields[i])));
         }
     }
@@ -92,7 +95,8 @@ public:
     {
         return size_t(column) < m_fields.size() ? m_fields[size_t(column)] : std::string_view();
     }
-    double number(int column) const { return *m_layout.number(field(column)); }
+    /// Of a field that is not empty.
+    double number(int column) const { return *m_layout.number(size_t(column), field(column)); }
 
 private:
     static bool isDigit(char c) { return c >= '0' && c <= '9'; }
@@ -129,6 +133,7 @@ private:
     const std::vector<TextLine> &m_sample;
     FileLines &m_lines;
     const QString &m_source;
+    bool m_isPlain = true; ///< no decimal commas, no groups of digits
     size_t m_index = 0;
     std::string_view m_line;
     int m_number = 0;
@@ -166,8 +171,12 @@ Precision precisionOf(const TextLayout &layout, const std::vector<TextLine> &sam
         if (line.number < layout.firstLine)
             continue;
         layout.split(line.text, fields);
-        if (column >= 0 && size_t(column) < fields.size())
-            precision.add(fields[size_t(column)]);
+        if (column < 0 || size_t(column) >= fields.size())
+            continue;
+        std::string field(fields[size_t(column)]);
+        if (const char mark = layout.columns[size_t(column)].grouping)
+            std::erase(field, mark);
+        precision.add(field);
     }
     return precision;
 }
@@ -199,11 +208,7 @@ public:
 
 private:
     /// Names, counts and heights of some of the positions only are those of peaks.
-    bool mayBeSpectrum() const
-    {
-        return m_intensity >= 0 && !m_layout.lastIsOptional && m_layout.columnOf(Role::Label) < 0
-            && m_layout.columnOf(Role::Count) < 0;
-    }
+    bool mayBeSpectrum() const { return m_intensity >= 0 && !m_layout.isList(); }
 
     [[noreturn]] void needFrequency(const QString &what, bool unitKnown) const
     {
@@ -433,7 +438,7 @@ private:
         for (size_t i = 0; i < m_layout.columns.size(); ++i) {
             const std::string_view field = m_rows.field(int(i));
             if (m_layout.columns[i].role == Role::Label && !field.empty())
-                names.append(ReaderText::decoded(field));
+                names.append(ReaderText::decoded(field).replace(QStringLiteral("\"\""), QStringLiteral("\"")));
         }
         return names.join(u' ');
     }
@@ -447,8 +452,8 @@ private:
             if (line.number < m_layout.firstLine || m_layout.isEmptyLine(line.text))
                 continue;
             m_layout.split(line.text, fields);
-            f2.push_back(*m_layout.number(fields[size_t(m_position)]));
-            f1.push_back(*m_layout.number(fields[size_t(m_positionF1)]));
+            f2.push_back(*m_layout.number(size_t(m_position), fields[size_t(m_position)]));
+            f1.push_back(*m_layout.number(size_t(m_positionF1), fields[size_t(m_positionF1)]));
         }
         constexpr size_t leastRow = 4;
         const auto stays = [](const std::vector<double> &values) {
@@ -536,7 +541,7 @@ Measurement parse(QIODevice &text, const QString &source, const ReadOptions &opt
     while (sample.size() < sampleLines && lines.next())
         sample.push_back({std::string(lines.line()), lines.number()});
     if (const TextRegion::Region region = TextRegion::find(sample); region.dimensions > 0) {
-        ExperimentalSpectrum spectrum = TextRegion::read(region, sample, lines, source);
+        ExperimentalSpectrum spectrum = TextRegion::read(region, sample, lines, source, options);
         spectrum.title = QFileInfo(source).completeBaseName();
         orient(spectrum, source);
         return spectrum;

@@ -17,17 +17,22 @@ namespace TextRegion {
 
 namespace {
 
-std::optional<double> valueOf(const QString &comments, const char *name)
+struct Value {
+    double number = 0.0;
+    QString unit; ///< Hz or kHz; empty: ppm, or none
+};
+
+std::optional<Value> valueOf(const QString &comments, const char *name)
 {
     const QRegularExpression pattern(
-        QStringLiteral("(?<![A-Z0-9])%1\\s*=\\s*([-+0-9.eE]+)").arg(QString::fromLatin1(name)));
+        QStringLiteral("(?<![A-Z0-9])%1\\s*=\\s*([-+0-9.,eE]+)\\s*(k?Hz\\b)?").arg(QString::fromLatin1(name)));
     const QRegularExpressionMatch match = pattern.match(comments);
     QString text = match.captured(1);
-    if (text.endsWith(u'.'))
+    while (text.endsWith(u'.') || text.endsWith(u','))
         text.chop(1);
     bool isNumber = false;
-    const double value = text.toDouble(&isNumber);
-    return isNumber ? std::optional(value) : std::nullopt;
+    const double number = text.replace(u',', u'.').toDouble(&isNumber);
+    return isNumber ? std::optional(Value{number, match.captured(2)}) : std::nullopt;
 }
 
 bool readAxis(Region::Axis &axis, const QString &comments, const char *left, const char *right, const char *size)
@@ -37,17 +42,38 @@ bool readAxis(Region::Axis &axis, const QString &comments, const char *left, con
     if (!leftValue || !rightValue || !points)
         return false;
     // What is no count is 0 points, which nothing has.
-    const bool isCount = *points >= 0.0 && *points <= double(largestPointCount) && *points == std::floor(*points);
-    axis = {*leftValue, *rightValue, isCount ? qint64(*points) : 0};
+    const double count = points->number;
+    const bool isCount = count >= 0.0 && count <= double(largestPointCount) && count == std::floor(count);
+    axis = {leftValue->number, rightValue->number, isCount ? qint64(count) : 0, leftValue->unit};
     return true;
 }
 
-SpectrumDimension dimension(const Region::Axis &axis)
+SpectrumDimension dimension(const Region &region, int d, const QString &source, const ReadOptions &options,
+                            QStringList &notes)
 {
+    const Region::Axis &axis = d == 0 ? region.f2 : region.f1;
     SpectrumDimension result;
     result.points = int(axis.points);
-    result.first = axis.left;
-    result.step = (axis.right - axis.left) / double(axis.points - 1);
+    double perPpm = 1.0;
+    const QString unit = options.unit.isEmpty() ? axis.unit : options.unit;
+    if (!unit.isEmpty() && unit != u"ppm") {
+        result.frequency = options.frequency[size_t(d)];
+        if (!(result.frequency > 0.0))
+            throw FrequencyNeeded(
+                QStringLiteral("%1: %2").arg(
+                    source,
+                    Texts::tr(
+                        "the positions are in %1: the frequency of 0 ppm in MHz is needed to make ppm of them and "
+                        "must be given")
+                        .arg(unit)),
+                region.dimensions);
+        perPpm = unit == u"Hz" ? result.frequency : result.frequency / 1000.0;
+        notes.append(Texts::tr("Positions in %1 were divided by %2 MHz; 0 Hz was taken as 0 ppm.")
+                         .arg(unit)
+                         .arg(result.frequency, 0, 'g', 10));
+    }
+    result.first = axis.left / perPpm;
+    result.step = (axis.right - axis.left) / perPpm / double(axis.points - 1);
     return result;
 }
 
@@ -70,7 +96,7 @@ Region find(const std::vector<TextLine> &sample)
 }
 
 ExperimentalSpectrum read(const Region &region, const std::vector<TextLine> &sample, ReaderText::FileLines &lines,
-                          const QString &source)
+                          const QString &source, const ReadOptions &options)
 {
     const qint64 rows = region.dimensions == 2 ? region.f1.points : 1;
     if (region.f2.points < 2 || (region.dimensions == 2 && rows < 2) || region.f2.points > largestPointCount
@@ -79,9 +105,9 @@ ExperimentalSpectrum read(const Region &region, const std::vector<TextLine> &sam
     const size_t total = size_t(region.f2.points * rows);
     ExperimentalSpectrum spectrum;
     spectrum.format = Texts::tr("text, region and intensities");
-    spectrum.dimensions.push_back(dimension(region.f2));
+    spectrum.dimensions.push_back(dimension(region, 0, source, options, spectrum.notes));
     if (region.dimensions == 2)
-        spectrum.dimensions.push_back(dimension(region.f1));
+        spectrum.dimensions.push_back(dimension(region, 1, source, options, spectrum.notes));
     spectrum.notes.append(Texts::tr("LEFT and RIGHT were taken as the positions of the first and the last point."));
     const auto add = [&](std::string_view line, int number) {
         line = trimmed(line.substr(0, line.find('#')));

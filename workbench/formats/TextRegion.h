@@ -12,9 +12,10 @@ namespace TextRegion {
 /// What the comments say; dimensions is 0 when they describe no region.
 struct Region {
     struct Axis {
-        double left = 0.0; ///< ppm of the first point
-        double right = 0.0; ///< ppm of the last point
+        double left = 0.0; ///< position of the first point
+        double right = 0.0; ///< position of the last point
         qint64 points = 0;
+        QString unit; ///< "Hz" or "kHz"; empty: ppm
     };
     int dimensions = 0;
     Axis f2;
@@ -22,9 +23,9 @@ struct Region {
 };
 Region find(const std::vector<TextLine> &sample);
 
-/// `sample` are the first lines, which `lines` has passed already.
+/// `sample` are the first lines, which `lines` has passed already. A region in Hz needs the frequency of the options.
 ExperimentalSpectrum read(const Region &region, const std::vector<TextLine> &sample, ReaderText::FileLines &lines,
-                          const QString &source);
+                          const QString &source, const ReadOptions &options);
 
 } // namespace TextRegion
 
