@@ -269,7 +269,8 @@ private Q_SLOTS:
     void notesKnowThePreview()
     {
         open(u"paracetamol.magres"_s);
-        createSpectrum();
+        createSpectrum({{"fCbNucF2", u"13C"_s}, {"fSpCSRefF2", 100.0}}); // a placeholder, of which a note tells
+        QCoreApplication::processEvents();
         NmrItem *item = plot();
         const auto preview = [this](bool on) { entry(menu(u"View"_s), u"Page Preview"_s)->setChecked(on); };
         const auto isNoted = [&] { return item->isVisible() && item->noteBar()->isVisible(); };
@@ -352,6 +353,9 @@ private Q_SLOTS:
         QCOMPARE(count(second), 2);
         QCOMPARE(said(), u"paracetamol, simulated is in the plot \""_s + second->title() + u"\" now, too"_s);
         QVERIFY(plot() == second && second->isCurrent());
+        history().undo();
+        QCOMPARE(count(second), 1);
+        QCOMPARE(count(first), 1);
         // So are lists of peaks, by what is known of them.
         const auto list = [this](const QStringList &nuclei, double f1) {
             auto *item = new NmrItem;
@@ -367,10 +371,7 @@ private Q_SLOTS:
         }
         drag(silent, second);
         drag(first, silent);
-        QVERIFY(count(second) == 3 && count(silent) == 2);
-        history().undo();
-        QCOMPARE(count(second), 1);
-        QCOMPARE(count(first), 1);
+        QVERIFY(count(second) == 2 && count(silent) == 2);
     }
 
     void wholeSession()

@@ -1283,8 +1283,9 @@ bool TextLayout::isUsed(size_t column) const
 
 bool TextLayout::understands(size_t column, std::string_view field) const
 {
-    return !isUsed(column) || (field.empty() && columns[column].role == Role::Intensity && isList())
-        || number(column, field);
+    const Role role = columns[column].role;
+    const bool mayBeEmpty = (role == Role::Intensity || role == Role::Count) && isList();
+    return !isUsed(column) || (field.empty() && mayBeEmpty) || number(column, field);
 }
 
 std::optional<double> TextLayout::number(size_t column, std::string_view field) const
