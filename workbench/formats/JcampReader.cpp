@@ -281,7 +281,8 @@ void readPlane(ExperimentalSpectrum &spectrum, const JcampBlock &block, const st
             fail(block.source, page.table->line,
                  Texts::tr("there are more rows than the %1 announced").arg(f1.x.points));
         const std::string text = withoutBlanks(page.page->firstLine());
-        const double position = block.number(*page.page, std::string_view(text).substr(rowSymbol.size() + 1));
+        const double position =
+            block.number(*page.page, std::string_view(text).substr(std::min(rowSymbol.size() + 1, text.size())));
         const double due = f1.x.first + rows * f1.x.step;
         if (std::abs(position - due) > 1.5 * std::abs(f1.x.step) + 1e-5 * std::abs(due)
             && !std::exchange(disagreed, true)) {
