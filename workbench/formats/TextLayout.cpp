@@ -559,7 +559,8 @@ void nameColumns(TextLayout &layout, std::vector<HeaderLine> &headers, const std
     Fields fields;
     for (auto header = headers.rbegin(); header != headers.rend() && lines < mostLines; ++header) {
         // Rows that are no good.
-        layout.split(header->text.toStdString(), fields);
+        const std::string text = header->text.toStdString();
+        layout.split(text, fields);
         const bool hasNumber = fields.size() == layout.columns.size()
             && std::any_of(fields.begin(), fields.end(), [&](auto field) { return layout.number(field).has_value(); });
         lines += !hasNumber;
