@@ -3,6 +3,7 @@
 
 #include "data/Error.h"
 #include "data/ReaderText.h"
+#include "formats/PrintedNumber.h"
 
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -123,7 +124,7 @@ std::optional<MeasuredPeak> peakOf(const QString &entry, bool &isRange)
     MeasuredPeak peak;
     peak.f2 = match.captured(u"from").toDouble();
     if (match.hasCaptured(u"to")) {
-        peak.f2 = rangeMiddle(peak.f2, match.captured(u"to").toDouble());
+        peak.f2 = PrintedNumber::rangeMiddle(peak.f2, match.captured(u"to").toDouble());
         isRange = true;
     }
     annotate(peak, match.captured(u"text"));

@@ -10,6 +10,9 @@
 
 namespace Workbench {
 
+/// Rows of a spectrum; fewer are peaks.
+constexpr size_t fewestPoints = 32;
+
 /// How the columns of a plain text are written and what they mean, found out from its first lines.
 struct TextLayout {
     enum class Role { Ignored, Position, PositionF1, Intensity, Imaginary, Number, Count, Label };
@@ -24,6 +27,8 @@ struct TextLayout {
         bool isGroupingDoubtful = false; ///< the marks may be decimal ones
         QString name; ///< in the header; empty without one
         QString nucleus; ///< that the name tells
+
+        bool isPositional() const { return role == Role::Position || role == Role::PositionF1; }
     };
 
     char separator = ','; ///< a blank stands for blanks and tabs
@@ -55,8 +60,7 @@ struct TextLayout {
     bool understands(size_t column, std::string_view field) const;
     /// Of a field in that column.
     std::optional<double> number(size_t column, std::string_view field) const;
-    /// Also as publications write numbers: the error behind "±" or in brackets is left out, and a range such as
-    /// "7.10–7.25" is its middle.
+    /// Of a field outside the columns.
     std::optional<double> number(std::string_view field) const;
     /// Nothing but blanks or a comment.
     bool isEmptyLine(std::string_view line) const;
@@ -67,16 +71,9 @@ struct TextLine {
     int number = 0;
 };
 
-/// The layout of a text by its first lines; `complete` when these are all. A text that is no table is an error
-/// that names `source`, and so is a row among the first lines that does not fit the others. No lines but comments: no
-/// columns.
-TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, const QString &source,
-                        const ReadOptions &options);
-
-/// The middle of a range as it is printed: -110.2–111.0 has the sign of both in front.
-double rangeMiddle(double from, double to);
-
-/// Whether the positions lie evenly, but for the rounding of their texts.
-bool looksEven(const std::vector<double> &positions);
+/// Its first mark is one of # % ! ;
+bool isComment(std::string_view line);
+/// A whole comment line's text; empty for another one.
+std::string_view commentText(std::string_view line);
 
 } // namespace Workbench

@@ -4,7 +4,7 @@
 #include "formats/EvenAxis.h"
 #include "data/ReaderText.h"
 #include "formats/PublishedPeaks.h"
-#include "formats/TextLayout.h"
+#include "formats/LayoutDetection.h"
 #include "formats/TextRegion.h"
 
 #include <QBuffer>
@@ -28,7 +28,6 @@ namespace TextReader {
 namespace {
 
 constexpr size_t sampleLines = 1000;
-constexpr size_t fewestPoints = 32; // of a spectrum
 constexpr size_t mostPeaks = 200000; // far more than any spectrum has
 constexpr size_t mostUnevenPoints = 2000; // more of them in order are a spectrum, not peaks
 

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "formats/TextLayout.h"
+
+namespace Workbench {
+
+/// A line above the table.
+struct HeaderLine {
+    QString text;
+    int number = 0;
+    bool isNaming = false; ///< it names the columns
+};
+
+/// The first lines of a text whose columns are known, but not what they hold.
+struct TableSample {
+    std::vector<TextLine> rows; ///< all that are no comments
+    std::vector<HeaderLine> headers; ///< from above
+    std::vector<std::vector<double>> values; ///< of each column; empty fields are 0
+    std::vector<std::optional<QString>> constants; ///< texts of columns that have only one
+
+    /// The last one that names columns; 0: none.
+    int namingLine() const;
+};
+
+/// Gives the columns names, roles, units and nuclei, by the lines above the table or else by what the columns hold, and
+/// the layout its frequency. What was decided without a name is noted. Columns that make no spectrum and no peaks are
+/// an error that names `source` and the line.
+void assignRoles(TextLayout &layout, TableSample &table, const QString &source, const ReadOptions &options);
+
+} // namespace Workbench

@@ -1,0 +1,421 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "formats/LayoutDetection.h"
+
+#include "data/ReaderText.h"
+#include "formats/ColumnRoles.h"
+#include "formats/PrintedNumber.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <cctype>
+#include <map>
+#include <tuple>
+
+namespace Workbench {
+
+using ReaderText::excerpt;
+using ReaderText::fail;
+using ReaderText::trimmed;
+using Role = TextLayout::Role;
+
+namespace {
+
+/// What the table of one way to split the lines looks like.
+struct Split {
+    TextLayout layout;
+    size_t matching = 0; ///< rows
+    size_t cutRows = 0; ///< of them, with names that look like numbers cut at the wrong place
+    size_t headers = 0; ///< lines above them without numbers that have as many fields
+    size_t doubtful = 0; ///< columns whose marks may be decimal or group the digits
+
+    bool operator<(const Split &other) const
+    {
+        return std::tuple(matching - cutRows, matching, headers, other.doubtful)
+            < std::tuple(other.matching - other.cutRows, other.matching, other.headers, doubtful);
+    }
+};
+
+using Fields = std::vector<std::string_view>;
+
+std::vector<Fields> splitAll(const TextLayout &layout, const std::vector<TextLine> &rows)
+{
+    std::vector<Fields> all(rows.size());
+    for (size_t i = 0; i < rows.size(); ++i)
+        layout.split(rows[i].text, all[i]);
+    return all;
+}
+
+/// A row of the table by its numbers, some of which may be left empty.
+bool matches(const TextLayout &layout, const Fields &fields)
+{
+    if (!layout.fits(fields.size()))
+        return false;
+    bool any = false;
+    for (size_t i = 0; i < fields.size(); ++i) {
+        const bool isNumber = layout.columns[i].numeric && layout.number(i, fields[i]);
+        if (layout.columns[i].numeric && !isNumber && !fields[i].empty())
+            return false;
+        any |= isNumber;
+    }
+    return any;
+}
+
+/// Whether the digits of a column stand in groups, decided for all of its rows at once. Marks that may as well be
+/// decimal are doubtful.
+void findGrouping(Split &split, size_t column, const std::vector<Fields> &rows)
+{
+    const bool decimalComma = split.layout.decimalComma;
+    const char other = decimalComma ? '.' : ',';
+    char mark = 0;
+    bool isCertain = false, isDecimal = false, isDoubtful = false;
+    for (const Fields &fields : rows) {
+        const std::string_view field = PrintedNumber::withoutError(fields[column]);
+        if (const auto number = PrintedNumber::grouped(field, decimalComma);
+            number && (mark == 0 || number->isCertain)) {
+            mark = number->mark;
+            isCertain |= number->isCertain;
+        } else if (!number && split.layout.number(field)) {
+            isDecimal |= field.find(other) != std::string_view::npos;
+        }
+    }
+    isDoubtful = !isCertain && mark != 0;
+    if (mark != 0 && (isCertain || !isDecimal))
+        split.layout.columns[column].grouping = mark;
+    split.layout.columns[column].isGroupingDoubtful = isDoubtful;
+    split.doubtful += isDoubtful || (decimalComma && isDecimal);
+}
+
+/// The number of fields that most rows have, and which of them are numbers in most of these rows.
+Split trySplit(char separator, bool decimalComma, const std::vector<TextLine> &rows)
+{
+    Split split;
+    split.layout.separator = separator;
+    split.layout.decimalComma = decimalComma;
+    const std::vector<Fields> all = splitAll(split.layout, rows);
+    std::map<size_t, std::vector<Fields>> rowsOf; // with a number, by the count of fields
+    for (const Fields &fields : all) {
+        const bool any = std::any_of(fields.begin(), fields.end(), [&](std::string_view field) {
+            return split.layout.number(field)
+                || (fields.size() > 1 && PrintedNumber::grouped(PrintedNumber::withoutError(field), decimalComma));
+        });
+        if (any)
+            rowsOf[fields.size()].push_back(fields);
+    }
+    const auto usual = std::max_element(rowsOf.begin(), rowsOf.end(),
+                                        [](const auto &a, const auto &b) { return a.second.size() < b.second.size(); });
+    if (usual == rowsOf.end())
+        return split;
+    auto &columns = split.layout.columns;
+    columns.resize(usual->first);
+    for (size_t i = 0; i < columns.size(); ++i) {
+        if (columns.size() > 1)
+            findGrouping(split, i, usual->second);
+        size_t numbers = 0, empty = 0;
+        for (const Fields &fields : usual->second) {
+            numbers += split.layout.number(i, fields[i]).has_value();
+            empty += fields[i].empty();
+        }
+        const size_t count = usual->second.size();
+        columns[i].isSparse = 2 * numbers <= count;
+        columns[i].numeric = !columns[i].isSparse || (numbers > 0 && numbers + empty == count);
+    }
+    if (std::none_of(columns.begin(), columns.end(), [](const auto &column) { return column.numeric; }))
+        return split;
+    // A list of peaks may have heights for some of them only.
+    const bool allNumeric =
+        std::all_of(columns.begin(), columns.end(), [](const auto &column) { return column.numeric; });
+    if (allNumeric && separator != ' ' && rows.size() < fewestPoints) {
+        const size_t count = columns.size();
+        const auto longer = rowsOf.find(count + 1);
+        const auto areNumbers = [&](const Fields &fields) {
+            return std::all_of(fields.begin(), fields.end(),
+                               [&](std::string_view field) { return split.layout.number(field).has_value(); });
+        };
+        if (longer != rowsOf.end() && std::all_of(longer->second.begin(), longer->second.end(), areNumbers)) {
+            columns.push_back(columns.back());
+            split.layout.lastIsOptional = true;
+        } else {
+            split.layout.lastIsOptional = count > 1 && rowsOf.contains(count - 1);
+        }
+    }
+    for (const Fields &fields : all) {
+        if (matches(split.layout, fields)) {
+            ++split.matching;
+            bool cut = false;
+            for (size_t i = 0; i < fields.size(); ++i)
+                cut |= !columns[i].numeric && PrintedNumber::isCut(fields[i]);
+            split.cutRows += cut;
+        } else if (fields.size() == columns.size() && split.matching == 0) {
+            split.headers += std::none_of(fields.begin(), fields.end(),
+                                          [&](std::string_view field) { return split.layout.number(field); });
+        }
+    }
+    return split;
+}
+
+/// "173,2" may be a position and its height, or one position with a decimal comma.
+bool hasDoubtfulComma(const TextLayout &layout, const std::vector<TextLine> &rows)
+{
+    const auto isDigits = [](std::string_view field) {
+        return !field.empty() && field.find_first_not_of("-0123456789") == std::string_view::npos;
+    };
+    Fields fields;
+    return layout.separator == ',' && layout.columns.size() == 2
+        && std::all_of(rows.begin(), rows.end(), [&](const TextLine &row) {
+               layout.split(row.text, fields);
+               return isDigits(fields[0]) && isDigits(fields.back()) && !fields.back().starts_with('-')
+                   && row.text.find_first_of(" \t\"") == std::string::npos;
+           });
+}
+
+/// What stands above the rows, and where a row begins that must be understood.
+class Beginning {
+public:
+    Beginning(const TextLayout &layout, int namingLine)
+        : m_layout(layout), m_namingLine(namingLine), m_position(size_t(layout.columnOf(Role::Position)))
+    {
+    }
+
+    /// Whether a line that is no row may be passed over before the first row.
+    bool mayPass(int number, const std::string &line, const Fields &fields) const
+    {
+        const auto isLetterOrDigit = [](char c) { return std::isalnum(static_cast<unsigned char>(c)) || c & 0x80; };
+        if (number <= m_namingLine || std::none_of(line.begin(), line.end(), isLetterOrDigit) || line.starts_with('\\'))
+            return true;
+        return m_namingLine > 0 ? isBelowNames(line, fields) : isTitle(line, fields);
+    }
+
+private:
+    std::string_view position(const Fields &fields) const
+    {
+        return m_position < fields.size() ? fields[m_position] : std::string_view();
+    }
+
+    /// Units.
+    bool isBelowNames(const std::string &line, const Fields &fields) const
+    {
+        if (line.find_first_of("0123456789") != std::string::npos)
+            return false;
+        static const QRegularExpression unit(QStringLiteral("^(?:[\\[(].*[\\])]|ppm|k?Hz|)$"));
+        return fields.size() != m_layout.columns.size() || unit.match(ReaderText::decoded(position(fields))).hasMatch();
+    }
+
+    bool isTitle(const std::string &line, const Fields &fields) const
+    {
+        static const QRegularExpression damaged(QStringLiteral("^[^\\d=]{0,6}\\d+[.,]\\d+[^\\d=]{0,6}$")),
+            quantity(QStringLiteral("\\d\\s*(?:[kMG]Hz|K|T|°C)\\b"));
+        bool hasWord = false, allNumbers = true, anyNumber = false;
+        for (size_t i = 0; i < std::min(fields.size(), m_layout.columns.size()); ++i) {
+            const bool isNumber = m_layout.number(i, fields[i]).has_value();
+            if (!m_layout.columns[i].numeric)
+                continue;
+            allNumbers &= isNumber;
+            anyNumber |= isNumber;
+            hasWord |= !isNumber && !fields[i].empty() && !PrintedNumber::isDamaged(fields[i]);
+        }
+        const std::string_view first = position(fields);
+        const bool isNumber = m_position < fields.size() && m_layout.number(m_position, first).has_value();
+        if (quantity.match(ReaderText::decoded(line)).hasMatch())
+            return true;
+        const bool isWhole = first.find_first_of(".,") >= first.size() - std::min<size_t>(first.size(), 1);
+        if (fields.size() != m_layout.columns.size()) {
+            const bool isAll = std::all_of(fields.begin(), fields.end(),
+                                           [&](std::string_view field) { return m_layout.number(field).has_value(); });
+            return !isAll && !(isNumber && !isWhole && allNumbers);
+        }
+        if (isNumber)
+            return m_layout.separator == ' ' && isWhole && hasWord;
+        if (first.empty())
+            return !anyNumber;
+        return !damaged.match(ReaderText::decoded(first)).hasMatch() && hasWord;
+    }
+
+    const TextLayout &m_layout;
+    int m_namingLine;
+    size_t m_position;
+};
+
+/// The first row, from which on every line must be one.
+void findRows(TextLayout &layout, const std::vector<TextLine> &sample, int namingLine, bool isShort,
+              const QString &source)
+{
+    const Beginning beginning(layout, namingLine);
+    Fields fields;
+    int passedOver = 0, without = 0;
+    layout.firstLine = 0;
+    const int height = layout.columnOf(Role::Intensity);
+    for (const TextLine &line : sample) {
+        if (layout.isEmptyLine(line.text))
+            continue;
+        layout.split(line.text, fields);
+        const auto odd = [&] {
+            for (size_t i = 0; i < fields.size() && i < layout.columns.size(); ++i) {
+                const bool mayLackHeight = fields[i].empty() && int(i) == height && (isShort || layout.isList());
+                if (!mayLackHeight && !layout.understands(i, fields[i]))
+                    return int(i);
+            }
+            return -1;
+        };
+        const bool isOver = line.number > namingLine && layout.fits(fields.size()) && odd() < 0;
+        if (!isOver && layout.firstLine == 0 && beginning.mayPass(line.number, line.text, fields)) {
+            ++passedOver;
+            continue;
+        }
+        if (!layout.fits(fields.size()) && (layout.firstLine > 0 || odd() < 0)) {
+            fail(source, line.number,
+                 Texts::tr("expected %1 fields as in the lines before, found %2")
+                     .arg(layout.columns.size())
+                     .arg(fields.size()));
+        }
+        if (const int i = odd(); i >= 0)
+            fail(source, line.number, Texts::tr("expected a number, found %1").arg(excerpt(fields[size_t(i)])));
+        if (layout.firstLine == 0)
+            layout.firstLine = line.number;
+        const bool isWithout = fields.size() < layout.columns.size() || (height >= 0 && fields[size_t(height)].empty());
+        layout.someHaveNoHeight |= isWithout;
+        without += isWithout;
+    }
+    if (without > 0)
+        layout.notes.append(Texts::tr("Peaks without a height (%1) were given the height 1.").arg(without));
+    if (passedOver > 1)
+        layout.notes.append(Texts::tr("%1 lines above the table were passed over.").arg(passedOver));
+}
+
+/// What of the positions' texts was left out.
+void noteNotation(TextLayout &layout, const std::vector<TextLine> &rows)
+{
+    const size_t position = size_t(layout.columnOf(Role::Position));
+    Fields fields;
+    bool hasErrors = false, hasRanges = false;
+    for (const TextLine &row : rows) {
+        layout.split(row.text, fields);
+        if (row.number < layout.firstLine || position >= fields.size())
+            continue;
+        hasErrors |= PrintedNumber::hasPlusMinus(row.text)
+            || PrintedNumber::withoutError(fields[position]).size() < fields[position].size();
+        hasRanges |= PrintedNumber::isRange(fields[position], layout.decimalComma);
+    }
+    if (hasErrors)
+        layout.notes.append(Texts::tr("Errors of the positions were left out."));
+    if (hasRanges)
+        layout.notes.append(Texts::tr("Ranges of shifts were replaced by their middles."));
+}
+
+void noteIgnored(TextLayout &layout)
+{
+    QStringList names;
+    for (const TextLayout::Column &column : layout.columns) {
+        if (column.role == Role::Ignored && !column.name.isEmpty())
+            names.append(u'"' + column.name.simplified() + u'"');
+    }
+    if (!names.isEmpty())
+        layout.notes.append(Texts::tr("Columns that were not used: %1.").arg(names.join(QStringLiteral(", "))));
+}
+
+/// Separator and decimal mark by which most rows have numbers in the same places.
+Split bestSplit(const std::vector<TextLine> &rows)
+{
+    Split best;
+    for (const auto &[separator, decimalComma] :
+         {std::pair('\t', false), std::pair(';', false), std::pair(',', false), std::pair('|', false),
+          std::pair('&', false), std::pair(' ', false), std::pair('\t', true), std::pair(';', true),
+          std::pair(' ', true), std::pair(',', true)}) {
+        if (Split split = trySplit(separator, decimalComma, rows); best < split)
+            best = std::move(split);
+    }
+    return best;
+}
+
+/// A sentence with a number in it, or shifts in one with words.
+bool isProse(const Split &split, size_t rows)
+{
+    const bool blanks = split.layout.separator == ' ';
+    const std::ptrdiff_t mostWords = blanks ? 2 : 1;
+    const auto &columns = split.layout.columns;
+    return split.matching == 1 && (split.cutRows > 0 || rows == 1 || blanks)
+        && std::count_if(columns.begin(), columns.end(), [](const auto &c) { return !c.numeric; }) > mostWords;
+}
+
+/// Header lines, numbers and texts of the first lines; the layout gets its first line.
+TableSample readSample(TextLayout &layout, const std::vector<TextLine> &sample, const QString &source)
+{
+    TableSample table;
+    table.values.resize(layout.columns.size());
+    table.constants.resize(layout.columns.size());
+    Fields fields;
+    size_t started = 0;
+    for (const TextLine &line : sample) {
+        if (const std::string_view comment = commentText(line.text); !comment.empty() && started == 0)
+            table.headers.push_back({ReaderText::decoded(comment), line.number});
+        if (layout.isEmptyLine(line.text))
+            continue;
+        layout.split(line.text, fields);
+        if (!matches(layout, fields)) {
+            if (started == 0)
+                table.headers.push_back({ReaderText::decoded(line.text), line.number});
+            continue;
+        }
+        if (started++ == 0)
+            layout.firstLine = line.number;
+        for (size_t i = 0; i < layout.columns.size(); ++i) {
+            table.values[i].push_back(i < fields.size() ? layout.number(i, fields[i]).value_or(0.0) : 0.0);
+            if (!layout.columns[i].numeric) {
+                const QString text = ReaderText::decoded(fields[i]);
+                auto &constant = table.constants[i];
+                constant = started == 1 || constant == text ? std::optional(text) : std::nullopt;
+                if (PrintedNumber::isNoNumber(fields[i]))
+                    fail(source, line.number, Texts::tr("expected a number, found %1").arg(excerpt(fields[i])));
+            }
+        }
+    }
+    return table;
+}
+
+} // namespace
+
+TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, const QString &source,
+                        const ReadOptions &options)
+{
+    std::vector<TextLine> rows;
+    std::copy_if(sample.begin(), sample.end(), std::back_inserter(rows),
+                 [](const TextLine &line) { return !trimmed(line.text).empty() && !isComment(line.text); });
+    if (rows.empty())
+        return {};
+    Split best = bestSplit(rows);
+    TextLayout &layout = best.layout;
+    const bool prose = isProse(best, rows.size());
+    if (best.matching == 0 || prose) {
+        for (const TextLine &row : rows) {
+            if (PrintedNumber::isDamaged(trimmed(row.text)))
+                fail(source, row.number, Texts::tr("expected a number, found %1").arg(excerpt(row.text)));
+        }
+        if (complete && rows.size() <= 2 && !prose)
+            return {}; // a header alone
+        fail(source, rows.front().number,
+             Texts::tr("no table of numbers was found, expected \"ppm,intensity\" or peaks"));
+    }
+    constexpr size_t mostColumns = 64;
+    if (layout.columns.size() > mostColumns)
+        fail(source, rows.front().number,
+             Texts::tr("a row has %1 fields: a position and an intensity a line were expected")
+                 .arg(layout.columns.size()));
+
+    TableSample table = readSample(layout, sample, source);
+    table.rows = std::move(rows);
+    assignRoles(layout, table, source, options);
+    if (hasDoubtfulComma(layout, table.rows)) {
+        layout.notes.append(
+            Texts::tr("Commas were taken to separate positions and heights, so that %1 is a peak at %2; if they "
+                      "are decimal commas, a header line \"ppm\" tells so.")
+                .arg(excerpt(table.rows.front().text), QString::number(table.values.front().front(), 'g', 10)));
+    }
+    noteIgnored(layout);
+    // Without its position a row is none.
+    layout.lastIsOptional &= !layout.columns.back().isPositional();
+    findRows(layout, sample, table.namingLine(), table.rows.size() < fewestPoints, source);
+    noteNotation(layout, table.rows);
+    return std::move(layout);
+}
+
+} // namespace Workbench

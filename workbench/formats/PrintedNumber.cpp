@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "formats/PrintedNumber.h"
+
+#include "data/NumberText.h"
+#include "data/ReaderText.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <cmath>
+
+namespace Workbench::PrintedNumber {
+
+using ReaderText::trimmed;
+
+namespace {
+
+constexpr std::string_view plusMinus = "\xC2\xB1";
+
+/// With a point for the comma, and the minus signs of print as they are on a keyboard.
+std::string asTyped(std::string_view number, bool decimalComma)
+{
+    std::string text(number);
+    if (decimalComma)
+        std::replace(text.begin(), text.end(), ',', '.');
+    for (std::string_view minus : {"\xE2\x88\x92", "\xE2\x80\x93"}) {
+        for (size_t at = text.find(minus); at != std::string::npos; at = text.find(minus, at))
+            text.replace(at, minus.size(), 1, '-');
+    }
+    return text;
+}
+
+/// Of the dash between two numbers that both have decimals, so that 3-4 stays a name.
+size_t rangeDash(std::string_view text)
+{
+    const size_t dash = text.find('-', 1);
+    if (dash == std::string_view::npos || text.find_first_not_of("0123456789.- ") != std::string_view::npos
+        || text.substr(0, dash).find('.') == std::string_view::npos || text.find('.', dash) == std::string_view::npos)
+        return std::string_view::npos;
+    return dash;
+}
+
+} // namespace
+
+bool isPlusMinus(std::string_view field)
+{
+    return field == plusMinus || field == "+/-" || field == "+-";
+}
+
+bool hasPlusMinus(std::string_view text)
+{
+    return text.find(plusMinus) != std::string_view::npos;
+}
+
+std::string_view withoutError(std::string_view field)
+{
+    for (std::string_view sign : {plusMinus, std::string_view("+/-")}) {
+        // With more than the error behind it the sign stands within a whole row.
+        if (const size_t at = field.find(sign); at != std::string_view::npos && at > 0
+            && trimmed(field.substr(at + sign.size())).find_first_of(" \t") == std::string_view::npos)
+            return trimmed(field.substr(0, at));
+    }
+    const size_t bracket = field.find('(');
+    const bool isError = bracket != std::string_view::npos && bracket > 0 && field.back() == ')'
+        && field.find_first_not_of("0123456789.", bracket + 1) == field.size() - 1 && field.size() > bracket + 2;
+    return isError ? field.substr(0, bracket) : field;
+}
+
+bool isRange(std::string_view field, bool decimalComma)
+{
+    return rangeDash(asTyped(withoutError(field), decimalComma)) != std::string::npos;
+}
+
+double rangeMiddle(double from, double to)
+{
+    // Multiplets are narrow.
+    const bool isNegative = from < 0 && to > 0 && std::abs(from + to) < -0.1 * from;
+    return 0.5 * (from + (isNegative ? -to : to));
+}
+
+std::optional<double> parse(std::string_view field, bool decimalComma)
+{
+    if (const auto plain = NumberText::parse<double>(field))
+        return plain;
+    std::string text = asTyped(withoutError(field), decimalComma);
+    if (text.size() > 1 && text.ends_with('%'))
+        text.pop_back();
+    if (const size_t dash = rangeDash(text); dash != std::string::npos) {
+        const auto from = NumberText::parse<double>(trimmed(std::string_view(text).substr(0, dash)));
+        const auto to = NumberText::parse<double>(trimmed(std::string_view(text).substr(dash + 1)));
+        return from && to ? std::optional(rangeMiddle(*from, *to)) : std::nullopt;
+    }
+    // Fortran's.
+    const size_t exponent = text.find_first_of("dD");
+    if (exponent != std::string::npos && exponent > 0)
+        text[exponent] = 'e';
+    return text == field ? std::nullopt : NumberText::parse<double>(text);
+}
+
+std::optional<Grouped> grouped(std::string_view field, bool decimalComma)
+{
+    const auto isDigit = [&](size_t i) { return i < field.size() && field[i] >= '0' && field[i] <= '9'; };
+    Grouped result;
+    size_t at = 0;
+    if (field.starts_with('-') || field.starts_with('+'))
+        result.digits += field[at++];
+    const size_t first = at;
+    while (isDigit(at))
+        result.digits += field[at++];
+    if (at == first || at - first > 3 || field[first] == '0' || at == field.size())
+        return {};
+    constexpr std::string_view typographic = "\xE2\x80\x99";
+    size_t groups = 0;
+    while (at < field.size()) {
+        const bool isApostrophe = field[at] == '\'' || field.substr(at).starts_with(typographic);
+        const char mark = isApostrophe ? '\'' : field[at];
+        if ((mark != '\'' && mark != ' ' && mark != (decimalComma ? '.' : ',')) || (groups > 0 && mark != result.mark))
+            break;
+        at += field[at] == typographic.front() ? typographic.size() : 1;
+        // A blank that does not break has become several.
+        while (mark == ' ' && at < field.size() && field[at] == ' ')
+            ++at;
+        if (!isDigit(at) || !isDigit(at + 1) || !isDigit(at + 2) || isDigit(at + 3))
+            return {};
+        result.digits += field.substr(at, 3);
+        result.mark = mark;
+        at += 3;
+        ++groups;
+    }
+    if (groups == 0)
+        return {};
+    const bool hasDecimals = at < field.size();
+    if (hasDecimals) {
+        if (field[at++] != (decimalComma ? ',' : '.'))
+            return {};
+        result.digits += '.';
+        while (isDigit(at))
+            result.digits += field[at++];
+        if (at != field.size())
+            return {};
+    }
+    result.isCertain = groups > 1 || hasDecimals || result.mark == '\'' || result.mark == ' ';
+    return result;
+}
+
+bool isNoNumber(std::string_view field)
+{
+    const QString text = ReaderText::decoded(field).toLower();
+    return text == u"nan" || text == u"inf" || text == u"-inf" || text == u"-nan";
+}
+
+bool isDamaged(std::string_view field)
+{
+    if (isNoNumber(field))
+        return true;
+    static const QRegularExpression nucleus(QStringLiteral("^\\d{1,3}[A-Za-z]{1,2}\\b"));
+    return !field.empty() && std::string_view("0123456789.+-").find(field.front()) != std::string_view::npos
+        && field.find_first_of("0123456789") != std::string_view::npos
+        && !nucleus.match(ReaderText::decoded(field)).hasMatch();
+}
+
+bool isCut(std::string_view field)
+{
+    static const QRegularExpression atom(QStringLiteral("^\\d{1,3}['\"′″*]{1,2}$"));
+    return isDamaged(field) && field.find("..") == std::string_view::npos
+        && !atom.match(ReaderText::decoded(field)).hasMatch();
+}
+
+} // namespace Workbench::PrintedNumber
