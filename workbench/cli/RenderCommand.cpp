@@ -4,6 +4,7 @@
 #include "cli/OutputOptions.h"
 #include "cli/SimulateOptions.h"
 #include "cli/Simulation.h"
+#include "host/HostApplication.h"
 #include "host/MainScene.h"
 #include "data/Error.h"
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ranking/ShiftRanking.h"
 
+#include "data/Error.h"
 #include "data/Nuclides.h"
 #include "formats/ExperimentFile.h"
 
