@@ -312,7 +312,12 @@ std::optional<PowderFit> fitPowder(const PowderSites &sites, const PowderSetting
     choice.lorentzian = settings.shape.lorentzian > 0;
     choice.gaussian = settings.shape.gaussian > 0;
     choice.scale = withScale;
-    auto fit = Powder::fitSpectrum(sites.plain(), sites.conditions, settings.shape, points, choice, 50, progress);
+    // Wherever a site's centre of gravity meets the measured points: the reference may be anybody's guess.
+    const auto [low, high] = std::minmax_element(points.ppm.begin(), points.ppm.end());
+    double reach = 0;
+    for (const PowderSite &site : sites.sites)
+        reach = std::max({reach, *high - site.values.centre, site.values.centre - *low});
+    auto fit = Powder::fitSpectrum(sites.plain(), sites.conditions, settings.shape, points, choice, reach, progress);
     if (!fit)
         return std::nullopt;
     PowderFit result{std::move(*fit), settings};

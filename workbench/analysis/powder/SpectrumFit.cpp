@@ -45,18 +45,19 @@ void check(const Measured &measured, size_t parameters)
 class Model {
 public:
     Model(std::span<const Site> sites, const Conditions &conditions, const LineShape &shape, const Measured &measured,
-          const FitChoice &choice, double reach, const Progress &progress)
+          const FitChoice &choice, double move, double reach, const Progress &progress, int &calls)
         : m_sites(sites),
           m_conditions(conditions),
           m_measured(measured),
           m_choice(choice),
           m_progress(progress),
+          m_calls(calls),
           m_start(shape)
     {
         const auto [low, high] = std::minmax_element(measured.ppm.begin(), measured.ppm.end());
-        // The curve is computed once for a width and a factor, on an axis that is long enough for all shifts.
-        m_axis.first = *low - 1.5 * reach;
-        m_axis.last = *high + 1.5 * reach;
+        // The curve is computed once for a width and a factor, on an axis that is long enough for all moves about one.
+        m_axis.first = *low - move - 1.5 * reach;
+        m_axis.last = *high - move + 1.5 * reach;
         const double width = fullWidth(shape) / conditions.larmor;
         const double step = std::min((*high - *low) / double(measured.ppm.size()), width / 4);
         m_axis.points = size_t(std::clamp((m_axis.last - m_axis.first) / step, 512.0, 65536.0));
@@ -126,14 +127,12 @@ public:
         return result;
     }
 
-    /// The curve that the search for the reference moves about: wide lines, so that near counts.
-    Values blurred()
+    /// The curve that the search for a start moves about.
+    Values rough()
     {
-        LineShape wide = m_start;
-        wide.gaussian = std::max(4 * fullWidth(m_start), 4 * m_axis.step() * m_conditions.larmor);
         Accuracy accuracy;
         accuracy.tolerance = 0.02;
-        return compute(wide, 1, accuracy).sum;
+        return compute(m_start, 1, accuracy).sum;
     }
 
 private:
@@ -161,10 +160,10 @@ private:
     const Measured &m_measured;
     FitChoice m_choice;
     const Progress &m_progress;
+    int &m_calls; ///< of all models of a fit
     LineShape m_start;
     Axis m_axis;
     Accuracy m_accuracy;
-    int m_calls = 0;
     Values m_curve; ///< of the last call
     LineShape m_width;
     double m_factor = 1;
@@ -260,7 +259,7 @@ struct Minimum {
     bool converged = false;
 };
 
-/// The method of Levenberg and Marquardt, from a start that need not be near.
+/// The method of Levenberg and Marquardt, from a start that is near.
 Minimum minimise(Model &model, const Values &measured, const Values &start, const Values &differences)
 {
     returnGslErrors();
@@ -290,35 +289,51 @@ Minimum minimise(Model &model, const Values &measured, const Values &start, cons
     return result;
 }
 
+/// How a fit begins.
+struct Start {
+    LineShape shape;
+    double reference = 0;
+    double explained = -1; ///< of the measured squares
+};
+
 /// The move of the calculated curve that explains most of the measured one.
-double bestShift(Model &model, const Values &measured, double width, double reach)
+Start bestMove(Model &model, const Values &measured, const LineShape &shape, double width, double reach)
 {
-    const Values curve = model.blurred();
-    const int count = int(std::clamp(std::ceil(reach / width), 1.0, 2000.0));
-    double best = 0, most = -1;
+    const Values curve = model.rough();
+    const int count = int(std::clamp(std::ceil(2 * reach / width), 1.0, 2000.0));
+    Start best;
     for (int i = -count; i <= count; ++i) {
         const double move = reach * i / count;
         const Values values = model.at(curve, move);
         const double norm = dot(values, values), product = dot(values, measured);
         const double explained = norm > 0 && product > 0 ? product * product / norm : 0;
-        if (explained > most) {
-            most = explained;
-            best = move;
-        }
+        if (explained > best.explained)
+            best = {shape, move, explained};
     }
     return best;
 }
 
+/// Factors on the widths: from lines as narrow as the measured points can show to a quarter of their range. Far from
+/// the measured width the least squares have minima of their own.
+Values trialFactors(const Measured &measured, double width)
+{
+    const auto [low, high] = std::minmax_element(measured.ppm.begin(), measured.ppm.end());
+    const double range = *high - *low;
+    Values factors{1};
+    for (double trial = 2 * range / double(measured.ppm.size()); trial <= range / 4; trial *= 4)
+        factors.push_back(trial / width);
+    return factors;
+}
+
 SpectrumFit fit(Model &model, const Values &measured, const FitChoice &choice, const Conditions &conditions,
-                const LineShape &shape, double reach)
+                const Start &start)
 {
     const size_t count =
         size_t(choice.reference) + size_t(choice.lorentzian) + size_t(choice.gaussian) + size_t(choice.scale);
     Values x(count, 0.0), differences(count, 0.02), errors;
-    const double width = fullWidth(shape) / conditions.larmor;
     if (choice.reference) {
-        x[0] = bestShift(model, measured, width, reach);
-        differences[0] = 0.02 * width;
+        x[0] = start.reference;
+        differences[0] = 0.02 * fullWidth(start.shape) / conditions.larmor;
     }
     if (choice.scale)
         differences[count - 1] = 2e-3;
@@ -380,17 +395,41 @@ std::optional<SpectrumFit> fitSpectrum(std::span<const Site> sites, const Condit
     for (const Site &site : sites)
         check(site, conditions);
     // A width that is to move starts above zero.
-    LineShape start = shape;
+    LineShape given = shape;
     const double least = 1e-3 * conditions.larmor;
     if (choice.lorentzian)
-        start.lorentzian = std::max(start.lorentzian, least);
-    if (choice.gaussian && start.gaussian < least)
-        start.gaussian = std::max(0.5 * start.lorentzian, least);
-    if (!(fullWidth(start) > 0))
-        start.gaussian = least;
+        given.lorentzian = std::max(given.lorentzian, least);
+    if (choice.gaussian && given.gaussian < least)
+        given.gaussian = std::max(0.5 * given.lorentzian, least);
+    if (!(fullWidth(given) > 0))
+        given.gaussian = least;
+    int calls = 0;
+    reach = choice.reference ? reach : 0;
+    const auto modelOf = [&](const LineShape &lines, double move, double range) {
+        return Model(sites, conditions, lines, measured, choice, move, range, progress, calls);
+    };
     try {
-        Model model(sites, conditions, start, measured, choice, choice.reference ? reach : 0, progress);
-        return fit(model, measured.intensity, choice, conditions, start, reach);
+        Start start{given};
+        const double width = fullWidth(given) / conditions.larmor;
+        if (choice.lorentzian || choice.gaussian) {
+            for (double factor : trialFactors(measured, width)) {
+                const LineShape trial{given.lorentzian * (choice.lorentzian ? factor : 1),
+                                      given.gaussian * (choice.gaussian ? factor : 1)};
+                Model model = modelOf(trial, 0, reach);
+                const Start found =
+                    bestMove(model, measured.intensity, trial, fullWidth(trial) / conditions.larmor, reach);
+                if (found.explained > start.explained)
+                    start = found;
+            }
+        } else if (choice.reference) {
+            // Lines that are wide enough for a step of the search not to miss them.
+            Model model = modelOf({given.lorentzian, std::max(given.gaussian, 4 * fullWidth(given))}, 0, reach);
+            start = bestMove(model, measured.intensity, given, width, reach);
+        }
+        // The end is not farther from the start than some widths.
+        const double near = std::min(reach, 20 * fullWidth(start.shape) / conditions.larmor);
+        Model model = modelOf(start.shape, start.reference, near);
+        return fit(model, measured.intensity, choice, conditions, start);
     } catch (const Stopped &) {
         return std::nullopt;
     }

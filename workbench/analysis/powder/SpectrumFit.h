@@ -37,8 +37,9 @@ struct SpectrumFit {
 };
 
 /// Least squares over all points, each of the same weight, by the method of Levenberg and Marquardt. The reference is
-/// first looked for within `reach` ppm. Standard errors count every point as independent. Throws std::invalid_argument
-/// with what is wrong about the input; nothing when the progress function asked to stop.
+/// first looked for within `reach` ppm, and widths that may move among all that the points can show. Standard errors
+/// count every point as independent. Throws std::invalid_argument with what is wrong about the input; nothing when the
+/// progress function asked to stop.
 std::optional<SpectrumFit> fitSpectrum(std::span<const Site> sites, const Conditions &conditions,
                                        const LineShape &shape, const Measured &measured, const FitChoice &choice,
                                        double reach = 50, const Progress &progress = {});
