@@ -536,8 +536,10 @@ private Q_SLOTS:
         }
         // Wide lines on a short axis are what they are, without images of the circle on which they are added.
         const Site line{diagonal(20, 20, 20), std::nullopt, 1};
-        for (double width : {30.0, 50.0, 4000.0, 30000.0}) {
-            const auto wide = spectrum({&line, 1}, now, {width, 0}, {100, -40, 500});
+        for (const auto &[width, first, last] :
+             {std::tuple(30.0, 100.0, -40.0), std::tuple(50.0, 100.0, -40.0), std::tuple(4000.0, 100.0, -40.0),
+              std::tuple(30000.0, 100.0, -40.0), std::tuple(1000.0, 23.0, 22.0), std::tuple(81.0, -4.0, -8.0)}) {
+            const auto wide = spectrum({&line, 1}, now, {width, 0}, {first, last, 500});
             for (size_t i = 0; i < wide->sum.size(); ++i) {
                 const double x = wide->axis.at(i) - 20, w = width / 81;
                 const double expected = 0.5 * std::numbers::inv_pi * w / (x * x + 0.25 * w * w);
@@ -621,18 +623,21 @@ private Q_SLOTS:
             start.shift[i] += 7.5;
         for (double &element : *start.coupling)
             element *= 1.02;
-        const auto found = fitSpectrum({&start, 1}, now, {60, 0}, measured, {true, true, false, true}, 30);
-        QVERIFY(found && found->converged);
         const auto agrees = [](const FittedValue &fitted, double value, double limit) {
             return std::abs(fitted.value - value) < 4 * fitted.error + 1e-3 * std::abs(value) && fitted.error > 0
                 && fitted.error < limit;
         };
-        QVERIFY(agrees(found->reference, -7.5, 0.05));
-        QVERIFY(agrees(found->lorentzian, 120, 3));
-        QVERIFY(agrees(found->scale, 1 / 1.02, 1e-3));
-        QVERIFY(std::abs(found->intensity - 1000) < 5);
-        QCOMPARE(found->gaussian.value, 0.0);
-        QCOMPARE(found->curve.size(), measured.ppm.size());
+        // Also from lines that no point would show, and from wide ones.
+        for (double width : {0.0, 0.5, 60.0, 9000.0}) {
+            const auto found = fitSpectrum({&start, 1}, now, {width, 0}, measured, {true, true, false, true}, 30);
+            QVERIFY(found && found->converged);
+            QVERIFY(agrees(found->reference, -7.5, 0.05));
+            QVERIFY(agrees(found->lorentzian, 120, 3));
+            QVERIFY(agrees(found->scale, 1 / 1.02, 1e-3));
+            QVERIFY(std::abs(found->intensity - 1000) < 5);
+            QCOMPARE(found->gaussian.value, 0.0);
+            QCOMPARE(found->curve.size(), measured.ppm.size());
+        }
 
         Measured few = measured;
         few.ppm.resize(4);

@@ -29,6 +29,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <numeric>
+
 namespace Workbench {
 
 namespace {
@@ -232,6 +234,17 @@ Powder::Progress progressOf(ProgressLine &line, const QString &what)
     };
 }
 
+void noteEmptyRange(const Powder::Spectrum &spectrum)
+{
+    const Powder::Axis &axis = spectrum.axis;
+    const double area = std::abs(axis.step()) * std::accumulate(spectrum.sum.begin(), spectrum.sum.end(), 0.0);
+    if (area < 1e-3) {
+        printNotes({QStringLiteral("less than a thousandth of a nucleus lies between %1 and %2 ppm")
+                        .arg(axis.first)
+                        .arg(axis.last)});
+    }
+}
+
 void runPowder(const PowderJob &job, const OutputOptions &outputs, HostApplication &host, MessageLog &log)
 {
     Simulation simulation(host, log);
@@ -268,6 +281,7 @@ void runPowder(const PowderJob &job, const OutputOptions &outputs, HostApplicati
     } else if (!outputs.isEmpty()) {
         result.spectrum = powderSpectrum(sites, settings, progressOf(line, QStringLiteral("powder average")));
         line.clear();
+        noteEmptyRange(*result.spectrum);
         if (!result.spectrum->converged)
             printNotes({QStringLiteral("%1 orientations were not enough for the curve to converge")
                             .arg(Powder::mostDirections)});

@@ -27,10 +27,12 @@ Broadening::Broadening(double first, double step, size_t points, const LineShape
     const double g = std::numbers::pi * shape.gaussian / step;
     const double decay = std::numbers::pi * shape.lorentzian / step + g * g / (4 * std::numbers::ln2);
     m_cell = std::clamp(4 - decay, 0.0, 1.0) * double(m_ratio);
-    // Intensity outside the axis reaches into it with its wings alone, from farther away than its length not even so.
+    // Intensity outside the axis reaches into it with its wings alone; fifty widths away they are 1e-4 of the line.
+    constexpr double widthsAround = 50, mostAround = 2e6;
     const double length = step * double(points);
+    const double around = std::max(length, std::min(widthsAround * width, mostAround * m_fine));
     constexpr ptrdiff_t margin = 8;
-    const auto place = [&](double hertz) { return std::clamp(hertz - first, -length, 2 * length) / m_fine; };
+    const auto place = [&](double hertz) { return std::clamp(hertz - first, -around, length + around) / m_fine; };
     m_offset = margin - ptrdiff_t(std::floor(place(low)));
     m_count = size_t(ptrdiff_t(std::ceil(place(high))) + margin + m_offset + 1);
     m_start = first - double(m_offset) * m_fine;
@@ -40,7 +42,9 @@ Broadening::Broadening(double first, double step, size_t points, const LineShape
         double(std::max({std::abs(last), std::abs(m_offset), std::abs(last - end), std::abs(m_offset - end)})
                + ptrdiff_t(m_ratio));
     const double blur = std::min(2.5 * std::max(shape.gaussian / m_fine, 4.0), 3 * double(m_count + points * m_ratio));
-    m_table = TwiddleTable::shared(transformSize(size_t(std::max(1.15 * reach, reach + blur)) + 64));
+    // Where wings are all that a short axis shows, no image of a line may lie nearer than the line.
+    const double room = around > length ? 2 * reach : 1.15 * reach;
+    m_table = TwiddleTable::shared(transformSize(size_t(std::max(room, reach + blur)) + 64));
     makeKernel(shape);
     makeImages(shape.lorentzian / m_fine);
 }
