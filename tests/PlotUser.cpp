@@ -39,7 +39,9 @@ void PlotUser::click(const QPointF &at, Qt::KeyboardModifiers modifiers, Qt::Mou
 {
     m_window.view()->ensureVisible(QRectF(m_item->mapToScene(m_item->contentRect().topLeft() + at), QSizeF(1, 1)));
     QTest::mouseClick(m_window.windowHandle(), button, modifiers, inWindow(at));
-    QTest::qWait(QApplication::doubleClickInterval() + 20); // the next click makes no double click of it
+    // The next click shall make no double click of it, and nobody wait for that.
+    QApplication::setDoubleClickInterval(5);
+    QTest::qWait(10);
 }
 
 void PlotUser::move(const QPointF &to, Qt::MouseButtons held, Qt::KeyboardModifiers modifiers) const

@@ -77,7 +77,9 @@ public:
     void click(const QPointF &pixel, Qt::KeyboardModifiers modifiers = {})
     {
         QTest::mouseClick(m_view.viewport(), Qt::LeftButton, modifiers, at(pixel));
-        QTest::qWait(QApplication::doubleClickInterval() + 20); // the next click makes no double click of it
+        // The next click shall make no double click of it, and nobody wait for that.
+        QApplication::setDoubleClickInterval(5);
+        QTest::qWait(10);
     }
     void drag(const QPointF &from, const QPointF &to, Qt::KeyboardModifiers modifiers = {})
     {
