@@ -159,7 +159,7 @@ private Q_SLOTS:
         constexpr size_t fine = 64;
         const double rate = 2500, turn = 2 * std::numbers::pi;
         for (size_t steps : {24, 32, 40, 48, 64, 80, 160}) {
-            std::vector<double> x, y, z, work(4 * laneCount * steps), weights(laneCount * steps);
+            std::vector<double> x, y, z, work(4 * (laneCount * steps + arrayGap)), weights(laneCount * steps);
             for (int l = 0; l < laneCount; ++l) {
                 const Vector3d axis = Vector3d(random(-1, 1), random(-1, 1), random(-0.5, 1)).normalized();
                 x.push_back(axis.x());

@@ -192,11 +192,12 @@ void Broadening::apply(const FrequencyGrid &grid, std::vector<double> &curve, co
     constexpr size_t mostKept = size_t(1) << 19; // 4 MB
     static thread_local std::vector<double> kept;
     std::vector<double> own;
-    std::vector<double> &room = 4 * size <= mostKept ? kept : own;
-    if (room.size() < 4 * size)
-        room.resize(4 * size);
-    double *re = room.data(), *im = re + size, *work = im + size;
-    std::fill(re, work, 0.0);
+    const size_t length = size + arrayGap;
+    std::vector<double> &room = 4 * length <= mostKept ? kept : own;
+    if (room.size() < 4 * length)
+        room.resize(4 * length);
+    double *re = room.data(), *im = re + length, *otherRe = im + length, *otherIm = otherRe + length;
+    std::fill(re, otherRe, 0.0);
     const size_t count = grid.values().size();
     for (size_t first = 0; first < count; first += size) {
         const size_t here = std::min(size, count - first);
@@ -210,16 +211,16 @@ void Broadening::apply(const FrequencyGrid &grid, std::vector<double> &curve, co
             im[i] += others[i] - values[i];
     }
     const Twiddles twiddles = m_table->twiddles();
-    const bool isMoved = kernels().transform(&twiddles, 1, re, im, work);
-    const double *fromRe = isMoved ? work : re, *fromIm = isMoved ? work + size : im;
+    const bool isMoved = kernels().transform(&twiddles, 1, re, im, otherRe, otherIm);
+    const double *fromRe = isMoved ? otherRe : re, *fromIm = isMoved ? otherIm : im;
     for (size_t i = 0; i < size; ++i) {
         re[i] = fromRe[i] * m_kernel[i];
         im[i] = fromIm[i] * m_kernel[i];
     }
     // The inverse: real and imaginary parts changed places.
-    if (kernels().transform(&twiddles, 1, im, re, work)) {
-        im = work;
-        re = work + size;
+    if (kernels().transform(&twiddles, 1, im, re, otherIm, otherRe)) {
+        re = otherRe;
+        im = otherIm;
     }
     curve = sampled(re, m_spacing > 0 ? imagesAt(grid) : std::vector<double>(m_points));
     // Of the same area and all but the same place, both have the same images.

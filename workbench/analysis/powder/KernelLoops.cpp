@@ -190,6 +190,61 @@ POWDER_APART void stage4(const Twiddles &t, size_t n, size_t stride, const doubl
     }
 }
 
+/// The same of radix 8, which passes over the numbers less often.
+template <size_t Block>
+POWDER_APART void stage8(const Twiddles &t, size_t n, size_t stride, const double *__restrict xr,
+                         const double *__restrict xi, double *__restrict yr, double *__restrict yi)
+{
+    constexpr double root = 0.7071067811865476;
+    const size_t eighth = n / 8, step = t.size / n, far = stride * eighth;
+    for (size_t p = 0; p < eighth; ++p) {
+        double c[8], s[8];
+        for (size_t k = 1; k < 8; ++k) {
+            c[k] = t.cosines[k * p * step];
+            s[k] = t.sines[k * p * step];
+        }
+        for (size_t start = 0; start < stride; start += Block) {
+            const double *xR = xr + stride * p + start, *xI = xi + stride * p + start;
+            double *r = yr + stride * 8 * p + start, *i = yi + stride * 8 * p + start;
+            for (size_t q = 0; q < Block; ++q) {
+                // Sums and differences of points that lie half of them apart; of these, those a quarter apart.
+                const double sum0R = xR[q] + xR[q + 4 * far], sum0I = xI[q] + xI[q + 4 * far];
+                const double off0R = xR[q] - xR[q + 4 * far], off0I = xI[q] - xI[q + 4 * far];
+                const double sum1R = xR[q + far] + xR[q + 5 * far], sum1I = xI[q + far] + xI[q + 5 * far];
+                const double off1R = xR[q + far] - xR[q + 5 * far], off1I = xI[q + far] - xI[q + 5 * far];
+                const double sum2R = xR[q + 2 * far] + xR[q + 6 * far], sum2I = xI[q + 2 * far] + xI[q + 6 * far];
+                const double off2R = xR[q + 2 * far] - xR[q + 6 * far], off2I = xI[q + 2 * far] - xI[q + 6 * far];
+                const double sum3R = xR[q + 3 * far] + xR[q + 7 * far], sum3I = xI[q + 3 * far] + xI[q + 7 * far];
+                const double off3R = xR[q + 3 * far] - xR[q + 7 * far], off3I = xI[q + 3 * far] - xI[q + 7 * far];
+
+                const double evenR = sum0R + sum2R, evenI = sum0I + sum2I, oddR = sum1R + sum3R, oddI = sum1I + sum3I;
+                const auto write = [&](size_t k, double re, double im) {
+                    r[q + k * stride] = re * c[k] + im * s[k];
+                    i[q + k * stride] = im * c[k] - re * s[k];
+                };
+                r[q] = evenR + oddR;
+                i[q] = evenI + oddI;
+                write(4, evenR - oddR, evenI - oddI);
+                const double acrossR = sum0R - sum2R, acrossI = sum0I - sum2I;
+                const double turnedR = sum1I - sum3I, turnedI = sum3R - sum1R; // -i (sum1 - sum3)
+                write(2, acrossR + turnedR, acrossI + turnedI);
+                write(6, acrossR - turnedR, acrossI - turnedI);
+
+                const double aR = off0R + off2I, aI = off0I - off2R; // off0 - i off2
+                const double bR = off0R - off2I, bI = off0I + off2R; // off0 + i off2
+                const double uR = off1R + off3I, uI = off1I - off3R;
+                const double vR = off1R - off3I, vI = off1I + off3R;
+                const double dR = root * (uR + uI), dI = root * (uI - uR); // an eighth of a turn
+                const double eR = root * (vI - vR), eI = -root * (vI + vR); // three of them
+                write(1, aR + dR, aI + dI);
+                write(5, aR - dR, aI - dI);
+                write(3, bR + eR, bI + eI);
+                write(7, bR - eR, bI - eI);
+            }
+        }
+    }
+}
+
 POWDER_APART void stage2(const Twiddles &t, size_t n, size_t stride, const double *__restrict xr,
                          const double *__restrict xi, double *__restrict yr, double *__restrict yi)
 {
@@ -296,12 +351,15 @@ inline bool stages(const Twiddles &t, size_t batch, double *r0, double *i0, doub
         swapped = !swapped;
     };
     size_t n = t.size, stride = batch;
-    for (; n % 4 == 0; n /= 4, stride *= 4, exchange()) {
-        if (stride == 1)
-            firstStage4(t, r0, i0, r1, i1);
-        else
-            (stride % 16 == 0 ? stage4<16> : stage4<4>)(t, n, stride, r0, i0, r1, i1);
+    if (stride == 1 && n % 4 == 0) {
+        firstStage4(t, r0, i0, r1, i1);
+        n /= 4, stride *= 4, exchange();
     }
+    // 8 and 2 in two stages would be no faster than 4 and 4.
+    for (; n % 8 == 0 && n % 32 != 16; n /= 8, stride *= 8, exchange())
+        (stride % 16 == 0 ? stage8<16> : stage8<4>)(t, n, stride, r0, i0, r1, i1);
+    for (; n % 4 == 0; n /= 4, stride *= 4, exchange())
+        (stride % 16 == 0 ? stage4<16> : stage4<4>)(t, n, stride, r0, i0, r1, i1);
     if (n % 2 == 0) {
         stage2(t, n, stride, r0, i0, r1, i1);
         n /= 2;
@@ -315,9 +373,9 @@ inline bool stages(const Twiddles &t, size_t batch, double *r0, double *i0, doub
     return swapped;
 }
 
-bool transform(const Twiddles *twiddles, size_t batch, double *re, double *im, double *work)
+bool transform(const Twiddles *twiddles, size_t batch, double *re, double *im, double *otherRe, double *otherIm)
 {
-    return stages(*twiddles, batch, re, im, work, work + twiddles->size * batch);
+    return stages(*twiddles, batch, re, im, otherRe, otherIm);
 }
 
 /// For a in the first octant, q applied to vectors, and so on: coefficients of the rotation's harmonics. The rotor
@@ -405,7 +463,8 @@ void sidebands(const FrequencyForm *form, double rate, const Twiddles *twiddles,
         cosine4[l] = -scale / 4 * s4;
     }
     const size_t steps = twiddles->size, half = steps / 2;
-    double *re = work, *im = work + steps * L;
+    const size_t length = steps * L + arrayGap;
+    double *re = work, *im = work + length;
     for (size_t j = 0; j < half; ++j) {
         const double C1 = twiddles->cosines[j], S1 = twiddles->sines[j];
         const double C2 = twiddles->cosines[2 * j], S2 = twiddles->sines[2 * j];
@@ -421,10 +480,10 @@ void sidebands(const FrequencyForm *form, double rate, const Twiddles *twiddles,
             cosineAndSine(even - odd, r1[l], i1[l]);
         }
     }
-    double *other = work + 2 * steps * L;
-    if (stages(*twiddles, L, re, im, other, other + steps * L)) {
+    double *other = work + 2 * length;
+    if (stages(*twiddles, L, re, im, other, other + length)) {
         re = other;
-        im = other + steps * L;
+        im = other + length;
     }
     const double norm = 1 / (double(steps) * double(steps));
     for (size_t i = 0; i < steps * L; ++i)

@@ -30,6 +30,10 @@ struct Twiddles {
     const double *sines;
 };
 
+/// Between arrays that a transform reads and writes at the same places: what lies a multiple of 4 KB apart gets into
+/// each other's way in the nearest cache.
+constexpr size_t arrayGap = 40;
+
 /// The same loops for one instruction set.
 struct Kernels {
     /// Row `row` of one octant of the lattice of `n` rows: vertices j = 0 ... n - row, in the direction
@@ -51,17 +55,17 @@ struct Kernels {
                          double *bins);
     /// The phase in turns that the periodic part of the frequency accumulates, at `steps` even times of a rotor period,
     /// for rotor axes (x, y, z) with z > -1, laneCount of them; sideband weights from it, which add up to 1.
-    /// weights[lane * steps + (k mod steps)]. The constant of the form does not matter. `work` holds 4 laneCount steps
-    /// doubles.
+    /// weights[lane * steps + (k mod steps)]. The constant of the form does not matter. `work` holds
+    /// 4 (laneCount steps + arrayGap) doubles.
     void (*sidebands)(const FrequencyForm *form, double rate, const Twiddles *twiddles, const double *x,
                       const double *y, const double *z, double *work, double *weights);
     /// Such a distribution of one triangle times the sum of three weights, of each of `count` sidebands, into
     /// bins[b * count + k]. `sum` is room for `count` numbers.
     void (*addWeightedTriangle)(const double *corners, double part, size_t count, const double *w0, const double *w1,
                                 const double *w2, double *sum, double *bins);
-    /// Forward transform of `batch` interleaved sequences. `work` holds twice their size. True: the result is there,
-    /// real parts first; false: in re, im. Both are overwritten.
-    bool (*transform)(const Twiddles *twiddles, size_t batch, double *re, double *im, double *work);
+    /// Forward transform of `batch` interleaved sequences. True: the result is in the other arrays, of the same size;
+    /// false: in re, im. All are overwritten.
+    bool (*transform)(const Twiddles *twiddles, size_t batch, double *re, double *im, double *otherRe, double *otherIm);
 };
 
 namespace baseline {

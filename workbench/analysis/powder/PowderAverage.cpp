@@ -335,7 +335,7 @@ void PowderPattern::addSidebands(FrequencyGrid &grid, size_t rows, const Progres
 
     const auto table = TwiddleTable::shared(steps);
     const Twiddles twiddles = table->twiddles();
-    std::vector<double> work(4 * steps * laneCount);
+    std::vector<double> work(4 * (steps * laneCount + arrayGap));
     struct Row {
         std::vector<double> centres; ///< in bins
         std::vector<double> weights; ///< of the sidebands, vertex by vertex
