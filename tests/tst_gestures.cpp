@@ -417,16 +417,29 @@ private Q_SLOTS:
         PlotStage plot(spectrum(1));
         PlotOptions options;
         options.hertz = true;
+        options.distances = {{{50, 0.5}, {40, 0.5}}};
         plot.item->plot()->setOptions(options);
-        plot.layOut();
-        const QCPAxis *axis = plot.item->plot()->xAxis;
-        QVERIFY(axis->label().contains(u"Hz"));
-        QVector<double> ticks;
-        QVector<QString> labels;
-        axis->ticker()->generate(axis->range(), QLocale::c(), u'f', 0, ticks, nullptr, &labels);
-        QVERIFY(ticks.size() > 2);
-        for (qsizetype i = 0; i < ticks.size(); ++i)
-            QVERIFY(std::abs(labels[i].toDouble() - 100 * ticks[i]) < 0.5); // 100 MHz
+        const ExperimentalSpectrum stronger{{}, {{u"13C"_s, 150, 0, 70, -10, 7}}, std::vector<double>(7, 1.0)};
+        const QUuid second = plot.item->nmrData()->addEntry(toEntryMap(stronger), u"t"_s);
+        const QUuid list = plot.item->nmrData()->addEntry(
+            {{u"Peaks"_s, QVariantMap{{u"PeakList"_s, QVariantList{peak(1, 57)}}}}}, u"p"_s);
+        // Those of the active spectrum; a mere peak list has none.
+        for (const auto &[active, frequency, distance] :
+             {std::tuple(plot.item->nmrData()->activeEntryId(), 100.0, u"10.00 ppm, 1000.0 Hz"_s),
+              std::tuple(second, 150.0, u"10.00 ppm, 1500.0 Hz"_s),
+              std::tuple(list, 100.0, u"10.00 ppm, 1000.0 Hz"_s)}) {
+            plot.item->nmrData()->setActiveEntryId(active);
+            plot.layOut();
+            QCOMPARE(dynamic_cast<StackedTraces *>(plot.content())->marks()->distanceTexts(), QStringList{distance});
+            const QCPAxis *axis = plot.item->plot()->xAxis;
+            QVERIFY(axis->label().contains(u"Hz"));
+            QVector<double> ticks;
+            QVector<QString> labels;
+            axis->ticker()->generate(axis->range(), QLocale::c(), u'f', 0, ticks, nullptr, &labels);
+            QVERIFY(ticks.size() > 2);
+            for (qsizetype i = 0; i < ticks.size(); ++i)
+                QVERIFY(std::abs(labels[i].toDouble() - frequency * ticks[i]) < 0.5);
+        }
     }
 
     /// What the editor says at each step; steps of 10 ppm, so that the next top is far.
