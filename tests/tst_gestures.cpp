@@ -253,7 +253,7 @@ private Q_SLOTS:
     void clickOnAPeakSelectsItsAtoms()
     {
         for (int dimensions : {1, 2}) {
-            PlotStage plot(spectrum(dimensions, {peak(1, 57, 4), peak(2, 28, 7.5)}));
+            PlotStage plot(spectrum(dimensions, {peak(1, 57, 4), peak(2, 28, 7.5), peak(3, 42, 6)}));
             QVariantMap description = molecule();
             const auto shift = [](int number, const QVariantList &atoms) {
                 return QVariantMap{{u"Nums"_s, atoms}, {u"AssignedPeaks"_s, QVariantList{id(number)}}};
@@ -263,18 +263,28 @@ private Q_SLOTS:
                                    {u"Shifts"_s, QVariantList{shift(1, {Oxygen}), shift(2, {Carbon, Nitrogen})}}}});
             MoleculeItem shown(description);
             plot.item->linkObject(&shown);
+            // Another structure, whose spectrum is in the plot, too: its atoms have the same numbers.
+            description.insert(u"NMRAssignments"_s,
+                               QVariantList{QVariantMap{{u"Shifts"_s, QVariantList{shift(3, {Oxygen, Nitrogen})}}}});
+            MoleculeItem other(description);
+            plot.item->linkObject(&other);
             const auto click = [&](int number, Qt::KeyboardModifiers modifiers = {}, const QPointF &beside = {}) {
                 for (const PeakMark &mark : plot.content()->peakMarks())
                     if (mark.peak.id == id(number))
                         plot.stage.click(mark.top + beside, modifiers);
                 return shown.selectedAtoms();
             };
+            QCOMPARE(click(3), QSet<int>());
+            QCOMPARE(other.selectedAtoms(), (QSet<int>{Oxygen, Nitrogen}));
             QCOMPARE(click(1), QSet<int>{Oxygen});
+            QCOMPARE(other.selectedAtoms(), QSet<int>());
             QCOMPARE(click(2, Qt::ControlModifier), (QSet<int>{Oxygen, Carbon, Nitrogen}));
             QCOMPARE(click(1, Qt::ControlModifier), (QSet<int>{Carbon, Nitrogen}));
             QCOMPARE(click(1, {}, {-12, 12}), QSet<int>()); // a little beside
             shown.sendMessage(AtomSelection::toMessage({Nitrogen}));
             QCOMPARE(plot.item->plot()->litPeaks(), QSet<QUuid>{id(2)});
+            other.sendMessage(AtomSelection::toMessage({Nitrogen}));
+            QCOMPARE(plot.item->plot()->litPeaks(), QSet<QUuid>{id(3)});
         }
     }
 

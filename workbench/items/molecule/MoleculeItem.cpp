@@ -181,7 +181,7 @@ void MoleculeItem::setSelectedAtoms(const QSet<int> &atoms)
     update();
 }
 
-void MoleculeItem::receiveMessage(const QVariantMap &message)
+void MoleculeItem::receiveMessage(const QVariantMap &message, const DocumentItem *)
 {
     if (AtomSelection::isMessage(message))
         setSelectedAtoms(AtomSelection::fromMessage(message));

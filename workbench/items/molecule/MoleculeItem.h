@@ -78,7 +78,7 @@ public:
     QVariantMap madeSettings() const override;
     void setViewSettings(const QVariantMap &settings) override;
 
-    void receiveMessage(const QVariantMap &message) override;
+    void receiveMessage(const QVariantMap &message, const DocumentItem *sender) override;
     void paintPicture(QPainter *painter, const QRectF &area) override;
 
 Q_SIGNALS:
