@@ -367,6 +367,13 @@ private Q_SLOTS:
         options.referenceValue = 3;
         plot.item->plot()->setOptions(options);
         QVERIFY(QLineF(integrals(), {1.5, 3}).length() < 0.03);
+        // The spectrum of the one that is set has gone from the plot: the first one that is there is 1.
+        PlotOptions gone = options;
+        gone.integrals.append({id(404), 60, 40});
+        gone.integralReference = 2;
+        plot.item->plot()->setOptions(gone);
+        QVERIFY(QLineF(integrals(), {1, 2}).length() < 0.03 && marks()->integralTexts().size() == 2);
+        plot.item->plot()->setOptions(options);
 
         plot.stage.key(Qt::Key_D);
         QCOMPARE(plot.said(), u"Distances: drag from one place to another; Esc ends"_s);
