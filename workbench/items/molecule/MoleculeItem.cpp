@@ -342,7 +342,7 @@ void MoleculeItem::setPacking(const Packing &packing)
                             .arg(cells[1])
                             .arg(cells[2])
                             .arg(PackedMolecule::mostAtoms));
-    update();
+    updateLines(); // those to contacts begin where the atom is shown now
 }
 
 void MoleculeItem::fillTensorMenu(QMenu *menu)
