@@ -857,7 +857,9 @@ text #0b5799 * %3 0 Do it)"_s;
         for (int value : {5, 5})
             data.setEntryValue(a, u"k"_s, value, u"Value"_s);
         QCOMPARE(said() + data.entry(a)[u"k"_s].toString(), u"about, entry A, All of 3, about, entry A, Value of 35"_s);
-        QVERIFY(data.withdrawEdit() && !data.entry(a).contains(u"k"_s));
+        data.setActiveEntryId(b);
+        QVERIFY(said() == u"active b" && data.withdrawEdit() && !data.entry(a).contains(u"k"_s));
+        QCOMPARE(said(), u"entry A, entry b, entry c, active a"_s); // also which one is active again
         QVERIFY(data.entry({}).isEmpty() && data.entryPeakList({}).isEmpty() && data.spectrum({}).isEmpty());
     }
 
