@@ -96,12 +96,10 @@ SiteTable::Options TableSites::optionsOf(const TableItem &table) const
             takeScale(*spectra.nmrData(), entry, data, options);
     };
     // What comes later counts more: the plot that the user works with, and in it the active spectrum.
-    const NmrItem *current = nullptr;
+    const NmrItem *current = m_scene->currentNmrItem();
     for (const DocumentItem *item : m_scene->documentItems()) {
         const auto *spectra = qobject_cast<const NmrItem *>(item);
-        if (spectra && spectra == m_scene->currentNmrItem())
-            current = spectra;
-        else if (spectra)
+        if (spectra && spectra != current)
             take(*spectra);
     }
     if (current) {
