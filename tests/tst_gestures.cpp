@@ -504,6 +504,13 @@ private Q_SLOTS:
             plot.said(),
             u"Peak at 57.00 ppm removed. Number of peaks: 1 measured, 0 simulated | Number of peaks: 1 measured, 0 simulated"_s);
         QVERIFY(!editor->isActive());
+        // Who edits no longer marks, also afterwards.
+        plot.stage.key(Qt::Key_I);
+        editor->setActive(true);
+        plot.stage.key(Qt::Key_Escape);
+        plot.stage.drag(plot.pixel(60, 3), plot.pixel(40, 3));
+        QVERIFY(plot.item->plot()->options().integrals.isEmpty());
+        compareRanges(plot.ranges(), {40, 60}, 3e-3);
     }
 
     /// The edited spectrum is the active one, and the title bar says which that is.
