@@ -651,6 +651,11 @@ private Q_SLOTS:
             stage.click(place - item->contentRect().topLeft());
             return item->measurements().value(0);
         };
+        // The same atom again takes it back: there is nothing to remove.
+        for (int again = 0; again < 2; ++again)
+            click(item->atomPosition(Oxygen));
+        for (const QAction *action : item->contextMenu()->actions())
+            QVERIFY(action->text() != u"Remove Measurements" || !action->isEnabled());
         QCOMPARE(click(item->atomPosition(Oxygen)), QString());
         QCOMPARE(click(item->atomPosition(Nitrogen)), u"O2\u2013N3  2.328 \u00c5"_s);
         QCOMPARE(click(item->atomPosition(Hydrogen)), u"O2\u2013N3\u2013H4  47.3\u00b0"_s);
