@@ -444,6 +444,15 @@ private Q_SLOTS:
         }
         const NmrStack again = withSiteCurves(with, entry.id, sites, spectrum, origin);
         QVERIFY(names(again) == names(with) && again.activeId == with.activeId);
+        // A site that is still there keeps its curve, and what a user did to it; the active curve stays so.
+        with.activeId = with.entries[3].id;
+        PowderSites fewer = sites;
+        fewer.sites.erase(fewer.sites.begin());
+        Powder::Spectrum others = spectrum;
+        others.sites.erase(others.sites.begin());
+        const NmrStack left = withSiteCurves(with, entry.id, fewer, others, origin);
+        QVERIFY(left.entries.size() == 5 && left.entries[2].id == with.entries[3].id
+                && left.entries[3].id == with.entries[4].id && left.activeId == with.activeId);
         PowderSites one = sites;
         one.sites.resize(1);
         QCOMPARE(names(withSiteCurves(with, entry.id, one, spectrum, origin)), u"before sum behind"_s);

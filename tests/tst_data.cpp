@@ -250,7 +250,7 @@ private Q_SLOTS:
                                  map("Origin", f, "Shifts", QVariantList{shift({0}, {q})})};
         const QVariantMap molecule = map("NMRAssignments", notes, "k", 1);
         const PeakAssignments found = PeakAssignments::fromMolMap(molecule);
-        QCOMPARE(found.entries(), (QSet<QUuid>{e, f}));
+        QVERIFY(found.knows(p) && found.knows(q) && !found.knows(e));
         QCOMPARE(found.atomsOf({p}), (QSet<int>{3, 5, 7}));
         QCOMPARE(found.atomsOf({p, q}), (QSet<int>{0, 3, 5, 7}));
         QCOMPARE(found.peaksOf({0, 3}), (QSet<QUuid>{p, q}));

@@ -255,7 +255,7 @@ private Q_SLOTS:
     void clickOnAPeakSelectsItsAtoms()
     {
         for (int dimensions : {1, 2}) {
-            PlotStage plot(spectrum(dimensions, {peak(1, 57, 4), peak(2, 28, 7.5)}));
+            PlotStage plot(spectrum(dimensions, {peak(1, 57, 4), peak(2, 28, 7.5), peak(3, 42, 6)}));
             QVariantMap description = molecule();
             const auto shift = [](int number, const QVariantList &atoms) {
                 return QVariantMap{{u"Nums"_s, atoms}, {u"AssignedPeaks"_s, QVariantList{id(number)}}};
@@ -265,18 +265,28 @@ private Q_SLOTS:
                                    {u"Shifts"_s, QVariantList{shift(1, {Oxygen}), shift(2, {Carbon, Nitrogen})}}}});
             MoleculeItem shown(description);
             plot.item->linkObject(&shown);
+            // Another structure, whose spectrum is in the plot, too: its atoms have the same numbers.
+            description.insert(u"NMRAssignments"_s,
+                               QVariantList{QVariantMap{{u"Shifts"_s, QVariantList{shift(3, {Oxygen, Nitrogen})}}}});
+            MoleculeItem other(description);
+            plot.item->linkObject(&other);
             const auto click = [&](int number, Qt::KeyboardModifiers modifiers = {}, const QPointF &beside = {}) {
                 for (const PeakMark &mark : plot.content()->peakMarks())
                     if (mark.peak.id == id(number))
                         plot.stage.click(mark.top + beside, modifiers);
                 return shown.selectedAtoms();
             };
+            QCOMPARE(click(3), QSet<int>());
+            QCOMPARE(other.selectedAtoms(), (QSet<int>{Oxygen, Nitrogen}));
             QCOMPARE(click(1), QSet<int>{Oxygen});
+            QCOMPARE(other.selectedAtoms(), QSet<int>());
             QCOMPARE(click(2, Qt::ControlModifier), (QSet<int>{Oxygen, Carbon, Nitrogen}));
             QCOMPARE(click(1, Qt::ControlModifier), (QSet<int>{Carbon, Nitrogen}));
             QCOMPARE(click(1, {}, {-12, 12}), QSet<int>()); // a little beside
             shown.sendMessage(AtomSelection::toMessage({Nitrogen}));
             QCOMPARE(plot.item->plot()->litPeaks(), QSet<QUuid>{id(2)});
+            other.sendMessage(AtomSelection::toMessage({Nitrogen}));
+            QCOMPARE(plot.item->plot()->litPeaks(), QSet<QUuid>{id(3)});
         }
     }
 
@@ -359,6 +369,13 @@ private Q_SLOTS:
         options.referenceValue = 3;
         plot.item->plot()->setOptions(options);
         QVERIFY(QLineF(integrals(), {1.5, 3}).length() < 0.03);
+        // The spectrum of the one that is set has gone from the plot: the first one that is there is 1.
+        PlotOptions gone = options;
+        gone.integrals.append({id(404), 60, 40});
+        gone.integralReference = 2;
+        plot.item->plot()->setOptions(gone);
+        QVERIFY(QLineF(integrals(), {1, 2}).length() < 0.03 && marks()->integralTexts().size() == 2);
+        plot.item->plot()->setOptions(options);
 
         plot.stage.key(Qt::Key_D);
         QCOMPARE(plot.said(), u"Distances: drag from one place to another; Esc ends"_s);
@@ -419,16 +436,29 @@ private Q_SLOTS:
         PlotStage plot(spectrum(1));
         PlotOptions options;
         options.hertz = true;
+        options.distances = {{{50, 0.5}, {40, 0.5}}};
         plot.item->plot()->setOptions(options);
-        plot.layOut();
-        const QCPAxis *axis = plot.item->plot()->xAxis;
-        QVERIFY(axis->label().contains(u"Hz"));
-        QVector<double> ticks;
-        QVector<QString> labels;
-        axis->ticker()->generate(axis->range(), QLocale::c(), u'f', 0, ticks, nullptr, &labels);
-        QVERIFY(ticks.size() > 2);
-        for (qsizetype i = 0; i < ticks.size(); ++i)
-            QVERIFY(std::abs(labels[i].toDouble() - 100 * ticks[i]) < 0.5); // 100 MHz
+        const ExperimentalSpectrum stronger{{}, {{u"13C"_s, 150, 0, 70, -10, 7}}, std::vector<double>(7, 1.0)};
+        const QUuid second = plot.item->nmrData()->addEntry(toEntryMap(stronger), u"t"_s);
+        const QUuid list = plot.item->nmrData()->addEntry(
+            {{u"Peaks"_s, QVariantMap{{u"PeakList"_s, QVariantList{peak(1, 57)}}}}}, u"p"_s);
+        // Those of the active spectrum; a mere peak list has none.
+        for (const auto &[active, frequency, distance] :
+             {std::tuple(plot.item->nmrData()->activeEntryId(), 100.0, u"10.00 ppm, 1000.0 Hz"_s),
+              std::tuple(second, 150.0, u"10.00 ppm, 1500.0 Hz"_s),
+              std::tuple(list, 100.0, u"10.00 ppm, 1000.0 Hz"_s)}) {
+            plot.item->nmrData()->setActiveEntryId(active);
+            plot.layOut();
+            QCOMPARE(dynamic_cast<StackedTraces *>(plot.content())->marks()->distanceTexts(), QStringList{distance});
+            const QCPAxis *axis = plot.item->plot()->xAxis;
+            QVERIFY(axis->label().contains(u"Hz"));
+            QVector<double> ticks;
+            QVector<QString> labels;
+            axis->ticker()->generate(axis->range(), QLocale::c(), u'f', 0, ticks, nullptr, &labels);
+            QVERIFY(ticks.size() > 2);
+            for (qsizetype i = 0; i < ticks.size(); ++i)
+                QVERIFY(std::abs(labels[i].toDouble() - frequency * ticks[i]) < 0.5);
+        }
     }
 
     /// What the editor says at each step; steps of 10 ppm, so that the next top is far.
@@ -476,6 +506,13 @@ private Q_SLOTS:
             plot.said(),
             u"Peak at 57.00 ppm removed. Number of peaks: 1 measured, 0 simulated | Number of peaks: 1 measured, 0 simulated"_s);
         QVERIFY(!editor->isActive());
+        // Who edits no longer marks, also afterwards.
+        plot.stage.key(Qt::Key_I);
+        editor->setActive(true);
+        plot.stage.key(Qt::Key_Escape);
+        plot.stage.drag(plot.pixel(60, 3), plot.pixel(40, 3));
+        QVERIFY(plot.item->plot()->options().integrals.isEmpty());
+        compareRanges(plot.ranges(), {40, 60}, 3e-3);
     }
 
     /// The edited spectrum is the active one, and the title bar says which that is.
@@ -616,6 +653,11 @@ private Q_SLOTS:
             stage.click(place - item->contentRect().topLeft());
             return item->measurements().value(0);
         };
+        // The same atom again takes it back: there is nothing to remove.
+        for (int again = 0; again < 2; ++again)
+            click(item->atomPosition(Oxygen));
+        for (const QAction *action : item->contextMenu()->actions())
+            QVERIFY(action->text() != u"Remove Measurements" || !action->isEnabled());
         QCOMPARE(click(item->atomPosition(Oxygen)), QString());
         QCOMPARE(click(item->atomPosition(Nitrogen)), u"O2\u2013N3  2.328 \u00c5"_s);
         QCOMPARE(click(item->atomPosition(Hydrogen)), u"O2\u2013N3\u2013H4  47.3\u00b0"_s);

@@ -3,6 +3,7 @@
 
 #include "analysis/PowderEntry.h"
 #include "host/DataEngine.h"
+#include "host/TableSites.h"
 #include "window/ExportMenu.h"
 #include "window/PowderCommands.h"
 #include "window/compare/DocumentChoices.h"
@@ -155,6 +156,8 @@ private Q_SLOTS:
 
         // A site's curve leads to the sum; the curves follow it, in one step.
         data()->setActiveEntryId(ids[1]);
+        QCOMPARE(scene().tableSites()->optionsOf(*table()).scaleOf(u"17O"_s).source,
+                 u"of "_s + data()->entryName(ids[0]));
         const QByteArray before = state();
         m_dialogs.expect(u"Edit Powder Spectrum"_s, [](QDialog *dialog) {
             QCOMPARE(part<QSpinBox>(dialog, "points")->value(), 4096);

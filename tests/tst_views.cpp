@@ -310,7 +310,13 @@ O2|C7|-1 0 0|5.2300|17O 13C|0.0286
         QCOMPARE(molecule.viewSettings(), settings);
         QCOMPARE(molecule.measurements(),
                  (QStringList{u"C7–O2  5.230 Å"_s, u"C7–O2–N9  43.7°"_s, u"C7–O2–N9–N9  -91.1°"_s}));
-        QCOMPARE(picture().filter(u"line #8e24aa:1.6:2"_s).size(), 12 + 1 + 3 + 3);
+        const auto lines = [&] { return picture().filter(u"line #8e24aa:1.6:2"_s); };
+        QCOMPARE(lines().size(), 12 + 1 + 3 + 3);
+        // They go along with the atom, as if the document were opened so.
+        choose(molecule.contextMenu(), u"Crystal/Cell Contents"_s);
+        const QStringList moved = lines();
+        molecule.setViewSettings(molecule.viewSettings());
+        QCOMPARE(moved, lines());
         choose(molecule.contextMenu(), u"Remove Measurements"_s);
         choose(molecule.contextMenu(), u"Measure Distances and Angles"_s);
         choose(molecule.contextMenu(), u"Nearest Contacts of the Selected Atom"_s);
@@ -851,7 +857,9 @@ text #0b5799 * %3 0 Do it)"_s;
         for (int value : {5, 5})
             data.setEntryValue(a, u"k"_s, value, u"Value"_s);
         QCOMPARE(said() + data.entry(a)[u"k"_s].toString(), u"about, entry A, All of 3, about, entry A, Value of 35"_s);
-        QVERIFY(data.withdrawEdit() && !data.entry(a).contains(u"k"_s));
+        data.setActiveEntryId(b);
+        QVERIFY(said() == u"active b" && data.withdrawEdit() && !data.entry(a).contains(u"k"_s));
+        QCOMPARE(said(), u"entry A, entry b, entry c, active a"_s); // also which one is active again
         QVERIFY(data.entry({}).isEmpty() && data.entryPeakList({}).isEmpty() && data.spectrum({}).isEmpty());
     }
 

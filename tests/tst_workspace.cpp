@@ -372,6 +372,15 @@ private Q_SLOTS:
         drag(silent, second);
         drag(first, silent);
         QVERIFY(count(second) == 2 && count(silent) == 2);
+        // Its peaks go on selecting their atoms.
+        MoleculeItem *paracetamol = molecule();
+        open(u"acetic-acid.magres"_s);
+        NmrItem *acid = createSpectrum();
+        QVERIFY(acid->linkedItems().contains(molecule()) && !acid->linkedItems().contains(paracetamol));
+        drag(first, acid);
+        QVERIFY(acid->linkedItems().contains(molecule()) && acid->linkedItems().contains(paracetamol));
+        history().undo();
+        QVERIFY(!acid->linkedItems().contains(paracetamol));
     }
 
     void wholeSession()

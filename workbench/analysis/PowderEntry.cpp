@@ -3,6 +3,8 @@
 
 #include "data/Nuclides.h"
 
+#include <QHash>
+
 #include <algorithm>
 #include <cmath>
 
@@ -107,29 +109,36 @@ QVariantMap powderEntry(const PowderSites &sites, const Powder::Spectrum &spectr
 NmrStack withSiteCurves(NmrStack stack, const QUuid &sum, const PowderSites &sites, const Powder::Spectrum &spectrum,
                         const PowderOrigin &origin)
 {
+    QHash<QStringList, QUuid> ids; // of the curves before, by label
     stack.entries.removeIf([&](const SpectrumEntry &entry) {
         const auto made = PowderOrigin::of(entry);
-        return made && made->sum == sum;
+        if (!made || made->sum != sum)
+            return false;
+        ids.insert(made->settings.labels, entry.id);
+        return true;
     });
     const auto isThere = [&](const QUuid &id) {
         return std::any_of(stack.entries.cbegin(), stack.entries.cend(),
                            [&](const SpectrumEntry &entry) { return entry.id == id; });
     };
-    if (!isThere(stack.activeId))
-        stack.activeId = sum;
-    if (!origin.settings.siteCurves || sites.sites.size() < 2 || sites.sites.size() > mostSiteCurves || !isThere(sum))
-        return stack;
+    const bool wanted =
+        origin.settings.siteCurves && sites.sites.size() >= 2 && sites.sites.size() <= mostSiteCurves && isThere(sum);
     qsizetype place = 1
         + std::distance(stack.entries.cbegin(),
                         std::find_if(stack.entries.cbegin(), stack.entries.cend(),
                                      [&](const SpectrumEntry &entry) { return entry.id == sum; }));
-    for (size_t i = 0; i < sites.sites.size(); ++i) {
+    for (size_t i = 0; wanted && i < sites.sites.size(); ++i) {
         PowderOrigin part = origin;
         part.sum = sum;
         part.settings.labels = {sites.sites[i].label};
         const QVariantMap data = entryOf(sites, spectrum.axis, spectrum.sites[i].values, part);
-        stack.entries.insert(place++, {QUuid::createUuid(), sites.sites[i].name, data, Spectrum::fromMap(data)});
+        const QUuid known = ids.take(part.settings.labels);
+        stack.entries.insert(
+            place++,
+            {known.isNull() ? QUuid::createUuid() : known, sites.sites[i].name, data, Spectrum::fromMap(data)});
     }
+    if (!isThere(stack.activeId))
+        stack.activeId = sum;
     return stack;
 }
 

@@ -20,7 +20,8 @@ struct PowderOrigin {
 QVariantMap powderEntry(const PowderSites &sites, const Powder::Spectrum &spectrum, const PowderOrigin &origin);
 
 /// The stack with the sites' curves behind their sum, where the settings ask for them and there are several, but not
-/// too many; those of before go. Each can be told by its origin and remembers how it is made alone.
+/// too many; those of before go. A curve of the same site keeps the id, by which plots know its colour, place and
+/// integrals. Each can be told by its origin and remembers how it is made alone.
 NmrStack withSiteCurves(NmrStack stack, const QUuid &sum, const PowderSites &sites, const Powder::Spectrum &spectrum,
                         const PowderOrigin &origin);
 

@@ -7,18 +7,12 @@ namespace {
 
 const QString notesKey = QStringLiteral("NMRAssignments");
 
-QUuid originOf(const QVariant &note)
-{
-    return note.toMap().value(QStringLiteral("Origin")).toUuid();
-}
-
 } // namespace
 
 PeakAssignments PeakAssignments::fromMolMap(const QVariantMap &molecule)
 {
     PeakAssignments assignments;
     for (const QVariant &note : molecule.value(notesKey).toList()) {
-        assignments.m_entries.insert(originOf(note));
         for (const QVariant &shift : note.toMap().value(QStringLiteral("Shifts")).toList()) {
             const QVariantMap map = shift.toMap();
             const QVariantList atoms = map.value(QStringLiteral("Nums")).toList();

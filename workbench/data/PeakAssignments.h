@@ -16,7 +16,8 @@ public:
     /// What is damaged is left out.
     static PeakAssignments fromMolMap(const QVariantMap &molecule);
 
-    const QSet<QUuid> &entries() const { return m_entries; }
+    /// Whether there are atoms behind the peak.
+    bool knows(const QUuid &peak) const { return m_atoms.contains(peak); }
     /// Of either dimension.
     QSet<int> atomsOf(const QList<QUuid> &peaks) const;
     /// Those of any of the atoms.
@@ -27,7 +28,6 @@ public:
     static QVariantMap withNotes(const QVariant &notes, QVariantMap molecule);
 
 private:
-    QSet<QUuid> m_entries;
     QHash<QUuid, QSet<int>> m_atoms; ///< by peak
     QHash<int, QSet<QUuid>> m_peaks; ///< by atom
 };

@@ -41,9 +41,11 @@ public:
     }
     ~OnPaper()
     {
-        for (DocumentItem *item : m_scene.documentItems())
-            item->setOnPaper(m_layout == MainScene::Layout::Pages);
         m_scene.setLayout(m_layout);
+        if (m_layout != MainScene::Layout::Pages)
+            return; // what changed has laid out all items
+        for (DocumentItem *item : m_scene.documentItems())
+            item->setOnPaper(true); // without the notes
     }
     Q_DISABLE_COPY_MOVE(OnPaper)
 

@@ -14,13 +14,16 @@ namespace Workbench {
 
 namespace {
 
-/// Adds what the spectrum says of the data set's nuclei.
-void takeScale(const SpectrumEntry &entry, const QUuid &dataId, SiteTable::Options &options)
+/// Adds what a spectrum of the stack says of the data set's nuclei.
+void takeScale(const NmrData &stack, const SpectrumEntry &entry, const QUuid &dataId, SiteTable::Options &options)
 {
     if (entry.dataId() != dataId)
         return;
-    const QString source = Texts::tr("of %1").arg(entry.name);
-    if (const auto powder = PowderOrigin::of(entry)) {
+    const auto powder = PowderOrigin::of(entry);
+    // A site's curve is made as its sum is, whose name tells people more.
+    const QString sum = powder ? stack.entryName(powder->sum) : QString();
+    const QString source = Texts::tr("of %1").arg(sum.isEmpty() ? entry.name : sum);
+    if (powder) {
         options.frequency = powder->settings.protonFrequency;
         options.setScale(powder->settings.nucleus, {powder->settings.reference, powder->settings.slope, source});
         return;
@@ -90,20 +93,19 @@ SiteTable::Options TableSites::optionsOf(const TableItem &table) const
     const QUuid data = table.sharedDataIds().value(0);
     const auto take = [&](const NmrItem &spectra) {
         for (const SpectrumEntry &entry : spectra.nmrData()->stack().entries)
-            takeScale(entry, data, options);
+            takeScale(*spectra.nmrData(), entry, data, options);
     };
     // What comes later counts more: the plot that the user works with, and in it the active spectrum.
-    const NmrItem *current = nullptr;
+    const NmrItem *current = m_scene->currentNmrItem();
     for (const DocumentItem *item : m_scene->documentItems()) {
         const auto *spectra = qobject_cast<const NmrItem *>(item);
-        if (spectra && spectra == m_scene->currentNmrItem())
-            current = spectra;
-        else if (spectra)
+        if (spectra && spectra != current)
             take(*spectra);
     }
     if (current) {
         take(*current);
-        takeScale(current->nmrData()->stackEntry(current->nmrData()->activeEntryId()), data, options);
+        const NmrData &stack = *current->nmrData();
+        takeScale(stack, stack.stackEntry(stack.activeEntryId()), data, options);
     }
     return options;
 }

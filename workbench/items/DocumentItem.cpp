@@ -230,15 +230,19 @@ void DocumentItem::linkObject(QObject *object)
 
 void DocumentItem::sendMessage(QVariant message)
 {
-    const QScopedValueRollback sending(m_sending, true);
     const QVariantMap map = message.toMap();
-    for (const QPointer<DocumentItem> &item : QList<QPointer<DocumentItem>>(m_linked)) {
-        if (item && !item->m_sending)
-            item->receiveMessage(map);
-    }
+    for (const QPointer<DocumentItem> &item : QList<QPointer<DocumentItem>>(m_linked))
+        sendMessageTo(item, map);
 }
 
-void DocumentItem::receiveMessage(const QVariantMap &)
+void DocumentItem::sendMessageTo(DocumentItem *item, const QVariantMap &message)
+{
+    const QScopedValueRollback sending(m_sending, true);
+    if (item && !item->m_sending)
+        item->receiveMessage(message, this);
+}
+
+void DocumentItem::receiveMessage(const QVariantMap &, const DocumentItem *)
 {
 }
 

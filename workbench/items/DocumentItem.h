@@ -78,7 +78,8 @@ public:
     /// Hands a message map to every linked item. What they send back meanwhile does not reach this item, so that an
     /// answer to a selection never overwrites the selection.
     Q_INVOKABLE void sendMessage(QVariant message);
-    virtual void receiveMessage(const QVariantMap &message);
+    /// `sender` is null where no item says it but the window.
+    virtual void receiveMessage(const QVariantMap &message, const DocumentItem *sender);
 
     /// How the item is shown, to be kept with a document. Missing or senseless values leave the view as it is.
     virtual QVariantMap viewSettings() const { return {}; }
@@ -119,6 +120,9 @@ protected:
     void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
     void mouseMoveEvent(QGraphicsSceneMouseEvent *event) override;
     void mouseReleaseEvent(QGraphicsSceneMouseEvent *event) override;
+
+    /// What sendMessage() does, for one item alone.
+    void sendMessageTo(DocumentItem *item, const QVariantMap &message);
 
     /// For dialogs; null when nobody looks.
     QWidget *viewWindow() const;

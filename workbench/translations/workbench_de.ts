@@ -4537,8 +4537,8 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
         <translation>Bereich anpassen</translation>
     </message>
     <message>
-        <source>%1 cannot be computed anew: its calculation is no longer in the document</source>
-        <translation>%1 kann nicht neu berechnet werden: die zugehörige Rechnung ist nicht mehr im Dokument</translation>
+        <source>%1 is as it was: it could not be computed anew</source>
+        <translation>%1 ist wie zuvor: eine neue Berechnung war nicht möglich</translation>
     </message>
     <message>
         <source>%1 is computed in the range of its lines</source>

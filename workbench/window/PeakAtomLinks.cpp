@@ -11,12 +11,17 @@ namespace Workbench {
 
 namespace {
 
-/// Whether the molecule says which of its atoms are behind peaks of the spectra.
+/// Whether the molecule says which of its atoms are behind peaks of the spectra. A spectrum's copy in another plot has
+/// the peaks, but not the id that was noted with them.
 bool isNoted(const NmrItem &spectra, const MoleculeItem &molecule)
 {
-    const QSet<QUuid> &entries = molecule.assignments().entries();
-    const QList<QUuid> ids = spectra.nmrData()->entryIds();
-    return std::any_of(ids.cbegin(), ids.cend(), [&](const QUuid &id) { return entries.contains(id); });
+    const PeakAssignments &noted = molecule.assignments();
+    const QList<SpectrumEntry> &entries = spectra.nmrData()->stack().entries;
+    return std::any_of(entries.cbegin(), entries.cend(), [&](const SpectrumEntry &entry) {
+        const QList<SpectrumPeak> &peaks = entry.spectrum.peaks;
+        return std::any_of(peaks.cbegin(), peaks.cend(),
+                           [&](const SpectrumPeak &peak) { return noted.knows(peak.id); });
+    });
 }
 
 } // namespace
@@ -31,8 +36,10 @@ void PeakAtomLinks::watch(DocumentItem *item)
 {
     if (auto *molecule = qobject_cast<MoleculeItem *>(item))
         connect(molecule, &MoleculeItem::assignmentsChanged, this, &PeakAtomLinks::link);
-    else if (auto *spectrum = qobject_cast<NmrItem *>(item))
+    if (auto *spectrum = qobject_cast<NmrItem *>(item)) {
         connect(spectrum->nmrData(), &NmrData::entriesChanged, this, &PeakAtomLinks::link);
+        connect(spectrum->nmrData(), &NmrData::entryChanged, this, &PeakAtomLinks::link);
+    }
     link();
 }
 

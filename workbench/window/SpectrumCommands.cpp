@@ -143,9 +143,9 @@ void SpectrumCommands::fitRange(NmrItem *item, const QUuid &entry)
     m_acceptsAtOnce = false;
     const bool failed = data->withdrawEdit();
     data->setActiveEntryId(activeBefore);
-    Q_EMIT reported((failed ? tr("%1 cannot be computed anew: its calculation is no longer in the document")
-                            : tr("%1 is computed in the range of its lines"))
-                        .arg(data->entryName(entry)));
+    Q_EMIT reported(
+        (failed ? tr("%1 is as it was: it could not be computed anew") : tr("%1 is computed in the range of its lines"))
+            .arg(data->entryName(entry)));
 }
 
 bool SpectrumCommands::isWanted(const NmrItem &item, const QUuid &entry) const

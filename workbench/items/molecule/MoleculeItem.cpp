@@ -181,7 +181,7 @@ void MoleculeItem::setSelectedAtoms(const QSet<int> &atoms)
     update();
 }
 
-void MoleculeItem::receiveMessage(const QVariantMap &message)
+void MoleculeItem::receiveMessage(const QVariantMap &message, const DocumentItem *)
 {
     if (AtomSelection::isMessage(message))
         setSelectedAtoms(AtomSelection::fromMessage(message));
@@ -342,7 +342,7 @@ void MoleculeItem::setPacking(const Packing &packing)
                             .arg(cells[1])
                             .arg(cells[2])
                             .arg(PackedMolecule::mostAtoms));
-    update();
+    updateLines(); // those to contacts begin where the atom is shown now
 }
 
 void MoleculeItem::fillTensorMenu(QMenu *menu)
@@ -434,9 +434,7 @@ void MoleculeItem::setMeasuring(bool measuring)
         return;
     m_measuring = measuring;
     setCursor(measuring ? Qt::CrossCursor : Qt::ArrowCursor);
-    if (!m_measurements.isEmpty() && m_measurements.last().size() < 2)
-        m_measurements.removeLast();
-    m_measurementEnded = true;
+    endMeasurement();
     updateLines();
     Q_EMIT reported(measuring
                         ? tr("Measuring: click two atoms for their distance, a third for an angle, a fourth for a "
@@ -450,15 +448,18 @@ void MoleculeItem::removeMeasurements()
     updateLines();
 }
 
+void MoleculeItem::endMeasurement()
+{
+    if (!m_measurements.isEmpty() && m_measurements.last().size() < 2)
+        m_measurements.removeLast();
+    m_measurementEnded = true;
+}
+
 void MoleculeItem::measure(const std::optional<AtomImage> &picked)
 {
     const bool open = !m_measurements.isEmpty() && m_measurements.last().size() < 4 && !m_measurementEnded;
-    if (!picked) {
-        if (open && m_measurements.last().size() < 2)
-            m_measurements.removeLast();
-        m_measurementEnded = true;
-    } else if (open && m_measurements.last().last() == *picked) {
-        m_measurementEnded = true;
+    if (!picked || (open && m_measurements.last().last() == *picked)) {
+        endMeasurement();
     } else {
         if (!open)
             m_measurements.append(QList<AtomImage>());

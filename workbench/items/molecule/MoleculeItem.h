@@ -78,7 +78,7 @@ public:
     QVariantMap madeSettings() const override;
     void setViewSettings(const QVariantMap &settings) override;
 
-    void receiveMessage(const QVariantMap &message) override;
+    void receiveMessage(const QVariantMap &message, const DocumentItem *sender) override;
     void paintPicture(QPainter *painter, const QRectF &area) override;
 
 Q_SIGNALS:
@@ -113,6 +113,8 @@ private:
     void readTensors();
 
     void measure(const std::optional<AtomImage> &picked);
+    /// The next click starts another; a single atom measures nothing and goes.
+    void endMeasurement();
     QString measurementText(const QList<AtomImage> &atoms) const;
     QString measuredValue(const QList<AtomImage> &atoms) const;
     std::vector<Contact> contacts() const;

@@ -50,16 +50,6 @@ Decimation::PointRange visiblePoints(const SpectrumAxis &axis, const QCPRange &r
             std::clamp(int(std::ceil(point(range.lower))) + 1, 0, axis.size - 1)};
 }
 
-/// The active spectrum; when that is a mere peak list, the first one with points.
-const PlotEntry &mappedEntry(const QList<PlotEntry> &entries)
-{
-    const auto active =
-        std::find_if(entries.cbegin(), entries.cend(), [](const PlotEntry &e) { return e.active && !e.isPeakList(); });
-    if (active != entries.cend())
-        return *active;
-    return *std::find_if(entries.cbegin(), entries.cend(), [](const PlotEntry &e) { return !e.isPeakList(); });
-}
-
 } // namespace
 
 ContourMap::ContourMap(QCustomPlot *plot, const QList<PlotEntry> &entries, const PlotOptions &options)
@@ -74,7 +64,7 @@ ContourMap::ContourMap(QCustomPlot *plot, const QList<PlotEntry> &entries, const
       m_labels(new CrossPeakLabels(plot, m_f2, m_f1))
 {
     layOut(plot);
-    const PlotEntry &shown = mappedEntry(entries);
+    const PlotEntry &shown = *shownEntry(entries);
     PlotStyle::setUpShiftAxis(m_f2, shown.spectrum.axes[0], options.hertz);
     PlotStyle::setUpShiftAxis(m_f1, shown.spectrum.axes[1], options.hertz);
     m_f2->setRangeReversed(true);

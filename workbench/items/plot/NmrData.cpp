@@ -91,7 +91,7 @@ bool NmrData::withdrawEdit()
 {
     const auto announced = std::exchange(m_announced, std::nullopt);
     if (announced)
-        m_stack = announced->second;
+        setStack(announced->second);
     return announced.has_value();
 }
 

@@ -71,6 +71,13 @@ private:
     DocumentItem *m_item;
 };
 
+/// Whether the item counts its atoms as the molecule does: the molecule itself and the tables beside it. The same
+/// numbers mean other atoms in another structure.
+bool isOf(const DocumentItem *item, const MoleculeItem &molecule)
+{
+    return item && (item == &molecule || item->linkedItems().contains(&molecule));
+}
+
 } // namespace
 
 NmrItem::NmrItem(const QUuid &id, Looks looks, QGraphicsItem *parent)
@@ -388,13 +395,15 @@ QList<MoleculeItem *> NmrItem::molecules() const
     return found;
 }
 
-void NmrItem::receiveMessage(const QVariantMap &message)
+void NmrItem::receiveMessage(const QVariantMap &message, const DocumentItem *sender)
 {
     if (!m_plot || !AtomSelection::isMessage(message))
         return;
     QSet<QUuid> peaks;
-    for (const MoleculeItem *molecule : molecules())
-        peaks.unite(molecule->assignments().peaksOf(AtomSelection::fromMessage(message)));
+    for (const MoleculeItem *molecule : molecules()) {
+        if (isOf(sender, *molecule))
+            peaks.unite(molecule->assignments().peaksOf(AtomSelection::fromMessage(message)));
+    }
     m_plot->setLitPeaks(peaks);
 }
 
@@ -411,13 +420,23 @@ void NmrItem::selectPeaks(const QList<QUuid> &peaks, bool toggle)
     if (lit == m_plot->litPeaks())
         return;
     m_plot->setLitPeaks(lit);
-    QSet<int> atoms;
-    for (const MoleculeItem *molecule : molecules())
-        atoms.unite(molecule->assignments().atomsOf(lit.values()));
+    qsizetype count = 0;
+    QList<std::pair<QPointer<DocumentItem>, QSet<int>>> selections;
+    for (DocumentItem *item : linkedItems())
+        selections.emplaceBack(item, QSet<int>());
+    for (const MoleculeItem *molecule : molecules()) {
+        const QSet<int> atoms = molecule->assignments().atomsOf(lit.values());
+        count += atoms.size();
+        for (auto &[item, selected] : selections) {
+            if (isOf(item, *molecule))
+                selected.unite(atoms);
+        }
+    }
     if (!lit.isEmpty())
-        Q_EMIT reported(atoms.isEmpty() ? tr("No atoms are assigned to this peak")
-                                        : tr("%n atom(s) selected", nullptr, int(atoms.size())));
-    sendMessage(AtomSelection::toMessage(atoms));
+        Q_EMIT reported(count == 0 ? tr("No atoms are assigned to this peak")
+                                   : tr("%n atom(s) selected", nullptr, int(count)));
+    for (const auto &[item, atoms] : selections)
+        sendMessageTo(item, AtomSelection::toMessage(atoms));
 }
 
 bool NmrItem::sceneEvent(QEvent *event)

@@ -37,7 +37,7 @@ public:
     QVariantMap viewSettings() const override;
     void setViewSettings(const QVariantMap &settings) override;
 
-    void receiveMessage(const QVariantMap &message) override;
+    void receiveMessage(const QVariantMap &message, const DocumentItem *sender) override;
     void paintPicture(QPainter *painter, const QRectF &area) override;
 
     /// The points or peaks of the active spectrum that are in sight, a line each, tab-separated, under a header.

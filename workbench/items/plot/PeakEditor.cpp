@@ -63,7 +63,9 @@ void PeakEditor::setActive(bool active)
     const bool changed = active != m_active;
     m_active = active;
     m_edited = active ? target() : QUuid();
-    m_plot->setCursor(active ? Qt::CrossCursor : Qt::ArrowCursor);
+    m_plot->marker().setMode(PlotMarker::Mode::None); // one thing at a time
+    if (active)
+        m_plot->setCursor(Qt::CrossCursor);
     m_plot->update();
     if (changed && !active)
         Q_EMIT reported(counts(*m_data));

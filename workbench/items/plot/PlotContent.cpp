@@ -18,6 +18,19 @@ QString PlotContent::ppmText(const QCPAxis *axis, double ppm)
     return Texts::tr("%1 ppm").arg(QString::number(ppm, 'f', decimals));
 }
 
+const PlotEntry *shownEntry(const QList<PlotEntry> &entries)
+{
+    const PlotEntry *first = nullptr;
+    for (const PlotEntry &entry : entries) {
+        if (entry.isPeakList())
+            continue;
+        if (entry.active)
+            return &entry;
+        first = first ? first : &entry;
+    }
+    return first;
+}
+
 namespace PlotStyle {
 
 QFont font(int pixelSize, bool bold)

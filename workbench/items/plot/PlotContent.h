@@ -20,6 +20,10 @@ struct PlotEntry {
     bool isPeakList() const { return spectrum.isEmpty(); }
 };
 
+/// The one whose axes are those of the plot, as in NmrData::shownEntry(): the active one; when that is a mere peak
+/// list, the first one with points. Null when none has points.
+const PlotEntry *shownEntry(const QList<PlotEntry> &entries);
+
 /// A peak where it is drawn.
 struct PeakMark {
     QUuid entry;

@@ -7,6 +7,7 @@
 #include <QPainterPath>
 
 #include <cmath>
+#include <optional>
 
 namespace Workbench {
 
@@ -45,17 +46,19 @@ PlotMarks::PlotMarks(QCustomPlot *plot, QCPAxis *f2, QCPAxis *f1, const QList<Pl
     const auto entryOf = [&](const IntegralMark &mark) {
         return std::find_if(entries.cbegin(), entries.cend(), [&](const PlotEntry &e) { return e.id == mark.entry; });
     };
-    double unit = 0;
-    if (options.integralReference < options.integrals.size()) {
-        const IntegralMark &reference = options.integrals[options.integralReference];
-        if (const auto entry = entryOf(reference); entry != entries.cend())
-            unit = areaOf(entry->spectrum, reference) / options.referenceValue;
+    // Where the spectrum of the one that is set is not here, the first one that is here is 1.
+    std::optional<double> unit;
+    for (qsizetype i = 0; i < options.integrals.size(); ++i) {
+        const IntegralMark &mark = options.integrals[i];
+        const bool isSet = i == options.integralReference;
+        if (const auto entry = entryOf(mark); entry != entries.cend() && (isSet || !unit))
+            unit = areaOf(entry->spectrum, mark) / (isSet ? options.referenceValue : 1);
     }
     for (const IntegralMark &mark : options.integrals) {
         const auto entry = entryOf(mark);
         if (entry == entries.cend())
             continue;
-        const double value = areaOf(entry->spectrum, mark) / unit;
+        const double value = areaOf(entry->spectrum, mark) / *unit;
         m_regions.append({mark.from, mark.to,
                           std::isfinite(value) ? QString::number(value, 'f', 2) : QString(QChar(0x2013)),
                           entry->color});

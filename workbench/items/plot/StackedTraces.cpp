@@ -19,16 +19,6 @@ namespace {
 constexpr double stackDistance = 1.12; // of the common height
 constexpr double stickWidth = 1.4; // pixels
 
-/// Of the first spectrum that has one.
-SpectrumAxis shiftAxis(const QList<PlotEntry> &entries)
-{
-    for (const PlotEntry &entry : entries) {
-        if (!entry.isPeakList())
-            return entry.spectrum.axes.first();
-    }
-    return {};
-}
-
 } // namespace
 
 StackedTraces::StackedTraces(QCustomPlot *plot, const QList<PlotEntry> &entries, const PlotOptions &options)
@@ -48,7 +38,9 @@ StackedTraces::StackedTraces(QCustomPlot *plot, const QList<PlotEntry> &entries,
     plot->xAxis = m_ppm;
     plot->yAxis = m_intensity;
 
-    PlotStyle::setUpShiftAxis(m_ppm, shiftAxis(entries), options.hertz);
+    const PlotEntry *shown = shownEntry(entries);
+    const Spectrum spectrum = shown ? shown->spectrum : Spectrum();
+    PlotStyle::setUpShiftAxis(m_ppm, spectrum.axes.value(0), options.hertz);
     m_ppm->setRangeReversed(true);
     if (entries.size() == 1) {
         PlotStyle::setUpAxis(m_intensity, Texts::tr("Intensity / arb. units"));
@@ -68,9 +60,7 @@ StackedTraces::StackedTraces(QCustomPlot *plot, const QList<PlotEntry> &entries,
         }
         PlotStyle::makeLegend(plot, lines, active);
     }
-    Spectrum shown;
-    shown.axes = {shiftAxis(entries)};
-    m_marks = new PlotMarks(plot, m_ppm, nullptr, entries, shown, options);
+    m_marks = new PlotMarks(plot, m_ppm, nullptr, entries, spectrum, options);
     resetRanges();
 }
 

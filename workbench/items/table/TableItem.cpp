@@ -357,7 +357,7 @@ void TableItem::typeCntxtMenu(QMenu *menu)
     addContextMenu(menu);
 }
 
-void TableItem::receiveMessage(const QVariantMap &message)
+void TableItem::receiveMessage(const QVariantMap &message, const DocumentItem *)
 {
     callPlugin(m_table, "tableItem_onLMessage(QVariantMap)", message);
     if (!m_view)

@@ -81,7 +81,7 @@ public:
     QVariantMap madeSettings() const override { return {}; }
     void setViewSettings(const QVariantMap &settings) override;
 
-    void receiveMessage(const QVariantMap &message) override;
+    void receiveMessage(const QVariantMap &message, const DocumentItem *sender) override;
 
     void paintPicture(QPainter *painter, const QRectF &area) override;
     /// Rules, header and as many rows as fit.

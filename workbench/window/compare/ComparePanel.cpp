@@ -674,7 +674,7 @@ void ComparePanel::light()
         molecule->sendMessage(AtomSelection::toMessage(atoms));
         peaks.unite(molecule->assignments().peaksOf(atoms));
     } else if (table) {
-        table->receiveMessage(AtomSelection::toMessage(atoms));
+        table->receiveMessage(AtomSelection::toMessage(atoms), nullptr);
     }
     if (plot() && plot()->plot())
         plot()->plot()->setLitPeaks(peaks);
