@@ -2529,10 +2529,6 @@ Optionen:
         <translation>Ohne Datei</translation>
     </message>
     <message>
-        <source>%1, %2 MHz</source>
-        <translation>%1, %2 MHz</translation>
-    </message>
-    <message>
         <source>%1, simulated</source>
         <translation>%1, simuliert</translation>
     </message>
