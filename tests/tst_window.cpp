@@ -564,7 +564,15 @@ private Q_SLOTS:
             const NmrItem *list = plot();
             QVERIFY2(list && list->nmrData()->entryIds().size() == 1, name);
             QVERIFY2((createSpectrum() == list) == joins, name);
+            // The other order comes to the same; by hand a silent one joins all the same.
+            clear();
+            open(u"acetic-acid.magres"_s);
+            NmrItem *simulated = createSpectrum();
+            window().openFiles({m_files.path(name)});
+            QVERIFY2((simulated->nmrData()->entryIds().size() == 2) == joins, name);
         }
+        dropOnto(m_files.write("1H.txt", "ppm\n9.2\n2.0\n"), *createSpectrum());
+        QTRY_COMPARE(data()->entryIds().size(), 2);
     }
 
     /// No box is in the way: what is doubtful stands under the title until it was read, and can be had back.
