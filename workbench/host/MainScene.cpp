@@ -290,7 +290,7 @@ void MainScene::setWorkspaceSize(const QSizeF &size)
 
 void MainScene::arrangeAll()
 {
-    for (DocumentItem *item : std::as_const(m_items)) {
+    for (DocumentItem *item : documentItems()) {
         DocumentItem::Place place = placeOf(*item);
         place.workspace = {};
         item->setPlace(place);
