@@ -368,7 +368,7 @@ private Q_SLOTS:
         dialog.followDocument();
         dialog.show();
         window().openFiles(lists);
-        dialog.followDocument();
+        QCoreApplication::processEvents(); // follows by itself
         auto *list = dialog.findChild<QTreeWidget *>(u"rankMeasurements"_s);
         const auto row = [&](int i) { return list->topLevelItem(i); };
         const auto nucleus = [&](int i) { return qobject_cast<QComboBox *>(list->itemWidget(row(i), 1)); };
@@ -401,6 +401,12 @@ private Q_SLOTS:
         QCOMPARE(nucleus(2)->currentText() + sigma(2)->text() + sigma(3)->text(), u"17Onot known0.40"_s);
         dialog.setFolder(m_files.path(""));
         QCOMPARE(dialog.status(), u"There is no calculation in "_s + m_files.path(""));
+        // What has gone cannot be ranked by.
+        row(3)->setCheckState(0, Qt::Checked);
+        history().undo();
+        QCoreApplication::processEvents();
+        QCOMPARE(list->topLevelItemCount(), 3);
+        QCOMPARE(status(), u"Choose a measurement in the list"_s);
         dialog.close();
     }
 
