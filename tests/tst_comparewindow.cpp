@@ -335,10 +335,17 @@ private Q_SLOTS:
             }
         }
 
-        for (const auto &[name, start] : {std::pair("r.csv", "rank,file,"), std::pair("r.json", "{\n    \"rows\""),
-                                          std::pair("r.txt", "Rank  Probability")}) {
-            m_dialogs.expect(u"Save Table"_s, [this, name = name](QDialog *dialog) {
-                qobject_cast<QFileDialog *>(dialog)->selectFile(m_files.path(name));
+        // The chosen type is that of a name without suffix.
+        const std::tuple<const char *, const char *, const char *> tables[] = {
+            {"r.csv", "r.csv", "rank,file,"},
+            {"r.json", "r.json", "{\n    \"rows\""},
+            {"r.txt", "r.txt", "Rank  Probability"},
+            {"bare", "bare.json", "{\n    \"rows\""}};
+        for (const auto &[typed, name, start] : tables) {
+            m_dialogs.expect(u"Save Table"_s, [this, typed = typed](QDialog *dialog) {
+                auto *files = qobject_cast<QFileDialog *>(dialog);
+                files->selectNameFilter(u"JSON (*.json)"_s);
+                files->selectFile(m_files.path(typed));
                 dialog->accept();
             });
             part<QPushButton>(&dialog, "rankSave")->click();

@@ -8,6 +8,7 @@
 #include "formats/OutputFiles.h"
 #include "host/DataEngine.h"
 #include "host/MainScene.h"
+#include "items/SaveDialog.h"
 #include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
 #include "window/compare/RankModel.h"
@@ -576,8 +577,8 @@ void RankDialog::choose(const QModelIndex &index)
 
 void RankDialog::save()
 {
-    const QString path = QFileDialog::getSaveFileName(this, tr("Save Table"), QStringLiteral("ranking.csv"),
-                                                      tr("Tables (*.csv *.json *.txt)"));
+    const FileTypes types = tableTypes() + FileTypes{{tr("Text table"), QStringLiteral("txt")}};
+    const QString path = askForFileToSave(this, tr("Save Table"), QStringLiteral("ranking.csv"), filtersOf(types));
     if (path.isEmpty())
         return;
     try {
