@@ -26,7 +26,13 @@ private Q_SLOTS:
 
     void namesOfListsTellTheNucleus()
     {
-        openPanel(u"candidates/candidate-3.magres"_s, sample(u"paracetamol-1H.csv"_s));
+        // What a list says of itself is not asked.
+        window().openFiles(
+            {sample(u"candidates/candidate-3.magres"_s), m_files.write("list.txt", "1H: 9.1, 6.8, 2.1\n")});
+        command(u"Compare"_s)->trigger();
+        QCOMPARE(linesOf(&panel())[2], u"&Nucleus: ([1H: 1H]) &Average: [no groups: no groups, CH3, XH3]"_s);
+        clear();
+        openPanel(u"candidates/candidate-3.magres"_s, m_files.write("list-1H.csv", "position\n9.1\n6.8\n2.1\n"));
         auto *nucleus = panel().findChild<QComboBox *>(u"compareNucleus"_s);
         nucleus->setCurrentText(u"13C"_s);
         Q_EMIT nucleus->activated(nucleus->currentIndex());
@@ -44,17 +50,16 @@ private Q_SLOTS:
                               u"C17 ×4|121.69|121.75|-0.06|"_s, u"C21 ×4|116.96|116.80|0.16|"_s,
                               u"C5 ×4|115.49|115.22|0.27|"_s, u"C29 ×4|24.00|22.71|1.29|"_s}));
         QApplication::processEvents();
-        QCOMPARE(
-            linesOf(&panel()),
-            (QStringList{
-                u"S&tructure: [candidate-3: candidate-3]"_s, u"&Measured: [paracetamol-13C.csv: paracetamol-13C.csv]"_s,
-                u"&Nucleus: [13C: 13C, 1H, 15N, 17O, 2H, 3H, 14N] &Average: [no groups: no groups, CH3, XH3]"_s,
-                u"&Reference: [fitted: fitted, fixed] ([172.56 ppm: -100000.00 to 100000.00])"_s,
-                u"S&lope: [fixed: fixed, fitted] [-1.0000: -10.0000 to 10.0000]"_s,
-                u"&Error σ: [2.20 ppm: 0.00 to 10000.00] Leave &out: [0: 0 to 1000]"_s,
-                u"Pairing: <b>equal</b>; 8 lines, 8 sites in P2_1/c (14)<br>Reference <b>172.56 ppm</b> "
-                "(fitted), slope -1 (fixed)<br>RMSD <b>0.64 ppm</b>; largest difference 1.29 (C29 ×4), "
-                "RMSD without it 0.44<br>χ² 0.67, 7 degrees of freedom, <b>p = 0.999</b>"_s}));
+        QCOMPARE(linesOf(&panel()),
+                 (QStringList{u"S&tructure: [candidate-3: candidate-3]"_s,
+                              u"&Measured: [paracetamol-13C.csv: paracetamol-13C.csv]"_s,
+                              u"&Nucleus: ([13C: 13C]) &Average: [no groups: no groups, CH3, XH3]"_s,
+                              u"&Reference: [fitted: fitted, fixed] ([172.56 ppm: -100000.00 to 100000.00])"_s,
+                              u"S&lope: [fixed: fixed, fitted] [-1.0000: -10.0000 to 10.0000]"_s,
+                              u"&Error σ: [2.20 ppm: 0.00 to 10000.00] Leave &out: [0: 0 to 1000]"_s,
+                              u"Pairing: <b>equal</b>; 8 lines, 8 sites in P2_1/c (14)<br>Reference <b>172.56 ppm</b> "
+                              "(fitted), slope -1 (fixed)<br>RMSD <b>0.64 ppm</b>; largest difference 1.29 (C29 ×4), "
+                              "RMSD without it 0.44<br>χ² 0.67, 7 degrees of freedom, <b>p = 0.999</b>"_s}));
         // Sorted as numbers; what has none stands at one end.
         const auto sorted = [this](int by, Qt::SortOrder order) {
             table().sortByColumn(by, order);
@@ -273,13 +278,11 @@ private Q_SLOTS:
         window().openFiles({sample(u"paracetamol-13C.csv"_s), sample(u"paracetamol-1H.csv"_s)});
         RankDialog &dialog = *window().compareCommands()->rankDialog();
         window().compareCommands()->openRanking();
-        // Of lists without nuclei the names tell; one of each is chosen to begin with.
+        // The lists say of which nucleus they are; one of each is chosen to begin with.
         auto *list = dialog.findChild<QTreeWidget *>(u"rankMeasurements"_s);
         QApplication::processEvents();
-        const QString nuclei = u": , 1H, 2H, 3H, 3He, 6Li, 7Li, 9Be, 10B, 11B, 13C, 14N] "_s;
         QCOMPARE(linesOf(&dialog),
-                 (QStringList{u"[13C"_s + nuclei + u"[2.20: 0.00 to 10000.00]"_s,
-                              u"[1H"_s + nuclei + u"[0.33: 0.00 to 10000.00]"_s,
+                 (QStringList{u"([13C: 13C]) [2.20: 0.00 to 10000.00]"_s, u"([1H: 1H]) [0.33: 0.00 to 10000.00]"_s,
                               u"Candidates: the 0 structure(s) of the page <Of the &Page> <&Files...> <F&older...>"_s,
                               u"&Average: [no groups: no groups, CH3, XH3] &Leave out lines: [0: 0 to 1000] "
                               "[ ] &Ignore the assignment of lines to sites"_s,
@@ -332,10 +335,17 @@ private Q_SLOTS:
             }
         }
 
-        for (const auto &[name, start] : {std::pair("r.csv", "rank,file,"), std::pair("r.json", "{\n    \"rows\""),
-                                          std::pair("r.txt", "Rank  Probability")}) {
-            m_dialogs.expect(u"Save Table"_s, [this, name = name](QDialog *dialog) {
-                qobject_cast<QFileDialog *>(dialog)->selectFile(m_files.path(name));
+        // The chosen type is that of a name without suffix.
+        const std::tuple<const char *, const char *, const char *> tables[] = {
+            {"r.csv", "r.csv", "rank,file,"},
+            {"r.json", "r.json", "{\n    \"rows\""},
+            {"r.txt", "r.txt", "Rank  Probability"},
+            {"bare", "bare.json", "{\n    \"rows\""}};
+        for (const auto &[typed, name, start] : tables) {
+            m_dialogs.expect(u"Save Table"_s, [this, typed = typed](QDialog *dialog) {
+                auto *files = qobject_cast<QFileDialog *>(dialog);
+                files->selectNameFilter(u"JSON (*.json)"_s);
+                files->selectFile(m_files.path(typed));
                 dialog->accept();
             });
             part<QPushButton>(&dialog, "rankSave")->click();
@@ -365,7 +375,7 @@ private Q_SLOTS:
         dialog.followDocument();
         dialog.show();
         window().openFiles(lists);
-        dialog.followDocument();
+        QCoreApplication::processEvents(); // follows by itself
         auto *list = dialog.findChild<QTreeWidget *>(u"rankMeasurements"_s);
         const auto row = [&](int i) { return list->topLevelItem(i); };
         const auto nucleus = [&](int i) { return qobject_cast<QComboBox *>(list->itemWidget(row(i), 1)); };
@@ -398,6 +408,12 @@ private Q_SLOTS:
         QCOMPARE(nucleus(2)->currentText() + sigma(2)->text() + sigma(3)->text(), u"17Onot known0.40"_s);
         dialog.setFolder(m_files.path(""));
         QCOMPARE(dialog.status(), u"There is no calculation in "_s + m_files.path(""));
+        // What has gone cannot be ranked by.
+        row(3)->setCheckState(0, Qt::Checked);
+        history().undo();
+        QCoreApplication::processEvents();
+        QCOMPARE(list->topLevelItemCount(), 3);
+        QCOMPARE(status(), u"Choose a measurement in the list"_s);
         dialog.close();
     }
 

@@ -319,6 +319,16 @@ private Q_SLOTS:
         }
         QCOMPARE(names, u"27Al|Al|²⁷Al 27Al|Al|²⁷Al |Al|Al 6Li|Li|⁶Li "_s);
         QCOMPARE(SpectrumAxis().label(), u"Chemical shift / ppm"_s);
+        // A stand-in is no frequency, though ppm are counted from it. Without marks, what no magnet gives is one.
+        const auto frequencyOf = [&](const QVariant &name, const QVariant &marks) {
+            QVariantMap changed = info({4000, 900}, {500, -100}, {nucleus(name, {})});
+            changed.insert(map("SpectrometerFrequencies", DoubleVector{400, 50}, "StandInFrequencies", marks));
+            const SpectrumAxis axis = Spectrum::fromMap(entry(map("SpecInfo", changed))).axes[0];
+            return std::abs(axis.first - 2500 / 400.0005) < 1e-12 ? axis.frequency : -1.0;
+        };
+        const auto marks = [](signed char f2) { return QVariant::fromValue(SignedCharVector{f2, 0}); };
+        QVERIFY(frequencyOf(u"1H"_s, marks(1)) == 0 && frequencyOf(u"13C"_s, marks(0)) == 400);
+        QVERIFY(frequencyOf(u"1H"_s, {}) == 400 && frequencyOf({}, {}) == 400 && frequencyOf(u"13C"_s, {}) == 0);
         const auto length = [](const QList<int> &lengths) { return map("Length", lengths); };
         for (const auto &[change, note] :
              {std::pair(map("DataPoints", QVariant()), "no data points"),

@@ -4,6 +4,7 @@
 
 #include "document/DocumentState.h"
 #include "document/PageExport.h"
+#include "document/UndoCommands.h"
 #include "formats/DocumentFile.h"
 #include "formats/ExperimentFile.h"
 #include "host/DataEngine.h"
@@ -209,7 +210,14 @@ private Q_SLOTS:
         QVERIFY(isModified() && plot()->place().workspace.isEmpty() && molecule()->place().workspace.isEmpty());
         history().undo();
         QVERIFY(!isModified() && plot()->place().workspace == byHand && molecule()->place().workspace == byHand);
-        history().redo();
+        // What is deleted then keeps its place.
+        const DocumentItem *deleted = plot();
+        removeWithUndo(scene(), plot());
+        entry(menu(u"View"_s), u"Arrange Items"_s)->trigger();
+        history().undo();
+        history().undo();
+        QVERIFY(scene().isOnPage(deleted) && deleted->place().workspace == byHand);
+        entry(menu(u"View"_s), u"Arrange Items"_s)->trigger();
         table()->setFilter({});
         command(u"RMSD"_s, u"RMSD"_s);
         QVERIFY(said == rmsd && said.startsWith(u"RMSD: "));

@@ -3,6 +3,7 @@
 #include "analysis/PeakPicking.h"
 #include "analysis/SpinSystem.h"
 #include "data/JsonValues.h"
+#include "formats/CsdmFile.h"
 #include "formats/ExperimentFile.h"
 #include "formats/JcampExport.h"
 #include "formats/MeasurementReport.h"
@@ -147,6 +148,12 @@ private Q_SLOTS:
         const QJsonObject line = json(spectrumMap(4, 1, {1, 2, 3, 4}));
         QCOMPARE(line[u"nuclei"_s], QJsonValue(QJsonArray{u"1H"_s}));
         QCOMPARE(line[u"peaks"_s][0][u"pos"_s], QJsonValue(QJsonArray{1.5}));
+        // What nobody knows is not made up.
+        const QVariantMap unknown = toEntryMap({{}, {{{}, 0, 0, 4, -2, 4}}, {1, 2, 3, 4}});
+        for (const char *key : {"nuclei", "frequencies", "sw", "ref"})
+            QCOMPARE(json(unknown)[QLatin1String(key)], QJsonValue(QJsonArray{QJsonValue()}));
+        QVERIFY(!written(JcampExport::write, unknown).contains("FREQUENCY"));
+        QVERIFY(!written(CsdmFile::write, unknown).contains("Hz"));
     }
 
     void jcampOfSpectra()

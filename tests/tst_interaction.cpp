@@ -4,6 +4,7 @@
 #include "WindowTest.h"
 
 #include "data/Language.h"
+#include "data/PeakListEdit.h"
 #include "items/plot/ContourMap.h"
 #include "items/plot/CrossPeakLabels.h"
 
@@ -63,8 +64,22 @@ private Q_SLOTS:
             choose(window(), plot(), {u"Pic&k Peaks..."_s});
             QVERIFY(measured().peaks.size() < all && !measured().peaks.isEmpty());
         }
+        // Each place keeps its labels.
+        const auto labels = [this] {
+            QMap<double, QString> found;
+            for (const SpectrumPeak &peak : measured().peaks)
+                found[peak.f2] = peak.label;
+            return found;
+        };
+        const SpectrumEntry entry = data()->stack().entries.last();
+        QHash<QUuid, QString> names;
+        for (const SpectrumPeak &peak : entry.spectrum.peaks)
+            names[peak.id] = u"C%1"_s.arg(peak.f2);
+        data()->setEntryPeaks(entry.id, PeakListEdit::labelled(data()->entryPeakList(entry.id), names), {});
+        const QMap<double, QString> before = labels();
         choose(window(), plot(), {u"&Count Equivalent Sites"_s});
         QCOMPARE(measured().peaks.size(), all);
+        QCOMPARE(labels(), before);
     }
 
     void contoursAndLabelsOfMaps()

@@ -535,12 +535,9 @@ private Q_SLOTS:
         NmrItem *spectrum = createSpectrum();
         const int steps = history().count();
         // Where it falls it cannot go ...
-        const QPointF middle = spectrum->mapToScene(spectrum->contentRect().center());
-        window().view()->ensureVisible(spectrum, 0, 0);
         QString text;
         accept(u"paracetamol-1H-difdup.jdx cannot be added"_s, {}, &text);
-        drop(sample(u"paracetamol-1H-difdup.jdx"_s),
-             window().view()->viewport()->mapTo(&window(), window().view()->mapFromScene(middle)));
+        dropOnto(sample(u"paracetamol-1H-difdup.jdx"_s), *spectrum);
         QTRY_VERIFY(m_dialogs.missing().isEmpty());
         QVERIFY2(text.contains(u"spectrum of 1H"), qPrintable(text));
         QCOMPARE(spectrum->nmrData()->entryIds().size(), 1);
@@ -567,7 +564,15 @@ private Q_SLOTS:
             const NmrItem *list = plot();
             QVERIFY2(list && list->nmrData()->entryIds().size() == 1, name);
             QVERIFY2((createSpectrum() == list) == joins, name);
+            // The other order comes to the same; by hand a silent one joins all the same.
+            clear();
+            open(u"acetic-acid.magres"_s);
+            NmrItem *simulated = createSpectrum();
+            window().openFiles({m_files.path(name)});
+            QVERIFY2((simulated->nmrData()->entryIds().size() == 2) == joins, name);
         }
+        dropOnto(m_files.write("1H.txt", "ppm\n9.2\n2.0\n"), *createSpectrum());
+        QTRY_COMPARE(data()->entryIds().size(), 2);
     }
 
     /// No box is in the way: what is doubtful stands under the title until it was read, and can be had back.
@@ -659,6 +664,16 @@ private Q_SLOTS:
         QVERIFY(std::abs(cross.f2 - 10) < 1e-6 && std::abs(cross.f1 - 12000 / 100.58008) < 1e-3);
         scene().destroy(plot());
 
+        // A measurement whose spectrometer is unknown does not tell it either.
+        window().openFiles({m_files.write("ppm.csv", QByteArray(points).replace("Hz", "ppm"))});
+        QCOMPARE(data()->shownSpectrum().axes.value(0).frequency, 0.0);
+        QCoreApplication::processEvents();
+        QCOMPARE(window().contents()->tree()->findItems(u"nucleus unknown"_s, Qt::MatchRecursive).size(), 1);
+        m_dialogs.expect(u"Frequency of the spectrum"_s, [](QDialog *dialog) { dialog->reject(); });
+        dropOnto(spectrum, *plot());
+        QTRY_VERIFY(m_dialogs.missing().isEmpty());
+        scene().destroy(plot());
+
         // A calculation makes the proposal, and is not taken for granted: 13C beside 600 MHz, as it is simulated.
         NmrItem *simulated = createSpectrum();
         answer({{"nucleus", u"1H"_s}}, u"The positions go from 16.67 to 0.17 ppm."_s);
@@ -709,6 +724,14 @@ private:
         QCoreApplication::sendEvent(&window(), &enter);
         QDropEvent event(QPointF(where), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(&window(), &event);
+    }
+
+    void dropOnto(const QString &path, const NmrItem &item)
+    {
+        QGraphicsView *view = window().view();
+        view->ensureVisible(&item, 0, 0);
+        const QPointF middle = item.mapToScene(item.contentRect().center());
+        drop(path, view->viewport()->mapTo(&window(), view->mapFromScene(middle)));
     }
 };
 

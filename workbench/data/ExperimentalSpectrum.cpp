@@ -3,6 +3,7 @@
 
 #include "data/Nuclides.h"
 #include "data/ReaderText.h"
+#include "data/Spectrum.h"
 #include "support/MetaTypes.h"
 
 #include <QList>
@@ -16,7 +17,6 @@ namespace {
 
 /// Hosts keep this many dimensions in each parameter.
 constexpr int hostDimensions = 8;
-constexpr double unknownFrequency = 400.0;
 
 void reverseRows(std::vector<double> &data, int rowLength)
 {
@@ -81,14 +81,17 @@ QString nucleusName(std::string_view text)
 QVariantMap toEntryMap(ExperimentalSpectrum spectrum)
 {
     QList<int> length(hostDimensions, 1);
-    DoubleVector frequencies(hostDimensions, unknownFrequency), widths(hostDimensions, 0.0),
+    DoubleVector frequencies(hostDimensions, Spectrum::standInFrequency), widths(hostDimensions, 0.0),
         references(hostDimensions, 0.0);
+    SignedCharVector standIns(hostDimensions, 0);
     QVariantList nuclei;
     for (size_t d = 0; d < spectrum.dimensions.size(); ++d) {
         const SpectrumDimension &axis = spectrum.dimensions[d];
         length[d] = axis.points;
         if (axis.frequency > 0.0)
             frequencies[d] = axis.frequency;
+        else
+            standIns[d] = 1;
         // The host's axis is (width / 2 + reference - i * width / length) / carrier with the carrier
         // frequency + reference * 1e-6. Its centre, reference / carrier, gives the carrier.
         const double centre = axis.ppm(axis.points * 0.5);
@@ -106,7 +109,8 @@ QVariantMap toEntryMap(ExperimentalSpectrum spectrum)
         {QStringLiteral("SW"), QVariant::fromValue(widths)},
         {QStringLiteral("SpectrumRef"), QVariant::fromValue(references)},
         {QStringLiteral("SpectrumType"), QVariant::fromValue(SignedCharVector(hostDimensions, 1))},
-        {QStringLiteral("Nucleides"), nuclei}};
+        {QStringLiteral("Nucleides"), nuclei},
+        {Spectrum::standInKey(), QVariant::fromValue(standIns)}};
     return {{QStringLiteral("Length"), QVariant::fromValue(length)},
             {QStringLiteral("DataPoints"), QVariant::fromValue(points)},
             {QStringLiteral("SpecInfo"), specInfo}};

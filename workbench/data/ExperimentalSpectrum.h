@@ -44,7 +44,7 @@ QString nucleusName(std::string_view text);
 
 /// The spectrum as an entry of a host's NMR data. The host counts ppm from its carrier, which includes the reference
 /// offset; width and offset are chosen so that its axis is the file's and its spectrometer frequency the spectrum's
-/// (400 MHz where that is unknown).
+/// (a marked stand-in where that is unknown).
 QVariantMap toEntryMap(ExperimentalSpectrum spectrum);
 
 } // namespace Workbench

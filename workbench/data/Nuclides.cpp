@@ -100,4 +100,10 @@ QStringList Nuclides::namedIn(const QString &text) const
     return named;
 }
 
+bool Nuclides::namesOtherThan(const QString &nucleus, const QString &text) const
+{
+    const QStringList named = nucleus.isEmpty() ? QStringList() : namedIn(text);
+    return !named.isEmpty() && !named.contains(nucleus);
+}
+
 } // namespace Workbench

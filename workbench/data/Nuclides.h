@@ -35,6 +35,8 @@ public:
     const QStringList &names() const { return m_order; }
     /// What a name such as "sample-13C.csv" speaks of: nuclides of the table, each once.
     QStringList namedIn(const QString &text) const;
+    /// A name such as "sample-13C.csv" beside a spectrum of protons; of an unknown nucleus none is another one.
+    bool namesOtherThan(const QString &nucleus, const QString &text) const;
     /// All nuclei of the element, by mass number.
     QStringList isotopes(const QString &element) const;
     /// Those of them whose spin exceeds 1/2.

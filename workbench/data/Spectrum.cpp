@@ -2,6 +2,7 @@
 #include "data/Spectrum.h"
 
 #include "data/Error.h"
+#include "data/Nuclides.h"
 
 #include <QCoreApplication>
 
@@ -45,6 +46,20 @@ void readNucleus(const QVariantMap &nucleus, SpectrumAxis &axis)
     }
 }
 
+/// Documents of version 2.1.0 have no marks. Their stand-in is told from a frequency only where no magnet gives it.
+bool isStandIn(const QVariantMap &specInfo, int dimension, double frequency, const QString &isotope)
+{
+    constexpr double strongestMagnet = 1500.0; // MHz of 1H
+    const QVariant marks = specInfo.value(Spectrum::standInKey());
+    if (marks.isValid()) {
+        const auto values = marks.value<SignedCharVector>();
+        return dimension < int(values.size()) && values[dimension] != 0;
+    }
+    const Nuclide nuclide = Nuclides::table()[isotope];
+    return frequency == Spectrum::standInFrequency && nuclide.isKnown()
+        && nuclide.larmorFrequency(strongestMagnet) < frequency;
+}
+
 bool readAxis(const QVariantMap &specInfo, int dimension, SpectrumAxis &axis)
 {
     const double width = number(specInfo, QStringLiteral("SW"), dimension);
@@ -54,10 +69,10 @@ bool readAxis(const QVariantMap &specInfo, int dimension, SpectrumAxis &axis)
     const double carrier = reference * 1e-6 + frequency;
     axis.first = (width * 0.5 + reference) / carrier;
     axis.step = -width / axis.size / carrier;
-    axis.frequency = frequency;
     const QVariantList nuclei = specInfo.value(QStringLiteral("Nucleides")).toList();
     if (dimension < nuclei.size())
         readNucleus(nuclei.at(dimension).toMap(), axis);
+    axis.frequency = isStandIn(specInfo, dimension, frequency, axis.isotope()) ? 0.0 : frequency;
     return std::isfinite(axis.first) && std::isfinite(axis.step) && axis.step < 0.0;
 }
 

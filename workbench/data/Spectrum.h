@@ -19,7 +19,7 @@ struct SpectrumAxis {
     int size = 0;
     int massNumber = 0; ///< of the nucleus, 0 unknown
     QString element; ///< symbol of the nucleus, empty unknown
-    double frequency = 0.0; ///< of the nucleus in the spectrometer, MHz
+    double frequency = 0.0; ///< of the nucleus in the spectrometer, MHz; 0 unknown
 
     double ppm(double point) const { return first + point * step; }
     double last() const { return ppm(size - 1); }
@@ -55,6 +55,11 @@ struct Spectrum {
 
     /// A map with missing or damaged pieces gives an empty spectrum with a note that names the piece.
     static Spectrum fromMap(const QVariantMap &entry);
+
+    /// Hosts count ppm from a frequency, so that an entry must have one, MHz. Where nobody knows it this one stands in,
+    /// and the dimension is marked in the entry's "SpecInfo" (SignedCharVector, 1 a stand-in).
+    static constexpr double standInFrequency = 400.0;
+    static QString standInKey() { return QStringLiteral("StandInFrequencies"); }
 };
 
 } // namespace Workbench

@@ -173,7 +173,6 @@ SpectrumEntry MeasurementReport::entry() const
         const SpectrumDimension &exact = measured.dimensions[size_t(d)];
         axis.first = exact.first;
         axis.step = exact.step;
-        axis.frequency = exact.frequency;
     }
     return entry;
 }

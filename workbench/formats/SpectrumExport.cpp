@@ -63,13 +63,13 @@ private:
     std::string m_block;
 };
 
-/// The first values of a per-dimension array of the spectrum's description.
-QJsonArray perDimension(const QVariantMap &info, const char *key, int dimensions)
+/// The values in Hz of the spectrum's description; null where nobody knows the frequency that they rest on.
+QJsonArray inHertz(const QVariantMap &info, const char *key, const QList<SpectrumAxis> &axes)
 {
     const auto values = info.value(QLatin1String(key)).value<DoubleVector>();
     QJsonArray array;
-    for (int d = 0; d < dimensions; ++d)
-        array.append(d < int(values.size()) ? QJsonValue(values[d]) : QJsonValue());
+    for (qsizetype d = 0; d < axes.size(); ++d)
+        array.append(d < qsizetype(values.size()) && axes[d].frequency > 0 ? QJsonValue(values[d]) : QJsonValue());
     return array;
 }
 
@@ -116,10 +116,11 @@ void writeJson(const SpectrumEntry &entry, QIODevice &device)
     const Spectrum &spectrum = checkedSpectrum(entry);
     const int dimensions = spectrum.dimensions();
     const QVariantMap info = entry.data.value(QStringLiteral("SpecInfo")).toMap();
-    QJsonArray nuclei, length, axes, peaks;
+    QJsonArray nuclei, length, frequencies, axes, peaks;
     for (const SpectrumAxis &axis : spectrum.axes) {
-        nuclei.append(axis.isotope());
+        nuclei.append(axis.isotope().isEmpty() ? QJsonValue() : QJsonValue(axis.isotope()));
         length.append(axis.size);
+        frequencies.append(axis.frequency > 0 ? QJsonValue(axis.frequency) : QJsonValue());
         axes.append(QJsonObject{{QStringLiteral("first"), axis.first}, {QStringLiteral("step"), axis.step}});
     }
     for (const QVariant &peak : entry.peakList().value(QStringLiteral("PeakList")).toList())
@@ -127,9 +128,9 @@ void writeJson(const SpectrumEntry &entry, QIODevice &device)
     const QJsonObject object{
         {QStringLiteral("nuclei"), nuclei},
         {QStringLiteral("length"), length},
-        {QStringLiteral("frequencies"), perDimension(info, "SpectrometerFrequencies", dimensions)},
-        {QStringLiteral("sw"), perDimension(info, "SW", dimensions)},
-        {QStringLiteral("ref"), perDimension(info, "SpectrumRef", dimensions)},
+        {QStringLiteral("frequencies"), frequencies},
+        {QStringLiteral("sw"), inHertz(info, "SW", spectrum.axes)},
+        {QStringLiteral("ref"), inHertz(info, "SpectrumRef", spectrum.axes)},
         {QStringLiteral("axes"), axes},
         {QStringLiteral("peaks"), peaks},
         {QStringLiteral("parameters"), toJson(entry.parameters(QStringLiteral("magres")))},

@@ -26,13 +26,6 @@ namespace {
 /// Each may hold a spectrum of before.
 constexpr int mostUndoSteps = 100;
 
-/// A name such as "sample-13C.csv" beside a spectrum of protons.
-bool namesOtherNucleus(const QString &name, const SpectrumAxis &axis)
-{
-    const QStringList named = Nuclides::table().namedIn(name);
-    return !named.isEmpty() && !named.contains(axis.isotope());
-}
-
 bool isTwoDimensional(const QVariantMap &spectrum)
 {
     const auto lengths = spectrum.value(QStringLiteral("Length")).value<QList<int>>();
@@ -112,10 +105,10 @@ NmrItem *MainScene::waitingMeasurement(const QVariantMap &data) const
     if (nuclei.size() != simulated.dimensions())
         return nullptr;
     for (int d = 0; d < simulated.dimensions(); ++d) {
-        const SpectrumAxis &axis = simulated.axes[d];
+        const QString nucleus = simulated.axes[d].isotope();
         // Where the data are silent, the name may tell.
-        const bool fits =
-            nuclei[d].isEmpty() ? !namesOtherNucleus(stack.entryName(id), axis) : nuclei[d] == axis.isotope();
+        const bool fits = nuclei[d].isEmpty() ? !Nuclides::table().namesOtherThan(nucleus, stack.entryName(id))
+                                              : nuclei[d] == nucleus;
         if (!fits)
             return nullptr;
     }
@@ -297,7 +290,7 @@ void MainScene::setWorkspaceSize(const QSizeF &size)
 
 void MainScene::arrangeAll()
 {
-    for (DocumentItem *item : std::as_const(m_items)) {
+    for (DocumentItem *item : documentItems()) {
         DocumentItem::Place place = placeOf(*item);
         place.workspace = {};
         item->setPlace(place);

@@ -293,9 +293,10 @@ void DocumentItem::copyPicture()
 
 void DocumentItem::savePicture()
 {
-    const QString name =
-        askForFileToSave(viewWindow(), tr("Save Picture"), QString(),
-                         tr("PNG image (*.png);;SVG drawing (*.svg);;PDF (*.pdf)").split(QLatin1String(";;")));
+    // One item goes into slides and notes before it goes to print.
+    QStringList filters = filtersOf(pictureTypes());
+    std::reverse(filters.begin(), filters.end());
+    const QString name = askForFileToSave(viewWindow(), tr("Save Picture"), QString(), filters);
     if (name.isEmpty())
         return;
     try {

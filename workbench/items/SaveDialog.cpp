@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/SaveDialog.h"
 
+#include "data/Error.h"
+
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -23,6 +25,26 @@ protected:
 };
 
 } // namespace
+
+FileTypes pictureTypes()
+{
+    return {{Texts::tr("PDF document"), QStringLiteral("pdf")},
+            {Texts::tr("SVG image"), QStringLiteral("svg")},
+            {Texts::tr("PNG image"), QStringLiteral("png")}};
+}
+
+FileTypes tableTypes()
+{
+    return {{Texts::tr("Comma-separated values"), QStringLiteral("csv")}, {Texts::tr("JSON"), QStringLiteral("json")}};
+}
+
+QStringList filtersOf(const FileTypes &types)
+{
+    QStringList filters;
+    for (const auto &[name, suffix] : types)
+        filters.append(QStringLiteral("%1 (*.%2)").arg(name, suffix));
+    return filters;
+}
 
 QString askForFileToSave(QWidget *parent, const QString &title, const QString &proposed, const QStringList &filters)
 {

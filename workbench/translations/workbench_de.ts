@@ -2163,6 +2163,26 @@ Optionen:
         <source>the numbers of the only line are shifts</source>
         <translation>die Zahlen der einzigen Zeile sind Verschiebungen</translation>
     </message>
+    <message>
+        <source>PDF document</source>
+        <translation>PDF-Dokument</translation>
+    </message>
+    <message>
+        <source>SVG image</source>
+        <translation>SVG-Bild</translation>
+    </message>
+    <message>
+        <source>PNG image</source>
+        <translation>PNG-Bild</translation>
+    </message>
+    <message>
+        <source>Comma-separated values</source>
+        <translation>Kommagetrennte Werte</translation>
+    </message>
+    <message>
+        <source>JSON</source>
+        <translation>JSON</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::AgreementPlot</name>
@@ -2529,10 +2549,6 @@ Optionen:
         <translation>Ohne Datei</translation>
     </message>
     <message>
-        <source>%1, %2 MHz</source>
-        <translation>%1, %2 MHz</translation>
-    </message>
-    <message>
         <source>%1, simulated</source>
         <translation>%1, simuliert</translation>
     </message>
@@ -2704,10 +2720,6 @@ im Plot „%1“; lässt sich auf einen anderen ziehen</numerusform>
         <translation>Bild speichern</translation>
     </message>
     <message>
-        <source>PNG image (*.png);;SVG drawing (*.svg);;PDF (*.pdf)</source>
-        <translation>PNG-Bild (*.png);;SVG-Zeichnung (*.svg);;PDF (*.pdf)</translation>
-    </message>
-    <message>
         <source>%1 is written</source>
         <translation>%1 ist geschrieben</translation>
     </message>
@@ -2718,26 +2730,6 @@ im Plot „%1“; lässt sich auf einen anderen ziehen</numerusform>
 </context>
 <context>
     <name>Workbench::ExportMenu</name>
-    <message>
-        <source>PDF document</source>
-        <translation>PDF-Dokument</translation>
-    </message>
-    <message>
-        <source>SVG image</source>
-        <translation>SVG-Bild</translation>
-    </message>
-    <message>
-        <source>PNG image</source>
-        <translation>PNG-Bild</translation>
-    </message>
-    <message>
-        <source>Comma-separated values</source>
-        <translation>Kommagetrennte Werte</translation>
-    </message>
-    <message>
-        <source>JSON</source>
-        <translation>JSON</translation>
-    </message>
     <message>
         <source>&amp;Export</source>
         <translation>&amp;Exportieren</translation>
@@ -4400,16 +4392,16 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
         <translation>Tabelle speichern</translation>
     </message>
     <message>
-        <source>Tables (*.csv *.json *.txt)</source>
-        <translation>Tabellen (*.csv *.json *.txt)</translation>
-    </message>
-    <message>
         <source>%1 is written</source>
         <translation>%1 ist geschrieben</translation>
     </message>
     <message>
         <source>The table cannot be saved</source>
         <translation>Die Tabelle kann nicht gespeichert werden</translation>
+    </message>
+    <message>
+        <source>Text table</source>
+        <translation>Texttabelle</translation>
     </message>
 </context>
 <context>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "window/ContentsDock.h"
 
+#include "data/Error.h"
 #include "data/structure/CrystalStructure.h"
 #include "document/UndoCommands.h"
 #include "host/DataEngine.h"
@@ -207,10 +208,11 @@ void ContentsDock::addSpectra(QHash<QString, QTreeWidgetItem *> &nodes, NmrItem 
         const Spectrum &spectrum = stack.spectrum(id);
         QStringList nuclei;
         for (const SpectrumAxis &axis : spectrum.axes) {
-            nuclei.append(axis.frequency > 0 ? tr("%1, %2 MHz").arg(axis.nucleus()).arg(axis.frequency, 0, 'f', 1)
-                                             : axis.nucleus());
+            QStringList known{axis.nucleus().isEmpty() ? Texts::tr("nucleus unknown") : axis.nucleus()};
+            if (axis.frequency > 0)
+                known.append(Texts::tr("%1 MHz").arg(axis.frequency, 0, 'f', 1));
+            nuclei.append(known.join(QLatin1String(", ")));
         }
-        nuclei.removeAll(QString());
         const QString source = m_scene->sourceOf(stack.stackEntry(id));
         QTreeWidgetItem *node = nullptr;
         if (stack.isSimulated(id)) {

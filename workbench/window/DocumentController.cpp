@@ -83,17 +83,22 @@ void DocumentController::touch()
     updateTitle();
 }
 
-void DocumentController::read(const std::function<void()> &readFile, const QString &file)
+void DocumentController::attempt(const std::function<void()> &change)
 {
-    const bool nothingToSave = m_fileName.isEmpty() && !isModified();
     const bool touchedBefore = m_touched;
     try {
-        readFile();
+        change();
     } catch (...) {
         m_touched = touchedBefore;
         updateTitle();
         throw;
     }
+}
+
+void DocumentController::read(const std::function<void()> &readFile, const QString &file)
+{
+    const bool nothingToSave = m_fileName.isEmpty() && !isModified();
+    attempt(readFile);
     if (m_firstFile.isEmpty())
         m_firstFile = file;
     // A measurement's folder is no place for our files.
@@ -114,7 +119,8 @@ QString DocumentController::proposedPath(const QString &suffix) const
 
 QStringList DocumentController::replace(const Document &document, const QString &fileName)
 {
-    const QStringList notes = DocumentState::restore(document, *m_scene, *m_data, m_plugins);
+    QStringList notes;
+    attempt([&] { notes = DocumentState::restore(document, *m_scene, *m_data, m_plugins); });
     m_firstFile.clear();
     m_firstStructure.clear();
     for (QGraphicsView *view : m_scene->views())

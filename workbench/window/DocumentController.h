@@ -62,6 +62,8 @@ Q_SIGNALS:
 
 private:
     void touch();
+    /// What fails on its way has changed nothing.
+    void attempt(const std::function<void()> &change);
     QStringList replace(const Document &document, const QString &fileName);
     void setFile(const QString &fileName);
     void updateTitle();

@@ -13,7 +13,6 @@
 #include "formats/TableExport.h"
 #include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
-#include "items/SaveDialog.h"
 #include "data/PluginCall.h"
 #include "items/table/TableItem.h"
 
@@ -60,19 +59,9 @@ void writeFile(const QString &fileName, Write write)
     files.commit();
 }
 
-/// File types by their names and suffixes.
-using Types = QList<std::pair<QString, QString>>;
-
-Types pictures()
+FileTypes spectrumTypes()
 {
-    return {{ExportMenu::tr("PDF document"), QStringLiteral("pdf")},
-            {ExportMenu::tr("SVG image"), QStringLiteral("svg")},
-            {ExportMenu::tr("PNG image"), QStringLiteral("png")}};
-}
-
-Types spectrumFiles()
-{
-    Types types = pictures();
+    FileTypes types = pictureTypes();
     for (const MeasurementFormat &format : measurementFormats()) {
         if (!format.write)
             continue;
@@ -83,40 +72,30 @@ Types spectrumFiles()
     return types;
 }
 
-Types tableFiles()
-{
-    return {{ExportMenu::tr("Comma-separated values"), QStringLiteral("csv")},
-            {ExportMenu::tr("JSON"), QStringLiteral("json")}};
-}
-
 } // namespace
 
 ExportMenu::ExportMenu(MainScene *scene, DataEngine *customData, QWidget *window)
     : QMenu(tr("&Export"), window), m_scene(scene), m_data(customData)
 {
     addAction(tr("&Page..."), QKeySequence(tr("Ctrl+E")), this,
-              [this] { ask(tr("Export Page"), pictures(), [this](const QString &name) { writePage(name); }); });
+              [this] { ask(tr("Export Page"), pictureTypes(), [this](const QString &name) { writePage(name); }); });
     addAction(tr("&Spectrum..."), this, [this] {
-        ask(tr("Export Spectrum"), spectrumFiles(), [this](const QString &name) { writeSpectrum(name); });
+        ask(tr("Export Spectrum"), spectrumTypes(), [this](const QString &name) { writeSpectrum(name); });
     });
     addAction(tr("&Table..."), this,
-              [this] { ask(tr("Export Table"), tableFiles(), [this](const QString &name) { writeTable(name); }); });
+              [this] { ask(tr("Export Table"), tableTypes(), [this](const QString &name) { writeTable(name); }); });
     addAction(tr("Spin S&ystem..."), this, &ExportMenu::askForSpinSystem);
     addSeparator();
     m_withNotes = addAction(tr("&Notes in Pictures of the Page"));
     m_withNotes->setCheckable(true);
 }
 
-void ExportMenu::ask(const QString &title, const QList<std::pair<QString, QString>> &types,
-                     const std::function<void(const QString &)> &write)
+void ExportMenu::ask(const QString &title, const FileTypes &types, const std::function<void(const QString &)> &write)
 {
-    QStringList filters;
-    for (const auto &[name, suffix] : types)
-        filters.append(QStringLiteral("%1 (*.%2)").arg(name, suffix));
     const QFileInfo proposed(m_proposal ? m_proposal(types.constFirst().second) : QString());
     const QString folder = m_lastDirectory.isEmpty() ? proposed.path() : m_lastDirectory;
     const QString fileName =
-        askForFileToSave(parentWidget(), title, QDir(folder).filePath(proposed.fileName()), filters);
+        askForFileToSave(parentWidget(), title, QDir(folder).filePath(proposed.fileName()), filtersOf(types));
     if (fileName.isEmpty())
         return;
     m_lastDirectory = QFileInfo(fileName).path();

@@ -3,6 +3,7 @@
 
 #include "analysis/SpinSystem.h"
 #include "analysis/comparison/SiteTable.h"
+#include "items/SaveDialog.h"
 
 #include <QMenu>
 
@@ -36,8 +37,7 @@ Q_SIGNALS:
 
 private:
     /// Asks where to, offering a file type for each suffix, and lets `write` do it. Errors are shown.
-    void ask(const QString &title, const QList<std::pair<QString, QString>> &types,
-             const std::function<void(const QString &)> &write);
+    void ask(const QString &title, const FileTypes &types, const std::function<void(const QString &)> &write);
     void askForSpinSystem();
     static SpinSystem::Options spinSystemOptions(const TableItem &table, const QStringList &nuclei,
                                                  const SiteTable::Options &scales);

@@ -9,17 +9,25 @@
 #include "items/plot/NmrPlot.h"
 #include "items/plot/PeakEditor.h"
 
+#include <algorithm>
+
 namespace Workbench {
 
 namespace {
 
-/// Each once.
+/// Each once, with the labels of all that lie there.
 std::vector<PeakListFile::Peak> positionsOf(const QList<SpectrumPeak> &peaks)
 {
     std::vector<PeakListFile::Peak> positions;
     for (const SpectrumPeak &peak : peaks) {
-        if (std::none_of(positions.begin(), positions.end(), [&](const auto &known) { return known.f2 == peak.f2; }))
-            positions.push_back({peak.f2, peak.f1, peak.height});
+        const auto known = std::find_if(positions.begin(), positions.end(),
+                                        [&](const PeakListFile::Peak &other) { return other.f2 == peak.f2; });
+        if (known == positions.end())
+            positions.push_back({peak.f2, peak.f1, peak.height, peak.label});
+        else if (const QString between = QStringLiteral(", "); known->label.isEmpty())
+            known->label = peak.label;
+        else if (!peak.label.isEmpty() && !known->label.split(between).contains(peak.label))
+            known->label += between + peak.label;
     }
     return positions;
 }

@@ -8,6 +8,7 @@
 #include "items/plot/NmrItem.h"
 #include "items/table/TableItem.h"
 #include "window/PowderDialog.h"
+#include "window/compare/ReferenceSets.h"
 
 #include <QMainWindow>
 #include <QMessageBox>
@@ -118,7 +119,7 @@ void PowderCommands::create()
     const bool waits = plot && plot->nmrData()->entryIds().size() == 1 && plot->nmrData()->simulatedEntry().isNull();
     if (waits)
         origin.settings =
-            PowderDialog::startOf(powderSettingsLike(plot->nmrData()->stack().entries.constFirst()).nucleus);
+            ReferenceSets::powderStart(powderSettingsLike(plot->nmrData()->stack().entries.constFirst()).nucleus);
     origin.settings.siteCurves = true;
     const auto made = ask(origin, waits ? plot : nullptr, {});
     if (!made)

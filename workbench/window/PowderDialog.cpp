@@ -295,23 +295,12 @@ QWidget *PowderDialog::createInputs()
     return area;
 }
 
-PowderSettings PowderDialog::startOf(const QString &nucleus)
-{
-    PowderSettings settings;
-    settings.nucleus = nucleus;
-    if (const auto set = ReferenceSets::of(nucleus)) {
-        settings.reference = set->calibration.reference;
-        settings.slope = set->calibration.slope;
-    }
-    return settings;
-}
-
 /// What is a nucleus's own does not go over to another one; it is there again when the user comes back.
 void PowderDialog::takeNucleus(const QString &nucleus)
 {
     m_left.insert(m_settings.nucleus, m_settings);
     const auto known = m_left.constFind(nucleus);
-    const PowderSettings own = known != m_left.constEnd() ? *known : startOf(nucleus);
+    const PowderSettings own = known != m_left.constEnd() ? *known : ReferenceSets::powderStart(nucleus);
     m_settings.nucleus = nucleus;
     m_settings.reference = own.reference;
     m_settings.slope = own.slope;

@@ -31,9 +31,6 @@ public:
     PowderDialog(const CrystalStructure &structure, const PowderSettings &settings,
                  std::vector<ExperimentalSpectrum> measured, QWidget *parent);
 
-    /// What a spectrum of the nucleus starts with: reference and slope of its set, or placeholders.
-    static PowderSettings startOf(const QString &nucleus);
-
     /// What was accepted.
     const PowderSettings &settings() const { return m_settings; }
     const PowderSites &sites() const { return m_sites; }

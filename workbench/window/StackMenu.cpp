@@ -38,6 +38,13 @@ qsizetype dimensionsOf(const Measurement &measurement)
     return std::get<MeasuredPeaks>(measurement).dimensions;
 }
 
+bool isSilent(const Measurement &measurement, qsizetype dimension)
+{
+    if (const auto *spectrum = std::get_if<ExperimentalSpectrum>(&measurement))
+        return spectrum->dimensions[size_t(dimension)].nucleus.isEmpty();
+    return std::get<MeasuredPeaks>(measurement).nuclei[size_t(dimension)].isEmpty();
+}
+
 /// With what was taken for granted, which the status line tells only once.
 QVariantMap entryWithNotes(const Experiment &experiment, const QList<SpectrumPeak> &simulated)
 {
@@ -162,12 +169,17 @@ std::optional<Experiment> StackMenu::fitting(const QString &path, const Measurem
         return std::nullopt;
     const QString name = QFileInfo(path).fileName();
     try {
-        if (dimensionsOf(measurement) == nuclei.size())
-            return Experiment(measurement, name, nuclei, frequencies);
+        const bool isAsRead = dimensionsOf(measurement) == nuclei.size();
         // A folder may hold data of several dimensions; a file read in fewer would lose some.
-        if (!QFileInfo(path).isDir())
+        if (!isAsRead && !QFileInfo(path).isDir())
             return std::nullopt;
-        return Experiment(readMeasurement(path, optionsOf(answer, int(nuclei.size()))), name, nuclei, frequencies);
+        Measurement taken = isAsRead ? measurement : readMeasurement(path, optionsOf(answer, int(nuclei.size())));
+        // Where the data are silent and nobody was asked, the name may tell.
+        for (qsizetype d = 0; !answer && d < std::min(dimensionsOf(taken), nuclei.size()); ++d) {
+            if (isSilent(taken, d) && Nuclides::table().namesOtherThan(nuclei[d], name))
+                return std::nullopt;
+        }
+        return Experiment(std::move(taken), name, nuclei, frequencies);
     } catch (const std::exception &) {
         return std::nullopt;
     }
@@ -178,8 +190,9 @@ bool StackMenu::fitsOnto(const QString &path, const NmrItem &item)
     try {
         return fitting(path, readMeasurement(path), item, std::nullopt).has_value();
     } catch (const FrequencyNeeded &) {
-        // The plot's frequency is as good as any, where it has one.
-        return item.nmrData()->shownSpectrum().axes.value(0).frequency > 0;
+        // The plot's frequency is as good as any, where it has one of that nucleus.
+        const SpectrumAxis axis = item.nmrData()->shownSpectrum().axes.value(0);
+        return axis.frequency > 0 && !Nuclides::table().namesOtherThan(axis.isotope(), QFileInfo(path).fileName());
     } catch (const std::exception &) {
         return false;
     }

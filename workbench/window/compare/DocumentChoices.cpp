@@ -12,11 +12,6 @@ namespace Workbench {
 
 namespace {
 
-QString nucleusOf(const Spectrum &spectrum)
-{
-    return spectrum.axes.value(0).isotope();
-}
-
 bool isPlane(const Spectrum &spectrum)
 {
     return spectrum.dimensions() == 2
@@ -47,9 +42,9 @@ QList<MeasurementChoice> measurementsOf(const NmrItem &item)
     for (const SpectrumEntry &entry : data.stack().entries) {
         if (entry.isSimulated() || entry.spectrum.peaks.isEmpty() || isPlane(entry.spectrum))
             continue;
-        const QString own = nucleusOf(entry.spectrum), name = entry.name.isEmpty() ? item.title() : entry.name;
+        const QString own = entry.nuclei().value(0), name = entry.name.isEmpty() ? item.title() : entry.name;
         const QStringList named = Nuclides::table().namedIn(name);
-        choices.append({item.id(), entry.id, name, own.isEmpty() ? nucleusOf(data.shownSpectrum()) : own,
+        choices.append({item.id(), entry.id, name, own.isEmpty() ? data.shownSpectrum().axes.value(0).isotope() : own,
                         named.size() == 1 ? named.constFirst() : QString(), int(entry.spectrum.peaks.size())});
     }
     return choices;

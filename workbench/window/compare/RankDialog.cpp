@@ -8,6 +8,7 @@
 #include "formats/OutputFiles.h"
 #include "host/DataEngine.h"
 #include "host/MainScene.h"
+#include "items/SaveDialog.h"
 #include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
 #include "window/compare/RankModel.h"
@@ -79,13 +80,20 @@ RankDialog::RankDialog(MainScene *scene, DataEngine *engine, Program program, Is
       m_status(new QLabel),
       m_table(new QTableView),
       m_model(new RankModel(this)),
-      m_showLater(new QTimer(this))
+      m_showLater(new QTimer(this)),
+      m_followLater(new QTimer(this))
 {
     setWindowTitle(tr("Rank Structures"));
     setObjectName(QStringLiteral("rankDialog"));
     m_showLater->setSingleShot(true);
     m_showLater->setInterval(showInterval);
     connect(m_showLater, &QTimer::timeout, this, &RankDialog::showRows);
+    m_followLater->setSingleShot(true);
+    connect(m_followLater, &QTimer::timeout, this, [this] {
+        if (isVisible() && !m_running)
+            followDocument();
+    });
+    connect(scene, &MainScene::itemsChanged, m_followLater, qOverload<>(&QTimer::start));
     m_measurements->setObjectName(QStringLiteral("rankMeasurements"));
     m_measurements->setHeaderLabels({tr("Measured"), tr("Nucleus"), tr("Error σ, ppm")});
     m_measurements->headerItem()->setToolTip(Sigma, tr("Root mean square error of calculated shifts; 0: not known"));
@@ -195,6 +203,14 @@ QWidget *RankDialog::createButtons()
 
 void RankDialog::followDocument()
 {
+    for (const DocumentItem *item : m_scene->documentItems()) {
+        const auto *plot = qobject_cast<const NmrItem *>(item);
+        const NmrData *data = plot ? plot->nmrData() : nullptr;
+        if (!data)
+            continue;
+        connect(data, &NmrData::entriesChanged, m_followLater, qOverload<>(&QTimer::start), Qt::UniqueConnection);
+        connect(data, &NmrData::entryChanged, m_followLater, qOverload<>(&QTimer::start), Qt::UniqueConnection);
+    }
     fillMeasurements();
     tellCandidates();
     enableButtons();
@@ -224,8 +240,13 @@ void RankDialog::fillMeasurements()
                       {row->checkState(Name), nucleusBox(row)->currentText(), sigmaBox(row)->value()});
     }
     m_measurements->clear();
+    const QList<MeasurementChoice> choices = measurementsOf(*m_scene);
     QStringList checked;
-    for (const MeasurementChoice &choice : measurementsOf(*m_scene)) {
+    for (const MeasurementChoice &choice : choices) {
+        if (const Chosen chosen = before.value(choice.entry); chosen.state == Qt::Checked)
+            checked.append(chosen.nucleus);
+    }
+    for (const MeasurementChoice &choice : choices) {
         auto *row = new QTreeWidgetItem(m_measurements, {tr("%1: %n line(s)", nullptr, choice.peaks).arg(choice.name)});
         row->setData(Name, Qt::UserRole, choice.entry);
         row->setFlags(Qt::ItemIsEnabled | Qt::ItemIsUserCheckable | Qt::ItemIsSelectable);
@@ -519,6 +540,7 @@ void RankDialog::end(const QString &failure)
         m_folder.reset();
     }
     enableButtons();
+    m_followLater->start();
     if (wasRunning)
         Q_EMIT ranked();
 }
@@ -555,8 +577,8 @@ void RankDialog::choose(const QModelIndex &index)
 
 void RankDialog::save()
 {
-    const QString path = QFileDialog::getSaveFileName(this, tr("Save Table"), QStringLiteral("ranking.csv"),
-                                                      tr("Tables (*.csv *.json *.txt)"));
+    const FileTypes types = tableTypes() + FileTypes{{tr("Text table"), QStringLiteral("txt")}};
+    const QString path = askForFileToSave(this, tr("Save Table"), QStringLiteral("ranking.csv"), filtersOf(types));
     if (path.isEmpty())
         return;
     try {

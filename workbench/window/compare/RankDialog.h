@@ -45,7 +45,8 @@ public:
     RankDialog(MainScene *scene, DataEngine *engine, Program program, IsCandidate isCandidate, QWidget *parent);
     ~RankDialog() override;
 
-    /// Measurements and structures of the document as it is now; a ranking that is done stays.
+    /// Measurements and structures of the document as it is now; a ranking that is done stays. While the dialog is
+    /// visible and nothing runs it follows by itself.
     void followDocument();
     void setFiles(const QStringList &files);
     /// All candidates in it, not those in folders below.
@@ -115,6 +116,7 @@ private:
     QPushButton *m_cancel = nullptr;
     QPushButton *m_save = nullptr;
     QTimer *m_showLater;
+    QTimer *m_followLater; ///< runs while the list may be another one than the document's
 
     QStringList m_files; ///< empty: those of the page
     QString m_directory;

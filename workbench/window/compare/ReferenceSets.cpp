@@ -54,6 +54,17 @@ std::optional<ReferenceSet> of(const QString &nucleus)
     }
 }
 
+PowderSettings powderStart(const QString &nucleus)
+{
+    PowderSettings settings;
+    settings.nucleus = nucleus;
+    if (const auto set = of(nucleus)) {
+        settings.reference = set->calibration.reference;
+        settings.slope = set->calibration.slope;
+    }
+    return settings;
+}
+
 QMap<QString, SiteTable::Scale> scales()
 {
     SiteTable::Options found;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "analysis/PowderSites.h"
 #include "analysis/comparison/SiteTable.h"
 #include "formats/ReferenceSet.h"
 
@@ -20,6 +21,8 @@ ReferenceSet use(const QString &fileName);
 std::optional<ReferenceSet> of(const QString &nucleus);
 /// All of them, for further columns of tables; by nucleus and by element.
 QMap<QString, SiteTable::Scale> scales();
+/// What a powder spectrum of the nucleus starts with: reference and slope of its set, or placeholders.
+PowderSettings powderStart(const QString &nucleus);
 /// Empty for none.
 QString fileOf(const QString &nucleus);
 
