@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ranking/ShiftRanking.h"
 
+#include "data/Elision.h"
+#include "data/Error.h"
 #include "data/Nuclides.h"
 #include "formats/ExperimentFile.h"
 
@@ -118,6 +120,14 @@ void takeTogether(const std::vector<NucleusComparison> &comparisons,
     row.fit = anyBad ? QStringLiteral("bad") : row.p ? QStringLiteral("ok") : QString();
 }
 
+/// One line.
+QString messageOf(const QStringList &warnings)
+{
+    if (warnings.size() < 2)
+        return elided(warnings.join(QString()));
+    return Texts::tr("%1 (and %2 more)").arg(elided(warnings.constFirst())).arg(warnings.size() - 1);
+}
+
 /// Of each line among the nuclei of all; the same for lists that say it by counts and by lines of their own.
 std::vector<double> sharesOf(const std::vector<MeasuredLine> &lines)
 {
@@ -154,6 +164,7 @@ void ShiftRanking::compare(const CrystalStructure &structure, RankRow &row) cons
         parts.push_back(partOf(comparisons[i], compared[i], startReferences[i]));
     }
     row.parts = std::move(parts);
+    row.message = messageOf(unique.warnings);
     takeTogether(comparisons, compared, row);
     if (comparisons.size() == 1)
         takeSingle(structure, comparisons[0], compared[0], row);

@@ -2163,6 +2163,18 @@ Optionen:
         <source>the numbers of the only line are shifts</source>
         <translation>die Zahlen der einzigen Zeile sind Verschiebungen</translation>
     </message>
+    <message>
+        <source>the sites of %1 more structures are doubtful (see their messages)</source>
+        <translation>die Plätze von %1 weiteren Strukturen sind zweifelhaft (siehe deren Meldungen)</translation>
+    </message>
+    <message>
+        <source>the structures have %1 to %2 sites, each of which counts once</source>
+        <translation>die Strukturen haben %1 bis %2 Plätze, von denen jeder einmal zählt</translation>
+    </message>
+    <message>
+        <source>%1 (and %2 more)</source>
+        <translation>%1 (und %2 weitere)</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::AgreementPlot</name>
