@@ -393,6 +393,8 @@ private Q_SLOTS:
         QCOMPARE(pairing.text(), u"assigned"_s);
         lines[1].sites = {u"C9"_s};
         QVERIFY(failure([&] { LinePairing::of(sites, lines, {}); }).contains("C9"));
+        // The names that tables of sites print.
+        QCOMPARE(assignedSites(u"C1 ×4/C2  ×12, C3×2 C4"_s), (QStringList{u"C1"_s, u"C2"_s, u"C3"_s, u"C4"_s}));
         // A line for each atom; sites of two and of one, in the order of shifts.
         sites = sitesOf({100, 50});
         sites[0].lines = sites[0].nuclei = 2;

@@ -2175,6 +2175,10 @@ Optionen:
         <source>%1 (and %2 more)</source>
         <translation>%1 (und %2 weitere)</translation>
     </message>
+    <message>
+        <source>%1 (--ignore-labels pairs without names)</source>
+        <translation>%1 (--ignore-labels paart ohne Namen)</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::AgreementPlot</name>

@@ -289,10 +289,12 @@ std::vector<char> enterAssigned(const std::vector<ComparedSite> &sites, const st
                 return site.name == label || site.labels.contains(label);
             });
             if (found == sites.end())
-                fail(Texts::tr(
-                         "the line at %1 ppm is assigned to \"%2\", but the structure has no such site of this nucleus")
-                         .arg(lines[k].shift)
-                         .arg(label));
+                throw UnknownSite(
+                    Texts::tr(
+                        "the line at %1 ppm is assigned to \"%2\", but the structure has no such site of this nucleus")
+                        .arg(lines[k].shift)
+                        .arg(label)
+                        .toStdString());
             std::vector<int> &own = pairing.linesOf[std::size_t(found - sites.begin())];
             if (own.empty() || own.back() != int(k))
                 own.push_back(int(k));

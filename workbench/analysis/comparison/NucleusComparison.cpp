@@ -20,7 +20,7 @@ std::vector<ComparedSite> comparedSites(const CrystalStructure &structure, const
             result.labels.append(structure.name(atom));
         }
         // A label that the site's atoms share with no others.
-        result.labels.append(result.name.section(QStringLiteral(" ×"), 0, 0));
+        result.labels.append(withoutMultiplicity(result.name));
         result.shielding = *site.shielding;
         compared.push_back(std::move(result));
     }
