@@ -222,6 +222,17 @@ private Q_SLOTS:
         QVERIFY(!pbe.agreesWith(method("calc_xcfunctional RPBE")));
         QVERIFY(!pbe.agreesWith(method("calc_cutoffenergy 30")));
         QVERIFY(pbe.agreesWith({}));
+        // A file that knows nothing hides no difference between others.
+        CommonMethod common;
+        for (const auto &[file, lines, other, known] :
+             {std::tuple("a", "", "", "unknown method"), std::tuple("b", "calc_xcfunctional PBE", "", "PBE"),
+              std::tuple("c", "calc_code CASTEP", "", "CASTEP, PBE"),
+              std::tuple("d", "calc_code CASTEP\ncalc_xcfunctional LDA", "b", "CASTEP, PBE"),
+              std::tuple("e", "calc_code QE", "c", "CASTEP, PBE")}) {
+            const auto differs = common.add(QLatin1String(file), method(lines));
+            QCOMPARE(differs ? differs->file : QString(), QLatin1String(other));
+            QCOMPARE(common.method().text(), QLatin1String(known));
+        }
     }
 
     /// Against every image far around, in cells as flat and skewed as nobody would choose.
