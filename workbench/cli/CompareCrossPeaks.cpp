@@ -240,28 +240,32 @@ std::vector<int> assignedPeaks(const std::vector<MeasuredPeak> &measured, const 
     return lineOf;
 }
 
-/// One dimension of the pairs: each of its sites once, at the mean of what was measured of it.
+/// One dimension of the pairs, or both where they are of one nucleus: each site once, at the mean of what was measured
+/// of it.
 NucleusComparison comparisonOf(const std::vector<CrossPeak> &peaks, const std::vector<PlanePoint> &measured,
-                               const CrossPeakPairing &pairing, std::size_t d, std::optional<double> offset)
+                               const CrossPeakPairing &pairing, std::initializer_list<std::size_t> dimensions,
+                               std::optional<double> offset)
 {
     NucleusComparison result;
     std::vector<MeasuredLine> lines;
-    for (std::size_t i = 0; i < peaks.size(); ++i) {
-        if (pairing.lineOf[i] < 0)
-            continue;
+    const auto add = [&](const CrossPeak &peak, std::size_t d, double shift) {
         auto known = std::find_if(result.sites.begin(), result.sites.end(),
-                                  [&](const ComparedSite &site) { return site.name == peaks[i].sites[d]; });
+                                  [&](const ComparedSite &site) { return site.name == peak.sites[d]; });
         if (known == result.sites.end()) {
             ComparedSite site;
-            site.name = peaks[i].sites[d];
-            site.shielding = peaks[i].calculated[d];
+            site.name = peak.sites[d];
+            site.shielding = peak.calculated[d];
             site.nuclei = 0;
             known = result.sites.insert(result.sites.end(), site);
             result.pairing.linesOf.emplace_back();
         }
-        known->nuclei += peaks[i].peaks;
+        known->nuclei += peak.peaks;
         result.pairing.linesOf[std::size_t(known - result.sites.begin())].push_back(int(lines.size()));
-        lines.push_back({measured[std::size_t(pairing.lineOf[i])][d], {}, {}});
+        lines.push_back({shift, {}, {}});
+    };
+    for (std::size_t i = 0; i < peaks.size(); ++i) {
+        for (std::size_t d : pairing.lineOf[i] < 0 ? std::initializer_list<std::size_t>{} : dimensions)
+            add(peaks[i], d, measured[std::size_t(pairing.lineOf[i])][d]);
     }
     Agreement::Options options;
     options.slope = 1; // the positions are shifts already
@@ -300,6 +304,9 @@ struct Report {
     std::vector<PlanePoint> measured;
     CrossPeakPairing pairing;
     std::vector<NucleusComparison> comparisons; ///< F2 and F1
+    /// Of both dimensions where they are of one nucleus: they share sites, errors and reference, so that χ² counts a
+    /// site once.
+    std::optional<Agreement> together;
     double reference[2] = {0, 0}; ///< of the simulation
 
     QString mode() const { return comparisons[0].pairing.text(); }
@@ -321,6 +328,23 @@ QString ppmText(double value)
 {
     constexpr double half = 0.005; // of the last digit; a zero has no sign
     return QString::number(std::abs(value) < half ? 0.0 : value, 'f', 2);
+}
+
+QString chiSquareText(const Agreement &agreement, double sigma)
+{
+    const ChiSquare chiSquare = agreement.chiSquare(sigma);
+    return QStringLiteral(", χ² %1 with %2 degrees of freedom%3")
+        .arg(ppmText(chiSquare.value), QString::number(chiSquare.degreesOfFreedom),
+             chiSquare.p ? QStringLiteral(", ") + chiSquare.pText() : QString());
+}
+
+void insertChiSquare(QJsonObject &object, const Agreement &agreement, double sigma)
+{
+    const ChiSquare chiSquare = agreement.chiSquare(sigma);
+    object.insert(QStringLiteral("chi2"), chiSquare.value);
+    object.insert(QStringLiteral("dof"), chiSquare.degreesOfFreedom);
+    if (chiSquare.p)
+        object.insert(QStringLiteral("p"), *chiSquare.p);
 }
 
 QByteArray Report::text() const
@@ -349,16 +373,17 @@ QByteArray Report::text() const
             titles.append(QStringLiteral("%1 %2").arg(QLatin1String(name), QLatin1String(what)));
     text += TableExport::alignedText(titles, cells) + u'\n';
     for (std::size_t d = 0; d < 2; ++d) {
-        const ChiSquare chiSquare = agreement(d).chiSquare(*plan.sigma[d]);
-        text += QStringLiteral("%1 (%2): reference %3 ppm (%10), %4 sites, RMSD %5 ppm, largest difference %6 ppm, "
-                               "χ² %7 with %8 degrees of freedom%9\n")
+        text += QStringLiteral("%1 (%2): reference %3 ppm (%7), %4 sites, RMSD %5 ppm, largest difference %6 ppm%8\n")
                     .arg(QLatin1String(dimensionNames[d]), dimension[d].nucleus,
                          ppmText(reference[d] + agreement(d).reference), QString::number(agreement(d).pairs.size()),
-                         ppmText(agreement(d).rmsd), ppmText(agreement(d).largest), ppmText(chiSquare.value),
-                         QString::number(chiSquare.degreesOfFreedom),
-                         chiSquare.p ? QStringLiteral(", ") + chiSquare.pText() : QString(),
-                         plan.reference[d] ? QStringLiteral("given") : QStringLiteral("fitted"));
+                         ppmText(agreement(d).rmsd), ppmText(agreement(d).largest),
+                         plan.reference[d] ? QStringLiteral("given") : QStringLiteral("fitted"),
+                         together ? QString() : chiSquareText(agreement(d), *plan.sigma[d]));
     }
+    if (together)
+        text += QStringLiteral("Both (%1): %2 sites%3\n")
+                    .arg(dimension[0].nucleus, QString::number(together->pairs.size()),
+                         chiSquareText(*together, *plan.sigma[0]));
     for (int line : pairing.leftOut)
         text += QStringLiteral("Left out: %1, %2 ppm\n")
                     .arg(ppmText(measured[std::size_t(line)][0]), ppmText(measured[std::size_t(line)][1]));
@@ -412,28 +437,24 @@ QByteArray Report::json() const
     for (int line : pairing.leftOut)
         leftOut.append(QJsonArray{measured[std::size_t(line)][0], measured[std::size_t(line)][1]});
     for (std::size_t d = 0; d < 2; ++d) {
-        const ChiSquare chiSquare = agreement(d).chiSquare(*plan.sigma[d]);
         QJsonObject object{{QStringLiteral("nucleus"), plan.spectrum.dimension[d].nucleus},
                            {QStringLiteral("reference"), reference[d] + agreement(d).reference},
                            {QStringLiteral("referenceIsGiven"), plan.reference[d].has_value()},
                            {QStringLiteral("slope"), plan.spectrum.dimension[d].slope.value_or(-1)},
                            {QStringLiteral("rmsd"), agreement(d).rmsd},
                            {QStringLiteral("largestDifference"), agreement(d).largest},
-                           {QStringLiteral("sigma"), *plan.sigma[d]},
-                           {QStringLiteral("chi2"), chiSquare.value},
-                           {QStringLiteral("dof"), chiSquare.degreesOfFreedom}};
-        if (chiSquare.p)
-            object.insert(QStringLiteral("p"), *chiSquare.p);
+                           {QStringLiteral("sigma"), *plan.sigma[d]}};
+        if (!together)
+            insertChiSquare(object, agreement(d), *plan.sigma[d]);
         dimensions.append(object);
     }
-    return QJsonDocument(QJsonObject{{QStringLiteral("file"), file},
-                                     {QStringLiteral("spaceGroup"), spaceGroup},
-                                     {QStringLiteral("pairing"), mode()},
-                                     {QStringLiteral("dimensions"), dimensions},
-                                     {QStringLiteral("pairs"), pairs},
-                                     {QStringLiteral("without"), without},
-                                     {QStringLiteral("leftOut"), leftOut}})
-        .toJson();
+    QJsonObject whole{{QStringLiteral("file"), file},      {QStringLiteral("spaceGroup"), spaceGroup},
+                      {QStringLiteral("pairing"), mode()}, {QStringLiteral("dimensions"), dimensions},
+                      {QStringLiteral("pairs"), pairs},    {QStringLiteral("without"), without},
+                      {QStringLiteral("leftOut"), leftOut}};
+    if (together)
+        insertChiSquare(whole, *together, *plan.sigma[0]);
+    return QJsonDocument(whole).toJson();
 }
 
 void note(const QString &text)
@@ -497,7 +518,7 @@ CommandRun prepareCompareCrossPeaks(const CommandLine &line)
         for (std::size_t d = 0; d < 2; ++d) {
             const bool isKnown = options.oneReference || plan.reference[d];
             NucleusComparison comparison =
-                comparisonOf(report.peaks, report.measured, report.pairing, d,
+                comparisonOf(report.peaks, report.measured, report.pairing, {d},
                              isKnown ? std::optional(report.pairing.offset[d]) : std::nullopt);
             const LinePairing mode = modeOf(options.assigned, report.pairing, report.measured.size());
             comparison.pairing.mode = mode.mode;
@@ -506,6 +527,9 @@ CommandRun prepareCompareCrossPeaks(const CommandLine &line)
             comparison.nucleus = QStringLiteral("%1, %2").arg(QLatin1String(dimensionNames[d]), nuclei[qsizetype(d)]);
             report.comparisons.push_back(std::move(comparison));
         }
+        if (options.oneReference)
+            report.together =
+                comparisonOf(report.peaks, report.measured, report.pairing, {0, 1}, options.offset[0]).agreement;
         outputs.write([&](TableExport::Format format) { return report.write(format); }, report.comparisons);
     });
 }
