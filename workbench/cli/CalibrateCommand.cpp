@@ -193,13 +193,13 @@ CommandRun prepareCalibrate(const CommandLine &line)
             }
             const CrystalStructure structure = simulation.structure();
             const UniqueSites unique = UniqueSites::of(structure, options.sites);
-            const NucleusMeasurement asListed = compound.measurement;
+            const std::size_t listed = compound.measurement.lines.size();
             try {
                 compound.sites = NucleusComparison::ofPlaces(structure, unique, compound.measurement).sites;
             } catch (const std::exception &error) {
                 throw CommandError(Texts::tr("%1: %2").arg(compound.file, QString::fromUtf8(error.what())));
             }
-            if (const QString note = placesNote(asListed, compound.measurement.lines.size()); !note.isEmpty())
+            if (const QString note = placesNote(nucleus, listed, compound.measurement.lines.size()); !note.isEmpty())
                 notes.append(QStringLiteral("%1: %2").arg(compound.file, note));
             for (const QString &note : notes)
                 printError(Texts::tr("magres-workbench calibrate: %1\n").arg(note));

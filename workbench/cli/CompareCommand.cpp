@@ -52,9 +52,9 @@ CommandRun prepareCompare(const CommandLine &line)
         for (const ComparisonOptions::Nucleus &nucleus : options.nuclei)
             notes.append(nucleus.set ? methodWarning(*nucleus.set, file) : QString());
         for (NucleusMeasurement &measurement : report.measurements) {
-            const NucleusMeasurement asListed = measurement;
+            const std::size_t listed = measurement.lines.size();
             report.comparisons.push_back(comparedPlaces(report.structure, unique, measurement));
-            notes.append(placesNote(asListed, measurement.lines.size()));
+            notes.append(placesNote(measurement.nucleus, listed, measurement.lines.size()));
         }
         notes.removeAll(QString());
         for (const QString &note : notes)

@@ -196,6 +196,20 @@ QStringList namedIn(const QString &label, const QMultiHash<QString, QString> &si
     return names;
 }
 
+/// Peaks at one place that name the same sites are one.
+std::vector<MeasuredPeak> mergedPeaks(const std::vector<MeasuredPeak> &peaks)
+{
+    std::vector<MeasuredPeak> merged;
+    for (const MeasuredPeak &peak : peaks) {
+        const bool isKnown = std::any_of(merged.begin(), merged.end(), [&](const MeasuredPeak &other) {
+            return other.f2 == peak.f2 && other.f1 == peak.f1 && other.label == peak.label;
+        });
+        if (!isKnown)
+            merged.push_back(peak);
+    }
+    return merged;
+}
+
 /// The measured peak of each calculated one whose sites its label names; -1 for the others.
 std::vector<int> assignedPeaks(const std::vector<MeasuredPeak> &measured, const std::vector<CrossPeak> &peaks,
                                const QMultiHash<QString, QString> &siteOf)
@@ -472,7 +486,7 @@ CommandRun prepareCompareCrossPeaks(const CommandLine &line)
     const QString file = line.positional().constFirst();
     return headless([=](HostApplication &host, MessageLog &log) {
         const QStringList nuclei{plan.spectrum.dimension[0].nucleus, plan.spectrum.dimension[1].nucleus};
-        const MeasuredPeaks measured = ExperimentFile::peaks(plan.experiment, nuclei);
+        MeasuredPeaks measured = ExperimentFile::peaks(plan.experiment, nuclei);
         for (const QString &text : measured.notes)
             note(QStringLiteral("%1: %2").arg(plan.experiment, text));
         for (const ReferenceSet &set : plan.sets) {
@@ -482,8 +496,6 @@ CommandRun prepareCompareCrossPeaks(const CommandLine &line)
         Report report;
         report.file = file;
         report.plan = plan;
-        for (const MeasuredPeak &peak : measured.peaks)
-            report.measured.push_back({peak.f2, peak.f1});
         Simulation simulation(host, log);
         simulation.readFile(file, isotopes);
         simulation.runForPeaks(plan.spectrum);
@@ -503,6 +515,14 @@ CommandRun prepareCompareCrossPeaks(const CommandLine &line)
         std::vector<PlanePoint> calculated;
         for (const CrossPeak &peak : report.peaks)
             calculated.push_back(peak.calculated);
+        // A list may name a place as often as equivalent atoms would give it.
+        if (const std::size_t listed = measured.peaks.size(); listed > calculated.size()) {
+            measured.peaks = mergedPeaks(measured.peaks);
+            if (const QString text = placesNote(nuclei.join(u'-'), listed, measured.peaks.size()); !text.isEmpty())
+                note(text);
+        }
+        for (const MeasuredPeak &peak : measured.peaks)
+            report.measured.push_back({peak.f2, peak.f1});
         CrossPeakPairing::Options options;
         options.sigma = {*plan.sigma[0], *plan.sigma[1]};
         options.oneReference = plan.spectrum.homonuclear();

@@ -218,7 +218,7 @@ QStringList ShiftRanking::notesOn(const std::vector<RankRow> &rows) const
         }
         if (files.isEmpty())
             continue;
-        const QString note = placesNote(measurements[i], std::size_t(places));
+        const QString note = placesNote(measurements[i].nucleus, measurements[i].lines.size(), std::size_t(places));
         notes.append(files.size() == 1 ? Texts::tr("%1: %2").arg(files[0], note)
                                        : Texts::tr("%1 and %2 more: %3").arg(files[0]).arg(files.size() - 1).arg(note));
     }
