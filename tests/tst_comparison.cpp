@@ -406,6 +406,19 @@ private Q_SLOTS:
         QVERIFY(failure([&] { LinePairing::of(sites, lines, {}); }).contains("C9"));
         // The names that tables of sites print.
         QCOMPARE(assignedSites(u"C1 ×4/C2  ×12, C3×2 C4"_s), (QStringList{u"C1"_s, u"C2"_s, u"C3"_s, u"C4"_s}));
+        // Counts of lines that name sites count too.
+        lines = linesOf({71, 151, 112});
+        lines[0].sites = {u"C1"_s};
+        for (const auto &[counts, pairs] : {std::pair(std::array{2, 1, 1}, Pairs{{0}, {2}, {1}, {0}}),
+                                            std::pair(std::array{1, 1, 2}, Pairs{{0}, {2}, {1}, {2}}),
+                                            std::pair(std::array{3, 3, 6}, Pairs{{0}, {2}, {1}, {2}})}) {
+            for (std::size_t k = 0; k < 3; ++k)
+                lines[k].count = counts[k];
+            QCOMPARE(LinePairing::of(sites, lines, {}).linesOf, pairs);
+        }
+        lines[0].sites = {u"C1"_s, u"C2"_s};
+        QVERIFY(
+            failure([&] { LinePairing::of(sites, lines, {}); }).contains("stands for 1 nuclei, but the sites that it"));
         // A line for each atom; sites of two and of one, in the order of shifts.
         sites = sitesOf({100, 50});
         sites[0].lines = sites[0].nuclei = 2;

@@ -2179,6 +2179,10 @@ Optionen:
         <source>%1 (--ignore-labels pairs without names)</source>
         <translation>%1 (--ignore-labels paart ohne Namen)</translation>
     </message>
+    <message>
+        <source>by its count the line at %1 ppm stands for %2 nuclei, but the sites that it names have %3</source>
+        <translation>nach ihrer Anzahl steht die Linie bei %1 ppm für %2 Kerne, die Plätze, die sie nennt, haben aber %3</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::AgreementPlot</name>
