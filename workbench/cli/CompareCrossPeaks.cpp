@@ -57,11 +57,7 @@ void takeScale(const CommandLine &line, const QStringList &nuclei, Plan &plan)
 {
     const auto slopes = valuesByNucleus(line, "slope", nuclei), sigmas = valuesByNucleus(line, "sigma", nuclei),
                references = valuesByNucleus(line, "reference", nuclei);
-    plan.sets = parseReferenceSets(line);
-    for (const ReferenceSet &set : plan.sets) {
-        if (!nuclei.contains(set.nucleus))
-            throw UsageError(Texts::tr("option --reference-set: no dimension is of %1").arg(set.nucleus));
-    }
+    plan.sets = parseReferenceSets(line, nuclei);
     for (int d = 0; d < 2; ++d) {
         DimensionOptions &dimension = plan.spectrum.dimension[d];
         const QString &nucleus = dimension.nucleus;
@@ -69,14 +65,7 @@ void takeScale(const CommandLine &line, const QStringList &nuclei, Plan &plan)
             dimension.slope = OptionValues::number(QStringLiteral("--slope"), slopes[nucleus]);
         if (references.contains(nucleus))
             plan.reference[d] = OptionValues::number(QStringLiteral("--reference"), references[nucleus]);
-        for (const ReferenceSet &set : plan.sets) {
-            if (set.nucleus != nucleus)
-                continue;
-            if (!slopes.contains(nucleus))
-                dimension.slope = set.calibration.slope;
-            if (!plan.reference[d])
-                plan.reference[d] = set.calibration.reference;
-        }
+        fillFrom(plan.sets, nucleus, plan.reference[d], dimension.slope);
         plan.sigma[d] = sigmas.contains(nucleus) ? OptionValues::positive(QStringLiteral("--sigma"), sigmas[nucleus])
                                                  : usualError(nucleus);
         if (!plan.sigma[d])

@@ -280,24 +280,19 @@ void runPowder(const PowderJob &job, const OutputOptions &outputs, HostApplicati
              + (job.tripleQuantum ? tripleQuantumTable(sites) : QString()) + report + sites.limits() + u'\n');
 }
 
-/// Each from reference sets, unless an option says it.
+/// Each from a reference set, unless an option says it.
 void takeReference(const CommandLine &line, PowderJob &job)
 {
-    const std::vector<ReferenceSet> sets = parseReferenceSets(line);
-    for (const ReferenceSet &set : sets) {
-        if (set.nucleus != job.settings.nucleus)
-            continue;
-        if (!line.has("reference"))
-            job.settings.reference = set.calibration.reference;
-        if (!line.has("slope"))
-            job.settings.slope = set.calibration.slope;
-        job.sets.push_back(set);
-    }
-    const bool anyFits = std::any_of(sets.begin(), sets.end(),
-                                     [&](const ReferenceSet &set) { return set.nucleus == job.settings.nucleus; });
-    if (!sets.empty() && !anyFits)
-        throw UsageError(Texts::tr("option --reference-set: there is none of %1, but of %2")
-                             .arg(job.settings.nucleus, sets.front().nucleus));
+    PowderSettings &settings = job.settings;
+    job.sets = parseReferenceSets(line, {settings.nucleus});
+    std::optional<double> reference, slope;
+    if (line.has("reference"))
+        reference = settings.reference;
+    if (line.has("slope"))
+        slope = settings.slope;
+    fillFrom(job.sets, settings.nucleus, reference, slope);
+    settings.reference = reference.value_or(settings.reference);
+    settings.slope = slope.value_or(settings.slope);
 }
 
 CommandRun preparePowder(const CommandLine &line)

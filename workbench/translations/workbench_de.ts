@@ -1510,10 +1510,6 @@ Optionen:
         <translation>Option %1: „%2“ liegt unter 0</translation>
     </message>
     <message>
-        <source>option --reference-set: no experiment is of %1</source>
-        <translation>Option --reference-set: kein Experiment ist von %1</translation>
-    </message>
-    <message>
         <source>%1: there are no lines</source>
         <translation>%1: es gibt keine Linien</translation>
     </message>
@@ -1980,10 +1976,6 @@ Optionen:
         <translation>Option --sigma: der Fehler der berechneten chemischen Verschiebungen von %1 ist nötig wie in --sigma %1=5: die Differenzen beider Dimensionen werden mit ihm gewichtet</translation>
     </message>
     <message>
-        <source>option --reference-set: there is none of %1, but of %2</source>
-        <translation>Option --reference-set: es gibt keinen von %1, aber von %2</translation>
-    </message>
-    <message>
         <source>option --complete: it completes an input of SIMPSON, not of mrsimulator</source>
         <translation>Option --complete: sie vervollständigt eine Eingabe von SIMPSON, nicht von mrsimulator</translation>
     </message>
@@ -2034,10 +2026,6 @@ Optionen:
     <message>
         <source>The positions are rounded by more than their step, or one is missing: a straight line was laid through them.</source>
         <translation>Die Positionen sind um mehr als ihren Schritt gerundet, oder eine fehlt: es wurde eine Gerade durch sie gelegt.</translation>
-    </message>
-    <message>
-        <source>option --reference-set: no dimension is of %1</source>
-        <translation>Option --reference-set: keine Dimension ist von %1</translation>
     </message>
     <message>
         <source>the cross peak at %1 is assigned to &quot;%2&quot;, but the structure has no such site (--ignore-labels pairs without names)</source>
