@@ -740,7 +740,16 @@ private Q_SLOTS:
         other = next;
         other.atoms[4].element = u"D"_s;
         QVERIFY(failure([&] { average.add(other, u"b"_s); }).contains("atom 5"));
+        other = next;
+        std::swap(other.atoms[4].number, other.atoms[5].number);
+        std::swap(other.atoms[4].labels, other.atoms[5].labels);
+        QVERIFY(failure([&] { average.add(other, u"b"_s); }).contains("atom 5"));
         QCOMPARE(average.count(), 3);
+        // Names of another program, in the same order.
+        for (CrystalAtom &atom : other.atoms)
+            atom.labels = {u"X"_s + atom.element};
+        average.add(other, u"b"_s);
+        QCOMPARE(average.mean().atoms[4].labels, first.atoms[4].labels);
     }
 
     /// Numbers of numpy.

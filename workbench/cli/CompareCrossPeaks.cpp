@@ -397,7 +397,37 @@ QByteArray Report::text() const
 
 QByteArray Report::csv() const
 {
-    QByteArray csv = "pairing,site_f2,site_f1,peaks,calculated_f2,measured_f2,calculated_f1,measured_f1\n";
+    QByteArray csv = "pairing,site_f2,site_f1,peaks,calculated_f2,measured_f2,calculated_f1,measured_f1", end;
+    const auto add = [&](const QByteArray &name, double value) {
+        csv += ',' + name;
+        end += ',';
+        NumberText::append17(end, value);
+    };
+    const auto addChiSquare = [&](const Agreement &of, double sigma, const QByteArray &suffix) {
+        const ChiSquare chiSquare = of.chiSquare(sigma);
+        add("chi2" + suffix, chiSquare.value);
+        add("dof" + suffix, chiSquare.degreesOfFreedom);
+        if (chiSquare.p) {
+            add("p" + suffix, *chiSquare.p);
+        } else {
+            csv += ",p" + suffix;
+            end += ',';
+        }
+    };
+    for (std::size_t d = 0; d < 2; ++d) {
+        const QByteArray suffix = d == 0 ? "_f2" : "_f1";
+        add("reference" + suffix, reference[d] + agreement(d).reference);
+        add("slope" + suffix, plan.spectrum.dimension[d].slope.value_or(-1));
+        add("rmsd" + suffix, agreement(d).rmsd);
+        add("largest_difference" + suffix, agreement(d).largest);
+        add("sigma" + suffix, *plan.sigma[d]);
+        if (!together)
+            addChiSquare(agreement(d), *plan.sigma[d], suffix);
+    }
+    if (together)
+        addChiSquare(*together, *plan.sigma[0], {});
+    csv += '\n';
+    end += '\n';
     const QByteArray start = mode().contains(u',') ? '"' + mode().toUtf8() + '"' : mode().toUtf8();
     for (std::size_t i = 0; i < peaks.size(); ++i) {
         csv += start;
@@ -411,14 +441,14 @@ QByteArray Report::csv() const
             if (isPaired(i))
                 NumberText::append17(csv, measuredAt(i, d));
         }
-        csv += '\n';
+        csv += end;
     }
     for (int line : pairing.leftOut) {
         csv += start + ",,,,,";
         NumberText::append17(csv, measured[std::size_t(line)][0]);
         csv += ",,";
         NumberText::append17(csv, measured[std::size_t(line)][1]);
-        csv += '\n';
+        csv += end;
     }
     return csv;
 }

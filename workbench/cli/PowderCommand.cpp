@@ -146,8 +146,9 @@ void writeOne(const PowderResult &result, const QString &suffix, QIODevice &devi
     entry.data = toEntryMap(result.shown);
     entry.spectrum = Spectrum::fromMap(entry.data);
     if (suffix == u"json") {
-        device.write(QJsonDocument(PowderExport::json(result.sites, result.settings,
-                                                      result.spectrum ? &*result.spectrum : nullptr))
+        device.write(QJsonDocument(result.spectrum
+                                       ? PowderExport::json(result.sites, result.settings, &*result.spectrum)
+                                       : PowderExport::tripleQuantumJson(result.sites, result.settings, result.shown))
                          .toJson());
     } else if (suffix == u"csdf") {
         device.write(CsdmFile::written(result.shown));

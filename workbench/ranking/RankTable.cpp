@@ -402,6 +402,14 @@ std::vector<Shown> shownColumns(const RankLayout &layout)
             columns.push_back(shownPart(Texts::tr("%1 RMSD, ppm").arg(nucleus), i, &Part::rmsd));
             columns.push_back(shownPart(Texts::tr("%1 ref., ppm").arg(nucleus), i, &Part::reference));
             columns.push_back(shownPairing(Texts::tr("%1 pairing").arg(nucleus), i));
+            columns.push_back({Texts::tr("%1 χ²/dof").arg(nucleus), [i](const RankRow &row) {
+                                   return i < row.parts.size()
+                                       ? reduced(row.parts[i].chiSquare, row.parts[i].degreesOfFreedom)
+                                       : QString();
+                               }});
+            columns.push_back({Texts::tr("%1 p").arg(nucleus), [i](const RankRow &row) {
+                                   return i < row.parts.size() ? significant(row.parts[i].p, 2) : QString();
+                               }});
         }
     } else {
         columns.push_back({Texts::tr("RMSD, ppm"), [](const RankRow &row) { return fixed(row.rmsd, 4); }});

@@ -2171,6 +2171,14 @@ Optionen:
         <source>by its count the line at %1 ppm stands for %2 nuclei, but the sites that it names have %3</source>
         <translation>nach ihrer Anzahl steht die Linie bei %1 ppm für %2 Kerne, die Plätze, die sie nennt, haben aber %3</translation>
     </message>
+    <message>
+        <source>%1 χ²/dof</source>
+        <translation>%1 χ²/dof</translation>
+    </message>
+    <message>
+        <source>%1 p</source>
+        <translation>%1 p</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::AgreementPlot</name>
