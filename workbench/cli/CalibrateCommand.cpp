@@ -170,7 +170,8 @@ CommandRun prepareCalibrate(const CommandLine &line)
     ComparisonOptions options;
     options.sites = {parseSymmetryTolerance(line), parseAveraging(line)};
     if (line.has("unmatched"))
-        options.unmatched = OptionValues::count(QStringLiteral("--unmatched"), line.value("unmatched"), 1000, 0);
+        options.unmatched =
+            OptionValues::count(QStringLiteral("--unmatched"), line.value("unmatched"), LinePairing::mostUnmatched, 0);
     const bool mayMix = line.has("mix-methods");
     const QStringList outputs = line.values("o");
     return headless([=](HostApplication &host, MessageLog &log) mutable {
