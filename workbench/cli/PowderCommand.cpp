@@ -7,7 +7,6 @@
 #include "cli/PowderOptions.h"
 #include "cli/ProgressLine.h"
 #include "cli/Simulation.h"
-#include "data/PluginCall.h"
 #include "data/SpectrumEntry.h"
 #include "document/PageExport.h"
 #include "formats/CsdmFile.h"
@@ -16,12 +15,10 @@
 #include "formats/SpectrumExport.h"
 #include "formats/SpectrumReader.h"
 #include "formats/TableExport.h"
-#include "host/DataEngine.h"
 #include "host/HostApplication.h"
 #include "host/MainScene.h"
 #include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
-#include "items/table/TableItem.h"
 
 #include "data/Error.h"
 
@@ -52,13 +49,6 @@ struct PowderResult {
     ExperimentalSpectrum shown; ///< the sum, or the plane
     std::optional<ExperimentalSpectrum> experiment;
 };
-
-CrystalStructure structureOf(HostApplication &host, Simulation &simulation, const QString &file)
-{
-    simulation.readFile(file, {});
-    const auto ids = callPlugin<QList<QUuid>>(simulation.table().table(), "tableItem_sharedDataIds()");
-    return CrystalStructure::fromData(host.documentData().getDataMap(ids.value(0)));
-}
 
 QString fixed(double value, int decimals)
 {
@@ -236,7 +226,8 @@ Powder::Progress progressOf(ProgressLine &line, const QString &what)
 void runPowder(const PowderJob &job, const OutputOptions &outputs, HostApplication &host, MessageLog &log)
 {
     Simulation simulation(host, log);
-    const CrystalStructure structure = structureOf(host, simulation, job.file);
+    simulation.readFile(job.file, {});
+    const CrystalStructure structure = simulation.structure();
     warnOfMethods(job.sets, job.file);
     PowderSettings settings = job.settings;
     PowderSites sites = PowderSites::of(structure, settings);

@@ -6,14 +6,11 @@
 #include "cli/PowderOptions.h"
 #include "cli/SimulateOptions.h"
 #include "cli/Simulation.h"
-#include "host/DataEngine.h"
 #include "host/HostApplication.h"
 #include "data/Nuclides.h"
 #include "formats/OutputFiles.h"
 #include "analysis/SimpsonExperiment.h"
 #include "analysis/SpinSystem.h"
-#include "data/PluginCall.h"
-#include "items/table/TableItem.h"
 #include "data/Error.h"
 
 #include <QFileInfo>
@@ -103,8 +100,7 @@ CommandRun prepareSpinSystem(const CommandLine &line)
         Simulation simulation(host, log);
         simulation.readFile(file, {});
         warnOfMethods(sets, file);
-        const auto ids = callPlugin<QList<QUuid>>(simulation.table().table(), "tableItem_sharedDataIds()");
-        const QVariantMap data = host.documentData().getDataMap(ids.value(0));
+        const QVariantMap data = simulation.structureData();
         const SpinSystem system = SpinSystem::fromData(data, options);
         const QString title = QStringLiteral("Spin system of %1").arg(QFileInfo(file).fileName());
         if (isMrsimulator) {
