@@ -400,9 +400,13 @@ private Q_SLOTS:
                       "/paracetamol.magres --nucleus 13C --nucleus-f1 1H --average ch3 -o @hetcor.json");
         const QJsonArray peaks = QJsonDocument::fromJson(m_program.read("hetcor.json"))[u"peaks"_s].toArray();
         QSet<QByteArray> places;
-        for (const QJsonValue &peak : peaks)
-            places.insert(QByteArray::number(peak[u"pos"_s][0].toDouble() + 72.5, 'f', 3) + ','
-                          + QByteArray::number(peak[u"pos"_s][1].toDouble() - 69.25, 'f', 3) + '\n');
+        QByteArray list;
+        for (const QJsonValue &peak : peaks) {
+            const QByteArray place = QByteArray::number(peak[u"pos"_s][0].toDouble() + 72.5, 'f', 3) + ','
+                + QByteArray::number(peak[u"pos"_s][1].toDouble() - 69.25, 'f', 3) + '\n';
+            places.insert(place);
+            list += place;
+        }
         QCOMPARE(places.size(), 8);
         m_program.write("hetcor.csv", "f2,f1\n" + QByteArrayList(places.begin(), places.end()).join());
         const QByteArray line =
@@ -417,6 +421,10 @@ private Q_SLOTS:
             // Two carbons have the same proton, which counts once.
             QCOMPARE(dimension[u"dof"_s].toInt(), sites - 1);
         }
+        // As simulate lists them: once for each of four molecules.
+        m_program.write("hetcor.csv", "f2,f1\n" + list);
+        QCOMPARE(QJsonDocument::fromJson(m_program.run(line + "--format json")), report);
+        QVERIFY2(m_program.errors.contains("13C-1H: the 32 lines lie at 8 places"), m_program.errors);
         for (const QJsonValue &pair : report[u"pairs"_s].toArray())
             for (int d = 0; d < 2; ++d)
                 QVERIFY(std::abs(pair[u"calculated"_s][d].toDouble() - pair[u"measured"_s][d].toDouble()) < 2e-3);
@@ -438,7 +446,7 @@ private Q_SLOTS:
         const QByteArray shared = m_program.run("compare @shared.magres --nucleus 13C --nucleus-f1 1H --experiment "
                                                 "@shared.csv --format csv");
         for (const char *row :
-             {"\"A.1\",\"HA.1\",1,110,110,8,8\n", "\"A.2\",\"HA.2\",1,80,80,5,5\n", "\"A.3\",\"HA.1\",1,50,50,8,8\n"})
+             {"\"A.1\",\"HA.1\",1,110,110,8,8,", "\"A.2\",\"HA.2\",1,80,80,5,5,", "\"A.3\",\"HA.1\",1,50,50,8,8,"})
             QVERIFY2(shared.contains(row), shared + m_program.errors);
         // One too many is refused, or left out.
         m_program.write("hetcor.csv", "f2,f1\n90,12\n" + QByteArrayList(places.begin(), places.end()).join());

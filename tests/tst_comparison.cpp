@@ -222,6 +222,17 @@ private Q_SLOTS:
         QVERIFY(!pbe.agreesWith(method("calc_xcfunctional RPBE")));
         QVERIFY(!pbe.agreesWith(method("calc_cutoffenergy 30")));
         QVERIFY(pbe.agreesWith({}));
+        // A file that knows nothing hides no difference between others.
+        CommonMethod common;
+        for (const auto &[file, lines, other, known] :
+             {std::tuple("a", "", "", "unknown method"), std::tuple("b", "calc_xcfunctional PBE", "", "PBE"),
+              std::tuple("c", "calc_code CASTEP", "", "CASTEP, PBE"),
+              std::tuple("d", "calc_code CASTEP\ncalc_xcfunctional LDA", "b", "CASTEP, PBE"),
+              std::tuple("e", "calc_code QE", "c", "CASTEP, PBE")}) {
+            const auto differs = common.add(QLatin1String(file), method(lines));
+            QCOMPARE(differs ? differs->file : QString(), QLatin1String(other));
+            QCOMPARE(common.method().text(), QLatin1String(known));
+        }
     }
 
     /// Against every image far around, in cells as flat and skewed as nobody would choose.
@@ -393,6 +404,21 @@ private Q_SLOTS:
         QCOMPARE(pairing.text(), u"assigned"_s);
         lines[1].sites = {u"C9"_s};
         QVERIFY(failure([&] { LinePairing::of(sites, lines, {}); }).contains("C9"));
+        // The names that tables of sites print.
+        QCOMPARE(assignedSites(u"C1 ×4/C2  ×12, C3×2 C4"_s), (QStringList{u"C1"_s, u"C2"_s, u"C3"_s, u"C4"_s}));
+        // Counts of lines that name sites count too.
+        lines = linesOf({71, 151, 112});
+        lines[0].sites = {u"C1"_s};
+        for (const auto &[counts, pairs] : {std::pair(std::array{2, 1, 1}, Pairs{{0}, {2}, {1}, {0}}),
+                                            std::pair(std::array{1, 1, 2}, Pairs{{0}, {2}, {1}, {2}}),
+                                            std::pair(std::array{3, 3, 6}, Pairs{{0}, {2}, {1}, {2}})}) {
+            for (std::size_t k = 0; k < 3; ++k)
+                lines[k].count = counts[k];
+            QCOMPARE(LinePairing::of(sites, lines, {}).linesOf, pairs);
+        }
+        lines[0].sites = {u"C1"_s, u"C2"_s};
+        QVERIFY(
+            failure([&] { LinePairing::of(sites, lines, {}); }).contains("stands for 1 nuclei, but the sites that it"));
         // A line for each atom; sites of two and of one, in the order of shifts.
         sites = sitesOf({100, 50});
         sites[0].lines = sites[0].nuclei = 2;
@@ -714,7 +740,16 @@ private Q_SLOTS:
         other = next;
         other.atoms[4].element = u"D"_s;
         QVERIFY(failure([&] { average.add(other, u"b"_s); }).contains("atom 5"));
+        other = next;
+        std::swap(other.atoms[4].number, other.atoms[5].number);
+        std::swap(other.atoms[4].labels, other.atoms[5].labels);
+        QVERIFY(failure([&] { average.add(other, u"b"_s); }).contains("atom 5"));
         QCOMPARE(average.count(), 3);
+        // Names of another program, in the same order.
+        for (CrystalAtom &atom : other.atoms)
+            atom.labels = {u"X"_s + atom.element};
+        average.add(other, u"b"_s);
+        QCOMPARE(average.mean().atoms[4].labels, first.atoms[4].labels);
     }
 
     /// Numbers of numpy.

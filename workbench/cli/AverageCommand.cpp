@@ -75,7 +75,7 @@ CommandRun prepareAverage(const CommandLine &line)
     }
     return headless([=](HostApplication &host, MessageLog &log) {
         ConfigurationAverage average;
-        CalculationMethod method;
+        CommonMethod method;
         for (const QString &file : files) {
             {
                 Simulation simulation(host, log);
@@ -83,19 +83,17 @@ CommandRun prepareAverage(const CommandLine &line)
                 average.add(simulation.structure(), file);
             }
             closeAll(host);
-            const CalculationMethod other = CalculationMethod::fromFile(file);
-            if (average.count() == 1)
-                method = other;
-            else if (!method.agreesWith(other))
+            const CalculationMethod own = CalculationMethod::fromFile(file);
+            if (const auto other = method.add(file, own))
                 throw CommandError(Texts::tr("%1: calculated with %2, but %3 with %4")
-                                       .arg(file, other.text(), files.constFirst(), method.text()));
+                                       .arg(file, own.text(), other->file, other->method.text()));
         }
         const CrystalStructure mean = average.mean();
         OutputFiles written;
         for (const QString &output : outputs) {
             const bool isTable = QFileInfo(output).suffix().toLower() == u"csv";
             written.open(output).write(isTable ? errorTable(mean, average.errors())
-                                               : magresText(mean, method, comments(mean, average)));
+                                               : magresText(mean, method.method(), comments(mean, average)));
         }
         written.commit();
         printOut(QStringLiteral("Mean of %1 configurations of %2 atoms\n").arg(average.count()).arg(mean.atoms.size()));

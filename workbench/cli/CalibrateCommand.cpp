@@ -50,34 +50,6 @@ Compound splitArgument(const QString &argument)
     return first;
 }
 
-/// What one method of calculation gave, unless the user mixes them.
-class CommonMethod {
-public:
-    explicit CommonMethod(bool mayMix) : m_mayMix(mayMix) { }
-
-    void add(const QString &file)
-    {
-        const CalculationMethod method = CalculationMethod::fromFile(file);
-        if (m_first.isEmpty()) {
-            m_first = file;
-            m_method = method;
-        } else if (!m_method.agreesWith(method)) {
-            if (!m_mayMix)
-                throw CommandError(Texts::tr("%1: calculated with %2, but %3 with %4 (--mix-methods takes both)")
-                                       .arg(file, method.text(), m_first, m_method.text()));
-            m_isMixed = true;
-        }
-    }
-    /// Of a mixture nothing is known.
-    CalculationMethod method() const { return m_isMixed ? CalculationMethod() : m_method; }
-
-private:
-    bool m_mayMix;
-    bool m_isMixed = false;
-    QString m_first;
-    CalculationMethod m_method;
-};
-
 /// The regression and the pairs that it was made of. In compounds whose lines overlap the pairs depend on the slope,
 /// and are sought anew until they stay.
 ReferenceSet calibrated(const std::vector<Compound> &compounds, std::vector<LinePairing> *pairings)
@@ -198,11 +170,13 @@ CommandRun prepareCalibrate(const CommandLine &line)
     ComparisonOptions options;
     options.sites = {parseSymmetryTolerance(line), parseAveraging(line)};
     if (line.has("unmatched"))
-        options.unmatched = OptionValues::count(QStringLiteral("--unmatched"), line.value("unmatched"), 1000, 0);
+        options.unmatched =
+            OptionValues::count(QStringLiteral("--unmatched"), line.value("unmatched"), LinePairing::mostUnmatched, 0);
     const bool mayMix = line.has("mix-methods");
     const QStringList outputs = line.values("o");
     return headless([=](HostApplication &host, MessageLog &log) mutable {
-        CommonMethod method(mayMix);
+        CommonMethod method;
+        bool isMixed = false;
         for (Compound &compound : compounds) {
             options.nuclei.resize(1);
             options.nuclei[0].name = nucleus;
@@ -211,16 +185,22 @@ CommandRun prepareCalibrate(const CommandLine &line)
             compound.measurement = options.read(&notes).front();
             Simulation simulation(host, log);
             simulation.readFile(compound.file, {});
-            method.add(compound.file);
+            const CalculationMethod own = CalculationMethod::fromFile(compound.file);
+            if (const auto other = method.add(compound.file, own)) {
+                if (!mayMix)
+                    throw CommandError(Texts::tr("%1: calculated with %2, but %3 with %4 (--mix-methods takes both)")
+                                           .arg(compound.file, own.text(), other->file, other->method.text()));
+                isMixed = true;
+            }
             const CrystalStructure structure = simulation.structure();
             const UniqueSites unique = UniqueSites::of(structure, options.sites);
-            const NucleusMeasurement asListed = compound.measurement;
+            const std::size_t listed = compound.measurement.lines.size();
             try {
                 compound.sites = NucleusComparison::ofPlaces(structure, unique, compound.measurement).sites;
             } catch (const std::exception &error) {
                 throw CommandError(Texts::tr("%1: %2").arg(compound.file, QString::fromUtf8(error.what())));
             }
-            if (const QString note = placesNote(asListed, compound.measurement.lines.size()); !note.isEmpty())
+            if (const QString note = placesNote(nucleus, listed, compound.measurement.lines.size()); !note.isEmpty())
                 notes.append(QStringLiteral("%1: %2").arg(compound.file, note));
             for (const QString &note : notes)
                 printError(Texts::tr("magres-workbench calibrate: %1\n").arg(note));
@@ -230,7 +210,7 @@ CommandRun prepareCalibrate(const CommandLine &line)
         std::vector<LinePairing> pairings;
         ReferenceSet set = calibrated(compounds, &pairings);
         set.nucleus = nucleus;
-        set.method = method.method();
+        set.method = isMixed ? CalculationMethod() : method.method(); // of a mixture nothing is known
         OutputFiles files;
         for (const QString &output : outputs) {
             QIODevice &device = files.open(output);

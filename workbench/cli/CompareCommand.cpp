@@ -18,6 +18,16 @@ void printNote(const QString &note)
     printError(Texts::tr("magres-workbench compare: %1\n").arg(note));
 }
 
+NucleusComparison comparedPlaces(const CrystalStructure &structure, const UniqueSites &unique,
+                                 NucleusMeasurement &measurement)
+{
+    try {
+        return NucleusComparison::ofPlaces(structure, unique, measurement);
+    } catch (const UnknownSite &error) {
+        throw CommandError(Texts::tr("%1 (--ignore-labels pairs without names)").arg(QString::fromUtf8(error.what())));
+    }
+}
+
 CommandRun prepareCompare(const CommandLine &line)
 {
     if (line.has("nucleus-f1"))
@@ -42,9 +52,9 @@ CommandRun prepareCompare(const CommandLine &line)
         for (const ComparisonOptions::Nucleus &nucleus : options.nuclei)
             notes.append(nucleus.set ? methodWarning(*nucleus.set, file) : QString());
         for (NucleusMeasurement &measurement : report.measurements) {
-            const NucleusMeasurement asListed = measurement;
-            report.comparisons.push_back(NucleusComparison::ofPlaces(report.structure, unique, measurement));
-            notes.append(placesNote(asListed, measurement.lines.size()));
+            const std::size_t listed = measurement.lines.size();
+            report.comparisons.push_back(comparedPlaces(report.structure, unique, measurement));
+            notes.append(placesNote(measurement.nucleus, listed, measurement.lines.size()));
         }
         notes.removeAll(QString());
         for (const QString &note : notes)

@@ -57,11 +57,7 @@ void takeScale(const CommandLine &line, const QStringList &nuclei, Plan &plan)
 {
     const auto slopes = valuesByNucleus(line, "slope", nuclei), sigmas = valuesByNucleus(line, "sigma", nuclei),
                references = valuesByNucleus(line, "reference", nuclei);
-    plan.sets = parseReferenceSets(line);
-    for (const ReferenceSet &set : plan.sets) {
-        if (!nuclei.contains(set.nucleus))
-            throw UsageError(Texts::tr("option --reference-set: no dimension is of %1").arg(set.nucleus));
-    }
+    plan.sets = parseReferenceSets(line, nuclei);
     for (int d = 0; d < 2; ++d) {
         DimensionOptions &dimension = plan.spectrum.dimension[d];
         const QString &nucleus = dimension.nucleus;
@@ -69,14 +65,7 @@ void takeScale(const CommandLine &line, const QStringList &nuclei, Plan &plan)
             dimension.slope = OptionValues::number(QStringLiteral("--slope"), slopes[nucleus]);
         if (references.contains(nucleus))
             plan.reference[d] = OptionValues::number(QStringLiteral("--reference"), references[nucleus]);
-        for (const ReferenceSet &set : plan.sets) {
-            if (set.nucleus != nucleus)
-                continue;
-            if (!slopes.contains(nucleus))
-                dimension.slope = set.calibration.slope;
-            if (!plan.reference[d])
-                plan.reference[d] = set.calibration.reference;
-        }
+        fillFrom(plan.sets, nucleus, plan.reference[d], dimension.slope);
         plan.sigma[d] = sigmas.contains(nucleus) ? OptionValues::positive(QStringLiteral("--sigma"), sigmas[nucleus])
                                                  : usualError(nucleus);
         if (!plan.sigma[d])
@@ -196,6 +185,20 @@ QStringList namedIn(const QString &label, const QMultiHash<QString, QString> &si
     return names;
 }
 
+/// Peaks at one place that name the same sites are one.
+std::vector<MeasuredPeak> mergedPeaks(const std::vector<MeasuredPeak> &peaks)
+{
+    std::vector<MeasuredPeak> merged;
+    for (const MeasuredPeak &peak : peaks) {
+        const bool isKnown = std::any_of(merged.begin(), merged.end(), [&](const MeasuredPeak &other) {
+            return other.f2 == peak.f2 && other.f1 == peak.f1 && other.label == peak.label;
+        });
+        if (!isKnown)
+            merged.push_back(peak);
+    }
+    return merged;
+}
+
 /// The measured peak of each calculated one whose sites its label names; -1 for the others.
 std::vector<int> assignedPeaks(const std::vector<MeasuredPeak> &measured, const std::vector<CrossPeak> &peaks,
                                const QMultiHash<QString, QString> &siteOf)
@@ -240,28 +243,32 @@ std::vector<int> assignedPeaks(const std::vector<MeasuredPeak> &measured, const 
     return lineOf;
 }
 
-/// One dimension of the pairs: each of its sites once, at the mean of what was measured of it.
+/// One dimension of the pairs, or both where they are of one nucleus: each site once, at the mean of what was measured
+/// of it.
 NucleusComparison comparisonOf(const std::vector<CrossPeak> &peaks, const std::vector<PlanePoint> &measured,
-                               const CrossPeakPairing &pairing, std::size_t d, std::optional<double> offset)
+                               const CrossPeakPairing &pairing, std::initializer_list<std::size_t> dimensions,
+                               std::optional<double> offset)
 {
     NucleusComparison result;
     std::vector<MeasuredLine> lines;
-    for (std::size_t i = 0; i < peaks.size(); ++i) {
-        if (pairing.lineOf[i] < 0)
-            continue;
+    const auto add = [&](const CrossPeak &peak, std::size_t d, double shift) {
         auto known = std::find_if(result.sites.begin(), result.sites.end(),
-                                  [&](const ComparedSite &site) { return site.name == peaks[i].sites[d]; });
+                                  [&](const ComparedSite &site) { return site.name == peak.sites[d]; });
         if (known == result.sites.end()) {
             ComparedSite site;
-            site.name = peaks[i].sites[d];
-            site.shielding = peaks[i].calculated[d];
+            site.name = peak.sites[d];
+            site.shielding = peak.calculated[d];
             site.nuclei = 0;
             known = result.sites.insert(result.sites.end(), site);
             result.pairing.linesOf.emplace_back();
         }
-        known->nuclei += peaks[i].peaks;
+        known->nuclei += peak.peaks;
         result.pairing.linesOf[std::size_t(known - result.sites.begin())].push_back(int(lines.size()));
-        lines.push_back({measured[std::size_t(pairing.lineOf[i])][d], {}, {}});
+        lines.push_back({shift, {}, {}});
+    };
+    for (std::size_t i = 0; i < peaks.size(); ++i) {
+        for (std::size_t d : pairing.lineOf[i] < 0 ? std::initializer_list<std::size_t>{} : dimensions)
+            add(peaks[i], d, measured[std::size_t(pairing.lineOf[i])][d]);
     }
     Agreement::Options options;
     options.slope = 1; // the positions are shifts already
@@ -300,6 +307,9 @@ struct Report {
     std::vector<PlanePoint> measured;
     CrossPeakPairing pairing;
     std::vector<NucleusComparison> comparisons; ///< F2 and F1
+    /// Of both dimensions where they are of one nucleus: they share sites, errors and reference, so that χ² counts a
+    /// site once.
+    std::optional<Agreement> together;
     double reference[2] = {0, 0}; ///< of the simulation
 
     QString mode() const { return comparisons[0].pairing.text(); }
@@ -321,6 +331,23 @@ QString ppmText(double value)
 {
     constexpr double half = 0.005; // of the last digit; a zero has no sign
     return QString::number(std::abs(value) < half ? 0.0 : value, 'f', 2);
+}
+
+QString chiSquareText(const Agreement &agreement, double sigma)
+{
+    const ChiSquare chiSquare = agreement.chiSquare(sigma);
+    return QStringLiteral(", χ² %1 with %2 degrees of freedom%3")
+        .arg(ppmText(chiSquare.value), QString::number(chiSquare.degreesOfFreedom),
+             chiSquare.p ? QStringLiteral(", ") + chiSquare.pText() : QString());
+}
+
+void insertChiSquare(QJsonObject &object, const Agreement &agreement, double sigma)
+{
+    const ChiSquare chiSquare = agreement.chiSquare(sigma);
+    object.insert(QStringLiteral("chi2"), chiSquare.value);
+    object.insert(QStringLiteral("dof"), chiSquare.degreesOfFreedom);
+    if (chiSquare.p)
+        object.insert(QStringLiteral("p"), *chiSquare.p);
 }
 
 QByteArray Report::text() const
@@ -349,16 +376,17 @@ QByteArray Report::text() const
             titles.append(QStringLiteral("%1 %2").arg(QLatin1String(name), QLatin1String(what)));
     text += TableExport::alignedText(titles, cells) + u'\n';
     for (std::size_t d = 0; d < 2; ++d) {
-        const ChiSquare chiSquare = agreement(d).chiSquare(*plan.sigma[d]);
-        text += QStringLiteral("%1 (%2): reference %3 ppm (%10), %4 sites, RMSD %5 ppm, largest difference %6 ppm, "
-                               "χ² %7 with %8 degrees of freedom%9\n")
+        text += QStringLiteral("%1 (%2): reference %3 ppm (%7), %4 sites, RMSD %5 ppm, largest difference %6 ppm%8\n")
                     .arg(QLatin1String(dimensionNames[d]), dimension[d].nucleus,
                          ppmText(reference[d] + agreement(d).reference), QString::number(agreement(d).pairs.size()),
-                         ppmText(agreement(d).rmsd), ppmText(agreement(d).largest), ppmText(chiSquare.value),
-                         QString::number(chiSquare.degreesOfFreedom),
-                         chiSquare.p ? QStringLiteral(", ") + chiSquare.pText() : QString(),
-                         plan.reference[d] ? QStringLiteral("given") : QStringLiteral("fitted"));
+                         ppmText(agreement(d).rmsd), ppmText(agreement(d).largest),
+                         plan.reference[d] ? QStringLiteral("given") : QStringLiteral("fitted"),
+                         together ? QString() : chiSquareText(agreement(d), *plan.sigma[d]));
     }
+    if (together)
+        text += QStringLiteral("Both (%1): %2 sites%3\n")
+                    .arg(dimension[0].nucleus, QString::number(together->pairs.size()),
+                         chiSquareText(*together, *plan.sigma[0]));
     for (int line : pairing.leftOut)
         text += QStringLiteral("Left out: %1, %2 ppm\n")
                     .arg(ppmText(measured[std::size_t(line)][0]), ppmText(measured[std::size_t(line)][1]));
@@ -369,7 +397,37 @@ QByteArray Report::text() const
 
 QByteArray Report::csv() const
 {
-    QByteArray csv = "pairing,site_f2,site_f1,peaks,calculated_f2,measured_f2,calculated_f1,measured_f1\n";
+    QByteArray csv = "pairing,site_f2,site_f1,peaks,calculated_f2,measured_f2,calculated_f1,measured_f1", end;
+    const auto add = [&](const QByteArray &name, double value) {
+        csv += ',' + name;
+        end += ',';
+        NumberText::append17(end, value);
+    };
+    const auto addChiSquare = [&](const Agreement &of, double sigma, const QByteArray &suffix) {
+        const ChiSquare chiSquare = of.chiSquare(sigma);
+        add("chi2" + suffix, chiSquare.value);
+        add("dof" + suffix, chiSquare.degreesOfFreedom);
+        if (chiSquare.p) {
+            add("p" + suffix, *chiSquare.p);
+        } else {
+            csv += ",p" + suffix;
+            end += ',';
+        }
+    };
+    for (std::size_t d = 0; d < 2; ++d) {
+        const QByteArray suffix = d == 0 ? "_f2" : "_f1";
+        add("reference" + suffix, reference[d] + agreement(d).reference);
+        add("slope" + suffix, plan.spectrum.dimension[d].slope.value_or(-1));
+        add("rmsd" + suffix, agreement(d).rmsd);
+        add("largest_difference" + suffix, agreement(d).largest);
+        add("sigma" + suffix, *plan.sigma[d]);
+        if (!together)
+            addChiSquare(agreement(d), *plan.sigma[d], suffix);
+    }
+    if (together)
+        addChiSquare(*together, *plan.sigma[0], {});
+    csv += '\n';
+    end += '\n';
     const QByteArray start = mode().contains(u',') ? '"' + mode().toUtf8() + '"' : mode().toUtf8();
     for (std::size_t i = 0; i < peaks.size(); ++i) {
         csv += start;
@@ -383,14 +441,14 @@ QByteArray Report::csv() const
             if (isPaired(i))
                 NumberText::append17(csv, measuredAt(i, d));
         }
-        csv += '\n';
+        csv += end;
     }
     for (int line : pairing.leftOut) {
         csv += start + ",,,,,";
         NumberText::append17(csv, measured[std::size_t(line)][0]);
         csv += ",,";
         NumberText::append17(csv, measured[std::size_t(line)][1]);
-        csv += '\n';
+        csv += end;
     }
     return csv;
 }
@@ -412,28 +470,24 @@ QByteArray Report::json() const
     for (int line : pairing.leftOut)
         leftOut.append(QJsonArray{measured[std::size_t(line)][0], measured[std::size_t(line)][1]});
     for (std::size_t d = 0; d < 2; ++d) {
-        const ChiSquare chiSquare = agreement(d).chiSquare(*plan.sigma[d]);
         QJsonObject object{{QStringLiteral("nucleus"), plan.spectrum.dimension[d].nucleus},
                            {QStringLiteral("reference"), reference[d] + agreement(d).reference},
                            {QStringLiteral("referenceIsGiven"), plan.reference[d].has_value()},
                            {QStringLiteral("slope"), plan.spectrum.dimension[d].slope.value_or(-1)},
                            {QStringLiteral("rmsd"), agreement(d).rmsd},
                            {QStringLiteral("largestDifference"), agreement(d).largest},
-                           {QStringLiteral("sigma"), *plan.sigma[d]},
-                           {QStringLiteral("chi2"), chiSquare.value},
-                           {QStringLiteral("dof"), chiSquare.degreesOfFreedom}};
-        if (chiSquare.p)
-            object.insert(QStringLiteral("p"), *chiSquare.p);
+                           {QStringLiteral("sigma"), *plan.sigma[d]}};
+        if (!together)
+            insertChiSquare(object, agreement(d), *plan.sigma[d]);
         dimensions.append(object);
     }
-    return QJsonDocument(QJsonObject{{QStringLiteral("file"), file},
-                                     {QStringLiteral("spaceGroup"), spaceGroup},
-                                     {QStringLiteral("pairing"), mode()},
-                                     {QStringLiteral("dimensions"), dimensions},
-                                     {QStringLiteral("pairs"), pairs},
-                                     {QStringLiteral("without"), without},
-                                     {QStringLiteral("leftOut"), leftOut}})
-        .toJson();
+    QJsonObject whole{{QStringLiteral("file"), file},      {QStringLiteral("spaceGroup"), spaceGroup},
+                      {QStringLiteral("pairing"), mode()}, {QStringLiteral("dimensions"), dimensions},
+                      {QStringLiteral("pairs"), pairs},    {QStringLiteral("without"), without},
+                      {QStringLiteral("leftOut"), leftOut}};
+    if (together)
+        insertChiSquare(whole, *together, *plan.sigma[0]);
+    return QJsonDocument(whole).toJson();
 }
 
 void note(const QString &text)
@@ -451,7 +505,7 @@ CommandRun prepareCompareCrossPeaks(const CommandLine &line)
     const QString file = line.positional().constFirst();
     return headless([=](HostApplication &host, MessageLog &log) {
         const QStringList nuclei{plan.spectrum.dimension[0].nucleus, plan.spectrum.dimension[1].nucleus};
-        const MeasuredPeaks measured = ExperimentFile::peaks(plan.experiment, nuclei);
+        MeasuredPeaks measured = ExperimentFile::peaks(plan.experiment, nuclei);
         for (const QString &text : measured.notes)
             note(QStringLiteral("%1: %2").arg(plan.experiment, text));
         for (const ReferenceSet &set : plan.sets) {
@@ -461,8 +515,6 @@ CommandRun prepareCompareCrossPeaks(const CommandLine &line)
         Report report;
         report.file = file;
         report.plan = plan;
-        for (const MeasuredPeak &peak : measured.peaks)
-            report.measured.push_back({peak.f2, peak.f1});
         Simulation simulation(host, log);
         simulation.readFile(file, isotopes);
         simulation.runForPeaks(plan.spectrum);
@@ -482,6 +534,14 @@ CommandRun prepareCompareCrossPeaks(const CommandLine &line)
         std::vector<PlanePoint> calculated;
         for (const CrossPeak &peak : report.peaks)
             calculated.push_back(peak.calculated);
+        // A list may name a place as often as equivalent atoms would give it.
+        if (const std::size_t listed = measured.peaks.size(); listed > calculated.size()) {
+            measured.peaks = mergedPeaks(measured.peaks);
+            if (const QString text = placesNote(nuclei.join(u'-'), listed, measured.peaks.size()); !text.isEmpty())
+                note(text);
+        }
+        for (const MeasuredPeak &peak : measured.peaks)
+            report.measured.push_back({peak.f2, peak.f1});
         CrossPeakPairing::Options options;
         options.sigma = {*plan.sigma[0], *plan.sigma[1]};
         options.oneReference = plan.spectrum.homonuclear();
@@ -497,7 +557,7 @@ CommandRun prepareCompareCrossPeaks(const CommandLine &line)
         for (std::size_t d = 0; d < 2; ++d) {
             const bool isKnown = options.oneReference || plan.reference[d];
             NucleusComparison comparison =
-                comparisonOf(report.peaks, report.measured, report.pairing, d,
+                comparisonOf(report.peaks, report.measured, report.pairing, {d},
                              isKnown ? std::optional(report.pairing.offset[d]) : std::nullopt);
             const LinePairing mode = modeOf(options.assigned, report.pairing, report.measured.size());
             comparison.pairing.mode = mode.mode;
@@ -506,6 +566,9 @@ CommandRun prepareCompareCrossPeaks(const CommandLine &line)
             comparison.nucleus = QStringLiteral("%1, %2").arg(QLatin1String(dimensionNames[d]), nuclei[qsizetype(d)]);
             report.comparisons.push_back(std::move(comparison));
         }
+        if (options.oneReference)
+            report.together =
+                comparisonOf(report.peaks, report.measured, report.pairing, {0, 1}, options.offset[0]).agreement;
         outputs.write([&](TableExport::Format format) { return report.write(format); }, report.comparisons);
     });
 }

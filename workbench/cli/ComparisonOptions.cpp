@@ -89,7 +89,7 @@ const OptionSpec &referenceSetOption()
     return option;
 }
 
-std::vector<ReferenceSet> parseReferenceSets(const CommandLine &line)
+std::vector<ReferenceSet> parseReferenceSets(const CommandLine &line, const QStringList &nuclei)
 {
     std::vector<ReferenceSet> sets;
     for (const QString &fileName : line.values("reference-set")) {
@@ -97,8 +97,20 @@ std::vector<ReferenceSet> parseReferenceSets(const CommandLine &line)
         const auto isSame = [&](const ReferenceSet &set) { return set.nucleus == sets.back().nucleus; };
         if (std::count_if(sets.begin(), sets.end(), isSame) > 1)
             throw UsageError(Texts::tr("option --reference-set: two sets are of %1").arg(sets.back().nucleus));
+        if (!nuclei.isEmpty() && !nuclei.contains(sets.back().nucleus))
+            throw UsageError(Texts::tr("option %1: %2 is not among the nuclei given")
+                                 .arg(QStringLiteral("--reference-set"), sets.back().nucleus));
     }
     return sets;
+}
+
+void fillFrom(const std::vector<ReferenceSet> &sets, const QString &nucleus, std::optional<double> &reference,
+              std::optional<double> &slope)
+{
+    for (const ReferenceSet &set : sets) {
+        if (set.nucleus == nucleus)
+            set.fill(reference, slope);
+    }
 }
 
 QString methodWarning(const ReferenceSet &set, const QString &file)
@@ -172,7 +184,7 @@ ComparisonOptions ComparisonOptions::parse(const CommandLine &line)
         names.append(nucleus.name);
     const auto references = valuesByNucleus(line, "reference", names), slopes = valuesByNucleus(line, "slope", names),
                sigmas = valuesByNucleus(line, "sigma", names), windows = valuesByNucleus(line, "window", names);
-    const std::vector<ReferenceSet> sets = parseReferenceSets(line);
+    const std::vector<ReferenceSet> sets = parseReferenceSets(line, names);
     for (Nucleus &nucleus : options.nuclei) {
         const QString &name = nucleus.name;
         if (references.contains(name))
@@ -188,10 +200,6 @@ ComparisonOptions ComparisonOptions::parse(const CommandLine &line)
             if (set.nucleus == name)
                 nucleus.set = set;
         }
-    }
-    for (const ReferenceSet &set : sets) {
-        if (!names.contains(set.nucleus))
-            throw UsageError(Texts::tr("option --reference-set: no experiment is of %1").arg(set.nucleus));
     }
     options.sites = {parseSymmetryTolerance(line), parseAveraging(line)};
     if (line.has("unmatched"))
@@ -227,14 +235,11 @@ std::vector<NucleusMeasurement> ComparisonOptions::read(QStringList *notes) cons
         }
         for (const QString &note : measured.notes)
             notes->append(QStringLiteral("%1: %2").arg(nucleus.experiment, note));
-        const std::optional<double> slopeOfSet =
-            nucleus.set ? std::optional(nucleus.set->calibration.slope) : std::nullopt;
-        result.scale.slope = nucleus.fitsSlope ? std::nullopt
-            : nucleus.slope                    ? nucleus.slope
-                                               : std::optional(slopeOfSet.value_or(-1.0));
+        std::optional<double> slope = nucleus.slope;
         result.scale.reference = nucleus.reference;
-        if (nucleus.set && !nucleus.reference)
-            result.scale.reference = nucleus.set->calibration.reference;
+        if (nucleus.set)
+            nucleus.set->fill(result.scale.reference, slope);
+        result.scale.slope = nucleus.fitsSlope ? std::nullopt : std::optional(slope.value_or(-1.0));
         result.unmatched = unmatched;
         result.sigma = nucleus.sigma;
         result.window = nucleus.window;

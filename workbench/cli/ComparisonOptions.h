@@ -33,8 +33,12 @@ struct ComparisonOptions {
     std::vector<NucleusMeasurement> read(QStringList *notes) const;
 };
 
-/// The `--reference-set` options: one set a nucleus. Throws UsageError for two of one nucleus.
-std::vector<ReferenceSet> parseReferenceSets(const CommandLine &line);
+/// The `--reference-set` options: one set a nucleus. Throws UsageError for two of one nucleus, and for sets of others
+/// than these nuclei, unless there are none.
+std::vector<ReferenceSet> parseReferenceSets(const CommandLine &line, const QStringList &nuclei);
+/// What is not given of a nucleus comes from its set, if there is one.
+void fillFrom(const std::vector<ReferenceSet> &sets, const QString &nucleus, std::optional<double> &reference,
+              std::optional<double> &slope);
 const OptionSpec &referenceSetOption();
 
 /// One line for each set that another method of calculation was used for than for this file; empty when all agree.

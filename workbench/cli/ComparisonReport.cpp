@@ -84,6 +84,16 @@ QByteArray exactly(double value)
     return text;
 }
 
+/// σ, χ², degrees of freedom and p; empty where they are not known.
+QByteArray chiSquareFields(const NucleusComparison &comparison, const NucleusMeasurement &measurement)
+{
+    if (!comparison.chiSquare)
+        return ",,,";
+    const ChiSquare &chiSquare = *comparison.chiSquare;
+    return exactly(*measurement.sigma) + ',' + exactly(chiSquare.value) + ','
+        + QByteArray::number(chiSquare.degreesOfFreedom) + ',' + (chiSquare.p ? exactly(*chiSquare.p) : QByteArray());
+}
+
 } // namespace
 
 QStringList ComparisonReport::atomNames(const UniqueSite &site) const
@@ -148,12 +158,15 @@ QByteArray ComparisonReport::text() const
 
 QByteArray ComparisonReport::csv() const
 {
-    QByteArray csv = "nucleus,pairing,site,atoms,nuclei,shielding,calculated,measured,difference,reference,slope\n";
+    QByteArray csv = "nucleus,pairing,site,atoms,nuclei,shielding,calculated,measured,difference,reference,slope,"
+                     "rmsd,largest_difference,sigma,chi2,dof,p\n";
     for (std::size_t i = 0; i < comparisons.size(); ++i) {
         const NucleusComparison &comparison = comparisons[i];
         const Agreement &agreement = comparison.agreement;
         const QByteArray start = comparison.nucleus.toUtf8() + ',' + field(comparison.pairing.text()) + ',';
-        const QByteArray end = ',' + exactly(agreement.reference) + ',' + exactly(agreement.slope) + '\n';
+        const QByteArray end = ',' + exactly(agreement.reference) + ',' + exactly(agreement.slope) + ','
+            + exactly(agreement.rmsd) + ',' + exactly(agreement.largest) + ','
+            + chiSquareFields(comparison, measurements[i]) + '\n';
         const auto siteFields = [&](std::size_t index) {
             const ComparedSite &site = comparison.sites[index];
             return start + field(site.name) + ',' + field(atomNames(comparison.atoms[index]).join(u' ')) + ','

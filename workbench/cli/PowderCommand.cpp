@@ -7,7 +7,6 @@
 #include "cli/PowderOptions.h"
 #include "cli/ProgressLine.h"
 #include "cli/Simulation.h"
-#include "data/PluginCall.h"
 #include "data/SpectrumEntry.h"
 #include "document/PageExport.h"
 #include "formats/CsdmFile.h"
@@ -16,12 +15,10 @@
 #include "formats/SpectrumExport.h"
 #include "formats/SpectrumReader.h"
 #include "formats/TableExport.h"
-#include "host/DataEngine.h"
 #include "host/HostApplication.h"
 #include "host/MainScene.h"
 #include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
-#include "items/table/TableItem.h"
 
 #include "data/Error.h"
 
@@ -54,13 +51,6 @@ struct PowderResult {
     ExperimentalSpectrum shown; ///< the sum, or the plane
     std::optional<ExperimentalSpectrum> experiment;
 };
-
-CrystalStructure structureOf(HostApplication &host, Simulation &simulation, const QString &file)
-{
-    simulation.readFile(file, {});
-    const auto ids = callPlugin<QList<QUuid>>(simulation.table().table(), "tableItem_sharedDataIds()");
-    return CrystalStructure::fromData(host.documentData().getDataMap(ids.value(0)));
-}
 
 QString fixed(double value, int decimals)
 {
@@ -148,8 +138,9 @@ void writeOne(const PowderResult &result, const QString &suffix, QIODevice &devi
     entry.data = toEntryMap(result.shown);
     entry.spectrum = Spectrum::fromMap(entry.data);
     if (suffix == u"json") {
-        device.write(QJsonDocument(PowderExport::json(result.sites, result.settings,
-                                                      result.spectrum ? &*result.spectrum : nullptr))
+        device.write(QJsonDocument(result.spectrum
+                                       ? PowderExport::json(result.sites, result.settings, &*result.spectrum)
+                                       : PowderExport::tripleQuantumJson(result.sites, result.settings, result.shown))
                          .toJson());
     } else if (suffix == u"csdf") {
         device.write(CsdmFile::written(result.shown));
@@ -248,7 +239,8 @@ void noteEmptyRange(const Powder::Spectrum &spectrum)
 void runPowder(const PowderJob &job, const OutputOptions &outputs, HostApplication &host, MessageLog &log)
 {
     Simulation simulation(host, log);
-    const CrystalStructure structure = structureOf(host, simulation, job.file);
+    simulation.readFile(job.file, {});
+    const CrystalStructure structure = simulation.structure();
     warnOfMethods(job.sets, job.file);
     PowderSettings settings = job.settings;
     PowderSites sites = PowderSites::of(structure, settings);
@@ -294,24 +286,19 @@ void runPowder(const PowderJob &job, const OutputOptions &outputs, HostApplicati
              + (job.tripleQuantum ? tripleQuantumTable(sites) : QString()) + report + sites.limits() + u'\n');
 }
 
-/// Each from reference sets, unless an option says it.
+/// Each from a reference set, unless an option says it.
 void takeReference(const CommandLine &line, PowderJob &job)
 {
-    const std::vector<ReferenceSet> sets = parseReferenceSets(line);
-    for (const ReferenceSet &set : sets) {
-        if (set.nucleus != job.settings.nucleus)
-            continue;
-        if (!line.has("reference"))
-            job.settings.reference = set.calibration.reference;
-        if (!line.has("slope"))
-            job.settings.slope = set.calibration.slope;
-        job.sets.push_back(set);
-    }
-    const bool anyFits = std::any_of(sets.begin(), sets.end(),
-                                     [&](const ReferenceSet &set) { return set.nucleus == job.settings.nucleus; });
-    if (!sets.empty() && !anyFits)
-        throw UsageError(Texts::tr("option --reference-set: there is none of %1, but of %2")
-                             .arg(job.settings.nucleus, sets.front().nucleus));
+    PowderSettings &settings = job.settings;
+    job.sets = parseReferenceSets(line, {settings.nucleus});
+    std::optional<double> reference, slope;
+    if (line.has("reference"))
+        reference = settings.reference;
+    if (line.has("slope"))
+        slope = settings.slope;
+    fillFrom(job.sets, settings.nucleus, reference, slope);
+    settings.reference = reference.value_or(settings.reference);
+    settings.slope = slope.value_or(settings.slope);
 }
 
 CommandRun preparePowder(const CommandLine &line)

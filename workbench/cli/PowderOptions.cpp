@@ -103,7 +103,8 @@ PowderSettings parsePowderConditions(const CommandLine &line)
 PowderSettings parsePowder(const CommandLine &line)
 {
     PowderSettings settings = parsePowderConditions(line);
-    settings.labels = line.values("site");
+    for (const QString &name : line.values("site"))
+        settings.labels.append(withoutMultiplicity(name));
     if (line.has("reference"))
         settings.reference = OptionValues::number(CommandLine::shown("reference"), line.value("reference"));
     if (line.has("slope"))

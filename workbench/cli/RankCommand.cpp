@@ -206,10 +206,17 @@ private:
     TableExport::Format m_format;
 };
 
+void printRankNotes(const QStringList &notes)
+{
+    for (const QString &note : notes)
+        printError(Texts::tr("magres-workbench rank: %1\n").arg(note));
+}
+
 /// Prints the table and tells by the exit status whether it is whole.
 int finish(std::vector<RankRow> rows, const RankLayout &layout, const RankOutput &output)
 {
     RankTable::sort(rows, layout);
+    printRankNotes(RankTable::notesOn(rows, layout));
     output.write(rows, layout);
     const auto failed = std::count_if(rows.begin(), rows.end(), [](const RankRow &row) { return row.failed(); });
     if (failed > 0)
@@ -232,12 +239,6 @@ CommandRun prepareMerge(const CommandLine &line)
         const RankTable::Part all = RankTable::merge(parts);
         return finish(all.rows, all.layout, output);
     };
-}
-
-void printRankNotes(const QStringList &notes)
-{
-    for (const QString &note : notes)
-        printError(Texts::tr("magres-workbench rank: %1\n").arg(note));
 }
 
 /// Of the structures that were calculated otherwise than a reference set, as far as that can be seen.

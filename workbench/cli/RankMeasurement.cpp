@@ -225,6 +225,9 @@ QString RankMeasurement::basis() const
         const DimensionOptions &dimension = options.dimension[d];
         nuclei.append(dimension.nucleus);
         entries.append(QStringLiteral("%1 slope=%2").arg(dimension.nucleus).arg(dimension.slope.value_or(-1)));
+        entries.append(
+            QStringLiteral("%1 quad-shift=%2")
+                .arg(dimension.nucleus, dimension.quadrupolarShift ? QStringLiteral("on") : QStringLiteral("off")));
     }
     for (const MeasuredPeak &peak : ExperimentFile::peaks(m_plan.experiment, nuclei).peaks)
         lines.append(QStringLiteral("%1 %2 %3").arg(peak.f2, 0, 'g', 17).arg(peak.f1, 0, 'g', 17).arg(peak.count));

@@ -72,17 +72,13 @@ void refuseContradiction(const std::optional<Value> &f2, const std::optional<Val
     }
 }
 
-/// What is given for one dimension of the set's nucleus serves both.
-void takeUnlessGiven(const ReferenceSet &set, std::optional<double> DimensionOptions::*half, double value,
-                     SimulateOptions &options)
+/// One value serves both.
+void share(std::optional<double> &f2, std::optional<double> &f1)
 {
-    std::vector<DimensionOptions *> own;
-    for (DimensionOptions &dimension : options.dimension)
-        if (dimension.nucleus == set.nucleus)
-            own.push_back(&dimension);
-    if (std::none_of(own.begin(), own.end(), [&](const DimensionOptions *d) { return (d->*half).has_value(); }))
-        for (DimensionOptions *dimension : own)
-            dimension->*half = value;
+    if (!f2)
+        f2 = f1;
+    if (!f1)
+        f1 = f2;
 }
 
 void checkNuclei(const SimulateOptions &options)
@@ -196,17 +192,19 @@ SimulateOptions SimulateOptions::parse(const CommandLine &line)
                                                    {QStringLiteral("strongest"), QStringLiteral("rss")});
     }
     options.isotopes = parseIsotopes(line);
-    options.sets = parseReferenceSets(line);
-    for (const ReferenceSet &set : options.sets) {
-        takeUnlessGiven(set, &DimensionOptions::reference, set.calibration.reference, options);
-        takeUnlessGiven(set, &DimensionOptions::slope, set.calibration.slope, options);
-    }
     checkNuclei(options);
     if (options.homonuclear()) {
         refuseContradiction(f2.reference, f1.reference, "reference");
         refuseContradiction(f2.slope, f1.slope, "slope");
         refuseContradiction(f2.lineWidth, f1.lineWidth, "linewidth");
+        share(f2.reference, f1.reference);
+        share(f2.slope, f1.slope);
     }
+    QStringList nuclei{f2.nucleus, f1.nucleus};
+    nuclei.removeAll(QString());
+    options.sets = parseReferenceSets(line, nuclei);
+    for (DimensionOptions &dimension : options.dimension)
+        fillFrom(options.sets, dimension.nucleus, dimension.reference, dimension.slope);
     return options;
 }
 

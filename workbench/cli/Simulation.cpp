@@ -153,14 +153,19 @@ QUuid Simulation::dataId() const
     return callPlugin<QList<QUuid>>(m_table->table(), "tableItem_sharedDataIds()").value(0);
 }
 
+QVariantMap Simulation::structureData() const
+{
+    return m_host.documentData().getDataMap(dataId());
+}
+
 CrystalStructure Simulation::structure() const
 {
-    return CrystalStructure::fromData(m_host.documentData().getDataMap(dataId()));
+    return CrystalStructure::fromData(structureData());
 }
 
 TableContent Simulation::tableByAtom() const
 {
-    const QVariantMap data = m_host.documentData().getDataMap(dataId());
+    const QVariantMap data = structureData();
     const auto show = [this](const QVariantMap &shown) {
         m_host.documentData().insert(shown);
         callPlugin(m_table->table(), "tableItem_fromMap(QVariantMap)",

@@ -32,6 +32,7 @@ public:
     TableContent tableByAtom() const;
 
     /// The atoms and tensors of the file, as they are in the document.
+    QVariantMap structureData() const;
     CrystalStructure structure() const;
     /// The NMR nuclei of the file's elements, in the order of its atoms.
     QStringList nuclei() const;

@@ -6,14 +6,11 @@
 #include "cli/PowderOptions.h"
 #include "cli/SimulateOptions.h"
 #include "cli/Simulation.h"
-#include "host/DataEngine.h"
 #include "host/HostApplication.h"
 #include "data/Nuclides.h"
 #include "formats/OutputFiles.h"
 #include "analysis/SimpsonExperiment.h"
 #include "analysis/SpinSystem.h"
-#include "data/PluginCall.h"
-#include "items/table/TableItem.h"
 #include "data/Error.h"
 
 #include <QFileInfo>
@@ -34,7 +31,7 @@ QMap<QString, double> numbersByNucleus(const CommandLine &line, const char *opti
     return numbers;
 }
 
-SpinSystem::Options optionsOf(const CommandLine &line, const std::vector<ReferenceSet> &sets)
+SpinSystem::Options optionsOf(const CommandLine &line, std::vector<ReferenceSet> &sets)
 {
     required(line, "nucleus");
     SpinSystem::Options options;
@@ -49,11 +46,15 @@ SpinSystem::Options optionsOf(const CommandLine &line, const std::vector<Referen
     options.labels = line.value("atoms").split(u',', Qt::SkipEmptyParts);
     options.references = numbersByNucleus(line, "reference", options.nuclei);
     options.slopes = numbersByNucleus(line, "slope", options.nuclei);
+    sets = parseReferenceSets(line, options.nuclei);
+    const auto given = [](const QMap<QString, double> &values, const QString &nucleus) {
+        return values.contains(nucleus) ? std::optional(values[nucleus]) : std::nullopt;
+    };
     for (const ReferenceSet &set : sets) {
-        if (!options.references.contains(set.nucleus))
-            options.references.insert(set.nucleus, set.calibration.reference);
-        if (!options.slopes.contains(set.nucleus))
-            options.slopes.insert(set.nucleus, set.calibration.slope);
+        auto reference = given(options.references, set.nucleus), slope = given(options.slopes, set.nucleus);
+        set.fill(reference, slope);
+        options.references[set.nucleus] = *reference;
+        options.slopes[set.nucleus] = *slope;
     }
     if (line.has("cutoff"))
         options.cutoff = OptionValues::positive(QStringLiteral("--cutoff"), line.value("cutoff"));
@@ -83,22 +84,23 @@ std::optional<PowderSettings> experimentOf(const CommandLine &line, const SpinSy
 
 CommandRun prepareSpinSystem(const CommandLine &line)
 {
-    const std::vector<ReferenceSet> sets = parseReferenceSets(line);
+    std::vector<ReferenceSet> sets;
     const SpinSystem::Options options = optionsOf(line, sets);
     const std::optional<PowderSettings> experiment = experimentOf(line, options);
+    const QString file = line.positional().constFirst(), output = line.value("o");
+    const QString suffix = QFileInfo(output).suffix().toLower();
     const bool isMrsimulator = line.has("format")
-        && OptionValues::choice(QStringLiteral("--format"), line.value("format"),
-                                {QStringLiteral("simpson"), QStringLiteral("mrsimulator")})
-            == 1;
+        ? OptionValues::choice(QStringLiteral("--format"), line.value("format"),
+                               {QStringLiteral("simpson"), QStringLiteral("mrsimulator")})
+            == 1
+        : suffix == u"json" || suffix == u"mrsim";
     if (isMrsimulator && experiment)
         throw UsageError(Texts::tr("option --complete: it completes an input of SIMPSON, not of mrsimulator"));
-    const QString file = line.positional().constFirst(), output = line.value("o");
     return headless([=](HostApplication &host, MessageLog &log) {
         Simulation simulation(host, log);
         simulation.readFile(file, {});
         warnOfMethods(sets, file);
-        const auto ids = callPlugin<QList<QUuid>>(simulation.table().table(), "tableItem_sharedDataIds()");
-        const QVariantMap data = host.documentData().getDataMap(ids.value(0));
+        const QVariantMap data = simulation.structureData();
         const SpinSystem system = SpinSystem::fromData(data, options);
         const QString title = QStringLiteral("Spin system of %1").arg(QFileInfo(file).fileName());
         if (isMrsimulator) {
@@ -143,7 +145,8 @@ Command spinSystemCommand()
             referenceSetOption(),
             {"cutoff", "A", "Longest distance of a dipole line in Angstrom. Default: 4."},
             {"format", "FORMAT",
-             "simpson or mrsimulator: one spin system a site, as JSON, without dipole couplings. Default: simpson."},
+             "simpson or mrsimulator: one spin system a site, as JSON, without dipole couplings. Default: simpson, and "
+             "mrsimulator for an OUT that ends in .json or .mrsim."},
             {"complete", nullptr,
              "Adds what SIMPSON needs to run the file as it is: the spectrum of one site, as from powder."},
             {"frequency", "MHZ", "With --complete: spectrometer frequency of 1H in MHz. Default: 600."},

@@ -23,6 +23,7 @@ struct TableOptions {
     std::vector<const SiteColumn *> columns;
     bool unique = false;
     SiteTable::Options sites;
+    std::vector<ReferenceSet> sets; ///< that references and slopes were taken from
 };
 
 QString columnNames()
@@ -67,7 +68,8 @@ TableOptions parseTableOptions(const CommandLine &line)
     options.unique = line.has("unique");
     options.sites.sites = {parseSymmetryTolerance(line), parseAveraging(line)};
     QMap<QString, SiteTable::Scale> &scales = options.sites.scales;
-    for (const ReferenceSet &set : parseReferenceSets(line))
+    options.sets = parseReferenceSets(line, {});
+    for (const ReferenceSet &set : options.sets)
         scales[Nuclides::element(set.nucleus)] = {set.calibration.reference, set.calibration.slope, {}};
     const QMap<QString, double> references = byElement(line, "reference"), slopes = byElement(line, "slope");
     for (auto it = references.cbegin(); it != references.cend(); ++it)
@@ -168,6 +170,7 @@ CommandRun prepareTable(const CommandLine &line)
     return headless([=](HostApplication &host, MessageLog &log) {
         Simulation simulation(host, log);
         simulation.readFile(file, isotopes);
+        warnOfMethods(options.sets, file);
         TableContent content = options.unique ? simulation.tableByAtom() : simulation.table().content();
         if (options.unique || !options.columns.empty()) {
             const CrystalStructure structure = simulation.structure();

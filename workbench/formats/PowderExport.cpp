@@ -80,6 +80,31 @@ QJsonObject json(const PowderSites &sites, const PowderSettings &settings, const
     return result;
 }
 
+QJsonObject tripleQuantumJson(const PowderSites &sites, const PowderSettings &settings,
+                              const ExperimentalSpectrum &plane)
+{
+    QJsonObject result = json(sites, settings, nullptr), axes;
+    QJsonArray list = result[QStringLiteral("sites")].toArray();
+    for (qsizetype i = 0; i < list.size(); ++i) {
+        const Powder::TripleQuantumPosition position =
+            Powder::tripleQuantumPosition(sites.sites[std::size_t(i)].values);
+        QJsonObject site = list[i].toObject();
+        site.insert(QStringLiteral("delta1_ppm"), position.f1);
+        site.insert(QStringLiteral("delta2_ppm"), position.f2);
+        list[i] = site;
+    }
+    result[QStringLiteral("sites")] = list;
+    for (std::size_t d = 0; d < plane.dimensions.size(); ++d) {
+        const SpectrumDimension &axis = plane.dimensions[d];
+        axes.insert(d == 0 ? QStringLiteral("F2") : QStringLiteral("F1"),
+                    QJsonObject{{QStringLiteral("first"), axis.first},
+                                {QStringLiteral("step"), axis.step},
+                                {QStringLiteral("points"), axis.points}});
+    }
+    result.insert(QStringLiteral("axes"), axes);
+    return result;
+}
+
 void writeSitesCsv(const PowderSites &sites, const Powder::Spectrum &spectrum, QIODevice &device)
 {
     QByteArray text = "ppm";

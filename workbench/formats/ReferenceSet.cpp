@@ -36,6 +36,12 @@ double number(const QJsonObject &object, const char *key, const QString &fileNam
 
 } // namespace
 
+void ReferenceSet::fill(std::optional<double> &reference, std::optional<double> &slope) const
+{
+    reference = reference.value_or(calibration.reference);
+    slope = slope.value_or(calibration.slope);
+}
+
 QByteArray ReferenceSet::toJson() const
 {
     QJsonObject calculated;

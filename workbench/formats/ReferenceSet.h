@@ -19,6 +19,9 @@ struct ReferenceSet {
     ShiftCalibration calibration;
     std::vector<Source> sources;
 
+    /// What is not given is the set's.
+    void fill(std::optional<double> &reference, std::optional<double> &slope) const;
+
     QByteArray toJson() const;
     /// The regression is made anew from the sources. Errors are std::runtime_error that name the file.
     static ReferenceSet read(const QString &fileName);

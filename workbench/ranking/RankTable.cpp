@@ -318,7 +318,7 @@ RankRow rowOf(const Records &records, const QString &source, const Part &part)
         }
     }
     row.message = QString::fromUtf8(reader.next());
-    if (row.file.isEmpty() || ranked != row.message.isEmpty()) {
+    if (row.file.isEmpty() || (!ranked && row.message.isEmpty())) {
         fail(source, records.line(),
              row.file.isEmpty() ? Texts::tr("the name of the structure is missing")
                                 : Texts::tr("expected either a rank or a message"));
@@ -402,6 +402,14 @@ std::vector<Shown> shownColumns(const RankLayout &layout)
             columns.push_back(shownPart(Texts::tr("%1 RMSD, ppm").arg(nucleus), i, &Part::rmsd));
             columns.push_back(shownPart(Texts::tr("%1 ref., ppm").arg(nucleus), i, &Part::reference));
             columns.push_back(shownPairing(Texts::tr("%1 pairing").arg(nucleus), i));
+            columns.push_back({Texts::tr("%1 χ²/dof").arg(nucleus), [i](const RankRow &row) {
+                                   return i < row.parts.size()
+                                       ? reduced(row.parts[i].chiSquare, row.parts[i].degreesOfFreedom)
+                                       : QString();
+                               }});
+            columns.push_back({Texts::tr("%1 p").arg(nucleus), [i](const RankRow &row) {
+                                   return i < row.parts.size() ? significant(row.parts[i].p, 2) : QString();
+                               }});
         }
     } else {
         columns.push_back({Texts::tr("RMSD, ppm"), [](const RankRow &row) { return fixed(row.rmsd, 4); }});
@@ -456,9 +464,9 @@ QByteArray json(const std::vector<RankRow> &rows, const RankLayout &layout)
     int rank = 0;
     for (const RankRow &row : rows) {
         QJsonObject object{{QStringLiteral("file"), row.file}};
-        if (row.failed())
+        if (!row.message.isEmpty())
             object.insert(QStringLiteral("message"), row.message);
-        else
+        if (!row.failed())
             object.insert(QStringLiteral("rank"), ++rank);
         for (const Column &column : columns) {
             if (column.isText() && !column.textValue(row).isEmpty())
@@ -513,6 +521,35 @@ void checkNumbers(const RankRow &row, const RankLayout &layout)
                      .arg(QString::fromLatin1(column.name)));
         }
     }
+}
+
+QStringList notesOn(const std::vector<RankRow> &rows, const RankLayout &layout)
+{
+    std::vector<const RankRow *> ranked, doubtful;
+    for (const RankRow &row : rows) {
+        if (!row.failed())
+            ranked.push_back(&row);
+        if (!row.failed() && !row.message.isEmpty())
+            doubtful.push_back(&row);
+    }
+    QStringList notes;
+    if (!doubtful.empty())
+        notes.append(Texts::tr("%1: %2").arg(doubtful.front()->file, doubtful.front()->message));
+    if (doubtful.size() > 1)
+        notes.append(
+            Texts::tr("the sites of %1 more structures are doubtful (see their messages)").arg(doubtful.size() - 1));
+    for (std::size_t i = 0; i < std::size_t(layout.parts()) && !ranked.empty(); ++i) {
+        const auto sites = [&](const RankRow *row) { return row->parts[i].sites.value_or(0); };
+        const auto [least, most] = std::minmax_element(
+            ranked.begin(), ranked.end(), [&](const RankRow *a, const RankRow *b) { return sites(a) < sites(b); });
+        const QString nucleus = layout.nuclei.value(int(i));
+        if (sites(*least) < sites(*most))
+            notes.append((nucleus.isEmpty() ? QString() : nucleus + QStringLiteral(": "))
+                         + Texts::tr("the structures have %1 to %2 sites, each of which counts once")
+                               .arg(sites(*least))
+                               .arg(sites(*most)));
+    }
+    return notes;
 }
 
 QString digest(QStringList texts)

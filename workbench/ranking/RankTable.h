@@ -31,7 +31,7 @@ struct RankRow {
     /// What else the numbers hang on, "13C lines=5d1f08aa; 13C window=20…": those of other bases are not comparable.
     QString basis;
     QString fit; ///< "bad": the differences are larger than errors explain; else "ok", or empty where nobody knows
-    QString message; ///< one line: why the structure failed
+    QString message; ///< one line: why the structure failed; of others, what is doubtful about their sites
 
     bool failed() const { return parts.empty(); }
     /// Notes why; of the numbers those of peaks stay.
@@ -59,6 +59,9 @@ void sort(std::vector<RankRow> &rows, const RankLayout &layout);
 
 /// Throws std::runtime_error when a number of the row is not finite, so that it could neither be sorted nor read back.
 void checkNumbers(const RankRow &row, const RankLayout &layout);
+
+/// What whoever reads the table should know first: structures of doubtful sites, and numbers of sites that differ.
+QStringList notesOn(const std::vector<RankRow> &rows, const RankLayout &layout);
 
 /// What tells sets of texts apart in RankRow::basis, whatever their order.
 QString digest(QStringList texts);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ranking/ShiftRanking.h"
 
+#include "data/Elision.h"
 #include "data/Error.h"
 #include "data/Nuclides.h"
 #include "formats/ExperimentFile.h"
@@ -119,6 +120,14 @@ void takeTogether(const std::vector<NucleusComparison> &comparisons,
     row.fit = anyBad ? QStringLiteral("bad") : row.p ? QStringLiteral("ok") : QString();
 }
 
+/// One line.
+QString messageOf(const QStringList &warnings)
+{
+    if (warnings.size() < 2)
+        return elided(warnings.join(QString()));
+    return Texts::tr("%1 (and %2 more)").arg(elided(warnings.constFirst())).arg(warnings.size() - 1);
+}
+
 /// Of each line among the nuclei of all; the same for lists that say it by counts and by lines of their own.
 std::vector<double> sharesOf(const std::vector<MeasuredLine> &lines)
 {
@@ -155,6 +164,7 @@ void ShiftRanking::compare(const CrystalStructure &structure, RankRow &row) cons
         parts.push_back(partOf(comparisons[i], compared[i], startReferences[i]));
     }
     row.parts = std::move(parts);
+    row.message = messageOf(unique.warnings);
     takeTogether(comparisons, compared, row);
     if (comparisons.size() == 1)
         takeSingle(structure, comparisons[0], compared[0], row);
@@ -208,7 +218,7 @@ QStringList ShiftRanking::notesOn(const std::vector<RankRow> &rows) const
         }
         if (files.isEmpty())
             continue;
-        const QString note = placesNote(measurements[i], std::size_t(places));
+        const QString note = placesNote(measurements[i].nucleus, measurements[i].lines.size(), std::size_t(places));
         notes.append(files.size() == 1 ? Texts::tr("%1: %2").arg(files[0], note)
                                        : Texts::tr("%1 and %2 more: %3").arg(files[0]).arg(files.size() - 1).arg(note));
     }

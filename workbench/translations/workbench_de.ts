@@ -1510,10 +1510,6 @@ Optionen:
         <translation>Option %1: „%2“ liegt unter 0</translation>
     </message>
     <message>
-        <source>option --reference-set: no experiment is of %1</source>
-        <translation>Option --reference-set: kein Experiment ist von %1</translation>
-    </message>
-    <message>
         <source>%1: there are no lines</source>
         <translation>%1: es gibt keine Linien</translation>
     </message>
@@ -1980,10 +1976,6 @@ Optionen:
         <translation>Option --sigma: der Fehler der berechneten chemischen Verschiebungen von %1 ist nötig wie in --sigma %1=5: die Differenzen beider Dimensionen werden mit ihm gewichtet</translation>
     </message>
     <message>
-        <source>option --reference-set: there is none of %1, but of %2</source>
-        <translation>Option --reference-set: es gibt keinen von %1, aber von %2</translation>
-    </message>
-    <message>
         <source>option --complete: it completes an input of SIMPSON, not of mrsimulator</source>
         <translation>Option --complete: sie vervollständigt eine Eingabe von SIMPSON, nicht von mrsimulator</translation>
     </message>
@@ -2034,10 +2026,6 @@ Optionen:
     <message>
         <source>The positions are rounded by more than their step, or one is missing: a straight line was laid through them.</source>
         <translation>Die Positionen sind um mehr als ihren Schritt gerundet, oder eine fehlt: es wurde eine Gerade durch sie gelegt.</translation>
-    </message>
-    <message>
-        <source>option --reference-set: no dimension is of %1</source>
-        <translation>Option --reference-set: keine Dimension ist von %1</translation>
     </message>
     <message>
         <source>the cross peak at %1 is assigned to &quot;%2&quot;, but the structure has no such site (--ignore-labels pairs without names)</source>
@@ -2182,6 +2170,34 @@ Optionen:
     <message>
         <source>JSON</source>
         <translation>JSON</translation>
+    </message>
+    <message>
+        <source>the sites of %1 more structures are doubtful (see their messages)</source>
+        <translation>die Plätze von %1 weiteren Strukturen sind zweifelhaft (siehe deren Meldungen)</translation>
+    </message>
+    <message>
+        <source>the structures have %1 to %2 sites, each of which counts once</source>
+        <translation>die Strukturen haben %1 bis %2 Plätze, von denen jeder einmal zählt</translation>
+    </message>
+    <message>
+        <source>%1 (and %2 more)</source>
+        <translation>%1 (und %2 weitere)</translation>
+    </message>
+    <message>
+        <source>%1 (--ignore-labels pairs without names)</source>
+        <translation>%1 (--ignore-labels paart ohne Namen)</translation>
+    </message>
+    <message>
+        <source>by its count the line at %1 ppm stands for %2 nuclei, but the sites that it names have %3</source>
+        <translation>nach ihrer Anzahl steht die Linie bei %1 ppm für %2 Kerne, die Plätze, die sie nennt, haben aber %3</translation>
+    </message>
+    <message>
+        <source>%1 χ²/dof</source>
+        <translation>%1 χ²/dof</translation>
+    </message>
+    <message>
+        <source>%1 p</source>
+        <translation>%1 p</translation>
     </message>
 </context>
 <context>

@@ -32,6 +32,17 @@ std::optional<Tensor3> meanOf(const std::optional<Tensor3> &first, const Tensor3
     return mean;
 }
 
+bool areNamedAlike(const CrystalAtom &a, const CrystalAtom &b)
+{
+    return a.labels == b.labels && a.number == b.number;
+}
+
+bool anyIsNamedLike(const CrystalAtom &atom, const CrystalStructure &structure)
+{
+    return std::any_of(structure.atoms.begin(), structure.atoms.end(),
+                       [&](const CrystalAtom &other) { return areNamedAlike(atom, other); });
+}
+
 } // namespace
 
 void ConfigurationAverage::Moments::add(const Tensor3 &tensor, const Tensor3 &first)
@@ -66,7 +77,7 @@ void ConfigurationAverage::check(const CrystalStructure &structure, const QStrin
         fail(Texts::tr("only one of %1 and %2 has a lattice").arg(m_firstName, name));
     for (int i = 0; i < int(structure.atoms.size()); ++i) {
         const CrystalAtom &atom = structure.atoms[std::size_t(i)], &first = m_first.atoms[std::size_t(i)];
-        if (atom.element != first.element || atom.labels != first.labels || atom.number != first.number)
+        if (atom.element != first.element || (!areNamedAlike(atom, first) && anyIsNamedLike(atom, m_first)))
             fail(Texts::tr("atom %1 is %2 in %3, but %4 in %5")
                      .arg(i + 1)
                      .arg(structure.name(i), name, m_first.name(i), m_firstName));

@@ -14,8 +14,9 @@ public:
         std::optional<double> gradient; ///< of the gradient along the axis of the mean's Vzz, atomic units
     };
 
-    /// Atoms match by their order, species, labels and numbers. Throws std::runtime_error, with the name to show, when
-    /// they differ from those of the first, or one has a tensor that another lacks; nothing is added then.
+    /// Atoms match by their order and species; labels and numbers may differ, unless they tell of another order. Throws
+    /// std::runtime_error, with the name to show, when atoms differ from those of the first, or one has a tensor that
+    /// another lacks; nothing is added then.
     void add(const CrystalStructure &structure, const QString &name);
 
     int count() const { return m_count; }

@@ -48,7 +48,7 @@ struct Problem {
     std::vector<int> siteIds, lineIds;
     std::vector<double> shieldings, shifts;
     std::vector<int> nuclei;
-    std::vector<double> counts; ///< of the lines; empty: not given
+    std::vector<int> needs; ///< nuclei for each line; empty: any number
     std::vector<Point> fixed; ///< pairs that are settled
     LinePairing::Options options;
 
@@ -118,28 +118,16 @@ Split sparseSplit(const Problem &problem, const Scale &scale)
 /// go into which line is searched exactly.
 class CountedSplit {
 public:
-    /// Throws when the numbers do not fit.
     explicit CountedSplit(const Problem &problem) : m_problem(problem)
     {
         for (std::size_t i = 0; i < problem.sites(); ++i)
             m_classes[problem.nuclei[i]].push_back(int(i));
-        const double nuclei = std::accumulate(problem.nuclei.begin(), problem.nuclei.end(), 0.0);
-        const double counts = std::accumulate(problem.counts.begin(), problem.counts.end(), 0.0);
-        for (double count : problem.counts) {
-            const double need = count * nuclei / counts;
-            if (std::abs(need - std::round(need)) > 1e-6 * nuclei)
-                fail(
-                    Texts::tr("the lines stand for %1 nuclei together, into which the %2 of the sites do not go evenly")
-                        .arg(counts)
-                        .arg(nuclei));
-            m_needs.push_back(int(std::lround(need)));
-        }
     }
 
     Split split(const Scale &scale) const
     {
         std::vector<Stage> stages{{{State(m_classes.size(), 0), {0, {}}}}};
-        for (std::size_t k = 0; k < m_needs.size(); ++k) {
+        for (std::size_t k = 0; k < m_problem.needs.size(); ++k) {
             Stage next;
             for (const auto &[state, way] : stages.back())
                 extend(state, way.cost, k, scale, next);
@@ -153,7 +141,7 @@ public:
 
         Split split(m_problem.sites());
         State state = stages.back().begin()->first;
-        for (std::size_t k = m_needs.size(); k > 0; --k) {
+        for (std::size_t k = m_problem.needs.size(); k > 0; --k) {
             const State before = stages[k].at(state).from;
             std::size_t c = 0;
             for (const auto &[size, members] : m_classes) {
@@ -198,12 +186,11 @@ private:
                     take(std::next(sizes), c + 1, state, need, cost);
                 }
             };
-        take(m_classes.begin(), 0, from, m_needs[k], costSoFar);
+        take(m_classes.begin(), 0, from, m_problem.needs[k], costSoFar);
     }
 
     const Problem &m_problem;
     std::map<int, std::vector<int>> m_classes; ///< sites by number of nuclei, each by ascending shift
-    std::vector<int> m_needs; ///< nuclei of each line
 };
 
 using Splitter = std::function<Split(const Scale &)>;
@@ -289,10 +276,12 @@ std::vector<char> enterAssigned(const std::vector<ComparedSite> &sites, const st
                 return site.name == label || site.labels.contains(label);
             });
             if (found == sites.end())
-                fail(Texts::tr(
-                         "the line at %1 ppm is assigned to \"%2\", but the structure has no such site of this nucleus")
-                         .arg(lines[k].shift)
-                         .arg(label));
+                throw UnknownSite(
+                    Texts::tr(
+                        "the line at %1 ppm is assigned to \"%2\", but the structure has no such site of this nucleus")
+                        .arg(lines[k].shift)
+                        .arg(label)
+                        .toStdString());
             std::vector<int> &own = pairing.linesOf[std::size_t(found - sites.begin())];
             if (own.empty() || own.back() != int(k))
                 own.push_back(int(k));
@@ -333,13 +322,56 @@ Problem problemOf(const std::vector<ComparedSite> &sites, const std::vector<Meas
         problem.shieldings.push_back(sites[std::size_t(i)].shielding);
         problem.nuclei.push_back(sites[std::size_t(i)].nuclei);
     }
-    for (int k : problem.lineIds) {
+    for (int k : problem.lineIds)
         problem.shifts.push_back(lines[std::size_t(k)].shift);
-        if (const auto count = lines[std::size_t(k)].count; count && *count > 0)
-            problem.counts.push_back(*count);
+    return problem;
+}
+
+bool isCounted(const MeasuredLine &line)
+{
+    return line.count && *line.count > 0;
+}
+
+/// The same with numbers of nuclei by the counts of all lines. Those that name sites have their nuclei; where these are
+/// not enough they take more of the other sites. Throws when the numbers do not fit.
+Problem countedProblem(Problem problem, const std::vector<ComparedSite> &sites, const std::vector<MeasuredLine> &lines,
+                       const LinePairing &assigned)
+{
+    std::vector<double> named(lines.size()); // nuclei
+    for (std::size_t i = 0; i < sites.size(); ++i) {
+        const std::vector<int> &own = assigned.linesOf[i];
+        for (int line : own)
+            named[std::size_t(line)] += sites[i].nuclei / double(own.size());
     }
-    if (problem.counts.size() != problem.lineIds.size())
-        problem.counts.clear();
+    double nuclei = std::accumulate(problem.nuclei.begin(), problem.nuclei.end(), 0.0), counts = 0;
+    for (std::size_t k = 0; k < lines.size(); ++k) {
+        counts += isCounted(lines[k]) ? *lines[k].count : 0;
+        nuclei += isCounted(lines[k]) ? named[k] : 0;
+    }
+    std::map<std::pair<double, int>, int> needs; // by shift and line
+    for (std::size_t k = 0; k < lines.size(); ++k) {
+        if (!isCounted(lines[k]))
+            continue;
+        const double whole = *lines[k].count * nuclei / counts, need = whole - named[k];
+        if (std::abs(need - std::round(need)) > 1e-6 * nuclei)
+            fail(Texts::tr("the lines stand for %1 nuclei together, into which the %2 of the sites do not go evenly")
+                     .arg(counts)
+                     .arg(nuclei));
+        if (need < -0.5)
+            fail(Texts::tr("by its count the line at %1 ppm stands for %2 nuclei, but the sites that it names have %3")
+                     .arg(lines[k].shift)
+                     .arg(whole)
+                     .arg(named[k]));
+        if (need > 0.5)
+            needs[{lines[k].shift, int(k)}] = int(std::lround(need));
+    }
+    problem.lineIds.clear();
+    problem.shifts.clear();
+    for (const auto &[line, need] : needs) {
+        problem.lineIds.push_back(line.second);
+        problem.shifts.push_back(line.first);
+        problem.needs.push_back(need);
+    }
     return problem;
 }
 
@@ -370,12 +402,20 @@ LinePairing LinePairing::of(const std::vector<ComparedSite> &sites, const std::v
     const auto areSame = [](const auto &numbers) {
         return std::adjacent_find(numbers.begin(), numbers.end(), std::not_equal_to<>()) == numbers.end();
     };
-    const bool countsTell = !problem.counts.empty() && !(m == n && areSame(problem.counts) && areSame(problem.nuclei));
+    std::vector<double> counts;
+    for (const MeasuredLine &line : lines) {
+        if (isCounted(line))
+            counts.push_back(*line.count);
+    }
+    const bool countsTell = std::all_of(problem.lineIds.begin(), problem.lineIds.end(),
+                                        [&](int k) { return isCounted(lines[std::size_t(k)]); })
+        && !(m == n && areSame(counts) && areSame(problem.nuclei));
     if (m <= n && countsTell) {
+        const Problem counted = countedProblem(problem, sites, lines, pairing);
         pairing.mode = m == n ? Mode::Equal : Mode::Overlap;
         pairing.byCounts = true;
-        const CountedSplit counted(problem);
-        enter(problem, best(problem, [&](const Scale &scale) { return counted.split(scale); }), pairing);
+        const CountedSplit splitter(counted);
+        enter(counted, best(counted, [&](const Scale &scale) { return splitter.split(scale); }), pairing);
     } else if (m == n) {
         enterByAtoms(problem, std::vector<int>(std::size_t(n), 1), pairing);
     } else if (m < n) {

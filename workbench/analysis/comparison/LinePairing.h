@@ -30,6 +30,12 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// A line names a site that there is not.
+class UnknownSite : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
 /// Lines at one place that name the same sites are one, which counts as often as it was listed unless all were listed
 /// equally often. Of each, `from` tells which of the lines it was made of.
 std::vector<MeasuredLine> mergedLines(const std::vector<MeasuredLine> &lines,
@@ -59,9 +65,10 @@ struct LinePairing {
 
     /// Lines that name sites go there. The others go to the sites that are left, so that the sum of squared
     /// differences, each site once, is least at the reference, or at the best one: by order where the numbers are
-    /// equal; else sites sorted by shift are cut into groups, one a line. Given the counts of all lines, groups have
+    /// equal; else sites sorted by shift are cut into groups, one a line. Given the counts of these lines, groups have
     /// these numbers of nuclei up to a common factor; groups then need not be neighbours where the sites' own numbers
-    /// differ. Throws TooManyLines, or std::runtime_error when a label is not known or counts cannot be met.
+    /// differ. Lines that name sites and have counts share the factor, and take more sites where they name too few.
+    /// Throws TooManyLines, UnknownSite, or std::runtime_error when counts cannot be met.
     static LinePairing of(const std::vector<ComparedSite> &sites, const std::vector<MeasuredLine> &lines,
                           const Options &options);
 

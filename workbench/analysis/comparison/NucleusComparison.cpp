@@ -20,7 +20,7 @@ std::vector<ComparedSite> comparedSites(const CrystalStructure &structure, const
             result.labels.append(structure.name(atom));
         }
         // A label that the site's atoms share with no others.
-        result.labels.append(result.name.section(QStringLiteral(" ×"), 0, 0));
+        result.labels.append(withoutMultiplicity(result.name));
         result.shielding = *site.shielding;
         compared.push_back(std::move(result));
     }
@@ -58,13 +58,11 @@ NucleusComparison NucleusComparison::ofPlaces(const CrystalStructure &structure,
     return of(structure, unique, measurement);
 }
 
-QString placesNote(const NucleusMeasurement &measurement, std::size_t places)
+QString placesNote(const QString &nucleus, std::size_t lines, std::size_t places)
 {
-    return places == measurement.lines.size() ? QString()
-                                              : Texts::tr("%1: the %2 lines lie at %3 places, which were compared")
-                                                    .arg(measurement.nucleus)
-                                                    .arg(measurement.lines.size())
-                                                    .arg(places);
+    return places == lines
+        ? QString()
+        : Texts::tr("%1: the %2 lines lie at %3 places, which were compared").arg(nucleus).arg(lines).arg(places);
 }
 
 std::optional<double> NucleusComparison::logLikelihood(const NucleusMeasurement &measurement, double factor) const

@@ -44,7 +44,7 @@ struct NucleusComparison {
 };
 
 /// That places were compared in place of the lines; empty where they are as many.
-QString placesNote(const NucleusMeasurement &measurement, std::size_t places);
+QString placesNote(const QString &nucleus, std::size_t lines, std::size_t places);
 
 /// The sites of an element as they are compared. Throws as NucleusComparison::of().
 std::vector<ComparedSite> comparedSites(const CrystalStructure &structure, const std::vector<UniqueSite> &sites);

@@ -51,7 +51,7 @@ std::vector<int> sitesOf(const LinePairing &pairing, int line)
 QStringList assignedSites(const QString &label)
 {
     static const QRegularExpression between(QStringLiteral("[,;/+&\\s]+"));
-    return label.split(between, Qt::SkipEmptyParts);
+    return withoutMultiplicity(label).split(between, Qt::SkipEmptyParts);
 }
 
 PeakComparison PeakComparison::of(const CrystalStructure &structure, const UniqueSites &unique,

@@ -6,7 +6,7 @@
 
 namespace Workbench {
 
-/// The names of sites in the label of a peak: "C1", "C1,C2", "C1/C2".
+/// The names of sites in the label of a peak: "C1", "C1,C2", "C1 ×4/C2".
 QStringList assignedSites(const QString &label);
 
 /// A structure against the peaks of a spectrum in a document.

@@ -8,6 +8,7 @@
 #include <spglib.h>
 
 #include <QHash>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <cmath>
@@ -230,6 +231,12 @@ void nameSites(const CrystalStructure &structure, std::vector<UniqueSite> &sites
 }
 
 } // namespace
+
+QString withoutMultiplicity(QString names)
+{
+    static const QRegularExpression multiplicity(QStringLiteral("\\s*×\\d+"));
+    return names.remove(multiplicity);
+}
 
 UniqueSites UniqueSites::of(const CrystalStructure &structure, const Options &options)
 {

@@ -16,6 +16,9 @@ struct UniqueSite {
     int nuclei() const { return int(atoms.size()); }
 };
 
+/// "C1" of "C1 ×4"; so in a text that names several sites.
+QString withoutMultiplicity(QString names);
+
 struct UniqueSites {
     /// Which XH3 groups turn fast enough to give one line.
     enum class Averaging { None, Ch3, Xh3 };

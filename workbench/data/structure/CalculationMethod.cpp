@@ -83,6 +83,27 @@ bool CalculationMethod::agreesWith(const CalculationMethod &other) const
     return !contradict(code, other.code) && !contradict(functional, other.functional) && !cutoffsDiffer;
 }
 
+std::optional<CommonMethod::Source> CommonMethod::add(const QString &file, const CalculationMethod &method)
+{
+    for (const Source &source : m_sources) {
+        if (!source.method.agreesWith(method))
+            return source;
+    }
+    const bool isNews = (m_method.code.isEmpty() && !method.code.isEmpty())
+        || (m_method.functional.isEmpty() && !method.functional.isEmpty()) || (!m_method.cutoff && method.cutoff);
+    if (m_method.code.isEmpty()) {
+        m_method.code = method.code;
+        m_method.version = method.version;
+    }
+    if (m_method.functional.isEmpty())
+        m_method.functional = method.functional;
+    if (!m_method.cutoff)
+        m_method.cutoff = method.cutoff;
+    if (isNews)
+        m_sources.push_back({file, method});
+    return std::nullopt;
+}
+
 QString CalculationMethod::text() const
 {
     if (isEmpty())

@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <optional>
+#include <vector>
 
 namespace Workbench {
 
@@ -27,6 +28,23 @@ struct CalculationMethod {
     bool agreesWith(const CalculationMethod &other) const;
     /// "CASTEP, PBE, 680 eV"; a note where nothing is known.
     QString text() const;
+};
+
+/// The method of files that were calculated alike. What one of them does not know, another may.
+class CommonMethod {
+public:
+    struct Source {
+        QString file;
+        CalculationMethod method;
+    };
+
+    /// A file before this one with another method, which then is not taken; nothing when all agree.
+    std::optional<Source> add(const QString &file, const CalculationMethod &method);
+    const CalculationMethod &method() const { return m_method; }
+
+private:
+    CalculationMethod m_method; ///< what all know together
+    std::vector<Source> m_sources; ///< that told anything new
 };
 
 } // namespace Workbench

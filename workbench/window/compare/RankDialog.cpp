@@ -536,6 +536,8 @@ void RankDialog::end(const QString &failure)
         if (failed > 0)
             text += tr(", %n failed: the last column says why", nullptr, int(failed));
         text += tr(". Probabilities are relative to this pool: they say nothing about structures that are not in it");
+        for (const QString &note : RankTable::notesOn(rows, m_model->layout()))
+            text += QStringLiteral(". ") + note;
         m_status->setText(failure.isEmpty() ? text : elided(failure));
         m_folder.reset();
     }

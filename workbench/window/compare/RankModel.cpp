@@ -72,7 +72,12 @@ void RankModel::createColumns(const QString &singleNucleus)
     add(tr("Probability"), tr("In this pool, given that one of its structures is right"), &RankRow::probability, 3);
     add(tr("with 1.5 σ"), tr("The same with errors half as large again"), &RankRow::wideProbability, 3);
     m_columns.append({tr("Fit"), tr("Bad: the differences are larger than errors explain"),
-                      [](const RankRow &row) { return QVariant(row.failed() ? row.message : row.fit); }, -1});
+                      [](const RankRow &row) {
+                          QStringList texts{row.fit, row.message};
+                          texts.removeAll(QString());
+                          return QVariant(texts.join(QStringLiteral(": ")));
+                      },
+                      -1});
 }
 
 int RankModel::rowCount(const QModelIndex &parent) const
@@ -100,7 +105,7 @@ QVariant RankModel::data(const QModelIndex &index, int role) const
     if (role == Qt::TextAlignmentRole)
         return int((isNumber ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     if (role == Qt::ToolTipRole)
-        return row.failed() ? row.message : index.column() == 0 ? row.file : QVariant();
+        return !row.message.isEmpty() ? row.message : index.column() == 0 ? row.file : QVariant();
     return {};
 }
 
