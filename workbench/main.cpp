@@ -93,7 +93,7 @@ int run(const QStringList &arguments, int argc, char **argv)
             start.referenceSets = line.values("reference-set");
             if (index >= 0 && !start.referenceSets.isEmpty())
                 throw UsageError(Texts::tr("option --reference-set: it goes behind the command"));
-            parseReferenceSets(line);
+            parseReferenceSets(line, {});
             files = line.positional();
         } catch (const UsageError &error) {
             throw UsageError(QString::fromUtf8(error.what()) + u'\n' + programHelp());
