@@ -859,7 +859,7 @@ text #0b5799 * %3 0 Do it)"_s;
         QCOMPARE(said() + data.entry(a)[u"k"_s].toString(), u"about, entry A, All of 3, about, entry A, Value of 35"_s);
         data.setActiveEntryId(b);
         QVERIFY(said() == u"active b" && data.withdrawEdit() && !data.entry(a).contains(u"k"_s));
-        QCOMPARE(said(), u"entry A, entry b, entry c, active a"_s); // also which one is active again
+        QCOMPARE(said(), u"entry A, entry b, entry c, active A"_s); // also which one is active again
         QVERIFY(data.entry({}).isEmpty() && data.entryPeakList({}).isEmpty() && data.spectrum({}).isEmpty());
     }
 
