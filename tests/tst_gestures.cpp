@@ -79,7 +79,12 @@ public:
         QTest::mouseClick(m_view.viewport(), Qt::LeftButton, modifiers, at(pixel));
         QTest::qWait(QApplication::doubleClickInterval() + 20); // the next click makes no double click of it
     }
-    void drag(const QPointF &from, const QPointF &to, Qt::KeyboardModifiers modifiers = {})
+    void doubleClick(const QPointF &pixel, Qt::MouseButton button)
+    {
+        QTest::mouseDClick(m_view.viewport(), button, {}, at(pixel));
+    }
+    /// A key may be pressed before the button comes up.
+    void drag(const QPointF &from, const QPointF &to, Qt::KeyboardModifiers modifiers = {}, int heldKey = 0)
     {
         QTest::mousePress(m_view.viewport(), Qt::LeftButton, modifiers, at(from));
         const QPoint end = at(to); // which goes along with an item that moves
@@ -88,6 +93,8 @@ public:
                               Qt::LeftButton, modifiers);
             QApplication::sendEvent(m_view.viewport(), &event);
         }
+        if (heldKey)
+            key(heldKey);
         QTest::mouseRelease(m_view.viewport(), Qt::LeftButton, modifiers, end);
     }
 
@@ -529,6 +536,36 @@ private Q_SLOTS:
             QCOMPARE(std::abs(plot.ranges()[0] - ranges[0]) > 1, f2);
             QCOMPARE(std::abs(plot.ranges()[2] - ranges[2]) > 0.1, f1);
         }
+    }
+
+    /// Esc ends a drag before it ends the editing of peaks; what the drag began on stays as it is and is not clicked.
+    void dragsAreGivenUp()
+    {
+        PlotStage plot(spectrum(1, {peak(1, 57, 0, 2)}));
+        plot.show({30, 60});
+        const auto giveUp = [&](const QPointF &from, const QPointF &to) {
+            plot.said();
+            plot.item->plot()->setLitPeaks({id(1)});
+            plot.stage.drag(from, to, {}, Qt::Key_Escape);
+            compareRanges(plot.ranges(), {30, 60});
+            QCOMPARE(plot.item->plot()->litPeaks(), QSet<QUuid>{id(1)});
+            const QList<SpectrumPeak> peaks = plot.item->nmrData()->shownSpectrum().peaks;
+            QVERIFY(peaks.size() == 1 && peaks[0].f2 == 57);
+        };
+        const QPointF top = plot.content()->peakMarks()[0].top, empty = plot.pixel(48, 3), other = plot.pixel(35, 4);
+        giveUp(empty, other);
+        plot.stage.key(Qt::Key_I);
+        giveUp(empty, other);
+        QVERIFY(plot.item->plot()->options().integrals.isEmpty());
+        QCOMPARE(plot.item->plot()->marker().mode(), PlotMarker::Mode::None);
+        plot.item->peakEditor()->setActive(true);
+        giveUp(top, other);
+        giveUp(empty, other);
+        QVERIFY(plot.item->peakEditor()->isActive());
+        plot.stage.click(other, Qt::ShiftModifier); // the next click is one again
+        QCOMPARE(plot.item->nmrData()->shownSpectrum().peaks.size(), 2);
+        plot.stage.key(Qt::Key_Escape);
+        QVERIFY(!plot.item->peakEditor()->isActive());
     }
 
     // --- molecule

@@ -454,8 +454,7 @@ void NmrItem::keyPressEvent(QKeyEvent *event)
         content->resetRanges();
         break;
     case Qt::Key_Escape:
-        m_plot->navigation().cancel();
-        m_plot->marker().cancel();
+        m_plot->cancelDrag();
         if (m_plot->marker().mode() != PlotMarker::Mode::None)
             startMarking(PlotMarker::Mode::None);
         break;
