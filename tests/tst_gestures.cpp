@@ -638,6 +638,17 @@ private Q_SLOTS:
         stage.drag({100, 100}, {130, 100});
         QVERIFY(item->atomPosition(Hydrogen).x() - item->atomPosition(Carbon).x() > before + 5);
         QCOMPARE(item->selectedAtoms(), QSet<int>()); // a drag selects nothing
+        // A double click beside the atoms shows it as at first: the left one, neither on the title nor while measuring.
+        const auto turned = [&](const QPointF &place, Qt::MouseButton button = Qt::LeftButton) {
+            const QVariant before = item->viewSettings()[u"Rotation"_s];
+            stage.doubleClick(place, button);
+            return item->viewSettings()[u"Rotation"_s] != before;
+        };
+        QVERIFY(!turned({48, -12}) && !turned({5, 5}, Qt::RightButton) && !turned(item->atomPosition(Oxygen) - origin));
+        stage.key(Qt::Key_M);
+        QVERIFY(!turned({5, 5}));
+        stage.key(Qt::Key_Escape);
+        QVERIFY(turned({5, 5}));
     }
 
     /// Oxygen, nitrogen, hydrogen, carbon: distance, angle and torsion angle by numpy.

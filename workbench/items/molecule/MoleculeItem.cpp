@@ -842,7 +842,8 @@ void MoleculeItem::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
 
 void MoleculeItem::mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event)
 {
-    if (m_view.atomAt(event->pos()) < 0 && !m_measuring)
+    const bool inside = event->button() == Qt::LeftButton && !isTitleBar(event->pos());
+    if (inside && m_view.atomAt(event->pos()) < 0 && !m_measuring)
         resetView();
 }
 
