@@ -516,7 +516,6 @@ void NmrItem::updateTitle()
     if (!name.isEmpty())
         title = nucleus.isEmpty() ? name : tr("%1 of %2").arg(nucleus, name);
     setTitle(title.simplified());
-    update();
 }
 
 } // namespace Workbench
