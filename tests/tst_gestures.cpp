@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "Failure.h"
 #include "ItemData.h"
 #include "data/AtomSelection.h"
 #include "items/molecule/MoleculeItem.h"
@@ -166,6 +167,7 @@ class TestGestures : public QObject {
 
 private Q_SLOTS:
     void initTestCase() { QApplication::setDoubleClickInterval(5); }
+    void init() { failOnWarningsOfQt(); }
 
     // --- spectra
 
