@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
-#include <QByteArray>
+#include <QtTest>
 
 #include <exception>
 
@@ -15,4 +15,11 @@ QByteArray failure(const Call &call)
         return error.what();
     }
     return {};
+}
+
+/// The running test fails with what Qt warns of: painters that are not restored, texts without their arguments, things
+/// that are added twice, connections to nothing.
+inline void failOnWarningsOfQt()
+{
+    QTest::failOnWarning(QRegularExpression(QStringLiteral("^Q((?!Xcb)\\w+::|Layout|Paint)")));
 }

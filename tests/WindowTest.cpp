@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "WindowTest.h"
 
+#include "Failure.h"
 #include "document/DocumentState.h"
 #include "formats/DocumentFile.h"
 
 void WindowTest::start()
 {
+    failOnWarningsOfQt();
     m_host.reset();
     m_host = std::make_unique<WindowApplication>();
     m_host->loadPlugins(built(u"plugins"));
@@ -18,6 +20,7 @@ void WindowTest::start()
 
 void WindowTest::clear()
 {
+    failOnWarningsOfQt();
     if (!m_host)
         start();
     scene().removeAll();

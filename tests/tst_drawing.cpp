@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "Failure.h"
 #include "ItemData.h"
 #include "Shapes.h"
 #include "items/molecule/ElementStyle.h"
@@ -6,6 +7,7 @@
 #include "items/plot/AgreementPlot.h"
 #include "items/plot/NmrItem.h"
 #include "items/plot/NmrPlot.h"
+#include "items/plot/PeakEditor.h"
 #include "items/plot/PlotContent.h"
 
 using namespace Workbench;
@@ -96,6 +98,8 @@ class TestDrawing : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void init() { failOnWarningsOfQt(); }
+
     // --- molecules, at 70 pixels per Angstrom
 
     /// From behind to the front; what is behind is paler.
@@ -182,6 +186,8 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
             view.setPacking({Packing::Contents::Molecules, {1, alongB, 1}});
             const QPointF edges[] = {{140, 0}, {35, -84}, {17.5, 35}}; // pixels
             const QPointF origin = view.atomPosition(0);
+            QVERIFY(isNear(origin, alongB == 1 ? QPointF(113.55, 174.5) : QPointF(96.05, 216.5))); // all in the middle
+            QStringList pens;
             QList<QLineF> pieces[2]; // grey, coloured
             QPointF letters[4];
             for (const QString &shape : drawn(view)) {
@@ -189,11 +195,16 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
                 const auto point = [&](int i) { return QPointF(words[i].toDouble(), words[i + 1].toDouble()); };
                 if (words[0] == u"line")
                     pieces[words[1].endsWith(u":1.4")].append({point(2), point(4)});
+                if (words[0] == u"line" && words[1].endsWith(u":1.4"))
+                    pens.append(words[1]);
                 const auto letter = u"#707882 #c62828 #2e7d32 #1565c0"_s.split(u' ').indexOf(words.value(2));
                 if (words[0] == u"path" && letter >= 0)
                     letters[letter] = point(3);
             }
             QCOMPARE(pieces[1].size(), 3 * 24);
+            // The edge that comes forward out of the haze: from the back, and a quarter of the way on; 0.25 at depth 0.
+            QCOMPARE((QStringList{pens[0], pens[24], pens[48], pens[54], pens[71]}),
+                     u"#d45e5e:1.4 #629e65:1.4 #4d8acf:1.4 #3077c7:1.4 #1565c0:1.4"_s.split(u' '));
             QCOMPARE(pieces[0].size(), 24 * 12 * alongB - 3 * 24);
             for (int axis = 0; axis < 3; ++axis)
                 for (int corner = 0; corner < 4 * alongB; ++corner) {
@@ -210,7 +221,7 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
             for (int i = 0; i < 4; ++i) {
                 const QPointF corner = i == 0 ? QPointF() : edges[i - 1];
                 const QPointF outward = corner - middle;
-                QVERIFY(isNear(letters[i], origin + corner + outward * 9 / std::hypot(outward.x(), outward.y()), 1));
+                QVERIFY(isNear(letters[i], origin + corner + outward * 9 / std::hypot(outward.x(), outward.y()), 3));
             }
             view.setCellVisible(false);
             QCOMPARE(drawn(view).size(), alongB);
@@ -379,6 +390,23 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         QCOMPARE(x->range(), QCPRange(10, 70));
         QVERIFY(x->coordToPixel(70) < x->coordToPixel(10) && y->coordToPixel(1) < y->coordToPixel(0));
         QCOMPARE(x->label(), u"¹³C chemical shift / ppm"_s);
+        // Outwards, longer ones at the numbers, of the ppm alone: heights of several spectra have none.
+        QStringList ticks, numbers;
+        for (const QString &line : all.filter(QRegularExpression(u"^line #000000:(1|0.6) "_s))) {
+            const QStringList words = line.split(u' ');
+            const QLineF tick(words[2].toDouble(), words[3].toDouble(), words[4].toDouble(), words[5].toDouble());
+            if (tick.length() < 20)
+                ticks.append(
+                    u"%1 %2 %3"_s.arg(words[1]).arg(qRound(std::abs(tick.dx()))).arg(qRound(std::abs(tick.dy()))));
+        }
+        QCOMPARE(ticks.count(u"#000000:1 0 5"_s), 7);
+        ticks.removeDuplicates();
+        QCOMPARE(ticks, (QStringList{u"#000000:1 0 5"_s, u"#000000:0.6 0 3"_s}));
+        for (const QString &shape : all.filter(QRegularExpression(u"^text #000000 \\S+ \\S+ 0 [0-9]+$"_s)))
+            numbers.append(shape.section(u' ', 5));
+        std::sort(numbers.begin(), numbers.end());
+        QCOMPARE(numbers.join(u' '), u"10 20 30 40 50 60 70"_s);
+        QCOMPARE(y->label(), u"Relative intensity"_s);
         QVERIFY(std::abs(y->range().lower + 0.03 * 3.24) < 1e-9 && std::abs(y->range().upper - 1.02 * 3.24) < 1e-9);
         const QPolygonF one{{70, 3 / 9.}, {60, 0}, {50, 7 / 9.}, {40, 5 / 9.}, {30, 2 / 9.}, {20, 1}, {10, 4 / 9.}};
         const QPolygonF two{{55, 1.12}, {45, 2.12}, {35, 1.37}};
@@ -503,6 +531,37 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         QCOMPARE(texts.size(), 2);
         QVERIFY(isNear({texts[0].section(u' ', 2, 2).toDouble(), texts[0].section(u' ', 3, 3).toDouble()},
                        {x->coordToPixel(50) + 6, y->coordToPixel(6)}, 2));
+        // The projections' sizes are a part of the height, within limits; they lie along the map, a little apart.
+        const QCPAxisRect *middle = x->axisRect();
+        for (const auto &[height, size] : {std::pair(130, 24), {900, 80}, {400, 64}}) {
+            item.plot()->setGeometry(0, 0, 600, height);
+            item.plot()->replot();
+            QCOMPARE(QSize(left->width(), top->height()), QSize(size, size));
+            QCOMPARE(QRect(top->left(), left->top(), top->width(), left->height()), middle->rect());
+        }
+        QVERIFY(all.filter(u"line #a0a6ae"_s).isEmpty()); // no diagonal between different nuclei
+        // Of a part, the points in sight and one more on each side.
+        item.plot()->xAxis->setRange(35, 45);
+        item.plot()->yAxis->setRange(5, 7);
+        const QStringList part = drawn(item).filter(u"image"_s);
+        QStringList seen(20, u"#ffffff"_s); // 60 to 20 ppm, 0 to 9 ppm
+        seen[5 + 4] = u"#f3c9c0"_s;
+        seen[10 + 1] = u"#86b2e0"_s;
+        const QPointF from(x->coordToPixel(65), y->coordToPixel(-1.5)), to(x->coordToPixel(15), y->coordToPixel(10.5));
+        VERIFY_DRAWN(part,
+                     u"image %1 %2 %3 %4 "_s.arg(from.x()).arg(from.y()).arg(to.x() - from.x()).arg(to.y() - from.y())
+                         + seen.join(u' '));
+        NmrItem protons;
+        ExperimentalSpectrum both{
+            {}, {{u"1H"_s, 400, 0, 8, -1, 9}, {u"1H"_s, 400, 0, 6, -2, 4}}, DoubleVector(36, 0.0)};
+        both.data[13] = 1;
+        protons.nmrData()->addEntry(toEntryMap(both), {});
+        const QStringList diagonal = drawn(protons).filter(u"line #a0a6ae:0.8:2 "_s);
+        QCOMPARE(diagonal.size(), 1);
+        const QPolygonF ends = places(diagonal[0], protons.plot()->xAxis, protons.plot()->yAxis);
+        for (const QPointF &end : ends)
+            QVERIFY(std::abs(end.x() - end.y()) < 0.05);
+        QVERIFY(std::abs(std::abs(ends[0].x() - ends[1].x()) - 6) < 0.2);
     }
 
     /// A band under a bracket for an integral, a line between two dots for a distance, with their texts above.
@@ -526,6 +585,57 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
             u"line #5a2d82:1.2 %1 %2 %3 %4\nellipse #5a2d82:1.2 #5a2d82 %1 %2 2.5 2.5\nellipse #5a2d82:1.2 #5a2d82 %3 %4 2.5 2.5\npath #ffffff:3 - %5 %6\npath - #5a2d82 %5 %6"_s,
             {x(55), y(0.25), x(35), y(0.5), x(45), y(0.375) - 10});
         VERIFY_DRAWN(all.mid(all.size() - 9), integral + distance);
+    }
+
+    /// What lies over a plot in the window: lit peaks with their labels, picked ones, the editor's marks, drags.
+    void overlays()
+    {
+        NmrItem item;
+        const QVariantList peaks{peak(1, u"C1"_s, 50, 0, 5), peak(2, u"C2"_s, 20, 0, 7)};
+        const QUuid entry = item.nmrData()->addEntry(spectrum(70, {1, 2, 5, 3, 0, 7, 2}, peaks), u"one"_s);
+        drawn(item);
+        NmrPlot *plot = item.plot();
+        const auto over = [&](const QString &pattern) {
+            return Shapes::of({600, 400}, [&](QPainter *painter) { plot->render(painter); })
+                .filter(QRegularExpression(pattern));
+        };
+        const auto mark = [](const QString &pens, const QPointF &top) { // points at it from above
+            return filled(u"polygon "_s + pens + u" %1 %2 %3 %4 %5 %4\n"_s,
+                          {top.x(), top.y() - 1, top.x() - 4.5, top.y() - 10, top.x() + 4.5});
+        };
+        const PeakMark first = plot->content()->peakMarks()[0], second = plot->content()->peakMarks()[1];
+        const QPointF label = plot->content()->labelAreas()[0].area.center();
+        plot->setLitPeaks({id(1)});
+        VERIFY_DRAWN(over(u"ff9f00"_s),
+                     filled(u"line #6eff9f00:5 %1 %2 %1 %3\nellipse #ff9f00:2 - %1 %2 5 5\n"
+                            "path #ff9f00:1 #3cff9f00 %4 %5"_s,
+                            {first.top.x(), first.top.y(), first.foot, label.x(), label.y()}));
+        plot->setLitPeaks({});
+        const auto mouse = [&](QEvent::Type type, const QPointF &at, Qt::KeyboardModifiers modifiers = {}) {
+            QMouseEvent event(type, at, plot->mapToGlobal(at), Qt::LeftButton, Qt::LeftButton, modifiers);
+            QApplication::sendEvent(plot, &event);
+        };
+        item.peakEditor()->setActive(true);
+        const QString green = u"#ffffff:1 #2e7d32"_s, red = u"#ffffff:1 #d84315"_s;
+        mouse(QEvent::MouseButtonPress, second.top - QPointF(0, 5));
+        VERIFY_DRAWN(over(u"^polygon"_s), mark(green, first.top) + mark(red, second.top));
+        const double beside = plot->xAxis->pixelToCoord(second.top.x() - 60);
+        mouse(QEvent::MouseMove, second.top - QPointF(60, 5), Qt::ShiftModifier);
+        VERIFY_DRAWN(over(u"^polygon"_s),
+                     mark(green, first.top) + mark(red, plot->content()->markPlace(entry, beside, 0)));
+        plot->cancelDrag();
+        item.peakEditor()->setActive(false);
+        const QRectF area(plot->content()->mainRect()->rect());
+        const auto drag = [&] {
+            mouse(QEvent::MouseButtonPress, {200, 150});
+            mouse(QEvent::MouseMove, {260, 180});
+            const QStringList shapes = over(u"^(rect #(1f6fb5|5a2d82)|line #5a2d82)"_s);
+            plot->cancelDrag();
+            return shapes;
+        };
+        VERIFY_DRAWN(drag(), filled(u"rect #1f6fb5:1 #281f6fb5 200 %1 60 %2"_s, {area.top(), area.height()}));
+        plot->marker().setMode(PlotMarker::Mode::Integral);
+        VERIFY_DRAWN(drag(), filled(u"rect #5a2d82:1.2 #285a2d82 200 %1 60 %2"_s, {area.top(), area.height()}));
     }
 
     /// The worst three of four pairs are named, the worst first.
@@ -591,6 +701,23 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
                 && plot.axisRect(1)->right() == plot.axisRect(3)->right());
         plot.setMarkedSite(-1);
         QCOMPARE(plot.plottableCount(), 8);
+        const auto looks = [](AgreementPlot &shown) { // titles, numbers below, and how high above to how high below
+            QStringList texts{qobject_cast<QCPTextElement *>(shown.plotLayout()->element(0, 0))->text()};
+            for (int rect : {0, 1})
+                texts.append(u"%1 %2 %3"_s
+                                 .arg(shown.axisRect(rect)->axis(QCPAxis::atLeft)->label(),
+                                      shown.axisRect(rect)->axis(QCPAxis::atBottom)->label())
+                                 .arg(shown.axisRect(rect)->axis(QCPAxis::atBottom)->tickLabels()));
+            const double part = 1.0 * shown.axisRect(0)->outerRect().height() / shown.axisRect(1)->outerRect().height();
+            return texts.join(u'|') + u"|%1"_s.arg(part, 0, 'f', 1);
+        };
+        AgreementPlot one, compact(AgreementPlot::Compact);
+        for (AgreementPlot *shown : {&one, &compact}) {
+            shown->setComparisons({comparison});
+            shown->replot();
+        }
+        QCOMPARE(looks(one), u"13C: equal, RMSD 1.38 ppm|Measured, ppm  0|Difference, ppm Calculated, ppm 1|2.0"_s);
+        QCOMPARE(looks(compact), u"|Measured  0|Difference Calculated, ppm 1|1.3"_s);
     }
 };
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "Failure.h"
 #include "ItemData.h"
 #include "data/AtomSelection.h"
 #include "items/molecule/MoleculeItem.h"
@@ -81,7 +82,12 @@ public:
         QApplication::setDoubleClickInterval(5);
         QTest::qWait(10);
     }
-    void drag(const QPointF &from, const QPointF &to, Qt::KeyboardModifiers modifiers = {})
+    void doubleClick(const QPointF &pixel, Qt::MouseButton button)
+    {
+        QTest::mouseDClick(m_view.viewport(), button, {}, at(pixel));
+    }
+    /// A key may be pressed before the button comes up.
+    void drag(const QPointF &from, const QPointF &to, Qt::KeyboardModifiers modifiers = {}, int heldKey = 0)
     {
         QTest::mousePress(m_view.viewport(), Qt::LeftButton, modifiers, at(from));
         const QPoint end = at(to); // which goes along with an item that moves
@@ -90,6 +96,8 @@ public:
                               Qt::LeftButton, modifiers);
             QApplication::sendEvent(m_view.viewport(), &event);
         }
+        if (heldKey)
+            key(heldKey);
         QTest::mouseRelease(m_view.viewport(), Qt::LeftButton, modifiers, end);
     }
 
@@ -161,6 +169,7 @@ class TestGestures : public QObject {
 
 private Q_SLOTS:
     void initTestCase() { QApplication::setDoubleClickInterval(5); }
+    void init() { failOnWarningsOfQt(); }
 
     // --- spectra
 
@@ -570,6 +579,36 @@ private Q_SLOTS:
         }
     }
 
+    /// Esc ends a drag before it ends the editing of peaks; what the drag began on stays as it is and is not clicked.
+    void dragsAreGivenUp()
+    {
+        PlotStage plot(spectrum(1, {peak(1, 57, 0, 2)}));
+        plot.show({30, 60});
+        const auto giveUp = [&](const QPointF &from, const QPointF &to) {
+            plot.said();
+            plot.item->plot()->setLitPeaks({id(1)});
+            plot.stage.drag(from, to, {}, Qt::Key_Escape);
+            compareRanges(plot.ranges(), {30, 60});
+            QCOMPARE(plot.item->plot()->litPeaks(), QSet<QUuid>{id(1)});
+            const QList<SpectrumPeak> peaks = plot.item->nmrData()->shownSpectrum().peaks;
+            QVERIFY(peaks.size() == 1 && peaks[0].f2 == 57);
+        };
+        const QPointF top = plot.content()->peakMarks()[0].top, empty = plot.pixel(48, 3), other = plot.pixel(35, 4);
+        giveUp(empty, other);
+        plot.stage.key(Qt::Key_I);
+        giveUp(empty, other);
+        QVERIFY(plot.item->plot()->options().integrals.isEmpty());
+        QCOMPARE(plot.item->plot()->marker().mode(), PlotMarker::Mode::None);
+        plot.item->peakEditor()->setActive(true);
+        giveUp(top, other);
+        giveUp(empty, other);
+        QVERIFY(plot.item->peakEditor()->isActive());
+        plot.stage.click(other, Qt::ShiftModifier); // the next click is one again
+        QCOMPARE(plot.item->nmrData()->shownSpectrum().peaks.size(), 2);
+        plot.stage.key(Qt::Key_Escape);
+        QVERIFY(!plot.item->peakEditor()->isActive());
+    }
+
     // --- molecule
 
     /// The hydrogen at (0.15, 0.1, 2), in Angstrom to the right and up from the carbon: turned by 0.12 about the
@@ -640,6 +679,17 @@ private Q_SLOTS:
         stage.drag({100, 100}, {130, 100});
         QVERIFY(item->atomPosition(Hydrogen).x() - item->atomPosition(Carbon).x() > before + 5);
         QCOMPARE(item->selectedAtoms(), QSet<int>()); // a drag selects nothing
+        // A double click beside the atoms shows it as at first: the left one, neither on the title nor while measuring.
+        const auto turned = [&](const QPointF &place, Qt::MouseButton button = Qt::LeftButton) {
+            const QVariant before = item->viewSettings()[u"Rotation"_s];
+            stage.doubleClick(place, button);
+            return item->viewSettings()[u"Rotation"_s] != before;
+        };
+        QVERIFY(!turned({48, -12}) && !turned({5, 5}, Qt::RightButton) && !turned(item->atomPosition(Oxygen) - origin));
+        stage.key(Qt::Key_M);
+        QVERIFY(!turned({5, 5}));
+        stage.key(Qt::Key_Escape);
+        QVERIFY(turned({5, 5}));
     }
 
     /// Oxygen, nitrogen, hydrogen, carbon: distance, angle and torsion angle by numpy.

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "Failure.h"
 #include "document/DocumentState.h"
 #include "document/UndoCommands.h"
 #include "document/UndoRecorder.h"
@@ -152,6 +153,7 @@ class TestUndo : public QObject {
 private Q_SLOTS:
     void init()
     {
+        failOnWarningsOfQt();
         m_scene.reset();
         m_data = std::make_unique<DataEngine>();
         m_scene = std::make_unique<MainScene>(m_data.get());

@@ -21,6 +21,7 @@
 #include "items/table/TableModel.h"
 #include "support/MetaTypes.h"
 
+#include <numeric>
 #include <set>
 
 using namespace Workbench;
@@ -146,6 +147,8 @@ class TestViews : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void init() { failOnWarningsOfQt(); }
+
     void rowsAreFiltered()
     {
         // An element is no beginning of another, labels are ordered as C2 C10, and what has no value is in no range.
@@ -287,31 +290,66 @@ O2|C7|-1 0 0|5.2300|17O 13C|0.0286
             return Shapes::of({600, 400},
                               [&](QPainter *painter) { molecule.paintPicture(painter, QRectF(10, 20, 580, 360)); });
         };
+        // The list lies on the other side than its atom; names and nuclei to the left, numbers to the right.
+        const QStringList list = picture().filter(QRegularExpression(u"^(text|path #b8bec6)"_s));
         QStringList written;
-        for (const QString &shape : picture().filter(u"text "_s))
+        for (const QString &shape : list.mid(1))
             written.append(shape.section(u' ', 5));
         QCOMPARE(written.mid(0, 9).join(u'|'),
                  u"Nearest to O2|C7|1.324 Å|¹⁷O–¹³C|1.76 kHz|N9|2.589 Å|¹⁷O–¹⁵N|−0.095 kHz"_s);
         QCOMPARE(written.mid(45, 4).join(u'|'), u"C7|5.230 Å|¹⁷O–¹³C|0.029 kHz"_s);
+        QFont font;
+        font.setPixelSize(11);
+        const QFontMetricsF metrics(font);
+        std::array<double, 4> widths{};
+        for (int i = 0; i < 48; ++i)
+            widths[i % 4] = std::max(widths[i % 4], metrics.horizontalAdvance(written[i + 1]) + 10);
+        const double line = metrics.height() + 1, width = widths[0] + widths[1] + widths[2] + widths[3] + 6;
+        const bool isLeft = molecule.atomPosition(1).x() >= molecule.contentRect().center().x();
+        const double left = isLeft ? 16 : 600 - width; // of a content from 10 to 606
+        QString expected = filled(u"path #b8bec6:1 #f0ffffff %1 %2\ntext #000000 %3 %4 0 Nearest to O2\n"_s,
+                                  {left + width / 2, 26 + (13 * line + 6) / 2, left + 6, 29 + line / 2});
+        for (int i = 0; i < 48; ++i) {
+            double x = left + 6 + std::accumulate(widths.begin(), widths.begin() + i % 4, 0.0);
+            if (i % 2 == 1)
+                x += widths[i % 4] - 8 - metrics.horizontalAdvance(written[i + 1]);
+            expected +=
+                filled(u"text #000000 %1 %2 0 "_s, {x, 29 + line / 2 + (1 + i / 4) * line}) + written[i + 1] + u'\n';
+        }
+        VERIFY_DRAWN(list.mid(0, 50), expected);
         QCOMPARE(
-            written.mid(49).join(QString()),
+            written.mid(49).join(QString()), // in pieces where a font lacks a letter
             u"2 × 2 × 2 cells; shielding, semi-axes |σii − iso|, scaled for each element; dashed axes: negative"_s);
+        VERIFY_DRAWN({list.value(50).section(u' ', 0, 4)},
+                     filled(u"text #40464e 18 %1 0"_s, {392 - metrics.height() / 2}));
         // Each ellipsoid has its sections and axes: semi-axes |σii − 10| of 30, 30 and nothing.
         QCOMPARE(picture().filter(u":0.8 "_s).size(), 8);
         QCOMPARE(picture().filter(u"curve"_s).size(), 24);
         QCOMPARE(picture().filter(u"#c63d00"_s).size(), 8);
-        // Five of the twelve neighbours lie beyond what is shown.
+        // Seven of the twelve neighbours lie beyond what is shown.
         settings[u"Contents"_s] = 0;
         settings[u"Cells"_s] = numbers({2, 1, 3});
         settings[u"Measurements"_s] =
             QVariantList{numbers({0, 0, 0, 0, 1, 1, 0, 0}), numbers({0, 0, 0, 0, 1, 0, 0, 0, 2, 0, 0, 0}),
-                         numbers({0, 0, 0, 0, 1, 0, 0, 0, 2, 0, 0, 0, 2, 0, 0, -1})};
+                         numbers({0, 0, 0, 0, 1, 0, 0, 0, 2, 0, 0, 0, 2, 0, 0, -1}),
+                         numbers({0, 0, 0, 0, 1, 0, 0, 0, 2, 0, 0, 0, 0, 0, 0, 1})};
         molecule.setViewSettings(settings);
         QCOMPARE(molecule.viewSettings(), settings);
         QCOMPARE(molecule.measurements(),
-                 (QStringList{u"C7–O2  5.230 Å"_s, u"C7–O2–N9  43.7°"_s, u"C7–O2–N9–N9  -91.1°"_s}));
+                 (QStringList{u"C7–O2  5.230 Å"_s, u"C7–O2–N9  43.7°"_s, u"C7–O2–N9–N9  -91.1°"_s,
+                              u"C7–O2–N9–C7  79.4°"_s}));
         const auto lines = [&] { return picture().filter(u"line #8e24aa:1.6:2"_s); };
-        QCOMPARE(lines().size(), 12 + 1 + 3 + 3);
+        QCOMPARE(lines().size(), 12 + 1 + 3 + 3 + 3);
+        // Dotted where no atom is shown: seven neighbours and an end of a torsion angle.
+        QCOMPARE(picture().filter(u"ellipse #8e24aa:1:3 "_s).size(), 8);
+        // An angle at its atom, a torsion angle at its middle bond; the picture lies by (8, -3) from the item.
+        const QPointF oxygen = molecule.atomPosition(1), bond = (oxygen + molecule.atomPosition(2)) / 2;
+        const QStringList values = picture().filter(u"path - #6d1c83"_s);
+        QCOMPARE(values.size(), 4);
+        for (const auto &[i, at] : {std::pair(1, oxygen), {2, bond}, {3, bond}}) {
+            const QPointF found(values[i].section(u' ', 3, 3).toDouble(), values[i].section(u' ', 4).toDouble());
+            QVERIFY2(QLineF(found, at + QPointF(8, -3)).length() < 4, qPrintable(values[i]));
+        }
         // They go along with the atom, as if the document were opened so.
         choose(molecule.contextMenu(), u"Crystal/Cell Contents"_s);
         const QStringList moved = lines();
@@ -453,6 +491,31 @@ text #50565e 16 72.5 0 and 1 more row(s) of the rows with c iso<60)"_s);
             {{u"HiddenColumns"_s, QStringList{u"7"_s}}, {u"ColumnWidths"_s, QVariantMap{{u"2"_s, 88}}}});
         other.ensureFitted();
         QCOMPARE(other.view()->columnWidth(1), 88);
+        // The line of the filter above the view, a number at its end; a column as wide as its texts, to a limit.
+        TableItem wide(new StubTable(QVariantList(rows) << row(QString(200, u'C'), 3)));
+        wide.resize(400, 300);
+        wide.ensureFitted();
+        QTableView *view = wide.view();
+        QWidget *panel = view->parentWidget();
+        panel->layout()->activate();
+        const QRect line = panel->findChild<QLineEdit *>()->geometry(),
+                    number = panel->findChild<QLabel *>()->geometry();
+        QCOMPARE(QRect(line.topLeft(), QSize(number.left() - line.right(), line.height())), QRect(2, 1, 7, 22));
+        QCOMPARE(view->geometry(), QRect(0, 24, 396, 251));
+        QCOMPARE(QSize(view->rowHeight(0), view->horizontalHeader()->height()), QSize(21, 21));
+        QCOMPARE(view->columnWidth(0), 260);
+        QStringList orders;
+        QHeaderView *header = view->horizontalHeader();
+        for (int click = 0; click < 3; ++click) {
+            QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, {header->sectionViewportPosition(1) + 20, 15});
+            orders.append(shownLabels(wide).mid(0, 2).join(u' '));
+        }
+        QCOMPARE(orders,
+                 (QStringList{u"C10 "_s + QString(200, u'C'), u"Ca3 O1"_s, u"C1 C10"_s})); // up, down, the file's
+        header->setSortIndicator(1, Qt::DescendingOrder);
+        wide.showColumn(1, false);
+        QCOMPARE(header->sortIndicatorSection(), -1);
+        QCOMPARE(shownLabels(wide).mid(0, 2).join(u' '), u"C1 C10"_s);
     }
 
     /// Numbers by size, then texts, what is empty last, whichever the order.
@@ -488,6 +551,15 @@ text #50565e 16 72.5 0 and 1 more row(s) of the rows with c iso<60)"_s);
         for (const QString &shape : Shapes::of({400, 300}, paint).filter(u"text "_s))
             words.append(shape.section(u' ', 5));
         QCOMPARE(words.join(u' '), u"Ca3 1000 O1 200"_s);
+        QHeaderView *header = labels.view()->horizontalHeader();
+        for (const bool up : {true, false}) {
+            header->setSortIndicator(1, up ? Qt::AscendingOrder : Qt::DescendingOrder);
+            const double middle = header->sectionViewportPosition(1) + (header->sectionSize(1) - 1) / 2 + 0.5;
+            const auto title = [&](QPainter *painter) { header->viewport()->render(painter); };
+            VERIFY_DRAWN(Shapes::of({400, 21}, title).filter(u"polygon - #1f6fb5"_s),
+                         filled(u"polygon - #1f6fb5 %1 %4 %2 %4 %3 %5"_s,
+                                {middle - 5, middle + 5, middle, up ? 5.0 : 1.0, up ? 1.0 : 5.0}));
+        }
     }
 
     /// Codes of columns as they come; what a row's map calls them.
@@ -1029,6 +1101,23 @@ text #0b5799 * %3 0 Do it)"_s;
         QCOMPARE(item.plot()->xAxis->range().upper, 65.0); // an edit keeps what one looks at
         QVERIFY(QMetaObject::invokeMethod(item.plot(), "fullReset") && item.plot()->content());
         QVERIFY(item.plot()->xAxis->range().upper > 69.9);
+        const auto part = [&](int i) {
+            const QCPRange range = item.plot()->content()->ranges()[i];
+            return u"%1 %2"_s.arg(range.lower, 0, 'f', 5).arg(range.upper, 0, 'f', 5);
+        };
+        item.plot()->scaleIntensity(2); // about the base line: half of -0.09 to 3.06
+        QCOMPARE(part(1), u"0.01429 0.51429"_s);
+        item.nmrData()->insertSpectrum(id, spectrum(70, {3, 1, 2}));
+        QCOMPARE(part(1), u"0.01429 0.51429"_s);
+        const QUuid second = item.nmrData()->addEntry(spectrum(70, {0, 1}), {}); // all of what comes is shown
+        QCOMPARE(part(0) + u' ' + part(1) + u' ' + part(2), u"50.00000 70.00000 0.00000 1.00000 0.00000 1.00000"_s);
+        item.plot()->scaleIntensity(3);
+        item.nmrData()->setEntryName(second, u"b"_s);
+        QCOMPARE(part(1) + u' ' + part(2), u"0.00000 1.00000 0.00000 3.00000"_s);
+        item.nmrData()->removeEntry(second);
+        item.nmrData()->insertSpectrum(id, spectrum(70, {0, 0, 0}));
+        QVERIFY(item.plot()->content() && std::abs(item.plot()->yAxis->range().lower + 0.133) < 1e-9
+                && std::abs(item.plot()->yAxis->range().upper - 1.022) < 1e-9);
         item.nmrData()->removeEntry(id);
         QVERIFY(!item.plot()->content());
     }

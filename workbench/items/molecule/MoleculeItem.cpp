@@ -156,10 +156,9 @@ void MoleculeItem::setMolMap(QVariantMap description)
     m_view.setLabels(labelTexts());
     setSelectedAtoms(selectedAtoms());
     const QString text = formula(m_view.molecule());
-    setTitle(text.isEmpty() ? tr("Molecule without atoms") : tr("Unit cell: %1").arg(text));
-    if (!m_view.molecule().cell && !text.isEmpty())
-        setTitle(tr("Molecule: %1").arg(text));
-    update();
+    setTitle(text.isEmpty()               ? tr("Molecule without atoms")
+                 : m_view.molecule().cell ? tr("Unit cell: %1").arg(text)
+                                          : tr("Molecule: %1").arg(text));
 }
 
 const PeakAssignments &MoleculeItem::assignments() const
@@ -178,7 +177,6 @@ void MoleculeItem::setSelectedAtoms(const QSet<int> &atoms)
     }
     m_view.setSelection(known);
     updateLines();
-    update();
 }
 
 void MoleculeItem::receiveMessage(const QVariantMap &message, const DocumentItem *)
@@ -386,7 +384,7 @@ void MoleculeItem::setTensors(Tensors tensors)
 
 void MoleculeItem::setTensorSize(double factor)
 {
-    m_tensorSize = std::clamp(factor, 0.1, 10.0);
+    m_tensorSize = factor;
     setTensors(m_tensors);
 }
 
@@ -843,7 +841,8 @@ void MoleculeItem::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
 
 void MoleculeItem::mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event)
 {
-    if (m_view.atomAt(event->pos()) < 0 && !m_measuring)
+    const bool inside = event->button() == Qt::LeftButton && !isTitleBar(event->pos());
+    if (inside && m_view.atomAt(event->pos()) < 0 && !m_measuring)
         resetView();
 }
 

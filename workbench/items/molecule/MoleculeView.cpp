@@ -466,11 +466,8 @@ void MoleculeView::drawTensor(QPainter *painter, const Primitive &ball, bool pla
     painter->save();
     painter->translate(ball.from);
     painter->rotate(std::atan2(2 * xy, xx - yy) / 2 * 180 / M_PI);
-    QRadialGradient gradient(QPointF(), 1, QPointF(-0.3, -0.3));
+    QRadialGradient gradient(0.5, 0.5, 0.55, 0.35, 0.35);
     gradient.setCoordinateMode(QGradient::ObjectBoundingMode);
-    gradient.setCenter(0.5, 0.5);
-    gradient.setFocalPoint(0.35, 0.35);
-    gradient.setRadius(0.55);
     gradient.setColorAt(0, mixed(color, Qt::white, 0.7));
     gradient.setColorAt(0.5, color);
     gradient.setColorAt(1, mixed(color, Qt::black, 0.3));

@@ -12,7 +12,7 @@ namespace {
 int blockSize(int size, int most)
 {
     most = std::max(1, most);
-    return std::max(1, (size + most - 1) / most);
+    return (size + most - 1) / most;
 }
 
 void appendExtremes(std::span<const double> values, qint64 begin, qint64 end, std::vector<QPointF> &points)

@@ -473,8 +473,7 @@ void NmrItem::keyPressEvent(QKeyEvent *event)
         content->resetRanges();
         break;
     case Qt::Key_Escape:
-        m_plot->navigation().cancel();
-        m_plot->marker().cancel();
+        m_plot->cancelDrag();
         if (m_plot->marker().mode() != PlotMarker::Mode::None)
             startMarking(PlotMarker::Mode::None);
         break;
@@ -536,7 +535,6 @@ void NmrItem::updateTitle()
     if (!name.isEmpty())
         title = nucleus.isEmpty() ? name : tr("%1 of %2").arg(nucleus, name);
     setTitle(title.simplified());
-    update();
 }
 
 } // namespace Workbench

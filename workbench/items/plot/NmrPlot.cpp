@@ -8,6 +8,7 @@
 #include "items/plot/StackedTraces.h"
 
 #include <cmath>
+#include <utility>
 
 namespace Workbench {
 
@@ -306,9 +307,18 @@ QString NmrPlot::hoverText(const QPointF &pixel)
     return (label.fullText() + QStringLiteral("  ") + place).trimmed();
 }
 
+bool NmrPlot::cancelDrag()
+{
+    m_navigation.cancel();
+    m_marker.cancel();
+    update();
+    return std::exchange(m_isDown, false);
+}
+
 void NmrPlot::mousePressEvent(QMouseEvent *event)
 {
     event->accept();
+    m_isDown = m_isDown || event->button() != Qt::RightButton; // whose release goes to a menu
     if (!content() || (m_editor && m_editor->press(event)))
         return;
     if (!(m_editor && m_editor->isActive()) && m_marker.press(event))
@@ -335,12 +345,13 @@ void NmrPlot::mouseMoveEvent(QMouseEvent *event)
 void NmrPlot::mouseReleaseEvent(QMouseEvent *event)
 {
     event->accept();
+    const bool wasDown = std::exchange(m_isDown, false);
     const bool edited = m_editor && m_editor->release(event);
     if (!content() || edited || m_marker.release())
         return;
     if (m_navigation.release()) {
         replot(rpQueuedReplot);
-    } else if (event->button() == Qt::LeftButton) {
+    } else if (wasDown && event->button() == Qt::LeftButton) {
         if (m_editor && m_editor->isActive())
             m_editor->click(event);
         else
@@ -356,8 +367,7 @@ void NmrPlot::mouseDoubleClickEvent(QMouseEvent *event)
     if (m_marker.mode() != PlotMarker::Mode::None)
         return mousePressEvent(event);
     event->accept();
-    m_navigation.cancel();
-    m_marker.cancel();
+    cancelDrag();
     if (content() && event->button() == Qt::LeftButton) {
         m_content->resetRanges();
         replot(rpQueuedReplot);

@@ -44,6 +44,8 @@ public:
     void scaleIntensity(double factor);
     PlotNavigation &navigation() { return m_navigation; }
     PlotMarker &marker() { return m_marker; }
+    /// Gives up what the button began that is down: nothing happens when it comes up. Whether there is one.
+    bool cancelDrag();
     /// Null without data.
     QUuid activeEntry() const { return m_data ? m_data->activeEntryId() : QUuid(); }
     /// All that the label or the peak there says; empty for none.
@@ -99,6 +101,7 @@ private:
     QList<QPointF> m_preview;
     bool m_dirty = true;
     bool m_keepRanges = false;
+    bool m_isDown = false; ///< a button, and what it began has not been given up
 };
 
 } // namespace Workbench

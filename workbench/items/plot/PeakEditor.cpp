@@ -294,10 +294,9 @@ bool PeakEditor::keyPress(const QKeyEvent *event)
             Q_EMIT reported(tr("No peak is chosen: click one first"));
         else
             remove(m_chosen);
-    } else if (m_dragged) {
+    } else if (m_plot->cancelDrag()) {
         m_pressed = false;
         m_dragged.reset();
-        m_plot->update();
     } else {
         setActive(false);
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/plot/PeakSticks.h"
 
+#include <algorithm>
+
 namespace Workbench {
 
 void PeakSticks::setPeaks(const QList<SpectrumPeak> &peaks)
@@ -25,15 +27,13 @@ double PeakSticks::heightAt(double ppm) const
 QCPRange PeakSticks::getKeyRange(bool &found, QCP::SignDomain) const
 {
     found = !m_peaks.isEmpty();
-    QCPRange keys;
-    for (qsizetype i = 0; i < m_peaks.size(); ++i) {
-        if (i == 0)
-            keys = QCPRange(m_peaks[i].f2, m_peaks[i].f2);
-        keys.expand(m_peaks[i].f2);
-    }
+    if (!found)
+        return {};
+    const auto [lowest, highest] = std::minmax_element(
+        m_peaks.cbegin(), m_peaks.cend(), [](const SpectrumPeak &a, const SpectrumPeak &b) { return a.f2 < b.f2; });
     // A stick on the frame would not be seen, and a single one spans no range at all.
-    const double room = std::max(0.04 * keys.size(), 0.5);
-    return found ? QCPRange(keys.lower - room, keys.upper + room) : keys;
+    const double room = std::max(0.04 * (highest->f2 - lowest->f2), 0.5);
+    return {lowest->f2 - room, highest->f2 + room};
 }
 
 void PeakSticks::draw(QCPPainter *painter)

@@ -232,14 +232,10 @@ QTableView *makeView(TableItem *item, TableModel *model)
     view->setFrameShape(QFrame::NoFrame);
     view->setAlternatingRowColors(true);
     view->setSelectionBehavior(QAbstractItemView::SelectRows);
-    view->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    view->setEditTriggers(QAbstractItemView::NoEditTriggers);
     view->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
-    view->setCornerButtonEnabled(false);
     view->setWordWrap(false);
     // Tab leads on to the next item of the page.
     view->setTabKeyNavigation(false);
-    view->setGridStyle(Qt::SolidLine);
     view->verticalHeader()->hide();
     view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     view->verticalHeader()->setMinimumSectionSize(rowHeight);

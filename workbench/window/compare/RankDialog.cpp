@@ -103,7 +103,6 @@ RankDialog::RankDialog(MainScene *scene, DataEngine *engine, Program program, Is
     m_table->setModel(m_model);
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_table->setAlternatingRowColors(true);
     m_table->setWordWrap(false);
     m_table->horizontalHeader()->setStretchLastSection(true);
