@@ -35,6 +35,9 @@ public:
     const QStringList &names() const { return m_order; }
     /// What a name such as "sample-13C.csv" speaks of: nuclides of the table, each once.
     QStringList namedIn(const QString &text) const;
+    /// The one whose signals a title or a label speaks of: the latter of "1H-13C" and "1H→13C", that of "δC" where no
+    /// nuclide is named. Nuclei in braces and decoupled ones are others. Empty where several are left.
+    QString observedIn(const QString &text) const;
     /// All nuclei of the element, by mass number.
     QStringList isotopes(const QString &element) const;
     /// Those of them whose spin exceeds 1/2.

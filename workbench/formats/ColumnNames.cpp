@@ -80,24 +80,6 @@ bool isAxisName(const QString &name)
     return std::all_of(words.begin(), words.end(), [](const QString &word) { return usual.contains(word); });
 }
 
-QString nucleusIn(const QString &text)
-{
-    static const QRegularExpression pattern(
-        QStringLiteral("(?<![A-Za-z0-9.])\\^?(\\d{1,3}[A-Z][a-z]?)(?![A-Za-z0-9])")),
-        letter(QStringLiteral("δ_?([HCNFP])(?![A-Za-z0-9])"));
-    for (auto match = pattern.globalMatch(text); match.hasNext();) {
-        if (const QString name = match.next().captured(1); Nuclides::table().contains(name))
-            return name;
-    }
-    const QString element = letter.match(text).captured(1);
-    return element == u"H" ? QStringLiteral("1H")
-        : element == u"C"  ? QStringLiteral("13C")
-        : element == u"N"  ? QStringLiteral("15N")
-        : element == u"F"  ? QStringLiteral("19F")
-        : element == u"P"  ? QStringLiteral("31P")
-                           : QString();
-}
-
 Meaning meaningOf(const QString &name)
 {
     const QStringList words = wordsOf(name);
@@ -113,7 +95,7 @@ Meaning meaningOf(const QString &name)
         return {Role::Ignored, Unit::Unknown, true};
     // "δH (J in Hz)"
     static const QRegularExpression shiftOf(QStringLiteral("δ_?(?:\\^?\\d{1,3})?[A-Z][a-z]?(?![A-Za-z])"));
-    const bool isDelta = shiftOf.match(name).hasMatch() && !nucleusIn(name).isEmpty();
+    const bool isDelta = shiftOf.match(name).hasMatch() && !Nuclides::table().observedIn(name).isEmpty();
     const Unit unit = isDelta  ? Unit::Ppm
         : has({"khz"})         ? Unit::Kilohertz
         : has({"hz", "hertz"}) ? Unit::Hertz

@@ -29,8 +29,6 @@ bool isNucleus(const QString &name);
 /// "ppm" and "Shift [ppm]", and nothing else.
 bool isAxisName(const QString &name);
 
-/// Of the first nuclide that a text names, and the isotope that everybody measures of the element in "δH".
-QString nucleusIn(const QString &text);
 /// The unit that a line above the table speaks of; "100 Hz" is the size of something else.
 TextLayout::Unit unitIn(QString line);
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "formats/ColumnRoles.h"
 
+#include "data/Nuclides.h"
 #include "data/ReaderText.h"
 #include "formats/ColumnNames.h"
 #include "formats/PrintedNumber.h"
@@ -108,7 +109,7 @@ void nameColumns(TextLayout &layout, std::vector<HeaderLine> &headers, const std
             column.numeric = false;
         column.role = meaning.role;
         column.unit = meaning.unit;
-        column.nucleus = ColumnNames::nucleusIn(column.name);
+        column.nucleus = Nuclides::table().observedIn(column.name);
         isNamed |=
             (column.role == Role::Position || column.role == Role::PositionF1) && !ColumnNames::isCounting(column.name);
     }
@@ -598,7 +599,7 @@ void assignRoles(TextLayout &layout, TableSample &table, const QString &source, 
         if (position.unit == Unit::Unknown && !header->isNaming)
             position.unit = ColumnNames::unitIn(header->text);
         if (position.nucleus.isEmpty())
-            position.nucleus = ColumnNames::nucleusIn(header->text);
+            position.nucleus = Nuclides::table().observedIn(header->text);
     }
     findFrequency(layout, table.values, table.headers);
 }

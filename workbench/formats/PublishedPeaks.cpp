@@ -2,6 +2,7 @@
 #include "formats/PublishedPeaks.h"
 
 #include "data/Error.h"
+#include "data/Nuclides.h"
 #include "data/ReaderText.h"
 #include "formats/PrintedNumber.h"
 
@@ -35,25 +36,18 @@ QString plainText(QString text)
 const QRegularExpression &head()
 {
     static const QRegularExpression pattern(QStringLiteral(
-        "(?:(?<![A-Za-z0-9])\\^?(?<nucleus>\\d{1,3}[A-Z][a-z]?)(?![a-z])(?:[ ]*\\{[^}]*\\})?[-/ \\w]{0,40}?\\bNMR\\b"
+        "(?:(?<![A-Za-z0-9])\\^?(?:\\d{1,3}[A-Z][a-z]?)(?![a-z])(?:[ ]*\\{[^}]*\\})?[-→/ \\w]{0,40}?\\bNMR\\b"
         "[^:=δ()]{0,40}(?:\\([^()]*(?:\\([^()]*\\)[^()]*)*\\))?[ ]*[:;,=]?[ ]*(?:δ[ ]*[A-Z]?[a-z]?)?"
-        "|δ(?!\\d)[ ]*_?(?<letter>[HCNFP])?(?:\\((?<element>\\d{1,3}[A-Z][a-z]?)\\))?)"
+        "|δ(?!\\d)[ ]*_?[HCNFP]?(?:\\(\\d{1,3}[A-Z][a-z]?\\))?)"
         "[ ]*(?:[(\\[/]?[ ]*(?:δ[ ]*[,/]?[ ]*)?ppm[ ]*[)\\]]?)?[ ]*[:=]?[ ]*(?=[-+]?\\d)"));
     return pattern;
 }
 
+/// What is said about the measurement may name others.
 QString nucleusOf(const QRegularExpressionMatch &head)
 {
-    if (head.hasCaptured(u"nucleus"))
-        return head.captured(u"nucleus");
-    // δH is that of the isotope everybody measures.
-    const QString letter = head.captured(u"letter");
-    return letter == u"H" ? QStringLiteral("1H")
-        : letter == u"C"  ? QStringLiteral("13C")
-        : letter == u"N"  ? QStringLiteral("15N")
-        : letter == u"F"  ? QStringLiteral("19F")
-        : letter == u"P"  ? QStringLiteral("31P")
-                          : head.captured(u"element");
+    const QString text = head.captured();
+    return Nuclides::table().observedIn(text.left(text.indexOf(QLatin1String("NMR"))));
 }
 
 /// The parts between commas and semicolons outside brackets.
