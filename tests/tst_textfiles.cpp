@@ -312,6 +312,8 @@ private Q_SLOTS:
         row("1H NMR (400 MHz, CDCl3): δ 7.26 (s, 1H, H-3), 2.31 (br s, 3H)\n", "7.26 H-3 #1; 2.31 #3");
         row("13C NMR (101 MHz): δ 170.2 (br. s, C-1), 133.3 (arom. CH), 21.5 (CH3). Mp 120 °C.",
             "170.2 C-1; 133.3 arom. CH; 21.5 CH3", "left out: \"Mp");
+        row("The 13C CP/MAS NMR spectrum shows signals at 170.2, 133.3 and 21.5 ppm.", "170.2; 133.3; 21.5");
+        row("13C NMR, 101 MHz, DMSO-d6, ppm 170.2, 133.3 (C2), 21.5\n", "170.2; 133.3 C2; 21.5");
         row("13C CPMAS: 170.2, 133.3, 21.5 ppm", "170.2; 133.3; 21.5", "the numbers of the only line");
         row("Atom,δ11,δ22,δ33,δiso\nC1,250,180,80.6,170.2\nC2,230,150,19.9,133.3\n", "170.2 C1; 133.3 C2");
         row("δF −110.2; −120.5 (m)", "-110.2; -120.5");

@@ -33,13 +33,15 @@ QString plainText(QString text)
 }
 
 /// What stands before the first shift: the nucleus with "NMR" and what is said about the measurement, or "δ", or both.
+/// A number with decimals is a shift.
 const QRegularExpression &head()
 {
     static const QRegularExpression pattern(QStringLiteral(
         "(?:(?<![A-Za-z0-9])\\^?(?:\\d{1,3}[A-Z][a-z]?)(?![a-z])(?:[ ]*\\{[^}]*\\})?[-→/ \\w]{0,40}?\\bNMR\\b"
-        "[^:=δ()]{0,40}(?:\\([^()]*(?:\\([^()]*\\)[^()]*)*\\))?[ ]*[:;,=]?[ ]*(?:δ[ ]*[A-Z]?[a-z]?)?"
+        "(?:(?!\\d+[.,]\\d|(?<![A-Za-z0-9])\\d+[,;][ ]\\d)[^:=δ()]){0,40}"
+        "(?:\\([^()]*(?:\\([^()]*\\)[^()]*)*\\))?[ ]*[:;,=]?[ ]*(?:δ[ ]*[A-Z]?[a-z]?)?"
         "|δ(?!\\d)[ ]*_?[HCNFP]?(?:\\(\\d{1,3}[A-Z][a-z]?\\))?)"
-        "[ ]*(?:[(\\[/]?[ ]*(?:δ[ ]*[,/]?[ ]*)?ppm[ ]*[)\\]]?)?[ ]*[:=]?[ ]*(?=[-+]?\\d)"));
+        "[ ]*(?:[(\\[/]?[ ]*(?:δ[ ]*[,/]?[ ]*)?ppm[ ]*[)\\]]?)?[ ]*[:=]?[ ]*(?<!\\d)(?=[-+]?\\d)"));
     return pattern;
 }
 
