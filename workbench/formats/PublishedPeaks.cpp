@@ -175,6 +175,17 @@ std::optional<MeasuredPeaks> onlyLine(const std::vector<TextLine> &lines, const 
 
 } // namespace
 
+void dropPartialCounts(std::vector<MeasuredPeak> &peaks, QStringList &notes)
+{
+    const auto told =
+        std::count_if(peaks.begin(), peaks.end(), [](const MeasuredPeak &peak) { return peak.count > 0; });
+    if (told == std::ptrdiff_t(peaks.size()))
+        return;
+    for (MeasuredPeak &peak : peaks)
+        peak.count = 0;
+    notes.append(Texts::tr("Counts are told of %1 of the %2 peaks: they were not used.").arg(told).arg(peaks.size()));
+}
+
 std::optional<MeasuredPeaks> parse(const std::vector<TextLine> &lines, const QString &source)
 {
     if (auto list = onlyLine(lines, source))
@@ -222,13 +233,9 @@ std::optional<MeasuredPeaks> parse(const std::vector<TextLine> &lines, const QSt
                      .arg(ReaderText::excerpt(entry.toStdString())));
         result.peaks.push_back(*peak);
     }
-    // Numbers of nuclei mean something only where all are told.
-    if (std::any_of(result.peaks.begin(), result.peaks.end(),
-                    [](const MeasuredPeak &peak) { return peak.count == 0; })) {
-        for (MeasuredPeak &peak : result.peaks)
-            peak.count = 0;
-    }
     result.notes.append(Texts::tr("Read as the list of %1 shifts of a publication.").arg(result.peaks.size()));
+    if (std::any_of(result.peaks.begin(), result.peaks.end(), [](const auto &peak) { return peak.count > 0; }))
+        dropPartialCounts(result.peaks, result.notes);
     if (isRange)
         result.notes.append(Texts::tr("Ranges of shifts were replaced by their middles."));
     if (!rest.isEmpty())
