@@ -208,7 +208,11 @@ private Q_SLOTS:
         for (int i = 0; i < points; ++i)
             region += QByteArray::number(intensity(i)) + '\n';
         row("region and intensities", region, "LEFT and RIGHT");
-        row("region, decimal commas", QByteArray(region).replace(".0 ppm", ",0 ppm").replace("68.5", "68,5"));
+        row("region, decimal commas",
+            QByteArray(region).replace(".0 ppm", ",0 ppm").replace("68.5", "68,5").replace("1.0", "1,0"));
+        row("region in Hz, the file tells the frequency",
+            "# 100.0 MHz\n" + QByteArray(region).replace("100.0 ppm", "10,000.0 hz").replace("68.5 ppm", "6850 hz"),
+            "divided by 100 MHz");
         row("region in Hz", QByteArray(region).replace("100.0 ppm", "10000.0 Hz").replace("68.5 ppm", "6850 Hz"),
             "divided by 100 MHz", withFrequency(100));
         row("separators at the end of each line", table({",", '.', "", ",\n"}, "ppm,intensity,\n"));
