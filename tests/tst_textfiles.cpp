@@ -367,6 +367,11 @@ private Q_SLOTS:
         row("##TITLE= file\n##DATA TYPE= NMR PEAK TABLE\n##.OBSERVE NUCLEUS= ^13C\n##.OBSERVE FREQUENCY= 100\n"
             "##XUNITS= PPM\n##YUNITS= ARB\n##NPOINTS= 2\n##PEAK TABLE= (XY..XY)\n173.2, 5\n55.1, 3\n##END=\n",
             "173.2 =5; 55.1 =3");
+        const QByteArray commas = "##TITLE= file\n##DATA TYPE= NMR PEAK TABLE\n##XUNITS= PPM\n##NPOINTS= 2\n"
+                                  "##PEAK TABLE= (XY..XY)\n170,2 5,5\n133,3 4,5\n##END=\n";
+        row(commas, "170.2 =5.5; 133.3 =4.5", "taken for decimal points");
+        row(QByteArray(commas).replace("= 2", "= 4"), "170 =2; 5 =5; 133 =3; 4 =5");
+        row(commas + commas, "170.2 =5.5; 133.3 =4.5", "2 spectra and lists of peaks");
         row(quoted(
                 R"(<?xml version='1.0'?><PeakList><PeakList1D><Peak1D F1='173.2' intensity='2.5' type='0' annotation='C1'/> <Peak1D F1='55.1' intensity='1' type='0'/></PeakList1D></PeakList>)"),
             "173.2 =2.5 C1; 55.1");
