@@ -195,6 +195,7 @@ private Q_SLOTS:
         row("number, intensity, Hz, ppm", columns("nyhx"), "number, intensity, Hz and ppm");
         row("the same with names", columns("nyhx", "Point Intensity Hz ppm\n"), "not used: \"Hz\"");
         row("names in another order", columns("yx", "intensity ppm\n"));
+        row("a trace named by its temperature", table({}, "ppm,298 K\n"), "Column \"298 K\" was taken");
         row("a fit beside the measurement", columns("xyi", "ppm,exp,calc\n").replace(',', ' '),
             "Column \"exp\" was taken");
         row("a column of numbers without a name", columns("nxy", ",ppm,glycine\n"), "Column \"glycine\" was taken");
@@ -419,9 +420,11 @@ private Q_SLOTS:
         row("Sample,7\nTemperature,298 K\n170.2,5\n133.3,4\n", u"170.2 =5; 133.3 =4"_s);
         row("Nucleus,13C\n170.2,5\n133.3,4\n", u"170.2 =5; 133.3 =4"_s);
         row("170.2 C1 br\n133.3 C2\n21.5 C3\n",
-            u"line 1: expected 2 fields as in the lines below, found 3; if it is a title, begin it with #"_s);
+            u"line 1: expected 2 fields as in the lines below, found 3; if this is a title, begin it with #"_s);
         row("1' 170,2\n2' 133,3\n", u"170.2 1'; 133.3 2'"_s);
         // Columns with few numbers.
+        row("2024 data\n170.2 5\n133.3 4\n",
+            u"line 1: expected a number, found \"data\"; if this is a title, begin it with #"_s);
         row("Name;ppm;Int\nC1;170,2;\nC2;133,3;\nC3;21,5;6\n", u"170.2 C1; 133.3 C2; 21.5 =6 C3"_s);
         row("Site,ppm,Note\nC1,170.2,133.3\nC2,133.3,\nC3,21.5,\n", u"170.2 C1 133.3; 133.3 C2; 21.5 C3"_s);
         row("1;170,2;5\n2;133,3;\n3;21,5;3\n", u"170.2 =5; 133.3; 21.5 =3"_s);

@@ -129,10 +129,12 @@ private:
         return names;
     }
 
+    /// As many as the columns, and none a number. Behind an axis traces may be named by amounts, "ppm,298 K,310 K".
     bool fits(const QStringList &names) const
     {
-        return names.size() == columnCount() && std::none_of(names.begin(), names.end(), [this](const QString &name) {
-                   return ColumnNames::isAmount(name) || m_layout.number(name.toStdString());
+        const bool isAxisFirst = !names.isEmpty() && !names.front().isEmpty() && ColumnNames::isAxisName(names.front());
+        return names.size() == columnCount() && std::none_of(names.begin(), names.end(), [&](const QString &name) {
+                   return (!isAxisFirst && ColumnNames::isAmount(name)) || m_layout.number(name.toStdString());
                });
     }
 

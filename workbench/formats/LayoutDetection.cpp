@@ -289,9 +289,14 @@ void findRows(TextLayout &layout, const std::vector<TextLine> &sample, const Tab
                      .arg(fields.size()));
         if (!layout.fits(fields.size()) && odd() < 0)
             fail(source, line.number,
-                 Texts::tr("expected %1 fields as in the lines below, found %2; if it is a title, begin it with #")
+                 Texts::tr("expected %1 fields as in the lines below, found %2; if this is a title, begin it with #")
                      .arg(layout.columns.size())
                      .arg(fields.size()));
+        const bool isLikeTitle = layout.firstLine == 0 && namingLine == 0;
+        if (const int i = odd(); i > layout.columnOf(Role::Position) && isLikeTitle)
+            fail(source, line.number,
+                 Texts::tr("expected a number, found %1; if this is a title, begin it with #")
+                     .arg(excerpt(fields[size_t(i)])));
         if (const int i = odd(); i >= 0)
             fail(source, line.number, Texts::tr("expected a number, found %1").arg(excerpt(fields[size_t(i)])));
         if (layout.firstLine == 0)

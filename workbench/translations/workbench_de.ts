@@ -2180,7 +2180,7 @@ Optionen:
         <translation>Die Datei enthält %1 Spektren und Peaklisten: nur „%2“ wurde gelesen.</translation>
     </message>
     <message>
-        <source>expected %1 fields as in the lines below, found %2; if it is a title, begin it with #</source>
+        <source>expected %1 fields as in the lines below, found %2; if this is a title, begin it with #</source>
         <translation>%1 Felder wie in den Zeilen darunter wurden erwartet, %2 gefunden; eine Überschrift muss mit # beginnen</translation>
     </message>
     <message>
@@ -2190,6 +2190,10 @@ Optionen:
     <message>
         <source>lines that begin with &quot;;&quot; are comments: an empty first column must be taken away</source>
         <translation>Zeilen, die mit „;“ beginnen, sind Kommentare: eine leere erste Spalte muss entfernt werden</translation>
+    </message>
+    <message>
+        <source>expected a number, found %1; if this is a title, begin it with #</source>
+        <translation>eine Zahl wurde erwartet, %1 gefunden; eine Überschrift muss mit # beginnen</translation>
     </message>
 </context>
 <context>
