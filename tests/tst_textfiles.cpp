@@ -285,6 +285,7 @@ private Q_SLOTS:
         row("δ(1H)\n10.5\n20.25\n", "10.5; 20.25");
         row("10.5\n20.25", "10.5; 20.25", "taken as ppm");
         row("21783.4\n6929.9\n", "21783.4; 6929.9", "if these are Hz");
+        row("position,position_f1,height\n1.5,20,3\n2.5,30,4\n", "1.5/20 =3; 2.5/30 =4");
         row("position,height\n# c\n 10 , 2 # why\n\n-5,-1", "10 =2; -5 =-1");
         row("1\r2", "1; 2");
         row("1\n2,3\n", "1; 2 =3", "without a height (1)");

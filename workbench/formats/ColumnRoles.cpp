@@ -230,7 +230,9 @@ void takeNamedRoles(TextLayout &layout, const std::vector<std::vector<double>> &
     // The positions of a molecule, beside the shifts.
     const bool isTrace = !isNamed && values.front().size() >= fewestPoints;
     const bool hasShifts = std::any_of(layout.columns.begin(), layout.columns.end(), [](const auto &column) {
-        return column.isPositional() && !ColumnNames::isCounting(column.name);
+        return column.role == Role::Position
+            && (!column.nucleus.isEmpty() || ColumnNames::shiftRank(column.name) > 0
+                || ColumnNames::wordsOf(column.name).contains(u"ppm"));
     });
     for (TextLayout::Column &column : layout.columns) {
         if (ColumnNames::isCounting(column.name) && hasShifts && !isTrace)
