@@ -231,6 +231,11 @@ private Q_SLOTS:
         QCOMPARE(table.quadrupolarIsotopes(u"H"_s), QStringList{u"2H"_s});
         QCOMPARE(table.namedIn(u"x-13C_27Al 13C 1H, 999Xx 5Hz 113C 15Nn 17O"_s),
                  (QStringList{u"13C"_s, u"27Al"_s, u"1H"_s, u"17O"_s}));
+        for (const char *carbon : {"1H-13C CP/MAS", "1H→13C CP MAS", "1H decoupled 13C", "{1H}13C", "^13C{^1H}", "¹³C",
+                                   "δC", "13C NMR, 1H-decoupled", "16K points of 13C, 298K"})
+            QCOMPARE(table.observedIn(QString::fromUtf8(carbon)), u"13C"_s);
+        for (const char *none : {"1H and 13C", "1H-13C HSQC", "LB = 100Hz", "glycine"})
+            QCOMPARE(table.observedIn(QString::fromUtf8(none)), QString());
         QVERIFY(Nuclides::element(u"27Al"_s) == u"Al" && table[u"27Al"_s].spinNumber() == 2.5);
         QVERIFY(table[u"2H"_s].spinNumber() == 1 && table[u"17O"_s].quadrupoleMoment == -2.558);
         QCOMPARE(table[u"13C"_s].abundance, 1.11);

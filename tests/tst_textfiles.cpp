@@ -195,6 +195,7 @@ private Q_SLOTS:
         row("number, intensity, Hz, ppm", columns("nyhx"), "number, intensity, Hz and ppm");
         row("the same with names", columns("nyhx", "Point Intensity Hz ppm\n"), "not used: \"Hz\"");
         row("names in another order", columns("yx", "intensity ppm\n"));
+        row("a trace named by its temperature", table({}, "ppm,298 K\n"), "Column \"298 K\" was taken");
         row("a fit beside the measurement", columns("xyi", "ppm,exp,calc\n").replace(',', ' '),
             "Column \"exp\" was taken");
         row("a column of numbers without a name", columns("nxy", ",ppm,glycine\n"), "Column \"glycine\" was taken");
@@ -208,7 +209,11 @@ private Q_SLOTS:
         for (int i = 0; i < points; ++i)
             region += QByteArray::number(intensity(i)) + '\n';
         row("region and intensities", region, "LEFT and RIGHT");
-        row("region, decimal commas", QByteArray(region).replace(".0 ppm", ",0 ppm").replace("68.5", "68,5"));
+        row("region, decimal commas",
+            QByteArray(region).replace(".0 ppm", ",0 ppm").replace("68.5", "68,5").replace("1.0", "1,0"));
+        row("region in Hz, the file tells the frequency",
+            "# 100.0 MHz\n" + QByteArray(region).replace("100.0 ppm", "10,000.0 hz").replace("68.5 ppm", "6850 hz"),
+            "divided by 100 MHz");
         row("region in Hz", QByteArray(region).replace("100.0 ppm", "10000.0 Hz").replace("68.5 ppm", "6850 Hz"),
             "divided by 100 MHz", withFrequency(100));
         row("separators at the end of each line", table({",", '.', "", ",\n"}, "ppm,intensity,\n"));
@@ -280,6 +285,7 @@ private Q_SLOTS:
         row("δ(1H)\n10.5\n20.25\n", "10.5; 20.25");
         row("10.5\n20.25", "10.5; 20.25", "taken as ppm");
         row("21783.4\n6929.9\n", "21783.4; 6929.9", "if these are Hz");
+        row("position,position_f1,height\n1.5,20,3\n2.5,30,4\n", "1.5/20 =3; 2.5/30 =4");
         row("position,height\n# c\n 10 , 2 # why\n\n-5,-1", "10 =2; -5 =-1");
         row("1\r2", "1; 2");
         row("1\n2,3\n", "1; 2 =3", "without a height (1)");
@@ -296,6 +302,10 @@ private Q_SLOTS:
         row("No.\tppm\tHz\tHeight\n1\t173.2\t21783.4\t3\n2\t55.1\t6929.9\t1\n", "173.2 =3; 55.1");
         row("C1 173.2 ppm\nC2 \u22125.1 ppm\n", "173.2 C1; -5.1 C2");
         row("C1,173.2\nC2,55.1\n", "173.2 C1; 55.1 C2");
+        row("2,6-H\t7.45\n3,5-H\t7.12\n", "7.45 2,6-H; 7.12 3,5-H");
+        row("Site;δ\nC1;170,2 ppm\nC2;133,3 ppm\n", "170.2 C1; 133.3 C2");
+        row("ppm,Int,sites\n170.2,5,1\n133.3,4\n", "170.2 =5; 133.3 =4", "peaks: they were not used.");
+        row("1H NMR (400 MHz) δ 7.26 (d, 2H), 4.12 (s).", "7.26; 4.12", "told of 1 of the 2");
         row("173.2 C1\n55.1 C2\n", "173.2 C1; 55.1 C2");
         // Tables and running text of publications.
         row("Table S2. 1H shifts (ppm), 9.4 T\nH1 9.4\nH2 2.2(1)\nH3 1.15 ± 0.05\nH4 7.0–7.5\n",
@@ -312,6 +322,8 @@ private Q_SLOTS:
         row("1H NMR (400 MHz, CDCl3): δ 7.26 (s, 1H, H-3), 2.31 (br s, 3H)\n", "7.26 H-3 #1; 2.31 #3");
         row("13C NMR (101 MHz): δ 170.2 (br. s, C-1), 133.3 (arom. CH), 21.5 (CH3). Mp 120 °C.",
             "170.2 C-1; 133.3 arom. CH; 21.5 CH3", "left out: \"Mp");
+        row("The 13C CP/MAS NMR spectrum shows signals at 170.2, 133.3 and 21.5 ppm.", "170.2; 133.3; 21.5");
+        row("13C NMR, 101 MHz, DMSO-d6, ppm 170.2, 133.3 (C2), 21.5\n", "170.2; 133.3 C2; 21.5");
         row("13C CPMAS: 170.2, 133.3, 21.5 ppm", "170.2; 133.3; 21.5", "the numbers of the only line");
         row("Atom,δ11,δ22,δ33,δiso\nC1,250,180,80.6,170.2\nC2,230,150,19.9,133.3\n", "170.2 C1; 133.3 C2");
         row("δF −110.2; −120.5 (m)", "-110.2; -120.5");
@@ -357,6 +369,11 @@ private Q_SLOTS:
         row("##TITLE= file\n##DATA TYPE= NMR PEAK TABLE\n##.OBSERVE NUCLEUS= ^13C\n##.OBSERVE FREQUENCY= 100\n"
             "##XUNITS= PPM\n##YUNITS= ARB\n##NPOINTS= 2\n##PEAK TABLE= (XY..XY)\n173.2, 5\n55.1, 3\n##END=\n",
             "173.2 =5; 55.1 =3");
+        const QByteArray commas = "##TITLE= file\n##DATA TYPE= NMR PEAK TABLE\n##XUNITS= PPM\n##NPOINTS= 2\n"
+                                  "##PEAK TABLE= (XY..XY)\n170,2 5,5\n133,3 4,5\n##END=\n";
+        row(commas, "170.2 =5.5; 133.3 =4.5", "taken for decimal points");
+        row(QByteArray(commas).replace("= 2", "= 4"), "170 =2; 5 =5; 133 =3; 4 =5");
+        row(commas + commas, "170.2 =5.5; 133.3 =4.5", "2 spectra and lists of peaks");
         row(quoted(
                 R"(<?xml version='1.0'?><PeakList><PeakList1D><Peak1D F1='173.2' intensity='2.5' type='0' annotation='C1'/> <Peak1D F1='55.1' intensity='1' type='0'/></PeakList1D></PeakList>)"),
             "173.2 =2.5 C1; 55.1");
@@ -403,9 +420,12 @@ private Q_SLOTS:
         // Titles, which may hold numbers.
         row("Sample,7\nTemperature,298 K\n170.2,5\n133.3,4\n", u"170.2 =5; 133.3 =4"_s);
         row("Nucleus,13C\n170.2,5\n133.3,4\n", u"170.2 =5; 133.3 =4"_s);
-        row("170.2 C1 br\n133.3 C2\n21.5 C3\n", u"line 1: expected 2 fields as in the lines before, found 3"_s);
+        row("170.2 C1 br\n133.3 C2\n21.5 C3\n",
+            u"line 1: expected 2 fields as in the lines below, found 3; if this is a title, begin it with #"_s);
         row("1' 170,2\n2' 133,3\n", u"170.2 1'; 133.3 2'"_s);
         // Columns with few numbers.
+        row("2024 data\n170.2 5\n133.3 4\n",
+            u"line 1: expected a number, found \"data\"; if this is a title, begin it with #"_s);
         row("Name;ppm;Int\nC1;170,2;\nC2;133,3;\nC3;21,5;6\n", u"170.2 C1; 133.3 C2; 21.5 =6 C3"_s);
         row("Site,ppm,Note\nC1,170.2,133.3\nC2,133.3,\nC3,21.5,\n", u"170.2 C1 133.3; 133.3 C2; 21.5 C3"_s);
         row("1;170,2;5\n2;133,3;\n3;21,5;3\n", u"170.2 =5; 133.3; 21.5 =3"_s);
@@ -438,6 +458,26 @@ private Q_SLOTS:
         for (const char *name : {"± (ppm)", "Fehler (ppm)", "Std (ppm)", "LB (ppm)", "Halbwertsbreite [ppm]", "δ(ber.)",
                                  "δ(theo.)", "Theor. Verschiebung (ppm)", "δ Form II (ppm)"})
             row("Atom,δ (ppm)," + QByteArray(name), "C1,170.2,1.5/C2,133.3,0.5", "170.2 C1; 133.3 C2");
+        // Names tell the error, the standard or the span beside the shift.
+        for (const char *name :
+             {"δiso (±0.1 ppm)", "Shift (ppm) ± 0.1", "Chemical shift vs std (ppm)", "δ (ppm; std. TMS)"})
+            row(name + QByteArray(",Int"), "170.2,5/133.3,4", "170.2 =5; 133.3 =4");
+        for (const char *other : {"Ω (ppm)", "δQIS (ppm)", "δaniso (ppm)", "δCG (ppm)", "Range (ppm)", "MAE (ppm)", "κ",
+                                  "Start (ppm)", "CASTEP (ppm)", "VASP δ"})
+            row("Site," + QByteArray(other) + ",δiso (ppm)", "C1,150,170.2/C2,130,133.3", "170.2 C1; 133.3 C2");
+        for (const char *calculated : {"CASTEP", "PBE", "calc.", "sim", "δ calc. (ppm)"})
+            for (const char *measured : {"Exp.", "meas."})
+                row("Site," + QByteArray(calculated) + ',' + measured, "C1,171.2,170.2/C2,132.3,133.3",
+                    "170.2 C1; 133.3 C2");
+        row("Site,calc,NMR", "C1,171.2,170.2/C2,132.3,133.3", "170.2 C1; 133.3 C2");
+        row("Height,ChemShift", "5,170.2/4,133.3", "170.2 =5; 133.3 =4");
+        row("Site,Linewidth (ppm),Intensity", "A,1.5,20/B,1.7,30",
+            "line 2: none of the columns \"Site\", \"Linewidth (ppm)\", \"Intensity\" is named as that of the "
+            "positions: a "
+            "name such as \"ppm\" or \"δ\" in the header line tells which one it is");
+        for (const char *position : {"Position", "Pos."})
+            row(position + QByteArray(",δC"), "2,160.8/4,116.2/5,110.5", "160.8; 116.2; 110.5");
+        row("Position,δC", "C1,160.8/C2,116.2", "160.8 C1; 116.2 C2");
         row("Site,δiso,|Δ|", "C1,170.2,1.0/C2,133.3,1.5", "170.2 C1; 133.3 C2");
         row("Nr.,Verschiebung,Intensität,Halbwertsbreite [Hz]", "1,170.5,10,50/2,133.5,20,60", "170.5 =10; 133.5 =20");
         row("δ1H,δ13C", "7.5,133.5/2.5,21.5", "7.5/133.5; 2.5/21.5");
@@ -473,6 +513,8 @@ private Q_SLOTS:
         row("ppm;Int\n170,256;5\n133,312;4\n", "170.256 =5; 133.312 =4");
         row("ppm;Int\n170.256;5,5\n133.312;4,5\n", "170.256 =5.5; 133.312 =4.5");
         row("ppm\tInt\n170.2\t50%\n133.3\t100 %\n", "170.2 =50; 133.3 =100");
+        row("ppm;Int\n170,123;1.234\n133,456;2.345\n", "170.123 =1234; 133.456 =2345");
+        row("Site\tppm\nC1\t170.2\nC2,C6\t128 127\n", "line 3: expected a number, found \"128 127\"");
         row("ppm;Int\n170,2;1.234.567\n133,3;12.5\n", "line 3: expected a number, found \"12.5\"");
         QByteArray text = "ppm;Intensität\n";
         for (int i = 0; i < points; ++i)
@@ -482,6 +524,38 @@ private Q_SLOTS:
         QCOMPARE(spectrum.data[9], 9986118.0);
         QCOMPARE(spectrum.data[63], 8555.0);
         QCOMPARE(spectrum.dimensions[0].ppm(9), 95.5);
+    }
+
+    /// Titles and comments above the rows, of which the nearest may be their names.
+    void linesAbove()
+    {
+        const char *const peaks = "170.2 =5; 133.3 =4";
+        for (const char *title :
+             {"# LB 20", "# Phase corrected", "Residual spectrum", "# Integral region", "# LB [Hz] 20",
+              "# peak assignment", "# 13C, linewidth 20", "# carrier offset in Hz: 1000, 100.6 MHz",
+              "# Chemical shifts", "# 13C shifts", "Peak positions", "LB 20", "1H MAS, 60 kHz"}) {
+            for (const char *names : {"", "ppm_intensity\n", "Shift_Height\nppm_a.u.\n"}) {
+                for (const char *separator : {",", "\t", ";", " "}) {
+                    QByteArray text = QByteArray(title) + '\n' + names + "170.2_5\n133.3_4\n";
+                    QCOMPARE(outcome(text.replace("_", separator)), QString::fromUtf8(peaks));
+                }
+            }
+        }
+        for (const char *remark : {"\tsample 1\n", "\t13C CPMAS 10 kHz\n", "Comments\tGlycine 10 kHz\n"})
+            QCOMPARE(outcome("Chemical Shift\tIntensity\nppm\ta.u.\n" + QByteArray(remark) + "170.2\t5\n133.3\t4\n"),
+                     QString::fromUtf8(peaks));
+        QCOMPARE(outcome("CSA\tδiso\nppm\tppm\n120\t170.2\n110\t133.3\n"), u"170.2; 133.3"_s);
+        QCOMPARE(outcome("Site\t13C\t1H\n\tδ / ppm\tδ / ppm\nC1\t170.2\t7.5\nC2\t133.3\t2.5\n"),
+                 u"170.2/7.5 C1; 133.3/2.5 C2"_s);
+        for (const char *names : {"No. ppm", "Peak ppm", "ppm int"})
+            QCOMPARE(outcome(names + QByteArray("\n1 170.2 5\n2 133.3 4\n3 21.5 3\n")),
+                     u"170.2 =5; 133.3 =4; 21.5 =3"_s);
+        // The position of the first row is as good as that of any other one.
+        for (const char *first : {"174.2 br 5", "174 nd", "7.26 1H s", "174.2 5 K", "174.2 9.4 T", "64"})
+            QVERIFY(outcome(first + QByteArray("\n133.3 4\n21.5 3\n")).startsWith(u"line 1: expected "));
+        const Measurement read = readBytes(QTemporaryDir(), "my sample\nMonday\nppm,int\n170.2,5\n");
+        QVERIFY(std::get<MeasuredPeaks>(read).notes.contains(
+            u"Lines above the table that were passed over (2): \"my sample\", \"Monday\"."_s));
     }
 
     void nuclei()
@@ -553,8 +627,7 @@ private Q_SLOTS:
             "1H NMR δ 9.7 (1H), 7.3 (2H), 6.7\n13C NMR δ 168.1, 153.0\n");
         row(", line 1: there is more than one list of shifts: each needs a file of its own",
             "1H NMR δ 7.2, 7.1. 13C NMR (100 MHz) δ 120.1, 119.2.\n");
-        row(", line 1: no table of numbers was found, expected \"ppm,intensity\" or peaks",
-            "CPMAS: 170.2, 133.3, 21.5 ppm\n");
+        row(", line 1: expected a number, found \"CPMAS: 170.2\"", "CPMAS: 170.2, 133.3, 21.5 ppm\n");
         row(", line 1: no table of numbers was found, expected \"ppm,intensity\" or peaks",
             "Dear all,\nplease find 3 peaks below.\nRegards\n");
         row(", line 1: no table of numbers was found, expected \"ppm,intensity\" or peaks",

@@ -106,4 +106,36 @@ bool Nuclides::namesOtherThan(const QString &nucleus, const QString &text) const
     return !named.isEmpty() && !named.contains(nucleus);
 }
 
+QString Nuclides::observedIn(const QString &text) const
+{
+    static const QString raised = QStringLiteral("⁰¹²³⁴⁵⁶⁷⁸⁹");
+    static const QRegularExpression others(
+        QStringLiteral("\\{[^}]*\\}|\\^?\\d{1,3}[A-Z][a-z]?[- ]*(?:broadband[- ]*)?(?:decoupl|entkoppel)"
+                       "|(?<![A-Za-z0-9.])\\^?\\d{1,3}[A-Z][a-z]?\\s*(?:->|[-‐‑–→>])\\s*"
+                       // Correlations that observe the former.
+                       "(?=\\^?\\d{1,3}[A-Z](?!.*\\b(?:HSQC|HMQC|HMBC)))")),
+        nuclide(QStringLiteral("(?<![A-Za-z0-9.])\\^?(\\d{1,3}[A-Z][a-z]?)(?![A-Za-z0-9])")),
+        letter(QStringLiteral("δ_?([HCNFP])(?![A-Za-z0-9])"));
+    QString plain = text;
+    for (QChar &c : plain) {
+        if (const qsizetype digit = raised.indexOf(c); digit >= 0)
+            c = QChar(u'0' + char16_t(digit));
+    }
+    plain.replace(others, QStringLiteral(" "));
+    QStringList found;
+    for (auto match = nuclide.globalMatch(plain); match.hasNext();) {
+        if (const QString name = match.next().captured(1); contains(name) && !found.contains(name))
+            found.append(name);
+    }
+    if (!found.isEmpty())
+        return found.size() == 1 ? found.first() : QString();
+    // Of an element the isotope that everybody measures.
+    static const QHash<QString, QString> usual{{QStringLiteral("H"), QStringLiteral("1H")},
+                                               {QStringLiteral("C"), QStringLiteral("13C")},
+                                               {QStringLiteral("N"), QStringLiteral("15N")},
+                                               {QStringLiteral("F"), QStringLiteral("19F")},
+                                               {QStringLiteral("P"), QStringLiteral("31P")}};
+    return usual.value(letter.match(plain).captured(1));
+}
+
 } // namespace Workbench

@@ -37,6 +37,9 @@ public:
     QStringList namedIn(const QString &text) const;
     /// A name such as "sample-13C.csv" beside a spectrum of protons; of an unknown nucleus none is another one.
     bool namesOtherThan(const QString &nucleus, const QString &text) const;
+    /// The one whose signals a title or a label speaks of: the latter of "1H-13C" and "1H→13C", that of "δC" where no
+    /// nuclide is named. Nuclei in braces and decoupled ones are others. Empty where several are left.
+    QString observedIn(const QString &text) const;
     /// All nuclei of the element, by mass number.
     QStringList isotopes(const QString &element) const;
     /// Those of them whose spin exceeds 1/2.

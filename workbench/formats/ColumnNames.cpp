@@ -23,17 +23,40 @@ bool hasWordLike(const QString &name, const QRegularExpression &pattern)
     });
 }
 
-/// Differences, errors and widths, which may be in ppm as shifts are.
-bool isNoShift(const QString &name, const QStringList &words)
+/// What a name names: without what it says about the unit, the standard and the error, "(ppm; std. TMS)" and "± 0.1".
+QString withoutRemarks(QString name)
 {
-    // In lower case the difference would be a shift.
-    if (name.contains(u'Δ') || name.contains(u'∆') || name.contains(u'±') || name.contains(QStringLiteral("\\Delta"))
-        || name.contains(QStringLiteral("+/-")))
+    static const QRegularExpression brackets(
+        QStringLiteral("(?<=\\S)\\s*[(\\[][^)\\]]*(?:\\bppm\\b|\\bk?Hz\\b|±|\\+/-)[^)\\]]*[)\\]]")),
+        behind(QStringLiteral("(?<=\\S)\\s*(?:±|\\+/-|\\b(?:vs|versus|relative to|rel\\. to|gegen)\\b).*$"));
+    return name.remove(brackets).remove(behind);
+}
+
+/// Differences, errors, widths and the like, which may be in ppm as shifts are.
+bool isNoShift(const QString &name)
+{
+    // In lower case the difference would be a shift, and the span a frequency.
+    for (const QString &sign : {QStringLiteral("Δ"), QStringLiteral("∆"), QStringLiteral("±"), QStringLiteral("Ω"),
+                                QStringLiteral("\u2126"), QStringLiteral("\\Delta"), QStringLiteral("+/-")}) {
+        if (name.contains(sign))
+            return true;
+    }
+    static const QRegularExpression pattern(QStringLiteral(
+        "^(?:diff.*|deviat.*|dev|abweich.*|resid.*|err|errors?|fehler.*|uncertaint.*|unsicherheit.*|std|stdev|sd|esd"
+        "|rms[de]|ma[de]|.*width|.*widths|.*breiten?|fwhm|hwhm|lb|lw\\d*|δν.*|δ?q[ci]s|δ?aniso.*|δ?csa|span|skew|κ|"
+        "kappa"
+        "|δ?σ.*|sigma|shieldings?|start|stop|end|left|right|integrals?|area|fläche|phase|coupling|volume|cq|pq|ηq?"
+        "|eta|δ(?:11|22|33|₁₁|₂₂|₃₃|xx|yy|zz)|anisotropy|asymmetry)$")),
+        component(QStringLiteral("^(?:11|22|33|xx|yy|zz)$"));
+    static const QRegularExpression otherUnit(
+        QStringLiteral("\\S\\s*[(\\[/]\\s*(?:[mµμu]?s|min|h|K|°C|Å)\\s*[)\\]]?$"));
+    if (otherUnit.match(name).hasMatch())
         return true;
-    static const QRegularExpression pattern(QStringLiteral("^(?:diff.*|deviat.*|dev|abweich.*|resid.*|errors?|fehler.*|"
-                                                           "uncertaint.*|unsicherheit.*|sigma|std|stdev|sd|esd|rmsd"
-                                                           "|.*width|.*widths|.*breiten?|fwhm|hwhm|lb|lw\\d*|δν.*)$"));
-    return std::any_of(words.begin(), words.end(), [](const QString &word) { return pattern.match(word).hasMatch(); });
+    const QStringList words = wordsOf(name);
+    const bool isDelta = words.contains(u"δ") || words.contains(QLatin1String("delta"));
+    return std::any_of(words.begin(), words.end(), [&](const QString &word) {
+        return pattern.match(word).hasMatch() || (isDelta && component.match(word).hasMatch());
+    });
 }
 
 } // namespace
@@ -46,15 +69,16 @@ QStringList wordsOf(const QString &name)
 
 bool isCalculated(const QString &name)
 {
-    static const QRegularExpression pattern(QStringLiteral(
-        "^(?:.*calc|calcd|calculat.*|computed|predicted|gipaw|dft|theo|theor.*|ber|berechn.*|simul.*)$"));
+    static const QRegularExpression pattern(
+        QStringLiteral("^(?:.*calc|calcd|calculat.*|computed|predicted|gipaw|dft|castep|vasp|pbe.*|sim|theo|theor.*|"
+                       "ber|berechn.*|simul.*)$"));
     return hasWordLike(name, pattern);
 }
 
 bool isMeasured(const QString &name)
 {
     static const QRegularExpression pattern(
-        QStringLiteral("^(?:exp.*|measured|observed|.*obs|gem|gemessen.*|beobacht.*)$"));
+        QStringLiteral("^(?:exp.*|meas|measured|observed|.*obs|gem|gemessen.*|beobacht.*)$"));
     return hasWordLike(name, pattern);
 }
 
@@ -70,50 +94,78 @@ bool isNucleus(const QString &name)
     return Nuclides::table().contains(QString(name).remove(notLetters));
 }
 
+int shiftRank(const QString &name)
+{
+    static const QRegularExpression shift(QStringLiteral("^(?:δ.*|delta|shifts?|.*verschiebung(?:en)?|chemical)$")),
+        isotropic(QStringLiteral("^(?:δ?iso|isotrop.*)$"));
+    int rank = 0;
+    for (const QString &word : wordsOf(name))
+        rank = std::max(rank, isotropic.match(word).hasMatch() ? 2 : shift.match(word).hasMatch() ? 1 : 0);
+    return rank;
+}
+
+bool isUnit(const QString &name)
+{
+    static const QRegularExpression unit(QStringLiteral("^(?:[\\[(].*[\\])]|ppm|k?Hz|a\\.? ?u\\.?|arb\\..*|%|)$"),
+                                         QRegularExpression::CaseInsensitiveOption);
+    return unit.match(name.trimmed()).hasMatch();
+}
+
+bool isAmount(const QString &name)
+{
+    static const QRegularExpression amount(
+        QStringLiteral("^[-+]?\\d+(?:[.,]\\d+)?\\s*(?:%|ppm|[kMG]?Hz|K|T|°C|m?s|min|h)?$"));
+    return amount.match(name.trimmed()).hasMatch();
+}
+
 bool isAxisName(const QString &name)
 {
     static const QStringList usual{QStringLiteral("ppm"),      QStringLiteral("hz"),       QStringLiteral("khz"),
                                    QStringLiteral("x"),        QStringLiteral("f2"),       QStringLiteral("chemical"),
                                    QStringLiteral("shift"),    QStringLiteral("shifts"),   QStringLiteral("δ"),
                                    QStringLiteral("position"), QStringLiteral("frequency")};
+    static const QRegularExpression nucleus(QStringLiteral("^δ?\\d{0,3}[a-z]{1,2}$"));
     const QStringList words = wordsOf(name);
-    return std::all_of(words.begin(), words.end(), [](const QString &word) { return usual.contains(word); });
+    const bool hasNucleus = !Nuclides::table().observedIn(name).isEmpty();
+    return std::all_of(words.begin(), words.end(), [&](const QString &word) {
+        return usual.contains(word) || (hasNucleus && nucleus.match(word).hasMatch());
+    });
 }
 
-QString nucleusIn(const QString &text)
+QStringList namesBetweenBlanks(QString line, bool firstCounts)
 {
-    static const QRegularExpression pattern(
-        QStringLiteral("(?<![A-Za-z0-9.])\\^?(\\d{1,3}[A-Z][a-z]?)(?![A-Za-z0-9])")),
-        letter(QStringLiteral("δ_?([HCNFP])(?![A-Za-z0-9])"));
-    for (auto match = pattern.globalMatch(text); match.hasNext();) {
-        if (const QString name = match.next().captured(1); Nuclides::table().contains(name))
-            return name;
+    static const QRegularExpression slash(QStringLiteral("\\s*/\\s*")), blanks(QStringLiteral("\\s+(?![(\\[])")),
+        qualifier(
+            QStringLiteral("^(?:chem(?:ical|\\.)?|isotropic|peak|signal|line|resonance|measured|observed|experimental"
+                           "|\\^?\\d{1,3}[A-Z][a-z]?)$"),
+            QRegularExpression::CaseInsensitiveOption),
+        axis(QStringLiteral("^(?:chem(?:ical|\\.)?|shifts?|positions?|ppm|δ)\\b"),
+             QRegularExpression::CaseInsensitiveOption);
+    QStringList names;
+    bool isOpen = false;
+    for (const QString &word : line.replace(slash, QStringLiteral("/")).trimmed().split(blanks)) {
+        if (isOpen && axis.match(word).hasMatch())
+            names.last() += u' ' + word;
+        else
+            names.append(word);
+        isOpen = qualifier.match(word).hasMatch() && !(names.size() == 1 && firstCounts);
     }
-    const QString element = letter.match(text).captured(1);
-    return element == u"H" ? QStringLiteral("1H")
-        : element == u"C"  ? QStringLiteral("13C")
-        : element == u"N"  ? QStringLiteral("15N")
-        : element == u"F"  ? QStringLiteral("19F")
-        : element == u"P"  ? QStringLiteral("31P")
-                           : QString();
+    return names;
 }
 
-Meaning meaningOf(const QString &name)
+Meaning meaningOf(const QString &fullName)
 {
+    // "10 kHz" is the size of something else.
+    static const QRegularExpression amount(QStringLiteral("(?<![\\w.,±])\\d+(?:[.,]\\d+)?\\s*(?:ppm|k?Hz)\\b"));
+    const QString name = QString(fullName).remove(amount);
     const QStringList words = wordsOf(name);
     const auto has = [&](std::initializer_list<const char *> any) {
         return std::any_of(any.begin(), any.end(),
                            [&](const char *word) { return words.contains(QString::fromUtf8(word)); });
     };
-    if (isNoShift(name, words)
-        || has({"integral", "integrals", "area", "fläche", "phase", "coupling", "volume",     "cq",       "pq",  "η",
-                "ηq",       "eta",       "csa",  "δcsa",   "δσ",    "span",     "skew",       "δ11",      "δ22", "δ33",
-                "δ₁₁",      "δ₂₂",       "δ₃₃",  "δxx",    "δyy",   "δzz",      "anisotropy", "asymmetry"})
-        || (has({"δ", "delta"}) && has({"11", "22", "33", "xx", "yy", "zz"})))
-        return {Role::Ignored, Unit::Unknown, true};
     // "δH (J in Hz)"
     static const QRegularExpression shiftOf(QStringLiteral("δ_?(?:\\^?\\d{1,3})?[A-Z][a-z]?(?![A-Za-z])"));
-    const bool isDelta = shiftOf.match(name).hasMatch() && !nucleusIn(name).isEmpty();
+    const bool isDelta = shiftOf.match(name).hasMatch() && !Nuclides::table().observedIn(name).isEmpty();
     const Unit unit = isDelta  ? Unit::Ppm
         : has({"khz"})         ? Unit::Kilohertz
         : has({"hz", "hertz"}) ? Unit::Hertz
@@ -121,35 +173,56 @@ Meaning meaningOf(const QString &name)
                "delta", "position", "positions", "pos"})
         ? Unit::Ppm
         : Unit::Unknown;
-    const bool isShielding =
-        std::any_of(words.begin(), words.end(), [](const QString &word) { return word.startsWith(u'σ'); });
-    if (isShielding || has({"shielding", "shieldings"}))
-        return {Role::Ignored, unit, true};
+    if (isNoShift(withoutRemarks(name)))
+        return {Role::Ignored, Unit::Unknown, true};
     // "Index (F1)" counts points along an axis, and "Assign F1" names its atoms.
     if (has({"index", "address"}))
-        return {Role::Number, unit, true};
+        return {Role::Number, unit};
     if (has({"assign", "assignment", "zuordnung"}))
-        return {Role::Label, unit, true};
-    if (unit != Unit::Unknown || has({"x", "f1", "f2", "w1", "w2", "frequency"}))
-        return {has({"f1", "w1"}) ? Role::PositionF1 : Role::Position, unit, true};
+        return {Role::Label, unit};
+    if (unit != Unit::Unknown || has({"x", "f1", "f2", "w1", "w2", "frequency", "center", "centre"}))
+        return {has({"f1", "w1"}) ? Role::PositionF1 : Role::Position, unit};
     if (has({"imag", "imaginary", "im"}))
-        return {Role::Imaginary, unit, true};
+        return {Role::Imaginary, unit};
     if (has({"intensity", "intensities", "height", "amplitude", "real", "re", "signal", "y", "data", "abundance", "int",
              "spectrum", "intensität", "intensitäten", "höhe"}))
-        return {Role::Intensity, unit, true};
+        return {Role::Intensity, unit};
     if (has({"count", "sites", "multiplicity"}))
-        return {Role::Count, unit, true};
+        return {Role::Count, unit};
     if (has({"label", "labels", "name", "atom", "atoms", "site", "comment", "annotation"}))
-        return {Role::Label, unit, true};
+        return {Role::Label, unit};
     if (has({"number", "no", "nr", "#", "point", "peak", "id"}))
-        return {Role::Number, unit, true};
+        return {Role::Number, unit};
     return {};
 }
 
-Unit unitIn(QString line)
+Unit unitIn(const QString &line)
 {
-    static const QRegularExpression amount(QStringLiteral("\\d\\s*(?:ppm|k?Hz)\\b"));
-    return meaningOf(line.remove(amount)).unit;
+    static const QRegularExpression pattern(
+        QStringLiteral("(?:^\\W*frequen(?:cy|cies|z|zen)\\b|\\b(?:shifts?|positions?|axis|achse|verschiebung(?:en)?|"
+                       "positionen|x)\\b|δ\\w*)[ :=]*"
+                       "(?:(?:is|are|given|in)[ ]+)*[(\\[/]*[ ]*(ppm|k?Hz)\\b|^\\W*(ppm|k?Hz)\\W*$"),
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::UseUnicodePropertiesOption);
+    const auto match = pattern.match(line);
+    return meaningOf(match.captured(1) + match.captured(2)).unit;
+}
+
+double frequencyIn(const QStringList &lines)
+{
+    static const QRegularExpression pattern(QStringLiteral("(?<![\\d.,])(\\d+(?:[.,]\\d+)?)\\s*MHz"));
+    QStringList found;
+    for (const QString &line : lines) {
+        for (auto match = pattern.globalMatch(line); match.hasNext();)
+            found.append(match.next().captured(1).replace(u',', u'.'));
+    }
+    found.removeDuplicates();
+    return found.size() == 1 ? found.first().toDouble() : 0.0;
+}
+
+Unit unitNamed(const QString &text)
+{
+    const QString unit = text.toLower();
+    return unit == u"ppm" ? Unit::Ppm : unit == u"hz" ? Unit::Hertz : unit == u"khz" ? Unit::Kilohertz : Unit::Unknown;
 }
 
 } // namespace Workbench::ColumnNames

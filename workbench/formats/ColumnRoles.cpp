@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "formats/ColumnRoles.h"
 
+#include "data/Nuclides.h"
 #include "data/ReaderText.h"
 #include "formats/ColumnNames.h"
 #include "formats/PrintedNumber.h"
@@ -8,6 +9,7 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace Workbench {
@@ -22,9 +24,9 @@ namespace {
 using Fields = std::vector<std::string_view>;
 
 /// 0, 1, 2… or 1, 2, 3…
-bool counts(const std::vector<double> &values)
+bool counts(const std::vector<double> &values, size_t least = 3)
 {
-    if (values.size() < 3 || (values[0] != 0.0 && values[0] != 1.0))
+    if (values.size() < least || (values[0] != 0.0 && values[0] != 1.0))
         return false;
     for (size_t i = 0; i < values.size(); ++i) {
         if (values[i] != values[0] + double(i))
@@ -33,95 +35,208 @@ bool counts(const std::vector<double> &values)
     return true;
 }
 
-/// The names in a line above the table; none where it is not split into as many as there are columns.
-QStringList namesIn(const QString &header, const TextLayout &layout, bool firstCounts)
-{
-    // "62.5 MHz" and "9.4 T" are no names.
-    static const QRegularExpression quantity(QStringLiteral("\\d\\s*(?:MHz|GHz|T)\\b"));
-    if (quantity.match(header).hasMatch())
+/// Finds the names of the columns in the lines above them. The nearest line that names them counts; lines further away
+/// add the names above a line of units.
+class NameSearch {
+public:
+    NameSearch(const TextLayout &layout, const TableSample &table)
+        : m_layout(layout), m_values(table.values), m_constants(table.constants)
+    {
+    }
+
+    /// None where the line is not split into as many as there are columns, or says nothing about them.
+    QStringList namesIn(const HeaderLine &line) const
+    {
+        const QStringList own = ownNames(line.text);
+        if (m_layout.separator != ' ') {
+            // A single name may be a title as well.
+            const bool isText = line.isComment || (own.size() == 1 && ColumnNames::wordsOf(line.text).size() > 2);
+            if (fits(own) && (isText ? namesPositions(own) : namesAny(own)))
+                return own;
+            if (own.size() == columnCount() && columnCount() > 1)
+                return {};
+        }
+        // A line that is split in another way may be any text: "62.5 MHz" and "LB = 20" are no names.
+        static const QRegularExpression quantity(QStringLiteral("\\d\\s*(?:MHz|GHz|T)\\b|=")),
+            wide(QStringLiteral("\\s{2,}|\\t"));
+        if (quantity.match(line.text).hasMatch())
+            return {};
+        for (char separator : {',', '\t', ';'}) {
+            const QStringList names = completed(splitAt(separator, line.text));
+            if (separator != m_layout.separator && names.size() > 1 && fits(names) && namesPositions(names))
+                return names;
+        }
+        QStringList names = completed(line.text.trimmed().split(wide));
+        if (names.size() > 1 && fits(names) && namesPositions(names))
+            return names;
+        names = completed(ColumnNames::namesBetweenBlanks(line.text, counts(m_values.front(), 1)));
+        if (names.size() > 1 && fits(names) && namesPositions(names) && areColumns(names))
+            return names;
         return {};
-    const qsizetype count = qsizetype(layout.columns.size());
-    QStringList names;
-    const auto fit = [&] {
-        // The column that counts the rows may go without a name, or its "#" pass for the mark of a comment.
-        if (names.size() + 1 == count && count > 2 && firstCounts)
-            names.prepend(QStringLiteral("#"));
-        return names.size() == count;
-    };
-    const std::string text = header.toStdString();
-    Fields fields;
-    for (char separator : {layout.separator, ',', '\t', ';', ' '}) {
-        TextLayout other;
-        other.separator = separator;
-        other.split(text, fields);
-        names.clear();
+    }
+
+    /// The names above a line of units.
+    QStringList namesAbove(const HeaderLine &line) const
+    {
+        static const QRegularExpression wide(QStringLiteral("\\s{2,}"));
+        const QStringList names =
+            m_layout.separator == ' ' ? completed(line.text.trimmed().split(wide)) : ownNames(line.text);
+        return fits(names) && (line.isComment || names.size() == 1 ? namesPositions(names) : namesAny(names))
+            ? names
+            : QStringList();
+    }
+
+    /// A row that is no good.
+    bool isRow(const HeaderLine &line) const
+    {
+        const QStringList fields = splitAt(m_layout.separator, line.text);
+        return fields.size() == columnCount() && !fits(fields);
+    }
+
+private:
+    qsizetype columnCount() const { return qsizetype(m_layout.columns.size()); }
+
+    QStringList splitAt(char separator, const QString &line) const
+    {
+        const std::string text = line.toStdString();
+        TextLayout layout;
+        layout.separator = separator;
+        Fields fields;
+        layout.split(text, fields);
+        QStringList names;
         for (std::string_view field : fields)
             names.append(ReaderText::decoded(field));
-        if (fit())
-            return names;
+        return names;
     }
-    // Names of several words have two blanks between them; or the second word is a unit in brackets.
-    static const QRegularExpression wide(QStringLiteral("\\s{2,}")), beforeNames(QStringLiteral("\\s+(?![(\\[])"));
-    for (const QRegularExpression &between : {wide, beforeNames}) {
-        names = header.trimmed().split(between);
-        if (fit())
-            return names;
-    }
-    return {};
-}
+    QStringList ownNames(const QString &line) const { return completed(splitAt(m_layout.separator, line)); }
 
-/// Names from the lines above the table, the nearest last; several lines may make one name each.
-void nameColumns(TextLayout &layout, std::vector<HeaderLine> &headers, const std::vector<std::vector<double>> &values)
+    /// The column that counts the rows may go without a name, or its "#" pass for the mark of a comment; and where it
+    /// has one, the last column may go without.
+    QStringList completed(QStringList names) const
+    {
+        // Rows may end with a separator where the names do not.
+        while (names.size() > 1 && names.size() < columnCount() && m_constants[size_t(names.size())] == QString())
+            names.append(QString());
+        if (names.size() + 1 != columnCount() || columnCount() < 3 || !counts(m_values.front()))
+            return names;
+        const bool isNumbered = std::any_of(names.begin(), names.end(), [](const QString &name) {
+            return ColumnNames::meaningOf(name).role == Role::Number;
+        });
+        if (isNumbered || (ColumnNames::meaningOf(names.front()).role == Role::Label && m_layout.columns[1].numeric))
+            names.append(QString());
+        else
+            names.prepend(QStringLiteral("#"));
+        return names;
+    }
+
+    /// As many as the columns, and none a number. Behind an axis traces may be named by amounts, "ppm,298 K,310 K".
+    bool fits(const QStringList &names) const
+    {
+        const bool isAxisFirst = !names.isEmpty() && !names.front().isEmpty() && ColumnNames::isAxisName(names.front());
+        return names.size() == columnCount() && std::none_of(names.begin(), names.end(), [&](const QString &name) {
+                   return (!isAxisFirst && ColumnNames::isAmount(name)) || m_layout.number(name.toStdString());
+               });
+    }
+
+    bool namesAny(const QStringList &names) const
+    {
+        bool states = false, isMeasured = false, isCompared = false;
+        for (qsizetype i = 0; i < names.size(); ++i) {
+            const ColumnNames::Meaning meaning = ColumnNames::meaningOf(names[i]);
+            states |= meaning.statesRole() && (meaning.role != Role::Number || counts(m_values[size_t(i)], 1));
+            isMeasured |= ColumnNames::isMeasured(names[i]);
+            isCompared |= ColumnNames::isCalculated(names[i]) || meaning.isOther;
+        }
+        const auto isOther = [](const QString &name) { return ColumnNames::meaningOf(name).isOther; };
+        return states || (isMeasured && isCompared) || std::all_of(names.begin(), names.end(), isOther)
+            || std::all_of(names.begin(), names.end(), ColumnNames::isNucleus);
+    }
+
+    /// What any text must say to pass for names: which column holds the positions, or the names of the peaks.
+    bool namesPositions(const QStringList &names) const
+    {
+        for (qsizetype i = 0; i < names.size(); ++i) {
+            const ColumnNames::Meaning meaning = ColumnNames::meaningOf(names[i]);
+            if (meaning.statesPosition() || (meaning.role == Role::Label && !m_layout.columns[size_t(i)].numeric))
+                return true;
+        }
+        return std::all_of(names.begin(), names.end(), ColumnNames::isNucleus);
+    }
+
+    /// Not the words of a title, "peak shifts": before the positions stand named columns, or one that counts.
+    bool areColumns(const QStringList &names) const
+    {
+        for (size_t i = 0; i < m_layout.columns.size(); ++i) {
+            const ColumnNames::Meaning meaning = ColumnNames::meaningOf(names[qsizetype(i)]);
+            const bool isBefore =
+                i + 1 < m_layout.columns.size() && ColumnNames::meaningOf(names[qsizetype(i + 1)]).statesPosition();
+            if (m_layout.columns[i].numeric && !counts(m_values[i], 1)
+                && (meaning.role == Role::Number || (!meaning.isKnown() && isBefore)))
+                return false;
+        }
+        return true;
+    }
+
+    const TextLayout &m_layout;
+    const std::vector<std::vector<double>> &m_values;
+    const std::vector<std::optional<QString>> &m_constants;
+};
+
+void nameColumns(TextLayout &layout, TableSample &table)
 {
     constexpr int mostLines = 4;
-    const bool firstCounts = counts(values.front());
+    const NameSearch header(layout, table);
+    const auto isPosition = [](const QString &name) { return ColumnNames::meaningOf(name).statesPosition(); };
+    QStringList names;
     int lines = 0;
-    Fields fields;
-    for (auto header = headers.rbegin(); header != headers.rend() && lines < mostLines; ++header) {
-        // Rows that are no good.
-        const std::string text = header->text.toStdString();
-        layout.split(text, fields);
-        const bool hasNumber = fields.size() == layout.columns.size()
-            && std::any_of(fields.begin(), fields.end(), [&](auto field) { return layout.number(field).has_value(); });
-        lines += !hasNumber;
-        // Settings, one beside the other.
-        if (hasNumber || header->text.count(u'=') > 1)
+    for (auto line = table.headers.rbegin(); line != table.headers.rend() && lines < mostLines; ++line) {
+        const bool areUnits = std::all_of(names.begin(), names.end(), [](const QString &name) {
+            return ColumnNames::isUnit(name) || ColumnNames::isAxisName(name);
+        });
+        if (!areUnits && std::any_of(names.begin(), names.end(), isPosition))
+            break;
+        const QStringList found = names.isEmpty() ? header.namesIn(*line) : header.namesAbove(*line);
+        if (found.isEmpty())
             continue;
-        const QStringList names = namesIn(header->text, layout, firstCounts);
-        // "Nucleus,13C" is a setting.
-        if (std::none_of(names.begin(), names.end(),
-                         [](const QString &name) { return ColumnNames::meaningOf(name).known; })
-            && (names.isEmpty() || !std::all_of(names.begin(), names.end(), ColumnNames::isNucleus)))
-            continue;
-        header->isNaming = true;
-        for (size_t i = 0; i < layout.columns.size(); ++i) {
-            TextLayout::Column &column = layout.columns[i];
-            const QString &name = names[qsizetype(i)];
-            column.name = column.name.isEmpty() ? name : name + u' ' + column.name;
-        }
+        line->isNaming = true;
+        if (names.isEmpty())
+            names = QStringList(found.size());
+        for (qsizetype i = 0; i < found.size(); ++i)
+            names[i] = QString(found[i] + u' ' + names[i]).trimmed();
     }
+    for (size_t i = 0; i < layout.columns.size() && !names.isEmpty(); ++i)
+        layout.columns[i].name = names[qsizetype(i)];
+}
+
+/// What the names of the columns say, each by itself and beside the others.
+void takeNamedRoles(TextLayout &layout, const std::vector<std::vector<double>> &values)
+{
     bool isNamed = false;
     for (TextLayout::Column &column : layout.columns) {
         const ColumnNames::Meaning meaning = ColumnNames::meaningOf(column.name);
         // A few numbers are heights where a name says so.
-        if (column.isSparse && (!meaning.known || meaning.role == Role::Label))
+        if (column.isSparse && (!meaning.isKnown() || meaning.role == Role::Label))
             column.numeric = false;
         column.role = meaning.role;
         column.unit = meaning.unit;
-        column.nucleus = ColumnNames::nucleusIn(column.name);
-        isNamed |=
-            (column.role == Role::Position || column.role == Role::PositionF1) && !ColumnNames::isCounting(column.name);
+        column.nucleus = Nuclides::table().observedIn(column.name);
+        isNamed |= column.isPositional() && !ColumnNames::isCounting(column.name);
     }
-    for (size_t i = 0; i < layout.columns.size(); ++i) {
-        TextLayout::Column &column = layout.columns[i];
-        // A trace may have the name of a nucleus, and the positions of a molecule numbers.
+    for (TextLayout::Column &column : layout.columns) {
+        // A trace may have the name of a nucleus.
         if (!isNamed && ColumnNames::isNucleus(column.name))
             column.role = Role::Position;
-        const bool hasShifts = std::any_of(layout.columns.begin(), layout.columns.end(), [&](const auto &other) {
-            return &other != &column && (other.isPositional() || ColumnNames::isNucleus(other.name));
-        });
-        if (ColumnNames::isCounting(column.name) && hasShifts && column.numeric && counts(values[i]))
-            column.role = Role::Number;
+    }
+    // The positions of a molecule, beside the shifts.
+    const bool isTrace = !isNamed && values.front().size() >= fewestPoints;
+    const bool hasShifts = std::any_of(layout.columns.begin(), layout.columns.end(), [](const auto &column) {
+        return column.role == Role::Position
+            && (!column.nucleus.isEmpty() || ColumnNames::shiftRank(column.name) > 0
+                || ColumnNames::wordsOf(column.name).contains(u"ppm"));
+    });
+    for (TextLayout::Column &column : layout.columns) {
+        if (ColumnNames::isCounting(column.name) && hasShifts && !isTrace)
+            column.role = column.numeric ? Role::Number : Role::Label;
     }
 }
 
@@ -179,24 +294,42 @@ public:
               const ReadOptions &options)
         : m_layout(layout), m_values(values), m_source(source), m_options(options)
     {
-        const bool hasOwnName = std::any_of(layout.columns.begin(), layout.columns.end(), [](const auto &column) {
-            return column.numeric && !column.name.isEmpty() && !ColumnNames::meaningOf(column.name).known;
-        });
+        // What has a name for something else keeps it. Numbers and names of peaks come last, then calculated shifts.
+        std::array<std::vector<int>, 3> ranked;
         for (int i = 0; i < int(layout.columns.size()); ++i) {
             TextLayout::Column &column = layout.columns[size_t(i)];
             const ColumnNames::Meaning meaning = ColumnNames::meaningOf(column.name);
-            // "Atom d(13C)": atoms may be numbered.
-            if (column.numeric && hasOwnName && meaning.role == Role::Label)
+            if (!column.numeric)
                 column.role = Role::Label;
-            else if (column.numeric && !(meaning.known && meaning.role == Role::Ignored))
-                m_numeric.push_back(i);
+            m_isTold |= meaning.isKnown();
+            if (!column.numeric || meaning.isOther)
+                continue;
+            const bool isNumber =
+                (meaning.role == Role::Number || meaning.role == Role::Label) && areWhole(values[size_t(i)]);
+            if (isNumber || !meaning.statesRole() || meaning.statesPosition() || meaning.role == Role::Number
+                || meaning.role == Role::Label)
+                ranked[isNumber ? 2 : ColumnNames::isCalculated(column.name) ? 1 : 0].push_back(i);
+            else
+                m_hasHeights = true;
         }
+        const auto best = std::find_if(ranked.begin(), ranked.end(), [](const auto &some) { return !some.empty(); });
+        m_numeric = best == ranked.end() ? std::vector<int>() : *best;
     }
 
     void guess()
     {
-        switch (m_numeric.size()) {
+        if (m_hasHeights && m_numeric.size() == 2 && counts(values(0)))
+            m_numeric.erase(m_numeric.begin());
+        if (m_numeric.empty() && m_isTold)
+            failUntold();
+        if (m_hasHeights && m_numeric.size() == 1)
+            return take({Role::Position});
+        if (m_hasHeights && m_numeric.size() == 2 && m_options.dimensions == 2)
+            return take({Role::Position, Role::PositionF1});
+        switch (m_hasHeights ? 0 : m_numeric.size()) {
         case 0:
+            if (m_isTold)
+                failUntold();
             fail(m_source, m_layout.firstLine,
                  Texts::tr("no table of numbers was found, expected \"ppm,intensity\" or peaks"));
         case 1:
@@ -221,6 +354,19 @@ public:
 private:
     const std::vector<double> &values(size_t i) const { return m_values[size_t(m_numeric[i])]; }
     bool isLong() const { return values(0).size() >= fewestPoints; }
+
+    /// None of the columns may be the positions by its name, or several.
+    [[noreturn]] void failUntold() const
+    {
+        QStringList names;
+        for (const TextLayout::Column &column : m_layout.columns)
+            names.append(u'"' + column.name.simplified() + u'"');
+        fail(m_source, m_layout.firstLine,
+             Texts::tr(
+                 "none of the columns %1 is named as that of the positions: a name such as \"ppm\" or \"δ\" in the "
+                 "header line tells which one it is")
+                 .arg(names.join(QStringLiteral(", "))));
+    }
 
     void take(std::initializer_list<Role> roles)
     {
@@ -306,10 +452,13 @@ private:
     const std::vector<std::vector<double>> &m_values;
     const QString &m_source;
     const ReadOptions &m_options;
-    std::vector<int> m_numeric;
+    std::vector<int> m_numeric; ///< columns that may hold positions
+    bool m_isTold = false; ///< some are named
+    bool m_hasHeights = false; ///< a name says so
 };
 
-/// Of several columns with positions along an axis the one in ppm counts, and a measured one before a calculated one; a
+/// Of several columns with positions along an axis a measured one counts, then one that is not calculated, one in ppm,
+/// and one whose name says more than the unit; a
 /// second one is F1 where it is of another nucleus, or two dimensions are looked for.
 void sortOutPositions(TextLayout &layout, const ReadOptions &options)
 {
@@ -320,15 +469,27 @@ void sortOutPositions(TextLayout &layout, const ReadOptions &options)
             if (column.role == role && column.numeric)
                 found.push_back(&column);
         }
-        const auto keep = [&](auto isBetter) {
-            if (std::none_of(found.begin(), found.end(), isBetter))
-                return;
-            const auto others = std::stable_partition(found.begin(), found.end(), isBetter);
-            std::for_each(others, found.end(), [](auto *column) { column->role = Role::Ignored; });
-            found.erase(others, found.end());
+        // What is worse than another one of its nucleus gives way.
+        const auto keep = [&](auto rank) {
+            Columns kept;
+            for (TextLayout::Column *column : found) {
+                const bool isWorse = std::any_of(found.begin(), found.end(), [&](const TextLayout::Column *other) {
+                    return rank(*other) > rank(*column)
+                        && (other->nucleus.isEmpty() || column->nucleus.isEmpty() || other->nucleus == column->nucleus);
+                });
+                if (!isWorse)
+                    kept.push_back(column);
+            }
+            for (TextLayout::Column *column : found) {
+                if (std::find(kept.begin(), kept.end(), column) == kept.end())
+                    column->role = Role::Ignored;
+            }
+            found = kept;
         };
-        keep([](const auto *column) { return !ColumnNames::isCalculated(column->name); });
-        keep([](const auto *column) { return column->unit == Unit::Ppm; });
+        keep([](const auto &column) { return int(ColumnNames::isMeasured(column.name)); });
+        keep([](const auto &column) { return int(!ColumnNames::isCalculated(column.name)); });
+        keep([](const auto &column) { return int(column.unit == Unit::Ppm); });
+        keep([](const auto &column) { return ColumnNames::shiftRank(column.name); });
         return found;
     };
     Columns f2 = along(Role::Position), f1 = along(Role::PositionF1);
@@ -351,28 +512,33 @@ void sortOutPositions(TextLayout &layout, const ReadOptions &options)
     }
 }
 
-/// "site, exp, calc", where no axis stands before them.
+/// "site, exp, calc" has shifts in the column "exp", and "ppm, exp" heights. Whether an axis is named.
 bool takeMeasured(TextLayout &layout)
 {
     auto &columns = layout.columns;
-    const auto of = [&](auto says) {
-        return std::find_if(columns.begin(), columns.end(), [&](const auto &column) {
-            return column.numeric && (column.role == Role::Ignored || column.isPositional()) && says(column.name)
-                && !(ColumnNames::meaningOf(column.name).known && !column.isPositional());
-        });
-    };
-    const auto measured = of(ColumnNames::isMeasured), calculated = of(ColumnNames::isCalculated),
-               axis = std::find_if(columns.begin(), columns.end(),
-                                   [](const auto &column) { return column.numeric && column.isPositional(); });
-    if (measured == columns.end() || calculated == columns.end() || axis <= std::min(measured, calculated)
-        || std::any_of(axis, columns.end(),
-                       [](const auto &c) { return c.isPositional() && ColumnNames::isAxisName(c.name); }))
-        return axis != columns.end();
+    const bool isList = std::any_of(columns.begin(), columns.end(), [](const auto &column) { return !column.numeric; });
+    const auto measured = std::find_if(columns.begin(), columns.end(), [](const auto &column) {
+        return column.numeric && (column.isPositional() || !ColumnNames::meaningOf(column.name).isKnown())
+            && ColumnNames::isMeasured(column.name);
+    });
+    const bool hasCalculated = std::any_of(columns.begin(), columns.end(), [](const auto &column) {
+        return column.numeric && ColumnNames::isCalculated(column.name) && !ColumnNames::meaningOf(column.name).isOther;
+    });
+    bool hasAny = false, hasAxis = false;
+    for (auto column = columns.begin(); column != columns.end(); ++column) {
+        const bool isAxis = column->numeric && column->isPositional();
+        hasAny |= isAxis;
+        hasAxis |= isAxis && !ColumnNames::isCalculated(column->name)
+            && (ColumnNames::isAxisName(column->name)
+                || (column <= measured && !(isList && hasCalculated && column != measured)));
+    }
+    if (measured == columns.end() || hasAxis)
+        return hasAny;
     for (TextLayout::Column &column : columns) {
         if (column.isPositional() && column.numeric)
             column.role = Role::Ignored;
     }
-    measured->role = calculated->role = Role::Position;
+    measured->role = Role::Position;
     return true;
 }
 
@@ -380,8 +546,8 @@ bool takeMeasured(TextLayout &layout)
 /// other columns have what counts: the nucleus of the positions, measured ones.
 class TextColumns {
 public:
-    TextColumns(TextLayout &layout, const std::vector<TextLine> &rows, int firstRow, const QString &source)
-        : m_layout(layout), m_rows(rows), m_firstRow(firstRow), m_source(source)
+    TextColumns(TextLayout &layout, const TableSample &table, const QString &source)
+        : m_layout(layout), m_table(table), m_firstRow(table.namingLine() + 1), m_source(source)
     {
     }
 
@@ -392,7 +558,7 @@ public:
         if (std::any_of(columns.begin(), columns.end(), [](const auto &c) { return c.numeric && c.isPositional(); }))
             return;
         for (size_t i = 0; i < columns.size(); ++i) {
-            if (!columns[i].numeric && columns[i].isPositional() && !isConstant(i))
+            if (!columns[i].numeric && columns[i].isPositional() && !isUnit(i))
                 failAt(i);
         }
     }
@@ -407,7 +573,7 @@ public:
             TextLayout::Column &column = m_layout.columns[i];
             if (column.numeric)
                 continue;
-            if (column.isPositional() && !isConstant(i)) {
+            if (column.isPositional() && !isUnit(i)) {
                 const TextLayout::Column &chosen = m_layout.columns[position];
                 if (i < position
                     || !(ColumnNames::isCalculated(column.name)
@@ -420,17 +586,17 @@ public:
             // "Signal" may be a name.
             const bool isHeight = words.contains(u"int") || words.contains(u"height") || words.contains(u"höhe")
                 || words.contains(u"amplitude") || words.filter(QStringLiteral("intensit")).size() > 0;
-            if (column.role == Role::Intensity && (isHeight || holdsNumbers(i)) && !isConstant(i) && !hasHeights())
+            if (column.role == Role::Intensity && (isHeight || holdsNumbers(i)) && !isUnit(i) && !hasHeights())
                 failAt(i);
-            column.role =
-                column.role == Role::Ignored && ColumnNames::meaningOf(column.name).known ? Role::Ignored : Role::Label;
+            column.role = ColumnNames::meaningOf(column.name).isOther ? Role::Ignored : Role::Label;
         }
     }
 
     /// Without names, numbers that could not be read are no names of peaks.
     void checkNames() const
     {
-        static const QRegularExpression decimals(QStringLiteral("^[-+]?\\d+[.,]\\d"));
+        static const QRegularExpression decimals(
+            QStringLiteral("^[-+]?\\d+[.,]\\d(?!\\d*\\s*(?:[-–]\\s*\\p{L}|['′]))|[:=]\\s*[-+]?\\d+[.,]\\d+$"));
         forEachField([&](size_t i, int line, std::string_view field) {
             if (!m_layout.columns[i].numeric && decimals.match(ReaderText::decoded(field)).hasMatch())
                 fail(m_source, line, Texts::tr("expected a number, found %1").arg(excerpt(field)));
@@ -442,7 +608,7 @@ private:
     void forEachField(Function function) const
     {
         Fields fields;
-        for (const TextLine &row : m_rows) {
+        for (const TextLine &row : m_table.rows) {
             m_layout.split(row.text, fields);
             if (row.number < m_firstRow || m_layout.isEmptyLine(row.text) || fields.size() != m_layout.columns.size())
                 continue;
@@ -460,14 +626,11 @@ private:
         fail(m_source, m_firstRow, Texts::tr("expected a number, found %1").arg(excerpt({})));
     }
 
-    /// The unit in each row, or nothing.
-    bool isConstant(size_t column) const
+    /// Nothing but the unit, in some rows or in all.
+    bool isUnit(size_t column) const
     {
-        bool all = true;
-        forEachField([&](size_t i, int, std::string_view field) {
-            all &= i != column || field.empty() || field == "ppm" || field == "Hz" || field == "kHz";
-        });
-        return all;
+        const std::optional<QString> &text = m_table.constants[column];
+        return text && (text->isEmpty() || ColumnNames::unitNamed(*text) != Unit::Unknown);
     }
     bool holdsNumbers(size_t column) const
     {
@@ -484,7 +647,7 @@ private:
     }
 
     TextLayout &m_layout;
-    const std::vector<TextLine> &m_rows;
+    const TableSample &m_table;
     int m_firstRow;
     const QString &m_source;
 };
@@ -495,14 +658,18 @@ void findIntensity(TextLayout &layout)
     auto &columns = layout.columns;
     if (const int known = layout.columnOf(Role::Intensity); known >= 0 || layout.columnOf(Role::Imaginary) >= 0) {
         const QString name = known >= 0 ? columns[size_t(known)].name.simplified() : QString();
-        if (!name.isEmpty() && !ColumnNames::meaningOf(name).known)
+        if (!name.isEmpty() && !ColumnNames::meaningOf(name).isKnown())
             layout.notes.append(Texts::tr("Column \"%1\" was taken as the intensity.").arg(name));
         return;
     }
-    const bool areShifts = ColumnNames::isMeasured(columns[size_t(layout.columnOf(Role::Position))].name);
+    // Beside measured shifts stand those of calculations.
+    const QString &position = columns[size_t(layout.columnOf(Role::Position))].name;
+    const bool areShifts = ColumnNames::isMeasured(position);
+    const bool isSimulated = ColumnNames::meaningOf(position).statesPosition() && layout.columnOf(Role::Label) < 0;
     const auto mayBe = [&](const auto &column) {
-        return column.numeric && column.role == Role::Ignored && !ColumnNames::meaningOf(column.name).known
-            && !(areShifts && ColumnNames::isCalculated(column.name));
+        const QStringList words = ColumnNames::wordsOf(column.name);
+        return column.numeric && column.role == Role::Ignored && !ColumnNames::meaningOf(column.name).isKnown()
+            && (!areShifts || words.contains(u"i")) && (isSimulated || !ColumnNames::isCalculated(column.name));
     };
     // The column without a name counts the rows.
     auto found =
@@ -512,7 +679,9 @@ void findIntensity(TextLayout &layout)
     if (found == columns.end())
         return;
     found->role = Role::Intensity;
-    layout.notes.append(Texts::tr("Column \"%1\" was taken as the intensity.").arg(found->name.simplified()));
+    layout.notes.append(found->name.isEmpty()
+                            ? Texts::tr("The column without a name was taken as the intensity.")
+                            : Texts::tr("Column \"%1\" was taken as the intensity.").arg(found->name.simplified()));
 }
 
 /// Text columns that say the same in every row name no peaks: they are empty, behind a separator at the end of the
@@ -526,14 +695,10 @@ void passOverConstantColumns(TextLayout &layout, const std::vector<std::optional
             position = &column;
         if (column.numeric || !constants[i])
             continue;
-        const QString text = constants[i]->toLower();
-        const Unit unit = text == u"ppm" ? Unit::Ppm
-            : text == u"hz"              ? Unit::Hertz
-            : text == u"khz"             ? Unit::Kilohertz
-                                         : Unit::Unknown;
+        const Unit unit = ColumnNames::unitNamed(*constants[i]);
         if (unit != Unit::Unknown && position && position->unit == Unit::Unknown)
             position->unit = unit;
-        if (text.isEmpty() || unit != Unit::Unknown || rows >= fewestPoints)
+        if (constants[i]->isEmpty() || unit != Unit::Unknown || rows >= fewestPoints)
             column.role = Role::Ignored;
     }
 }
@@ -558,38 +723,28 @@ void findFrequency(TextLayout &layout, const std::vector<std::vector<double>> &v
             && layout.columns[i].unit == Unit::Hertz)
             layout.frequency = commonRatio(values[i], values[position]);
     }
-    static const QRegularExpression pattern(QStringLiteral("(?<![\\d.,])(\\d+(?:[.,]\\d+)?)\\s*MHz"));
-    QStringList found;
-    for (const HeaderLine &header : headers) {
-        for (auto match = pattern.globalMatch(header.text); match.hasNext();)
-            found.append(match.next().captured(1).replace(u',', u'.'));
-    }
-    found.removeDuplicates();
-    if (layout.frequency == 0.0 && found.size() == 1)
-        layout.frequency = found.first().toDouble();
+    QStringList texts;
+    for (const HeaderLine &header : headers)
+        texts.append(header.text);
+    if (layout.frequency == 0.0)
+        layout.frequency = ColumnNames::frequencyIn(texts);
 }
 
 } // namespace
 
 void assignRoles(TextLayout &layout, TableSample &table, const QString &source, const ReadOptions &options)
 {
-    nameColumns(layout, table.headers, table.values);
-    const TextColumns textColumns(layout, table.rows, table.namingLine() + 1, source);
+    nameColumns(layout, table);
+    takeNamedRoles(layout, table.values);
+    const TextColumns textColumns(layout, table, source);
     textColumns.checkPositions();
     if (!takeMeasured(layout)) {
         textColumns.checkNames();
-        for (TextLayout::Column &column : layout.columns)
-            column.role = column.numeric ? Role::Ignored : Role::Label;
         RoleGuess(layout, table.values, source, options).guess();
     }
     sortOutPositions(layout, options);
     textColumns.settle();
     TextLayout::Column &position = layout.columns[size_t(layout.columnOf(Role::Position))];
-    // Nobody groups the digits of shifts.
-    for (TextLayout::Column &column : layout.columns) {
-        if (column.isPositional() && column.isGroupingDoubtful && column.unit != Unit::Hertz)
-            column.grouping = 0;
-    }
     passOverConstantColumns(layout, table.constants, table.values.front().size());
     findIntensity(layout);
     for (Role role : {Role::Intensity, Role::Imaginary, Role::Count, Role::Number})
@@ -597,8 +752,17 @@ void assignRoles(TextLayout &layout, TableSample &table, const QString &source, 
     for (auto header = table.headers.rbegin(); header != table.headers.rend(); ++header) {
         if (position.unit == Unit::Unknown && !header->isNaming)
             position.unit = ColumnNames::unitIn(header->text);
-        if (position.nucleus.isEmpty())
-            position.nucleus = ColumnNames::nucleusIn(header->text);
+        // In "1H-13C" of two dimensions either one may be F2.
+        if (position.nucleus.isEmpty()
+            && (layout.columnOf(Role::PositionF1) < 0 || Nuclides::table().namedIn(header->text).size() == 1))
+            position.nucleus = Nuclides::table().observedIn(header->text);
+    }
+    // Nobody groups the digits of shifts: "128 127" are two.
+    for (TextLayout::Column &column : layout.columns) {
+        const bool isHertz = options.unit.isEmpty() ? column.unit == Unit::Hertz || column.unit == Unit::Kilohertz
+                                                    : options.unit != u"ppm";
+        if (column.isPositional() && !isHertz)
+            column.grouping = 0;
     }
     findFrequency(layout, table.values, table.headers);
 }
@@ -609,6 +773,12 @@ int TableSample::namingLine() const
     for (const HeaderLine &header : headers)
         line = header.isNaming ? header.number : line;
     return line;
+}
+
+bool TableSample::isNaming(int line) const
+{
+    return std::any_of(headers.begin(), headers.end(),
+                       [&](const HeaderLine &header) { return header.isNaming && header.number == line; });
 }
 
 } // namespace Workbench

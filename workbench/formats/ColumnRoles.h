@@ -9,6 +9,7 @@ namespace Workbench {
 struct HeaderLine {
     QString text;
     int number = 0;
+    bool isComment = false;
     bool isNaming = false; ///< it names the columns
 };
 
@@ -21,6 +22,7 @@ struct TableSample {
 
     /// The last one that names columns; 0: none.
     int namingLine() const;
+    bool isNaming(int line) const;
 };
 
 /// Gives the columns names, roles, units and nuclei, by the lines above the table or else by what the columns hold, and

@@ -114,13 +114,8 @@ Coordinates monotonic(const QJsonObject &json, const QString &source)
 
 QString nucleusIn(const QJsonObject &json)
 {
-    static const QRegularExpression pattern(u"(?<![A-Za-z0-9])(\\d{1,3}[A-Z][a-z]?)(?![A-Za-z0-9])"_s);
-    const QString text = json[u"label"].toString() + u' ' + json[u"description"].toString();
-    for (auto match = pattern.globalMatch(text); match.hasNext();) {
-        if (const QString name = match.next().captured(1); Nuclides::table().contains(name))
-            return name;
-    }
-    return {};
+    const QString named = Nuclides::table().observedIn(json[u"label"].toString());
+    return named.isEmpty() ? Nuclides::table().observedIn(json[u"description"].toString()) : named;
 }
 
 SpectrumDimension dimension(const QJsonObject &json, int d, const QString &source, const ReadOptions &options,

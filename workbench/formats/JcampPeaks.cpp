@@ -66,14 +66,57 @@ double optionalNumber(const JcampBlock &block, const char *label, double missing
     return record ? block.number(*record, record->text()) : missing;
 }
 
+/// "170,2 5,0" is a peak with decimal commas, or two of whole numbers as the standard writes them: the announced number
+/// of peaks decides.
+bool hasDecimalCommas(const JcampBlock &block, const LabelledRecord &record)
+{
+    ReaderText::Lines lines(record.value, record.line - 1);
+    lines.next(); // the form
+    int line = 0;
+    double values = 0.0, withComma = 0.0;
+    while (lines.next()) {
+        std::string_view rest = withoutComment(lines.line());
+        double ofLine = 0.0;
+        while (!(rest = trimmed(rest)).empty()) {
+            const std::string_view value = rest.substr(0, rest.find_first_of(" \t;"));
+            rest.remove_prefix(std::min(rest.size(), value.size() + 1));
+            if (value.find_first_not_of("-+0123456789,") != value.npos || value.ends_with(',')
+                || value.starts_with(','))
+                return false; // decimal points, or a comma beside a blank
+            ++ofLine;
+            withComma += hasDecimalComma(value);
+        }
+        values += ofLine;
+        line = line == 0 && ofLine > 1.0 ? lines.number() : line;
+    }
+    if (line == 0 || withComma == 0.0)
+        return false;
+    const double announced = optionalNumber(block, "NPOINTS", 0.0);
+    if (announced == values && withComma == values)
+        return false;
+    if (2.0 * announced != values)
+        fail(block.source, line,
+             Texts::tr("the commas may be decimal marks or stand between X and Y: ##NPOINTS= %1 or %2 tells which")
+                 .arg(values / 2.0)
+                 .arg(values));
+    block.notes.append(
+        Texts::tr("The commas in ##%1= were taken for decimal points.").arg(ReaderText::decoded(record.label)));
+    return true;
+}
+
 Rows rowsOf(const JcampBlock &block, const LabelledRecord &record, const std::string &fields)
 {
     const double xFactor = optionalNumber(block, "XFACTOR", 1.0), yFactor = optionalNumber(block, "YFACTOR", 1.0);
+    const bool decimalCommas = fields == "XY" && hasDecimalCommas(block, record);
     Rows rows;
+    std::string line;
     ReaderText::Lines lines(record.value, record.line - 1);
     lines.next(); // the form
     while (lines.next()) {
-        for (std::string_view rest = withoutComment(lines.line()); !isEmpty(rest);) {
+        line = withoutComment(lines.line());
+        if (decimalCommas)
+            std::replace(line.begin(), line.end(), ',', '.');
+        for (std::string_view rest = line; !isEmpty(rest);) {
             MeasuredPeak peak;
             for (char field : fields) {
                 // R: the real part

@@ -404,11 +404,23 @@ Measurement parse(const QByteArray &text, const QString &source, const ReadOptio
         const auto found = std::find_if(blocks.begin(), blocks.end(), fits);
         return found == blocks.end() ? nullptr : &*found;
     };
+    const auto tellOthers = [&](Measurement read) {
+        const auto count = std::count_if(blocks.begin(), blocks.end(), [](const JcampBlock &block) {
+            return (isSpectrum(block) && holdsTable(block)) || JcampPeaks::table(block);
+        });
+        const auto tell = [&](auto &held) {
+            held.notes.append(Texts::tr("The file holds %1 spectra and lists of peaks: only \"%2\" was read.")
+                                  .arg(QString::number(count), held.title));
+        };
+        if (count > 1)
+            std::visit(tell, read);
+        return read;
+    };
     const JcampBlock *spectrum = first([](const JcampBlock &b) { return isSpectrum(b) && holdsTable(b); });
     if (spectrum)
-        return withNotes(readSpectrum(*spectrum, options, text.size()), *spectrum);
+        return tellOthers(withNotes(readSpectrum(*spectrum, options, text.size()), *spectrum));
     if (const JcampBlock *peaks = first([](const JcampBlock &b) { return JcampPeaks::table(b) != nullptr; }))
-        return withNotes(JcampPeaks::read(*peaks, options), *peaks);
+        return tellOthers(withNotes(JcampPeaks::read(*peaks, options), *peaks));
     // These say what is wrong with their table.
     if (const JcampBlock *odd =
             first([](const JcampBlock &b) { return isSpectrum(b) && (b.find("XYDATA") || b.find("NTUPLES")); }))

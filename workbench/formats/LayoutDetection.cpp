@@ -2,6 +2,7 @@
 #include "formats/LayoutDetection.h"
 
 #include "data/ReaderText.h"
+#include "formats/ColumnNames.h"
 #include "formats/ColumnRoles.h"
 #include "formats/PrintedNumber.h"
 
@@ -27,7 +28,7 @@ struct Split {
     size_t matching = 0; ///< rows
     size_t cutRows = 0; ///< of them, with names that look like numbers cut at the wrong place
     size_t headers = 0; ///< lines above them without numbers that have as many fields
-    size_t doubtful = 0; ///< columns whose marks may be decimal or group the digits
+    size_t doubtful = 0; ///< columns whose marks may be decimal or group the digits, the first ones weigh most
 
     bool operator<(const Split &other) const
     {
@@ -82,8 +83,9 @@ void findGrouping(Split &split, size_t column, const std::vector<Fields> &rows)
     isDoubtful = !isCertain && mark != 0;
     if (mark != 0 && (isCertain || !isDecimal))
         split.layout.columns[column].grouping = mark;
-    split.layout.columns[column].isGroupingDoubtful = isDoubtful;
-    split.doubtful += isDoubtful || (decimalComma && isDecimal);
+    // Positions stand before heights, and their digits are not grouped.
+    if (isDoubtful || (decimalComma && isDecimal))
+        split.doubtful += split.layout.columns.size() - column;
 }
 
 /// The number of fields that most rows have, and which of them are numbers in most of these rows.
@@ -177,58 +179,71 @@ public:
     {
     }
 
-    /// Whether a line that is no row may be passed over before the first row.
+    /// Whether a line that is no row may be passed over before the first row: not if it has a number for a position.
     bool mayPass(int number, const std::string &line, const Fields &fields) const
     {
-        const auto isLetterOrDigit = [](char c) { return std::isalnum(static_cast<unsigned char>(c)) || c & 0x80; };
-        if (number <= m_namingLine || std::none_of(line.begin(), line.end(), isLetterOrDigit) || line.starts_with('\\'))
+        if (number <= m_namingLine || !hasText(line))
             return true;
-        return m_namingLine > 0 ? isBelowNames(line, fields) : isTitle(line, fields);
+        if (m_position >= fields.size())
+            return m_namingLine > 0 ? line.find_first_of("0123456789") == std::string::npos : !areNumbers(fields);
+        return m_namingLine > 0 ? isBelowNames(fields) : isTitle(line, fields);
+    }
+
+    /// Rules of tables and the mark of spreadsheets for their separator are none.
+    static bool hasText(const std::string &line)
+    {
+        if (line.starts_with('\\') || line.starts_with("sep="))
+            return false;
+        return std::any_of(line.begin(), line.end(),
+                           [](char c) { return std::isalnum(static_cast<unsigned char>(c)) || c & 0x80; });
     }
 
 private:
-    std::string_view position(const Fields &fields) const
+    bool areNumbers(const Fields &fields) const
     {
-        return m_position < fields.size() ? fields[m_position] : std::string_view();
+        return std::all_of(fields.begin(), fields.end(),
+                           [&](std::string_view field) { return m_layout.number(field).has_value(); });
     }
 
-    /// Units.
-    bool isBelowNames(const std::string &line, const Fields &fields) const
+    /// Units, or what is said about the columns: no number in any of them, and no name of a peak.
+    bool isBelowNames(const Fields &fields) const
     {
-        if (line.find_first_of("0123456789") != std::string::npos)
-            return false;
-        static const QRegularExpression unit(QStringLiteral("^(?:[\\[(].*[\\])]|ppm|k?Hz|)$"));
-        return fields.size() != m_layout.columns.size() || unit.match(ReaderText::decoded(position(fields))).hasMatch();
+        bool hasName = false;
+        for (size_t i = 0; i < std::min(fields.size(), m_layout.columns.size()); ++i) {
+            if (m_layout.columns[i].numeric && m_layout.number(i, fields[i]))
+                return false;
+            hasName |= !m_layout.columns[i].numeric && !fields[i].empty();
+        }
+        static const QRegularExpression remark(
+            QStringLiteral("^(?:comments?|kommentare?|units?|einheit(?:en)?|long name)\\b"),
+            QRegularExpression::CaseInsensitiveOption);
+        const QString position = ReaderText::decoded(fields[m_position]);
+        return position.isEmpty() ? fields.size() > 1 && !hasName
+                                  : ColumnNames::isUnit(position) || remark.match(position).hasMatch();
     }
 
     bool isTitle(const std::string &line, const Fields &fields) const
     {
-        static const QRegularExpression damaged(QStringLiteral("^[^\\d=]{0,6}\\d+[.,]\\d+[^\\d=]{0,6}$")),
-            quantity(QStringLiteral("\\d\\s*(?:[kMG]Hz|K|T|°C)\\b"));
-        bool hasWord = false, allNumbers = true, anyNumber = false;
-        for (size_t i = 0; i < std::min(fields.size(), m_layout.columns.size()); ++i) {
-            const bool isNumber = m_layout.number(i, fields[i]).has_value();
-            if (!m_layout.columns[i].numeric)
-                continue;
-            allNumbers &= isNumber;
-            anyNumber |= isNumber;
-            hasWord |= !isNumber && !fields[i].empty() && !PrintedNumber::isDamaged(fields[i]);
+        static const QRegularExpression damaged(
+            QStringLiteral("^(?:[^\\d=]{0,6}\\d+[.,]\\d+[^\\d=]{0,6}|(?:ca\\.?|[~≈<>])\\s*\\d.*|\\d+[*?])$")),
+            unit(QStringLiteral("^(?:[kMG]Hz|K|T|°C)[,;)]?$")),
+            title(QStringLiteral(
+                      "^\\W*(?:table|tab|tabelle|figure|fig|abb|abbildung|sample|probe|compound|verbindung)\\b"),
+                  QRegularExpression::CaseInsensitiveOption);
+        const std::string_view position = fields[m_position];
+        if (m_layout.number(m_position, position)) {
+            // "298 K" and "Table 2" are numbers of something else.
+            return (m_position + 1 < fields.size()
+                    && unit.match(ReaderText::decoded(fields[m_position + 1])).hasMatch())
+                || (m_position > 0 && title.match(ReaderText::decoded(line)).hasMatch());
         }
-        const std::string_view first = position(fields);
-        const bool isNumber = m_position < fields.size() && m_layout.number(m_position, first).has_value();
-        if (quantity.match(ReaderText::decoded(line)).hasMatch())
-            return true;
-        const bool isWhole = first.find_first_of(".,") >= first.size() - std::min<size_t>(first.size(), 1);
-        if (fields.size() != m_layout.columns.size()) {
-            const bool isAll = std::all_of(fields.begin(), fields.end(),
-                                           [&](std::string_view field) { return m_layout.number(field).has_value(); });
-            return !isAll && !(isNumber && !isWhole && allNumbers);
-        }
-        if (isNumber)
-            return m_layout.separator == ' ' && isWhole && hasWord;
-        if (first.empty())
-            return !anyNumber;
-        return !damaged.match(ReaderText::decoded(first)).hasMatch() && hasWord;
+        const auto isNumber = [&](size_t i) {
+            return m_layout.columns[i].numeric && m_layout.number(i, fields[i]).has_value();
+        };
+        bool anyNumber = false;
+        for (size_t i = 0; i < std::min(fields.size(), m_layout.columns.size()); ++i)
+            anyNumber |= isNumber(i);
+        return position.empty() ? !anyNumber : !damaged.match(ReaderText::decoded(position)).hasMatch();
     }
 
     const TextLayout &m_layout;
@@ -237,12 +252,14 @@ private:
 };
 
 /// The first row, from which on every line must be one.
-void findRows(TextLayout &layout, const std::vector<TextLine> &sample, int namingLine, bool isShort,
-              const QString &source)
+void findRows(TextLayout &layout, const std::vector<TextLine> &sample, const TableSample &table, const QString &source)
 {
+    const int namingLine = table.namingLine();
+    const bool isShort = table.rows.size() < fewestPoints;
     const Beginning beginning(layout, namingLine);
     Fields fields;
-    int passedOver = 0, without = 0;
+    QStringList passedOver;
+    int without = 0;
     layout.firstLine = 0;
     const int height = layout.columnOf(Role::Intensity);
     for (const TextLine &line : sample) {
@@ -259,27 +276,44 @@ void findRows(TextLayout &layout, const std::vector<TextLine> &sample, int namin
         };
         const bool isOver = line.number > namingLine && layout.fits(fields.size()) && odd() < 0;
         if (!isOver && layout.firstLine == 0 && beginning.mayPass(line.number, line.text, fields)) {
-            ++passedOver;
+            const bool isUsed = table.isNaming(line.number)
+                || ColumnNames::unitIn(ReaderText::decoded(line.text)) != TextLayout::Unit::Unknown;
+            if (!isUsed && Beginning::hasText(line.text))
+                passedOver.append(excerpt(line.text));
             continue;
         }
-        if (!layout.fits(fields.size()) && (layout.firstLine > 0 || odd() < 0)) {
+        if (!layout.fits(fields.size()) && layout.firstLine > 0)
             fail(source, line.number,
                  Texts::tr("expected %1 fields as in the lines before, found %2")
                      .arg(layout.columns.size())
                      .arg(fields.size()));
-        }
+        if (!layout.fits(fields.size()) && odd() < 0)
+            fail(source, line.number,
+                 Texts::tr("expected %1 fields as in the lines below, found %2; if this is a title, begin it with #")
+                     .arg(layout.columns.size())
+                     .arg(fields.size()));
+        const bool isLikeTitle = layout.firstLine == 0 && namingLine == 0;
+        if (const int i = odd(); i > layout.columnOf(Role::Position) && isLikeTitle)
+            fail(source, line.number,
+                 Texts::tr("expected a number, found %1; if this is a title, begin it with #")
+                     .arg(excerpt(fields[size_t(i)])));
         if (const int i = odd(); i >= 0)
             fail(source, line.number, Texts::tr("expected a number, found %1").arg(excerpt(fields[size_t(i)])));
         if (layout.firstLine == 0)
             layout.firstLine = line.number;
-        const bool isWithout = fields.size() < layout.columns.size() || (height >= 0 && fields[size_t(height)].empty());
+        const bool isWithout = height >= 0 && (size_t(height) >= fields.size() || fields[size_t(height)].empty());
         layout.someHaveNoHeight |= isWithout;
         without += isWithout;
     }
     if (without > 0)
         layout.notes.append(Texts::tr("Peaks without a height (%1) were given the height 1.").arg(without));
-    if (passedOver > 1)
-        layout.notes.append(Texts::tr("%1 lines above the table were passed over.").arg(passedOver));
+    constexpr qsizetype mostTold = 5;
+    const qsizetype count = passedOver.size();
+    if (count > mostTold)
+        passedOver = passedOver.mid(0, mostTold) << QStringLiteral("…");
+    if (count > 0)
+        layout.notes.append(Texts::tr("Lines above the table that were passed over (%1): %2.")
+                                .arg(QString::number(count), passedOver.join(QStringLiteral(", "))));
 }
 
 /// What of the positions' texts was left out.
@@ -347,7 +381,7 @@ TableSample readSample(TextLayout &layout, const std::vector<TextLine> &sample, 
     size_t started = 0;
     for (const TextLine &line : sample) {
         if (const std::string_view comment = commentText(line.text); !comment.empty() && started == 0)
-            table.headers.push_back({ReaderText::decoded(comment), line.number});
+            table.headers.push_back({ReaderText::decoded(comment), line.number, true});
         if (layout.isEmptyLine(line.text))
             continue;
         layout.split(line.text, fields);
@@ -380,8 +414,15 @@ TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, cons
     std::vector<TextLine> rows;
     std::copy_if(sample.begin(), sample.end(), std::back_inserter(rows),
                  [](const TextLine &line) { return !trimmed(line.text).empty() && !isComment(line.text); });
-    if (rows.empty())
+    if (rows.empty()) {
+        const auto isRow = [](const TextLine &line) {
+            return line.text.starts_with(';') && line.text.find_first_of("0123456789") != std::string::npos;
+        };
+        if (std::count_if(sample.begin(), sample.end(), isRow) > 1)
+            fail(source, sample.front().number,
+                 Texts::tr("lines that begin with \";\" are comments: an empty first column must be taken away"));
         return {};
+    }
     Split best = bestSplit(rows);
     TextLayout &layout = best.layout;
     const bool prose = isProse(best, rows.size());
@@ -413,7 +454,7 @@ TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, cons
     noteIgnored(layout);
     // Without its position a row is none.
     layout.lastIsOptional &= !layout.columns.back().isPositional();
-    findRows(layout, sample, table.namingLine(), table.rows.size() < fewestPoints, source);
+    findRows(layout, sample, table, source);
     noteNotation(layout, table.rows);
     return std::move(layout);
 }

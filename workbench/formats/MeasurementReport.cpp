@@ -53,7 +53,9 @@ QString axisName(int d)
 /// Quoted where a comma or a quote would end it.
 QString csvField(const QString &text)
 {
-    if (!text.contains(u',') && !text.contains(u'"'))
+    // Read again, a bare #1 would be a comment.
+    if (!text.contains(u',') && !text.contains(u'"')
+        && (text.isEmpty() || !QStringView(u"#%!;").contains(text.front())))
         return text;
     return u'"' + QString(text).replace(u'"', u"\"\""_s) + u'"';
 }

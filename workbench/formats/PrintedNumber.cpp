@@ -85,6 +85,8 @@ std::optional<double> parse(std::string_view field, bool decimalComma)
     std::string text = asTyped(withoutError(field), decimalComma);
     if (text.size() > 1 && text.ends_with('%'))
         text.pop_back();
+    if (text.ends_with(" ppm"))
+        text.resize(text.size() - 4);
     if (const size_t dash = rangeDash(text); dash != std::string::npos) {
         const auto from = NumberText::parse<double>(trimmed(std::string_view(text).substr(0, dash)));
         const auto to = NumberText::parse<double>(trimmed(std::string_view(text).substr(dash + 1)));

@@ -8,8 +8,8 @@
 /// The fields of a table as programs and publications print numbers: errors behind them, ranges, groups of digits.
 namespace Workbench::PrintedNumber {
 
-/// Also with the minus signs of print and the exponents of Fortran. The error behind "±" or in brackets and "%" are
-/// left out, and a range such as "7.10–7.25" is its middle.
+/// Also with the minus signs of print and the exponents of Fortran. The error behind "±" or in brackets, "%" and " ppm"
+/// are left out, and a range such as "7.10–7.25" is its middle.
 std::optional<double> parse(std::string_view field, bool decimalComma);
 
 /// A number whose digits stand in groups of three.

@@ -2,6 +2,7 @@
 #include "formats/PublishedPeaks.h"
 
 #include "data/Error.h"
+#include "data/Nuclides.h"
 #include "data/ReaderText.h"
 #include "formats/PrintedNumber.h"
 
@@ -32,28 +33,23 @@ QString plainText(QString text)
 }
 
 /// What stands before the first shift: the nucleus with "NMR" and what is said about the measurement, or "δ", or both.
+/// A number with decimals is a shift.
 const QRegularExpression &head()
 {
     static const QRegularExpression pattern(QStringLiteral(
-        "(?:(?<![A-Za-z0-9])\\^?(?<nucleus>\\d{1,3}[A-Z][a-z]?)(?![a-z])(?:[ ]*\\{[^}]*\\})?[-/ \\w]{0,40}?\\bNMR\\b"
-        "[^:=δ()]{0,40}(?:\\([^()]*(?:\\([^()]*\\)[^()]*)*\\))?[ ]*[:;,=]?[ ]*(?:δ[ ]*[A-Z]?[a-z]?)?"
-        "|δ(?!\\d)[ ]*_?(?<letter>[HCNFP])?(?:\\((?<element>\\d{1,3}[A-Z][a-z]?)\\))?)"
-        "[ ]*(?:[(\\[/]?[ ]*(?:δ[ ]*[,/]?[ ]*)?ppm[ ]*[)\\]]?)?[ ]*[:=]?[ ]*(?=[-+]?\\d)"));
+        "(?:(?<![A-Za-z0-9])\\^?(?:\\d{1,3}[A-Z][a-z]?)(?![a-z])(?:[ ]*\\{[^}]*\\})?[-→/ \\w]{0,40}?\\bNMR\\b"
+        "(?:(?!\\d+[.,]\\d|(?<![A-Za-z0-9])\\d+[,;][ ]\\d)[^:=δ()]){0,40}"
+        "(?:\\([^()]*(?:\\([^()]*\\)[^()]*)*\\))?[ ]*[:;,=]?[ ]*(?:δ[ ]*[A-Z]?[a-z]?)?"
+        "|δ(?!\\d)[ ]*_?[HCNFP]?(?:\\(\\d{1,3}[A-Z][a-z]?\\))?)"
+        "[ ]*(?:[(\\[/]?[ ]*(?:δ[ ]*[,/]?[ ]*)?ppm[ ]*[)\\]]?)?[ ]*[:=]?[ ]*(?<!\\d)(?=[-+]?\\d)"));
     return pattern;
 }
 
+/// What is said about the measurement may name others.
 QString nucleusOf(const QRegularExpressionMatch &head)
 {
-    if (head.hasCaptured(u"nucleus"))
-        return head.captured(u"nucleus");
-    // δH is that of the isotope everybody measures.
-    const QString letter = head.captured(u"letter");
-    return letter == u"H" ? QStringLiteral("1H")
-        : letter == u"C"  ? QStringLiteral("13C")
-        : letter == u"N"  ? QStringLiteral("15N")
-        : letter == u"F"  ? QStringLiteral("19F")
-        : letter == u"P"  ? QStringLiteral("31P")
-                          : head.captured(u"element");
+    const QString text = head.captured();
+    return Nuclides::table().observedIn(text.left(text.indexOf(QLatin1String("NMR"))));
 }
 
 /// The parts between commas and semicolons outside brackets.
@@ -179,6 +175,17 @@ std::optional<MeasuredPeaks> onlyLine(const std::vector<TextLine> &lines, const 
 
 } // namespace
 
+void dropPartialCounts(std::vector<MeasuredPeak> &peaks, QStringList &notes)
+{
+    const auto told =
+        std::count_if(peaks.begin(), peaks.end(), [](const MeasuredPeak &peak) { return peak.count > 0; });
+    if (told == std::ptrdiff_t(peaks.size()))
+        return;
+    for (MeasuredPeak &peak : peaks)
+        peak.count = 0;
+    notes.append(Texts::tr("Counts are told of %1 of the %2 peaks: they were not used.").arg(told).arg(peaks.size()));
+}
+
 std::optional<MeasuredPeaks> parse(const std::vector<TextLine> &lines, const QString &source)
 {
     if (auto list = onlyLine(lines, source))
@@ -226,13 +233,9 @@ std::optional<MeasuredPeaks> parse(const std::vector<TextLine> &lines, const QSt
                      .arg(ReaderText::excerpt(entry.toStdString())));
         result.peaks.push_back(*peak);
     }
-    // Numbers of nuclei mean something only where all are told.
-    if (std::any_of(result.peaks.begin(), result.peaks.end(),
-                    [](const MeasuredPeak &peak) { return peak.count == 0; })) {
-        for (MeasuredPeak &peak : result.peaks)
-            peak.count = 0;
-    }
     result.notes.append(Texts::tr("Read as the list of %1 shifts of a publication.").arg(result.peaks.size()));
+    if (std::any_of(result.peaks.begin(), result.peaks.end(), [](const auto &peak) { return peak.count > 0; }))
+        dropPartialCounts(result.peaks, result.notes);
     if (isRange)
         result.notes.append(Texts::tr("Ranges of shifts were replaced by their middles."));
     if (!rest.isEmpty())

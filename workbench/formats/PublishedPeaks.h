@@ -16,6 +16,9 @@ namespace PublishedPeaks {
 /// second list, are errors that name `source` and the line.
 std::optional<MeasuredPeaks> parse(const std::vector<TextLine> &lines, const QString &source);
 
+/// Numbers of nuclei mean something only where all are told; otherwise none is used, and a note says so.
+void dropPartialCounts(std::vector<MeasuredPeak> &peaks, QStringList &notes);
+
 } // namespace PublishedPeaks
 
 } // namespace Workbench

@@ -79,6 +79,26 @@ std::string_view commentText(std::string_view line)
     return start == 0 || start == std::string_view::npos ? std::string_view() : trimmed(line.substr(start));
 }
 
+double perPpm(TextLayout::Unit unit, double frequency, const QString &place, int dimensions, QStringList &notes)
+{
+    const bool isKilohertz = unit == TextLayout::Unit::Kilohertz;
+    if (!isKilohertz && unit != TextLayout::Unit::Hertz)
+        return 1.0;
+    const QString name = isKilohertz ? QStringLiteral("kHz") : QStringLiteral("Hz");
+    if (!(frequency > 0.0))
+        throw FrequencyNeeded(
+            QStringLiteral("%1: %2").arg(
+                place,
+                Texts::tr("the positions are in %1: the frequency of 0 ppm in MHz is needed to make ppm of them and "
+                          "must be given")
+                    .arg(name)),
+            dimensions);
+    notes.append(Texts::tr("Positions in %1 were divided by %2 MHz; 0 Hz was taken as 0 ppm.")
+                     .arg(name)
+                     .arg(frequency, 0, 'g', 10));
+    return isKilohertz ? frequency / 1000.0 : frequency;
+}
+
 int TextLayout::columnOf(Role role) const
 {
     const auto found =

@@ -24,7 +24,6 @@ struct TextLayout {
         bool numeric = false;
         bool isSparse = false; ///< half of the rows or more have no number here
         char grouping = 0; ///< the mark between groups of three digits: "1.234,5", "1,234", "1'234", "1 234"
-        bool isGroupingDoubtful = false; ///< the marks may be decimal ones
         QString name; ///< in the header; empty without one
         QString nucleus; ///< that the name tells
 
@@ -65,6 +64,10 @@ struct TextLayout {
     /// Nothing but blanks or a comment.
     bool isEmptyLine(std::string_view line) const;
 };
+
+/// What positions are divided by to be ppm, noted; 1 unless they are in Hz or kHz. `frequency` is that of 0 ppm in MHz;
+/// without it the error names the `place`.
+double perPpm(TextLayout::Unit unit, double frequency, const QString &place, int dimensions, QStringList &notes);
 
 struct TextLine {
     std::string text;

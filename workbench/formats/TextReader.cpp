@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "formats/TextReader.h"
 
-#include "formats/EvenAxis.h"
 #include "data/ReaderText.h"
+#include "formats/ColumnNames.h"
+#include "formats/EvenAxis.h"
 #include "formats/PublishedPeaks.h"
 #include "formats/LayoutDetection.h"
 #include "formats/TextRegion.h"
@@ -209,45 +210,33 @@ private:
     /// Names, counts and heights of some of the positions only are those of peaks.
     bool mayBeSpectrum() const { return m_intensity >= 0 && !m_layout.isList(); }
 
-    [[noreturn]] void needFrequency(const QString &what, bool unitKnown) const
-    {
-        throw FrequencyNeeded(Texts::tr("%1, line %2: %3").arg(m_source, QString::number(m_layout.firstLine), what),
-                              m_positionF1 >= 0 ? 2 : 1, unitKnown);
-    }
-
     /// What positions are divided by to be ppm, per dimension.
     void settleUnits()
     {
-        for (int d = 0; d < (m_positionF1 >= 0 ? 2 : 1); ++d) {
+        const int dimensions = m_positionF1 >= 0 ? 2 : 1;
+        const QString place = Texts::tr("%1, line %2").arg(m_source, QString::number(m_layout.firstLine));
+        for (int d = 0; d < dimensions; ++d) {
             const TextLayout::Column &column = m_layout.columns[size_t(d == 0 ? m_position : m_positionF1)];
             Unit unit = column.unit;
             if (!m_options.unit.isEmpty()) {
-                unit = m_options.unit == u"ppm" ? Unit::Ppm : m_options.unit == u"kHz" ? Unit::Kilohertz : Unit::Hertz;
+                unit = ColumnNames::unitNamed(m_options.unit);
             } else if (unit == Unit::Unknown) {
                 if (column.name.contains(u"freq", Qt::CaseInsensitive))
-                    needFrequency(
-                        Texts::tr("the positions are frequencies without a unit: ppm, Hz or kHz must be given"), false);
+                    throw FrequencyNeeded(
+                        QStringLiteral("%1: %2").arg(
+                            place,
+                            Texts::tr("the positions are frequencies without a unit: ppm, Hz or kHz must be given")),
+                        dimensions, false);
                 m_unitTold = m_unitTold && d != 0;
                 if (d == 0)
                     m_notes.append(Texts::tr("The file names no unit: the positions were taken as ppm."));
             }
-            const double given = m_options.frequency[size_t(d)];
-            m_frequency[size_t(d)] = d == 0 && m_layout.frequency > 0.0 ? m_layout.frequency : 0.0;
-            if (unit == Unit::Hertz || unit == Unit::Kilohertz) {
-                double &frequency = m_frequency[size_t(d)];
-                frequency = given > 0.0 ? given : frequency;
-                if (!(frequency > 0.0))
-                    needFrequency(
-                        Texts::tr(
-                            "the positions are in %1: the frequency of 0 ppm in MHz is needed to make ppm of them and "
-                            "must be given")
-                            .arg(unit == Unit::Hertz ? QStringLiteral("Hz") : QStringLiteral("kHz")),
-                        true);
-                m_perPpm[size_t(d)] = unit == Unit::Hertz ? frequency : frequency / 1000.0;
-                m_notes.append(Texts::tr("Positions in %1 were divided by %2 MHz; 0 Hz was taken as 0 ppm.")
-                                   .arg(unit == Unit::Hertz ? QStringLiteral("Hz") : QStringLiteral("kHz"))
-                                   .arg(frequency, 0, 'g', 10));
-            }
+            double &frequency = m_frequency[size_t(d)];
+            frequency = d == 0 ? m_layout.frequency : 0.0;
+            if (const double given = m_options.frequency[size_t(d)];
+                given > 0.0 && (unit == Unit::Hertz || unit == Unit::Kilohertz))
+                frequency = given;
+            m_perPpm[size_t(d)] = perPpm(unit, frequency, place, dimensions, m_notes);
         }
     }
 
@@ -406,21 +395,8 @@ private:
             result.peaks.push_back(std::move(peak));
         }
         if (count >= 0)
-            dropPartialCounts(result.peaks);
+            PublishedPeaks::dropPartialCounts(result.peaks, m_notes);
         return finish(std::move(result));
-    }
-
-    /// They mean something only where all are told.
-    void dropPartialCounts(std::vector<MeasuredPeak> &peaks)
-    {
-        const auto told =
-            std::count_if(peaks.begin(), peaks.end(), [](const MeasuredPeak &peak) { return peak.count > 0; });
-        if (told == std::ptrdiff_t(peaks.size()))
-            return;
-        for (MeasuredPeak &peak : peaks)
-            peak.count = 0;
-        m_notes.append(
-            Texts::tr("Counts are told of %1 of the %2 peaks: they were not used.").arg(told).arg(peaks.size()));
     }
 
     int countIn(double value) const

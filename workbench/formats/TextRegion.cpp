@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "formats/TextRegion.h"
 
-#include "data/NumberText.h"
+#include "formats/ColumnNames.h"
+#include "formats/PrintedNumber.h"
 
 #include <QRegularExpression>
 
@@ -19,23 +20,29 @@ namespace {
 
 struct Value {
     double number = 0.0;
-    QString unit; ///< Hz or kHz; empty: ppm, or none
+    TextLayout::Unit unit = TextLayout::Unit::Unknown;
+    bool decimalComma = false;
 };
 
 std::optional<Value> valueOf(const QString &comments, const char *name)
 {
     const QRegularExpression pattern(
-        QStringLiteral("(?<![A-Z0-9])%1\\s*=\\s*([-+0-9.,eE]+)\\s*(k?Hz\\b)?").arg(QString::fromLatin1(name)));
+        QStringLiteral("(?<![A-Z0-9])%1\\s*=\\s*([-+0-9.,eE]+)\\s*((?i:k?Hz)\\b)?").arg(QString::fromLatin1(name)));
     const QRegularExpressionMatch match = pattern.match(comments);
     QString text = match.captured(1);
     while (text.endsWith(u'.') || text.endsWith(u','))
         text.chop(1);
+    // Of two kinds of marks the last one is decimal.
+    const bool decimalComma = text.lastIndexOf(u',') > text.lastIndexOf(u'.');
+    text.remove(decimalComma ? u'.' : u',');
     bool isNumber = false;
     const double number = text.replace(u',', u'.').toDouble(&isNumber);
-    return isNumber ? std::optional(Value{number, match.captured(2)}) : std::nullopt;
+    return isNumber ? std::optional(Value{number, ColumnNames::unitNamed(match.captured(2)), decimalComma})
+                    : std::nullopt;
 }
 
-bool readAxis(Region::Axis &axis, const QString &comments, const char *left, const char *right, const char *size)
+bool readAxis(Region &region, Region::Axis &axis, const QString &comments, const char *left, const char *right,
+              const char *size)
 {
     const auto leftValue = valueOf(comments, left), rightValue = valueOf(comments, right),
                points = valueOf(comments, size);
@@ -45,6 +52,7 @@ bool readAxis(Region::Axis &axis, const QString &comments, const char *left, con
     const double count = points->number;
     const bool isCount = count >= 0.0 && count <= double(largestPointCount) && count == std::floor(count);
     axis = {leftValue->number, rightValue->number, isCount ? qint64(count) : 0, leftValue->unit};
+    region.decimalComma |= leftValue->decimalComma || rightValue->decimalComma;
     return true;
 }
 
@@ -54,26 +62,13 @@ SpectrumDimension dimension(const Region &region, int d, const QString &source, 
     const Region::Axis &axis = d == 0 ? region.f2 : region.f1;
     SpectrumDimension result;
     result.points = int(axis.points);
-    double perPpm = 1.0;
-    const QString unit = options.unit.isEmpty() ? axis.unit : options.unit;
-    if (!unit.isEmpty() && unit != u"ppm") {
-        result.frequency = options.frequency[size_t(d)];
-        if (!(result.frequency > 0.0))
-            throw FrequencyNeeded(
-                QStringLiteral("%1: %2").arg(
-                    source,
-                    Texts::tr(
-                        "the positions are in %1: the frequency of 0 ppm in MHz is needed to make ppm of them and "
-                        "must be given")
-                        .arg(unit)),
-                region.dimensions);
-        perPpm = unit == u"Hz" ? result.frequency : result.frequency / 1000.0;
-        notes.append(Texts::tr("Positions in %1 were divided by %2 MHz; 0 Hz was taken as 0 ppm.")
-                         .arg(unit)
-                         .arg(result.frequency, 0, 'g', 10));
-    }
-    result.first = axis.left / perPpm;
-    result.step = (axis.right - axis.left) / perPpm / double(axis.points - 1);
+    const TextLayout::Unit unit = options.unit.isEmpty() ? axis.unit : ColumnNames::unitNamed(options.unit);
+    const double given = options.frequency[size_t(d)];
+    const double told = d == 0 ? region.frequency : 0.0, frequency = given > 0.0 ? given : told;
+    const double divisor = perPpm(unit, frequency, source, region.dimensions, notes);
+    result.frequency = divisor != 1.0 ? frequency : told;
+    result.first = axis.left / divisor;
+    result.step = (axis.right - axis.left) / divisor / double(axis.points - 1);
     return result;
 }
 
@@ -87,11 +82,12 @@ Region find(const std::vector<TextLine> &sample)
             comments += ReaderText::decoded(line.text) + u'\n';
     }
     Region region;
-    if (readAxis(region.f2, comments, "F2LEFT", "F2RIGHT", "NCOLS")
-        && readAxis(region.f1, comments, "F1LEFT", "F1RIGHT", "NROWS"))
+    if (readAxis(region, region.f2, comments, "F2LEFT", "F2RIGHT", "NCOLS")
+        && readAxis(region, region.f1, comments, "F1LEFT", "F1RIGHT", "NROWS"))
         region.dimensions = 2;
-    else if (readAxis(region.f2, comments, "LEFT", "RIGHT", "SIZE"))
+    else if (readAxis(region, region.f2, comments, "LEFT", "RIGHT", "SIZE"))
         region.dimensions = 1;
+    region.frequency = ColumnNames::frequencyIn({comments});
     return region;
 }
 
@@ -113,7 +109,7 @@ ExperimentalSpectrum read(const Region &region, const std::vector<TextLine> &sam
         line = trimmed(line.substr(0, line.find('#')));
         if (line.empty())
             return;
-        const auto value = NumberText::parse<double>(line);
+        const auto value = PrintedNumber::parse(line, region.decimalComma);
         if (!value)
             fail(source, number, Texts::tr("expected one intensity, found %1").arg(excerpt(line)));
         if (spectrum.data.size() == total)

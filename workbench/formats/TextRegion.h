@@ -15,15 +15,18 @@ struct Region {
         double left = 0.0; ///< position of the first point
         double right = 0.0; ///< position of the last point
         qint64 points = 0;
-        QString unit; ///< "Hz" or "kHz"; empty: ppm
+        TextLayout::Unit unit = TextLayout::Unit::Unknown; ///< Unknown: ppm
     };
     int dimensions = 0;
     Axis f2;
     Axis f1;
+    double frequency = 0.0; ///< MHz, of F2, where the comments tell one
+    bool decimalComma = false;
 };
 Region find(const std::vector<TextLine> &sample);
 
-/// `sample` are the first lines, which `lines` has passed already. A region in Hz needs the frequency of the options.
+/// `sample` are the first lines, which `lines` has passed already. A region in Hz needs a frequency, from the comments
+/// or the options.
 ExperimentalSpectrum read(const Region &region, const std::vector<TextLine> &sample, ReaderText::FileLines &lines,
                           const QString &source, const ReadOptions &options);
 

@@ -1098,10 +1098,6 @@ Mehr dazu mit magres-workbench %2 --help</translation>
         <translation>%1 Felder wie in den Zeilen davor wurden erwartet, %2 gefunden</translation>
     </message>
     <message>
-        <source>%1 lines above the table were passed over.</source>
-        <translation>%1 Zeilen über der Tabelle wurden übergangen.</translation>
-    </message>
-    <message>
         <source>the positions are frequencies without a unit: ppm, Hz or kHz must be given</source>
         <translation>die Positionen sind Frequenzen ohne Einheit: ppm, Hz oder kHz muss angegeben werden</translation>
     </message>
@@ -2198,6 +2194,42 @@ Optionen:
     <message>
         <source>%1 p</source>
         <translation>%1 p</translation>
+    </message>
+    <message>
+        <source>none of the columns %1 is named as that of the positions: a name such as &quot;ppm&quot; or &quot;δ&quot; in the header line tells which one it is</source>
+        <translation>keine der Spalten %1 heißt nach den Positionen: ein Name wie „ppm“ oder „δ“ in der Kopfzeile sagt, welche es ist</translation>
+    </message>
+    <message>
+        <source>The column without a name was taken as the intensity.</source>
+        <translation>Die Spalte ohne Namen wurde als Intensität genommen.</translation>
+    </message>
+    <message>
+        <source>the commas may be decimal marks or stand between X and Y: ##NPOINTS= %1 or %2 tells which</source>
+        <translation>die Kommas können Dezimalzeichen sein oder zwischen X und Y stehen: ##NPOINTS= %1 oder %2 sagt, was gilt</translation>
+    </message>
+    <message>
+        <source>The commas in ##%1= were taken for decimal points.</source>
+        <translation>Die Kommas in ##%1= wurden als Dezimalpunkte gelesen.</translation>
+    </message>
+    <message>
+        <source>The file holds %1 spectra and lists of peaks: only &quot;%2&quot; was read.</source>
+        <translation>Die Datei enthält %1 Spektren und Peaklisten: nur „%2“ wurde gelesen.</translation>
+    </message>
+    <message>
+        <source>expected %1 fields as in the lines below, found %2; if this is a title, begin it with #</source>
+        <translation>%1 Felder wie in den Zeilen darunter wurden erwartet, %2 gefunden; eine Überschrift muss mit # beginnen</translation>
+    </message>
+    <message>
+        <source>Lines above the table that were passed over (%1): %2.</source>
+        <translation>Zeilen über der Tabelle, die übergangen wurden (%1): %2.</translation>
+    </message>
+    <message>
+        <source>lines that begin with &quot;;&quot; are comments: an empty first column must be taken away</source>
+        <translation>Zeilen, die mit „;“ beginnen, sind Kommentare: eine leere erste Spalte muss entfernt werden</translation>
+    </message>
+    <message>
+        <source>expected a number, found %1; if this is a title, begin it with #</source>
+        <translation>eine Zahl wurde erwartet, %1 gefunden; eine Überschrift muss mit # beginnen</translation>
     </message>
 </context>
 <context>
