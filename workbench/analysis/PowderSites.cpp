@@ -314,10 +314,11 @@ std::optional<PowderFit> fitPowder(const PowderSites &sites, const PowderSetting
     choice.scale = withScale;
     // Wherever a site's centre of gravity meets the measured points: the reference may be anybody's guess.
     const auto [low, high] = std::minmax_element(points.ppm.begin(), points.ppm.end());
-    double reach = 0;
-    for (const PowderSite &site : sites.sites)
-        reach = std::max({reach, *high - site.values.centre, site.values.centre - *low});
-    auto fit = Powder::fitSpectrum(sites.plain(), sites.conditions, settings.shape, points, choice, reach, progress);
+    const auto [first, last] =
+        std::minmax_element(sites.sites.begin(), sites.sites.end(),
+                            [](const PowderSite &a, const PowderSite &b) { return a.values.centre < b.values.centre; });
+    const Powder::Moves moves{*low - last->values.centre, *high - first->values.centre};
+    auto fit = Powder::fitSpectrum(sites.plain(), sites.conditions, settings.shape, points, choice, moves, progress);
     if (!fit)
         return std::nullopt;
     PowderFit result{std::move(*fit), settings};

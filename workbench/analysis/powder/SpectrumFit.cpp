@@ -45,7 +45,7 @@ void check(const Measured &measured, size_t parameters)
 class Model {
 public:
     Model(std::span<const Site> sites, const Conditions &conditions, const LineShape &shape, const Measured &measured,
-          const FitChoice &choice, double move, double reach, const Progress &progress, int &calls)
+          const FitChoice &choice, const Moves &moves, double finest, const Progress &progress, int &calls)
         : m_sites(sites),
           m_conditions(conditions),
           m_measured(measured),
@@ -55,11 +55,11 @@ public:
           m_start(shape)
     {
         const auto [low, high] = std::minmax_element(measured.ppm.begin(), measured.ppm.end());
-        // The curve is computed once for a width and a factor, on an axis that is long enough for all moves about one.
-        m_axis.first = *low - move - 1.5 * reach;
-        m_axis.last = *high - move + 1.5 * reach;
+        // The curve is computed once for a width and a factor, on an axis that is long enough for all moves.
         const double width = fullWidth(shape) / conditions.larmor;
-        const double step = std::min((*high - *low) / double(measured.ppm.size()), width / 4);
+        m_axis.first = *low - moves.to - width;
+        m_axis.last = *high - moves.from + width;
+        const double step = std::min(finest, width / 4);
         m_axis.points = size_t(std::clamp((m_axis.last - m_axis.first) / step, 512.0, 65536.0));
     }
 
@@ -105,15 +105,15 @@ public:
             m_width = width;
             m_factor = factor;
         }
-        return at(m_curve, shift(x));
+        return at(m_curve, shift(x), m_measured.ppm);
     }
 
-    /// A curve of the model's axis, moved and read at the measured points: cubic interpolation.
-    Values at(const Values &curve, double move) const
+    /// A curve of the model's axis, moved and read at these points: cubic interpolation.
+    Values at(const Values &curve, double move, const Values &ppm) const
     {
-        Values result(m_measured.ppm.size());
-        for (size_t i = 0; i < m_measured.ppm.size(); ++i) {
-            const double position = (m_measured.ppm[i] - move - m_axis.first) / m_axis.step();
+        Values result(ppm.size());
+        for (size_t i = 0; i < ppm.size(); ++i) {
+            const double position = (ppm[i] - move - m_axis.first) / m_axis.step();
             const double below = std::floor(position);
             double value = 0;
             if (below >= 1 && below + 3 <= double(curve.size())) {
@@ -293,23 +293,33 @@ Minimum minimise(Model &model, const Values &measured, const Values &start, cons
 struct Start {
     LineShape shape;
     double reference = 0;
-    double explained = -1; ///< of the measured squares
+    double explained = -1; ///< part of the measured squares
 };
 
-/// The move of the calculated curve that explains most of the measured one.
-Start bestMove(Model &model, const Values &measured, const LineShape &shape, double width, double reach)
+/// The move of the calculated curve that explains most of the measured one: in steps of half a width, over points a
+/// quarter of it apart.
+Start bestMove(Model &model, const Measured &measured, const LineShape &shape, double width, const Moves &moves)
 {
+    Measured part;
+    const auto [low, high] = std::minmax_element(measured.ppm.begin(), measured.ppm.end());
+    const double spacing = (*high - *low) / double(measured.ppm.size());
+    const size_t every = size_t(std::clamp(width / 4 / spacing, 1.0, double(measured.ppm.size() / 64 + 1)));
+    for (size_t i = 0; i < measured.ppm.size(); i += every) {
+        part.ppm.push_back(measured.ppm[i]);
+        part.intensity.push_back(measured.intensity[i]);
+    }
     const Values curve = model.rough();
-    const int count = int(std::clamp(std::ceil(2 * reach / width), 1.0, 2000.0));
+    const int count = int(std::clamp(std::ceil(2 * (moves.to - moves.from) / width), 1.0, 4000.0));
     Start best;
-    for (int i = -count; i <= count; ++i) {
-        const double move = reach * i / count;
-        const Values values = model.at(curve, move);
-        const double norm = dot(values, values), product = dot(values, measured);
+    for (int i = 0; i <= count; ++i) {
+        const double move = moves.from + (moves.to - moves.from) * i / count;
+        const Values values = model.at(curve, move, part.ppm);
+        const double norm = dot(values, values), product = dot(values, part.intensity);
         const double explained = norm > 0 && product > 0 ? product * product / norm : 0;
         if (explained > best.explained)
             best = {shape, move, explained};
     }
+    best.explained /= dot(part.intensity, part.intensity);
     return best;
 }
 
@@ -318,9 +328,11 @@ Start bestMove(Model &model, const Values &measured, const LineShape &shape, dou
 Values trialFactors(const Measured &measured, double width)
 {
     const auto [low, high] = std::minmax_element(measured.ppm.begin(), measured.ppm.end());
-    const double range = *high - *low;
-    Values factors{1};
-    for (double trial = 2 * range / double(measured.ppm.size()); trial <= range / 4; trial *= 4)
+    const double range = *high - *low, narrowest = 2 * range / double(measured.ppm.size());
+    Values factors;
+    if (width >= narrowest)
+        factors.push_back(1);
+    for (double trial = narrowest; trial <= range / 4; trial *= 4)
         factors.push_back(trial / width);
     return factors;
 }
@@ -383,15 +395,15 @@ SpectrumFit fit(Model &model, const Values &measured, const FitChoice &choice, c
 
 std::optional<SpectrumFit> fitSpectrum(std::span<const Site> sites, const Conditions &conditions,
                                        const LineShape &shape, const Measured &measured, const FitChoice &choice,
-                                       double reach, const Progress &progress)
+                                       const Moves &moves, const Progress &progress)
 {
     check(measured, 4);
     check(conditions);
     check(shape);
     if (sites.empty())
         throw std::invalid_argument("There are no sites");
-    if (!(reach >= 0 && reach <= 1e6))
-        throw std::invalid_argument("The reference must be looked for within 0 to 1000000 ppm");
+    if (!(moves.from >= -1e6 && moves.from <= moves.to && moves.to <= 1e6))
+        throw std::invalid_argument("The reference must be looked for within -1000000 to 1000000 ppm");
     for (const Site &site : sites)
         check(site, conditions);
     // A width that is to move starts above zero.
@@ -404,31 +416,34 @@ std::optional<SpectrumFit> fitSpectrum(std::span<const Site> sites, const Condit
     if (!(fullWidth(given) > 0))
         given.gaussian = least;
     int calls = 0;
-    reach = choice.reference ? reach : 0;
-    const auto modelOf = [&](const LineShape &lines, double move, double range) {
-        return Model(sites, conditions, lines, measured, choice, move, range, progress, calls);
+    const auto modelOf = [&](const LineShape &lines, const Moves &around, double finest) {
+        return Model(sites, conditions, lines, measured, choice, around, finest, progress, calls);
+    };
+    const auto [low, high] = std::minmax_element(measured.ppm.begin(), measured.ppm.end());
+    const double spacing = (*high - *low) / double(measured.ppm.size());
+    const Moves searched = choice.reference ? moves : Moves{0, 0};
+    const auto tryShape = [&](const LineShape &lines, double step) {
+        Model model = modelOf(lines, searched, step);
+        return bestMove(model, measured, lines, fullWidth(lines) / conditions.larmor, searched);
     };
     try {
         Start start{given};
-        const double width = fullWidth(given) / conditions.larmor;
         if (choice.lorentzian || choice.gaussian) {
-            for (double factor : trialFactors(measured, width)) {
-                const LineShape trial{given.lorentzian * (choice.lorentzian ? factor : 1),
-                                      given.gaussian * (choice.gaussian ? factor : 1)};
-                Model model = modelOf(trial, 0, reach);
-                const Start found =
-                    bestMove(model, measured.intensity, trial, fullWidth(trial) / conditions.larmor, reach);
+            for (double factor : trialFactors(measured, fullWidth(given) / conditions.larmor)) {
+                const Start found = tryShape({given.lorentzian * (choice.lorentzian ? factor : 1),
+                                              given.gaussian * (choice.gaussian ? factor : 1)},
+                                             4 * spacing);
                 if (found.explained > start.explained)
                     start = found;
             }
         } else if (choice.reference) {
             // Lines that are wide enough for a step of the search not to miss them.
-            Model model = modelOf({given.lorentzian, std::max(given.gaussian, 4 * fullWidth(given))}, 0, reach);
-            start = bestMove(model, measured.intensity, given, width, reach);
+            start = tryShape({given.lorentzian, std::max(given.gaussian, 4 * fullWidth(given))}, 4 * spacing);
+            start.shape = given;
         }
         // The end is not farther from the start than some widths.
-        const double near = std::min(reach, 20 * fullWidth(start.shape) / conditions.larmor);
-        Model model = modelOf(start.shape, start.reference, near);
+        const double near = choice.reference ? 30 * fullWidth(start.shape) / conditions.larmor : 0;
+        Model model = modelOf(start.shape, {start.reference - near, start.reference + near}, spacing);
         return fit(model, measured.intensity, choice, conditions, start);
     } catch (const Stopped &) {
         return std::nullopt;

@@ -19,6 +19,12 @@ struct FitChoice {
     bool scale = false; ///< one factor on all quadrupole couplings
 };
 
+/// By how much the shifts may move, ppm.
+struct Moves {
+    double from = -50;
+    double to = 50;
+};
+
 struct FittedValue {
     double value = 0;
     double error = 0; ///< standard error; 0 where it was not fitted
@@ -37,11 +43,11 @@ struct SpectrumFit {
 };
 
 /// Least squares over all points, each of the same weight, by the method of Levenberg and Marquardt. The reference is
-/// first looked for within `reach` ppm, and widths that may move among all that the points can show. Standard errors
+/// first looked for among the moves, and widths that may move among all that the points can show. Standard errors
 /// count every point as independent. Throws std::invalid_argument with what is wrong about the input; nothing when the
 /// progress function asked to stop.
 std::optional<SpectrumFit> fitSpectrum(std::span<const Site> sites, const Conditions &conditions,
                                        const LineShape &shape, const Measured &measured, const FitChoice &choice,
-                                       double reach = 50, const Progress &progress = {});
+                                       const Moves &moves = {}, const Progress &progress = {});
 
 } // namespace Workbench::Powder
