@@ -629,7 +629,8 @@ private Q_SLOTS:
         };
         // Also from lines that no point would show, and from wide ones.
         for (double width : {0.0, 0.5, 60.0, 9000.0}) {
-            const auto found = fitSpectrum({&start, 1}, now, {width, 0}, measured, {true, true, false, true}, {-30, 30});
+            const auto found =
+                fitSpectrum({&start, 1}, now, {width, 0}, measured, {true, true, false, true}, {-30, 30});
             QVERIFY(found && found->converged);
             QVERIFY(agrees(found->reference, -7.5, 0.05));
             QVERIFY(agrees(found->lorentzian, 120, 3));
