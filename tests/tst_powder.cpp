@@ -639,6 +639,23 @@ private Q_SLOTS:
             QCOMPARE(found->gaussian.value, 0.0);
             QCOMPARE(found->curve.size(), measured.ppm.size());
         }
+        // Every tenth point, farther apart than half a line, and a range that shows one sideband: what was given
+        // decides.
+        const Conditions spun{2.5, 81, Rotation::MagicAngle, 6000};
+        const auto sharp = spectrum({&site, 1}, spun, {60, 0}, {200, -50, 20000}, {1e-4, 0});
+        for (const auto &[first, last, every, width] :
+             {std::tuple(0, 20000, 40, 20.0), std::tuple(0, 20000, 40, 300.0), std::tuple(7000, 11000, 1, 60.0)}) {
+            Measured part;
+            for (int i = first; i < last; i += every) {
+                part.ppm.push_back(sharp->axis.at(size_t(i)));
+                part.intensity.push_back(sharp->sum[size_t(i)]);
+            }
+            const auto found = fitSpectrum({&site, 1}, spun, {width, 0}, part, {}, {-200, 200});
+            QVERIFY2(
+                found && std::abs(found->reference.value) < 0.01 && std::abs(found->lorentzian.value - 60) < 0.5,
+                qPrintable(
+                    QStringLiteral("%1: %2 %3").arg(width).arg(found->reference.value).arg(found->lorentzian.value)));
+        }
 
         Measured few = measured;
         few.ppm.resize(4);

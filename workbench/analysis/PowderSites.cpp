@@ -312,12 +312,16 @@ std::optional<PowderFit> fitPowder(const PowderSites &sites, const PowderSetting
     choice.lorentzian = settings.shape.lorentzian > 0;
     choice.gaussian = settings.shape.gaussian > 0;
     choice.scale = withScale;
-    // Wherever a site's centre of gravity meets the measured points: the reference may be anybody's guess.
+    // Wherever a site's pattern meets the measured points, and where it is: the reference may be anybody's guess.
     const auto [low, high] = std::minmax_element(points.ppm.begin(), points.ppm.end());
     const auto [first, last] =
         std::minmax_element(sites.sites.begin(), sites.sites.end(),
                             [](const PowderSite &a, const PowderSite &b) { return a.values.centre < b.values.centre; });
-    const Powder::Moves moves{*low - last->values.centre, *high - first->values.centre};
+    double reach = 0;
+    for (const PowderSite &site : sites.sites)
+        reach = std::max({reach, site.values.span, site.values.breadth});
+    const Powder::Moves moves{std::min(*low - last->values.centre - reach, 0.0),
+                              std::max(*high - first->values.centre + reach, 0.0)};
     auto fit = Powder::fitSpectrum(sites.plain(), sites.conditions, settings.shape, points, choice, moves, progress);
     if (!fit)
         return std::nullopt;

@@ -45,7 +45,7 @@ void check(const Measured &measured, size_t parameters)
 class Model {
 public:
     Model(std::span<const Site> sites, const Conditions &conditions, const LineShape &shape, const Measured &measured,
-          const FitChoice &choice, const Moves &moves, double finest, const Progress &progress, int &calls)
+          const FitChoice &choice, const Moves &moves, double step, const Progress &progress, int &calls)
         : m_sites(sites),
           m_conditions(conditions),
           m_measured(measured),
@@ -59,7 +59,6 @@ public:
         const double width = fullWidth(shape) / conditions.larmor;
         m_axis.first = *low - moves.to - width;
         m_axis.last = *high - moves.from + width;
-        const double step = std::min(finest, width / 4);
         m_axis.points = size_t(std::clamp((m_axis.last - m_axis.first) / step, 512.0, 65536.0));
     }
 
@@ -67,12 +66,13 @@ public:
 
     LineShape shape(std::span<const double> x) const
     {
+        constexpr double widest = 1e8; // Hz, farther than any step should lead
         LineShape shape = m_start;
         size_t i = m_choice.reference ? 1 : 0;
         if (m_choice.lorentzian)
-            shape.lorentzian = m_start.lorentzian * exponential(x[i++]);
+            shape.lorentzian = std::min(m_start.lorentzian * exponential(x[i++]), widest);
         if (m_choice.gaussian)
-            shape.gaussian = m_start.gaussian * exponential(x[i++]);
+            shape.gaussian = std::min(m_start.gaussian * exponential(x[i++]), widest);
         // What cannot be seen is none.
         for (double *width : {&shape.lorentzian, &shape.gaussian}) {
             if (*width < 1e-3 * fullWidth(m_start))
@@ -416,15 +416,33 @@ std::optional<SpectrumFit> fitSpectrum(std::span<const Site> sites, const Condit
     if (!(fullWidth(given) > 0))
         given.gaussian = least;
     int calls = 0;
-    const auto modelOf = [&](const LineShape &lines, const Moves &around, double finest) {
-        return Model(sites, conditions, lines, measured, choice, around, finest, progress, calls);
+    const auto modelOf = [&](const LineShape &lines, const Moves &around, double step) {
+        return Model(sites, conditions, lines, measured, choice, around, step, progress, calls);
     };
     const auto [low, high] = std::minmax_element(measured.ppm.begin(), measured.ppm.end());
     const double spacing = (*high - *low) / double(measured.ppm.size());
     const Moves searched = choice.reference ? moves : Moves{0, 0};
-    const auto tryShape = [&](const LineShape &lines, double step) {
-        Model model = modelOf(lines, searched, step);
-        return bestMove(model, measured, lines, fullWidth(lines) / conditions.larmor, searched);
+    const auto tryShape = [&](const LineShape &lines, const Moves &around) {
+        const double width = fullWidth(lines) / conditions.larmor;
+        Model model = modelOf(lines, around, std::min(4 * spacing, width / 4));
+        return bestMove(model, measured, lines, width, around);
+    };
+    const auto fitFrom = [&](Start start) {
+        constexpr int mostRounds = 3;
+        for (int round = 1;; ++round) {
+            // The end is not farther from the start than some widths.
+            const double width = fullWidth(start.shape) / conditions.larmor, near = choice.reference ? 30 * width : 0;
+            Model model =
+                modelOf(start.shape, {start.reference - near, start.reference + near}, std::min(spacing, width / 8));
+            SpectrumFit found = fit(model, measured.intensity, choice, conditions, start);
+            // The grid of the curves suits lines as wide as those of the start.
+            const LineShape lines{found.lorentzian.value, found.gaussian.value};
+            if (round == mostRounds || fullWidth(lines) > 0.9 * fullWidth(start.shape))
+                return found;
+            start = {{choice.lorentzian ? std::max(lines.lorentzian, least) : lines.lorentzian,
+                      choice.gaussian ? std::max(lines.gaussian, least) : lines.gaussian},
+                     found.reference.value};
+        }
     };
     try {
         Start start{given};
@@ -432,19 +450,28 @@ std::optional<SpectrumFit> fitSpectrum(std::span<const Site> sites, const Condit
             for (double factor : trialFactors(measured, fullWidth(given) / conditions.larmor)) {
                 const Start found = tryShape({given.lorentzian * (choice.lorentzian ? factor : 1),
                                               given.gaussian * (choice.gaussian ? factor : 1)},
-                                             4 * spacing);
+                                             searched);
                 if (found.explained > start.explained)
                     start = found;
             }
         } else if (choice.reference) {
             // Lines that are wide enough for a step of the search not to miss them.
-            start = tryShape({given.lorentzian, std::max(given.gaussian, 4 * fullWidth(given))}, 4 * spacing);
+            const double wide = std::max(4 * fullWidth(given), 2 * spacing * conditions.larmor);
+            start = tryShape({given.lorentzian, std::max(given.gaussian, wide)}, searched);
             start.shape = given;
         }
-        // The end is not farther from the start than some widths.
-        const double near = choice.reference ? 30 * fullWidth(start.shape) / conditions.larmor : 0;
-        Model model = modelOf(start.shape, {start.reference - near, start.reference + near}, spacing);
-        return fit(model, measured.intensity, choice, conditions, start);
+        SpectrumFit best = fitFrom(start);
+        // Sidebands look alike where the measured points show but a few: what was given decides if it does as well.
+        const double width = std::max(fullWidth(given), fullWidth(start.shape)) / conditions.larmor;
+        if (std::abs(start.reference) > width) {
+            const Start asGiven = tryShape(start.shape, {-width, width});
+            if (asGiven.explained > 0.5 * start.explained) {
+                SpectrumFit other = fitFrom(asGiven);
+                if (other.deviation < best.deviation)
+                    best = std::move(other);
+            }
+        }
+        return best;
     } catch (const Stopped &) {
         return std::nullopt;
     }
