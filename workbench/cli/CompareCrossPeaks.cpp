@@ -28,6 +28,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
+#include <tuple>
 
 namespace Workbench {
 namespace {
@@ -185,15 +187,19 @@ QStringList namedIn(const QString &label, const QMultiHash<QString, QString> &si
     return names;
 }
 
-/// Peaks at one place that name the same sites are one.
-std::vector<MeasuredPeak> mergedPeaks(const std::vector<MeasuredPeak> &peaks)
+/// Peaks at one place that name the same sites are one. A list may name a place as often as equivalent atoms give it.
+std::vector<MeasuredPeak> mergedPeaks(const std::vector<MeasuredPeak> &peaks,
+                                      const QMultiHash<QString, QString> &siteOf)
 {
+    using Place = std::tuple<double, double, QStringList>;
+    std::set<Place> places;
     std::vector<MeasuredPeak> merged;
     for (const MeasuredPeak &peak : peaks) {
-        const bool isKnown = std::any_of(merged.begin(), merged.end(), [&](const MeasuredPeak &other) {
-            return other.f2 == peak.f2 && other.f1 == peak.f1 && other.label == peak.label;
-        });
-        if (!isKnown)
+        QStringList sites;
+        for (const QString &name : namedIn(peak.label, siteOf))
+            sites.append(siteOf.contains(name) ? siteOf.value(name) : name);
+        sites.sort();
+        if (places.emplace(peak.f2, peak.f1, sites).second)
             merged.push_back(peak);
     }
     return merged;
@@ -534,12 +540,13 @@ CommandRun prepareCompareCrossPeaks(const CommandLine &line)
         std::vector<PlanePoint> calculated;
         for (const CrossPeak &peak : report.peaks)
             calculated.push_back(peak.calculated);
-        // A list may name a place as often as equivalent atoms would give it.
-        if (const std::size_t listed = measured.peaks.size(); listed > calculated.size()) {
-            measured.peaks = mergedPeaks(measured.peaks);
-            if (const QString text = placesNote(nuclei.join(u'-'), listed, measured.peaks.size()); !text.isEmpty())
-                note(text);
-        }
+        const QMultiHash<QString, QString> siteOf = namesOfSites(structure, unique);
+        for (MeasuredPeak &peak : measured.peaks)
+            peak.label = plan.ignoresLabels ? QString() : peak.label;
+        const std::size_t listed = measured.peaks.size();
+        measured.peaks = mergedPeaks(measured.peaks, siteOf);
+        if (const QString text = placesNote(nuclei.join(u'-'), listed, measured.peaks.size()); !text.isEmpty())
+            note(text);
         for (const MeasuredPeak &peak : measured.peaks)
             report.measured.push_back({peak.f2, peak.f1});
         CrossPeakPairing::Options options;
@@ -552,7 +559,7 @@ CommandRun prepareCompareCrossPeaks(const CommandLine &line)
         }
         options.assigned.assign(report.peaks.size(), -1);
         if (!plan.ignoresLabels)
-            options.assigned = assignedPeaks(measured.peaks, report.peaks, namesOfSites(structure, unique));
+            options.assigned = assignedPeaks(measured.peaks, report.peaks, siteOf);
         report.pairing = CrossPeakPairing::of(calculated, report.measured, options);
         for (std::size_t d = 0; d < 2; ++d) {
             const bool isKnown = options.oneReference || plan.reference[d];

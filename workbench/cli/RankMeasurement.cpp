@@ -220,14 +220,13 @@ QString RankMeasurement::basis() const
     if (!m_plan.spectrum)
         return m_shifts.basis();
     const SimulateOptions &options = *m_plan.spectrum;
-    QStringList nuclei, entries, lines;
+    QStringList nuclei, entries, others, lines;
     for (int d = 0; d < (options.twoDimensional ? 2 : 1); ++d) {
         const DimensionOptions &dimension = options.dimension[d];
         nuclei.append(dimension.nucleus);
         entries.append(QStringLiteral("%1 slope=%2").arg(dimension.nucleus).arg(dimension.slope.value_or(-1)));
-        entries.append(
-            QStringLiteral("%1 quad-shift=%2")
-                .arg(dimension.nucleus, dimension.quadrupolarShift ? QStringLiteral("on") : QStringLiteral("off")));
+        if (dimension.quadrupolarShift)
+            others.append(dimension.nucleus + QStringLiteral(" quad-shift"));
     }
     for (const MeasuredPeak &peak : ExperimentFile::peaks(m_plan.experiment, nuclei).peaks)
         lines.append(QStringLiteral("%1 %2 %3").arg(peak.f2, 0, 'g', 17).arg(peak.f1, 0, 'g', 17).arg(peak.count));
@@ -235,7 +234,7 @@ QString RankMeasurement::basis() const
     entries.append(QStringLiteral("average=%1").arg(options.averaging));
     entries.append(QStringLiteral("correlation=%1").arg(options.correlation));
     entries.append(QStringLiteral("frequency=%1").arg(options.frequency));
-    return entries.join(QLatin1String("; "));
+    return (entries + others).join(QLatin1String("; "));
 }
 
 RankRow RankMeasurement::measure(HostApplication &host, MessageLog &log, const QString &file) const
