@@ -369,7 +369,7 @@ private Q_SLOTS:
         row("text in kHz",
             "# 13C, 62.5 MHz\nFrequency (kHz)\tI\n"
                 + lines(40, 12, [](int i) { return QByteArray::number(5 - 0.25 * i) + '\t'; }),
-            R"(Format text table | Title s | F2 13C, 100.0000 MHz, 40 points from 50.0000 to -47.5000 ppm, 2.5 ppm apart | Noise 0.563436 around 0.5 | Peaks 1 picked | 20.0000 ppm 49.5 | Note Read as a spectrum: 40 evenly spaced positions. | Note Column "I" was taken as the intensity. | Note Positions in kHz were divided by 100 MHz; 0 Hz was taken as 0 ppm.)");
+            R"(Format text table | Title s | F2 13C, 100.0000 MHz, 40 points from 50.0000 to -47.5000 ppm, 2.5 ppm apart | Noise 0.563436 around 0.5 | Peaks 1 picked | 20.0000 ppm 49.5 | Note Read as a spectrum: 40 evenly spaced positions. | Note Positions in kHz were divided by 100 MHz; 0 Hz was taken as 0 ppm.)");
         row("text, region",
             "# F1LEFT = 40 ppm. F1RIGHT = 20 ppm.\n# F2LEFT = 9 ppm. F2RIGHT = 2 ppm.\n# NROWS = 3\n# NCOLS = 8\n"
                 + lines(24, 13, [](int) { return QByteArray(); }),

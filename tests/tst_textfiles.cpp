@@ -179,7 +179,7 @@ private Q_SLOTS:
         row("CRLF", table({",", '.', "", "\r\n"}, "ppm,intensity\r\n"));
         row("CR", table({"\t", '.', "", "\r"}));
         row("UTF-8 with a mark", "\xEF\xBB\xBF" + table({}, "ppm,intensity\n"));
-        row("UTF-16, little-endian", wide(table({"\t"}, "δ(13C)\tI\n"), false), "Column \"I\"");
+        row("UTF-16, little-endian", wide(table({"\t"}, "δ(13C)\tCP\n"), false), "Column \"CP\"");
         row("UTF-16, big-endian", wide(table({"\t"}, "ppm\treal\n"), true));
         row("UTF-16, of several blocks",
             wide(("# " + QByteArray(3000, '-') + "\n").repeated(500) + table({"\t"}), false));
@@ -287,6 +287,16 @@ private Q_SLOTS:
         row("21783.4\n6929.9\n", "21783.4; 6929.9", "if these are Hz");
         row("position,position_f1,height\n1.5,20,3\n2.5,30,4\n", "1.5/20 =3; 2.5/30 =4");
         row("position,height\n# c\n 10 , 2 # why\n\n-5,-1", "10 =2; -5 =-1");
+        // Commas within numbers and between fields.
+        row("C1\t170,2\nC2\t133,3\nC3\t21,5\n", "170.2 C1; 133.3 C2; 21.5 C3");
+        row("C1 170,2\nC2 133,3\nC3 21,5\n", "170.2 C1; 133.3 C2; 21.5 C3");
+        row("C 1,170\nC 2,133\nC 3,21\n", "170 C 1; 133 C 2; 21 C 3");
+        row("170,2 ppm\n133,3 ppm\n21,5 ppm\n", "170.2; 133.3; 21.5");
+        row("170.2±0.1,5\n133.3±0.2,4\n", "170.2 =5; 133.3 =4", "Errors of the positions");
+        row("8.2±0.1;120.1±0.2;5\n7.1±0.1;110.3±0.2;4\n", "8.2/120.1 =5; 7.1/110.3 =4");
+        row("No. ppm\n3 170.2\n1 133.3\n2 21.5\n", "170.2; 133.3; 21.5");
+        row("δH\tmult (J in Hz)\n7.26\td (7.1)\n3.1\ts\n", "7.26; 3.1");
+        row("7.26 d 8.0 Hz\n3.1 t 7.0 Hz\n", "7.26 =8 d; 3.1 =7 t");
         row("1\r2", "1; 2");
         row("1\n2,3\n", "1; 2 =3", "without a height (1)");
         row("1,2\n5,\n3,4\n", "1 =2; 5; 3 =4", "without a height (1)"); // no decimal commas

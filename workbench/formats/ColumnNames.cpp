@@ -184,8 +184,8 @@ Meaning meaningOf(const QString &fullName)
         return {has({"f1", "w1"}) ? Role::PositionF1 : Role::Position, unit};
     if (has({"imag", "imaginary", "im"}))
         return {Role::Imaginary, unit};
-    if (has({"intensity", "intensities", "height", "amplitude", "real", "re", "signal", "y", "data", "abundance", "int",
-             "spectrum", "intensität", "intensitäten", "höhe"}))
+    if (has({"intensity", "intensities", "height", "amplitude", "amp", "ampl", "i", "rel", "real", "re", "signal", "y",
+             "data", "abundance", "int", "spectrum", "intensität", "intensitäten", "höhe"}))
         return {Role::Intensity, unit};
     if (has({"count", "sites", "multiplicity"}))
         return {Role::Count, unit};

@@ -23,6 +23,11 @@ namespace {
 
 using Fields = std::vector<std::string_view>;
 
+bool areWhole(const std::vector<double> &values)
+{
+    return std::all_of(values.begin(), values.end(), [](double v) { return v == std::floor(v); });
+}
+
 /// 0, 1, 2… or 1, 2, 3…
 bool counts(const std::vector<double> &values, size_t least = 3)
 {
@@ -170,7 +175,11 @@ private:
             const ColumnNames::Meaning meaning = ColumnNames::meaningOf(names[qsizetype(i)]);
             const bool isBefore =
                 i + 1 < m_layout.columns.size() && ColumnNames::meaningOf(names[qsizetype(i + 1)]).statesPosition();
-            if (m_layout.columns[i].numeric && !counts(m_values[i], 1)
+            const auto isShift = [&](size_t k) {
+                return ColumnNames::meaningOf(names[qsizetype(k)]).statesPosition() && !areWhole(m_values[k]);
+            };
+            const bool hasShifts = areWhole(m_values[i]) && i + 1 < m_layout.columns.size() && isShift(i + 1);
+            if (m_layout.columns[i].numeric && !counts(m_values[i], 1) && !hasShifts
                 && (meaning.role == Role::Number || (!meaning.isKnown() && isBefore)))
                 return false;
         }
@@ -238,11 +247,6 @@ void takeNamedRoles(TextLayout &layout, const std::vector<std::vector<double>> &
         if (ColumnNames::isCounting(column.name) && hasShifts && !isTrace)
             column.role = column.numeric ? Role::Number : Role::Label;
     }
-}
-
-bool areWhole(const std::vector<double> &values)
-{
-    return std::all_of(values.begin(), values.end(), [](double v) { return v == std::floor(v); });
 }
 
 /// The other column is this one times a positive number: Hz and ppm of the same axis.
@@ -577,6 +581,7 @@ public:
                 const TextLayout::Column &chosen = m_layout.columns[position];
                 if (i < position
                     || !(ColumnNames::isCalculated(column.name)
+                         || (column.unit == Unit::Hertz && chosen.unit == Unit::Ppm)
                          || (!column.nucleus.isEmpty() && column.nucleus != chosen.nucleus)))
                     failAt(i);
                 column.role = Role::Ignored;
@@ -696,7 +701,8 @@ void passOverConstantColumns(TextLayout &layout, const std::vector<std::optional
         if (column.numeric || !constants[i])
             continue;
         const Unit unit = ColumnNames::unitNamed(*constants[i]);
-        if (unit != Unit::Unknown && position && position->unit == Unit::Unknown)
+        // Behind another column it is that one's: "7.26 d 8.0 Hz".
+        if (unit != Unit::Unknown && position && position + 1 == &column && position->unit == Unit::Unknown)
             position->unit = unit;
         if (constants[i]->isEmpty() || unit != Unit::Unknown || rows >= fewestPoints)
             column.role = Role::Ignored;

@@ -29,11 +29,12 @@ struct Split {
     size_t cutRows = 0; ///< of them, with names that look like numbers cut at the wrong place
     size_t headers = 0; ///< lines above them without numbers that have as many fields
     size_t doubtful = 0; ///< columns whose marks may be decimal or group the digits, the first ones weigh most
+    size_t joined = 0; ///< rows whose commas seem to stand within numbers, not between fields
 
     bool operator<(const Split &other) const
     {
-        return std::tuple(matching - cutRows, matching, headers, other.doubtful)
-            < std::tuple(other.matching - other.cutRows, other.matching, other.headers, doubtful);
+        return std::tuple(matching - cutRows, matching, headers, other.doubtful, other.joined)
+            < std::tuple(other.matching - other.cutRows, other.matching, other.headers, doubtful, joined);
     }
 };
 
@@ -86,6 +87,35 @@ void findGrouping(Split &split, size_t column, const std::vector<Fields> &rows)
     // Positions stand before heights, and their digits are not grouped.
     if (isDoubtful || (decimalComma && isDecimal))
         split.doubtful += split.layout.columns.size() - column;
+}
+
+/// Rows with "C1\t170,2" and "170,2 ppm", cut at their commas: a number that another separator or an element's symbol
+/// has before it, or the unit behind the latter part alone. "C 1,170" with atoms 1, 2, 3… has names.
+size_t joinedRows(const std::vector<Fields> &rows)
+{
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    size_t joined = 0, behindBlank = 0;
+    bool doCount = true;
+    for (const Fields &fields : rows) {
+        bool isJoined = false, isBehindBlank = false;
+        for (size_t i = 1; i < fields.size(); ++i) {
+            const std::string_view before = fields[i - 1];
+            if (before.empty() || !isDigit(before.back()) || fields[i].empty() || !isDigit(fields[i].front()))
+                continue;
+            isJoined |= fields[i].ends_with(" ppm");
+            const size_t at = before.find_last_of("\t; ");
+            const std::string_view number = at == before.npos ? std::string_view() : before.substr(at + 1);
+            if (number.empty() || number.find_first_not_of("0123456789", number.front() == '-' ? 1 : 0) != number.npos)
+                continue;
+            isJoined |= before[at] != ' ';
+            isBehindBlank |= before[at] == ' ';
+            if (before[at] == ' ')
+                doCount &= number == std::to_string(behindBlank + 1);
+        }
+        joined += isJoined;
+        behindBlank += isBehindBlank;
+    }
+    return doCount ? joined : joined + behindBlank;
 }
 
 /// The number of fields that most rows have, and which of them are numbers in most of these rows.
@@ -141,6 +171,8 @@ Split trySplit(char separator, bool decimalComma, const std::vector<TextLine> &r
             split.layout.lastIsOptional = count > 1 && rowsOf.contains(count - 1);
         }
     }
+    if (separator == ',' && !decimalComma)
+        split.joined = joinedRows(usual->second);
     for (const Fields &fields : all) {
         if (matches(split.layout, fields)) {
             ++split.matching;
@@ -224,8 +256,9 @@ private:
 
     bool isTitle(const std::string &line, const Fields &fields) const
     {
-        static const QRegularExpression damaged(
-            QStringLiteral("^(?:[^\\d=]{0,6}\\d+[.,]\\d+[^\\d=]{0,6}|(?:ca\\.?|[~≈<>])\\s*\\d.*|\\d+[*?])$")),
+        static const QRegularExpression damaged(QStringLiteral(
+            "^(?:[^\\d=]{0,6}\\d+[.,]\\d+(?![.,\\d])(?!\\s*(?:[kMG]Hz|T)\\b).*|(?:ca\\.?|[~≈<>])\\s*\\d.*"
+            "|\\d+[*?]|\\d+\\s*[-–]\\s*\\d+)$")),
             unit(QStringLiteral("^(?:[kMG]Hz|K|T|°C)[,;)]?$")),
             title(QStringLiteral(
                       "^\\W*(?:table|tab|tabelle|figure|fig|abb|abbildung|sample|probe|compound|verbindung)\\b"),

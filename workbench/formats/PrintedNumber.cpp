@@ -54,10 +54,14 @@ bool hasPlusMinus(std::string_view text)
 
 std::string_view withoutError(std::string_view field)
 {
+    const auto isMark = [](char c) { return c == '.' || c == ','; };
     for (std::string_view sign : {plusMinus, std::string_view("+/-")}) {
+        const size_t at = field.find(sign);
+        if (at == std::string_view::npos || at == 0)
+            continue;
         // With more than the error behind it the sign stands within a whole row.
-        if (const size_t at = field.find(sign); at != std::string_view::npos && at > 0
-            && trimmed(field.substr(at + sign.size())).find_first_of(" \t") == std::string_view::npos)
+        const std::string_view error = trimmed(field.substr(at + sign.size()));
+        if (error.find_first_of(" \t;|") == std::string_view::npos && std::ranges::count_if(error, isMark) <= 1)
             return trimmed(field.substr(0, at));
     }
     const size_t bracket = field.find('(');
