@@ -346,7 +346,7 @@ private Q_SLOTS:
             row(line, "170.2; 133.3; 20.4", "the numbers of the only line are shifts");
         row("20.4 133.3 150.1 170.2", "20.4; 133.3; 150.1; 170.2");
         row("8.1 120.5 3000", "8.1/120.5 =3000");
-        row("Atom A B\nC1 170.2 171.3\nC2 20.4 21\n", "170.2 =171.3 C1; 20.4 =21 C2",
+        row("Atom A B\nC1 170.2 3\nC2 20.4 21\n", "170.2 =3 C1; 20.4 =21 C2",
             "Column \"B\" was taken as the intensity.");
         row("ppm\theight\n170.2\t\"1,234,567\"\n20.1\t300\n", "170.2 =1234567; 20.1 =300");
         // Commas of numbers, and commas between them.
@@ -502,6 +502,57 @@ private Q_SLOTS:
                 "   Assignment    w1     w2   Data Height   lw1 (hz)   lw2 (hz)\n\n  A1N-HN  110.5  8.25  300  22.1  "
                 "12.1\n  G2N-HN  105.5  7.5  200  20.5  11.5\n"),
             u"8.25/110.5 =300 A1N-HN; 7.5/105.5 =200 G2N-HN"_s);
+    }
+
+    /// A "#" may mark a comment or name the first column; what is no axis, another number of names, two structures
+    /// side by side and tables that lie on their side are refused.
+    void odd()
+    {
+        const auto row = [](const QByteArray &text, const char *expected) {
+            const QString got = outcome(text), wanted = QString::fromUtf8(expected);
+            QCOMPARE(got.startsWith(u"line "_s) ? got.left(wanted.size()) : got, wanted);
+        };
+        const char *const three = "170.2 =5; 133.3 =4; 20.4 =3";
+        const auto numbered = [&](QByteArray text) { row(text.replace("_", "\t"), three); };
+        numbered("#_ppm_Intensity_Annotation\n1_170.2_5_\n2_133.3_4_\n3_20.4_3_\n");
+        numbered(
+            "#_Address_Freq [Hz]_Freq [ppm]_Intensity\n1_12_17128_170.2_5\n2_15_13415_133.3_4\n4_30_2053_20.4_3\n");
+        numbered("# ppm Intensity Width Annotation\n1_170.2_5_1.2_\n2_133.3_4_1.2_\n3_20.4_3_1_\n");
+        row("#,ppm,Hz,Int,\n1,170.2,17128.9,5,\n2,133.3,13415.4,4,\n", "170.2 =5; 133.3 =4");
+        row("#\tppm\n1\t170\n2\t133\n", "170; 133");
+        row("#\tppm\tInt\n170\t5\t\n133\t4\t\n", "170 =5; 133 =4");
+        row("# ppm Int\n170 5\n133 4\n", "170 =5; 133 =4");
+        // A minus of print may have a blank behind it; a hyphen there may be any dash.
+        for (const char *text :
+             {"T1 − 110.2\nT2 101.3\n", "T1\t− 110.2\nT2\t101.3\n", "T1,−\u2009110.2\nT2,101.3\n",
+              "T1;- 110.2\nT2;101.3\n", "T1 & $- 110.2$ \\\\[2pt]\nT2 & $101.3$ \\\\\n\\bottomrule\n"})
+            row(text, "-110.2 T1; 101.3 T2");
+        for (const char *text : {"T1 - 110.2\nT2 - 101.3\n", "- 110.2\n- 101.3\n"})
+            row(text, "line 1: a minus must stand right before its number");
+        row("29Si MAS NMR: δ = − 110.2, − 101.3 ppm", "-110.2; -101.3");
+        row("T1 −110.2 to −110.8\nT2 101.1 – 101.3\n", "-110.5 T1; 101.2 T2");
+        row("C1 170.2 – 0.5\nC2 133.3 – 0.7\n", "170.2 =0.5 C1 –; 133.3 =0.7 C2 –");
+        row("77Se NMR: δ 1,234.5, 890.1", "1234.5; 890.1");
+        row("1H NMR δ 7.26 (s, 1H); 3,10 (s, 3H)",
+            "line 1: expected a shift such as 7.26 or 7.26 (2H), found \"3,10\"");
+        row("1H NMR δ 7,26 (d, J = 8.2 Hz); 3,10 (s)", "7.26; 3.1");
+        // Atoms by symbol and number.
+        row("C 1 170.2\nC 2 133.3\nN 1 21.5\n", "170.2 C 1; 133.3 C 2; 21.5 N 1");
+        row("C 170 0.53\nC 133 1\nN 35 0.7\n", "170 =0.53 C; 133 C; 35 =0.7 N");
+        // F1 has several names.
+        for (const char *names : {"δF1,δF2", "δ1,δ2", "DQ,SQ", "Indirect (ppm),Direct (ppm)", "ω1 (ppm),ω2 (ppm)"})
+            row(names + QByteArray("\n120.1,8.4\n118.2,7.5\n"), "8.4/120.1; 7.5/118.2");
+        for (const char *names :
+             {"Point,Intensity", "Time,Real", "Zeit/ms,FID", "Field (T),Amplitude", "2theta,Intensity"})
+            row(names + QByteArray("\n1,5\n2,7\n3,9\n"), "line 2: none of the columns ");
+        row("C1 170.2,5\nC2 133.3,4\n", "line 1: expected a number, found \"C1 170.2\"");
+        row("17120.12 Hz,5\n13409.98 Hz,4\n", "line 1: expected a number, found \"Hz,5\"");
+        row("ppm,Int\n1,702,5\n1,333,4\n", "line 1: 2 names of columns stand above rows of 3 fields");
+        row("Site\tForm I\tForm II\nC1\t170.2\t171.2\nC2\t133.3\t134.3\n", "line 2: none of the columns ");
+        row("Atom\t1\t2\nC1\t170.2\t171.2\nC2\t133.3\t134.3\n", "line 1: 2 columns of numbers need a header line");
+        for (const char *text : {"δ/ppm\t170.2\t133.3\t20.4\nI\t5\t4\t3\n", "exp,170.2,133.3\ncalc,171.2,134.3\n"})
+            row(text, "line 1: the table lies on its side, one peak a line was expected");
+        row("# 13C\n170.2 5\n133.3 4\n# 1H\n7.2 3\n", "line 4: there is more than one list of shifts");
     }
 
     /// A mark between groups of digits is one in all of its column.

@@ -110,18 +110,19 @@ QString Nuclides::observedIn(const QString &text) const
 {
     static const QString raised = QStringLiteral("⁰¹²³⁴⁵⁶⁷⁸⁹");
     static const QRegularExpression others(
-        QStringLiteral("\\{[^}]*\\}|\\^?\\d{1,3}[A-Z][a-z]?[- ]*(?:broadband[- ]*)?(?:decoupl|entkoppel)"
+        QStringLiteral("\\{[^}]*\\}|\\^?\\d{1,3}[A-Z][a-z]?[- ]*(?:broadband[- ]*)?(?:decoupl|dec\\b|entkoppel|lock\\b)"
                        "|(?<![A-Za-z0-9.])\\^?\\d{1,3}[A-Z][a-z]?\\s*(?:->|[-‐‑–→>])\\s*"
                        // Correlations that observe the former.
                        "(?=\\^?\\d{1,3}[A-Z](?!.*\\b(?:HSQC|HMQC|HMBC)))")),
         nuclide(QStringLiteral("(?<![A-Za-z0-9.])\\^?(\\d{1,3}[A-Z][a-z]?)(?![A-Za-z0-9])")),
+        reversed(QStringLiteral("(?<![A-Za-z0-9])([A-Z][a-z]?)-(\\d{1,3})(?=[- ]*NMR\\b)")),
         letter(QStringLiteral("δ_?([HCNFP])(?![A-Za-z0-9])"));
     QString plain = text;
     for (QChar &c : plain) {
         if (const qsizetype digit = raised.indexOf(c); digit >= 0)
             c = QChar(u'0' + char16_t(digit));
     }
-    plain.replace(others, QStringLiteral(" "));
+    plain.replace(reversed, QStringLiteral("\\2\\1")).replace(others, QStringLiteral(" "));
     QStringList found;
     for (auto match = nuclide.globalMatch(plain); match.hasNext();) {
         if (const QString name = match.next().captured(1); contains(name) && !found.contains(name))

@@ -45,6 +45,7 @@ bool isNoShift(const QString &name)
         "^(?:diff.*|deviat.*|dev|abweich.*|resid.*|err|errors?|fehler.*|uncertaint.*|unsicherheit.*|std|stdev|sd|esd"
         "|rms[de]|ma[de]|.*width|.*widths|.*breiten?|fwhm|hwhm|lb|lw\\d*|δν.*|δ?q[ci]s|δ?aniso.*|δ?csa|span|skew|κ|"
         "kappa"
+        "|time|zeit|fid|field|feld|2theta|2θ|wavenumbers?|wellenzahl(?:en)?|wavelength|temperatur(?:e|en)?|delay"
         "|δ?σ.*|sigma|shieldings?|start|stop|end|left|right|integrals?|area|fläche|phase|coupling|volume|cq|pq|ηq?"
         "|eta|δ(?:11|22|33|₁₁|₂₂|₃₃|xx|yy|zz)|anisotropy|asymmetry)$")),
         component(QStringLiteral("^(?:11|22|33|xx|yy|zz)$"));
@@ -70,15 +71,15 @@ QStringList wordsOf(const QString &name)
 bool isCalculated(const QString &name)
 {
     static const QRegularExpression pattern(
-        QStringLiteral("^(?:.*calc|calcd|calculat.*|computed|predicted|gipaw|dft|castep|vasp|pbe.*|sim|theo|theor.*|"
-                       "ber|berechn.*|simul.*)$"));
+        QStringLiteral("^(?:.*calc|calcd|computed|predicted|gipaw|dft|castep|vasp|pbe.*|sim|theo|theor.*|"
+                       "ber|berechn.*|rechnung|calcul.*|simul.*)$"));
     return hasWordLike(name, pattern);
 }
 
 bool isMeasured(const QString &name)
 {
     static const QRegularExpression pattern(
-        QStringLiteral("^(?:exp.*|meas|measured|observed|.*obs|gem|gemessen.*|beobacht.*)$"));
+        QStringLiteral("^(?:exp.*|meas|measured|observed|.*obs|gem|gemessen.*|messung|mesur.*|beobacht.*)$"));
     return hasWordLike(name, pattern);
 }
 
@@ -180,12 +181,20 @@ Meaning meaningOf(const QString &fullName)
         return {Role::Number, unit};
     if (has({"assign", "assignment", "zuordnung"}))
         return {Role::Label, unit};
-    if (unit != Unit::Unknown || has({"x", "f1", "f2", "w1", "w2", "frequency", "center", "centre"}))
-        return {has({"f1", "w1"}) ? Role::PositionF1 : Role::Position, unit};
+    // "Form I" is no intensity.
+    static const QRegularExpression letter(
+        QStringLiteral("^[\\W_]*[iyIY](?:[\\W_]*(?:rel|norm|arb|a\\.?u|%).*)?[\\W_]*$"));
+    const bool isLetterAlone = letter.match(name).hasMatch();
+    // The indirect dimension of correlations, of double quanta and of MQMAS.
+    const bool isIndirect = has({"f1", "w1", "ω1", "δf1", "δ1", "indirect", "dq", "δdq"});
+    if (unit != Unit::Unknown || isIndirect
+        || has({"x", "f2", "w2", "ω2", "δf2", "δ2", "direct", "sq", "δsq", "frequency", "center", "centre"}))
+        return {isIndirect ? Role::PositionF1 : Role::Position, unit};
     if (has({"imag", "imaginary", "im"}))
         return {Role::Imaginary, unit};
-    if (has({"intensity", "intensities", "height", "amplitude", "amp", "ampl", "i", "rel", "real", "re", "signal", "y",
-             "data", "abundance", "int", "spectrum", "intensität", "intensitäten", "höhe"}))
+    if (has({"intensity", "intensities", "height", "amplitude", "amp", "ampl", "rel", "real", "re", "signal", "data",
+             "abundance", "int", "spectrum", "intensität", "intensitäten", "höhe"})
+        || isLetterAlone)
         return {Role::Intensity, unit};
     if (has({"count", "sites", "multiplicity"}))
         return {Role::Count, unit};

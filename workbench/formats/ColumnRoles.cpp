@@ -6,11 +6,13 @@
 #include "formats/ColumnNames.h"
 #include "formats/PrintedNumber.h"
 
+#include <QHash>
 #include <QRegularExpression>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace Workbench {
 
@@ -52,7 +54,7 @@ public:
     /// None where the line is not split into as many as there are columns, or says nothing about them.
     QStringList namesIn(const HeaderLine &line) const
     {
-        const QStringList own = ownNames(line.text);
+        const QStringList own = ownNames(line);
         if (m_layout.separator != ' ') {
             // A single name may be a title as well.
             const bool isText = line.isComment || (own.size() == 1 && ColumnNames::wordsOf(line.text).size() > 2);
@@ -67,14 +69,14 @@ public:
         if (quantity.match(line.text).hasMatch())
             return {};
         for (char separator : {',', '\t', ';'}) {
-            const QStringList names = completed(splitAt(separator, line.text));
+            const QStringList names = completed(splitAt(separator, line.text), line);
             if (separator != m_layout.separator && names.size() > 1 && fits(names) && namesPositions(names))
                 return names;
         }
-        QStringList names = completed(line.text.trimmed().split(wide));
+        QStringList names = completed(line.text.trimmed().split(wide), line);
         if (names.size() > 1 && fits(names) && namesPositions(names))
             return names;
-        names = completed(ColumnNames::namesBetweenBlanks(line.text, counts(m_values.front(), 1)));
+        names = completed(ColumnNames::namesBetweenBlanks(line.text, counts(m_values.front(), 1)), line);
         if (names.size() > 1 && fits(names) && namesPositions(names) && areColumns(names))
             return names;
         return {};
@@ -85,10 +87,24 @@ public:
     {
         static const QRegularExpression wide(QStringLiteral("\\s{2,}"));
         const QStringList names =
-            m_layout.separator == ' ' ? completed(line.text.trimmed().split(wide)) : ownNames(line.text);
+            m_layout.separator == ' ' ? completed(line.text.trimmed().split(wide), line) : ownNames(line);
         return fits(names) && (line.isComment || names.size() == 1 ? namesPositions(names) : namesAny(names))
             ? names
             : QStringList();
+    }
+
+    /// How many columns the line names, where the rows have another number of them; 0: none.
+    qsizetype otherCount(const HeaderLine &line) const
+    {
+        const QStringList names = m_layout.separator == ' ' ? ColumnNames::namesBetweenBlanks(line.text, false)
+                                                            : splitAt(m_layout.separator, line.text);
+        bool hasPosition = false, hasHeight = false;
+        for (const QString &name : names) {
+            const ColumnNames::Meaning meaning = ColumnNames::meaningOf(name);
+            hasPosition |= meaning.statesPosition();
+            hasHeight |= meaning.role == Role::Intensity;
+        }
+        return hasPosition && hasHeight && names.size() != columnCount() ? names.size() : 0;
     }
 
     /// A row that is no good.
@@ -113,25 +129,40 @@ private:
             names.append(ReaderText::decoded(field));
         return names;
     }
-    QStringList ownNames(const QString &line) const { return completed(splitAt(m_layout.separator, line)); }
+    QStringList ownNames(const HeaderLine &line) const
+    {
+        const bool isCut = line.isMarkField && line.text.startsWith(QLatin1Char(m_layout.separator));
+        return completed(splitAt(m_layout.separator, line.text.mid(isCut ? 1 : 0)), line);
+    }
+
+    /// Empty names at the end, of columns that are empty: rows may end with a separator where the names do not.
+    QStringList padded(QStringList names) const
+    {
+        while (names.size() > 1 && names.size() > columnCount() && names.back().isEmpty())
+            names.removeLast();
+        while (names.size() > 1 && names.size() < columnCount() && m_constants[size_t(names.size())] == QString())
+            names.append(QString());
+        return names;
+    }
 
     /// The column that counts the rows may go without a name, or its "#" pass for the mark of a comment; and where it
     /// has one, the last column may go without.
-    QStringList completed(QStringList names) const
+    QStringList completed(const QStringList &names, const HeaderLine &line) const
     {
-        // Rows may end with a separator where the names do not.
-        while (names.size() > 1 && names.size() < columnCount() && m_constants[size_t(names.size())] == QString())
-            names.append(QString());
-        if (names.size() + 1 != columnCount() || columnCount() < 3 || !counts(m_values.front()))
-            return names;
-        const bool isNumbered = std::any_of(names.begin(), names.end(), [](const QString &name) {
-            return ColumnNames::meaningOf(name).role == Role::Number;
-        });
-        if (isNumbered || (ColumnNames::meaningOf(names.front()).role == Role::Label && m_layout.columns[1].numeric))
-            names.append(QString());
-        else
-            names.prepend(QStringLiteral("#"));
-        return names;
+        const std::vector<double> &first = m_values.front();
+        const Role role = ColumnNames::meaningOf(names.front()).role;
+        const bool isRising = areWhole(first) && (first.front() == 0.0 || first.front() == 1.0)
+            && std::is_sorted(first.begin(), first.end());
+        const QStringList own = padded(names), all = padded(QStringList{QStringLiteral("#")} + names);
+        const bool hasNumber =
+            role == Role::Number || (role == Role::Label && columnCount() > 1 && m_layout.columns[1].numeric);
+        const bool mayBeNamed = line.isMarkField || (line.isHash && columnCount() > 2);
+        if (mayBeNamed && columnCount() > 1 && all.size() == columnCount()
+            && ((line.isMarkField && own.size() != columnCount()) || (isRising && !hasNumber)))
+            return all;
+        if (own.size() + 1 != columnCount() || columnCount() < 3 || !counts(first))
+            return own;
+        return hasNumber ? own + QStringList{QString()} : all;
     }
 
     /// As many as the columns, and none a number. Behind an axis traces may be named by amounts, "ppm,298 K,310 K".
@@ -215,6 +246,10 @@ void nameColumns(TextLayout &layout, TableSample &table)
     }
     for (size_t i = 0; i < layout.columns.size() && !names.isEmpty(); ++i)
         layout.columns[i].name = names[qsizetype(i)];
+    for (const HeaderLine &line : table.headers) {
+        if (const qsizetype count = header.otherCount(line); count > 0 && names.isEmpty())
+            table.otherNames = {line.number, int(count)};
+    }
 }
 
 /// What the names of the columns say, each by itself and beside the others.
@@ -291,12 +326,53 @@ bool isGrid(const std::vector<double> &running, const std::vector<double> &stayi
         && running[size_t(row)] == running.front() && looksEven({running.begin(), running.begin() + leastRow});
 }
 
+/// The shifts of another form or of a calculation, no heights.
+bool areAlike(const std::vector<double> &positions, const std::vector<double> &others)
+{
+    if (positions.size() < 2)
+        return false;
+    const auto [low, high] = std::minmax_element(positions.begin(), positions.end());
+    const double most = 0.05 * (*high - *low);
+    return std::equal(positions.begin(), positions.end(), others.begin(),
+                      [&](double a, double b) { return std::abs(a - b) <= most; });
+}
+
+bool areElements(const QStringList &texts)
+{
+    return !texts.isEmpty() && std::none_of(texts.begin(), texts.end(), [](const QString &text) {
+        return Nuclides::table().isotopes(text).isEmpty();
+    });
+}
+
+/// "C 1 170.2" has the name of the atom in two columns: behind the symbols of elements stand numbers, rising for each
+/// of them, and no shifts, which are larger than most heights.
+void takeAtomNumbers(TextLayout &layout, const TableSample &table)
+{
+    for (size_t i = 1; i + 1 < layout.columns.size(); ++i) {
+        const QStringList &elements = table.texts[i - 1];
+        const std::vector<double> &numbers = table.values[i], &next = table.values[i + 1];
+        TextLayout::Column &column = layout.columns[i];
+        if (!areElements(elements) || !column.numeric || !column.name.isEmpty() || !layout.columns[i + 1].numeric
+            || !areWhole(numbers) || areWhole(next))
+            continue;
+        QHash<QString, double> last;
+        bool isRising = true;
+        for (size_t row = 0; row < numbers.size(); ++row)
+            isRising &= numbers[row] > std::exchange(last[elements[qsizetype(row)]], numbers[row]);
+        if (!isRising
+            || std::max(*std::max_element(next.begin(), next.end()), 2.0 * double(numbers.size()))
+                < *std::max_element(numbers.begin(), numbers.end()))
+            continue;
+        column.numeric = false;
+        layout.notes.append(Texts::tr("Numbers behind the symbols of elements were taken as those of the atoms."));
+    }
+}
+
 /// The roles of columns that no header names, by what they hold.
 class RoleGuess {
 public:
-    RoleGuess(TextLayout &layout, const std::vector<std::vector<double>> &values, const QString &source,
-              const ReadOptions &options)
-        : m_layout(layout), m_values(values), m_source(source), m_options(options)
+    RoleGuess(TextLayout &layout, const TableSample &table, const QString &source, const ReadOptions &options)
+        : m_layout(layout), m_table(table), m_values(table.values), m_source(source), m_options(options)
     {
         // What has a name for something else keeps it. Numbers and names of peaks come last, then calculated shifts.
         std::array<std::vector<int>, 3> ranked;
@@ -309,7 +385,7 @@ public:
             if (!column.numeric || meaning.isOther)
                 continue;
             const bool isNumber =
-                (meaning.role == Role::Number || meaning.role == Role::Label) && areWhole(values[size_t(i)]);
+                (meaning.role == Role::Number || meaning.role == Role::Label) && areWhole(m_values[size_t(i)]);
             if (isNumber || !meaning.statesRole() || meaning.statesPosition() || meaning.role == Role::Number
                 || meaning.role == Role::Label)
                 ranked[isNumber ? 2 : ColumnNames::isCalculated(column.name) ? 1 : 0].push_back(i);
@@ -318,6 +394,9 @@ public:
         }
         const auto best = std::find_if(ranked.begin(), ranked.end(), [](const auto &some) { return !some.empty(); });
         m_numeric = best == ranked.end() ? std::vector<int>() : *best;
+        // "Point,Intensity" has no axis.
+        if (m_hasHeights && best == ranked.begin() + 2 && m_numeric.size() == 1 && counts(values(0), 2))
+            m_numeric.clear();
     }
 
     void guess()
@@ -326,6 +405,10 @@ public:
             m_numeric.erase(m_numeric.begin());
         if (m_numeric.empty() && m_isTold)
             failUntold();
+        if (liesOnItsSide())
+            fail(m_source, m_layout.firstLine, Texts::tr("the table lies on its side, one peak a line was expected"));
+        if (namesCompounds())
+            failUnnamed();
         if (m_hasHeights && m_numeric.size() == 1)
             return take({Role::Position});
         if (m_hasHeights && m_numeric.size() == 2 && m_options.dimensions == 2)
@@ -349,9 +432,7 @@ public:
                 return guessFive();
             [[fallthrough]];
         default:
-            fail(m_source, m_layout.firstLine,
-                 Texts::tr("%1 columns of numbers need a header line that names them, such as \"ppm,intensity\"")
-                     .arg(m_numeric.size()));
+            failUnnamed();
         }
     }
 
@@ -370,6 +451,40 @@ private:
                  "none of the columns %1 is named as that of the positions: a name such as \"ppm\" or \"δ\" in the "
                  "header line tells which one it is")
                  .arg(names.join(QStringLiteral(", "))));
+    }
+
+    [[noreturn]] void failUnnamed() const
+    {
+        fail(m_source, m_layout.firstLine,
+             Texts::tr("%1 columns of numbers need a header line that names them, such as \"ppm,intensity\"")
+                 .arg(m_numeric.size()));
+    }
+
+    /// "δ/ppm 170.2 133.3" above "I 5 4", "exp 170.2" above "calc 171.2".
+    bool liesOnItsSide() const
+    {
+        const auto isName = [](const QString &text) {
+            return ColumnNames::meaningOf(text).statesPosition() || ColumnNames::isMeasured(text)
+                || ColumnNames::isCalculated(text) || ColumnNames::meaningOf(text).role == Role::Intensity;
+        };
+        return m_numeric.size() > 1
+            && std::any_of(m_table.texts.begin(), m_table.texts.end(), [&](const QStringList &texts) {
+                   const bool isUnit = texts.size() > 1 && texts.count(texts.front()) == texts.size();
+                   return (texts.size() > 1 || (m_numeric.size() > 2 && !texts.isEmpty())) && !isUnit
+                       && std::all_of(texts.begin(), texts.end(), isName);
+               });
+    }
+
+    /// "Atom 1 2" above "C1 170.2 171.2": the numbers are those of compounds.
+    bool namesCompounds() const
+    {
+        double number = 0;
+        const bool doCount = std::all_of(m_numeric.begin(), m_numeric.end(),
+                                         [&](int column) { return m_values[size_t(column)].front() == ++number; });
+        return doCount && m_numeric.size() > 1 && !m_isTold
+            && std::any_of(m_table.texts.begin(), m_table.texts.end(), [](const QStringList &texts) {
+                   return texts.size() > 1 && ColumnNames::meaningOf(texts.front()).isKnown();
+               });
     }
 
     void take(std::initializer_list<Role> roles)
@@ -406,6 +521,12 @@ private:
                 Texts::tr("The first column was taken as the number of the peak, the second as its position."));
             return take({Role::Number, Role::Position});
         }
+        const auto hasTexts = [](const QStringList &texts) { return !texts.isEmpty(); };
+        if (areAlike(values(0), values(1)) && std::any_of(m_table.texts.begin(), m_table.texts.end(), hasTexts)) {
+            if (m_isTold)
+                failUntold();
+            failUnnamed();
+        }
         take({Role::Position, Role::Intensity});
     }
 
@@ -423,6 +544,11 @@ private:
         }
         if (m_options.dimensions == 1)
             fail(m_source, m_layout.firstLine, Texts::tr("expected \"position[,height]\", found 3 fields"));
+        if (m_table.otherNames.count > 0)
+            fail(m_source, m_table.otherNames.line,
+                 Texts::tr("%1 names of columns stand above rows of %2 fields")
+                     .arg(m_table.otherNames.count)
+                     .arg(m_layout.columns.size()));
         m_layout.notes.append(Texts::tr("The columns were taken as position in F2, position in F1 and height."));
         take({Role::Position, Role::PositionF1, Role::Intensity});
     }
@@ -453,6 +579,7 @@ private:
     }
 
     TextLayout &m_layout;
+    const TableSample &m_table;
     const std::vector<std::vector<double>> &m_values;
     const QString &m_source;
     const ReadOptions &m_options;
@@ -597,11 +724,12 @@ public:
         }
     }
 
-    /// Without names, numbers that could not be read are no names of peaks.
+    /// Without names, numbers that could not be read are no names of peaks, nor are those in Hz.
     void checkNames() const
     {
         static const QRegularExpression decimals(
-            QStringLiteral("^[-+]?\\d+[.,]\\d(?!\\d*\\s*(?:[-–]\\s*\\p{L}|['′]))|[:=]\\s*[-+]?\\d+[.,]\\d+$"));
+            QStringLiteral("^[-+]?\\d+[.,]\\d(?!\\d*\\s*(?:[-–]\\s*\\p{L}|['′]))|[:=]\\s*[-+]?\\d+[.,]\\d+$"
+                           "|^k?Hz[,;]|\\s[-+−]?\\d+[.,]\\d+$"));
         forEachField([&](size_t i, int line, std::string_view field) {
             if (!m_layout.columns[i].numeric && decimals.match(ReaderText::decoded(field)).hasMatch())
                 fail(m_source, line, Texts::tr("expected a number, found %1").arg(excerpt(field)));
@@ -658,9 +786,10 @@ private:
 };
 
 /// A header may name the position alone, or the intensity by a name of its own ("I", "sample 3").
-void findIntensity(TextLayout &layout)
+void findIntensity(TextLayout &layout, const std::vector<std::vector<double>> &values)
 {
     auto &columns = layout.columns;
+    const std::vector<double> &positions = values[size_t(layout.columnOf(Role::Position))];
     if (const int known = layout.columnOf(Role::Intensity); known >= 0 || layout.columnOf(Role::Imaginary) >= 0) {
         const QString name = known >= 0 ? columns[size_t(known)].name.simplified() : QString();
         if (!name.isEmpty() && !ColumnNames::meaningOf(name).isKnown())
@@ -674,7 +803,8 @@ void findIntensity(TextLayout &layout)
     const auto mayBe = [&](const auto &column) {
         const QStringList words = ColumnNames::wordsOf(column.name);
         return column.numeric && column.role == Role::Ignored && !ColumnNames::meaningOf(column.name).isKnown()
-            && (!areShifts || words.contains(u"i")) && (isSimulated || !ColumnNames::isCalculated(column.name));
+            && (!areShifts || words.contains(u"i")) && (isSimulated || !ColumnNames::isCalculated(column.name))
+            && !areAlike(positions, values[size_t(&column - columns.data())]);
     };
     // The column without a name counts the rows.
     auto found =
@@ -746,13 +876,14 @@ void assignRoles(TextLayout &layout, TableSample &table, const QString &source, 
     textColumns.checkPositions();
     if (!takeMeasured(layout)) {
         textColumns.checkNames();
-        RoleGuess(layout, table.values, source, options).guess();
+        takeAtomNumbers(layout, table);
+        RoleGuess(layout, table, source, options).guess();
     }
     sortOutPositions(layout, options);
     textColumns.settle();
     TextLayout::Column &position = layout.columns[size_t(layout.columnOf(Role::Position))];
     passOverConstantColumns(layout, table.constants, table.values.front().size());
-    findIntensity(layout);
+    findIntensity(layout, table.values);
     for (Role role : {Role::Intensity, Role::Imaginary, Role::Count, Role::Number})
         keepFirst(layout, role);
     for (auto header = table.headers.rbegin(); header != table.headers.rend(); ++header) {

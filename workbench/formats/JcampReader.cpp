@@ -60,13 +60,22 @@ public:
     /// Some programs give the distance of points in its place.
     double last(double points) const
     {
-        const LabelledRecord *step = m_block.find("DELTAX");
-        if (m_column >= 0 || m_block.find("LASTX") || !step)
-            return value("LASTX", "LAST");
-        const QString note = Texts::tr("The record ##LASTX= is missing: the axis follows from ##DELTAX=.");
-        if (!m_block.notes.contains(note))
+        const LabelledRecord *record = m_column < 0 ? m_block.find("DELTAX") : nullptr;
+        const double step = record ? m_block.number(*record, record->text()) : 0.0;
+        const bool isGiven = !record || m_block.find("LASTX");
+        const double last = isGiven ? value("LASTX", "LAST") : first() + step * (points - 1);
+        QString note;
+        // Some programs divide the width by the number of points.
+        if (record && isGiven
+            && std::abs(std::abs(step) * (points - 1) - std::abs(last - first())) > 2 * std::abs(step))
+            note = Texts::tr("##DELTAX= tells steps of %1 where ##FIRSTX= and ##LASTX= give %2, which was taken.")
+                       .arg(step, 0, 'g', 7)
+                       .arg((last - first()) / (points - 1), 0, 'g', 7);
+        else if (!isGiven)
+            note = Texts::tr("The record ##LASTX= is missing: the axis follows from ##DELTAX=.");
+        if (!note.isEmpty() && !m_block.notes.contains(note))
             m_block.notes.append(note);
-        return first() + m_block.number(*step, step->text()) * (points - 1);
+        return last;
     }
     double points() const { return value("NPOINTS", "VARDIM"); }
     double factor(const char *plain) const { return value(plain, "FACTOR", 1.0); }
@@ -309,19 +318,32 @@ void readTrace(ExperimentalSpectrum &spectrum, const JcampBlock &block, const La
     TableReader(block, spectrum.notes).append(spectrum.data, table, x.x, factor);
 }
 
+bool isImaginary(const JcampBlock &block, std::string_view symbol)
+{
+    const int column = columnOf(block, symbol);
+    const std::string name = column < 0 ? std::string() : normalisedLabel(jcampField(block.text("VARNAME"), column));
+    return symbol == "I" || name.find("IMAG") != std::string::npos;
+}
+
 void readNtuples(ExperimentalSpectrum &spectrum, const JcampBlock &block, const ReadOptions &options, qint64 fileSize)
 {
     std::vector<Page> pages = pagesOf(block);
     std::erase_if(pages, [](const Page &page) { return Form(page.table->firstLine()).counted.empty(); });
     if (pages.empty())
         fail(block.source, block.line, Texts::tr("the block that begins here has no table (X++(R..R))"));
+    std::erase_if(pages, [&](const Page &page) { return isImaginary(block, Form(page.table->firstLine()).listed); });
+    if (pages.empty())
+        fail(block.source, block.line, Texts::tr("the block that begins here holds the imaginary part alone"));
     const Form form(pages.front().table->firstLine());
-    // Rows of a plane lie along an axis with units; the other pages are numbered, the first one is the real part.
+    // Rows of a plane lie along an axis with units; other pages are numbered.
     const int pageColumn = columnOf(block, pageSymbol(pages.front()));
     const std::string units = normalisedLabel(jcampField(block.need("UNITS").text(), std::max(pageColumn, 0)));
     if (pageColumn >= 0 && !units.empty()) {
         readPlane(spectrum, block, pages, options, fileSize);
     } else {
+        if (pages.size() > 1)
+            spectrum.notes.append(
+                Texts::tr("Of the %1 spectra of the file the first one was taken.").arg(pages.size()));
         const double factor = TableValues(block, neededColumn(block, form.listed)).factor("YFACTOR");
         readTrace(spectrum, block, *pages.front().table, TableValues(block, neededColumn(block, form.counted)), factor,
                   options, fileSize);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "formats/LayoutDetection.h"
 
+#include "data/Nuclides.h"
 #include "data/ReaderText.h"
 #include "formats/ColumnNames.h"
 #include "formats/ColumnRoles.h"
@@ -203,6 +204,24 @@ bool hasDoubtfulComma(const TextLayout &layout, const std::vector<TextLine> &row
            });
 }
 
+/// A position such as "2,6" beside "128.1", which may as well name two atoms; empty where there is none.
+std::string_view doubtfulPosition(const TextLayout &layout, const std::vector<TextLine> &rows)
+{
+    const size_t position = size_t(layout.columnOf(Role::Position));
+    Fields fields;
+    for (const TextLine &row : rows) {
+        layout.split(row.text, fields);
+        if (!layout.decimalComma || row.number < layout.firstLine || position >= fields.size()
+            || fields[position].find(',') == std::string_view::npos)
+            continue;
+        for (size_t i = 0; i < fields.size(); ++i) {
+            if (layout.isUsed(i) && layout.columns[i].grouping == 0 && fields[i].find('.') != std::string_view::npos)
+                return fields[position];
+        }
+    }
+    return {};
+}
+
 /// What stands above the rows, and where a row begins that must be understood.
 class Beginning {
 public:
@@ -295,7 +314,11 @@ void findRows(TextLayout &layout, const std::vector<TextLine> &sample, const Tab
     int without = 0;
     layout.firstLine = 0;
     const int height = layout.columnOf(Role::Intensity);
+    const QString nucleus = layout.columns[size_t(layout.columnOf(Role::Position))].nucleus;
     for (const TextLine &line : sample) {
+        if (const QString next = Nuclides::table().observedIn(ReaderText::decoded(commentText(line.text)));
+            layout.firstLine > 0 && !next.isEmpty() && !nucleus.isEmpty() && next != nucleus)
+            fail(source, line.number, Texts::tr("there is more than one list of shifts: each needs a file of its own"));
         if (layout.isEmptyLine(line.text))
             continue;
         layout.split(line.text, fields);
@@ -347,6 +370,25 @@ void findRows(TextLayout &layout, const std::vector<TextLine> &sample, const Tab
     if (count > 0)
         layout.notes.append(Texts::tr("Lines above the table that were passed over (%1): %2.")
                                 .arg(QString::number(count), passedOver.join(QStringLiteral(", "))));
+}
+
+/// "T1 - 110.2" may be negative or not, and so may each line of "- 110.2".
+void refuseDashes(const TextLayout &layout, const std::vector<TextLine> &rows, const QString &source)
+{
+    const int position = layout.columnOf(Role::Position);
+    Fields fields;
+    for (const TextLine &row : rows) {
+        layout.split(row.text, fields);
+        if (row.number < layout.firstLine || !layout.fits(fields.size()))
+            continue;
+        const bool isBetween =
+            layout.separator == ' ' && position > 0 && PrintedNumber::isDash(fields[size_t(position) - 1]);
+        const std::string_view first = fields.front();
+        if (isBetween || (layout.columns.size() == 1 && PrintedNumber::isDash(first.substr(0, first.find(' ')))))
+            fail(source, row.number,
+                 Texts::tr("a minus must stand right before its number, and a dash cannot separate columns: found %1")
+                     .arg(excerpt(row.text)));
+    }
 }
 
 /// What of the positions' texts was left out.
@@ -404,23 +446,31 @@ bool isProse(const Split &split, size_t rows)
         && std::count_if(columns.begin(), columns.end(), [](const auto &c) { return !c.numeric; }) > mostWords;
 }
 
+bool isMarkField(std::string_view comment, char separator)
+{
+    return comment.size() > 1 && comment[0] == '#' && separator != ' ' && comment[1] == separator;
+}
+
 /// Header lines, numbers and texts of the first lines; the layout gets its first line.
 TableSample readSample(TextLayout &layout, const std::vector<TextLine> &sample, const QString &source)
 {
     TableSample table;
     table.values.resize(layout.columns.size());
     table.constants.resize(layout.columns.size());
+    table.texts.resize(layout.columns.size());
     Fields fields;
     size_t started = 0;
     for (const TextLine &line : sample) {
         if (const std::string_view comment = commentText(line.text); !comment.empty() && started == 0)
-            table.headers.push_back({ReaderText::decoded(comment), line.number, true});
+            table.headers.push_back({ReaderText::decoded(comment), line.number, true,
+                                     trimmed(line.text).starts_with('#'),
+                                     isMarkField(trimmed(line.text), layout.separator)});
         if (layout.isEmptyLine(line.text))
             continue;
         layout.split(line.text, fields);
         if (!matches(layout, fields)) {
             if (started == 0)
-                table.headers.push_back({ReaderText::decoded(line.text), line.number});
+                table.headers.push_back({ReaderText::decoded(line.text), line.number, false, false, false});
             continue;
         }
         if (started++ == 0)
@@ -431,6 +481,7 @@ TableSample readSample(TextLayout &layout, const std::vector<TextLine> &sample, 
                 const QString text = ReaderText::decoded(fields[i]);
                 auto &constant = table.constants[i];
                 constant = started == 1 || constant == text ? std::optional(text) : std::nullopt;
+                table.texts[i].append(text);
                 if (PrintedNumber::isNoNumber(fields[i]))
                     fail(source, line.number, Texts::tr("expected a number, found %1").arg(excerpt(fields[i])));
             }
@@ -484,7 +535,15 @@ TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, cons
                       "are decimal commas, a header line \"ppm\" tells so.")
                 .arg(excerpt(table.rows.front().text), QString::number(table.values.front().front(), 'g', 10)));
     }
+    if (const std::string_view doubtful = doubtfulPosition(layout, table.rows);
+        !doubtful.empty() && table.namingLine() == 0) {
+        layout.notes.append(
+            Texts::tr("%1 was taken as a position with a decimal comma, though other numbers have points; "
+                      "if it names atoms, a header line \"Atom,ppm\" tells so.")
+                .arg(excerpt(doubtful)));
+    }
     noteIgnored(layout);
+    refuseDashes(layout, table.rows, source);
     // Without its position a row is none.
     layout.lastIsOptional &= !layout.columns.back().isPositional();
     findRows(layout, sample, table, source);

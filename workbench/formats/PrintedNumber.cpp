@@ -15,18 +15,26 @@ using ReaderText::trimmed;
 
 namespace {
 
-constexpr std::string_view plusMinus = "\xC2\xB1";
+constexpr std::string_view plusMinus = "\xC2\xB1", printedMinus = "\xE2\x88\x92", enDash = "\xE2\x80\x93";
 
-/// With a point for the comma, and the minus signs of print as they are on a keyboard.
+void replaceAll(std::string &text, std::string_view from, char to)
+{
+    for (size_t at = text.find(from); at != std::string::npos; at = text.find(from, at))
+        text.replace(at, from.size(), 1, to);
+}
+
+/// With a point for the comma, and the signs, blanks and ranges of print as they are on a keyboard.
 std::string asTyped(std::string_view number, bool decimalComma)
 {
     std::string text(number);
     if (decimalComma)
         std::replace(text.begin(), text.end(), ',', '.');
-    for (std::string_view minus : {"\xE2\x88\x92", "\xE2\x80\x93"}) {
-        for (size_t at = text.find(minus); at != std::string::npos; at = text.find(minus, at))
-            text.replace(at, minus.size(), 1, '-');
-    }
+    for (std::string_view blank : {"\xC2\xA0", "\xE2\x80\x89", "\xE2\x80\xAF"})
+        replaceAll(text, blank, ' ');
+    for (std::string_view sign : {printedMinus, enDash, std::string_view(" to "), std::string_view(" bis ")})
+        replaceAll(text, sign, '-');
+    if (text.starts_with("- "))
+        text.erase(1, text.find_first_not_of(' ', 1) - 1);
     return text;
 }
 
@@ -68,6 +76,43 @@ std::string_view withoutError(std::string_view field)
     const bool isError = bracket != std::string_view::npos && bracket > 0 && field.back() == ')'
         && field.find_first_not_of("0123456789.", bracket + 1) == field.size() - 1 && field.size() > bracket + 2;
     return isError ? field.substr(0, bracket) : field;
+}
+
+bool isDash(std::string_view field)
+{
+    return field == "-" || field == enDash;
+}
+
+void joinWords(std::vector<std::string_view> &words, bool decimalComma)
+{
+    const auto joined = [](std::string_view first, std::string_view last) {
+        return std::string_view(first.data(), size_t(last.data() + last.size() - first.data()));
+    };
+    // Without decimals a dash is none of a range, and another number behind a dash may be a height.
+    const auto isRangeOf = [&](std::string_view from, std::string_view to, bool isNear) {
+        const char mark = decimalComma ? ',' : '.';
+        if (from.find(mark) == std::string_view::npos || to.find(mark) == std::string_view::npos)
+            return false;
+        const auto a = parse(from, decimalComma), b = parse(to, decimalComma);
+        constexpr double widest = 0.1;
+        return a && b && (!isNear || std::abs(*a - *b) <= widest * std::max(std::abs(*a), std::abs(*b)));
+    };
+    for (size_t i = 0; i + 1 < words.size(); ++i) {
+        const std::string_view word = words[i];
+        if (word.size() > printedMinus.size())
+            continue;
+        const bool isMinus = word == printedMinus, isTo = word == "to" || word == "bis";
+        if (!isMinus && !isTo && !isDash(word))
+            continue;
+        if (i > 0 && isRangeOf(words[i - 1], words[i + 1], !isTo)) {
+            words[i - 1] = joined(words[i - 1], words[i + 1]);
+            words.erase(words.begin() + std::ptrdiff_t(i), words.begin() + std::ptrdiff_t(i) + 2);
+            --i;
+        } else if (isMinus && !words[i + 1].empty() && words[i + 1].front() >= '0' && words[i + 1].front() <= '9') {
+            words[i] = joined(word, words[i + 1]);
+            words.erase(words.begin() + std::ptrdiff_t(i) + 1);
+        }
+    }
 }
 
 bool isRange(std::string_view field, bool decimalComma)

@@ -4,12 +4,13 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// The fields of a table as programs and publications print numbers: errors behind them, ranges, groups of digits.
 namespace Workbench::PrintedNumber {
 
-/// Also with the minus signs of print and the exponents of Fortran. The error behind "±" or in brackets, "%" and " ppm"
-/// are left out, and a range such as "7.10–7.25" is its middle.
+/// Also with the minus signs and blanks of print and the exponents of Fortran. The error behind "±" or in brackets, "%"
+/// and " ppm" are left out, and a range such as "7.10–7.25" or "7.1 to 7.3" is its middle.
 std::optional<double> parse(std::string_view field, bool decimalComma);
 
 /// A number whose digits stand in groups of three.
@@ -25,6 +26,12 @@ std::string_view withoutError(std::string_view field);
 /// The sign alone.
 bool isPlusMinus(std::string_view field);
 bool hasPlusMinus(std::string_view text);
+
+/// A hyphen or the dash of print alone, which are no minus: "T1 - 110.2".
+bool isDash(std::string_view field);
+/// Joins words between blanks that are one number: "− 110.2", "128.1 – 128.9" and "128.1 to 128.9". All are parts of
+/// the same line.
+void joinWords(std::vector<std::string_view> &words, bool decimalComma);
 
 bool isRange(std::string_view field, bool decimalComma);
 /// The middle of a range as it is printed: -110.2–111.0 has the sign of both in front.

@@ -29,7 +29,9 @@ QString plainText(QString text)
         else if (c.isSpace())
             c = u' ';
     }
-    return text;
+    // A minus has no blank behind it.
+    static const QRegularExpression minus(QStringLiteral("(^|[,;:=(][ ]*|δ(?:\\([^()]*\\))?[ ]*)-[ ]+(?=\\d)"));
+    return text.replace(minus, QStringLiteral("\\1-"));
 }
 
 /// What stands before the first shift: the nucleus with "NMR" and what is said about the measurement, or "δ", or both.
@@ -83,12 +85,42 @@ qsizetype fullStop(const QString &list)
     return -1;
 }
 
-/// "170,2; 133,3" and "170,2, 133,3" have decimal commas: no decimal point, and another mark between the shifts.
+QString outsideBrackets(const QString &list)
+{
+    static const QRegularExpression brackets(QStringLiteral("[(\\[][^()\\[\\]]*[)\\]]"));
+    return QString(list).remove(brackets);
+}
+
+const QRegularExpression &decimalPoint()
+{
+    static const QRegularExpression pattern(QStringLiteral("\\d\\.\\d"));
+    return pattern;
+}
+
+const QRegularExpression &betweenShifts()
+{
+    static const QRegularExpression pattern(QStringLiteral(";|, "));
+    return pattern;
+}
+
+/// "170,2; 133,3" and "170,2, 133,3" have decimal commas: no decimal point, and another mark between the shifts. The
+/// comma of "1,234.5" is none.
 QString withDecimalPoints(const QString &list)
 {
-    static const QRegularExpression point(QStringLiteral("\\d\\.\\d")), comma(QStringLiteral("(\\d),(?=\\d)")),
-        mark(QStringLiteral(";|, "));
-    return !list.contains(point) && list.contains(mark) ? QString(list).replace(comma, QStringLiteral("\\1.")) : list;
+    static const QRegularExpression comma(QStringLiteral("(\\d),(?=\\d)")),
+        thousands(QStringLiteral("(?<![\\d.,])(\\d),(?=\\d{3}\\.\\d)"));
+    return !outsideBrackets(list).contains(decimalPoint()) && list.contains(betweenShifts())
+        ? QString(list).replace(comma, QStringLiteral("\\1."))
+        : QString(list).replace(thousands, QStringLiteral("\\1"));
+}
+
+/// "3,10" of "7.26; 3,10; 2.05", which would become two shifts; empty where all have points.
+QString decimalCommaAmongPoints(const QString &list)
+{
+    static const QRegularExpression comma(QStringLiteral("(?<![\\d.,])\\d+,\\d{1,2}(?![\\d.,])"));
+    const QString outside = outsideBrackets(list);
+    return outside.contains(decimalPoint()) && outside.contains(betweenShifts()) ? comma.match(outside).captured()
+                                                                                 : QString();
 }
 
 /// What the brackets behind a shift tell, apart from multiplet and couplings: the number of nuclei and names.
@@ -125,6 +157,12 @@ std::optional<MeasuredPeak> peakOf(const QString &entry, bool &isRange)
     }
     annotate(peak, match.captured(u"text"));
     return peak;
+}
+
+QString expectedShift(const QString &entry)
+{
+    return Texts::tr("expected a shift such as 7.26 or 7.26 (2H), found %1")
+        .arg(ReaderText::excerpt(entry.toStdString()));
 }
 
 /// "[170.2, 133.3, 20.4]", "13C: 170,2; 133,3; 20,4" or the numbers alone, the only line but for comments. Three or
@@ -218,6 +256,8 @@ std::optional<MeasuredPeaks> parse(const std::vector<TextLine> &lines, const QSt
     if (shifts.size() < 2 || 2 * std::count_if(shifts.begin(), shifts.end(), isShift) <= shifts.size())
         return {};
 
+    if (const QString odd = decimalCommaAmongPoints(list); !odd.isEmpty())
+        fail(source, line, expectedShift(odd));
     if (head().match(text).hasMatch())
         fail(source, line, Texts::tr("there is more than one list of shifts: each needs a file of its own"));
 
@@ -228,9 +268,7 @@ std::optional<MeasuredPeaks> parse(const std::vector<TextLine> &lines, const QSt
     for (const QString &entry : shifts) {
         const auto peak = peakOf(entry, isRange);
         if (!peak)
-            fail(source, line,
-                 Texts::tr("expected a shift such as 7.26 or 7.26 (2H), found %1")
-                     .arg(ReaderText::excerpt(entry.toStdString())));
+            fail(source, line, expectedShift(entry));
         result.peaks.push_back(*peak);
     }
     result.notes.append(Texts::tr("Read as the list of %1 shifts of a publication.").arg(result.peaks.size()));

@@ -109,6 +109,9 @@ int TextLayout::columnOf(Role role) const
 bool TextLayout::isEmptyLine(std::string_view line) const
 {
     const std::string_view rest = trimmed(uncommented(line, separator));
+    // A rule or the end of a table of TeX.
+    if (separator == '&' && rest.starts_with('\\') && rest.find('&') == std::string_view::npos)
+        return true;
     return rest.empty() || (separator != ' ' && rest.find_first_not_of(std::string{separator, ' ', '\t'}) == rest.npos);
 }
 
@@ -122,8 +125,9 @@ void TextLayout::split(std::string_view line, std::vector<std::string_view> &fie
     // Tables of Markdown and TeX have marks at the ends of their lines.
     if (separator == '|' && rest.size() > 1 && rest.front() == '|' && rest.back() == '|')
         rest = rest.substr(1, rest.size() - 2);
-    if (separator == '&' && rest.ends_with("\\\\"))
-        rest = trimmed(rest.substr(0, rest.size() - 2));
+    if (const size_t end = rest.rfind("\\\\");
+        separator == '&' && end != std::string_view::npos && (end + 2 == rest.size() || rest[end + 2] == '['))
+        rest = trimmed(rest.substr(0, end));
     bool isError = false;
     while (!rest.empty() || (!blanks && !fields.empty())) {
         size_t end = 0;
@@ -153,6 +157,8 @@ void TextLayout::split(std::string_view line, std::vector<std::string_view> &fie
         if (blanks)
             rest = trimmed(rest);
     }
+    if (blanks)
+        PrintedNumber::joinWords(fields, decimalComma);
     // Empty fields at the end may be more or fewer than those of the other rows.
     if (columns.empty() || fields.empty())
         return;

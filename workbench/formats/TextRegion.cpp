@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "formats/TextRegion.h"
 
+#include "data/Nuclides.h"
 #include "formats/ColumnNames.h"
 #include "formats/PrintedNumber.h"
 
@@ -62,6 +63,7 @@ SpectrumDimension dimension(const Region &region, int d, const QString &source, 
     const Region::Axis &axis = d == 0 ? region.f2 : region.f1;
     SpectrumDimension result;
     result.points = int(axis.points);
+    result.nucleus = region.nucleus;
     const TextLayout::Unit unit = options.unit.isEmpty() ? axis.unit : ColumnNames::unitNamed(options.unit);
     const double given = options.frequency[size_t(d)];
     const double told = d == 0 ? region.frequency : 0.0, frequency = given > 0.0 ? given : told;
@@ -88,6 +90,8 @@ Region find(const std::vector<TextLine> &sample)
     else if (readAxis(region, region.f2, comments, "LEFT", "RIGHT", "SIZE"))
         region.dimensions = 1;
     region.frequency = ColumnNames::frequencyIn({comments});
+    if (region.dimensions == 1)
+        region.nucleus = Nuclides::table().observedIn(comments);
     return region;
 }
 

@@ -21,6 +21,7 @@ struct Region {
     Axis f2;
     Axis f1;
     double frequency = 0.0; ///< MHz, of F2, where the comments tell one
+    QString nucleus; ///< that the comments name, of one dimension
     bool decimalComma = false;
 };
 Region find(const std::vector<TextLine> &sample);

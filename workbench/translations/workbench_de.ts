@@ -2231,6 +2231,38 @@ Optionen:
         <source>expected a number, found %1; if this is a title, begin it with #</source>
         <translation>eine Zahl wurde erwartet, %1 gefunden; eine Überschrift muss mit # beginnen</translation>
     </message>
+    <message>
+        <source>Numbers behind the symbols of elements were taken as those of the atoms.</source>
+        <translation>Zahlen hinter den Elementsymbolen wurden als die der Atome genommen.</translation>
+    </message>
+    <message>
+        <source>the table lies on its side, one peak a line was expected</source>
+        <translation>die Tabelle liegt auf der Seite, erwartet wurde ein Peak je Zeile</translation>
+    </message>
+    <message>
+        <source>%1 names of columns stand above rows of %2 fields</source>
+        <translation>%1 Spaltennamen stehen über Zeilen mit %2 Feldern</translation>
+    </message>
+    <message>
+        <source>##DELTAX= tells steps of %1 where ##FIRSTX= and ##LASTX= give %2, which was taken.</source>
+        <translation>##DELTAX= nennt Schritte von %1, wo ##FIRSTX= und ##LASTX= %2 ergeben, was genommen wurde.</translation>
+    </message>
+    <message>
+        <source>the block that begins here holds the imaginary part alone</source>
+        <translation>der Block, der hier beginnt, enthält nur den Imaginärteil</translation>
+    </message>
+    <message>
+        <source>Of the %1 spectra of the file the first one was taken.</source>
+        <translation>Von den %1 Spektren der Datei wurde das erste genommen.</translation>
+    </message>
+    <message>
+        <source>a minus must stand right before its number, and a dash cannot separate columns: found %1</source>
+        <translation>ein Minus muss direkt vor seiner Zahl stehen, und ein Strich kann keine Spalten trennen: gefunden %1</translation>
+    </message>
+    <message>
+        <source>%1 was taken as a position with a decimal comma, though other numbers have points; if it names atoms, a header line &quot;Atom,ppm&quot; tells so.</source>
+        <translation>%1 wurde als Position mit Dezimalkomma genommen, obwohl andere Zahlen Punkte haben; wenn es Atome benennt, sagt das eine Kopfzeile „Atom,ppm“.</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::AgreementPlot</name>

@@ -50,8 +50,10 @@ std::vector<int> sitesOf(const LinePairing &pairing, int line)
 
 QStringList assignedSites(const QString &label)
 {
-    static const QRegularExpression between(QStringLiteral("[,;/+&\\s]+"));
-    return withoutMultiplicity(label).split(between, Qt::SkipEmptyParts);
+    // "C 1" is an element's symbol and a number.
+    static const QRegularExpression between(QStringLiteral("[,;/+&\\s]+")),
+        apart(QStringLiteral("(?<![A-Za-z0-9])([A-Z][a-z]?)\\s+(?=\\d)"));
+    return withoutMultiplicity(label).replace(apart, QStringLiteral("\\1")).split(between, Qt::SkipEmptyParts);
 }
 
 PeakComparison PeakComparison::of(const CrystalStructure &structure, const UniqueSites &unique,
