@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numeric>
 
 namespace Workbench::Powder {
 
@@ -45,24 +46,43 @@ double value(const FrequencyForm &form, const Vector3d &b)
     return valueAt(form, {b.x(), b.y(), b.z()});
 }
 
-/// Climbs from a direction to the next maximum of sign * form along the sphere.
+Matrix3d curvature(const FrequencyForm &form, const Vector3d &b)
+{
+    const Matrix3d q = matrix(form.coupling);
+    const Vector3d qb = q * b;
+    return 2 * matrix(form.quadratic) + 4 * form.quartic * (b.dot(qb) * q + 2 * qb * qb.transpose());
+}
+
+/// Climbs from a direction to the next maximum of sign * form along the sphere: Newton's steps in the tangent plane,
+/// damped until they lead upwards, since ridges may be narrow and almost level.
 double summit(const FrequencyForm &form, double sign, Vector3d b)
 {
-    double height = sign * value(form, b);
-    double step = 0.05; // radians
-    for (int i = 0; i < 200 && step > 1e-12; ++i) {
+    using Eigen::Matrix2d, Eigen::Vector2d;
+    double height = sign * value(form, b), damping = 0;
+    for (int i = 0; i < 100; ++i) {
         const Vector3d full = sign * gradient(form, b);
-        const Vector3d slope = full - full.dot(b) * b;
-        const double norm = slope.norm();
-        if (norm == 0)
+        const Vector3d side = b.unitOrthogonal();
+        Eigen::Matrix<double, 3, 2> plane;
+        plane << side, b.cross(side);
+        const Vector2d slope = plane.transpose() * full;
+        const Matrix2d bent =
+            sign * plane.transpose() * curvature(form, b) * plane - full.dot(b) * Matrix2d::Identity();
+        const Vector2d bends = Eigen::SelfAdjointEigenSolver<Matrix2d>(bent).eigenvalues();
+        const double scale = bends.cwiseAbs().maxCoeff();
+        // Beyond this the height gains less than its last digits.
+        if (!(slope.squaredNorm() > 1e-28 * scale * scale) || damping > 1e8)
             break;
-        const Vector3d next = (b + step / norm * slope).normalized();
+        damping = std::max(damping, 1e-6);
+        const double shift = std::max(bends.maxCoeff(), 0.0) + damping * scale;
+        const Vector2d step = (shift * Matrix2d::Identity() - bent).inverse() * slope;
+        const Vector3d next = (b + plane * step).normalized();
         const double higher = sign * value(form, next);
         if (higher > height) {
             b = next;
             height = higher;
+            damping /= 8;
         } else {
-            step /= 4;
+            damping *= 8;
         }
     }
     return height;
@@ -206,9 +226,20 @@ std::pair<double, double> extremes(const FrequencyForm &form)
 {
     static const Directions directions = spread(12);
     const std::vector<double> found = directions.frequencies(form);
-    const auto [low, high] = std::minmax_element(found.begin(), found.end());
-    return {-summit(form, -1, directions[size_t(low - found.begin())]),
-            summit(form, 1, directions[size_t(high - found.begin())])};
+    // Of several summits the highest may lie between the directions.
+    constexpr size_t starts = 4;
+    const auto highest = [&](double sign) {
+        std::vector<size_t> order(found.size());
+        std::iota(order.begin(), order.end(), size_t(0));
+        const auto middle = order.begin() + ptrdiff_t(std::min(starts, order.size()));
+        std::partial_sort(order.begin(), middle, order.end(),
+                          [&](size_t a, size_t b) { return sign * found[a] > sign * found[b]; });
+        double height = -INFINITY;
+        for (auto i = order.begin(); i != middle; ++i)
+            height = std::max(height, summit(form, sign, directions[*i]));
+        return height;
+    };
+    return {-highest(-1), highest(1)};
 }
 
 std::pair<double, double> modulationExtremes(const FrequencyForm &form)
