@@ -432,6 +432,24 @@ private Q_SLOTS:
             const double breadth = siteValues(site, Conditions{2.5, larmor, Rotation::Static}).breadth;
             QVERIFY2(std::abs(breadth / expected - 1) < 1e-6, qPrintable(QString::number(breadth / expected)));
         }
+        // Almost axial couplings have their summits on a ring, whose crest is nearly level.
+        Numbers number(5);
+        for (int i = 0; i < 20; ++i) {
+            const Site ring{rotated(diagonal(number(2, 9), number(-5, 5), 0), 1, number(0, 3), 2),
+                            rotated(coupling(15, number(0, 0.05)), number(0, 3), 1, 2), 1};
+            const Conditions field{2.5, larmor, Rotation::Static};
+            const FrequencyForm form = transitions(ring, field).front().form;
+            double low = INFINITY, high = -INFINITY;
+            for (int k = 0; k < 200000; ++k) {
+                const double z = (k + 0.5) / 200000, r = std::sqrt(1 - z * z), turn = 2.399963229728653 * k;
+                const double f = frequency(form, {r * std::cos(turn), r * std::sin(turn), z});
+                low = std::min(low, f);
+                high = std::max(high, f);
+            }
+            const double breadth = siteValues(ring, field).breadth * larmor;
+            QVERIFY2(breadth > (high - low) * (1 - 1e-12) && breadth < (high - low) * (1 + 1e-4),
+                     qPrintable(QString::number(breadth / (high - low) - 1)));
+        }
         // eta = 0: from -16/9 to 1 of the unit about the shift; half of the maximum at the edge of a step.
         const Site site{diagonal(0, 0, 0), coupling(cq, 0), 1};
         const auto found = spectrum({&site, 1}, Conditions{2.5, larmor, Rotation::Static}, {0, 20}, {-100, 100, 8192});
@@ -545,6 +563,24 @@ private Q_SLOTS:
                 const double expected = 0.5 * std::numbers::inv_pi * w / (x * x + 0.25 * w * w);
                 QVERIFY2(std::abs(wide->sum[i] - expected) < 3e-3 * expected + 1e-6,
                          qPrintable(QStringLiteral("%1: %2 %3").arg(width).arg(wide->sum[i]).arg(expected)));
+            }
+        }
+        // However wide the line is against the points: nothing is lost at the ends of a pattern.
+        for (double eta : {0.0, 0.5, 1.0}) {
+            const Site single{rotated(diagonal(20, 5, 1), 1, 2, 3), rotated(coupling(4, eta), 0.4, 1, 2), 1};
+            for (Rotation rotation : {Rotation::Static, Rotation::InfiniteRate}) {
+                const Conditions field{2.5, 104, rotation};
+                const SiteValues values = siteValues(single, field);
+                for (double part : {0.02, 0.1, 0.3, 1.0}) {
+                    const double width = part * values.breadth, reach = 0.7 * values.breadth + 2 * width;
+                    for (size_t points : {512, 4096, 32768}) {
+                        const auto wide = spectrum({&single, 1}, field, {0, width * field.larmor},
+                                                   {values.centre + reach, values.centre - reach, points});
+                        QVERIFY2(isNear(area(*wide), 1, 2e-4)
+                                     && isNear(meanOf(*wide), values.centre, 2e-4 * width + 2e-4),
+                                 qPrintable(QStringLiteral("%1 %2 %3").arg(eta).arg(part).arg(points)));
+                    }
+                }
             }
         }
         // A window into a pattern shows what the whole one shows there.

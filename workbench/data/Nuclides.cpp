@@ -88,6 +88,13 @@ QStringList Nuclides::quadrupolarIsotopes(const QString &wanted) const
     return found;
 }
 
+double Nuclide::observedFrequency(double told) const
+{
+    constexpr double highest = 1300; // of 1H
+    const double own = larmorFrequency(told);
+    return own > 0 && told * told / own > highest ? own : told;
+}
+
 QStringList Nuclides::namedIn(const QString &text) const
 {
     static const QRegularExpression nucleus(QStringLiteral("(?<!\\d)(\\d{1,3})([A-Z][a-z]?)(?![a-zA-Z])"));

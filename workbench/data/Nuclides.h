@@ -21,6 +21,8 @@ struct Nuclide {
     /// In a field where 1H has the given frequency; of the bare nucleus, without the
     /// shift of a standard. 0 unknown.
     double larmorFrequency(double protonFrequency) const;
+    /// Of the nucleus, where a text tells a spectrometer's frequency in MHz: one that no magnet gives it is that of 1H.
+    double observedFrequency(double told) const;
 };
 
 /// The NMR nuclei, by name ("13C"). The numbers and their sources stand in resources/nuclides.tsv.

@@ -156,8 +156,15 @@ SpectrumDimension dimension(const Parameters &process)
 QString nucleus(const Location &location, const char *acquisition, const Parameters &process)
 {
     const QString path = QDir::cleanPath(location.file("../../") + QString::fromLatin1(acquisition));
-    const QString acquired = QFileInfo(path).isFile() ? Parameters(path).nucleus("NUC1") : QString();
-    return acquired.isEmpty() ? process.nucleus("AXNUC") : acquired;
+    const QString named = process.nucleus("AXNUC");
+    if (!QFileInfo(path).isFile())
+        return named;
+    const Parameters parameters(path);
+    const QString acquired = parameters.nucleus("NUC1");
+    // The frequency tells which of the two is stale: a column of a plane has that of F1.
+    const double own = process.number<double>("SF", 0.0), observed = parameters.number<double>("SFO1", 0.0);
+    const bool isOther = own > 0 && observed > 0 && std::abs(own / observed - 1) > 0.01;
+    return acquired.isEmpty() || (isOther && !named.isEmpty()) ? named : acquired;
 }
 
 /// How the numbers lie in the data file.

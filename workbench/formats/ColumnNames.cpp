@@ -72,7 +72,7 @@ bool isCalculated(const QString &name)
 {
     static const QRegularExpression pattern(
         QStringLiteral("^(?:.*calc|calcd|computed|predicted|gipaw|dft|castep|vasp|pbe.*|sim|theo|theor.*|"
-                       "ber|berechn.*|rechnung|calcul.*|simul.*)$"));
+                       "ber|berechn.*|rechnung|calcul.*|simul.*|fit|fitted|model)$"));
     return hasWordLike(name, pattern);
 }
 
@@ -218,11 +218,17 @@ Unit unitIn(const QString &line)
 
 double frequencyIn(const QStringList &lines)
 {
-    static const QRegularExpression pattern(QStringLiteral("(?<![\\d.,])(\\d+(?:[.,]\\d+)?)\\s*MHz"));
+    static const QRegularExpression pattern(QStringLiteral("(?<![\\d.,])(\\d+(?:[.,]\\d+)?)\\s*MHz"
+                                                           "|MHz[)\\]]?\\s*[,:=]\\s*(\\d+(?:[.,]\\d+)?)(?!.*MHz)")),
+        other(QStringLiteral("\\b(?:[CPν]_?Q|nu_?Q|filter|band\\w*|SW|sweep|width)\\b\\D{0,8}\\d+(?:[.,]\\d+)?\\s*MHz"),
+              QRegularExpression::CaseInsensitiveOption | QRegularExpression::UseUnicodePropertiesOption);
     QStringList found;
-    for (const QString &line : lines) {
-        for (auto match = pattern.globalMatch(line); match.hasNext();)
-            found.append(match.next().captured(1).replace(u',', u'.'));
+    for (QString line : lines) {
+        line.remove(other);
+        for (auto match = pattern.globalMatch(line); match.hasNext();) {
+            const QRegularExpressionMatch next = match.next();
+            found.append(QString(next.captured(1) + next.captured(2)).replace(u',', u'.'));
+        }
     }
     found.removeDuplicates();
     return found.size() == 1 ? found.first().toDouble() : 0.0;

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <tuple>
 #include <utility>
 
 namespace Workbench {
@@ -728,7 +729,7 @@ public:
     void checkNames() const
     {
         static const QRegularExpression decimals(
-            QStringLiteral("^[-+]?\\d+[.,]\\d(?!\\d*\\s*(?:[-–]\\s*\\p{L}|['′]))|[:=]\\s*[-+]?\\d+[.,]\\d+$"
+            QStringLiteral("^[-+−–]?\\d+[.,]\\d(?!\\d*\\s*(?:[-–]\\s*\\p{L}|['′]))|[:=]\\s*[-+]?\\d+[.,]\\d+$"
                            "|^k?Hz[,;]|\\s[-+−]?\\d+[.,]\\d+$"));
         forEachField([&](size_t i, int line, std::string_view field) {
             if (!m_layout.columns[i].numeric && decimals.match(ReaderText::decoded(field)).hasMatch())
@@ -785,6 +786,18 @@ private:
     const QString &m_source;
 };
 
+const TextLayout::Column *bestHeights(const TextLayout &layout, const std::vector<TextLayout::Column *> &columns)
+{
+    const TextLayout::Column *position = &layout.columns[size_t(layout.columnOf(Role::Position))];
+    const auto rank = [&](const TextLayout::Column *column) {
+        return std::tuple(ColumnNames::isMeasured(column->name), !ColumnNames::isCalculated(column->name),
+                          column > position);
+    };
+    const auto best = std::max_element(columns.begin(), columns.end(),
+                                       [&](const auto *a, const auto *b) { return rank(a) < rank(b); });
+    return best == columns.end() ? nullptr : *best;
+}
+
 /// A header may name the position alone, or the intensity by a name of its own ("I", "sample 3").
 void findIntensity(TextLayout &layout, const std::vector<std::vector<double>> &values)
 {
@@ -807,13 +820,15 @@ void findIntensity(TextLayout &layout, const std::vector<std::vector<double>> &v
             && !areAlike(positions, values[size_t(&column - columns.data())]);
     };
     // The column without a name counts the rows.
-    auto found =
-        std::find_if(columns.begin(), columns.end(), [&](const auto &c) { return mayBe(c) && !c.name.isEmpty(); });
-    if (found == columns.end())
-        found = std::find_if(columns.begin(), columns.end(), mayBe);
-    if (found == columns.end())
+    std::vector<TextLayout::Column *> named, all;
+    for (TextLayout::Column &column : columns) {
+        if (mayBe(column))
+            (column.name.isEmpty() ? all : named).push_back(&column);
+    }
+    const TextLayout::Column *const found = bestHeights(layout, named.empty() ? all : named);
+    if (!found)
         return;
-    found->role = Role::Intensity;
+    columns[size_t(found - columns.data())].role = Role::Intensity;
     layout.notes.append(found->name.isEmpty()
                             ? Texts::tr("The column without a name was taken as the intensity.")
                             : Texts::tr("Column \"%1\" was taken as the intensity.").arg(found->name.simplified()));
@@ -839,13 +854,18 @@ void passOverConstantColumns(TextLayout &layout, const std::vector<std::optional
     }
 }
 
-/// The first of several columns of a role stays.
-void keepFirst(TextLayout &layout, Role role)
+/// Of several columns of a role one stays: measured before calculated, then the first behind the positions.
+void keepOne(TextLayout &layout, Role role)
 {
-    bool taken = false;
+    std::vector<TextLayout::Column *> found;
     for (TextLayout::Column &column : layout.columns) {
-        if (column.role == role && std::exchange(taken, true))
-            column.role = Role::Ignored;
+        if (column.role == role)
+            found.push_back(&column);
+    }
+    const TextLayout::Column *best = bestHeights(layout, found);
+    for (TextLayout::Column *column : found) {
+        if (column != best)
+            column->role = Role::Ignored;
     }
 }
 
@@ -863,7 +883,8 @@ void findFrequency(TextLayout &layout, const std::vector<std::vector<double>> &v
     for (const HeaderLine &header : headers)
         texts.append(header.text);
     if (layout.frequency == 0.0)
-        layout.frequency = ColumnNames::frequencyIn(texts);
+        layout.frequency =
+            Nuclides::table()[layout.columns[position].nucleus].observedFrequency(ColumnNames::frequencyIn(texts));
 }
 
 } // namespace
@@ -885,7 +906,7 @@ void assignRoles(TextLayout &layout, TableSample &table, const QString &source, 
     passOverConstantColumns(layout, table.constants, table.values.front().size());
     findIntensity(layout, table.values);
     for (Role role : {Role::Intensity, Role::Imaginary, Role::Count, Role::Number})
-        keepFirst(layout, role);
+        keepOne(layout, role);
     for (auto header = table.headers.rbegin(); header != table.headers.rend(); ++header) {
         if (position.unit == Unit::Unknown && !header->isNaming)
             position.unit = ColumnNames::unitIn(header->text);
@@ -898,8 +919,10 @@ void assignRoles(TextLayout &layout, TableSample &table, const QString &source, 
     for (TextLayout::Column &column : layout.columns) {
         const bool isHertz = options.unit.isEmpty() ? column.unit == Unit::Hertz || column.unit == Unit::Kilohertz
                                                     : options.unit != u"ppm";
-        if (column.isPositional() && !isHertz)
+        if (column.isPositional() && !isHertz) {
             column.grouping = 0;
+            column.hasPoints = true;
+        }
     }
     findFrequency(layout, table.values, table.headers);
 }

@@ -82,6 +82,7 @@ void findGrouping(Split &split, size_t column, const std::vector<Fields> &rows)
             isDecimal |= field.find(other) != std::string_view::npos;
         }
     }
+    split.layout.columns[column].hasPoints = !decimalComma || isDecimal;
     isDoubtful = !isCertain && mark != 0;
     if (mark != 0 && (isCertain || !isDecimal))
         split.layout.columns[column].grouping = mark;
@@ -100,12 +101,12 @@ size_t joinedRows(const std::vector<Fields> &rows)
     for (const Fields &fields : rows) {
         bool isJoined = false, isBehindBlank = false;
         for (size_t i = 1; i < fields.size(); ++i) {
-            const std::string_view before = fields[i - 1];
+            const std::string before = PrintedNumber::asTyped(fields[i - 1], false);
             if (before.empty() || !isDigit(before.back()) || fields[i].empty() || !isDigit(fields[i].front()))
                 continue;
             isJoined |= fields[i].ends_with(" ppm");
             const size_t at = before.find_last_of("\t; ");
-            const std::string_view number = at == before.npos ? std::string_view() : before.substr(at + 1);
+            const std::string number = at == before.npos ? std::string() : before.substr(at + 1);
             if (number.empty() || number.find_first_not_of("0123456789", number.front() == '-' ? 1 : 0) != number.npos)
                 continue;
             isJoined |= before[at] != ' ';
@@ -199,8 +200,8 @@ bool hasDoubtfulComma(const TextLayout &layout, const std::vector<TextLine> &row
     return layout.separator == ',' && layout.columns.size() == 2
         && std::all_of(rows.begin(), rows.end(), [&](const TextLine &row) {
                layout.split(row.text, fields);
-               return isDigits(fields[0]) && isDigits(fields.back()) && !fields.back().starts_with('-')
-                   && row.text.find_first_of(" \t\"") == std::string::npos;
+               return isDigits(PrintedNumber::asTyped(fields[0], false)) && isDigits(fields.back())
+                   && !fields.back().starts_with('-') && row.text.find_first_of(" \t\"") == std::string::npos;
            });
 }
 
@@ -429,7 +430,7 @@ Split bestSplit(const std::vector<TextLine> &rows)
     for (const auto &[separator, decimalComma] :
          {std::pair('\t', false), std::pair(';', false), std::pair(',', false), std::pair('|', false),
           std::pair('&', false), std::pair(' ', false), std::pair('\t', true), std::pair(';', true),
-          std::pair(' ', true), std::pair(',', true)}) {
+          std::pair(' ', true), std::pair(',', true), std::pair('|', true), std::pair('&', true)}) {
         if (Split split = trySplit(separator, decimalComma, rows); best < split)
             best = std::move(split);
     }

@@ -23,21 +23,6 @@ void replaceAll(std::string &text, std::string_view from, char to)
         text.replace(at, from.size(), 1, to);
 }
 
-/// With a point for the comma, and the signs, blanks and ranges of print as they are on a keyboard.
-std::string asTyped(std::string_view number, bool decimalComma)
-{
-    std::string text(number);
-    if (decimalComma)
-        std::replace(text.begin(), text.end(), ',', '.');
-    for (std::string_view blank : {"\xC2\xA0", "\xE2\x80\x89", "\xE2\x80\xAF"})
-        replaceAll(text, blank, ' ');
-    for (std::string_view sign : {printedMinus, enDash, std::string_view(" to "), std::string_view(" bis ")})
-        replaceAll(text, sign, '-');
-    if (text.starts_with("- "))
-        text.erase(1, text.find_first_not_of(' ', 1) - 1);
-    return text;
-}
-
 /// Of the dash between two numbers that both have decimals, so that 3-4 stays a name.
 size_t rangeDash(std::string_view text)
 {
@@ -49,6 +34,23 @@ size_t rangeDash(std::string_view text)
 }
 
 } // namespace
+
+std::string asTyped(std::string_view number, bool decimalComma)
+{
+    std::string text(number);
+    if (decimalComma)
+        std::replace(text.begin(), text.end(), ',', '.');
+    for (std::string_view blank : {"\xC2\xA0", "\xE2\x80\x89", "\xE2\x80\xAF"})
+        replaceAll(text, blank, ' ');
+    // Hyphens, dashes and words of ranges.
+    for (std::string_view sign :
+         {printedMinus, enDash, std::string_view("\xE2\x80\x90"), std::string_view("\xE2\x80\x91"),
+          std::string_view("\xE2\x80\x92"), std::string_view(" to "), std::string_view(" bis ")})
+        replaceAll(text, sign, '-');
+    if (text.starts_with("- "))
+        text.erase(1, text.find_first_not_of(' ', 1) - 1);
+    return text;
+}
 
 bool isPlusMinus(std::string_view field)
 {
@@ -134,8 +136,8 @@ std::optional<double> parse(std::string_view field, bool decimalComma)
     std::string text = asTyped(withoutError(field), decimalComma);
     if (text.size() > 1 && text.ends_with('%'))
         text.pop_back();
-    if (text.ends_with(" ppm"))
-        text.resize(text.size() - 4);
+    if (text.ends_with("ppm"))
+        text.resize(trimmed(std::string_view(text).substr(0, text.size() - 3)).size());
     if (const size_t dash = rangeDash(text); dash != std::string::npos) {
         const auto from = NumberText::parse<double>(trimmed(std::string_view(text).substr(0, dash)));
         const auto to = NumberText::parse<double>(trimmed(std::string_view(text).substr(dash + 1)));
@@ -205,7 +207,8 @@ bool isDamaged(std::string_view field)
     if (isNoNumber(field))
         return true;
     static const QRegularExpression nucleus(QStringLiteral("^\\d{1,3}[A-Za-z]{1,2}\\b"));
-    return !field.empty() && std::string_view("0123456789.+-").find(field.front()) != std::string_view::npos
+    const std::string typed = asTyped(field, false);
+    return !typed.empty() && std::string_view("0123456789.+-").find(typed.front()) != std::string_view::npos
         && field.find_first_of("0123456789") != std::string_view::npos
         && !nucleus.match(ReaderText::decoded(field)).hasMatch();
 }

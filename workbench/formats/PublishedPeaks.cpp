@@ -21,10 +21,16 @@ namespace {
 QString plainText(QString text)
 {
     static const QString raised = QStringLiteral("⁰¹²³⁴⁵⁶⁷⁸⁹");
+    // Behind a number it is the mark of a footnote.
+    bool isFootnote = false;
     for (QChar &c : text) {
-        if (const qsizetype digit = raised.indexOf(c); digit >= 0)
+        const qsizetype digit = raised.indexOf(c);
+        if (digit >= 0 && !isFootnote)
             c = QChar(u'0' + char16_t(digit));
-        else if (QStringView(u"‐‑‒–—−").contains(c))
+        isFootnote = digit < 0 && c.isDigit();
+        if (digit >= 0)
+            continue;
+        if (QStringView(u"‐‑‒–—−").contains(c))
             c = u'-';
         else if (c.isSpace())
             c = u' ';
@@ -229,18 +235,26 @@ std::optional<MeasuredPeaks> parse(const std::vector<TextLine> &lines, const QSt
     if (auto list = onlyLine(lines, source))
         return list;
     QRegularExpressionMatch start;
-    QString text;
+    QString text, nucleusAbove;
     int line = 0;
-    for (const TextLine &next : lines) {
-        const QString plain = plainText(ReaderText::decoded(next.text));
-        if (text.isEmpty()) {
-            start = head().match(plain);
-            line = next.number;
-            if (start.hasMatch())
-                text = plain.mid(start.capturedEnd());
-        } else {
+    for (size_t i = 0; i < lines.size(); ++i) {
+        QString plain = plainText(ReaderText::decoded(lines[i].text));
+        if (start.hasMatch()) {
             text += u' ' + plain;
+            continue;
         }
+        line = lines[i].number;
+        start = head().match(plain);
+        // The head may stand alone above the only other line.
+        if (!start.hasMatch() && i + 2 == lines.size() && !isComment(lines[i].text)) {
+            plain += u' ' + plainText(ReaderText::decoded(lines[++i].text));
+            line = lines[i].number;
+            start = head().match(plain);
+        }
+        if (start.hasMatch())
+            text = plain.mid(start.capturedEnd());
+        else if (const QString named = Nuclides::table().observedIn(plain); !named.isEmpty())
+            nucleusAbove = named;
     }
     // "7.26 (s, 1 H) 3.10 (s, 3 H)" has no mark between the shifts.
     static const QRegularExpression unmarked(QStringLiteral("(?<=[)\\]])[ ]+(?=[-+]?\\d+\\.\\d)"));
@@ -265,6 +279,8 @@ std::optional<MeasuredPeaks> parse(const std::vector<TextLine> &lines, const QSt
     result.title = QFileInfo(source).completeBaseName();
     result.format = Texts::tr("text of a publication");
     result.nuclei[0] = nucleusOf(start);
+    if (result.nuclei[0].isEmpty())
+        result.nuclei[0] = nucleusAbove;
     for (const QString &entry : shifts) {
         const auto peak = peakOf(entry, isRange);
         if (!peak)

@@ -187,7 +187,9 @@ bool TextLayout::understands(size_t column, std::string_view field) const
 
 std::optional<double> TextLayout::number(size_t column, std::string_view field) const
 {
-    const char mark = columns[column].grouping;
+    // Groups may begin behind the lines that were looked at.
+    const bool mayBeGrouped = decimalComma && !columns[column].hasPoints && field.find('.') != std::string_view::npos;
+    const char mark = columns[column].grouping != 0 || !mayBeGrouped ? columns[column].grouping : '.';
     if (mark == 0)
         return number(field);
     const std::string_view value = PrintedNumber::withoutError(field);

@@ -23,6 +23,7 @@ struct TextLayout {
         Unit unit = Unit::Unknown;
         bool numeric = false;
         bool isSparse = false; ///< half of the rows or more have no number here
+        bool hasPoints = true; ///< may have decimal points, also where others have decimal commas
         char grouping = 0; ///< the mark between groups of three digits: "1.234,5", "1,234", "1'234", "1 234"
         QString name; ///< in the header; empty without one
         QString nucleus; ///< that the name tells

@@ -377,6 +377,7 @@ private:
     {
         MeasuredPeaks result;
         const int count = m_layout.columnOf(Role::Count);
+        QStringList left;
         size_t sites = 0; // a peak is repeated for each when it is compared
         while (m_rows.next()) {
             m_rows.split();
@@ -392,11 +393,28 @@ private:
             if (sites > mostPeaks)
                 fail(m_source, m_rows.number(), Texts::tr("more than %1 peaks are too many").arg(mostPeaks));
             peak.label = label();
-            result.peaks.push_back(std::move(peak));
+            if (sumsUp(peak.label))
+                left.append(peak.label);
+            else
+                result.peaks.push_back(std::move(peak));
         }
+        if (!left.isEmpty())
+            m_notes.append(
+                Texts::tr("Rows that sum up the table were left out: %1.").arg(left.join(QStringLiteral(", "))));
         if (count >= 0)
             PublishedPeaks::dropPartialCounts(result.peaks, m_notes);
         return finish(std::move(result));
+    }
+
+    /// "RMSD" and "Mean" below the shifts.
+    static bool sumsUp(const QString &label)
+    {
+        static const QRegularExpression pattern(
+            QStringLiteral(
+                "^(?:rms[de]?|ma[de]|mue|mean|average|mittel(?:wert)?|std|sd|max(?:imum)?|min(?:imum)?|sum(?:me)?"
+                "|total|r²|r2)\\b[^\\p{L}\\d]*$"),
+            QRegularExpression::CaseInsensitiveOption | QRegularExpression::UseUnicodePropertiesOption);
+        return pattern.match(label.trimmed()).hasMatch();
     }
 
     int countIn(double value) const

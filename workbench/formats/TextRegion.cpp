@@ -89,9 +89,9 @@ Region find(const std::vector<TextLine> &sample)
         region.dimensions = 2;
     else if (readAxis(region, region.f2, comments, "LEFT", "RIGHT", "SIZE"))
         region.dimensions = 1;
-    region.frequency = ColumnNames::frequencyIn({comments});
     if (region.dimensions == 1)
         region.nucleus = Nuclides::table().observedIn(comments);
+    region.frequency = Nuclides::table()[region.nucleus].observedFrequency(ColumnNames::frequencyIn({comments}));
     return region;
 }
 

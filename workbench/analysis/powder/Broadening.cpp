@@ -31,8 +31,8 @@ Broadening::Broadening(double first, double step, size_t points, const LineShape
     constexpr double widthsAround = 50, mostAround = 2e6;
     const double length = step * double(points);
     const double around = std::max(length, std::min(widthsAround * width, mostAround * m_fine));
-    // Bins reach a little beyond the lowest and the highest intensity.
-    const ptrdiff_t margin = 8 + 3 * ptrdiff_t(m_coarseness);
+    // The bins of a pattern, of m_coarseness points at most, reach beyond the lowest and the highest intensity.
+    const ptrdiff_t margin = 8 + 5 * ptrdiff_t(m_coarseness);
     const auto place = [&](double hertz) { return std::clamp(hertz - first, -around, length + around) / m_fine; };
     m_offset = margin - ptrdiff_t(std::floor(place(low)));
     m_count = size_t(ptrdiff_t(std::ceil(place(high))) + margin + m_offset + 1);
