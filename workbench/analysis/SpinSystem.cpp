@@ -67,11 +67,14 @@ SpinSystem::Site siteOf(const CrystalAtom &atom, const QString &name, const QStr
                         const SpinSystem::Options &options)
 {
     SpinSystem::Site site{nucleus, name, {}, {}};
+    const double reference = options.references.value(nucleus, 100.0);
+    if (options.isComplete)
+        site.shift = SpinSystem::Shift{reference};
     if (atom.shielding) {
         const Principal shielding = principal(*atom.shielding);
         const double slope = options.slopes.value(nucleus, -1.0);
-        site.shift = {*atom.isotropicShielding() * slope + options.references.value(nucleus, 100.0),
-                      slope * shielding.aniso(), shielding.eta(), shielding.angles};
+        site.shift = {*atom.isotropicShielding() * slope + reference, slope * shielding.aniso(), shielding.eta(),
+                      shielding.angles};
     }
     const double moment = Nuclides::table()[nucleus].quadrupoleMoment;
     if (atom.gradient && moment != 0) {
@@ -182,9 +185,15 @@ SpinSystem SpinSystem::fromData(const QVariantMap &data, const Options &options)
             system.notes.append(
                 Texts::tr("the gyromagnetic ratio of %1 is not known here: its dipole couplings are missing")
                     .arg(nucleus));
-        for (std::size_t i = before; i < chosen.size() && i < mostSites; ++i)
-            system.sites.push_back(
-                siteOf(structure.atoms[std::size_t(chosen[i])], structure.name(chosen[i]), nucleus, options));
+        for (std::size_t i = before; i < chosen.size() && i < mostSites; ++i) {
+            const CrystalAtom &atom = structure.atoms[std::size_t(chosen[i])];
+            system.sites.push_back(siteOf(atom, structure.name(chosen[i]), nucleus, options));
+            const Site &site = system.sites.back();
+            if (options.isComplete && !atom.shielding)
+                system.notes.append(Texts::tr("no shielding of %1: drawn at the reference, %2 ppm")
+                                        .arg(site.label)
+                                        .arg(site.shift->iso));
+        }
     }
     for (const QString &label : options.labels) {
         if (std::none_of(chosen.begin(), chosen.end(), [&](int atom) { return structure.isNamed(atom, label); }))

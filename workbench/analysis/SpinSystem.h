@@ -56,6 +56,7 @@ struct SpinSystem {
         double cutoff = 4; ///< of dipole couplings, Angstrom
         QMap<QString, double> references; ///< by nucleus, ppm; default 100
         QMap<QString, double> slopes; ///< default -1
+        bool isComplete = false; ///< a site without a shielding lies at the reference, as it is drawn
     };
     /// More spins than any simulation stands.
     static constexpr int mostSites = 200;

@@ -58,6 +58,7 @@ SpinSystem::Options optionsOf(const CommandLine &line, std::vector<ReferenceSet>
     }
     if (line.has("cutoff"))
         options.cutoff = OptionValues::positive(QStringLiteral("--cutoff"), line.value("cutoff"));
+    options.isComplete = line.has("complete");
     return options;
 }
 
