@@ -298,6 +298,12 @@ private Q_SLOTS:
 
         folder("Bruker by its data file", bruker1D(), "pdata/1/1r", {18.5}, 30, "29Si");
         Files files = bruker1D();
+        // A stale name of the nucleus, and a row along F1 of a plane: SF is 100 MHz in all.
+        files[u"acqus"_s] = parameters({{"NUC1", "<1H>"}, {"SFO1", "100.1"}});
+        folder("Bruker, stale name", files, "pdata/1", {18.5}, 30, "1H");
+        files[u"acqus"_s] = parameters({{"NUC1", "<1H>"}, {"SFO1", "500.1"}});
+        folder("Bruker, another axis", files, "pdata/1", {18.5}, 30, "29Si");
+        files = bruker1D();
         files.remove(u"acqus"_s);
         files[u"pdata/1/1r"_s] = binary<qint32>({0, 1, 2, 3, 4, 5, 60, -1}, true);
         files[u"pdata/1/procs"_s] = processing(8, 0, "20", "27Al", "##$BYTORDP= 1\n##$NC_proc= -2\n");

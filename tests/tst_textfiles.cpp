@@ -552,6 +552,26 @@ private Q_SLOTS:
         row("Atom\t1\t2\nC1\t170.2\t171.2\nC2\t133.3\t134.3\n", "line 1: 2 columns of numbers need a header line");
         for (const char *text : {"δ/ppm\t170.2\t133.3\t20.4\nI\t5\t4\t3\n", "exp,170.2,133.3\ncalc,171.2,134.3\n"})
             row(text, "line 1: the table lies on its side, one peak a line was expected");
+        for (const char *text : {"C1;−60,7\nC2;−62,65\n", "C1\t–60,7\nC2\t–62,65\n", "C1 −60,7\nC2 −62,65\n",
+                                 "−60,7 | C1\n−62,65 | C2\n", "−60,7(1) C1\n−62,65(2) C2\n"})
+            row(text, "-60.7 C1; -62.65 C2");
+        row("160,59(1)\n121,10(2)\n", "160.59; 121.1");
+        row("ppm,fit,exp,diff\n170.2,5,6,1\n133.3,4,3,1\n", "170.2 =6; 133.3 =3");
+        row("calc ppm,calc int,exp ppm,exp int\n171,9,170.2,5\n132,8,133.3,4\n", "170.2 =5; 133.3 =4");
+        for (const char *line :
+             {"# 13C on a 400 MHz spectrometer", "# 13C, 100.577 MHz, CQ = 3.2 MHz", "# 13C, Frequency (MHz): 100.577"})
+            QVERIFY(outcome(line + QByteArray("\nHz,Int\n17117,5\n13400,4\n")).startsWith(u"170.1"_s));
+        row("29Si NMR (CDCl3): δ (ppm)\n–66.37, –132.85.", "-66.37; -132.85");
+        row("Atom,δ,nH\nA,3.5,3\nB,1.2,2\n", "3.5 A #3; 1.2 B #2");
+        row("C1,170.2\nC2,133.3\nRMSD,1.2\n", "170.2 C1; 133.3 C2");
+        QVERIFY(outcome("13C NMR: δ 170.2¹, 133.3², 20.4").startsWith(u"line 1: "_s));
+        // Groups of digits that begin behind the lines that tell what the columns are.
+        QByteArray many = "ppm;Int\n";
+        for (int i = 0; i < 1200; ++i)
+            many += QByteArray::number(1200 - i) + ",5;" + (i == 1100 ? "200.300" : "99") + '\n';
+        const QTemporaryDir folder;
+        const auto spectrum = std::get<ExperimentalSpectrum>(readBytes(folder, many));
+        QCOMPARE(*std::max_element(spectrum.data.begin(), spectrum.data.end()), 200300);
         row("# 13C\n170.2 5\n133.3 4\n# 1H\n7.2 3\n", "line 4: there is more than one list of shifts");
     }
 

@@ -174,6 +174,12 @@ Meaning meaningOf(const QString &fullName)
                "delta", "position", "positions", "pos"})
         ? Unit::Ppm
         : Unit::Unknown;
+    static const QRegularExpression counts(
+        QStringLiteral(
+            "^\\W*(?:(?:(?:no|nr|num)\\.?|number)[ ]+of[ ]+(?:nuclei|atoms|sites|protons|hydrogens|carbons|[HCNFP])"
+            "|nuclei|anzahl|n_?[HCNFP]|[HCNFP]['’]s)\\W*$"),
+        QRegularExpression::CaseInsensitiveOption);
+    const bool isCount = counts.match(name).hasMatch();
     if (isNoShift(withoutRemarks(name)))
         return {Role::Ignored, Unit::Unknown, true};
     // "Index (F1)" counts points along an axis, and "Assign F1" names its atoms.
@@ -196,7 +202,7 @@ Meaning meaningOf(const QString &fullName)
              "abundance", "int", "spectrum", "intensität", "intensitäten", "höhe"})
         || isLetterAlone)
         return {Role::Intensity, unit};
-    if (has({"count", "sites", "multiplicity"}))
+    if (has({"count", "sites", "multiplicity"}) || isCount)
         return {Role::Count, unit};
     if (has({"label", "labels", "name", "atom", "atoms", "site", "comment", "annotation"}))
         return {Role::Label, unit};

@@ -91,8 +91,9 @@ void findGrouping(Split &split, size_t column, const std::vector<Fields> &rows)
         split.doubtful += split.layout.columns.size() - column;
 }
 
-/// Rows with "C1\t170,2" and "170,2 ppm", cut at their commas: a number that another separator or an element's symbol
-/// has before it, or the unit behind the latter part alone. "C 1,170" with atoms 1, 2, 3… has names.
+/// Rows with "C1\t170,2", "170,2 ppm" and "170,2(1)", cut at their commas: a number that another separator or an
+/// element's symbol has before it, or the unit or an error behind the latter part alone. "C 1,170" with atoms 1, 2, 3…
+/// has names.
 size_t joinedRows(const std::vector<Fields> &rows)
 {
     const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
@@ -104,7 +105,9 @@ size_t joinedRows(const std::vector<Fields> &rows)
             const std::string before = PrintedNumber::asTyped(fields[i - 1], false);
             if (before.empty() || !isDigit(before.back()) || fields[i].empty() || !isDigit(fields[i].front()))
                 continue;
-            isJoined |= fields[i].ends_with(" ppm");
+            const std::string_view value = PrintedNumber::withoutError(fields[i]);
+            isJoined |= fields[i].ends_with(" ppm")
+                || (value.size() < fields[i].size() && (before + std::string(value)).find('.') == std::string::npos);
             const size_t at = before.find_last_of("\t; ");
             const std::string number = at == before.npos ? std::string() : before.substr(at + 1);
             if (number.empty() || number.find_first_not_of("0123456789", number.front() == '-' ? 1 : 0) != number.npos)
@@ -430,7 +433,7 @@ Split bestSplit(const std::vector<TextLine> &rows)
     for (const auto &[separator, decimalComma] :
          {std::pair('\t', false), std::pair(';', false), std::pair(',', false), std::pair('|', false),
           std::pair('&', false), std::pair(' ', false), std::pair('\t', true), std::pair(';', true),
-          std::pair(' ', true), std::pair(',', true), std::pair('|', true), std::pair('&', true)}) {
+          std::pair('|', true), std::pair('&', true), std::pair(' ', true), std::pair(',', true)}) {
         if (Split split = trySplit(separator, decimalComma, rows); best < split)
             best = std::move(split);
     }

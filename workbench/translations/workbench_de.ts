@@ -2263,6 +2263,10 @@ Optionen:
         <source>%1 was taken as a position with a decimal comma, though other numbers have points; if it names atoms, a header line &quot;Atom,ppm&quot; tells so.</source>
         <translation>%1 wurde als Position mit Dezimalkomma genommen, obwohl andere Zahlen Punkte haben; wenn es Atome benennt, sagt das eine Kopfzeile „Atom,ppm“.</translation>
     </message>
+    <message>
+        <source>Rows that sum up the table were left out: %1.</source>
+        <translation>Zeilen, die die Tabelle zusammenfassen, wurden weggelassen: %1.</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::AgreementPlot</name>
