@@ -256,11 +256,21 @@ private Q_SLOTS:
              "##DATA TYPE= INFRARED SPECTRUM\n##XYDATA= (X++(Y..Y))\n1 1 1\n##END=\n"
                  + jcamp(hertz) + jcamp(ppm, "10", "0") + "##END=\n",
              {70});
-        text(
-            "several ntuples",
+        const QByteArray pages =
             u"##TITLE= n\n##DATA TYPE= NMR SPECTRUM\n##.OBSERVE FREQUENCY= 50\n##.OBSERVE NUCLEUS= ^15N\n##NTUPLES= NMR SPECTRUM\n##SYMBOL= X, R, I, N\n##VAR_DIM= 5, 5, 5, 2\n##UNITS= HZ, ARB, ARB,\n##FACTOR= 2, 0.5, 3, 1\n##FIRST= 400, 1, 1, 1\n##LAST= 0, 1, 1, 2\n##PAGE= N=1\n##DATA TABLE= (X++(R..R)), XYDATA $$ real\n200 1 1 8\n50 1 1\n##PAGE= N=2\n##DATA TABLE= (X++(I..I)), XYDATA\n200 5 6 7 8 9\n##END NTUPLES= NMR SPECTRUM\n##END=\n"_s
-                .toUtf8(),
-            {4}, 4, "15N");
+                .toUtf8();
+        text("several ntuples", pages, {4}, 4, "15N");
+        // The imaginary part first, and alone.
+        const QByteArray imaginary =
+            pages.mid(pages.indexOf("##PAGE= N=2"), pages.indexOf("##END N") - pages.indexOf("##PAGE= N=2"));
+        text("imaginary ntuple first",
+             QByteArray(pages)
+                 .remove(pages.indexOf(imaginary), imaginary.size())
+                 .insert(pages.indexOf("##PAGE= N=1"), imaginary),
+             {4}, 4, "15N");
+        const QTemporaryDir place;
+        writeFiles(place.path(), {{u"i.jdx"_s, QByteArray(pages).replace("(X++(R..R))", "(X++(I..I))")}});
+        QVERIFY(failure([&] { readMeasurement(place.filePath(u"i.jdx"_s), {}); }).contains("the imaginary part alone"));
 
         text("CSDM, numbers", csdm(hertzAxis, eightNumbers), {2}, 70);
         const auto axis = [](QByteArray made, const char *from, const char *to) { return made.replace(from, to); };
