@@ -346,6 +346,7 @@ private Q_SLOTS:
             row(line, "170.2; 133.3; 20.4", "the numbers of the only line are shifts");
         row("20.4 133.3 150.1 170.2", "20.4; 133.3; 150.1; 170.2");
         row("8.1 120.5 3000", "8.1/120.5 =3000");
+        QVERIFY(outcome("20.4 170.2 133.3 150.1").startsWith(u"line 1: four columns"_s));
         row("Atom A B\nC1 170.2 3\nC2 20.4 21\n", "170.2 =3 C1; 20.4 =21 C2",
             "Column \"B\" was taken as the intensity.");
         row("ppm\theight\n170.2\t\"1,234,567\"\n20.1\t300\n", "170.2 =1234567; 20.1 =300");
@@ -528,7 +529,7 @@ private Q_SLOTS:
               "T1;- 110.2\nT2;101.3\n", "T1 & $- 110.2$ \\\\[2pt]\nT2 & $101.3$ \\\\\n\\bottomrule\n"})
             row(text, "-110.2 T1; 101.3 T2");
         for (const char *text : {"T1 - 110.2\nT2 - 101.3\n", "- 110.2\n- 101.3\n"})
-            row(text, "line 1: a minus must stand right before its number");
+            row(text, "line 2: a minus must stand right before its number");
         row("29Si MAS NMR: δ = − 110.2, − 101.3 ppm", "-110.2; -101.3");
         row("T1 −110.2 to −110.8\nT2 101.1 – 101.3\n", "-110.5 T1; 101.2 T2");
         row("C1 170.2 – 0.5\nC2 133.3 – 0.7\n", "170.2 =0.5 C1 –; 133.3 =0.7 C2 –");
@@ -550,7 +551,8 @@ private Q_SLOTS:
         row("ppm,Int\n1,702,5\n1,333,4\n", "line 1: 2 names of columns stand above rows of 3 fields");
         row("Site\tForm I\tForm II\nC1\t170.2\t171.2\nC2\t133.3\t134.3\n", "line 2: none of the columns ");
         row("Atom\t1\t2\nC1\t170.2\t171.2\nC2\t133.3\t134.3\n", "line 1: 2 columns of numbers need a header line");
-        for (const char *text : {"δ/ppm\t170.2\t133.3\t20.4\nI\t5\t4\t3\n", "exp,170.2,133.3\ncalc,171.2,134.3\n"})
+        for (const char *text :
+             {"δ/ppm\t170.2\t133.3\t20.4\nI\t5\t4\t3\n", "exp,170.2,133.3,20.4\ncalc,171.2,134.3,21\n"})
             row(text, "line 1: the table lies on its side, one peak a line was expected");
         for (const char *text : {"C1;−60,7\nC2;−62,65\n", "C1\t–60,7\nC2\t–62,65\n", "C1 −60,7\nC2 −62,65\n",
                                  "−60,7 | C1\n−62,65 | C2\n", "−60,7(1) C1\n−62,65(2) C2\n"})
@@ -563,8 +565,21 @@ private Q_SLOTS:
             QVERIFY(outcome(line + QByteArray("\nHz,Int\n17117,5\n13400,4\n")).startsWith(u"170.1"_s));
         row("29Si NMR (CDCl3): δ (ppm)\n–66.37, –132.85.", "-66.37; -132.85");
         row("Atom,δ,nH\nA,3.5,3\nB,1.2,2\n", "3.5 A #3; 1.2 B #2");
-        row("C1,170.2\nC2,133.3\nRMSD,1.2\n", "170.2 C1; 133.3 C2");
-        QVERIFY(outcome("13C NMR: δ 170.2¹, 133.3², 20.4").startsWith(u"line 1: "_s));
+        row("C1,170.2\nC2,133.3\nMax,2.5\nRMSD,1.2\n", "170.2 C1; 133.3 C2");
+        row("std 0\nC1 170\nmax 20\n", "0 std; 170 C1; 20 max");
+        // What looks alike and is something else.
+        row("#\tppm\n170.2\t5\n133.3\t4\n", "170.2 =5; 133.3 =4");
+        row("Atom exp lit calc\nC1 170.2 - 171.0\nC2 133.3 133.9 134.1\nC3 20.4 20 21\n",
+            "170.2 C1; 133.3 C2; 20.4 C3");
+        row("No. Assign ppm Int\n1 - 170.2 5\n2 C2 133.3 4\n", "170.2 =5 -; 133.3 =4 C2");
+        row("# 13C\n170.2 5\n133.3 4\n# CP from 1H, 2 ms\n", "170.2 =5; 133.3 =4");
+        row("F1 -110.2 5\nF2 -101.3 4\n", "-110.2 =5 F1; -101.3 =4 F2");
+        row("C 21 1234.5\nC 133 2345.6\nC 170 999.1\n", "21 =1234.5 C; 133 =2345.6 C; 170 =999.1 C");
+        row("high field shift (ppm),Int\n-5,3\n-7,4\n", "-5 =3; -7 =4");
+        row("ppm,delay 1,delay 2\n170,5,3\n133,4,2\n", "170 =5; 133 =4");
+        row("Residue,NH\nA1,8.25\nG2,7.9\n", "8.25 A1; 7.9 G2");
+        row("13C{1H} NMR: δ 170.2¹, 133.3", "line 1: expected a shift such as 7.26 or 7.26 (2H), found \"170.2¹\"");
+        row("1H data\n13C NMR: δ 170.2, 133.3", "170.2; 133.3");
         // Groups of digits that begin behind the lines that tell what the columns are.
         QByteArray many = "ppm;Int\n";
         for (int i = 0; i < 1200; ++i)

@@ -45,13 +45,17 @@ bool isNoShift(const QString &name)
         "^(?:diff.*|deviat.*|dev|abweich.*|resid.*|err|errors?|fehler.*|uncertaint.*|unsicherheit.*|std|stdev|sd|esd"
         "|rms[de]|ma[de]|.*width|.*widths|.*breiten?|fwhm|hwhm|lb|lw\\d*|δν.*|δ?q[ci]s|δ?aniso.*|δ?csa|span|skew|κ|"
         "kappa"
-        "|time|zeit|fid|field|feld|2theta|2θ|wavenumbers?|wellenzahl(?:en)?|wavelength|temperatur(?:e|en)?|delay"
         "|δ?σ.*|sigma|shieldings?|start|stop|end|left|right|integrals?|area|fläche|phase|coupling|volume|cq|pq|ηq?"
         "|eta|δ(?:11|22|33|₁₁|₂₂|₃₃|xx|yy|zz)|anisotropy|asymmetry)$")),
         component(QStringLiteral("^(?:11|22|33|xx|yy|zz)$"));
     static const QRegularExpression otherUnit(
         QStringLiteral("\\S\\s*[(\\[/]\\s*(?:[mµμu]?s|min|h|K|°C|Å)\\s*[)\\]]?$"));
-    if (otherUnit.match(name).hasMatch())
+    static const QRegularExpression otherAxis(
+        QStringLiteral(
+            "^\\W*(?:time|zeit|t|fid|field|feld|2theta|2θ|wavenumbers?|wellenzahl(?:en)?|wavelength|temperatur[e]?"
+            "|delay)\\W*(?:[(\\[/](?!.*(?:ppm|Hz)).*)?$"),
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::UseUnicodePropertiesOption);
+    if (otherUnit.match(name).hasMatch() || otherAxis.match(name).hasMatch())
         return true;
     const QStringList words = wordsOf(name);
     const bool isDelta = words.contains(u"δ") || words.contains(QLatin1String("delta"));
@@ -177,7 +181,7 @@ Meaning meaningOf(const QString &fullName)
     static const QRegularExpression counts(
         QStringLiteral(
             "^\\W*(?:(?:(?:no|nr|num)\\.?|number)[ ]+of[ ]+(?:nuclei|atoms|sites|protons|hydrogens|carbons|[HCNFP])"
-            "|nuclei|anzahl|n_?[HCNFP]|[HCNFP]['’]s)\\W*$"),
+            "|nuclei|anzahl|(?-i:nH)|[HCNFP]['’]s)\\W*$"),
         QRegularExpression::CaseInsensitiveOption);
     const bool isCount = counts.match(name).hasMatch();
     if (isNoShift(withoutRemarks(name)))

@@ -152,12 +152,15 @@ private:
     {
         const std::vector<double> &first = m_values.front();
         const Role role = ColumnNames::meaningOf(names.front()).role;
-        const bool isRising = areWhole(first) && (first.front() == 0.0 || first.front() == 1.0)
-            && std::is_sorted(first.begin(), first.end());
+        // Numbers of rows leave few gaps.
+        const auto [low, high] = std::minmax_element(first.begin(), first.end());
+        const bool isText = !m_layout.columns.front().numeric;
+        const bool areNumbers = !isText && areWhole(first) && *low >= 0 && *high <= 2.0 * double(first.size()) + 20;
+        const bool isRising = areNumbers && first.front() <= 1 && std::is_sorted(first.begin(), first.end());
         const QStringList own = padded(names), all = padded(QStringList{QStringLiteral("#")} + names);
         const bool hasNumber =
             role == Role::Number || (role == Role::Label && columnCount() > 1 && m_layout.columns[1].numeric);
-        const bool mayBeNamed = line.isMarkField || (line.isHash && columnCount() > 2);
+        const bool mayBeNamed = line.isMarkField ? areNumbers || isText : line.isHash && columnCount() > 2;
         if (mayBeNamed && columnCount() > 1 && all.size() == columnCount()
             && ((line.isMarkField && own.size() != columnCount()) || (isRising && !hasNumber)))
             return all;
@@ -345,8 +348,7 @@ bool areElements(const QStringList &texts)
     });
 }
 
-/// "C 1 170.2" has the name of the atom in two columns: behind the symbols of elements stand numbers, rising for each
-/// of them, and no shifts, which are larger than most heights.
+/// "C 1 170.2" has the name of the atom in two columns.
 void takeAtomNumbers(TextLayout &layout, const TableSample &table)
 {
     for (size_t i = 1; i + 1 < layout.columns.size(); ++i) {
@@ -356,13 +358,14 @@ void takeAtomNumbers(TextLayout &layout, const TableSample &table)
         if (!areElements(elements) || !column.numeric || !column.name.isEmpty() || !layout.columns[i + 1].numeric
             || !areWhole(numbers) || areWhole(next))
             continue;
+        // Of each element rising, with few gaps.
         QHash<QString, double> last;
         bool isRising = true;
         for (size_t row = 0; row < numbers.size(); ++row)
             isRising &= numbers[row] > std::exchange(last[elements[qsizetype(row)]], numbers[row]);
-        if (!isRising
-            || std::max(*std::max_element(next.begin(), next.end()), 2.0 * double(numbers.size()))
-                < *std::max_element(numbers.begin(), numbers.end()))
+        for (auto element = last.cbegin(); element != last.cend(); ++element)
+            isRising &= element.value() <= 3.0 * double(elements.count(element.key())) + 3;
+        if (!isRising)
             continue;
         column.numeric = false;
         layout.notes.append(Texts::tr("Numbers behind the symbols of elements were taken as those of the atoms."));
@@ -461,18 +464,21 @@ private:
                  .arg(m_numeric.size()));
     }
 
-    /// "δ/ppm 170.2 133.3" above "I 5 4", "exp 170.2" above "calc 171.2".
+    /// "δ/ppm 170.2 133.3 20.4" above "I 5 4 3", "exp 170.2 133.3 20.4" above "calc 171.2 134.1 21".
     bool liesOnItsSide() const
     {
-        const auto isName = [](const QString &text) {
-            return ColumnNames::meaningOf(text).statesPosition() || ColumnNames::isMeasured(text)
-                || ColumnNames::isCalculated(text) || ColumnNames::meaningOf(text).role == Role::Intensity;
+        const auto isShift = [](const QString &text) {
+            return ColumnNames::meaningOf(text).unit != Unit::Unknown || ColumnNames::isMeasured(text);
         };
-        return m_numeric.size() > 1
+        const auto isName = [&](const QString &text) {
+            return isShift(text) || ColumnNames::isCalculated(text)
+                || ColumnNames::meaningOf(text).role == Role::Intensity;
+        };
+        return m_numeric.size() > 2
             && std::any_of(m_table.texts.begin(), m_table.texts.end(), [&](const QStringList &texts) {
-                   const bool isUnit = texts.size() > 1 && texts.count(texts.front()) == texts.size();
-                   return (texts.size() > 1 || (m_numeric.size() > 2 && !texts.isEmpty())) && !isUnit
-                       && std::all_of(texts.begin(), texts.end(), isName);
+                   return !texts.isEmpty() && texts.size() <= 3 && isShift(texts.front())
+                       && std::all_of(texts.begin(), texts.end(), isName)
+                       && (texts.size() == 1 || texts.count(texts.front()) == 1);
                });
     }
 

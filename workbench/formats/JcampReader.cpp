@@ -5,6 +5,7 @@
 #include "formats/JcampAxis.h"
 #include "formats/JcampBlocks.h"
 #include "formats/JcampPeaks.h"
+#include "data/NumberText.h"
 #include "data/ReaderText.h"
 
 #include <algorithm>
@@ -61,13 +62,14 @@ public:
     double last(double points) const
     {
         const LabelledRecord *record = m_column < 0 ? m_block.find("DELTAX") : nullptr;
-        const double step = record ? m_block.number(*record, record->text()) : 0.0;
         const bool isGiven = !record || m_block.find("LASTX");
+        const std::string told = record ? record->text() : std::string();
+        const double step = isGiven ? NumberText::parse<double>(told).value_or(0.0) : m_block.number(*record, told);
         const double last = isGiven ? value("LASTX", "LAST") : first() + step * (points - 1);
         QString note;
-        // Some programs divide the width by the number of points.
-        if (record && isGiven
-            && std::abs(std::abs(step) * (points - 1) - std::abs(last - first())) > 2 * std::abs(step))
+        // Rounded, or the width over the number of points, it may differ a little.
+        const double width = std::abs(last - first()), toldWidth = std::abs(step) * (points - 1);
+        if (isGiven && step != 0 && points > 1 && std::abs(toldWidth - width) > 0.02 * width + 2 * std::abs(step))
             note = Texts::tr("##DELTAX= tells steps of %1 where ##FIRSTX= and ##LASTX= give %2, which was taken.")
                        .arg(step, 0, 'g', 7)
                        .arg((last - first()) / (points - 1), 0, 'g', 7);
@@ -322,7 +324,7 @@ bool isImaginary(const JcampBlock &block, std::string_view symbol)
 {
     const int column = columnOf(block, symbol);
     const std::string name = column < 0 ? std::string() : normalisedLabel(jcampField(block.text("VARNAME"), column));
-    return symbol == "I" || name.find("IMAG") != std::string::npos;
+    return name.empty() ? symbol == "I" : name.find("IMAG") != std::string::npos;
 }
 
 void readNtuples(ExperimentalSpectrum &spectrum, const JcampBlock &block, const ReadOptions &options, qint64 fileSize)

@@ -124,9 +124,10 @@ size_t joinedRows(const std::vector<Fields> &rows)
 }
 
 /// The number of fields that most rows have, and which of them are numbers in most of these rows.
-Split trySplit(char separator, bool decimalComma, const std::vector<TextLine> &rows)
+Split trySplit(char separator, bool decimalComma, bool joinsRanges, const std::vector<TextLine> &rows)
 {
     Split split;
+    split.layout.joinsRanges = joinsRanges;
     split.layout.separator = separator;
     split.layout.decimalComma = decimalComma;
     const std::vector<Fields> all = splitAll(split.layout, rows);
@@ -178,10 +179,13 @@ Split trySplit(char separator, bool decimalComma, const std::vector<TextLine> &r
     }
     if (separator == ',' && !decimalComma)
         split.joined = joinedRows(usual->second);
+    size_t ranges = 0;
     for (const Fields &fields : all) {
         if (matches(split.layout, fields)) {
             ++split.matching;
             bool cut = false;
+            if (std::vector<std::string_view> words = fields; separator == ' ' && !joinsRanges)
+                ranges += PrintedNumber::joinWords(words, decimalComma, true);
             for (size_t i = 0; i < fields.size(); ++i)
                 cut |= !columns[i].numeric && PrintedNumber::isCut(fields[i]);
             split.cutRows += cut;
@@ -190,6 +194,9 @@ Split trySplit(char separator, bool decimalComma, const std::vector<TextLine> &r
                                           [&](std::string_view field) { return split.layout.number(field); });
         }
     }
+    // Where each row has one, dashes are no marks of what is missing.
+    if (ranges == split.matching && ranges > 0)
+        split.cutRows = split.matching;
     return split;
 }
 
@@ -307,6 +314,17 @@ private:
     size_t m_position;
 };
 
+/// "# 1H" or "# δ(1H), ppm" and nothing else, among rows of another nucleus.
+bool headsList(const std::string &comment, const QString &nucleus)
+{
+    static const QRegularExpression head(QStringLiteral("^\\W*(?:δ\\W*)?\\^?\\d{1,3}[A-Z][a-z]?\\b(?:\\W|NMR|CP|MAS|"
+                                                        "CPMAS|δ|iso|ppm|chemical|shifts?|peaks?|list)*$"),
+                                         QRegularExpression::UseUnicodePropertiesOption);
+    const QString text = ReaderText::decoded(commentText(comment));
+    const QString named = head.match(text).hasMatch() ? Nuclides::table().observedIn(text) : QString();
+    return !named.isEmpty() && named != nucleus;
+}
+
 /// The first row, from which on every line must be one.
 void findRows(TextLayout &layout, const std::vector<TextLine> &sample, const TableSample &table, const QString &source)
 {
@@ -315,14 +333,13 @@ void findRows(TextLayout &layout, const std::vector<TextLine> &sample, const Tab
     const Beginning beginning(layout, namingLine);
     Fields fields;
     QStringList passedOver;
-    int without = 0;
+    int without = 0, otherList = 0;
     layout.firstLine = 0;
     const int height = layout.columnOf(Role::Intensity);
     const QString nucleus = layout.columns[size_t(layout.columnOf(Role::Position))].nucleus;
     for (const TextLine &line : sample) {
-        if (const QString next = Nuclides::table().observedIn(ReaderText::decoded(commentText(line.text)));
-            layout.firstLine > 0 && !next.isEmpty() && !nucleus.isEmpty() && next != nucleus)
-            fail(source, line.number, Texts::tr("there is more than one list of shifts: each needs a file of its own"));
+        if (layout.firstLine > 0 && !nucleus.isEmpty() && isComment(line.text) && headsList(line.text, nucleus))
+            otherList = line.number;
         if (layout.isEmptyLine(line.text))
             continue;
         layout.split(line.text, fields);
@@ -359,6 +376,8 @@ void findRows(TextLayout &layout, const std::vector<TextLine> &sample, const Tab
                      .arg(excerpt(fields[size_t(i)])));
         if (const int i = odd(); i >= 0)
             fail(source, line.number, Texts::tr("expected a number, found %1").arg(excerpt(fields[size_t(i)])));
+        if (otherList > 0)
+            fail(source, otherList, Texts::tr("there is more than one list of shifts: each needs a file of its own"));
         if (layout.firstLine == 0)
             layout.firstLine = line.number;
         const bool isWithout = height >= 0 && (size_t(height) >= fields.size() || fields[size_t(height)].empty());
@@ -376,23 +395,29 @@ void findRows(TextLayout &layout, const std::vector<TextLine> &sample, const Tab
                                 .arg(QString::number(count), passedOver.join(QStringLiteral(", "))));
 }
 
-/// "T1 - 110.2" may be negative or not, and so may each line of "- 110.2".
-void refuseDashes(const TextLayout &layout, const std::vector<TextLine> &rows, const QString &source)
+/// Each line of "T1 - 110.2" may be negative or not, and so may those of "- 110.2".
+void refuseDashes(const TextLayout &layout, const TableSample &table, const QString &source)
 {
     const int position = layout.columnOf(Role::Position);
+    const bool isBetween = layout.separator == ' ' && position > 0 && table.namingLine() == 0;
     Fields fields;
-    for (const TextLine &row : rows) {
+    const TextLine *last = nullptr;
+    for (const TextLine &row : table.rows) {
         layout.split(row.text, fields);
         if (row.number < layout.firstLine || !layout.fits(fields.size()))
             continue;
-        const bool isBetween =
-            layout.separator == ' ' && position > 0 && PrintedNumber::isDash(fields[size_t(position) - 1]);
         const std::string_view first = fields.front();
-        if (isBetween || (layout.columns.size() == 1 && PrintedNumber::isDash(first.substr(0, first.find(' ')))))
-            fail(source, row.number,
-                 Texts::tr("a minus must stand right before its number, and a dash cannot separate columns: found %1")
-                     .arg(excerpt(row.text)));
+        const bool isDash = isBetween
+            ? PrintedNumber::isDash(fields[size_t(position) - 1])
+            : layout.columns.size() == 1 && PrintedNumber::isDash(first.substr(0, first.find(' ')));
+        if (!isDash)
+            return;
+        last = &row;
     }
+    if (last)
+        fail(source, last->number,
+             Texts::tr("a minus must stand right before its number, and a dash cannot separate columns: found %1")
+                 .arg(excerpt(last->text)));
 }
 
 /// What of the positions' texts was left out.
@@ -434,8 +459,12 @@ Split bestSplit(const std::vector<TextLine> &rows)
          {std::pair('\t', false), std::pair(';', false), std::pair(',', false), std::pair('|', false),
           std::pair('&', false), std::pair(' ', false), std::pair('\t', true), std::pair(';', true),
           std::pair('|', true), std::pair('&', true), std::pair(' ', true), std::pair(',', true)}) {
-        if (Split split = trySplit(separator, decimalComma, rows); best < split)
-            best = std::move(split);
+        for (bool joinsRanges : {false, true}) {
+            if (joinsRanges && separator != ' ')
+                continue;
+            if (Split split = trySplit(separator, decimalComma, joinsRanges, rows); best < split)
+                best = std::move(split);
+        }
     }
     return best;
 }
@@ -547,7 +576,7 @@ TextLayout detectLayout(const std::vector<TextLine> &sample, bool complete, cons
                 .arg(excerpt(doubtful)));
     }
     noteIgnored(layout);
-    refuseDashes(layout, table.rows, source);
+    refuseDashes(layout, table, source);
     // Without its position a row is none.
     layout.lastIsOptional &= !layout.columns.back().isPositional();
     findRows(layout, sample, table, source);

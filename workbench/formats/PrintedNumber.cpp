@@ -85,7 +85,7 @@ bool isDash(std::string_view field)
     return field == "-" || field == enDash;
 }
 
-void joinWords(std::vector<std::string_view> &words, bool decimalComma)
+bool joinWords(std::vector<std::string_view> &words, bool decimalComma, bool ranges)
 {
     const auto joined = [](std::string_view first, std::string_view last) {
         return std::string_view(first.data(), size_t(last.data() + last.size() - first.data()));
@@ -99,6 +99,7 @@ void joinWords(std::vector<std::string_view> &words, bool decimalComma)
         constexpr double widest = 0.1;
         return a && b && (!isNear || std::abs(*a - *b) <= widest * std::max(std::abs(*a), std::abs(*b)));
     };
+    bool any = false;
     for (size_t i = 0; i + 1 < words.size(); ++i) {
         const std::string_view word = words[i];
         if (word.size() > printedMinus.size())
@@ -106,15 +107,17 @@ void joinWords(std::vector<std::string_view> &words, bool decimalComma)
         const bool isMinus = word == printedMinus, isTo = word == "to" || word == "bis";
         if (!isMinus && !isTo && !isDash(word))
             continue;
-        if (i > 0 && isRangeOf(words[i - 1], words[i + 1], !isTo)) {
+        if (ranges && i > 0 && isRangeOf(words[i - 1], words[i + 1], !isTo)) {
             words[i - 1] = joined(words[i - 1], words[i + 1]);
             words.erase(words.begin() + std::ptrdiff_t(i), words.begin() + std::ptrdiff_t(i) + 2);
             --i;
+            any = true;
         } else if (isMinus && !words[i + 1].empty() && words[i + 1].front() >= '0' && words[i + 1].front() <= '9') {
             words[i] = joined(word, words[i + 1]);
             words.erase(words.begin() + std::ptrdiff_t(i) + 1);
         }
     }
+    return any;
 }
 
 bool isRange(std::string_view field, bool decimalComma)

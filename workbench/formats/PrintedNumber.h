@@ -32,9 +32,9 @@ bool hasPlusMinus(std::string_view text);
 
 /// A hyphen or the dash of print alone, which are no minus: "T1 - 110.2".
 bool isDash(std::string_view field);
-/// Joins words between blanks that are one number: "− 110.2", "128.1 – 128.9" and "128.1 to 128.9". All are parts of
-/// the same line.
-void joinWords(std::vector<std::string_view> &words, bool decimalComma);
+/// Joins words between blanks that are one number: "− 110.2" or, as ranges, "128.1 – 128.9" and "128.1 to 128.9". All
+/// are parts of the same line. Whether there were ranges.
+bool joinWords(std::vector<std::string_view> &words, bool decimalComma, bool ranges);
 
 bool isRange(std::string_view field, bool decimalComma);
 /// The middle of a range as it is printed: -110.2–111.0 has the sign of both in front.

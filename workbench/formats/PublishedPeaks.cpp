@@ -246,8 +246,10 @@ std::optional<MeasuredPeaks> parse(const std::vector<TextLine> &lines, const QSt
         line = lines[i].number;
         start = head().match(plain);
         // The head may stand alone above the only other line.
-        if (!start.hasMatch() && i + 2 == lines.size() && !isComment(lines[i].text)) {
-            plain += u' ' + plainText(ReaderText::decoded(lines[++i].text));
+        const QString next = i + 2 == lines.size() ? plainText(ReaderText::decoded(lines.back().text)) : QString();
+        if (!start.hasMatch() && !next.isEmpty() && !isComment(lines[i].text) && !head().match(next).hasMatch()) {
+            plain += u' ' + next;
+            ++i;
             line = lines[i].number;
             start = head().match(plain);
         }
@@ -267,6 +269,11 @@ std::optional<MeasuredPeaks> parse(const std::vector<TextLine> &lines, const QSt
     bool isRange = false;
     // The title of a table may go on with a number.
     const auto isShift = [&](const QString &entry) { return peakOf(entry, isRange).has_value(); };
+    static const QRegularExpression footnote(QStringLiteral("^[-+]?\\d+(?:\\.\\d+)?[⁰¹²³⁴⁵⁶⁷⁸⁹]"));
+    for (const QString &entry : shifts) {
+        if (footnote.match(entry).hasMatch())
+            fail(source, line, expectedShift(entry));
+    }
     if (shifts.size() < 2 || 2 * std::count_if(shifts.begin(), shifts.end(), isShift) <= shifts.size())
         return {};
 

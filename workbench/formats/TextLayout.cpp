@@ -158,7 +158,7 @@ void TextLayout::split(std::string_view line, std::vector<std::string_view> &fie
             rest = trimmed(rest);
     }
     if (blanks)
-        PrintedNumber::joinWords(fields, decimalComma);
+        PrintedNumber::joinWords(fields, decimalComma, joinsRanges);
     // Empty fields at the end may be more or fewer than those of the other rows.
     if (columns.empty() || fields.empty())
         return;

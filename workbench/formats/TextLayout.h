@@ -33,6 +33,7 @@ struct TextLayout {
 
     char separator = ','; ///< a blank stands for blanks and tabs
     bool decimalComma = false;
+    bool joinsRanges = false; ///< "128.1 – 128.9" between blanks is one field
     bool lastIsOptional = false; ///< the last column, of numbers, is left out in some rows
     bool someHaveNoHeight = false; ///< the field of the height is empty in some rows
     int firstLine = 0; ///< of the table

@@ -377,7 +377,6 @@ private:
     {
         MeasuredPeaks result;
         const int count = m_layout.columnOf(Role::Count);
-        QStringList left;
         size_t sites = 0; // a peak is repeated for each when it is compared
         while (m_rows.next()) {
             m_rows.split();
@@ -393,28 +392,33 @@ private:
             if (sites > mostPeaks)
                 fail(m_source, m_rows.number(), Texts::tr("more than %1 peaks are too many").arg(mostPeaks));
             peak.label = label();
-            if (sumsUp(peak.label))
-                left.append(peak.label);
-            else
-                result.peaks.push_back(std::move(peak));
+            result.peaks.push_back(std::move(peak));
         }
-        if (!left.isEmpty())
-            m_notes.append(
-                Texts::tr("Rows that sum up the table were left out: %1.").arg(left.join(QStringLiteral(", "))));
+        dropSums(result.peaks);
         if (count >= 0)
             PublishedPeaks::dropPartialCounts(result.peaks, m_notes);
         return finish(std::move(result));
     }
 
-    /// "RMSD" and "Mean" below the shifts.
-    static bool sumsUp(const QString &label)
+    /// "RMSD" and "Mean" below the shifts, and what stands with them.
+    void dropSums(std::vector<MeasuredPeak> &peaks)
     {
-        static const QRegularExpression pattern(
-            QStringLiteral(
-                "^(?:rms[de]?|ma[de]|mue|mean|average|mittel(?:wert)?|std|sd|max(?:imum)?|min(?:imum)?|sum(?:me)?"
-                "|total|r²|r2)\\b[^\\p{L}\\d]*$"),
-            QRegularExpression::CaseInsensitiveOption | QRegularExpression::UseUnicodePropertiesOption);
-        return pattern.match(label.trimmed()).hasMatch();
+        static const QRegularExpression sum(QStringLiteral("^(?:rms[de]?|ma[de]|mue|mean|average|mittelwert)\\W*$"),
+                                            QRegularExpression::CaseInsensitiveOption),
+            beside(QStringLiteral("^(?:std|sd|max|min|r2|r²)\\W*$"), QRegularExpression::CaseInsensitiveOption);
+        const auto isSum = [](const MeasuredPeak &peak) { return sum.match(peak.label).hasMatch(); };
+        const auto isBeside = [&](const MeasuredPeak &peak) {
+            return isSum(peak) || beside.match(peak.label).hasMatch();
+        };
+        const auto end = std::find_if_not(peaks.rbegin(), peaks.rend(), isBeside).base();
+        if (end == peaks.begin() || std::none_of(end, peaks.end(), isSum))
+            return;
+        QStringList labels;
+        for (auto peak = end; peak != peaks.end(); ++peak)
+            labels.append(peak->label);
+        m_notes.append(
+            Texts::tr("Rows that sum up the table were left out: %1.").arg(labels.join(QStringLiteral(", "))));
+        peaks.erase(end, peaks.end());
     }
 
     int countIn(double value) const

@@ -22,7 +22,8 @@ Broadening::Broadening(double first, double step, size_t points, const LineShape
     const double width = fullWidth(shape);
     m_ratio = size_t(std::ceil(pointsPerWidth * step / std::max(width, step)));
     m_fine = step / double(m_ratio);
-    m_coarseness = size_t(std::max(std::floor(width / (8 * m_fine)), 1.0));
+    constexpr double coarsest = 1e5;
+    m_coarseness = size_t(std::clamp(std::floor(width / (8 * m_fine)), 1.0, coarsest));
     // The sum of a line's values at points is its area but for 2 exp(-decay) of it at most.
     const double g = std::numbers::pi * shape.gaussian / step;
     const double decay = std::numbers::pi * shape.lorentzian / step + g * g / (4 * std::numbers::ln2);
