@@ -697,6 +697,50 @@ private Q_SLOTS:
         QVERIFY(trigger(spectrum, u"RMSD"_s, u"Error"_s).contains(u"and the experimental spectrum has 0"));
     }
 
+    /// Dialogs of items: what they offer, take and refuse.
+    void dialogsOfItems()
+    {
+        const auto cells = [&](const QString &before, const QString &text) {
+            m_dialogs.expect(u"Supercell"_s, [=](QDialog *dialog) {
+                auto *input = qobject_cast<QInputDialog *>(dialog);
+                QCOMPARE(input->labelText() + input->textValue(), u"Numbers of cells along a, b and c:"_s + before);
+                input->setTextValue(text);
+                dialog->accept();
+            });
+            window().statusBar()->clearMessage();
+            entry(entry(molecule()->contextMenu(), u"Crystal"_s)->menu(), u"Other Numbers of Cells..."_s)->trigger();
+            const auto &now = molecule()->packing().cells;
+            return u"%1 %2 %3|"_s.arg(now[0]).arg(now[1]).arg(now[2]) + said();
+        };
+        QCOMPARE(cells(u"1 1 1"_s, u" 2x1 × 3"_s), u"2 1 3|"_s);
+        for (const QString &odd : {u"2 2"_s, u"2 0 1"_s, u"1 1 1 1"_s})
+            QCOMPARE(cells(u"2 1 3"_s, odd),
+                     u"2 1 3|\"%1\" is not understood: three whole numbers such as 2 2 1 are wanted"_s.arg(odd));
+        // 80 atoms a cell: 625 cells.
+        QCOMPARE(cells(u"2 1 3"_s, u"9 9 9"_s), u"9 9 9|8 × 8 × 9 cells are shown: no more than 50000 atoms can be"_s);
+
+        NmrItem *spectrum = createSpectrum();
+        PlotOptions options;
+        options.integrals = {{data()->activeEntryId(), 90, 60}, {data()->activeEntryId(), 50, 40}};
+        spectrum->plot()->setOptions(options);
+        for (const double value : {0.0, -2.5}) { // 0 sets nothing
+            m_dialogs.expect(u"Set Integral"_s, [=](QDialog *dialog) {
+                auto *input = qobject_cast<QInputDialog *>(dialog);
+                QCOMPARE(input->labelText(), u"Value of this integral:"_s);
+                QCOMPARE((QList{input->doubleValue(), input->doubleMinimum(), input->doubleMaximum()}),
+                         (QList{1.0, -1e6, 1e6}));
+                QCOMPARE(input->doubleDecimals(), 3);
+                input->setDoubleValue(value);
+                dialog->accept();
+            });
+            QMenu *measure = entry(spectrum->contextMenu(), u"Measure"_s)->menu();
+            entry(entry(measure, u"Set Integral"_s)->menu(), u"50.00 to 40.00 ppm..."_s)->trigger();
+            const PlotOptions &now = spectrum->plot()->options();
+            QCOMPARE(now.integralReference, value ? 1 : 0);
+            QCOMPARE(now.referenceValue, value ? -2.5 : 1.0);
+        }
+    }
+
 private:
     /// A command of the plug-in, and what it tells.
     QString trigger(NmrItem *item, const QString &command, const QString &title)
