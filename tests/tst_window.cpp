@@ -739,6 +739,11 @@ private Q_SLOTS:
             QCOMPARE(now.integralReference, value ? 1 : 0);
             QCOMPARE(now.referenceValue, value ? -2.5 : 1.0);
         }
+        m_dialogs.expect(u"Supercell"_s, [&](QDialog *dialog) { // the item goes while it asks
+            scene().removeAll();
+            dialog->accept();
+        });
+        entry(entry(molecule()->contextMenu(), u"Crystal"_s)->menu(), u"Other Numbers of Cells..."_s)->trigger();
     }
 
 private:
