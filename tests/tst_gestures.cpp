@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "Failure.h"
 #include "ItemData.h"
+#include "Shapes.h"
 #include "data/AtomSelection.h"
 #include "items/molecule/MoleculeItem.h"
 #include "items/plot/ContourMap.h"
@@ -287,11 +288,14 @@ private Q_SLOTS:
             };
             QCOMPARE(click(3), QSet<int>());
             QCOMPARE(other.selectedAtoms(), (QSet<int>{Oxygen, Nitrogen}));
+            QCOMPARE(plot.said(), u"2 atom(s) selected"_s);
             QCOMPARE(click(1), QSet<int>{Oxygen});
             QCOMPARE(other.selectedAtoms(), QSet<int>());
             QCOMPARE(click(2, Qt::ControlModifier), (QSet<int>{Oxygen, Carbon, Nitrogen}));
             QCOMPARE(click(1, Qt::ControlModifier), (QSet<int>{Carbon, Nitrogen}));
+            QCOMPARE(plot.said(), u"1 atom(s) selected | 3 atom(s) selected | 2 atom(s) selected"_s);
             QCOMPARE(click(1, {}, {-12, 12}), QSet<int>()); // a little beside
+            QCOMPARE(plot.said(), QString());
             shown.sendMessage(AtomSelection::toMessage({Nitrogen}));
             QCOMPARE(plot.item->plot()->litPeaks(), QSet<QUuid>{id(2)});
             other.sendMessage(AtomSelection::toMessage({Nitrogen}));
@@ -733,6 +737,16 @@ private Q_SLOTS:
             QCOMPARE(item->measurements().mid(0, before.size()), before);
             QCOMPARE(item->measurements().size(), before.size() + 1);
         }
+        // A click beside the atoms, or again onto the last one, ends it. One atom waits for the next with a "?".
+        const qsizetype all = item->measurements().size();
+        const QPointF beside = item->contentRect().topLeft() + QPointF(5, 5), oxygen = item->atomPosition(Oxygen),
+                      nitrogen = item->atomPosition(Nitrogen),
+                      carbon = item->atomPosition(Carbon) * 2 - item->atomPosition(Hydrogen);
+        for (const QPointF &place : {beside, oxygen, oxygen, carbon, nitrogen, nitrogen, oxygen, beside, carbon})
+            click(place);
+        QCOMPARE(item->measurements().mid(all), QStringList{u"C1\u2013N3  1.526 \u00c5"_s});
+        const auto paint = [&](QPainter *painter) { item->paintPicture(painter, QRectF(0, 0, 696, 415)); };
+        QCOMPARE(Shapes::of({696, 415}, paint).filter(u"path - #6d1c83"_s).size(), all + 2);
     }
 
     // --- any item

@@ -92,7 +92,7 @@ private Q_SLOTS:
             QCOMPARE(
                 linesOf(dialog).join(u"; "_s),
                 u"&Lowest level: [5.000 % of the maximum: 0.001 to 99.000]; &Factor between levels: [1.60: 1.05 to "
-                "10.00]; &Number of levels: [12: 1 to 50]; <Restore Defaults> <OK> <Cancel>"_s);
+                "10.00 by 0.1]; &Number of levels: [12: 1 to 50]; <Restore Defaults> <OK> <Cancel>"_s);
             fill(dialog, {{"lowestLevel", 20.0}});
             QCOMPARE(lowest(), 0.2);
             press(dialog, QDialogButtonBox::RestoreDefaults);

@@ -90,6 +90,7 @@ private Q_SLOTS:
         {
             FrequencyDialog dialog(list, FrequencyNeeded({}, 1, false), {}, nullptr);
             dialog.show();
+            QCOMPARE(dialog.focusWidget()->objectName(), u"nucleus"_s);
             QCOMPARE(linesOf(&dialog).join(u"; "_s),
                      u"The positions in si.csv are frequencies. Of which nucleus is it, and what is the frequency "
                      "of 0 ppm?; &Unit: [Hz: Hz, kHz, ppm]; &Nucleus: [choose: choose, 1H, 13C, 15N, 17O, 19F, "
@@ -107,6 +108,8 @@ private Q_SLOTS:
         FrequencyDialog dialog(m_files.write("hsqc-1H-13C.csv", "F2 (Hz),F1 (Hz)\n4000,12000\n2000,3000\n"),
                                FrequencyNeeded({}, 2, true), {u"29Si"_s, 500}, nullptr);
         dialog.show();
+        QCOMPARE(dialog.focusWidget()->objectName(), u"protonFrequency"_s);
+        QVERIFY(part<QDoubleSpinBox>(&dialog, "protonFrequency")->findChild<QLineEdit *>()->hasSelectedText());
         QCOMPARE(linesOf(&dialog).mid(1).join(u"; "_s),
                  u"&Nucleus of F2: [1H: choose, 1H, 13C, 15N, 17O, 19F, 23Na, 27Al, 29Si, 31P, , 2H]; Nucleus of "
                  "F&1: [13C: choose, 1H, 13C, 15N, 17O, 19F, 23Na, 27Al, 29Si, 31P, , 2H]; &Spectrometer (1H): "
@@ -420,6 +423,7 @@ private Q_SLOTS:
 
     void aboutTellsThePlugins()
     {
+        m_host->loadPlugins(u"/no/such"_s);
         QString text;
         accept(u"About"_s, {}, &text);
         entry(menu(u"Help"_s), u"About and Plug-ins..."_s)->trigger();
@@ -428,7 +432,8 @@ private Q_SLOTS:
             text.replace(description, u"<br>…<br><small>"_s),
             u"<h3>Magres Workbench </h3><p>NMR parameters of crystals: molecules, tables and simulated spectra from "
             "calculated shieldings.</p><h4>Plug-ins</h4><p><b>MAGRES File Filter Plugin</b> 2.1<br>…<br><small>"
-            "libmagresfilefilter.so</small></p>"_s);
+            "libmagresfilefilter.so</small></p><p><b>Not loaded:</b> /no/such<br>there is no such directory</p>"_s);
+        m_host.reset(); // which keeps what it could not load
     }
 
     void activeItemsAreNamedAndTold()

@@ -49,6 +49,21 @@ private Q_SLOTS:
     {
         auto *hints = window().findChild<QWidget *>(u"startHints"_s);
         QVERIFY(hints && hints->isVisible());
+        RecentFiles recent(nullptr);
+        for (int i = 0; i < 12; ++i)
+            recent.add(m_files.write("r&" + QByteArray::number(i) + ".csv", "x"));
+        Q_EMIT recent.aboutToShow();
+        QCOMPARE(entriesOf(&recent).remove(m_files.path("") + u'/'),
+                 u"&1  r&&11.csv; &2  r&&10.csv; &3  r&&9.csv; &4  r&&8.csv; &5  r&&7.csv; &6  r&&6.csv; &7  r&&5.csv; "
+                 "&8  r&&4.csv; &9  r&&3.csv; r&&2.csv; /; &Clear List"_s);
+        Q_EMIT scene().itemsChanged(); // the empty window looks at the list anew
+        QCoreApplication::processEvents();
+        QCOMPARE(linesOf(hints).mid(1).join(u"; "_s),
+                 u"<Open...>; <Recent: r&&11.csv>; <Recent: r&&10.csv>; <Recent: r&&9.csv>; <Recent: r&&8.csv>; "
+                 "<Sample: paracetamol.magres>; <Sample: paracetamol-13C-points.csv>"_s);
+        recent.actions().constLast()->trigger();
+        Q_EMIT recent.aboutToShow();
+        QCOMPARE(entriesOf(&recent), u"/; (&Clear List)"_s);
         const QAction *create = command(u"Create Spectrum"_s);
         for (QAbstractButton *button : hints->findChildren<QAbstractButton *>())
             if (button->text() == u"Sample: paracetamol.magres")
