@@ -127,6 +127,11 @@ struct PlotStage {
         item->plot()->replot();
     }
     PlotContent *content() const { return item->plot()->content(); }
+    QStringList shapes() const
+    {
+        const QRectF area({}, item->contentRect().size());
+        return Shapes::of({696, 415}, [&](QPainter *painter) { item->plot()->paintTo(painter, area); });
+    }
     bool isMap() const { return content()->ppmAxes().size() == 2; }
     QPointF pixel(double f2, double f1) const
     {
@@ -311,7 +316,7 @@ private Q_SLOTS:
         QVariantMap list{{u"Peaks"_s, QVariantMap{{u"PeakList"_s, crowd}}}};
         PlotStage line(list);
         const QStringList texts = dynamic_cast<StackedTraces *>(line.content())->labelBand()->visibleTexts();
-        QVERIFY(texts.size() > 20 && texts.size() < 90);
+        QVERIFY(texts.size() > 30 && texts.size() < 90);
         QStringList shown, strongest;
         for (const QString &text : texts) // from left to right, from high to low ppm
             shown.append(text.section(u' ', 0, 0));
@@ -319,6 +324,8 @@ private Q_SLOTS:
             if ((i * 37) % 90 >= 90 - texts.size())
                 strongest.append(u"X%1"_s.arg(i));
         QCOMPARE(shown, strongest);
+        QVERIFY(line.shapes().filter(u"line #90969e:0.7:3"_s).isEmpty()); // many have no lines down to their peaks
+        QCOMPARE(line.shapes().filter(u"line #90969e:0.7 "_s).size(), 2 * texts.size());
 
         // In a map: as many in a heap as fit around it. The strongest is there, the weakest is not.
         QVariantList heap;
@@ -442,6 +449,9 @@ private Q_SLOTS:
         QCOMPARE(labels.size(), 1);
         QVERIFY(plot.item->plot()->hoverText(labels[0].area.center()).contains(crowd[u"PeakLabel"_s].toString()));
         QVERIFY(plot.item->plot()->hoverText(plot.pixel(40, 2)).contains(crowd[u"PeakLabel"_s].toString()));
+        // Its number in any case, and the beginning of its name.
+        QCOMPARE(plot.shapes().filter(u"C1A"_s).value(0).section(u' ', 5), u"C1A…  40.0"_s);
+        QCOMPARE(plot.shapes().filter(u"line #90969e:0.7:3"_s).size(), 1);
     }
 
     void axesInHertz()
