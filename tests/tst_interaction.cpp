@@ -97,7 +97,7 @@ private Q_SLOTS:
             QCOMPARE(lowest(), 0.2);
             press(dialog, QDialogButtonBox::RestoreDefaults);
             QCOMPARE(lowest(), 0.05);
-            fill(dialog, {{"levelFactor", 2.0}});
+            fill(dialog, {{"lowestLevel", 20.0}});
             press(dialog, QDialogButtonBox::Cancel);
         });
         choose(window(), plot(), {u"Contour Levels..."_s});

@@ -62,8 +62,7 @@ private Q_SLOTS:
                  u"<Open...>; <Recent: r&&11.csv>; <Recent: r&&10.csv>; <Recent: r&&9.csv>; <Recent: r&&8.csv>; "
                  "<Sample: paracetamol.magres>; <Sample: paracetamol-13C-points.csv>"_s);
         recent.actions().constLast()->trigger();
-        Q_EMIT recent.aboutToShow();
-        QCOMPARE(entriesOf(&recent), u"/; (&Clear List)"_s);
+        QVERIFY(RecentFiles::files().isEmpty());
         const QAction *create = command(u"Create Spectrum"_s);
         for (QAbstractButton *button : hints->findChildren<QAbstractButton *>())
             if (button->text() == u"Sample: paracetamol.magres")
@@ -338,10 +337,9 @@ private Q_SLOTS:
             Shapes::of({800, 900}, draw).filter(QRegularExpression(u"^(rect - #(8a9098|ffffff) |line #c8c8c8)"_s));
         const auto number = [&](int word) { return paper.value(1).section(u' ', word, word).toDouble(); };
         QVERIFY(std::abs(number(6) / number(5) - 2 * std::sqrt(2)) < 0.01);
-        const double middle = number(4) + number(6) / 2;
         VERIFY_DRAWN(paper.mid(0, 3),
                      filled(u"rect - #8a9098 * * * *\nrect - #ffffff * * * *\nline #c8c8c8:0:2 %1 %2 %3 %2"_s,
-                            {number(3), middle, number(3) + number(5)}));
+                            {number(3), number(4) + number(6) / 2, number(3) + number(5)}));
         entry(viewMenu, u"Page Preview"_s)->setChecked(false);
         for (const auto &[turn, modifiers, found] : {std::tuple(120, Qt::ControlModifier, 1.2),
                                                      {-240, Qt::ControlModifier, 1 / 1.2},
