@@ -576,8 +576,8 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         const QStringList diagonal = drawn(protons).filter(u"line #a0a6ae:0.8:2 "_s);
         QCOMPARE(diagonal.size(), 1);
         const QPolygonF ends = places(diagonal[0], protons.plot()->xAxis, protons.plot()->yAxis);
-        for (const QPointF &end : ends)
-            QVERIFY(std::abs(end.x() - end.y()) < 0.05);
+        for (const QPointF &place : ends)
+            QVERIFY(std::abs(place.x() - place.y()) < 0.05);
         QVERIFY(std::abs(std::abs(ends[0].x() - ends[1].x()) - 6) < 0.2);
     }
 

@@ -695,9 +695,9 @@ private Q_SLOTS:
         QCOMPARE(item->selectedAtoms(), QSet<int>()); // a drag selects nothing
         // A double click beside the atoms shows it as at first: the left one, neither on the title nor while measuring.
         const auto turned = [&](const QPointF &place, Qt::MouseButton button = Qt::LeftButton) {
-            const QVariant before = item->viewSettings()[u"Rotation"_s];
+            const QVariant rotation = item->viewSettings()[u"Rotation"_s];
             stage.doubleClick(place, button);
-            return item->viewSettings()[u"Rotation"_s] != before;
+            return item->viewSettings()[u"Rotation"_s] != rotation;
         };
         QVERIFY(!turned({48, -12}) && !turned({5, 5}, Qt::RightButton) && !turned(item->atomPosition(Oxygen) - origin));
         stage.key(Qt::Key_M);
