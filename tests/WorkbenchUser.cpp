@@ -45,12 +45,13 @@ void typeNumber(QDoubleSpinBox *box, double number)
 QString screenText(const QWidget *widget)
 {
     if (const auto *label = qobject_cast<const QLabel *>(widget))
-        return label->text();
+        return label->text() + QLatin1String(label->text().contains(u'&') && !label->buddy() ? " !" : "");
     if (const auto *box = qobject_cast<const QDoubleSpinBox *>(widget))
-        return QStringLiteral("[%1: %2 to %3]")
+        return QStringLiteral("[%1: %2 to %3%4]")
             .arg(box->text())
             .arg(box->minimum(), 0, 'f', box->decimals())
-            .arg(box->maximum(), 0, 'f', box->decimals());
+            .arg(box->maximum(), 0, 'f', box->decimals())
+            .arg(box->singleStep() == 1 ? QString() : QStringLiteral(" by %1").arg(box->singleStep()));
     if (const auto *box = qobject_cast<const QSpinBox *>(widget))
         return QStringLiteral("[%1: %2 to %3]").arg(box->text()).arg(box->minimum()).arg(box->maximum());
     if (const auto *box = qobject_cast<const QCheckBox *>(widget))

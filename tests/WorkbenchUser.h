@@ -41,7 +41,7 @@ Inputs shown(const QWidget *dialog, const Inputs &inputs);
 
 /// What a window shows of labels, inputs and buttons: a text for each line from the top, with its parts from the left.
 /// What is disabled stands in parentheses; inputs show what they hold and allow: [chosen: choices], [number: least to
-/// most].
+/// most by steps, if not of 1]. A mnemonic that leads nowhere has a "!".
 QStringList linesOf(const QWidget *window);
 /// The visible entries of a menu or bar with their shortcuts: "Text Ctrl+T; (disabled); / for separators; submenu >".
 QString entriesOf(const QWidget *menu);

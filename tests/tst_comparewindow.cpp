@@ -54,9 +54,9 @@ private Q_SLOTS:
                  (QStringList{u"S&tructure: [candidate-3: candidate-3]"_s,
                               u"&Measured: [paracetamol-13C.csv: paracetamol-13C.csv]"_s,
                               u"&Nucleus: ([13C: 13C]) &Average: [no groups: no groups, CH3, XH3]"_s,
-                              u"&Reference: [fitted: fitted, fixed] ([172.56 ppm: -100000.00 to 100000.00])"_s,
-                              u"S&lope: [fixed: fixed, fitted] [-1.0000: -10.0000 to 10.0000]"_s,
-                              u"&Error σ: [2.20 ppm: 0.00 to 10000.00] Leave &out: [0: 0 to 1000]"_s,
+                              u"&Reference: [fitted: fitted, fixed] ([172.56 ppm: -100000.00 to 100000.00 by 0.5])"_s,
+                              u"S&lope: [fixed: fixed, fitted] [-1.0000: -10.0000 to 10.0000 by 0.01]"_s,
+                              u"&Error σ: [2.20 ppm: 0.00 to 10000.00 by 0.1] Leave &out: [0: 0 to 1000]"_s,
                               u"Pairing: <b>equal</b>; 8 lines, 8 sites in P2_1/c (14)<br>Reference <b>172.56 ppm</b> "
                               "(fitted), slope -1 (fixed)<br>RMSD <b>0.64 ppm</b>; largest difference 1.29 (C29 ×4), "
                               "RMSD without it 0.44<br>χ² 0.67, 7 degrees of freedom, <b>p = 0.999</b>"_s}));
@@ -282,7 +282,8 @@ private Q_SLOTS:
         auto *list = dialog.findChild<QTreeWidget *>(u"rankMeasurements"_s);
         QApplication::processEvents();
         QCOMPARE(linesOf(&dialog),
-                 (QStringList{u"([13C: 13C]) [2.20: 0.00 to 10000.00]"_s, u"([1H: 1H]) [0.33: 0.00 to 10000.00]"_s,
+                 (QStringList{u"([13C: 13C]) [2.20: 0.00 to 10000.00 by 0.1]"_s,
+                              u"([1H: 1H]) [0.33: 0.00 to 10000.00 by 0.1]"_s,
                               u"Candidates: the 0 structure(s) of the page <Of the &Page> <&Files...> <F&older...>"_s,
                               u"&Average: [no groups: no groups, CH3, XH3] &Leave out lines: [0: 0 to 1000] "
                               "[ ] &Ignore the assignment of lines to sites"_s,

@@ -274,6 +274,19 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         QCOMPARE(view.atomAt(view.atomPosition(3) - 3.1 * up), -1);
     }
 
+    /// Of two whose labels would lie over one another, the front one has its.
+    void labelsThatCanBeRead()
+    {
+        Molecule both;
+        both.atoms = {{6, {0, 0, 0}, true}, {8, {0.05f, 0, 1}, true}, {7, {3, 0, 0}, true}};
+        MoleculeView view = viewOf(both);
+        view.setLabels({u"C1"_s, u"O2"_s, u"N3"_s});
+        const QPointF nitrogen = view.atomPosition(2), oxygen = view.atomPosition(1);
+        VERIFY_DRAWN(drawn(view).filter(u"path - #000000"_s),
+                     filled(u"path - #000000 %1 %2\npath - #000000 %3 %4"_s,
+                            {nitrogen.x(), nitrogen.y(), oxygen.x(), oxygen.y()}));
+    }
+
     void sizes()
     {
         MoleculeView view = viewOf(molecule());
@@ -336,6 +349,10 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         };
         pictures.fill(Qt::white);
         balls.fill(Qt::white);
+        QImage smaller(400, 100, QImage::Format_RGB32);
+        QPainter once(&smaller);
+        view.paint(&once); // whose balls are of another size
+        once.end();
         paint(&pictures);
         QPicture recorded;
         paint(&recorded);
@@ -559,8 +576,8 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         const QStringList diagonal = drawn(protons).filter(u"line #a0a6ae:0.8:2 "_s);
         QCOMPARE(diagonal.size(), 1);
         const QPolygonF ends = places(diagonal[0], protons.plot()->xAxis, protons.plot()->yAxis);
-        for (const QPointF &end : ends)
-            QVERIFY(std::abs(end.x() - end.y()) < 0.05);
+        for (const QPointF &place : ends)
+            QVERIFY(std::abs(place.x() - place.y()) < 0.05);
         QVERIFY(std::abs(std::abs(ends[0].x() - ends[1].x()) - 6) < 0.2);
     }
 

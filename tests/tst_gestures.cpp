@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "Failure.h"
 #include "ItemData.h"
+#include "Shapes.h"
 #include "data/AtomSelection.h"
 #include "items/molecule/MoleculeItem.h"
 #include "items/plot/ContourMap.h"
@@ -126,6 +127,11 @@ struct PlotStage {
         item->plot()->replot();
     }
     PlotContent *content() const { return item->plot()->content(); }
+    QStringList shapes() const
+    {
+        const QRectF area({}, item->contentRect().size());
+        return Shapes::of({696, 415}, [&](QPainter *painter) { item->plot()->paintTo(painter, area); });
+    }
     bool isMap() const { return content()->ppmAxes().size() == 2; }
     QPointF pixel(double f2, double f1) const
     {
@@ -287,11 +293,14 @@ private Q_SLOTS:
             };
             QCOMPARE(click(3), QSet<int>());
             QCOMPARE(other.selectedAtoms(), (QSet<int>{Oxygen, Nitrogen}));
+            QCOMPARE(plot.said(), u"2 atom(s) selected"_s);
             QCOMPARE(click(1), QSet<int>{Oxygen});
             QCOMPARE(other.selectedAtoms(), QSet<int>());
             QCOMPARE(click(2, Qt::ControlModifier), (QSet<int>{Oxygen, Carbon, Nitrogen}));
             QCOMPARE(click(1, Qt::ControlModifier), (QSet<int>{Carbon, Nitrogen}));
+            QCOMPARE(plot.said(), u"1 atom(s) selected | 3 atom(s) selected | 2 atom(s) selected"_s);
             QCOMPARE(click(1, {}, {-12, 12}), QSet<int>()); // a little beside
+            QCOMPARE(plot.said(), QString());
             shown.sendMessage(AtomSelection::toMessage({Nitrogen}));
             QCOMPARE(plot.item->plot()->litPeaks(), QSet<QUuid>{id(2)});
             other.sendMessage(AtomSelection::toMessage({Nitrogen}));
@@ -307,7 +316,7 @@ private Q_SLOTS:
         QVariantMap list{{u"Peaks"_s, QVariantMap{{u"PeakList"_s, crowd}}}};
         PlotStage line(list);
         const QStringList texts = dynamic_cast<StackedTraces *>(line.content())->labelBand()->visibleTexts();
-        QVERIFY(texts.size() > 20 && texts.size() < 90);
+        QVERIFY(texts.size() > 30 && texts.size() < 90);
         QStringList shown, strongest;
         for (const QString &text : texts) // from left to right, from high to low ppm
             shown.append(text.section(u' ', 0, 0));
@@ -315,6 +324,8 @@ private Q_SLOTS:
             if ((i * 37) % 90 >= 90 - texts.size())
                 strongest.append(u"X%1"_s.arg(i));
         QCOMPARE(shown, strongest);
+        QVERIFY(line.shapes().filter(u"line #90969e:0.7:3"_s).isEmpty()); // many have no lines down to their peaks
+        QCOMPARE(line.shapes().filter(u"line #90969e:0.7 "_s).size(), 2 * texts.size());
 
         // In a map: as many in a heap as fit around it. The strongest is there, the weakest is not.
         QVariantList heap;
@@ -438,6 +449,9 @@ private Q_SLOTS:
         QCOMPARE(labels.size(), 1);
         QVERIFY(plot.item->plot()->hoverText(labels[0].area.center()).contains(crowd[u"PeakLabel"_s].toString()));
         QVERIFY(plot.item->plot()->hoverText(plot.pixel(40, 2)).contains(crowd[u"PeakLabel"_s].toString()));
+        // Its number in any case, and the beginning of its name.
+        QCOMPARE(plot.shapes().filter(u"C1A"_s).value(0).section(u' ', 5), u"C1A…  40.0"_s);
+        QCOMPARE(plot.shapes().filter(u"line #90969e:0.7:3"_s).size(), 1);
     }
 
     void axesInHertz()
@@ -681,9 +695,9 @@ private Q_SLOTS:
         QCOMPARE(item->selectedAtoms(), QSet<int>()); // a drag selects nothing
         // A double click beside the atoms shows it as at first: the left one, neither on the title nor while measuring.
         const auto turned = [&](const QPointF &place, Qt::MouseButton button = Qt::LeftButton) {
-            const QVariant before = item->viewSettings()[u"Rotation"_s];
+            const QVariant rotation = item->viewSettings()[u"Rotation"_s];
             stage.doubleClick(place, button);
-            return item->viewSettings()[u"Rotation"_s] != before;
+            return item->viewSettings()[u"Rotation"_s] != rotation;
         };
         QVERIFY(!turned({48, -12}) && !turned({5, 5}, Qt::RightButton) && !turned(item->atomPosition(Oxygen) - origin));
         stage.key(Qt::Key_M);
@@ -733,6 +747,16 @@ private Q_SLOTS:
             QCOMPARE(item->measurements().mid(0, before.size()), before);
             QCOMPARE(item->measurements().size(), before.size() + 1);
         }
+        // A click beside the atoms, or again onto the last one, ends it. One atom waits for the next with a "?".
+        const qsizetype all = item->measurements().size();
+        const QPointF beside = item->contentRect().topLeft() + QPointF(5, 5), oxygen = item->atomPosition(Oxygen),
+                      nitrogen = item->atomPosition(Nitrogen),
+                      carbon = item->atomPosition(Carbon) * 2 - item->atomPosition(Hydrogen);
+        for (const QPointF &place : {beside, oxygen, oxygen, carbon, nitrogen, nitrogen, oxygen, beside, carbon})
+            click(place);
+        QCOMPARE(item->measurements().mid(all), QStringList{u"C1\u2013N3  1.526 \u00c5"_s});
+        const auto paint = [&](QPainter *painter) { item->paintPicture(painter, QRectF(0, 0, 696, 415)); };
+        QCOMPARE(Shapes::of({696, 415}, paint).filter(u"path - #6d1c83"_s).size(), all + 2);
     }
 
     // --- any item

@@ -89,8 +89,15 @@ private Q_SLOTS:
         QCOMPARE(shown->labels()->visibleTexts().size(), 9); // four equivalent molecules: each place once
         const auto lowest = [this] { return plot()->plot()->options().contours.lowest; };
         m_dialogs.expect(u"Contour levels"_s, [=](QDialog *dialog) {
+            QCOMPARE(
+                linesOf(dialog).join(u"; "_s),
+                u"&Lowest level: [5.000 % of the maximum: 0.001 to 99.000]; &Factor between levels: [1.60: 1.05 to "
+                "10.00 by 0.1]; &Number of levels: [12: 1 to 50]; <Restore Defaults> <OK> <Cancel>"_s);
             fill(dialog, {{"lowestLevel", 20.0}});
             QCOMPARE(lowest(), 0.2);
+            press(dialog, QDialogButtonBox::RestoreDefaults);
+            QCOMPARE(lowest(), 0.05);
+            fill(dialog, {{"lowestLevel", 20.0}});
             press(dialog, QDialogButtonBox::Cancel);
         });
         choose(window(), plot(), {u"Contour Levels..."_s});

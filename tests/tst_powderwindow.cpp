@@ -26,6 +26,16 @@ class TestPowderWindow : public WindowTest {
         return {first / sum, sum * std::abs(spectrum.axes[0].step)};
     }
 
+    /// Of the dialog's preview, with their colours.
+    static QString curves(const QWidget *dialog)
+    {
+        NmrPlot &preview = *dialog->findChild<NmrPlot *>();
+        QStringList names;
+        for (int i = 0; preview.content() && i < preview.plottableCount(); ++i)
+            names.append(preview.plottable(i)->name() + u' ' + preview.plottable(i)->pen().color().name());
+        return names.join(u"; "_s);
+    }
+
 private Q_SLOTS:
     void init()
     {
@@ -179,23 +189,29 @@ private Q_SLOTS:
         m_dialogs.expect(u"Powder Spectrum"_s, [](QDialog *dialog) {
             fill(dialog, {{"nucleus", u"17O"_s}, {"reference", 287.125}, {"lorentzian", 20.0}});
             QTRY_VERIFY(part<QDoubleSpinBox>(dialog, "rangeFrom")->value() > 100);
+            QTRY_COMPARE(curves(dialog), u"Powder #0072b2; O1 ×4 #d55e00; O5 ×4 #009e73"_s);
+            fill(dialog, {{"siteCurves", false}});
+            QTRY_COMPARE(curves(dialog), u"Powder #0072b2"_s);
+            fill(dialog, {{"siteCurves", true}});
             const auto lines = [=] {
                 // What the preview finds out is checked beside it.
                 const auto *from = part<QDoubleSpinBox>(dialog, "rangeFrom"),
                            *to = part<QDoubleSpinBox>(dialog, "rangeTo");
                 return linesOf(dialog).replaceInStrings(from->text(), u"from"_s).replaceInStrings(to->text(), u"to"_s);
             };
-            QCOMPARE(lines().join(u"; "_s),
-                     u"&Nucleus: [17O: 13C, 1H, 2H, 3H, 14N, 15N, 17O]; 1&H frequency: [600.00 MHz: 1.00 to "
-                     "10000.00]; S&pinning: [Magic angle, infinitely fast: Static, Magic angle, at a rate, Magic "
-                     "angle, infinitely fast]; R&ate: ([20000 Hz: 100 to 1000000]); &Reference: [287.125 ppm: "
-                     "-100000.000 to 100000.000]; S&lope: [-1.0000: -100.0000 to 100.0000]; Fa&ctor on Cq: "
-                     "[1.0000: 0.0100 to 100.0000]; Loren&tzian: [20.0 Hz: 0.0 to 1000000.0]; &Gaussian: [0.0 Hz: "
-                     "0.0 to 1000000.0]; Po&ints: [8192: 2 to 4194304]; Rang&e: ([from: -999999.000 to "
-                     "999999.000]) to ([to: -999999.000 to 999999.000]); [x] All a&bove 0.1 % of the highest "
-                     "point; &Sites: [x] O1 ×4: 92.1 ppm, Cq 7.991 MHz, η 0.41/[x] O5 ×4: 317.5 ppm, Cq 8.400 MHz, "
-                     "η 0.27; Shift anisotropy alone: no dipolar couplings; ideal excitation.; [x] C&urves of the "
-                     "sites beside their sum; <OK> <Cancel>"_s);
+            QCOMPARE(
+                lines().join(u"; "_s),
+                u"&Nucleus: [17O: 13C, 1H, 2H, 3H, 14N, 15N, 17O]; 1&H frequency: [600.00 MHz: 1.00 to "
+                "10000.00]; S&pinning: [Magic angle, infinitely fast: Static, Magic angle, at a rate, Magic "
+                "angle, infinitely fast]; R&ate: ([20000 Hz: 100 to 1000000]); &Reference: [287.125 ppm: "
+                "-100000.000 to 100000.000]; S&lope: [-1.0000: -100.0000 to 100.0000]; Fa&ctor on Cq: "
+                "[1.0000: 0.0100 to 100.0000]; Loren&tzian: [20.0 Hz: 0.0 to 1000000.0]; &Gaussian: [0.0 Hz: "
+                "0.0 to 1000000.0]; Po&ints: [8192: 2 to 4194304]; Rang&e: ([from: -999999.000 to "
+                "999999.000]) to ([to: -999999.000 to 999999.000]); [x] All a&bove 0.1 % of the highest "
+                "point; &Sites: [x] O1 ×4: 92.1 ppm, Cq 7.991 MHz, η 0.41/[x] O5 ×4: 317.5 ppm, Cq 8.400 MHz, "
+                "η 0.27; Central transition only, to second order, with shift anisotropy: no satellites, no dipolar "
+                "couplings or cross terms with them; ideal excitation.; [x] C&urves of the sites beside their sum; "
+                "<OK> <Cancel>"_s);
             fill(dialog, {{"rotation", u"Magic angle, at a rate"_s}, {"rate", 12500.0}});
             fill(dialog, {{"scale", 0.5}, {"reference", 280.0}, {"slope", -0.9}});
             QCOMPARE(
@@ -247,6 +263,9 @@ private Q_SLOTS:
         m_dialogs.expect(u"Edit Powder Spectrum"_s, [](QDialog *dialog) {
             fill(dialog, {{"lorentzian", 90.0}});
             QTRY_VERIFY(part<QPushButton>(dialog, "fit")->isEnabled());
+            // One site has no curve beside the sum.
+            QTRY_COMPARE(curves(dialog), u"Powder #0072b2; measured.csv #d55e00"_s);
+            QVERIFY(!part<QCheckBox>(dialog, "siteCurves")->isEnabled());
             part<QPushButton>(dialog, "fit")->click();
             static const QRegularExpression error(u" ± [0-9.e-]+"_s);
             const auto agrees = [=](const QString &pattern) {

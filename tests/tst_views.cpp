@@ -519,6 +519,26 @@ text #50565e 16 72.5 0 and 1 more row(s) of the rows with c iso<60)"_s);
     }
 
     /// Numbers by size, then texts, what is empty last, whichever the order.
+    /// As many of the selected rows as can be, the first one in any case.
+    void selectedRowsComeIntoSight()
+    {
+        TableItem table(new StubTable(QVariantList(60, row(u"C1"_s, 1))));
+        table.resize(400, 300);
+        table.ensureFitted();
+        QTableView *view = table.view();
+        const auto sight = [&](int first, int last) {
+            const auto whole = QItemSelectionModel::Select | QItemSelectionModel::Rows;
+            view->selectionModel()->clear();
+            for (int selected : {last, first})
+                view->selectionModel()->select(view->model()->index(selected, 0), whole);
+            table.receiveMessage({}, nullptr);
+            const int bottom = view->rowAt(view->viewport()->height() - 1);
+            return std::pair(view->rowAt(0) <= first && bottom >= first, view->rowAt(0) <= last && bottom >= last);
+        };
+        for (const auto &[first, last, both] : {std::tuple(30, 34, true), {5, 50, false}, {20, 59, false}})
+            QCOMPARE(sight(first, last), std::pair(true, both));
+    }
+
     void cellsAreOrdered()
     {
         QVariantList mixed{row(u"A"_s, 3), row(u"B"_s, 0), row(u"C"_s, std::nan("")), row(u"D"_s, -2), row(u"E"_s, 3),
@@ -797,10 +817,17 @@ text #0b5799 * %3 0 Do it)"_s;
         };
         const QImage image = QImage::fromData(written(u"png"_s), "PNG");
         QCOMPARE(image.size(), QSize(3 * 196, 3 * 125));
+        QCOMPARE(QSize(image.dotsPerMeterX(), image.dotsPerMeterY()), QSize(11339, 11339)); // 288 an inch
         QVERIFY(image.pixelColor(314, 208) != QColor(Qt::white) && image.pixelColor(3, 3) == QColor(Qt::white));
         QVERIFY(written(u"SVG"_s).contains("viewBox=\"0 0 196 125\""));
         QVERIFY(written(u"pdf"_s).contains("/MediaBox [0 0 147")); // in points
         QVERIFY(failure([&] { written(u"doc"_s); }).contains(".svg"));
+        QSignalSpy told(&molecule, &DocumentItem::reported);
+        choose(molecule.contextMenu(), u"Picture/Copy"_s);
+        const QMimeData *copied = QGuiApplication::clipboard()->mimeData();
+        QCOMPARE(qvariant_cast<QImage>(copied->imageData()), image);
+        QVERIFY(copied->data(u"image/svg+xml"_s).contains("<title>Molecule: C</title>"));
+        QCOMPARE(told.value(0).value(0), u"The picture is on the clipboard"_s);
     }
 
     // --- table

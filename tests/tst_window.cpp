@@ -90,6 +90,7 @@ private Q_SLOTS:
         {
             FrequencyDialog dialog(list, FrequencyNeeded({}, 1, false), {}, nullptr);
             dialog.show();
+            QCOMPARE(dialog.focusWidget()->objectName(), u"nucleus"_s);
             QCOMPARE(linesOf(&dialog).join(u"; "_s),
                      u"The positions in si.csv are frequencies. Of which nucleus is it, and what is the frequency "
                      "of 0 ppm?; &Unit: [Hz: Hz, kHz, ppm]; &Nucleus: [choose: choose, 1H, 13C, 15N, 17O, 19F, "
@@ -107,6 +108,8 @@ private Q_SLOTS:
         FrequencyDialog dialog(m_files.write("hsqc-1H-13C.csv", "F2 (Hz),F1 (Hz)\n4000,12000\n2000,3000\n"),
                                FrequencyNeeded({}, 2, true), {u"29Si"_s, 500}, nullptr);
         dialog.show();
+        QCOMPARE(dialog.focusWidget()->objectName(), u"protonFrequency"_s);
+        QVERIFY(part<QDoubleSpinBox>(&dialog, "protonFrequency")->findChild<QLineEdit *>()->hasSelectedText());
         QCOMPARE(linesOf(&dialog).mid(1).join(u"; "_s),
                  u"&Nucleus of F2: [1H: choose, 1H, 13C, 15N, 17O, 19F, 23Na, 27Al, 29Si, 31P, , 2H]; Nucleus of "
                  "F&1: [13C: choose, 1H, 13C, 15N, 17O, 19F, 23Na, 27Al, 29Si, 31P, , 2H]; &Spectrometer (1H): "
@@ -420,6 +423,7 @@ private Q_SLOTS:
 
     void aboutTellsThePlugins()
     {
+        m_host->loadPlugins(u"/no/such"_s);
         QString text;
         accept(u"About"_s, {}, &text);
         entry(menu(u"Help"_s), u"About and Plug-ins..."_s)->trigger();
@@ -428,7 +432,8 @@ private Q_SLOTS:
             text.replace(description, u"<br>…<br><small>"_s),
             u"<h3>Magres Workbench </h3><p>NMR parameters of crystals: molecules, tables and simulated spectra from "
             "calculated shieldings.</p><h4>Plug-ins</h4><p><b>MAGRES File Filter Plugin</b> 2.1<br>…<br><small>"
-            "libmagresfilefilter.so</small></p>"_s);
+            "libmagresfilefilter.so</small></p><p><b>Not loaded:</b> /no/such<br>there is no such directory</p>"_s);
+        m_host.reset(); // which keeps what it could not load
     }
 
     void activeItemsAreNamedAndTold()
@@ -695,6 +700,76 @@ private Q_SLOTS:
         QCOMPARE(trigger(spectrum, u"RMSD"_s, u"RMSD"_s), u"RMSD: 1 ppm"_s);
         spectrum->nmrData()->insertSpectrum(id, {});
         QVERIFY(trigger(spectrum, u"RMSD"_s, u"Error"_s).contains(u"and the experimental spectrum has 0"));
+    }
+
+    /// A right click on a title: columns are switched one after the other while the menu stays.
+    void columnsAreSwitchedAtTheirTitles()
+    {
+        const QHeaderView *header = table()->view()->horizontalHeader();
+        const QPointF title = table()->mapToScene(table()->contentRect().topLeft() + QPointF(40, 34));
+        QTest::mouseClick(window().windowHandle(), Qt::RightButton, {},
+                          window().view()->viewport()->mapTo(&window(), window().view()->mapFromScene(title)));
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        QList<int> hidden{header->hiddenSectionCount(), history().index()};
+        for (QAction *column : menu->actions().mid(3, 2)) {
+            QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(column).center());
+            hidden.append(header->hiddenSectionCount() - hidden[0]);
+        }
+        for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+            QTest::keyClick(menu, key);
+            hidden.append(header->hiddenSectionCount() - hidden[0]);
+        }
+        QVERIFY(menu->isVisible());
+        menu->close();
+        QCOMPARE(hidden.mid(2), (QList{1, 2, 1, 2, 1}));
+        history().setIndex(hidden[1]);
+        QCOMPARE(header->hiddenSectionCount(), hidden[0]);
+    }
+
+    /// Dialogs of items: what they offer, take and refuse.
+    void dialogsOfItems()
+    {
+        const auto cells = [&](const QString &before, const QString &text) {
+            m_dialogs.expect(u"Supercell"_s, [=](QDialog *dialog) {
+                auto *input = qobject_cast<QInputDialog *>(dialog);
+                QCOMPARE(input->labelText() + input->textValue(), u"Numbers of cells along a, b and c:"_s + before);
+                input->setTextValue(text);
+                dialog->accept();
+            });
+            window().statusBar()->clearMessage();
+            entry(entry(molecule()->contextMenu(), u"Crystal"_s)->menu(), u"Other Numbers of Cells..."_s)->trigger();
+            const auto &now = molecule()->packing().cells;
+            return u"%1 %2 %3|"_s.arg(now[0]).arg(now[1]).arg(now[2]) + said();
+        };
+        QCOMPARE(cells(u"1 1 1"_s, u" 2x1 × 3"_s), u"2 1 3|"_s);
+        for (const QString &odd : {u"2 2"_s, u"2 0 1"_s, u"1 1 1 1"_s})
+            QCOMPARE(cells(u"2 1 3"_s, odd),
+                     u"2 1 3|\"%1\" is not understood: three whole numbers such as 2 2 1 are wanted"_s.arg(odd));
+        // 80 atoms a cell: 625 cells.
+        QCOMPARE(cells(u"2 1 3"_s, u"9 9 9"_s), u"9 9 9|8 × 8 × 9 cells are shown: no more than 50000 atoms can be"_s);
+
+        NmrItem *spectrum = createSpectrum();
+        PlotOptions options;
+        options.integrals = {{data()->activeEntryId(), 90, 60}, {data()->activeEntryId(), 50, 40}};
+        spectrum->plot()->setOptions(options);
+        for (const double value : {-2.5, 0.0}) {
+            m_dialogs.expect(u"Set Integral"_s, [=](QDialog *dialog) {
+                auto *input = qobject_cast<QInputDialog *>(dialog);
+                QCOMPARE(input->labelText(), u"Value of this integral:"_s);
+                QCOMPARE(linesOf(dialog)[1], u"[1.000: -1000000.000 to 1000000.000]"_s);
+                input->setDoubleValue(value);
+                dialog->accept();
+            });
+            choose(window(), spectrum, {u"Measure"_s, u"Set Integral"_s, u"50.00 to 40.00 ppm..."_s});
+            const PlotOptions &now = spectrum->plot()->options();
+            QVERIFY(now.integralReference == 1 && now.referenceValue == -2.5);
+        }
+        QCOMPARE(said(), u"An integral cannot be set to 0: all others are measured by it"_s);
+        m_dialogs.expect(u"Supercell"_s, [&](QDialog *dialog) { // the item goes while it asks
+            scene().removeAll();
+            dialog->accept();
+        });
+        entry(entry(molecule()->contextMenu(), u"Crystal"_s)->menu(), u"Other Numbers of Cells..."_s)->trigger();
     }
 
 private:

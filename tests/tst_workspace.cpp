@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "ItemData.h"
+#include "Shapes.h"
 #include "WindowTest.h"
 
 #include "document/PageExport.h"
 #include "document/UndoCommands.h"
 #include "host/PageLayout.h"
 #include "window/ContentsDock.h"
+#include "window/RecentFiles.h"
 
 /// The window as a place to work in: what is where, what it says, and that nothing of it is lost.
 class TestWorkspace : public WindowTest {
@@ -47,6 +49,20 @@ private Q_SLOTS:
     {
         auto *hints = window().findChild<QWidget *>(u"startHints"_s);
         QVERIFY(hints && hints->isVisible());
+        RecentFiles recent(nullptr);
+        for (int i = 0; i < 12; ++i)
+            recent.add(m_files.write("r&" + QByteArray::number(i) + ".csv", "x"));
+        Q_EMIT recent.aboutToShow();
+        QCOMPARE(entriesOf(&recent).remove(m_files.path("") + u'/'),
+                 u"&1  r&&11.csv; &2  r&&10.csv; &3  r&&9.csv; &4  r&&8.csv; &5  r&&7.csv; &6  r&&6.csv; &7  r&&5.csv; "
+                 "&8  r&&4.csv; &9  r&&3.csv; r&&2.csv; /; &Clear List"_s);
+        Q_EMIT scene().itemsChanged(); // the empty window looks at the list anew
+        QCoreApplication::processEvents();
+        QCOMPARE(linesOf(hints).mid(1).join(u"; "_s),
+                 u"<Open...>; <Recent: r&&11.csv>; <Recent: r&&10.csv>; <Recent: r&&9.csv>; <Recent: r&&8.csv>; "
+                 "<Sample: paracetamol.magres>; <Sample: paracetamol-13C-points.csv>"_s);
+        recent.actions().constLast()->trigger();
+        QVERIFY(RecentFiles::files().isEmpty());
         const QAction *create = command(u"Create Spectrum"_s);
         for (QAbstractButton *button : hints->findChildren<QAbstractButton *>())
             if (button->text() == u"Sample: paracetamol.magres")
@@ -140,6 +156,7 @@ private Q_SLOTS:
         };
         QVERIFY(!page(PageExport::Notes::Hidden).contains("outside of"));
         QVERIFY(page(PageExport::Notes::Shown).contains("outside of"));
+        QVERIFY(plot()->noteBar()->isVisible() && scene().layout() == MainScene::Layout::Workspace);
     }
 
     void measurementComesFirst()
@@ -310,6 +327,35 @@ private Q_SLOTS:
         // Paper fills the width with a gap on both sides.
         entry(viewMenu, u"Page Preview"_s)->setChecked(true);
         QVERIFY(std::abs(scale() - view.viewport()->width() / (793.7 + 28)) < 1e-9);
+        // Two pages on grey, parted by a dashed line.
+        scene().setPlace(*plot(), {QRectF(38, 1300, 700, 300), {}});
+        const auto draw = [&](QPainter *painter) {
+            const QRect all = view.mapFromScene(scene().sceneRect()).boundingRect().adjusted(-10, -10, 10, 10);
+            view.render(painter, QRectF({}, all.size()), all);
+        };
+        const QStringList paper =
+            Shapes::of({800, 900}, draw).filter(QRegularExpression(u"^(rect - #(8a9098|ffffff) |line #c8c8c8)"_s));
+        const auto number = [&](int word) { return paper.value(1).section(u' ', word, word).toDouble(); };
+        QVERIFY(std::abs(number(6) / number(5) - 2 * std::sqrt(2)) < 0.01);
+        VERIFY_DRAWN(paper.mid(0, 3),
+                     filled(u"rect - #8a9098 * * * *\nrect - #ffffff * * * *\nline #c8c8c8:0:2 %1 %2 %3 %2"_s,
+                            {number(3), number(4) + number(6) / 2, number(3) + number(5)}));
+        entry(viewMenu, u"Page Preview"_s)->setChecked(false);
+        for (const auto &[turn, modifiers, found] : {std::tuple(120, Qt::ControlModifier, 1.2),
+                                                     {-240, Qt::ControlModifier, 1 / 1.2},
+                                                     {120, Qt::NoModifier, 1 / 1.2}}) {
+            QWheelEvent event(QPointF(9, 9), view.viewport()->mapToGlobal(QPointF(9, 9)), {}, {0, turn}, Qt::NoButton,
+                              modifiers, Qt::NoScrollPhase, false);
+            QApplication::sendEvent(view.viewport(), &event);
+            QVERIFY(std::abs(scale() - found) < 1e-9);
+        }
+        // Sharp at every scale, within limits.
+        for (const auto &[zoom, pixels] : {std::pair(2.0, 2.0), {9.0, 4.0}, {0.5, 1.0}}) {
+            entry(viewMenu, u"Fit Window"_s)->trigger();
+            view.zoom(zoom);
+            view.centerOn(plot());
+            QTRY_COMPARE(plot()->plot()->bufferDevicePixelRatio(), pixels);
+        }
     }
 
     /// A spectrum is dragged from the list onto a plot: the view hands it over and says where it is let go.

@@ -296,8 +296,9 @@ void DocumentItem::savePicture()
     // One item goes into slides and notes before it goes to print.
     QStringList filters = filtersOf(pictureTypes());
     std::reverse(filters.begin(), filters.end());
+    const QPointer<DocumentItem> stillThere(this);
     const QString name = askForFileToSave(viewWindow(), tr("Save Picture"), QString(), filters);
-    if (name.isEmpty())
+    if (name.isEmpty() || !stillThere)
         return;
     try {
         ItemPicture::save(*this, name);

@@ -3786,6 +3786,10 @@ im Plot „%1“; lässt sich auf einen anderen ziehen</numerusform>
         <source>%1 of %2</source>
         <translation>%1 von %2</translation>
     </message>
+    <message>
+        <source>An integral cannot be set to 0: all others are measured by it</source>
+        <translation>Ein Integral lässt sich nicht auf 0 setzen: an ihm werden alle anderen gemessen</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::NmrPlot</name>

@@ -315,10 +315,11 @@ void MoleculeItem::askForCells()
 {
     const auto [a, b, c] = m_view.packing().cells;
     bool accepted = false;
+    const QPointer<MoleculeItem> stillThere(this);
     const QString text =
         QInputDialog::getText(viewWindow(), tr("Supercell"), tr("Numbers of cells along a, b and c:"),
                               QLineEdit::Normal, QStringLiteral("%1 %2 %3").arg(a).arg(b).arg(c), &accepted);
-    if (!accepted)
+    if (!accepted || !stillThere)
         return;
     const QStringList words = text.split(QRegularExpression(QStringLiteral("[^0-9]+")), Qt::SkipEmptyParts);
     Packing packing = m_view.packing();

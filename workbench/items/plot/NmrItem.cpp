@@ -247,8 +247,10 @@ void NmrItem::setIntegral(int index)
     const QPointer<NmrItem> stillThere(this);
     const double value = QInputDialog::getDouble(viewWindow(), tr("Set Integral"), tr("Value of this integral:"), 1.0,
                                                  -1e6, 1e6, 3, &accepted);
-    if (!accepted || value == 0 || !stillThere)
+    if (!accepted || !stillThere)
         return;
+    if (value == 0)
+        return Q_EMIT reported(tr("An integral cannot be set to 0: all others are measured by it"));
     changeOptions([&](PlotOptions &options) {
         options.integralReference = index;
         options.referenceValue = value;

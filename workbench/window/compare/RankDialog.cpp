@@ -258,6 +258,7 @@ void RankDialog::fillMeasurements()
         nucleus->setCurrentText(shown);
         auto *sigma = new QDoubleSpinBox;
         sigma->setRange(0, 1e4);
+        sigma->setSingleStep(0.1); // of 1H it is 0.33 ppm
         sigma->setSpecialValueText(tr("not known"));
         sigma->setValue(usualError(shown).value_or(0));
         connect(nucleus, &QComboBox::currentTextChanged, sigma,
