@@ -119,6 +119,18 @@ std::vector<double> uniform(Random &random, int count, double low, double high)
     return values;
 }
 
+/// Carbons apart from one another, without a cell.
+CrystalStructure carbons(const std::vector<double> &shieldings)
+{
+    CrystalStructure structure;
+    for (double iso : shieldings) {
+        const int i = int(structure.atoms.size());
+        const Tensor3 tensor{iso, 0, 0, 0, iso, 0, 0, 0, iso};
+        structure.atoms.push_back({u"C"_s, {u"C%1"_s.arg(i + 1)}, i + 1, i, {3.0 * i, 0, 0}, tensor, {}, {}});
+    }
+    return structure;
+}
+
 /// P2_1/c, four molecules of one carbon with a methyl-like triple of hydrogens and one more hydrogen.
 CrystalStructure monoclinicCrystal(int copiesAlongA = 1, double distortion = 0)
 {
@@ -383,6 +395,34 @@ private Q_SLOTS:
         QVERIFY(shared > 75 && refused > 10);
     }
 
+    /// Of a reference that is known to within an error: the likeliest pairs of all.
+    void pairsKnowTheReference()
+    {
+        Random random(23);
+        NucleusMeasurement measured;
+        measured.nucleus = u"13C"_s;
+        measured.unmatched = 1;
+        measured.calibration = ShiftCalibration::of({{20, 150.6}, {90, 79.4}, {160, 10.6}});
+        measured.scale.slope = measured.calibration->slope;
+        for (int trial = 0; trial < 60; ++trial) {
+            const int n = 3 + random.below(3), m = trial % 2 ? n - 1 : n + 1;
+            const CrystalStructure structure = carbons(uniform(random, n, 20, 160));
+            measured.lines = linesOf(uniform(random, m, 0, 160));
+            measured.sigma = trial % 4 < 2 ? 2.2 : 20.0;
+            NucleusComparison other = NucleusComparison::of(structure, UniqueSites::of(structure, {}), measured);
+            const double found = *other.logLikelihood(measured, 1);
+            double most = -1e300;
+            eachWay(std::size_t(n), std::size_t(m), [&](const auto &of) {
+                const auto nuclei = nucleiOfLines(other.sites, of, std::size_t(m));
+                if (std::count(nuclei.begin(), nuclei.end(), 0) != std::max(m - n, 0))
+                    return;
+                other.agreement = Agreement::of(other.sites, measured.lines, of, measured.scale);
+                most = std::max(most, *other.logLikelihood(measured, 1));
+            });
+            QVERIFY(isClose(found, most));
+        }
+    }
+
     void assignedLines()
     {
         auto sites = sitesOf({100, 50, 20, 60});
@@ -432,18 +472,7 @@ private Q_SLOTS:
         Random random(17);
         for (int trial = 0; trial < 300; ++trial) {
             const int n = 3 + random.below(5), m = 2 + random.below(n - 1);
-            CrystalStructure structure;
-            for (int i = 0; i < n; ++i) {
-                const double iso = random.uniform(0, 150);
-                structure.atoms.push_back({u"C"_s,
-                                           {u"C%1"_s.arg(i + 1)},
-                                           i + 1,
-                                           i,
-                                           {3.0 * i, 0, 0},
-                                           Tensor3{iso, 0, 0, 0, iso, 0, 0, 0, iso},
-                                           {},
-                                           {}});
-            }
+            const CrystalStructure structure = carbons(uniform(random, n, 0, 150));
             const UniqueSites unique = UniqueSites::of(structure, {});
             QList<SpectrumPeak> peaks = peaksAt(uniform(random, m, 20, 170));
             NucleusMeasurement options;

@@ -34,8 +34,16 @@ Fit fitted(const std::vector<Point> &points, const LinePairing::Options &options
     const ShiftMoments moments = ShiftMoments::of(points);
     Fit fit;
     fit.scale.slope = options.slope.value_or(moments.slope(fallbackSlope, options.reference));
-    fit.scale.offset = options.reference.value_or(moments.reference(fit.scale.slope));
+    fit.scale.offset = moments.reference(fit.scale.slope);
     fit.squares = 0;
+    if (options.reference && std::isinf(options.referenceWeight)) {
+        fit.scale.offset = *options.reference;
+    } else if (options.reference) {
+        const double weight = options.referenceWeight;
+        fit.scale.offset += weight * (*options.reference - fit.scale.offset) / (weight + moments.points);
+        const double off = fit.scale.offset - *options.reference;
+        fit.squares += weight * off * off;
+    }
     for (const Point &p : points) {
         const double difference = p.shift - fit.scale.offset - fit.scale.slope * p.shielding;
         fit.squares += difference * difference;
@@ -195,12 +203,9 @@ private:
 
 using Splitter = std::function<Split(const Scale &)>;
 
-/// Between the smallest and the largest difference that a pair of an order-keeping pairing can have, unless nothing is
-/// left to fit.
+/// Between the smallest and the largest difference that a pair of an order-keeping pairing can have.
 std::vector<double> startOffsets(const Problem &problem)
 {
-    if (problem.options.reference && problem.options.slope)
-        return {*problem.options.reference};
     constexpr int steps = 48;
     const Scale unreferenced{0, problem.startSlope()};
     const std::size_t n = problem.sites(), m = problem.lines();
@@ -216,6 +221,19 @@ std::vector<double> startOffsets(const Problem &problem)
     return offsets;
 }
 
+std::vector<Scale> starts(const Problem &problem)
+{
+    const LinePairing::Options &options = problem.options;
+    std::vector<Scale> all;
+    if (options.reference)
+        all.push_back({*options.reference, problem.startSlope()});
+    if (options.reference && options.slope && std::isinf(options.referenceWeight))
+        return all; // nothing is left to fit
+    for (double offset : startOffsets(problem))
+        all.push_back({offset, problem.startSlope()});
+    return all;
+}
+
 /// The best split and the best scale for each other, from many starts. Each turn makes the sum smaller, so that it
 /// ends.
 Split best(const Problem &problem, const Splitter &splitter)
@@ -223,8 +241,7 @@ Split best(const Problem &problem, const Splitter &splitter)
     double least = infinity;
     Split result;
     std::set<Split> seen; // what has led somewhere leads there again
-    for (double offset : startOffsets(problem)) {
-        Scale scale{offset, problem.startSlope()};
+    for (Scale scale : starts(problem)) {
         for (Split split = splitter(scale); seen.insert(split).second; split = splitter(scale)) {
             std::vector<Point> points = problem.fixed;
             for (std::size_t i = 0; i < problem.sites(); ++i)

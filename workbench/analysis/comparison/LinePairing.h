@@ -3,6 +3,7 @@
 
 #include <QStringList>
 
+#include <limits>
 #include <optional>
 #include <stdexcept>
 #include <vector>
@@ -54,6 +55,8 @@ struct LinePairing {
         std::optional<double> slope = -1.0; ///< of the shift over the shielding; none: fitted along
         int unmatched = 0; ///< lines that may be left out where there are more than sites
         std::optional<double> reference = std::nullopt; ///< ppm; none: fitted along
+        /// Of the reference beside the sites, each of which has 1: the squared ratio of a site's error to its own.
+        double referenceWeight = std::numeric_limits<double>::infinity();
     };
 
     Mode mode = Mode::Equal; ///< of the lines that name no site, unless all do
@@ -64,7 +67,8 @@ struct LinePairing {
     std::vector<int> leftOut; ///< lines
 
     /// Lines that name sites go there. The others go to the sites that are left, so that the sum of squared
-    /// differences, each site once, is least at the reference, or at the best one: by order where the numbers are
+    /// differences, each site once, is least at the reference (and with what that differs from the one expected, where
+    /// it has a weight), or at the best one: by order where the numbers are
     /// equal; else sites sorted by shift are cut into groups, one a line. Given the counts of these lines, groups have
     /// these numbers of nuclei up to a common factor; groups then need not be neighbours where the sites' own numbers
     /// differ. Lines that name sites and have counts share the factor, and take more sites where they name too few.

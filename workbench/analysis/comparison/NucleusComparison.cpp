@@ -27,6 +27,25 @@ std::vector<ComparedSite> comparedSites(const CrystalStructure &structure, const
     return compared;
 }
 
+namespace {
+
+/// Pairs are sought at what is known of the reference, as the likelihood counts it.
+LinePairing::Options pairingOptions(const NucleusMeasurement &measurement, const std::vector<ComparedSite> &sites)
+{
+    LinePairing::Options options{measurement.scale.slope, measurement.unmatched, measurement.scale.reference};
+    if (const auto &set = measurement.calibration; set && !options.reference) {
+        double shielding = 0; // mean
+        for (const ComparedSite &site : sites)
+            shielding += site.shielding / double(sites.size());
+        options.reference = set->reference;
+        if (measurement.sigma)
+            options.referenceWeight = *measurement.sigma * *measurement.sigma / set->lineVariance(shielding);
+    }
+    return options;
+}
+
+} // namespace
+
 NucleusComparison NucleusComparison::of(const CrystalStructure &structure, const UniqueSites &unique,
                                         const NucleusMeasurement &measurement)
 {
@@ -36,8 +55,7 @@ NucleusComparison NucleusComparison::of(const CrystalStructure &structure, const
     if (result.atoms.empty())
         fail(Texts::tr("there is no site of %1").arg(measurement.nucleus));
     result.sites = comparedSites(structure, result.atoms);
-    result.pairing = LinePairing::of(result.sites, measurement.lines,
-                                     {measurement.scale.slope, measurement.unmatched, measurement.scale.reference});
+    result.pairing = LinePairing::of(result.sites, measurement.lines, pairingOptions(measurement, result.sites));
     result.agreement = Agreement::of(result.sites, measurement.lines, result.pairing.linesOf, measurement.scale);
     if (measurement.sigma)
         result.chiSquare = result.agreement.chiSquare(*measurement.sigma);
