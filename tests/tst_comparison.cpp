@@ -549,6 +549,23 @@ private Q_SLOTS:
             const LinePairing known = LinePairing::of(sites, lines, {std::nullopt, 0, 170.0});
             QVERIFY(isClose(Agreement::of(sites, lines, known.linesOf, {std::nullopt, 170.0}).slope, slope, 0.05));
         }
+        // Among lines of no site, against all choices of falling slope.
+        const Agreement::Options scale{std::nullopt, {}};
+        for (int trial = 0; trial < 80; ++trial) {
+            const auto sites = sitesOf(uniform(random, 4, 0, 170));
+            auto lines = linesOf(uniform(random, 3, 0, 170));
+            for (const ComparedSite &site : sites)
+                lines.push_back({168 - 0.95 * site.shielding + 0.3 * normal(random), {}, {}});
+            const double least = leastOfAll(
+                sites, lines,
+                [&](const auto &of) {
+                    return Agreement::of(sites, lines, of, scale).slope < 0
+                        && std::set(of.begin(), of.end()).size() == 4;
+                },
+                scale);
+            QVERIFY(isClose(leastSquares(sites, lines, LinePairing::of(sites, lines, {std::nullopt, 3}).linesOf, scale),
+                            least));
+        }
     }
 
     void assignment()

@@ -221,6 +221,38 @@ std::vector<double> startOffsets(const Problem &problem)
     return offsets;
 }
 
+/// Lines through two pairs: a site of low and one of high shift, each with lines that an order-keeping pairing can give
+/// it. Where some lines belong to no site, starts of one slope do not lead to every other.
+std::vector<Scale> slopedStarts(const Problem &problem)
+{
+    constexpr int mostLines = 8; // tried of a site
+    constexpr double factor = 3; // by which a slope may differ from the usual one
+    const int n = int(problem.sites()), m = int(problem.lines());
+    const auto places = [&](int site) {
+        const int low = m > n ? site : std::max(0, site - (n - m)), high = m > n ? site + m - n : std::min(site, m - 1);
+        std::vector<int> lines;
+        for (int line = low; line <= high; line += 1 + (high - low) / mostLines)
+            lines.push_back(line);
+        return lines;
+    };
+    std::vector<Scale> starts;
+    for (int low : std::set{0, 1, n / 4}) {
+        for (int high : std::set{n - 1, n - 2, 3 * n / 4}) {
+            for (int a : low < high ? places(low) : std::vector<int>()) {
+                for (int b : places(high)) {
+                    const auto from = std::size_t(low), to = std::size_t(high);
+                    const double slope = (problem.shifts[std::size_t(b)] - problem.shifts[std::size_t(a)])
+                        / (problem.shieldings[to] - problem.shieldings[from]);
+                    const double ratio = slope / problem.startSlope();
+                    if (ratio > 1 / factor && ratio < factor)
+                        starts.push_back({problem.shifts[std::size_t(a)] - slope * problem.shieldings[from], slope});
+                }
+            }
+        }
+    }
+    return starts;
+}
+
 std::vector<Scale> starts(const Problem &problem)
 {
     const LinePairing::Options &options = problem.options;
@@ -231,6 +263,11 @@ std::vector<Scale> starts(const Problem &problem)
         return all; // nothing is left to fit
     for (double offset : startOffsets(problem))
         all.push_back({offset, problem.startSlope()});
+    // By counts, lines have their numbers of sites wherever one starts.
+    if (!options.slope && problem.needs.empty()) {
+        const std::vector<Scale> sloped = slopedStarts(problem);
+        all.insert(all.end(), sloped.begin(), sloped.end());
+    }
     return all;
 }
 
