@@ -89,6 +89,23 @@ QByteArray crystalText(const std::array<std::vector<double>, 2> &shieldings, boo
     return text + atoms + "[/atoms]\n[magres]\nunits ms ppm\n" + tensors + "[/magres]\n";
 }
 
+/// Places and shieldings of atoms without a cell.
+QByteArray atomsText(const QByteArray &element, const std::vector<std::array<double, 4>> &atoms)
+{
+    QByteArray places, tensors;
+    for (const auto &[x, y, z, shielding] : atoms) {
+        const QByteArray name = element + ' ' + QByteArray::number(places.count('\n') + 1);
+        const QByteArray iso = ' ' + QByteArray::number(shielding, 'f', 6);
+        places += "atom " + element + ' ' + name;
+        for (double coordinate : {x, y, z})
+            places += ' ' + QByteArray::number(coordinate);
+        places += '\n';
+        tensors += "ms " + name + iso + " 1 0 0" + iso + " 0 0 0" + iso + '\n';
+    }
+    return "#$magres-abinitio-v1.0\n[atoms]\nunits atom Angstrom\n" + places + "[/atoms]\n[magres]\nunits ms ppm\n"
+        + tensors + "[/magres]\n";
+}
+
 /// Sorted shifts of which the closest neighbours have become one line, `merges` times.
 std::vector<double> merged(std::vector<double> shifts, int merges)
 {
@@ -374,6 +391,13 @@ private Q_SLOTS:
         m_program.run("calibrate @s0.magres=@c4.csv @s2.magres=@c.csv --nucleus 13C -o @set.json -o @set.png");
         QVERIFY2(m_program.status == 0 && m_program.read("set.png").startsWith("\x89PNG"), m_program.errors);
         const QJsonDocument set = QJsonDocument::fromJson(m_program.read("set.json"));
+        // A compound of one site has its line where the others tell.
+        const double shift = m_pool.shifts[0][0];
+        m_program.write("one.magres", atomsText("C", {{0, 0, 0, 170 - shift}}));
+        m_program.write("one.csv", peakList({shift, shift - 60}));
+        const QByteArray text =
+            m_program.run("calibrate @s0.magres=@c.csv @one.magres=@one.csv --nucleus 13C --unmatched 1");
+        QVERIFY2(text.contains("one.magres, the lines at " + QByteArray::number(shift - 60, 'f', 2) + " ppm\n"), text);
         const auto likelihood = [&](const QByteArray &options) {
             return rank("--experiment 13C=@c.csv " + options)[0][u"log_likelihood"].toDouble();
         };
