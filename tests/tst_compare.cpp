@@ -488,6 +488,21 @@ private Q_SLOTS:
         QVERIFY(m_program.read("fixed.svg").contains("F1, 1H"));
     }
 
+    /// Labels tell a peak from its mirror image, and from that of a site with itself.
+    void crossPeaksOfOneNucleus()
+    {
+        m_program.write("chain.magres", atomsText("H", {{0, 0, 0, 26}, {1.8, 0, 0, 21}, {2.9, 2.2, 0, 28}}));
+        for (const char *list : {"5.1,10.1,H1-H2\n9.9,4.9,H2-H1\n3.1,9.8,H3-H2", "5.1,10.1,H1-H2\n9.9,4.9,\n3.1,9.8,",
+                                 "5.1,10.1,H1-H2\n3.1,9.8,H3-H2", "5.1,10.1,H1-H2\n3.1,9.8,H2-H3"}) {
+            m_program.write("chain.csv", QByteArray("f2,f1,label\n") + list);
+            const QJsonDocument report = QJsonDocument::fromJson(m_program.run(
+                "compare @chain.magres --nucleus 1H --nucleus-f1 1H --experiment @chain.csv --format json"));
+            QVERIFY2(m_program.status == 0, m_program.errors);
+            for (int d = 0; d < 2; ++d)
+                QVERIFY(report[u"dimensions"_s][d][u"rmsd"_s].toDouble() < 0.2);
+        }
+    }
+
 private:
     QJsonArray rank(const QByteArray &options)
     {
