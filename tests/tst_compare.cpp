@@ -472,6 +472,16 @@ private Q_SLOTS:
         for (const char *row :
              {"\"A.1\",\"HA.1\",1,110,110,8,8,", "\"A.2\",\"HA.2\",1,80,80,5,5,", "\"A.3\",\"HA.1\",1,50,50,8,8,"})
             QVERIFY2(shared.contains(row), shared + m_program.errors);
+        // There is one list, of which the nucleus of F2 may be named.
+        QCOMPARE(QJsonDocument::fromJson(m_program.run(QByteArray(line).replace("@h", "13C=@h") + "--format json")),
+                 report);
+        for (const auto &[options, error] :
+             {std::pair("compare --nucleus-f1 1H --experiment @no.csv --experiment @c.csv", "--experiment is given 2 "),
+              std::pair("rank --quad-shift --experiment 15N=@c.csv", "names 15N, but --nucleus 13C"),
+              std::pair("rank --nucleus-f1 1H --experiment @c.csv --slope -1 --slope -2", "--slope is given 2 ")}) {
+            m_program.run(options + QByteArray(" --nucleus 13C @s0.magres"));
+            QVERIFY2(m_program.status == 2 && m_program.errors.contains(error), m_program.errors);
+        }
         // One too many is refused, or left out.
         m_program.write("hetcor.csv", "f2,f1\n90,12\n" + QByteArrayList(places.begin(), places.end()).join());
         m_program.run(line);

@@ -80,7 +80,7 @@ void takeScale(const CommandLine &line, const QStringList &nuclei, Plan &plan)
 Plan parsePlan(const CommandLine &line)
 {
     Plan plan;
-    plan.experiment = existingExperiment(required(line, "experiment"), wantsPeaksOfFile(line));
+    plan.experiment = singleExperiment(line);
     SimulateOptions &spectrum = plan.spectrum;
     spectrum.twoDimensional = true;
     spectrum.dimension[0].nucleus = OptionValues::nucleus(QStringLiteral("--nucleus"), required(line, "nucleus"));

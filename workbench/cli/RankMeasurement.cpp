@@ -153,8 +153,7 @@ RankPlan RankPlan::parse(const CommandLine &line)
     RankPlan plan;
     plan.isotopes = parseIsotopes(line);
     if (line.has("nucleus-f1") || line.has("quad-shift") || line.value("dims") == u"2") {
-        required(line, "nucleus");
-        plan.experiment = existingExperiment(required(line, "experiment"), wantsPeaksOfFile(line));
+        plan.experiment = singleExperiment(line);
         for (const char *option : {"sigma", "window", "unmatched", "ignore-labels", "symmetry-tolerance"}) {
             if (line.has(option))
                 throw UsageError(

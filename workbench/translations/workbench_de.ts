@@ -2231,6 +2231,14 @@ Optionen:
         <source>expected a number, found %1; if this is a title, begin it with #</source>
         <translation>eine Zahl wurde erwartet, %1 gefunden; eine Überschrift muss mit # beginnen</translation>
     </message>
+    <message>
+        <source>option --experiment is given %1 times, but cross peaks and spectra with quadrupolar shifts are compared with one measurement</source>
+        <translation>Option --experiment ist %1-mal angegeben, aber Kreuzsignale und Spektren mit Quadrupolverschiebungen werden mit einer Messung verglichen</translation>
+    </message>
+    <message>
+        <source>option --experiment: &quot;%1&quot; names %2, but --nucleus %3</source>
+        <translation>Option --experiment: &quot;%1&quot; nennt %2, aber --nucleus %3</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::AgreementPlot</name>
