@@ -398,6 +398,9 @@ private Q_SLOTS:
         const QByteArray text =
             m_program.run("calibrate @s0.magres=@c.csv @one.magres=@one.csv --nucleus 13C --unmatched 1");
         QVERIFY2(text.contains("one.magres, the lines at " + QByteArray::number(shift - 60, 'f', 2) + " ppm\n"), text);
+        m_program.write("lda.magres", m_program.read("s0.magres").replace("PBE", "LDA"));
+        m_program.run("rank @lda.magres --nucleus 13C --quad-shift --experiment @c.csv --reference-set @set.json");
+        QVERIFY2(m_program.errors.contains("but the reference set of 13C with CASTEP, PBE"), m_program.errors);
         const auto likelihood = [&](const QByteArray &options) {
             return rank("--experiment 13C=@c.csv " + options)[0][u"log_likelihood"].toDouble();
         };

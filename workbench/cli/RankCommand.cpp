@@ -244,10 +244,15 @@ CommandRun prepareMerge(const CommandLine &line)
 /// Of the structures that were calculated otherwise than a reference set, as far as that can be seen.
 void warnOfRankMethods(const RankPlan &plan, const QStringList &files)
 {
+    std::vector<ReferenceSet> sets = plan.spectrum ? plan.spectrum->sets : std::vector<ReferenceSet>();
     for (const ComparisonOptions::Nucleus &nucleus : plan.shifts.nuclei) {
+        if (nucleus.set)
+            sets.push_back(*nucleus.set);
+    }
+    for (const ReferenceSet &set : sets) {
         QStringList warnings;
-        for (const QString &file : nucleus.set ? files : QStringList())
-            warnings.append(methodWarning(*nucleus.set, file));
+        for (const QString &file : files)
+            warnings.append(methodWarning(set, file));
         warnings.removeAll(QString());
         printRankNotes(warnings.mid(0, 1));
         if (warnings.size() > 1)
