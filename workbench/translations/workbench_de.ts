@@ -2233,7 +2233,7 @@ Optionen:
     </message>
     <message>
         <source>option --experiment is given %1 times, but cross peaks and spectra with quadrupolar shifts are compared with one measurement</source>
-        <translation>Option --experiment ist %1-mal angegeben, aber Kreuzsignale und Spektren mit Quadrupolverschiebungen werden mit einer Messung verglichen</translation>
+        <translation>Option --experiment ist %1-mal angegeben, aber Kreuzpeaks und Spektren mit Quadrupolverschiebungen werden mit einer Messung verglichen</translation>
     </message>
     <message>
         <source>option --experiment: &quot;%1&quot; names %2, but --nucleus %3</source>
