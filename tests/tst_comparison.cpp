@@ -459,6 +459,14 @@ private Q_SLOTS:
         lines[0].sites = {u"C1"_s, u"C2"_s};
         QVERIFY(
             failure([&] { LinePairing::of(sites, lines, {}); }).contains("stands for 1 nuclei, but the sites that it"));
+        // A label that several sites bear names all of them, unless two lines have it.
+        sites = sitesOf({100, 50, 20});
+        sites[0].commonLabels = sites[1].commonLabels = {u"CX"_s};
+        lines = linesOf({95, 150});
+        lines[0].sites = {u"CX"_s};
+        QCOMPARE(LinePairing::of(sites, lines, {}).linesOf, (Pairs{{0}, {0}, {1}}));
+        lines[1].sites = {u"CX"_s};
+        QVERIFY(failure([&] { LinePairing::of(sites, lines, {}); }).contains("several sites are called: C1, C2"));
         // A line for each atom; sites of two and of one, in the order of shifts.
         sites = sitesOf({100, 50});
         sites[0].lines = sites[0].nuclei = 2;

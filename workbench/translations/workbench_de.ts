@@ -2239,6 +2239,14 @@ Optionen:
         <source>option --experiment: &quot;%1&quot; names %2, but --nucleus %3</source>
         <translation>Option --experiment: &quot;%1&quot; nennt %2, aber --nucleus %3</translation>
     </message>
+    <message>
+        <source>%1 lines are assigned to &quot;%2&quot;, which several sites are called: %3</source>
+        <translation>%1 Linien sind &quot;%2&quot; zugeordnet; so heißen aber mehrere Lagen: %3</translation>
+    </message>
+    <message>
+        <source>%1: &quot;%2&quot; may be %3 or %4</source>
+        <translation>%1: &quot;%2&quot; kann %3 oder %4 sein</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::AgreementPlot</name>

@@ -320,25 +320,47 @@ void enterByAtoms(const Problem &problem, const std::vector<int> &linesPerSite, 
             pairing.linesOf[std::size_t(problem.siteIds[i])].push_back(problem.lineIds[line++]);
 }
 
+/// The site of that name; of a label that several sites bear, all of them.
+std::vector<std::size_t> sitesNamed(const QString &label, double shift, const std::vector<ComparedSite> &sites,
+                                    const std::vector<MeasuredLine> &lines)
+{
+    std::vector<std::size_t> all;
+    QStringList names;
+    for (std::size_t i = 0; i < sites.size(); ++i) {
+        if (sites[i].name == label || sites[i].labels.contains(label))
+            return {i};
+        if (sites[i].commonLabels.contains(label)) {
+            all.push_back(i);
+            names.append(sites[i].name);
+        }
+    }
+    if (all.empty())
+        throw UnknownSite(
+            Texts::tr("the line at %1 ppm is assigned to \"%2\", but the structure has no such site of this nucleus")
+                .arg(shift)
+                .arg(label)
+                .toStdString());
+    const auto named =
+        std::count_if(lines.begin(), lines.end(), [&](const MeasuredLine &line) { return line.sites.contains(label); });
+    if (named > 1 && all.size() > 1)
+        throw UnknownSite(Texts::tr("%1 lines are assigned to \"%2\", which several sites are called: %3")
+                              .arg(named)
+                              .arg(label, names.join(QLatin1String(", ")))
+                              .toStdString());
+    return all;
+}
+
 std::vector<char> enterAssigned(const std::vector<ComparedSite> &sites, const std::vector<MeasuredLine> &lines,
                                 LinePairing &pairing)
 {
     std::vector<char> isAssigned(lines.size());
     for (std::size_t k = 0; k < lines.size(); ++k) {
         for (const QString &label : lines[k].sites) {
-            const auto found = std::find_if(sites.begin(), sites.end(), [&](const ComparedSite &site) {
-                return site.name == label || site.labels.contains(label);
-            });
-            if (found == sites.end())
-                throw UnknownSite(
-                    Texts::tr(
-                        "the line at %1 ppm is assigned to \"%2\", but the structure has no such site of this nucleus")
-                        .arg(lines[k].shift)
-                        .arg(label)
-                        .toStdString());
-            std::vector<int> &own = pairing.linesOf[std::size_t(found - sites.begin())];
-            if (own.empty() || own.back() != int(k))
-                own.push_back(int(k));
+            for (std::size_t site : sitesNamed(label, lines[k].shift, sites, lines)) {
+                std::vector<int> &own = pairing.linesOf[site];
+                if (own.empty() || own.back() != int(k))
+                    own.push_back(int(k));
+            }
         }
         isAssigned[k] = !lines[k].sites.isEmpty();
         pairing.assignedLines += isAssigned[k];

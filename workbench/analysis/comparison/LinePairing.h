@@ -17,6 +17,7 @@ struct ComparedSite {
     double shielding = 0; ///< isotropic, ppm
     int nuclei = 1;
     int lines = 1; ///< that it would give if its symmetry were not known
+    QStringList commonLabels = {}; ///< of the file, which other sites may bear too
 };
 
 struct MeasuredLine {
@@ -31,7 +32,7 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// A line names a site that there is not.
+/// A line names a site that there is not, or it is not clear which.
 class UnknownSite : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
@@ -66,13 +67,13 @@ struct LinePairing {
         linesOf; ///< by site; empty for a site without a line, several where each atom has one
     std::vector<int> leftOut; ///< lines
 
-    /// Lines that name sites go there. The others go to the sites that are left, so that the sum of squared
-    /// differences, each site once, is least at the reference (and with what that differs from the one expected, where
-    /// it has a weight), or at the best one: by order where the numbers are
-    /// equal; else sites sorted by shift are cut into groups, one a line. Given the counts of these lines, groups have
-    /// these numbers of nuclei up to a common factor; groups then need not be neighbours where the sites' own numbers
-    /// differ. Lines that name sites and have counts share the factor, and take more sites where they name too few.
-    /// Throws TooManyLines, UnknownSite, or std::runtime_error when counts cannot be met.
+    /// Lines that name sites go there; one that alone has a label of several sites goes to all of them. The others go
+    /// to the sites that are left, so that the sum of squared differences, each site once, is least at the reference
+    /// (and with what that differs from the one expected, where it has a weight), or at the best one: by order where
+    /// the numbers are equal; else sites sorted by shift are cut into groups, one a line. Given the counts of these
+    /// lines, groups have these numbers of nuclei up to a common factor; groups then need not be neighbours where the
+    /// sites' own numbers differ. Lines that name sites and have counts share the factor, and take more sites where
+    /// they name too few. Throws TooManyLines, UnknownSite, or std::runtime_error when counts cannot be met.
     static LinePairing of(const std::vector<ComparedSite> &sites, const std::vector<MeasuredLine> &lines,
                           const Options &options);
 

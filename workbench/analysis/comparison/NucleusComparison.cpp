@@ -12,13 +12,17 @@ std::vector<ComparedSite> comparedSites(const CrystalStructure &structure, const
 {
     std::vector<ComparedSite> compared;
     for (const UniqueSite &site : sites) {
-        ComparedSite result{site.name, {}, 0, site.nuclei(), site.lines};
+        ComparedSite result{site.name, {}, 0, site.nuclei(), site.lines, {}};
         for (int atom : site.atoms) {
             const CrystalAtom &member = structure.atoms[std::size_t(atom)];
             if (!member.shielding)
                 fail(Texts::tr("atom %1 has no shielding").arg(structure.name(atom)));
             result.labels.append(structure.name(atom));
         }
+            for (const QString &label : member.labels) {
+                if (label != member.element) // which says no more than the nucleus
+                    result.commonLabels.append(label);
+            }
         // A label that the site's atoms share with no others.
         result.labels.append(withoutMultiplicity(result.name));
         result.shielding = *site.shielding;
