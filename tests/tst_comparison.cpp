@@ -538,6 +538,31 @@ private Q_SLOTS:
             isClose(compare({4.3, 2.4}).comparison.agreement.leastSquares, 0.3 * 0.3 + 6.7 * 6.7 + 0.4 * 0.4 + 0.36));
     }
 
+    /// Lists are read in one way: a place listed several times counts as often, where these counts can be met.
+    void placesListedSeveralTimes()
+    {
+        for (const auto &[sites, shifts, text] :
+             {std::tuple(12, std::vector<double>{148, 148, 110, 110, 110, 80}, "overlap by counts"),
+              std::tuple(11, std::vector<double>{148, 148, 110, 110, 110, 80}, "overlap"),
+              std::tuple(6, std::vector<double>{148, 148, 110, 110, 110, 80}, "equal")}) {
+            std::vector<double> shieldings;
+            for (int i = 0; i < sites; ++i)
+                shieldings.push_back(20 + 9 * i + i * i / 3.0);
+            const CrystalStructure structure = carbons(shieldings);
+            const UniqueSites unique = UniqueSites::of(structure, {});
+            NucleusMeasurement measured;
+            measured.nucleus = u"13C"_s;
+            const auto peaks = PeakComparison::of(structure, unique, measured, peaksAt(shifts)).comparison.agreement;
+            measured.lines = linesOf(shifts);
+            const auto lines = NucleusComparison::ofPlaces(structure, unique, measured);
+            QCOMPARE(lines.pairing.text(), QLatin1String(text));
+            QVERIFY(isClose(lines.agreement.leastSquares, peaks.leastSquares));
+        }
+        auto lines = linesOf({110, 110, 80});
+        lines[1].count = 3; // beside one that says none
+        QCOMPARE(mergedLines(lines)[0].count, std::optional(4.0));
+    }
+
     /// A slope that is fitted along is found again, however far it is from the start.
     void slopeIsFitted()
     {

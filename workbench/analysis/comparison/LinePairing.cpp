@@ -508,10 +508,7 @@ LinePairing LinePairing::of(const std::vector<ComparedSite> &sites, const std::v
         else
             enter(problem, best(problem, [&](const Scale &scale) { return sparseSplit(problem, scale); }), pairing);
     } else {
-        throw TooManyLines(Texts::tr("%1 lines were measured, but the structure has only %2 sites for them")
-                               .arg(m)
-                               .arg(n)
-                               .toStdString());
+        fail(Texts::tr("%1 lines were measured, but the structure has only %2 sites for them").arg(m).arg(n));
     }
     return pairing;
 }
@@ -534,8 +531,16 @@ std::vector<MeasuredLine> mergedLines(const std::vector<MeasuredLine> &lines, st
     // Where all count the same, they tell nothing about one another.
     const bool isTold =
         std::any_of(parts.begin(), parts.end(), [&](const auto &part) { return part.size() != parts.front().size(); });
-    for (std::size_t i = 0; i < merged.size() && isTold; ++i)
-        merged[i].count = double(parts[i].size()) * merged[i].count.value_or(1);
+    for (std::size_t i = 0; i < merged.size(); ++i) {
+        bool hasCount = isTold;
+        double sum = 0;
+        for (int line : parts[i]) {
+            hasCount |= lines[std::size_t(line)].count.has_value();
+            sum += lines[std::size_t(line)].count.value_or(1);
+        }
+        if (hasCount)
+            merged[i].count = sum;
+    }
     if (from)
         *from = std::move(parts);
     return merged;

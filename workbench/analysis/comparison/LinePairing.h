@@ -26,12 +26,6 @@ struct MeasuredLine {
     QStringList sites; ///< labels of the sites that the line was assigned to
 };
 
-/// More lines were measured than there are sites for them.
-class TooManyLines : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
-
 /// A line names a site that there is not, or it is not clear which.
 class UnknownSite : public std::runtime_error {
 public:
@@ -39,7 +33,7 @@ public:
 };
 
 /// Lines at one place that name the same sites are one, which counts as often as it was listed unless all were listed
-/// equally often. Of each, `from` tells which of the lines it was made of.
+/// equally often; what lines count themselves adds up. Of each, `from` tells which of the lines it was made of.
 std::vector<MeasuredLine> mergedLines(const std::vector<MeasuredLine> &lines,
                                       std::vector<std::vector<int>> *from = nullptr);
 
@@ -73,7 +67,7 @@ struct LinePairing {
     /// the numbers are equal; else sites sorted by shift are cut into groups, one a line. Given the counts of these
     /// lines, groups have these numbers of nuclei up to a common factor; groups then need not be neighbours where the
     /// sites' own numbers differ. Lines that name sites and have counts share the factor, and take more sites where
-    /// they name too few. Throws TooManyLines, UnknownSite, or std::runtime_error when counts cannot be met.
+    /// they name too few. Throws UnknownSite, or std::runtime_error when lines are too many or counts cannot be met.
     static LinePairing of(const std::vector<ComparedSite> &sites, const std::vector<MeasuredLine> &lines,
                           const Options &options);
 

@@ -4,6 +4,7 @@
 #include "data/Error.h"
 #include "data/Nuclides.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace Workbench {
@@ -18,11 +19,11 @@ std::vector<ComparedSite> comparedSites(const CrystalStructure &structure, const
             if (!member.shielding)
                 fail(Texts::tr("atom %1 has no shielding").arg(structure.name(atom)));
             result.labels.append(structure.name(atom));
-        }
             for (const QString &label : member.labels) {
                 if (label != member.element) // which says no more than the nucleus
                     result.commonLabels.append(label);
             }
+        }
         // A label that the site's atoms share with no others.
         result.labels.append(withoutMultiplicity(result.name));
         result.shielding = *site.shielding;
@@ -69,14 +70,33 @@ NucleusComparison NucleusComparison::of(const CrystalStructure &structure, const
 NucleusComparison NucleusComparison::ofPlaces(const CrystalStructure &structure, const UniqueSites &unique,
                                               NucleusMeasurement &measurement)
 {
-    try {
+    NucleusMeasurement places = measurement;
+    places.lines = mergedLines(measurement.lines);
+    if (places.lines.size() == measurement.lines.size())
         return of(structure, unique, measurement);
-    } catch (const TooManyLines &) {
-        std::vector<MeasuredLine> places = mergedLines(measurement.lines);
-        if (places.size() == measurement.lines.size())
-            throw;
-        measurement.lines = std::move(places);
+    std::optional<NucleusComparison> listed;
+    try {
+        listed = of(structure, unique, measurement);
+        if (listed->pairing.mode == LinePairing::Mode::Equal)
+            return *listed;
+    } catch (const std::exception &) {
+        // What lines of their own cannot be, places may.
     }
+    try {
+        NucleusComparison result = of(structure, unique, places);
+        measurement = std::move(places);
+        return result;
+    } catch (const std::exception &) {
+        if (listed)
+            return *listed;
+    }
+    const bool isCounted = std::any_of(measurement.lines.begin(), measurement.lines.end(),
+                                       [](const MeasuredLine &line) { return line.count.has_value(); });
+    for (MeasuredLine &place : places.lines) {
+        if (!isCounted) // in a column, which says why it cannot be met
+            place.count.reset();
+    }
+    measurement = std::move(places);
     return of(structure, unique, measurement);
 }
 
