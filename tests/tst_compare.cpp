@@ -284,10 +284,14 @@ private Q_SLOTS:
         m_program.write("3.csv", m_program.run("rank --format csv " + experiments, more.mid(0, 11)));
         m_program.write("4.csv", m_program.run("rank --format csv " + experiments, more.mid(11)));
         QCOMPARE(m_program.run("rank --merge --format csv @4.csv @3.csv"), whole);
+        m_program.write("4.csv", m_program.read("1.csv").replace("/s0.", "/./s0."));
+        m_program.run("rank --merge @1.csv @4.csv");
+        QVERIFY2(m_program.status == 1 && m_program.errors.contains(" stands in "), m_program.errors);
         // What cannot be compared is not joined.
         m_program.write("list.csv", m_program.read("c.csv").replace("position\n", "position\n17\n"));
         for (const auto &[options, differs] :
              {std::pair("--experiment 13C=@c.csv --window 1H=8 ", "with 1H window=8, those in "),
+              std::pair("--experiment 13C=@c.csv --reference 13C=160 ", "with 13C reference=160, those in "),
               std::pair("--experiment 13C=@list.csv --unmatched 1 ", "with 13C lines="),
               std::pair("--experiment 13C=@c.csv --average ch3 ", "with average=ch3, those in ")}) {
             m_program.write(

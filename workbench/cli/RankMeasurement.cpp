@@ -223,6 +223,9 @@ QString RankMeasurement::basis() const
     for (int d = 0; d < (options.twoDimensional ? 2 : 1); ++d) {
         const DimensionOptions &dimension = options.dimension[d];
         nuclei.append(dimension.nucleus);
+        entries.append(QStringLiteral("%1 reference=%2")
+                           .arg(dimension.nucleus)
+                           .arg(dimension.reference.value_or(ShiftRanking::usualReference)));
         entries.append(QStringLiteral("%1 slope=%2").arg(dimension.nucleus).arg(dimension.slope.value_or(-1)));
         if (dimension.quadrupolarShift)
             others.append(dimension.nucleus + QStringLiteral(" quad-shift"));

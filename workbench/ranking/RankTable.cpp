@@ -8,6 +8,7 @@
 #include "data/ReaderText.h"
 
 #include <QCryptographicHash>
+#include <QDir>
 #include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -672,7 +673,7 @@ Part merge(const QStringList &files)
         if (first != all.rows.end())
             checkErrors(part, *first, file, files.constFirst());
         for (std::size_t i = 0; i < part.rows.size(); ++i) {
-            QString &place = places[part.rows[i].file];
+            QString &place = places[QDir::cleanPath(part.rows[i].file)];
             if (!place.isEmpty())
                 fail(file, part.lines[i], Texts::tr("%1 stands in %2 already").arg(part.rows[i].file, place));
             place = Texts::tr("%1, line %2").arg(file, QString::number(part.lines[i]));
