@@ -15,6 +15,7 @@
 #include "data/Error.h"
 
 #include <QFileInfo>
+#include <QSet>
 
 #include <algorithm>
 #include <cmath>
@@ -197,8 +198,15 @@ CommandRun prepareCalibrate(const CommandLine &line)
     if (!Nuclides::table().contains(nucleus))
         throw UsageError(Texts::tr("option --nucleus: \"%1\" is not an NMR nucleus").arg(nucleus));
     std::vector<Compound> compounds;
-    for (const QString &argument : line.positional())
+    QSet<std::pair<QString, QString>> seen;
+    for (const QString &argument : line.positional()) {
         compounds.push_back(splitArgument(argument));
+        const std::pair paths(QFileInfo(compounds.back().file).absoluteFilePath(),
+                              QFileInfo(compounds.back().experiment).absoluteFilePath());
+        if (seen.contains(paths))
+            throw UsageError(Texts::tr("\"%1\" is given twice").arg(argument));
+        seen.insert(paths);
+    }
     for (const QString &output : line.values("o")) {
         if (QFileInfo(output).suffix().toLower() != u"json" && !PageExport::formatOfSuffix(QFileInfo(output).suffix()))
             throw UsageError(Texts::tr("option -o: the suffix of \"%1\" is not one of: .json, .%2")
