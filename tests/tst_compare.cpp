@@ -90,20 +90,17 @@ QByteArray crystalText(const std::array<std::vector<double>, 2> &shieldings, boo
 }
 
 /// Places and shieldings of atoms without a cell.
-QByteArray atomsText(const QByteArray &element, const std::vector<std::array<double, 4>> &atoms)
+QByteArray atomsText(const QString &element, const std::vector<std::array<double, 4>> &atoms)
 {
-    QByteArray places, tensors;
+    QString places, tensors;
     for (const auto &[x, y, z, shielding] : atoms) {
-        const QByteArray name = element + ' ' + QByteArray::number(places.count('\n') + 1);
-        const QByteArray iso = ' ' + QByteArray::number(shielding, 'f', 6);
-        places += "atom " + element + ' ' + name;
-        for (double coordinate : {x, y, z})
-            places += ' ' + QByteArray::number(coordinate);
-        places += '\n';
-        tensors += "ms " + name + iso + " 1 0 0" + iso + " 0 0 0" + iso + '\n';
+        const QString name = u"%1 %2"_s.arg(element).arg(places.count(u'\n') + 1);
+        places += u"atom %1 %2 %3 %4 %5\n"_s.arg(element, name).arg(x).arg(y).arg(z);
+        tensors += u"ms %1 %2 1 0 0 %2 0 0 0 %2\n"_s.arg(name).arg(shielding, 0, 'f', 6);
     }
-    return "#$magres-abinitio-v1.0\n[atoms]\nunits atom Angstrom\n" + places + "[/atoms]\n[magres]\nunits ms ppm\n"
-        + tensors + "[/magres]\n";
+    return u"#$magres-abinitio-v1.0\n[atoms]\nunits atom Angstrom\n%1[/atoms]\n[magres]\nunits ms ppm\n%2[/magres]\n"_s
+        .arg(places, tensors)
+        .toUtf8();
 }
 
 /// Sorted shifts of which the closest neighbours have become one line, `merges` times.
@@ -405,7 +402,7 @@ private Q_SLOTS:
         const QJsonDocument set = QJsonDocument::fromJson(m_program.read("set.json"));
         // A compound of one site has its line where the others tell.
         const double shift = m_pool.shifts[0][0];
-        m_program.write("one.magres", atomsText("C", {{0, 0, 0, 170 - shift}}));
+        m_program.write("one.magres", atomsText(u"C"_s, {{0, 0, 0, 170 - shift}}));
         m_program.write("one.csv", peakList({shift, shift - 60}));
         const QByteArray text =
             m_program.run("calibrate @s0.magres=@c.csv @one.magres=@one.csv --nucleus 13C --unmatched 1");
@@ -516,7 +513,7 @@ private Q_SLOTS:
     /// Labels tell a peak from its mirror image, and from that of a site with itself.
     void crossPeaksOfOneNucleus()
     {
-        m_program.write("chain.magres", atomsText("H", {{0, 0, 0, 26}, {1.8, 0, 0, 21}, {2.9, 2.2, 0, 28}}));
+        m_program.write("chain.magres", atomsText(u"H"_s, {{0, 0, 0, 26}, {1.8, 0, 0, 21}, {2.9, 2.2, 0, 28}}));
         for (const char *list : {"5.1,10.1,H1-H2\n9.9,4.9,H2-H1\n3.1,9.8,H3-H2", "5.1,10.1,H1-H2\n9.9,4.9,\n3.1,9.8,",
                                  "5.1,10.1,H1-H2\n3.1,9.8,H3-H2", "5.1,10.1,H1-H2\n3.1,9.8,H2-H3"}) {
             m_program.write("chain.csv", QByteArray("f2,f1,label\n") + list);
