@@ -89,6 +89,20 @@ QByteArray crystalText(const std::array<std::vector<double>, 2> &shieldings, boo
     return text + atoms + "[/atoms]\n[magres]\nunits ms ppm\n" + tensors + "[/magres]\n";
 }
 
+/// Places and shieldings of atoms without a cell.
+QByteArray atomsText(const QString &element, const std::vector<std::array<double, 4>> &atoms)
+{
+    QString places, tensors;
+    for (const auto &[x, y, z, shielding] : atoms) {
+        const QString name = u"%1 %2"_s.arg(element).arg(places.count(u'\n') + 1);
+        places += u"atom %1 %2 %3 %4 %5\n"_s.arg(element, name).arg(x).arg(y).arg(z);
+        tensors += u"ms %1 %2 1 0 0 %2 0 0 0 %2\n"_s.arg(name).arg(shielding, 0, 'f', 6);
+    }
+    return u"#$magres-abinitio-v1.0\n[atoms]\nunits atom Angstrom\n%1[/atoms]\n[magres]\nunits ms ppm\n%2[/magres]\n"_s
+        .arg(places, tensors)
+        .toUtf8();
+}
+
 /// Sorted shifts of which the closest neighbours have become one line, `merges` times.
 std::vector<double> merged(std::vector<double> shifts, int merges)
 {
@@ -259,10 +273,22 @@ private Q_SLOTS:
         m_program.write("1.csv", m_program.run("rank --format csv " + experiments, m_files.first(4)));
         m_program.write("2.csv", m_program.run("rank --format csv " + experiments, m_files.mid(4)));
         QCOMPARE(m_program.run("rank --merge --format csv @2.csv @1.csv"), all);
+        // Those that fail and those that are alike stand by their names, wherever they were ranked.
+        QStringList more = m_files;
+        for (const char *name : {"bad10.magres", "t0.magres", "bad2.magres"})
+            more.append(m_program.write(name, *name == 't' ? m_program.read("s0.magres") : QByteArray("x")));
+        const QByteArray whole = m_program.run("rank --format csv " + experiments, more);
+        m_program.write("3.csv", m_program.run("rank --format csv " + experiments, more.mid(0, 11)));
+        m_program.write("4.csv", m_program.run("rank --format csv " + experiments, more.mid(11)));
+        QCOMPARE(m_program.run("rank --merge --format csv @4.csv @3.csv"), whole);
+        m_program.write("4.csv", m_program.read("1.csv").replace("/s0.", "/./s0."));
+        m_program.run("rank --merge @1.csv @4.csv");
+        QVERIFY2(m_program.status == 1 && m_program.errors.contains(" stands in "), m_program.errors);
         // What cannot be compared is not joined.
         m_program.write("list.csv", m_program.read("c.csv").replace("position\n", "position\n17\n"));
         for (const auto &[options, differs] :
              {std::pair("--experiment 13C=@c.csv --window 1H=8 ", "with 1H window=8, those in "),
+              std::pair("--experiment 13C=@c.csv --reference 13C=160 ", "with 13C reference=160, those in "),
               std::pair("--experiment 13C=@list.csv --unmatched 1 ", "with 13C lines="),
               std::pair("--experiment 13C=@c.csv --average ch3 ", "with average=ch3, those in ")}) {
             m_program.write(
@@ -374,6 +400,16 @@ private Q_SLOTS:
         m_program.run("calibrate @s0.magres=@c4.csv @s2.magres=@c.csv --nucleus 13C -o @set.json -o @set.png");
         QVERIFY2(m_program.status == 0 && m_program.read("set.png").startsWith("\x89PNG"), m_program.errors);
         const QJsonDocument set = QJsonDocument::fromJson(m_program.read("set.json"));
+        // A compound of one site has its line where the others tell.
+        const double shift = m_pool.shifts[0][0];
+        m_program.write("one.magres", atomsText(u"C"_s, {{0, 0, 0, 170 - shift}}));
+        m_program.write("one.csv", peakList({shift, shift - 60}));
+        const QByteArray text =
+            m_program.run("calibrate @s0.magres=@c.csv @one.magres=@one.csv --nucleus 13C --unmatched 1");
+        QVERIFY2(text.contains("one.magres, the lines at " + QByteArray::number(shift - 60, 'f', 2) + " ppm\n"), text);
+        m_program.write("lda.magres", m_program.read("s0.magres").replace("PBE", "LDA"));
+        m_program.run("rank @lda.magres --nucleus 13C --quad-shift --experiment @c.csv --reference-set @set.json");
+        QVERIFY2(m_program.errors.contains("but the reference set of 13C with CASTEP, PBE"), m_program.errors);
         const auto likelihood = [&](const QByteArray &options) {
             return rank("--experiment 13C=@c.csv " + options)[0][u"log_likelihood"].toDouble();
         };
@@ -448,6 +484,16 @@ private Q_SLOTS:
         for (const char *row :
              {"\"A.1\",\"HA.1\",1,110,110,8,8,", "\"A.2\",\"HA.2\",1,80,80,5,5,", "\"A.3\",\"HA.1\",1,50,50,8,8,"})
             QVERIFY2(shared.contains(row), shared + m_program.errors);
+        // There is one list, of which the nucleus of F2 may be named.
+        QCOMPARE(QJsonDocument::fromJson(m_program.run(QByteArray(line).replace("@h", "13C=@h") + "--format json")),
+                 report);
+        for (const auto &[options, error] :
+             {std::pair("compare --nucleus-f1 1H --experiment @no.csv --experiment @c.csv", "--experiment is given 2 "),
+              std::pair("rank --quad-shift --experiment 15N=@c.csv", "names 15N, but --nucleus 13C"),
+              std::pair("rank --nucleus-f1 1H --experiment @c.csv --slope -1 --slope -2", "--slope is given 2 ")}) {
+            m_program.run(options + QByteArray(" --nucleus 13C @s0.magres"));
+            QVERIFY2(m_program.status == 2 && m_program.errors.contains(error), m_program.errors);
+        }
         // One too many is refused, or left out.
         m_program.write("hetcor.csv", "f2,f1\n90,12\n" + QByteArrayList(places.begin(), places.end()).join());
         m_program.run(line);
@@ -462,6 +508,21 @@ private Q_SLOTS:
         QVERIFY(!fixed[u"dimensions"_s][1][u"referenceIsGiven"_s].toBool());
         QVERIFY(std::abs(fixed[u"dimensions"_s][0][u"rmsd"_s].toDouble() - 1.5) < 1e-3);
         QVERIFY(m_program.read("fixed.svg").contains("F1, 1H"));
+    }
+
+    /// Labels tell a peak from its mirror image, and from that of a site with itself.
+    void crossPeaksOfOneNucleus()
+    {
+        m_program.write("chain.magres", atomsText(u"H"_s, {{0, 0, 0, 26}, {1.8, 0, 0, 21}, {2.9, 2.2, 0, 28}}));
+        for (const char *list : {"5.1,10.1,H1-H2\n9.9,4.9,H2-H1\n3.1,9.8,H3-H2", "5.1,10.1,H1-H2\n9.9,4.9,\n3.1,9.8,",
+                                 "5.1,10.1,H1-H2\n3.1,9.8,H3-H2", "5.1,10.1,H1-H2\n3.1,9.8,H2-H3"}) {
+            m_program.write("chain.csv", QByteArray("f2,f1,label\n") + list);
+            const QJsonDocument report = QJsonDocument::fromJson(m_program.run(
+                "compare @chain.magres --nucleus 1H --nucleus-f1 1H --experiment @chain.csv --format json"));
+            QVERIFY2(m_program.status == 0, m_program.errors);
+            for (int d = 0; d < 2; ++d)
+                QVERIFY(report[u"dimensions"_s][d][u"rmsd"_s].toDouble() < 0.2);
+        }
     }
 
 private:

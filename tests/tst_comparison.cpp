@@ -119,6 +119,18 @@ std::vector<double> uniform(Random &random, int count, double low, double high)
     return values;
 }
 
+/// Carbons apart from one another, without a cell.
+CrystalStructure carbons(const std::vector<double> &shieldings)
+{
+    CrystalStructure structure;
+    for (double iso : shieldings) {
+        const int i = int(structure.atoms.size());
+        const Tensor3 tensor{iso, 0, 0, 0, iso, 0, 0, 0, iso};
+        structure.atoms.push_back({u"C"_s, {u"C%1"_s.arg(i + 1)}, i + 1, i, {3.0 * i, 0, 0}, tensor, {}, {}});
+    }
+    return structure;
+}
+
 /// P2_1/c, four molecules of one carbon with a methyl-like triple of hydrogens and one more hydrogen.
 CrystalStructure monoclinicCrystal(int copiesAlongA = 1, double distortion = 0)
 {
@@ -383,6 +395,34 @@ private Q_SLOTS:
         QVERIFY(shared > 75 && refused > 10);
     }
 
+    /// Of a reference that is known to within an error: the likeliest pairs of all.
+    void pairsKnowTheReference()
+    {
+        Random random(23);
+        NucleusMeasurement measured;
+        measured.nucleus = u"13C"_s;
+        measured.unmatched = 1;
+        measured.calibration = ShiftCalibration::of({{20, 150.6}, {90, 79.4}, {160, 10.6}});
+        measured.scale.slope = measured.calibration->slope;
+        for (int trial = 0; trial < 60; ++trial) {
+            const int n = 3 + random.below(3), m = trial % 2 ? n - 1 : n + 1;
+            const CrystalStructure structure = carbons(uniform(random, n, 20, 160));
+            measured.lines = linesOf(uniform(random, m, 0, 160));
+            measured.sigma = trial % 4 < 2 ? 2.2 : 20.0;
+            NucleusComparison other = NucleusComparison::of(structure, UniqueSites::of(structure, {}), measured);
+            const double found = *other.logLikelihood(measured, 1);
+            double most = -1e300;
+            eachWay(std::size_t(n), std::size_t(m), [&](const auto &of) {
+                const auto nuclei = nucleiOfLines(other.sites, of, std::size_t(m));
+                if (std::count(nuclei.begin(), nuclei.end(), 0) != std::max(m - n, 0))
+                    return;
+                other.agreement = Agreement::of(other.sites, measured.lines, of, measured.scale);
+                most = std::max(most, *other.logLikelihood(measured, 1));
+            });
+            QVERIFY(isClose(found, most));
+        }
+    }
+
     void assignedLines()
     {
         auto sites = sitesOf({100, 50, 20, 60});
@@ -419,6 +459,14 @@ private Q_SLOTS:
         lines[0].sites = {u"C1"_s, u"C2"_s};
         QVERIFY(
             failure([&] { LinePairing::of(sites, lines, {}); }).contains("stands for 1 nuclei, but the sites that it"));
+        // A label that several sites bear names all of them, unless two lines have it.
+        sites = sitesOf({100, 50, 20});
+        sites[0].commonLabels = sites[1].commonLabels = {u"CX"_s};
+        lines = linesOf({95, 150});
+        lines[0].sites = {u"CX"_s};
+        QCOMPARE(LinePairing::of(sites, lines, {}).linesOf, (Pairs{{0}, {0}, {1}}));
+        lines[1].sites = {u"CX"_s};
+        QVERIFY(failure([&] { LinePairing::of(sites, lines, {}); }).contains("several sites are called: C1, C2"));
         // A line for each atom; sites of two and of one, in the order of shifts.
         sites = sitesOf({100, 50});
         sites[0].lines = sites[0].nuclei = 2;
@@ -432,18 +480,7 @@ private Q_SLOTS:
         Random random(17);
         for (int trial = 0; trial < 300; ++trial) {
             const int n = 3 + random.below(5), m = 2 + random.below(n - 1);
-            CrystalStructure structure;
-            for (int i = 0; i < n; ++i) {
-                const double iso = random.uniform(0, 150);
-                structure.atoms.push_back({u"C"_s,
-                                           {u"C%1"_s.arg(i + 1)},
-                                           i + 1,
-                                           i,
-                                           {3.0 * i, 0, 0},
-                                           Tensor3{iso, 0, 0, 0, iso, 0, 0, 0, iso},
-                                           {},
-                                           {}});
-            }
+            const CrystalStructure structure = carbons(uniform(random, n, 0, 150));
             const UniqueSites unique = UniqueSites::of(structure, {});
             QList<SpectrumPeak> peaks = peaksAt(uniform(random, m, 20, 170));
             NucleusMeasurement options;
@@ -501,6 +538,24 @@ private Q_SLOTS:
             isClose(compare({4.3, 2.4}).comparison.agreement.leastSquares, 0.3 * 0.3 + 6.7 * 6.7 + 0.4 * 0.4 + 0.36));
     }
 
+    /// Lists are read in one way: a place listed several times counts as often, where these counts can be met.
+    void placesListedSeveralTimes()
+    {
+        for (const auto &[sites, text] : {std::pair(12, "overlap by counts"), {11, "overlap"}, {6, "equal"}}) {
+            Random random(24);
+            const CrystalStructure structure = carbons(uniform(random, sites, 20, 160));
+            const UniqueSites unique = UniqueSites::of(structure, {});
+            NucleusMeasurement measured;
+            measured.nucleus = u"13C"_s;
+            const std::vector<double> shifts{148, 148, 110, 110, 110, 80};
+            const auto peaks = PeakComparison::of(structure, unique, measured, peaksAt(shifts)).comparison.agreement;
+            measured.lines = linesOf(shifts);
+            const auto lines = NucleusComparison::ofPlaces(structure, unique, measured);
+            QCOMPARE(lines.pairing.text(), QLatin1String(text));
+            QVERIFY(isClose(lines.agreement.leastSquares, peaks.leastSquares));
+        }
+    }
+
     /// A slope that is fitted along is found again, however far it is from the start.
     void slopeIsFitted()
     {
@@ -519,6 +574,23 @@ private Q_SLOTS:
             QCOMPARE(agreement.degreesOfFreedom, 12);
             const LinePairing known = LinePairing::of(sites, lines, {std::nullopt, 0, 170.0});
             QVERIFY(isClose(Agreement::of(sites, lines, known.linesOf, {std::nullopt, 170.0}).slope, slope, 0.05));
+        }
+        // Among lines of no site, against all choices of falling slope.
+        const Agreement::Options scale{std::nullopt, {}};
+        for (int trial = 0; trial < 80; ++trial) {
+            const auto sites = sitesOf(uniform(random, 4, 0, 170));
+            auto lines = linesOf(uniform(random, 3, 0, 170));
+            for (const ComparedSite &site : sites)
+                lines.push_back({168 - 0.95 * site.shielding + 0.3 * normal(random), {}, {}});
+            const double least = leastOfAll(
+                sites, lines,
+                [&](const auto &of) {
+                    return Agreement::of(sites, lines, of, scale).slope < 0
+                        && std::set(of.begin(), of.end()).size() == 4;
+                },
+                scale);
+            QVERIFY(isClose(leastSquares(sites, lines, LinePairing::of(sites, lines, {std::nullopt, 3}).linesOf, scale),
+                            least));
         }
     }
 

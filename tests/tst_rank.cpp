@@ -39,13 +39,14 @@ private Q_SLOTS:
         MagresData huge = MagresText::crystalData(27);
         for (MagresTensor &shielding : huge.shieldings)
             shielding.tensor[4] *= 1e200;
+        // By name, as the table has them.
         const QList<std::pair<QString, QByteArray>> faults{
-            {m_program.write("huge.magres", MagresText::magresText(huge)), "rmsd is beyond all numbers"},
             {m_program.write("half.magres", other.left(other.size() / 2)), "line"},
-            {m_program.write("other.magres", other), "6 lines were measured, but the structure has only 4 sites"},
+            {m_program.write("huge.magres", MagresText::magresText(huge)), "rmsd is beyond all numbers"},
             {m_program.write("kill.stub", "stub-kill"), "the program crashed"},
-            {m_program.path("plugins"), "directory"},
-            {m_program.path("nowhere"), "does not exist"}};
+            {m_program.path("nowhere"), "does not exist"},
+            {m_program.write("other.magres", other), "6 lines were measured, but the structure has only 4 sites"},
+            {m_program.path("plugins"), "directory"}};
         QStringList files = m_files;
         for (qsizetype i = 0; i < faults.size(); ++i)
             files.insert(20 + 30 * i, faults[i].first);

@@ -15,6 +15,7 @@
 #include "data/Error.h"
 
 #include <QFileInfo>
+#include <QSet>
 
 #include <algorithm>
 #include <cmath>
@@ -28,6 +29,7 @@ struct Compound {
     QString experiment;
     std::vector<ComparedSite> sites;
     NucleusMeasurement measurement;
+    double reference = 0; ///< that its lines give by themselves, ppm
 };
 
 /// FILE=EXP. Either name may have an equals sign: the first cut that leaves two files counts.
@@ -50,38 +52,66 @@ Compound splitArgument(const QString &argument)
     return first;
 }
 
-/// The regression and the pairs that it was made of. In compounds whose lines overlap the pairs depend on the slope,
-/// and are sought anew until they stay.
-ReferenceSet calibrated(const std::vector<Compound> &compounds, std::vector<LinePairing> *pairings)
-{
-    constexpr int mostTurns = 20;
+/// The regression and the pairs that it was made of.
+struct Regression {
     ReferenceSet set;
-    double slope = -1;
-    for (int turn = 0; turn < mostTurns; ++turn) {
-        set.sources.clear();
-        pairings->clear();
-        std::vector<ShiftCalibration::Point> points;
-        for (const Compound &compound : compounds) {
-            try {
-                pairings->push_back(LinePairing::of(compound.sites, compound.measurement.lines,
-                                                    {slope, compound.measurement.unmatched}));
-                const Agreement agreement = Agreement::of(compound.sites, compound.measurement.lines,
-                                                          pairings->back().linesOf, {slope, std::nullopt});
-                for (const SitePair &pair : agreement.pairs) {
-                    const ComparedSite &site = compound.sites[std::size_t(pair.site)];
-                    points.push_back({site.shielding, pair.measured});
-                    set.sources.push_back({compound.file, site.name, points.back()});
-                }
-            } catch (const std::exception &error) {
-                throw CommandError(Texts::tr("%1: %2").arg(compound.file, QString::fromUtf8(error.what())));
+    std::vector<LinePairing> pairings; ///< of each compound
+};
+
+/// Of the pairs that compounds have at a line; without a reference each at its own.
+Regression regressionAt(const std::vector<Compound> &compounds, double slope, std::optional<double> reference)
+{
+    Regression result;
+    std::vector<ShiftCalibration::Point> points;
+    for (const Compound &compound : compounds) {
+        try {
+            const NucleusMeasurement &measured = compound.measurement;
+            result.pairings.push_back(
+                LinePairing::of(compound.sites, measured.lines, {slope, measured.unmatched, reference}));
+            const Agreement agreement =
+                Agreement::of(compound.sites, measured.lines, result.pairings.back().linesOf, {slope, reference});
+            for (const SitePair &pair : agreement.pairs) {
+                const ComparedSite &site = compound.sites[std::size_t(pair.site)];
+                points.push_back({site.shielding, pair.measured});
+                result.set.sources.push_back({compound.file, site.name, points.back()});
             }
+        } catch (const std::exception &error) {
+            throw CommandError(Texts::tr("%1: %2").arg(compound.file, QString::fromUtf8(error.what())));
         }
-        set.calibration = ShiftCalibration::of(points);
-        if (std::abs(set.calibration.slope - slope) < 1e-12)
-            break;
-        slope = set.calibration.slope;
     }
-    return set;
+    result.set.calibration = ShiftCalibration::of(points);
+    return result;
+}
+
+/// The least squares of all compounds together. Where lines overlap or are left out, the pairs depend on the line, and
+/// are sought anew at the one that they give until they stay. It starts from the reference of each compound, since some
+/// have too few sites to tell which of their lines are meant.
+Regression calibrated(const std::vector<Compound> &compounds)
+{
+    constexpr int mostTurns = 100;
+    constexpr double usualSlope = -1;
+    std::vector<std::optional<double>> starts{std::nullopt};
+    for (const Compound &compound : compounds)
+        starts.push_back(compound.reference);
+    std::optional<Regression> best;
+    for (const std::optional<double> &start : starts) {
+        Regression regression = regressionAt(compounds, usualSlope, start);
+        const auto &line = regression.set.calibration;
+        bool stays = false;
+        for (int turn = 0; turn < mostTurns && !stays && line.slope < 0; ++turn) {
+            Regression next = regressionAt(compounds, line.slope, line.reference);
+            stays = std::equal(next.pairings.begin(), next.pairings.end(), regression.pairings.begin(),
+                               [](const LinePairing &a, const LinePairing &b) { return a.linesOf == b.linesOf; });
+            regression = std::move(next);
+        }
+        // A line that rises would be no calibration.
+        const auto key = [](const Regression &each) {
+            return std::pair(each.set.calibration.slope >= 0, each.set.calibration.rmse);
+        };
+        if (!best || key(regression) < key(*best))
+            best = std::move(regression);
+    }
+    return *best;
 }
 
 QString withError(double value, double error)
@@ -89,9 +119,10 @@ QString withError(double value, double error)
     return QStringLiteral("%1 ± %2").arg(QString::number(value, 'f', 4), QString::number(error, 'f', 4));
 }
 
-QString report(const ReferenceSet &set, const std::vector<Compound> &compounds,
-               const std::vector<LinePairing> &pairings, std::vector<double> shieldings)
+QString report(const Regression &regression, const std::vector<Compound> &compounds, std::vector<double> shieldings)
 {
+    const ReferenceSet &set = regression.set;
+    const std::vector<LinePairing> &pairings = regression.pairings;
     const ShiftCalibration &calibration = set.calibration;
     QString text = QStringLiteral("shift = reference + slope · shielding, %1, %2 sites, %3 file(s), %4\n\n")
                        .arg(set.nucleus, QString::number(calibration.points), QString::number(compounds.size()),
@@ -102,6 +133,16 @@ QString report(const ReferenceSet &set, const std::vector<Compound> &compounds,
                         QString::number(compounds[i].sites.size()), pairings[i].text()});
     text += TableExport::alignedText(
         {QStringLiteral("File"), QStringLiteral("Lines"), QStringLiteral("Sites"), QStringLiteral("Pairing")}, rows);
+    QString leftOut;
+    for (std::size_t i = 0; i < compounds.size(); ++i) {
+        QStringList shifts;
+        for (int line : pairings[i].leftOut)
+            shifts.append(QString::number(compounds[i].measurement.lines[std::size_t(line)].shift, 'f', 2));
+        if (!shifts.isEmpty())
+            leftOut += QStringLiteral("Left out: %1, the lines at %2 ppm\n")
+                           .arg(compounds[i].file, shifts.join(QLatin1String(", ")));
+    }
+    text += leftOut.isEmpty() ? QString() : QLatin1Char('\n') + leftOut;
     text +=
         QStringLiteral("\nReference            %1 ppm\n"
                        "Slope                %2\n"
@@ -157,8 +198,15 @@ CommandRun prepareCalibrate(const CommandLine &line)
     if (!Nuclides::table().contains(nucleus))
         throw UsageError(Texts::tr("option --nucleus: \"%1\" is not an NMR nucleus").arg(nucleus));
     std::vector<Compound> compounds;
-    for (const QString &argument : line.positional())
+    QSet<std::pair<QString, QString>> seen;
+    for (const QString &argument : line.positional()) {
         compounds.push_back(splitArgument(argument));
+        const std::pair paths(QFileInfo(compounds.back().file).absoluteFilePath(),
+                              QFileInfo(compounds.back().experiment).absoluteFilePath());
+        if (seen.contains(paths))
+            throw UsageError(Texts::tr("\"%1\" is given twice").arg(argument));
+        seen.insert(paths);
+    }
     for (const QString &output : line.values("o")) {
         if (QFileInfo(output).suffix().toLower() != u"json" && !PageExport::formatOfSuffix(QFileInfo(output).suffix()))
             throw UsageError(Texts::tr("option -o: the suffix of \"%1\" is not one of: .json, .%2")
@@ -196,7 +244,9 @@ CommandRun prepareCalibrate(const CommandLine &line)
             const UniqueSites unique = UniqueSites::of(structure, options.sites);
             const std::size_t listed = compound.measurement.lines.size();
             try {
-                compound.sites = NucleusComparison::ofPlaces(structure, unique, compound.measurement).sites;
+                const auto comparison = NucleusComparison::ofPlaces(structure, unique, compound.measurement);
+                compound.sites = comparison.sites;
+                compound.reference = comparison.agreement.reference;
             } catch (const std::exception &error) {
                 throw CommandError(Texts::tr("%1: %2").arg(compound.file, QString::fromUtf8(error.what())));
             }
@@ -207,8 +257,8 @@ CommandRun prepareCalibrate(const CommandLine &line)
             for (const QString &warning : unique.warnings)
                 printError(Texts::tr("magres-workbench calibrate: %1: %2\n").arg(compound.file, warning));
         }
-        std::vector<LinePairing> pairings;
-        ReferenceSet set = calibrated(compounds, &pairings);
+        Regression regression = calibrated(compounds);
+        ReferenceSet &set = regression.set;
         set.nucleus = nucleus;
         set.method = isMixed ? CalculationMethod() : method.method(); // of a mixture nothing is known
         OutputFiles files;
@@ -225,7 +275,7 @@ CommandRun prepareCalibrate(const CommandLine &line)
                                      plot.fullSize(), device, *picture);
         }
         files.commit();
-        printOut(report(set, compounds, pairings, shieldings));
+        printOut(report(regression, compounds, shieldings));
     });
 }
 

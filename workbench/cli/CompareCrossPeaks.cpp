@@ -80,7 +80,7 @@ void takeScale(const CommandLine &line, const QStringList &nuclei, Plan &plan)
 Plan parsePlan(const CommandLine &line)
 {
     Plan plan;
-    plan.experiment = existingExperiment(required(line, "experiment"), wantsPeaksOfFile(line));
+    plan.experiment = singleExperiment(line);
     SimulateOptions &spectrum = plan.spectrum;
     spectrum.twoDimensional = true;
     spectrum.dimension[0].nucleus = OptionValues::nucleus(QStringLiteral("--nucleus"), required(line, "nucleus"));
@@ -222,14 +222,32 @@ std::vector<int> assignedPeaks(const std::vector<MeasuredPeak> &measured, const 
                                              "such site (--ignore-labels pairs without names)")
                                        .arg(place, name));
         }
-        const auto isNamed = [&](const QString &site) {
-            return std::any_of(names.begin(), names.end(),
-                               [&](const QString &name) { return siteOf.contains(name, site); });
-        };
-        std::vector<std::size_t> found;
+        std::vector<std::size_t> found, mirrored;
         for (std::size_t i = 0; i < peaks.size(); ++i) {
-            const bool f2 = isNamed(peaks[i].sites[0]), f1 = isNamed(peaks[i].sites[1]);
-            if (names.size() > 1 ? f2 && f1 : f2 || f1)
+            const auto isNamed = [&](std::size_t d, qsizetype name) {
+                return siteOf.contains(names[name], peaks[i].sites[d]);
+            };
+            // A name for each coordinate: no peak of a site with itself but by the same name twice.
+            bool inOrder = false, inOtherOrder = false;
+            for (qsizetype a = 0; a < names.size(); ++a) {
+                for (qsizetype b = a + 1; b < names.size(); ++b) {
+                    inOrder |= isNamed(0, a) && isNamed(1, b);
+                    inOtherOrder |= isNamed(0, b) && isNamed(1, a);
+                }
+            }
+            const bool byOne = names.size() == 1 && (isNamed(0, 0) || isNamed(1, 0));
+            if (inOrder || byOne)
+                found.push_back(i);
+            else if (inOtherOrder)
+                mirrored.push_back(i);
+        }
+        // F1 may well stand first, but where a peak and its mirror image are both there, the order tells which is
+        // meant.
+        const std::vector<std::size_t> asNamed = found;
+        for (std::size_t i : mirrored) {
+            if (std::none_of(asNamed.begin(), asNamed.end(), [&](std::size_t other) {
+                    return peaks[other].sites[0] == peaks[i].sites[1] && peaks[other].sites[1] == peaks[i].sites[0];
+                }))
                 found.push_back(i);
         }
         if (found.empty() || (names.size() == 1 && found.size() > 1))

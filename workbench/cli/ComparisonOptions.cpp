@@ -79,6 +79,20 @@ QMap<QString, QString> valuesByNucleus(const CommandLine &line, const char *opti
     return values;
 }
 
+QString singleExperiment(const CommandLine &line)
+{
+    const QString text = required(line, "experiment"), named = nucleusBefore(text);
+    const QString nucleus = OptionValues::nucleus(QStringLiteral("--nucleus"), required(line, "nucleus"));
+    if (const auto given = line.values("experiment").size(); given > 1)
+        throw UsageError(
+            Texts::tr("option --experiment is given %1 times, but cross peaks and spectra with quadrupolar "
+                      "shifts are compared with one measurement")
+                .arg(given));
+    if (!named.isEmpty() && named != nucleus)
+        throw UsageError(Texts::tr("option --experiment: \"%1\" names %2, but --nucleus %3").arg(text, named, nucleus));
+    return existingExperiment(named.isEmpty() ? text : text.mid(named.size() + 1), wantsPeaksOfFile(line));
+}
+
 const OptionSpec &referenceSetOption()
 {
     static constexpr OptionSpec option{"reference-set", "SET.json",

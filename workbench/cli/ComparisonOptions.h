@@ -40,6 +40,9 @@ std::vector<ReferenceSet> parseReferenceSets(const CommandLine &line, const QStr
 void fillFrom(const std::vector<ReferenceSet> &sets, const QString &nucleus, std::optional<double> &reference,
               std::optional<double> &slope);
 const OptionSpec &referenceSetOption();
+/// The only `--experiment` where whole spectra are compared, with or without the nucleus of its F2 before it. Throws
+/// UsageError; std::runtime_error when there is no such file.
+QString singleExperiment(const CommandLine &line);
 
 /// One line for each set that another method of calculation was used for than for this file; empty when all agree.
 QString methodWarning(const ReferenceSet &set, const QString &file);

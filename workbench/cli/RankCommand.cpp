@@ -104,17 +104,32 @@ public:
     /// At the end of RankRow::basis.
     QString basis() const { return QStringLiteral("; temperature=%1").arg(m_temperature, 0, 'g', 10); }
 
-    /// By the whole name, the file's name, or that without its suffix.
-    double logWeight(const QString &file) const
+    /// By the whole name, the file's name, or that without its suffix. A name is that of one file.
+    std::vector<double> logWeights(const QStringList &files) const
+    {
+        std::vector<double> weights;
+        QHash<QString, QString> fileOf; // by name
+        for (const QString &file : files) {
+            const QString name = nameOf(file);
+            if (fileOf.contains(name))
+                throw CommandError(
+                    Texts::tr("%1: \"%2\" may be %3 or %4").arg(m_fileName, name, fileOf.value(name), file));
+            fileOf.insert(name, file);
+            weights.push_back(boltzmannWeights({m_values.value(name)}, m_temperature).front());
+        }
+        return weights;
+    }
+
+private:
+    QString nameOf(const QString &file) const
     {
         for (const QString &name : {file, QFileInfo(file).fileName(), QFileInfo(file).completeBaseName()}) {
-            if (const auto found = m_values.constFind(name); found != m_values.constEnd())
-                return boltzmannWeights({*found}, m_temperature).front();
+            if (m_values.contains(name))
+                return name;
         }
         throw CommandError(Texts::tr("%1: there is no energy of %2").arg(m_fileName, file));
     }
 
-private:
     static QString withoutComment(const QString &line)
     {
         static const QRegularExpression comment(QStringLiteral("^((?:\"[^\"]*\"|[^\"#])*)#.*$"));
@@ -244,10 +259,15 @@ CommandRun prepareMerge(const CommandLine &line)
 /// Of the structures that were calculated otherwise than a reference set, as far as that can be seen.
 void warnOfRankMethods(const RankPlan &plan, const QStringList &files)
 {
+    std::vector<ReferenceSet> sets = plan.spectrum ? plan.spectrum->sets : std::vector<ReferenceSet>();
     for (const ComparisonOptions::Nucleus &nucleus : plan.shifts.nuclei) {
+        if (nucleus.set)
+            sets.push_back(*nucleus.set);
+    }
+    for (const ReferenceSet &set : sets) {
         QStringList warnings;
-        for (const QString &file : nucleus.set ? files : QStringList())
-            warnings.append(methodWarning(*nucleus.set, file));
+        for (const QString &file : files)
+            warnings.append(methodWarning(set, file));
         warnings.removeAll(QString());
         printRankNotes(warnings.mid(0, 1));
         if (warnings.size() > 1)
@@ -312,9 +332,7 @@ CommandRun prepareRank(const CommandLine &line)
         printRankNotes(notes);
         warnOfRankMethods(plan, files);
         output.check();
-        std::vector<double> priors;
-        for (const QString &file : energies ? files : QStringList())
-            priors.push_back(energies->logWeight(file));
+        const std::vector<double> priors = energies ? energies->logWeights(files) : std::vector<double>();
         // Workers put theirs inside: one that crashes leaves nothing behind.
         const PrivateSettings directory;
         RankCrew::Plan crew;
@@ -399,7 +417,7 @@ Command rankCommand()
         "ranges and line widths have no bearing on the result. Structures that failed stand at the end with the "
         "reason.\n"
         "csv and json have full precision.\n"
-        "Exit status: 0, 3 when some structures failed, 1 when nothing could be done, 2 wrong usage.\n\n"
+        "Exit status: 0, 3 when structures failed (the table says why), 1 when there is no table, 2 wrong usage.\n\n"
         "Examples:\n"
         "  magres-workbench rank candidates/*.magres --nucleus 13C --experiment 13C.csv --jobs 4 -o ranking.csv\n"
         "  magres-workbench rank candidates/*.magres --experiment 13C=c.csv --experiment 1H=h.csv --average ch3\n"

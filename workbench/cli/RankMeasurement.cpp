@@ -153,8 +153,7 @@ RankPlan RankPlan::parse(const CommandLine &line)
     RankPlan plan;
     plan.isotopes = parseIsotopes(line);
     if (line.has("nucleus-f1") || line.has("quad-shift") || line.value("dims") == u"2") {
-        required(line, "nucleus");
-        plan.experiment = existingExperiment(required(line, "experiment"), wantsPeaksOfFile(line));
+        plan.experiment = singleExperiment(line);
         for (const char *option : {"sigma", "window", "unmatched", "ignore-labels", "symmetry-tolerance"}) {
             if (line.has(option))
                 throw UsageError(
@@ -224,6 +223,9 @@ QString RankMeasurement::basis() const
     for (int d = 0; d < (options.twoDimensional ? 2 : 1); ++d) {
         const DimensionOptions &dimension = options.dimension[d];
         nuclei.append(dimension.nucleus);
+        entries.append(QStringLiteral("%1 reference=%2")
+                           .arg(dimension.nucleus)
+                           .arg(dimension.reference.value_or(ShiftRanking::usualReference)));
         entries.append(QStringLiteral("%1 slope=%2").arg(dimension.nucleus).arg(dimension.slope.value_or(-1)));
         if (dimension.quadrupolarShift)
             others.append(dimension.nucleus + QStringLiteral(" quad-shift"));

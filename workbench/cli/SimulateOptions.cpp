@@ -164,6 +164,11 @@ QMap<QString, QString> parseIsotopes(const CommandLine &line)
 
 SimulateOptions SimulateOptions::parse(const CommandLine &line)
 {
+    for (const OptionSpec &option : specs()) {
+        const auto given = line.values(option.name).size();
+        if (given > 1 && !option.repeatable)
+            throw UsageError(Texts::tr("option %1 is given %2 times").arg(CommandLine::shown(option.name)).arg(given));
+    }
     SimulateOptions options;
     for (int d = 0; d < 2; ++d)
         options.dimension[d] = parseDimension(line, names[d]);

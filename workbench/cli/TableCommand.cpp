@@ -56,6 +56,9 @@ QMap<QString, double> byElement(const CommandLine &line, const char *option)
         if (equals < 0)
             throw UsageError(Texts::tr("option %1: \"%2\" names no nucleus, as in 13C=170").arg(shown, text));
         const QString nucleus = OptionValues::nucleus(shown, text.left(equals));
+        // A column has the sites of an element.
+        if (values.contains(Nuclides::element(nucleus)))
+            throw UsageError(Texts::tr("option %1 is given twice for %2").arg(shown, Nuclides::element(nucleus)));
         values.insert(Nuclides::element(nucleus), OptionValues::number(shown, text.mid(equals + 1)));
     }
     return values;
@@ -69,8 +72,12 @@ TableOptions parseTableOptions(const CommandLine &line)
     options.sites.sites = {parseSymmetryTolerance(line), parseAveraging(line)};
     QMap<QString, SiteTable::Scale> &scales = options.sites.scales;
     options.sets = parseReferenceSets(line, {});
-    for (const ReferenceSet &set : options.sets)
-        scales[Nuclides::element(set.nucleus)] = {set.calibration.reference, set.calibration.slope, {}};
+    for (const ReferenceSet &set : options.sets) {
+        const QString element = Nuclides::element(set.nucleus);
+        if (scales.contains(element))
+            throw UsageError(Texts::tr("option --reference-set: two sets are of %1").arg(element));
+        scales[element] = {set.calibration.reference, set.calibration.slope, {}};
+    }
     const QMap<QString, double> references = byElement(line, "reference"), slopes = byElement(line, "slope");
     for (auto it = references.cbegin(); it != references.cend(); ++it)
         scales[it.key()].reference = *it;

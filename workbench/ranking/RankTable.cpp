@@ -3,10 +3,12 @@
 
 #include "analysis/comparison/PoolProbabilities.h"
 #include "data/Elision.h"
+#include "data/NaturalOrder.h"
 #include "data/NumberText.h"
 #include "data/ReaderText.h"
 
 #include <QCryptographicHash>
+#include <QDir>
 #include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -506,7 +508,14 @@ void sort(std::vector<RankRow> &rows, const RankLayout &layout)
                               byProbability ? -row.logLikelihood.value_or(0.0) - row.logPrior.value_or(0.0)
                                             : row.rmsd.value_or(0.0));
     };
-    std::stable_sort(rows.begin(), rows.end(), [&](const RankRow &a, const RankRow &b) { return key(a) < key(b); });
+    const QCollator byName = naturalOrder();
+    std::stable_sort(rows.begin(), rows.end(), [&](const RankRow &a, const RankRow &b) {
+        const auto first = key(a), second = key(b);
+        if (first != second)
+            return first < second;
+        const int order = byName.compare(a.file, b.file);
+        return order != 0 ? order < 0 : a.file < b.file;
+    });
     // Summed up in this order, whichever the files came in: the same bits for parts that are merged.
     setProbabilities(rows, &RankRow::logLikelihood, &RankRow::probability);
     setProbabilities(rows, &RankRow::wideLogLikelihood, &RankRow::wideProbability);
@@ -664,7 +673,7 @@ Part merge(const QStringList &files)
         if (first != all.rows.end())
             checkErrors(part, *first, file, files.constFirst());
         for (std::size_t i = 0; i < part.rows.size(); ++i) {
-            QString &place = places[part.rows[i].file];
+            QString &place = places[QDir::cleanPath(part.rows[i].file)];
             if (!place.isEmpty())
                 fail(file, part.lines[i], Texts::tr("%1 stands in %2 already").arg(part.rows[i].file, place));
             place = Texts::tr("%1, line %2").arg(file, QString::number(part.lines[i]));

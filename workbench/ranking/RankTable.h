@@ -54,7 +54,8 @@ namespace RankTable {
 constexpr double smallestP = 0.001;
 
 /// Of one nucleus, and in 2D, by rmsd, smallest first; of several, or with energies, by probability. What is equal
-/// keeps its order. Structures that failed go last. The rows then have their probabilities in the pool.
+/// goes by file name, so that parts that are merged have the order of a single run. Structures that failed go last. The
+/// rows then have their probabilities in the pool.
 void sort(std::vector<RankRow> &rows, const RankLayout &layout);
 
 /// Throws std::runtime_error when a number of the row is not finite, so that it could neither be sorted nor read back.

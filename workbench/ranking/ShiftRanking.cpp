@@ -175,7 +175,8 @@ QString ShiftRanking::basis() const
 {
     const auto number = [](double value) { return QString::number(value, 'g', 10); };
     QStringList entries;
-    for (const NucleusMeasurement &measurement : measurements) {
+    for (std::size_t n = 0; n < measurements.size(); ++n) {
+        const NucleusMeasurement &measurement = measurements[n];
         const auto add = [&](const char *name, const QString &value) {
             entries.append(QStringLiteral("%1 %2=%3").arg(measurement.nucleus, QLatin1String(name), value));
         };
@@ -187,6 +188,7 @@ QString ShiftRanking::basis() const
                 QStringLiteral("%1 %2 %3")
                     .arg(QString::number(places[i].shift, 'g', 17), places[i].sites.join(u','), number(shares[i])));
         add("lines", RankTable::digest(lines));
+        add("reference", number(startReferences[n]));
         add("slope", number(measurement.scale.slope.value_or(-1)));
         if (const auto &set = measurement.calibration) {
             add("set",

@@ -2267,6 +2267,22 @@ Optionen:
         <source>Rows that sum up the table were left out: %1.</source>
         <translation>Zeilen, die die Tabelle zusammenfassen, wurden weggelassen: %1.</translation>
     </message>
+    <message>
+        <source>option --experiment is given %1 times, but cross peaks and spectra with quadrupolar shifts are compared with one measurement</source>
+        <translation>Option --experiment ist %1-mal angegeben, aber Kreuzpeaks und Spektren mit Quadrupolverschiebungen werden mit einer Messung verglichen</translation>
+    </message>
+    <message>
+        <source>option --experiment: &quot;%1&quot; names %2, but --nucleus %3</source>
+        <translation>Option --experiment: &quot;%1&quot; nennt %2, aber --nucleus %3</translation>
+    </message>
+    <message>
+        <source>%1 lines are assigned to &quot;%2&quot;, which several sites are called: %3</source>
+        <translation>%1 Linien sind &quot;%2&quot; zugeordnet; so heißen aber mehrere Lagen: %3</translation>
+    </message>
+    <message>
+        <source>%1: &quot;%2&quot; may be %3 or %4</source>
+        <translation>%1: &quot;%2&quot; kann %3 oder %4 sein</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::AgreementPlot</name>

@@ -34,8 +34,16 @@ Fit fitted(const std::vector<Point> &points, const LinePairing::Options &options
     const ShiftMoments moments = ShiftMoments::of(points);
     Fit fit;
     fit.scale.slope = options.slope.value_or(moments.slope(fallbackSlope, options.reference));
-    fit.scale.offset = options.reference.value_or(moments.reference(fit.scale.slope));
+    fit.scale.offset = moments.reference(fit.scale.slope);
     fit.squares = 0;
+    if (options.reference && std::isinf(options.referenceWeight)) {
+        fit.scale.offset = *options.reference;
+    } else if (options.reference) {
+        const double weight = options.referenceWeight;
+        fit.scale.offset += weight * (*options.reference - fit.scale.offset) / (weight + moments.points);
+        const double off = fit.scale.offset - *options.reference;
+        fit.squares += weight * off * off;
+    }
     for (const Point &p : points) {
         const double difference = p.shift - fit.scale.offset - fit.scale.slope * p.shielding;
         fit.squares += difference * difference;
@@ -195,12 +203,9 @@ private:
 
 using Splitter = std::function<Split(const Scale &)>;
 
-/// Between the smallest and the largest difference that a pair of an order-keeping pairing can have, unless nothing is
-/// left to fit.
+/// Between the smallest and the largest difference that a pair of an order-keeping pairing can have.
 std::vector<double> startOffsets(const Problem &problem)
 {
-    if (problem.options.reference && problem.options.slope)
-        return {*problem.options.reference};
     constexpr int steps = 48;
     const Scale unreferenced{0, problem.startSlope()};
     const std::size_t n = problem.sites(), m = problem.lines();
@@ -216,6 +221,56 @@ std::vector<double> startOffsets(const Problem &problem)
     return offsets;
 }
 
+/// Lines through two pairs: a site of low and one of high shift, each with lines that an order-keeping pairing can give
+/// it. Where some lines belong to no site, starts of one slope do not lead to every other.
+std::vector<Scale> slopedStarts(const Problem &problem)
+{
+    constexpr int mostLines = 8; // tried of a site
+    constexpr double factor = 3; // by which a slope may differ from the usual one
+    const int n = int(problem.sites()), m = int(problem.lines());
+    const auto places = [&](int site) {
+        const int low = m > n ? site : std::max(0, site - (n - m)), high = m > n ? site + m - n : std::min(site, m - 1);
+        std::vector<int> lines;
+        for (int line = low; line <= high; line += 1 + (high - low) / mostLines)
+            lines.push_back(line);
+        return lines;
+    };
+    std::vector<Scale> starts;
+    for (int low : std::set{0, 1, n / 4}) {
+        for (int high : std::set{n - 1, n - 2, 3 * n / 4}) {
+            for (int a : low < high ? places(low) : std::vector<int>()) {
+                for (int b : places(high)) {
+                    const auto from = std::size_t(low), to = std::size_t(high);
+                    const double slope = (problem.shifts[std::size_t(b)] - problem.shifts[std::size_t(a)])
+                        / (problem.shieldings[to] - problem.shieldings[from]);
+                    const double ratio = slope / problem.startSlope();
+                    if (ratio > 1 / factor && ratio < factor)
+                        starts.push_back({problem.shifts[std::size_t(a)] - slope * problem.shieldings[from], slope});
+                }
+            }
+        }
+    }
+    return starts;
+}
+
+std::vector<Scale> starts(const Problem &problem)
+{
+    const LinePairing::Options &options = problem.options;
+    std::vector<Scale> all;
+    if (options.reference)
+        all.push_back({*options.reference, problem.startSlope()});
+    if (options.reference && options.slope && std::isinf(options.referenceWeight))
+        return all; // nothing is left to fit
+    for (double offset : startOffsets(problem))
+        all.push_back({offset, problem.startSlope()});
+    // By counts, lines have their numbers of sites wherever one starts.
+    if (!options.slope && problem.needs.empty()) {
+        const std::vector<Scale> sloped = slopedStarts(problem);
+        all.insert(all.end(), sloped.begin(), sloped.end());
+    }
+    return all;
+}
+
 /// The best split and the best scale for each other, from many starts. Each turn makes the sum smaller, so that it
 /// ends.
 Split best(const Problem &problem, const Splitter &splitter)
@@ -223,8 +278,7 @@ Split best(const Problem &problem, const Splitter &splitter)
     double least = infinity;
     Split result;
     std::set<Split> seen; // what has led somewhere leads there again
-    for (double offset : startOffsets(problem)) {
-        Scale scale{offset, problem.startSlope()};
+    for (Scale scale : starts(problem)) {
         for (Split split = splitter(scale); seen.insert(split).second; split = splitter(scale)) {
             std::vector<Point> points = problem.fixed;
             for (std::size_t i = 0; i < problem.sites(); ++i)
@@ -266,25 +320,47 @@ void enterByAtoms(const Problem &problem, const std::vector<int> &linesPerSite, 
             pairing.linesOf[std::size_t(problem.siteIds[i])].push_back(problem.lineIds[line++]);
 }
 
+/// The site of that name; of a label that several sites bear, all of them.
+std::vector<std::size_t> sitesNamed(const QString &label, double shift, const std::vector<ComparedSite> &sites,
+                                    const std::vector<MeasuredLine> &lines)
+{
+    std::vector<std::size_t> all;
+    QStringList names;
+    for (std::size_t i = 0; i < sites.size(); ++i) {
+        if (sites[i].name == label || sites[i].labels.contains(label))
+            return {i};
+        if (sites[i].commonLabels.contains(label)) {
+            all.push_back(i);
+            names.append(sites[i].name);
+        }
+    }
+    if (all.empty())
+        throw UnknownSite(
+            Texts::tr("the line at %1 ppm is assigned to \"%2\", but the structure has no such site of this nucleus")
+                .arg(shift)
+                .arg(label)
+                .toStdString());
+    const auto named =
+        std::count_if(lines.begin(), lines.end(), [&](const MeasuredLine &line) { return line.sites.contains(label); });
+    if (named > 1 && all.size() > 1)
+        throw UnknownSite(Texts::tr("%1 lines are assigned to \"%2\", which several sites are called: %3")
+                              .arg(named)
+                              .arg(label, names.join(QLatin1String(", ")))
+                              .toStdString());
+    return all;
+}
+
 std::vector<char> enterAssigned(const std::vector<ComparedSite> &sites, const std::vector<MeasuredLine> &lines,
                                 LinePairing &pairing)
 {
     std::vector<char> isAssigned(lines.size());
     for (std::size_t k = 0; k < lines.size(); ++k) {
         for (const QString &label : lines[k].sites) {
-            const auto found = std::find_if(sites.begin(), sites.end(), [&](const ComparedSite &site) {
-                return site.name == label || site.labels.contains(label);
-            });
-            if (found == sites.end())
-                throw UnknownSite(
-                    Texts::tr(
-                        "the line at %1 ppm is assigned to \"%2\", but the structure has no such site of this nucleus")
-                        .arg(lines[k].shift)
-                        .arg(label)
-                        .toStdString());
-            std::vector<int> &own = pairing.linesOf[std::size_t(found - sites.begin())];
-            if (own.empty() || own.back() != int(k))
-                own.push_back(int(k));
+            for (std::size_t site : sitesNamed(label, lines[k].shift, sites, lines)) {
+                std::vector<int> &own = pairing.linesOf[site];
+                if (own.empty() || own.back() != int(k))
+                    own.push_back(int(k));
+            }
         }
         isAssigned[k] = !lines[k].sites.isEmpty();
         pairing.assignedLines += isAssigned[k];
@@ -432,10 +508,7 @@ LinePairing LinePairing::of(const std::vector<ComparedSite> &sites, const std::v
         else
             enter(problem, best(problem, [&](const Scale &scale) { return sparseSplit(problem, scale); }), pairing);
     } else {
-        throw TooManyLines(Texts::tr("%1 lines were measured, but the structure has only %2 sites for them")
-                               .arg(m)
-                               .arg(n)
-                               .toStdString());
+        fail(Texts::tr("%1 lines were measured, but the structure has only %2 sites for them").arg(m).arg(n));
     }
     return pairing;
 }
@@ -458,8 +531,16 @@ std::vector<MeasuredLine> mergedLines(const std::vector<MeasuredLine> &lines, st
     // Where all count the same, they tell nothing about one another.
     const bool isTold =
         std::any_of(parts.begin(), parts.end(), [&](const auto &part) { return part.size() != parts.front().size(); });
-    for (std::size_t i = 0; i < merged.size() && isTold; ++i)
-        merged[i].count = double(parts[i].size()) * merged[i].count.value_or(1);
+    for (std::size_t i = 0; i < merged.size(); ++i) {
+        bool hasCount = isTold;
+        double sum = 0;
+        for (int line : parts[i]) {
+            hasCount |= lines[std::size_t(line)].count.has_value();
+            sum += lines[std::size_t(line)].count.value_or(1);
+        }
+        if (hasCount)
+            merged[i].count = sum;
+    }
     if (from)
         *from = std::move(parts);
     return merged;

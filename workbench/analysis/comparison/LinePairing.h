@@ -3,6 +3,7 @@
 
 #include <QStringList>
 
+#include <limits>
 #include <optional>
 #include <stdexcept>
 #include <vector>
@@ -16,6 +17,7 @@ struct ComparedSite {
     double shielding = 0; ///< isotropic, ppm
     int nuclei = 1;
     int lines = 1; ///< that it would give if its symmetry were not known
+    QStringList commonLabels = {}; ///< of the file, which other sites may bear too
 };
 
 struct MeasuredLine {
@@ -24,20 +26,14 @@ struct MeasuredLine {
     QStringList sites; ///< labels of the sites that the line was assigned to
 };
 
-/// More lines were measured than there are sites for them.
-class TooManyLines : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
-
-/// A line names a site that there is not.
+/// A line names a site that there is not, or it is not clear which.
 class UnknownSite : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
 /// Lines at one place that name the same sites are one, which counts as often as it was listed unless all were listed
-/// equally often. Of each, `from` tells which of the lines it was made of.
+/// equally often; what lines count themselves adds up. Of each, `from` tells which of the lines it was made of.
 std::vector<MeasuredLine> mergedLines(const std::vector<MeasuredLine> &lines,
                                       std::vector<std::vector<int>> *from = nullptr);
 
@@ -54,6 +50,8 @@ struct LinePairing {
         std::optional<double> slope = -1.0; ///< of the shift over the shielding; none: fitted along
         int unmatched = 0; ///< lines that may be left out where there are more than sites
         std::optional<double> reference = std::nullopt; ///< ppm; none: fitted along
+        /// Of the reference beside the sites, each of which has 1: the squared ratio of a site's error to its own.
+        double referenceWeight = std::numeric_limits<double>::infinity();
     };
 
     Mode mode = Mode::Equal; ///< of the lines that name no site, unless all do
@@ -63,12 +61,13 @@ struct LinePairing {
         linesOf; ///< by site; empty for a site without a line, several where each atom has one
     std::vector<int> leftOut; ///< lines
 
-    /// Lines that name sites go there. The others go to the sites that are left, so that the sum of squared
-    /// differences, each site once, is least at the reference, or at the best one: by order where the numbers are
-    /// equal; else sites sorted by shift are cut into groups, one a line. Given the counts of these lines, groups have
-    /// these numbers of nuclei up to a common factor; groups then need not be neighbours where the sites' own numbers
-    /// differ. Lines that name sites and have counts share the factor, and take more sites where they name too few.
-    /// Throws TooManyLines, UnknownSite, or std::runtime_error when counts cannot be met.
+    /// Lines that name sites go there; one that alone has a label of several sites goes to all of them. The others go
+    /// to the sites that are left, so that the sum of squared differences, each site once, is least at the reference
+    /// (and with what that differs from the one expected, where it has a weight), or at the best one: by order where
+    /// the numbers are equal; else sites sorted by shift are cut into groups, one a line. Given the counts of these
+    /// lines, groups have these numbers of nuclei up to a common factor; groups then need not be neighbours where the
+    /// sites' own numbers differ. Lines that name sites and have counts share the factor, and take more sites where
+    /// they name too few. Throws UnknownSite, or std::runtime_error when lines are too many or counts cannot be met.
     static LinePairing of(const std::vector<ComparedSite> &sites, const std::vector<MeasuredLine> &lines,
                           const Options &options);
 

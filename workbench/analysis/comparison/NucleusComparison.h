@@ -34,8 +34,9 @@ struct NucleusComparison {
                                 const NucleusMeasurement &measurement);
 
     /// The same of lists that may name a place as often as equivalent atoms would give it, which other structures have
-    /// fewer of: where lines are too many for the sites, each place counts once, and the measurement then has places.
-    /// Likelihoods stay comparable: they count sites, not lines.
+    /// fewer of. Unless the lines are as many as the sites or atoms, each place is a line that counts as often, where
+    /// these counts can be met; else the lines are taken as they stand, or each place once. The measurement then has
+    /// what was compared. Likelihoods stay comparable: they count sites, not lines.
     static NucleusComparison ofPlaces(const CrystalStructure &structure, const UniqueSites &unique,
                                       NucleusMeasurement &measurement);
 

@@ -79,10 +79,10 @@ PeakComparison PeakComparison::of(const CrystalStructure &structure, const Uniqu
     return compare(Counting::Lines);
 }
 
-std::vector<MeasuredLine> PeakComparison::countedLines(const QList<SpectrumPeak> &peaks)
+std::vector<MeasuredLine> PeakComparison::linesOf(const QList<SpectrumPeak> &peaks)
 {
     PeakComparison result;
-    takeLines(peaks, Counting::Counts, result);
+    takeLines(peaks, Counting::Peaks, result);
     return result.measurement.lines;
 }
 

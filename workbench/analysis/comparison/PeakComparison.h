@@ -20,8 +20,8 @@ struct PeakComparison {
     static PeakComparison of(const CrystalStructure &structure, const UniqueSites &unique,
                              NucleusMeasurement measurement, const QList<SpectrumPeak> &peaks);
 
-    /// Peaks at one place as a line that counts as often.
-    static std::vector<MeasuredLine> countedLines(const QList<SpectrumPeak> &peaks);
+    /// Each peak as a line of its own, as lists have them.
+    static std::vector<MeasuredLine> linesOf(const QList<SpectrumPeak> &peaks);
 
     /// The label of each line whose label changes when these lines are put onto a site by hand, away from the site
     /// `from` (-1: from whichever they have), with what else they were paired with. Lines without a label find sites by

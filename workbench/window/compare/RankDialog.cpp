@@ -358,7 +358,7 @@ std::vector<RankDialog::Lines> RankDialog::chosenLines() const
         if (sigma > 0)
             lines.measurement.sigma = sigma;
         const auto *item = qobject_cast<const NmrItem *>(m_scene->item(choice->item));
-        lines.measurement.lines = PeakComparison::countedLines(item->nmrData()->spectrum(choice->entry).peaks);
+        lines.measurement.lines = PeakComparison::linesOf(item->nmrData()->spectrum(choice->entry).peaks);
         if (m_ignoreLabels->isChecked()) {
             for (MeasuredLine &line : lines.measurement.lines)
                 line.sites.clear();
