@@ -541,7 +541,8 @@ private Q_SLOTS:
         row("C 1 170.2\nC 2 133.3\nN 1 21.5\n", "170.2 C 1; 133.3 C 2; 21.5 N 1");
         row("C 170 0.53\nC 133 1\nN 35 0.7\n", "170 =0.53 C; 133 C; 35 =0.7 N");
         // F1 has several names.
-        for (const char *names : {"δF1,δF2", "δ1,δ2", "DQ,SQ", "Indirect (ppm),Direct (ppm)", "ω1 (ppm),ω2 (ppm)"})
+        for (const char *names :
+             {"δF1,δF2", "δ1,δ2", "DQ (ppm),SQ (ppm)", "Indirect (ppm),Direct (ppm)", "ω1 (ppm),ω2 (ppm)"})
             row(names + QByteArray("\n120.1,8.4\n118.2,7.5\n"), "8.4/120.1; 7.5/118.2");
         for (const char *names :
              {"Point,Intensity", "Time,Real", "Zeit/ms,FID", "Field (T),Amplitude", "2theta,Intensity"})
@@ -577,6 +578,10 @@ private Q_SLOTS:
         row("C 21 1234.5\nC 133 2345.6\nC 170 999.1\n", "21 =1234.5 C; 133 =2345.6 C; 170 =999.1 C");
         row("high field shift (ppm),Int\n-5,3\n-7,4\n", "-5 =3; -7 =4");
         row("ppm,delay 1,delay 2\n170,5,3\n133,4,2\n", "170 =5; 133 =4");
+        row("A - -110.2\nB - -101.3\n", "-110.2 A -; -101.3 B -");
+        row("Atom,δ1,δ2\nC1,170.2,171.1\nC2,133.3,134\n", "170.2 C1; 133.3 C2");
+        row("Field (ppm),Intensity\n170.2,5\n133.3,4\n", "170.2 =5; 133.3 =4");
+        row("13C NMR chemical shift/ppm, intensity\n170.2, 5\n", "170.2 =5");
         row("Residue,NH\nA1,8.25\nG2,7.9\n", "8.25 A1; 7.9 G2");
         row("13C{1H} NMR: δ 170.2¹, 133.3", "line 1: expected a shift such as 7.26 or 7.26 (2H), found \"170.2¹\"");
         row("1H data\n13C NMR: δ 170.2, 133.3", "170.2; 133.3");

@@ -50,18 +50,24 @@ bool isNoShift(const QString &name)
         component(QStringLiteral("^(?:11|22|33|xx|yy|zz)$"));
     static const QRegularExpression otherUnit(
         QStringLiteral("\\S\\s*[(\\[/]\\s*(?:[mµμu]?s|min|h|K|°C|Å)\\s*[)\\]]?$"));
-    static const QRegularExpression otherAxis(
-        QStringLiteral(
-            "^\\W*(?:time|zeit|t|fid|field|feld|2theta|2θ|wavenumbers?|wellenzahl(?:en)?|wavelength|temperatur[e]?"
-            "|delay)\\W*(?:[(\\[/](?!.*(?:ppm|Hz)).*)?$"),
-        QRegularExpression::CaseInsensitiveOption | QRegularExpression::UseUnicodePropertiesOption);
-    if (otherUnit.match(name).hasMatch() || otherAxis.match(name).hasMatch())
+    if (otherUnit.match(name).hasMatch())
         return true;
     const QStringList words = wordsOf(name);
     const bool isDelta = words.contains(u"δ") || words.contains(QLatin1String("delta"));
     return std::any_of(words.begin(), words.end(), [&](const QString &word) {
         return pattern.match(word).hasMatch() || (isDelta && component.match(word).hasMatch());
     });
+}
+
+/// Alone, or with a unit that is no shift's.
+bool isOtherAxis(const QString &name)
+{
+    static const QRegularExpression pattern(
+        QStringLiteral(
+            "^\\W*(?:time|zeit|t|fid|field|feld|2theta|2θ|wavenumbers?|wellenzahl(?:en)?|wavelength|temperatur[e]?"
+            "|delay)\\W*(?:[(\\[/].*)?$"),
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::UseUnicodePropertiesOption);
+    return pattern.match(name).hasMatch();
 }
 
 } // namespace
@@ -184,7 +190,7 @@ Meaning meaningOf(const QString &fullName)
             "|nuclei|anzahl|(?-i:nH)|[HCNFP]['’]s)\\W*$"),
         QRegularExpression::CaseInsensitiveOption);
     const bool isCount = counts.match(name).hasMatch();
-    if (isNoShift(withoutRemarks(name)))
+    if (isNoShift(withoutRemarks(name)) || (unit == Unit::Unknown && isOtherAxis(name)))
         return {Role::Ignored, Unit::Unknown, true};
     // "Index (F1)" counts points along an axis, and "Assign F1" names its atoms.
     if (has({"index", "address"}))
@@ -196,9 +202,10 @@ Meaning meaningOf(const QString &fullName)
         QStringLiteral("^[\\W_]*[iyIY](?:[\\W_]*(?:rel|norm|arb|a\\.?u|%).*)?[\\W_]*$"));
     const bool isLetterAlone = letter.match(name).hasMatch();
     // The indirect dimension of correlations, of double quanta and of MQMAS.
-    const bool isIndirect = has({"f1", "w1", "ω1", "δf1", "δ1", "indirect", "dq", "δdq"});
+    const bool isIndirect =
+        has({"f1", "w1", "ω1", "δf1", "δ1", "indirect", "δdq"}) || (unit != Unit::Unknown && has({"dq"}));
     if (unit != Unit::Unknown || isIndirect
-        || has({"x", "f2", "w2", "ω2", "δf2", "δ2", "direct", "sq", "δsq", "frequency", "center", "centre"}))
+        || has({"x", "f2", "w2", "ω2", "δf2", "δ2", "direct", "δsq", "frequency", "center", "centre"}))
         return {isIndirect ? Role::PositionF1 : Role::Position, unit};
     if (has({"imag", "imaginary", "im"}))
         return {Role::Imaginary, unit};

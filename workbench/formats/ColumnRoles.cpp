@@ -105,7 +105,9 @@ public:
             hasPosition |= meaning.statesPosition();
             hasHeight |= meaning.role == Role::Intensity;
         }
-        return hasPosition && hasHeight && names.size() != columnCount() ? names.size() : 0;
+        // Between blanks a name may have several words.
+        const bool isOther = m_layout.separator == ' ' ? names.size() < columnCount() : names.size() != columnCount();
+        return hasPosition && hasHeight && isOther ? names.size() : 0;
     }
 
     /// A row that is no good.
@@ -490,7 +492,9 @@ private:
                                          [&](int column) { return m_values[size_t(column)].front() == ++number; });
         return doCount && m_numeric.size() > 1 && !m_isTold
             && std::any_of(m_table.texts.begin(), m_table.texts.end(), [](const QStringList &texts) {
-                   return texts.size() > 1 && ColumnNames::meaningOf(texts.front()).isKnown();
+                   const Role role = texts.empty() ? Role::Ignored : ColumnNames::meaningOf(texts.front()).role;
+                   return texts.size() > 1
+                       && (role == Role::Label || role == Role::Number || ColumnNames::isCounting(texts.front()));
                });
     }
 
@@ -598,7 +602,7 @@ private:
 /// Of several columns with positions along an axis a measured one counts, then one that is not calculated, one in ppm,
 /// and one whose name says more than the unit; a
 /// second one is F1 where it is of another nucleus, or two dimensions are looked for.
-void sortOutPositions(TextLayout &layout, const ReadOptions &options)
+void sortOutPositions(TextLayout &layout, const std::vector<std::vector<double>> &values, const ReadOptions &options)
 {
     using Columns = std::vector<TextLayout::Column *>;
     const auto along = [&](Role role) {
@@ -640,6 +644,17 @@ void sortOutPositions(TextLayout &layout, const ReadOptions &options)
             (*second)->role = Role::PositionF1;
             f2.erase(second);
         }
+    }
+    // "Atom,δ1,δ2" has the shifts of two compounds.
+    const auto valuesOf = [&](const TextLayout::Column *column) {
+        return values[size_t(column - layout.columns.data())];
+    };
+    if (!f1.empty() && !f2.empty() && layout.columnOf(Role::Label) >= 0 && areAlike(valuesOf(f2[0]), valuesOf(f1[0]))) {
+        if (f1[0] < f2[0])
+            std::swap(f1, f2);
+        f1[0]->role = Role::Ignored;
+        f2[0]->role = Role::Position;
+        f1.erase(f1.begin());
     }
     // A lone F1 is the only axis.
     if (f2.empty() && !f1.empty())
@@ -906,7 +921,7 @@ void assignRoles(TextLayout &layout, TableSample &table, const QString &source, 
         takeAtomNumbers(layout, table);
         RoleGuess(layout, table, source, options).guess();
     }
-    sortOutPositions(layout, options);
+    sortOutPositions(layout, table.values, options);
     textColumns.settle();
     TextLayout::Column &position = layout.columns[size_t(layout.columnOf(Role::Position))];
     passOverConstantColumns(layout, table.constants, table.values.front().size());

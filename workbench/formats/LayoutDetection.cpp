@@ -407,8 +407,9 @@ void refuseDashes(const TextLayout &layout, const TableSample &table, const QStr
         if (row.number < layout.firstLine || !layout.fits(fields.size()))
             continue;
         const std::string_view first = fields.front();
+        const bool isSigned = isBetween && fields[size_t(position)].find_first_of("0123456789") != 0;
         const bool isDash = isBetween
-            ? PrintedNumber::isDash(fields[size_t(position) - 1])
+            ? !isSigned && PrintedNumber::isDash(fields[size_t(position) - 1])
             : layout.columns.size() == 1 && PrintedNumber::isDash(first.substr(0, first.find(' ')));
         if (!isDash)
             return;

@@ -40,13 +40,18 @@ std::string asTyped(std::string_view number, bool decimalComma)
     std::string text(number);
     if (decimalComma)
         std::replace(text.begin(), text.end(), ',', '.');
-    for (std::string_view blank : {"\xC2\xA0", "\xE2\x80\x89", "\xE2\x80\xAF"})
-        replaceAll(text, blank, ' ');
-    // Hyphens, dashes and words of ranges.
-    for (std::string_view sign :
-         {printedMinus, enDash, std::string_view("\xE2\x80\x90"), std::string_view("\xE2\x80\x91"),
-          std::string_view("\xE2\x80\x92"), std::string_view(" to "), std::string_view(" bis ")})
-        replaceAll(text, sign, '-');
+    if (std::any_of(text.begin(), text.end(), [](char c) { return c & 0x80; })) {
+        for (std::string_view blank : {"\xC2\xA0", "\xE2\x80\x89", "\xE2\x80\xAF"})
+            replaceAll(text, blank, ' ');
+        // Hyphens and dashes.
+        for (std::string_view sign : {printedMinus, enDash, std::string_view("\xE2\x80\x90"),
+                                      std::string_view("\xE2\x80\x91"), std::string_view("\xE2\x80\x92")})
+            replaceAll(text, sign, '-');
+    }
+    if (text.find(' ') != std::string::npos) {
+        for (std::string_view word : {" to ", " bis "})
+            replaceAll(text, word, '-');
+    }
     if (text.starts_with("- "))
         text.erase(1, text.find_first_not_of(' ', 1) - 1);
     return text;
@@ -93,7 +98,7 @@ bool joinWords(std::vector<std::string_view> &words, bool decimalComma, bool ran
     // Without decimals a dash is none of a range, and another number behind a dash may be a height.
     const auto isRangeOf = [&](std::string_view from, std::string_view to, bool isNear) {
         const char mark = decimalComma ? ',' : '.';
-        if (from.find(mark) == std::string_view::npos || to.find(mark) == std::string_view::npos)
+        if (isNear && (from.find(mark) == std::string_view::npos || to.find(mark) == std::string_view::npos))
             return false;
         const auto a = parse(from, decimalComma), b = parse(to, decimalComma);
         constexpr double widest = 0.1;

@@ -247,7 +247,10 @@ std::optional<MeasuredPeaks> parse(const std::vector<TextLine> &lines, const QSt
         start = head().match(plain);
         // The head may stand alone above the only other line.
         const QString next = i + 2 == lines.size() ? plainText(ReaderText::decoded(lines.back().text)) : QString();
-        if (!start.hasMatch() && !next.isEmpty() && !isComment(lines[i].text) && !head().match(next).hasMatch()) {
+        const QString alone = outsideBrackets(plain);
+        const bool mayGoOn = !isComment(lines[i].text) && !alone.contains(u',') && !alone.contains(u';')
+            && Nuclides::table().namedIn(alone).size() < 2;
+        if (!start.hasMatch() && !next.isEmpty() && mayGoOn && !head().match(next).hasMatch()) {
             plain += u' ' + next;
             ++i;
             line = lines[i].number;
