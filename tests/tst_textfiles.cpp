@@ -582,6 +582,8 @@ private Q_SLOTS:
         row("Atom,δ1,δ2\nC1,170.2,171.1\nC2,133.3,134\n", "170.2 C1; 133.3 C2");
         row("Field (ppm),Intensity\n170.2,5\n133.3,4\n", "170.2 =5; 133.3 =4");
         row("13C NMR chemical shift/ppm, intensity\n170.2, 5\n", "170.2 =5");
+        row("#,\n170.2,5\n133.3,4\n", "170.2 =5; 133.3 =4");
+        row("2,6\t128.1\n3,5\t130.2\n4\t133.3\t7\t8\n", "line 3: expected 2 fields as in the lines before, found 4");
         row("Residue,NH\nA1,8.25\nG2,7.9\n", "8.25 A1; 7.9 G2");
         row("13C{1H} NMR: δ 170.2¹, 133.3", "line 1: expected a shift such as 7.26 or 7.26 (2H), found \"170.2¹\"");
         row("1H data\n13C NMR: δ 170.2, 133.3", "170.2; 133.3");

@@ -152,6 +152,8 @@ private:
     /// has one, the last column may go without.
     QStringList completed(const QStringList &names, const HeaderLine &line) const
     {
+        if (names.isEmpty())
+            return names;
         const std::vector<double> &first = m_values.front();
         const Role role = ColumnNames::meaningOf(names.front()).role;
         // Numbers of rows leave few gaps.

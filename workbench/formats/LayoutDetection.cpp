@@ -223,7 +223,7 @@ std::string_view doubtfulPosition(const TextLayout &layout, const std::vector<Te
     for (const TextLine &row : rows) {
         layout.split(row.text, fields);
         if (!layout.decimalComma || row.number < layout.firstLine || position >= fields.size()
-            || fields[position].find(',') == std::string_view::npos)
+            || !layout.fits(fields.size()) || fields[position].find(',') == std::string_view::npos)
             continue;
         for (size_t i = 0; i < fields.size(); ++i) {
             if (layout.isUsed(i) && layout.columns[i].grouping == 0 && fields[i].find('.') != std::string_view::npos)
