@@ -69,12 +69,12 @@ double summit(const FrequencyForm &form, double sign, Vector3d b)
             sign * plane.transpose() * curvature(form, b) * plane - full.dot(b) * Matrix2d::Identity();
         const Vector2d bends = Eigen::SelfAdjointEigenSolver<Matrix2d>(bent).eigenvalues();
         const double scale = bends.cwiseAbs().maxCoeff();
-        // Beyond this the height gains less than its last digits.
-        if (!(slope.squaredNorm() > 1e-28 * scale * scale) || damping > 1e8)
-            break;
         damping = std::max(damping, 1e-6);
         const double shift = std::max(bends.maxCoeff(), 0.0) + damping * scale;
         const Vector2d step = (shift * Matrix2d::Identity() - bent).inverse() * slope;
+        // Less than the last digits are to be gained.
+        if (!(slope.dot(step) > 1e-14 * (std::abs(height) + scale)))
+            break;
         const Vector3d next = (b + plane * step).normalized();
         const double higher = sign * value(form, next);
         if (higher > height) {
