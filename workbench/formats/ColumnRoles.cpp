@@ -110,13 +110,6 @@ public:
         return hasPosition && hasHeight && isOther ? names.size() : 0;
     }
 
-    /// A row that is no good.
-    bool isRow(const HeaderLine &line) const
-    {
-        const QStringList fields = splitAt(m_layout.separator, line.text);
-        return fields.size() == columnCount() && !fits(fields);
-    }
-
 private:
     qsizetype columnCount() const { return qsizetype(m_layout.columns.size()); }
 
@@ -255,7 +248,7 @@ void nameColumns(TextLayout &layout, TableSample &table)
     for (size_t i = 0; i < layout.columns.size() && !names.isEmpty(); ++i)
         layout.columns[i].name = names[qsizetype(i)];
     for (const HeaderLine &line : table.headers) {
-        if (const qsizetype count = header.otherCount(line); count > 0 && names.isEmpty())
+        if (const qsizetype count = names.isEmpty() ? header.otherCount(line) : 0; count > 0)
             table.otherNames = {line.number, int(count)};
     }
 }

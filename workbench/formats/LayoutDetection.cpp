@@ -184,8 +184,10 @@ Split trySplit(char separator, bool decimalComma, bool joinsRanges, const std::v
         if (matches(split.layout, fields)) {
             ++split.matching;
             bool cut = false;
-            if (std::vector<std::string_view> words = fields; separator == ' ' && !joinsRanges)
+            if (separator == ' ' && !joinsRanges) {
+                Fields words = fields;
                 ranges += PrintedNumber::joinWords(words, decimalComma, true);
+            }
             for (size_t i = 0; i < fields.size(); ++i)
                 cut |= !columns[i].numeric && PrintedNumber::isCut(fields[i]);
             split.cutRows += cut;
