@@ -447,6 +447,31 @@ private Q_SLOTS:
         row("Site,ppm,int\nC2\",170.2,5\n\"a \"\"q\"\", b\",133.3,4\n", u"170.2 =5 C2\"; 133.3 =4 a \"q\", b"_s);
     }
 
+    /// Publications list the shifts of an atom, and of those bound to it, in one row.
+    void severalNuclei()
+    {
+        const QByteArray rows = "C1,170.2,-,/C2,132.1,,/C3,123.4,7.2,/H4,n.d.,9.1,–/N1,,,135.5";
+        const auto read = [](const QByteArray &names, QByteArray body, const QString &nucleus) {
+            return outcome(names + '\n' + body.replace('/', '\n'), {0, nucleus, {}, {}});
+        };
+        const QByteArray markdown =
+            "|Atom|13C|1H|15N|\n|:--|--:|---|---|\n|" + QByteArray(rows).replace(',', '|').replace("/", "|\n|") + '|';
+        for (const auto &[nucleus, expected] :
+             {std::pair(u"13C"_s, u"170.2 C1; 132.1 C2; 123.4 C3"_s), std::pair(u"1H"_s, u"7.2 C3; 9.1 H4"_s),
+              std::pair(u"15N"_s, u"135.5 N1"_s)}) {
+            QCOMPARE(read("Atom,13C,1H,15N", rows, nucleus), expected);
+            QCOMPARE(read("Atom,δ(13C)/ppm,δ(1H)/ppm,δ(15N)/ppm", rows, nucleus), expected);
+            QCOMPARE(outcome(markdown, {0, nucleus, {}, {}}), expected);
+        }
+        const QByteArray compared = "C1,170.2,171.1,,/C3,123.4,124.1,7.2,7.3";
+        QCOMPARE(read("Atom,13C exp,13C calc,1H exp,1H calc", compared, u"1H"_s), u"7.2 C3"_s);
+        QCOMPARE(read("Atom,13C calc,13C exp,1H calc,1H exp", compared, u"13C"_s), u"171.1 C1; 124.1 C3"_s);
+        // Numbers may be those of atoms or of cross peaks.
+        QCOMPARE(read("No,13C,1H", "1,170.2,/2,123.4,7.2", u"1H"_s), u"7.2"_s);
+        QCOMPARE(read("No,1H,13C", "1,7.2,123.4/2,6.6,120", u"13C"_s), u"7.2/123.4; 6.6/120"_s);
+        QCOMPARE(read("Atom,1H,13C,int", "C3,7.2,123.4,5/C4,6.6,120,4", u"13C"_s), u"7.2/123.4 =5 C3; 6.6/120 =4 C4"_s);
+    }
+
     /// Differences, errors, widths and calculated shifts beside the shifts.
     void namesOfColumns()
     {

@@ -45,6 +45,7 @@ struct FrequencyNeeded : std::runtime_error {
 /// What is known of a measurement besides its file, for what the file leaves open.
 struct ReadOptions {
     int dimensions = 0; ///< of the spectrum that is looked for; 0: any
+    QString nucleus; ///< of the shifts that are looked for in a table with those of several nuclei; empty: all
     QString unit; ///< of positions in plain text: "ppm", "Hz" or "kHz"; empty: as the file says
     std::array<double, 2> frequency{}; ///< MHz, of 0 ppm, F2 and F1: turns Hz into ppm; 0: as the file says
 };

@@ -225,12 +225,10 @@ private:
 
 void nameColumns(TextLayout &layout, TableSample &table)
 {
-    constexpr int mostLines = 4;
     const NameSearch header(layout, table);
     const auto isPosition = [](const QString &name) { return ColumnNames::meaningOf(name).statesPosition(); };
     QStringList names;
-    int lines = 0;
-    for (auto line = table.headers.rbegin(); line != table.headers.rend() && lines < mostLines; ++line) {
+    for (auto line = table.headers.rbegin(); line != table.headers.rend(); ++line) {
         const bool areUnits = std::all_of(names.begin(), names.end(), [](const QString &name) {
             return ColumnNames::isUnit(name) || ColumnNames::isAxisName(name);
         });
@@ -283,6 +281,54 @@ void takeNamedRoles(TextLayout &layout, const std::vector<std::vector<double>> &
         if (ColumnNames::isCounting(column.name) && hasShifts && !isTrace)
             column.role = column.numeric ? Role::Number : Role::Label;
     }
+}
+
+/// "|:---|---:|" below the names.
+bool isRule(std::string_view line)
+{
+    return line.find_first_not_of("|:-+= \t\r") == std::string_view::npos;
+}
+
+/// A table of atoms with the shifts of several nuclei is read for one of them. An atom may lack its shift.
+void chooseNucleus(TextLayout &layout, const TableSample &table, const QString &nucleus)
+{
+    auto &columns = layout.columns;
+    const auto any = [&](auto isSo) { return std::any_of(columns.begin(), columns.end(), isSo); };
+    const auto hasShifts = [](const auto &c) {
+        return !c.nucleus.isEmpty()
+            && (c.role == Role::Position || ColumnNames::isNucleus(c.name) || ColumnNames::isMeasured(c.name)
+                || ColumnNames::isCalculated(c.name));
+    };
+    const auto isOwn = [&](const auto &c) { return hasShifts(c) && c.nucleus == nucleus; };
+    const auto isOther = [&](const auto &c) { return hasShifts(c) && c.nucleus != nucleus; };
+    // Cross peaks have both shifts and heights or an axis F1; without names or with numbers they may be either.
+    const auto isRole = [](Role role) { return [role](const auto &c) { return c.role == role; }; };
+    Fields fields;
+    const bool someLack = std::any_of(table.rows.begin(), table.rows.end(), [&](const TextLine &row) {
+        layout.split(row.text, fields);
+        bool lacks = false;
+        for (size_t i = 0; i < std::min(fields.size(), columns.size()); ++i)
+            lacks |= hasShifts(columns[i]) && PrintedNumber::isLacking(fields[i]) && !isRule(row.text);
+        return lacks;
+    });
+    const bool haveNames = any(isRole(Role::Label)) || (any(isRole(Role::Number)) && someLack);
+    if (nucleus.isEmpty() || !haveNames || any(isRole(Role::Intensity)) || any(isRole(Role::PositionF1)) || !any(isOwn)
+        || !any(isOther))
+        return;
+    for (size_t i = 0; i < columns.size(); ++i) {
+        columns[i].isOfOther = isOther(columns[i]);
+        if (columns[i].isOfOther)
+            columns[i].role = Role::Ignored;
+        if (!isOwn(columns[i]))
+            continue;
+        columns[i].role = Role::Position;
+        columns[i].numeric = std::all_of(table.rows.begin(), table.rows.end(), [&](const TextLine &row) {
+            layout.split(row.text, fields);
+            return i >= fields.size() || row.number <= table.namingLine() || PrintedNumber::isLacking(fields[i])
+                || layout.number(i, fields[i]) || isRule(row.text);
+        });
+    }
+    layout.someHaveNoPosition = true;
 }
 
 /// The other column is this one times a positive number: Hz and ppm of the same axis.
@@ -666,7 +712,8 @@ bool takeMeasured(TextLayout &layout)
     auto &columns = layout.columns;
     const bool isList = std::any_of(columns.begin(), columns.end(), [](const auto &column) { return !column.numeric; });
     const auto measured = std::find_if(columns.begin(), columns.end(), [](const auto &column) {
-        return column.numeric && (column.isPositional() || !ColumnNames::meaningOf(column.name).isKnown())
+        return column.numeric && !column.isOfOther
+            && (column.isPositional() || !ColumnNames::meaningOf(column.name).isKnown())
             && ColumnNames::isMeasured(column.name);
     });
     const bool hasCalculated = std::any_of(columns.begin(), columns.end(), [](const auto &column) {
@@ -719,7 +766,7 @@ public:
         const size_t position = size_t(found - columns.begin());
         for (size_t i = 0; i < columns.size(); ++i) {
             TextLayout::Column &column = m_layout.columns[i];
-            if (column.numeric)
+            if (column.numeric || column.isOfOther)
                 continue;
             if (column.isPositional() && !isUnit(i)) {
                 const TextLayout::Column &chosen = m_layout.columns[position];
@@ -831,8 +878,9 @@ void findIntensity(TextLayout &layout, const std::vector<std::vector<double>> &v
     const bool isSimulated = ColumnNames::meaningOf(position).statesPosition() && layout.columnOf(Role::Label) < 0;
     const auto mayBe = [&](const auto &column) {
         const QStringList words = ColumnNames::wordsOf(column.name);
-        return column.numeric && column.role == Role::Ignored && !ColumnNames::meaningOf(column.name).isKnown()
-            && (!areShifts || words.contains(u"i")) && (isSimulated || !ColumnNames::isCalculated(column.name))
+        return column.numeric && !column.isOfOther && column.role == Role::Ignored
+            && !ColumnNames::meaningOf(column.name).isKnown() && (!areShifts || words.contains(u"i"))
+            && (isSimulated || !ColumnNames::isCalculated(column.name))
             && !areAlike(positions, values[size_t(&column - columns.data())]);
     };
     // The column without a name counts the rows.
@@ -909,6 +957,7 @@ void assignRoles(TextLayout &layout, TableSample &table, const QString &source, 
 {
     nameColumns(layout, table);
     takeNamedRoles(layout, table.values);
+    chooseNucleus(layout, table, options.nucleus);
     const TextColumns textColumns(layout, table, source);
     textColumns.checkPositions();
     if (!takeMeasured(layout)) {

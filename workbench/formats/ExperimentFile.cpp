@@ -64,6 +64,8 @@ ReadOptions optionsFor(const QStringList &nuclei, const std::vector<double> &fre
 {
     ReadOptions options;
     options.dimensions = int(nuclei.size());
+    if (nuclei.size() == 1)
+        options.nucleus = nuclei.constFirst();
     std::copy_n(frequencies.begin(), std::min(frequencies.size(), options.frequency.size()), options.frequency.begin());
     return options;
 }

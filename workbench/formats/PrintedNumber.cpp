@@ -90,6 +90,16 @@ bool isDash(std::string_view field)
     return field == "-" || field == enDash;
 }
 
+bool isLacking(std::string_view field)
+{
+    constexpr std::string_view marks[] = {"", "—", "−", "--", "---", "n.d.", "n.o.", "n/a", "n.a.", "nd", "na", "/"};
+    const auto isMark = [&](std::string_view mark) {
+        return std::equal(field.begin(), field.end(), mark.begin(), mark.end(),
+                          [](char a, char b) { return (a >= 'A' && a <= 'Z' ? char(a - 'A' + 'a') : a) == b; });
+    };
+    return isDash(field) || std::any_of(std::begin(marks), std::end(marks), isMark);
+}
+
 bool joinWords(std::vector<std::string_view> &words, bool decimalComma, bool ranges)
 {
     const auto joined = [](std::string_view first, std::string_view last) {

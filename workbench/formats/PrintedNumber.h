@@ -32,6 +32,8 @@ bool hasPlusMinus(std::string_view text);
 
 /// A hyphen or the dash of print alone, which are no minus: "T1 - 110.2".
 bool isDash(std::string_view field);
+/// What stands in a table where there is no number: nothing, a dash, "n.d.", "n/a".
+bool isLacking(std::string_view field);
 /// Joins words between blanks that are one number: "− 110.2" or, as ranges, "128.1 – 128.9" and "128.1 to 128.9". All
 /// are parts of the same line. Whether there were ranges.
 bool joinWords(std::vector<std::string_view> &words, bool decimalComma, bool ranges);

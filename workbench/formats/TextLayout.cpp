@@ -182,7 +182,8 @@ bool TextLayout::understands(size_t column, std::string_view field) const
 {
     const Role role = columns[column].role;
     const bool mayBeEmpty = (role == Role::Intensity || role == Role::Count) && isList();
-    return !isUsed(column) || (field.empty() && mayBeEmpty) || number(column, field);
+    const bool mayLack = role == Role::Position && someHaveNoPosition && PrintedNumber::isLacking(field);
+    return !isUsed(column) || (field.empty() && mayBeEmpty) || mayLack || number(column, field);
 }
 
 std::optional<double> TextLayout::number(size_t column, std::string_view field) const

@@ -24,6 +24,7 @@ struct TextLayout {
         bool numeric = false;
         bool isSparse = false; ///< half of the rows or more have no number here
         bool hasPoints = true; ///< may have decimal points, also where others have decimal commas
+        bool isOfOther = false; ///< of another nucleus than the one that is looked for
         char grouping = 0; ///< the mark between groups of three digits: "1.234,5", "1,234", "1'234", "1 234"
         QString name; ///< in the header; empty without one
         QString nucleus; ///< that the name tells
@@ -36,6 +37,7 @@ struct TextLayout {
     bool joinsRanges = false; ///< "128.1 – 128.9" between blanks is one field
     bool lastIsOptional = false; ///< the last column, of numbers, is left out in some rows
     bool someHaveNoHeight = false; ///< the field of the height is empty in some rows
+    bool someHaveNoPosition = false; ///< rows of atoms without a shift of the nucleus
     int firstLine = 0; ///< of the table
     std::vector<Column> columns;
     double frequency = 0.0; ///< MHz, where the text tells: a column in Hz beside the one in ppm, or "400.13 MHz"
@@ -55,9 +57,10 @@ struct TextLayout {
     /// Of peaks, by names, counts or positions without a height. A spectrum has none.
     bool isList() const
     {
-        return lastIsOptional || someHaveNoHeight || columnOf(Role::Label) >= 0 || columnOf(Role::Count) >= 0;
+        return lastIsOptional || someHaveNoHeight || someHaveNoPosition || columnOf(Role::Label) >= 0
+            || columnOf(Role::Count) >= 0;
     }
-    /// A number where one is used, or the empty height of a peak.
+    /// A number where one is used, or the empty height of a peak, or a position that may be lacking.
     bool understands(size_t column, std::string_view field) const;
     /// Of a field in that column.
     std::optional<double> number(size_t column, std::string_view field) const;

@@ -4,6 +4,7 @@
 #include "data/ReaderText.h"
 #include "formats/ColumnNames.h"
 #include "formats/EvenAxis.h"
+#include "formats/PrintedNumber.h"
 #include "formats/PublishedPeaks.h"
 #include "formats/LayoutDetection.h"
 #include "formats/TextRegion.h"
@@ -378,8 +379,15 @@ private:
         MeasuredPeaks result;
         const int count = m_layout.columnOf(Role::Count);
         size_t sites = 0; // a peak is repeated for each when it is compared
+        QStringList lacking;
         while (m_rows.next()) {
             m_rows.split();
+            if (m_layout.someHaveNoPosition && PrintedNumber::isLacking(m_rows.field(m_position))) {
+                static const QRegularExpression word(QStringLiteral("[\\p{L}\\d]"));
+                if (const QString name = label(); word.match(name).hasMatch()) // no rule below the names
+                    lacking.append(name);
+                continue;
+            }
             MeasuredPeak peak;
             peak.f2 = m_rows.number(m_position) / m_perPpm[0];
             if (m_positionF1 >= 0)
@@ -394,6 +402,10 @@ private:
             peak.label = label();
             result.peaks.push_back(std::move(peak));
         }
+        if (!lacking.isEmpty())
+            m_notes.append(Texts::tr("Rows without a shift of %1 (%2) were left out: %3.")
+                               .arg(m_layout.columns[size_t(m_position)].nucleus, QString::number(lacking.size()),
+                                    lacking.join(QStringLiteral(", "))));
         dropSums(result.peaks);
         if (count >= 0)
             PublishedPeaks::dropPartialCounts(result.peaks, m_notes);

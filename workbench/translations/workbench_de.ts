@@ -2283,6 +2283,10 @@ Optionen:
         <source>%1: &quot;%2&quot; may be %3 or %4</source>
         <translation>%1: &quot;%2&quot; kann %3 oder %4 sein</translation>
     </message>
+    <message>
+        <source>Rows without a shift of %1 (%2) were left out: %3.</source>
+        <translation>Zeilen ohne Verschiebung von %1 (%2) wurden weggelassen: %3.</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::AgreementPlot</name>

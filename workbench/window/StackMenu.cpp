@@ -54,6 +54,22 @@ QVariantMap entryWithNotes(const Experiment &experiment, const QList<SpectrumPea
     return entry;
 }
 
+/// A table of several nuclei that makes no cross peaks is read for that of the plot, which may be null.
+Measurement readBeside(const NmrItem *plot, const QString &path, ReadOptions options = {})
+{
+    const QList<SpectrumAxis> axes = plot ? plot->nmrData()->shownSpectrum().axes : QList<SpectrumAxis>();
+    try {
+        return readMeasurement(path, options);
+    } catch (const FrequencyNeeded &) {
+        throw;
+    } catch (const std::exception &) {
+        if (axes.size() != 1)
+            throw;
+        options.nucleus = axes.constFirst().isotope();
+        return readMeasurement(path, options);
+    }
+}
+
 } // namespace
 
 struct StackMenu::Found {
@@ -188,7 +204,7 @@ std::optional<Experiment> StackMenu::fitting(const QString &path, const Measurem
 bool StackMenu::fitsOnto(const QString &path, const NmrItem &item)
 {
     try {
-        return fitting(path, readMeasurement(path), item, std::nullopt).has_value();
+        return fitting(path, readBeside(&item, path), item, std::nullopt).has_value();
     } catch (const FrequencyNeeded &) {
         // The plot's frequency is as good as any, where it has one of that nucleus.
         const SpectrumAxis axis = item.nmrData()->shownSpectrum().axes.value(0);
@@ -203,7 +219,7 @@ StackMenu::Found StackMenu::place(const QString &path, const std::optional<Answe
     const QString name = QFileInfo(path).fileName();
     // Of which nuclei and how many dimensions it is, the file knows.
     const ReadOptions options = optionsOf(answer, 0);
-    Measurement measurement = readMeasurement(path, options);
+    Measurement measurement = readBeside(plotsWithCalculation().value(0), path, options);
     for (NmrItem *plot : plotsWithCalculation()) {
         if (auto experiment = fitting(path, measurement, *plot, answer))
             return {*std::move(experiment), name, plot};
