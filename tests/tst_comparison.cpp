@@ -10,9 +10,13 @@
 #include "analysis/comparison/PoolProbabilities.h"
 #include "analysis/comparison/ShiftCalibration.h"
 #include "analysis/comparison/SiteColumns.h"
+#include "analysis/comparison/SiteTable.h"
 #include "analysis/comparison/TensorValues.h"
 #include "analysis/comparison/UniqueSites.h"
+#include "data/Nuclides.h"
 #include "data/structure/MagresText.h"
+#include "parameters/NuclearProperties.h"
+#include "parameters/Nuclei.h"
 #include "reading/MagresParser.h"
 
 #include <numbers>
@@ -301,6 +305,52 @@ private Q_SLOTS:
                 QCOMPARE(unique.sites[1].lines, 4);
             }
         }
+    }
+
+    /// Tensors that the space group does not make equal: gradients differ, or an atom lacks its own.
+    void tensorsOfUniqueSites()
+    {
+        CrystalStructure s = monoclinicCrystal();
+        for (std::size_t i = 0; i < 4; ++i)
+            s.atoms[i].gradient = Tensor3{0.5, 0, 0, 0, 0.5, 0, 0, 0, i == 2 ? -1.1 : -1.0};
+        UniqueSites unique = UniqueSites::of(s, {});
+        QCOMPARE(unique.sites[0].nuclei(), 4);
+        QCOMPARE(unique.warnings.join(u'\n'),
+                 u"C1 and C3 are equivalent by symmetry (P2_1/c (14)), but their field gradients are 1.000 and 1.068 "
+                 "atomic units: the site has that of C1"_s);
+        (*s.atoms[2].gradient)[8] = -1.04;
+        s.atoms[0].gradient.reset();
+        unique = UniqueSites::of(s, {});
+        QCOMPARE(unique.warnings, QStringList());
+        QCOMPARE(unique.sites[0].shown, 1);
+        QCOMPARE(unique.sites[0].name, u"C1 ×4"_s);
+    }
+
+    /// What the columns take for an element must be what the plug-in's own column takes.
+    void usualIsotopes()
+    {
+        struct : Magres::NuclearProperties {
+            const Nuclides &table = Nuclides::table();
+            QString spin(const QByteArray &name) const override { return table[QString::fromLatin1(name)].spin; }
+            double quadrupoleMoment(const QByteArray &) const override { return 0; }
+            double naturalAbundance(const QByteArray &name) const override
+            {
+                return table[QString::fromLatin1(name)].abundance;
+            }
+        } properties;
+        std::set<QString> elements;
+        for (const QString &nucleus : Nuclides::table().names())
+            elements.insert(Nuclides::element(nucleus));
+        QVERIFY(elements.size() > 80);
+        for (const QString &element : elements)
+            QCOMPARE(Nuclides::table().usualQuadrupolarIsotope(element),
+                     QString::fromLatin1(Magres::defaultQuadrupolarIsotope(element.toLatin1(), properties)));
+        QCOMPARE(Nuclides::table().usualQuadrupolarIsotope(u"B"_s), u"11B"_s);
+        CrystalStructure s = monoclinicCrystal();
+        s.atoms[0].element = u"B"_s;
+        for (const SiteColumn &column : siteColumns())
+            if (column.basis == SiteColumn::Basis::Isotope)
+                QCOMPARE(SiteTable(s, {}).basis(column, 0), u"11B"_s);
     }
 
     void uniqueSitesWithoutSymmetry()

@@ -201,9 +201,11 @@ private Q_SLOTS:
             }
             QFAIL(qPrintable(title));
         };
-        for (const QString &title : {u"Ω, ppm"_s, u"δ33, ppm"_s, u"δ22, ppm"_s, u"δ11, ppm"_s, u"Atoms"_s, own[5]})
+        for (const QString &title :
+             {u"Ω, ppm"_s, u"δ33, ppm"_s, u"δ22, ppm"_s, u"δ11, ppm"_s, u"Multiplicity"_s, own[5]})
             press(title);
-        QStringList shown = own + QStringList{u"δ11, ppm"_s, u"δ22, ppm"_s, u"δ33, ppm"_s, u"Ω, ppm"_s, u"Atoms"_s};
+        QStringList shown =
+            own + QStringList{u"δ11, ppm"_s, u"δ22, ppm"_s, u"δ33, ppm"_s, u"Ω, ppm"_s, u"Multiplicity"_s};
         shown.removeAt(5);
         QCOMPARE(table->content().titles, shown);
         QVERIFY(header->sectionSize(1) == 77 && header->sectionSize(2) == width);

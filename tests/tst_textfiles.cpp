@@ -913,6 +913,9 @@ private Q_SLOTS:
             {u"Labels with characters beyond Latin-1, each of which is read as a question mark: 2 (the first one C\u03b1). They may not be told apart."_s,
              u"Atoms with the label and index of another one: 1 (the first one C? 1). Their tensors cannot be told apart."_s,
              u"Atoms with more than one ms: 1 of 2 (the first one C? 1). Of their tensors the one that compares lowest, element by element, counts."_s});
+        row("no numbers",
+            head + QByteArray(atoms).replace("0 0 1\n", "0 inf 1\n") + QByteArray(tensors).replace(" 31 ", " -NaN "),
+            {u"Records with \"nan\" or \"inf\" for a number: 4 (the first one atom H 1). They count as missing where a spectrum is made."_s});
         row("orphans",
             head + atoms + magresBlock("ms H 1" + tensor + "ms C 1" + tensor + "ms C 2" + tensor + "efg N 1" + tensor),
             {u"Tensors that belong to no atom of the file: 2 (the first one ms C 2)."_s,

@@ -23,7 +23,7 @@ Powder::Tensor scaled(const Tensor3 &tensor, double factor)
     return result;
 }
 
-/// The atoms that stand for a site each: the first one, or the one that was named.
+/// The atoms that stand for a site each: the one whose tensors are shown, or the one that was named.
 struct Chosen {
     const UniqueSite *site;
     int atom;
@@ -36,7 +36,7 @@ std::vector<Chosen> chosenSites(const CrystalStructure &structure, const std::ve
     std::vector<Chosen> chosen;
     std::vector<bool> isFound(size_t(settings.labels.size()), settings.labels.isEmpty());
     for (const UniqueSite &site : all) {
-        int named = settings.labels.isEmpty() ? site.atoms.front() : -1;
+        int named = settings.labels.isEmpty() ? site.shown : -1;
         for (qsizetype i = 0; i < settings.labels.size(); ++i) {
             for (int atom : site.atoms) {
                 if (!structure.isNamed(atom, settings.labels[i]))
@@ -49,7 +49,7 @@ std::vector<Chosen> chosenSites(const CrystalStructure &structure, const std::ve
         if (named < 0)
             continue;
         QString name = site.name;
-        if (named != site.atoms.front())
+        if (named != site.shown)
             name = structure.name(named) + (site.nuclei() > 1 ? QStringLiteral(" ×%1").arg(site.nuclei()) : QString());
         chosen.push_back({&site, named, name});
     }

@@ -119,7 +119,7 @@ public:
         table.rows.clear();
         if (m_options.unique) {
             for (const UniqueSite &site : m_sites.unique().sites)
-                addRow(table, site.atoms.front(), &site);
+                addRow(table, site.shown, &site);
         } else {
             for (int row = 0; row < int(m_plugin.rows.size()); ++row)
                 addRow(table, m_sites.atomOfRow(m_plugin.rows[row].toMap()), nullptr);

@@ -88,6 +88,20 @@ QStringList Nuclides::quadrupolarIsotopes(const QString &wanted) const
     return found;
 }
 
+QString Nuclides::usualQuadrupolarIsotope(const QString &element) const
+{
+    const QStringList names = quadrupolarIsotopes(element);
+    QString best = names.size() == 1 ? names.constFirst() : QString();
+    int wholePercents = 0;
+    for (const QString &name : names) {
+        if (const double abundance = m_nuclei.value(name).abundance; abundance > wholePercents) {
+            best = name;
+            wholePercents = int(abundance);
+        }
+    }
+    return best;
+}
+
 double Nuclide::observedFrequency(double told) const
 {
     constexpr double highest = 1300; // of 1H

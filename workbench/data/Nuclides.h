@@ -46,6 +46,9 @@ public:
     QStringList isotopes(const QString &element) const;
     /// Those of them whose spin exceeds 1/2.
     QStringList quadrupolarIsotopes(const QString &element) const;
+    /// The one that the plug-in's table takes where none is chosen: the most abundant, as it finds it with percents cut
+    /// to whole ones. Empty where none is found in nature, unless it is the only one.
+    QString usualQuadrupolarIsotope(const QString &element) const;
 
     /// The element of a nucleus name: "C" of "13C".
     static QString element(const QString &nucleus);

@@ -195,6 +195,7 @@ private:
         if (fields[0] != "atom")
             return;
         m_units[1].needed = true;
+        noteNoNumber(fields, 4);
         if (!hasIsotopes(fields[1]))
             m_foreign.add(decoded(fields[1]));
         if (fields[1] != fields[2] && asRead(fields[1]) != asRead(fields[2]))
@@ -210,6 +211,18 @@ private:
             m_atomOrder.push_back(*at);
         else
             m_doubled.add(decoded(*at));
+    }
+
+    /// "nan" and "inf" from a field on.
+    void noteNoNumber(const Fields &fields, size_t from)
+    {
+        for (size_t i = from; i < fields.size(); ++i) {
+            const size_t letter = fields[i].find_first_not_of("+-");
+            if (letter != std::string_view::npos
+                && std::string_view("nNiI").find(fields[i][letter]) != std::string_view::npos)
+                return m_noNumber.add(
+                    u"%1 %2 %3"_s.arg(decoded(fields[0]), decoded(fields[from - 2]), decoded(fields[from - 1])));
+        }
     }
 
     bool hasIsotopes(std::string_view species)
@@ -228,6 +241,7 @@ private:
         const size_t k = size_t(kind - kinds.begin());
         m_units[2 + k].needed = true;
         ++m_tensors[k].records;
+        noteNoNumber(fields, 3);
         if (const auto index = fields.size() == 12 ? NumberText::parse<int>(fields[2]) : std::nullopt)
             m_named.push_back({k, fields[1], fields[2], *index, m_isNumbered});
         else if (fields.size() == 11 && NumberText::parse<double>(fields[2]))
@@ -360,6 +374,13 @@ private:
                     .arg(m_unreadable.count)
                     .arg(m_unreadable.first));
         }
+        if (m_noNumber.count > 0) {
+            m_warnings.append(
+                Texts::tr("Records with \"nan\" or \"inf\" for a number: %1 (the first one %2). They count as "
+                          "missing where a spectrum is made.")
+                    .arg(m_noNumber.count)
+                    .arg(m_noNumber.first));
+        }
         if (m_doubled.count > 0) {
             m_warnings.append(
                 Texts::tr("Atoms with the label and index of another one: %1 (the first one %2). Their tensors "
@@ -449,7 +470,7 @@ private:
     std::array<Unit, 4> m_units{{{"lattice", "Angstrom"}, {"atom", "Angstrom"}, {"ms", "ppm"}, {"efg", "au"}}};
     bool m_isNumbered = true; ///< all labels of the last block [atoms] are its species
     std::unordered_map<std::string_view, bool> m_species; ///< whether they have isotopes
-    Found m_foreign, m_unreadable, m_doubled, m_strayed;
+    Found m_foreign, m_unreadable, m_doubled, m_strayed, m_noNumber;
     QStringList m_warnings;
 };
 
@@ -473,6 +494,12 @@ QString whyNotMagres(const QByteArray &start)
     const size_t found = text.find(magic);
     if (found != text.npos && trimmed(text.substr(0, found)).empty())
         return Texts::tr("%1, in this one blanks or empty lines stand before it: remove them").arg(expected);
+    if (found != text.npos && (found == 0 || text[found - 1] == '\n'))
+        return Texts::tr("%1, in this one that is line %2: remove what stands before it")
+            .arg(expected)
+            .arg(std::count(text.begin(), text.begin() + std::ptrdiff_t(found), '\n') + 1);
+    if (text.starts_with("\x1F\x8B"))
+        return Texts::tr("%1, this one is compressed (gzip): unpack it").arg(expected);
     if (text.find("TOTAL Shielding Tensor") != text.npos || text.find("Coordinates ") != text.npos)
         return Texts::tr(
                    "%1; this is the output of an older version of the program, from before the format had blocks: "

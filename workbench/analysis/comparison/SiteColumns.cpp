@@ -111,7 +111,7 @@ constexpr SiteColumn columns[] = {
                        "Quadrupole induced shift of the central transition at the Larmor frequency ν: "
                        "−3/40 · (P(Q)/ν)² · (I(I+1) − 3/4) / (I²(2I−1)²) · 10⁶, with P(Q)² = Cq² (1 + η²/3)."),
      2, Basis::Field, inducedShift},
-    {"multiplicity", "Atoms",
+    {"multiplicity", "Multiplicity",
      QT_TRANSLATE_NOOP("Texts", "Number of atoms in the cell that the space group maps onto each other."), 0,
      Basis::Symmetry, multiplicity},
     {"x", "x/a", QT_TRANSLATE_NOOP("Texts", "Fractional coordinate along a; not brought into the cell."), 5,

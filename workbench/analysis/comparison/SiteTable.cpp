@@ -29,10 +29,22 @@ SiteTable::SiteTable(CrystalStructure structure, Options options)
       m_options(std::move(options)),
       m_lattice(m_structure.lattice ? Lattice::of(*m_structure.lattice) : std::nullopt)
 {
-    for (int i = int(m_structure.atoms.size()) - 1; i >= 0; --i) {
+    // The first that has a tensor: it is the one whose numbers the row shows.
+    const auto hasTensor = [&](int i) {
         const CrystalAtom &atom = m_structure.atoms[std::size_t(i)];
-        m_atoms.insert({atom.element, atom.labels}, i);
-        m_byLabels.insert(atom.labels, i);
+        return atom.shielding || atom.gradient;
+    };
+    const auto insert = [&](auto &atoms, const auto &key, int i) {
+        const auto known = atoms.find(key);
+        if (known == atoms.end())
+            atoms.insert(key, i);
+        else if (!hasTensor(*known) && hasTensor(i))
+            *known = i;
+    };
+    for (int i = 0; i < int(m_structure.atoms.size()); ++i) {
+        const CrystalAtom &atom = m_structure.atoms[std::size_t(i)];
+        insert(m_atoms, std::pair(atom.element, atom.labels), i);
+        insert(m_byLabels, atom.labels, i);
     }
 }
 
@@ -55,7 +67,7 @@ QString SiteTable::isotopeOf(const QString &element) const
 {
     const auto chosen = m_structure.quadrupolarIsotopes.find(element);
     return chosen != m_structure.quadrupolarIsotopes.end() ? chosen->second
-                                                           : Nuclides::table().quadrupolarIsotopes(element).value(0);
+                                                           : Nuclides::table().usualQuadrupolarIsotope(element);
 }
 
 double SiteTable::larmorFrequency(const QString &isotope) const

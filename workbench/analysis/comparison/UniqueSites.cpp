@@ -188,6 +188,12 @@ UniqueSite siteOf(const CrystalStructure &structure, const std::vector<const Lin
         site.shielding = sum / count;
     std::sort(site.atoms.begin(), site.atoms.end());
     site.element = structure.atoms[std::size_t(site.atoms.front())].element;
+    const auto tensors = [&](int atom) {
+        const CrystalAtom &own = structure.atoms[std::size_t(atom)];
+        return int(own.shielding.has_value()) + int(own.gradient.has_value());
+    };
+    site.shown =
+        *std::max_element(site.atoms.begin(), site.atoms.end(), [&](int a, int b) { return tensors(a) < tensors(b); });
     return site;
 }
 
@@ -212,6 +218,37 @@ std::vector<std::vector<const LineGroup *>> parted(std::vector<const LineGroup *
         parts.back().push_back(member);
     }
     return parts;
+}
+
+/// |Vzz| √(1 + η²/3) of the symmetric part, atomic units: that without the work of eigenvalues.
+double gradientStrength(const Tensor3 &gradient)
+{
+    double squares = 0;
+    for (std::size_t i = 0; i < 3; ++i)
+        for (std::size_t k = 0; k < 3; ++k)
+            squares += std::pow((gradient[3 * i + k] + gradient[3 * k + i]) / 2, 2);
+    return std::sqrt(squares * 2 / 3);
+}
+
+/// Of atoms equivalent by symmetry whose field gradients are not; empty where they are.
+QString gradientWarning(const CrystalStructure &structure, const UniqueSite &site, const QString &spaceGroup)
+{
+    std::vector<std::pair<double, int>> gradients; // with their atoms
+    for (int atom : site.atoms)
+        if (const auto &gradient = structure.atoms[std::size_t(atom)].gradient)
+            gradients.emplace_back(gradientStrength(*gradient), atom);
+    if (gradients.empty())
+        return {};
+    const auto [least, most] = std::minmax_element(gradients.begin(), gradients.end());
+    constexpr double noise = 0.01; // atomic units, 0.06 MHz of 17O
+    if (most->first - least->first <= std::max(noise, UniqueSites::mostGradientSpread * most->first))
+        return {};
+    return Texts::tr("%1 and %2 are equivalent by symmetry (%3), but their field gradients are %4 and %5 atomic units: "
+                     "the site has that of %6")
+        .arg(structure.name(least->second), structure.name(most->second), spaceGroup)
+        .arg(least->first, 0, 'f', 3)
+        .arg(most->first, 0, 'f', 3)
+        .arg(structure.name(site.shown));
 }
 
 void nameSites(const CrystalStructure &structure, std::vector<UniqueSite> &sites)
@@ -268,6 +305,13 @@ UniqueSites UniqueSites::of(const CrystalStructure &structure, const Options &op
                     .arg(*low->shielding, 0, 'f', 2)
                     .arg(*high->shielding, 0, 'f', 2));
         }
+    }
+    // Protons of a turning group have gradients of their own.
+    for (const UniqueSite &site : result.sites) {
+        if (site.lines < site.nuclei() || result.spaceGroup.isEmpty())
+            continue;
+        if (const QString warning = gradientWarning(structure, site, result.spaceGroup); !warning.isEmpty())
+            result.warnings.append(warning);
     }
     std::sort(result.sites.begin(), result.sites.end(),
               [](const UniqueSite &a, const UniqueSite &b) { return a.atoms < b.atoms; });
