@@ -169,6 +169,22 @@ private Q_SLOTS:
         QCOMPARE(hintF2(dialog), u"Range in data: 120.5 / 260.1 ppm"_s);
     }
 
+    void eitherDecimalMark()
+    {
+        for (const char *language : {"C", "de_DE"}) {
+            MagresSpecParams parameters = record("{'specType': 1, 'nucF2': '13C', 'nucF1': '1H'}");
+            WMagresDialog dialog(m_molecule, parameters, properties);
+            auto *box = find(dialog, "fSpCSRefF2");
+            box->setLocale(QLocale(QLatin1String(language)));
+            for (const auto &[typed, value] :
+                 {std::pair("172,4", 172.4), std::pair("-0.98", -0.98), std::pair("1.234,5", 1.23)}) {
+                box->selectAll();
+                QTest::keyClicks(box, QLatin1String(typed));
+                QCOMPARE(box->value(), value);
+            }
+        }
+    }
+
     /// Which ranges each field makes anew: with those of the user in both dimensions before.
     void fieldsAndTheRangesTheyMove()
     {

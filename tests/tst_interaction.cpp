@@ -44,7 +44,10 @@ private Q_SLOTS:
         });
         choose(window(), table(), {u"Pulverspektrum erzeugen..."_s});
         m_dialogs.expect(u"MAGRES-Parameter"_s, [](QDialog *dialog) { press(dialog, QDialogButtonBox::Ok); });
-        choose(window(), table(), {u"Spektrum erzeugen..."_s});
+        for (QAction *action : window().findChild<QToolBar *>()->actions())
+            if (action->text() == u"Spektrum erzeugen"_s)
+                action->trigger();
+        QCOMPARE(m_dialogs.missing(), QStringList());
         QVERIFY(plot()->plot()->xAxis->label().startsWith(u"Chemische Verschiebung"_s));
         QCOMPARE(doubledMnemonicsOfMenus().join(QString()), QString());
         m_host.reset();

@@ -6,6 +6,7 @@
 #include "data/AtomSelection.h"
 #include "data/JsonValues.h"
 #include "items/ItemPicture.h"
+#include "items/NumberBox.h"
 #include "items/molecule/MoleculeItem.h"
 #include "items/plot/Contours.h"
 #include "items/plot/Decimation.h"
@@ -191,6 +192,22 @@ private Q_SLOTS:
              {std::tuple(2.5, 7.25, 23.15625), std::tuple(7.25, 2.5, 23.15625), std::tuple(3.2, 3.7, 1.725),
               std::tuple(-5.0, 100.0, 32.0), std::tuple(9.0, 12.0, 0.0), std::tuple(std::nan(""), 1.0, 0.0)})
             QVERIFY(std::abs(integral(ramp, from, to) - expected) < 1e-12);
+    }
+
+    void numbersArePastedAsPrinted()
+    {
+        for (const char *language : {"C", "de_DE"})
+            for (const auto &[text, value] :
+                 {std::pair(" 172,4 ppm ", 172.4), std::pair("−0.98", -0.98), std::pair("7", 7.0)}) {
+                NumberBox box;
+                box.setLocale(QLocale(QLatin1String(language)));
+                box.setRange(-1e4, 1e4);
+                box.setSuffix(u" ppm"_s);
+                box.selectAll();
+                QGuiApplication::clipboard()->setText(QString::fromUtf8(text));
+                QTest::keySequence(&box, QKeySequence::Paste);
+                QCOMPARE(box.value(), value);
+            }
     }
 
     void settingsComeBack()

@@ -2287,6 +2287,22 @@ Optionen:
         <source>Rows without a shift of %1 (%2) were left out: %3.</source>
         <translation>Zeilen ohne Verschiebung von %1 (%2) wurden weggelassen: %3.</translation>
     </message>
+    <message>
+        <source>%1 and %2 are equivalent by symmetry (%3), but their field gradients are %4 and %5 atomic units: the site has that of %6</source>
+        <translation>%1 und %2 sind durch Symmetrie gleichwertig (%3), doch ihre Feldgradienten sind %4 und %5 atomare Einheiten: Die Lage hat den von %6</translation>
+    </message>
+    <message>
+        <source>Records with &quot;nan&quot; or &quot;inf&quot; for a number: %1 (the first one %2). They count as missing where a spectrum is made.</source>
+        <translation>Einträge mit &quot;nan&quot; oder &quot;inf&quot; statt einer Zahl: %1 (der erste %2). Wo ein Spektrum entsteht, gelten sie als fehlend.</translation>
+    </message>
+    <message>
+        <source>%1, in this one that is line %2: remove what stands before it</source>
+        <translation>%1, in dieser ist das Zeile %2: Entfernen Sie, was davor steht</translation>
+    </message>
+    <message>
+        <source>%1, this one is compressed (gzip): unpack it</source>
+        <translation>%1, diese ist komprimiert (gzip): Entpacken Sie sie</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::AgreementPlot</name>

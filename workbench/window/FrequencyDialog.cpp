@@ -3,10 +3,10 @@
 
 #include "data/Nuclides.h"
 #include "formats/SpectrumReader.h"
+#include "items/NumberBox.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
-#include <QDoubleSpinBox>
 #include <QFileInfo>
 #include <QFormLayout>
 #include <QLabel>
@@ -23,7 +23,7 @@ constexpr double highestField = 3000; // MHz of 1H
 
 QDoubleSpinBox *megahertzBox(const char *name, int decimals)
 {
-    auto *box = new QDoubleSpinBox;
+    auto *box = new NumberBox;
     box->setObjectName(QLatin1String(name));
     box->setRange(0, highestField);
     box->setDecimals(decimals);
@@ -235,3 +235,4 @@ double FrequencyDialog::protonFrequency() const
 } // namespace Workbench
 
 #include "moc_FrequencyDialog.cpp"
+#include "items/NumberBox.h"

@@ -3,10 +3,10 @@
 
 #include "formats/ExperimentFile.h"
 #include "analysis/PeakPicking.h"
+#include "items/NumberBox.h"
 
 #include <QCheckBox>
 #include <QDialogButtonBox>
-#include <QDoubleSpinBox>
 #include <QFormLayout>
 #include <QLabel>
 
@@ -16,9 +16,9 @@ PickPeaksDialog::PickPeaksDialog(const NmrData &stack, const QUuid &entry, QWidg
     : QDialog(parent),
       m_spectrum(stack.spectrum(entry)),
       m_simulated(stack.spectrum(stack.simulatedEntry()).peaks),
-      m_noise(new QDoubleSpinBox),
-      m_height(new QDoubleSpinBox),
-      m_distance(new QDoubleSpinBox),
+      m_noise(new NumberBox),
+      m_height(new NumberBox),
+      m_distance(new NumberBox),
       m_countSites(new QCheckBox(tr("&Count equivalent sites as the simulated spectrum does"))),
       m_result(new QLabel)
 {
@@ -98,3 +98,4 @@ QVariantMap PickPeaksDialog::peakMap() const
 } // namespace Workbench
 
 #include "moc_PickPeaksDialog.cpp"
+#include "items/NumberBox.h"

@@ -2,6 +2,7 @@
 #include "window/PowderDialog.h"
 
 #include "data/Nuclides.h"
+#include "items/NumberBox.h"
 #include "items/plot/NmrPlot.h"
 #include "window/Progress.h"
 #include "window/compare/ReferenceSets.h"
@@ -9,7 +10,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
-#include <QDoubleSpinBox>
 #include <QElapsedTimer>
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -66,8 +66,8 @@ PowderDialog::PowderDialog(const CrystalStructure &structure, const PowderSettin
       m_nucleus(new QComboBox),
       m_rotation(new QComboBox),
       m_automatic(new QCheckBox(tr("All a&bove 0.1 % of the highest point"))),
-      m_from(new QDoubleSpinBox),
-      m_to(new QDoubleSpinBox),
+      m_from(new NumberBox),
+      m_to(new NumberBox),
       m_siteList(new QListWidget),
       m_siteCurves(new QCheckBox(tr("C&urves of the sites beside their sum"))),
       m_measurement(new QComboBox),
@@ -128,7 +128,7 @@ PowderDialog::PowderDialog(const CrystalStructure &structure, const PowderSettin
 QDoubleSpinBox *PowderDialog::addNumber(QFormLayout *form, const QString &label, const QString &name, double low,
                                         double high, int decimals, const QString &suffix, double *value)
 {
-    auto *box = new QDoubleSpinBox;
+    auto *box = new NumberBox;
     box->setObjectName(name);
     box->setDecimals(decimals);
     box->setRange(low, high);

@@ -79,8 +79,9 @@ void WMagresTable::offerContextMenu()
     m_contextMenu = std::make_unique<QMenu>();
     QAction *section = m_contextMenu->addSection(tr("MAGRES"));
     section->setIcon(commands() ? commands()->icon() : QIcon());
-    connect(m_contextMenu->addAction(tr("Create spectrum...")), &QAction::triggered, this,
-            &WMagresTable::createSpectrum);
+    QAction *create = m_contextMenu->addAction(tr("Create spectrum..."));
+    create->setObjectName(QStringLiteral("Create spectrum...")); // in every language
+    connect(create, &QAction::triggered, this, &WMagresTable::createSpectrum);
     connect(m_contextMenu->addAction(tr("Set Quadrupolar Isotope...")), &QAction::triggered, this,
             &WMagresTable::setQuadIsotope);
     hostItem().typeCntxtMenu(m_contextMenu.get());

@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/plot/ContourLevelsDialog.h"
 
+#include "items/NumberBox.h"
+
 #include <QDialogButtonBox>
-#include <QDoubleSpinBox>
 #include <QFormLayout>
 #include <QPushButton>
 
 namespace Workbench {
 
 ContourLevelsDialog::ContourLevelsDialog(const ContourLevels &levels, QWidget *parent)
-    : QDialog(parent), m_lowest(new QDoubleSpinBox), m_factor(new QDoubleSpinBox), m_count(new QSpinBox)
+    : QDialog(parent), m_lowest(new NumberBox), m_factor(new NumberBox), m_count(new QSpinBox)
 {
     setWindowTitle(tr("Contour levels"));
     m_lowest->setObjectName(QStringLiteral("lowestLevel"));

@@ -7,6 +7,7 @@
 #include "data/PeakListEdit.h"
 #include "host/DataEngine.h"
 #include "host/MainScene.h"
+#include "items/NumberBox.h"
 #include "items/molecule/MoleculeItem.h"
 #include "items/plot/AgreementPlot.h"
 #include "items/plot/NmrData.h"
@@ -17,7 +18,6 @@
 #include "window/compare/ReferenceSets.h"
 
 #include <QComboBox>
-#include <QDoubleSpinBox>
 #include <QGridLayout>
 #include <QLabel>
 #include <QMenu>
@@ -63,7 +63,7 @@ void fillBox(QComboBox *box, const Choices &choices, Id id)
 
 QDoubleSpinBox *numberBox(const char *name, double low, double high, int decimals, double step)
 {
-    auto *box = new QDoubleSpinBox;
+    auto *box = new NumberBox;
     box->setObjectName(QLatin1String(name));
     box->setRange(low, high);
     box->setDecimals(decimals);

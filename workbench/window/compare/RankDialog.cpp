@@ -8,6 +8,7 @@
 #include "formats/OutputFiles.h"
 #include "host/DataEngine.h"
 #include "host/MainScene.h"
+#include "items/NumberBox.h"
 #include "items/SaveDialog.h"
 #include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
@@ -17,7 +18,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
-#include <QDoubleSpinBox>
 #include <QFileDialog>
 #include <QFormLayout>
 #include <QHeaderView>
@@ -256,7 +256,7 @@ void RankDialog::fillMeasurements()
         nucleus->setEnabled(choice.nucleus.isEmpty());
         const QString shown = choice.nucleus.isEmpty() ? choice.likelyNucleus : choice.nucleus;
         nucleus->setCurrentText(shown);
-        auto *sigma = new QDoubleSpinBox;
+        auto *sigma = new NumberBox;
         sigma->setRange(0, 1e4);
         sigma->setSingleStep(0.1); // of 1H it is 0.33 ppm
         sigma->setSpecialValueText(tr("not known"));
