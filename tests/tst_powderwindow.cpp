@@ -338,8 +338,10 @@ private Q_SLOTS:
             sites->item(0)->setCheckState(Qt::Unchecked);
             QTRY_VERIFY(!ok->isEnabled());
             QCOMPARE(notes->text(), u"<b>No site is chosen</b>"_s);
+            QCOMPARE(curves(dialog), QString());
             sites->item(0)->setCheckState(Qt::Checked);
             QTRY_VERIFY(ok->isEnabled());
+            QVERIFY(!curves(dialog).isEmpty());
             dialog->reject();
         });
         window().powderCommands()->create();

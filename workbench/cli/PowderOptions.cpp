@@ -77,7 +77,7 @@ const std::vector<OptionSpec> &powderSpecs()
          "point."},
         {"orientations", "N",
          "Orientations of the crystallites, up to 10000000. Default: as many as bring the curve within 0.1 % (of its "
-         "area) of the converged one."},
+         "area) of the converged one; about 1 % where horns of axial sites are much sharper than the pattern is wide."},
     };
     return list;
 }

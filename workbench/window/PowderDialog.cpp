@@ -428,8 +428,10 @@ void PowderDialog::updatePreview()
         QElapsedTimer clock;
         clock.start();
         const auto spectrum = powderSpectrum(m_sites, rough, [&](double) { return clock.elapsed() < previewPatience; });
-        if (!spectrum)
+        if (!spectrum) {
+            m_shown.setStack({}); // no curve rather than one of other values
             return showNotes(m_sites.notes, tr("This takes too long to be shown while values change; OK computes it"));
+        }
         if (!m_settings.range)
             showRange(spectrum->axis);
         show(*spectrum, measured);
@@ -437,6 +439,7 @@ void PowderDialog::updatePreview()
     } catch (const std::exception &error) {
         m_ok->setEnabled(false);
         m_fit->setEnabled(false);
+        m_shown.setStack({});
         showNotes({}, QString::fromUtf8(error.what()));
     }
 }
