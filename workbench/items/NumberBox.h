@@ -5,8 +5,8 @@
 
 namespace Workbench {
 
-/// A number in a dialog, with a comma or a point for its decimal mark whatever the language, as tables and papers have it;
-/// also with blanks around it and the minus of print.
+/// A number in a dialog, with a comma or a point for its decimal mark whatever the language, as tables and papers have
+/// it; also with blanks around it and the minus of print.
 class NumberBox : public QDoubleSpinBox {
     Q_OBJECT
 
