@@ -341,7 +341,9 @@ private Q_SLOTS:
             QCOMPARE(curves(dialog), QString());
             sites->item(0)->setCheckState(Qt::Checked);
             QTRY_VERIFY(ok->isEnabled());
-            QVERIFY(!curves(dialog).isEmpty());
+            QVERIFY(!curves(dialog).isEmpty() && !notes->text().contains(u"apart"_s));
+            part<QSpinBox>(dialog, "points")->setValue(16);
+            QTRY_VERIFY(notes->text().contains(u"too far for the line of Al1 ×3"_s));
             dialog->reject();
         });
         window().powderCommands()->create();

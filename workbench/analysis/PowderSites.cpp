@@ -228,6 +228,22 @@ QString PowderSites::limits() const
                      "couplings or cross terms with them; ideal excitation.");
 }
 
+QString tooFewPoints(const PowderSites &sites, const Powder::Axis &axis, const Powder::LineShape &shape)
+{
+    constexpr double fewest = 16; // over a pattern, for its horns and edges
+    const double width = std::max(shape.lorentzian, shape.gaussian) / sites.conditions.larmor;
+    const double step = std::abs(axis.step());
+    for (const PowderSite &site : sites.sites) {
+        const double resolved = std::max(width, site.values.breadth / fewest);
+        if (resolved > 0 && step > resolved)
+            return Texts::tr(
+                       "points are %1 ppm apart, too far for the line of %2: it takes more points, or a narrower range")
+                .arg(step, 0, 'g', 3)
+                .arg(site.name);
+    }
+    return {};
+}
+
 std::optional<Powder::Spectrum> powderSpectrum(const PowderSites &sites, const PowderSettings &settings,
                                                const Powder::Progress &progress)
 {

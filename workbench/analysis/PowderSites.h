@@ -58,6 +58,9 @@ struct PowderSites {
     QString limits() const;
 };
 
+/// Which line the points of an axis are too far apart for, in a sentence; empty where they are not.
+QString tooFewPoints(const PowderSites &sites, const Powder::Axis &axis, const Powder::LineShape &shape);
+
 /// Throws as Powder::spectrum() does; nothing when the progress function asked to stop. The axis falls.
 std::optional<Powder::Spectrum> powderSpectrum(const PowderSites &sites, const PowderSettings &settings,
                                                const Powder::Progress &progress = {});

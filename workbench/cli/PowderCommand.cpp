@@ -274,6 +274,8 @@ void runPowder(const PowderJob &job, const OutputOptions &outputs, HostApplicati
         result.spectrum = powderSpectrum(sites, settings, progressOf(line, QStringLiteral("powder average")));
         line.clear();
         noteEmptyRange(*result.spectrum);
+        if (const QString few = tooFewPoints(sites, result.spectrum->axis, settings.shape); !few.isEmpty())
+            printNotes({few});
         if (!result.spectrum->converged)
             printNotes({QStringLiteral("%1 orientations were not enough for the curve to converge")
                             .arg(Powder::mostDirections)});

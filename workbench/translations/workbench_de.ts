@@ -2303,6 +2303,10 @@ Optionen:
         <source>%1, this one is compressed (gzip): unpack it</source>
         <translation>%1, diese ist komprimiert (gzip): Entpacken Sie sie</translation>
     </message>
+    <message>
+        <source>points are %1 ppm apart, too far for the line of %2: it takes more points, or a narrower range</source>
+        <translation>Punkte liegen %1 ppm auseinander, zu weit für die Linie von %2: Es braucht mehr Punkte oder einen engeren Bereich</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::AgreementPlot</name>

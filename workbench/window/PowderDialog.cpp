@@ -170,7 +170,10 @@ void PowderDialog::addAxis(QFormLayout *form)
     points->setValue(m_settings.points);
     form->addRow(tr("Po&ints:"), points);
     // The preview has a number of its own.
-    connect(points, &QSpinBox::valueChanged, this, [this](int now) { m_settings.points = now; });
+    connect(points, &QSpinBox::valueChanged, this, [this](int now) {
+        m_settings.points = now;
+        changed();
+    });
 
     m_automatic->setObjectName(QStringLiteral("automaticRange"));
     m_automatic->setChecked(!m_settings.range);
@@ -435,7 +438,11 @@ void PowderDialog::updatePreview()
         if (!m_settings.range)
             showRange(spectrum->axis);
         show(*spectrum, measured);
-        showNotes(m_sites.notes + QStringList{m_sites.limits()}, {});
+        QStringList notes = m_sites.notes + QStringList{m_sites.limits()};
+        const Powder::Axis axis{spectrum->axis.first, spectrum->axis.last, size_t(m_settings.points)};
+        if (const QString few = tooFewPoints(m_sites, axis, m_settings.shape); !few.isEmpty())
+            notes.append(few);
+        showNotes(notes, {});
     } catch (const std::exception &error) {
         m_ok->setEnabled(false);
         m_fit->setEnabled(false);
