@@ -11,7 +11,6 @@
 
 #include <QApplication>
 #include <QTest>
-#include <QWheelEvent>
 #include <QWindow>
 
 using namespace Workbench;
@@ -58,13 +57,4 @@ void PlotUser::drag(const QPointF &from, const QPointF &to, Qt::KeyboardModifier
     move((from + to) / 2, Qt::LeftButton, modifiers);
     move(to, Qt::LeftButton, modifiers);
     QTest::mouseRelease(m_window.windowHandle(), Qt::LeftButton, modifiers, inWindow(to));
-}
-
-void PlotUser::wheel(const QPointF &at, Qt::KeyboardModifiers modifiers) const
-{
-    QWidget *viewport = m_window.view()->viewport();
-    const QPoint there = inViewport(at);
-    QWheelEvent event(there, viewport->mapToGlobal(there), {}, {0, 120}, Qt::NoButton, modifiers, Qt::NoScrollPhase,
-                      false);
-    QApplication::sendEvent(viewport, &event);
 }

@@ -20,8 +20,6 @@ public:
     void click(const QPointF &at, Qt::KeyboardModifiers modifiers = {}, Qt::MouseButton button = Qt::LeftButton) const;
     void move(const QPointF &to, Qt::MouseButtons held = {}, Qt::KeyboardModifiers modifiers = {}) const;
     void drag(const QPointF &from, const QPointF &to, Qt::KeyboardModifiers modifiers = {}) const;
-    /// One notch forward.
-    void wheel(const QPointF &at, Qt::KeyboardModifiers modifiers = {}) const;
 
 private:
     QPoint inViewport(const QPointF &pixel) const;

@@ -105,14 +105,6 @@ void fill(QWidget *dialog, const Inputs &values)
     }
 }
 
-Inputs shown(const QWidget *dialog, const Inputs &inputs)
-{
-    Inputs values;
-    for (const auto &[name, ignored] : inputs)
-        values.append({name, valueOf(part<QWidget>(dialog, name))});
-    return values;
-}
-
 QStringList linesOf(const QWidget *window)
 {
     QList<std::pair<QRect, QString>> parts;

@@ -36,8 +36,6 @@ using Inputs = QList<std::pair<const char *, QVariant>>;
 
 /// Enters them: by keys, and check boxes by the mouse.
 void fill(QWidget *dialog, const Inputs &values);
-/// What the dialog shows in these inputs.
-Inputs shown(const QWidget *dialog, const Inputs &inputs);
 
 /// What a window shows of labels, inputs and buttons: a text for each line from the top, with its parts from the left.
 /// What is disabled stands in parentheses; inputs show what they hold and allow: [chosen: choices], [number: least to

@@ -416,6 +416,8 @@ private Q_SLOTS:
             QRectF(1e8, 0, 1, 1));
         row("Items[1]: its place is -1e+08, expected within 1e+07 of the first page", "Items.1.Geometry",
             QRectF(0, 0, 1, -1e8));
+        row("Items[1]: its place is nan, expected within 1e+07 of the first page", "Items.1.Geometry",
+            QRectF(0, 0, qQNaN(), 1));
         row("", "Items.1.Geometry", QRectF(1e7, -1e7, 0, 5));
         row("Items[1]: an item of the kind \"Cube\" is not known", "Items.1.Kind", u"Cube"_s);
         const QByteArray gone = ": it names the item {90000000-0000-4000-8000-000000000000}, which is not there";

@@ -86,21 +86,11 @@ private Q_SLOTS:
             QVERIFY2(found.startsWith(m_path.toUtf8() + ": ") && found.contains(error), found);
         };
         row("not a document", "#$magres-abinitio-v1.0");
-        row("version 2, written by a newer", QByteArray::fromHex("894d47440d0a1a0a020000000000000000000000"));
         row("cut off", QByteArray::fromHex("894d47440d0a1a0a01000000ffffffffffffffff"));
         row("data end too early", claim("std::vector<signed char>", "00a0724e1809000001"));
         row("4294967295 values are stated", claim("QVariantList", "ffffffff"));
         row("64 deep", claim("QVariantList", QByteArray("0100000000").repeated(100000)));
         row("\"QPixmap\" are not known", claim("QPixmap", ""));
-        const auto changed = [this](void change(Document &)) {
-            Document document = smallDocument();
-            change(document);
-            DocumentFile::write(m_path, document);
-            return bytesOf(m_path);
-        };
-        row("Items[0]: its place", changed([](auto &d) { d.items[0].geometry.setWidth(qQNaN()); }));
-        row("Items[0].Links: it names", changed([](auto &d) { d.items[0].links = {QUuid()}; }));
-        row("Items[1]: its \"ID\" is", changed([](auto &d) { d.items.append(d.items[0]); }));
     }
 
     void everyFlipAndCutIsNoticed()

@@ -129,15 +129,6 @@ private Q_SLOTS:
         QVERIFY(qobject_cast<NucleusTables *>(qApp->property("nmrDataTables").value<QObject *>()));
     }
 
-    void nucleusTables()
-    {
-        NucleusTables tables;
-        QCOMPARE(tables.spin(u"27Al"_s), u"5/2"_s);
-        QCOMPARE(tables.quadrupoleMoment(u"17O"_s), -2.558);
-        QCOMPARE(tables.naturalAbundance(u"13C"_s), 1.11);
-        QCOMPARE(tables.spin(u"12C"_s), QString());
-    }
-
     void rowsOfPages()
     {
         using namespace PageLayout;

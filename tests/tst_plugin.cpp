@@ -648,7 +648,11 @@ private Q_SLOTS:
 
         host.services->addEntry(experimental({2.25, 4.75}));
         QVERIFY(chosen(1).startsWith(u"New reference"_s));
-        // The fitted reference is this spectrum's alone.
+        // The fitted reference is this spectrum's alone, and all else in it as it was.
+        QVariantHash fitted = host.services->entryOrigParams(entry, u"magres"_s);
+        QVERIFY(fitted.value(u"ref"_s) != made.value(u"ref"_s));
+        fitted.insert(u"ref"_s, made.value(u"ref"_s));
+        QCOMPARE(fitted, made);
         QCOMPARE(QSettings().value(u"magresPlugin/ref"_s).toMap().value(u"1H"_s).toDouble(), 31.0);
         QCOMPARE(chosen(2), u"RMSD\nRMSD: 0.25 ppm"_s);
         QCOMPARE(host.services->resets, 1); // fits leave the plot's view alone
@@ -999,10 +1003,7 @@ private:
     /// A file of these blocks.
     QString magresFile(const QByteArray &blocks, const QString &name = u"made.magres"_s) const
     {
-        QFile file(m_settings.filePath(name));
-        if (!file.open(QIODevice::WriteOnly) || file.write("#$magres-abinitio-v1.0\n" + blocks) < 0)
-            qFatal("%s", qPrintable(file.fileName()));
-        return file.fileName();
+        return writtenFile(m_settings, name, "#$magres-abinitio-v1.0\n" + blocks);
     }
 
     QTemporaryDir m_settings;

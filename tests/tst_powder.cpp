@@ -474,16 +474,6 @@ private Q_SLOTS:
         QVERIFY(std::abs(siteValues(deuterium, field).breadth * field.larmor - 1.5 * 0.16e6) < 1e-3);
     }
 
-    void fastSpinningIsInfinitelyFast()
-    {
-        const Site site = oxygen();
-        const Axis axis{600, -600, 2048};
-        const auto fast = spectrum({&site, 1}, Conditions{2.5, 54, Rotation::MagicAngle, 1e6}, {100, 0}, axis);
-        const auto infinite = spectrum({&site, 1}, Conditions{2.5, 54, Rotation::InfiniteRate}, {100, 0}, axis);
-        const double apart = distance(fast->sum, infinite->sum);
-        QVERIFY2(apart < 5e-3, qPrintable(QString::number(apart)));
-    }
-
     void sameBits()
     {
         const Site site = oxygen();
@@ -608,19 +598,6 @@ private Q_SLOTS:
         const Site line{diagonal(7, 7, 7), std::nullopt, 1};
         const auto narrow = fittingAxis({&line, 1}, Conditions{0.5, 100, Rotation::InfiniteRate}, {30, 0}, 1024);
         QVERIFY(std::abs(narrow->first - 7 - 15.8 * 0.3) < 0.2 && std::abs(7 - narrow->last - 15.8 * 0.3) < 0.2);
-    }
-
-    void secondOrderLimits()
-    {
-        const Conditions now{2.5, 80, Rotation::InfiniteRate};
-        // The first order left out is the fourth: the error grows with the third power of the field that is missing.
-        const double small = *secondOrderError({{}, coupling(4, 0.5), 1}, now);
-        const double large = *secondOrderError({{}, coupling(8, 0.5), 1}, now);
-        QVERIFY(small > 0 && std::abs(std::log2(large / small) - 4) < 0.2);
-        const double high = *secondOrderError({{}, coupling(8, 0.5), 1}, Conditions{2.5, 160, Rotation::Static});
-        QVERIFY(std::abs(std::log2(large / high) - 3) < 0.2);
-        QVERIFY(!secondOrderError({{}, coupling(4, 0.5), 1}, Conditions{1, 80, Rotation::Static}));
-        QVERIFY(!secondOrderError({{}, std::nullopt, 1}, now));
     }
 
     void badInput()

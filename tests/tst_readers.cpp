@@ -409,25 +409,6 @@ private Q_SLOTS:
             R"(Format Bruker peak list | Title a b | F2 1H | F1 15N | Peaks 2 | 3.5000 60.0000 ppm 2 a | 2.5000 50.0000 ppm 4 | Note The file has 2 lists, their peaks were joined.)");
     }
 
-    /// Their highest points, computed from the peak lists that the lines stand for.
-    void shippedSamples()
-    {
-        // Few points: of affn its neighbour; of text lines of 2 ppm.
-        const QByteArray samples =
-            R"(13C-bruker 116.79/13C-affn.jdx 115.23/1H-difdup.jdx 1.49/hetcor-bruker 116.25 6.0/hetcor.jdx 116.25 6.0/13C-totxt.txt 116.66/13C-commas.txt 116.66/13C.csdf 116.66/13C.spe 116.66)";
-        for (const QByteArray &sample : samples.split('/')) {
-            const QByteArrayList words = sample.split(' ');
-            ReadOptions options;
-            options.frequency = {100.6128, 400.13};
-            const auto spectrum = openExperimentalSpectrum(
-                QStringLiteral(SAMPLES "/paracetamol-") + QString::fromLatin1(words[0]), options);
-            const QList<double> found = highestPoint(spectrum);
-            QCOMPARE(found.size(), words.size() - 1);
-            for (qsizetype d = 0; d < found.size(); ++d)
-                QVERIFY2(std::abs(found[d] - words[d + 1].toDouble()) <= -spectrum.dimensions[d].step, sample);
-        }
-    }
-
     void tableTokens()
     {
         using Values = std::vector<double>;

@@ -10,7 +10,6 @@
 #include <QtTest>
 
 #include <cmath>
-#include <random>
 
 using namespace Magres;
 using namespace Qt::StringLiterals;
@@ -259,17 +258,6 @@ private Q_SLOTS:
             MagresData data;
             QCOMPARE(failure([&] { Magres::readMagresFile(name, data); }),
                      "File " + name.toUtf8() + " cannot be opened");
-        }
-    }
-
-    void damagedTextsNeverCrash()
-    {
-        std::mt19937 random(1);
-        for (int round = 0; round < 3000; ++round) {
-            QByteArray text = smallFile.left(qsizetype(random() % size_t(smallFile.size() + 1)));
-            for (unsigned hits = random() % 4; hits > 0 && !text.isEmpty(); --hits)
-                text[qsizetype(random() % size_t(text.size()))] = char(random());
-            parseError(text);
         }
     }
 

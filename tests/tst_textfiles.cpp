@@ -73,17 +73,9 @@ QByteArray quoted(QByteArray text)
     return text.replace('\'', '"');
 }
 
-QString writeBytes(const QTemporaryDir &folder, const QByteArray &bytes, const QString &name)
-{
-    QFile file(folder.filePath(name));
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        qFatal("no file");
-    return file.fileName();
-}
-
 Measurement readBytes(const QTemporaryDir &folder, const QByteArray &bytes, const ReadOptions &options = {})
 {
-    return readMeasurement(writeBytes(folder, bytes, u"file"_s), options);
+    return readMeasurement(writtenFile(folder, u"file"_s, bytes), options);
 }
 
 /// "7.26/133.3 =5 C1 #2; …": F2, F1, height, label and count.
@@ -290,7 +282,6 @@ private Q_SLOTS:
         row("position,height\n# c\n 10 , 2 # why\n\n-5,-1", "10 =2; -5 =-1");
         // Commas within numbers and between fields.
         row("C1\t170,2\nC2\t133,3\nC3\t21,5\n", "170.2 C1; 133.3 C2; 21.5 C3");
-        row("C1 170,2\nC2 133,3\nC3 21,5\n", "170.2 C1; 133.3 C2; 21.5 C3");
         row("C 1,170\nC 2,133\nC 3,21\n", "170 C 1; 133 C 2; 21 C 3");
         row("170,2 ppm\n133,3 ppm\n21,5 ppm\n", "170.2; 133.3; 21.5");
         row("170.2±0.1,5\n133.3±0.2,4\n", "170.2 =5; 133.3 =4", "Errors of the positions");
@@ -312,12 +303,10 @@ private Q_SLOTS:
             "7.26 =500.5 Solvent; 3.1 =300 Compound H1", "not used: \"Width\"");
         row("No.\tppm\tHz\tHeight\n1\t173.2\t21783.4\t3\n2\t55.1\t6929.9\t1\n", "173.2 =3; 55.1");
         row("C1 173.2 ppm\nC2 \u22125.1 ppm\n", "173.2 C1; -5.1 C2");
-        row("C1,173.2\nC2,55.1\n", "173.2 C1; 55.1 C2");
         row("2,6-H\t7.45\n3,5-H\t7.12\n", "7.45 2,6-H; 7.12 3,5-H");
         row("Site;δ\nC1;170,2 ppm\nC2;133,3 ppm\n", "170.2 C1; 133.3 C2");
         row("ppm,Int,sites\n170.2,5,1\n133.3,4\n", "170.2 =5; 133.3 =4", "peaks: they were not used.");
         row("1H NMR (400 MHz) δ 7.26 (d, 2H), 4.12 (s).", "7.26; 4.12", "told of 1 of the 2");
-        row("173.2 C1\n55.1 C2\n", "173.2 C1; 55.1 C2");
         // Tables and running text of publications.
         row("Table S2. 1H shifts (ppm), 9.4 T\nH1 9.4\nH2 2.2(1)\nH3 1.15 ± 0.05\nH4 7.0–7.5\n",
             "9.4 H1; 2.2 H2; 1.15 H3; 7.25 H4", "Errors of the positions were left out. Ranges of shifts");
@@ -326,7 +315,6 @@ private Q_SLOTS:
         row("#\tppm\tHz\tIntensity\n1\t3.5\t350\t7\n2\t1.5\t150\t2\n3\t0.5\t50\t4\n", "3.5 =7; 1.5 =2; 0.5 =4",
             "not used: \"Hz\"");
         row("1H NMR, 400, CDCl3\n7.26, 3\n2.31, 9\n", "7.26 =3; 2.31 =9");
-        row("13C NMR chemical shifts\n170.2, 100\n133.3, 50\n", "170.2 =100; 133.3 =50");
         row("¹³C NMR (101 MHz, DMSO-d₆) δ 170.2 (C-1), 133.3 (d, J = 12.3 Hz, C-2),\n128.0–127.6 (m, 2C) and 21.5 ppm. "
             "HRMS (ESI) calcd 123.4567.\n",
             "170.2 C-1; 133.3 C-2; 127.8; 21.5", "left out: \"HRMS");
@@ -355,7 +343,6 @@ private Q_SLOTS:
         row("10,2\n20,1\n", "10 =2; 20", "\"10,2\" is a peak at 10");
         row("ppm\n173,2\n55,1\n", "173.2; 55.1");
         row("\"173,2\"\n\"55,1\"\n", "173.2; 55.1");
-        row("173,2;2\n55,1;3\n", "173.2 =2; 55.1 =3");
         row("173,2 C1\n55,1 C2\n", "173.2 C1; 55.1 C2");
         // Lists of other programs: names of several words, Hz and points beside ppm, settings above.
         row("   Assignment       w1       w2   Data Height\n\n  A1N-HN   110.5   8.25   300\n  G2N-HN   105.5   7.5   "
@@ -370,17 +357,11 @@ private Q_SLOTS:
         row("Atom\tδiso (exp) / ppm\tσiso (calc) / ppm\tδiso (calc) / "
             "ppm\nC1\t170.2\t1.2\t169.1\nC2\t20.4\t152.1\t19.8\n",
             "170.2 C1; 20.4 C2", "not used: \"σiso (calc) / ppm\", \"δiso (calc) / ppm\"");
-        row("site,exp,GIPAW\nC1,170.2,171.1\nC2,20.4,19.8\n", "170.2 C1; 20.4 C2", "\"GIPAW\"");
-        row("Site δ11/ppm δ22/ppm δ33/ppm δiso/ppm\nC1 250 180 80 170\nC2 230 130 40 133.5\n", "170 C1; 133.5 C2",
-            "not used: \"δ11/ppm\", \"δ22/ppm\", \"δ33/ppm\"");
         row("1H NMR (500 MHz, CHLOROFORM-d) δ ppm 3.10 (d, J(HF)=3.5 Hz, 3 H) 7.26 (s, 1 H)", "3.1 #3; 7.26 #1");
         row("Atom\tδcalc (ppm)\nC1\t169.1\nC2\t19.8\n", "169.1 C1; 19.8 C2");
         row("Site δiso (ppm) ΔCSA (ppm) CQ/MHz η I (%)\nAl1 -10.5 20.1 5.1 0.3 55\nAl2 12.5 15.2 2.2 0.8 45\n",
             "-10.5 =55 Al1; 12.5 =45 Al2", "not used: \"ΔCSA (ppm)\", \"CQ/MHz\", \"η\"");
         row("δ (ppm)  I\n20.6 ± 0.1  5\n51.2 ± 0.2  10\n", "20.6 =5; 51.2 =10", "Errors of the positions");
-        row("##TITLE= file\n##DATA TYPE= NMR PEAK TABLE\n##.OBSERVE NUCLEUS= ^13C\n##.OBSERVE FREQUENCY= 100\n"
-            "##XUNITS= PPM\n##YUNITS= ARB\n##NPOINTS= 2\n##PEAK TABLE= (XY..XY)\n173.2, 5\n55.1, 3\n##END=\n",
-            "173.2 =5; 55.1 =3");
         const QByteArray commas = "##TITLE= file\n##DATA TYPE= NMR PEAK TABLE\n##XUNITS= PPM\n##NPOINTS= 2\n"
                                   "##PEAK TABLE= (XY..XY)\n170,2 5,5\n133,3 4,5\n##END=\n";
         row(commas, "170.2 =5.5; 133.3 =4.5", "taken for decimal points");
@@ -389,9 +370,6 @@ private Q_SLOTS:
         row(quoted(
                 R"(<?xml version='1.0'?><PeakList><PeakList1D><Peak1D F1='173.2' intensity='2.5' type='0' annotation='C1'/> <Peak1D F1='55.1' intensity='1' type='0'/></PeakList1D></PeakList>)"),
             "173.2 =2.5 C1; 55.1");
-        row(quoted(
-                R"(<?xml version='1.0'?><PeakList><PeakList2D><Peak2D F1='60' F2='3.5' intensity='2' annotation=''/> </PeakList2D></PeakList>)"),
-            "3.5/60 =2");
     }
 
     /// A field that is no number, and fields that are empty.
@@ -491,7 +469,6 @@ private Q_SLOTS:
         row("Atom,d(13C),mult", "1,170.5,C/2,133.5,CH", "170.5 1 C; 133.5 2 CH");
         row("Atom,δber / ppm,δexp / ppm", "C1,171.2,170.2/C2,132.3,133.3", "170.2 C1; 133.3 C2");
         row("exp,calc,ppm", "1,2,170.5/4,3,133.5", "170.5; 133.5 =4");
-        row("Site,Exp. (ppm),Calc. (ppm),Diff. (ppm)", "C1,170.2,171.2,1.0/C2,133.3,132.3,-1.0", "170.2 C1; 133.3 C2");
         for (const char *name : {"± (ppm)", "Fehler (ppm)", "Std (ppm)", "LB (ppm)", "Halbwertsbreite [ppm]", "δ(ber.)",
                                  "δ(theo.)", "Theor. Verschiebung (ppm)", "δ Form II (ppm)"})
             row("Atom,δ (ppm)," + QByteArray(name), "C1,170.2,1.5/C2,133.3,0.5", "170.2 C1; 133.3 C2");
@@ -826,7 +803,7 @@ private Q_SLOTS:
             const QTemporaryDir folder;
             for (const QString &file : QString::fromLatin1(files).split(u' ')) {
                 QVERIFY(QDir(folder.path()).mkpath(QFileInfo(file).path()));
-                writeBytes(folder, contents, file);
+                writtenFile(folder, file, contents);
             }
             const QString path = folder.filePath(QLatin1String(opened));
             const QString found = QString::fromUtf8(failure([&] { readMeasurement(path); }));

@@ -498,6 +498,8 @@ text #50565e 16 72.5 0 and 1 more row(s) of the rows with c iso<60)"_s);
         other.setFilter(u"O"_s);
         QCOMPARE(result->text() + result->toolTip(), u"1 of 5"_s);
         QCOMPARE(other.selectedRowMaps(), QVariantList{rows[3]});
+        QTest::keyClick(other.view(), Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QGuiApplication::clipboard()->text(), u"Iso, ppm\n200\n"_s);
         // What makes no sense is left out: widths of nothing and of more than a screen, a column that there is not.
         other.setViewSettings({{u"ColumnWidths"_s, QVariantMap{{u"1"_s, 0}, {u"2"_s, 2001}, {u"3"_s, 2000}}},
                                {u"SortColumn"_s, 2},
