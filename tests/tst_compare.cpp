@@ -243,7 +243,7 @@ private Q_SLOTS:
     /// In every format; of two sites with a line in common, one has another of its own before it.
     void sitesWithoutALineAreTold()
     {
-        m_program.write("few.csv", "position,site\n22,C26\n170,C26/C29\n");
+        m_program.write("few.csv", "position,site\n169.75,C26\n170,C26/C29\n");
         QCOMPARE(rank("--experiment 13C=@few.csv --ignore-labels")[0][u"pairing"].toString(), u"overlap"_s);
         const QByteArray line = "compare " SAMPLES "/paracetamol.magres --experiment 13C=@few.csv --format ";
         const QJsonValue nucleus = QJsonDocument::fromJson(m_program.run(line + "json"))[u"nuclei"][0];
@@ -257,6 +257,12 @@ private Q_SLOTS:
             QVERIFY(rows.contains("assigned," + name + ',') && text.contains(name));
             QVERIFY(site[u"calculated"].toDouble() == nucleus[u"reference"].toDouble() - site[u"shielding"].toDouble());
         }
+        // The numbers of a publication, where the file's are those of images.
+        m_program.write("few.csv", "position,site\n170.2,C1\n132.1,C2\n123.4,C3\n");
+        m_program.run(line + "text");
+        QVERIFY2(m_program.status == 1
+                     && m_program.errors.contains("3 lines, from 123.4 to 170.2 ppm, are assigned to the site C1 ×4"),
+                 m_program.errors);
     }
 
     /// A reference that is known tells more than one in a window.

@@ -229,9 +229,10 @@ private Q_SLOTS:
             return qobject_cast<QMenu *>(QApplication::activePopupWidget());
         };
         const auto choose = [&](const QString &text, int entry) {
-            QMenu *menu = menuOf(text);
+            const QPointer<QMenu> menu = menuOf(text);
             menu->actions()[entry]->trigger();
-            menu->close();
+            if (menu) // newer Qt closes it, and it goes when it is closed
+                menu->close();
             contents();
         };
         QVERIFY(!menuOf(u"berlinite"_s) && !menuOf(u"Al3O12P3"_s));

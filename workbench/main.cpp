@@ -12,6 +12,8 @@
 #include <QFile>
 #include <QTimer>
 
+#include <optional>
+
 namespace Workbench {
 
 namespace {
@@ -45,6 +47,23 @@ bool hasDisplay()
     }
     return false;
 }
+
+/// Newer Qt says four lines about a locale that is not installed, such as a login from another machine brings along,
+/// and goes on in UTF-8, which is all that is needed here.
+class LocaleSilence {
+public:
+    LocaleSilence() { s_usual = qInstallMessageHandler(pass); }
+    ~LocaleSilence() { qInstallMessageHandler(s_usual); }
+    Q_DISABLE_COPY_MOVE(LocaleSilence)
+
+private:
+    static void pass(QtMsgType type, const QMessageLogContext &context, const QString &message)
+    {
+        if (!message.startsWith(QLatin1String("Detected locale")))
+            s_usual(type, context, message);
+    }
+    static inline QtMessageHandler s_usual = nullptr;
+};
 
 int runWindow(const QStringList &files, const ProgramStart &start)
 {
@@ -80,7 +99,9 @@ int run(const QStringList &arguments, int argc, char **argv)
     QStringList files;
     {
         // What is said here takes an application to be translated; window and commands have one of their own kind.
+        std::optional<LocaleSilence> silence(std::in_place);
         const QCoreApplication application(argc, argv);
+        silence.reset();
         const Language language(start.language);
         try {
             const CommandLine line(programOptions(), index < 0 ? arguments : arguments.first(index));

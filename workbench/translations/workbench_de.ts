@@ -2025,7 +2025,7 @@ Optionen:
     </message>
     <message>
         <source>the cross peak at %1 is assigned to &quot;%2&quot;, but the structure has no such site (--ignore-labels pairs without names)</source>
-        <translation>der Kreuzpeak bei %1 ist &quot;%2&quot; zugeordnet, aber die Struktur hat keine solche Lage (--ignore-labels paart ohne Namen)</translation>
+        <translation>der Kreuzpeak bei %1 ist &quot;%2&quot; zugeordnet, aber die Struktur hat keinen solchen Platz (--ignore-labels paart ohne Namen)</translation>
     </message>
     <message>
         <source>the cross peak at %1 is assigned to &quot;%2&quot;, but the structure has %3 cross peaks of that name (--ignore-labels pairs without names)</source>
@@ -2277,7 +2277,7 @@ Optionen:
     </message>
     <message>
         <source>%1 lines are assigned to &quot;%2&quot;, which several sites are called: %3</source>
-        <translation>%1 Linien sind &quot;%2&quot; zugeordnet; so heißen aber mehrere Lagen: %3</translation>
+        <translation>%1 Linien sind &quot;%2&quot; zugeordnet; so heißen aber mehrere Plätze: %3</translation>
     </message>
     <message>
         <source>%1: &quot;%2&quot; may be %3 or %4</source>
@@ -2289,7 +2289,7 @@ Optionen:
     </message>
     <message>
         <source>%1 and %2 are equivalent by symmetry (%3), but their field gradients are %4 and %5 atomic units: the site has that of %6</source>
-        <translation>%1 und %2 sind durch Symmetrie gleichwertig (%3), doch ihre Feldgradienten sind %4 und %5 atomare Einheiten: Die Lage hat den von %6</translation>
+        <translation>%1 und %2 sind durch Symmetrie gleichwertig (%3), doch ihre Feldgradienten sind %4 und %5 atomare Einheiten: Der Platz hat den von %6</translation>
     </message>
     <message>
         <source>Records with &quot;nan&quot; or &quot;inf&quot; for a number: %1 (the first one %2). They count as missing where a spectrum is made.</source>
@@ -2306,6 +2306,10 @@ Optionen:
     <message>
         <source>points are %1 ppm apart, too far for the line of %2: it takes more points, or a narrower range</source>
         <translation>Punkte liegen %1 ppm auseinander, zu weit für die Linie von %2: Es braucht mehr Punkte oder einen engeren Bereich</translation>
+    </message>
+    <message>
+        <source>%1 lines, from %2 to %3 ppm, are assigned to the site %4, which gives one line: the names in the list are not those of the structure</source>
+        <translation>%1 Linien von %2 bis %3 ppm sind dem Platz %4 zugeordnet, der eine Linie gibt: Die Namen in der Liste sind nicht die der Struktur</translation>
     </message>
 </context>
 <context>
@@ -4298,7 +4302,7 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     </message>
     <message>
         <source>C&amp;urves of the sites beside their sum</source>
-        <translation>K&amp;urven der Lagen neben ihrer Summe</translation>
+        <translation>K&amp;urven der Plätze neben ihrer Summe</translation>
     </message>
     <message>
         <source>Po&amp;ints:</source>
@@ -4314,7 +4318,7 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     </message>
     <message>
         <source>Of two to %1 sites</source>
-        <translation>Bei zwei bis %1 Lagen</translation>
+        <translation>Bei zwei bis %1 Plätzen</translation>
     </message>
 </context>
 <context>
@@ -4600,7 +4604,7 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     </message>
     <message>
         <source>Fit</source>
-        <translation>Einpassen</translation>
+        <translation>Passung</translation>
     </message>
     <message>
         <source>Bad: the differences are larger than errors explain</source>

@@ -2,6 +2,7 @@
 #include "analysis/comparison/LinePairing.h"
 
 #include "analysis/comparison/ShiftPoint.h"
+#include "analysis/comparison/UniqueSites.h"
 #include "data/Error.h"
 
 #include <algorithm>
@@ -364,6 +365,23 @@ std::vector<char> enterAssigned(const std::vector<ComparedSite> &sites, const st
         }
         isAssigned[k] = !lines[k].sites.isEmpty();
         pairing.assignedLines += isAssigned[k];
+    }
+    // "C1" to "C4" of a publication are other atoms than those of a file where they are images of one.
+    for (std::size_t i = 0; i < sites.size(); ++i) {
+        const auto [low, high] =
+            std::minmax_element(pairing.linesOf[i].begin(), pairing.linesOf[i].end(), [&](int a, int b) {
+                return lines[std::size_t(a)].shift < lines[std::size_t(b)].shift;
+            });
+        if (low == high || lines[std::size_t(*high)].shift - lines[std::size_t(*low)].shift <= UniqueSites::mostSpread)
+            continue;
+        throw UnknownSite(
+            Texts::tr("%1 lines, from %2 to %3 ppm, are assigned to the site %4, which gives one line: the names in "
+                      "the list are not those of the structure")
+                .arg(pairing.linesOf[i].size())
+                .arg(lines[std::size_t(*low)].shift)
+                .arg(lines[std::size_t(*high)].shift)
+                .arg(sites[i].name)
+                .toStdString());
     }
     return isAssigned;
 }
