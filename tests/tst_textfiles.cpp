@@ -442,6 +442,9 @@ private Q_SLOTS:
             QCOMPARE(read("Atom,δ(13C)/ppm,δ(1H)/ppm,δ(15N)/ppm", rows, nucleus), expected);
             QCOMPARE(outcome(markdown, {0, nucleus, {}, {}}), expected);
         }
+        const Measurement named =
+            readBytes(QTemporaryDir(), "No,type,13C,1H\n7,C,170.2,\n8,CH,123.4,7.2\n", {0, u"1H"_s, {}, {}});
+        QVERIFY(std::get<MeasuredPeaks>(named).notes.contains(u"Rows without a shift of 1H (1) were left out: 7."_s));
         const QByteArray compared = "C1,170.2,171.1,,/C3,123.4,124.1,7.2,7.3";
         QCOMPARE(read("Atom,13C exp,13C calc,1H exp,1H calc", compared, u"1H"_s), u"7.2 C3"_s);
         QCOMPARE(read("Atom,13C calc,13C exp,1H calc,1H exp", compared, u"13C"_s), u"171.1 C1; 124.1 C3"_s);

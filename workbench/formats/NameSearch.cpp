@@ -161,7 +161,8 @@ private:
         }
         const auto isOther = [](const QString &name) { return ColumnNames::meaningOf(name).isOther; };
         return states || (isMeasured && isCompared) || std::all_of(names.begin(), names.end(), isOther)
-            || std::all_of(names.begin(), names.end(), ColumnNames::isNucleus);
+            || std::all_of(names.begin(), names.end(), ColumnNames::isNucleus)
+            || std::count_if(names.begin(), names.end(), ColumnNames::isNucleus) > 1;
     }
 
     /// What any text must say to pass for names: which column holds the positions, or the names of the peaks.

@@ -384,7 +384,9 @@ private:
             m_rows.split();
             if (m_layout.someHaveNoPosition && PrintedNumber::isLacking(m_rows.field(m_position))) {
                 static const QRegularExpression word(QStringLiteral("[\\p{L}\\d]"));
-                if (const QString name = label(); word.match(name).hasMatch()) // no rule below the names
+                const int number = m_layout.columnOf(Role::Number);
+                const QString name = number >= 0 ? ReaderText::decoded(m_rows.field(number)) : label();
+                if (word.match(name).hasMatch()) // no rule below the names
                     lacking.append(name);
                 continue;
             }
