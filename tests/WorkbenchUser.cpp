@@ -72,17 +72,6 @@ QString screenText(const QWidget *widget)
     return choices.join(u'/');
 }
 
-QVariant valueOf(const QWidget *input)
-{
-    if (const auto *combo = qobject_cast<const QComboBox *>(input))
-        return combo->currentText();
-    if (const auto *number = qobject_cast<const QDoubleSpinBox *>(input))
-        return number->value();
-    if (const auto *box = qobject_cast<const QCheckBox *>(input))
-        return box->isChecked();
-    return {};
-}
-
 } // namespace
 
 void userFailed(const QString &message)
