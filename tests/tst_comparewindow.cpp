@@ -304,9 +304,10 @@ private Q_SLOTS:
         QVERIFY(dialog.isRunning() && dialog.status() == u"Ranking...");
         QVERIFY(ranked.wait(60000));
         QCOMPARE(linesOf(&dialog).last(), u"<&Rank> (<&Cancel>) <&Save Table...> <Close>"_s);
-        QCOMPARE(dialog.status(),
-                 u"10 structures. Probabilities are relative to this pool: they say nothing about structures that are "
-                 "not in it"_s);
+        QCOMPARE(
+            dialog.status(),
+            u"10 structure(s). Probabilities are relative to this pool: they say nothing about structures that are "
+            "not in it"_s);
         QCOMPARE(scene().documentItems().size(), items);
 
         QDir candidates(sample(u"candidates"_s));
@@ -343,11 +344,11 @@ private Q_SLOTS:
             {"r.txt", "r.txt", "Rank  Probability"},
             {"bare", "bare.json", "{\n    \"rows\""}};
         for (const auto &[typed, name, start] : tables) {
-            m_dialogs.expect(u"Save Table"_s, [this, typed = typed](QDialog *dialog) {
-                auto *files = qobject_cast<QFileDialog *>(dialog);
-                files->selectNameFilter(u"JSON (*.json)"_s);
-                files->selectFile(m_files.path(typed));
-                dialog->accept();
+            m_dialogs.expect(u"Save Table"_s, [this, typed = typed](QDialog *saving) {
+                auto *chooser = qobject_cast<QFileDialog *>(saving);
+                chooser->selectNameFilter(u"JSON (*.json)"_s);
+                chooser->selectFile(m_files.path(typed));
+                saving->accept();
             });
             part<QPushButton>(&dialog, "rankSave")->click();
             QCOMPARE(dialog.status(), m_files.path(name) + u" is written"_s);
@@ -498,6 +499,15 @@ private Q_SLOTS:
                               u"2|1.magres|1.50|171.13|overlap|2.50|0.000123|||bad"_s, u"2|/a/1.magres||||||||"_s,
                               u"2|129|130|130|129|130|130|129|129|129"_s, u"–|0.magres||||||||no atoms"_s,
                               u"–"_s + u"|no atoms"_s.repeated(9), u"–"_s + u"|129"_s.repeated(9)}));
+        // Of several nuclei, each says how well it fits by itself.
+        made[1].parts.push_back(made[1].parts[0]);
+        made[1].parts[1].chiSquare = 5;
+        made[1].parts[1].degreesOfFreedom = 4;
+        made[1].parts[1].p = 0.287;
+        model.setRows({made[1]}, {{u"29Si"_s, u"1H"_s}}, {});
+        QCOMPARE(model.headerData(4, Qt::Horizontal, Qt::DisplayRole), u"χ²/dof 29Si"_s);
+        QCOMPARE(text(0, Qt::DisplayRole),
+                 u"1|1.magres|1.50|171.13|overlap|||1.50|171.13|overlap|1.25|0.287|2.50|0.000123|||bad"_s);
         model.setRows(std::vector<RankRow>(2), {{u"13C"_s}}, {});
         const int columns = model.columnCount();
         model.setRows(std::vector<RankRow>(2), {{u"13C"_s, u"1H"_s}}, {});

@@ -51,6 +51,17 @@ private Q_SLOTS:
         m_host.reset();
     }
 
+    void countsHaveTheirPlural()
+    {
+        for (const auto &[language, one, more] : {std::tuple(u"en"_s, u"1 atom selected"_s, u"3 atoms selected"_s),
+                                                  std::tuple(u"de"_s, u"1 Atom gewählt"_s, u"3 Atome gewählt"_s),
+                                                  std::tuple(u"fr"_s, u"1 atom selected"_s, u"3 atoms selected"_s)}) {
+            const Language spoken(language);
+            QCOMPARE(QCoreApplication::translate("Workbench::NmrItem", "%n atom(s) selected", nullptr, 1), one);
+            QCOMPARE(QCoreApplication::translate("Workbench::NmrItem", "%n atom(s) selected", nullptr, 3), more);
+        }
+    }
+
     void peaksArePickedAndCounted()
     {
         makeSpectrum(carbon);

@@ -124,9 +124,11 @@ QString report(const Regression &regression, const std::vector<Compound> &compou
     const ReferenceSet &set = regression.set;
     const std::vector<LinePairing> &pairings = regression.pairings;
     const ShiftCalibration &calibration = set.calibration;
-    QString text = QStringLiteral("shift = reference + slope · shielding, %1, %2 sites, %3 file(s), %4\n\n")
-                       .arg(set.nucleus, QString::number(calibration.points), QString::number(compounds.size()),
-                            set.method.text());
+    QString text =
+        QStringLiteral("shift = reference + slope · shielding, %1, %2 sites, %3, %4\n\n")
+            .arg(set.nucleus, QString::number(calibration.points),
+                 compounds.size() == 1 ? QStringLiteral("1 file") : QStringLiteral("%1 files").arg(compounds.size()),
+                 set.method.text());
     std::vector<QStringList> rows;
     for (std::size_t i = 0; i < compounds.size(); ++i)
         rows.push_back({compounds[i].file, QString::number(compounds[i].measurement.lines.size()),

@@ -32,12 +32,12 @@ Language::Language(const QString &chosen)
     chosenLanguage = chosen;
     if (!chosen.isEmpty())
         QLocale::setDefault(QLocale(chosen));
+    const QString own = known().contains(current()) ? current() : QStringLiteral("en");
+    m_texts = std::make_unique<Catalogue>(QStringLiteral(":/workbench/translations"), QStringLiteral("workbench"), own);
     if (current() == u"en")
         return;
     m_qtTexts = std::make_unique<Catalogue>(QLibraryInfo::path(QLibraryInfo::TranslationsPath),
                                             QStringLiteral("qtbase"), current());
-    m_texts =
-        std::make_unique<Catalogue>(QStringLiteral(":/workbench/translations"), QStringLiteral("workbench"), current());
 }
 
 Language::~Language()

@@ -4500,10 +4500,6 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
         <source>Cancelled: %1 of %2 structures were compared</source>
         <translation>Abgebrochen: %1 von %2 Strukturen wurden verglichen</translation>
     </message>
-    <message>
-        <source>%1 structures</source>
-        <translation>%1 Strukturen</translation>
-    </message>
     <message numerus="yes">
         <source>, %n failed: the last column says why</source>
         <translation>
@@ -4534,6 +4530,13 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     <message>
         <source>Text table</source>
         <translation>Texttabelle</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n structure(s)</source>
+        <translation>
+            <numerusform>%n Struktur</numerusform>
+            <numerusform>%n Strukturen</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -4609,6 +4612,18 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     <message>
         <source>Bad: the differences are larger than errors explain</source>
         <translation>Schlecht: die Differenzen sind größer, als Fehler erklären</translation>
+    </message>
+    <message>
+        <source>χ²/dof %1</source>
+        <translation>χ²/dof %1</translation>
+    </message>
+    <message>
+        <source>p %1</source>
+        <translation>p %1</translation>
+    </message>
+    <message>
+        <source>bad</source>
+        <translation>schlecht</translation>
     </message>
 </context>
 <context>

@@ -204,11 +204,11 @@ void RankDialog::followDocument()
 {
     for (const DocumentItem *item : m_scene->documentItems()) {
         const auto *plot = qobject_cast<const NmrItem *>(item);
-        const NmrData *data = plot ? plot->nmrData() : nullptr;
-        if (!data)
+        const NmrData *shown = plot ? plot->nmrData() : nullptr;
+        if (!shown)
             continue;
-        connect(data, &NmrData::entriesChanged, m_followLater, qOverload<>(&QTimer::start), Qt::UniqueConnection);
-        connect(data, &NmrData::entryChanged, m_followLater, qOverload<>(&QTimer::start), Qt::UniqueConnection);
+        connect(shown, &NmrData::entriesChanged, m_followLater, qOverload<>(&QTimer::start), Qt::UniqueConnection);
+        connect(shown, &NmrData::entryChanged, m_followLater, qOverload<>(&QTimer::start), Qt::UniqueConnection);
     }
     fillMeasurements();
     tellCandidates();
@@ -532,7 +532,7 @@ void RankDialog::end(const QString &failure)
         const auto failed = std::count_if(rows.begin(), rows.end(), [](const RankRow &row) { return row.failed(); });
         QString text = int(rows.size()) < m_progress->maximum()
             ? tr("Cancelled: %1 of %2 structures were compared").arg(rows.size()).arg(m_progress->maximum())
-            : tr("%1 structures").arg(rows.size());
+            : tr("%n structure(s)", nullptr, int(rows.size()));
         if (failed > 0)
             text += tr(", %n failed: the last column says why", nullptr, int(failed));
         text += tr(". Probabilities are relative to this pool: they say nothing about structures that are not in it");

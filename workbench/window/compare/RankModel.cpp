@@ -12,6 +12,15 @@ QVariant toVariant(const std::optional<double> &value)
     return value ? QVariant(*value) : QVariant();
 }
 
+/// χ² by degrees of freedom, of a whole row or of one of its nuclei.
+template <typename Compared>
+QVariant reduced(const Compared &compared)
+{
+    return compared.chiSquare && compared.degreesOfFreedom && *compared.degreesOfFreedom > 0
+        ? QVariant(*compared.chiSquare / *compared.degreesOfFreedom)
+        : QVariant();
+}
+
 } // namespace
 
 void RankModel::setRows(std::vector<RankRow> rows, const RankLayout &layout, const QString &singleNucleus)
@@ -34,6 +43,9 @@ void RankModel::createColumns(const QString &singleNucleus)
 {
     using Value = std::optional<double>;
     m_columns.clear();
+    const QString chiSquareTip = tr("Sum of squared differences over their expected squares, by degrees of freedom; "
+                                    "about 1 for a structure that is right");
+    const QString pTip = tr("Of a χ² as large by chance; below 0.001 the structure fits badly, whatever its rank");
     const auto add = [&](const QString &title, const QString &tip, Value RankRow::*member, int decimals) {
         m_columns.append({title, tip, [member](const RankRow &row) { return toVariant(row.*member); }, decimals});
     };
@@ -42,38 +54,36 @@ void RankModel::createColumns(const QString &singleNucleus)
     for (int part = 0; part < m_layout.parts(); ++part) {
         const QString name = m_layout.nuclei.value(part);
         const QString nucleus = name.isEmpty() ? singleNucleus : name;
-        const auto addPart = [&](const QString &title, const QString &tip, Value RankRow::Part::*member) {
+        const auto addPart = [&](const QString &title, const QString &tip, Value RankRow::Part::*member, int decimals) {
             m_columns.append({title.arg(nucleus), tip,
                               [member, part](const RankRow &row) {
                                   return row.failed() ? QVariant() : toVariant(row.parts[std::size_t(part)].*member);
                               },
-                              2});
+                              decimals});
         };
         addPart(tr("RMSD %1"), tr("Root mean square difference, ppm, with the reference that fits best"),
-                &RankRow::Part::rmsd);
-        addPart(tr("Reference %1"), tr("That fits best, ppm"), &RankRow::Part::reference);
+                &RankRow::Part::rmsd, 2);
+        addPart(tr("Reference %1"), tr("That fits best, ppm"), &RankRow::Part::reference, 2);
         m_columns.append({tr("Pairing %1").arg(nucleus), tr("How lines and sites were paired"),
                           [part](const RankRow &row) {
                               return row.failed() ? QVariant() : QVariant(row.parts[std::size_t(part)].pairing);
                           },
                           -1});
+        if (m_layout.parts() == 1 || m_layout.plane)
+            continue; // a single one has those of the whole
+        m_columns.append(
+            {tr("χ²/dof %1").arg(nucleus), chiSquareTip,
+             [part](const RankRow &row) { return row.failed() ? QVariant() : reduced(row.parts[std::size_t(part)]); },
+             2});
+        addPart(tr("p %1"), pTip, &RankRow::Part::p, -1);
     }
-    m_columns.append({tr("χ²/dof"),
-                      tr("Sum of squared differences over their expected squares, by degrees of freedom; "
-                         "about 1 for a structure that is right"),
-                      [](const RankRow &row) {
-                          return row.chiSquare && row.degreesOfFreedom && *row.degreesOfFreedom > 0
-                              ? QVariant(*row.chiSquare / *row.degreesOfFreedom)
-                              : QVariant();
-                      },
-                      2});
-    add(tr("p"), tr("Of a χ² as large by chance; below 0.001 the structure fits badly, whatever its rank"), &RankRow::p,
-        -1);
+    m_columns.append({tr("χ²/dof"), chiSquareTip, [](const RankRow &row) { return reduced(row); }, 2});
+    add(tr("p"), pTip, &RankRow::p, -1);
     add(tr("Probability"), tr("In this pool, given that one of its structures is right"), &RankRow::probability, 3);
     add(tr("with 1.5 σ"), tr("The same with errors half as large again"), &RankRow::wideProbability, 3);
     m_columns.append({tr("Fit"), tr("Bad: the differences are larger than errors explain"),
                       [](const RankRow &row) {
-                          QStringList texts{row.fit, row.message};
+                          QStringList texts{row.fit == QLatin1String("bad") ? tr("bad") : row.fit, row.message};
                           texts.removeAll(QString());
                           return QVariant(texts.join(QStringLiteral(": ")));
                       },
