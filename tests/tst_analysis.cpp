@@ -527,6 +527,14 @@ private Q_SLOTS:
                 powderEntry(PowderSites::of(aluminium(), origin.settings), {{1, 0, 2}, {0, 0}, {}, true}, origin);
             QCOMPARE(textsOf(remarksOn(powder)),
                      reference == 560 ? QStringList() : QStringList{u"2 The reference of ²⁷Al"_s + placeholder});
+            // Its sites' curves add nothing to what it says.
+            SpectrumEntry part = powder;
+            part.id = QUuid::createUuid();
+            origin.sum = powder.id = QUuid::createUuid();
+            part.data =
+                powderEntry(PowderSites::of(aluminium(), origin.settings), {{1, 0, 2}, {0, 0}, {}, true}, origin);
+            QCOMPARE(textsOf(remarksOn(NmrStack{{powder, part, part}, {}})), textsOf(remarksOn(powder)));
+            QCOMPARE(remarksOn(NmrStack{{part, part}, {}}).size(), reference == 560 ? 0 : 2);
         }
     }
 

@@ -443,6 +443,22 @@ private Q_SLOTS:
                           table->visualRect(table->model()->index(0, 0)).center());
         QVERIFY(panel().summary().contains(u"RMSD <b>0.64 ppm</b>"));
         QVERIFY(scene().currentTableItem()->title().contains(u"candidate-3"));
+        // So does a click in the ranking of their folder, and opens no second one.
+        dialog.setFiles(files);
+        dialog.start();
+        QVERIFY(ranked.wait(30000));
+        const auto opened = scene().documentItems().size();
+        QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
+                          table->visualRect(table->model()->index(1, 0)).center());
+        QVERIFY(!scene().currentTableItem()->title().contains(u"candidate-3"));
+        QCOMPARE(scene().documentItems().size(), opened);
+        table->setFocus();
+        QTest::keySequence(table, QKeySequence::Copy);
+        const QStringList copied = QGuiApplication::clipboard()->text().split(u'\n');
+        QVERIFY(copied[0].startsWith(u"Structure\tRMSD 13C\tReference 13C\t"));
+        QVERIFY2(copied[1].startsWith(table->model()->index(1, 0).data().toString() + u'\t'), qPrintable(copied[1]));
+        QCOMPARE(copied.size(), 3);
+        dialog.usePage();
         // What is cancelled at once has no rows, and can be started again.
         dialog.start();
         dialog.cancel();

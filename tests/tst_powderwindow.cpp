@@ -5,6 +5,7 @@
 #include "host/DataEngine.h"
 #include "host/TableSites.h"
 #include "window/ExportMenu.h"
+#include "window/ContentsDock.h"
 #include "window/PowderCommands.h"
 #include "window/compare/DocumentChoices.h"
 
@@ -158,6 +159,12 @@ private Q_SLOTS:
         QCOMPARE(axis.size, 4096);
         QVERIFY(std::abs(axis.ppm(0) - 400) < 1e-6 && std::abs(axis.ppm(4095) + 100) < 1e-6);
         QVERIFY(data()->entryName(ids[1]).startsWith(u"O"));
+        QCoreApplication::processEvents();
+        const QList<QTreeWidgetItem *> sums =
+            window().contents()->tree()->findItems(u"17O powder"_s, Qt::MatchExactly | Qt::MatchRecursive);
+        QCOMPARE(sums.size(), 1);
+        QCOMPARE(sums[0]->childCount(), 2);
+        QCOMPARE(sums[0]->child(1)->text(0), data()->entryName(ids[2]));
         const auto sum = data()->spectrum(ids[0]).real(), one = data()->spectrum(ids[1]).real(),
                    other = data()->spectrum(ids[2]).real();
         const double highest = *std::max_element(sum.begin(), sum.end());

@@ -811,10 +811,20 @@ text #0b5799 * %3 0 Do it)"_s;
         QCOMPARE(item.contentRect(), QRectF(2, 23, 296, 175));
         item.setOnPaper(true, true);
         QCOMPARE(item.contentRect().top(), 23 + 2 * height);
-        item.setNotes(QList<ItemNote>(
-            9, {u"Long. "_s.repeated(80), {}, {}})); // three lines each, and a third of the item at most
+        item.setOnPaper(false);
+        // Three lines each: more than a third of the item, so that all but the first wait to be asked for.
+        item.setNotes(QList<ItemNote>(9, {u"Long. "_s.repeated(80), {}, {}}));
+        QVERIFY(bar->height() > 3 * (height - 9) + 8 + height && bar->height() <= 3 * (height - 8) + 9 + height);
+        const QString folded = notes().join(u'\n');
+        QVERIFY2(folded.contains(u"and 8 more note(s)"_s) && folded.contains(u"Show All"_s), qPrintable(folded));
+        QGraphicsScene scene;
+        scene.addItem(&item);
+        QGraphicsSceneMouseEvent click(QEvent::GraphicsSceneMouseRelease);
+        click.setPos(bar->actionRect(1).center());
+        scene.sendEvent(const_cast<NoteBar *>(bar), &click);
+        scene.removeItem(&item);
         QCOMPARE(item.contentRect().top(), 23 + 200 / 3.0);
-        QVERIFY(bar->height() > 9 * (3 * (height - 9) + 8) && bar->height() <= 9 * (3 * (height - 8) + 9));
+        QVERIFY(bar->height() > 9 * (3 * (height - 9) + 8) && bar->height() <= 9 * (3 * (height - 8) + 9) + height);
 
         item.setSource(u"a.magres"_s);
         QCOMPARE(item.title(), u"Form II"_s);

@@ -266,6 +266,31 @@ private Q_SLOTS:
         QCOMPARE(scene().documentItems().size(), items - 1);
     }
 
+    /// Calculations have the same name in many folders, which may be opened as a whole.
+    void foldersAndNames()
+    {
+        for (const char *name : {"a/calc2.magres", "a/calc10.magres", "b/calc2.magres"}) {
+            QDir().mkpath(QFileInfo(m_files.path(name)).path());
+            QFile::copy(sample(u"acetic-acid.magres"_s), m_files.path(name));
+        }
+        window().openFiles({m_files.path("a"), m_files.path("b/calc2.magres"), m_files.path("b/calc2.magres")});
+        QStringList sources;
+        for (const DocumentItem *item : scene().documentItems()) {
+            if (qobject_cast<const TableItem *>(item))
+                sources.append(item->title());
+        }
+        QCOMPARE(sources.join(u'|'),
+                 u"calc2 – MAGRES Table|calc10 – MAGRES Table|b/calc2 – MAGRES Table|b/calc2 (2) – "
+                 "MAGRES Table"_s);
+        m_dialogs.expect(u"n.xyz cannot be opened"_s, [](QDialog *dialog) {
+            const QString shown = qobject_cast<QMessageBox *>(dialog)->text();
+            QVERIFY2(shown.contains(u"*.magres") && shown.contains(u"*.jdx"), qPrintable(shown));
+            dialog->accept();
+        });
+        window().openFiles({m_files.write("n.xyz", "1\n")});
+        QCOMPARE(m_dialogs.missing(), QStringList());
+    }
+
     /// Notes are no part of the page: not in its preview, but again after it, wherever the item was meanwhile.
     void notesKnowThePreview()
     {

@@ -147,13 +147,21 @@ QList<SpectrumRemark> remarksOn(const SpectrumEntry &entry)
 
 QList<SpectrumRemark> remarksOn(const NmrStack &stack)
 {
-    const auto simulated = std::count_if(stack.entries.cbegin(), stack.entries.cend(),
-                                         [](const SpectrumEntry &entry) { return entry.isSimulated(); });
-    QList<SpectrumRemark> all;
+    // A site's curve is made and mended with its sum, which says it for all of them.
+    QList<const SpectrumEntry *> wholes;
     for (const SpectrumEntry &entry : stack.entries) {
-        for (SpectrumRemark remark : remarksOn(entry)) {
-            if (simulated > 1)
-                remark.text = QStringLiteral("%1: %2").arg(entry.name, remark.text);
+        const auto powder = PowderOrigin::of(entry);
+        const bool isPart = powder
+            && std::any_of(stack.entries.cbegin(), stack.entries.cend(),
+                           [&](const SpectrumEntry &other) { return other.id == powder->sum; });
+        if (entry.isSimulated() && !isPart)
+            wholes.append(&entry);
+    }
+    QList<SpectrumRemark> all;
+    for (const SpectrumEntry *entry : std::as_const(wholes)) {
+        for (SpectrumRemark remark : remarksOn(*entry)) {
+            if (wholes.size() > 1)
+                remark.text = QStringLiteral("%1: %2").arg(entry->name, remark.text);
             all.append(remark);
         }
     }

@@ -3,6 +3,7 @@
 
 #include "cli/CliErrors.h"
 #include "cli/OptionValues.h"
+#include "cli/OutputOptions.h"
 #include "data/Elision.h"
 #include "data/Error.h"
 #include "data/Language.h"
@@ -10,6 +11,7 @@
 #include <QCoreApplication>
 
 #include <optional>
+#include <string_view>
 
 namespace Workbench {
 
@@ -40,6 +42,26 @@ void checkFiles(const Command &command, const QStringList &files)
         throw UsageError(Texts::tr("expected one FILE, found \"%1\" as well").arg(files[most]));
 }
 
+/// Whatever the command line names may be a file that is read: FILE, the value of an option, or either side of
+/// 13C=FILE.
+void checkOutputs(const std::vector<OptionSpec> &options, const CommandLine &line)
+{
+    QStringList named = line.positional();
+    for (const OptionSpec &option : options) {
+        if (option.value && option.name != std::string_view("o"))
+            named += line.values(option.name);
+    }
+    QStringList inputs = named;
+    for (const QString &text : std::as_const(named)) {
+        for (qsizetype at = text.indexOf(u'='); at >= 0; at = text.indexOf(u'=', at + 1))
+            inputs += {text.left(at), text.mid(at + 1)};
+    }
+    const QStringList outputs = line.values("o");
+    if (outputs.contains(u"-"))
+        throw UsageError(Texts::tr("option -o: expected the name of a file, found \"-\""));
+    OutputOptions::refuseInputs(outputs, inputs);
+}
+
 /// Nothing when the help is all that was asked for.
 std::optional<CommandRun> prepared(const Command &command, const QStringList &arguments, ProgramStart &start)
 {
@@ -55,6 +77,7 @@ std::optional<CommandRun> prepared(const Command &command, const QStringList &ar
             return std::nullopt;
         }
         checkFiles(command, line.positional());
+        checkOutputs(options, line);
         if (line.has("plugin-path"))
             start.pluginDirectory = line.value("plugin-path");
         return command.prepare(line);

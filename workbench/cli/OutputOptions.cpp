@@ -60,6 +60,18 @@ OutputOptions::OutputOptions(const QStringList &fileNames, Kind kind) : m_fileNa
     }
 }
 
+void OutputOptions::refuseInputs(const QStringList &outputs, const QStringList &inputs)
+{
+    QStringList read;
+    for (const QString &input : inputs)
+        read.append(QFileInfo(input).canonicalFilePath()); // empty where there is no such file
+    for (const QString &output : outputs) {
+        const QString path = QFileInfo(output).canonicalFilePath();
+        if (!path.isEmpty() && read.contains(path))
+            throw UsageError(Texts::tr("option -o: \"%1\" is read by this command").arg(output));
+    }
+}
+
 bool OutputOptions::areDrawn() const
 {
     return m_kind == Page || std::any_of(m_fileNames.begin(), m_fileNames.end(), [](const QString &fileName) {

@@ -17,6 +17,9 @@ public:
     /// Throws UsageError for suffixes that stand for no format and for files that are named twice.
     OutputOptions(const QStringList &fileNames, Kind kind);
 
+    /// Throws UsageError for outputs that would take the place of a file that is read.
+    static void refuseInputs(const QStringList &outputs, const QStringList &inputs);
+
     bool isEmpty() const { return m_fileNames.isEmpty(); }
 
     /// Whether any of them shows what the page looks like.

@@ -50,6 +50,7 @@ struct PowderResult {
     std::optional<Powder::Spectrum> spectrum; ///< of one dimension
     ExperimentalSpectrum shown; ///< the sum, or the plane
     std::optional<ExperimentalSpectrum> experiment;
+    QString name; ///< "berlinite, 27Al powder"
 };
 
 QString fixed(double value, int decimals)
@@ -120,6 +121,7 @@ QUuid showOnPage(const PowderResult &result, MainScene &scene)
         throw CommandError(Texts::tr("the spectrum cannot be put on a page"));
     NmrData &data = *item->nmrData();
     const QUuid entry = data.entryIds().constFirst();
+    data.setEntryName(entry, result.name);
     const auto &sites = result.sites.sites;
     if (result.spectrum && sites.size() > 1 && sites.size() <= mostSiteCurves) {
         for (size_t i = 0; i < sites.size(); ++i) {
@@ -137,6 +139,7 @@ void writeOne(const PowderResult &result, const QString &suffix, QIODevice &devi
     SpectrumEntry entry;
     entry.data = toEntryMap(result.shown);
     entry.spectrum = Spectrum::fromMap(entry.data);
+    entry.name = result.name;
     if (suffix == u"json") {
         device.write(QJsonDocument(result.spectrum
                                        ? PowderExport::json(result.sites, result.settings, &*result.spectrum)
@@ -152,6 +155,12 @@ void writeOne(const PowderResult &result, const QString &suffix, QIODevice &devi
     }
 }
 
+/// Where --sites-csv puts the curves of the sites beside NAME.csv.
+QString sitesNameOf(const QString &csvName)
+{
+    return csvName.chopped(4) + QStringLiteral(".sites.csv");
+}
+
 void writeOutputs(const PowderResult &result, const QStringList &fileNames, bool sitesCsv, HostApplication &host)
 {
     const bool anyPicture = std::any_of(fileNames.begin(), fileNames.end(), [](const QString &name) {
@@ -164,8 +173,7 @@ void writeOutputs(const PowderResult &result, const QStringList &fileNames, bool
         const QString suffix = OutputOptions::suffixOf(fileName);
         writeOne(result, suffix, files.open(fileName), host);
         if (sitesCsv && suffix == u"csv")
-            PowderExport::writeSitesCsv(result.sites, *result.spectrum,
-                                        files.open(fileName.chopped(4) + QStringLiteral(".sites.csv")));
+            PowderExport::writeSitesCsv(result.sites, *result.spectrum, files.open(sitesNameOf(fileName)));
     }
     files.commit();
 }
@@ -266,7 +274,10 @@ void runPowder(const PowderJob &job, const OutputOptions &outputs, HostApplicati
             sites.notes.append(notes.constLast());
     }
     printNotes(sites.notes);
-    PowderResult result{sites, settings, {}, {}, measured};
+    const QString what = job.tripleQuantum ? QStringLiteral("%1 3QMAS") : QStringLiteral("%1 powder");
+    PowderResult result{
+        sites, settings, {},
+        {},    measured, QFileInfo(job.file).completeBaseName() + QStringLiteral(", ") + what.arg(sites.nucleus)};
     if (job.tripleQuantum) {
         if (!outputs.isEmpty())
             result.shown = tripleQuantumSpectrum(sites, settings);
@@ -330,6 +341,13 @@ CommandRun preparePowder(const CommandLine &line)
                                         [](const QString &name) { return OutputOptions::suffixOf(name) == u"csv"; });
         if (!anyCsv || job.tripleQuantum)
             throw UsageError(Texts::tr("option --sites-csv needs a 1D spectrum as -o NAME.csv"));
+        QStringList all = names;
+        for (const QString &name : names) {
+            if (OutputOptions::suffixOf(name) == u"csv")
+                all.append(sitesNameOf(name));
+        }
+        const OutputOptions apart(all, OutputOptions::Spectrum);
+        OutputOptions::refuseInputs(all, {job.file, job.experiment});
     }
     return headless([=](HostApplication &host, MessageLog &log) {
         host.scene().setDrawn(outputs.areDrawn());

@@ -2,6 +2,7 @@
 #include "cli/CliErrors.h"
 #include "cli/Commands.h"
 #include "cli/OptionValues.h"
+#include "cli/OutputOptions.h"
 #include "cli/PrivateSettings.h"
 #include "cli/ProgressLine.h"
 #include "cli/RankMeasurement.h"
@@ -70,6 +71,7 @@ QStringList candidateFiles(const CommandLine &line)
     }
     if (files.isEmpty())
         throw UsageError(Texts::tr("FILE is missing"));
+    OutputOptions::refuseInputs(line.values("o"), files);
     return files;
 }
 

@@ -41,6 +41,8 @@ std::vector<const SiteColumn *> parseColumns(const CommandLine &line)
         const SiteColumn *column = siteColumn(name.trimmed());
         if (!column)
             throw UsageError(Texts::tr("option --columns: \"%1\" is not one of: %2").arg(name, columnNames()));
+        if (std::find(columns.begin(), columns.end(), column) != columns.end())
+            throw UsageError(Texts::tr("option --columns: \"%1\" is given twice").arg(name));
         columns.push_back(column);
     }
     return columns;
@@ -69,6 +71,10 @@ TableOptions parseTableOptions(const CommandLine &line)
     TableOptions options;
     options.columns = parseColumns(line);
     options.unique = line.has("unique");
+    for (const char *option : {"average", "symmetry-tolerance"}) {
+        if (!options.unique && line.has(option))
+            throw UsageError(Texts::tr("option %1 needs --unique").arg(CommandLine::shown(option)));
+    }
     options.sites.sites = {parseSymmetryTolerance(line), parseAveraging(line)};
     QMap<QString, SiteTable::Scale> &scales = options.sites.scales;
     options.sets = parseReferenceSets(line, {});

@@ -167,7 +167,8 @@ void write(const SpectrumEntry &entry, QIODevice &device)
     const bool isPlane = spectrum.dimensions() == 2;
 
     Records records;
-    records.add("TITLE", oneLine(QString::fromLatin1(nucleus) + u' ' + entry.name));
+    const QString start = QString::fromLatin1(nucleus) + u' ';
+    records.add("TITLE", oneLine(entry.name.startsWith(start) ? entry.name : start + entry.name));
     records.add("JCAMP-DX", QByteArray(isPlane ? "6.0" : "5.01"));
     records.add("DATA TYPE", QByteArray(isPlane ? "nD NMR SPECTRUM" : "NMR SPECTRUM"));
     records.add("DATA CLASS", QByteArray(isPlane ? "NTUPLES" : "XYDATA"));

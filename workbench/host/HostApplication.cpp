@@ -98,12 +98,37 @@ void HostApplication::loadPlugins(const QString &directory)
     m_plugins->loadDirectory(directory.isEmpty() ? PluginManager::defaultDirectory() : directory);
 }
 
+namespace {
+
+/// What the items of a file are called by. Calculations of one name in several folders have that of the folder with it,
+/// and a file that is read once more its number.
+QString sourceName(const QString &fileName, const QList<DocumentItem *> &others)
+{
+    const QFileInfo file(fileName);
+    const auto isTaken = [&](const QString &name) {
+        return std::any_of(others.begin(), others.end(),
+                           [&](const DocumentItem *item) { return item->source() == name; });
+    };
+    QString name = file.completeBaseName();
+    if (isTaken(name))
+        name = file.absoluteDir().dirName() + u'/' + name;
+    const QString first = name;
+    for (int number = 2; isTaken(name); ++number)
+        name = QStringLiteral("%1 (%2)").arg(first).arg(number);
+    return name;
+}
+
+} // namespace
+
 HostApplication::ReadResult HostApplication::readFile(const QString &fileName)
 {
     QObject *filter = m_filters->matching(fileName);
     if (!filter) {
+        const QByteArray start = startOf(fileName);
+        if (MagresCheck::isMagres(start))
+            fail(fileName, Texts::tr("no plug-in that reads MAGRES files is loaded"));
         if (QFileInfo(fileName).suffix().toLower() == u"magres")
-            fail(fileName, MagresCheck::whyNotMagres(startOf(fileName)));
+            fail(fileName, MagresCheck::whyNotMagres(start));
         const QStringList known = m_filters->nameFilters();
         const QString offered = known.isEmpty()
             ? Texts::tr("no plug-in with a file filter is loaded")
@@ -116,9 +141,10 @@ HostApplication::ReadResult HostApplication::readFile(const QString &fileName)
         ReadResult result{filter, m_filters->read(filter, prepared.fileName(), scene().emptyStructureRect()),
                           prepared.warnings()};
         const CalculationMethod method = CalculationMethod::fromFile(fileName);
+        const QString source = sourceName(fileName, before);
         for (QGraphicsWidget *item : std::as_const(result.items)) {
             if (auto *made = qobject_cast<DocumentItem *>(item)) {
-                made->setSource(QFileInfo(fileName).completeBaseName());
+                made->setSource(source);
                 made->setSourceNote(method.isEmpty() ? QString() : method.text());
             }
         }

@@ -71,10 +71,15 @@ QGraphicsWidget *MainScene::createMolItem(const QRectF &rect, const QVariantMap 
     return place(m_lastMolecule, place_, activate);
 }
 
+QString MainScene::simulatedName(const QString &source)
+{
+    return source.isEmpty() ? tr("Simulated") : tr("%1, simulated").arg(source);
+}
+
 QGraphicsWidget *MainScene::createNMRItem(const QRectF &rect, const QVariantMap &data, const bool activate)
 {
     const QString source = sourceOf({{}, {}, data, {}});
-    const QString name = source.isEmpty() ? tr("Simulated") : tr("%1, simulated").arg(source);
+    const QString name = simulatedName(source);
     if (NmrItem *measured = waitingMeasurement(data)) {
         measured->nmrData()->setActiveEntryId(measured->nmrData()->addEntry(data, name));
         if (activate)

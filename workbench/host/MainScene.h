@@ -50,6 +50,8 @@ public:
 
     /// The file whose data set the spectrum was made from; empty when that is not known.
     QString sourceOf(const SpectrumEntry &entry) const;
+    /// What a spectrum is called that a plug-in has made from that file.
+    static QString simulatedName(const QString &source);
 
     /// Where a file that is read now puts its molecule.
     QRectF emptyStructureRect() const;

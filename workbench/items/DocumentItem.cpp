@@ -95,6 +95,8 @@ DocumentItem::DocumentItem(const QUuid &id, QGraphicsItem *parent)
 {
     m_grip = new ResizeGrip(this);
     m_noteBar = new NoteBar(this);
+    m_noteBar->setZValue(1); // on a small item it covers the content
+    m_noteBar->setResized([this] { layOut(); });
     m_noteBar->setVisible(false);
     setFlag(ItemClipsChildrenToShape);
     setFocusPolicy(Qt::StrongFocus);
@@ -174,7 +176,7 @@ void DocumentItem::layOut()
 {
     m_grip->setPos(rect().bottomRight());
     m_noteBar->setPos(frameWidth, titleHeight + 1);
-    m_noteBar->setWidth(rect().width() - 2 * frameWidth);
+    m_noteBar->setRoom(QSizeF(rect().width() - 2 * frameWidth, rect().height() / 3));
     layoutContent(contentRect());
     update();
 }

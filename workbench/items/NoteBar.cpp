@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/NoteBar.h"
 
+#include "data/Error.h"
+
+#include <QCoreApplication>
 #include <QCursor>
 #include <QFontMetricsF>
 #include <QGraphicsSceneHoverEvent>
@@ -9,6 +12,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
+#include <vector>
 
 namespace Workbench {
 
@@ -50,43 +55,75 @@ void NoteBar::setNotes(const QList<ItemNote> &notes)
     layOut();
 }
 
-void NoteBar::setWidth(double width)
+void NoteBar::setRoom(const QSizeF &room)
 {
-    m_width = width;
+    m_room = room;
     layOut();
+}
+
+void NoteBar::add(const ItemNote &line, double height)
+{
+    m_lines.append(line);
+    m_rows.append(QRectF(0, m_height, m_room.width(), height));
+    m_height += height;
 }
 
 void NoteBar::layOut()
 {
     prepareGeometryChange();
     const QFontMetricsF metrics(noteFont());
-    m_rows.clear();
-    m_height = 0;
     QStringList all;
+    std::vector<double> heights;
     for (const ItemNote &note : std::as_const(m_notes)) {
-        const QRectF room(0, 0, std::max(40.0, m_width - signWidth - actionWidth(note) - padding), 1e4);
+        const QRectF room(0, 0, std::max(40.0, m_room.width() - signWidth - actionWidth(note) - padding), 1e4);
         const double needed = metrics.boundingRect(room, Qt::TextWordWrap, note.text).height();
-        const double height = std::ceil(std::min(needed, mostLines * metrics.lineSpacing()) + 2 * padding);
-        m_rows.append(QRectF(0, m_height, m_width, height));
-        m_height += height;
+        heights.push_back(std::ceil(std::min(needed, mostLines * metrics.lineSpacing()) + 2 * padding));
         all.append(note.text);
     }
     setToolTip(all.join(QLatin1String("\n\n")));
+
+    const double oneLine = std::ceil(metrics.lineSpacing() + 2 * padding);
+    const double needed = std::accumulate(heights.begin(), heights.end(), 0.0);
+    const bool isTooHigh = heights.size() > 1 && needed > m_room.height();
+    std::size_t shown = heights.size();
+    if (isTooHigh && !m_unfolded) {
+        double used = heights[0] + oneLine;
+        for (shown = 1; shown < heights.size() && used + heights[shown] <= m_room.height(); ++shown)
+            used += heights[shown];
+    }
+    m_lines.clear();
+    m_rows.clear();
+    m_height = 0;
+    for (std::size_t i = 0; i < shown; ++i)
+        add(m_notes[qsizetype(i)], heights[i]);
+    m_shown = m_lines.size();
+    if (isTooHigh) {
+        const int rest = int(heights.size() - shown);
+        add({rest > 0 ? Texts::tr("and %n more note(s)", nullptr, rest) : QString(),
+             m_unfolded ? Texts::tr("Show Fewer") : Texts::tr("Show All"),
+             [this] {
+                 m_unfolded = !m_unfolded;
+                 layOut();
+                 if (m_resized)
+                     m_resized();
+             }},
+            oneLine);
+    }
     update();
 }
 
-QRectF NoteBar::actionRect(qsizetype note) const
+QRectF NoteBar::actionRect(qsizetype line) const
 {
-    if (m_notes[note].action.isEmpty())
+    if (m_lines[line].action.isEmpty())
         return {};
-    const QRectF row = m_rows[note];
-    return QRectF(row.right() - actionWidth(m_notes[note]), row.top(), actionWidth(m_notes[note]), row.height());
+    const QRectF row = m_rows[line];
+    return QRectF(row.right() - actionWidth(m_lines[line]), row.top(), actionWidth(m_lines[line]), row.height());
 }
 
 void NoteBar::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *)
 {
     painter->setRenderHint(QPainter::Antialiasing);
-    for (qsizetype i = 0; i < m_notes.size(); ++i) {
+    for (qsizetype i = 0; i < m_lines.size(); ++i) {
         const QRectF row = m_rows[i];
         painter->fillRect(row, backgroundColor);
         painter->setPen(QPen(lineColor, 1));
@@ -94,24 +131,26 @@ void NoteBar::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget
         QFont font = noteFont();
         painter->setFont(font);
         painter->setPen(textColor);
-        painter->drawEllipse(QPointF(signWidth / 2, row.top() + padding + 7), 6.5, 6.5);
-        painter->drawText(QRectF(0, row.top() + padding, signWidth, 14), Qt::AlignCenter, QStringLiteral("!"));
+        if (i < m_shown) {
+            painter->drawEllipse(QPointF(signWidth / 2, row.top() + padding + 7), 6.5, 6.5);
+            painter->drawText(QRectF(0, row.top() + padding, signWidth, 14), Qt::AlignCenter, QStringLiteral("!"));
+        }
         const QRectF action = m_onPaper ? QRectF() : actionRect(i);
         painter->drawText(row.adjusted(signWidth, padding, -action.width() - padding, -padding + 1),
-                          Qt::AlignLeft | Qt::AlignVCenter | Qt::TextWordWrap, m_notes[i].text);
+                          Qt::AlignLeft | Qt::AlignVCenter | Qt::TextWordWrap, m_lines[i].text);
         if (action.isEmpty())
             continue;
         font.setBold(true);
         font.setUnderline(true);
         painter->setFont(font);
         painter->setPen(actionColor);
-        painter->drawText(action, Qt::AlignCenter, m_notes[i].action);
+        painter->drawText(action, Qt::AlignCenter, m_lines[i].action);
     }
 }
 
 qsizetype NoteBar::actionAt(const QPointF &pos) const
 {
-    for (qsizetype i = 0; i < m_notes.size(); ++i) {
+    for (qsizetype i = 0; i < m_lines.size(); ++i) {
         if (actionRect(i).contains(pos))
             return i;
     }
@@ -127,7 +166,7 @@ void NoteBar::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
 {
     const qsizetype note = actionAt(event->pos());
     // A copy: what it does may replace the notes.
-    if (const auto run = note < 0 ? nullptr : m_notes[note].run)
+    if (const auto run = note < 0 ? nullptr : m_lines[note].run)
         run();
 }
 

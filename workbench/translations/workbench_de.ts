@@ -2311,6 +2311,41 @@ Optionen:
         <source>%1 lines, from %2 to %3 ppm, are assigned to the site %4, which gives one line: the names in the list are not those of the structure</source>
         <translation>%1 Linien von %2 bis %3 ppm sind dem Platz %4 zugeordnet, der eine Linie gibt: Die Namen in der Liste sind nicht die der Struktur</translation>
     </message>
+    <message numerus="yes">
+        <source>and %n more note(s)</source>
+        <translation>
+            <numerusform>und %n weiterer Hinweis</numerusform>
+            <numerusform>und %n weitere Hinweise</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Show Fewer</source>
+        <translation>Weniger zeigen</translation>
+    </message>
+    <message>
+        <source>Show All</source>
+        <translation>Alle zeigen</translation>
+    </message>
+    <message>
+        <source>option -o: expected the name of a file, found &quot;-&quot;</source>
+        <translation>Option -o: erwartet wurde ein Dateiname, gefunden wurde „-“</translation>
+    </message>
+    <message>
+        <source>option -o: &quot;%1&quot; is read by this command</source>
+        <translation>Option -o: „%1“ wird von diesem Befehl gelesen</translation>
+    </message>
+    <message>
+        <source>option --columns: &quot;%1&quot; is given twice</source>
+        <translation>Option --columns: „%1“ ist zweimal angegeben</translation>
+    </message>
+    <message>
+        <source>option %1 needs --unique</source>
+        <translation>Option %1 braucht --unique</translation>
+    </message>
+    <message>
+        <source>no plug-in that reads MAGRES files is loaded</source>
+        <translation>kein Plug-in ist geladen, das MAGRES-Dateien liest</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::AgreementPlot</name>
@@ -4538,6 +4573,10 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
             <numerusform>%n Strukturen</numerusform>
         </translation>
     </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::RankModel</name>
@@ -5251,6 +5290,10 @@ mit |σzz − iso| ≥ |σxx − iso| ≥ |σyy − iso|</translation>
     <message>
         <source>Arrange Items</source>
         <translation>Elemente anordnen</translation>
+    </message>
+    <message>
+        <source>It is not of a kind that is known here. Files that can be opened: %1</source>
+        <translation>Diese Art von Datei ist hier nicht bekannt. Geöffnet werden können: %1</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,16 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_GB" sourcelanguage="en_GB">
 <context>
+    <name>Texts</name>
+    <message numerus="yes">
+        <source>and %n more note(s)</source>
+        <translation>
+            <numerusform>and %n more note</numerusform>
+            <numerusform>and %n more notes</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>Workbench::ComparePanel</name>
     <message numerus="yes">
         <source>%n line(s) left out</source>

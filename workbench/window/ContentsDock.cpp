@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "window/ContentsDock.h"
 
+#include "analysis/PowderEntry.h"
 #include "data/Error.h"
 #include "data/structure/CrystalStructure.h"
 #include "document/UndoCommands.h"
@@ -201,9 +202,23 @@ QTreeWidgetItem *ContentsDock::structureNode(QHash<QString, QTreeWidgetItem *> &
     return node;
 }
 
+QString ContentsDock::simulatedText(const QString &name, const QString &source, const Spectrum &spectrum)
+{
+    if (name.isEmpty() || name == MainScene::simulatedName(source)) {
+        QStringList symbols;
+        for (const SpectrumAxis &axis : spectrum.axes)
+            symbols.append(axis.nucleus());
+        return tr("%1, simulated").arg(symbols.join(u'–'));
+    }
+    // The file stands above it.
+    const QString start = source + QStringLiteral(", ");
+    return !source.isEmpty() && name.startsWith(start) ? name.mid(start.size()) : name;
+}
+
 void ContentsDock::addSpectra(QHash<QString, QTreeWidgetItem *> &nodes, NmrItem *item)
 {
     const NmrData &stack = *item->nmrData();
+    QHash<QUuid, QTreeWidgetItem *> sums; // of powder spectra, whose sites hang below
     for (const QUuid &id : stack.entryIds()) {
         const Spectrum &spectrum = stack.spectrum(id);
         QStringList nuclei;
@@ -216,10 +231,14 @@ void ContentsDock::addSpectra(QHash<QString, QTreeWidgetItem *> &nodes, NmrItem 
         const QString source = m_scene->sourceOf(stack.stackEntry(id));
         QTreeWidgetItem *node = nullptr;
         if (stack.isSimulated(id)) {
-            QStringList symbols;
-            for (const SpectrumAxis &axis : spectrum.axes)
-                symbols.append(axis.nucleus());
-            node = new QTreeWidgetItem(structureNode(nodes, source), {tr("%1, simulated").arg(symbols.join(u'–'))});
+            const auto powder = PowderOrigin::of(stack.stackEntry(id));
+            QTreeWidgetItem *sum = powder ? sums.value(powder->sum) : nullptr;
+            const QStringList text{simulatedText(stack.entryName(id), source, spectrum)};
+            node = sum ? new QTreeWidgetItem(sum, text) : new QTreeWidgetItem(structureNode(nodes, source), text);
+            if (powder && !sum)
+                sums.insert(id, node);
+            if (sum)
+                sum->setExpanded(true);
         } else {
             node = new QTreeWidgetItem(m_tree,
                                        {stack.entryName(id).isEmpty() ? tr("Measured spectrum") : stack.entryName(id)});

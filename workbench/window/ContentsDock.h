@@ -12,6 +12,7 @@ class DataEngine;
 class DocumentItem;
 class MainScene;
 class NmrItem;
+struct Spectrum;
 
 /// What the document holds, as a tree: structures with their formula and cell, the items and spectra that belong to
 /// them, and measured spectra. Enter or a double click goes there, F2 renames, Delete removes, the box hides an item,
@@ -37,6 +38,7 @@ private:
     void fill();
     QTreeWidgetItem *structureNode(QHash<QString, QTreeWidgetItem *> &nodes, const QString &source);
     QString describe(const DocumentItem *table) const;
+    static QString simulatedText(const QString &name, const QString &source, const Spectrum &spectrum);
     void addSpectra(QHash<QString, QTreeWidgetItem *> &nodes, NmrItem *item);
     void activate(QTreeWidgetItem *node);
     void rename(QTreeWidgetItem *node);

@@ -25,6 +25,8 @@
 #include "items/plot/PeakEditor.h"
 #include "items/table/TableItem.h"
 #include "data/Elision.h"
+#include "data/Error.h"
+#include "data/NaturalOrder.h"
 #include "items/molecule/MoleculeItem.h"
 #include "window/ContentsDock.h"
 #include "window/GuideWindow.h"
@@ -50,6 +52,7 @@
 #include <QStatusBar>
 #include <QTimer>
 #include <QUndoStack>
+#include <QDir>
 
 namespace Workbench {
 
@@ -237,9 +240,28 @@ void WMainWindow::openFiles(const QStringList &fileNames)
     openAll(fileNames, nullptr);
 }
 
+QStringList WMainWindow::withFoldersOpened(const QStringList &paths) const
+{
+    QStringList files;
+    for (const QString &path : paths) {
+        // A folder of calculations stands for them; any other is the data set of a spectrometer.
+        const QDir folder(path);
+        QStringList inside;
+        if (QFileInfo(path).isDir())
+            inside = folder.entryList(QDir::Files);
+        inside.removeIf([&](const QString &name) { return !m_host->fileFilters().matching(folder.filePath(name)); });
+        std::sort(inside.begin(), inside.end(), naturalOrder());
+        for (const QString &name : std::as_const(inside))
+            files.append(folder.filePath(name));
+        if (inside.isEmpty())
+            files.append(path);
+    }
+    return files;
+}
+
 void WMainWindow::openAll(const QStringList &paths, const QPointer<NmrItem> &onto)
 {
-    openEach(paths, onto);
+    openEach(withFoldersOpened(paths), onto);
     if (const int doubtful = std::exchange(m_doubtfulFiles, 0))
         statusBar()->showMessage(
             tr("%n file(s) opened with doubts: the note under the title tells them", nullptr, doubtful));
@@ -269,16 +291,21 @@ void WMainWindow::openPath(const QString &path, NmrItem *onto)
         const bool forPlugin = QFileInfo(path).isFile() && m_host->fileFilters().matching(path);
         if (!forPlugin && ExperimentFile::isExperiment(path))
             return openExperiment(path, onto);
+        if (!forPlugin && QFileInfo(path).isFile() && QFileInfo(path).suffix().toLower() != u"magres")
+            fail(tr("It is not of a kind that is known here. Files that can be opened: %1")
+                     .arg(knownFilters().join(QLatin1String(", "))));
         HostApplication::ReadResult result;
         statusBar()->showMessage(tr("Opening %1...").arg(QFileInfo(path).fileName()));
         statusBar()->repaint();
         m_document->read([&] { result = m_host->readFile(path); }, path);
         if (!result.items.isEmpty())
             m_view->ensureVisible(result.items.constFirst());
+        m_compare->rememberFile(path, result.items);
         noteDoubts(result.items, path, result.warnings);
         m_recentFiles->add(path);
         statusBar()->showMessage(tr("%1 is open").arg(QFileInfo(path).fileName()), 5000);
     } catch (const std::exception &error) {
+        statusBar()->clearMessage();
         QMessageBox::critical(this, tr("%1 cannot be opened").arg(QFileInfo(path).fileName()),
                               tr("%1\n\n%2").arg(path, elided(QString::fromUtf8(error.what()))));
     }
@@ -538,11 +565,15 @@ void WMainWindow::addHostMenu(DocumentItem *item)
     connect(item, &DocumentItem::notesChanged, this, &WMainWindow::tellActiveItem);
 }
 
+QStringList WMainWindow::knownFilters() const
+{
+    return QStringList(DocumentController::nameFilter()) + m_host->fileFilters().nameFilters()
+        + ExperimentFile::nameFilters();
+}
+
 void WMainWindow::chooseFiles()
 {
-    QStringList filters = m_host->fileFilters().nameFilters();
-    filters.prepend(DocumentController::nameFilter());
-    filters.append(ExperimentFile::nameFilters());
+    QStringList filters = knownFilters();
     QStringList patterns;
     for (const QString &filter : std::as_const(filters))
         patterns.append(filter.section(u'(', -1).section(u')', 0, 0));

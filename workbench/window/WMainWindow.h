@@ -89,7 +89,10 @@ private:
     void openPath(const QString &path, NmrItem *onto);
     /// As openPath(), one after the other, until the user has enough.
     void openAll(const QStringList &paths, const QPointer<NmrItem> &onto);
+    QStringList withFoldersOpened(const QStringList &paths) const;
     void openEach(const QStringList &paths, const QPointer<NmrItem> &onto);
+    /// What can be opened, as in file dialogs.
+    QStringList knownFilters() const;
     void chooseFiles();
     void deleteActiveItem();
     void showAbout();

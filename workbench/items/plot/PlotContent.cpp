@@ -7,6 +7,8 @@
 #include <QCoreApplication>
 
 #include <cmath>
+#include <numeric>
+#include <vector>
 
 namespace Workbench {
 
@@ -59,7 +61,16 @@ const Named palette[] = {{QColor(0x00, 0x72, 0xb2), QT_TRANSLATE_NOOP("Texts", "
 
 QColor entryColor(int n)
 {
-    return palette[size_t(n) % std::size(palette)].color;
+    const QColor color = palette[size_t(n) % std::size(palette)].color;
+    // Beyond the palette darker, then lighter ones, so that 21 in a row are told apart; there is no darker black.
+    switch (size_t(n) / std::size(palette) % 3) {
+    case 1:
+        return color.value() == 0 ? QColor(0x60, 0x60, 0x60) : color.darker(170);
+    case 2:
+        return color.value() == 0 ? QColor(0xa0, 0xa0, 0xa0) : color.lighter(150);
+    default:
+        return color;
+    }
 }
 
 QStringList colorNames()
@@ -115,11 +126,46 @@ void setUpPlainAxis(QCPAxis *axis)
     axis->setPadding(0);
 }
 
+namespace {
+
+/// As many names in a row as there is room for.
+class WrappedLegend : public QCPLegend {
+public:
+    WrappedLegend() { setFillOrder(QCPLayoutGrid::foColumnsFirst); }
+
+    void update(UpdatePhase phase) override
+    {
+        if (phase == upPreparation) {
+            const int room =
+                parentPlot()->viewport().right() - outerRect().left() - margins().left() - margins().right();
+            int columns = std::max(1, itemCount());
+            while (columns > 1 && widthIn(columns) > room)
+                --columns;
+            if (columns != wrap()) {
+                setWrap(columns);
+                setFillOrder(QCPLayoutGrid::foColumnsFirst); // which arranges them anew
+            }
+        }
+        QCPLegend::update(phase);
+    }
+
+private:
+    int widthIn(int columns) const
+    {
+        std::vector<int> widths(std::size_t(columns), 0);
+        for (int i = 0; i < itemCount(); ++i)
+            widths[std::size_t(i % columns)] =
+                std::max(widths[std::size_t(i % columns)], item(i)->minimumOuterSizeHint().width());
+        return std::accumulate(widths.begin(), widths.end(), (columns - 1) * columnSpacing());
+    }
+};
+
+} // namespace
+
 QCPLegend *makeLegend(QCustomPlot *plot, const QList<QCPAbstractPlottable *> &plottables,
                       const QCPAbstractPlottable *emphasised)
 {
-    auto *legend = new QCPLegend;
-    legend->setFillOrder(QCPLayoutGrid::foColumnsFirst);
+    auto *legend = new WrappedLegend;
     plot->plotLayout()->insertRow(0);
     plot->plotLayout()->addElement(0, plot->plotLayout()->columnCount() - 1, legend);
     legend->setLayer(QStringLiteral("legend"));

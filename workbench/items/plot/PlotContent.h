@@ -104,7 +104,7 @@ void setUpShiftAxis(QCPAxis *axis, const SpectrumAxis &spectrum, bool hertz);
 void fitTicks(QCPAxis *axis);
 /// A line only: no ticks, numbers and label.
 void setUpPlainAxis(QCPAxis *axis);
-/// The names of the plottables in a row, that of the emphasised one in bold.
+/// The names of the plottables in as many rows as it takes, that of the emphasised one in bold.
 QCPLegend *makeLegend(QCustomPlot *plot, const QList<QCPAbstractPlottable *> &plottables,
                       const QCPAbstractPlottable *emphasised);
 

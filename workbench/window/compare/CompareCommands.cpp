@@ -21,6 +21,7 @@
 #include <QGraphicsView>
 #include <QMainWindow>
 #include <QMessageBox>
+#include <QFileInfo>
 
 namespace Workbench {
 
@@ -112,18 +113,21 @@ void CompareCommands::showRanked(const QUuid &table)
 
 void CompareCommands::openRanked(const QString &path)
 {
-    const QUuid known = m_opened.value(path);
-    if (const DocumentItem *item = m_scene->item(known); item && m_scene->isOnPage(item))
-        return showRanked(known);
-    QSet<QUuid> before;
-    for (const StructureChoice &choice : structuresOf(*m_scene))
-        before.insert(choice.table);
-    Q_EMIT fileWanted(path);
-    for (const StructureChoice &choice : structuresOf(*m_scene)) {
-        if (before.contains(choice.table))
-            continue;
-        m_opened.insert(path, choice.table);
-        showRanked(choice.table);
+    const auto known = [&] {
+        const DocumentItem *item = m_scene->item(m_opened.value(QFileInfo(path).canonicalFilePath()));
+        return item && m_scene->isOnPage(item) ? item : nullptr;
+    };
+    if (!known())
+        Q_EMIT fileWanted(path);
+    if (const DocumentItem *item = known())
+        showRanked(item->id());
+}
+
+void CompareCommands::rememberFile(const QString &path, const QList<QGraphicsWidget *> &items)
+{
+    for (QGraphicsWidget *item : items) {
+        if (const auto *table = qobject_cast<TableItem *>(item))
+            m_opened.insert(QFileInfo(path).canonicalFilePath(), table->id());
     }
 }
 

@@ -37,6 +37,9 @@ public:
     /// Errors are shown in a message box.
     void useReferenceSet(const QString &fileName);
 
+    /// What a file was opened as, so that a ranking leads there.
+    void rememberFile(const QString &path, const QList<QGraphicsWidget *> &items);
+
 Q_SIGNALS:
     void reported(const QString &text);
     /// To be opened on the page.
@@ -61,7 +64,7 @@ private:
     QAction *m_referenceSet;
     QString m_rankProgram;
     QString m_directory;
-    QHash<QString, QUuid> m_opened; ///< tables of files that were chosen in the ranking
+    QHash<QString, QUuid> m_opened; ///< the tables of files, by canonical path
 };
 
 } // namespace Workbench

@@ -31,6 +31,9 @@
 #include <QTimer>
 #include <QTreeWidget>
 #include <QVBoxLayout>
+#include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
 
 #include <algorithm>
 
@@ -119,6 +122,12 @@ RankDialog::RankDialog(MainScene *scene, DataEngine *engine, Program program, Is
     layout->addWidget(m_status);
     layout->addWidget(createButtons());
     connect(m_table, &QTableView::clicked, this, &RankDialog::choose);
+    auto *copy = new QAction(tr("Copy"), m_table);
+    copy->setShortcut(QKeySequence::Copy);
+    copy->setShortcutContext(Qt::WidgetShortcut);
+    connect(copy, &QAction::triggered, this, &RankDialog::copyRows);
+    m_table->addAction(copy);
+    m_table->setContextMenuPolicy(Qt::ActionsContextMenu);
     connect(m_table, &QTableView::activated, this, &RankDialog::choose);
     resize(900, 620);
     followDocument();
@@ -575,6 +584,25 @@ void RankDialog::choose(const QModelIndex &index)
         Q_EMIT structureChosen(*table);
     else
         Q_EMIT fileChosen(row.file);
+}
+
+void RankDialog::copyRows()
+{
+    // Columns apart by tabs, as spreadsheets take them; all rows where none is selected.
+    const QModelIndexList selected = m_table->selectionModel()->selectedRows();
+    QStringList lines;
+    const auto add = [&](const auto &cell) {
+        QStringList cells;
+        for (int column = 0; column < m_model->columnCount(); ++column)
+            cells.append(cell(column));
+        lines.append(cells.join(u'\t'));
+    };
+    add([&](int column) { return m_model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString(); });
+    for (int row = 0; row < m_model->rowCount(); ++row) {
+        if (selected.isEmpty() || selected.contains(m_model->index(row, 0)))
+            add([&](int column) { return m_model->index(row, column).data().toString(); });
+    }
+    QGuiApplication::clipboard()->setText(lines.join(u'\n') + u'\n');
 }
 
 void RankDialog::save()

@@ -95,6 +95,7 @@ private:
     void showRows();
     void end(const QString &text);
     void choose(const QModelIndex &index);
+    void copyRows();
     void save();
     void enableButtons();
 
