@@ -474,6 +474,62 @@ private Q_SLOTS:
         QVERIFY(std::abs(siteValues(deuterium, field).breadth * field.larmor - 1.5 * 0.16e6) < 1e-3);
     }
 
+    /// Sharp crests and edges against the integral over the one angle that matters where all tensors have the same
+    /// axis; the axis along the lattice's as well, where whole rows of triangles are level.
+    void axialPatterns()
+    {
+        const Conditions still{2.5, 108.5, Rotation::Static}, turning{2.5, 208.5, Rotation::InfiniteRate},
+            spun{2.5, 208.5, Rotation::MagicAngle, 1e7};
+        // The shift tensor that makes the ridge along the equator so flat that its second derivative vanishes.
+        const auto flattening = [&] {
+            const auto bend = [&](double shift) {
+                const FrequencyForm form =
+                    transitions({diagonal(-shift, -shift, 2 * shift), coupling(5, 0), 1}, still).front().form;
+                const double level = valueAt(form, {1, 0, 0});
+                return 16 * (valueAt(form, {std::sqrt(0.75), 0, 0.5}) - level) - (valueAt(form, {0, 0, 1}) - level);
+            };
+            return -bend(0) / (bend(1) - bend(0));
+        }();
+        for (const auto &[cq, shift, now, shape] :
+             {std::tuple(5.0, 0.0, still, LineShape{100, 0}), std::tuple(5.0, 0.0, still, LineShape{1000, 0}),
+              std::tuple(5.0, flattening, still, LineShape{400, 0}),
+              std::tuple(5.0, flattening, still, LineShape{0, 100}), std::tuple(4.0, 0.0, turning, LineShape{60, 0}),
+              std::tuple(4.0, 0.0, turning, LineShape{600, 0}), std::tuple(4.0, 0.0, spun, LineShape{60, 0})}) {
+            const Site aligned{diagonal(-shift, -shift, 2 * shift), coupling(cq, 0), 1};
+            FrequencyForm form = transitions(aligned, now).front().form;
+            if (now.rotation != Rotation::Static)
+                form = spinningMean(form);
+            const SiteValues values = siteValues(aligned, now);
+            const double width = fullWidth(shape), reach = values.breadth + 8 * width / now.larmor;
+            const Axis axis{values.centre + reach, values.centre - reach, 1024};
+            std::vector<double> expected(axis.points);
+            constexpr int steps = 6000;
+            for (int k = 0; k < steps; ++k) {
+                const double z = (k + 0.5) / steps;
+                const double place = valueAt(form, {std::sqrt(1 - z * z), 0, z});
+                for (size_t i = 0; i < axis.points; ++i) {
+                    const double x = (axis.at(i) * now.larmor - place) / width;
+                    expected[i] += shape.gaussian > 0
+                        ? std::exp2(-4 * x * x) * std::sqrt(4 * std::numbers::ln2 / std::numbers::pi)
+                        : 2 * std::numbers::inv_pi / (1 + 4 * x * x);
+                }
+            }
+            for (double &value : expected)
+                value *= now.larmor / width / steps;
+            const Site tilted{rotated(aligned.shift, 0.7, 0.9, 0.3), rotated(*aligned.coupling, 0.7, 0.9, 0.3), 1};
+            for (const Site &site : {tilted, aligned}) {
+                const auto found = spectrum({&site, 1}, now, shape, axis, {1e-3, 0});
+                const double error = distance(found->sum, expected);
+                QVERIFY2(error < 1e-3 && error < 1.2 * found->sites[0].estimatedError + 1e-4,
+                         qPrintable(QStringLiteral("%1 of %2 Hz: %3, estimated %4")
+                                        .arg(now.larmor)
+                                        .arg(width)
+                                        .arg(error)
+                                        .arg(found->sites[0].estimatedError)));
+            }
+        }
+    }
+
     void sameBits()
     {
         const Site site = oxygen();

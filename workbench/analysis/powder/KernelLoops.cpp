@@ -83,75 +83,139 @@ constexpr double leastFlank = 1.0 / 1024;
 
 /// D. W. Alderman, M. S. Solum, D. M. Grant, J. Chem. Phys. 84 (1986) 3717: the values of a function that is linear
 /// over a triangle rise linearly in number from the lowest corner to the middle one, and fall to the highest. So the
-/// distribution is known by the three places where its slope changes.
+/// distribution is known by how its slope changes at the three corners; here for the weight 1.
 struct Tent {
-    double a, b, c; ///< places
-    double rise, fall; ///< changes of slope at a and c; at b that is the negative sum
+    double a, b, c; ///< corners, lowest first
+    double scale; ///< the changes are this times c - b, a - c, b - a
+    bool isSteep; ///< they are not to be told from each other
 };
 
-inline Tent tent(double u, double v, double w, double weight)
+inline Tent tent(double u, double v, double w)
 {
     const double low = u < v ? u : v, high = u < v ? v : u;
-    const double a = low < w ? low : w, highest = high > w ? high : w;
-    const double inner = high < w ? high : w, middle = low > inner ? low : inner;
-    const double b = middle > a + leastFlank ? middle : a + leastFlank;
-    const double c = highest > b + leastFlank ? highest : b + leastFlank;
-    const double perWidth = 2 * weight / (c - a);
-    return {a, b, c, perWidth / (b - a), perWidth / (c - b)};
+    const double a = low < w ? low : w, c = high > w ? high : w;
+    const double inner = high < w ? high : w, b = low > inner ? low : inner;
+    const double rise = b - a, fall = c - b;
+    const bool isSteep = (rise < fall ? rise : fall) < leastFlank;
+    return {a, b, c, isSteep ? 0 : 2 / (rise * fall * (c - a)), isSteep};
 }
 
-/// Of many changes of slope: the bin, and the second differences that each makes there and in the next two of the
-/// integrals over bins.
-constexpr int mostKinks = 64;
-struct Kinks {
-    int bin[mostKinks];
-    double first[mostKinks], middle[mostKinks], last[mostKinks];
+/// The change of slope at the corner that lies at `place`.
+inline double change(const Tent &t, double place)
+{
+    const double outer = place == t.a ? t.c - t.b : t.b - t.a;
+    return t.scale * (place == t.b ? t.a - t.c : outer);
+}
+
+/// What a change of slope makes of the second differences in four neighbouring bins: the cubic B-spline, values of the
+/// hats' convolution with each other.
+struct Share {
+    int bin;
+    double first, second, third, last;
 };
 
-inline void setKink(Kinks &kinks, int j, double place, double slope)
+inline Share kink(double place, double slope)
 {
     const int bin = int(place);
-    const double u = bin + 1 - place, v = 1 - u;
-    kinks.bin[j] = bin;
-    kinks.first[j] = 0.5 * slope * (u * u);
-    kinks.last[j] = 0.5 * slope * (v * v);
-    kinks.middle[j] = slope - kinks.first[j] - kinks.last[j];
+    const double v = place - bin, u = 1 - v;
+    const double first = slope * (1.0 / 6) * (u * u * u), last = slope * (1.0 / 6) * (v * v * v);
+    const double second = slope * (2.0 / 3 - v * v * (1 - 0.5 * v));
+    return {bin, first, second, slope - first - second - last, last};
 }
 
-inline void addKinks(const Kinks &kinks, int count, double *bins)
+/// Second differences of all at one place.
+inline Share line(double place, double weight)
 {
-    for (int j = 0; j < count; ++j) {
-        double *at = bins + kinks.bin[j];
-        at[0] += kinks.first[j];
-        at[1] += kinks.middle[j];
-        at[2] += kinks.last[j];
-    }
+    const int bin = int(place);
+    const double v = weight * (place - bin), u = weight - v;
+    return {bin, u, v - 2 * u, u - 2 * v, v};
 }
+
+/// Of a triangle with steep flanks: these are made a little less so. Calls add(place, share) up to three times.
+template <typename Add>
+inline void addSteep(const Tent &t, double weight, const Add &add)
+{
+    if (t.c - t.a < leastFlank)
+        return add(line((t.a + t.b + t.c) * (1.0 / 3), weight));
+    const double b = t.b > t.a + leastFlank ? t.b : t.a + leastFlank;
+    const double c = t.c > b + leastFlank ? t.c : b + leastFlank;
+    const double perWidth = 2 * weight / (c - t.a), rise = perWidth / (b - t.a), fall = perWidth / (c - b);
+    add(kink(t.a, rise));
+    add(kink(b, -(rise + fall)));
+    add(kink(c, fall));
+}
+
+inline void addShare(const Share &share, double *bins)
+{
+    double *at = bins + share.bin;
+    at[0] += share.first;
+    at[1] += share.second;
+    at[2] += share.third;
+    at[3] += share.last;
+}
+
+/// So many go through a loop in vectors before they are handed out one by one.
+constexpr int blockSize = 64;
 
 POWDER_APART void addTents(size_t count, const double *u, const double *v, const double *w, const double *weights,
-                           double *bins)
+                           double *slopesU, double *slopesV, double *slopesW, double *bins)
 {
-    Kinks a, b, c;
-    for (size_t start = 0; start < count; start += mostKinks) {
-        const int n = count - start < mostKinks ? int(count - start) : mostKinks;
+    double ofU[blockSize], ofV[blockSize], ofW[blockSize];
+    for (size_t start = 0; start < count; start += blockSize) {
+        const int n = count - start < blockSize ? int(count - start) : blockSize;
+        const double *a = u + start, *b = v + start, *c = w + start, *weight = weights + start;
+        int steep = 0;
         for (int j = 0; j < n; ++j) {
-            const size_t i = start + size_t(j);
-            const Tent t = tent(u[i], v[i], w[i], weights[i]);
-            setKink(a, j, t.a, t.rise);
-            setKink(b, j, t.b, -(t.rise + t.fall));
-            setKink(c, j, t.c, t.fall);
+            const Tent t = tent(a[j], b[j], c[j]);
+            ofU[j] = weight[j] * change(t, a[j]);
+            ofV[j] = weight[j] * change(t, b[j]);
+            ofW[j] = weight[j] * change(t, c[j]);
+            steep += t.isSteep ? 1 : 0;
         }
-        addKinks(a, n, bins);
-        addKinks(b, n, bins);
-        addKinks(c, n, bins);
+        for (int j = 0; j < n; ++j)
+            slopesU[start + size_t(j)] += ofU[j];
+        for (int j = 0; j < n; ++j)
+            slopesV[start + size_t(j)] += ofV[j];
+        for (int j = 0; j < n; ++j)
+            slopesW[start + size_t(j)] += ofW[j];
+        for (int j = 0; steep > 0; ++j) {
+            const Tent t = tent(a[j], b[j], c[j]);
+            if (!t.isSteep)
+                continue;
+            addSteep(t, weight[j], [bins](const Share &share) { addShare(share, bins); });
+            --steep;
+        }
     }
 }
 
 void addTriangles(size_t count, const double *row, const double *next, const double *up, const double *down,
-                  double *bins)
+                  double *slopes, double *nextSlopes, double *bins)
 {
-    addTents(count - 1, row, row + 1, next, up, bins);
-    addTents(count - 2, row + 1, next, next + 1, down, bins);
+    addTents(count - 1, row, row + 1, next, up, slopes, slopes + 1, nextSlopes, bins);
+    addTents(count - 2, row + 1, next, next + 1, down, slopes + 1, nextSlopes, nextSlopes + 1, bins);
+}
+
+void addCorners(size_t count, const double *places, double *slopes, double *bins)
+{
+    int bin[blockSize];
+    double first[blockSize], second[blockSize], third[blockSize], last[blockSize];
+    for (size_t start = 0; start < count; start += blockSize) {
+        const int n = count - start < blockSize ? int(count - start) : blockSize;
+        const double *place = places + start;
+        double *slope = slopes + start;
+        for (int j = 0; j < n; ++j) {
+            const Share share = kink(place[j], slope[j]);
+            bin[j] = share.bin;
+            first[j] = share.first;
+            second[j] = share.second;
+            third[j] = share.third;
+            last[j] = share.last;
+        }
+        for (int j = 0; j < n; ++j)
+            slope[j] = 0;
+        for (int j = 0; j < n; ++j)
+            addShare({bin[j], first[j], second[j], third[j], last[j]}, bins);
+    }
 }
 
 /// One stage of radix 4 of the autosorting transform without bit reversal (Stockham): n points left, `stride`
@@ -498,37 +562,49 @@ void sidebands(const FrequencyForm *form, double rate, const Twiddles *twiddles,
     }
 }
 
-/// Three neighbouring rows of `count` numbers, from that of the bin on: second differences of the integrals over bins
-/// of a function that begins to rise at `position` with the slope 1.
-POWDER_APART void addKink(double position, double scale, size_t count, const double *__restrict values,
-                          double *__restrict bins)
+POWDER_APART void addRows(const Share &share, size_t count, const double *__restrict values, double *__restrict bins)
 {
-    const int bin = int(position);
-    const double u = bin + 1 - position, v = 1 - u;
-    const double first = 0.5 * scale * (u * u), last = 0.5 * scale * (v * v), middle = scale - first - last;
-    double *row = bins + size_t(bin) * count, *next = row + count, *third = next + count;
+    double *row = bins + size_t(share.bin) * count, *next = row + count, *third = next + count, *last = third + count;
     for (size_t k = 0; k < count; ++k) {
-        row[k] += first * values[k];
-        next[k] += middle * values[k];
-        third[k] += last * values[k];
+        row[k] += share.first * values[k];
+        next[k] += share.second * values[k];
+        third[k] += share.third * values[k];
+        last[k] += share.last * values[k];
     }
 }
 
 void addWeightedTriangle(const double *corners, double part, size_t count, const double *__restrict w0,
-                         const double *__restrict w1, const double *__restrict w2, double *__restrict sum,
+                         const double *__restrict w1, const double *__restrict w2, double *__restrict slopes0,
+                         double *__restrict slopes1, double *__restrict slopes2, double *__restrict sum,
                          double *__restrict bins)
 {
+    const Tent t = tent(corners[0], corners[1], corners[2]);
+    if (t.isSteep) {
+        for (size_t k = 0; k < count; ++k)
+            sum[k] = w0[k] + w1[k] + w2[k];
+        return addSteep(t, part, [&](const Share &share) { addRows(share, count, sum, bins); });
+    }
+    const double c0 = part * change(t, corners[0]), c1 = part * change(t, corners[1]),
+                 c2 = part * change(t, corners[2]);
+    for (size_t k = 0; k < count; ++k) {
+        const double all = w0[k] + w1[k] + w2[k];
+        slopes0[k] += c0 * all;
+        slopes1[k] += c1 * all;
+        slopes2[k] += c2 * all;
+    }
+}
+
+void addWeightedCorner(double place, size_t count, double *__restrict slopes, double *__restrict bins)
+{
+    addRows(kink(place, 1), count, slopes, bins);
     for (size_t k = 0; k < count; ++k)
-        sum[k] = w0[k] + w1[k] + w2[k];
-    const Tent t = tent(corners[0], corners[1], corners[2], part);
-    addKink(t.a, t.rise, count, sum, bins);
-    addKink(t.b, -(t.rise + t.fall), count, sum, bins);
-    addKink(t.c, t.fall, count, sum, bins);
+        slopes[k] = 0;
 }
 
 } // namespace
 
 extern const Kernels kernels;
-const Kernels kernels = {directions, solidAngles, frequencies, addTriangles, sidebands, addWeightedTriangle, transform};
+const Kernels kernels = {directions, solidAngles,         frequencies,       addTriangles, addCorners,
+                         sidebands,  addWeightedTriangle, addWeightedCorner, transform};
 
 } // namespace Workbench::Powder::POWDER_INSTRUCTION_SET

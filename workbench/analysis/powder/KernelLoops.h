@@ -47,22 +47,30 @@ struct Kernels {
     /// Values below 0 become 0, values above `limit` become that.
     void (*frequencies)(const FrequencyForm *form, double limit, size_t count, const double *x, const double *y,
                         const double *z, double *nu);
-    /// Adds to the bins, for each triangle j, the distribution of a function that is linear over it: corners
-    /// row[j], row[j + 1], next[j] with weights up[j] and row[j + 1], next[j], next[j + 1] with weights down[j].
-    /// Positions are in bins, 0 the lower edge of the first, and within the bins. What is added are second differences,
-    /// from bin to bin, of the integrals over bins; they reach three bins beyond that of the highest corner.
+    /// Prepares to add to the bins, for each triangle j, the distribution of a function that is linear over it: corners
+    /// row[j], row[j + 1], next[j] with weights up[j] and row[j + 1], next[j], next[j + 1] with weights down[j]. Adds
+    /// to each corner by how much the slope of the distribution changes there; what has no finite slopes goes into the
+    /// bins at once. Positions are in bins and within them.
+    ///
+    /// A bin holds the integral of the distribution times a hat, 1 at the bin's place, a whole number, and 0 at its
+    /// neighbours': shares of intensity between two of them, whose centre of gravity is right. What is added are second
+    /// differences of that from bin to bin; they reach three bins beyond that of the highest corner.
     void (*addTriangles)(size_t count, const double *row, const double *next, const double *up, const double *down,
-                         double *bins);
+                         double *slopes, double *nextSlopes, double *bins);
+    /// The second differences that those changes make. They become 0.
+    void (*addCorners)(size_t count, const double *places, double *slopes, double *bins);
     /// The phase in turns that the periodic part of the frequency accumulates, at `steps` even times of a rotor period,
     /// for rotor axes (x, y, z) with z > -1, laneCount of them; sideband weights from it, which add up to 1.
     /// weights[lane * steps + (k mod steps)]. The constant of the form does not matter. `work` holds
     /// 4 (laneCount steps + arrayGap) doubles.
     void (*sidebands)(const FrequencyForm *form, double rate, const Twiddles *twiddles, const double *x,
                       const double *y, const double *z, double *work, double *weights);
-    /// Such a distribution of one triangle times the sum of three weights, of each of `count` sidebands, into
+    /// The same for one triangle times the sum of three weights, of each of `count` sidebands: at the corners, and in
     /// bins[b * count + k]. `sum` is room for `count` numbers.
     void (*addWeightedTriangle)(const double *corners, double part, size_t count, const double *w0, const double *w1,
-                                const double *w2, double *sum, double *bins);
+                                const double *w2, double *slopes0, double *slopes1, double *slopes2, double *sum,
+                                double *bins);
+    void (*addWeightedCorner)(double place, size_t count, double *slopes, double *bins);
     /// Forward transform of `batch` interleaved sequences. True: the result is in the other arrays, of the same size;
     /// false: in re, im. All are overwritten.
     bool (*transform)(const Twiddles *twiddles, size_t batch, double *re, double *im, double *otherRe, double *otherIm);

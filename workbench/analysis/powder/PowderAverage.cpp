@@ -64,11 +64,11 @@ void sumTwice(std::vector<double> &bins, size_t count, size_t stride)
     }
 }
 
-/// Bins that hold integrals over their width become values at their middles, to the fourth order. `stride` numbers
-/// stand in each bin.
+/// Bins that hold integrals over hats become values at their places, to the fourth order. `stride` numbers stand in
+/// each bin.
 void sharpen(std::vector<double> &bins, size_t count, size_t stride)
 {
-    constexpr double part = 1.0 / 24;
+    constexpr double part = 1.0 / 12;
     if (stride == 1) {
         double before = 0;
         for (size_t b = 0; b < count; ++b) {
@@ -91,7 +91,7 @@ void sharpen(std::vector<double> &bins, size_t count, size_t stride)
 
 /// Bins from the lowest to the highest value of a function on the sphere. One bin alone when the function is constant.
 struct Bins {
-    double start = 0; ///< lower edge
+    double start = 0; ///< place of the first
     double step = 1;
     size_t count = 1;
     size_t points = 0; ///< of the grid in a bin; 0: no whole number
@@ -130,8 +130,8 @@ Bins binsFor(double low, double high, const FrequencyGrid &grid, size_t sideband
     return bins;
 }
 
-/// By how much the mean of what is in the bins falls short of the right one, Hz. Flat triangles and the width of bins
-/// move the mean a little, and the whole pattern is put back by that.
+/// By how much the mean of what is in the bins falls short of the right one, Hz. Flat triangles move the mean a
+/// little, and the whole pattern is put back by that.
 double shiftToMean(const Bins &bins, const std::vector<double> &values, size_t stride, double mean)
 {
     if (!bins.isWhole)
@@ -143,17 +143,16 @@ double shiftToMean(const Bins &bins, const std::vector<double> &values, size_t s
         area += sum;
         moment += sum * double(b);
     }
-    return area > 0 ? mean - (bins.start + (moment / area + 0.5) * bins.step) : 0;
+    return area > 0 ? mean - (bins.start + moment / area * bins.step) : 0;
 }
 
-/// Lines at the middles of bins.
+/// Lines at the places of bins.
 void addBins(FrequencyGrid &grid, const Bins &bins, double start, const double *values, size_t stride, double weight)
 {
-    const double middle = start + 0.5 * bins.step;
     if (bins.points > 0)
-        return grid.add(middle, bins.points, bins.count, values, stride, weight);
+        return grid.add(start, bins.points, bins.count, values, stride, weight);
     for (size_t b = 0; b < bins.count; ++b)
-        grid.add(middle + double(b) * bins.step, weight * values[b * stride]);
+        grid.add(start + double(b) * bins.step, weight * values[b * stride]);
 }
 
 void reportRow(const Progress &progress, size_t row, size_t rows)
@@ -296,26 +295,38 @@ void PowderPattern::addCentres(FrequencyGrid &grid, size_t rows, const Progress 
     const FrequencyForm inBins = scaled(m_centres, bins.start, bins.step);
     const double limit = double(bins.count) - 1e-3;
     LatticeRows lattice(rows);
-    std::array<std::array<std::vector<double>, 2>, octants.size()> frequencies;
+    struct Row {
+        std::vector<double> places, slopes;
+    };
+    std::array<std::array<Row, 2>, octants.size()> found;
     std::array<FrequencyForm, octants.size()> forms;
     for (size_t i = 0; i < octants.size(); ++i) {
         forms[i] = mirrored(inBins, octants[i]);
-        for (auto &row : frequencies[i])
-            row.resize(rows + 1);
+        for (Row &row : found[i]) {
+            row.places.resize(rows + 1);
+            row.slopes.resize(rows + 1);
+        }
     }
     size_t index = 0;
     do {
         const LatticeRows::Row &row = lattice.row();
         for (size_t i = 0; i < octants.size(); ++i) {
-            double *here = frequencies[i][index % 2].data();
-            loops.frequencies(&forms[i], limit, row.count, row.x.data(), row.y.data(), row.z.data(), here);
-            if (index > 0) {
-                loops.addTriangles(row.count + 1, frequencies[i][1 - index % 2].data(), here, lattice.up().data(),
-                                   lattice.down().data(), values.data());
-            }
+            Row &here = found[i][index % 2], &before = found[i][1 - index % 2];
+            loops.frequencies(&forms[i], limit, row.count, row.x.data(), row.y.data(), row.z.data(),
+                              here.places.data());
+            if (index == 0)
+                continue;
+            loops.addTriangles(row.count + 1, before.places.data(), here.places.data(), lattice.up().data(),
+                               lattice.down().data(), before.slopes.data(), here.slopes.data(), values.data());
+            loops.addCorners(row.count + 1, before.places.data(), before.slopes.data(), values.data());
         }
         reportRow(progress, index++, rows);
     } while (lattice.advance());
+    // The pole.
+    for (auto &rowsOfOctant : found) {
+        Row &last = rowsOfOctant[rows % 2];
+        loops.addCorners(1, last.places.data(), last.slopes.data(), values.data());
+    }
     sumTwice(values, bins.count, 1);
     // What was cut off lies in the outermost bins.
     values.front() = values.back() = 0;
@@ -339,17 +350,29 @@ void PowderPattern::addSidebands(FrequencyGrid &grid, size_t rows, const Progres
     struct Row {
         std::vector<double> centres; ///< in bins
         std::vector<double> weights; ///< of the sidebands, vertex by vertex
+        std::vector<double> slopes; ///< that change at the vertices, sideband by sideband
     };
     std::array<Row, 2> found;
     for (Row &row : found) {
         row.centres.resize(rows + 1);
         row.weights.resize((rows + 1 + laneCount) * steps);
+        row.slopes.resize((rows + 1) * steps);
     }
     std::vector<double> sum(steps);
-    const auto addTriangle = [&](double a, double b, double c, double part, const double *w0, const double *w1,
-                                 const double *w2) {
-        const double corners[] = {a, b, c};
-        loops.addWeightedTriangle(corners, part / 3, steps, w0, w1, w2, sum.data(), values.data());
+    struct Corner {
+        Row &row;
+        size_t j;
+    };
+    const auto addTriangle = [&](Corner a, Corner b, Corner c, double part) {
+        const double corners[] = {a.row.centres[a.j], b.row.centres[b.j], c.row.centres[c.j]};
+        const auto weights = [steps](Corner corner) { return &corner.row.weights[corner.j * steps]; };
+        const auto slopes = [steps](Corner corner) { return &corner.row.slopes[corner.j * steps]; };
+        loops.addWeightedTriangle(corners, part / 3, steps, weights(a), weights(b), weights(c), slopes(a), slopes(b),
+                                  slopes(c), sum.data(), values.data());
+    };
+    const auto addCorner = [&](Corner a) {
+        if (!bins.isLine) // whose triangles have no slopes
+            loops.addWeightedCorner(a.row.centres[a.j], steps, &a.row.slopes[a.j * steps], values.data());
     };
     // Octant by octant, so that no more than two rows are kept: many directions times many sidebands are much.
     for (size_t i = 0; i < octants.size(); ++i) {
@@ -368,17 +391,19 @@ void PowderPattern::addSidebands(FrequencyGrid &grid, size_t rows, const Progres
                 loops.sidebands(&form, m_rate, &twiddles, &row.x[j], &row.y[j], &row.z[j], work.data(),
                                 &here.weights[j * steps]);
             }
-            const Row &before = found[1 - index % 2];
+            Row &before = found[1 - index % 2];
             const size_t count = row.count + 1;
             for (size_t j = 0; index > 0 && j + 1 < count; ++j) {
-                const double *w = &before.weights[j * steps], *v = &here.weights[j * steps];
-                const double *a = &before.centres[j], *b = &here.centres[j];
-                addTriangle(a[0], a[1], b[0], lattice.up()[j], w, w + steps, v);
+                addTriangle({before, j}, {before, j + 1}, {here, j}, lattice.up()[j]);
+                addCorner({before, j});
                 if (j + 2 < count)
-                    addTriangle(a[1], b[0], b[1], lattice.down()[j], w + steps, v, v + steps);
+                    addTriangle({before, j + 1}, {here, j}, {here, j + 1}, lattice.down()[j]);
             }
+            if (index > 0)
+                addCorner({before, count - 1});
             reportRow(ofOctant, index++, rows);
         } while (lattice.advance());
+        addCorner({found[rows % 2], 0}); // the pole
     }
 
     sumTwice(values, bins.count, steps);
