@@ -210,7 +210,7 @@ private Q_SLOTS:
                  u"v berlinite; - Al3O12P3, Z = 3; - a, b, c = 4.94, 4.94, 10.94 Å; - α, β, γ = 90.0°, 90.0°, "
                  "120.0°; [x] Unit cell: Al₃O₁₂P₃; [x] MAGRES Table; v paracetamol; - C32H36N4O8, Z = 4; - a, b, c "
                  "= 7.02, 8.22, 12.73 Å; - α, β, γ = 90.0°, 95.6°, 90.0°; [x] Unit cell: C₃₂H₃₆N₄O₈; [x] MAGRES "
-                 "Table; ¹³C, simulated; v paracetamol-13C-points.csv; - ¹³C, 150.9 MHz; v paracetamol-1H.csv; - "
+                 "Table; ¹³C, simulated; v paracetamol-13C-points.csv; ¹³C, 150.9 MHz; v paracetamol-1H.csv; "
                  "peak list"_s);
         QCOMPARE(tips[0], u"Al3O12P3, Z = 3|a, b, c = 4.94, 4.94, 10.94 Å|α, β, γ = 90.0°, 90.0°, 120.0°"_s);
         QCOMPARE(tips[13],

@@ -243,7 +243,9 @@ void ContentsDock::addSpectra(QHash<QString, QTreeWidgetItem *> &nodes, NmrItem 
             node = new QTreeWidgetItem(m_tree,
                                        {stack.entryName(id).isEmpty() ? tr("Measured spectrum") : stack.entryName(id)});
             auto *detail = new QTreeWidgetItem(node, {spectrum.isEmpty() ? tr("peak list") : nuclei.join(u'\n')});
-            detail->setFlags(Qt::ItemIsEnabled);
+            // It is what people take hold of.
+            detail->setData(0, itemRole, item->id());
+            detail->setData(0, entryRole, id);
             node->setExpanded(true);
         }
         node->setData(0, itemRole, item->id());
@@ -295,8 +297,10 @@ void ContentsDock::fill()
             addSpectra(nodes, nmr);
     }
     for (QTreeWidgetItemIterator it(m_tree); *it; ++it) {
-        if (!item.isNull() && (*it)->data(0, itemRole).toUuid() == item && entryOf(*it) == entry)
+        if (!item.isNull() && (*it)->data(0, itemRole).toUuid() == item && entryOf(*it) == entry) {
             m_tree->setCurrentItem(*it);
+            break;
+        }
     }
     m_filling = false;
 }
