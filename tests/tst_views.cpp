@@ -812,6 +812,11 @@ text #0b5799 * %3 0 Do it)"_s;
         item.setOnPaper(true, true);
         QCOMPARE(item.contentRect().top(), 23 + 2 * height);
         item.setOnPaper(false);
+        // The first words count, where a note is too long.
+        item.setNotes({{u"First "_s + u"long "_s.repeated(80) + u"last"_s, {}, {}}});
+        const QString drawn = notes().join(u'\n');
+        QVERIFY2(drawn.contains(u"First long") && drawn.contains(u"…"_s) && !drawn.contains(u"last"),
+                 qPrintable(drawn));
         // Three lines each: more than a third of the item, so that all but the first wait to be asked for.
         item.setNotes(QList<ItemNote>(9, {u"Long. "_s.repeated(80), {}, {}}));
         QVERIFY(bar->height() > 3 * (height - 9) + 8 + height && bar->height() <= 3 * (height - 8) + 9 + height);

@@ -141,8 +141,20 @@ private Q_SLOTS:
         const qsizetype beyond = note(u"peaks lie outside of the computed range");
         QVERIFY(beyond >= 0 && plot()->notes()[beyond].action == u"Fit Range");
         const QByteArray before = state();
+        // The reference that was fitted to this measurement is no start for other crystals.
+        const auto settings = [] {
+            QSettings all;
+            QStringList texts;
+            for (const QString &key : all.allKeys())
+                if (key.startsWith(u"magresPlugin/"))
+                    texts.append(key + u'=' + QDebug::toString(all.value(key)));
+            return texts;
+        };
+        const QStringList kept = settings();
         clickNote(beyond);
         QVERIFY(note(u"outside of the computed range") < 0);
+        QVERIFY(!kept.isEmpty());
+        QCOMPARE(settings(), kept);
         QCOMPARE(history().undoText(), u"Fit Range"_s);
         history().undo();
         QVERIFY(state() == before);
@@ -424,6 +436,14 @@ private Q_SLOTS:
             drag(other, second);
             QCOMPARE(said(), u"list is a spectrum of other nuclei or dimensions than this plot"_s);
         }
+        NmrItem *plane = list({u"1H"_s, u"13C"_s}, 5);
+        drag(list({u"13C"_s, u"1H"_s}, 5), plane);
+        QCOMPARE(said(), u"list has its axes the other way round: F2 is 13C, in this plot 1H"_s);
+        open(u"paracetamol-hetcor.jdx"_s);
+        QVERIFY2(said().startsWith(u"paracetamol-hetcor.jdx has a plot of its own: its axes lie the other way round. A "
+                                   "spectrum that is created with 13C as its direct nucleus (F2) joins it."_s),
+                 qPrintable(said()));
+        history().undo();
         drag(silent, second);
         drag(first, silent);
         QVERIFY(count(second) == 2 && count(silent) == 2);

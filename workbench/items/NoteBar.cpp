@@ -36,6 +36,23 @@ QFont noteFont()
     return font;
 }
 
+/// The text, or as many of its words as there is room for.
+QString fitted(const QString &text, const QSizeF &room)
+{
+    const QFontMetricsF metrics(noteFont());
+    const auto fits = [&](const QString &shown) {
+        return metrics.boundingRect(QRectF(0, 0, room.width(), 1e4), Qt::TextWordWrap, shown).height() <= room.height();
+    };
+    QString shown = text;
+    while (!fits(shown)) {
+        const qsizetype end = text.lastIndexOf(u' ', shown.size() - 2);
+        if (end <= 0)
+            return text;
+        shown = text.left(end) + QChar(0x2026);
+    }
+    return shown;
+}
+
 double actionWidth(const ItemNote &note)
 {
     return note.action.isEmpty() ? 0 : QFontMetricsF(noteFont()).horizontalAdvance(note.action) + 20;
@@ -136,8 +153,9 @@ void NoteBar::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget
             painter->drawText(QRectF(0, row.top() + padding, signWidth, 14), Qt::AlignCenter, QStringLiteral("!"));
         }
         const QRectF action = m_onPaper ? QRectF() : actionRect(i);
-        painter->drawText(row.adjusted(signWidth, padding, -action.width() - padding, -padding + 1),
-                          Qt::AlignLeft | Qt::AlignVCenter | Qt::TextWordWrap, m_lines[i].text);
+        const QRectF room = row.adjusted(signWidth, padding, -action.width() - padding, -padding + 1);
+        painter->drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextWordWrap,
+                          fitted(m_lines[i].text, room.size()));
         if (action.isEmpty())
             continue;
         font.setBold(true);

@@ -475,7 +475,7 @@ Mehr dazu mit magres-workbench %2 --help</translation>
     </message>
     <message>
         <source>an item of the kind &quot;%1&quot; is not known</source>
-        <translation>ein Element der Art „%1“ ist nicht bekannt</translation>
+        <translation>ein Objekt der Art „%1“ ist nicht bekannt</translation>
     </message>
     <message>
         <source>the document</source>
@@ -2781,6 +2781,10 @@ im Plot „%1“; lässt sich auf einen anderen ziehen</numerusform>
         <source>As it was read:</source>
         <translation>Beim Lesen:</translation>
     </message>
+    <message>
+        <source>%1 has its axes the other way round: F2 is %2, in this plot %3</source>
+        <translation>Die Achsen von %1 liegen andersherum: F2 ist %2, in diesem Plot %3</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::ContourLevelsDialog</name>
@@ -3010,6 +3014,10 @@ im Plot „%1“; lässt sich auf einen anderen ziehen</numerusform>
         <source>mrsimulator spin systems</source>
         <translation>Spinsysteme für mrsimulator</translation>
     </message>
+    <message>
+        <source>%1 is written: %2, the active one of %3 spectra</source>
+        <translation>%1 ist geschrieben: %2, das aktive von %3 Spektren</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::FileFilterRegistry</name>
@@ -3105,7 +3113,7 @@ im Plot „%1“; lässt sich auf einen anderen ziehen</numerusform>
     </message>
     <message>
         <source>zooms at the cursor; over an axis that axis alone (only the active item)</source>
-        <translation>zoomt um den Mauszeiger; über einer Achse nur diese (nur das aktive Element)</translation>
+        <translation>zoomt um den Mauszeiger; über einer Achse nur diese (nur das aktive Objekt)</translation>
     </message>
     <message>
         <source>Shift+wheel, + and -</source>
@@ -3249,7 +3257,7 @@ im Plot „%1“; lässt sich auf einen anderen ziehen</numerusform>
     </message>
     <message>
         <source>moves or resizes an item</source>
-        <translation>verschiebt ein Element oder ändert seine Größe</translation>
+        <translation>verschiebt ein Objekt oder ändert seine Größe</translation>
     </message>
     <message>
         <source>Tab, Shift+Tab</source>
@@ -3257,7 +3265,7 @@ im Plot „%1“; lässt sich auf einen anderen ziehen</numerusform>
     </message>
     <message>
         <source>next or previous item</source>
-        <translation>nächstes oder voriges Element</translation>
+        <translation>nächstes oder voriges Objekt</translation>
     </message>
     <message>
         <source>Enter, menu key, right click</source>
@@ -3265,7 +3273,7 @@ im Plot „%1“; lässt sich auf einen anderen ziehen</numerusform>
     </message>
     <message>
         <source>the item&apos;s menu</source>
-        <translation>das Menü des Elements</translation>
+        <translation>das Menü des Objekts</translation>
     </message>
     <message>
         <source>Ctrl+wheel, Ctrl++, Ctrl+-, Ctrl+0</source>
@@ -3365,7 +3373,7 @@ im Plot „%1“; lässt sich auf einen anderen ziehen</numerusform>
     </message>
     <message>
         <source>renames or removes an item</source>
-        <translation>benennt ein Element um oder entfernt es</translation>
+        <translation>benennt ein Objekt um oder entfernt es</translation>
     </message>
     <message>
         <source>Drag a spectrum from the contents</source>
@@ -4815,6 +4823,10 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
         <source>%1 is a spectrum of %2, which the plot does not show</source>
         <translation>%1 ist ein Spektrum von %2, das die Grafik nicht zeigt</translation>
     </message>
+    <message>
+        <source>%1 has a plot of its own: its axes lie the other way round. A spectrum that is created with %2 as its direct nucleus (F2) joins it.</source>
+        <translation>%1 hat einen eigenen Plot: die Achsen liegen andersherum. Ein Spektrum, das mit %2 als direktem Kern (F2) erzeugt wird, kommt hinzu.</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::StartHints</name>
@@ -5058,7 +5070,7 @@ mit |σzz − iso| ≥ |σxx − iso| ≥ |σyy − iso|</translation>
     </message>
     <message>
         <source>&amp;Delete Item</source>
-        <translation>Element &amp;löschen</translation>
+        <translation>Objekt &amp;löschen</translation>
     </message>
     <message>
         <source>All known files (%1)</source>
@@ -5154,11 +5166,11 @@ mit |σzz − iso| ≥ |σxx − iso| ≥ |σyy − iso|</translation>
     </message>
     <message>
         <source>&amp;Arrange Items</source>
-        <translation>Elemente an&amp;ordnen</translation>
+        <translation>Objekte an&amp;ordnen</translation>
     </message>
     <message>
         <source>Puts items that were moved by hand into their rows again</source>
-        <translation>Stellt Elemente, die von Hand verschoben wurden, wieder in ihre Reihen</translation>
+        <translation>Stellt Objekte, die von Hand verschoben wurden, wieder in ihre Reihen</translation>
     </message>
     <message>
         <source>&amp;Page Preview</source>
@@ -5242,7 +5254,7 @@ mit |σzz − iso| ≥ |σxx − iso| ≥ |σyy − iso|</translation>
     </message>
     <message>
         <source>&amp;Rename Item...</source>
-        <translation>Element &amp;umbenennen...</translation>
+        <translation>Objekt &amp;umbenennen...</translation>
     </message>
     <message>
         <source>Open Folder</source>
@@ -5254,7 +5266,7 @@ mit |σzz − iso| ≥ |σxx − iso| ≥ |σyy − iso|</translation>
     </message>
     <message>
         <source>Title (empty: the item&apos;s own):</source>
-        <translation>Titel (leer: der des Elements selbst):</translation>
+        <translation>Titel (leer: der des Objekts selbst):</translation>
     </message>
     <message>
         <source>Powder Spectrum</source>
@@ -5289,7 +5301,7 @@ mit |σzz − iso| ≥ |σxx − iso| ≥ |σyy − iso|</translation>
     </message>
     <message>
         <source>Arrange Items</source>
-        <translation>Elemente anordnen</translation>
+        <translation>Objekte anordnen</translation>
     </message>
     <message>
         <source>It is not of a kind that is known here. Files that can be opened: %1</source>

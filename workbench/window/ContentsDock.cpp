@@ -400,8 +400,13 @@ bool ContentsDock::dropOnto(const QByteArray &dragged, NmrItem *target)
         Q_EMIT reported(tr("%1 is in this plot already").arg(entry.name));
         return false;
     }
-    if (!shareAxes(entry.nuclei(), target->nmrData()->shownEntry().nuclei())) {
-        Q_EMIT reported(tr("%1 is a spectrum of other nuclei or dimensions than this plot").arg(entry.name));
+    const QStringList there = target->nmrData()->shownEntry().nuclei();
+    if (!shareAxes(entry.nuclei(), there)) {
+        if (entry.nuclei().size() == 2 && entry.nuclei() == QStringList(there.rbegin(), there.rend()))
+            Q_EMIT reported(tr("%1 has its axes the other way round: F2 is %2, in this plot %3")
+                                .arg(entry.name, entry.nuclei().constFirst(), there.constFirst()));
+        else
+            Q_EMIT reported(tr("%1 is a spectrum of other nuclei or dimensions than this plot").arg(entry.name));
         return false;
     }
     target->nmrData()->addEntry(entry.data, entry.name);

@@ -80,7 +80,17 @@ ExportMenu::ExportMenu(MainScene *scene, DataEngine *customData, QWidget *window
     addAction(tr("&Page..."), QKeySequence(tr("Ctrl+E")), this,
               [this] { ask(tr("Export Page"), pictureTypes(), [this](const QString &name) { writePage(name); }); });
     addAction(tr("&Spectrum..."), this, [this] {
-        ask(tr("Export Spectrum"), spectrumTypes(), [this](const QString &name) { writeSpectrum(name); });
+        QString written;
+        ask(tr("Export Spectrum"), spectrumTypes(), [&](const QString &name) {
+            writeSpectrum(name);
+            written = name;
+        });
+        const NmrItem *item = m_scene->currentNmrItem();
+        if (!written.isEmpty() && !PageExport::formatOfSuffix(suffixOf(written))
+            && item->nmrData()->entryIds().size() > 1)
+            Q_EMIT reported(tr("%1 is written: %2, the active one of %3 spectra")
+                                .arg(written, item->nmrData()->entryName(item->nmrData()->activeEntryId()))
+                                .arg(item->nmrData()->entryIds().size()));
     });
     addAction(tr("&Table..."), this,
               [this] { ask(tr("Export Table"), tableTypes(), [this](const QString &name) { writeTable(name); }); });
@@ -230,6 +240,14 @@ void ExportMenu::askForSpinSystem()
     const QStringList nuclei = text.split(QRegularExpression(QStringLiteral("[\\s,;]+")), Qt::SkipEmptyParts);
     if (!accepted || nuclei.isEmpty())
         return;
+    // Before a file is chosen, and what is none is not proposed again.
+    for (const QString &nucleus : nuclei) {
+        if (!Nuclides::table().contains(nucleus)) {
+            QMessageBox::warning(parentWidget(), tr("Export Spin System"),
+                                 tr("\"%1\" is not an NMR nucleus such as 13C").arg(nucleus));
+            return;
+        }
+    }
     m_lastNuclei = text;
     QString done;
     ask(tr("Export Spin System"),

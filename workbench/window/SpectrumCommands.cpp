@@ -15,6 +15,7 @@
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QStatusBar>
+#include <QSettings>
 
 #include <algorithm>
 
@@ -123,6 +124,37 @@ void SpectrumCommands::autoReference(NmrItem *item)
     run(action, tr("Fitting the reference..."));
 }
 
+namespace {
+
+/// Puts back what the plug-in keeps for the next spectrum: parameters that nobody has looked at are nobody's choice.
+class PluginSettingsKept {
+public:
+    PluginSettingsKept()
+    {
+        m_settings.beginGroup(group());
+        for (const QString &key : m_settings.allKeys())
+            m_before.insert(key, m_settings.value(key));
+    }
+    ~PluginSettingsKept()
+    {
+        for (const QString &key : m_settings.allKeys()) {
+            if (!m_before.contains(key))
+                m_settings.remove(key);
+        }
+        for (auto it = m_before.cbegin(); it != m_before.cend(); ++it)
+            m_settings.setValue(it.key(), it.value());
+    }
+    Q_DISABLE_COPY_MOVE(PluginSettingsKept)
+
+private:
+    static QString group() { return QStringLiteral("magresPlugin"); }
+
+    QSettings m_settings;
+    QVariantMap m_before;
+};
+
+} // namespace
+
 void SpectrumCommands::fitRange(NmrItem *item, const QUuid &entry)
 {
     NmrData *data = item->nmrData();
@@ -138,6 +170,7 @@ void SpectrumCommands::fitRange(NmrItem *item, const QUuid &entry)
         parameters.insert(QLatin1String(key), false);
     data->setEntryOrigParams(entry, magresFormat, parameters);
     announce(tr("Computing the spectrum..."));
+    const PluginSettingsKept kept;
     m_acceptsAtOnce = true;
     run(ofPlugin(editText), tr("Computing the spectrum..."));
     m_acceptsAtOnce = false;

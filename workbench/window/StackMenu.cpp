@@ -277,6 +277,17 @@ void StackMenu::put(const Found &found)
     m_scene->setActiveItem(item);
     for (QGraphicsView *view : m_scene->views())
         view->ensureVisible(item, 0, 0);
+    const QStringList nuclei = item->nmrData()->shownEntry().nuclei();
+    const QStringList turned(nuclei.rbegin(), nuclei.rend());
+    for (const DocumentItem *other : m_scene->documentItems()) {
+        const auto *plot = qobject_cast<const NmrItem *>(other);
+        if (nuclei.size() == 2 && nuclei != turned && plot && plot->nmrData()->shownEntry().nuclei() == turned)
+            return Q_EMIT reported(
+                tr("%1 has a plot of its own: its axes lie the other way round. A spectrum that is created with "
+                   "%2 as its direct nucleus (F2) joins it.")
+                    .arg(found.name, nuclei.constFirst())
+                + assumed(found.experiment));
+    }
     Q_EMIT reported(tr("%1 has a plot of its own; a spectrum that is created now joins it. %n peak(s).", nullptr,
                        int(item->nmrData()->shownSpectrum().peaks.size()))
                         .arg(found.name)
