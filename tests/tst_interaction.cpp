@@ -179,6 +179,9 @@ private:
         QVERIFY(isOnPixel(measured().peaks.last().f2, moved));
         user.click(user.topOf(added), {}, Qt::RightButton);
         QVERIFY(window().statusBar()->currentMessage().contains(u"%1 measured"_s.arg(all - sites)));
+        history().undo();
+        QVERIFY(window().statusBar()->currentMessage().contains(u"%1 measured"_s.arg(all - sites + 1)));
+        history().redo();
 
         QTest::keyClick(window().view(), Qt::Key_Escape);
         user.click(at);

@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScopedValueRollback>
 
 #include <cmath>
 
@@ -39,8 +40,12 @@ PeakEditor::PeakEditor(NmrData *data, NmrPlot *plot, QObject *parent) : QObject(
 
 void PeakEditor::follow()
 {
-    if (m_active && target() != m_edited)
+    if (!m_active)
+        return;
+    if (target() != m_edited)
         setActive(!target().isNull());
+    else if (!m_storing)
+        Q_EMIT reported(counts(*m_data)); // undo changes them too
 }
 
 void PeakEditor::setActive(bool active)
@@ -174,7 +179,10 @@ QString PeakEditor::text(const Place &place) const
 
 void PeakEditor::store(const QVariantMap &peaks, const QString &what, const QString &report)
 {
-    m_data->setEntryPeaks(target(), peaks, what);
+    {
+        const QScopedValueRollback storing(m_storing, true);
+        m_data->setEntryPeaks(target(), peaks, what);
+    }
     Q_EMIT reported(report + QStringLiteral(". ") + counts(*m_data));
 }
 

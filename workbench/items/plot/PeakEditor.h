@@ -80,6 +80,7 @@ private:
     bool m_active = false;
     QUuid m_edited; ///< the target, as the user was told
     QList<QUuid> m_chosen;
+    bool m_storing = false; ///< what it changes itself, of which it says more
     bool m_pressed = false; ///< on a mark
     QPointF m_pressedAt;
     std::optional<Place> m_dragged; ///< where a mark is being dragged to
