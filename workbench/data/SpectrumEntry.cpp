@@ -69,9 +69,9 @@ bool SpectrumEntry::isSimulated() const
 QUuid SpectrumEntry::dataId() const
 {
     for (const QString &format : {QStringLiteral("magres"), QStringLiteral("powder")}) {
-        const QUuid id = parameters(format).value(QStringLiteral("magresDataId")).toUuid();
-        if (!id.isNull())
-            return id;
+        const QUuid made = parameters(format).value(QStringLiteral("magresDataId")).toUuid();
+        if (!made.isNull())
+            return made;
     }
     return {};
 }

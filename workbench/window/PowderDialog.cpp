@@ -277,7 +277,10 @@ QWidget *PowderDialog::createInputs()
     m_siteList->setMinimumWidth(fontMetrics().horizontalAdvance(tr("O12 ×12: -1234.5 ppm, Cq -12.345 MHz, η 0.00"))
                                 + 48);
     m_siteList->setMinimumHeight(4 * fontMetrics().lineSpacing());
-    m_siteList->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
+    // What the others leave, but no more: the result of a fit has to show below its button.
+    QSizePolicy rest(QSizePolicy::Preferred, QSizePolicy::Ignored);
+    rest.setVerticalStretch(1);
+    m_siteList->setSizePolicy(rest);
     connect(m_siteList, &QListWidget::itemChanged, this, &PowderDialog::takeSites);
     form->addRow(tr("&Sites:"), m_siteList);
     m_siteCurves->setObjectName(QStringLiteral("siteCurves"));
@@ -290,12 +293,13 @@ QWidget *PowderDialog::createInputs()
     form->addRow(QString(), m_siteCurves);
     addFit(form);
 
-    auto *area = new QScrollArea;
-    area->setWidget(inputs);
-    area->setWidgetResizable(true);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setMinimumWidth(inputs->minimumSizeHint().width() + area->verticalScrollBar()->sizeHint().width() + 6);
-    return area;
+    m_inputs = new QScrollArea;
+    m_inputs->setWidget(inputs);
+    m_inputs->setWidgetResizable(true);
+    m_inputs->setFrameShape(QFrame::NoFrame);
+    m_inputs->setMinimumWidth(inputs->minimumSizeHint().width() + m_inputs->verticalScrollBar()->sizeHint().width()
+                              + 6);
+    return m_inputs;
 }
 
 /// What is a nucleus's own does not go over to another one; it is there again when the user comes back.
@@ -458,8 +462,8 @@ void PowderDialog::show(const Powder::Spectrum &spectrum, const ExperimentalSpec
         // The same traces as before keep their colours.
         if (stack.entries.size() == m_traces.size())
             m_traces.append(QUuid::createUuid());
-        const QVariantMap data = toEntryMap(curve);
-        stack.entries.append({m_traces[stack.entries.size()], name, data, Spectrum::fromMap(data)});
+        const QVariantMap map = toEntryMap(curve);
+        stack.entries.append({m_traces[stack.entries.size()], name, map, Spectrum::fromMap(map)});
     };
     add(powderCurve(m_sites, spectrum.axis, spectrum.sum, {}), tr("Powder"));
     if (measured)
@@ -515,6 +519,8 @@ void PowderDialog::fit()
         lines.append(tr("The fit has not converged."));
     m_fitResult->setText(lines.join(QLatin1Char('\n')));
     m_fitResult->show();
+    // Once it is laid out.
+    QTimer::singleShot(0, this, [this] { m_inputs->ensureWidgetVisible(m_fitResult); });
 }
 
 void PowderDialog::accept()

@@ -16,6 +16,7 @@ class QFormLayout;
 class QLabel;
 class QListWidget;
 class QPushButton;
+class QScrollArea;
 class QSpinBox;
 
 namespace Workbench {
@@ -89,6 +90,7 @@ private:
     QCheckBox *m_fitScale;
     QPushButton *m_fit;
     QLabel *m_fitResult;
+    QScrollArea *m_inputs = nullptr;
     QLabel *m_notes;
     QPushButton *m_ok = nullptr;
     NmrData m_shown;
