@@ -3,6 +3,7 @@
 #include "PlotUser.h"
 #include "WorkbenchUser.h"
 
+#include "data/Language.h"
 #include "window/WindowApplication.h"
 #include "host/MainScene.h"
 #include "window/MainView.h"
@@ -57,6 +58,7 @@ private:
 
     QDir m_directory;
     QTemporaryDir m_settings;
+    const Language m_english = Language(QStringLiteral("en")); ///< with its plurals
     std::unique_ptr<WindowApplication> m_host;
     ModalAnswers m_dialogs;
     TableItem *m_table = nullptr;
