@@ -187,6 +187,10 @@ private Q_SLOTS:
         scene().sendEvent(molecule(), &turn);
         table()->setFilter(u"C"_s);
         QVERIFY(!isModified());
+        for (const bool isShown : {false, true}) { // what is hidden is kept with the document
+            molecule()->setVisible(isShown);
+            QCOMPARE(isModified(), !isShown);
+        }
         for (const QString &shown : {u"Peak Sticks"_s, u"Peak Labels"_s}) {
             choose(window(), plot(), {u"Show"_s, shown});
             QVERIFY(isModified());
