@@ -294,6 +294,14 @@ private Q_SLOTS:
         QCOMPARE(sources.join(u'|'),
                  u"calc2 – MAGRES Table|calc10 – MAGRES Table|b/calc2 – MAGRES Table|b/calc2 (2) – "
                  "MAGRES Table"_s);
+        // A folder may be that of a measurement as well.
+        const QString both = m_files.path("both");
+        QVERIFY(QDir().mkpath(both + u"/pdata/1"_s));
+        for (const char *name : {"acqus", "pdata/1/1r", "pdata/1/procs"})
+            QFile::copy(sample(u"paracetamol-13C-bruker/"_s) + QLatin1String(name), both + u'/' + QLatin1String(name));
+        QFile::copy(sample(u"acetic-acid.magres"_s), both + u"/other.magres"_s);
+        window().openFiles({both});
+        QVERIFY(contents().contains(u"other"_s) && contents().contains(u"both"_s));
         m_dialogs.expect(u"n.xyz cannot be opened"_s, [](QDialog *dialog) {
             const QString shown = qobject_cast<QMessageBox *>(dialog)->text();
             QVERIFY2(shown.contains(u"*.magres") && shown.contains(u"*.jdx"), qPrintable(shown));

@@ -15,6 +15,7 @@
 #include "data/Error.h"
 
 #include <QFileInfo>
+#include <QHash>
 
 #include <algorithm>
 
@@ -62,13 +63,16 @@ OutputOptions::OutputOptions(const QStringList &fileNames, Kind kind) : m_fileNa
 
 void OutputOptions::refuseInputs(const QStringList &outputs, const QStringList &inputs)
 {
-    QStringList read;
-    for (const QString &input : inputs)
-        read.append(QFileInfo(input).canonicalFilePath()); // empty where there is no such file
+    QHash<QString, QString> existing;
     for (const QString &output : outputs) {
-        const QString path = QFileInfo(output).canonicalFilePath();
-        if (!path.isEmpty() && read.contains(path))
-            throw UsageError(Texts::tr("option -o: \"%1\" is read by this command").arg(output));
+        if (QFileInfo::exists(output))
+            existing.insert(QFileInfo(output).canonicalFilePath(), output);
+    }
+    // There may be a hundred thousand inputs, and mostly there is nothing that they could be.
+    for (qsizetype i = 0; !existing.isEmpty() && i < inputs.size(); ++i) {
+        const auto found = existing.constFind(QFileInfo(inputs[i]).canonicalFilePath());
+        if (found != existing.constEnd())
+            throw UsageError(Texts::tr("option -o: \"%1\" is read by this command").arg(*found));
     }
 }
 

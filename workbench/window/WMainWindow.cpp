@@ -17,6 +17,7 @@
 #include "window/Progress.h"
 #include "window/RecentFiles.h"
 #include "window/StackMenu.h"
+#include "formats/BrukerReader.h"
 #include "formats/DocumentFile.h"
 #include "formats/ExperimentFile.h"
 #include "items/DocumentItem.h"
@@ -242,18 +243,24 @@ void WMainWindow::openFiles(const QStringList &fileNames)
 
 QStringList WMainWindow::withFoldersOpened(const QStringList &paths) const
 {
+    const auto isCalculation = [this](const QString &path) {
+        try {
+            return m_host->fileFilters().matching(path) != nullptr;
+        } catch (const std::exception &) {
+            return QFileInfo(path).suffix().toLower() == u"magres"; // opening it tells what is wrong
+        }
+    };
     QStringList files;
     for (const QString &path : paths) {
-        // A folder of calculations stands for them; any other is the data set of a spectrometer.
-        const QDir folder(path);
+        // A folder of calculations stands for them; any other is the data set of a spectrometer. It may be both.
         QStringList inside;
         if (QFileInfo(path).isDir())
-            inside = folder.entryList(QDir::Files);
-        inside.removeIf([&](const QString &name) { return !m_host->fileFilters().matching(folder.filePath(name)); });
+            inside = QDir(path).entryList(QDir::Files);
+        inside.removeIf([&](const QString &name) { return !isCalculation(QDir(path).filePath(name)); });
         std::sort(inside.begin(), inside.end(), naturalOrder());
         for (const QString &name : std::as_const(inside))
-            files.append(folder.filePath(name));
-        if (inside.isEmpty())
+            files.append(QDir(path).filePath(name));
+        if (inside.isEmpty() || BrukerReader::recognises(path))
             files.append(path);
     }
     return files;
