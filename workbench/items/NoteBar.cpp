@@ -87,6 +87,8 @@ void NoteBar::add(const ItemNote &line, double height)
 
 void NoteBar::layOut()
 {
+    if (m_notes.isEmpty() && m_lines.isEmpty())
+        return; // as most items are, in commands too, which resize them file after file
     prepareGeometryChange();
     const QFontMetricsF metrics(noteFont());
     QStringList all;

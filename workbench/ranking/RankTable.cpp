@@ -169,13 +169,21 @@ std::vector<Column> shiftColumns(const RankLayout &layout)
     return columns;
 }
 
-/// Everything between the file and the message.
+/// Everything between the file and the message. The last ones are kept: a ranking asks for each of its rows.
 std::vector<Column> columnsOf(const RankLayout &layout, bool hasBasis = true)
 {
-    std::vector<Column> columns = layout.plane ? planeColumns() : shiftColumns(layout);
-    if (hasBasis)
-        columns.push_back(whole("basis", &RankRow::basis));
-    return columns;
+    struct Kept {
+        RankLayout layout;
+        bool hasBasis = false;
+        std::vector<Column> columns;
+    };
+    thread_local Kept kept;
+    if (kept.columns.empty() || kept.layout != layout || kept.hasBasis != hasBasis) {
+        kept = {layout, hasBasis, layout.plane ? planeColumns() : shiftColumns(layout)};
+        if (hasBasis)
+            kept.columns.push_back(whole("basis", &RankRow::basis));
+    }
+    return kept.columns;
 }
 
 QByteArray header(const RankLayout &layout, bool hasBasis = true)
