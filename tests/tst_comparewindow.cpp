@@ -96,7 +96,7 @@ private Q_SLOTS:
         // Two lines have changed places: the second of them by itself.
         QCOMPARE(column(0, PairTable::Measured), u"154.27"_s);
         QCOMPARE(column(1, PairTable::Measured), u"170.11"_s);
-        QCOMPARE(column(1, PairTable::How), u"by hand"_s);
+        QCOMPARE(column(1, PairTable::How), u"assigned"_s);
         QCOMPARE(column(0, PairTable::How), QString());
         QCOMPARE(panel().summary().split(u"<br>"_s),
                  (QStringList{u"Pairing: <b>1 assigned, equal</b>; 8 lines, 8 sites in P2_1/c (14)"_s,

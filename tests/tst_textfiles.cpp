@@ -325,6 +325,11 @@ private Q_SLOTS:
         row("13C NMR, 101 MHz, DMSO-d6, ppm 170.2, 133.3 (C2), 21.5\n", "170.2; 133.3 C2; 21.5");
         row("13C CPMAS: 170.2, 133.3, 21.5 ppm", "170.2; 133.3; 21.5", "the numbers of the only line");
         row("Atom,δ11,δ22,δ33,δiso\nC1,250,180,80.6,170.2\nC2,230,150,19.9,133.3\n", "170.2 C1; 133.3 C2");
+        row("δiso = 170.1, 154.3 and 134.5 ppm", "170.1; 154.3; 134.5");
+        // Without what stands before the shifts: brackets with letters tell them from columns.
+        row("170.1 (s, C=O); 154.3; 134.5 (2C, d),\n20.4 ppm", "170.1 C=O; 154.3; 134.5; 20.4", "told of 1 of the 4");
+        row("7.26 (s, 1 H) 3.10 (t, J = 7 Hz,\n3 H)", "7.26 #1; 3.1 #3", "names no unit");
+        row("3.5(1), 60(2)\n1.2(1), 15(2)\n", "3.5 =60; 1.2 =15");
         row("δF −110.2; −120.5 (m)", "-110.2; -120.5");
         row("δF −110.2 to −112.2 (m), −120.5–121.5 (m), 0.25–−0.75 (m)", "-111.2; -121; -0.25", "Ranges");
         row("F1 −110.2–112.2\nF2 −0.5–0.25\nF3 −1.5\n", "-111.2 F1; -0.125 F2; -1.5 F3", "Ranges");

@@ -48,7 +48,7 @@ const QRegularExpression &head()
         "(?:(?<![A-Za-z0-9])\\^?(?:\\d{1,3}[A-Z][a-z]?)(?![a-z])(?:[ ]*\\{[^}]*\\})?[-→/ \\w]{0,40}?NMR\\b"
         "(?:(?!\\d+[.,]\\d|(?<![A-Za-z0-9])\\d+[,;][ ]\\d)[^:=δ()]){0,40}"
         "(?:\\([^()]*(?:\\([^()]*\\)[^()]*)*\\))?[ ]*[:;,=]?[ ]*(?:δ[ ]*(?:iso|[A-Z]?[a-z]?))?"
-        "|δ(?!\\d)[ ]*_?[HCNFP]?(?:\\(\\d{1,3}[A-Z][a-z]?\\))?(?:[ ]*\\([^()]*MHz[^()]*\\))?)"
+        "|δ(?!\\d)[ ]*_?(?:iso|[HCNFP])?(?:\\(\\d{1,3}[A-Z][a-z]?\\))?(?:[ ]*\\([^()]*MHz[^()]*\\))?)"
         "[ ]*(?:[(\\[/]?[ ]*(?:δ[ ]*[,/]?[ ]*)?ppm[ ]*[)\\]]?)?[ ]*[:=]?[ ]*(?<!\\d)(?=[-+]?\\d)"));
     return pattern;
 }
@@ -217,6 +217,79 @@ std::optional<MeasuredPeaks> onlyLine(const std::vector<TextLine> &lines, const 
     return result;
 }
 
+/// Where the shifts stand in the file, and what stands before them.
+struct ShiftText {
+    QString text; ///< empty: nowhere
+    QString nucleus;
+    int line = 0; ///< where it begins
+    bool hasUnit = true;
+};
+
+/// From a head on, whatever follows.
+ShiftText headedText(const std::vector<TextLine> &lines)
+{
+    QRegularExpressionMatch start;
+    QString nucleusAbove;
+    ShiftText found;
+    for (size_t i = 0; i < lines.size(); ++i) {
+        QString plain = plainText(ReaderText::decoded(lines[i].text));
+        if (start.hasMatch()) {
+            found.text += u' ' + plain;
+            continue;
+        }
+        found.line = lines[i].number;
+        start = head().match(plain);
+        // The head may stand alone above the only other line.
+        const QString next = i + 2 == lines.size() ? plainText(ReaderText::decoded(lines.back().text)) : QString();
+        const QString alone = outsideBrackets(plain);
+        const bool mayGoOn = !isComment(lines[i].text) && !alone.contains(u',') && !alone.contains(u';')
+            && Nuclides::table().namedIn(alone).size() < 2;
+        if (!start.hasMatch() && !next.isEmpty() && mayGoOn && !head().match(next).hasMatch()) {
+            plain += u' ' + next;
+            ++i;
+            found.line = lines[i].number;
+            start = head().match(plain);
+        }
+        if (start.hasMatch())
+            found.text = plain.mid(start.capturedEnd());
+        else if (const QString named = Nuclides::table().observedIn(plain); !named.isEmpty())
+            nucleusAbove = named;
+    }
+    found.nucleus = nucleusOf(start);
+    if (found.nucleus.isEmpty())
+        found.nucleus = nucleusAbove;
+    return found;
+}
+
+/// "170.1 (s, C=O); 154.3; 134.5 (d)", cut out behind its head: what brackets say with letters tells it from columns,
+/// as do lines that end between two shifts.
+ShiftText unheadedText(const std::vector<TextLine> &lines)
+{
+    static const QRegularExpression beginning(QStringLiteral("^[ (\\[]*[-+]?\\d+[.,]\\d")),
+        remark(QStringLiteral("\\d[ ]*[(\\[][^()\\[\\]]*[A-Za-z]")), endsBetween(QStringLiteral("[,;]$|\\band$"));
+    ShiftText found;
+    bool mayEnd = false;
+    for (const TextLine &line : lines) {
+        const QString plain = plainText(ReaderText::decoded(line.text)).trimmed();
+        if (plain.isEmpty())
+            continue;
+        if (found.text.isEmpty() && (isComment(line.text) || !beginning.match(plain).hasMatch())) {
+            if (const QString named = Nuclides::table().observedIn(plain); !named.isEmpty())
+                found.nucleus = named;
+            continue;
+        }
+        if (mayEnd)
+            return {};
+        if (found.text.isEmpty())
+            found.line = line.number;
+        found.text += u' ' + plain;
+        const qsizetype open = found.text.count(u'(') - found.text.count(u')');
+        mayEnd = open <= 0 && !endsBetween.match(plain).hasMatch();
+    }
+    found.hasUnit = found.text.contains(u"ppm");
+    return mayEnd && remark.match(found.text).hasMatch() ? found : ShiftText();
+}
+
 } // namespace
 
 void dropPartialCounts(std::vector<MeasuredPeak> &peaks, QStringList &notes)
@@ -234,33 +307,11 @@ std::optional<MeasuredPeaks> parse(const std::vector<TextLine> &lines, const QSt
 {
     if (auto list = onlyLine(lines, source))
         return list;
-    QRegularExpressionMatch start;
-    QString text, nucleusAbove;
-    int line = 0;
-    for (size_t i = 0; i < lines.size(); ++i) {
-        QString plain = plainText(ReaderText::decoded(lines[i].text));
-        if (start.hasMatch()) {
-            text += u' ' + plain;
-            continue;
-        }
-        line = lines[i].number;
-        start = head().match(plain);
-        // The head may stand alone above the only other line.
-        const QString next = i + 2 == lines.size() ? plainText(ReaderText::decoded(lines.back().text)) : QString();
-        const QString alone = outsideBrackets(plain);
-        const bool mayGoOn = !isComment(lines[i].text) && !alone.contains(u',') && !alone.contains(u';')
-            && Nuclides::table().namedIn(alone).size() < 2;
-        if (!start.hasMatch() && !next.isEmpty() && mayGoOn && !head().match(next).hasMatch()) {
-            plain += u' ' + next;
-            ++i;
-            line = lines[i].number;
-            start = head().match(plain);
-        }
-        if (start.hasMatch())
-            text = plain.mid(start.capturedEnd());
-        else if (const QString named = Nuclides::table().observedIn(plain); !named.isEmpty())
-            nucleusAbove = named;
-    }
+    ShiftText found = headedText(lines);
+    if (found.text.isEmpty())
+        found = unheadedText(lines);
+    QString &text = found.text;
+    const int line = found.line;
     // "7.26 (s, 1 H) 3.10 (s, 3 H)" has no mark between the shifts.
     static const QRegularExpression unmarked(QStringLiteral("(?<=[)\\]])[ ]+(?=[-+]?\\d+\\.\\d)"));
     text.replace(unmarked, QStringLiteral(", "));
@@ -288,9 +339,7 @@ std::optional<MeasuredPeaks> parse(const std::vector<TextLine> &lines, const QSt
     MeasuredPeaks result;
     result.title = QFileInfo(source).completeBaseName();
     result.format = Texts::tr("text of a publication");
-    result.nuclei[0] = nucleusOf(start);
-    if (result.nuclei[0].isEmpty())
-        result.nuclei[0] = nucleusAbove;
+    result.nuclei[0] = found.nucleus;
     for (const QString &entry : shifts) {
         const auto peak = peakOf(entry, isRange);
         if (!peak)
@@ -298,6 +347,8 @@ std::optional<MeasuredPeaks> parse(const std::vector<TextLine> &lines, const QSt
         result.peaks.push_back(*peak);
     }
     result.notes.append(Texts::tr("Read as the list of %1 shifts of a publication.").arg(result.peaks.size()));
+    if (!found.hasUnit)
+        result.notes.append(Texts::tr("The file names no unit: the positions were taken as ppm."));
     if (std::any_of(result.peaks.begin(), result.peaks.end(), [](const auto &peak) { return peak.count > 0; }))
         dropPartialCounts(result.peaks, result.notes);
     if (isRange)

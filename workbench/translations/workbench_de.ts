@@ -3932,12 +3932,8 @@ im Plot „%1“; lässt sich auf einen anderen ziehen</numerusform>
         <translation>Berechnet minus gemessen, ppm</translation>
     </message>
     <message>
-        <source>By hand: this line was assigned to the site, here or by the peak list. Shared: other sites have the same line</source>
-        <translation>Von Hand: diese Linie wurde dem Platz zugeordnet, hier oder durch die Peakliste. Geteilt: andere Plätze haben dieselbe Linie</translation>
-    </message>
-    <message>
-        <source>by hand</source>
-        <translation>von Hand</translation>
+        <source>Assigned: this line was put onto the site, here or by the peak list. Shared: other sites have the same line</source>
+        <translation>Zugeordnet: diese Linie wurde auf den Platz gelegt, hier oder durch die Peakliste. Geteilt: andere Plätze haben dieselbe Linie</translation>
     </message>
     <message>
         <source>shared</source>
@@ -3958,6 +3954,10 @@ im Plot „%1“; lässt sich auf einen anderen ziehen</numerusform>
     <message>
         <source>Lines are put onto sites; Delete lets a line find its site by itself</source>
         <translation>Linien werden auf Plätze gelegt; Entf lässt eine Linie ihren Platz von selbst finden</translation>
+    </message>
+    <message>
+        <source>assigned</source>
+        <translation>zugeordnet</translation>
     </message>
 </context>
 <context>

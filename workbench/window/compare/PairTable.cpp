@@ -88,7 +88,7 @@ PairTable::PairTable(QWidget *parent) : QTreeWidget(parent)
         tr("Calculated shift, ppm: reference + slope · isotropic shielding"),
         tr("Position of the measured line, ppm; the mean where a site has several"),
         tr("Calculated less measured, ppm"),
-        tr("By hand: this line was assigned to the site, here or by the peak list. Shared: other sites have the same "
+        tr("Assigned: this line was put onto the site, here or by the peak list. Shared: other sites have the same "
            "line"),
     };
     for (int column = Site; column <= How; ++column) {
@@ -124,7 +124,7 @@ void PairTable::setComparison(const PeakComparison *compared)
             row->setNumber(Calculated, calculated);
             QStringList how;
             if (std::any_of(own.begin(), own.end(), isByHand))
-                how.append(tr("by hand"));
+                how.append(tr("assigned"));
             if (isShared(comparison.pairing, site))
                 how.append(tr("shared"));
             if (own.empty())
