@@ -7,6 +7,7 @@
 #include "formats/ColumnValues.h"
 #include "formats/NameSearch.h"
 #include "formats/PrintedNumber.h"
+#include "formats/PublishedPeaks.h"
 #include "formats/RoleGuess.h"
 
 #include <QRegularExpression>
@@ -384,6 +385,19 @@ void passOverConstantColumns(TextLayout &layout, const std::vector<std::optional
     }
 }
 
+/// "s", "(d, C1)", "t, J = 7 Hz": columns whose every field begins with a multiplet, unless they are named as labels.
+void findMultiplets(TextLayout &layout, const std::vector<QStringList> &texts)
+{
+    const auto isMultiplet = [](const QString &field) {
+        return field.isEmpty() || PublishedPeaks::beginsWithMultiplet(field);
+    };
+    for (size_t i = 0; i < layout.columns.size(); ++i) {
+        TextLayout::Column &column = layout.columns[i];
+        column.saysMultiplets = column.role == Role::Label && ColumnNames::meaningOf(column.name).role != Role::Label
+            && std::all_of(texts[i].begin(), texts[i].end(), isMultiplet);
+    }
+}
+
 /// Of several columns of a role one stays: measured before calculated, then the first behind the positions.
 void keepOne(TextLayout &layout, Role role)
 {
@@ -432,6 +446,7 @@ void assignRoles(TextLayout &layout, TableSample &table, const QString &source, 
     }
     sortOutPositions(layout, table.values, options);
     textColumns.settle();
+    findMultiplets(layout, table.texts);
     TextLayout::Column &position = layout.columns[size_t(layout.columnOf(Role::Position))];
     passOverConstantColumns(layout, table.constants, table.values.front().size());
     findIntensity(layout, table.values);

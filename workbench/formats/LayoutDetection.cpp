@@ -423,20 +423,24 @@ void refuseDashes(const TextLayout &layout, const TableSample &table, const QStr
                  .arg(excerpt(last->text)));
 }
 
-/// What of the positions' texts was left out.
+/// What of the positions' texts is no number: the unit is known then, and what is left out is told.
 void noteNotation(TextLayout &layout, const std::vector<TextLine> &rows)
 {
     const size_t position = size_t(layout.columnOf(Role::Position));
     Fields fields;
-    bool hasErrors = false, hasRanges = false;
+    bool hasErrors = false, hasRanges = false, haveUnit = true;
     for (const TextLine &row : rows) {
         layout.split(row.text, fields);
         if (row.number < layout.firstLine || position >= fields.size())
             continue;
+        haveUnit &= fields[position].ends_with("ppm");
         hasErrors |= PrintedNumber::hasPlusMinus(row.text)
             || PrintedNumber::withoutError(fields[position]).size() < fields[position].size();
         hasRanges |= PrintedNumber::isRange(fields[position], layout.decimalComma);
     }
+    TextLayout::Unit &unit = layout.columns[position].unit;
+    if (haveUnit && unit == TextLayout::Unit::Unknown)
+        unit = TextLayout::Unit::Ppm;
     if (hasErrors)
         layout.notes.append(Texts::tr("Errors of the positions were left out."));
     if (hasRanges)

@@ -33,6 +33,17 @@ size_t rangeDash(std::string_view text)
     return dash;
 }
 
+/// "170.1" of "170.1 (s)" and "170.1 (br d)".
+std::string_view withoutMultiplet(std::string_view field)
+{
+    constexpr size_t longest = 8;
+    const size_t bracket = field.find('(');
+    const bool isMultiplet = bracket != std::string_view::npos && bracket > 0 && field.back() == ')'
+        && field.size() > bracket + 2 && field.size() <= bracket + longest
+        && field.find_first_not_of("sdtqmhpbr. ", bracket + 1) == field.size() - 1;
+    return isMultiplet ? trimmed(field.substr(0, bracket)) : field;
+}
+
 } // namespace
 
 std::string asTyped(std::string_view number, bool decimalComma)
@@ -151,7 +162,7 @@ std::optional<double> parse(std::string_view field, bool decimalComma)
 {
     if (const auto plain = NumberText::parse<double>(field))
         return plain;
-    std::string text = asTyped(withoutError(field), decimalComma);
+    std::string text = asTyped(withoutError(withoutMultiplet(field)), decimalComma);
     if (text.size() > 1 && text.ends_with('%'))
         text.pop_back();
     if (text.ends_with("ppm"))

@@ -9,8 +9,8 @@
 /// The fields of a table as programs and publications print numbers: errors behind them, ranges, groups of digits.
 namespace Workbench::PrintedNumber {
 
-/// Also with the minus signs and blanks of print and the exponents of Fortran. The error behind "±" or in brackets, "%"
-/// and "ppm" are left out, and a range such as "7.10–7.25" or "7.1 to 7.3" is its middle.
+/// Also with the minus signs and blanks of print and the exponents of Fortran. The error behind "±" or in brackets,
+/// "%", "ppm" and a multiplet in brackets are left out, and a range such as "7.10–7.25" or "7.1 to 7.3" is its middle.
 std::optional<double> parse(std::string_view field, bool decimalComma);
 
 /// With a point for the comma, and the signs, blanks and ranges of print as they are on a keyboard.

@@ -13,6 +13,8 @@
 
 namespace Workbench {
 
+using namespace Qt::StringLiterals;
+
 namespace PublishedPeaks {
 
 namespace {
@@ -129,21 +131,22 @@ QString decimalCommaAmongPoints(const QString &list)
                                                                                  : QString();
 }
 
-/// What the brackets behind a shift tell, apart from multiplet and couplings: the number of nuclei and names.
-void annotate(MeasuredPeak &peak, const QString &text)
+const QString multiplets = QStringLiteral("(?:(?:br|app|appt)\\.?[ ]*)*(?:[sdtqmhp]{1,4}|quint|quin|sept|sext|br)\\.?");
+
+/// "s", "br s", "dd"
+bool isMultiplet(const QString &text)
 {
-    static const QRegularExpression multiplet(
-        QStringLiteral("^(?:(?:br|app|appt)\\.?[ ]*)*(?:[sdtqmhp]{1,4}|quint|quin|sept|sext|br)\\.?$")),
-        coupling(QStringLiteral("^\\^?\\d?J\\b|\\bHz$")),
-        nuclei(QStringLiteral("^(\\d{1,3})[ ]*(?:×[ ]*)?[A-Z][a-z]?$"));
-    QStringList names;
-    for (const QString &part : entries(text)) {
-        if (const auto match = nuclei.match(part); match.hasMatch())
-            peak.count = match.captured(1).toInt();
-        else if (!multiplet.match(part).hasMatch() && !coupling.match(part).hasMatch())
-            names.append(part);
-    }
-    peak.label = names.join(u' ');
+    static const QRegularExpression pattern(u'^' + multiplets + u'$');
+    return pattern.match(text).hasMatch();
+}
+
+/// Remarks between commas, as they stand in "(d, C1)" and "dd (8.1), C1".
+QStringList partsOf(const QString &remarks)
+{
+    static const QRegularExpression around(QStringLiteral("^[(\\[]([^()\\[\\]]*)[)\\]]$")),
+        behind(QStringLiteral("^(") + multiplets + QStringLiteral(")[ ]*[(\\[]([^()\\[\\]]*)[)\\]]"));
+    return entries(
+        remarks.trimmed().replace(around, QStringLiteral("\\1")).replace(behind, QStringLiteral("\\1, \\2")));
 }
 
 /// The shift in ppm; a range of a multiplet has its middle.
@@ -261,36 +264,69 @@ ShiftText headedText(const std::vector<TextLine> &lines)
     return found;
 }
 
-/// "170.1 (s, C=O); 154.3; 134.5 (d)", cut out behind its head: what brackets say with letters tells it from columns,
-/// as do lines that end between two shifts.
+/// "170.1 (s, C=O); 154.3; 134.5 (d)", cut out behind its head, or a line for each: what brackets say with letters
+/// tells it from columns.
 ShiftText unheadedText(const std::vector<TextLine> &lines)
 {
     static const QRegularExpression beginning(QStringLiteral("^[ (\\[]*[-+]?\\d+[.,]\\d")),
-        remark(QStringLiteral("\\d[ ]*[(\\[][^()\\[\\]]*[A-Za-z]")), endsBetween(QStringLiteral("[,;]$|\\band$"));
-    ShiftText found;
-    bool mayEnd = false;
+        remark(QStringLiteral("\\d[ ]*(?:ppm[ ]*)?[(\\[][^()\\[\\]]*[A-Za-z]")),
+        endsBetween(QStringLiteral("[,;]$|\\band$"));
+    ShiftText found{{}, {}, 0, false};
+    qsizetype ends = 0, joined = 0;
     for (const TextLine &line : lines) {
         const QString plain = plainText(ReaderText::decoded(line.text)).trimmed();
         if (plain.isEmpty())
             continue;
+        found.hasUnit |= plain.contains(u"ppm");
         if (found.text.isEmpty() && (isComment(line.text) || !beginning.match(plain).hasMatch())) {
             if (const QString named = Nuclides::table().observedIn(plain); !named.isEmpty())
                 found.nucleus = named;
             continue;
         }
-        if (mayEnd)
-            return {};
         if (found.text.isEmpty())
             found.line = line.number;
-        found.text += u' ' + plain;
-        const qsizetype open = found.text.count(u'(') - found.text.count(u')');
-        mayEnd = open <= 0 && !endsBetween.match(plain).hasMatch();
+        found.text += plain;
+        const bool isOpen = found.text.count(u'(') > found.text.count(u')') || endsBetween.match(plain).hasMatch();
+        ++(isOpen ? joined : ends);
+        found.text += isOpen ? u" "_s : u"; "_s;
     }
-    found.hasUnit = found.text.contains(u"ppm");
-    return mayEnd && remark.match(found.text).hasMatch() ? found : ShiftText();
+    if (!remark.match(found.text).hasMatch() || !found.text.endsWith(u"; "_s))
+        return {};
+    found.text.chop(2);
+    if (ends == 1)
+        return found;
+    const QStringList shifts = entries(withDecimalPoints(found.text));
+    bool isRange = false;
+    const bool areLines = joined == 0 && shifts.size() == ends
+        && std::all_of(shifts.begin(), shifts.end(), [&](const QString &shift) { return peakOf(shift, isRange); });
+    return areLines ? found : ShiftText();
 }
 
 } // namespace
+
+bool beginsWithMultiplet(const QString &remarks)
+{
+    const QStringList parts = partsOf(remarks);
+    return !parts.isEmpty() && isMultiplet(parts.constFirst());
+}
+
+void annotate(MeasuredPeak &peak, const QString &remarks)
+{
+    static const QRegularExpression coupling(QStringLiteral("^\\^?\\d?J\\b|\\bHz$")),
+        decimal(QStringLiteral("^\\d+[.,]\\d+$")), nuclei(QStringLiteral("^(\\d{1,3})[ ]*(?:×[ ]*)?[A-Z][a-z]?$"));
+    const QStringList parts = partsOf(remarks);
+    const bool tellsCouplings = !parts.isEmpty() && isMultiplet(parts.constFirst());
+    QStringList names;
+    for (const QString &part : parts) {
+        if (tellsCouplings && decimal.match(part).hasMatch())
+            continue;
+        if (const auto match = nuclei.match(part); match.hasMatch())
+            peak.count = match.captured(1).toInt();
+        else if (!isMultiplet(part) && !coupling.match(part).hasMatch())
+            names.append(part);
+    }
+    peak.label = names.join(u' ');
+}
 
 void dropPartialCounts(std::vector<MeasuredPeak> &peaks, QStringList &notes)
 {

@@ -16,6 +16,12 @@ namespace PublishedPeaks {
 /// second list, are errors that name `source` and the line.
 std::optional<MeasuredPeaks> parse(const std::vector<TextLine> &lines, const QString &source);
 
+/// What stands in brackets behind a shift, or in a field beside it: "s", "(br d, J = 8.1 Hz)", "dd (8.1), C-1".
+bool beginsWithMultiplet(const QString &remarks);
+
+/// What they tell apart from multiplet and couplings: the number of nuclei and names.
+void annotate(MeasuredPeak &peak, const QString &remarks);
+
 /// Numbers of nuclei mean something only where all are told; otherwise none is used, and a note says so.
 void dropPartialCounts(std::vector<MeasuredPeak> &peaks, QStringList &notes);
 

@@ -25,6 +25,7 @@ struct TextLayout {
         bool isSparse = false; ///< half of the rows or more have no number here
         bool hasPoints = true; ///< may have decimal points, also where others have decimal commas
         bool isOfOther = false; ///< of another nucleus than the one that is looked for
+        bool saysMultiplets = false; ///< names stand behind them: "s", "(d, C1)"
         char grouping = 0; ///< the mark between groups of three digits: "1.234,5", "1,234", "1'234", "1 234"
         QString name; ///< in the header; empty without one
         QString nucleus; ///< that the name tells

@@ -385,7 +385,9 @@ private:
             if (m_layout.someHaveNoPosition && PrintedNumber::isLacking(m_rows.field(m_position))) {
                 static const QRegularExpression word(QStringLiteral("[\\p{L}\\d]"));
                 const int number = m_layout.columnOf(Role::Number);
-                const QString name = number >= 0 ? ReaderText::decoded(m_rows.field(number)) : label();
+                MeasuredPeak nameless;
+                nameFrom(nameless);
+                const QString name = number >= 0 ? ReaderText::decoded(m_rows.field(number)) : nameless.label;
                 if (word.match(name).hasMatch()) // no rule below the names
                     lacking.append(name);
                 continue;
@@ -396,12 +398,12 @@ private:
                 peak.f1 = m_rows.number(m_positionF1) / m_perPpm[1];
             if (m_intensity >= 0 && !m_rows.field(m_intensity).empty())
                 peak.height = m_rows.number(m_intensity);
+            nameFrom(peak);
             if (count >= 0 && !m_rows.field(count).empty())
                 peak.count = countIn(m_rows.number(count));
             sites += size_t(std::max(peak.count, 1));
             if (sites > mostPeaks)
                 fail(m_source, m_rows.number(), Texts::tr("more than %1 peaks are too many").arg(mostPeaks));
-            peak.label = label();
             result.peaks.push_back(std::move(peak));
         }
         if (!lacking.isEmpty())
@@ -409,7 +411,7 @@ private:
                                .arg(m_layout.columns[size_t(m_position)].nucleus, QString::number(lacking.size()),
                                     lacking.join(QStringLiteral(", "))));
         dropSums(result.peaks);
-        if (count >= 0)
+        if (std::any_of(result.peaks.begin(), result.peaks.end(), [](const auto &peak) { return peak.count > 0; }))
             PublishedPeaks::dropPartialCounts(result.peaks, m_notes);
         return finish(std::move(result));
     }
@@ -443,15 +445,21 @@ private:
         return int(value);
     }
 
-    QString label() const
+    /// The names in the columns of labels, and the number of nuclei that stands among multiplets.
+    void nameFrom(MeasuredPeak &peak) const
     {
         QStringList names;
         for (size_t i = 0; i < m_layout.columns.size(); ++i) {
             const std::string_view field = m_rows.field(int(i));
-            if (m_layout.columns[i].role == Role::Label && !field.empty())
-                names.append(ReaderText::decoded(field).replace(QStringLiteral("\"\""), QStringLiteral("\"")));
+            if (m_layout.columns[i].role != Role::Label || field.empty())
+                continue;
+            peak.label = ReaderText::decoded(field).replace(QStringLiteral("\"\""), QStringLiteral("\""));
+            if (m_layout.columns[i].saysMultiplets)
+                PublishedPeaks::annotate(peak, QString(peak.label));
+            if (!peak.label.isEmpty())
+                names.append(peak.label);
         }
-        return names.join(u' ');
+        peak.label = names.join(u' ');
     }
 
     /// By the first lines: one coordinate stays while the other one runs.

@@ -5,6 +5,8 @@
 #include "analysis/comparison/UniqueSites.h"
 #include "data/Error.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 #include <cmath>
 #include <functional>
@@ -321,6 +323,19 @@ void enterByAtoms(const Problem &problem, const std::vector<int> &linesPerSite, 
             pairing.linesOf[std::size_t(problem.siteIds[i])].push_back(problem.lineIds[line++]);
 }
 
+/// "C-25" and "C(25)", as sites are called in print, without its marks, unless some site bears it as it stands.
+QString nameAmong(const std::vector<ComparedSite> &sites, const QString &label)
+{
+    const auto isKnown = [&](const QString &name) {
+        return std::any_of(sites.begin(), sites.end(), [&](const ComparedSite &site) {
+            return site.name == name || site.labels.contains(name) || site.commonLabels.contains(name);
+        });
+    };
+    static const QRegularExpression marks(QStringLiteral("[-()\u2010-\u2013]"));
+    const QString plain = QString(label).remove(marks);
+    return isKnown(plain) && !isKnown(label) ? plain : label;
+}
+
 /// The site of that name; of a label that several sites bear, all of them.
 std::vector<std::size_t> sitesNamed(const QString &label, double shift, const std::vector<ComparedSite> &sites,
                                     const std::vector<MeasuredLine> &lines)
@@ -351,9 +366,12 @@ std::vector<std::size_t> sitesNamed(const QString &label, double shift, const st
     return all;
 }
 
-std::vector<char> enterAssigned(const std::vector<ComparedSite> &sites, const std::vector<MeasuredLine> &lines,
+std::vector<char> enterAssigned(const std::vector<ComparedSite> &sites, std::vector<MeasuredLine> lines,
                                 LinePairing &pairing)
 {
+    for (MeasuredLine &line : lines)
+        for (QString &label : line.sites)
+            label = nameAmong(sites, label);
     std::vector<char> isAssigned(lines.size());
     for (std::size_t k = 0; k < lines.size(); ++k) {
         for (const QString &label : lines[k].sites) {
