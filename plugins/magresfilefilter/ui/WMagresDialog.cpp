@@ -99,7 +99,14 @@ WMagresDialog::WMagresDialog(const Magres::MagresData &magresData, Magres::Magre
 
 WMagresDialog::~WMagresDialog()
 {
-    QSettings().setValue(positionKey, pos());
+    QSettings().setValue(positionKey, m_closedAt.value_or(pos()));
+}
+
+void WMagresDialog::done(int result)
+{
+    // A window that is hidden has lost its frame: its position would be off by the height of the title bar.
+    m_closedAt = pos();
+    QDialog::done(result);
 }
 
 bool WMagresDialog::isTwoD() const

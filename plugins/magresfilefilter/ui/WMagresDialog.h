@@ -35,6 +35,9 @@ public:
     /// Keeps the position for the next dialog.
     ~WMagresDialog() override;
 
+    /// Closes it.
+    void done(int result) override;
+
     /// Writes to the record what the dialog shows. A number that was not edited keeps the precision it came with.
     void copyToRecord();
 
@@ -77,6 +80,7 @@ private:
     const Magres::MagresData &m_data;
     Magres::MagresSpecParams &m_parameters;
     const Magres::NuclearProperties &m_properties;
+    std::optional<QPoint> m_closedAt;
     std::unique_ptr<Ui::WMagresDialog> m_ui;
     Magres::SpinBoxNumber *m_frequency; // of 1H, MHz
     Dimension m_f2;
