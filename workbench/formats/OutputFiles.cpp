@@ -26,6 +26,9 @@ QIODevice &OutputFiles::open(const QString &fileName)
 {
     if (QFileInfo(fileName).isDir())
         failToWrite(fileName, Texts::tr("it is a directory"));
+    // A device or a pipe would be replaced by a file.
+    if (QFileInfo(fileName).exists() && !QFileInfo(fileName).isFile())
+        failToWrite(fileName, Texts::tr("it is a device or a pipe"));
     auto file = std::make_unique<QSaveFile>(fileName);
     if (!file->open(QIODevice::WriteOnly))
         failToWrite(fileName, file->errorString());
