@@ -455,9 +455,13 @@ private Q_SLOTS:
         table->setFocus();
         QTest::keySequence(table, QKeySequence::Copy);
         const QStringList copied = QGuiApplication::clipboard()->text().split(u'\n');
-        QVERIFY(copied[0].startsWith(u"Structure\tRMSD 13C\tReference 13C\t"));
-        QVERIFY2(copied[1].startsWith(table->model()->index(1, 0).data().toString() + u'\t'), qPrintable(copied[1]));
+        QVERIFY(copied[0].startsWith(u"Rank\tStructure\tRMSD 13C\tReference 13C\t"));
+        QVERIFY2(copied[1].startsWith(u"2\t%1\t"_s.arg(table->model()->index(1, 0).data().toString())),
+                 qPrintable(copied[1]));
         QCOMPARE(copied.size(), 3);
+        QTest::keySequence(table, QKeySequence::SelectAll);
+        QTest::keySequence(table, QKeySequence::Copy);
+        QCOMPARE(QGuiApplication::clipboard()->text().count(u'\n'), table->model()->rowCount() + 1);
         dialog.usePage();
         // What is cancelled at once has no rows, and can be started again.
         dialog.start();
@@ -521,9 +525,10 @@ private Q_SLOTS:
         made[1].parts[1].degreesOfFreedom = 4;
         made[1].parts[1].p = 0.287;
         model.setRows({made[1]}, {{u"29Si"_s, u"1H"_s}}, {});
-        QCOMPARE(model.headerData(4, Qt::Horizontal, Qt::DisplayRole), u"χ²/dof 29Si"_s);
+        QCOMPARE(model.headerData(1, Qt::Horizontal, Qt::DisplayRole), u"Probability"_s);
+        QCOMPARE(model.headerData(6, Qt::Horizontal, Qt::DisplayRole), u"χ²/dof 29Si"_s);
         QCOMPARE(text(0, Qt::DisplayRole),
-                 u"1|1.magres|1.50|171.13|overlap|||1.50|171.13|overlap|1.25|0.287|2.50|0.000123|||bad"_s);
+                 u"1|1.magres|||1.50|171.13|overlap|||1.50|171.13|overlap|1.25|0.287|2.50|0.000123|bad"_s);
         model.setRows(std::vector<RankRow>(2), {{u"13C"_s}}, {});
         const int columns = model.columnCount();
         model.setRows(std::vector<RankRow>(2), {{u"13C"_s, u"1H"_s}}, {});
@@ -676,6 +681,41 @@ private Q_SLOTS:
         QVERIFY2(std::abs(offered - reference) < 0.01, qPrintable(QString::number(offered)));
         accept(u"pairs.txt is no reference set"_s);
         window().compareCommands()->useReferenceSet(m_files.write("pairs.txt", "no set"));
+    }
+
+    void aReferenceSetOfAnotherMethodIsTold()
+    {
+        const auto withCode = [&](const QByteArray &name, const QByteArray &code) {
+            QFile file(sample(u"paracetamol.magres"_s));
+            QByteArray text = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+            return m_files.write(
+                name, text.insert(text.indexOf('\n') + 1, "[calculation]\ncalc_code " + code + "\n[/calculation]\n"));
+        };
+        withCode("one.magres", "ONE");
+        m_files.run("calibrate @one.magres=" SAMPLES "/paracetamol-13C.csv --nucleus 13C -o @one.json");
+        QCOMPARE(m_files.status, 0);
+        window().compareCommands()->useReferenceSet(m_files.path("one.json"));
+        QFile::remove(m_files.path("one.json")); // it is kept whole
+        const QString doubt = u"calculated with TWO, but the reference set of 13C with ONE"_s;
+        for (const auto &[code, isDoubtful] : {std::pair("ONE", false), std::pair("TWO", true)}) {
+            window().openFiles({withCode(code + QByteArray(".magres"), code), sample(u"paracetamol-13C.csv"_s)});
+            command(u"Compare"_s)->trigger();
+            QCOMPARE(panel().findChild<QComboBox *>(u"compareSlopeKind"_s)->currentText(), u"of the set"_s);
+            QCOMPARE(panel().summary().contains(doubt), isDoubtful);
+            m_dialogs.expect(u"MAGRES parameters"_s, [](QDialog *dialog) { dialog->accept(); });
+            command(u"Create Spectrum"_s)->trigger();
+            QStringList notes;
+            for (const ItemNote &note : scene().currentNmrItem()->notes())
+                notes.append(note.text);
+            QCOMPARE(notes.join(u'\n').contains(doubt), isDoubtful);
+            scene().removeAll();
+        }
+        QAction *forget = window().compareCommands()->forgetSetsAction();
+        QVERIFY(forget->isEnabled());
+        forget->trigger();
+        QVERIFY(!forget->isEnabled());
+        window().openFiles({m_files.path("TWO.magres"), sample(u"paracetamol-13C.csv"_s)});
+        QCOMPARE(panel().findChild<QComboBox *>(u"compareSlopeKind"_s)->currentText(), u"fixed"_s);
     }
 
 private:

@@ -52,7 +52,7 @@ private Q_SLOTS:
                  u"(Undo Ctrl+Z); (Redo Ctrl+Y); /; (&Rename Item... F2); (&Delete Item Del)"_s);
         QCOMPARE(entriesOf(menu(u"Spectrum"_s)),
                  u"(Create Spectrum Ctrl+Shift+N); (Create Powder Spectrum... Ctrl+Shift+L); Add Measurement "
-                 "Ctrl+Shift+O; Reference Se&t...; /; (No spectrum on the page)"_s);
+                 "Ctrl+Shift+O; Reference Se&t...; (Forget Reference Sets); /; (No spectrum on the page)"_s);
         QCOMPARE(entriesOf(menu(u"Table"_s)) + entriesOf(menu(u"Molecule"_s)),
                  u"/; (No table on the page)/; (No molecule on the page)"_s);
         QCOMPARE(entriesOf(menu(u"View"_s)),
@@ -65,14 +65,14 @@ private Q_SLOTS:
             bar()[5].mid(16),
             u"Fits the reference of the simulated spectrum to the measurement beside it (Ctrl+R) Not now: It needs "
             "one simulated spectrum and one measurement in the plot; the current plot holds 1 and 0"_s);
-        QCOMPARE(
-            entriesOf(menu(u"Spectrum"_s)),
-            u"Create Spectrum Ctrl+Shift+N; Create Powder Spectrum... Ctrl+Shift+L; Add Measurement Ctrl+Shift+O; "
-            "Reference Se&t...; /; Set Reference...; /; Show Full Range Home; Show >; Appearance >; Measure >; Edit "
-            "Title...; Copy Numbers; Picture >; /; /; MAGRES >; /; Add &Experimental Spectrum...; Add Bruker "
-            "&Folder...; Active &Spectrum >; Remo&ve Spectrum >; /; [ ] Edit &Peaks Ctrl+Shift+E; Pic&k Peaks... "
-            "Ctrl+Shift+K; &Count Equivalent Sites; /; (Co&mpare... Ctrl+Shift+C); (Ra&nk Structures... "
-            "Ctrl+Shift+R); /; &Rename Item... F2; &Delete Item Del"_s);
+        QCOMPARE(entriesOf(menu(u"Spectrum"_s)),
+                 u"Create Spectrum Ctrl+Shift+N; Create Powder Spectrum... Ctrl+Shift+L; Add Measurement Ctrl+Shift+O; "
+                 "Reference Se&t...; (Forget Reference Sets); /; Set Reference...; /; Show Full Range Home; Show >; "
+                 "Appearance >; Measure >; Edit "
+                 "Title...; Copy Numbers; Picture >; /; /; MAGRES >; /; Add &Experimental Spectrum...; Add Bruker "
+                 "&Folder...; Active &Spectrum >; Remo&ve Spectrum >; /; [ ] Edit &Peaks Ctrl+Shift+E; Pic&k Peaks... "
+                 "Ctrl+Shift+K; &Count Equivalent Sites; /; (Co&mpare... Ctrl+Shift+C); (Ra&nk Structures... "
+                 "Ctrl+Shift+R); /; &Rename Item... F2; &Delete Item Del"_s);
         open(u"paracetamol-13C.csv"_s);
         QCOMPARE(
             said(),

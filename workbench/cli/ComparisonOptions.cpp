@@ -129,11 +129,7 @@ void fillFrom(const std::vector<ReferenceSet> &sets, const QString &nucleus, std
 
 QString methodWarning(const ReferenceSet &set, const QString &file)
 {
-    const CalculationMethod method = CalculationMethod::fromFile(file);
-    if (method.agreesWith(set.method))
-        return {};
-    return QStringLiteral("%1: calculated with %2, but the reference set of %3 with %4")
-        .arg(file, method.text(), set.nucleus, set.method.text());
+    return set.doubtAbout(CalculationMethod::fromFile(file), file);
 }
 
 UniqueSites::Averaging parseAveraging(const CommandLine &line)

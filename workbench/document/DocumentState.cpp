@@ -29,6 +29,7 @@ using Items = std::vector<std::unique_ptr<DocumentItem>>;
 // In the view settings of every item.
 const QString sourceKey = QStringLiteral("Source");
 const QString sourceNoteKey = QStringLiteral("SourceNote");
+const QString methodKey = QStringLiteral("Method");
 const QString doubtsKey = QStringLiteral("Doubts");
 const QString hiddenKey = QStringLiteral("Hidden");
 const QString nameKey = QStringLiteral("Name");
@@ -66,6 +67,7 @@ Document::Item captureItem(const DocumentItem *item, const MainScene &scene, con
     };
     keep(sourceKey, item->source(), !item->source().isEmpty());
     keep(sourceNoteKey, item->sourceNote(), !item->sourceNote().isEmpty());
+    keep(methodKey, item->method().toMap(), !item->method().isEmpty());
     keep(doubtsKey, item->doubts(), !item->doubts().isEmpty());
     keep(hiddenKey, true, !item->isVisible());
     keep(nameKey, item->givenName(), !item->givenName().isEmpty());
@@ -105,6 +107,7 @@ public:
             made->setTitle(item.title);
         made->setSource(item.view.value(sourceKey).toString());
         made->setSourceNote(item.view.value(sourceNoteKey).toString());
+        made->setMethod(CalculationMethod::fromMap(item.view.value(methodKey).toMap()));
         made->setDoubts(item.view.value(doubtsKey).toStringList());
         made->setVisible(!item.view.value(hiddenKey).toBool());
         made->setGivenName(item.view.value(nameKey).toString());

@@ -42,6 +42,14 @@ void ReferenceSet::fill(std::optional<double> &reference, std::optional<double> 
     slope = slope.value_or(calibration.slope);
 }
 
+QString ReferenceSet::doubtAbout(const CalculationMethod &other, const QString &name) const
+{
+    if (other.agreesWith(method))
+        return {};
+    return Texts::tr("%1: calculated with %2, but the reference set of %3 with %4")
+        .arg(name, other.text(), nucleus, method.text());
+}
+
 QByteArray ReferenceSet::toJson() const
 {
     QJsonObject calculated;
@@ -70,8 +78,12 @@ QByteArray ReferenceSet::toJson() const
 ReferenceSet ReferenceSet::read(const QString &fileName)
 {
     constexpr qint64 largest = 64 << 20;
+    return fromJson(ReaderText::readFile(fileName, largest), fileName);
+}
+
+ReferenceSet ReferenceSet::fromJson(const QByteArray &text, const QString &fileName)
+{
     QJsonParseError error;
-    const QByteArray text = ReaderText::readFile(fileName, largest);
     const QJsonObject object = QJsonDocument::fromJson(text, &error).object();
     if (error.error != QJsonParseError::NoError && text.trimmed().startsWith('{'))
         fail(fileName, Texts::tr("byte %1: %2").arg(QString::number(error.offset), error.errorString()));

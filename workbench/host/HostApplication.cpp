@@ -145,6 +145,7 @@ HostApplication::ReadResult HostApplication::readFile(const QString &fileName)
         for (QGraphicsWidget *item : std::as_const(result.items)) {
             if (auto *made = qobject_cast<DocumentItem *>(item)) {
                 made->setSource(source);
+                made->setMethod(method);
                 made->setSourceNote(method.isEmpty() ? QString() : method.text());
             }
         }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "data/structure/CalculationMethod.h"
 #include "items/NoteBar.h"
 
 #include <QGraphicsWidget>
@@ -37,6 +38,9 @@ public:
     /// What is known of the source beyond its name, such as how it was calculated.
     QString sourceNote() const { return m_sourceNote; }
     void setSourceNote(const QString &note) { m_sourceNote = note; }
+    /// How the source was calculated; empty where nobody knows.
+    const CalculationMethod &method() const { return m_method; }
+    void setMethod(const CalculationMethod &method) { m_method = method; }
     /// By the user; empty for none.
     QString givenName() const { return m_givenName; }
     void setGivenName(const QString &name);
@@ -145,6 +149,7 @@ private:
     QString m_title;
     QString m_source;
     QString m_sourceNote;
+    CalculationMethod m_method;
     QString m_givenName;
     QStringList m_doubts;
     QString m_mode;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/NumberBox.h"
 
+#include <QKeyEvent>
+#include <QLineEdit>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -22,6 +24,20 @@ QValidator::State NumberBox::validate(QString &text, int &position) const
         text = match.captured(1) + own;
     position = std::min(position, int(text.size()));
     return QDoubleSpinBox::validate(text, position);
+}
+
+bool NumberBox::event(QEvent *event)
+{
+    // Without typing to take back, Undo and Redo are the document's.
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto *key = static_cast<QKeyEvent *>(event);
+        if ((key->matches(QKeySequence::Undo) && !lineEdit()->isUndoAvailable())
+            || (key->matches(QKeySequence::Redo) && !lineEdit()->isRedoAvailable())) {
+            event->ignore();
+            return false;
+        }
+    }
+    return QDoubleSpinBox::event(event);
 }
 
 } // namespace Workbench

@@ -14,6 +14,9 @@ public:
     using QDoubleSpinBox::QDoubleSpinBox;
 
     QValidator::State validate(QString &text, int &position) const override;
+
+protected:
+    bool event(QEvent *event) override;
 };
 
 } // namespace Workbench

@@ -56,10 +56,6 @@
         <translation>es wurde keine Linie gemessen</translation>
     </message>
     <message>
-        <source>%1 lines were measured, but the structure has only %2 sites for them</source>
-        <translation>%1 Linien wurden gemessen, die Struktur hat dafür aber nur %2 Plätze</translation>
-    </message>
-    <message>
         <source>a calibration takes at least three sites, and there are %1</source>
         <translation>eine Kalibrierung braucht mindestens drei Plätze, es sind %1</translation>
     </message>
@@ -2346,6 +2342,18 @@ Optionen:
         <source>no plug-in that reads MAGRES files is loaded</source>
         <translation>kein Plug-in ist geladen, das MAGRES-Dateien liest</translation>
     </message>
+    <message>
+        <source>%1 lines were measured, but the structure has only %2 sites for them: %3 would have to be left out</source>
+        <translation>%1 Linien wurden gemessen, aber die Struktur hat nur %2 Plätze dafür: %3 müssten weggelassen werden</translation>
+    </message>
+    <message>
+        <source>it is a device or a pipe</source>
+        <translation>es ist ein Gerät oder eine Pipe</translation>
+    </message>
+    <message>
+        <source>%1: calculated with %2, but the reference set of %3 with %4</source>
+        <translation>%1: mit %2 berechnet, der Referenzsatz von %3 aber mit %4</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::AgreementPlot</name>
@@ -2443,6 +2451,18 @@ Optionen:
     <message>
         <source>Compare pairs any numbers of lines and sites: it is in the tool bar and in the menu Spectrum.</source>
         <translation>Vergleichen ordnet beliebig viele Linien und Plätze einander zu: es steht in der Werkzeugleiste und im Menü Spektrum.</translation>
+    </message>
+    <message>
+        <source>Forget Reference Sets</source>
+        <translation>Referenzsätze vergessen</translation>
+    </message>
+    <message>
+        <source>New spectra and comparisons no longer start with reference and slope of a set</source>
+        <translation>Neue Spektren und Vergleiche beginnen nicht mehr mit Referenz und Steigung eines Satzes</translation>
+    </message>
+    <message>
+        <source>%1: new spectra and comparisons no longer start with a set</source>
+        <translation>%1: neue Spektren und Vergleiche beginnen nicht mehr mit einem Satz</translation>
     </message>
 </context>
 <context>
@@ -2685,6 +2705,18 @@ Optionen:
     <message>
         <source>Reference, ppm</source>
         <translation>Referenz, ppm</translation>
+    </message>
+    <message>
+        <source>&lt;i&gt;The sites do not go into the numbers of peaks at one place: each place counts as one line&lt;/i&gt;</source>
+        <translation>&lt;i&gt;Die Plätze gehen nicht in den Anzahlen der Peaks an einer Stelle auf: jede Stelle zählt als eine Linie&lt;/i&gt;</translation>
+    </message>
+    <message>
+        <source>RMSD %1 ppm</source>
+        <translation>RMSD %1 ppm</translation>
+    </message>
+    <message>
+        <source>This measurement keeps options of its own: the numbers are not those of the ranking</source>
+        <translation>Diese Messung behält eigene Einstellungen: die Zahlen sind nicht die der Rangliste</translation>
     </message>
 </context>
 <context>
@@ -4584,6 +4616,21 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     <message>
         <source>Copy</source>
         <translation>Kopieren</translation>
+    </message>
+    <message numerus="yes">
+        <source> (and %n more)</source>
+        <translation>
+            <numerusform> (und %n weitere)</numerusform>
+            <numerusform> (und %n weitere)</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 is no MAGRES file by its content and is left out</source>
+        <translation>%1 ist dem Inhalt nach keine MAGRES-Datei und wird weggelassen</translation>
+    </message>
+    <message>
+        <source>Rank</source>
+        <translation>Rang</translation>
     </message>
 </context>
 <context>

@@ -101,6 +101,13 @@ in the plot &quot;%1&quot;; can be dragged onto another one</numerusform>
             <numerusform>, %n failed: the last column says why</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source> (and %n more)</source>
+        <translation>
+            <numerusform> (and %n more)</numerusform>
+            <numerusform> (and %n more)</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>Workbench::StackMenu</name>

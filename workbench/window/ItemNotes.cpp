@@ -8,6 +8,7 @@
 #include "items/plot/NmrData.h"
 #include "items/plot/NmrItem.h"
 #include "window/SpectrumCommands.h"
+#include "window/compare/ReferenceSets.h"
 
 #include <QGraphicsView>
 #include <QMessageBox>
@@ -122,6 +123,14 @@ QList<ItemNote> ItemNotes::remarks(NmrItem *item) const
             break;
         }
         notes.append(note);
+    }
+    for (const SpectrumEntry &entry : data.stack().entries) {
+        for (const QString &doubt : ReferenceSets::doubtsAbout(entry, *m_scene)) {
+            const bool isNew =
+                std::none_of(notes.begin(), notes.end(), [&](const ItemNote &note) { return note.text == doubt; });
+            if (isNew)
+                notes.append({doubt, {}, {}});
+        }
     }
     return notes;
 }

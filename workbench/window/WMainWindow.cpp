@@ -400,8 +400,9 @@ void WMainWindow::createMenus()
     connect(m_compare, &CompareCommands::reported, this,
             [this](const QString &text) { statusBar()->showMessage(text); });
     connect(m_compare, &CompareCommands::fileWanted, this, [this](const QString &path) { openPath(path, nullptr); });
-    createItemMenu(tr("&Spectrum"), [this] { return scene()->currentNmrItem(); }, tr("No spectrum on the page"),
-                   {m_create, m_createPowder, m_addMeasurement, m_compare->referenceSetAction()});
+    createItemMenu(
+        tr("&Spectrum"), [this] { return scene()->currentNmrItem(); }, tr("No spectrum on the page"),
+        {m_create, m_createPowder, m_addMeasurement, m_compare->referenceSetAction(), m_compare->forgetSetsAction()});
     createItemMenu(
         tr("&Table"), [this] { return scene()->currentTableItem(); }, tr("No table on the page"));
     createItemMenu(

@@ -544,7 +544,11 @@ LinePairing LinePairing::of(const std::vector<ComparedSite> &sites, const std::v
         else
             enter(problem, best(problem, [&](const Scale &scale) { return sparseSplit(problem, scale); }), pairing);
     } else {
-        fail(Texts::tr("%1 lines were measured, but the structure has only %2 sites for them").arg(m).arg(n));
+        fail(Texts::tr("%1 lines were measured, but the structure has only %2 sites for them: %3 would have to be left "
+                       "out")
+                 .arg(m)
+                 .arg(n)
+                 .arg(m - n));
     }
     return pairing;
 }

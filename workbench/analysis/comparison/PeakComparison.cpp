@@ -76,6 +76,7 @@ PeakComparison PeakComparison::of(const CrystalStructure &structure, const Uniqu
             // What one place cannot be, the next way of reading it may.
         }
     }
+    result.dropsNumbers = isCounted;
     return compare(Counting::Lines);
 }
 

@@ -14,6 +14,7 @@ struct PeakComparison {
     NucleusMeasurement measurement; ///< with the lines of the peaks
     std::vector<QList<QUuid>> peaks; ///< of each line
     NucleusComparison comparison;
+    bool dropsNumbers = false; ///< of peaks at one place, into which the sites do not go
 
     /// The lines of `measurement` come from the peaks. Peaks at one place are a line that counts as often, where these
     /// counts can be met; else lines of their own, or one line. Throws as NucleusComparison::of().

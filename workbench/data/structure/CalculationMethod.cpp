@@ -10,6 +10,9 @@
 namespace Workbench {
 namespace {
 
+const QString codeKey = QStringLiteral("Code"), versionKey = QStringLiteral("Version"),
+              functionalKey = QStringLiteral("Functional"), cutoffKey = QStringLiteral("Cutoff");
+
 /// Electronvolt per unit of energy (CODATA 2018); 0 for a unit that is not known. The format's own unit is the hartree.
 double inElectronvolt(const QByteArray &unit)
 {
@@ -75,6 +78,23 @@ CalculationMethod CalculationMethod::fromFile(const QString &fileName)
     constexpr qint64 head = 64 << 10;
     QFile file(fileName);
     return file.open(QIODevice::ReadOnly) ? fromText(file.read(head)) : CalculationMethod();
+}
+
+QVariantMap CalculationMethod::toMap() const
+{
+    QVariantMap map{{codeKey, code}, {versionKey, version}, {functionalKey, functional}};
+    if (cutoff)
+        map.insert(cutoffKey, *cutoff);
+    return map;
+}
+
+CalculationMethod CalculationMethod::fromMap(const QVariantMap &map)
+{
+    CalculationMethod method{
+        map.value(codeKey).toString(), map.value(versionKey).toString(), map.value(functionalKey).toString(), {}};
+    if (const double cutoff = map.value(cutoffKey).toDouble(); cutoff > 0)
+        method.cutoff = cutoff;
+    return method;
 }
 
 bool CalculationMethod::agreesWith(const CalculationMethod &other) const

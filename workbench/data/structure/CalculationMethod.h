@@ -3,6 +3,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QVariantMap>
 
 #include <optional>
 #include <vector>
@@ -21,6 +22,10 @@ struct CalculationMethod {
     static CalculationMethod fromText(const QByteArray &text);
     /// From a file, of which only the head is read. Empty for a file that cannot be opened.
     static CalculationMethod fromFile(const QString &fileName);
+
+    /// As documents keep it.
+    QVariantMap toMap() const;
+    static CalculationMethod fromMap(const QVariantMap &map);
 
     bool isEmpty() const { return code.isEmpty() && functional.isEmpty() && !cutoff; }
     /// The same code, functional and cut-off, this to a tenth of a percent. What one of both does not know makes no

@@ -47,24 +47,24 @@ void addPoints(QCPAxisRect *rect, const QVector<double> &x, const QVector<double
     points->setData(x, y);
 }
 
-void addName(QCustomPlot *plot, QCPAxisRect *rect, double x, double y, const QString &name)
+QCPItemText *addName(QCustomPlot *plot, QCPAxisRect *rect, double x, double y, const QString &name)
 {
     auto *text = new QCPItemText(plot);
     text->position->setAxisRect(rect);
     text->position->setAxes(rect->axis(QCPAxis::atBottom), rect->axis(QCPAxis::atLeft));
     text->setClipAxisRect(rect);
     text->position->setCoords(x, y);
-    const bool isRight = x > rect->axis(QCPAxis::atBottom)->range().center();
-    text->setPositionAlignment((isRight ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     text->setPadding(QMargins(6, 0, 6, 0));
     text->setFont(PlotStyle::font(labelSize - 1));
     text->setText(name);
+    return text;
 }
 
 } // namespace
 
 AgreementPlot::AgreementPlot(Looks looks, QWidget *parent) : QCustomPlot(parent), m_looks(looks)
 {
+    connect(this, &QCustomPlot::afterLayout, this, &AgreementPlot::placeNames);
     setComparisons({});
 }
 
@@ -76,6 +76,7 @@ QSize AgreementPlot::fullSize() const
 void AgreementPlot::setComparisons(const std::vector<NucleusComparison> &comparisons)
 {
     m_marks.clear();
+    m_names.clear();
     m_rects.clear();
     m_pairs = comparisons.empty() ? std::vector<SitePair>() : comparisons.front().agreement.pairs;
     clearPlottables();
@@ -166,7 +167,36 @@ void AgreementPlot::addColumn(int column, const NucleusComparison &comparison)
     order.resize(std::min<std::size_t>(order.size(), namedSites));
     for (std::size_t i : order) {
         const SitePair &pair = agreement.pairs[i];
-        addName(this, lower, pair.calculated, pair.difference(), comparison.sites[std::size_t(pair.site)].name);
+        m_names.push_back(
+            addName(this, lower, pair.calculated, pair.difference(), comparison.sites[std::size_t(pair.site)].name));
+    }
+}
+
+/// Each name on the side of its point that looks into the plot, else on the other one; what would lie on another name
+/// is left out.
+void AgreementPlot::placeNames()
+{
+    std::vector<QRectF> taken;
+    for (QCPItemText *name : m_names) {
+        const QRectF room = name->clipAxisRect()->rect();
+        const QPointF at = name->position->pixelPosition();
+        QRectF box({}, QFontMetricsF(name->font()).size(0, name->text()));
+        const double padding = name->padding().left();
+        box.setWidth(box.width() + 2 * padding);
+        const auto isFree = [&](Qt::Alignment side) {
+            box.moveCenter(at);
+            side == Qt::AlignLeft ? box.moveLeft(at.x()) : box.moveRight(at.x());
+            return box.left() >= room.left() && box.right() <= room.right()
+                && std::none_of(taken.begin(), taken.end(), [&](const QRectF &other) { return other.intersects(box); });
+        };
+        const bool isRight = at.x() > room.center().x();
+        const Qt::Alignment inner = isRight ? Qt::AlignRight : Qt::AlignLeft;
+        const Qt::Alignment outer = isRight ? Qt::AlignLeft : Qt::AlignRight;
+        const Qt::Alignment side = isFree(inner) ? inner : outer;
+        name->setVisible(isFree(side));
+        name->setPositionAlignment(side | Qt::AlignVCenter);
+        if (name->visible())
+            taken.push_back(box);
     }
 }
 

@@ -24,11 +24,13 @@ public:
 
 private:
     void addColumn(int column, const NucleusComparison &comparison);
+    void placeNames();
 
     const Looks m_looks;
     std::vector<SitePair> m_pairs; ///< of the first comparison
     std::vector<QPointer<QCPAxisRect>> m_rects; ///< its shifts and its differences
     std::vector<QCPGraph *> m_marks;
+    std::vector<QCPItemText *> m_names; ///< of sites, the most important ones first
 };
 
 } // namespace Workbench

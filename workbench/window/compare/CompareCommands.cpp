@@ -43,7 +43,8 @@ CompareCommands::CompareCommands(MainScene *scene, DataEngine *engine, WorkBar *
       m_data(engine),
       m_window(window),
       m_panel(new ComparePanel(scene, engine, window)),
-      m_referenceSet(new QAction(tr("Reference Se&t..."), this))
+      m_referenceSet(new QAction(tr("Reference Se&t..."), this)),
+      m_forgetSets(new QAction(tr("Forget Reference Sets"), this))
 {
     window->addDockWidget(Qt::RightDockWidgetArea, m_panel);
     window->resizeDocks({m_panel}, {panelWidth}, Qt::Horizontal);
@@ -69,6 +70,9 @@ CompareCommands::CompareCommands(MainScene *scene, DataEngine *engine, WorkBar *
     addActions({compare, rank});
     m_referenceSet->setToolTip(tr("Reference and slope from a set that the command calibrate has written"));
     connect(m_referenceSet, &QAction::triggered, this, &CompareCommands::chooseReferenceSet);
+    m_forgetSets->setToolTip(tr("New spectra and comparisons no longer start with reference and slope of a set"));
+    connect(m_forgetSets, &QAction::triggered, this, &CompareCommands::forgetReferenceSets);
+    m_forgetSets->setEnabled(!ReferenceSets::scales().isEmpty());
     new SiteLabels(scene, engine);
     scene->tableSites()->setStart(ReferenceSets::scales());
     qApp->installEventFilter(this);
@@ -106,9 +110,9 @@ void CompareCommands::showRanked(const QUuid &table)
     for (QGraphicsView *view : m_scene->views())
         view->ensureVisible(item, 0, 0);
     m_panel->open();
-    if (m_rank && !m_rank->comparedEntries().isEmpty())
-        m_panel->showMeasurement(m_rank->comparedEntries().constFirst());
     m_panel->showStructure(table);
+    if (m_rank && !m_rank->compared().empty())
+        m_panel->showAsRanked(m_rank->compared().front().entry, m_rank->compared().front().options);
 }
 
 void CompareCommands::openRanked(const QString &path)
@@ -145,8 +149,7 @@ void CompareCommands::useReferenceSet(const QString &fileName)
 {
     try {
         const ReferenceSet set = ReferenceSets::use(fileName);
-        m_panel->followReferenceSets();
-        m_scene->tableSites()->setStart(ReferenceSets::scales());
+        followReferenceSets();
         Q_EMIT reported(tr("%1: new spectra and comparisons start with reference %2 ppm and slope %3 (%4)")
                             .arg(set.nucleus, QString::number(set.calibration.reference, 'f', 2),
                                  QString::number(set.calibration.slope, 'f', 4), set.method.text()));
@@ -154,6 +157,21 @@ void CompareCommands::useReferenceSet(const QString &fileName)
         QMessageBox::critical(m_window, tr("%1 is no reference set").arg(QFileInfo(fileName).fileName()),
                               elided(QString::fromUtf8(error.what())));
     }
+}
+
+void CompareCommands::forgetReferenceSets()
+{
+    const QStringList nuclei = ReferenceSets::forget();
+    followReferenceSets();
+    Q_EMIT reported(tr("%1: new spectra and comparisons no longer start with a set").arg(nuclei.join(u", ")));
+}
+
+void CompareCommands::followReferenceSets()
+{
+    m_panel->followReferenceSets();
+    const auto scales = ReferenceSets::scales();
+    m_scene->tableSites()->setStart(scales);
+    m_forgetSets->setEnabled(!scales.isEmpty());
 }
 
 bool CompareCommands::isAboutCounts(const QMessageBox &box) const

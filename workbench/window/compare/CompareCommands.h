@@ -32,6 +32,7 @@ public:
     /// Made when it is first opened.
     RankDialog *rankDialog();
     QAction *referenceSetAction() const { return m_referenceSet; }
+    QAction *forgetSetsAction() const { return m_forgetSets; }
 
     void openRanking();
     /// Errors are shown in a message box.
@@ -50,6 +51,8 @@ protected:
 
 private:
     void chooseReferenceSet();
+    void forgetReferenceSets();
+    void followReferenceSets();
     void showRanked(const QUuid &table);
     void openRanked(const QString &path);
     /// Whether the plug-in refuses because the numbers of peaks differ.
@@ -62,6 +65,7 @@ private:
     ComparePanel *m_panel;
     RankDialog *m_rank = nullptr;
     QAction *m_referenceSet;
+    QAction *m_forgetSets;
     QString m_rankProgram;
     QString m_directory;
     QHash<QString, QUuid> m_opened; ///< the tables of files, by canonical path

@@ -288,6 +288,24 @@ void ComparePanel::showMeasurement(const QUuid &entry)
     refresh();
 }
 
+void ComparePanel::showAsRanked(const QUuid &entry, const CompareOptions &options)
+{
+    showMeasurement(entry);
+    if (!measurement() || measurement()->entry != entry)
+        return;
+    if (!keptOptions().isEmpty()) {
+        // A choice that was made here stays.
+        if (CompareOptions::fromMap(keptOptions())->toMap() != options.toMap())
+            Q_EMIT reported(tr("This measurement keeps options of its own: the numbers are not those of the ranking"));
+        return;
+    }
+    const QSignalBlocker blocked(m_nucleus);
+    m_nucleus->setCurrentIndex(std::max(0, m_nucleus->findText(options.nucleus)));
+    takeDefaults(m_nucleus->currentText());
+    setOptions(options);
+    refresh();
+}
+
 void ComparePanel::followCurrentItems()
 {
     if (!isVisible())
@@ -412,7 +430,9 @@ void ComparePanel::fillNuclei()
     // The user's choice goes before the list's name, which makes the start.
     const bool isNew = measurement() && (m_takenFrom != measurement()->entry || m_taken != keptOptions());
     const auto kept = CompareOptions::fromMap(keptOptions());
-    const int start = isNew ? m_nucleus->findText(kept ? kept->nucleus : measurement()->likelyNucleus) : -1;
+    int start = isNew ? m_nucleus->findText(kept ? kept->nucleus : measurement()->likelyNucleus) : -1;
+    if (isNew && m_takenFrom == measurement()->entry)
+        start = std::max(0, start); // the choice was taken back
     m_nucleus->setCurrentIndex(std::max(0, start >= 0 ? start : m_nucleus->findText(current)));
 }
 
@@ -553,6 +573,12 @@ void ComparePanel::compare()
         const CrystalStructure &atoms = structureData(structure()->data);
         m_spaceGroup = unique.spaceGroup;
         m_warnings = unique.warnings;
+        const bool usesSet = m_referenceKind->currentData() == OfSet || m_slopeKind->currentData() == OfSet;
+        const DocumentItem *table = m_scene->item(structure()->table);
+        if (const QString doubt =
+                usesSet && m_set && table ? m_set->doubtAbout(table->method(), structure()->name) : QString();
+            !doubt.isEmpty())
+            m_warnings.append(doubt);
         m_compared = PeakComparison::of(atoms, unique, measurementOptions(), peaks);
         if (m_compared->comparison.pairing.assignedLines == 0)
             return;
@@ -605,6 +631,9 @@ QString ComparePanel::resultText() const
     }
     if (!comparison.pairing.leftOut.empty())
         texts.append(tr("%n line(s) left out", nullptr, int(comparison.pairing.leftOut.size())));
+    if (m_compared->dropsNumbers)
+        texts.append(tr("<i>The sites do not go into the numbers of peaks at one place: each place counts as one "
+                        "line</i>"));
     for (const QString &warning : m_warnings)
         texts.append(tr("<i>%1</i>").arg(warning.toHtmlEscaped()));
     return texts.join(QLatin1String("<br>"));
@@ -640,6 +669,8 @@ void ComparePanel::showResult()
         m_result->setText(text);
         m_result->setToolTip(QString());
     }
+    if (m_pairs->hasFocus())
+        light();
 }
 
 bool ComparePanel::hasLabels() const
@@ -720,6 +751,8 @@ void ComparePanel::freeLine(const std::vector<int> &lines)
         Q_EMIT reported(tr("This line finds its site by itself already"));
     else
         setLabels(labels, tr("Pair Line Automatically"));
+    if (!labels.empty() && m_compared)
+        Q_EMIT reported(tr("RMSD %1 ppm").arg(ppm(m_compared->comparison.agreement.rmsd)));
 }
 
 void ComparePanel::freeAll()

@@ -36,6 +36,8 @@ public:
     void open();
     void showStructure(const QUuid &table);
     void showMeasurement(const QUuid &entry);
+    /// With the options of a ranking, unless the user chose others here.
+    void showAsRanked(const QUuid &entry, const CompareOptions &options);
     /// To be called when reference sets have changed.
     void followReferenceSets();
 

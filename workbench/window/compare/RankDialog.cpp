@@ -105,7 +105,7 @@ RankDialog::RankDialog(MainScene *scene, DataEngine *engine, Program program, Is
     m_table->setObjectName(QStringLiteral("ranking"));
     m_table->setModel(m_model);
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_table->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_table->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_table->setAlternatingRowColors(true);
     m_table->setWordWrap(false);
     m_table->horizontalHeader()->setStretchLastSection(true);
@@ -121,7 +121,11 @@ RankDialog::RankDialog(MainScene *scene, DataEngine *engine, Program program, Is
     layout->addWidget(m_progress);
     layout->addWidget(m_status);
     layout->addWidget(createButtons());
-    connect(m_table, &QTableView::clicked, this, &RankDialog::choose);
+    connect(m_table, &QTableView::clicked, this, [this](const QModelIndex &index) {
+        // With Ctrl and Shift rows are gathered.
+        if (!(QGuiApplication::keyboardModifiers() & (Qt::ControlModifier | Qt::ShiftModifier)))
+            choose(index);
+    });
     auto *copy = new QAction(tr("Copy"), m_table);
     copy->setShortcut(QKeySequence::Copy);
     copy->setShortcutContext(Qt::WidgetShortcut);
@@ -306,15 +310,19 @@ void RankDialog::setFiles(const QStringList &files)
 
 void RankDialog::setFolder(const QString &folder)
 {
-    QStringList files;
+    QStringList files, others;
     for (const QFileInfo &file : QDir(folder).entryInfoList(QDir::Files | QDir::Readable, QDir::Name)) {
         if (m_isCandidate(file.filePath()))
             files.append(file.absoluteFilePath());
+        else if (file.suffix().toLower() == u"magres")
+            others.append(file.fileName());
     }
     if (files.isEmpty())
         m_status->setText(tr("There is no calculation in %1").arg(folder));
     else
         setFiles(files);
+    if (!files.isEmpty() && !others.isEmpty())
+        m_status->setText(tr("%1 is no MAGRES file by its content and is left out").arg(elided(others.join(u", "))));
 }
 
 void RankDialog::usePage()
@@ -372,10 +380,11 @@ std::vector<RankDialog::Lines> RankDialog::chosenLines() const
             for (MeasuredLine &line : lines.measurement.lines)
                 line.sites.clear();
         }
-        if (const auto set = m_useSets->isChecked() ? ReferenceSets::of(nucleus) : std::nullopt) {
-            lines.setFile = ReferenceSets::fileOf(nucleus);
-            lines.measurement.scale.slope = set->calibration.slope;
-            lines.measurement.calibration = set->calibration;
+        if (m_useSets->isChecked())
+            lines.set = ReferenceSets::of(nucleus);
+        if (lines.set) {
+            lines.measurement.scale.slope = lines.set->calibration.slope;
+            lines.measurement.calibration = lines.set->calibration;
         }
         all.push_back(std::move(lines));
     }
@@ -413,15 +422,18 @@ QStringList RankDialog::workerArguments(const std::vector<Lines> &lines)
         const QString name = m_folder->filePath(nucleus + QStringLiteral(".csv"));
         OutputFiles files;
         files.open(name).write(peakList(each.measurement.lines));
-        files.commit();
         arguments.append(QStringLiteral("--experiment=%1=%2").arg(nucleus, name));
         if (each.measurement.sigma) {
             QByteArray sigma;
             NumberText::append17(sigma, *each.measurement.sigma);
             arguments.append(QStringLiteral("--sigma=%1=%2").arg(nucleus, QString::fromLatin1(sigma)));
         }
-        if (!each.setFile.isEmpty())
-            arguments.append(QStringLiteral("--reference-set=") + each.setFile);
+        if (each.set) {
+            const QString set = m_folder->filePath(nucleus + QStringLiteral(".json"));
+            files.open(set).write(each.set->toJson());
+            arguments.append(QStringLiteral("--reference-set=") + set);
+        }
+        files.commit();
     }
     return arguments;
 }
@@ -434,9 +446,21 @@ void RankDialog::start()
         const std::vector<Lines> lines = chosenLines();
         m_ranking = ranking(lines);
         m_singleNucleus = lines.front().measurement.nucleus;
-        m_comparedEntries.clear();
-        for (const Lines &each : lines)
-            m_comparedEntries.append(each.choice.entry);
+        m_compared.clear();
+        m_sets.clear();
+        for (const Lines &each : lines) {
+            CompareOptions options;
+            options.nucleus = each.measurement.nucleus;
+            options.averaging = m_averaging->currentIndex();
+            options.sigma = each.measurement.sigma.value_or(0);
+            options.unmatched = each.measurement.unmatched;
+            if (each.set) {
+                options.slopeKind = CompareOptions::OfSet;
+                options.slope = each.set->calibration.slope;
+                m_sets.push_back(*each.set);
+            }
+            m_compared.push_back({each.choice.entry, options});
+        }
         m_rows.clear();
         m_tables.clear();
         m_crew.reset();
@@ -547,6 +571,7 @@ void RankDialog::end(const QString &failure)
         text += tr(". Probabilities are relative to this pool: they say nothing about structures that are not in it");
         for (const QString &note : RankTable::notesOn(rows, m_model->layout()))
             text += QStringLiteral(". ") + note;
+        text += doubtsAbout(rows);
         m_status->setText(failure.isEmpty() ? text : elided(failure));
         m_folder.reset();
     }
@@ -554,6 +579,26 @@ void RankDialog::end(const QString &failure)
     m_followLater->start();
     if (wasRunning)
         Q_EMIT ranked();
+}
+
+/// About methods of calculation other than those of the sets, of the best structures.
+QString RankDialog::doubtsAbout(const std::vector<RankRow> &rows) const
+{
+    constexpr std::size_t mostRead = 100;
+    QStringList doubts;
+    for (std::size_t i = 0; i < std::min(rows.size(), mostRead) && !m_sets.empty(); ++i) {
+        const QString &file = rows[i].file;
+        const auto table = m_tables.constFind(file);
+        const DocumentItem *item = table == m_tables.constEnd() ? nullptr : m_scene->item(*table);
+        const CalculationMethod method = item ? item->method() : CalculationMethod::fromFile(file);
+        for (const ReferenceSet &set : m_sets)
+            doubts.append(set.doubtAbout(method, QFileInfo(file).fileName()));
+    }
+    doubts.removeAll(QString());
+    if (doubts.isEmpty())
+        return {};
+    return QStringLiteral(". ") + doubts.constFirst()
+        + (doubts.size() > 1 ? tr(" (and %n more)", nullptr, int(doubts.size()) - 1) : QString());
 }
 
 QString RankDialog::status() const
@@ -592,15 +637,20 @@ void RankDialog::copyRows()
     const QModelIndexList selected = m_table->selectionModel()->selectedRows();
     QStringList lines;
     const auto add = [&](const auto &cell) {
-        QStringList cells;
+        QStringList cells{cell(-1)};
         for (int column = 0; column < m_model->columnCount(); ++column)
             cells.append(cell(column));
         lines.append(cells.join(u'\t'));
     };
-    add([&](int column) { return m_model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString(); });
+    add([&](int column) {
+        return column < 0 ? tr("Rank") : m_model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
+    });
     for (int row = 0; row < m_model->rowCount(); ++row) {
         if (selected.isEmpty() || selected.contains(m_model->index(row, 0)))
-            add([&](int column) { return m_model->index(row, column).data().toString(); });
+            add([&](int column) {
+                return column < 0 ? m_model->headerData(row, Qt::Vertical, Qt::DisplayRole).toString()
+                                  : m_model->index(row, column).data().toString();
+            });
     }
     QGuiApplication::clipboard()->setText(lines.join(u'\n') + u'\n');
 }

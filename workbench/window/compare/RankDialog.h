@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "formats/ReferenceSet.h"
 #include "ranking/RankCrew.h"
 #include "ranking/ShiftRanking.h"
+#include "window/compare/CompareOptions.h"
 #include "window/compare/DocumentChoices.h"
 
 #include <QDialog>
@@ -59,8 +61,11 @@ public:
     RankModel *model() const { return m_model; }
     /// What was done, or why nothing was.
     QString status() const;
-    /// The measurements that were compared.
-    QList<QUuid> comparedEntries() const { return m_comparedEntries; }
+    struct Compared {
+        QUuid entry; ///< the measurement
+        CompareOptions options; ///< that compare it with one structure as it was here
+    };
+    const std::vector<Compared> &compared() const { return m_compared; }
 
 Q_SIGNALS:
     void structureChosen(const QUuid &table);
@@ -75,7 +80,7 @@ private:
     struct Lines {
         MeasurementChoice choice;
         NucleusMeasurement measurement;
-        QString setFile; ///< of the reference set; empty for none
+        std::optional<ReferenceSet> set;
     };
 
     QWidget *createCandidates();
@@ -94,6 +99,7 @@ private:
     void rankNextOfPage();
     void showRows();
     void end(const QString &text);
+    QString doubtsAbout(const std::vector<RankRow> &rows) const;
     void choose(const QModelIndex &index);
     void copyRows();
     void save();
@@ -123,8 +129,9 @@ private:
     QString m_directory;
     bool m_running = false;
     QString m_singleNucleus;
-    QList<QUuid> m_comparedEntries;
+    std::vector<Compared> m_compared;
     ShiftRanking m_ranking;
+    std::vector<ReferenceSet> m_sets; ///< that the ranking uses
     QList<StructureChoice> m_page; ///< being ranked
     std::vector<RankRow> m_rows; ///< of the page
     QHash<QString, QUuid> m_tables; ///< of the page, by the name in the ranking

@@ -51,6 +51,14 @@ void RankModel::createColumns(const QString &singleNucleus)
     };
     m_columns.append({tr("Structure"), tr("A click opens it beside the measurement"),
                       [](const RankRow &row) { return QVariant(QFileInfo(row.file).fileName()); }, -1});
+    const auto addProbabilities = [&] {
+        add(tr("Probability"), tr("In this pool, given that one of its structures is right"), &RankRow::probability, 3);
+        add(tr("with 1.5 σ"), tr("The same with errors half as large again"), &RankRow::wideProbability, 3);
+    };
+    // What the rows are sorted by comes first.
+    const bool isByProbability = m_layout.parts() > 1 && !m_layout.plane;
+    if (isByProbability)
+        addProbabilities();
     for (int part = 0; part < m_layout.parts(); ++part) {
         const QString name = m_layout.nuclei.value(part);
         const QString nucleus = name.isEmpty() ? singleNucleus : name;
@@ -79,8 +87,8 @@ void RankModel::createColumns(const QString &singleNucleus)
     }
     m_columns.append({tr("χ²/dof"), chiSquareTip, [](const RankRow &row) { return reduced(row); }, 2});
     add(tr("p"), pTip, &RankRow::p, -1);
-    add(tr("Probability"), tr("In this pool, given that one of its structures is right"), &RankRow::probability, 3);
-    add(tr("with 1.5 σ"), tr("The same with errors half as large again"), &RankRow::wideProbability, 3);
+    if (!isByProbability)
+        addProbabilities();
     m_columns.append({tr("Fit"), tr("Bad: the differences are larger than errors explain"),
                       [](const RankRow &row) {
                           QStringList texts{row.fit == QLatin1String("bad") ? tr("bad") : row.fit, row.message};

@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "window/compare/ReferenceSets.h"
 
+#include "analysis/PowderEntry.h"
 #include "data/Error.h"
+#include "host/MainScene.h"
+#include "items/DocumentItem.h"
+#include "window/compare/DocumentChoices.h"
 
 #include <QFileInfo>
 #include <QSettings>
@@ -10,13 +14,23 @@ namespace Workbench {
 
 namespace {
 
-const QString filesKey = QStringLiteral("referenceSets");
+const QString filesKey = QStringLiteral("referenceSets"), textsKey = QStringLiteral("referenceSetTexts");
+// Where the plug-in looks for what its next spectrum starts with, by nucleus.
+const QString referenceKey = QStringLiteral("magresPlugin/ref"), slopeKey = QStringLiteral("magresPlugin/slope");
 
-/// Where the plug-in looks for what its next spectrum starts with, by nucleus.
-void setStart(QSettings &settings, const QString &key, const QString &nucleus, double value)
+void keep(QSettings &settings, const QString &key, const QString &nucleus, const QVariant &value)
 {
     QVariantMap values = settings.value(key).toMap();
     values.insert(nucleus, value);
+    settings.setValue(key, values);
+}
+
+/// Unless it is another value by now.
+void drop(QSettings &settings, const QString &key, const QString &nucleus, double value)
+{
+    QVariantMap values = settings.value(key).toMap();
+    if (values.value(nucleus).toDouble() == value)
+        values.remove(nucleus);
     settings.setValue(key, values);
 }
 
@@ -28,12 +42,26 @@ ReferenceSet use(const QString &fileName)
 {
     ReferenceSet set = ReferenceSet::read(fileName);
     QSettings settings;
-    QVariantMap files = settings.value(filesKey).toMap();
-    files.insert(set.nucleus, QFileInfo(fileName).absoluteFilePath());
-    settings.setValue(filesKey, files);
-    setStart(settings, QStringLiteral("magresPlugin/ref"), set.nucleus, set.calibration.reference);
-    setStart(settings, QStringLiteral("magresPlugin/slope"), set.nucleus, set.calibration.slope);
+    keep(settings, filesKey, set.nucleus, QFileInfo(fileName).absoluteFilePath());
+    keep(settings, textsKey, set.nucleus, set.toJson());
+    keep(settings, referenceKey, set.nucleus, set.calibration.reference);
+    keep(settings, slopeKey, set.nucleus, set.calibration.slope);
     return set;
+}
+
+QStringList forget()
+{
+    QSettings settings;
+    const QStringList nuclei = settings.value(filesKey).toMap().keys();
+    for (const QString &nucleus : nuclei) {
+        if (const auto set = of(nucleus)) {
+            drop(settings, referenceKey, nucleus, set->calibration.reference);
+            drop(settings, slopeKey, nucleus, set->calibration.slope);
+        }
+    }
+    settings.remove(filesKey);
+    settings.remove(textsKey);
+    return nuclei;
 }
 
 QString fileOf(const QString &nucleus)
@@ -46,8 +74,10 @@ std::optional<ReferenceSet> of(const QString &nucleus)
     const QString file = fileOf(nucleus);
     if (file.isEmpty())
         return std::nullopt;
+    const QByteArray text = QSettings().value(textsKey).toMap().value(nucleus).toByteArray();
     try {
-        ReferenceSet set = ReferenceSet::read(file);
+        // Earlier versions kept the name alone.
+        ReferenceSet set = text.isEmpty() ? ReferenceSet::read(file) : ReferenceSet::fromJson(text, file);
         return set.nucleus == nucleus ? std::optional(std::move(set)) : std::nullopt;
     } catch (const std::exception &) {
         return std::nullopt;
@@ -63,6 +93,31 @@ PowderSettings powderStart(const QString &nucleus)
         settings.slope = set->calibration.slope;
     }
     return settings;
+}
+
+QStringList doubtsAbout(const SpectrumEntry &entry, const MainScene &scene)
+{
+    if (!entry.isSimulated())
+        return {};
+    const DocumentItem *table = nullptr;
+    for (const StructureChoice &choice : structuresOf(scene)) {
+        if (choice.data == entry.dataId())
+            table = scene.item(choice.table);
+    }
+    const auto powder = PowderOrigin::of(entry);
+    const QVariantHash parameters = entry.parameters(QStringLiteral("magres"));
+    const QVariantMap references = parameters.value(QStringLiteral("ref")).toMap(),
+                      slopes = parameters.value(QStringLiteral("slope")).toMap();
+    QStringList doubts;
+    for (const QString &nucleus : table ? entry.nuclei() : QStringList()) {
+        const auto set = of(nucleus);
+        const double reference = powder ? powder->settings.reference : references.value(nucleus).toDouble();
+        const double slope = powder ? powder->settings.slope : slopes.value(nucleus).toDouble();
+        if (set && reference == set->calibration.reference && slope == set->calibration.slope)
+            doubts.append(set->doubtAbout(table->method(), table->source()));
+    }
+    doubts.removeAll(QString());
+    return doubts;
 }
 
 QMap<QString, SiteTable::Scale> scales()
