@@ -16,7 +16,8 @@ namespace {
 
 const QString filesKey = QStringLiteral("referenceSets"), textsKey = QStringLiteral("referenceSetTexts");
 // Where the plug-in looks for what its next spectrum starts with, by nucleus.
-const QString referenceKey = QStringLiteral("magresPlugin/ref"), slopeKey = QStringLiteral("magresPlugin/slope");
+const QString startReferenceKey = QStringLiteral("magresPlugin/ref"),
+              startSlopeKey = QStringLiteral("magresPlugin/slope");
 
 void keep(QSettings &settings, const QString &key, const QString &nucleus, const QVariant &value)
 {
@@ -44,8 +45,8 @@ ReferenceSet use(const QString &fileName)
     QSettings settings;
     keep(settings, filesKey, set.nucleus, QFileInfo(fileName).absoluteFilePath());
     keep(settings, textsKey, set.nucleus, set.toJson());
-    keep(settings, referenceKey, set.nucleus, set.calibration.reference);
-    keep(settings, slopeKey, set.nucleus, set.calibration.slope);
+    keep(settings, startReferenceKey, set.nucleus, set.calibration.reference);
+    keep(settings, startSlopeKey, set.nucleus, set.calibration.slope);
     return set;
 }
 
@@ -55,8 +56,8 @@ QStringList forget()
     const QStringList nuclei = settings.value(filesKey).toMap().keys();
     for (const QString &nucleus : nuclei) {
         if (const auto set = of(nucleus)) {
-            drop(settings, referenceKey, nucleus, set->calibration.reference);
-            drop(settings, slopeKey, nucleus, set->calibration.slope);
+            drop(settings, startReferenceKey, nucleus, set->calibration.reference);
+            drop(settings, startSlopeKey, nucleus, set->calibration.slope);
         }
     }
     settings.remove(filesKey);
