@@ -290,6 +290,13 @@ private Q_SLOTS:
                    "the highest point"_s);
             fill(dialog, {{"fitScale", false}, {"scale", 1.0}, {"lorentzian", 90.0}, {"gaussian", 0.0}});
             part<QPushButton>(dialog, "fit")->click();
+            // A field that is not the measurement's is told.
+            const auto *notes = part<QLabel>(dialog, "notes");
+            QVERIFY(!notes->text().contains(u"measured.csv was measured at"));
+            fill(dialog, {{"frequency", 600.0}});
+            QTRY_VERIFY2(notes->text().startsWith(u"measured.csv was measured at 104.31 MHz"),
+                         qPrintable(notes->text()));
+            fill(dialog, {{"frequency", 400.0}});
             // A measurement of another nucleus is none to fit to.
             fill(dialog, {{"nucleus", u"17O"_s}});
             QTRY_VERIFY(!part<QPushButton>(dialog, "fit")->isEnabled());

@@ -149,10 +149,8 @@ PowderSettings powderSettingsLike(const SpectrumEntry &simulated)
         return settings;
     const SpectrumAxis &axis = simulated.spectrum.axes.front();
     settings.nucleus = axis.isotope();
-    const double ratio = Nuclides::table()[settings.nucleus].larmorFrequency(1);
-    // Of the spectrometer; the nucleus's own differs by its carrier offset at most.
-    if (axis.frequency > 0 && ratio > 0)
-        settings.protonFrequency = std::clamp(std::round(axis.frequency / ratio * 100) / 100, 1.0, 1e4);
+    if (const double frequency = protonFrequencyOf(settings.nucleus, axis.frequency); frequency > 0)
+        settings.protonFrequency = frequency;
     const QVariantHash parameters = simulated.parameters(simulatedFormat);
     if (const double frequency = parameters.value(QStringLiteral("freq")).toDouble();
         frequency >= 1 && frequency <= 1e4)

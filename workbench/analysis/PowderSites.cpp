@@ -228,6 +228,23 @@ QString PowderSites::limits() const
                      "couplings or cross terms with them; ideal excitation.");
 }
 
+double protonFrequencyOf(const QString &nucleus, double frequency)
+{
+    const double ratio = Nuclides::table()[nucleus].larmorFrequency(1);
+    return frequency > 0 && ratio > 0 ? std::clamp(std::round(frequency / ratio * 100) / 100, 1.0, 1e4) : 0;
+}
+
+QString otherField(const PowderSites &sites, const ExperimentalSpectrum &measured)
+{
+    constexpr double tolerance = 0.02;
+    const double frequency = measured.dimensions.front().frequency, own = sites.conditions.larmor;
+    if (!(frequency > 0) || std::abs(frequency - own) <= tolerance * own)
+        return {};
+    return Texts::tr("%1 was measured at %2 MHz, but the spectrum is computed for %3 MHz: lines of quadrupolar nuclei "
+                     "and sidebands lie elsewhere")
+        .arg(measured.title, QString::number(frequency, 'f', 2), QString::number(own, 'f', 2));
+}
+
 QString tooFewPoints(const PowderSites &sites, const Powder::Axis &axis, const Powder::LineShape &shape)
 {
     constexpr double fewest = 16; // over a pattern, for its horns and edges

@@ -61,6 +61,14 @@ struct PowderSites {
 /// Which line the points of an axis are too far apart for, in a sentence; empty where they are not.
 QString tooFewPoints(const PowderSites &sites, const Powder::Axis &axis, const Powder::LineShape &shape);
 
+/// The 1H frequency (MHz, to 0.01) of the spectrometer on which a nucleus has this one: its own differs by its
+/// carrier's offset at most. 0 where that is not known.
+double protonFrequencyOf(const QString &nucleus, double frequency);
+
+/// That a spectrum was measured in another field than is computed for, in a sentence; empty where the two agree within
+/// 2 %, or the spectrum does not tell.
+QString otherField(const PowderSites &sites, const ExperimentalSpectrum &measured);
+
 /// Throws as Powder::spectrum() does; nothing when the progress function asked to stop. The axis falls.
 std::optional<Powder::Spectrum> powderSpectrum(const PowderSites &sites, const PowderSettings &settings,
                                                const Powder::Progress &progress = {});

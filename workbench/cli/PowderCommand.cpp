@@ -36,6 +36,7 @@ struct PowderJob {
     QString file;
     QString experiment; ///< empty: none
     PowderSettings settings;
+    bool knowsField = false; ///< the user gave the frequency
     std::vector<ReferenceSet> sets; ///< that the reference was taken from
     bool fit = false;
     bool fitScale = false;
@@ -258,8 +259,16 @@ void runPowder(const PowderJob &job, const OutputOptions &outputs, HostApplicati
                 .arg(sites.nucleus));
     ProgressLine line;
     std::optional<ExperimentalSpectrum> measured;
-    if (!job.experiment.isEmpty())
+    if (!job.experiment.isEmpty()) {
         measured = measuredSpectrum(job, sites);
+        if (!job.knowsField && !otherField(sites, *measured).isEmpty()) {
+            settings.protonFrequency = protonFrequencyOf(sites.nucleus, measured->dimensions.front().frequency);
+            sites = PowderSites::of(structure, settings);
+            printNotes({QStringLiteral("the frequency is that of %1").arg(measured->title)});
+        }
+        if (const QString other = otherField(sites, *measured); !other.isEmpty())
+            printNotes({other});
+    }
     QString report;
     if (job.fit) {
         const auto found = fitPowder(sites, settings, *measured, job.fitScale, progressOf(line, QStringLiteral("fit")));
@@ -320,6 +329,7 @@ CommandRun preparePowder(const CommandLine &line)
     job.file = line.positional().constFirst();
     job.settings = parsePowder(line);
     takeReference(line, job);
+    job.knowsField = line.has("frequency");
     job.experiment = line.value("experiment");
     job.fit = line.has("fit");
     job.fitScale = line.has("fit-scale");

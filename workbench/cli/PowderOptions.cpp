@@ -58,7 +58,7 @@ const std::vector<OptionSpec> &powderSpecs()
 {
     static const std::vector<OptionSpec> list{
         {"nucleus", "NUC", "Observed nucleus, such as 27Al. Required."},
-        {"frequency", "MHZ", "Spectrometer frequency of 1H in MHz. Default: 600."},
+        {"frequency", "MHZ", "Spectrometer frequency of 1H in MHz. Default: that of the experiment, else 600."},
         {"mas", "HZ|infinite",
          "Spinning rate at the magic angle: with sidebands, or so fast that there are none. Default: infinite."},
         {"static", nullptr, "The sample is at rest."},

@@ -2354,6 +2354,10 @@ Optionen:
         <source>%1: calculated with %2, but the reference set of %3 with %4</source>
         <translation>%1: mit %2 berechnet, der Referenzsatz von %3 aber mit %4</translation>
     </message>
+    <message>
+        <source>%1 was measured at %2 MHz, but the spectrum is computed for %3 MHz: lines of quadrupolar nuclei and sidebands lie elsewhere</source>
+        <translation>%1 wurde bei %2 MHz gemessen, das Spektrum wird aber für %3 MHz berechnet: Linien von Quadrupolkernen und Seitenbänder liegen anderswo</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::AgreementPlot</name>

@@ -117,9 +117,11 @@ void PowderCommands::create()
     // A measurement that stands alone waits for what is computed.
     const NmrItem *plot = m_scene->currentNmrItem();
     const bool waits = plot && plot->nmrData()->entryIds().size() == 1 && plot->nmrData()->simulatedEntry().isNull();
-    if (waits)
-        origin.settings =
-            ReferenceSets::powderStart(powderSettingsLike(plot->nmrData()->stack().entries.constFirst()).nucleus);
+    if (waits) {
+        const PowderSettings like = powderSettingsLike(plot->nmrData()->stack().entries.constFirst());
+        origin.settings = ReferenceSets::powderStart(like.nucleus);
+        origin.settings.protonFrequency = like.protonFrequency;
+    }
     origin.settings.siteCurves = true;
     const auto made = ask(origin, waits ? plot : nullptr, {});
     if (!made)

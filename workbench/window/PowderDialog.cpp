@@ -446,6 +446,8 @@ void PowderDialog::updatePreview()
         const Powder::Axis axis{spectrum->axis.first, spectrum->axis.last, size_t(m_settings.points)};
         if (const QString few = tooFewPoints(m_sites, axis, m_settings.shape); !few.isEmpty())
             notes.append(few);
+        if (const QString other = measured ? otherField(m_sites, *measured) : QString(); !other.isEmpty())
+            notes.prepend(other);
         showNotes(notes, {});
     } catch (const std::exception &error) {
         m_ok->setEnabled(false);
