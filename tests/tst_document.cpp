@@ -224,7 +224,14 @@ private Q_SLOTS:
         expect(u"a&b.magresdoc cannot be opened"_s);
         window().openFiles({m_path});
         QVERIFY(points() == updated && window().isWindowModified());
+        // What another program has written there is not replaced unasked.
+        const QByteArray others = bytesOf(m_path);
         expect(u"Unsaved Changes"_s, QMessageBox::Save);
+        expect(u"Changed Elsewhere"_s, QMessageBox::Cancel);
+        window().document()->newDocument();
+        QVERIFY(bytesOf(m_path) == others && points() == updated && window().isWindowModified());
+        expect(u"Unsaved Changes"_s, QMessageBox::Save);
+        expect(u"Changed Elsewhere"_s, QMessageBox::Save);
         window().document()->newDocument();
         QVERIFY(DocumentFile::read(m_path).items.size() == 3 && scene().documentItems().isEmpty());
         RecentFiles recent(nullptr);

@@ -18,6 +18,7 @@
 #include <QGuiApplication>
 #include <QMainWindow>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QScopeGuard>
 #include <QSessionManager>
 #include <QUndoStack>
@@ -25,6 +26,12 @@
 namespace Workbench {
 
 namespace {
+
+std::pair<QDateTime, qint64> stateOf(const QString &fileName)
+{
+    const QFileInfo file(fileName);
+    return {file.lastModified(), file.size()};
+}
 
 auto waitCursor()
 {
@@ -132,6 +139,7 @@ QStringList DocumentController::replace(const Document &document, const QString 
 void DocumentController::setFile(const QString &fileName)
 {
     m_fileName = fileName;
+    m_fileState = stateOf(fileName);
     m_touched = false;
     m_savedLooks = looks();
     m_scene->undoStack()->setClean();
@@ -193,7 +201,23 @@ void DocumentController::newDocument()
 
 bool DocumentController::save()
 {
-    return m_fileName.isEmpty() ? saveAs() : saveTo(m_fileName);
+    if (m_fileName.isEmpty())
+        return saveAs();
+    return mayOverwrite() && saveTo(m_fileName);
+}
+
+bool DocumentController::mayOverwrite()
+{
+    if (!QFileInfo::exists(m_fileName) || stateOf(m_fileName) == m_fileState)
+        return true;
+    QMessageBox box(QMessageBox::Warning, tr("Changed Elsewhere"),
+                    tr("%1 was changed by another program since it was opened here.").arg(shownName()),
+                    QMessageBox::Save | QMessageBox::Cancel, m_window);
+    box.setTextFormat(Qt::PlainText);
+    box.setInformativeText(tr("Saving replaces what was written there; \"Save As\" keeps both."));
+    box.button(QMessageBox::Save)->setText(tr("&Replace"));
+    box.setDefaultButton(QMessageBox::Cancel);
+    return box.exec() == QMessageBox::Save;
 }
 
 bool DocumentController::saveAs()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QDateTime>
 #include <QHash>
 #include <QObject>
 #include <QString>
@@ -64,6 +65,8 @@ private:
     void touch();
     /// What fails on its way has changed nothing.
     void attempt(const std::function<void()> &change);
+    /// Asks when another program has written the document's file since it was opened or saved here.
+    bool mayOverwrite();
     QStringList replace(const Document &document, const QString &fileName);
     void setFile(const QString &fileName);
     void updateTitle();
@@ -76,6 +79,7 @@ private:
     QMainWindow *m_window;
     const PluginManager *m_plugins = nullptr;
     QString m_fileName;
+    std::pair<QDateTime, qint64> m_fileState; ///< when it was written last, and its size, as opened or saved here
     QString m_firstFile;
     QString m_firstStructure;
     bool m_touched = false; ///< by a change that the undo stack does not know
