@@ -8,6 +8,7 @@
 #include "host/PageLayout.h"
 #include "window/ContentsDock.h"
 #include "window/RecentFiles.h"
+#include "window/SpectrumCommands.h"
 
 /// The window as a place to work in: what is where, what it says, and that nothing of it is lost.
 class TestWorkspace : public WindowTest {
@@ -131,6 +132,23 @@ private Q_SLOTS:
         accept(u"MAGRES parameters"_s, {{"fSpLwF2", width}});
         clickNote(narrow);
         QVERIFY(note(u"points a line width") < 0);
+
+        // A measurement whose plot becomes one of another nucleus is told, and one click and one undo move it.
+        open(u"paracetamol-13C-affn.jdx"_s);
+        accept(u"MAGRES parameters"_s, {{"fCbNucF2", u"1H"_s}});
+        window().findChild<SpectrumCommands *>()->edit();
+        const qsizetype other = note(u"paracetamol-13C-affn.jdx is a spectrum of other nuclei or dimensions");
+        QVERIFY(other == 0 && plot()->notes()[note(u"placeholder")].action == u"Set Reference...");
+        const QByteArray mixed = state();
+        const auto items = scene().documentItems().size();
+        clickNote(other);
+        QCOMPARE(scene().documentItems().size(), items + 1);
+        const NmrData &own = *scene().currentNmrItem()->nmrData();
+        QCOMPARE(own.entryName(own.activeEntryId()), u"paracetamol-13C-affn.jdx"_s);
+        history().undo();
+        QVERIFY(state() == mixed);
+        history().undo();
+        history().undo();
 
         // Auto reference leaves lines outside of the range, which one click mends and one undo brings back.
         open(u"paracetamol-13C.csv"_s);

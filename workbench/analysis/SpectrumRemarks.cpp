@@ -158,6 +158,14 @@ QList<SpectrumRemark> remarksOn(const NmrStack &stack)
             wholes.append(&entry);
     }
     QList<SpectrumRemark> all;
+    const QStringList simulated = wholes.isEmpty() ? QStringList() : wholes.constFirst()->nuclei();
+    for (const SpectrumEntry &entry : stack.entries) {
+        if (!entry.isSimulated() && !shareAxes(entry.nuclei(), simulated))
+            all.append({SpectrumRemark::OtherAxes, entry.id,
+                        Texts::tr("%1 is a spectrum of other nuclei or dimensions than what is simulated here: its "
+                                  "positions mean nothing on these axes")
+                            .arg(entry.name)});
+    }
     for (const SpectrumEntry *entry : std::as_const(wholes)) {
         for (SpectrumRemark remark : remarksOn(*entry)) {
             if (wholes.size() > 1)

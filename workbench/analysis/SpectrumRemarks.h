@@ -12,6 +12,7 @@ struct SpectrumRemark {
         BeyondRange, ///< lines outside of the computed range
         PlaceholderReference, ///< nobody has given the reference
         QuadrupolarLines, ///< drawn as simple lines, which those of quadrupolar nuclei are not
+        OtherAxes, ///< a measurement in a plot of other nuclei or dimensions
     };
     Kind kind;
     QUuid entry;
@@ -21,7 +22,8 @@ struct SpectrumRemark {
 /// Of one spectrum of a stack, the gravest first; none of measured spectra.
 QList<SpectrumRemark> remarksOn(const SpectrumEntry &entry);
 
-/// Of all spectra of a stack. Where it holds several simulated ones the texts begin with their names.
+/// Of all spectra of a stack, first measurements that do not belong to what is simulated there. Where it holds several
+/// simulated ones the texts begin with their names.
 QList<SpectrumRemark> remarksOn(const NmrStack &stack);
 
 /// The reference that stands where nobody has given one, ppm.

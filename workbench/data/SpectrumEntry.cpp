@@ -90,6 +90,13 @@ QStringList SpectrumEntry::nuclei() const
     return names;
 }
 
+bool shareAxes(const QStringList &nuclei, const QStringList &others)
+{
+    const auto fits = [](const QString &a, const QString &b) { return a.isEmpty() || b.isEmpty() || a == b; };
+    return nuclei.isEmpty() || others.isEmpty()
+        || std::equal(nuclei.begin(), nuclei.end(), others.begin(), others.end(), fits);
+}
+
 QVariantMap SpectrumEntry::peakList() const
 {
     const QVariantMap peaks = data.value(QStringLiteral("Peaks")).toMap();

@@ -34,6 +34,9 @@ struct SpectrumEntry {
     static QString notesKey() { return QStringLiteral("Notes"); }
 };
 
+/// Whether spectra of these nuclei (nuclei() of each) can stand over the same axes, as far as it is known.
+bool shareAxes(const QStringList &nuclei, const QStringList &others);
+
 /// A state of a stack. Copies share the spectra, so that keeping one costs next to nothing.
 struct NmrStack {
     using Entry = SpectrumEntry;

@@ -2358,6 +2358,10 @@ Optionen:
         <source>%1 was measured at %2 MHz, but the spectrum is computed for %3 MHz: lines of quadrupolar nuclei and sidebands lie elsewhere</source>
         <translation>%1 wurde bei %2 MHz gemessen, das Spektrum wird aber für %3 MHz berechnet: Linien von Quadrupolkernen und Seitenbänder liegen anderswo</translation>
     </message>
+    <message>
+        <source>%1 is a spectrum of other nuclei or dimensions than what is simulated here: its positions mean nothing on these axes</source>
+        <translation>%1 ist ein Spektrum anderer Kerne oder Dimensionen als das hier simulierte: seine Positionen bedeuten auf diesen Achsen nichts</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::AgreementPlot</name>
@@ -2894,6 +2898,22 @@ im Plot „%1“; lässt sich auf einen anderen ziehen</numerusform>
     <message>
         <source>Magres Workbench documents (*.%1)</source>
         <translation>Dokumente der Magres Workbench (*.%1)</translation>
+    </message>
+    <message>
+        <source>Changed Elsewhere</source>
+        <translation>Anderswo geändert</translation>
+    </message>
+    <message>
+        <source>%1 was changed by another program since it was opened here.</source>
+        <translation>%1 wurde von einem anderen Programm geändert, seit es hier geöffnet wurde.</translation>
+    </message>
+    <message>
+        <source>Saving replaces what was written there; &quot;Save As&quot; keeps both.</source>
+        <translation>Speichern ersetzt, was dort geschrieben wurde; „Speichern unter“ behält beides.</translation>
+    </message>
+    <message>
+        <source>&amp;Replace</source>
+        <translation>E&amp;rsetzen</translation>
     </message>
 </context>
 <context>
@@ -3519,6 +3539,10 @@ im Plot „%1“; lässt sich auf einen anderen ziehen</numerusform>
     <message>
         <source>&amp;Dismiss Note</source>
         <translation>Hinweis &amp;verwerfen</translation>
+    </message>
+    <message>
+        <source>Plot of Its Own</source>
+        <translation>Eigener Plot</translation>
     </message>
 </context>
 <context>
@@ -4792,6 +4816,14 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
     <message>
         <source>A powder spectrum is fitted where it is edited</source>
         <translation>Ein Pulverspektrum wird dort angepasst, wo es bearbeitet wird</translation>
+    </message>
+    <message>
+        <source>Plot of Its Own for %1</source>
+        <translation>Eigener Plot für %1</translation>
+    </message>
+    <message>
+        <source>%1 has a plot of its own now</source>
+        <translation>%1 hat jetzt einen eigenen Plot</translation>
     </message>
 </context>
 <context>

@@ -99,14 +99,6 @@ QString cellText(const LatticeVectors &cell)
              angles.join(QLatin1String(", ")));
 }
 
-/// An empty name fits any, and no names at all are those of a spectrum of nothing.
-bool shareAxes(const QStringList &nuclei, const QStringList &others)
-{
-    const auto fits = [](const QString &a, const QString &b) { return a.isEmpty() || b.isEmpty() || a == b; };
-    return nuclei.isEmpty() || others.isEmpty()
-        || std::equal(nuclei.begin(), nuclei.end(), others.begin(), others.end(), fits);
-}
-
 } // namespace
 
 const QString &ContentsDock::mimeType()

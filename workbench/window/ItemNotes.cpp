@@ -89,7 +89,11 @@ QList<ItemNote> ItemNotes::remarks(NmrItem *item) const
     const bool besideMeasurement = ids.size() == 2
         && std::count_if(ids.cbegin(), ids.cend(), [&](const QUuid &id) { return data.isSimulated(id); }) == 1;
     QList<ItemNote> notes;
-    for (const SpectrumRemark &remark : remarksOn(data.stack())) {
+    const QList<SpectrumRemark> found = remarksOn(data.stack());
+    const bool isMixed = std::any_of(found.begin(), found.end(), [](const SpectrumRemark &remark) {
+        return remark.kind == SpectrumRemark::OtherAxes;
+    });
+    for (const SpectrumRemark &remark : found) {
         ItemNote note{remark.text, {}, {}};
         const auto offer = [&](const QString &action, std::function<void(NmrItem *, const QUuid &)> run) {
             note.action = action;
@@ -111,11 +115,15 @@ QList<ItemNote> ItemNotes::remarks(NmrItem *item) const
         case SpectrumRemark::PlaceholderReference:
             if (m_editPowder && PowderOrigin::of(data.stackEntry(remark.entry)))
                 offer(tr("Set Reference..."), m_editPowder);
-            else if (besideMeasurement)
+            else if (besideMeasurement && !isMixed)
                 offer(tr("Auto reference"),
                       [commands = m_commands](NmrItem *at, const QUuid &) { commands->autoReference(at); });
             else
                 offer(tr("Set Reference..."), edit);
+            break;
+        case SpectrumRemark::OtherAxes:
+            offer(tr("Plot of Its Own"),
+                  [commands = m_commands](NmrItem *at, const QUuid &entry) { commands->moveToOwnPlot(at, entry); });
             break;
         case SpectrumRemark::QuadrupolarLines:
             if (m_powder)

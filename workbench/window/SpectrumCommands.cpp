@@ -16,6 +16,7 @@
 #include <QMessageBox>
 #include <QStatusBar>
 #include <QSettings>
+#include <QUndoStack>
 
 #include <algorithm>
 
@@ -106,6 +107,20 @@ void SpectrumCommands::edit(NmrItem *item, const QUuid &entry)
     item->nmrData()->setActiveEntryId(entry);
     if (QAction *action = ofPlugin(editText))
         run(action, tr("Computing the spectrum..."));
+}
+
+void SpectrumCommands::moveToOwnPlot(NmrItem *item, const QUuid &entry)
+{
+    const SpectrumEntry moved = item->nmrData()->stackEntry(entry);
+    QUndoStack *history = m_scene->undoStack();
+    history->beginMacro(tr("Plot of Its Own for %1").arg(moved.name));
+    auto *own = qobject_cast<NmrItem *>(m_scene->createNMRItem(m_scene->getEmptyRect(), moved.data, true));
+    if (own) {
+        own->nmrData()->setEntryName(own->nmrData()->entryIds().constFirst(), moved.name);
+        item->nmrData()->removeEntry(entry);
+    }
+    history->endMacro();
+    Q_EMIT reported(tr("%1 has a plot of its own now").arg(moved.name));
 }
 
 void SpectrumCommands::autoReference()

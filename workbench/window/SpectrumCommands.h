@@ -34,6 +34,7 @@ public:
     /// Of a note: with this spectrum as the active one.
     void edit(NmrItem *item, const QUuid &entry);
     void autoReference(NmrItem *item);
+    void moveToOwnPlot(NmrItem *item, const QUuid &entry);
 
 Q_SIGNALS:
     /// What is being done, for a status bar.
