@@ -99,13 +99,12 @@ WMagresDialog::WMagresDialog(const Magres::MagresData &magresData, Magres::Magre
 
 WMagresDialog::~WMagresDialog()
 {
-    QSettings().setValue(positionKey, m_closedAt.value_or(pos()));
+    QSettings().setValue(positionKey, m_closedAt.value_or(geometry().topLeft()));
 }
 
 void WMagresDialog::done(int result)
 {
-    // A window that is hidden has lost its frame: its position would be off by the height of the title bar.
-    m_closedAt = pos();
+    m_closedAt = geometry().topLeft(); // a hidden window may be somewhere else
     QDialog::done(result);
 }
 
@@ -117,8 +116,10 @@ bool WMagresDialog::isTwoD() const
 void WMagresDialog::restorePosition()
 {
     const QPoint position = QSettings().value(positionKey, QPoint(0, 0)).toPoint();
-    if (QGuiApplication::screenAt(position))
-        move(position);
+    // Without the frame, whose size is not known before the window is shown: a dialog that opens off by the height of
+    // its title bar climbs a little each time. The layout sets the size anew.
+    if (QGuiApplication::screenAt(position) && !position.isNull())
+        setGeometry(QRect(position, size()));
 }
 
 void WMagresDialog::fillLists()
