@@ -4,6 +4,7 @@
 #include "analysis/PowderEntry.h"
 #include "host/DataEngine.h"
 #include "host/TableSites.h"
+#include "formats/SpectrumExport.h"
 #include "window/ExportMenu.h"
 #include "window/ContentsDock.h"
 #include "window/PowderCommands.h"
@@ -80,6 +81,13 @@ private Q_SLOTS:
         QVERIFY(m_files.read("al.in").contains("  shift 1 47.722967p")); // 560.123 - 512.400033
         QCOMPARE(structureOf(scene(), *plot()), table()->id());
         history().undo();
+
+        QBuffer json;
+        json.open(QIODevice::WriteOnly);
+        SpectrumExport::writeJson(data()->stackEntry(entry), json);
+        const QJsonObject asked = QJsonDocument::fromJson(json.data())[u"parameters"].toObject();
+        QCOMPARE(asked[u"reference_ppm"], QJsonValue(560.123));
+        QCOMPARE(asked[u"spinning_Hz"], QJsonValue(u"infinite"_s));
 
         // A value that nobody touched keeps its digits; the change is one step.
         accept(u"Edit Powder Spectrum"_s, {{"rotation", u"Static"_s}});

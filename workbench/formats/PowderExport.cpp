@@ -35,6 +35,18 @@ QByteArray quoted(const QString &field)
 
 } // namespace
 
+QJsonObject settingsJson(const PowderSettings &settings)
+{
+    return {{QStringLiteral("nucleus"), settings.nucleus},
+            {QStringLiteral("proton_frequency_MHz"), settings.protonFrequency},
+            {QStringLiteral("spinning_Hz"), rotation(settings)},
+            {QStringLiteral("reference_ppm"), settings.reference},
+            {QStringLiteral("slope"), settings.slope},
+            {QStringLiteral("Cq_factor"), settings.couplingScale},
+            {QStringLiteral("lorentzian_Hz"), settings.shape.lorentzian},
+            {QStringLiteral("gaussian_Hz"), settings.shape.gaussian}};
+}
+
 QJsonObject json(const PowderSites &sites, const PowderSettings &settings, const Powder::Spectrum *spectrum)
 {
     QJsonArray list;
@@ -57,19 +69,12 @@ QJsonObject json(const PowderSites &sites, const PowderSettings &settings, const
         }
         list.append(object);
     }
-    QJsonObject result{{QStringLiteral("nucleus"), settings.nucleus},
-                       {QStringLiteral("spin"), sites.conditions.spin},
-                       {QStringLiteral("proton_frequency_MHz"), settings.protonFrequency},
-                       {QStringLiteral("larmor_frequency_MHz"), sites.conditions.larmor},
-                       {QStringLiteral("spinning_Hz"), rotation(settings)},
-                       {QStringLiteral("reference_ppm"), settings.reference},
-                       {QStringLiteral("slope"), settings.slope},
-                       {QStringLiteral("Cq_factor"), settings.couplingScale},
-                       {QStringLiteral("lorentzian_Hz"), settings.shape.lorentzian},
-                       {QStringLiteral("gaussian_Hz"), settings.shape.gaussian},
-                       {QStringLiteral("model"), sites.limits()},
-                       {QStringLiteral("notes"), QJsonArray::fromStringList(sites.notes)},
-                       {QStringLiteral("sites"), list}};
+    QJsonObject result = settingsJson(settings);
+    result.insert(QStringLiteral("spin"), sites.conditions.spin);
+    result.insert(QStringLiteral("larmor_frequency_MHz"), sites.conditions.larmor);
+    result.insert(QStringLiteral("model"), sites.limits());
+    result.insert(QStringLiteral("notes"), QJsonArray::fromStringList(sites.notes));
+    result.insert(QStringLiteral("sites"), list);
     if (spectrum) {
         result.insert(QStringLiteral("axis"),
                       QJsonObject{{QStringLiteral("first"), spectrum->axis.first},

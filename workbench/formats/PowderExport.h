@@ -11,6 +11,9 @@ namespace Workbench {
 /// Powder spectra as data files.
 namespace PowderExport {
 
+/// What the user asked for: nucleus, field, spinning, reference and slope, widths.
+QJsonObject settingsJson(const PowderSettings &settings);
+
 /// Settings, values of the sites and notes; of a spectrum also its axis and how far it has converged.
 QJsonObject json(const PowderSites &sites, const PowderSettings &settings, const Powder::Spectrum *spectrum);
 

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "formats/SpectrumExport.h"
 
+#include "analysis/PowderEntry.h"
 #include "formats/MeasurementFormats.h"
+#include "formats/PowderExport.h"
 #include "data/Error.h"
 #include "data/JsonValues.h"
 #include "data/NumberText.h"
@@ -125,6 +127,7 @@ void writeJson(const SpectrumEntry &entry, QIODevice &device)
     }
     for (const QVariant &peak : entry.peakList().value(QStringLiteral("PeakList")).toList())
         peaks.append(peakObject(peak.toMap(), dimensions));
+    const auto powder = PowderOrigin::of(entry);
     const QJsonObject object{
         {QStringLiteral("nuclei"), nuclei},
         {QStringLiteral("length"), length},
@@ -133,7 +136,8 @@ void writeJson(const SpectrumEntry &entry, QIODevice &device)
         {QStringLiteral("ref"), inHertz(info, "SpectrumRef", spectrum.axes)},
         {QStringLiteral("axes"), axes},
         {QStringLiteral("peaks"), peaks},
-        {QStringLiteral("parameters"), toJson(entry.parameters(QStringLiteral("magres")))},
+        {QStringLiteral("parameters"),
+         powder ? PowderExport::settingsJson(powder->settings) : toJson(entry.parameters(QStringLiteral("magres")))},
     };
     device.write(QJsonDocument(object).toJson());
 }

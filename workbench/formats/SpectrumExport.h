@@ -19,8 +19,8 @@ namespace SpectrumExport {
 void writeCsv(const SpectrumEntry &entry, QIODevice &device);
 
 /// Everything but the points: axes, frequencies (MHz), widths and reference offsets (Hz), peaks (ppm) and the
-/// parameters of the plug-in. Arrays over dimensions hold F2, then F1, one entry per dimension. What rests on a
-/// frequency is null where that is unknown.
+/// parameters of the plug-in, or the settings of a powder spectrum. Arrays over dimensions hold F2, then F1, one entry
+/// per dimension. What rests on a frequency is null where that is unknown.
 void writeJson(const SpectrumEntry &entry, QIODevice &device);
 
 /// The suffixes of all formats that are written.

@@ -2362,6 +2362,10 @@ Optionen:
         <source>%1 is a spectrum of other nuclei or dimensions than what is simulated here: its positions mean nothing on these axes</source>
         <translation>%1 ist ein Spektrum anderer Kerne oder Dimensionen als das hier simulierte: seine Positionen bedeuten auf diesen Achsen nichts</translation>
     </message>
+    <message>
+        <source>%1 is a list of cross peaks: without a 2D spectrum beside it only their F2 positions are drawn</source>
+        <translation>%1 ist eine Liste von Kreuzpeaks: ohne ein 2D-Spektrum daneben werden nur ihre F2-Positionen gezeichnet</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::AgreementPlot</name>

@@ -121,6 +121,8 @@ QList<ItemNote> ItemNotes::remarks(NmrItem *item) const
             else
                 offer(tr("Set Reference..."), edit);
             break;
+        case SpectrumRemark::CrossPeaksAlone:
+            break;
         case SpectrumRemark::OtherAxes:
             offer(tr("Plot of Its Own"),
                   [commands = m_commands](NmrItem *at, const QUuid &entry) { commands->moveToOwnPlot(at, entry); });
