@@ -181,10 +181,10 @@ std::optional<MeasuredPeaks> onlyLine(const std::vector<TextLine> &lines, const 
     static const QRegularExpression pattern(QStringLiteral(
         "^(?:(?<nucleus>\\d{1,3}[A-Z][a-z]?)(?![A-Za-z])(?:[ ]+[^:=,;]{1,40}?)?[ ]*[:=])?[ ]*(?<open>[\\[({])?"
         "(?<list>[-+.,;\\d ]+)[\\])}]?[ ]*(?:ppm)?[ ;,.]*$")),
-        blanks(QStringLiteral("[ ]+"));
+        blanks(QStringLiteral("[ ]+")), error(QStringLiteral("(?<=\\d)\\(\\d{1,3}\\)"));
     QRegularExpressionMatch match;
     for (const TextLine &line : lines) {
-        const QString text = plainText(ReaderText::decoded(line.text)).trimmed();
+        const QString text = plainText(ReaderText::decoded(line.text)).remove(error).trimmed();
         if (text.isEmpty() || QStringView(u"#%!;").contains(text.front()))
             continue;
         if (match.hasMatch() || !(match = pattern.match(text)).hasMatch())
@@ -270,13 +270,17 @@ ShiftText unheadedText(const std::vector<TextLine> &lines)
 {
     static const QRegularExpression beginning(QStringLiteral("^[ (\\[]*[-+]?\\d+[.,]\\d")),
         remark(QStringLiteral("\\d[ ]*(?:ppm[ ]*)?[(\\[][^()\\[\\]]*[A-Za-z]")),
-        endsBetween(QStringLiteral("[,;]$|\\band$"));
+        endsBetween(QStringLiteral("[,;]$|\\band$")), prefix(QStringLiteral("^(\\d{1,3}[A-Z][a-z]?)[ ]*[:=][ ]*"));
     ShiftText found{{}, {}, 0, false};
     qsizetype ends = 0, joined = 0;
     for (const TextLine &line : lines) {
-        const QString plain = plainText(ReaderText::decoded(line.text)).trimmed();
+        QString plain = plainText(ReaderText::decoded(line.text)).trimmed();
         if (plain.isEmpty())
             continue;
+        if (const auto match = prefix.match(plain); match.hasMatch() && found.text.isEmpty()) {
+            found.nucleus = Nuclides::table().observedIn(match.captured());
+            plain.remove(0, match.capturedLength());
+        }
         found.hasUnit |= plain.contains(u"ppm");
         if (found.text.isEmpty() && (isComment(line.text) || !beginning.match(plain).hasMatch())) {
             if (const QString named = Nuclides::table().observedIn(plain); !named.isEmpty())
