@@ -2,6 +2,7 @@
 #include "host/HostApplication.h"
 
 #include "data/Error.h"
+#include "data/PrintableText.h"
 #include "data/structure/CalculationMethod.h"
 #include "formats/MagresCheck.h"
 #include "host/FileFilterRegistry.h"
@@ -109,9 +110,9 @@ QString sourceName(const QString &fileName, const QList<DocumentItem *> &others)
         return std::any_of(others.begin(), others.end(),
                            [&](const DocumentItem *item) { return item->source() == name; });
     };
-    QString name = file.completeBaseName();
+    QString name = printable(file.completeBaseName());
     if (isTaken(name))
-        name = file.absoluteDir().dirName() + u'/' + name;
+        name = printable(file.absoluteDir().dirName()) + u'/' + name;
     const QString first = name;
     for (int number = 2; isTaken(name); ++number)
         name = QStringLiteral("%1 (%2)").arg(first).arg(number);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "window/StartHints.h"
 
+#include "data/PrintableText.h"
 #include "data/Error.h"
 #include "window/RecentFiles.h"
 
@@ -63,8 +64,8 @@ void StartHints::refresh()
     }
     for (const QString &file : RecentFiles::files().mid(0, mostRecent)) {
         const QFileInfo info(file);
-        QCommandLinkButton *button =
-            addButton(m_recent, tr("Recent: %1").arg(info.fileName()), QDir::toNativeSeparators(info.path()));
+        QCommandLinkButton *button = addButton(m_recent, tr("Recent: %1").arg(printable(info.fileName())),
+                                               printable(QDir::toNativeSeparators(info.path())));
         connect(button, &QAbstractButton::clicked, this, [this, file] { Q_EMIT chosen(file); });
     }
     adjustSize();
