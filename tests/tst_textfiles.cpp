@@ -329,6 +329,7 @@ private Q_SLOTS:
         // Without what stands before the shifts: brackets with letters tell them from columns.
         row("170.1 (s, C=O); 154.3; 134.5 (2C, d),\n20.4 ppm", "170.1 C=O; 154.3; 134.5; 20.4", "told of 1 of the 4");
         row("7.26 (s, 1H), 3.10 (s)", "7.26; 3.1", "told of 1 of the 2");
+        row("δ 170.2, 133.3,", "170.2; 133.3");
         row("1H: 7.26 (s, 1H), 3.10 (s, 3H)", "7.26 #1; 3.1 #3");
         row("170.2(1), 133.3(2), 20.4(1)", "170.2; 133.3; 20.4", "the numbers of the only line are shifts");
         row("7.26 (s, 1 H) 3.10 (t, J = 7 Hz,\n3 H)", "7.26 #1; 3.1 #3", "names no unit");

@@ -139,6 +139,7 @@ private Q_SLOTS:
         window().findChild<SpectrumCommands *>()->edit();
         const qsizetype other = note(u"paracetamol-13C-affn.jdx is a spectrum of other nuclei or dimensions");
         QVERIFY(other == 0 && plot()->notes()[note(u"placeholder")].action == u"Set Reference...");
+        QVERIFY(window().findChild<SpectrumCommands *>()->whyNoAutoReference().contains(u"of other nuclei"));
         const QByteArray mixed = state();
         const auto items = scene().documentItems().size();
         clickNote(other);

@@ -4829,6 +4829,10 @@ Anzahl der Peaks: %2 gemessen, %3 simuliert</translation>
         <source>%1 has a plot of its own now</source>
         <translation>%1 hat jetzt einen eigenen Plot</translation>
     </message>
+    <message>
+        <source>The measurement is of other nuclei or dimensions than the simulated spectrum</source>
+        <translation>Die Messung ist von anderen Kernen oder Dimensionen als das simulierte Spektrum</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::StackMenu</name>

@@ -80,6 +80,8 @@ QString SpectrumCommands::whyNoAutoReference() const
             .arg(ids.size() - simulated);
     if (PowderOrigin::of(data.stackEntry(data.simulatedEntry())))
         return tr("A powder spectrum is fitted where it is edited");
+    if (!shareAxes(data.stackEntry(ids[0]).nuclei(), data.stackEntry(ids[1]).nuclei()))
+        return tr("The measurement is of other nuclei or dimensions than the simulated spectrum");
     return {};
 }
 
