@@ -1151,6 +1151,39 @@ text #0b5799 * %3 0 Do it)"_s;
         QCOMPARE(traces->labelBand()->visibleTexts(), QStringList{u"C1,C2  50.0"_s});
     }
 
+    /// What is removed just before another size or a turn in sight comes is not drawn on.
+    void plotIsDrawnAnewAtAnotherSize()
+    {
+        const auto shown = [](const NmrItem &item, const QSize &size) {
+            item.plot()->resize(size);
+            QImage image(size, QImage::Format_RGB32);
+            image.fill(Qt::white);
+            item.plot()->render(&image);
+            return image;
+        };
+        NmrItem one, two;
+        for (NmrItem *item : {&one, &two})
+            item->nmrData()->addEntry(spectrum(70, {1, 2, 3}), {});
+        QUuid second = two.nmrData()->addEntry(spectrum(60, {0, 1, 0}), {});
+        QVERIFY(two.plot()->isVisible());
+        QVERIFY(shown(two, {400, 300}) != shown(one, {400, 300}));
+        two.nmrData()->removeEntry(second);
+        QCOMPARE(shown(two, {420, 310}), shown(one, {420, 310}));
+        second = two.nmrData()->addEntry(spectrum(60, {0, 1, 0}), {});
+        shown(two, {420, 310});
+        two.setVisible(false);
+        two.nmrData()->removeEntry(second);
+        QVERIFY(two.plot()->content()); // somebody asks while it is out of sight
+        two.setVisible(true);
+        QCOMPARE(shown(two, {420, 310}), shown(one, {420, 310}));
+        // A legend of three names in two columns has a place without a name.
+        for (int i = 0; i < 2; ++i)
+            two.nmrData()->addEntry(spectrum(60, {0, 1, 0}), u"a long name of a spectrum"_s);
+        const QImage before = shown(two, {420, 310});
+        shown(two, {400, 310});
+        QCOMPARE(shown(two, {420, 310}), before);
+    }
+
     void plotFollowsItsData()
     {
         NmrItem item;

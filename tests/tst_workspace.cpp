@@ -142,8 +142,10 @@ private Q_SLOTS:
         QVERIFY(window().findChild<SpectrumCommands *>()->whyNoAutoReference().contains(u"of other nuclei"));
         const QByteArray mixed = state();
         const auto items = scene().documentItems().size();
+        const NmrItem *simulated = plot();
         clickNote(other);
         QCOMPARE(scene().documentItems().size(), items + 1);
+        QCOMPARE(simulated->nmrData()->entryIds().size(), 1);
         const NmrData &own = *scene().currentNmrItem()->nmrData();
         QCOMPARE(own.entryName(own.activeEntryId()), u"paracetamol-13C-affn.jdx"_s);
         history().undo();

@@ -45,6 +45,11 @@ NmrPlot::NmrPlot(NmrData *nmrData, QWidget *parent)
     // The mouse is ours: the library zooms about the cursor and knows no axes of spectra.
     setInteractions(QCP::Interactions());
     clear();
+    // Whatever makes it be drawn, it is what the data are now; who asks for the content while it is drawn gets this.
+    connect(this, &QCustomPlot::beforeReplot, this, [this] {
+        rebuild();
+        m_drawn = true;
+    });
     connect(nmrData, &NmrData::entriesChanged, this, [this] { invalidate(false); });
     connect(nmrData, &NmrData::entryChanged, this, [this] { invalidate(true); });
     connect(nmrData, &NmrData::activeEntryChanged, this, [this] { invalidate(true); });
@@ -62,12 +67,10 @@ void NmrPlot::fullReset()
 
 PlotContent *NmrPlot::content()
 {
-    if (m_dirty) {
-        rebuild();
-        // Laid out as well, so that pixels mean something before it is painted.
-        if (isVisible())
-            replot(rpQueuedRefresh);
-    }
+    rebuild();
+    // Laid out as well, so that pixels mean something before it is painted.
+    if (!m_drawn && isVisible())
+        replot(rpQueuedRefresh);
     return m_content.get();
 }
 
@@ -132,6 +135,7 @@ void NmrPlot::rebuild()
     if (!m_dirty)
         return;
     m_dirty = false;
+    m_drawn = false;
     // Who has not zoomed sees all of what comes.
     const bool keep = m_content && m_keepRanges && m_content->isZoomed();
     const QList<QCPRange> ranges = keep ? m_content->ranges() : QList<QCPRange>();
@@ -170,6 +174,7 @@ void NmrPlot::paintTo(QPainter *painter, const QRectF &target)
     rebuild();
     paintPlot(*this, painter, target);
     // The window's own sizes again.
+    m_drawn = false;
     if (isVisible())
         replot(rpQueuedReplot);
 }

@@ -100,6 +100,7 @@ private:
     QUuid m_previewEntry;
     QList<QPointF> m_preview;
     bool m_dirty = true;
+    bool m_drawn = false; ///< what the content is now, by the library, at the window's size
     bool m_keepRanges = false;
     bool m_isDown = false; ///< a button, and what it began has not been given up
 };

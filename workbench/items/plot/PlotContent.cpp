@@ -138,8 +138,9 @@ public:
         if (phase == upPreparation) {
             const int room =
                 parentPlot()->viewport().right() - outerRect().left() - margins().left() - margins().right();
-            int columns = std::max(1, itemCount());
-            while (columns > 1 && widthIn(columns) > room)
+            const std::vector<int> widths = itemWidths();
+            int columns = std::max(1, int(widths.size()));
+            while (columns > 1 && widthIn(columns, widths) > room)
                 --columns;
             if (columns != wrap()) {
                 setWrap(columns);
@@ -150,12 +151,22 @@ public:
     }
 
 private:
-    int widthIn(int columns) const
+    /// Of the items in their order. The last row may have places without one, which the library counts as items.
+    std::vector<int> itemWidths() const
+    {
+        std::vector<int> widths;
+        for (int i = 0; i < itemCount(); ++i) {
+            if (const QCPAbstractLegendItem *shown = item(i))
+                widths.push_back(shown->minimumOuterSizeHint().width());
+        }
+        return widths;
+    }
+
+    int widthIn(int columns, const std::vector<int> &items) const
     {
         std::vector<int> widths(std::size_t(columns), 0);
-        for (int i = 0; i < itemCount(); ++i)
-            widths[std::size_t(i % columns)] =
-                std::max(widths[std::size_t(i % columns)], item(i)->minimumOuterSizeHint().width());
+        for (std::size_t i = 0; i < items.size(); ++i)
+            widths[i % widths.size()] = std::max(widths[i % widths.size()], items[i]);
         return std::accumulate(widths.begin(), widths.end(), (columns - 1) * columnSpacing());
     }
 };
