@@ -519,12 +519,13 @@ private Q_SLOTS:
         QCOMPARE(textsOf(remarksOn(NmrStack{{first, entryOf({carbon}, {}, {})}, {}})), QStringList{u"1 "_s + beyond});
         QCOMPARE(textsOf(remarksOn(NmrStack{{entryOf({proton}, {}, given), first}, {}})),
                  QStringList{u"1 name: "_s + beyond});
-        // Cross peaks have no plane of their own.
+        // Cross peaks beside a spectrum of one dimension.
         SpectrumEntry list = entryOf({}, {}, {});
         list.spectrum.peaks = {peakAt(8, 120, 0, 0)};
-        const QString alone =
-            u" is a list of cross peaks: without a 2D spectrum beside it only their F2 positions are drawn"_s;
-        QCOMPARE(textsOf(remarksOn(NmrStack{{list}, {}})), QStringList{u"4 "_s + list.name + alone});
+        const QString flat = u" is a list of cross peaks: only their F2 positions are drawn on this axis"_s;
+        QCOMPARE(textsOf(remarksOn(NmrStack{{list, entryOf({proton}, {}, {})}, {}})),
+                 QStringList{u"4 "_s + list.name + flat});
+        QCOMPARE(textsOf(remarksOn(NmrStack{{list}, {}})), QStringList());
         QCOMPARE(textsOf(remarksOn(NmrStack{{list, entryOf({proton, carbon}, {}, {})}, {}})), QStringList());
         SpectrumEntry powder = entryOf({{200, -1, 9, 27, u"Al"_s, 104}}, {}, {});
         for (double reference : {560.0, 100.0}) {

@@ -579,6 +579,26 @@ line #154a9c:1.6 205.32 171.35 124.68 171.35)"_s;
         for (const QPointF &place : ends)
             QVERIFY(std::abs(place.x() - place.y()) < 0.05);
         QVERIFY(std::abs(std::abs(ends[0].x() - ends[1].x()) - 6) < 0.2);
+        // A list alone: room about its peaks, its nuclei at the axes, and no intensity to read out.
+        NmrItem alone;
+        alone.nmrData()->addEntry({{u"Peaks"_s, QVariantMap{{u"PeakList"_s, others}}},
+                                   {SpectrumEntry::nucleiKey(), QStringList{u"13C"_s, u"1H"_s}}},
+                                  u"list"_s);
+        const QStringList bare = drawn(alone);
+        const QCPAxis *f2 = alone.plot()->xAxis, *f1 = alone.plot()->yAxis;
+        QVERIFY(isNear({f2->range().lower, f2->range().upper}, {32.88, 63.12}, 1e-9));
+        QVERIFY(isNear({f1->range().lower, f1->range().upper}, {0.5, 8.5}, 1e-9));
+        QCOMPARE(f2->label() + u", "_s + f1->label(), u"¹³C chemical shift / ppm, ¹H chemical shift / ppm"_s);
+        VERIFY_DRAWN(bare, u"line #0072b2:0.8 "_s, f2, f1,
+                     cross(62, 1, 3 * f2->range().size() / f2->axisRect()->width(),
+                           3 * f1->range().size() / f1->axisRect()->height())
+                         + cross(34, 8, 3 * f2->range().size() / f2->axisRect()->width(),
+                                 3 * f1->range().size() / f1->axisRect()->height()));
+        const QPointF place(f2->coordToPixel(50), f1->coordToPixel(4));
+        QVERIFY2(QRegularExpression(u"^¹³C 50\\.\\d* ppm +¹H 4\\.\\d* ppm$"_s)
+                     .match(alone.plot()->content()->readOut(place))
+                     .hasMatch(),
+                 qPrintable(alone.plot()->content()->readOut(place)));
     }
 
     /// A band under a bracket for an integral, a line between two dots for a distance, with their texts above.

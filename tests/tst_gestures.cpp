@@ -312,7 +312,7 @@ private Q_SLOTS:
     {
         QVariantList crowd;
         for (int i = 0; i < 90; ++i)
-            crowd.append(peak(i, 70 - i * 0.6, 6, 1 + (i * 37) % 90));
+            crowd.append(peak(i, 70 - i * 0.6, 0, 1 + (i * 37) % 90));
         QVariantMap list{{u"Peaks"_s, QVariantMap{{u"PeakList"_s, crowd}}}};
         PlotStage line(list);
         const QStringList texts = dynamic_cast<StackedTraces *>(line.content())->labelBand()->visibleTexts();

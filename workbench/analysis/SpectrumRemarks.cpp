@@ -166,15 +166,12 @@ QList<SpectrumRemark> remarksOn(const NmrStack &stack)
                                   "positions mean nothing on these axes")
                             .arg(entry.name)});
     }
-    const auto isPlane = [](const SpectrumEntry &entry) { return entry.spectrum.dimensions() == 2; };
-    const bool hasPlane = std::any_of(stack.entries.cbegin(), stack.entries.cend(), isPlane);
+    const bool onOneAxis = stack.shown() && stack.shown()->axes().size() == 1;
     for (const SpectrumEntry &entry : stack.entries) {
-        if (!hasPlane && entry.spectrum.isEmpty() && entry.nuclei().size() == 2)
-            all.append(
-                {SpectrumRemark::CrossPeaksAlone, entry.id,
-                 Texts::tr("%1 is a list of cross peaks: without a 2D spectrum beside it only their F2 positions "
-                           "are drawn")
-                     .arg(entry.name)});
+        if (onOneAxis && entry.spectrum.isEmpty() && entry.nuclei().size() == 2)
+            all.append({SpectrumRemark::CrossPeaksOnOneAxis, entry.id,
+                        Texts::tr("%1 is a list of cross peaks: only their F2 positions are drawn on this axis")
+                            .arg(entry.name)});
     }
     for (const SpectrumEntry *entry : std::as_const(wholes)) {
         for (SpectrumRemark remark : remarksOn(*entry)) {

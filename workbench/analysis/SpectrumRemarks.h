@@ -12,7 +12,7 @@ struct SpectrumRemark {
         BeyondRange, ///< lines outside of the computed range
         PlaceholderReference, ///< nobody has given the reference
         QuadrupolarLines, ///< drawn as simple lines, which those of quadrupolar nuclei are not
-        CrossPeaksAlone, ///< a list of them, without a plane to be drawn in
+        CrossPeaksOnOneAxis, ///< a list of them, without a plane to be drawn in
         OtherAxes, ///< a measurement in a plot of other nuclei or dimensions
     };
     Kind kind;

@@ -90,6 +90,32 @@ QStringList SpectrumEntry::nuclei() const
     return names;
 }
 
+QList<SpectrumAxis> SpectrumEntry::axes() const
+{
+    if (!spectrum.isEmpty())
+        return spectrum.axes;
+    QList<SpectrumAxis> axes;
+    for (const QString &nucleus : nuclei()) {
+        const auto symbol = std::find_if(nucleus.begin(), nucleus.end(), [](QChar c) { return c.isLetter(); });
+        SpectrumAxis axis;
+        axis.massNumber = QStringView(nucleus.begin(), symbol).toInt();
+        axis.element = QString(symbol, nucleus.end() - symbol);
+        axes.append(axis);
+    }
+    return axes;
+}
+
+const SpectrumEntry *NmrStack::shown() const
+{
+    const auto rank = [this](const SpectrumEntry &entry) {
+        const int content = !entry.spectrum.isEmpty() ? 2 : !entry.spectrum.peaks.isEmpty() ? 1 : 0;
+        return 2 * content + (entry.id == activeId ? 1 : 0);
+    };
+    const auto first = std::max_element(entries.begin(), entries.end(),
+                                        [&](const auto &a, const auto &b) { return rank(a) < rank(b); });
+    return first == entries.end() ? nullptr : &*first;
+}
+
 bool shareAxes(const QStringList &nuclei, const QStringList &others)
 {
     const auto fits = [](const QString &a, const QString &b) { return a.isEmpty() || b.isEmpty() || a == b; };

@@ -28,6 +28,8 @@ struct SpectrumEntry {
     /// "13C" for each dimension, empty where it is not known; of a list of peaks what its reader has found. None
     /// without points and peaks.
     QStringList nuclei() const;
+    /// Of nuclei(): those of the spectrum, or of a list of peaks without points, step and frequency.
+    QList<SpectrumAxis> axes() const;
     static QString nucleiKey() { return QStringLiteral("Nuclei"); }
     /// What was assumed in reading a measurement, whole sentences.
     QStringList notes() const { return data.value(notesKey()).toStringList(); }
@@ -43,6 +45,10 @@ struct NmrStack {
 
     QList<Entry> entries;
     QUuid activeId;
+
+    /// The one whose axes a plot of them has: of those with points, or else of the lists of peaks, or else of all the
+    /// active one or the first. Null without entries.
+    const SpectrumEntry *shown() const;
 };
 
 } // namespace Workbench

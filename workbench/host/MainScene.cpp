@@ -335,7 +335,7 @@ void MainScene::arrange()
         auto *nmr = qobject_cast<NmrItem *>(item);
         if (!nmr || !flows(nmr))
             continue;
-        const bool map = nmr->nmrData()->shownSpectrum().dimensions() == 2;
+        const bool map = nmr->nmrData()->shownEntry().axes().size() == 2;
         rows.append({map ? WorkspaceLayout::Row::Map : WorkspaceLayout::Row::Spectrum, 0, false, false});
         contents.append({nullptr, nmr});
     }

@@ -2363,8 +2363,8 @@ Optionen:
         <translation>%1 ist ein Spektrum anderer Kerne oder Dimensionen als das hier simulierte: seine Positionen bedeuten auf diesen Achsen nichts</translation>
     </message>
     <message>
-        <source>%1 is a list of cross peaks: without a 2D spectrum beside it only their F2 positions are drawn</source>
-        <translation>%1 ist eine Liste von Kreuzpeaks: ohne ein 2D-Spektrum daneben werden nur ihre F2-Positionen gezeichnet</translation>
+        <source>%1 is a list of cross peaks: only their F2 positions are drawn on this axis</source>
+        <translation>%1 ist eine Liste von Kreuzpeaks: auf dieser Achse sind nur ihre F2-Positionen gezeichnet</translation>
     </message>
 </context>
 <context>

@@ -121,7 +121,7 @@ QList<ItemNote> ItemNotes::remarks(NmrItem *item) const
             else
                 offer(tr("Set Reference..."), edit);
             break;
-        case SpectrumRemark::CrossPeaksAlone:
+        case SpectrumRemark::CrossPeaksOnOneAxis:
             break;
         case SpectrumRemark::OtherAxes:
             offer(tr("Plot of Its Own"),

@@ -64,15 +64,16 @@ ContourMap::ContourMap(QCustomPlot *plot, const QList<PlotEntry> &entries, const
       m_labels(new CrossPeakLabels(plot, m_f2, m_f1))
 {
     layOut(plot);
-    const PlotEntry &shown = *shownEntry(entries);
-    PlotStyle::setUpShiftAxis(m_f2, shown.spectrum.axes[0], options.hertz);
-    PlotStyle::setUpShiftAxis(m_f1, shown.spectrum.axes[1], options.hertz);
+    const PlotEntry &shown = shownEntry(entries);
+    PlotStyle::setUpShiftAxis(m_f2, shown.axes[0], options.hertz);
+    PlotStyle::setUpShiftAxis(m_f1, shown.axes[1], options.hertz);
     m_f2->setRangeReversed(true);
     m_f1->setRangeReversed(true);
 
     m_map = new IntensityMap(m_f2, m_f1);
     m_map->setLayer(QStringLiteral("background"));
-    addDiagonal(plot, shown.spectrum);
+    m_map->setVisible(false);
+    addDiagonal(plot, shown.axes);
     m_labels->setLayer(QStringLiteral("overlay"));
     m_labels->setCrossesVisible(options.crosses);
     m_labels->setLabelsVisible(options.labels);
@@ -85,7 +86,7 @@ ContourMap::ContourMap(QCustomPlot *plot, const QList<PlotEntry> &entries, const
     }
     if (entries.size() > 1 && options.legend)
         PlotStyle::makeLegend(plot, named, active);
-    m_marks = new PlotMarks(plot, m_f2, m_f1, entries, shown.spectrum, options);
+    m_marks = new PlotMarks(plot, m_f2, m_f1, entries, shown.axes, options);
     resetRanges();
 }
 
@@ -202,9 +203,8 @@ void ContourMap::addLayer(const PlotEntry &entry)
         {entry, contours, Contours::levels(points, m_levels.lowest, m_levels.factor, m_levels.count), largest});
 }
 
-void ContourMap::addDiagonal(QCustomPlot *plot, const Spectrum &spectrum)
+void ContourMap::addDiagonal(QCustomPlot *plot, const QList<SpectrumAxis> &axes)
 {
-    const auto &axes = spectrum.axes;
     if (axes[0].element.isEmpty() || axes[0].nucleus() != axes[1].nucleus())
         return;
     auto *diagonal = new QCPItemStraightLine(plot);
@@ -286,15 +286,17 @@ QString ContourMap::readOut(const QPointF &pixel) const
 {
     if (!m_main->rect().contains(pixel.toPoint()))
         return {};
-    const Spectrum &spectrum = m_layers.first().entry.spectrum;
-    const auto &axes = spectrum.axes;
+    const PlotEntry &shown = shownEntry(m_entries);
+    const auto &axes = shown.axes;
     const double f2 = m_f2->pixelToCoord(pixel.x()), f1 = m_f1->pixelToCoord(pixel.y());
-    const double column = std::round((f2 - axes[0].first) / axes[0].step);
-    const double row = std::round((f1 - axes[1].first) / axes[1].step);
     QString text = (axes[0].nucleus() + u' ' + ppmText(m_f2, f2)).trimmed() + QStringLiteral("   ")
         + (axes[1].nucleus() + u' ' + ppmText(m_f1, f1)).trimmed();
+    if (shown.isPeakList())
+        return text;
+    const double column = std::round((f2 - axes[0].first) / axes[0].step);
+    const double row = std::round((f1 - axes[1].first) / axes[1].step);
     if (column >= 0 && column < axes[0].size && row >= 0 && row < axes[1].size) {
-        const double value = spectrum.real()[size_t(row) * size_t(axes[0].size) + size_t(column)];
+        const double value = shown.spectrum.real()[size_t(row) * size_t(axes[0].size) + size_t(column)];
         text += Texts::tr("   intensity %1").arg(value, 0, 'g', 4);
     }
     return text;

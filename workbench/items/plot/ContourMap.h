@@ -18,8 +18,7 @@ class PlotMarks;
 /// the left, F1 downwards. Peak lists without points are crosses, and sticks in the projections.
 class ContourMap : public PlotContent {
 public:
-    /// `entries` holds at least one spectrum; all have two dimensions or are peak lists,
-    /// and one at least has points.
+    /// `entries` is not empty; all have two dimensions or are peak lists, and the shown one has two.
     ContourMap(QCustomPlot *plot, const QList<PlotEntry> &entries, const PlotOptions &options);
     ~ContourMap() override;
 
@@ -56,7 +55,7 @@ private:
     void addLayer(const PlotEntry &entry);
     /// Contours, or crosses; gives what stands for the entry in the legend.
     QCPAbstractPlottable *addEntry(const PlotEntry &entry, bool mapped);
-    void addDiagonal(QCustomPlot *plot, const Spectrum &spectrum);
+    void addDiagonal(QCustomPlot *plot, const QList<SpectrumAxis> &axes);
     Decimation::Grid visibleGrid(const Spectrum &spectrum) const;
     void updateContours(Layer &layer, const Decimation::Grid &grid);
     void updateMap(const Spectrum &spectrum, const Decimation::Grid &grid);

@@ -139,12 +139,9 @@ const Spectrum &NmrData::spectrum(const QUuid &entry) const
 
 const SpectrumEntry &NmrData::shownEntry() const
 {
-    const SpectrumEntry &active = stackEntry(activeEntryId());
-    if (!active.spectrum.isEmpty())
-        return active;
-    const auto it = std::find_if(m_stack.entries.cbegin(), m_stack.entries.cend(),
-                                 [](const Entry &entry) { return !entry.spectrum.isEmpty(); });
-    return it == m_stack.entries.cend() ? active : *it;
+    static const SpectrumEntry none;
+    const SpectrumEntry *shown = m_stack.shown();
+    return shown ? *shown : none;
 }
 
 void NmrData::insertSpectrum(QUuid entry, QVariantMap data)

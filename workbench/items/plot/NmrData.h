@@ -38,7 +38,7 @@ public:
     const SpectrumEntry &stackEntry(const QUuid &entry) const;
     /// Valid until the entry changes; an empty spectrum for an unknown id.
     const Spectrum &spectrum(const QUuid &entry) const;
-    /// The active entry; when that is a mere peak list, the first one with points.
+    /// As NmrStack::shown(); an empty one without entries.
     const SpectrumEntry &shownEntry() const;
     const Spectrum &shownSpectrum() const { return shownEntry().spectrum; }
     /// Made by a plug-in, from parameters that it could make it from again.

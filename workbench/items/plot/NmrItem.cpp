@@ -291,7 +291,7 @@ void NmrItem::editTitle()
 QList<NmrItem *> NmrItem::plotsOfNucleus() const
 {
     QList<NmrItem *> found;
-    const auto nucleus = [](const NmrItem *item) { return item->m_data->shownSpectrum().axes.value(0).nucleus(); };
+    const auto nucleus = [](const NmrItem *item) { return item->m_data->shownEntry().axes().value(0).nucleus(); };
     for (QGraphicsItem *other : scene() ? scene()->items() : QList<QGraphicsItem *>()) {
         auto *item = qobject_cast<NmrItem *>(other->toGraphicsObject());
         if (item && item->m_plot && nucleus(item) == nucleus(this))

@@ -98,6 +98,7 @@ QList<PlotEntry> NmrPlot::shownEntries(QString &note) const
         return entries;
     }
     const int dimensions = shownDimensions();
+    const QUuid shown = m_data->shownEntry().id;
     int number = 0;
     for (const QUuid &id : m_data->entryIds()) {
         const Spectrum &spectrum = m_data->spectrum(id);
@@ -109,8 +110,8 @@ QList<PlotEntry> NmrPlot::shownEntries(QString &note) const
             name = tr("Spectrum %1").arg(number);
         const bool peakList = spectrum.isEmpty() && !spectrum.peaks.isEmpty();
         if (peakList || (!spectrum.isEmpty() && spectrum.dimensions() == dimensions))
-            entries.append(
-                {id, name, withSiteNames(spectrum, m_siteNames.value(id)), color, id == m_data->activeEntryId()});
+            entries.append({id, name, withSiteNames(spectrum, m_siteNames.value(id)), m_data->stackEntry(id).axes(),
+                            color, id == m_data->activeEntryId(), id == shown});
     }
     if (entries.isEmpty())
         note = m_data->spectrum(m_data->activeEntryId()).note;
@@ -127,7 +128,7 @@ void NmrPlot::setSiteNames(const SiteNames &names)
 
 int NmrPlot::shownDimensions() const
 {
-    return std::max(1, m_data->shownSpectrum().dimensions());
+    return std::max(1, int(m_data->shownEntry().axes().size()));
 }
 
 void NmrPlot::rebuild()

@@ -20,17 +20,10 @@ QString PlotContent::ppmText(const QCPAxis *axis, double ppm)
     return Texts::tr("%1 ppm").arg(QString::number(ppm, 'f', decimals));
 }
 
-const PlotEntry *shownEntry(const QList<PlotEntry> &entries)
+const PlotEntry &shownEntry(const QList<PlotEntry> &entries)
 {
-    const PlotEntry *first = nullptr;
-    for (const PlotEntry &entry : entries) {
-        if (entry.isPeakList())
-            continue;
-        if (entry.active)
-            return &entry;
-        first = first ? first : &entry;
-    }
-    return first;
+    const auto it = std::find_if(entries.begin(), entries.end(), [](const PlotEntry &entry) { return entry.shown; });
+    return it == entries.end() ? entries.first() : *it;
 }
 
 namespace PlotStyle {

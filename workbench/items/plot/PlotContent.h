@@ -13,16 +13,17 @@ struct PlotEntry {
     QUuid id;
     QString name;
     Spectrum spectrum;
+    QList<SpectrumAxis> axes; ///< of the spectrum; of a peak list those of its nuclei, without points
     QColor color;
     bool active = false;
+    bool shown = false; ///< as NmrStack::shown() tells: one of them is
 
     /// A mere peak list, without a curve.
     bool isPeakList() const { return spectrum.isEmpty(); }
 };
 
-/// The one whose axes are those of the plot, as in NmrData::shownEntry(): the active one; when that is a mere peak
-/// list, the first one with points. Null when none has points.
-const PlotEntry *shownEntry(const QList<PlotEntry> &entries);
+/// The one whose axes are those of the plot. There must be entries.
+const PlotEntry &shownEntry(const QList<PlotEntry> &entries);
 
 /// A peak where it is drawn.
 struct PeakMark {

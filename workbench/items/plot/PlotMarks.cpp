@@ -34,8 +34,8 @@ double areaOf(const Spectrum &spectrum, const IntegralMark &mark)
 } // namespace
 
 PlotMarks::PlotMarks(QCustomPlot *plot, QCPAxis *f2, QCPAxis *f1, const QList<PlotEntry> &entries,
-                     const Spectrum &shown, const PlotOptions &options)
-    : QCPAbstractItem(plot), m_f2(f2), m_f1(f1), m_distances(options.distances), m_axes(shown.axes)
+                     const QList<SpectrumAxis> &axes, const PlotOptions &options)
+    : QCPAbstractItem(plot), m_f2(f2), m_f1(f1), m_distances(options.distances), m_axes(axes)
 {
     setSelectable(false);
     setClipAxisRect(f2->axisRect());

@@ -10,9 +10,9 @@ class PlotMarks : public QCPAbstractItem {
     Q_OBJECT
 
 public:
-    /// `f1` is null in one dimension. Integrals are those of the entries; frequencies those of the axes of `shown`.
-    PlotMarks(QCustomPlot *plot, QCPAxis *f2, QCPAxis *f1, const QList<PlotEntry> &entries, const Spectrum &shown,
-              const PlotOptions &options);
+    /// `f1` is null in one dimension. Integrals are those of the entries; frequencies those of `axes`.
+    PlotMarks(QCustomPlot *plot, QCPAxis *f2, QCPAxis *f1, const QList<PlotEntry> &entries,
+              const QList<SpectrumAxis> &axes, const PlotOptions &options);
 
     /// As they are written beside the marks.
     QStringList integralTexts() const;

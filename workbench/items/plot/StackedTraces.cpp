@@ -38,9 +38,8 @@ StackedTraces::StackedTraces(QCustomPlot *plot, const QList<PlotEntry> &entries,
     plot->xAxis = m_ppm;
     plot->yAxis = m_intensity;
 
-    const PlotEntry *shown = shownEntry(entries);
-    const Spectrum spectrum = shown ? shown->spectrum : Spectrum();
-    PlotStyle::setUpShiftAxis(m_ppm, spectrum.axes.value(0), options.hertz);
+    const QList<SpectrumAxis> axes = shownEntry(entries).axes;
+    PlotStyle::setUpShiftAxis(m_ppm, axes.value(0), options.hertz);
     m_ppm->setRangeReversed(true);
     if (entries.size() == 1) {
         PlotStyle::setUpAxis(m_intensity, Texts::tr("Intensity / arb. units"));
@@ -60,7 +59,7 @@ StackedTraces::StackedTraces(QCustomPlot *plot, const QList<PlotEntry> &entries,
         }
         PlotStyle::makeLegend(plot, lines, active);
     }
-    m_marks = new PlotMarks(plot, m_ppm, nullptr, entries, spectrum, options);
+    m_marks = new PlotMarks(plot, m_ppm, nullptr, entries, axes, options);
     resetRanges();
 }
 
