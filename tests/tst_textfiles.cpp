@@ -331,7 +331,14 @@ private Q_SLOTS:
         row("7.26 (s, 1H), 3.10 (s)", "7.26; 3.1", "told of 1 of the 2");
         row("δ 170.2, 133.3,", "170.2; 133.3");
         row("1H: 7.26 (s, 1H), 3.10 (s, 3H)", "7.26 #1; 3.1 #3");
-        row("170.2(1), 133.3(2), 20.4(1)", "170.2; 133.3; 20.4", "the numbers of the only line are shifts");
+        row("170.2(1), 133.3(2), 20.4(1)", "170.2; 133.3; 20.4", "Errors of the positions");
+        row("170.2(1) (C1), 133.3(2) (C2)", "170.2 C1; 133.3 C2", "Errors of the positions");
+        row("C1 170.2, C2: 133.3, CH3 = 20", "170.2 C1; 133.3 C2; 20 CH3");
+        row("13C: C1 170,2(1); C2 133,3", "170.2 C1; 133.3 C2", "Errors of the positions");
+        row("13C NMR: δ ca. 170.2 (C1), ~133.3(2) (C2), 20.4 (3).", "170.2 C1; 133.3 C2; 20.4 3",
+            "Errors of the positions");
+        row("δ/ppm\nca. 170.2\n≈133.3\n~20.4\n", "170.2; 133.3; 20.4");
+        row("Site;ppm\nC1;ca. 170,2\nC2;~ 133,3\n", "170.2 C1; 133.3 C2");
         row("7.26 (s, 1 H) 3.10 (t, J = 7 Hz,\n3 H)", "7.26 #1; 3.1 #3", "names no unit");
         // Beside the shifts multiplets are no names, but names may stand behind them.
         row("Shift\tMult.\tSite\n170.1\ts\tC25\n22.7\tbr q\tC29\n", "170.1 C25; 22.7 C29");
@@ -394,7 +401,7 @@ private Q_SLOTS:
         const auto no = [](int line, const char *field) {
             return u"line %1: expected a number, found \"%2\""_s.arg(line).arg(QString::fromUtf8(field));
         };
-        for (const char *odd : {"ca. 133", "n. b.", "133,3*", "~133,3"}) {
+        for (const char *odd : {"> 133", "n. b.", "133,3*", "Ca. 133"}) {
             for (const QByteArray &separator : {QByteArray(";"), QByteArray("\t")}) {
                 QByteArrayList lines{"ppm;Int", "170,2;5", odd + QByteArray(";4"), "21,5;3", "20,5;2"};
                 for (int place : {2, 1, 4}) {

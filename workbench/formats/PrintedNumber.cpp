@@ -44,6 +44,18 @@ std::string_view withoutMultiplet(std::string_view field)
     return isMultiplet ? trimmed(field.substr(0, bracket)) : field;
 }
 
+constexpr std::string_view aboutMarks[] = {"~", "\xE2\x89\x88", "\xE2\x88\xBC", "ca.", "ca"};
+
+/// "2.1" of "~2.1", "≈2.1" and "ca. 2.1".
+std::string_view withoutAbout(std::string_view field)
+{
+    for (std::string_view mark : aboutMarks) {
+        if (field.starts_with(mark))
+            return trimmed(field.substr(mark.size()));
+    }
+    return field;
+}
+
 } // namespace
 
 std::string asTyped(std::string_view number, bool decimalComma)
@@ -131,14 +143,16 @@ bool joinWords(std::vector<std::string_view> &words, bool decimalComma, bool ran
         if (word.size() > printedMinus.size())
             continue;
         const bool isMinus = word == printedMinus, isTo = word == "to" || word == "bis";
-        if (!isMinus && !isTo && !isDash(word))
+        const bool isAbout = std::ranges::find(aboutMarks, word) != std::end(aboutMarks);
+        if (!isMinus && !isTo && !isAbout && !isDash(word))
             continue;
         if (ranges && i > 0 && isRangeOf(words[i - 1], words[i + 1], !isTo)) {
             words[i - 1] = joined(words[i - 1], words[i + 1]);
             words.erase(words.begin() + std::ptrdiff_t(i), words.begin() + std::ptrdiff_t(i) + 2);
             --i;
             any = true;
-        } else if (isMinus && !words[i + 1].empty() && words[i + 1].front() >= '0' && words[i + 1].front() <= '9') {
+        } else if ((isMinus || isAbout) && !words[i + 1].empty() && words[i + 1].front() >= '0'
+                   && words[i + 1].front() <= '9') {
             words[i] = joined(word, words[i + 1]);
             words.erase(words.begin() + std::ptrdiff_t(i) + 1);
         }
@@ -162,7 +176,7 @@ std::optional<double> parse(std::string_view field, bool decimalComma)
 {
     if (const auto plain = NumberText::parse<double>(field))
         return plain;
-    std::string text = asTyped(withoutError(withoutMultiplet(field)), decimalComma);
+    std::string text = asTyped(withoutError(withoutMultiplet(withoutAbout(field))), decimalComma);
     if (text.size() > 1 && text.ends_with('%'))
         text.pop_back();
     if (text.ends_with("ppm"))

@@ -9,8 +9,9 @@
 /// The fields of a table as programs and publications print numbers: errors behind them, ranges, groups of digits.
 namespace Workbench::PrintedNumber {
 
-/// Also with the minus signs and blanks of print and the exponents of Fortran. The error behind "±" or in brackets,
-/// "%", "ppm" and a multiplet in brackets are left out, and a range such as "7.10–7.25" or "7.1 to 7.3" is its middle.
+/// Also with the minus signs and blanks of print and the exponents of Fortran. The "~" and "ca." before them, the
+/// error behind "±" or in brackets, "%", "ppm" and a multiplet in brackets are left out, and a range such as
+/// "7.10–7.25" or "7.1 to 7.3" is its middle.
 std::optional<double> parse(std::string_view field, bool decimalComma);
 
 /// With a point for the comma, and the signs, blanks and ranges of print as they are on a keyboard.
@@ -34,8 +35,8 @@ bool hasPlusMinus(std::string_view text);
 bool isDash(std::string_view field);
 /// What stands in a table where there is no number: nothing, a dash, "n.d.", "n/a".
 bool isLacking(std::string_view field);
-/// Joins words between blanks that are one number: "− 110.2" or, as ranges, "128.1 – 128.9" and "128.1 to 128.9". All
-/// are parts of the same line. Whether there were ranges.
+/// Joins words between blanks that are one number: "− 110.2", "ca. 110.2" or, as ranges, "128.1 – 128.9" and "128.1 to
+/// 128.9". All are parts of the same line. Whether there were ranges.
 bool joinWords(std::vector<std::string_view> &words, bool decimalComma, bool ranges);
 
 bool isRange(std::string_view field, bool decimalComma);

@@ -37,9 +37,17 @@ QString plainText(QString text)
         else if (c.isSpace())
             c = u' ';
     }
-    // A minus has no blank behind it.
-    static const QRegularExpression minus(QStringLiteral("(^|[,;:=(][ ]*|δ(?:\\([^()]*\\))?[ ]*)-[ ]+(?=\\d)"));
-    return text.replace(minus, QStringLiteral("\\1-"));
+    // A minus has no blank behind it, and what is about 2.1 ppm is 2.1 ppm.
+    static const QRegularExpression minus(QStringLiteral("(^|[,;:=(][ ]*|δ(?:\\([^()]*\\))?[ ]*)-[ ]+(?=\\d)")),
+        about(QStringLiteral("(?:(?<![A-Za-z])(?:ca|approx|circa)\\b\\.?[ ]*|[~≈∼][ ]*)(?=[-+]?\\d)"));
+    return text.replace(minus, QStringLiteral("\\1-")).remove(about);
+}
+
+/// Of a shift with decimals; what stands behind a blank, as in "170.2 (1)", is a name.
+const QRegularExpression &errorOfShift()
+{
+    static const QRegularExpression pattern(QStringLiteral("(?<=\\.\\d|\\.\\d\\d|\\.\\d\\d\\d)\\(\\d{1,3}\\)"));
+    return pattern;
 }
 
 /// What stands before the first shift: the nucleus with "NMR" and what is said about the measurement, or "δ", or both.
@@ -152,9 +160,10 @@ QStringList partsOf(const QString &remarks)
 /// The shift in ppm; a range of a multiplet has its middle.
 std::optional<MeasuredPeak> peakOf(const QString &entry, bool &isRange)
 {
-    static const QRegularExpression pattern(QStringLiteral(
-        "^(?:and[ ]+)?(?<from>[-+]?\\d+(?:\\.\\d+)?)(?:[ ]*(?:-|to)[ ]*(?<to>-?\\d+\\.\\d+))?[ ]*(?:ppm)?"
-        "(?:[ ]*[(\\[](?<text>.*)[)\\]])?[ ]*(?:ppm)?$"));
+    static const QRegularExpression pattern(
+        QStringLiteral("^(?:and[ ]+)?(?:(?<name>(?!J\\b)[A-Z][\\w'*-]{0,7})[ ]*[:= ][ ]*)?"
+                       "(?<from>[-+]?\\d+(?:\\.\\d+)?)(?:[ ]*(?:-|to)[ ]*(?<to>-?\\d+\\.\\d+))?[ ]*(?:ppm)?"
+                       "(?:[ ]*[(\\[](?<text>.*)[)\\]])?[ ]*(?:ppm)?$"));
     const QRegularExpressionMatch match = pattern.match(entry);
     if (!match.hasMatch())
         return {};
@@ -165,6 +174,8 @@ std::optional<MeasuredPeak> peakOf(const QString &entry, bool &isRange)
         isRange = true;
     }
     annotate(peak, match.captured(u"text"));
+    if (match.hasCaptured(u"name"))
+        peak.label = (match.captured(u"name") + u' ' + peak.label).trimmed();
     return peak;
 }
 
@@ -180,11 +191,16 @@ std::optional<MeasuredPeaks> onlyLine(const std::vector<TextLine> &lines, const 
 {
     static const QRegularExpression pattern(QStringLiteral(
         "^(?:(?<nucleus>\\d{1,3}[A-Z][a-z]?)(?![A-Za-z])(?:[ ]+[^:=,;]{1,40}?)?[ ]*[:=])?[ ]*(?<open>[\\[({])?"
-        "(?<list>[-+.,;\\d ]+)[\\])}]?[ ]*(?:ppm)?[ ;,.]*$")),
-        blanks(QStringLiteral("[ ]+")), error(QStringLiteral("(?<=\\d)\\(\\d{1,3}\\)"));
+        "(?<list>[-+.,;\\d ]+|(?:[A-Z][\\w'*-]{0,7}[ ]*[:= ][ ]*[-+]?\\d+(?:[.,]\\d+)?[ ]*(?:[,;][ ]+|$|(?=[\\])}])))+)"
+        "[\\])}]?[ ]*(?:ppm)?[ ;,.]*$")),
+        blanks(QStringLiteral("[ ]+")), error(QStringLiteral("(?<=\\d)\\(\\d{1,3}\\)")),
+        nameOrDecimals(QStringLiteral("[A-Za-z]\\d|\\d[.,]\\d")); // not "Sample 1, batch 2"
+    bool hasErrors = false;
     QRegularExpressionMatch match;
     for (const TextLine &line : lines) {
-        const QString text = plainText(ReaderText::decoded(line.text)).remove(error).trimmed();
+        QString text = plainText(ReaderText::decoded(line.text)).trimmed();
+        hasErrors |= text.contains(error);
+        text.remove(error);
         if (text.isEmpty() || QStringView(u"#%!;").contains(text.front()))
             continue;
         if (match.hasMatch() || !(match = pattern.match(text)).hasMatch())
@@ -205,10 +221,11 @@ std::optional<MeasuredPeaks> onlyLine(const std::vector<TextLine> &lines, const 
     const auto isLower = [](const MeasuredPeak &a, const MeasuredPeak &b) { return a.f2 < b.f2; };
     const bool falls = std::is_sorted(peaks.rbegin(), peaks.rend(), isLower);
     const bool isSorted = falls || std::is_sorted(peaks.begin(), peaks.end(), isLower);
-    const bool isMarked = match.hasCaptured(u"nucleus") || match.hasCaptured(u"open");
+    const bool isNamed = !peaks.empty() && !peaks[0].label.isEmpty();
+    const bool isMarked = match.hasCaptured(u"nucleus") || match.hasCaptured(u"open") || isNamed;
     const size_t least = isMarked ? 2 : falls ? 3 : isSorted ? 4 : 5;
     constexpr size_t most = 64; // more are a row of a map
-    if (peaks.size() < least || peaks.size() > most)
+    if (peaks.size() < least || peaks.size() > most || (isNamed && !list.contains(nameOrDecimals)))
         return {};
     result.title = QFileInfo(source).completeBaseName();
     result.format = Texts::tr("text peak list");
@@ -217,15 +234,18 @@ std::optional<MeasuredPeaks> onlyLine(const std::vector<TextLine> &lines, const 
                         .arg(QString::number(peaks.size()), Texts::tr("the numbers of the only line are shifts"))};
     if (!match.captured().contains(u"ppm"))
         result.notes.append(Texts::tr("The file names no unit: the positions were taken as ppm."));
+    if (hasErrors)
+        result.notes.append(Texts::tr("Errors of the positions were left out."));
     return result;
 }
 
 /// Where the shifts stand in the file, and what stands before them.
 struct ShiftText {
-    QString text; ///< empty: nowhere
+    QString text; ///< empty: nowhere; without the errors of shifts
     QString nucleus;
     int line = 0; ///< where it begins
     bool hasUnit = true;
+    bool hasErrors = false;
 };
 
 /// From a head on, whatever follows.
@@ -271,12 +291,14 @@ ShiftText unheadedText(const std::vector<TextLine> &lines)
     static const QRegularExpression beginning(QStringLiteral("^[ (\\[]*[-+]?\\d+[.,]\\d")),
         remark(QStringLiteral("\\d[ ]*(?:ppm[ ]*)?[(\\[][^()\\[\\]]*[A-Za-z]")),
         endsBetween(QStringLiteral("[,;]$|\\band$")), prefix(QStringLiteral("^(\\d{1,3}[A-Z][a-z]?)[ ]*[:=][ ]*"));
-    ShiftText found{{}, {}, 0, false};
+    ShiftText found{{}, {}, 0, false, false};
     qsizetype ends = 0, joined = 0;
     for (const TextLine &line : lines) {
         QString plain = plainText(ReaderText::decoded(line.text)).trimmed();
         if (plain.isEmpty())
             continue;
+        found.hasErrors |= plain.contains(errorOfShift());
+        plain.remove(errorOfShift());
         if (const auto match = prefix.match(plain); match.hasMatch() && found.text.isEmpty()) {
             found.nucleus = Nuclides::table().observedIn(match.captured());
             plain.remove(0, match.capturedLength());
@@ -352,6 +374,8 @@ std::optional<MeasuredPeaks> parse(const std::vector<TextLine> &lines, const QSt
         found = unheadedText(lines);
     QString &text = found.text;
     const int line = found.line;
+    const bool hasErrors = found.hasErrors || text.contains(errorOfShift());
+    text.remove(errorOfShift());
     // "7.26 (s, 1 H) 3.10 (s, 3 H)" has no mark between the shifts.
     static const QRegularExpression unmarked(QStringLiteral("(?<=[)\\]])[ ]+(?=[-+]?\\d+\\.\\d)"));
     text.replace(unmarked, QStringLiteral(", "));
@@ -391,6 +415,8 @@ std::optional<MeasuredPeaks> parse(const std::vector<TextLine> &lines, const QSt
         result.notes.append(Texts::tr("The file names no unit: the positions were taken as ppm."));
     if (std::any_of(result.peaks.begin(), result.peaks.end(), [](const auto &peak) { return peak.count > 0; }))
         dropPartialCounts(result.peaks, result.notes);
+    if (hasErrors)
+        result.notes.append(Texts::tr("Errors of the positions were left out."));
     if (isRange)
         result.notes.append(Texts::tr("Ranges of shifts were replaced by their middles."));
     if (!rest.isEmpty())
