@@ -170,6 +170,14 @@ private Q_SLOTS:
                         {});
         command(u"Auto reference"_s, u"New reference"_s);
         QVERIFY(window().isWindowModified() && window().document()->saveTo(m_path) && !window().isWindowModified());
+        NmrPlot *const shown = plot()->plot();
+        PlotOptions levels = shown->options();
+        levels.contours.lowest *= 2;
+        shown->setOptions(levels); // as Contour Levels does
+        QTRY_VERIFY(window().isWindowModified());
+        levels.contours.lowest /= 2;
+        shown->setOptions(levels);
+        QTRY_VERIFY(!window().isWindowModified());
         const QByteArray bytes = bytesOf(m_path);
         command(u"RMSD"_s, u"RMSD"_s);
         const QString rmsd = said;

@@ -196,6 +196,8 @@ private Q_SLOTS:
             compact(text("json").remove(u" / "_s).toUtf8()),
             u"{\"columns\":[\"Atom\",\"σ\"],\"rows\":[{\"atomNos\":[1,2],\"iso\":0.1,\"labels\":[\"C1\",\"C,2\"],\"own\":\"a\\\"b\",\"type\":\"C\"},{\"iso\":-2,\"new\":1,\"type\":\"H\"}]}"_s);
         QVERIFY(!TableExport::formatOfName(u"xml"_s));
+        QCOMPARE(TableExport::alignedText({u"File"_s, u"n"_s}, {{u"a\nb"_s, u"1"_s}}),
+                 u"File  n\n----  -\na\uFFFDb   1\n"_s);
     }
 
     void measurements()

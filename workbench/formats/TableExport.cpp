@@ -3,6 +3,7 @@
 
 #include "data/JsonValues.h"
 #include "data/NumberText.h"
+#include "data/PrintableText.h"
 #include "data/TableContent.h"
 
 #include <QJsonArray>
@@ -165,7 +166,7 @@ QString alignedText(const QStringList &titles, const std::vector<QStringList> &c
     const auto addLine = [&](const QStringList &row) {
         QString line;
         for (qsizetype column = 0; column < row.size(); ++column) {
-            const QString &cell = row[column];
+            const QString cell = printable(row[column]); // names of files may have several lines
             line += numeric[column] ? cell.rightJustified(widths[column]) : cell.leftJustified(widths[column]);
             line += QLatin1String("  ");
         }

@@ -3930,16 +3930,20 @@ im Plot „%1“; lässt sich auf einen anderen ziehen</numerusform>
         <translation>Bezeichnung	ppm	Höhe</translation>
     </message>
     <message>
-        <source>The numbers of %1 are on the clipboard</source>
-        <translation>Die Zahlen von %1 sind in der Zwischenablage</translation>
-    </message>
-    <message>
         <source>%1 of %2</source>
         <translation>%1 von %2</translation>
     </message>
     <message>
         <source>An integral cannot be set to 0: all others are measured by it</source>
         <translation>Ein Integral lässt sich nicht auf 0 setzen: an ihm werden alle anderen gemessen</translation>
+    </message>
+    <message>
+        <source>The points of %1 in sight are on the clipboard</source>
+        <translation>Die sichtbaren Punkte von %1 sind in der Zwischenablage</translation>
+    </message>
+    <message>
+        <source>The peaks of %1 in sight are on the clipboard</source>
+        <translation>Die sichtbaren Peaks von %1 sind in der Zwischenablage</translation>
     </message>
 </context>
 <context>

@@ -27,6 +27,8 @@ namespace Workbench {
 
 namespace {
 
+constexpr int titleDelay = 200; // ms
+
 std::pair<QDateTime, qint64> stateOf(const QString &fileName)
 {
     const QFileInfo file(fileName);
@@ -51,6 +53,14 @@ DocumentController::DocumentController(MainScene *scene, DataEngine *data, QMain
             connect(spectra->nmrData(), &NmrData::activeEntryChanged, this, &DocumentController::touch);
         else
             touch(); // files that are read have no undo step
+    });
+    // Looks change in many places, and none of them says so; but all are painted then.
+    m_titleLater.setSingleShot(true);
+    m_titleLater.setInterval(titleDelay);
+    connect(&m_titleLater, &QTimer::timeout, this, &DocumentController::updateTitle);
+    connect(scene, &QGraphicsScene::changed, this, [this] {
+        if (!m_titleLater.isActive())
+            m_titleLater.start();
     });
 #ifndef QT_NO_SESSIONMANAGER
     connect(

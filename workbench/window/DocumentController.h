@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QObject>
 #include <QString>
+#include <QTimer>
 #include <QUuid>
 #include <QVariantMap>
 
@@ -84,6 +85,7 @@ private:
     QString m_firstStructure;
     bool m_touched = false; ///< by a change that the undo stack does not know
     QHash<QUuid, QVariantMap> m_savedLooks;
+    QTimer m_titleLater;
 };
 
 } // namespace Workbench

@@ -354,7 +354,11 @@ QString NmrItem::numbersText() const
 void NmrItem::copyNumbers()
 {
     QGuiApplication::clipboard()->setText(numbersText());
-    Q_EMIT reported(tr("The numbers of %1 are on the clipboard").arg(m_data->entryName(m_data->activeEntryId())));
+    const QUuid active = m_data->activeEntryId();
+    const bool points = m_data->spectrum(active).dimensions() == 1;
+    Q_EMIT reported((points ? tr("The points of %1 in sight are on the clipboard")
+                            : tr("The peaks of %1 in sight are on the clipboard"))
+                        .arg(m_data->entryName(active)));
 }
 
 void NmrItem::editContourLevels()
