@@ -698,6 +698,8 @@ private Q_SLOTS:
               {"# LB = 100Hz\nppm,int\n170.2,1\n133.3,2\n", u""_s},
               {"# 16K points of 13C, 298K\n170.2\n133.3\n", u"13C"_s},
               {"δC\n170.2\n133.3\n", u"13C"_s},
+              {"¹³C NMR: δ 170.2, 133.3\n", u"13C"_s},
+              {"¹⁰B NMR: δ 17.2, 13.3\n", u"10B"_s},
               {quoted("##TITLE= a\n##DATA TYPE= NMR PEAK TABLE\n##.OBSERVE NUCLEUS= 13C{1H}\n##XUNITS= PPM\n"
                       "##YUNITS= ARB\n##PEAK TABLE= (XY..XY)\n173.2, 5\n##END=\n"),
                u"13C"_s}})
