@@ -310,8 +310,26 @@ private Q_SLOTS:
         run(u"Spin System..."_s);
         QVERIFY(m_files.read("no.in").isEmpty());
 
-        choose(u"Save As"_s, u"Magres Workbench documents (*.magresdoc)"_s, u"paracetamol.magresdoc"_s, "kept");
+        // What is no document is not written over, whatever it is called.
+        const QString documents = u"Magres Workbench documents (*.magresdoc)"_s;
+        for (const char *name : {"a.magres", "b.magresdoc"})
+            m_files.write(name, "precious");
+        m_dialogs.expect(u"Save As"_s, [this](QDialog *dialog) {
+            qobject_cast<QFileDialog *>(dialog)->selectFile(m_files.path("b"));
+            m_dialogs.expect(u"Save As"_s, [](QDialog *asked) {
+                qobject_cast<QMessageBox *>(asked)->button(QMessageBox::Yes)->click();
+            });
+            m_dialogs.expectBox(QMessageBox::Critical, u"The document cannot be saved"_s,
+                                m_files.path("b.magresdoc") + u" is a file of another kind: choose another name"_s);
+            dialog->accept();
+        });
         entry(menu(u"File"_s), u"Save"_s)->trigger();
+        choose(u"Save As"_s, documents, u"paracetamol.magresdoc"_s, "a.magres");
+        entry(menu(u"File"_s), u"Save As..."_s)->trigger();
+        QCOMPARE(said(), u"a.magres.magresdoc is saved"_s);
+        QCOMPARE(m_files.read("a.magres") + m_files.read("b.magresdoc"), "preciousprecious");
+        choose(u"Save As"_s, documents, u"a.magres.magresdoc"_s, "kept");
+        entry(menu(u"File"_s), u"Save As..."_s)->trigger();
         QCOMPARE(said(), u"kept.magresdoc is saved"_s);
         QCOMPARE(window().windowTitle(), u"kept.magresdoc[*] – Magres Workbench"_s);
         QVERIFY(!window().isWindowModified());

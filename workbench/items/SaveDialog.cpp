@@ -19,7 +19,13 @@ protected:
     void accept() override
     {
         static const QRegularExpression suffix(QStringLiteral("\\*\\.(\\w+)"));
-        setDefaultSuffix(suffix.match(selectedNameFilter()).captured(1));
+        const QString chosen = suffix.match(selectedNameFilter()).captured(1);
+        setDefaultSuffix(chosen);
+        // Where there is but one kind of file, "a.magres" is a name without suffix as well, not a calculation to
+        // replace.
+        const QString name = selectedFiles().value(0);
+        if (nameFilters().size() == 1 && !name.endsWith(u'.' + chosen, Qt::CaseInsensitive) && !QFileInfo(name).isDir())
+            selectFile(name + u'.' + chosen);
         QFileDialog::accept();
     }
 };

@@ -21,7 +21,8 @@ FileTypes tableTypes();
 QStringList filtersOf(const FileTypes &types);
 
 /// Asks for a file to write, from a proposed one (or none) on; empty when the user cancels. A name without suffix gets
-/// that of the chosen filter, such as "PDF document (*.pdf)", before anybody is asked whether a file may be replaced.
+/// that of the chosen filter, such as "PDF document (*.pdf)", before anybody is asked whether a file may be replaced;
+/// where there is one filter, a name with another suffix too.
 QString askForFileToSave(QWidget *parent, const QString &title, const QString &proposed, const QStringList &filters);
 
 } // namespace Workbench

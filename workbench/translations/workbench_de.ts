@@ -2919,6 +2919,10 @@ im Plot „%1“; lässt sich auf einen anderen ziehen</numerusform>
         <source>&amp;Replace</source>
         <translation>E&amp;rsetzen</translation>
     </message>
+    <message>
+        <source>%1 is a file of another kind: choose another name</source>
+        <translation>%1 ist eine Datei anderer Art: einen anderen Namen wählen</translation>
+    </message>
 </context>
 <context>
     <name>Workbench::DocumentItem</name>

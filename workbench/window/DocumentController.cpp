@@ -234,7 +234,15 @@ bool DocumentController::saveAs()
 {
     const QString fileName =
         askForFileToSave(m_window, tr("Save As"), proposedPath(QLatin1String(DocumentFile::suffix)), {nameFilter()});
-    return !fileName.isEmpty() && saveTo(fileName);
+    if (fileName.isEmpty())
+        return false;
+    // What it is, is lost for good; nobody means that who names a document.
+    if (QFileInfo(fileName).size() > 0 && !DocumentFile::isDocument(fileName)) {
+        QMessageBox::critical(m_window, tr("The document cannot be saved"),
+                              tr("%1 is a file of another kind: choose another name").arg(fileName));
+        return false;
+    }
+    return saveTo(fileName);
 }
 
 bool DocumentController::saveTo(const QString &fileName)

@@ -499,7 +499,10 @@ void WMainWindow::createFileMenu()
         samples->addAction(name, this, [this, sample = name] { openSample(sample); })->setToolTip(what);
     file->addSeparator();
     file->addAction(tr("&Save"), QKeySequence::Save, m_document, &DocumentController::save);
-    file->addAction(tr("Save &As..."), QKeySequence::SaveAs, m_document, &DocumentController::saveAs);
+    // Not every desktop has a key of its own for it.
+    const QList<QKeySequence> saveAsKeys = QKeySequence::keyBindings(QKeySequence::SaveAs);
+    file->addAction(tr("Save &As..."), saveAsKeys.value(0, QKeySequence(QStringLiteral("Ctrl+Shift+S"))), m_document,
+                    &DocumentController::saveAs);
     file->addSeparator();
     file->addMenu(m_exportMenu);
     file->addSeparator();
